@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+//
+// The root of all exceptions of the base support library and of the libraries built on it. A subclass
+// that has a text of its own overrides generateWhat(); what() shows whatever that writes.
+
+#pragma once
+
+#include <ko/export.h>
+
+#include <exception>
+#include <memory>
+#include <string>
+
+namespace ko {
+
+/// An error with a message and, where one error led to another, a copy of its cause.
+/// Owns everything it prints, so it outlives the objects it tells about.
+class KO_API Exception : public std::exception {
+public:
+    /// `cause` may be null; a cause is copied with its clone(), never kept by reference.
+    explicit Exception(const std::string& message, const Exception* cause = nullptr);
+    Exception(const Exception& other);
+    Exception& operator=(const Exception& other);
+    ~Exception() override;
+
+    /// The text that the most derived generateWhat() writes. Never throws: when there is no memory
+    /// for the text, a fixed text stands in. Valid until the next call on the same object.
+    const char* what() const noexcept override;
+
+    /// Replaces `out` by the whole text of this error: here the message, followed by
+    /// " Cause: " and the cause's text when there is one.
+    virtual void generateWhat(std::string& out) const;
+
+    /// A heap copy of the most derived object, owned by the caller.
+    virtual Exception* clone() const;
+
+private:
+    std::string m_message;
+    std::unique_ptr<const Exception> m_cause;
+    mutable std::string m_what;
+};
+
+/// A fault that no input explains: an internal rule was broken, or a value cannot be represented.
+class KO_API RuntimeError : public Exception {
+public:
+    explicit RuntimeError(const std::string& message, const Exception* cause = nullptr);
+    RuntimeError(const RuntimeError&);
+    RuntimeError& operator=(const RuntimeError&);
+    ~RuntimeError() override;
+
+    RuntimeError* clone() const override;
+};
+
+}  // namespace ko

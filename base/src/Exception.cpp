@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+//
+// The exception root: message, cause and the text that what() shows.
+
+#include <ko/Exception.h>
+
+namespace ko {
+
+namespace {
+
+std::unique_ptr<const Exception> copyOf(const Exception* cause) {
+    return std::unique_ptr<const Exception>(cause == nullptr ? nullptr : cause->clone());
+}
+
+}  // namespace
+
+Exception::Exception(const std::string& message, const Exception* cause)
+    : m_message(message), m_cause(copyOf(cause)) {}
+
+Exception::Exception(const Exception& other)
+    : std::exception(other), m_message(other.m_message), m_cause(copyOf(other.m_cause.get())) {}
+
+Exception& Exception::operator=(const Exception& other) {
+    if (this != &other) {
+        std::string message = other.m_message;
+        m_cause = copyOf(other.m_cause.get());
+        m_message.swap(message);
+    }
+    return *this;
+}
+
+Exception::~Exception() = default;
+
+const char* Exception::what() const noexcept {
+    try {
+        generateWhat(m_what);
+        return m_what.c_str();
+    } catch (...) {
+        return "ko::Exception (no memory for its text)";
+    }
+}
+
+void Exception::generateWhat(std::string& out) const {
+    std::string text = m_message;
+    if (m_cause) {
+        text += " Cause: ";
+        text += m_cause->what();
+    }
+    out.swap(text);
+}
+
+Exception* Exception::clone() const { return new Exception(*this); }
+
+RuntimeError::RuntimeError(const std::string& message, const Exception* cause)
+    : Exception(message, cause) {}
+
+RuntimeError::RuntimeError(const RuntimeError&) = default;
+
+RuntimeError& RuntimeError::operator=(const RuntimeError&) = default;
+
+RuntimeError::~RuntimeError() = default;
+
+RuntimeError* RuntimeError::clone() const { return new RuntimeError(*this); }
+
+}  // namespace ko

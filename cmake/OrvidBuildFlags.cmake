@@ -1,0 +1,21 @@
+# The flags that every target of this project is compiled with. They stay private to it: a project that
+# adds this one as a sub-directory keeps its own.
+add_library(orvid_build_flags INTERFACE)
+target_compile_features(orvid_build_flags INTERFACE cxx_std_17)
+target_compile_options(orvid_build_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2)
+if(ORVID_IS_TOP_LEVEL)
+  target_compile_options(orvid_build_flags INTERFACE -Werror)
+endif()
+if(ORVID_SANITIZE)
+  target_compile_options(orvid_build_flags INTERFACE
+    -fsanitize=${ORVID_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orvid_build_flags INTERFACE -fsanitize=${ORVID_SANITIZE})
+endif()
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+//
+// Writer: values to JSON text in a buffer, with the behaviour of YAJL's interface of version 1 on the
+// installed YAJL 2. It knows no element; Generator walks the tree and calls it.
+
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace ko::Orvid::yajl {
+
+/// The result of one call of the writer; the numbers are those of YAJL 1.
+enum class WriteStatus : int {
+    ok = 0,
+    keysMustBeStrings = 1,   ///< a value that is not a string stood where a key is due
+    maxDepthExceeded = 2,    ///< the call opens, or stands in, a container beyond k_maxDepth
+    inErrorState = 3,        ///< a close without an open, or an earlier failure of memory
+    generationComplete = 4,  ///< the top-level value is complete already
+    invalidNumber = 5,       ///< a NaN or an infinity
+};
+
+/// Writes one document. A call that is refused writes nothing. Not copyable; used by one thread.
+class Writer {
+public:
+    /// The number of containers that may be open at once.
+    static constexpr unsigned int k_maxDepth = 127;
+
+    /// With `beautify` every member and item stands on a line of its own behind one `indent` for each
+    /// level; an indent of anything but blanks and control blanks is replaced by two blanks.
+    Writer(bool beautify, const std::string& indent);
+    ~Writer();
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+    WriteStatus null();
+    WriteStatus boolean(bool value);
+    WriteStatus integer(long value);
+    /// Writes `value` with twenty significant digits.
+    WriteStatus real(double value);
+    /// Writes `length` bytes of text as they are; they must be a JSON number.
+    WriteStatus number(const char* text, std::size_t length);
+    WriteStatus string(const char* text, std::size_t length);
+    WriteStatus openMap();
+    WriteStatus closeMap();
+    WriteStatus openArray();
+    WriteStatus closeArray();
+
+    /// Whether a container opened now would be refused for its depth.
+    bool isFull() const;
+    /// The first status other than ok that a call returned; ok while all is well.
+    WriteStatus state() const;
+    /// What has been written since the last clear(); valid until the next call.
+    const std::string& text() const;
+    /// Empties the text; the nesting stays.
+    void clear();
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+}  // namespace ko::Orvid::yajl
