@@ -36,7 +36,7 @@ const char* Exception::what() const noexcept {
         generateWhat(m_what);
         return m_what.c_str();
     } catch (...) {
-        return "ko::Exception (no memory for its text)";
+        return "ko::Exception (its text could not be made)";
     }
 }
 
@@ -49,7 +49,9 @@ void Exception::generateWhat(std::string& out) const {
     out.swap(text);
 }
 
-Exception* Exception::clone() const { return new Exception(*this); }
+Exception* Exception::clone() const {
+    return new Exception(*this);
+}
 
 RuntimeError::RuntimeError(const std::string& message, const Exception* cause)
     : Exception(message, cause) {}
@@ -60,6 +62,8 @@ RuntimeError& RuntimeError::operator=(const RuntimeError&) = default;
 
 RuntimeError::~RuntimeError() = default;
 
-RuntimeError* RuntimeError::clone() const { return new RuntimeError(*this); }
+RuntimeError* RuntimeError::clone() const {
+    return new RuntimeError(*this);
+}
 
 }  // namespace ko

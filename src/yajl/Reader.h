@@ -22,7 +22,9 @@ enum class ReadStatus : int {
 
 /// The functions that receive the events. Each returns non-zero to go on and 0 to stop, and may
 /// throw. Texts are not NUL-terminated, lengths are in bytes, and both live only during the call.
-/// When `number` is null, numbers arrive through `integer` and `real` instead.
+/// When `number` is null, numbers arrive through `integer` and `real` instead: those with one of
+/// ".eE" as the nearest double, the others as a long; one that does not fit is an error. Any other
+/// function may be null too; its events pass unseen.
 struct ReaderCallbacks {
     int (*null)(void* context);
     int (*boolean)(void* context, int value);
@@ -37,7 +39,10 @@ struct ReaderCallbacks {
     int (*endArray)(void* context);
 };
 
-/// Reads one document, fed in pieces that may be cut anywhere. Not copyable; used by one thread.
+/// Reads one document, fed in pieces that may be cut anywhere: the pieces make no difference to the
+/// events and to the outcome. Comments count as blanks. Nothing behind the complete value is looked
+/// at. There is no limit of depth; UTF-8 is not checked (README.md lists what else passes). Not
+/// copyable; used by one thread.
 class Reader {
 public:
     /// Keeps `callbacks` by reference and hands `context` to each of them. Throws std::bad_alloc.
@@ -46,20 +51,29 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    /// Reads the next `length` bytes of the document. What a callback throws leaves this call
-    /// unchanged; so does std::bad_alloc when YAJL finds no memory. After either, status() keeps its
-    /// value and the reader can only be destroyed (every later call answers ReadStatus::error).
+    /// Reads the next `length` bytes of the document; a callback must not call it. A number at the
+    /// top level is complete only when another byte follows it, every other value with its own last
+    /// byte. What a callback throws leaves this call unchanged; so does std::bad_alloc when YAJL
+    /// finds no memory. After either, status() keeps its value and the reader can only be destroyed
+    /// (every later call answers ReadStatus::error).
     ReadStatus parse(const char* text, std::size_t length);
 
     /// The result of the last parse() that returned; insufficientData before the first.
     ReadStatus status() const;
 
     /// YAJL's text for the failure of the last parse(), which was given `text`: one line, or with
-    /// `verbose` the line, the text around the fault and a marker under it. Ends in a newline.
+    /// `verbose` the line, the text around the fault and a marker under it. Ends in a newline. A
+    /// parse() after the failure keeps the line, but sets the marker to its own first byte. Throws
+    /// std::bad_alloc and stays as it was.
     std::string error(bool verbose, const char* text, std::size_t length) const;
 
-    /// How many bytes of the document, over all pieces, were read when the last parse() ended:
-    /// all of them, or those before the fault, or up to the end of the complete value.
+    /// How many bytes of the document, over all pieces, were read when the last parse() ended: all
+    /// of them, or up to the end of the complete value, or up to where error() sets its marker.
+    /// That is: an offending byte within a token; the first byte of a number that does not fit; the
+    /// end of a token that is out of place or whose callback stopped, but the begin of one that
+    /// follows a member's value (of a string: two bytes on). A marker cannot leave the last
+    /// piece; only for numbers that do not fit does the position, when they began in an earlier
+    /// one. Pieces after the end or the fault do not move it, nor does a std::bad_alloc of YAJL.
     std::uint64_t position() const;
 
 private:

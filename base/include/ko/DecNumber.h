@@ -13,34 +13,49 @@
 
 namespace ko {
 
-/// An immutable exact decimal. Copies are deep. The implementation stands behind a pointer, so that
-/// users need no header of the big-number library.
+/// An immutable exact decimal with a coefficient of any length and a decimal exponent of 64 bits.
+/// Copies are deep. Memory follows the number of digits written down, never the exponent:
+/// 1e1000000000 is one digit.
+///
+/// Where the underlying big-number library gets no memory, it ends the process instead of throwing
+/// std::bad_alloc. What it needs is a small multiple of the digits that the caller already holds.
 class KO_API DecNumber {
 public:
     explicit DecNumber(long long value);
     explicit DecNumber(unsigned long long value);
-    /// Every finite double is an exact decimal and is taken as such. Throws RuntimeError for a NaN
-    /// and for the infinities.
+    /// Every finite double is an exact decimal and is taken as such: 0.1 has 55 digits. Both zeros
+    /// are the one zero. Throws RuntimeError for a NaN and for the infinities.
     explicit DecNumber(double value);
-    /// Reads an optional sign, digits with an optional point, and an optional exponent. Throws
-    /// RuntimeError, whose message shows the text, for anything else and for an exponent that does
-    /// not fit 64 bits.
+    /// Reads the whole of `text` as an optional sign '+' or '-', decimal digits with at most one
+    /// '.' before, among or after them, and an optional exponent: 'e' or 'E', an optional sign,
+    /// digits. That is every number of JSON, and leading zeros ("007"), a leading '+', "5." and
+    /// ".5" besides.
+    /// "-0" is zero. Zero may carry any exponent. Cost grows a little faster than the length; an
+    /// exponent costs nothing. Throws RuntimeError, whose message shows the text (a long one
+    /// shortened), for anything else, blanks and embedded NULs included, and where the power of ten
+    /// of the last digit written does not fit 64 bits.
     explicit DecNumber(const std::string& text);
     DecNumber(const DecNumber& other);
     DecNumber& operator=(const DecNumber& other);
     ~DecNumber();
 
-    /// Negative, zero or positive as this number is below, equal to or above `other`. Decided by sign
-    /// and magnitude where they differ, in constant memory; only numbers of the same magnitude are
-    /// brought to one scale.
+    /// Negative, zero or positive as this number is below, equal to or above `other`; how they were
+    /// written (1.0, 10e-1) makes no difference. Decided by the signs and the places of the leading
+    /// digits where those differ, in constant time and memory. Only numbers of the same magnitude
+    /// are brought to one scale, which takes memory for as many digits as the longer of them has.
     int compare(const DecNumber& other) const;
 
-    /// Writes text that reads back to an equal number, in the shortest of plain and exponent form, so
-    /// that a large exponent stays an exponent.
+    /// Writes a JSON number that reads back to an equal one, with every digit of the coefficient:
+    /// "1.50" stays "1.50". The form is plain ("100", "-0.00001") where no zeros have to be filled
+    /// in (so the digits of an integer always come back as they are, less leading zeros), and where
+    /// the leading digit's power of ten is from -6 to 18. Otherwise it is d.ddde+NN or d.ddde-NN.
+    /// Zero is "0". The formatting flags, width and locale of `out` have no effect.
     std::ostream& writeTo(std::ostream& out) const;
 
-    /// The number as that type, the fraction cut off toward zero. Throws RuntimeError, which shows the
-    /// number, when it does not fit. The floating types round to the nearest value.
+    /// The number as that type, the fraction cut off toward zero: -0.5 is 0 for an unsigned type
+    /// too. Takes memory for the digits only, whatever the exponent. Throws RuntimeError, which
+    /// shows the number (a long one shortened), when the number without its fraction is out of
+    /// range.
     explicit operator char() const;
     explicit operator unsigned char() const;
     explicit operator short() const;
@@ -51,6 +66,10 @@ public:
     explicit operator unsigned long() const;
     explicit operator long long() const;
     explicit operator unsigned long long() const;
+
+    /// The nearest value of that type (in the default rounding mode the one with the even last bit
+    /// where two are as near), which close to zero may be a denormal or zero. Throws RuntimeError,
+    /// which shows the number (a long one shortened), when the nearest would be an infinity.
     explicit operator float() const;
     explicit operator double() const;
 

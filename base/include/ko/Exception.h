@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The root of all exceptions of the base support library and of the libraries built on it. A subclass
-// that has a text of its own overrides generateWhat(); what() shows whatever that writes.
+// The root of all exceptions of the base support library and of the libraries built on it. A
+// subclass that has a text of its own overrides generateWhat(); what() shows whatever that writes.
 
 #pragma once
 
@@ -23,15 +23,17 @@ public:
     Exception& operator=(const Exception& other);
     ~Exception() override;
 
-    /// The text that the most derived generateWhat() writes. Never throws: when there is no memory
-    /// for the text, a fixed text stands in. Valid until the next call on the same object.
+    /// The text that the most derived generateWhat() writes. Never throws: when generateWhat()
+    /// does, for want of memory say, a fixed text stands in. Valid until the next call on the same
+    /// object, and no longer than the object. Not for two threads on one object at the same time.
     const char* what() const noexcept override;
 
     /// Replaces `out` by the whole text of this error: here the message, followed by
     /// " Cause: " and the cause's text when there is one.
     virtual void generateWhat(std::string& out) const;
 
-    /// A heap copy of the most derived object, owned by the caller.
+    /// A heap copy of the most derived object, owned by the caller. Every subclass overrides it, or
+    /// its copies lose what the subclass adds.
     virtual Exception* clone() const;
 
 private:

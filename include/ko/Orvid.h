@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+//
+// The whole public interface of the library.
+
+#pragma once
+
+#include <ko/DecNumber.h>
+#include <ko/Exception.h>
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/CallbackParser.h>
+#include <ko/Orvid/Dom.h>
+#include <ko/Orvid/DomParser.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/ElementCreator.h>
+#include <ko/Orvid/ElementGetter.h>
+#include <ko/Orvid/Exception.h>
+#include <ko/Orvid/FromSchemaPathConverter.h>
+#include <ko/Orvid/Generator.h>
+#include <ko/Orvid/Number.h>
+#include <ko/Orvid/Object.h>
+#include <ko/Orvid/Path.h>
+#include <ko/Orvid/PathException.h>
+#include <ko/Orvid/PathGenerator.h>
+#include <ko/Orvid/PathParser.h>
+#include <ko/Orvid/ToSchemaPathConverter.h>
+#include <ko/Orvid/TypeException.h>
+#include <ko/Orvid/types.h>
+#include <ko/Orvid/ValueOutOfRange.h>

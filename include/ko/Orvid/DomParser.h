@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+//
+// DomParser reads JSON text into an element tree. docs/reading.md tells what it accepts and what
+// becomes of text that is faulty or ends early.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/CallbackParser.h>
+#include <ko/Orvid/fwd.h>
+#include <ko/Orvid/types.h>
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+namespace ko::Orvid {
+
+/// Fills a caller's element from JSON text: members in the order of the text, numbers as their exact
+/// text; a repeated key keeps its first place and its last value. The element's own place stays.
+///
+/// One parser reads one document: a second parse() goes on with the text of the first. Reading is
+/// lenient: text that ends early is no error (state() tells), text behind the value is not looked at.
+class KO_API DomParser : private CallbackParserListener {
+public:
+    DomParser();
+    ~DomParser() override;
+    DomParser(const DomParser&) = delete;
+    DomParser& operator=(const DomParser&) = delete;
+
+    // Reset the element to null and read the text, or what the stream has available, into it. Lengths
+    // are in bytes. A document must have a root. Throw ParseException, whose context is the element
+    // that was being filled and whose message shows the fault, for text that is no JSON; what was
+    // built before stays in the element.
+    std::istream& parse(Element& root, std::istream& in);
+    void parse(Element& root, const char* text, unsigned int length);
+    void parse(Element& root, const std::string& text);
+    std::istream& parse(Dom& dom, std::istream& in);
+    void parse(Dom& dom, const char* text, unsigned int length);
+    void parse(Dom& dom, const std::string& text);
+
+    /// CallbackParser::state() of the text so far: 0 when it held a complete value, 2 when it did not.
+    int state() const;
+    /// CallbackParser::position(): the 0-based offset in bytes at which the last parse() stopped.
+    unsigned long long position() const;
+    /// Where a text that ended early stopped: the element that was being filled. Null when the last
+    /// parse() read a complete value or threw.
+    const Element* openElement() const noexcept { return m_open; }
+
+protected:
+    // The events. Each throws ParseException, with the current element as context, where it does not
+    // fit the tree; none returns 0.
+    int cb_null() override;
+    int cb_boolean(bool value) override;
+    int cb_number(const char* text, unsigned int length) override;
+    int cb_string(const char* text, unsigned int length) override;
+    int cb_start_map() override;
+    int cb_map_key(const char* text, unsigned int length) override;
+    int cb_end_map() override;
+    int cb_start_array() override;
+    int cb_end_array() override;
+    int cb_error(const char* message) override;
+    int cb_integer(long value) override;
+    int cb_double(double value) override;
+
+private:
+    template<class Feed>
+    void fill(Element& root, const Feed& feed);
+    template<class Set>
+    int placeScalar(const char* unexpected, const Set& set);
+    int openContainer(EType type, const char* unexpected);
+    int closeContainer(EType type, const char* unexpected);
+    void requireCurrent(const char* unexpected) const;
+    [[noreturn]] void fail(const char* message) const;
+
+    std::unique_ptr<CallbackParser> m_parser;
+    Element* m_root = nullptr;     ///< what the last parse() was given
+    Element* m_current = nullptr;  ///< what the next event applies to; null when no value is due
+    Element* m_open = nullptr;
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: MIT
+//
+// Element, one JSON value and its place in a tree. This is the header to open first; the containers
+// that an element may hold are in Array.h and Object.h, the path language in docs/paths.md.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/fwd.h>
+#include <ko/Orvid/Number.h>
+#include <ko/Orvid/Path.h>
+#include <ko/Orvid/types.h>
+
+#include <iosfwd>
+#include <string>
+#include <type_traits>
+
+namespace ko::Orvid {
+
+/// One JSON value with its parent, its key in a parent object and its index in a parent array.
+///
+/// An element owns its value; a container owns its children, whose addresses stay until they are
+/// removed; a parent link never owns. Copying and assigning copy the value, deeply, and never the
+/// place: a copy is free-standing, a target of an assignment stays where it is. Destroying, copying
+/// and comparing take a constant amount of stack whatever the depth of the tree.
+///
+/// A tree is used by one thread at a time. It may be read by several while nobody changes it and each
+/// number in it has been read once before (see Number).
+class KO_API Element {
+public:
+    using TObject = Object<std::string, Element, std::less<std::string>>;
+    using TArray = Array<Element>;
+
+    /// The type and its payload: `value`'s member of that type. Pointers are owned.
+    struct SData {
+        EType type = etNull;
+        union UValue {
+            TObject* object = nullptr;
+            TArray* array;
+            std::string* string;
+            Number* number;
+            bool boolean;
+            unsigned int null;
+        } value;
+    };
+
+    static constexpr unsigned int k_null = 0;  ///< the payload of every null
+    static constexpr unsigned int k_emptyNull = k_null;
+    static constexpr bool k_emptyBoolean = false;
+    static const Number k_emptyNumber;  ///< zero
+    static const std::string k_emptyString;
+    static const TObject k_emptyObject;
+    static const TArray k_emptyArray;
+    static const Element k_emptyElement;  ///< of type etEmpty
+
+    // --- value ------------------------------------------------------------------------------------
+
+    /// Null.
+    Element() noexcept = default;
+    template<class T, std::enable_if_t<std::is_same_v<T, bool>, int> = 0>
+    Element(T value) noexcept {
+        m_data.type = etBoolean;
+        m_data.value.boolean = value;
+    }
+    template<class T, std::enable_if_t<Number::k_isBinary<T>, int> = 0>
+    Element(T value) : Element(Number(value)) {}
+    Element(const char* text);
+    Element(const std::string& text);
+    Element(const Number& number);
+    /// A deep copy of the value. The items of copied arrays report index 0 until their array is next
+    /// updated (Array::updateVector, setParent).
+    Element(const Element& other);
+    /// The same into this place. `other` may be part of this element, or this element part of it.
+    /// Throws std::bad_alloc, leaving this element unchanged.
+    Element& operator=(const Element& other);
+    ~Element();
+
+    EType type() const noexcept { return m_data.type; }
+    bool isEmpty() const noexcept { return m_data.type == etEmpty; }
+    bool isNull() const noexcept { return m_data.type == etNull; }
+    bool isBoolean() const noexcept { return m_data.type == etBoolean; }
+    bool isNumber() const noexcept { return m_data.type == etNumber; }
+    bool isString() const noexcept { return m_data.type == etString; }
+    bool isObject() const noexcept { return m_data.type == etObject; }
+    bool isArray() const noexcept { return m_data.type == etArray; }
+
+    // The payload, after ensureType(). References live until this element takes another type or is
+    // destroyed.
+    bool& boolean();
+    bool boolean() const;
+    Number& number();
+    const Number& number() const;
+    std::string& string();
+    const std::string& string() const;
+    TObject& object();
+    const TObject& object() const;
+    TArray& array();
+    const TArray& array() const;
+
+    // Set the value; the place stays. A payload of the right type is kept and updated, so references
+    // to it stay valid. Lengths are in bytes. The argument may lie in this element. Throw
+    // std::bad_alloc, leaving this element unchanged.
+    void setNull();
+    void setBoolean(bool value);
+    void setString(const std::string& text);
+    void setString(const char* bytes, unsigned int length);
+    void setNumber(const Number& number);
+    void setNumber(const char* text, unsigned int length);
+    template<class T, class = std::enable_if_t<Number::k_isBinary<T>>>
+    void setNumber(T value) {
+        setNumber(Number(value));
+    }
+
+    /// Throws TypeException<EType>, with this element as context, unless this is an `expected`.
+    void ensureType(EType expected) const {
+        if (m_data.type != expected) {
+            throwTypeException(expected);
+        }
+    }
+
+    // --- place ------------------------------------------------------------------------------------
+
+    /// The element whose container holds this one; null for a root or a free-standing element.
+    Element* parent() noexcept { return m_parent; }
+    const Element* parent() const noexcept { return m_parent; }
+    /// The 0-based position in the parent array; meaningful only while the parent is an array.
+    unsigned int index() const noexcept { return m_index; }
+    /// The step from the parent to this element: the key, unescaped, in an object, `[index]` in an
+    /// array, empty without a parent.
+    std::string key() const;
+    /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
+    Element* root() noexcept;
+    const Element* root() const noexcept;
+
+    /// The path text of this element: from `relativeTo` where that is a proper ancestor, or else from
+    /// the root. Empty for a root.
+    std::string path(const Element* relativeTo = nullptr) const;
+    std::ostream& path(std::ostream& out, const Element* relativeTo = nullptr) const;
+    /// The path of this element's description in the schema, which always begins `meta.schema`.
+    std::string schemaPath(const Element* relativeTo = nullptr) const;
+    std::ostream& schemaPath(std::ostream& out, const Element* relativeTo = nullptr) const;
+
+    // --- lookup by path ---------------------------------------------------------------------------
+    // All of them throw ParseException for a malformed path and for a step `[*]`, the try forms
+    // included. The cost is that of parsing the path and, for each step, O(log n) in an object and
+    // O(1) in an array.
+
+    /// Whether the path leads to an element of that type; etEmpty accepts any.
+    bool pathExists(const Path& path, EType type = etEmpty) const;
+    /// The element at the path; this one for an empty path. Throws PathNotFound.
+    Element& get(const Path& path);
+    const Element& get(const Path& path) const;
+    /// The element at the path, or `fallback`, which must live as long as the result is used.
+    const Element& tryGet(const Path& path, const Element& fallback) const;
+
+    /// The first item of the array at `arrayPath` (this element when empty) whose element at
+    /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is none.
+    /// Items that raise an Exception while they are looked into are passed over. Throws PathNotFound
+    /// when there is no such array, TypeException when it is no array.
+    Element* find(const Element& value, const Path& itemPath = Path(),
+                  const Path& arrayPath = Path());
+    const Element* find(const Element& value, const Path& itemPath = Path(),
+                        const Path& arrayPath = Path()) const;
+    /// The same, answering `fallback` when nothing is found and when there is no such array.
+    const Element& tryFind(const Element& value, const Element& fallback,
+                           const Path& itemPath = Path(), const Path& arrayPath = Path()) const;
+
+    // --- editing by path --------------------------------------------------------------------------
+    // `value` may lie anywhere in the tree that is edited: what it was before the call counts.
+
+    /// Removes the items that find() would find, but for one rule: the item that directly follows a
+    /// removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1] leaves [1, 2].
+    /// Linear in the number of items. Throws as find() does.
+    void remove(const Element& value, const Path& itemPath = Path(),
+                const Path& arrayPath = Path());
+    /// The same; every Exception is swallowed.
+    void tryRemove(const Element& value, const Path& itemPath = Path(),
+                   const Path& arrayPath = Path());
+    /// Sets the element at the path to `value`, making what is missing (see Path::createElement).
+    Element& create(const Path& path, const Element& value);
+    /// The same, with one Exception for any step that cannot be made (see Path::tryCreateElement).
+    Element& tryCreate(const Path& path, const Element& value);
+    /// Overwrites the element at the path, which must exist. Throws PathNotFound.
+    Element& update(const Path& path, const Element& value);
+    /// Overwrites the element at the path, making it first where it is missing. Throws as tryCreate().
+    Element& tryUpdate(const Path& path, const Element& value);
+    /// Adds or overwrites the member of this object whose key is the path's text, word for word: it is
+    /// not parsed. Throws TypeException when this is no object.
+    Element& insert(const Path& key, const Element& value);
+
+    // --- defaults from the document's own schema --------------------------------------------------
+    // The schema is looked up under meta.schema of the root; docs/defaults.md has an example. The data
+    // is never changed. `path` is relative to this element.
+
+    /// The schema's default for the element at the path, or `fallback`.
+    const Element& tryGetDefault(const Path& path, const Element& fallback) const;
+    /// The schema's default for the element at the path. Throws PathNotFound.
+    const Element& getDefault(const Path& path) const;
+    /// The element at the path, or else the schema's default for it, or else `fallback`.
+    const Element& tryGetUsingDefault(const Path& path, const Element& fallback) const;
+    /// The element at the path, or else the schema's default for it. The default is looked up first:
+    /// throws PathNotFound when the schema has none, even where the data has a value.
+    const Element& getUsingDefault(const Path& path) const;
+
+    // --- payload records --------------------------------------------------------------------------
+
+    const SData& data() const noexcept { return m_data; }
+    SData& data() noexcept { return m_data; }
+
+    /// Tags `data` with `type` and gives it an empty payload; a new container names `owner` as its
+    /// children's parent. A former payload is not released, and a null or boolean payload stays as it
+    /// is. Throws std::bad_alloc with the tag set and no payload.
+    static void create(SData& data, EType type, Element* owner);
+    /// Releases the payload. The tag stays; the caller sets a new one.
+    static void destroy(SData& data);
+    /// Makes `target` a deep copy of `source`; a payload of the same type is kept and assigned to, and
+    /// then keeps its own parent instead of `owner`. A source that is tagged with no type changes
+    /// nothing. Throws std::bad_alloc, leaving `target` unchanged.
+    static void copy(SData& target, const SData& source, Element* owner);
+    /// The order of values: -1, 0 or 1. Empty < null < boolean < number < string < object < array;
+    /// containers member by member in their order. Throws what Number::compare() throws.
+    static int compare(const SData& a, const SData& b);
+
+    /// Makes a null element in the storage at `where`, or on the heap, owned by the caller, when that
+    /// is null.
+    Element* construct(Element* where) const;
+    /// A new null element, owned by the caller: not a copy.
+    Element* clone() const;
+    /// Does nothing.
+    void destroy();
+
+private:
+    friend struct Place;
+
+    [[noreturn]] void throwTypeException(EType expected) const;
+    void replaceString(std::string* text) noexcept;
+    void replaceNumber(Number* number) noexcept;
+
+    SData m_data;
+    Element* m_parent = nullptr;
+    std::string m_key;
+    unsigned int m_index = 0;
+};
+
+}  // namespace ko::Orvid
+
+/// Writes the element as JSON text, indented by four blanks (see Generator).
+KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Element& element);
+/// Reads JSON text into the element (see DomParser).
+KO_API std::istream& operator>>(std::istream& in, ko::Orvid::Element& element);
+
+namespace ko {
+using ::operator<<;
+using ::operator>>;
+namespace Orvid {
+using ::operator<<;
+using ::operator>>;
+}
+}  // namespace ko

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+//
+// The root of the library's exceptions, which can name the element at which an error arose, and the
+// error for faulty text (JSON or path). The other kinds stand with what raises them: TypeException.h,
+// PathException.h, ValueOutOfRange.h. The whole list is in docs/errors.md.
+
+#pragma once
+
+#include <ko/Exception.h>
+#include <ko/Orvid/fwd.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ko::Orvid {
+
+/// An error, with the path of the element that it concerns where there is one. The path is computed
+/// when the exception is built and owned by it, so the exception outlives the tree. What the
+/// constructors throw (out of memory, while the path or a text is copied) passes through.
+class KO_API Exception : public ko::Exception {
+public:
+    explicit Exception(const ko::Exception* cause);
+    explicit Exception(std::nullptr_t);
+    explicit Exception(const std::string& message, const ko::Exception* cause = nullptr);
+    Exception(const std::string& message, std::nullptr_t);
+    /// `element` may be null: no element context.
+    explicit Exception(const Element* element, const ko::Exception* cause = nullptr);
+    Exception(const std::string& message, const Element* element,
+              const ko::Exception* cause = nullptr);
+    Exception(const Exception& other);
+    /// What elementPath() returned before stays readable until this exception ends.
+    Exception& operator=(const Exception& other);
+    ~Exception() override;
+
+    Exception* clone() const override;
+
+    /// The path from the root of the element that the error concerns; null when there is none. The
+    /// string lives as long as this exception.
+    const std::string* elementPath() const { return m_elementPath; }
+
+protected:
+    /// Writes the end of a subclass's text: where there is element context, " Current element: " and,
+    /// in double quotes, the address of the stored path (not its text).
+    void writeElementAddress(std::ostream& out) const;
+
+private:
+    std::string* m_elementPath;
+    std::vector<std::unique_ptr<const std::string>> m_formerPaths;
+};
+
+/// Faulty text: a message and the span of the fault.
+class KO_API ParseException : public Exception {
+public:
+    /// Lines and columns count from 1 in JSON text; a path's columns count from 0, its line is 1.
+    /// -1 stands for unknown.
+    ParseException(const Element* element, const std::string& message, int firstLine,
+                   int firstColumn, int lastLine, int lastColumn,
+                   const Orvid::Exception* cause = nullptr);
+    ParseException(const std::string& message, int firstLine, int firstColumn, int lastLine,
+                   int lastColumn, const Orvid::Exception* cause = nullptr);
+    ParseException(const ParseException& other);
+    ParseException& operator=(const ParseException& other);
+    ~ParseException() override;
+
+    /// Writes "Parse error at " and the span where it is known, directly followed by the message.
+    void generateWhat(std::string& out) const override;
+    ParseException* clone() const override;
+
+    const std::string& message() const { return m_message; }
+    int firstLine() const { return m_firstLine; }
+    int firstColumn() const { return m_firstColumn; }
+    int lastLine() const { return m_lastLine; }
+    int lastColumn() const { return m_lastColumn; }
+
+private:
+    void init(const std::string& message, int firstLine, int firstColumn, int lastLine,
+              int lastColumn);
+
+    std::string m_message;
+    int m_firstLine;
+    int m_firstColumn;
+    int m_lastLine;
+    int m_lastColumn;
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+//
+// Generator writes element trees and documents as JSON text, one member or item a line, each level
+// indented by four blanks.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/Element.h>
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+namespace ko::Orvid {
+
+/// Writes one document. Text is gathered in memory until flush(). Numbers are written with their text,
+/// members in their order; an element of type etEmpty writes nothing. The encode() forms print a whole
+/// value and flush.
+///
+/// Containers may be nested 127 deep. One that is nested deeper is left out with all that it holds, its
+/// key included, and state() tells so. Each call that is refused writes nothing, so what is written is
+/// balanced. A value written completely ends the document: another takes another generator.
+class KO_API Generator {
+public:
+    /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
+    explicit Generator(std::ostream* out = nullptr);
+    /// Flushes. Throws what flush() throws, unless another exception is on its way.
+    virtual ~Generator() noexcept(false);
+    Generator(const Generator&) = delete;
+    Generator& operator=(const Generator&) = delete;
+
+    /// Stores another indent. The layout was fixed when the generator was made and does not change.
+    void setIndent(const std::string& indent);
+    const std::string& indent() const;
+
+    // Single events. Each returns 0 when it was written, or else 1 where a key is due and this is no
+    // string, 2 beyond the greatest depth, 3 for a close without an open, 4 when the document is
+    // complete, 5 for a NaN or an infinity.
+    int gen_null();
+    int gen_bool(bool value);
+    int gen_number(const Number& number);
+    int gen_string(const std::string& text);
+    int gen_object_open();
+    int gen_object_close();
+    int gen_array_open();
+    int gen_array_close();
+    int gen_integer(long value);
+    /// Written with up to twenty significant digits.
+    int gen_double(double value);
+
+    void printString(const std::string& text);
+    void print(const Element& element);
+    void printObject(const Element::TObject& object);
+    void printArray(const Element::TArray& array);
+    /// Leaves out the root's metadata member unless the document says to write it.
+    void print(const Dom& dom);
+
+    /// Moves the text gathered so far to the stream, which is not flushed itself. Throws
+    /// Exception("Generator: output stream not set!") when there is text but no stream.
+    void flush();
+
+    // Print and flush to `out`, which stays the generator's stream.
+    std::ostream& encode(std::ostream& out, const Dom& dom);
+    std::ostream& encode(std::ostream& out, const Element& element);
+    // Print over the beginning of `text`: what is longer than the JSON text stays behind it. The
+    // generator has no stream afterwards.
+    void encode(std::string& text, const Dom& dom);
+    void encode(std::string& text, const Element& element);
+    std::string encode(const Dom& dom);
+    std::string encode(const Element& element);
+
+    /// The first result other than 0 of any event since the generator was made; 0 while all is well.
+    int state() const;
+
+private:
+    struct SImpl;
+
+    void printMember(const std::string& key, const Element& value);
+    template<class Member>
+    void printMembers(const Element::TObject& object, const Member& isWritten);
+    template<class Value>
+    std::ostream& encodeTo(std::ostream& out, const Value& value);
+    template<class Value>
+    void encodeOver(std::string& text, const Value& value);
+
+    std::ostream* m_out;
+    std::unique_ptr<SImpl> m_impl;
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+//
+// Object, the members of an object element.
+
+#pragma once
+
+#include <ko/ListMap.h>
+#include <ko/Orvid/Element.h>
+
+#include <utility>
+
+namespace ko::Orvid {
+
+/// The members of an object element, in insertion order; the values name that element as their parent.
+/// Made for std::string and Element only.
+///
+/// Every value has its member's key, the object's parent and the index k_noIndex.
+template<class Key, class Value, class Compare>
+class KO_API Object : public ListMap<Key, Value, Compare> {
+public:
+    using TBase = ListMap<Key, Value, Compare>;
+    using typename TBase::iterator;
+    using typename TBase::value_type;
+
+    /// An empty object whose values will name `parent`, which may be null.
+    explicit Object(Value* parent = nullptr);
+    /// Deep copies of the other's members, in its order. Throws std::bad_alloc.
+    Object(const Object& other, Value* parent = nullptr);
+    /// The same in place of the present members; the parent stays. The copies are complete before the
+    /// former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
+    Object& operator=(const Object& other);
+    ~Object() override;
+
+    std::pair<iterator, bool> insert(const value_type& member) override;
+    iterator insert(iterator position, const value_type& member) override;
+    /// The member with that key, set to null; appended when it is not there yet.
+    Value& resetMember(const Key& key);
+
+    using TBase::swap;
+    /// Exchanges the members; each object keeps its parent. Only the members that this object now holds
+    /// learn their new place; for the others call other.setParent(other.parent()).
+    virtual void swap(Object& other);
+
+    Value* parent() const noexcept { return m_parent; }
+    /// Gives all members that parent, and their key.
+    void setParent(Value* parent);
+
+private:
+    /// Tags one member; when there is no memory for its key, a new member is taken out again.
+    void tagOrErase(iterator member, bool isNew);
+    void tagAll();
+
+    Value* m_parent;
+};
+
+extern template class KO_API Object<std::string, Element, std::less<std::string>>;
+
+}  // namespace ko::Orvid

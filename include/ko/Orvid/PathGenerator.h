@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+//
+// PathGenerator writes path text step by step. PathParser reads it back to the same steps, but for an
+// empty first key, which the path language cannot express, and a byte 0xFF, which ends a path.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/types.h>
+#include <ko/StringRef.h>
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// Writes path text to a stream that it does not own. Failures of the stream are the stream's to tell.
+class KO_API PathGenerator {
+public:
+    enum EState : int {
+        esInit,    ///< nothing written yet
+        esObject,  ///< the last step was an object step
+        esArray,   ///< the last step was an array step
+        esError,   ///< never entered
+    };
+
+    /// The characters of a key that are written behind a backslash.
+    static constexpr std::string_view k_special = ".[]*\\";
+
+    /// Writes nothing yet. `out` must outlive the generator's use.
+    explicit PathGenerator(std::ostream& out);
+
+    /// Writes an object step: a `.` unless it is the first step, then the key, escaped.
+    void genObjectProperty(const StringRef<char>& key);
+    void genObjectProperty(const std::string& key);
+
+    /// Writes an array step: `[index]` with the 0-based index, or `[*]` for k_noIndex.
+    void genListItem(unsigned int index);
+
+private:
+    std::ostream* m_out;
+    EState m_state;
+};
+
+}  // namespace ko::Orvid
+
+/// Prints the state's name; sets failbit, writing nothing, for a value that is no state.
+KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::PathGenerator::EState state);
+KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::PathGenerator::EState state);
+
+namespace ko {
+using ::operator<<;
+namespace Orvid {
+using ::operator<<;
+}
+}  // namespace ko

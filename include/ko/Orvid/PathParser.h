@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+//
+// PathParser reads path text such as `a.b[3].c` and reports its steps to a listener. It knows no tree.
+// The language is told in docs/paths.md.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/types.h>
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// Receives the steps of a path, each as soon as its end has been seen. What an operation throws
+/// leaves PathParser::parse() unchanged.
+class KO_API PathParserListener {
+public:
+    virtual ~PathParserListener();
+
+    /// An object step with its key, escapes resolved. Returns false to stop the parse.
+    virtual bool cbObjectProperty(const std::string& key) = 0;
+    /// An array step with its 0-based index; k_noIndex for `[*]`. Returns false to stop the parse.
+    virtual bool cbArrayItem(unsigned int index) = 0;
+    /// A syntax error. `message` tells all; `token` is the part of a key or index read so far, `start`
+    /// and `end` are the 0-based offsets, in bytes, of the token and of the character at fault. Returns
+    /// true to skip that character and go on, false to stop. This one throws
+    /// ParseException(message, 1, start, 1, end).
+    virtual bool cbParseError(const std::string& message, const std::string& token,
+                              unsigned int start, unsigned int end);
+};
+
+/// Parses path text. It keeps nothing between two parses; separate parsers may run on separate threads.
+class KO_API PathParser {
+public:
+    enum EState : int {
+        esInit,        ///< between steps: at the start, or behind a `]`
+        esObjectInit,  ///< behind a `.`: a key must follow
+        esObject,      ///< inside a key
+        esArrayInit,   ///< behind a `[`: an index must follow
+        esArray,       ///< inside an index
+        esError,       ///< the listener refused to go on after an error
+    };
+
+    /// The working state of one parse. Offsets count bytes from 0.
+    struct SState {
+        EState state = esInit;
+        bool escaped = false;         ///< the next character follows a backslash
+        std::string token;            ///< the key or index so far, escapes resolved
+        unsigned int position = 0;    ///< of the character that is being processed
+        unsigned int tokenStart = 0;  ///< of the token's first character, or of the last separator
+    };
+
+    /// Keeps the listener, which must outlive the parser's use.
+    explicit PathParser(PathParserListener* listener);
+
+    /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops, and
+    /// reports the steps. Throws only what the listener does.
+    std::istream& parse(std::istream& in);
+    /// The same on a text in memory.
+    void parse(std::string_view text);
+
+    /// Handles the end of the input: reports a pending key, or the error that the path is not complete.
+    /// `c` is the character for the error message: -1 for the end of the input.
+    void parseEnd(SState& s, char c);
+
+    /// Report an error to the listener; true means go on. The second form makes the message from the
+    /// character at fault, or from -1 for the end of the input.
+    bool parseError(SState& s, std::string& message);
+    bool parseError(SState& s, char c);
+
+private:
+    bool next(SState& s, char c);
+    bool acceptPlain(SState& s, char c);
+    bool acceptEscaped(SState& s, char c);
+    bool emitKey(SState& s, EState following);
+    bool emitIndex(SState& s);
+
+    PathParserListener* m_listener;
+};
+
+}  // namespace ko::Orvid
+
+/// Prints the state's name; sets badbit, writing nothing, for a value that is no state.
+KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::PathParser::EState state);
+KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::PathParser::EState state);
+
+namespace ko {
+using ::operator<<;
+namespace Orvid {
+using ::operator<<;
+}
+}  // namespace ko

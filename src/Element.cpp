@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+//
+// An element's value and its place in the tree. Payload records are in ElementData.cpp, copying,
+// comparing and destroying whole trees in Tree*.cpp, the operations by path in ElementLookup.cpp,
+// ElementEdit.cpp and ElementDefaults.cpp.
+
+#include <ko/Orvid/Element.h>
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+#include <ko/Orvid/TypeException.h>
+
+#include <memory>
+#include <new>
+#include <sstream>
+
+namespace ko::Orvid {
+
+namespace {
+
+Element makeEmpty() {
+    Element element;
+    Element::create(element.data(), etEmpty, nullptr);
+    return element;
+}
+
+}  // namespace
+
+const Number Element::k_emptyNumber;
+const std::string Element::k_emptyString;
+const Element::TObject Element::k_emptyObject;
+const Element::TArray Element::k_emptyArray;
+const Element Element::k_emptyElement = makeEmpty();
+
+Element::Element(const char* text) : Element(std::string(text)) {}
+
+Element::Element(const std::string& text) { setString(text); }
+
+Element::Element(const Number& number) { setNumber(number); }
+
+Element::Element(const Element& other) { copy(m_data, other.m_data, this); }
+
+Element& Element::operator=(const Element& other) {
+    copy(m_data, other.m_data, this);
+    return *this;
+}
+
+Element::~Element() { destroy(m_data); }
+
+void Element::destroy() {}
+
+Element* Element::construct(Element* where) const {
+    return where == nullptr ? new Element : new (where) Element;
+}
+
+Element* Element::clone() const { return construct(nullptr); }
+
+void Element::throwTypeException(EType expected) const {
+    throw TypeException<EType>(this, expected, m_data.type);
+}
+
+bool& Element::boolean() {
+    ensureType(etBoolean);
+    return m_data.value.boolean;
+}
+
+bool Element::boolean() const {
+    ensureType(etBoolean);
+    return m_data.value.boolean;
+}
+
+Number& Element::number() {
+    ensureType(etNumber);
+    return *m_data.value.number;
+}
+
+const Number& Element::number() const {
+    ensureType(etNumber);
+    return *m_data.value.number;
+}
+
+std::string& Element::string() {
+    ensureType(etString);
+    return *m_data.value.string;
+}
+
+const std::string& Element::string() const {
+    ensureType(etString);
+    return *m_data.value.string;
+}
+
+Element::TObject& Element::object() {
+    ensureType(etObject);
+    return *m_data.value.object;
+}
+
+const Element::TObject& Element::object() const {
+    ensureType(etObject);
+    return *m_data.value.object;
+}
+
+Element::TArray& Element::array() {
+    ensureType(etArray);
+    return *m_data.value.array;
+}
+
+const Element::TArray& Element::array() const {
+    ensureType(etArray);
+    return *m_data.value.array;
+}
+
+// The setters make a new payload before they give up the old one: the argument may lie within it.
+
+void Element::setNull() {
+    destroy(m_data);
+    m_data = SData();
+}
+
+void Element::setBoolean(bool value) {
+    if (m_data.type != etBoolean) {
+        setNull();
+        m_data.type = etBoolean;
+    }
+    m_data.value.boolean = value;
+}
+
+void Element::setString(const std::string& text) {
+    if (m_data.type == etString) {
+        *m_data.value.string = text;
+    } else {
+        replaceString(new std::string(text));
+    }
+}
+
+void Element::setString(const char* bytes, unsigned int length) {
+    if (m_data.type == etString) {
+        m_data.value.string->assign(bytes, length);
+    } else {
+        replaceString(new std::string(bytes, length));
+    }
+}
+
+void Element::replaceString(std::string* text) noexcept {
+    setNull();
+    m_data.type = etString;
+    m_data.value.string = text;
+}
+
+void Element::setNumber(const Number& number) {
+    if (m_data.type == etNumber) {
+        m_data.value.number->set(number);
+    } else {
+        replaceNumber(new Number(number));
+    }
+}
+
+void Element::setNumber(const char* text, unsigned int length) {
+    if (m_data.type == etNumber) {
+        m_data.value.number->set(text, length);
+    } else {
+        auto number = std::make_unique<Number>();
+        number->set(text, length);
+        replaceNumber(number.release());
+    }
+}
+
+void Element::replaceNumber(Number* number) noexcept {
+    setNull();
+    m_data.type = etNumber;
+    m_data.value.number = number;
+}
+
+std::string Element::key() const {
+    if (m_parent == nullptr) {
+        return Path::k_noName;
+    }
+    switch (m_parent->type()) {
+        case etObject:
+            return m_key;
+        case etArray:
+            return "[" + std::to_string(m_index) + "]";
+        default:
+            return std::string();
+    }
+}
+
+Element* Element::root() noexcept {
+    Element* element = this;
+    while (element->m_parent != nullptr) {
+        element = element->m_parent;
+    }
+    return element;
+}
+
+const Element* Element::root() const noexcept { return const_cast<Element*>(this)->root(); }
+
+std::ostream& Element::path(std::ostream& out, const Element* relativeTo) const {
+    return Path::elementPath(out, *this, relativeTo);
+}
+
+std::string Element::path(const Element* relativeTo) const {
+    std::ostringstream text;
+    path(text, relativeTo);
+    return text.str();
+}
+
+std::ostream& Element::schemaPath(std::ostream& out, const Element* relativeTo) const {
+    return Path::elementSchemaPath(out, *this, relativeTo);
+}
+
+std::string Element::schemaPath(const Element* relativeTo) const {
+    std::ostringstream text;
+    schemaPath(text, relativeTo);
+    return text.str();
+}
+
+}  // namespace ko::Orvid

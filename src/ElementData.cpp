@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+//
+// The payload record of an element: making, copying and releasing it.
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/Object.h>
+
+#include "Tree.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+/// Both payloads are of one type; the target's is kept.
+void assign(Element::SData& target, const Element::SData& source) {
+    switch (source.type) {
+        case etNull:
+            target.value.null = source.value.null;
+            break;
+        case etBoolean:
+            target.value.boolean = source.value.boolean;
+            break;
+        case etNumber:
+            target.value.number->set(*source.value.number);
+            break;
+        case etString:
+            *target.value.string = *source.value.string;
+            break;
+        case etObject:
+            *target.value.object = *source.value.object;
+            break;
+        case etArray:
+            *target.value.array = *source.value.array;
+            break;
+        default:
+            break;
+    }
+}
+
+/// Fills a payload that create() has just made.
+void fill(Element::SData& target, const Element::SData& source) {
+    if (isContainer(source)) {
+        copyTree(target, source);
+    } else {
+        assign(target, source);
+    }
+}
+
+}  // namespace
+
+void Element::create(SData& data, EType type, Element* owner) {
+    data.type = type;
+    // A payload that cannot be had is null, which destroy() passes over.
+    switch (type) {
+        case etNumber:
+            data.value.number = nullptr;
+            data.value.number = new Number;
+            break;
+        case etString:
+            data.value.string = nullptr;
+            data.value.string = new std::string;
+            break;
+        case etObject:
+            data.value.object = nullptr;
+            data.value.object = new TObject(owner);
+            break;
+        case etArray:
+            data.value.array = nullptr;
+            data.value.array = new TArray(owner);
+            break;
+        default:
+            break;
+    }
+}
+
+void Element::destroy(SData& data) {
+    switch (data.type) {
+        case etNumber:
+            delete data.value.number;
+            break;
+        case etString:
+            delete data.value.string;
+            break;
+        case etObject:
+        case etArray:
+            destroyTree(data);
+            break;
+        default:
+            break;
+    }
+}
+
+void Element::copy(SData& target, const SData& source, Element* owner) {
+    if (&target == &source) {
+        return;
+    }
+    if (target.type == source.type) {
+        assign(target, source);
+        return;
+    }
+    if (source.type < etEmpty || source.type > etArray) {
+        return;
+    }
+    // The copy is complete before the old payload goes: the source may lie within it.
+    OwnedData copied(source.type, owner);
+    fill(*copied, source);
+    destroy(target);
+    target = copied.release();
+}
+
+int Element::compare(const SData& a, const SData& b) { return compareTrees(a, b); }
+
+}  // namespace ko::Orvid

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+//
+// The names of an enumeration's values, for its operators << on narrow and on wide streams.
+
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+
+namespace ko::Orvid {
+
+/// One value's name in both character types.
+struct SEnumName {
+    const char* narrow;
+    const wchar_t* wide;
+};
+
+#define ORVID_ENUM_NAME(text) \
+    { text, L##text }
+
+inline std::ostream& operator<<(std::ostream& out, const SEnumName& name) {
+    return out << name.narrow;
+}
+
+inline std::wostream& operator<<(std::wostream& out, const SEnumName& name) {
+    return out << name.wide;
+}
+
+/// The name at `position` (0-based) of a table of consecutive values; null outside the table.
+template<std::size_t count>
+const SEnumName* nameAt(const SEnumName (&names)[count], std::ptrdiff_t position) {
+    const bool known = position >= 0 && position < static_cast<std::ptrdiff_t>(count);
+    return known ? &names[position] : nullptr;
+}
+
+/// Prints the name, or sets `missing` on the stream, writing nothing, when there is none.
+template<class Stream>
+Stream& printName(Stream& out, const SEnumName* name, std::ios_base::iostate missing) {
+    if (name == nullptr) {
+        out.setstate(missing);
+    } else {
+        out << *name;
+    }
+    return out;
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+//
+// The walk through a tree that writes it. It recurses, but no deeper than the writer lets containers
+// be nested.
+
+#include <ko/Orvid/Generator.h>
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Dom.h>
+#include <ko/Orvid/Exception.h>
+#include <ko/Orvid/Object.h>
+
+#include <exception>
+#include <sstream>
+
+#include "Tree.h"
+#include "yajl/Writer.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr const char* k_defaultIndent = "    ";
+
+constexpr int number(yajl::WriteStatus status) { return static_cast<int>(status); }
+
+constexpr int k_written = number(yajl::WriteStatus::ok);
+
+/// Whether the writer counts a container as open, so that it must be closed: a refusal for depth
+/// covers all up to the close.
+bool isOpen(int status) {
+    return status == k_written || status == number(yajl::WriteStatus::maxDepthExceeded);
+}
+
+}  // namespace
+
+struct Generator::SImpl {
+    std::string indent = k_defaultIndent;
+    yajl::Writer writer{true, k_defaultIndent};
+};
+
+Generator::Generator(std::ostream* out) : m_out(out), m_impl(std::make_unique<SImpl>()) {}
+
+Generator::~Generator() noexcept(false) {
+    if (std::uncaught_exceptions() == 0) {
+        flush();
+        return;
+    }
+    try {
+        flush();
+    } catch (const Exception&) {
+        return;  // the exception that is on its way already tells of a failure
+    }
+}
+
+void Generator::setIndent(const std::string& indent) { m_impl->indent = indent; }
+
+const std::string& Generator::indent() const { return m_impl->indent; }
+
+int Generator::gen_null() { return number(m_impl->writer.null()); }
+
+int Generator::gen_bool(bool value) { return number(m_impl->writer.boolean(value)); }
+
+int Generator::gen_number(const Number& value) {
+    const std::string& text = value.toString();
+    return number(m_impl->writer.number(text.data(), text.length()));
+}
+
+int Generator::gen_string(const std::string& text) {
+    return number(m_impl->writer.string(text.data(), text.length()));
+}
+
+int Generator::gen_object_open() { return number(m_impl->writer.openMap()); }
+
+int Generator::gen_object_close() { return number(m_impl->writer.closeMap()); }
+
+int Generator::gen_array_open() { return number(m_impl->writer.openArray()); }
+
+int Generator::gen_array_close() { return number(m_impl->writer.closeArray()); }
+
+int Generator::gen_integer(long value) { return number(m_impl->writer.integer(value)); }
+
+int Generator::gen_double(double value) { return number(m_impl->writer.real(value)); }
+
+void Generator::printString(const std::string& text) { gen_string(text); }
+
+void Generator::print(const Element& element) {
+    switch (element.type()) {
+        case etNull:
+            gen_null();
+            break;
+        case etBoolean:
+            gen_bool(element.boolean());
+            break;
+        case etNumber:
+            gen_number(element.number());
+            break;
+        case etString:
+            printString(element.string());
+            break;
+        case etObject:
+            printObject(element.object());
+            break;
+        case etArray:
+            printArray(element.array());
+            break;
+        default:
+            break;
+    }
+}
+
+void Generator::printObject(const Element::TObject& object) {
+    printMembers(object, [](const std::string&) { return true; });
+}
+
+void Generator::printArray(const Element::TArray& array) {
+    const int status = gen_array_open();
+    if (status == k_written) {
+        for (const Element& item : array) {
+            print(item);
+        }
+    }
+    if (isOpen(status)) {
+        gen_array_close();
+    }
+}
+
+void Generator::print(const Dom& dom) {
+    const Element& root = *dom;
+    if (!root.isObject() || dom.writeMeta()) {
+        print(root);
+    } else {
+        printMembers(root.object(), [&](const std::string& key) { return key != dom.metaKey(); });
+    }
+}
+
+template<class Member>
+void Generator::printMembers(const Element::TObject& object, const Member& isWritten) {
+    const int status = gen_object_open();
+    if (status == k_written) {
+        for (const auto& member : object) {
+            if (isWritten(member.first)) {
+                printMember(member.first, member.second);
+            }
+        }
+    }
+    if (isOpen(status)) {
+        gen_object_close();
+    }
+}
+
+/// A key whose value is going to be refused would be left alone in the text.
+void Generator::printMember(const std::string& key, const Element& value) {
+    if (!isContainer(value.data()) || !m_impl->writer.isFull()) {
+        printString(key);
+    }
+    print(value);
+}
+
+void Generator::flush() {
+    const std::string& text = m_impl->writer.text();
+    if (!text.empty()) {
+        if (m_out == nullptr) {
+            throw Exception("Generator: output stream not set!");
+        }
+        m_out->write(text.data(), static_cast<std::streamsize>(text.length()));
+    }
+    m_impl->writer.clear();
+}
+
+template<class Value>
+std::ostream& Generator::encodeTo(std::ostream& out, const Value& value) {
+    m_out = &out;
+    print(value);
+    flush();
+    return out;
+}
+
+template<class Value>
+void Generator::encodeOver(std::string& text, const Value& value) {
+    struct Unset {
+        std::ostream*& out;
+        ~Unset() { out = nullptr; }
+    };
+    std::ostringstream out(text, std::ios_base::out);
+    const Unset unset{m_out};
+    encodeTo(out, value);
+    text = out.str();
+}
+
+std::ostream& Generator::encode(std::ostream& out, const Dom& dom) { return encodeTo(out, dom); }
+
+std::ostream& Generator::encode(std::ostream& out, const Element& element) {
+    return encodeTo(out, element);
+}
+
+void Generator::encode(std::string& text, const Dom& dom) { encodeOver(text, dom); }
+
+void Generator::encode(std::string& text, const Element& element) { encodeOver(text, element); }
+
+std::string Generator::encode(const Dom& dom) {
+    std::string text;
+    encodeOver(text, dom);
+    return text;
+}
+
+std::string Generator::encode(const Element& element) {
+    std::string text;
+    encodeOver(text, element);
+    return text;
+}
+
+int Generator::state() const { return number(m_impl->writer.state()); }
+
+}  // namespace ko::Orvid
+
+std::ostream& operator<<(std::ostream& out, const ko::Orvid::Element& element) {
+    return ko::Orvid::Generator().encode(out, element);
+}
+
+std::ostream& operator<<(std::ostream& out, const ko::Orvid::Dom& dom) {
+    return ko::Orvid::Generator().encode(out, dom);
+}

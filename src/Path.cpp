@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+//
+// Path constants, lookup and creation by path, and the path text of an element.
+
+#include <ko/Orvid/Path.h>
+
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/ElementCreator.h>
+#include <ko/Orvid/ElementGetter.h>
+#include <ko/Orvid/Exception.h>
+#include <ko/Orvid/FromSchemaPathConverter.h>
+#include <ko/Orvid/PathGenerator.h>
+#include <ko/Orvid/PathParser.h>
+#include <ko/Orvid/ToSchemaPathConverter.h>
+
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "ValueBefore.h"
+
+namespace ko::Orvid {
+
+const std::string Path::k_noName;
+const std::string Path::k_meta = "meta";
+const std::string Path::k_schema = "schema";
+const std::string Path::k_default = "default";
+const std::string Path::k_metaObjectProperty = "properties";
+const std::string Path::k_metaArrayItem = "items";
+const std::string Path::k_escapeChars(PathGenerator::k_special);
+
+const Element& Path::getElement(const Path& path, const Element& start) {
+    ElementGetter getter(path, start, true);
+    PathParser(&getter).parse(path.str());
+    return getter.currentElement();
+}
+
+Element& Path::getElement(const Path& path, Element& start) {
+    return const_cast<Element&>(getElement(path, std::as_const(start)));
+}
+
+const Element* Path::tryGetElement(const Path& path, const Element& start, EType type) {
+    ElementGetter getter(path, start, false);
+    PathParser(&getter).parse(path.str());
+    const Element& found = getter.currentElement();
+    const bool matches = type == etEmpty || found.type() == type;
+    return getter.pathExists() && matches ? &found : nullptr;
+}
+
+Element* Path::tryGetElement(const Path& path, Element& start, EType type) {
+    return const_cast<Element*>(tryGetElement(path, std::as_const(start), type));
+}
+
+bool Path::pathExists(const Path& path, const Element& start, EType type) {
+    return tryGetElement(path, start, type) != nullptr;
+}
+
+Element& Path::createElement(Element& start, const Path& path, const Element& value) {
+    const ValueBefore before(value, start);
+    ElementCreator creator(path, start, value, true);
+    PathParser(&creator).parse(path.str());
+    before.copyTo(creator.currentElement());
+    return creator.currentElement();
+}
+
+Element& Path::tryCreateElement(Element& start, const Path& path, const Element& value) {
+    const ValueBefore before(value, start);
+    ElementCreator creator(path, start, value, false);
+    PathParser(&creator).parse(path.str());
+    if (!creator.pathExists()) {
+        throw Exception("Error creating element. Parent: \"" + start.path() + "\" path: \"" +
+                            path.str() + "\"",
+                        &start);
+    }
+    before.copyTo(creator.currentElement());
+    return creator.currentElement();
+}
+
+namespace {
+
+/// Calls `object(key)` or `array(index)` for each step from `relativeTo`, or from the root, to the
+/// element, the topmost first.
+template<class ObjectStep, class ArrayStep>
+void walkDown(const Element& element, const Element* relativeTo, const ObjectStep& object,
+              const ArrayStep& array) {
+    std::vector<const Element*> ancestors{&element};
+    while (ancestors.back()->parent() != nullptr && ancestors.back()->parent() != relativeTo) {
+        ancestors.push_back(ancestors.back()->parent());
+    }
+    for (auto step = ancestors.rbegin(); step != ancestors.rend(); ++step) {
+        const Element* const parent = (*step)->parent();
+        if (parent != nullptr && parent->isObject()) {
+            object((*step)->key());
+        } else if (parent != nullptr && parent->isArray()) {
+            array((*step)->index());
+        }
+    }
+}
+
+/// Converts path text step by step.
+template<class Converter>
+Path converted(const Path& path) {
+    std::ostringstream text;
+    PathGenerator generator(text);
+    Converter converter(generator);
+    PathParser(&converter).parse(path.str());
+    return text.str();
+}
+
+}  // namespace
+
+std::ostream& Path::elementPath(std::ostream& out, const Element& element,
+                                const Element* relativeTo) {
+    PathGenerator generator(out);
+    walkDown(
+        element, relativeTo, [&](const std::string& key) { generator.genObjectProperty(key); },
+        [&](unsigned int index) { generator.genListItem(index); });
+    return out;
+}
+
+std::ostream& Path::elementSchemaPath(std::ostream& out, const Element& element,
+                                      const Element* relativeTo) {
+    PathGenerator generator(out);
+    ToSchemaPathConverter converter(generator);
+    walkDown(
+        element, relativeTo, [&](const std::string& key) { converter.cbObjectProperty(key); },
+        [&](unsigned int index) { converter.cbArrayItem(index); });
+    return out;
+}
+
+Path Path::toSchemaPath(const Path& path) { return converted<ToSchemaPathConverter>(path); }
+
+Path Path::fromSchemaPath(const Path& path) { return converted<FromSchemaPathConverter>(path); }
+
+std::string pathText(const Element& element) { return element.path(); }
+
+}  // namespace ko::Orvid
+
+std::ostream& operator<<(std::ostream& out, const ko::Orvid::Path& path) {
+    return out << path.str();
+}

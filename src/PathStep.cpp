@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+//
+// Single steps of a walk by path.
+
+#include "PathStep.h"
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+#include <ko/Orvid/PathException.h>
+
+namespace ko::Orvid {
+
+const Element* childAt(const Element& parent, const std::string& key) {
+    if (!parent.isObject()) {
+        return nullptr;
+    }
+    const auto member = parent.object().find(key);
+    return member == parent.object().end() ? nullptr : &member->second;
+}
+
+const Element* childAt(const Element& parent, unsigned int index) {
+    if (!parent.isArray() || index >= parent.array().size()) {
+        return nullptr;
+    }
+    return &parent.array()[index];
+}
+
+std::string indexText(unsigned int index) { return "[" + std::to_string(index) + "]"; }
+
+bool stepFails(const Element& current, const std::string& path, const std::string& step,
+               bool throws, bool& pathExists) {
+    if (throws) {
+        throw PathNotFound(&current, path, step);
+    }
+    pathExists = false;
+    return false;
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+//
+// Destroying a tree. Children are spliced out of their container into a list of what is to be
+// destroyed, so that an element that is destroyed never holds any.
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+
+#include <list>
+
+#include "Tree.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+class Demolition {
+public:
+    /// Frees the container itself and keeps its children for run().
+    void take(Element::SData& data) noexcept {
+        if (data.type == etArray) {
+            takeContainer(data.value.array, m_items);
+        } else if (data.type == etObject) {
+            takeContainer(data.value.object, m_members);
+        }
+    }
+
+    void run() noexcept {
+        while (!m_items.empty() || !m_members.empty()) {
+            while (!m_items.empty()) {
+                const auto item = m_items.begin();
+                take(item->data());
+                m_items.erase(item);
+            }
+            if (!m_members.empty()) {
+                const auto member = m_members.begin();
+                take(member->second.data());
+                m_members.erase(member);
+            }
+        }
+    }
+
+private:
+    template<class Container, class List>
+    static void takeContainer(Container*& container, List& list) noexcept {
+        if (container != nullptr) {
+            list.splice(list.begin(), container->takeAll());
+            delete container;
+            container = nullptr;
+        }
+    }
+
+    std::list<Element> m_items;
+    std::list<Element::TObject::value_type> m_members;
+};
+
+}  // namespace
+
+void destroyTree(Element::SData& data) noexcept {
+    Demolition demolition;
+    demolition.take(data);
+    demolition.run();
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+//
+// ValueBefore, the value of an element as it was before an edit that may change or destroy it.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+
+#include <optional>
+
+namespace ko::Orvid {
+
+/// Keeps a copy of `value` when it lies in the tree of `edited`, and refers to it otherwise.
+class ValueBefore {
+public:
+    ValueBefore(const Element& value, const Element& edited) : m_value(&value) {
+        if (value.root() == edited.root()) {
+            m_copy.emplace(value);
+        }
+    }
+
+    const Element& get() const noexcept { return m_copy ? *m_copy : *m_value; }
+
+    /// Copies the value into `target`, unless that is the very element that it was taken from.
+    void copyTo(Element& target) const {
+        if (&target != m_value) {
+            target = get();
+        }
+    }
+
+private:
+    const Element* m_value;
+    std::optional<Element> m_copy;
+};
+
+}  // namespace ko::Orvid

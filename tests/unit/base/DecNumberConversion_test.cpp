@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of ko::DecNumber's conversions to the arithmetic types: the limits of each, the fraction
+// cut off, and the rounding of the floating types, which is checked at the middles between
+// neighbours.
+
+#include <ko/DecNumber.h>
+
+#include <gtest/gtest.h>
+
+#include <ko/Exception.h>
+
+#include "DecNumberSupport.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace {
+
+using DecNumberSupport::exact;
+using DecNumberSupport::messageOf;
+using DecNumberSupport::randomDouble;
+using ko::DecNumber;
+
+std::string incremented(std::string digits) {
+    std::size_t at = digits.length();
+    while (at > 0 && digits[at - 1] == '9') {
+        digits[--at] = '0';
+    }
+    if (at == 0) {
+        return "1" + digits;
+    }
+    ++digits[at - 1];
+    return digits;
+}
+
+/// `digits`, an integer with an optional '-', one further away from zero.
+std::string beyond(const std::string& digits) {
+    return digits[0] == '-' ? "-" + incremented(digits.substr(1)) : incremented(digits);
+}
+
+template<class Integer>
+struct SName;
+#define KO_NAME(Type)                                \
+    template<>                                       \
+    struct SName<Type> {                             \
+        static constexpr const char* k_text = #Type; \
+    };
+KO_NAME(char)
+KO_NAME(unsigned char)
+KO_NAME(short)
+KO_NAME(unsigned short)
+KO_NAME(int)
+KO_NAME(unsigned int)
+KO_NAME(long)
+KO_NAME(unsigned long)
+KO_NAME(long long)
+KO_NAME(unsigned long long)
+#undef KO_NAME
+
+template<class Integer>
+class DecNumberToInteger : public testing::Test {
+protected:
+    using Limits = std::numeric_limits<Integer>;
+
+    static Integer converted(const std::string& text) {
+        return static_cast<Integer>(DecNumber(text));
+    }
+    static std::string failure(const std::string& text) {
+        return messageOf([&] { converted(text); });
+    }
+    static std::string outOfRange(const std::string& shown) {
+        return "The number " + shown + " is out of the range of " + SName<Integer>::k_text + ".";
+    }
+    static std::string max() { return std::to_string(Limits::max()); }
+    static std::string min() { return std::to_string(Limits::min()); }
+};
+
+using Integers = testing::Types<char, unsigned char, short, unsigned short, int, unsigned int, long,
+                                unsigned long, long long, unsigned long long>;
+struct STestName {
+    template<class Integer>
+    static std::string GetName(int) {
+        std::string name = SName<Integer>::k_text;
+        std::replace(name.begin(), name.end(), ' ', '_');
+        return name;
+    }
+};
+TYPED_TEST_SUITE(DecNumberToInteger, Integers, STestName);
+
+TYPED_TEST(DecNumberToInteger, takes_the_limits_and_nothing_beyond) {
+    EXPECT_EQ(TestFixture::Limits::max(), this->converted(this->max()));
+    EXPECT_EQ(TestFixture::Limits::min(), this->converted(this->min()));
+    const std::string above = beyond(this->max());
+    const std::string below = TestFixture::Limits::is_signed ? beyond(this->min()) : "-1";
+    EXPECT_EQ(this->outOfRange(above), this->failure(above));
+    EXPECT_EQ(this->outOfRange(below), this->failure(below));
+    EXPECT_EQ(this->outOfRange("-99999999999999999999"), this->failure("-99999999999999999999"));
+    EXPECT_EQ(this->outOfRange("18446744073709551616"), this->failure("18446744073709551616"));
+}
+
+TYPED_TEST(DecNumberToInteger, cuts_the_fraction_off_before_the_range_is_looked_at) {
+    EXPECT_EQ(TestFixture::Limits::max(),
+              this->converted(this->max() + ".9999999999999999999999999"));
+    EXPECT_EQ(TestFixture::Limits::min(),
+              this->converted((TestFixture::Limits::is_signed ? this->min() : "-0") + ".99999"));
+    EXPECT_EQ(TypeParam{0}, this->converted("-0.5"));
+    EXPECT_EQ(TypeParam{0}, this->converted("0.999"));
+    EXPECT_EQ(TypeParam{12}, this->converted("12.999"));
+    EXPECT_EQ(TypeParam{12}, this->converted("1299999999999999999999999999e-26"));
+    EXPECT_EQ(TypeParam{120}, this->converted("1.2e2"));
+    EXPECT_EQ(TypeParam{0}, this->converted("0"));
+    EXPECT_EQ(this->outOfRange(beyond(this->max()) + ".0"),
+              this->failure(beyond(this->max()) + ".0"));
+}
+
+TYPED_TEST(DecNumberToInteger, decides_huge_exponents_without_scaling) {
+    EXPECT_EQ(this->outOfRange("1e+1000000000000"), this->failure("1e1000000000000"));
+    EXPECT_EQ(this->outOfRange("-1e+9223372036854775807"), this->failure("-1e9223372036854775807"));
+    EXPECT_EQ(TypeParam{0}, this->converted("1e-1000000000000"));
+    EXPECT_EQ(TypeParam{0}, this->converted("-99e-9223372036854775808"));
+    EXPECT_EQ(TypeParam{0}, this->converted("0e9223372036854775807"));
+}
+
+TYPED_TEST(DecNumberToInteger, gives_back_random_values_of_the_type) {
+    std::mt19937_64 random(5);
+    for (int round = 0; round < 2000; ++round) {
+        const auto value = static_cast<TypeParam>(random() >> random() % 64);
+        ASSERT_EQ(value, this->converted(std::to_string(value)));
+        ASSERT_EQ(value, this->converted(std::to_string(value) + "." + std::to_string(random())));
+        ASSERT_EQ(value, this->converted(std::to_string(value) + std::string(30, '0') + "e-30"));
+    }
+}
+
+TEST(DecNumber, converts_negative_integers_toward_zero) {
+    EXPECT_EQ(-12, static_cast<int>(DecNumber(std::string("-12.999"))));
+    EXPECT_EQ(-12, static_cast<char>(DecNumber(std::string("-12.999"))));
+    EXPECT_EQ(-12LL, static_cast<long long>(DecNumber(-12.999)));
+    EXPECT_EQ(255, static_cast<unsigned char>(DecNumber(std::string("255.9"))));
+}
+
+TEST(DecNumber, shortens_a_long_number_that_is_out_of_range) {
+    const DecNumber number(std::string(5000, '7'));
+    EXPECT_EQ("The number " + std::string(60, '7') + "... (5000 bytes) is out of the range of int.",
+              messageOf([&] { static_cast<void>(static_cast<int>(number)); }));
+}
+
+double toDouble(const std::string& text) {
+    return static_cast<double>(DecNumber(text));
+}
+
+float toFloat(const std::string& text) {
+    return static_cast<float>(DecNumber(text));
+}
+
+/// A number just above (or, when negative, below) `value`, which must have a fraction in its text.
+std::string aLittleMore(const std::string& value) {
+    return value + "1";
+}
+
+/// A number just nearer to zero than `value`: its last digit other than zero is made smaller by one
+/// and nines follow.
+std::string aLittleLess(std::string value) {
+    const std::size_t at = value.find_last_of("123456789");
+    --value[at];
+    return value.substr(0, at + 1) + (value.find('.') < at
+                                          ? std::string(5, '9')
+                                          : std::string(value.find('.') - at - 1, '9') + ".9");
+}
+
+template<class Float>
+bool hasEvenMantissa(Float value) {
+    int exponent = 0;
+    const Float mantissa = std::frexp(value, &exponent);
+    const int bits = std::min(
+        std::numeric_limits<Float>::digits,
+        exponent - std::numeric_limits<Float>::min_exponent + std::numeric_limits<Float>::digits);
+    return std::fmod(std::ldexp(mantissa, bits), Float{2}) == Float{0};
+}
+
+/// Between two neighbours the middle goes to the even one, and anything off the middle to the
+/// nearer.
+template<class Float, class Read>
+void expectRoundedBetween(Float low, Float high, long double middle, Read read) {
+    const std::string tie = exact(middle);
+    ASSERT_EQ(hasEvenMantissa(low) ? low : high, read(tie)) << tie;
+    ASSERT_EQ(high, read(aLittleMore(tie))) << tie;
+    ASSERT_EQ(low, read(aLittleLess(tie))) << tie;
+    ASSERT_EQ(-high, read("-" + aLittleMore(tie))) << tie;
+    ASSERT_EQ(low, read(exact(low))) << tie;
+}
+
+TEST(DecNumber, rounds_to_the_nearest_double) {
+    std::mt19937_64 random(6);
+    for (int round = 0; round < 1000; ++round) {
+        const double low = std::fabs(randomDouble(random));
+        const double high = std::nextafter(low, HUGE_VAL);
+        if (std::isfinite(high)) {
+            const long double middle = (static_cast<long double>(low) + high) / 2;
+            expectRoundedBetween(low, high, middle, toDouble);
+        }
+    }
+}
+
+TEST(DecNumber, rounds_to_the_nearest_float) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 1000; ++round) {
+        float low = 0;
+        const std::uint32_t bits = random() & 0x7FFFFFFFU;
+        std::memcpy(&low, &bits, sizeof low);
+        const float high = std::nextafter(low, HUGE_VALF);
+        if (std::isfinite(low) && std::isfinite(high)) {
+            const long double middle = (static_cast<long double>(low) + high) / 2;
+            expectRoundedBetween(low, high, middle, toFloat);
+        }
+    }
+}
+
+TEST(DecNumber, rounds_a_product_of_more_bits_only_once) {
+    // Rounded to 64 bits first, the product falls on the middle between two doubles.
+    EXPECT_EQ(0x1.05ee69bc7b107p+119, toDouble("6800125354261403e20"));
+}
+
+TEST(DecNumber, takes_the_limits_of_the_floating_types_and_nothing_beyond) {
+    EXPECT_EQ(DBL_MAX, toDouble(exact(DBL_MAX)));
+    EXPECT_EQ(-DBL_MAX, toDouble(exact(-DBL_MAX)));
+    EXPECT_EQ(FLT_MAX, toFloat(exact(FLT_MAX)));
+    // Half a unit above the largest double is where rounding reaches the infinity.
+    const std::string doubleEdge = exact(static_cast<long double>(DBL_MAX) + std::ldexp(1.0L, 970));
+    EXPECT_EQ(DBL_MAX, toDouble(aLittleLess(doubleEdge)));
+    EXPECT_THROW(toDouble(doubleEdge), ko::RuntimeError);
+    EXPECT_THROW(toDouble("-" + doubleEdge), ko::RuntimeError);
+    const std::string floatEdge = exact(static_cast<long double>(FLT_MAX) + std::ldexp(1.0L, 103));
+    EXPECT_EQ(FLT_MAX, toFloat(aLittleLess(floatEdge)));
+    EXPECT_THROW(toFloat(floatEdge), ko::RuntimeError);
+    EXPECT_EQ("The number 1e+309 is out of the range of double.",
+              messageOf([] { toDouble("1e309"); }));
+    EXPECT_EQ("The number -1e+39 is out of the range of float.",
+              messageOf([] { toFloat("-1e39"); }));
+}
+
+TEST(DecNumber, underflows_to_the_nearest_denormal_or_zero) {
+    EXPECT_EQ(DBL_TRUE_MIN, toDouble("5e-324"));
+    EXPECT_EQ(DBL_TRUE_MIN, toDouble("2.5e-324"));
+    EXPECT_EQ(0.0, toDouble("2.4e-324"));
+    EXPECT_EQ(-DBL_TRUE_MIN, toDouble("-2.5e-324"));
+    EXPECT_EQ(FLT_TRUE_MIN, toFloat("1e-45"));
+    EXPECT_EQ(0.0F, toFloat("7e-46"));
+    EXPECT_EQ(0.0, toDouble("1e-1000000000000"));
+    EXPECT_EQ(0.0, toDouble("-1e-9223372036854775808"));
+    EXPECT_EQ(0.0F, toFloat("123e-9223372036854775808"));
+    EXPECT_EQ(0.0, toDouble("0e9223372036854775807"));
+}
+
+TEST(DecNumber, decides_huge_exponents_of_floating_types_without_scaling) {
+    EXPECT_EQ("The number 1e+1000000000000 is out of the range of double.",
+              messageOf([] { toDouble("1e1000000000000"); }));
+    EXPECT_EQ("The number -1.23e+9223372036854775809 is out of the range of float.",
+              messageOf([] { toFloat("-123e9223372036854775807"); }));
+}
+
+TEST(DecNumber, converts_long_digits_with_a_long_exponent_to_floating_types) {
+    const std::string digits = "15" + std::string(100000, '0') + "1";
+    EXPECT_EQ(1.5, toDouble(digits + "e-100002"));
+    EXPECT_EQ(1.5e300, toDouble(digits + "e-99702"));
+    EXPECT_EQ(1.5F, toFloat("0." + std::string(100000, '0') + "15e100001"));
+}
+
+}  // namespace

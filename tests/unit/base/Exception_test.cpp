@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of ko::Exception and ko::RuntimeError: the text of what(), causes, copies and clones.
+
+#include <ko/Exception.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace {
+
+/// An exception with a text and a field of its own.
+class NumberedError : public ko::Exception {
+public:
+    NumberedError(int number, const ko::Exception* cause = nullptr)
+        : ko::Exception("base text", cause), m_number(number) {}
+
+    void setNumber(int number) { m_number = number; }
+
+    void generateWhat(std::string& out) const override {
+        ko::Exception::generateWhat(out);
+        out = "#" + std::to_string(m_number) + " " + out;
+    }
+    NumberedError* clone() const override { return new NumberedError(*this); }
+
+private:
+    int m_number;
+};
+
+/// An exception that fails to say what it is, after it has begun to.
+class MuteError : public ko::Exception {
+public:
+    MuteError() : ko::Exception("never shown") {}
+
+    void generateWhat(std::string& out) const override {
+        out = "half a text";
+        throw std::bad_alloc();
+    }
+    MuteError* clone() const override { return new MuteError(*this); }
+};
+
+class Unclonable : public ko::Exception {
+public:
+    Unclonable() : ko::Exception("unclonable") {}
+    Unclonable* clone() const override { throw std::bad_alloc(); }
+};
+
+TEST(Exception, shows_its_message) {
+    const ko::Exception error("out of paper");
+    EXPECT_STREQ("out of paper", error.what());
+}
+
+TEST(Exception, shows_an_empty_message) {
+    const ko::Exception error("");
+    EXPECT_STREQ("", error.what());
+}
+
+TEST(Exception, adds_the_text_of_its_cause) {
+    const ko::Exception cause("no printer");
+    const ko::Exception error("out of paper", &cause);
+    EXPECT_STREQ("out of paper Cause: no printer", error.what());
+}
+
+TEST(Exception, adds_the_texts_of_a_chain_of_causes) {
+    const ko::Exception first("one");
+    const ko::Exception second("two", &first);
+    const ko::RuntimeError third("three", &second);
+    EXPECT_STREQ("three Cause: two Cause: one", third.what());
+}
+
+TEST(Exception, shows_what_the_most_derived_class_generates) {
+    const NumberedError error(7);
+    const ko::Exception& base = error;
+    const std::exception& root = error;
+    EXPECT_STREQ("#7 base text", base.what());
+    EXPECT_STREQ("#7 base text", root.what());
+}
+
+TEST(Exception, keeps_the_type_of_its_cause) {
+    const NumberedError cause(3);
+    const ko::Exception error("failed", &cause);
+    EXPECT_STREQ("failed Cause: #3 base text", error.what());
+}
+
+TEST(Exception, outlives_its_cause) {
+    auto cause = std::make_unique<NumberedError>(3);
+    const ko::Exception error("failed", cause.get());
+    cause->setNumber(4);
+    cause.reset();
+    EXPECT_STREQ("failed Cause: #3 base text", error.what());
+}
+
+TEST(Exception, generates_anew_on_each_call_of_what) {
+    NumberedError error(1);
+    EXPECT_STREQ("#1 base text", error.what());
+    error.setNumber(2);
+    EXPECT_STREQ("#2 base text", error.what());
+}
+
+TEST(Exception, leaves_the_text_of_one_object_alone_when_another_is_asked) {
+    const ko::Exception one("one, with a text too long to be stored inside the string object");
+    const ko::Exception other(one);
+    const char* text = one.what();
+    EXPECT_STRNE("", other.what());
+    EXPECT_STREQ("one, with a text too long to be stored inside the string object", text);
+    EXPECT_NE(text, other.what());
+}
+
+TEST(Exception, replaces_the_text_it_generates_into) {
+    const ko::Exception error("new");
+    std::string text = "old";
+    error.generateWhat(text);
+    EXPECT_EQ("new", text);
+}
+
+TEST(Exception, does_not_throw_from_what_when_its_text_cannot_be_made) {
+    static_assert(noexcept(std::declval<const ko::Exception&>().what()));
+    const MuteError error;
+    EXPECT_STREQ("ko::Exception (its text could not be made)", error.what());
+    EXPECT_STREQ("ko::Exception (its text could not be made)", error.what());
+}
+
+TEST(Exception, shows_its_message_though_its_cause_has_no_text) {
+    const MuteError cause;
+    const ko::Exception error("failed", &cause);
+    EXPECT_STREQ("failed Cause: ko::Exception (its text could not be made)", error.what());
+}
+
+TEST(Exception, copies_are_independent) {
+    const ko::Exception cause("cause");
+    auto original = std::make_unique<NumberedError>(1, &cause);
+    NumberedError copy(*original);
+    copy.setNumber(2);
+    EXPECT_STREQ("#1 base text Cause: cause", original->what());
+    original.reset();
+    EXPECT_STREQ("#2 base text Cause: cause", copy.what());
+}
+
+TEST(Exception, assignment_replaces_message_and_cause) {
+    const ko::Exception cause("cause");
+    auto source = std::make_unique<ko::Exception>("source", &cause);
+    ko::Exception target("target");
+    target = *source;
+    source.reset();
+    EXPECT_STREQ("source Cause: cause", target.what());
+    target = ko::Exception("bare");
+    EXPECT_STREQ("bare", target.what());
+}
+
+TEST(Exception, survives_assignment_to_itself) {
+    const ko::Exception cause("cause");
+    ko::Exception error("error", &cause);
+    const ko::Exception& same = error;
+    error = same;
+    EXPECT_STREQ("error Cause: cause", error.what());
+}
+
+TEST(Exception, is_unchanged_by_a_failed_assignment) {
+    ko::Exception target("target");
+    const ko::Exception cause("cause");
+    const ko::Exception with("with", &cause);
+    target = with;
+
+    class Late : public ko::Exception {
+    public:
+        Late(bool& fails) : ko::Exception("late"), m_fails(fails) {}
+        Late* clone() const override {
+            if (m_fails) {
+                throw std::bad_alloc();
+            }
+            return new Late(*this);
+        }
+
+    private:
+        bool& m_fails;
+    };
+    bool fails = false;
+    const ko::Exception source("source", std::make_unique<Late>(fails).get());
+    fails = true;
+    EXPECT_THROW(target = source, std::bad_alloc);
+    EXPECT_STREQ("with Cause: cause", target.what());
+}
+
+TEST(Exception, is_not_made_when_its_cause_cannot_be_cloned) {
+    const Unclonable cause;
+    EXPECT_THROW(ko::Exception("failed", &cause), std::bad_alloc);
+}
+
+TEST(Exception, clone_is_of_the_most_derived_type) {
+    const ko::Exception plain("plain");
+    const NumberedError numbered(5);
+    const ko::RuntimeError fault("fault");
+    const auto cloneOf = [](const ko::Exception& error) {
+        return std::unique_ptr<ko::Exception>(error.clone());
+    };
+    EXPECT_STREQ("plain", cloneOf(plain)->what());
+    EXPECT_STREQ("#5 base text", cloneOf(numbered)->what());
+    EXPECT_STREQ("fault", cloneOf(fault)->what());
+    EXPECT_NE(nullptr, dynamic_cast<NumberedError*>(cloneOf(numbered).get()));
+    EXPECT_NE(nullptr, dynamic_cast<ko::RuntimeError*>(cloneOf(fault).get()));
+    EXPECT_EQ(nullptr, dynamic_cast<ko::RuntimeError*>(cloneOf(plain).get()));
+}
+
+TEST(Exception, clone_outlives_the_original) {
+    const ko::Exception cause("cause");
+    auto original = std::make_unique<ko::RuntimeError>("fault", &cause);
+    const std::unique_ptr<ko::Exception> clone(original->clone());
+    original.reset();
+    EXPECT_STREQ("fault Cause: cause", clone->what());
+}
+
+TEST(RuntimeError, is_caught_as_any_of_its_bases) {
+    EXPECT_THROW(throw ko::RuntimeError("fault"), ko::RuntimeError);
+    EXPECT_THROW(throw ko::RuntimeError("fault"), ko::Exception);
+    EXPECT_THROW(throw ko::RuntimeError("fault"), std::exception);
+}
+
+TEST(RuntimeError, copies_and_assigns_message_and_cause) {
+    const ko::Exception cause("cause");
+    const ko::RuntimeError fault("fault", &cause);
+    const ko::RuntimeError copy(fault);
+    ko::RuntimeError target("target");
+    target = fault;
+    EXPECT_STREQ("fault Cause: cause", copy.what());
+    EXPECT_STREQ("fault Cause: cause", target.what());
+}
+
+}  // namespace
