@@ -29,11 +29,10 @@ public:
     /// Reads the whole of `text` as an optional sign '+' or '-', decimal digits with at most one
     /// '.' before, among or after them, and an optional exponent: 'e' or 'E', an optional sign,
     /// digits. That is every number of JSON, and leading zeros ("007"), a leading '+', "5." and
-    /// ".5" besides.
-    /// "-0" is zero. Zero may carry any exponent. Cost grows a little faster than the length; an
-    /// exponent costs nothing. Throws RuntimeError, whose message shows the text (a long one
-    /// shortened), for anything else, blanks and embedded NULs included, and where the power of ten
-    /// of the last digit written does not fit 64 bits.
+    /// ".5" besides. "-0" is zero. Zero may carry any exponent. Cost grows a little faster than the
+    /// length; an exponent costs nothing. Throws RuntimeError, whose message shows the text (a long
+    /// one shortened), for anything else, blanks and embedded NULs included, and where the power of
+    /// ten of the last digit written does not fit 64 bits.
     explicit DecNumber(const std::string& text);
     DecNumber(const DecNumber& other);
     DecNumber& operator=(const DecNumber& other);

@@ -27,6 +27,7 @@ namespace {
 using DecNumberSupport::exact;
 using DecNumberSupport::messageOf;
 using DecNumberSupport::randomDouble;
+using DecNumberSupport::repeatable;
 using ko::DecNumber;
 
 std::string incremented(std::string digits) {
@@ -130,7 +131,7 @@ TYPED_TEST(DecNumberToInteger, decides_huge_exponents_without_scaling) {
 }
 
 TYPED_TEST(DecNumberToInteger, gives_back_random_values_of_the_type) {
-    std::mt19937_64 random(5);
+    auto random = repeatable<std::mt19937_64>(5);
     for (int round = 0; round < 2000; ++round) {
         const auto value = static_cast<TypeParam>(random() >> random() % 64);
         ASSERT_EQ(value, this->converted(std::to_string(value)));
@@ -198,7 +199,7 @@ void expectRoundedBetween(Float low, Float high, long double middle, Read read) 
 }
 
 TEST(DecNumber, rounds_to_the_nearest_double) {
-    std::mt19937_64 random(6);
+    auto random = repeatable<std::mt19937_64>(6);
     for (int round = 0; round < 1000; ++round) {
         const double low = std::fabs(randomDouble(random));
         const double high = std::nextafter(low, HUGE_VAL);
@@ -210,7 +211,7 @@ TEST(DecNumber, rounds_to_the_nearest_double) {
 }
 
 TEST(DecNumber, rounds_to_the_nearest_float) {
-    std::mt19937 random(7);
+    auto random = repeatable<std::mt19937>(7);
     for (int round = 0; round < 1000; ++round) {
         float low = 0;
         const std::uint32_t bits = random() & 0x7FFFFFFFU;

@@ -36,6 +36,12 @@ inline std::string exact(long double value) {
     return text;
 }
 
+/// The same numbers in every run, so that a failure can be looked into.
+template<class Engine>
+Engine repeatable(unsigned seed) {
+    return Engine(seed);
+}
+
 inline double randomDouble(std::mt19937_64& random) {
     double value = 0;
     do {

@@ -16,7 +16,7 @@ namespace {
 
 const std::string k_mark = "\xEF\xBF\xBD";  // U+FFFD
 
-std::wstring wide(std::vector<long> codes) {
+std::wstring wide(const std::vector<long>& codes) {
     std::wstring text;
     for (const long code : codes) {
         text += static_cast<wchar_t>(code);
@@ -121,7 +121,7 @@ TEST(wconvert, replaces_each_ill_formed_sequence_once) {
 }
 
 TEST(wconvert, makes_valid_text_of_any_bytes_and_reads_none_past_the_end) {
-    std::mt19937 random(20);
+    std::mt19937 random(20);  // NOLINT(cert-msc32-c,cert-msc51-cpp): repeatable
     for (int round = 0; round < 20000; ++round) {
         // A heap block of exactly this length, so that a sanitizer sees an overrun.
         std::string bytes(random() % 40 + 16, '\0');
@@ -133,7 +133,7 @@ TEST(wconvert, makes_valid_text_of_any_bytes_and_reads_none_past_the_end) {
         ASSERT_LE(text.length(), bytes.length());
         ASSERT_EQ(text, ko::wconvert(ko::convert(text)));
         for (const wchar_t unit : text) {
-            const auto code = static_cast<unsigned long>(unit);
+            const auto code = static_cast<char32_t>(unit);
             ASSERT_TRUE(code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF));
         }
     }

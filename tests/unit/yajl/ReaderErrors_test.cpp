@@ -17,7 +17,7 @@ namespace {
 struct Fault {
     std::string text;
     std::string message;
-    std::uint64_t position;
+    std::size_t position;
 };
 
 const std::vector<Fault> k_faults = {
@@ -156,7 +156,7 @@ TEST(ReaderErrors, show_nothing_of_a_text_that_is_too_short) {
     Reader reader(k_numeric, &log);
     feed(reader, "[1,    1e999]");
     EXPECT_EQ(reader.error(true, nullptr, 0), "parse error: numeric (floating point) overflow\n" +
-                                                  std::string(32, ' ') + "\n" +
+                                                  std::string(33, ' ') + "\n" +
                                                   std::string(21, ' ') + "(right here) ------^\n");
 }
 

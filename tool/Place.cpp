@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+//
+// Counting lines and columns, and passing over what carries no value.
+
+#include "Place.h"
+
+#include <algorithm>
+
+namespace orvid_tool {
+
+namespace {
+
+/// Where the comment that starts at `offset` ends; `offset` itself when none starts or ends there.
+std::size_t commentEnd(const std::string& text, std::size_t offset) {
+    const bool isLine = text.compare(offset, 2, "//") == 0;
+    const bool isBlock = text.compare(offset, 2, "/*") == 0;
+    if (!isLine && !isBlock) {
+        return offset;
+    }
+    const char* const mark = isLine ? "\n" : "*/";
+    const std::size_t end = text.find(mark, offset + 2);
+    if (end == std::string::npos) {
+        return isLine ? text.length() : offset;
+    }
+    return end + (isLine ? 1 : 2);
+}
+
+}  // namespace
+
+std::string lineAndColumn(const std::string& text, std::size_t offset) {
+    const std::size_t end = std::min(offset, text.length());
+    const auto stop = text.begin() + static_cast<std::ptrdiff_t>(end);
+    const auto line = std::count(text.begin(), stop, '\n') + 1;
+    const std::size_t newline = end == 0 ? std::string::npos : text.rfind('\n', end - 1);
+    const std::size_t column = newline == std::string::npos ? end + 1 : end - newline;
+    return ":" + std::to_string(line) + ":" + std::to_string(column) + ":";
+}
+
+std::size_t skipBlanks(const std::string& text, std::size_t offset) {
+    constexpr const char* blanks = " \t\r\n\v\f";
+    while (true) {
+        const std::size_t word = text.find_first_not_of(blanks, offset);
+        if (word == std::string::npos) {
+            return text.length();
+        }
+        offset = commentEnd(text, word);
+        if (offset == word) {
+            return word;
+        }
+    }
+}
+
+}  // namespace orvid_tool
