@@ -11,10 +11,7 @@
 namespace ko::Orvid {
 
 ElementGetter::ElementGetter(const Path& path, const Element& start, bool throwOnMissing)
-    : m_current(&start),
-      m_pathExists(true),
-      m_throwOnMissing(throwOnMissing),
-      m_path(path.str()) {}
+    : m_current(&start), m_pathExists(true), m_throwOnMissing(throwOnMissing), m_path(path.str()) {}
 
 ElementGetter::~ElementGetter() = default;
 

@@ -43,8 +43,8 @@ Element* Element::find(const Element& value, const Path& itemPath, const Path& a
     return const_cast<Element*>(std::as_const(*this).find(value, itemPath, arrayPath));
 }
 
-const Element& Element::tryFind(const Element& value, const Element& fallback,
-                                const Path& itemPath, const Path& arrayPath) const {
+const Element& Element::tryFind(const Element& value, const Element& fallback, const Path& itemPath,
+                                const Path& arrayPath) const {
     const Element* const list = Path::tryGetElement(arrayPath, *this, etArray);
     const Element* const found = list == nullptr ? nullptr : list->find(value, itemPath);
     return found == nullptr ? fallback : *found;

@@ -32,8 +32,7 @@ Exception::Exception(const std::string& message, std::nullptr_t) : Exception(mes
 Exception::Exception(const Element* element, const ko::Exception* cause)
     : Exception(std::string(), element, cause) {}
 
-Exception::Exception(const std::string& message, const Element* element,
-                     const ko::Exception* cause)
+Exception::Exception(const std::string& message, const Element* element, const ko::Exception* cause)
     : ko::Exception(message, cause), m_elementPath(newPath(element)) {}
 
 Exception::Exception(const Exception& other)
@@ -50,9 +49,13 @@ Exception& Exception::operator=(const Exception& other) {
     return *this;
 }
 
-Exception::~Exception() { delete m_elementPath; }
+Exception::~Exception() {
+    delete m_elementPath;
+}
 
-Exception* Exception::clone() const { return new Exception(*this); }
+Exception* Exception::clone() const {
+    return new Exception(*this);
+}
 
 void Exception::writeElementAddress(std::ostream& out) const {
     if (m_elementPath != nullptr) {
@@ -77,10 +80,12 @@ ParseException& ParseException::operator=(const ParseException&) = default;
 
 ParseException::~ParseException() = default;
 
-ParseException* ParseException::clone() const { return new ParseException(*this); }
+ParseException* ParseException::clone() const {
+    return new ParseException(*this);
+}
 
-void ParseException::init(const std::string& message, int firstLine, int firstColumn,
-                          int lastLine, int lastColumn) {
+void ParseException::init(const std::string& message, int firstLine, int firstColumn, int lastLine,
+                          int lastColumn) {
     m_message = message;
     m_firstLine = firstLine;
     m_firstColumn = firstColumn;

@@ -11,7 +11,9 @@ namespace ko::Orvid {
 
 namespace {
 
-[[noreturn]] void fail(const char* message) { throw ParseException(message, -1, -1, -1, -1); }
+[[noreturn]] void fail(const char* message) {
+    throw ParseException(message, -1, -1, -1, -1);
+}
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A number's two representations: setting either, and computing the other one on demand. Comparison is
-// in NumberCompare.cpp, typed reading in NumberAccess.cpp.
+// A number's two representations: setting either, and computing the other one on demand. Comparison
+// is in NumberCompare.cpp, typed reading in NumberAccess.cpp.
 
 #include <ko/Orvid/Number.h>
 
@@ -9,6 +9,7 @@
 #include <ko/DecNumber.h>
 #include <ko/Exception.h>
 
+#include <cfloat>
 #include <charconv>
 #include <cstdlib>
 #include <limits>
@@ -61,8 +62,8 @@ bool readWhole(const std::string& text, T& value) {
     return true;
 }
 
-/// The formatted extraction of a stream decides what becomes of the texts that are no plain integer;
-/// the plain ones are read without a stream, which is what makes typed reads cheap.
+/// The formatted extraction of a stream decides what becomes of the texts that are no plain
+/// integer; the plain ones are read without a stream, which is what makes typed reads cheap.
 template<class T>
 void readInteger(const std::string& text, T& value) {
     if (!readWhole(text, value)) {
@@ -71,17 +72,32 @@ void readInteger(const std::string& text, T& value) {
     }
 }
 
+/// strtod settles what is no plain number and what overflows. For the rest from_chars is faster and
+/// does not depend on the program's locale; but it rounds twice where the processor computes with
+/// more bits than a double has (x87).
+double readReal(const std::string& text) {
+    double value = 0;
+    constexpr bool isExact = FLT_EVAL_METHOD == 0;
+    return isExact && readWhole(text, value) ? value : std::strtod(text.c_str(), nullptr);
+}
+
 }  // namespace
 
 const Number::Limits Number::k_limits = makeLimits();
 
 Number::Number() : m_type(ebLongLong), m_value{0}, m_text("0") {}
 
-Number::Number(const std::string& text) : Number() { set(text); }
+Number::Number(const std::string& text) : Number() {
+    set(text);
+}
 
-Number::Number(const char* text) : Number() { set(text); }
+Number::Number(const char* text) : Number() {
+    set(text);
+}
 
-Number::Number(const DecNumber& value) : Number() { set(value); }
+Number::Number(const DecNumber& value) : Number() {
+    set(value);
+}
 
 Number& Number::operator=(const Number& other) {
     set(other);
@@ -103,37 +119,65 @@ void Number::set(const char* text, unsigned int length) {
     m_type = ebNone;
 }
 
-void Number::set(const std::wstring& text) { set(convert(text)); }
+void Number::set(const std::wstring& text) {
+    set(convert(text));
+}
 
-void Number::set(const wchar_t* text) { set(convert(text)); }
+void Number::set(const wchar_t* text) {
+    set(convert(text));
+}
 
 void Number::set(const wchar_t* text, unsigned int length) {
     set(convert(std::wstring(text, length)));
 }
 
-void Number::set(char value) { setSigned(value); }
+void Number::set(char value) {
+    setSigned(value);
+}
 
-void Number::set(short value) { setSigned(value); }
+void Number::set(short value) {
+    setSigned(value);
+}
 
-void Number::set(int value) { setSigned(value); }
+void Number::set(int value) {
+    setSigned(value);
+}
 
-void Number::set(long value) { setSigned(value); }
+void Number::set(long value) {
+    setSigned(value);
+}
 
-void Number::set(long long value) { setSigned(value); }
+void Number::set(long long value) {
+    setSigned(value);
+}
 
-void Number::set(unsigned char value) { setUnsigned(value); }
+void Number::set(unsigned char value) {
+    setUnsigned(value);
+}
 
-void Number::set(unsigned short value) { setUnsigned(value); }
+void Number::set(unsigned short value) {
+    setUnsigned(value);
+}
 
-void Number::set(unsigned int value) { setUnsigned(value); }
+void Number::set(unsigned int value) {
+    setUnsigned(value);
+}
 
-void Number::set(unsigned long value) { setUnsigned(value); }
+void Number::set(unsigned long value) {
+    setUnsigned(value);
+}
 
-void Number::set(unsigned long long value) { setUnsigned(value); }
+void Number::set(unsigned long long value) {
+    setUnsigned(value);
+}
 
-void Number::set(float value) { setReal(value); }
+void Number::set(float value) {
+    setReal(value);
+}
 
-void Number::set(double value) { setReal(value); }
+void Number::set(double value) {
+    setReal(value);
+}
 
 void Number::setSigned(long long value) {
     m_value.signedInteger = value;
@@ -181,11 +225,17 @@ const std::string& Number::toString() const {
     return m_text;
 }
 
-std::wstring Number::toWString() const { return wconvert(toString()); }
+std::wstring Number::toWString() const {
+    return wconvert(toString());
+}
 
-std::ostream& Number::writeAt(std::ostream& out) const { return out << toString(); }
+std::ostream& Number::writeAt(std::ostream& out) const {
+    return out << toString();
+}
 
-std::wostream& Number::writeAt(std::wostream& out) const { return out << toWString(); }
+std::wostream& Number::writeAt(std::wostream& out) const {
+    return out << toWString();
+}
 
 DecNumber Number::toDecNumber() const {
     switch (type()) {
@@ -235,12 +285,7 @@ void Number::syncToSigned() const {
 }
 
 void Number::syncToReal() const {
-    // strtod settles what is no plain number and what overflows; from_chars, which gives the same
-    // value for the rest, does not depend on the program's locale.
-    double value = 0;
-    if (!readWhole(m_text, value)) {
-        value = std::strtod(m_text.c_str(), nullptr);
-    }
+    const double value = readReal(m_text);
     constexpr double largest = std::numeric_limits<double>::max();
     if (value > largest || value < -largest) {
         throw ValueOutOfRange<std::string, std::string>(m_text, k_limits.dblMin, k_limits.dblMax);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The order of numbers. Each pair of binary kinds has its comparison, so that no value is squeezed
-// into a type that cannot hold it. Two results are this library's own rule and stay: a signed zero is
-// below an unsigned one, and a NaN equals every double.
+// into a type that cannot hold it. Two results are this library's own rule and stay: a signed zero
+// is below an unsigned one, and a NaN equals every double.
 
 #include <ko/Orvid/Number.h>
 
@@ -24,7 +24,9 @@ int order(T x, T y) {
     return x > y ? 1 : y > x ? -1 : 0;
 }
 
-int sign(int result) { return order(result, 0); }
+int sign(int result) {
+    return order(result, 0);
+}
 
 /// The nearest double. Where the processor computes with more bits than a double has (x87), only a
 /// store to memory rounds.

@@ -68,9 +68,9 @@ Element& Path::tryCreateElement(Element& start, const Path& path, const Element&
     ElementCreator creator(path, start, value, false);
     PathParser(&creator).parse(path.str());
     if (!creator.pathExists()) {
-        throw Exception("Error creating element. Parent: \"" + start.path() + "\" path: \"" +
-                            path.str() + "\"",
-                        &start);
+        throw Exception(
+            "Error creating element. Parent: \"" + start.path() + "\" path: \"" + path.str() + "\"",
+            &start);
     }
     before.copyTo(creator.currentElement());
     return creator.currentElement();
@@ -128,11 +128,17 @@ std::ostream& Path::elementSchemaPath(std::ostream& out, const Element& element,
     return out;
 }
 
-Path Path::toSchemaPath(const Path& path) { return converted<ToSchemaPathConverter>(path); }
+Path Path::toSchemaPath(const Path& path) {
+    return converted<ToSchemaPathConverter>(path);
+}
 
-Path Path::fromSchemaPath(const Path& path) { return converted<FromSchemaPathConverter>(path); }
+Path Path::fromSchemaPath(const Path& path) {
+    return converted<FromSchemaPathConverter>(path);
+}
 
-std::string pathText(const Element& element) { return element.path(); }
+std::string pathText(const Element& element) {
+    return element.path();
+}
 
 }  // namespace ko::Orvid
 

@@ -18,7 +18,9 @@ KeyNotFound& KeyNotFound::operator=(const KeyNotFound&) = default;
 
 KeyNotFound::~KeyNotFound() = default;
 
-KeyNotFound* KeyNotFound::clone() const { return new KeyNotFound(*this); }
+KeyNotFound* KeyNotFound::clone() const {
+    return new KeyNotFound(*this);
+}
 
 void KeyNotFound::generateWhat(std::string& out) const {
     std::ostringstream text;
@@ -27,8 +29,8 @@ void KeyNotFound::generateWhat(std::string& out) const {
     out = text.str();
 }
 
-PathNotFound::PathNotFound(const Element* element, const std::string& path,
-                           const std::string& key, const Orvid::Exception* cause)
+PathNotFound::PathNotFound(const Element* element, const std::string& path, const std::string& key,
+                           const Orvid::Exception* cause)
     : Exception(element, cause), m_path(path), m_key(key) {}
 
 PathNotFound::PathNotFound(const PathNotFound&) = default;
@@ -37,7 +39,9 @@ PathNotFound& PathNotFound::operator=(const PathNotFound&) = default;
 
 PathNotFound::~PathNotFound() = default;
 
-PathNotFound* PathNotFound::clone() const { return new PathNotFound(*this); }
+PathNotFound* PathNotFound::clone() const {
+    return new PathNotFound(*this);
+}
 
 void PathNotFound::generateWhat(std::string& out) const {
     std::ostringstream text;

@@ -19,9 +19,13 @@ namespace {
 /// The end of the input, as a character. The byte itself ends a path too.
 constexpr char k_end = static_cast<char>(0xFF);
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
-bool startsIndex(char c) { return isDigit(c) || c == '*'; }
+bool startsIndex(char c) {
+    return isDigit(c) || c == '*';
+}
 
 /// The transitions that never stop the parse.
 bool separate(PathParser::SState& s, PathParser::EState following) {
@@ -133,8 +137,7 @@ bool PathParser::acceptPlain(SState& s, char c) {
                    : c == ']' ? parseError(s, c)
                               : startToken(s, esObject, c);
         case esObjectInit:
-            return c == '.' || c == '[' || c == ']' ? parseError(s, c)
-                                                    : startToken(s, esObject, c);
+            return c == '.' || c == '[' || c == ']' ? parseError(s, c) : startToken(s, esObject, c);
         case esObject:
             return c == '.'   ? emitKey(s, esObjectInit)
                    : c == '[' ? emitKey(s, esArrayInit)
@@ -220,9 +223,9 @@ bool PathParser::parseError(SState& s, char c) {
 
 namespace {
 
-constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("esInit"),      ORVID_ENUM_NAME("esObjectInit"),
-                                 ORVID_ENUM_NAME("esObject"),    ORVID_ENUM_NAME("esArrayInit"),
-                                 ORVID_ENUM_NAME("esArray"),     ORVID_ENUM_NAME("esError")};
+constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("esInit"),   ORVID_ENUM_NAME("esObjectInit"),
+                                 ORVID_ENUM_NAME("esObject"), ORVID_ENUM_NAME("esArrayInit"),
+                                 ORVID_ENUM_NAME("esArray"),  ORVID_ENUM_NAME("esError")};
 
 template<class Stream>
 Stream& print(Stream& out, PathParser::EState state) {

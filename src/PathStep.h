@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What the two listeners that walk a tree by path have in common: finding a child, naming a step, and
-// the error for a step that leads nowhere.
+// What the two listeners that walk a tree by path have in common: finding a child, naming a step,
+// and the error for a step that leads nowhere.
 
 #pragma once
 

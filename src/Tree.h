@@ -13,7 +13,8 @@ inline bool isContainer(const Element::SData& data) {
     return data.type == etObject || data.type == etArray;
 }
 
-/// A payload that is released unless it is handed on: what stands between an allocation and its owner.
+/// A payload that is released unless it is handed on: what stands between an allocation and its
+/// owner.
 class OwnedData {
 public:
     OwnedData(EType type, Element* owner) { Element::create(m_data, type, owner); }

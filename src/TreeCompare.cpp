@@ -16,7 +16,9 @@ namespace {
 
 using SData = Element::SData;
 
-int sign(int result) { return result > 0 ? 1 : result < 0 ? -1 : 0; }
+int sign(int result) {
+    return result > 0 ? 1 : result < 0 ? -1 : 0;
+}
 
 /// Where the comparison of two containers has got to.
 template<class Container>
@@ -26,9 +28,7 @@ struct SPosition {
 
     bool isOver() const { return left == leftEnd || right == rightEnd; }
     /// A sequence that ends first is the smaller one.
-    int lengthOrder() const {
-        return (left == leftEnd ? 0 : 1) - (right == rightEnd ? 0 : 1);
-    }
+    int lengthOrder() const { return (left == leftEnd ? 0 : 1) - (right == rightEnd ? 0 : 1); }
 
     typename Container::const_iterator left;
     typename Container::const_iterator leftEnd;
@@ -65,7 +65,8 @@ private:
     int compareSameType(const SData& a, const SData& b) {
         switch (a.type) {
             case etNull:
-                return (a.value.null > b.value.null ? 1 : 0) - (a.value.null < b.value.null ? 1 : 0);
+                return (a.value.null > b.value.null ? 1 : 0) -
+                       (a.value.null < b.value.null ? 1 : 0);
             case etBoolean:
                 return int{a.value.boolean} - int{b.value.boolean};
             case etNumber:

@@ -41,8 +41,7 @@ void copyChildren(Element::TArray& target, const Element::TArray& source, Pendin
     }
 }
 
-void copyChildren(Element::TObject& target, const Element::TObject& source,
-                  PendingList& pending) {
+void copyChildren(Element::TObject& target, const Element::TObject& source, PendingList& pending) {
     for (const auto& member : source) {
         copyChild(target.resetMember(member.first), member.second, pending);
     }

@@ -11,10 +11,10 @@ namespace {
 using ko::Orvid::EType;
 using ko::Orvid::SEnumName;
 
-constexpr SEnumName k_names[] = {
-    ORVID_ENUM_NAME("etEmpty"),  ORVID_ENUM_NAME("etNull"),   ORVID_ENUM_NAME("etBoolean"),
-    ORVID_ENUM_NAME("etNumber"), ORVID_ENUM_NAME("etString"), ORVID_ENUM_NAME("etObject"),
-    ORVID_ENUM_NAME("etArray")};
+constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("etEmpty"),   ORVID_ENUM_NAME("etNull"),
+                                 ORVID_ENUM_NAME("etBoolean"), ORVID_ENUM_NAME("etNumber"),
+                                 ORVID_ENUM_NAME("etString"),  ORVID_ENUM_NAME("etObject"),
+                                 ORVID_ENUM_NAME("etArray")};
 constexpr SEnumName k_invalid = ORVID_ENUM_NAME(">>INVALID<<");
 
 template<class Stream>
@@ -26,6 +26,10 @@ Stream& print(Stream& out, EType type) {
 
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, EType type) { return print(out, type); }
+std::ostream& operator<<(std::ostream& out, EType type) {
+    return print(out, type);
+}
 
-std::wostream& operator<<(std::wostream& out, EType type) { return print(out, type); }
+std::wostream& operator<<(std::wostream& out, EType type) {
+    return print(out, type);
+}

@@ -40,8 +40,8 @@ std::string leafText(const Element& leaf) {
     return leaf.isObject() ? "{}\n" : Generator().encode(leaf);
 }
 
-/// A path with a control character would not stay on its line: it is written as a JSON string, and so
-/// is one that could be taken for such a string.
+/// A path with a control character would not stay on its line: it is written as a JSON string, and
+/// so is one that could be taken for such a string.
 std::string pathOnOneLine(const Element& leaf) {
     const std::string path = leaf.path();
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };

@@ -10,8 +10,8 @@
 
 namespace orvid_tool {
 
-/// The value as JSON text, one member or item a line, or as a document that leaves its metadata out.
-/// Throws Failure, naming the file, for a value that is nested too deeply to be written.
+/// The value as JSON text, one member or item a line, or as a document that leaves its metadata
+/// out. Throws Failure, naming the file, for a value that is nested too deeply to be written.
 std::string jsonText(const std::string& name, const ko::Orvid::Element& element);
 std::string jsonText(const std::string& name, const ko::Orvid::Dom& dom);
 

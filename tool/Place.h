@@ -9,7 +9,8 @@
 
 namespace orvid_tool {
 
-/// ":LINE:COLUMN:" of the byte at `offset` (from 0). Lines and columns count from 1, columns in bytes.
+/// ":LINE:COLUMN:" of the byte at `offset` (from 0). Lines and columns count from 1, columns in
+/// bytes.
 std::string lineAndColumn(const std::string& text, std::size_t offset);
 
 /// The offset of the first byte from `offset` on that belongs neither to blanks nor to a closed

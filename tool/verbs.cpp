@@ -73,8 +73,8 @@ void print(const SWords& words) {
 
 void get(const SWords& words) {
     const Document document(words.file);
-    const Element& found =
-        withPath(document.name, words.path, [&](const Path& path) -> std::reference_wrapper<const Element> {
+    const Element& found = withPath(
+        document.name, words.path, [&](const Path& path) -> std::reference_wrapper<const Element> {
             return words.useDefault ? getUsingDefault(document.root, path)
                                     : document.root.get(path);
         });
@@ -96,13 +96,14 @@ void set(const SWords& words) {
 
 void remove(const SWords& words) {
     Document document(words.file);
-    withPath(document.name, words.path, [&](const Path& path) {
-        removeElement(document.root.get(path), document.name);
-    });
+    withPath(document.name, words.path,
+             [&](const Path& path) { removeElement(document.root.get(path), document.name); });
     writeOut(jsonText(document.name, document.root));
 }
 
-void paths(const SWords& words) { writeOut(leafLines(Document(words.file).root)); }
+void paths(const SWords& words) {
+    writeOut(leafLines(Document(words.file).root));
+}
 
 template<class Convert>
 void convertPath(const SWords& words, const Convert& convert) {
@@ -110,9 +111,13 @@ void convertPath(const SWords& words, const Convert& convert) {
     writeOut(result.str() + "\n");
 }
 
-void schemaPath(const SWords& words) { convertPath(words, &Path::toSchemaPath); }
+void schemaPath(const SWords& words) {
+    convertPath(words, &Path::toSchemaPath);
+}
 
-void dataPath(const SWords& words) { convertPath(words, &Path::fromSchemaPath); }
+void dataPath(const SWords& words) {
+    convertPath(words, &Path::fromSchemaPath);
+}
 
 using TVerb = void (*)(const SWords&);
 
@@ -163,8 +168,8 @@ void addVerbs(CLI::App& app) {
         addFile(*sub, *words);
     }
     {
-        const auto [sub, words] = addVerb(
-            app, "paths", "Write a line for each leaf: its path, a tab, its value", &paths);
+        const auto [sub, words] =
+            addVerb(app, "paths", "Write a line for each leaf: its path, a tab, its value", &paths);
         addFile(*sub, *words);
     }
     {

@@ -13,9 +13,10 @@
 
 namespace ko {
 
-/// A sequence of T. References and iterators to an item live until that item is removed. After every
-/// public operation the vector holds exactly the addresses of the list's items, in order. An
-/// operation that throws while it adds an item leaves the sequence as it was. Positions count from 0.
+/// A sequence of T. References and iterators to an item live until that item is removed. After
+/// every public operation the vector holds exactly the addresses of the list's items, in order. An
+/// operation that throws while it adds an item leaves the sequence as it was. Positions count from
+/// 0.
 template<class T>
 class IndexList {
 public:
@@ -102,8 +103,9 @@ protected:
         return m_list.back();
     }
 
-    /// Walks the sequence and removes the items that `matches` accepts; the item that directly follows
-    /// a removed one is passed over unseen. Linear cost. What `matches` throws ends the walk.
+    /// Walks the sequence and removes the items that `matches` accepts; the item that directly
+    /// follows a removed one is passed over unseen. Linear cost. What `matches` throws ends the
+    /// walk.
     template<class Matches>
     void eraseMatches(const Matches& matches) {
         UpdateAtEnd update{*this};

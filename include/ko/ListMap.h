@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// ko::ListMap, a map that keeps its members in the order in which they came in: a linked list of the
-// members and, beside it, a sorted index of the list's positions by key.
+// ko::ListMap, a map that keeps its members in the order in which they came in: a linked list of
+// the members and, beside it, a sorted index of the list's positions by key.
 
 #pragma once
 
@@ -12,10 +12,10 @@
 
 namespace ko {
 
-/// Members (key, value) with unique keys in insertion order. References and iterators to a member live
-/// until it is removed. The index has exactly one entry for each member. Callers may change a member's
-/// value through an iterator, never its key. An operation that throws while it adds a member leaves
-/// the map as it was.
+/// Members (key, value) with unique keys in insertion order. References and iterators to a member
+/// live until it is removed. The index has exactly one entry for each member. Callers may change a
+/// member's value through an iterator, never its key. An operation that throws while it adds a
+/// member leaves the map as it was.
 template<class Key, class Value, class Compare>
 class ListMap {
 public:
@@ -35,7 +35,8 @@ public:
         indexAll();
     }
 
-    /// The copy is complete before the former members are destroyed, so `other` may lie within them.
+    /// The copy is complete before the former members are destroyed, so `other` may lie within
+    /// them.
     ListMap& operator=(const ListMap& other) {
         if (this != &other) {
             ListMap copy(other);
@@ -46,8 +47,9 @@ public:
 
     virtual ~ListMap() = default;
 
-    /// Appends a copy of `member`, or, when its key is there already, assigns to the present member,
-    /// which keeps its place in the order. Answers the member and whether it is new. O(log n).
+    /// Appends a copy of `member`, or, when its key is there already, assigns to the present
+    /// member, which keeps its place in the order. Answers the member and whether it is new. O(log
+    /// n).
     virtual std::pair<iterator, bool> insert(const value_type& member) {
         const iterator present = find(member.first);
         if (present != m_list.end()) {

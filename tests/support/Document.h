@@ -14,17 +14,15 @@ namespace orvid_test {
 
 /// A tree read from JSON text. It stays where it is made, so that no copy blurs its indexes.
 struct Document {
-    explicit Document(const std::string& text) {
-        ko::Orvid::DomParser().parse(root, text + "\n");
-    }
+    explicit Document(const std::string& text) { ko::Orvid::DomParser().parse(root, text + "\n"); }
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
     ko::Orvid::Element root;
 };
 
-/// The element as JSON text on one line: without the layout's newlines and indents (texts in strings
-/// must not hold newlines for this).
+/// The element as JSON text on one line: without the layout's newlines and indents (texts in
+/// strings must not hold newlines for this).
 inline std::string compact(const ko::Orvid::Element& element) {
     const std::string text = ko::Orvid::Generator().encode(element);
     std::string result;
@@ -40,11 +38,13 @@ inline std::string compact(const ko::Orvid::Element& element) {
     return result;
 }
 
-/// How strictly indexes are checked: the copies of array items report 0 until their array is updated.
+/// How strictly indexes are checked: the copies of array items report 0 until their array is
+/// updated.
 enum class Indexes { exact, exactOrZero };
 
 /// Checks, in the whole tree below `root`, that each child names its parent, that its key and index
-/// are those under which it sits, and that list and index of every container agree. Does not recurse.
+/// are those under which it sits, and that list and index of every container agree. Does not
+/// recurse.
 inline testing::AssertionResult linksHold(const ko::Orvid::Element& root,
                                           Indexes indexes = Indexes::exact) {
     using ko::Orvid::Element;

@@ -13,8 +13,8 @@ namespace ko::Orvid {
 
 /// The items of an array element, which it names as their parent. Made for Element only.
 ///
-/// Every item has an empty key, the array's parent, and its position as index, but after a copy: the
-/// copies report index 0 until updateVector() or setParent() runs.
+/// Every item has an empty key, the array's parent, and its position as index, but after a copy:
+/// the copies report index 0 until updateVector() or setParent() runs.
 template<class T>
 class KO_API Array : public IndexList<T> {
 public:
@@ -34,12 +34,12 @@ public:
     void updateVector() override;
 
     using IndexList<T>::swap;
-    /// Exchanges the items; each array keeps its parent. Only the items that this array now holds learn
-    /// their new place; for the others call other.setParent(other.parent()).
+    /// Exchanges the items; each array keeps its parent. Only the items that this array now holds
+    /// learn their new place; for the others call other.setParent(other.parent()).
     virtual void swap(Array& other);
 
-    /// Removes the items that `matches` accepts; the item that directly follows a removed one is passed
-    /// over unseen. Linear cost.
+    /// Removes the items that `matches` accepts; the item that directly follows a removed one is
+    /// passed over unseen. Linear cost.
     void removeMatches(const std::function<bool(const T&)>& matches);
 
     T* parent() const noexcept { return m_parent; }

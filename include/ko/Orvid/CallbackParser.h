@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// CallbackParser turns JSON text into calls of a listener, value by value. It builds nothing: DomParser
-// is the listener that makes a tree.
+// CallbackParser turns JSON text into calls of a listener, value by value. It builds nothing:
+// DomParser is the listener that makes a tree.
 
 #pragma once
 
@@ -14,8 +14,8 @@
 namespace ko::Orvid {
 
 /// Receives the events of a text. Each operation returns non-zero to go on and 0 to stop the parse;
-/// what it throws leaves CallbackParser::parse() unchanged. Texts are not NUL-terminated, their lengths
-/// are in bytes, and they live only during the call.
+/// what it throws leaves CallbackParser::parse() unchanged. Texts are not NUL-terminated, their
+/// lengths are in bytes, and they live only during the call.
 class KO_API CallbackParserListener {
 public:
     virtual ~CallbackParserListener();
@@ -31,7 +31,8 @@ public:
     virtual int cb_end_map() = 0;
     virtual int cb_start_array() = 0;
     virtual int cb_end_array() = 0;
-    /// The text is no JSON, or an operation returned 0. Returns non-zero to have the error swallowed.
+    /// The text is no JSON, or an operation returned 0. Returns non-zero to have the error
+    /// swallowed.
     virtual int cb_error(const char* message) = 0;
     /// Numbers when use_number_callback() is false: without and with a fraction or exponent.
     virtual int cb_integer(long value) = 0;
@@ -42,9 +43,9 @@ public:
 };
 
 /// Parses one document, fed in pieces that may be cut anywhere, even within a token. Comments
-/// (`/* */` and `//`) are accepted, UTF-8 is not checked, and what follows the first complete value is
-/// not looked at. The end of the text is never announced: a top-level number is delivered only when
-/// a character follows it, and text that stops early is no error but leaves state() at 2.
+/// (`/* */` and `//`) are accepted, UTF-8 is not checked, and what follows the first complete value
+/// is not looked at. The end of the text is never announced: a top-level number is delivered only
+/// when a character follows it, and text that stops early is no error but leaves state() at 2.
 ///
 /// There is no reset: each document takes a new parser. One thread at a time.
 class KO_API CallbackParser {
@@ -56,22 +57,24 @@ public:
     CallbackParser(const CallbackParser&) = delete;
     CallbackParser& operator=(const CallbackParser&) = delete;
 
-    /// Reads the next `length` bytes. On a fault it calls cb_error() with a text of several lines that
-    /// shows the place in this piece, and throws Exception with that text when cb_error() returns 0.
-    /// Afterwards, and after an operation of the listener has thrown, the parser reads no more.
+    /// Reads the next `length` bytes. On a fault it calls cb_error() with a text of several lines
+    /// that shows the place in this piece, and throws Exception with that text when cb_error()
+    /// returns 0. Afterwards, and after an operation of the listener has thrown, the parser reads
+    /// no more.
     void parse(const char* text, unsigned int length);
     /// The same for a text of any length.
     void parse(const std::string& text);
-    /// Reads what the stream has available, in pieces of at most 255 bytes, until it reports no more.
+    /// Reads what the stream has available, in pieces of at most 255 bytes, until it reports no
+    /// more.
     std::istream& parse(std::istream& in);
 
-    /// The result of the last parse(): 0 a complete value was read, 1 the listener stopped it, 2 the
-    /// text so far is incomplete (also before the first), 3 it is no JSON. An exception of the
+    /// The result of the last parse(): 0 a complete value was read, 1 the listener stopped it, 2
+    /// the text so far is incomplete (also before the first), 3 it is no JSON. An exception of the
     /// listener leaves the former result.
     int state() const;
 
-    /// The 0-based offset in bytes, from the start of the document, at which the last parse() stopped:
-    /// behind the text, behind the complete value, or near the fault.
+    /// The 0-based offset in bytes, from the start of the document, at which the last parse()
+    /// stopped: behind the text, behind the complete value, or near the fault.
     unsigned long long position() const;
 
 private:

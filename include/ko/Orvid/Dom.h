@@ -29,7 +29,8 @@ public:
     virtual ~Dom();
 
     /// Deletes an owned former root and takes `root`, which the document does not own already. With
-    /// `takeOwnership` it must have been made with new; without, it must outlive the document's use.
+    /// `takeOwnership` it must have been made with new; without, it must outlive the document's
+    /// use.
     void setRoot(Element& root, bool takeOwnership);
 
     Element* root() noexcept { return m_root; }
@@ -66,5 +67,5 @@ using ::operator>>;
 namespace Orvid {
 using ::operator<<;
 using ::operator>>;
-}
+}  // namespace Orvid
 }  // namespace ko

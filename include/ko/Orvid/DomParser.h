@@ -16,11 +16,13 @@
 
 namespace ko::Orvid {
 
-/// Fills a caller's element from JSON text: members in the order of the text, numbers as their exact
-/// text; a repeated key keeps its first place and its last value. The element's own place stays.
+/// Fills a caller's element from JSON text: members in the order of the text, numbers as their
+/// exact text; a repeated key keeps its first place and its last value. The element's own place
+/// stays.
 ///
 /// One parser reads one document: a second parse() goes on with the text of the first. Reading is
-/// lenient: text that ends early is no error (state() tells), text behind the value is not looked at.
+/// lenient: text that ends early is no error (state() tells), text behind the value is not looked
+/// at.
 class KO_API DomParser : private CallbackParserListener {
 public:
     DomParser();
@@ -28,10 +30,10 @@ public:
     DomParser(const DomParser&) = delete;
     DomParser& operator=(const DomParser&) = delete;
 
-    // Reset the element to null and read the text, or what the stream has available, into it. Lengths
-    // are in bytes. A document must have a root. Throw ParseException, whose context is the element
-    // that was being filled and whose message shows the fault, for text that is no JSON; what was
-    // built before stays in the element.
+    // Reset the element to null and read the text, or what the stream has available, into it.
+    // Lengths are in bytes. A document must have a root. Throw ParseException, whose context is the
+    // element that was being filled and whose message shows the fault, for text that is no JSON;
+    // what was built before stays in the element.
     std::istream& parse(Element& root, std::istream& in);
     void parse(Element& root, const char* text, unsigned int length);
     void parse(Element& root, const std::string& text);
@@ -39,7 +41,8 @@ public:
     void parse(Dom& dom, const char* text, unsigned int length);
     void parse(Dom& dom, const std::string& text);
 
-    /// CallbackParser::state() of the text so far: 0 when it held a complete value, 2 when it did not.
+    /// CallbackParser::state() of the text so far: 0 when it held a complete value, 2 when it did
+    /// not.
     int state() const;
     /// CallbackParser::position(): the 0-based offset in bytes at which the last parse() stopped.
     unsigned long long position() const;
@@ -48,8 +51,8 @@ public:
     const Element* openElement() const noexcept { return m_open; }
 
 protected:
-    // The events. Each throws ParseException, with the current element as context, where it does not
-    // fit the tree; none returns 0.
+    // The events. Each throws ParseException, with the current element as context, where it does
+    // not fit the tree; none returns 0.
     int cb_null() override;
     int cb_boolean(bool value) override;
     int cb_number(const char* text, unsigned int length) override;

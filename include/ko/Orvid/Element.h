@@ -24,8 +24,8 @@ namespace ko::Orvid {
 /// place: a copy is free-standing, a target of an assignment stays where it is. Destroying, copying
 /// and comparing take a constant amount of stack whatever the depth of the tree.
 ///
-/// A tree is used by one thread at a time. It may be read by several while nobody changes it and each
-/// number in it has been read once before (see Number).
+/// A tree is used by one thread at a time. It may be read by several while nobody changes it and
+/// each number in it has been read once before (see Number).
 class KO_API Element {
 public:
     using TObject = Object<std::string, Element, std::less<std::string>>;
@@ -53,7 +53,8 @@ public:
     static const TArray k_emptyArray;
     static const Element k_emptyElement;  ///< of type etEmpty
 
-    // --- value ------------------------------------------------------------------------------------
+    // --- value
+    // ------------------------------------------------------------------------------------
 
     /// Null.
     Element() noexcept = default;
@@ -67,8 +68,8 @@ public:
     Element(const char* text);
     Element(const std::string& text);
     Element(const Number& number);
-    /// A deep copy of the value. The items of copied arrays report index 0 until their array is next
-    /// updated (Array::updateVector, setParent).
+    /// A deep copy of the value. The items of copied arrays report index 0 until their array is
+    /// next updated (Array::updateVector, setParent).
     Element(const Element& other);
     /// The same into this place. `other` may be part of this element, or this element part of it.
     /// Throws std::bad_alloc, leaving this element unchanged.
@@ -97,9 +98,9 @@ public:
     TArray& array();
     const TArray& array() const;
 
-    // Set the value; the place stays. A payload of the right type is kept and updated, so references
-    // to it stay valid. Lengths are in bytes. The argument may lie in this element. Throw
-    // std::bad_alloc, leaving this element unchanged.
+    // Set the value; the place stays. A payload of the right type is kept and updated, so
+    // references to it stay valid. Lengths are in bytes. The argument may lie in this element.
+    // Throw std::bad_alloc, leaving this element unchanged.
     void setNull();
     void setBoolean(bool value);
     void setString(const std::string& text);
@@ -118,7 +119,8 @@ public:
         }
     }
 
-    // --- place ------------------------------------------------------------------------------------
+    // --- place
+    // ------------------------------------------------------------------------------------
 
     /// The element whose container holds this one; null for a root or a free-standing element.
     Element* parent() noexcept { return m_parent; }
@@ -132,18 +134,18 @@ public:
     Element* root() noexcept;
     const Element* root() const noexcept;
 
-    /// The path text of this element: from `relativeTo` where that is a proper ancestor, or else from
-    /// the root. Empty for a root.
+    /// The path text of this element: from `relativeTo` where that is a proper ancestor, or else
+    /// from the root. Empty for a root.
     std::string path(const Element* relativeTo = nullptr) const;
     std::ostream& path(std::ostream& out, const Element* relativeTo = nullptr) const;
     /// The path of this element's description in the schema, which always begins `meta.schema`.
     std::string schemaPath(const Element* relativeTo = nullptr) const;
     std::ostream& schemaPath(std::ostream& out, const Element* relativeTo = nullptr) const;
 
-    // --- lookup by path ---------------------------------------------------------------------------
-    // All of them throw ParseException for a malformed path and for a step `[*]`, the try forms
-    // included. The cost is that of parsing the path and, for each step, O(log n) in an object and
-    // O(1) in an array.
+    // --- lookup by path
+    // --------------------------------------------------------------------------- All of them throw
+    // ParseException for a malformed path and for a step `[*]`, the try forms included. The cost is
+    // that of parsing the path and, for each step, O(log n) in an object and O(1) in an array.
 
     /// Whether the path leads to an element of that type; etEmpty accepts any.
     bool pathExists(const Path& path, EType type = etEmpty) const;
@@ -154,9 +156,9 @@ public:
     const Element& tryGet(const Path& path, const Element& fallback) const;
 
     /// The first item of the array at `arrayPath` (this element when empty) whose element at
-    /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is none.
-    /// Items that raise an Exception while they are looked into are passed over. Throws PathNotFound
-    /// when there is no such array, TypeException when it is no array.
+    /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is
+    /// none. Items that raise an Exception while they are looked into are passed over. Throws
+    /// PathNotFound when there is no such array, TypeException when it is no array.
     Element* find(const Element& value, const Path& itemPath = Path(),
                   const Path& arrayPath = Path());
     const Element* find(const Element& value, const Path& itemPath = Path(),
@@ -165,8 +167,9 @@ public:
     const Element& tryFind(const Element& value, const Element& fallback,
                            const Path& itemPath = Path(), const Path& arrayPath = Path()) const;
 
-    // --- editing by path --------------------------------------------------------------------------
-    // `value` may lie anywhere in the tree that is edited: what it was before the call counts.
+    // --- editing by path
+    // -------------------------------------------------------------------------- `value` may lie
+    // anywhere in the tree that is edited: what it was before the call counts.
 
     /// Removes the items that find() would find, but for one rule: the item that directly follows a
     /// removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1] leaves [1, 2].
@@ -182,15 +185,17 @@ public:
     Element& tryCreate(const Path& path, const Element& value);
     /// Overwrites the element at the path, which must exist. Throws PathNotFound.
     Element& update(const Path& path, const Element& value);
-    /// Overwrites the element at the path, making it first where it is missing. Throws as tryCreate().
+    /// Overwrites the element at the path, making it first where it is missing. Throws as
+    /// tryCreate().
     Element& tryUpdate(const Path& path, const Element& value);
-    /// Adds or overwrites the member of this object whose key is the path's text, word for word: it is
-    /// not parsed. Throws TypeException when this is no object.
+    /// Adds or overwrites the member of this object whose key is the path's text, word for word: it
+    /// is not parsed. Throws TypeException when this is no object.
     Element& insert(const Path& key, const Element& value);
 
-    // --- defaults from the document's own schema --------------------------------------------------
-    // The schema is looked up under meta.schema of the root; docs/defaults.md has an example. The data
-    // is never changed. `path` is relative to this element.
+    // --- defaults from the document's own schema
+    // -------------------------------------------------- The schema is looked up under meta.schema
+    // of the root; docs/defaults.md has an example. The data is never changed. `path` is relative
+    // to this element.
 
     /// The schema's default for the element at the path, or `fallback`.
     const Element& tryGetDefault(const Path& path, const Element& fallback) const;
@@ -198,31 +203,32 @@ public:
     const Element& getDefault(const Path& path) const;
     /// The element at the path, or else the schema's default for it, or else `fallback`.
     const Element& tryGetUsingDefault(const Path& path, const Element& fallback) const;
-    /// The element at the path, or else the schema's default for it. The default is looked up first:
-    /// throws PathNotFound when the schema has none, even where the data has a value.
+    /// The element at the path, or else the schema's default for it. The default is looked up
+    /// first: throws PathNotFound when the schema has none, even where the data has a value.
     const Element& getUsingDefault(const Path& path) const;
 
-    // --- payload records --------------------------------------------------------------------------
+    // --- payload records
+    // --------------------------------------------------------------------------
 
     const SData& data() const noexcept { return m_data; }
     SData& data() noexcept { return m_data; }
 
     /// Tags `data` with `type` and gives it an empty payload; a new container names `owner` as its
-    /// children's parent. A former payload is not released, and a null or boolean payload stays as it
-    /// is. Throws std::bad_alloc with the tag set and no payload.
+    /// children's parent. A former payload is not released, and a null or boolean payload stays as
+    /// it is. Throws std::bad_alloc with the tag set and no payload.
     static void create(SData& data, EType type, Element* owner);
     /// Releases the payload. The tag stays; the caller sets a new one.
     static void destroy(SData& data);
-    /// Makes `target` a deep copy of `source`; a payload of the same type is kept and assigned to, and
-    /// then keeps its own parent instead of `owner`. A source that is tagged with no type changes
-    /// nothing. Throws std::bad_alloc, leaving `target` unchanged.
+    /// Makes `target` a deep copy of `source`; a payload of the same type is kept and assigned to,
+    /// and then keeps its own parent instead of `owner`. A source that is tagged with no type
+    /// changes nothing. Throws std::bad_alloc, leaving `target` unchanged.
     static void copy(SData& target, const SData& source, Element* owner);
     /// The order of values: -1, 0 or 1. Empty < null < boolean < number < string < object < array;
     /// containers member by member in their order. Throws what Number::compare() throws.
     static int compare(const SData& a, const SData& b);
 
-    /// Makes a null element in the storage at `where`, or on the heap, owned by the caller, when that
-    /// is null.
+    /// Makes a null element in the storage at `where`, or on the heap, owned by the caller, when
+    /// that is null.
     Element* construct(Element* where) const;
     /// A new null element, owned by the caller: not a copy.
     Element* clone() const;
@@ -255,5 +261,5 @@ using ::operator>>;
 namespace Orvid {
 using ::operator<<;
 using ::operator>>;
-}
+}  // namespace Orvid
 }  // namespace ko

@@ -11,12 +11,12 @@
 
 namespace ko::Orvid {
 
-/// Moves from a start element one step down for each step of a path. It reads the tree and owns nothing
-/// of it. A step `[*]` throws ParseException("Index must be set!").
+/// Moves from a start element one step down for each step of a path. It reads the tree and owns
+/// nothing of it. A step `[*]` throws ParseException("Index must be set!").
 class KO_API ElementGetter : public PathParserListener {
 public:
-    /// `path` is named in errors; it is what the parser is going to read. With `throwOnMissing` a step
-    /// that leads nowhere throws PathNotFound; without, it only clears pathExists().
+    /// `path` is named in errors; it is what the parser is going to read. With `throwOnMissing` a
+    /// step that leads nowhere throws PathNotFound; without, it only clears pathExists().
     ElementGetter(const Path& path, const Element& start, bool throwOnMissing);
     ~ElementGetter() override;
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The root of the library's exceptions, which can name the element at which an error arose, and the
-// error for faulty text (JSON or path). The other kinds stand with what raises them: TypeException.h,
-// PathException.h, ValueOutOfRange.h. The whole list is in docs/errors.md.
+// error for faulty text (JSON or path). The other kinds stand with what raises them:
+// TypeException.h, PathException.h, ValueOutOfRange.h. The whole list is in docs/errors.md.
 
 #pragma once
 
@@ -41,8 +41,8 @@ public:
     const std::string* elementPath() const { return m_elementPath; }
 
 protected:
-    /// Writes the end of a subclass's text: where there is element context, " Current element: " and,
-    /// in double quotes, the address of the stored path (not its text).
+    /// Writes the end of a subclass's text: where there is element context, " Current element: "
+    /// and, in double quotes, the address of the stored path (not its text).
     void writeElementAddress(std::ostream& out) const;
 
 private:

@@ -14,13 +14,14 @@
 
 namespace ko::Orvid {
 
-/// Writes one document. Text is gathered in memory until flush(). Numbers are written with their text,
-/// members in their order; an element of type etEmpty writes nothing. The encode() forms print a whole
-/// value and flush.
+/// Writes one document. Text is gathered in memory until flush(). Numbers are written with their
+/// text, members in their order; an element of type etEmpty writes nothing. The encode() forms
+/// print a whole value and flush.
 ///
-/// Containers may be nested 127 deep. One that is nested deeper is left out with all that it holds, its
-/// key included, and state() tells so. Each call that is refused writes nothing, so what is written is
-/// balanced. A value written completely ends the document: another takes another generator.
+/// Containers may be nested 127 deep. One that is nested deeper is left out with all that it holds,
+/// its key included, and state() tells so. Each call that is refused writes nothing, so what is
+/// written is balanced. A value written completely ends the document: another takes another
+/// generator.
 class KO_API Generator {
 public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
@@ -34,8 +35,8 @@ public:
     void setIndent(const std::string& indent);
     const std::string& indent() const;
 
-    // Single events. Each returns 0 when it was written, or else 1 where a key is due and this is no
-    // string, 2 beyond the greatest depth, 3 for a close without an open, 4 when the document is
+    // Single events. Each returns 0 when it was written, or else 1 where a key is due and this is
+    // no string, 2 beyond the greatest depth, 3 for a close without an open, 4 when the document is
     // complete, 5 for a NaN or an infinity.
     int gen_null();
     int gen_bool(bool value);
@@ -70,7 +71,8 @@ public:
     std::string encode(const Dom& dom);
     std::string encode(const Element& element);
 
-    /// The first result other than 0 of any event since the generator was made; 0 while all is well.
+    /// The first result other than 0 of any event since the generator was made; 0 while all is
+    /// well.
     int state() const;
 
 private:

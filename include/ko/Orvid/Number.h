@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The value of a JSON number. It keeps the text that was read, digit by digit, and works out a binary
-// value only when one is asked for. What a user must know of its rules is in docs/numbers.md.
+// The value of a JSON number. It keeps the text that was read, digit by digit, and works out a
+// binary value only when one is asked for. What a user must know of its rules is in
+// docs/numbers.md.
 
 #pragma once
 
@@ -20,11 +21,11 @@ class KO_API Number {
 public:
     /// The kind of the binary value.
     enum EBinaryType : int {
-        ebNone,         ///< none computed yet; the text is authoritative
-        ebLongLong,     ///< signed, 64 bits
-        ebULongLong,    ///< unsigned, 64 bits
-        ebDouble,       ///< IEEE double
-        ebBigDecimal,   ///< text only, handled as ko::DecNumber; no operation produces it
+        ebNone,        ///< none computed yet; the text is authoritative
+        ebLongLong,    ///< signed, 64 bits
+        ebULongLong,   ///< unsigned, 64 bits
+        ebDouble,      ///< IEEE double
+        ebBigDecimal,  ///< text only, handled as ko::DecNumber; no operation produces it
     };
 
     /// The texts of the binary kinds' limits, as a stream prints them by default. They bound the
@@ -61,8 +62,8 @@ public:
     Number(const char* text);
     explicit Number(const DecNumber& value);
 
-    // Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths count
-    // characters. Strong guarantee.
+    // Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths
+    // count characters. Strong guarantee.
     void set(const std::string& text);
     void set(const char* text);
     void set(const char* text, unsigned int length);
@@ -89,25 +90,26 @@ public:
     /// Takes the decimal's text; the number then is text only.
     void set(const DecNumber& value);
 
-    /// The binary kind, computed from the text where there is none. Throws what syncToBinary() does.
+    /// The binary kind, computed from the text where there is none. Throws what syncToBinary()
+    /// does.
     EBinaryType type() const;
 
-    /// The text; a double is written with six significant digits. The reference lives until the next
-    /// set(). toWString() returns a copy.
+    /// The text; a double is written with six significant digits. The reference lives until the
+    /// next set(). toWString() returns a copy.
     const std::string& toString() const;
     std::wstring toWString() const;
     std::ostream& writeAt(std::ostream& out) const;
     std::wostream& writeAt(std::wostream& out) const;
 
-    /// The exact decimal value of the binary value. Throws what syncToBinary() does, and ko::RuntimeError
-    /// for a NaN or an infinity.
+    /// The exact decimal value of the binary value. Throws what syncToBinary() does, and
+    /// ko::RuntimeError for a NaN or an infinity.
     DecNumber toDecNumber() const;
 
-    /// Reads the number as T, one of the twelve types of k_isBinary, into `out` and returns `out`. The
-    /// fraction is cut off for the integral types. Throws ValueOutOfRange<Number, T>, with `out`
-    /// unchanged, unless the number is within numeric_limits<T>::min() and max() by compare(): so the
-    /// floating types refuse zero and all negative numbers, and the unsigned ones a signed zero.
-    /// Throws what syncToBinary() does. No heap memory is used unless it throws.
+    /// Reads the number as T, one of the twelve types of k_isBinary, into `out` and returns `out`.
+    /// The fraction is cut off for the integral types. Throws ValueOutOfRange<Number, T>, with
+    /// `out` unchanged, unless the number is within numeric_limits<T>::min() and max() by
+    /// compare(): so the floating types refuse zero and all negative numbers, and the unsigned ones
+    /// a signed zero. Throws what syncToBinary() does. No heap memory is used unless it throws.
     template<class T>
     T& getValue(T& out) const;
 
@@ -124,10 +126,10 @@ public:
     float toFloat() const;
     double toDouble() const;
 
-    /// Negative, zero or positive as this number is below, equal to or above the other. A NaN equals
-    /// every double; a signed zero is below an unsigned one. Throws what syncToBinary() does (the
-    /// other number is converted first), and Exception("Uncomparable type.") when the other number
-    /// is of kind ebBigDecimal.
+    /// Negative, zero or positive as this number is below, equal to or above the other. A NaN
+    /// equals every double; a signed zero is below an unsigned one. Throws what syncToBinary() does
+    /// (the other number is converted first), and Exception("Uncomparable type.") when the other
+    /// number is of kind ebBigDecimal.
     int compare(const Number& other) const;
 
     // -1, 0 or 1 as x is below, equal to or above y. The text forms compare exactly and throw
@@ -140,9 +142,9 @@ public:
     static int compare(double x, const std::string& y);
 
     /// Computes the binary value from the text. A text without any of ".eE" is unsigned, or signed
-    /// behind a '-'; any other is a double. Throws ValueOutOfRange<std::string, std::string> when the
-    /// text is beyond its kind; the kind is set all the same and the binary value is left as it was.
-    /// Text that is no number is converted as far as it goes, without an error.
+    /// behind a '-'; any other is a double. Throws ValueOutOfRange<std::string, std::string> when
+    /// the text is beyond its kind; the kind is set all the same and the binary value is left as it
+    /// was. Text that is no number is converted as far as it goes, without an error.
     void syncToBinary() const;
     /// Computes the text from the binary value.
     void syncToString() const;

@@ -11,8 +11,8 @@
 
 namespace ko::Orvid {
 
-/// The members of an object element, in insertion order; the values name that element as their parent.
-/// Made for std::string and Element only.
+/// The members of an object element, in insertion order; the values name that element as their
+/// parent. Made for std::string and Element only.
 ///
 /// Every value has its member's key, the object's parent and the index k_noIndex.
 template<class Key, class Value, class Compare>
@@ -26,8 +26,8 @@ public:
     explicit Object(Value* parent = nullptr);
     /// Deep copies of the other's members, in its order. Throws std::bad_alloc.
     Object(const Object& other, Value* parent = nullptr);
-    /// The same in place of the present members; the parent stays. The copies are complete before the
-    /// former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
+    /// The same in place of the present members; the parent stays. The copies are complete before
+    /// the former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
     Object& operator=(const Object& other);
     ~Object() override;
 
@@ -37,8 +37,8 @@ public:
     Value& resetMember(const Key& key);
 
     using TBase::swap;
-    /// Exchanges the members; each object keeps its parent. Only the members that this object now holds
-    /// learn their new place; for the others call other.setParent(other.parent()).
+    /// Exchanges the members; each object keeps its parent. Only the members that this object now
+    /// holds learn their new place; for the others call other.setParent(other.parent()).
     virtual void swap(Object& other);
 
     Value* parent() const noexcept { return m_parent; }

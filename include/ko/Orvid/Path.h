@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Path, a value that holds path text such as `a.b[3].c`, and the operations on elements by path that
-// the members of Element stand on. The language is told in docs/paths.md.
+// Path, a value that holds path text such as `a.b[3].c`, and the operations on elements by path
+// that the members of Element stand on. The language is told in docs/paths.md.
 
 #pragma once
 
@@ -53,8 +53,8 @@ public:
     /// Walks below `start`, making what is missing: members, items for `[*]`, and containers out of
     /// empty elements; then copies what `value` was before the call into the last element, unless
     /// `value` is that element. `value` may lie in the same tree. Throws PathNotFound where a step
-    /// meets a value that is no container of its kind, or an index past the end; what the steps before
-    /// made stays.
+    /// meets a value that is no container of its kind, or an index past the end; what the steps
+    /// before made stays.
     static Element& createElement(Element& start, const Path& path, const Element& value);
     /// The same, but throws Exception with one message for any step that cannot be made.
     static Element& tryCreateElement(Element& start, const Path& path, const Element& value);
@@ -69,8 +69,8 @@ public:
 
     /// The schema path of a data path: `a[2]` gives `meta.schema.properties.a.items`.
     static Path toSchemaPath(const Path& path);
-    /// The data path of a schema path, with `[*]` for `items`. Throws ParseException for a path that
-    /// is no schema path.
+    /// The data path of a schema path, with `[*]` for `items`. Throws ParseException for a path
+    /// that is no schema path.
     static Path fromSchemaPath(const Path& path);
 
 private:

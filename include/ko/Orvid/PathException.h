@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The errors for lookups that failed: a key that an object does not have, a path that leads nowhere.
+// The errors for lookups that failed: a key that an object does not have, a path that leads
+// nowhere.
 
 #pragma once
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// PathGenerator writes path text step by step. PathParser reads it back to the same steps, but for an
-// empty first key, which the path language cannot express, and a byte 0xFF, which ends a path.
+// PathGenerator writes path text step by step. PathParser reads it back to the same steps, but for
+// an empty first key, which the path language cannot express, and a byte 0xFF, which ends a path.
 
 #pragma once
 
@@ -15,7 +15,8 @@
 
 namespace ko::Orvid {
 
-/// Writes path text to a stream that it does not own. Failures of the stream are the stream's to tell.
+/// Writes path text to a stream that it does not own. Failures of the stream are the stream's to
+/// tell.
 class KO_API PathGenerator {
 public:
     enum EState : int {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// PathParser reads path text such as `a.b[3].c` and reports its steps to a listener. It knows no tree.
-// The language is told in docs/paths.md.
+// PathParser reads path text such as `a.b[3].c` and reports its steps to a listener. It knows no
+// tree. The language is told in docs/paths.md.
 
 #pragma once
 
@@ -24,15 +24,16 @@ public:
     virtual bool cbObjectProperty(const std::string& key) = 0;
     /// An array step with its 0-based index; k_noIndex for `[*]`. Returns false to stop the parse.
     virtual bool cbArrayItem(unsigned int index) = 0;
-    /// A syntax error. `message` tells all; `token` is the part of a key or index read so far, `start`
-    /// and `end` are the 0-based offsets, in bytes, of the token and of the character at fault. Returns
-    /// true to skip that character and go on, false to stop. This one throws
+    /// A syntax error. `message` tells all; `token` is the part of a key or index read so far,
+    /// `start` and `end` are the 0-based offsets, in bytes, of the token and of the character at
+    /// fault. Returns true to skip that character and go on, false to stop. This one throws
     /// ParseException(message, 1, start, 1, end).
     virtual bool cbParseError(const std::string& message, const std::string& token,
                               unsigned int start, unsigned int end);
 };
 
-/// Parses path text. It keeps nothing between two parses; separate parsers may run on separate threads.
+/// Parses path text. It keeps nothing between two parses; separate parsers may run on separate
+/// threads.
 class KO_API PathParser {
 public:
     enum EState : int {
@@ -56,18 +57,18 @@ public:
     /// Keeps the listener, which must outlive the parser's use.
     explicit PathParser(PathParserListener* listener);
 
-    /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops, and
-    /// reports the steps. Throws only what the listener does.
+    /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops,
+    /// and reports the steps. Throws only what the listener does.
     std::istream& parse(std::istream& in);
     /// The same on a text in memory.
     void parse(std::string_view text);
 
-    /// Handles the end of the input: reports a pending key, or the error that the path is not complete.
-    /// `c` is the character for the error message: -1 for the end of the input.
+    /// Handles the end of the input: reports a pending key, or the error that the path is not
+    /// complete. `c` is the character for the error message: -1 for the end of the input.
     void parseEnd(SState& s, char c);
 
-    /// Report an error to the listener; true means go on. The second form makes the message from the
-    /// character at fault, or from -1 for the end of the input.
+    /// Report an error to the listener; true means go on. The second form makes the message from
+    /// the character at fault, or from -1 for the end of the input.
     bool parseError(SState& s, std::string& message);
     bool parseError(SState& s, char c);
 

@@ -11,8 +11,8 @@
 
 namespace ko::Orvid {
 
-/// Writes the schema path of the steps that it receives: `meta.schema` at once, `properties` and the
-/// key for an object step, `items` for an array step, whose index is dropped.
+/// Writes the schema path of the steps that it receives: `meta.schema` at once, `properties` and
+/// the key for an object step, `items` for an array step, whose index is dropped.
 class KO_API ToSchemaPathConverter : public PathParserListener {
 public:
     /// Writes through `generator`, which it does not own.

@@ -48,8 +48,9 @@ class TypeException;
 template<class Value, class Limit>
 class ValueOutOfRange;
 
-/// The path of `element` from its root, as Element::path(nullptr) writes it. Exceptions with element
-/// context call it when they are built; it is declared here so that they need not know elements.
+/// The path of `element` from its root, as Element::path(nullptr) writes it. Exceptions with
+/// element context call it when they are built; it is declared here so that they need not know
+/// elements.
 std::string pathText(const Element& element);
 
 }  // namespace Orvid

@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of ko::ListMap on its own: insertion order, lookup by key, the two ways to insert, copies,
+// and what is left when a copy fails. What an object of elements adds is in Object_test.cpp.
+
+#include <ko/ListMap.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <list>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Map = ko::ListMap<std::string, int, std::less<>>;
+using Member = Map::value_type;
+using Members = std::vector<Member>;
+
+/// The members in list order, if each of them is also what its key leads to.
+template<class M>
+std::vector<typename M::value_type> membersOf(const M& map) {
+    for (auto member = map.begin(); member != map.end(); ++member) {
+        if (map.find(member->first) != member || !map.contains(member->first)) {
+            throw std::logic_error("index and list disagree");
+        }
+    }
+    std::vector<typename M::value_type> members(map.begin(), map.end());
+    EXPECT_EQ(members.size(), map.size());
+    return members;
+}
+
+Map makeMap(const Members& members) {
+    Map map;
+    for (const Member& member : members) {
+        map.insert(member);
+    }
+    return map;
+}
+
+TEST(ListMap, is_empty_when_new) {
+    const Map map;
+    EXPECT_TRUE(map.empty());
+    EXPECT_EQ(0u, map.size());
+    EXPECT_TRUE(map.find("") == map.end());
+    EXPECT_FALSE(map.contains("a"));
+}
+
+TEST(ListMap, keeps_the_order_of_insertion_and_not_of_keys) {
+    const Map map = makeMap({{"c", 1}, {"a", 2}, {"b", 3}});
+    EXPECT_EQ((Members{{"c", 1}, {"a", 2}, {"b", 3}}), membersOf(map));
+}
+
+TEST(ListMap, insert_answers_the_new_member) {
+    Map map;
+    const auto [position, isNew] = map.insert({"a", 1});
+    EXPECT_TRUE(isNew);
+    EXPECT_TRUE(position == map.begin());
+    EXPECT_EQ(Member("a", 1), *position);
+}
+
+TEST(ListMap, insert_of_a_present_key_overwrites_the_value_in_its_place) {
+    Map map = makeMap({{"b", 1}, {"a", 2}});
+    const int* const value = &map.find("b")->second;
+    const auto [position, isNew] = map.insert({"b", 3});
+    EXPECT_FALSE(isNew);
+    EXPECT_EQ((Members{{"b", 3}, {"a", 2}}), membersOf(map));
+    EXPECT_EQ(value, &position->second);
+}
+
+TEST(ListMap, insert_of_its_own_member_changes_nothing) {
+    Map map = makeMap({{"a", 1}, {"b", 2}});
+    const auto result = map.insert(*map.begin());
+    EXPECT_FALSE(result.second);
+    EXPECT_EQ((Members{{"a", 1}, {"b", 2}}), membersOf(map));
+}
+
+TEST(ListMap, insert_before_a_position_puts_a_new_member_there) {
+    Map map = makeMap({{"a", 1}, {"c", 3}});
+    const auto position = map.insert(map.find("c"), {"b", 2});
+    EXPECT_EQ((Members{{"a", 1}, {"b", 2}, {"c", 3}}), membersOf(map));
+    EXPECT_EQ(Member("b", 2), *position);
+    map.insert(map.begin(), {"z", 0});
+    map.insert(map.end(), {"y", 9});
+    EXPECT_EQ((Members{{"z", 0}, {"a", 1}, {"b", 2}, {"c", 3}, {"y", 9}}), membersOf(map));
+}
+
+TEST(ListMap, insert_before_a_position_leaves_a_present_key_alone) {
+    Map map = makeMap({{"a", 1}, {"b", 2}});
+    const auto position = map.insert(map.begin(), {"b", 5});
+    EXPECT_EQ((Members{{"a", 1}, {"b", 2}}), membersOf(map));
+    EXPECT_TRUE(position == std::next(map.begin()));
+}
+
+TEST(ListMap, find_tells_keys_apart_byte_by_byte) {
+    const std::string withNul("a\0b", 3);
+    Map map = makeMap({{"a", 1}, {"A", 2}, {"", 3}, {withNul, 4}, {"a\xC3\xA4", 5}});
+    EXPECT_EQ(5u, map.size());
+    EXPECT_EQ(1, map.find("a")->second);
+    EXPECT_EQ(2, map.find("A")->second);
+    EXPECT_EQ(3, map.find("")->second);
+    EXPECT_EQ(4, map.find(withNul)->second);
+    EXPECT_TRUE(map.find("a ") == map.end());
+    EXPECT_TRUE(map.find("a\xC3") == map.end());
+}
+
+TEST(ListMap, find_gives_access_to_the_value) {
+    Map map = makeMap({{"a", 1}});
+    map.find("a")->second = 7;
+    const Map& constant = map;
+    EXPECT_EQ(7, constant.find("a")->second);
+    EXPECT_TRUE(constant.find("b") == constant.end());
+}
+
+TEST(ListMap, orders_its_index_with_the_comparator_it_was_given) {
+    using Function = bool (*)(int, int);
+    using ByLastDigit = ko::ListMap<int, std::string, Function>;
+    ByLastDigit map(+[](int a, int b) { return a % 10 < b % 10; });
+    map.insert({12, "twelve"});
+    map.insert({3, "three"});
+    EXPECT_FALSE(map.insert({22, "twenty-two"}).second);
+    ASSERT_EQ(2u, map.size());
+    EXPECT_EQ("twenty-two", map.find(2)->second);
+    EXPECT_EQ(22, map.begin()->first);
+    const ByLastDigit copy(map);
+    EXPECT_EQ("three", copy.find(93)->second);
+}
+
+TEST(ListMap, erase_by_position_answers_the_member_behind) {
+    Map map = makeMap({{"a", 1}, {"b", 2}, {"c", 3}});
+    const auto next = map.erase(map.find("b"));
+    EXPECT_EQ((Members{{"a", 1}, {"c", 3}}), membersOf(map));
+    EXPECT_EQ("c", next->first);
+    EXPECT_TRUE(map.erase(next) == map.end());
+    EXPECT_EQ((Members{{"a", 1}}), membersOf(map));
+    EXPECT_FALSE(map.contains("b"));
+}
+
+TEST(ListMap, erase_by_key_answers_how_many_went) {
+    Map map = makeMap({{"a", 1}, {"b", 2}});
+    EXPECT_EQ(1u, map.erase("a"));
+    EXPECT_EQ(0u, map.erase("a"));
+    EXPECT_EQ((Members{{"b", 2}}), membersOf(map));
+}
+
+TEST(ListMap, erase_takes_a_key_that_lies_in_the_member_itself) {
+    Map map = makeMap({{"a", 1}, {"b", 2}});
+    EXPECT_EQ(1u, map.erase(map.begin()->first));
+    EXPECT_EQ((Members{{"b", 2}}), membersOf(map));
+}
+
+TEST(ListMap, a_key_that_was_erased_comes_back_at_the_end) {
+    Map map = makeMap({{"a", 1}, {"b", 2}});
+    map.erase("a");
+    EXPECT_TRUE(map.insert({"a", 3}).second);
+    EXPECT_EQ((Members{{"b", 2}, {"a", 3}}), membersOf(map));
+}
+
+TEST(ListMap, members_keep_their_addresses_while_others_come_and_go) {
+    Map map = makeMap({{"x", 1}, {"keep", 2}, {"y", 3}});
+    const Member* const kept = &*map.find("keep");
+    for (int i = 0; i < 1000; ++i) {
+        map.insert({std::to_string(i), i});
+    }
+    map.erase("x");
+    map.erase("y");
+    EXPECT_EQ(kept, &*map.begin());
+    EXPECT_EQ(kept, &*map.find("keep"));
+    EXPECT_EQ(1001u, membersOf(map).size());
+}
+
+TEST(ListMap, swap_exchanges_members_with_their_addresses) {
+    Map one = makeMap({{"b", 1}, {"a", 2}});
+    Map two = makeMap({{"z", 9}});
+    const Member* const first = &*one.begin();
+    one.swap(two);
+    EXPECT_EQ((Members{{"z", 9}}), membersOf(one));
+    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(two));
+    EXPECT_EQ(first, &*two.find("b"));
+}
+
+TEST(ListMap, swap_with_itself_changes_nothing) {
+    Map map = makeMap({{"b", 1}, {"a", 2}});
+    map.swap(map);
+    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(map));
+}
+
+TEST(ListMap, a_copy_has_members_of_its_own) {
+    const Map map = makeMap({{"b", 1}, {"a", 2}});
+    Map copy(map);
+    copy.find("a")->second = 5;
+    copy.insert({"c", 3});
+    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(map));
+    EXPECT_EQ((Members{{"b", 1}, {"a", 5}, {"c", 3}}), membersOf(copy));
+}
+
+TEST(ListMap, assignment_replaces_all_members) {
+    const Map source = makeMap({{"b", 1}, {"a", 2}});
+    Map target = makeMap({{"a", 7}, {"x", 8}});
+    EXPECT_EQ(&target, &(target = source));
+    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(target));
+    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(source));
+}
+
+TEST(ListMap, assignment_to_itself_keeps_the_very_members) {
+    Map map = makeMap({{"b", 1}, {"a", 2}});
+    const Member* const first = &*map.begin();
+    const Map& same = map;
+    map = same;
+    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(map));
+    EXPECT_EQ(first, &*map.begin());
+}
+
+TEST(ListMap, takeAll_hands_out_the_members_and_leaves_it_ready_for_use) {
+    Map map = makeMap({{"b", 1}, {"a", 2}});
+    const Member* const first = &*map.begin();
+    const std::list<Member> taken = map.takeAll();
+    EXPECT_EQ((std::list<Member>{{"b", 1}, {"a", 2}}), taken);
+    EXPECT_EQ(first, &taken.front());
+    EXPECT_EQ(Members(), membersOf(map));
+    EXPECT_FALSE(map.contains("a"));
+    map.insert({"a", 3});
+    EXPECT_EQ((Members{{"a", 3}}), membersOf(map));
+}
+
+TEST(ListMap, serves_range_for_and_algorithms) {
+    Map map = makeMap({{"b", 1}, {"a", 2}});
+    for (Member& member : map) {
+        member.second *= 10;
+    }
+    const auto found = std::find_if(map.cbegin(), map.cend(),
+                                    [](const Member& member) { return member.second == 20; });
+    ASSERT_TRUE(found != map.cend());
+    EXPECT_EQ("a", found->first);
+}
+
+TEST(ListMap, names_the_types_that_standard_containers_name) {
+    EXPECT_TRUE((std::is_same_v<std::pair<std::string, int>, Map::value_type>));
+    EXPECT_TRUE((std::is_same_v<std::string, Map::key_type>));
+    EXPECT_TRUE((std::is_same_v<int, Map::mapped_type>));
+    EXPECT_TRUE((std::is_same_v<std::size_t, Map::size_type>));
+    EXPECT_TRUE(
+        (std::is_same_v<const Member&, std::iterator_traits<Map::const_iterator>::reference>));
+    EXPECT_TRUE(std::has_virtual_destructor_v<Map>);
+}
+
+/// A value whose copy fails when it is told to.
+struct Fragile {
+    explicit Fragile(bool broken = false) : isBroken(broken) {}
+    Fragile(const Fragile& other) : isBroken(other.isBroken) { check(); }
+    Fragile& operator=(const Fragile& other) {
+        other.check();
+        isBroken = other.isBroken;
+        return *this;
+    }
+    ~Fragile() = default;
+
+    void check() const {
+        if (isBroken) {
+            throw std::runtime_error("copied a broken value");
+        }
+    }
+
+    bool isBroken;
+};
+
+using FragileMap = ko::ListMap<std::string, Fragile, std::less<>>;
+
+std::string keysOf(const FragileMap& map) {
+    std::string keys;
+    for (const auto& member : membersOf(map)) {
+        keys += member.first;
+    }
+    return keys;
+}
+
+TEST(ListMap, insert_that_throws_leaves_all_as_it_was) {
+    FragileMap map;
+    map.insert({"b", Fragile()});
+    FragileMap::value_type broken("a", Fragile());
+    broken.second.isBroken = true;
+    EXPECT_THROW(map.insert(broken), std::runtime_error);
+    EXPECT_EQ("b", keysOf(map));
+    EXPECT_THROW(map.insert(map.begin(), broken), std::runtime_error);
+    EXPECT_EQ("b", keysOf(map));
+    EXPECT_FALSE(map.contains("a"));
+    broken.second.isBroken = false;
+    map.insert(broken);
+    EXPECT_EQ("ba", keysOf(map));
+}
+
+TEST(ListMap, assignment_that_throws_keeps_the_former_members) {
+    FragileMap source;
+    source.insert({"x", Fragile()});
+    source.insert({"y", Fragile()}).first->second.isBroken = true;
+    FragileMap target;
+    target.insert({"b", Fragile()});
+    target.insert({"a", Fragile()});
+    EXPECT_THROW(target = source, std::runtime_error);
+    EXPECT_EQ("ba", keysOf(target));
+    EXPECT_THROW(FragileMap copy(source), std::runtime_error);
+}
+
+/// Compares keys, and fails for one of them.
+struct Picky {
+    bool operator()(const std::string& a, const std::string& b) const {
+        if (a == "bad" || b == "bad") {
+            throw std::runtime_error("cannot compare");
+        }
+        return a < b;
+    }
+};
+
+TEST(ListMap, a_comparison_that_throws_leaves_all_as_it_was) {
+    ko::ListMap<std::string, int, Picky> map;
+    map.insert({"b", 1});
+    EXPECT_THROW(map.insert({"bad", 2}), std::runtime_error);
+    EXPECT_THROW(map.insert(map.begin(), {"bad", 2}), std::runtime_error);
+    EXPECT_THROW(map.erase("bad"), std::runtime_error);
+    EXPECT_EQ((std::vector<std::pair<std::string, int>>{{"b", 1}}), membersOf(map));
+}
+
+}  // namespace
