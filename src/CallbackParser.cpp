@@ -26,9 +26,7 @@ unsigned int lengthOf(std::size_t length) {
     return static_cast<unsigned int>(length);
 }
 
-const char* characters(const unsigned char* text) {
-    return reinterpret_cast<const char*>(text);
-}
+const char* characters(const unsigned char* text) { return reinterpret_cast<const char*>(text); }
 
 }  // namespace
 
@@ -74,9 +72,7 @@ yajl::ReaderCallbacks CallbackParser::SImpl::makeCallbacks(bool numbersAsText) {
 
 CallbackParserListener::~CallbackParserListener() = default;
 
-bool CallbackParserListener::use_number_callback() {
-    return true;
-}
+bool CallbackParserListener::use_number_callback() { return true; }
 
 CallbackParser::CallbackParser(CallbackParserListener* listener)
     : m_listener(listener),
@@ -129,12 +125,8 @@ std::istream& CallbackParser::parse(std::istream& in) {
     return in;
 }
 
-int CallbackParser::state() const {
-    return static_cast<int>(m_impl->reader.status());
-}
+int CallbackParser::state() const { return static_cast<int>(m_impl->reader.status()); }
 
-unsigned long long CallbackParser::position() const {
-    return m_impl->reader.position();
-}
+unsigned long long CallbackParser::position() const { return m_impl->reader.position(); }
 
 }  // namespace ko::Orvid

@@ -31,9 +31,7 @@ Dom& Dom::operator=(Dom&& other) noexcept {
     return *this;
 }
 
-Dom::~Dom() {
-    release();
-}
+Dom::~Dom() { release(); }
 
 void Dom::setRoot(Element& root, bool takeOwnership) {
     release();

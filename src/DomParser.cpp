@@ -50,25 +50,17 @@ void DomParser::parse(Element& root, const std::string& text) {
     fill(root, [&] { m_parser->parse(text); });
 }
 
-std::istream& DomParser::parse(Dom& dom, std::istream& in) {
-    return parse(*dom, in);
-}
+std::istream& DomParser::parse(Dom& dom, std::istream& in) { return parse(*dom, in); }
 
 void DomParser::parse(Dom& dom, const char* text, unsigned int length) {
     parse(*dom, text, length);
 }
 
-void DomParser::parse(Dom& dom, const std::string& text) {
-    parse(*dom, text);
-}
+void DomParser::parse(Dom& dom, const std::string& text) { parse(*dom, text); }
 
-int DomParser::state() const {
-    return m_parser->state();
-}
+int DomParser::state() const { return m_parser->state(); }
 
-unsigned long long DomParser::position() const {
-    return m_parser->position();
-}
+unsigned long long DomParser::position() const { return m_parser->position(); }
 
 int DomParser::cb_null() {
     return placeScalar("Unexpected null", [](Element& element) { element.setNull(); });
@@ -88,9 +80,7 @@ int DomParser::cb_string(const char* text, unsigned int length) {
                        [=](Element& element) { element.setString(text, length); });
 }
 
-int DomParser::cb_start_map() {
-    return openContainer(etObject, "Unexpected start of map!");
-}
+int DomParser::cb_start_map() { return openContainer(etObject, "Unexpected start of map!"); }
 
 int DomParser::cb_map_key(const char* text, unsigned int length) {
     requireCurrent("Unexpected key of map!");
@@ -101,21 +91,13 @@ int DomParser::cb_map_key(const char* text, unsigned int length) {
     return k_goOn;
 }
 
-int DomParser::cb_end_map() {
-    return closeContainer(etObject, "Unexpected end of map!");
-}
+int DomParser::cb_end_map() { return closeContainer(etObject, "Unexpected end of map!"); }
 
-int DomParser::cb_start_array() {
-    return openContainer(etArray, "Unexpected start of array!");
-}
+int DomParser::cb_start_array() { return openContainer(etArray, "Unexpected start of array!"); }
 
-int DomParser::cb_end_array() {
-    return closeContainer(etArray, "Unexpected end of array!");
-}
+int DomParser::cb_end_array() { return closeContainer(etArray, "Unexpected end of array!"); }
 
-int DomParser::cb_error(const char* message) {
-    fail(message);
-}
+int DomParser::cb_error(const char* message) { fail(message); }
 
 int DomParser::cb_integer(long /*value*/) {
     throw Exception("Unexpected integer callback", m_current);

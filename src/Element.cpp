@@ -34,26 +34,18 @@ const Element Element::k_emptyElement = makeEmpty();
 
 Element::Element(const char* text) : Element(std::string(text)) {}
 
-Element::Element(const std::string& text) {
-    setString(text);
-}
+Element::Element(const std::string& text) { setString(text); }
 
-Element::Element(const Number& number) {
-    setNumber(number);
-}
+Element::Element(const Number& number) { setNumber(number); }
 
-Element::Element(const Element& other) {
-    copy(m_data, other.m_data, this);
-}
+Element::Element(const Element& other) { copy(m_data, other.m_data, this); }
 
 Element& Element::operator=(const Element& other) {
     copy(m_data, other.m_data, this);
     return *this;
 }
 
-Element::~Element() {
-    destroy(m_data);
-}
+Element::~Element() { destroy(m_data); }
 
 void Element::destroy() {}
 
@@ -61,9 +53,7 @@ Element* Element::construct(Element* where) const {
     return where == nullptr ? new Element : new (where) Element;
 }
 
-Element* Element::clone() const {
-    return construct(nullptr);
-}
+Element* Element::clone() const { return construct(nullptr); }
 
 void Element::throwTypeException(EType expected) const {
     throw TypeException<EType>(this, expected, m_data.type);
@@ -202,9 +192,7 @@ Element* Element::root() noexcept {
     return element;
 }
 
-const Element* Element::root() const noexcept {
-    return const_cast<Element*>(this)->root();
-}
+const Element* Element::root() const noexcept { return const_cast<Element*>(this)->root(); }
 
 std::ostream& Element::path(std::ostream& out, const Element* relativeTo) const {
     return Path::elementPath(out, *this, relativeTo);

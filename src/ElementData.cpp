@@ -109,8 +109,6 @@ void Element::copy(SData& target, const SData& source, Element* owner) {
     target = copied.release();
 }
 
-int Element::compare(const SData& a, const SData& b) {
-    return compareTrees(a, b);
-}
+int Element::compare(const SData& a, const SData& b) { return compareTrees(a, b); }
 
 }  // namespace ko::Orvid

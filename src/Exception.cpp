@@ -49,13 +49,9 @@ Exception& Exception::operator=(const Exception& other) {
     return *this;
 }
 
-Exception::~Exception() {
-    delete m_elementPath;
-}
+Exception::~Exception() { delete m_elementPath; }
 
-Exception* Exception::clone() const {
-    return new Exception(*this);
-}
+Exception* Exception::clone() const { return new Exception(*this); }
 
 void Exception::writeElementAddress(std::ostream& out) const {
     if (m_elementPath != nullptr) {
@@ -80,9 +76,7 @@ ParseException& ParseException::operator=(const ParseException&) = default;
 
 ParseException::~ParseException() = default;
 
-ParseException* ParseException::clone() const {
-    return new ParseException(*this);
-}
+ParseException* ParseException::clone() const { return new ParseException(*this); }
 
 void ParseException::init(const std::string& message, int firstLine, int firstColumn, int lastLine,
                           int lastColumn) {

@@ -11,9 +11,7 @@ namespace ko::Orvid {
 
 namespace {
 
-[[noreturn]] void fail(const char* message) {
-    throw ParseException(message, -1, -1, -1, -1);
-}
+[[noreturn]] void fail(const char* message) { throw ParseException(message, -1, -1, -1, -1); }
 
 }  // namespace
 

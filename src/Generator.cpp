@@ -22,9 +22,7 @@ namespace {
 
 constexpr const char* k_defaultIndent = "    ";
 
-constexpr int number(yajl::WriteStatus status) {
-    return static_cast<int>(status);
-}
+constexpr int number(yajl::WriteStatus status) { return static_cast<int>(status); }
 
 constexpr int k_written = number(yajl::WriteStatus::ok);
 
@@ -55,21 +53,13 @@ Generator::~Generator() noexcept(false) {
     }
 }
 
-void Generator::setIndent(const std::string& indent) {
-    m_impl->indent = indent;
-}
+void Generator::setIndent(const std::string& indent) { m_impl->indent = indent; }
 
-const std::string& Generator::indent() const {
-    return m_impl->indent;
-}
+const std::string& Generator::indent() const { return m_impl->indent; }
 
-int Generator::gen_null() {
-    return number(m_impl->writer.null());
-}
+int Generator::gen_null() { return number(m_impl->writer.null()); }
 
-int Generator::gen_bool(bool value) {
-    return number(m_impl->writer.boolean(value));
-}
+int Generator::gen_bool(bool value) { return number(m_impl->writer.boolean(value)); }
 
 int Generator::gen_number(const Number& value) {
     const std::string& text = value.toString();
@@ -80,33 +70,19 @@ int Generator::gen_string(const std::string& text) {
     return number(m_impl->writer.string(text.data(), text.length()));
 }
 
-int Generator::gen_object_open() {
-    return number(m_impl->writer.openMap());
-}
+int Generator::gen_object_open() { return number(m_impl->writer.openMap()); }
 
-int Generator::gen_object_close() {
-    return number(m_impl->writer.closeMap());
-}
+int Generator::gen_object_close() { return number(m_impl->writer.closeMap()); }
 
-int Generator::gen_array_open() {
-    return number(m_impl->writer.openArray());
-}
+int Generator::gen_array_open() { return number(m_impl->writer.openArray()); }
 
-int Generator::gen_array_close() {
-    return number(m_impl->writer.closeArray());
-}
+int Generator::gen_array_close() { return number(m_impl->writer.closeArray()); }
 
-int Generator::gen_integer(long value) {
-    return number(m_impl->writer.integer(value));
-}
+int Generator::gen_integer(long value) { return number(m_impl->writer.integer(value)); }
 
-int Generator::gen_double(double value) {
-    return number(m_impl->writer.real(value));
-}
+int Generator::gen_double(double value) { return number(m_impl->writer.real(value)); }
 
-void Generator::printString(const std::string& text) {
-    gen_string(text);
-}
+void Generator::printString(const std::string& text) { gen_string(text); }
 
 void Generator::print(const Element& element) {
     switch (element.type()) {
@@ -212,21 +188,15 @@ void Generator::encodeOver(std::string& text, const Value& value) {
     text = out.str();
 }
 
-std::ostream& Generator::encode(std::ostream& out, const Dom& dom) {
-    return encodeTo(out, dom);
-}
+std::ostream& Generator::encode(std::ostream& out, const Dom& dom) { return encodeTo(out, dom); }
 
 std::ostream& Generator::encode(std::ostream& out, const Element& element) {
     return encodeTo(out, element);
 }
 
-void Generator::encode(std::string& text, const Dom& dom) {
-    encodeOver(text, dom);
-}
+void Generator::encode(std::string& text, const Dom& dom) { encodeOver(text, dom); }
 
-void Generator::encode(std::string& text, const Element& element) {
-    encodeOver(text, element);
-}
+void Generator::encode(std::string& text, const Element& element) { encodeOver(text, element); }
 
 std::string Generator::encode(const Dom& dom) {
     std::string text;
@@ -240,9 +210,7 @@ std::string Generator::encode(const Element& element) {
     return text;
 }
 
-int Generator::state() const {
-    return number(m_impl->writer.state());
-}
+int Generator::state() const { return number(m_impl->writer.state()); }
 
 }  // namespace ko::Orvid
 

@@ -87,17 +87,11 @@ const Number::Limits Number::k_limits = makeLimits();
 
 Number::Number() : m_type(ebLongLong), m_value{0}, m_text("0") {}
 
-Number::Number(const std::string& text) : Number() {
-    set(text);
-}
+Number::Number(const std::string& text) : Number() { set(text); }
 
-Number::Number(const char* text) : Number() {
-    set(text);
-}
+Number::Number(const char* text) : Number() { set(text); }
 
-Number::Number(const DecNumber& value) : Number() {
-    set(value);
-}
+Number::Number(const DecNumber& value) : Number() { set(value); }
 
 Number& Number::operator=(const Number& other) {
     set(other);
@@ -119,65 +113,37 @@ void Number::set(const char* text, unsigned int length) {
     m_type = ebNone;
 }
 
-void Number::set(const std::wstring& text) {
-    set(convert(text));
-}
+void Number::set(const std::wstring& text) { set(convert(text)); }
 
-void Number::set(const wchar_t* text) {
-    set(convert(text));
-}
+void Number::set(const wchar_t* text) { set(convert(text)); }
 
 void Number::set(const wchar_t* text, unsigned int length) {
     set(convert(std::wstring(text, length)));
 }
 
-void Number::set(char value) {
-    setSigned(value);
-}
+void Number::set(char value) { setSigned(value); }
 
-void Number::set(short value) {
-    setSigned(value);
-}
+void Number::set(short value) { setSigned(value); }
 
-void Number::set(int value) {
-    setSigned(value);
-}
+void Number::set(int value) { setSigned(value); }
 
-void Number::set(long value) {
-    setSigned(value);
-}
+void Number::set(long value) { setSigned(value); }
 
-void Number::set(long long value) {
-    setSigned(value);
-}
+void Number::set(long long value) { setSigned(value); }
 
-void Number::set(unsigned char value) {
-    setUnsigned(value);
-}
+void Number::set(unsigned char value) { setUnsigned(value); }
 
-void Number::set(unsigned short value) {
-    setUnsigned(value);
-}
+void Number::set(unsigned short value) { setUnsigned(value); }
 
-void Number::set(unsigned int value) {
-    setUnsigned(value);
-}
+void Number::set(unsigned int value) { setUnsigned(value); }
 
-void Number::set(unsigned long value) {
-    setUnsigned(value);
-}
+void Number::set(unsigned long value) { setUnsigned(value); }
 
-void Number::set(unsigned long long value) {
-    setUnsigned(value);
-}
+void Number::set(unsigned long long value) { setUnsigned(value); }
 
-void Number::set(float value) {
-    setReal(value);
-}
+void Number::set(float value) { setReal(value); }
 
-void Number::set(double value) {
-    setReal(value);
-}
+void Number::set(double value) { setReal(value); }
 
 void Number::setSigned(long long value) {
     m_value.signedInteger = value;
@@ -225,17 +191,11 @@ const std::string& Number::toString() const {
     return m_text;
 }
 
-std::wstring Number::toWString() const {
-    return wconvert(toString());
-}
+std::wstring Number::toWString() const { return wconvert(toString()); }
 
-std::ostream& Number::writeAt(std::ostream& out) const {
-    return out << toString();
-}
+std::ostream& Number::writeAt(std::ostream& out) const { return out << toString(); }
 
-std::wostream& Number::writeAt(std::wostream& out) const {
-    return out << toWString();
-}
+std::wostream& Number::writeAt(std::wostream& out) const { return out << toWString(); }
 
 DecNumber Number::toDecNumber() const {
     switch (type()) {

@@ -60,53 +60,29 @@ T& Number::getValue(T& out) const {
     }
 }
 
-char Number::toChar() const {
-    return valueOf<char>(*this);
-}
+char Number::toChar() const { return valueOf<char>(*this); }
 
-unsigned char Number::toUChar() const {
-    return valueOf<unsigned char>(*this);
-}
+unsigned char Number::toUChar() const { return valueOf<unsigned char>(*this); }
 
-short Number::toShort() const {
-    return valueOf<short>(*this);
-}
+short Number::toShort() const { return valueOf<short>(*this); }
 
-unsigned short Number::toUShort() const {
-    return valueOf<unsigned short>(*this);
-}
+unsigned short Number::toUShort() const { return valueOf<unsigned short>(*this); }
 
-int Number::toInt() const {
-    return valueOf<int>(*this);
-}
+int Number::toInt() const { return valueOf<int>(*this); }
 
-unsigned int Number::toUInt() const {
-    return valueOf<unsigned int>(*this);
-}
+unsigned int Number::toUInt() const { return valueOf<unsigned int>(*this); }
 
-long Number::toLong() const {
-    return valueOf<long>(*this);
-}
+long Number::toLong() const { return valueOf<long>(*this); }
 
-unsigned long Number::toULong() const {
-    return valueOf<unsigned long>(*this);
-}
+unsigned long Number::toULong() const { return valueOf<unsigned long>(*this); }
 
-long long Number::toLongLong() const {
-    return valueOf<long long>(*this);
-}
+long long Number::toLongLong() const { return valueOf<long long>(*this); }
 
-unsigned long long Number::toULongLong() const {
-    return valueOf<unsigned long long>(*this);
-}
+unsigned long long Number::toULongLong() const { return valueOf<unsigned long long>(*this); }
 
-float Number::toFloat() const {
-    return valueOf<float>(*this);
-}
+float Number::toFloat() const { return valueOf<float>(*this); }
 
-double Number::toDouble() const {
-    return valueOf<double>(*this);
-}
+double Number::toDouble() const { return valueOf<double>(*this); }
 
 template char& Number::getValue(char&) const;
 template unsigned char& Number::getValue(unsigned char&) const;

@@ -24,9 +24,7 @@ int order(T x, T y) {
     return x > y ? 1 : y > x ? -1 : 0;
 }
 
-int sign(int result) {
-    return order(result, 0);
-}
+int sign(int result) { return order(result, 0); }
 
 /// The nearest double. Where the processor computes with more bits than a double has (x87), only a
 /// store to memory rounds.
@@ -39,9 +37,7 @@ double nearestDouble(unsigned long long value) {
 #endif
 }
 
-[[noreturn]] void throwUnknownType() {
-    throw RuntimeError("Unknown type, implementation missing");
-}
+[[noreturn]] void throwUnknownType() { throw RuntimeError("Unknown type, implementation missing"); }
 
 }  // namespace
 

@@ -128,17 +128,11 @@ std::ostream& Path::elementSchemaPath(std::ostream& out, const Element& element,
     return out;
 }
 
-Path Path::toSchemaPath(const Path& path) {
-    return converted<ToSchemaPathConverter>(path);
-}
+Path Path::toSchemaPath(const Path& path) { return converted<ToSchemaPathConverter>(path); }
 
-Path Path::fromSchemaPath(const Path& path) {
-    return converted<FromSchemaPathConverter>(path);
-}
+Path Path::fromSchemaPath(const Path& path) { return converted<FromSchemaPathConverter>(path); }
 
-std::string pathText(const Element& element) {
-    return element.path();
-}
+std::string pathText(const Element& element) { return element.path(); }
 
 }  // namespace ko::Orvid
 

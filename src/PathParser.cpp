@@ -19,13 +19,9 @@ namespace {
 /// The end of the input, as a character. The byte itself ends a path too.
 constexpr char k_end = static_cast<char>(0xFF);
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-bool startsIndex(char c) {
-    return isDigit(c) || c == '*';
-}
+bool startsIndex(char c) { return isDigit(c) || c == '*'; }
 
 /// The transitions that never stop the parse.
 bool separate(PathParser::SState& s, PathParser::EState following) {

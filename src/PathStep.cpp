@@ -25,9 +25,7 @@ const Element* childAt(const Element& parent, unsigned int index) {
     return &parent.array()[index];
 }
 
-std::string indexText(unsigned int index) {
-    return "[" + std::to_string(index) + "]";
-}
+std::string indexText(unsigned int index) { return "[" + std::to_string(index) + "]"; }
 
 bool stepFails(const Element& current, const std::string& path, const std::string& step,
                bool throws, bool& pathExists) {

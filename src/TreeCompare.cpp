@@ -16,9 +16,7 @@ namespace {
 
 using SData = Element::SData;
 
-int sign(int result) {
-    return result > 0 ? 1 : result < 0 ? -1 : 0;
-}
+int sign(int result) { return result > 0 ? 1 : result < 0 ? -1 : 0; }
 
 /// Where the comparison of two containers has got to.
 template<class Container>

@@ -11,13 +11,9 @@ namespace ko::Orvid {
 
 namespace {
 
-void write(std::ostream& out, const std::string& value) {
-    out << value;
-}
+void write(std::ostream& out, const std::string& value) { out << value; }
 
-void write(std::ostream& out, const Number& value) {
-    value.writeAt(out);
-}
+void write(std::ostream& out, const Number& value) { value.writeAt(out); }
 
 }  // namespace
 

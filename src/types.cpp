@@ -26,10 +26,6 @@ Stream& print(Stream& out, EType type) {
 
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, EType type) {
-    return print(out, type);
-}
+std::ostream& operator<<(std::ostream& out, EType type) { return print(out, type); }
 
-std::wostream& operator<<(std::wostream& out, EType type) {
-    return print(out, type);
-}
+std::wostream& operator<<(std::wostream& out, EType type) { return print(out, type); }

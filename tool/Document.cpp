@@ -58,9 +58,7 @@ std::string readFile(const std::string& file, const std::string& name) {
 }
 
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
-std::string firstLine(const std::string& message) {
-    return message.substr(0, message.find('\n'));
-}
+std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
 
 void requireComplete(const DomParser& parser, const std::string& name, const std::string& text) {
     if (parser.state() != k_complete) {

@@ -101,9 +101,7 @@ void remove(const SWords& words) {
     writeOut(jsonText(document.name, document.root));
 }
 
-void paths(const SWords& words) {
-    writeOut(leafLines(Document(words.file).root));
-}
+void paths(const SWords& words) { writeOut(leafLines(Document(words.file).root)); }
 
 template<class Convert>
 void convertPath(const SWords& words, const Convert& convert) {
@@ -111,13 +109,9 @@ void convertPath(const SWords& words, const Convert& convert) {
     writeOut(result.str() + "\n");
 }
 
-void schemaPath(const SWords& words) {
-    convertPath(words, &Path::toSchemaPath);
-}
+void schemaPath(const SWords& words) { convertPath(words, &Path::toSchemaPath); }
 
-void dataPath(const SWords& words) {
-    convertPath(words, &Path::fromSchemaPath);
-}
+void dataPath(const SWords& words) { convertPath(words, &Path::fromSchemaPath); }
 
 using TVerb = void (*)(const SWords&);
 

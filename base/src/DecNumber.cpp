@@ -416,52 +416,38 @@ std::ostream& DecNumber::writeTo(std::ostream& out) const {
     return out.write(text.data(), static_cast<std::streamsize>(text.length()));
 }
 
-DecNumber::operator char() const {
-    return toInteger<char>(*m_impl, "char");
-}
+DecNumber::operator char() const { return toInteger<char>(*m_impl, "char"); }
 
 DecNumber::operator unsigned char() const {
     return toInteger<unsigned char>(*m_impl, "unsigned char");
 }
 
-DecNumber::operator short() const {
-    return toInteger<short>(*m_impl, "short");
-}
+DecNumber::operator short() const { return toInteger<short>(*m_impl, "short"); }
 
 DecNumber::operator unsigned short() const {
     return toInteger<unsigned short>(*m_impl, "unsigned short");
 }
 
-DecNumber::operator int() const {
-    return toInteger<int>(*m_impl, "int");
-}
+DecNumber::operator int() const { return toInteger<int>(*m_impl, "int"); }
 
 DecNumber::operator unsigned int() const {
     return toInteger<unsigned int>(*m_impl, "unsigned int");
 }
 
-DecNumber::operator long() const {
-    return toInteger<long>(*m_impl, "long");
-}
+DecNumber::operator long() const { return toInteger<long>(*m_impl, "long"); }
 
 DecNumber::operator unsigned long() const {
     return toInteger<unsigned long>(*m_impl, "unsigned long");
 }
 
-DecNumber::operator long long() const {
-    return toInteger<long long>(*m_impl, "long long");
-}
+DecNumber::operator long long() const { return toInteger<long long>(*m_impl, "long long"); }
 
 DecNumber::operator unsigned long long() const {
     return toInteger<unsigned long long>(*m_impl, "unsigned long long");
 }
 
-DecNumber::operator float() const {
-    return toFloat<float>(*m_impl, std::strtof, "float");
-}
+DecNumber::operator float() const { return toFloat<float>(*m_impl, std::strtof, "float"); }
 
-DecNumber::operator double() const {
-    return toFloat<double>(*m_impl, std::strtod, "double");
-}
+DecNumber::operator double() const { return toFloat<double>(*m_impl, std::strtod, "double"); }
 
 }  // namespace ko

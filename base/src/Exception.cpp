@@ -49,9 +49,7 @@ void Exception::generateWhat(std::string& out) const {
     out.swap(text);
 }
 
-Exception* Exception::clone() const {
-    return new Exception(*this);
-}
+Exception* Exception::clone() const { return new Exception(*this); }
 
 RuntimeError::RuntimeError(const std::string& message, const Exception* cause)
     : Exception(message, cause) {}
@@ -62,8 +60,6 @@ RuntimeError& RuntimeError::operator=(const RuntimeError&) = default;
 
 RuntimeError::~RuntimeError() = default;
 
-RuntimeError* RuntimeError::clone() const {
-    return new RuntimeError(*this);
-}
+RuntimeError* RuntimeError::clone() const { return new RuntimeError(*this); }
 
 }  // namespace ko

@@ -17,9 +17,7 @@ static_assert(sizeof(wchar_t) == 4, "a wide character holds a whole code point")
 
 constexpr char32_t k_replacement = 0xFFFD;
 
-bool isScalarValue(char32_t code) {
-    return code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF);
-}
+bool isScalarValue(char32_t code) { return code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF); }
 
 }  // namespace
 
