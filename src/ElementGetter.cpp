@@ -11,7 +11,12 @@
 namespace ko::Orvid {
 
 ElementGetter::ElementGetter(const Path& path, const Element& start, bool throwOnMissing)
-    : m_current(&start), m_pathExists(true), m_throwOnMissing(throwOnMissing), m_path(path.str()) {}
+    : ElementGetter(&m_copy, start, throwOnMissing) {
+    m_copy = path;
+}
+
+ElementGetter::ElementGetter(const Path* path, const Element& start, bool throwOnMissing)
+    : m_current(&start), m_pathExists(true), m_throwOnMissing(throwOnMissing), m_path(path) {}
 
 ElementGetter::~ElementGetter() = default;
 
@@ -37,7 +42,7 @@ bool ElementGetter::cbArrayItem(unsigned int index) {
 }
 
 bool ElementGetter::missing(const std::string& step) {
-    return stepFails(*m_current, m_path, step, m_throwOnMissing, m_pathExists);
+    return stepFails(*m_current, m_path->str(), step, m_throwOnMissing, m_pathExists);
 }
 
 }  // namespace ko::Orvid

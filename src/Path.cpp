@@ -30,7 +30,7 @@ const std::string Path::k_metaArrayItem = "items";
 const std::string Path::k_escapeChars(PathGenerator::k_special);
 
 const Element& Path::getElement(const Path& path, const Element& start) {
-    ElementGetter getter(path, start, true);
+    ElementGetter getter(&path, start, true);
     PathParser(&getter).parse(path.str());
     return getter.currentElement();
 }
@@ -40,7 +40,7 @@ Element& Path::getElement(const Path& path, Element& start) {
 }
 
 const Element* Path::tryGetElement(const Path& path, const Element& start, EType type) {
-    ElementGetter getter(path, start, false);
+    ElementGetter getter(&path, start, false);
     PathParser(&getter).parse(path.str());
     const Element& found = getter.currentElement();
     const bool matches = type == etEmpty || found.type() == type;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Writer: YAJL 2's generator behind checks of our own for the calls that it does not survive, and
-// with a print callback of our own, because its buffer is slower than std::string and aborts when
-// it is full.
+// Writer: YAJL 2's generator behind checks of our own for the calls that it does not survive. It
+// writes compact text, into a std::string; the lines and indents are put between its tokens here,
+// because YAJL prints an indent once for each level, which takes most of the time of a deep
+// document.
 
 #include "yajl/Writer.h"
 
@@ -20,7 +21,6 @@ namespace ko::Orvid::yajl {
 
 namespace {
 
-// YAJL forgets its indent when it meets another character, and then reads through a null pointer.
 std::string acceptedIndent(const std::string& indent) {
     const bool isBlank = indent.find_first_not_of(" \t\n\r\v\f") == std::string::npos;
     return isBlank ? indent : "  ";
@@ -30,36 +30,43 @@ std::string acceptedIndent(const std::string& indent) {
 
 struct Writer::State {
     using Bracket = yajl_gen_status (*)(yajl_gen);
+    enum class Kind { value, open, close };
 
     State(bool beautify, const std::string& givenIndent);
 
     static void print(void* state, const char* token, std::size_t length) noexcept;
+    void place(const char* token, std::size_t length);
+    void appendIndent(std::size_t levels);
     template<typename Call>
-    WriteStatus write(Call call);
+    WriteStatus write(Kind kind, Call call);
+    void advance(Kind kind);
     WriteStatus open(Bracket bracket);
     WriteStatus close(Bracket bracket);
     WriteStatus refusal() const;
     WriteStatus keep(WriteStatus result);
     bool isFull() const { return refused > 0 || depth == k_maxDepth; }
 
-    const std::string indent;  // YAJL keeps its address
+    const bool isIndented;
+    const std::string indent;
+    std::string indents;  // of as many levels as were needed yet
     std::string text;
     Memory memory;
     yajl_gen handle = nullptr;
     unsigned int depth = 0;      // containers open in YAJL
     std::size_t refused = 0;     // containers open beyond k_maxDepth, which YAJL never hears of
+    Kind kind = Kind::value;     // of the call that YAJL is in
+    bool isFirstToken = false;   // of that call
+    bool isEmpty = false;        // nothing stands in the innermost container yet
     std::exception_ptr failure;  // thrown by print, not yet passed on
     bool isBroken = false;       // print has failed: what YAJL believes written is not in text
     WriteStatus first = WriteStatus::ok;
 };
 
 Writer::State::State(bool beautify, const std::string& givenIndent)
-    : indent(acceptedIndent(givenIndent)) {
+    : isIndented(beautify), indent(acceptedIndent(givenIndent)) {
     const yajl_alloc_funcs allocation = {Memory::allocate, Memory::reallocate, Memory::deallocate,
                                          &memory};
     memory.run([&] { handle = yajl_gen_alloc(&allocation); });
-    yajl_gen_config(handle, yajl_gen_beautify, beautify ? 1 : 0);
-    yajl_gen_config(handle, yajl_gen_indent_string, indent.c_str());
     yajl_gen_config(handle, yajl_gen_print_callback, &State::print, static_cast<void*>(this));
 }
 
@@ -70,25 +77,71 @@ void Writer::State::print(void* state, const char* token, std::size_t length) no
         return;
     }
     try {
-        self.text.append(token, length);
+        self.place(token, length);
     } catch (...) {
         self.failure = std::current_exception();
         self.isBroken = true;
     }
 }
 
+// The first token of a value in a container is a separator, unless the container is empty.
+void Writer::State::place(const char* token, std::size_t length) {
+    const bool isLaidOut = std::exchange(isFirstToken, false) && isIndented && depth > 0;
+    if (!isLaidOut) {
+        text.append(token, length);
+    } else if (kind == Kind::close) {
+        text += '\n';
+        appendIndent(depth - 1);
+        text.append(token, length);
+    } else if (isEmpty) {
+        appendIndent(depth);
+        text.append(token, length);
+    } else if (*token == ':') {
+        text += ": ";
+    } else {
+        text += ",\n";
+        appendIndent(depth);
+    }
+}
+
+void Writer::State::appendIndent(std::size_t levels) {
+    const std::size_t length = levels * indent.size();
+    while (indents.size() < length) {
+        indents += indent;
+    }
+    text.append(indents, 0, length);
+}
+
 template<typename Call>
-WriteStatus Writer::State::write(Call call) {
+WriteStatus Writer::State::write(Kind givenKind, Call call) {
     if (isBroken || refused > 0) {
         return keep(refusal());
     }
     const std::size_t before = text.size();
+    kind = givenKind;
+    isFirstToken = true;
     const auto result = static_cast<WriteStatus>(call(handle));
+    if (result == WriteStatus::ok) {
+        advance(kind);
+    }
     if (isBroken) {
         text.resize(before);
         std::rethrow_exception(std::exchange(failure, nullptr));
     }
     return keep(result);
+}
+
+void Writer::State::advance(Kind done) {
+    isEmpty = done == Kind::open;
+    if (done == Kind::open) {
+        ++depth;
+    } else if (done == Kind::close) {
+        --depth;
+    }
+    if (isIndented && (isEmpty || depth == 0)) {
+        isFirstToken = false;
+        print(this, "\n", 1);
+    }
 }
 
 // YAJL has room for 128 levels, the top level among them. It counts the level before it looks, and
@@ -102,11 +155,7 @@ WriteStatus Writer::State::open(Bracket bracket) {
         ++refused;
         return keep(WriteStatus::maxDepthExceeded);
     }
-    const WriteStatus result = write(bracket);
-    if (result == WriteStatus::ok) {
-        ++depth;
-    }
-    return result;
+    return write(Kind::open, bracket);
 }
 
 // At the top level YAJL would count its levels down below zero.
@@ -121,11 +170,7 @@ WriteStatus Writer::State::close(Bracket bracket) {
     if (depth == 0) {
         return keep(WriteStatus::inErrorState);
     }
-    const WriteStatus result = write(bracket);
-    if (result == WriteStatus::ok) {
-        --depth;
-    }
-    return result;
+    return write(Kind::close, bracket);
 }
 
 // Why a value that is not a string would be refused now; ok when it would be written. A NaN asks
@@ -154,22 +199,23 @@ Writer::Writer(bool beautify, const std::string& indent)
 
 Writer::~Writer() = default;
 
-WriteStatus Writer::null() {
-    return m_state->write(yajl_gen_null);
-}
+WriteStatus Writer::null() { return m_state->write(State::Kind::value, yajl_gen_null); }
 
 WriteStatus Writer::boolean(bool value) {
-    return m_state->write([=](yajl_gen handle) { return yajl_gen_bool(handle, value ? 1 : 0); });
+    return m_state->write(State::Kind::value,
+                          [=](yajl_gen handle) { return yajl_gen_bool(handle, value ? 1 : 0); });
 }
 
 WriteStatus Writer::integer(long value) {
-    return m_state->write([=](yajl_gen handle) { return yajl_gen_integer(handle, value); });
+    return m_state->write(State::Kind::value,
+                          [=](yajl_gen handle) { return yajl_gen_integer(handle, value); });
 }
 
 // YAJL 2's own text for a real has ".0" behind a whole number, and the decimal point of the locale.
 WriteStatus Writer::real(double value) {
     if (!std::isfinite(value)) {
-        return m_state->write([=](yajl_gen handle) { return yajl_gen_double(handle, value); });
+        return m_state->write(State::Kind::value,
+                              [=](yajl_gen handle) { return yajl_gen_double(handle, value); });
     }
     constexpr int k_digits = 20;
     char text[k_digits + 12];  // with a sign, a decimal point and an exponent, or four zeros before
@@ -179,44 +225,30 @@ WriteStatus Writer::real(double value) {
 }
 
 WriteStatus Writer::number(const char* text, std::size_t length) {
-    return m_state->write([=](yajl_gen handle) { return yajl_gen_number(handle, text, length); });
+    return m_state->write(State::Kind::value,
+                          [=](yajl_gen handle) { return yajl_gen_number(handle, text, length); });
 }
 
 WriteStatus Writer::string(const char* text, std::size_t length) {
     const auto bytes = reinterpret_cast<const unsigned char*>(text);
-    return m_state->write([=](yajl_gen handle) { return yajl_gen_string(handle, bytes, length); });
+    return m_state->write(State::Kind::value,
+                          [=](yajl_gen handle) { return yajl_gen_string(handle, bytes, length); });
 }
 
-WriteStatus Writer::openMap() {
-    return m_state->open(yajl_gen_map_open);
-}
+WriteStatus Writer::openMap() { return m_state->open(yajl_gen_map_open); }
 
-WriteStatus Writer::closeMap() {
-    return m_state->close(yajl_gen_map_close);
-}
+WriteStatus Writer::closeMap() { return m_state->close(yajl_gen_map_close); }
 
-WriteStatus Writer::openArray() {
-    return m_state->open(yajl_gen_array_open);
-}
+WriteStatus Writer::openArray() { return m_state->open(yajl_gen_array_open); }
 
-WriteStatus Writer::closeArray() {
-    return m_state->close(yajl_gen_array_close);
-}
+WriteStatus Writer::closeArray() { return m_state->close(yajl_gen_array_close); }
 
-bool Writer::isFull() const {
-    return m_state->isFull();
-}
+bool Writer::isFull() const { return m_state->isFull(); }
 
-WriteStatus Writer::state() const {
-    return m_state->first;
-}
+WriteStatus Writer::state() const { return m_state->first; }
 
-const std::string& Writer::text() const {
-    return m_state->text;
-}
+const std::string& Writer::text() const { return m_state->text; }
 
-void Writer::clear() {
-    m_state->text.clear();
-}
+void Writer::clear() { m_state->text.clear(); }
 
 }  // namespace ko::Orvid::yajl

@@ -57,7 +57,7 @@ public:
     // ------------------------------------------------------------------------------------
 
     /// Null.
-    Element() noexcept = default;
+    Element() noexcept {}  // not defaulted, or g++ refuses `const Element e;` for the union's sake
     template<class T, std::enable_if_t<std::is_same_v<T, bool>, int> = 0>
     Element(T value) noexcept {
         m_data.type = etBoolean;

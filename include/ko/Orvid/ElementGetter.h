@@ -18,6 +18,8 @@ public:
     /// `path` is named in errors; it is what the parser is going to read. With `throwOnMissing` a
     /// step that leads nowhere throws PathNotFound; without, it only clears pathExists().
     ElementGetter(const Path& path, const Element& start, bool throwOnMissing);
+    ElementGetter(const ElementGetter&) = delete;
+    ElementGetter& operator=(const ElementGetter&) = delete;
     ~ElementGetter() override;
 
     bool cbObjectProperty(const std::string& key) override;
@@ -29,12 +31,19 @@ public:
     const Element& currentElement() const { return *m_current; }
 
 private:
+    friend class Path;
+
+    /// Refers to `path`, which must outlive the getter, instead of copying its text: a lookup that
+    /// finds its element needs no memory.
+    ElementGetter(const Path* path, const Element& start, bool throwOnMissing);
+
     bool missing(const std::string& step);
 
     const Element* m_current;
     bool m_pathExists;
     bool m_throwOnMissing;
-    std::string m_path;
+    Path m_copy;
+    const Path* m_path;
 };
 
 }  // namespace ko::Orvid

@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: MIT
+//
+// The root of the library's exceptions and the parse error: element context, texts, copies.
+
+#include <ko/Orvid/Exception.h>
+
+#include <gtest/gtest.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/TypeException.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <type_traits>
+
+#include "support/Document.h"
+#include "support/GroupingLocale.h"
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::ParseException;
+using orvid_test::Document;
+using orvid_test::thrownBy;
+
+const Element* const k_noElement = nullptr;
+
+/// What the errors whose context is an address print of it.
+std::string addressPart(const Exception& error) {
+    std::ostringstream text;
+    text << " Current element: \"" << static_cast<const void*>(error.elementPath()) << "\"";
+    return text.str();
+}
+
+std::string generated(const ko::Exception& error) {
+    std::string text = "what was there before";
+    error.generateWhat(text);
+    return text;
+}
+
+static_assert(std::is_base_of_v<ko::Exception, Exception>);
+static_assert(std::is_base_of_v<Exception, ParseException>);
+static_assert(std::is_base_of_v<std::exception, Exception>);
+static_assert(std::has_virtual_destructor_v<Exception>);
+
+TEST(OrvidException, from_a_cause_has_no_message_and_no_path) {
+    const ko::Exception cause("the cause");
+    const Exception error(&cause);
+    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_STREQ(" Cause: the cause", error.what());
+}
+
+TEST(OrvidException, from_no_cause_has_an_empty_text) {
+    const Exception error(nullptr);
+    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_STREQ("", error.what());
+}
+
+TEST(OrvidException, from_a_message_shows_it_and_has_no_path) {
+    const Exception error("out of paper");
+    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_STREQ("out of paper", error.what());
+    EXPECT_STREQ("out of paper", Exception("out of paper", nullptr).what());
+}
+
+TEST(OrvidException, hands_its_cause_on_to_the_base) {
+    const ko::RuntimeError cause("no printer");
+    const Document document(R"({"a":1})");
+    const Element& element = document.root.get("a");
+    EXPECT_STREQ("out of paper Cause: no printer", Exception("out of paper", &cause).what());
+    EXPECT_STREQ("out of paper Cause: no printer",
+                 Exception("out of paper", &element, &cause).what());
+    EXPECT_STREQ(" Cause: no printer", Exception(&element, &cause).what());
+}
+
+TEST(OrvidException, stores_the_path_of_the_element_from_the_root) {
+    const Document document(R"({"a":{"b":[10,{"c d":true}]}})");
+    const Element& element = document.root.get("a.b[1].c d");
+    const Exception error(&element);
+    ASSERT_NE(nullptr, error.elementPath());
+    EXPECT_EQ(element.path(), *error.elementPath());
+    EXPECT_EQ("a.b[1].c d", *error.elementPath());
+}
+
+TEST(OrvidException, stores_the_empty_path_of_a_root) {
+    const Element root;
+    const Exception error("message", &root);
+    ASSERT_NE(nullptr, error.elementPath());
+    EXPECT_EQ("", *error.elementPath());
+}
+
+TEST(OrvidException, of_no_element_stores_no_path) {
+    const ko::Exception cause("the cause");
+    EXPECT_EQ(nullptr, Exception(k_noElement).elementPath());
+    EXPECT_EQ(nullptr, Exception(k_noElement, &cause).elementPath());
+    EXPECT_EQ(nullptr, Exception("message", k_noElement).elementPath());
+}
+
+TEST(OrvidException, does_not_print_its_path) {
+    const Document document(R"({"a":1})");
+    const Exception error("message", &document.root.get("a"));
+    EXPECT_STREQ("message", error.what());
+    EXPECT_EQ("message", generated(error));
+}
+
+TEST(OrvidException, outlives_the_tree) {
+    auto document = std::make_unique<Document>(R"({"a":[0,1]})");
+    const Exception error("message", &document->root.get("a[1]"));
+    document.reset();
+    EXPECT_EQ("a[1]", *error.elementPath());
+}
+
+TEST(OrvidException, keeps_the_path_that_the_element_had_when_it_was_built) {
+    Document document(R"({"a":[0,1]})");
+    const Exception error("message", &document.root.get("a[1]"));
+    document.root.remove(Element(0), "", "a");
+    EXPECT_EQ("[\n    1\n]\n", ko::Orvid::Generator().encode(document.root.get("a")));
+    EXPECT_EQ("a[1]", *error.elementPath());
+}
+
+TEST(OrvidException, copy_has_a_path_string_of_its_own) {
+    const Document document(R"({"a":1})");
+    auto first = std::make_unique<Exception>("message", &document.root.get("a"));
+    auto second = std::make_unique<Exception>(*first);
+    EXPECT_NE(first->elementPath(), second->elementPath());
+    EXPECT_STREQ("message", second->what());
+    first.reset();
+    EXPECT_EQ("a", *second->elementPath());
+}
+
+TEST(OrvidException, copy_that_ends_first_leaves_the_path_of_the_original) {
+    const Document document(R"({"a":1})");
+    const Exception original("message", &document.root.get("a"));
+    { const Exception copy(original); }
+    EXPECT_EQ("a", *original.elementPath());
+}
+
+TEST(OrvidException, copy_of_one_without_path_has_none) {
+    const Exception error("message");
+    const Exception copy(error);
+    EXPECT_EQ(nullptr, copy.elementPath());
+    EXPECT_STREQ("message", copy.what());
+}
+
+TEST(OrvidException, clone_is_a_heap_copy_with_a_path_string_of_its_own) {
+    const Document document(R"({"a":1})");
+    auto original = std::make_unique<Exception>("message", &document.root.get("a"));
+    const ko::Exception& base = *original;
+    const std::unique_ptr<ko::Exception> clone(base.clone());
+    const auto& typed = dynamic_cast<const Exception&>(*clone);
+    EXPECT_NE(original->elementPath(), typed.elementPath());
+    original.reset();
+    EXPECT_STREQ("message", typed.what());
+    EXPECT_EQ("a", *typed.elementPath());
+}
+
+TEST(OrvidException, assignment_takes_over_message_cause_and_a_copy_of_the_path) {
+    const Document document(R"({"a":1,"b":2})");
+    const ko::Exception cause("because");
+    Exception target("old", &document.root.get("a"));
+    auto source = std::make_unique<Exception>("new", &document.root.get("b"), &cause);
+    EXPECT_EQ(&target, &(target = *source));
+    EXPECT_NE(source->elementPath(), target.elementPath());
+    source.reset();
+    EXPECT_EQ("b", *target.elementPath());
+    EXPECT_STREQ("new Cause: because", target.what());
+}
+
+TEST(OrvidException, assignment_leaves_the_path_that_was_handed_out_before_readable) {
+    const Document document(R"({"a":1,"b":2})");
+    Exception target("old", &document.root.get("a"));
+    const std::string* const first = target.elementPath();
+    target = Exception("new", &document.root.get("b"));
+    const std::string* const second = target.elementPath();
+    target = Exception("none");
+    EXPECT_EQ("a", *first);
+    EXPECT_EQ("b", *second);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(nullptr, target.elementPath());
+}
+
+TEST(OrvidException, assignment_gives_a_path_to_one_that_had_none) {
+    const Document document(R"({"a":1})");
+    Exception target("none");
+    target = Exception("new", &document.root.get("a"));
+    ASSERT_NE(nullptr, target.elementPath());
+    EXPECT_EQ("a", *target.elementPath());
+}
+
+TEST(OrvidException, assignment_to_itself_keeps_the_very_path_string) {
+    const Document document(R"({"a":1})");
+    Exception error("message", &document.root.get("a"));
+    const std::string* const path = error.elementPath();
+    const Exception& same = error;
+    error = same;
+    EXPECT_EQ(path, error.elementPath());
+    EXPECT_EQ("a", *error.elementPath());
+    EXPECT_STREQ("message", error.what());
+}
+
+TEST(OrvidException, is_caught_as_each_of_its_bases) {
+    const auto raise = [] { throw ParseException("message", -1, -1, -1, -1); };
+    EXPECT_THROW(raise(), ParseException);
+    EXPECT_THROW(raise(), Exception);
+    EXPECT_THROW(raise(), ko::Exception);
+    EXPECT_THROW(raise(), std::exception);
+}
+
+// --- ParseException
+// -------------------------------------------------------------------------------
+
+std::string textOf(int firstLine, int firstColumn, int lastLine, int lastColumn) {
+    return generated(ParseException("Message", firstLine, firstColumn, lastLine, lastColumn));
+}
+
+TEST(ParseException, prints_the_whole_span_directly_followed_by_the_message) {
+    EXPECT_EQ("Parse error at 1,4-1,7Unreadable index",
+              generated(ParseException("Unreadable index", 1, 4, 1, 7)));
+}
+
+TEST(ParseException, of_unknown_span_prints_the_message_alone) {
+    EXPECT_EQ("Unexpected string!",
+              generated(ParseException("Unexpected string!", -1, -1, -1, -1)));
+}
+
+TEST(ParseException, prints_each_number_of_the_span_only_where_it_is_known) {
+    EXPECT_EQ("Parse error at 3Message", textOf(3, -1, -1, -1));
+    EXPECT_EQ("Parse error at 3,8Message", textOf(3, 8, -1, -1));
+    EXPECT_EQ("Parse error at 3-4Message", textOf(3, -1, 4, -1));
+    EXPECT_EQ("Parse error at 3-4,5Message", textOf(3, -1, 4, 5));
+    EXPECT_EQ("Parse error at 3,8-4Message", textOf(3, 8, 4, -1));
+}
+
+TEST(ParseException, without_first_line_prints_the_end_without_head_and_dash) {
+    EXPECT_EQ("2,5Message", textOf(-1, -1, 2, 5));
+    EXPECT_EQ("2Message", textOf(-1, -1, 2, -1));
+}
+
+TEST(ParseException, without_lines_leaves_the_columns_out) {
+    EXPECT_EQ("Message", textOf(-1, 4, -1, 7));
+    EXPECT_EQ("Parse error at 1,4Message", textOf(1, 4, -1, 7));
+}
+
+TEST(ParseException, takes_only_minus_one_for_unknown) {
+    EXPECT_EQ("Parse error at 0,0-0,0Message", textOf(0, 0, 0, 0));
+    EXPECT_EQ("Parse error at -2,-3--4,-5Message", textOf(-2, -3, -4, -5));
+}
+
+TEST(ParseException, keeps_what_it_was_given) {
+    const ParseException error("Message", 1, 2, 3, 4);
+    EXPECT_EQ("Message", error.message());
+    EXPECT_EQ(1, error.firstLine());
+    EXPECT_EQ(2, error.firstColumn());
+    EXPECT_EQ(3, error.lastLine());
+    EXPECT_EQ(4, error.lastColumn());
+    EXPECT_EQ(nullptr, error.elementPath());
+}
+
+TEST(ParseException, prints_the_address_of_its_path_in_place_of_the_path) {
+    const Document document(R"({"a":[0,1]})");
+    const ParseException error(&document.root.get("a[1]"), "Unexpected string!", -1, -1, -1, -1);
+    EXPECT_EQ("a[1]", *error.elementPath());
+    EXPECT_EQ("Unexpected string!" + addressPart(error), generated(error));
+    EXPECT_EQ(generated(error), error.what());
+}
+
+TEST(ParseException, of_no_element_prints_no_element_part) {
+    const ParseException error(k_noElement, "Message", 1, 2, 3, 4);
+    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_EQ("Parse error at 1,2-3,4Message", generated(error));
+}
+
+TEST(ParseException, does_not_print_its_cause) {
+    const Exception cause("because");
+    EXPECT_STREQ("Message", ParseException("Message", -1, -1, -1, -1, &cause).what());
+    EXPECT_STREQ("Message", ParseException(k_noElement, "Message", -1, -1, -1, -1, &cause).what());
+}
+
+TEST(ParseException, copy_prints_the_same_with_the_address_of_its_own_path) {
+    const Document document(R"({"a":1})");
+    auto original =
+        std::make_unique<ParseException>(&document.root.get("a"), "Message", 1, 2, 3, 4);
+    const ParseException copy(*original);
+    EXPECT_NE(original->elementPath(), copy.elementPath());
+    original.reset();
+    EXPECT_EQ("Parse error at 1,2-3,4Message" + addressPart(copy), generated(copy));
+}
+
+TEST(ParseException, clone_is_a_parse_exception_with_the_same_fields) {
+    const Document document(R"({"a":1})");
+    const ParseException original(&document.root.get("a"), "Message", 1, 2, 3, 4);
+    const std::unique_ptr<ko::Exception> clone(static_cast<const ko::Exception&>(original).clone());
+    const auto& typed = dynamic_cast<const ParseException&>(*clone);
+    EXPECT_EQ("Message", typed.message());
+    EXPECT_EQ(4, typed.lastColumn());
+    EXPECT_EQ("a", *typed.elementPath());
+    EXPECT_EQ("Parse error at 1,2-3,4Message" + addressPart(typed), generated(typed));
+}
+
+TEST(ParseException, assignment_takes_over_every_field) {
+    const Document document(R"({"a":1,"b":2})");
+    ParseException target(&document.root.get("a"), "Old", 9, 9, 9, 9);
+    const std::string* const before = target.elementPath();
+    const ParseException source(&document.root.get("b"), "Message", 1, 2, 3, 4);
+    EXPECT_EQ(&target, &(target = source));
+    EXPECT_EQ("Message", target.message());
+    EXPECT_EQ(1, target.firstLine());
+    EXPECT_EQ(2, target.firstColumn());
+    EXPECT_EQ(3, target.lastLine());
+    EXPECT_EQ(4, target.lastColumn());
+    EXPECT_EQ("b", *target.elementPath());
+    EXPECT_EQ("a", *before);
+}
+
+TEST(ParseException, assignment_to_itself_changes_nothing) {
+    const Document document(R"({"a":1})");
+    ParseException error(&document.root.get("a"), "Message", 1, 2, 3, 4);
+    const std::string before = generated(error);
+    const ParseException& same = error;
+    error = same;
+    EXPECT_EQ(before, generated(error));
+}
+
+TEST(ParseException, text_does_not_depend_on_the_locale) {
+    const orvid_test::GroupingLocale locale;
+    EXPECT_EQ("Parse error at 1000,2000-3000,4000Message", textOf(1000, 2000, 3000, 4000));
+}
+
+// --- the paths that the library itself puts into exceptions
+// ------------------------------------------
+
+TEST(OrvidException, path_of_a_far_item_does_not_depend_on_the_locale) {
+    Document document("[]");
+    for (int i = 0; i < 1235; ++i) {
+        document.root.array().push_back(Element(i));
+    }
+    const Element& item = document.root.array()[1234];
+    const orvid_test::GroupingLocale locale;
+    const auto error = thrownBy<ko::Orvid::TypeException<ko::Orvid::EType>>([&] { item.string(); });
+    EXPECT_EQ("[1234]", *error.elementPath());
+    EXPECT_EQ(&item, &document.root.get(*error.elementPath()));
+}
+
+}  // namespace

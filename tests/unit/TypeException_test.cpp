@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+//
+// The error for an element of another type: text, fields, copies.
+
+#include <ko/Orvid/TypeException.h>
+
+#include <gtest/gtest.h>
+#include <ko/Orvid/Element.h>
+
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include "support/Document.h"
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::EType;
+using orvid_test::Document;
+using orvid_test::thrownBy;
+using TypeError = ko::Orvid::TypeException<EType>;
+
+std::string generated(const ko::Exception& error) {
+    std::string text = "what was there before";
+    error.generateWhat(text);
+    return text;
+}
+
+static_assert(std::is_base_of_v<ko::Orvid::Exception, TypeError>);
+
+TEST(TypeException, prints_both_types_and_the_path_itself) {
+    const Document document(R"({"a":["x"]})");
+    const TypeError error(&document.root.get("a[0]"), ko::Orvid::etObject, ko::Orvid::etString);
+    EXPECT_EQ(
+        "Json type mismatch! Requestet Json type: etObject Got Json type: etString"
+        " Current element: \"a[0]\"",
+        generated(error));
+    EXPECT_EQ(generated(error), error.what());
+}
+
+TEST(TypeException, of_a_root_prints_an_empty_path) {
+    const Element root;
+    const TypeError error(&root, ko::Orvid::etArray, ko::Orvid::etNull);
+    EXPECT_EQ(
+        "Json type mismatch! Requestet Json type: etArray Got Json type: etNull"
+        " Current element: \"\"",
+        generated(error));
+}
+
+TEST(TypeException, of_no_element_prints_no_element_part) {
+    const TypeError error(nullptr, ko::Orvid::etEmpty, ko::Orvid::etNumber);
+    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_EQ("Json type mismatch! Requestet Json type: etEmpty Got Json type: etNumber",
+              generated(error));
+}
+
+TEST(TypeException, prints_values_that_are_no_type_as_invalid) {
+    const TypeError error(nullptr, static_cast<EType>(6), static_cast<EType>(-2));
+    EXPECT_EQ("Json type mismatch! Requestet Json type: >>INVALID<< Got Json type: >>INVALID<<",
+              generated(error));
+}
+
+TEST(TypeException, is_what_a_typed_access_to_another_type_throws) {
+    const Document document(R"({"a":["x"]})");
+    const auto error = thrownBy<TypeError>([&] { document.root.get("a[0]").object(); });
+    EXPECT_EQ(ko::Orvid::etObject, error.requested());
+    EXPECT_EQ(ko::Orvid::etString, error.got());
+    ASSERT_NE(nullptr, error.elementPath());
+    EXPECT_EQ("a[0]", *error.elementPath());
+}
+
+TEST(TypeException, outlives_the_tree) {
+    auto document = std::make_unique<Document>(R"({"a":["x"]})");
+    const auto error = thrownBy<TypeError>([&] { document->root.get("a[0]").object(); });
+    document.reset();
+    EXPECT_EQ(
+        "Json type mismatch! Requestet Json type: etObject Got Json type: etString"
+        " Current element: \"a[0]\"",
+        generated(error));
+}
+
+TEST(TypeException, clone_prints_the_same_from_a_path_of_its_own) {
+    const Document document(R"({"a":1})");
+    auto original = std::make_unique<TypeError>(&document.root.get("a"), ko::Orvid::etArray,
+                                                ko::Orvid::etNumber);
+    const std::string before = generated(*original);
+    const std::unique_ptr<ko::Exception> clone(
+        static_cast<const ko::Exception&>(*original).clone());
+    const auto& typed = dynamic_cast<const TypeError&>(*clone);
+    EXPECT_NE(original->elementPath(), typed.elementPath());
+    original.reset();
+    EXPECT_EQ(before, generated(typed));
+    EXPECT_EQ(ko::Orvid::etArray, typed.requested());
+    EXPECT_EQ(ko::Orvid::etNumber, typed.got());
+}
+
+TEST(TypeException, copy_is_independent_of_the_original) {
+    const Document document(R"({"a":1})");
+    auto original = std::make_unique<TypeError>(&document.root.get("a"), ko::Orvid::etArray,
+                                                ko::Orvid::etNumber);
+    const std::string before = generated(*original);
+    const TypeError copy(*original);
+    original.reset();
+    EXPECT_EQ(before, generated(copy));
+}
+
+TEST(TypeException, assignment_takes_over_path_and_types) {
+    const Document document(R"({"a":1,"b":"x"})");
+    TypeError target(&document.root.get("a"), ko::Orvid::etArray, ko::Orvid::etNumber);
+    const std::string* const before = target.elementPath();
+    const TypeError source(&document.root.get("b"), ko::Orvid::etObject, ko::Orvid::etString);
+    EXPECT_EQ(&target, &(target = source));
+    EXPECT_EQ(ko::Orvid::etObject, target.requested());
+    EXPECT_EQ(ko::Orvid::etString, target.got());
+    EXPECT_EQ(generated(source), generated(target));
+    EXPECT_EQ("a", *before);
+}
+
+TEST(TypeException, assignment_to_itself_changes_nothing) {
+    const Document document(R"({"a":1})");
+    TypeError error(&document.root.get("a"), ko::Orvid::etArray, ko::Orvid::etNumber);
+    const std::string before = generated(error);
+    const TypeError& same = error;
+    error = same;
+    EXPECT_EQ(before, generated(error));
+}
+
+}  // namespace
