@@ -10,6 +10,7 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <locale>
 #include <memory>
 #include <new>
 #include <sstream>
@@ -200,6 +201,7 @@ std::ostream& Element::path(std::ostream& out, const Element* relativeTo) const 
 
 std::string Element::path(const Element* relativeTo) const {
     std::ostringstream text;
+    text.imbue(std::locale::classic());  // a path is parsed again: no grouping of digits
     path(text, relativeTo);
     return text.str();
 }
@@ -210,6 +212,7 @@ std::ostream& Element::schemaPath(std::ostream& out, const Element* relativeTo) 
 
 std::string Element::schemaPath(const Element* relativeTo) const {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     schemaPath(text, relativeTo);
     return text.str();
 }

@@ -28,8 +28,8 @@ inline std::wostream& operator<<(std::wostream& out, const SEnumName& name) {
 
 /// The name at `position` (0-based) of a table of consecutive values; null outside the table.
 template<std::size_t count>
-const SEnumName* nameAt(const SEnumName (&names)[count], std::ptrdiff_t position) {
-    const bool known = position >= 0 && position < static_cast<std::ptrdiff_t>(count);
+const SEnumName* nameAt(const SEnumName (&names)[count], long long position) {
+    const bool known = position >= 0 && position < static_cast<long long>(count);
     return known ? &names[position] : nullptr;
 }
 

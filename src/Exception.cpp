@@ -4,6 +4,7 @@
 
 #include <ko/Orvid/Exception.h>
 
+#include <locale>
 #include <sstream>
 
 namespace ko::Orvid {
@@ -96,6 +97,7 @@ void ParseException::generateWhat(std::string& out) const {
         }
     };
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     if (m_firstLine != unknown) {
         text << "Parse error at ";
         writePlace(text, m_firstLine, m_firstColumn);

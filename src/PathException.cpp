@@ -4,6 +4,7 @@
 
 #include <ko/Orvid/PathException.h>
 
+#include <locale>
 #include <sstream>
 
 namespace ko::Orvid {
@@ -22,6 +23,7 @@ KeyNotFound* KeyNotFound::clone() const { return new KeyNotFound(*this); }
 
 void KeyNotFound::generateWhat(std::string& out) const {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << "Key \"" << m_key << "\" not found!";
     writeElementAddress(text);
     out = text.str();
@@ -41,6 +43,7 @@ PathNotFound* PathNotFound::clone() const { return new PathNotFound(*this); }
 
 void PathNotFound::generateWhat(std::string& out) const {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << "Path \"" << m_path << "\" not found! Key \"" << m_key << "\".";
     writeElementAddress(text);
     out = text.str();

@@ -4,6 +4,7 @@
 
 #include <ko/Orvid/PathGenerator.h>
 
+#include <algorithm>
 #include <ostream>
 
 #include "EnumNames.h"
@@ -16,11 +17,16 @@ void PathGenerator::genObjectProperty(const StringRef<char>& key) {
     if (m_state != esInit) {
         m_out->put('.');
     }
-    for (const char c : key) {
-        if (k_special.find(c) != std::string_view::npos) {
+    std::string_view rest(key.data(), key.length());
+    while (!rest.empty()) {
+        const std::size_t plain = std::min(rest.find_first_of(k_special), rest.length());
+        m_out->write(rest.data(), static_cast<std::streamsize>(plain));
+        rest.remove_prefix(plain);
+        if (!rest.empty()) {
             m_out->put('\\');
+            m_out->put(rest.front());
+            rest.remove_prefix(1);
         }
-        m_out->put(c);
     }
     m_state = esObject;
 }

@@ -8,6 +8,7 @@
 #include <ko/Orvid/Exception.h>
 
 #include <istream>
+#include <locale>
 #include <sstream>
 
 #include "EnumNames.h"
@@ -198,6 +199,7 @@ void PathParser::parseEnd(SState& s, char c) {
 
 bool PathParser::parseError(SState& s, std::string& message) {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << message << " in path at \"" << s.token << "\" " << s.tokenStart << "," << s.position
          << " parser state " << s.state;
     const bool goOn = m_listener->cbParseError(text.str(), s.token, s.tokenStart, s.position);

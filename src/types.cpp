@@ -19,7 +19,8 @@ constexpr SEnumName k_invalid = ORVID_ENUM_NAME(">>INVALID<<");
 
 template<class Stream>
 Stream& print(Stream& out, EType type) {
-    const SEnumName* const name = ko::Orvid::nameAt(k_names, type - ko::Orvid::etEmpty);
+    const long long position = type - static_cast<long long>(ko::Orvid::etEmpty);
+    const SEnumName* const name = ko::Orvid::nameAt(k_names, position);
     out << (name == nullptr ? k_invalid : *name);
     return out;
 }

@@ -36,6 +36,7 @@ struct Writer::State {
 
     static void print(void* state, const char* token, std::size_t length) noexcept;
     void place(const char* token, std::size_t length);
+    void append(const char* token, std::size_t length);
     void appendIndent(std::size_t levels);
     template<typename Call>
     WriteStatus write(Kind kind, Call call);
@@ -88,19 +89,28 @@ void Writer::State::print(void* state, const char* token, std::size_t length) no
 void Writer::State::place(const char* token, std::size_t length) {
     const bool isLaidOut = std::exchange(isFirstToken, false) && isIndented && depth > 0;
     if (!isLaidOut) {
-        text.append(token, length);
+        append(token, length);
     } else if (kind == Kind::close) {
         text += '\n';
         appendIndent(depth - 1);
-        text.append(token, length);
+        append(token, length);
     } else if (isEmpty) {
         appendIndent(depth);
-        text.append(token, length);
+        append(token, length);
     } else if (*token == ':') {
         text += ": ";
     } else {
         text += ",\n";
         appendIndent(depth);
+    }
+}
+
+// Most tokens are one byte, for which push_back is the faster.
+void Writer::State::append(const char* token, std::size_t length) {
+    if (length == 1) {
+        text.push_back(*token);
+    } else {
+        text.append(token, length);
     }
 }
 

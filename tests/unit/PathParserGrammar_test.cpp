@@ -62,8 +62,8 @@ public:
 
 private:
     bool take(char separator) {
-        const bool isThere = m_next < m_units.size() && !m_units[m_next].isLiteral &&
-                             m_units[m_next].c == separator;
+        const bool isThere =
+            m_next < m_units.size() && !m_units[m_next].isLiteral && m_units[m_next].c == separator;
         m_next += isThere ? 1U : 0U;
         return isThere;
     }
@@ -87,8 +87,7 @@ private:
 
     std::string index() {
         const std::string digits = longest([](const Unit& unit) { return unit.c == '1'; });
-        const bool isStar =
-            digits.empty() && m_next < m_units.size() && m_units[m_next].c == '*';
+        const bool isStar = digits.empty() && m_next < m_units.size() && m_units[m_next].c == '*';
         m_next += isStar ? 1U : 0U;
         if ((!isStar && digits.empty()) || !take(']')) {
             return std::string();
@@ -139,9 +138,9 @@ TEST(PathParserGrammar, reports_nothing_behind_the_error_that_a_listener_refuses
         for (std::size_t refused = 0; refused < all.size(); ++refused) {
             std::vector<bool> answers(refused, true);
             answers.push_back(false);
-            const std::size_t expected =
-                all[refused].find("Unreadable index") == std::string::npos ? refused + 1
-                                                                           : refused + 2;
+            const std::size_t expected = all[refused].find("Unreadable index") == std::string::npos
+                                             ? refused + 1
+                                             : refused + 2;
             ASSERT_EQ(logOf(text, answers).lines().size(), expected) << text << " " << refused;
         }
     }

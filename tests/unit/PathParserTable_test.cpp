@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Path texts and all that the parser reports of each, with every combination of a listener's answers,
-// from a stream and from memory. The messages are written out in full.
+// Path texts and all that the parser reports of each, with every combination of a listener's
+// answers, from a stream and from memory. The messages are written out in full.
 
 #include <ko/Orvid/PathParser.h>
 
@@ -198,8 +198,8 @@ std::vector<Row> faultyIndexes() {
          {R"(error Unexpected character '\' in path at "" 0,2 parser state esArrayInit)",
           "index 1"}},
         {std::string("[\0001]", 4),
-         {std::string("error Unexpected character '\0' in path at \"\" 0,1 parser state esArrayInit",
-                      71),
+         {std::string(
+              "error Unexpected character '\0' in path at \"\" 0,1 parser state esArrayInit", 71),
           "index 1"}},
     };
 }
@@ -213,14 +213,12 @@ std::vector<Row> unreadableIndexes() {
          {"error Unreadable index in path at \"99999999999999999999999999\" 1,27 parser state "
           "esInit",
           "index 4294967295", "key b"}},
-        {"[*1]",
-         {R"(error Unreadable index in path at "*1" 1,3 parser state esInit)", "index 0"}},
+        {"[*1]", {R"(error Unreadable index in path at "*1" 1,3 parser state esInit)", "index 0"}},
         {"[*1].",
          {R"(error Unreadable index in path at "*1" 1,3 parser state esInit)", "index 0",
           R"(error Unexpexced EOF in path at "" 4,5 parser state esObjectInit)"}},
         {R"([*1]\b)",
-         {R"(error Unreadable index in path at "*1" 1,3 parser state esInit)", "index 0",
-          "key b"}},
+         {R"(error Unreadable index in path at "*1" 1,3 parser state esInit)", "index 0", "key b"}},
         {R"([*1]\)",
          {R"(error Unreadable index in path at "*1" 1,3 parser state esInit)", "index 0",
           "key \xFF"}},

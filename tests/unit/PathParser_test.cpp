@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The parser's calls one by one: streams, listeners that throw, the end and error operations, the names
-// of the states. What it makes of each path text is in PathParserTable_test.cpp.
+// The parser's calls one by one: streams, listeners that throw, the end and error operations, the
+// names of the states. What it makes of each path text is in PathParserTable_test.cpp.
 
 #include <ko/Orvid/PathParser.h>
 
@@ -56,9 +56,9 @@ TEST(PathParser, starts_where_the_stream_stands_and_counts_positions_from_there)
     std::istringstream in("skip:a.");
     in.ignore(5);
     PathParser(&log).parse(in);
-    EXPECT_EQ(log.lines(),
-              (Lines{"key a",
-                     R"(error Unexpexced EOF in path at "" 1,2 parser state esObjectInit)"}));
+    EXPECT_EQ(
+        log.lines(),
+        (Lines{"key a", R"(error Unexpexced EOF in path at "" 1,2 parser state esObjectInit)"}));
 }
 
 TEST(PathParser, leaves_what_follows_a_byte_FF_in_the_stream) {
@@ -92,9 +92,8 @@ TEST(PathParser, runs_any_number_of_parses_for_one_listener_and_keeps_nothing_be
     std::istringstream in("c\\");
     parser.parse(in);
     parser.parse("d.e");
-    EXPECT_EQ(log.lines(),
-              (Lines{R"(error Unexpexced EOF in path at "1" 1,2 parser state esArray)", "key b",
-                     "key c\xFF", "key d", "key e"}));
+    EXPECT_EQ(log.lines(), (Lines{R"(error Unexpexced EOF in path at "1" 1,2 parser state esArray)",
+                                  "key b", "key c\xFF", "key d", "key e"}));
 }
 
 /// Notes how far the stream had been read when each step came.
@@ -155,8 +154,7 @@ TEST(PathParser, passes_on_unchanged_what_a_listener_throws) {
     for (const std::string from : {"key", "index", "error"}) {
         Thrower thrower(from);
         PathParser parser(&thrower);
-        const auto fromText =
-            thrownBy<std::domain_error>([&] { parser.parse("[1]..a.b[2].c"); });
+        const auto fromText = thrownBy<std::domain_error>([&] { parser.parse("[1]..a.b[2].c"); });
         EXPECT_EQ(fromText.what(), from);
         std::istringstream in("[1]..a.b[2].c");
         const auto fromStream = thrownBy<std::domain_error>([&] { parser.parse(in); });
@@ -174,10 +172,8 @@ class Plain : public PathParserListener {
 
 TEST(PathParserListener, throws_a_parse_error_with_the_columns_of_the_fault) {
     Plain listener;
-    const auto error =
-        thrownBy<ParseException>([&] { PathParser(&listener).parse("a."); });
-    EXPECT_EQ(error.message(),
-              "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit");
+    const auto error = thrownBy<ParseException>([&] { PathParser(&listener).parse("a."); });
+    EXPECT_EQ(error.message(), "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit");
     EXPECT_EQ(error.firstLine(), 1);
     EXPECT_EQ(error.firstColumn(), 1);
     EXPECT_EQ(error.lastLine(), 1);
