@@ -11,7 +11,6 @@
 #include <ko/Orvid/TypeException.h>
 
 #include <locale>
-#include <memory>
 #include <new>
 #include <sstream>
 
@@ -159,9 +158,7 @@ void Element::setNumber(const char* text, unsigned int length) {
     if (m_data.type == etNumber) {
         m_data.value.number->set(text, length);
     } else {
-        auto number = std::make_unique<Number>();
-        number->set(text, length);
-        replaceNumber(number.release());
+        replaceNumber(new Number(text, length));
     }
 }
 

@@ -48,7 +48,7 @@ Generator::~Generator() noexcept(false) {
     }
     try {
         flush();
-    } catch (const Exception&) {
+    } catch (...) {
         return;  // the exception that is on its way already tells of a failure
     }
 }

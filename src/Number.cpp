@@ -11,6 +11,7 @@
 
 #include <cfloat>
 #include <charconv>
+#include <clocale>
 #include <cstdlib>
 #include <limits>
 #include <sstream>
@@ -72,13 +73,21 @@ void readInteger(const std::string& text, T& value) {
     }
 }
 
-/// strtod settles what is no plain number and what overflows. For the rest from_chars is faster and
-/// does not depend on the program's locale; but it rounds twice where the processor computes with
-/// more bits than a double has (x87).
+/// What strtod reads in the locale "C", which newlocale() neither allocates nor loads.
+double readInC(const char* text) {
+    const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    const double value = strtod_l(text, nullptr, plain);
+    freelocale(plain);
+    return value;
+}
+
+/// strtod settles what is no plain number and what overflows. For the rest from_chars is faster;
+/// but it rounds twice where the processor computes with more bits than a double has (x87). Neither
+/// depends on the program's locale.
 double readReal(const std::string& text) {
     double value = 0;
     constexpr bool isExact = FLT_EVAL_METHOD == 0;
-    return isExact && readWhole(text, value) ? value : std::strtod(text.c_str(), nullptr);
+    return isExact && readWhole(text, value) ? value : readInC(text.c_str());
 }
 
 }  // namespace
@@ -87,9 +96,12 @@ const Number::Limits Number::k_limits = makeLimits();
 
 Number::Number() : m_type(ebLongLong), m_value{0}, m_text("0") {}
 
-Number::Number(const std::string& text) : Number() { set(text); }
+Number::Number(const std::string& text) : m_type(ebNone), m_value{0}, m_text(text) {}
 
-Number::Number(const char* text) : Number() { set(text); }
+Number::Number(const char* text) : m_type(ebNone), m_value{0}, m_text(text) {}
+
+Number::Number(const char* text, unsigned int length)
+    : m_type(ebNone), m_value{0}, m_text(text, length) {}
 
 Number::Number(const DecNumber& value) : Number() { set(value); }
 

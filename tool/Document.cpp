@@ -21,6 +21,7 @@ using ko::Orvid::Element;
 using ko::Orvid::ParseException;
 
 constexpr int k_complete = 0;
+constexpr const char* k_endsEarly = "the text ends early";
 
 [[noreturn]] void failWithErrno(const std::string& name) {
     throw Failure(ExitStatus::inputOutput, name + ": " + std::strerror(errno));
@@ -60,10 +61,26 @@ std::string readFile(const std::string& file, const std::string& name) {
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
 
+bool startsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
+
+/// Where the fault begins that the message tells of. The parser stops at a character that does not
+/// belong into its token, but behind a character that begins none and behind a token in a wrong
+/// place; a token behind a member's value is the exception, there it stops inside.
+std::size_t faultOffset(const std::string& message, const std::string& text, std::size_t stop) {
+    if (startsWith(message, "parse error: after key and value")) {
+        return tokenStart(text, stop + 1);
+    }
+    if (startsWith(message, "parse error")) {
+        return tokenStart(text, stop);
+    }
+    const bool isBehind = stop > 0 && startsWith(message, "lexical error: invalid char in json");
+    return isBehind ? stop - 1 : stop;
+}
+
 void requireComplete(const DomParser& parser, const std::string& name, const std::string& text) {
     if (parser.state() != k_complete) {
         const std::string path = parser.openElement()->path();
-        failAt(name, text, text.length(), &path, "the text ends early");
+        failAt(name, text, text.length(), &path, k_endsEarly);
     }
     const std::size_t rest = skipBlanks(text, static_cast<std::size_t>(parser.position()));
     if (rest < text.length()) {
@@ -79,8 +96,12 @@ void readText(const std::string& name, const std::string& text, Element& root) {
         // A number is known to be over only when something follows it.
         parser.parse(root, text + "\n");
     } catch (const ParseException& error) {
-        failAt(name, text, static_cast<std::size_t>(parser.position()), error.elementPath(),
-               firstLine(error.message()));
+        const std::string message = firstLine(error.message());
+        const std::size_t offset =
+            faultOffset(message, text, static_cast<std::size_t>(parser.position()));
+        // Only the newline that was added is at fault.
+        const bool isEnd = offset >= text.length();
+        failAt(name, text, offset, error.elementPath(), isEnd ? k_endsEarly : message);
     }
     requireComplete(parser, name, text);
 }

@@ -31,7 +31,11 @@ private:
     ExitStatus m_status;
 };
 
-/// " at PATH:" for the element that an error concerns; the root, whose path is empty, is named.
+/// The text with its control characters, newlines among them, written as \uXXXX.
+std::string onOneLine(const std::string& text);
+
+/// " at PATH:" for the element that an error concerns; the root, whose path is empty, is named, and
+/// a very long path is shortened in its middle.
 std::string placeText(const std::string* elementPath);
 
 /// A step of `path` leads nowhere in the document of the file `name`.

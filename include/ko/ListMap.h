@@ -6,8 +6,10 @@
 #pragma once
 
 #include <cstddef>
+#include <iterator>
 #include <list>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace ko {
@@ -115,8 +117,17 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    /// Appends a member made of `key` and a default value. The key must not be there yet.
-    iterator append(const Key& key) { return add(m_list.end(), key, Value()); }
+    /// The member with that key, appended with a default value when there is none, and whether it is
+    /// new. One search of the index.
+    std::pair<iterator, bool> findOrAppend(Key&& key) {
+        const auto place = m_map.lower_bound(key);
+        if (place != m_map.end() && !m_map.key_comp()(key, *place)) {
+            return {*place, false};
+        }
+        m_list.emplace_back(std::piecewise_construct, std::forward_as_tuple(std::move(key)),
+                            std::forward_as_tuple());
+        return {index(place, std::prev(m_list.end())), true};
+    }
 
     /// Exchanges the members with no further effect, whatever a subclass makes of swap().
     void exchange(ListMap& other) noexcept {
@@ -145,8 +156,13 @@ private:
     template<class... Arguments>
     iterator add(iterator position, Arguments&&... arguments) {
         const iterator added = m_list.emplace(position, std::forward<Arguments>(arguments)...);
+        return index(m_map.lower_bound(added), added);
+    }
+
+    /// Enters a new member of the list into the index, in front of `place`.
+    iterator index(typename std::set<iterator, Order>::const_iterator place, iterator added) {
         try {
-            m_map.insert(added);
+            m_map.insert(place, added);
         } catch (...) {
             m_list.erase(added);
             throw;

@@ -288,9 +288,7 @@ ReadStatus Reader::parse(const char* text, std::size_t length) {
     return state.status = state.statusOf(result);
 }
 
-ReadStatus Reader::status() const {
-    return m_state->status;
-}
+ReadStatus Reader::status() const { return m_state->status; }
 
 std::string Reader::error(bool verbose, const char* text, std::size_t length) const {
     State& state = *m_state;
@@ -301,8 +299,6 @@ std::string Reader::error(bool verbose, const char* text, std::size_t length) co
                                   : state.yajlText(verbose, text, length);
 }
 
-std::uint64_t Reader::position() const {
-    return m_state->position;
-}
+std::uint64_t Reader::position() const { return m_state->position; }
 
 }  // namespace ko::Orvid::yajl

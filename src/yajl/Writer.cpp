@@ -71,12 +71,9 @@ Writer::State::State(bool beautify, const std::string& givenIndent)
     yajl_gen_config(handle, yajl_gen_print_callback, &State::print, static_cast<void*>(this));
 }
 
-// One call of the generator prints several tokens: after a failure the rest must not follow.
+// YAJL goes on printing the tokens of its call after one has failed; write() cuts them off again.
 void Writer::State::print(void* state, const char* token, std::size_t length) noexcept {
     State& self = *static_cast<State*>(state);
-    if (self.isBroken) {
-        return;
-    }
     try {
         self.place(token, length);
     } catch (...) {
@@ -149,7 +146,6 @@ void Writer::State::advance(Kind done) {
         --depth;
     }
     if (isIndented && (isEmpty || depth == 0)) {
-        isFirstToken = false;
         print(this, "\n", 1);
     }
 }

@@ -114,7 +114,7 @@ TEST(OrvidException, outlives_the_tree) {
 TEST(OrvidException, keeps_the_path_that_the_element_had_when_it_was_built) {
     Document document(R"({"a":[0,1]})");
     const Exception error("message", &document.root.get("a[1]"));
-    document.root.remove(Element(0), "", "a");
+    document.root.remove(Element(0U), "", "a");
     EXPECT_EQ("[\n    1\n]\n", ko::Orvid::Generator().encode(document.root.get("a")));
     EXPECT_EQ("a[1]", *error.elementPath());
 }

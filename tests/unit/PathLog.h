@@ -25,9 +25,7 @@ public:
 
     bool cbObjectProperty(const std::string& key) override { return note("key " + key); }
 
-    bool cbArrayItem(unsigned int index) override {
-        return note("index " + std::to_string(index));
-    }
+    bool cbArrayItem(unsigned int index) override { return note("index " + std::to_string(index)); }
 
     /// Also checks that the arguments are those that the message shows.
     bool cbParseError(const std::string& message, const std::string& token, unsigned int start,

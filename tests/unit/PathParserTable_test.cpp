@@ -198,8 +198,8 @@ std::vector<Row> faultyIndexes() {
          {R"(error Unexpected character '\' in path at "" 0,2 parser state esArrayInit)",
           "index 1"}},
         {std::string("[\0001]", 4),
-         {std::string(
-              "error Unexpected character '\0' in path at \"\" 0,1 parser state esArrayInit", 71),
+         {std::string("error Unexpected character '") + '\0' +
+              R"(' in path at "" 0,1 parser state esArrayInit)",
           "index 1"}},
     };
 }

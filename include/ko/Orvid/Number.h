@@ -60,6 +60,7 @@ public:
     }
     Number(const std::string& text);
     Number(const char* text);
+    Number(const char* text, unsigned int length);
     explicit Number(const DecNumber& value);
 
     // Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths

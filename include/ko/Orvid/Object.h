@@ -34,7 +34,7 @@ public:
     std::pair<iterator, bool> insert(const value_type& member) override;
     iterator insert(iterator position, const value_type& member) override;
     /// The member with that key, set to null; appended when it is not there yet.
-    Value& resetMember(const Key& key);
+    Value& resetMember(Key key);
 
     using TBase::swap;
     /// Exchanges the members; each object keeps its parent. Only the members that this object now

@@ -59,18 +59,10 @@ void* operator new(std::size_t size) {
     }
     return block;
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return obtain(size);
-}
-void operator delete(void* block) noexcept {
-    giveBack(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-    giveBack(block);
-}
-void operator delete(void* block, const std::nothrow_t&) noexcept {
-    giveBack(block);
-}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return obtain(size); }
+void operator delete(void* block) noexcept { giveBack(block); }
+void operator delete(void* block, std::size_t) noexcept { giveBack(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { giveBack(block); }
 
 namespace yajlTests {
 namespace {
@@ -236,6 +228,7 @@ TEST(Memory, leaves_the_innermost_of_two_runs) {
 }
 
 TEST(Memory, grows_a_block_in_small_steps_with_few_allocations) {
+    const std::size_t before = g_allocations.blocks;
     Memory memory;
     void* block = nullptr;
     arm(k_noFailure, false);
@@ -245,6 +238,7 @@ TEST(Memory, grows_a_block_in_small_steps_with_few_allocations) {
         }
     });
     g_allocations.isArmed = false;
+    EXPECT_EQ(g_allocations.blocks, before + 1);
     EXPECT_LT(g_allocations.calls, 30U);
     EXPECT_GT(g_allocations.calls, 5U);
 }
@@ -323,6 +317,16 @@ TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
         }
     });
     EXPECT_EQ(told, 3U);
+}
+
+TEST(MemoryFailure, is_not_brought_nearer_by_telling_a_fault_often) {
+    Reader reader(k_silent, nullptr);
+    reader.parse("[1,]", 4);
+    const std::size_t before = g_allocations.blocks;
+    for (int i = 0; i < 10; ++i) {
+        reader.error(true, "[1,]", 4);
+    }
+    EXPECT_EQ(g_allocations.blocks, before);
 }
 
 void writeDemanding(Writer& writer, const std::string& value) {

@@ -155,9 +155,19 @@ TEST(ReaderErrors, show_nothing_of_a_text_that_is_too_short) {
     EventLog log;
     Reader reader(k_numeric, &log);
     feed(reader, "[1,    1e999]");
+    // YAJL counts the blanks from the place of the fault, text or no text.
     EXPECT_EQ(reader.error(true, nullptr, 0), "parse error: numeric (floating point) overflow\n" +
                                                   std::string(33, ' ') + "\n" +
                                                   std::string(21, ' ') + "(right here) ------^\n");
+}
+
+TEST(ReaderErrors, show_nothing_of_a_text_that_ends_far_before_the_fault) {
+    EventLog log;
+    Reader reader(k_numeric, &log);
+    feed(reader, "[" + std::string(99, ' ') + "1e999]");
+    EXPECT_EQ(reader.error(true, "[1]", 3), "parse error: numeric (floating point) overflow\n" +
+                                                std::string(10, ' ') + "\n" + std::string(21, ' ') +
+                                                "(right here) ------^\n");
 }
 
 }  // namespace

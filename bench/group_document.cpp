@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: MIT
+//
+// The jobs on a whole document: read, write, read+edit+write, copy, compare, destroy.
+
+#include <ko/Orvid.h>
+
+#include <map>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <streambuf>
+
+#include "group.h"
+#include "peers/yajl.h"
+
+namespace orvid_bench {
+
+namespace {
+
+const std::string k_pass = "bare YAJL pass";
+const std::string k_gen = "yajl_gen";
+
+/// Takes all that is written and counts it.
+class CountingBuffer : public std::streambuf {
+public:
+    std::size_t count() const { return m_count; }
+
+protected:
+    std::streamsize xsputn(const char* /*text*/, std::streamsize length) override {
+        m_count += static_cast<std::size_t>(length);
+        return length;
+    }
+    int_type overflow(int_type c) override {
+        ++m_count;
+        return traits_type::not_eof(c);
+    }
+
+private:
+    std::size_t m_count = 0;
+};
+
+/// A document's text with its tree in each library that reads it in acceptable time.
+struct Subjects {
+    struct Subject {
+        Peer peer;
+        std::unique_ptr<Tree> tree;
+    };
+
+    explicit Subjects(const Document& source) : document(source), tokens(source.text) {
+        for (const Peer& peer : allPeers()) {
+            if (peer.widest == 0 || document.widest <= peer.widest) {
+                all.push_back({peer, peer.read(document.text)});
+            }
+        }
+    }
+
+    Document document;
+    TokenList tokens;
+    std::vector<Subject> all;
+};
+
+using Shared = std::shared_ptr<Subjects>;
+
+void require(bool condition, const std::string& subject, const std::string& what) {
+    if (!condition) {
+        throw std::runtime_error(subject + " has not understood the document: " + what);
+    }
+}
+
+void requireAgreement(const Summary& expected, const Summary& actual, const std::string& subject) {
+    require(agree(expected, actual), subject, actual.text() + " instead of " + expected.text());
+}
+
+void verifyRead(const Subjects& subjects) {
+    const Summary expected = summaryOfPass(subjects.document.text);
+    for (const auto& subject : subjects.all) {
+        requireAgreement(expected, subject.tree->summary(), subject.peer.name);
+    }
+}
+
+void verifyWrite(const Subjects& subjects) {
+    verifyRead(subjects);
+    const Summary expected = summaryOfPass(subjects.document.text);
+    requireAgreement(expected, summaryOfPass(subjects.tokens.text()), k_gen);
+    for (const auto& subject : subjects.all) {
+        const std::string text = subject.tree->text();
+        requireAgreement(expected, summaryOfPass(text), subject.peer.name + ", writing");
+        require(subject.tree->write() == text.size(), subject.peer.name, "length of the text");
+    }
+    require(subjects.all.front().tree->text() == subjects.tokens.text(), "orvid",
+            "its text is not yajl_gen's");
+}
+
+void verifyCopy(const Subjects& subjects) {
+    for (const auto& subject : subjects.all) {
+        const auto copy = subject.tree->copy();
+        require(copy->equals(*subject.tree), subject.peer.name, "the copy differs");
+        requireAgreement(subject.tree->summary(), copy->summary(), subject.peer.name + ", copying");
+    }
+}
+
+void verifyEdit(const Subjects& subjects) {
+    for (const auto& subject : subjects.all) {
+        const auto tree = subject.peer.read(subjects.document.text);
+        tree->edit();
+        const auto again = subject.peer.read(tree->text());
+        require(again->scalar({"edited", "/edited"}) == "1" &&
+                    again->scalar({"editor", "/editor"}) == "bench",
+                subject.peer.name, "the edit is lost");
+    }
+}
+
+/// One job for each library; `makeJob` gets the subject and makes it.
+template<class MakeJob>
+Group groupOf(const std::string& job, const Shared& subjects, const MakeJob& makeJob) {
+    Group group{job, subjects->document.name, {}};
+    for (auto& subject : subjects->all) {
+        group.jobs.push_back(makeJob(subject));
+    }
+    return group;
+}
+
+bool isCorpus(const std::string& document) {
+    return document == "twitter" || document == "citm_catalog" || document == "canada";
+}
+
+double passLimit(const std::string& document, bool isMimalloc) {
+    if (document == "canada") {
+        return isMimalloc ? 3.5 : 6;
+    }
+    return !isMimalloc ? 4 : document == "twitter" ? 2.5 : 2.2;
+}
+
+Group readGroup(const Shared& subjects, bool isMimalloc) {
+    Group group = groupOf("read", subjects, [&](Subjects::Subject& subject) {
+        return Job{subject.peer.name, [subjects, read = subject.peer.read] {
+                       keep(read(subjects->document.text).get());
+                   }};
+    });
+    group.jobs.push_back({k_pass, [subjects] { passOver(subjects->document.text); }});
+    const std::string& document = subjects->document.name;
+    if (isCorpus(document)) {
+        group.bars = {{"orvid", "ordered_json", 1},
+                      {"orvid", "jsoncpp", 1},
+                      {"orvid", "json-c", 1},
+                      {"orvid", k_pass, passLimit(document, isMimalloc)}};
+    }
+    group.verify = [subjects] { verifyRead(*subjects); };
+    return group;
+}
+
+void writeToStream(const std::string& /*text*/, const ko::Orvid::Element& root) {
+    CountingBuffer buffer;
+    std::ostream out(&buffer);
+    out << root;
+    keep(&buffer);
+}
+
+Job streamJob(const Shared& subjects) {
+    auto root = std::make_shared<ko::Orvid::Element>();
+    ko::Orvid::DomParser().parse(*root, subjects->document.text);
+    return {"orvid, to a stream", [root] { writeToStream({}, *root); }};
+}
+
+Group writeGroup(const Shared& subjects) {
+    Group group = groupOf("write", subjects, [&](Subjects::Subject& subject) {
+        return Job{subject.peer.name, [subjects, &subject] {
+                       const std::size_t length = subject.tree->write();
+                       keep(&length);
+                   }};
+    });
+    group.jobs.push_back({k_gen, [subjects] {
+                              const std::size_t length = subjects->tokens.write();
+                              keep(&length);
+                          }});
+    group.jobs.push_back(streamJob(subjects));
+    if (isCorpus(subjects->document.name)) {
+        group.bars = {{"orvid", k_gen, 1}, {"orvid", "jsoncpp", 1}, {"orvid", "json-c", 1}};
+        if (subjects->document.name == "canada") {
+            group.bars.push_back({"orvid", "ordered_json", 1});
+        }
+    }
+    group.verify = [subjects] { verifyWrite(*subjects); };
+    return group;
+}
+
+Group editGroup(const Shared& subjects) {
+    Group group = groupOf("read, edit, write", subjects, [&](Subjects::Subject& subject) {
+        return Job{subject.peer.name, [subjects, read = subject.peer.read] {
+                       const auto tree = read(subjects->document.text);
+                       tree->edit();
+                       const std::size_t length = tree->write();
+                       keep(&length);
+                   }};
+    });
+    group.verify = [subjects] { verifyEdit(*subjects); };
+    return group;
+}
+
+Group copyGroup(const Shared& subjects) {
+    Group group = groupOf("copy", subjects, [&](Subjects::Subject& subject) {
+        const auto copy = std::make_shared<std::unique_ptr<Tree>>();
+        return Job{subject.peer.name, [subjects, &subject, copy] { *copy = subject.tree->copy(); },
+                   [copy] { copy->reset(); }};
+    });
+    group.verify = [subjects] { verifyCopy(*subjects); };
+    return group;
+}
+
+Group compareGroup(const Shared& subjects) {
+    Group group = groupOf("compare", subjects, [&](Subjects::Subject& subject) {
+        const std::shared_ptr<Tree> copy = subject.tree->copy();
+        return Job{subject.peer.name, [subjects, &subject, copy] {
+                       if (!copy->equals(*subject.tree)) {
+                           throw std::logic_error(subject.peer.name + ": the copy differs");
+                       }
+                   }};
+    });
+    group.verify = [subjects] { verifyCopy(*subjects); };
+    return group;
+}
+
+Group destroyGroup(const Shared& subjects) {
+    return groupOf("destroy", subjects, [&](Subjects::Subject& subject) {
+        const auto copy = std::make_shared<std::unique_ptr<Tree>>();
+        return Job{subject.peer.name, [copy] { copy->reset(); },
+                   [subjects, copy, read = subject.peer.read] {
+                       *copy = read(subjects->document.text);
+                   }};
+    });
+}
+
+}  // namespace
+
+std::vector<Group> documentGroups(const Document& document, bool isMimalloc) {
+    const auto subjects = std::make_shared<Subjects>(document);
+    std::vector<Group> result{readGroup(subjects, isMimalloc), writeGroup(subjects)};
+    if (document.text.front() == '{') {
+        result.push_back(editGroup(subjects));
+    }
+    result.push_back(copyGroup(subjects));
+    result.push_back(compareGroup(subjects));
+    result.push_back(destroyGroup(subjects));
+    return result;
+}
+
+}  // namespace orvid_bench

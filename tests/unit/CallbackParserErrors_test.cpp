@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of CallbackParser where something fails: text that is no JSON, a listener that stops,
+// throws or swallows errors, and no listener at all.
+
+#include <ko/Orvid/CallbackParser.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <new>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "support/Document.h"
+#include "support/RecordingListener.h"
+
+namespace {
+
+using ko::Orvid::CallbackParser;
+using ko::Orvid::Exception;
+using orvid_test::Reaction;
+using orvid_test::RecordingListener;
+using orvid_test::thrownBy;
+
+constexpr const char* k_marker = "                     (right here) ------^\n";
+
+/// The fault's first line, then the text with the byte at which the marker points in column 40.
+std::string verbose(const std::string& line, const std::string& excerpt, std::size_t offset) {
+    return line + "\n" + std::string(40 - offset, ' ') + excerpt + "\n" + k_marker;
+}
+
+/// The message of the exception that the text leads to.
+std::string faultOf(const std::string& text) {
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    const std::string what = thrownBy<Exception>([&] { parser.parse(text); }).what();
+    EXPECT_EQ((std::vector<std::string>{what}), listener.errors);
+    EXPECT_EQ(3, parser.state());
+    return what;
+}
+
+TEST(CallbackParserErrors, a_fault_is_shown_with_the_text_around_it) {
+    EXPECT_EQ(verbose("parse error: unallowed token at this point in JSON text", "[1,]", 4),
+              faultOf("[1,]"));
+}
+
+TEST(CallbackParserErrors, each_kind_of_fault_has_its_line) {
+    const struct {
+        const char* text;
+        const char* line;
+        std::size_t offset;
+    } rows[] = {
+        {"nulx", "lexical error: invalid string in json text.", 3},
+        {"[x]", "lexical error: invalid char in json text.", 1},
+        {"]", "parse error: unallowed token at this point in JSON text", 1},
+        {"[1 2]", "parse error: after array element, I expect ',' or ']'", 4},
+        {"[1}", "parse error: after array element, I expect ',' or ']'", 3},
+        {"{1:2}", "parse error: invalid object key (must be a string)", 2},
+        {"{\"a\":1,}", "parse error: invalid object key (must be a string)", 8},
+        {"{\"a\" 1}", "parse error: object key and value must be separated by a colon (':')", 6},
+        {"{\"a\":1 2}", "parse error: after key and value, inside map, I expect ',' or '}'", 8},
+        {"[1.]", "lexical error: malformed number, a digit is required after the decimal point.",
+         3},
+        {"-x", "lexical error: malformed number, a digit is required after the minus sign.", 1},
+        {"1ex", "lexical error: malformed number, a digit is required after the exponent.", 2},
+        {"[\"\\x\"]",
+         "lexical error: inside a string, '\\' occurs before a character which it may not.", 3},
+        {"[\"\\u12g4\"]",
+         "lexical error: invalid (non-hex) character occurs after '\\u' inside string.", 6},
+        {"[\"\x01\"]", "lexical error: invalid character inside string.", 2},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(verbose(row.line, row.text, row.offset), faultOf(row.text)) << row.text;
+    }
+}
+
+TEST(CallbackParserErrors, a_fault_is_found_wherever_the_text_is_cut) {
+    const std::string text = R"({"a":[true,"x",1.5e]})";
+    for (std::size_t size = 1; size <= text.size(); ++size) {
+        RecordingListener listener;
+        CallbackParser parser(&listener);
+        const auto error = thrownBy<Exception>([&] {
+            for (std::size_t fed = 0; fed < text.size(); fed += size) {
+                parser.parse(text.substr(fed, size));
+            }
+        });
+        const std::string what = error.what();
+        EXPECT_EQ("lexical error: malformed number, a digit is required after the exponent.",
+                  what.substr(0, what.find('\n')));
+        EXPECT_EQ("{ ka [ true sx ", listener.words) << "in pieces of " << size;
+        EXPECT_EQ(19u, parser.position()) << "in pieces of " << size;
+        EXPECT_EQ(3, parser.state());
+    }
+}
+
+TEST(CallbackParserErrors, the_exception_is_a_plain_one_without_element) {
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    const auto error = thrownBy<Exception>([&] { parser.parse("]"); });
+    EXPECT_EQ(typeid(Exception), typeid(error));
+    EXPECT_EQ(nullptr, error.elementPath());
+}
+
+TEST(CallbackParserErrors, a_fault_is_shown_with_30_bytes_on_both_sides) {
+    const std::string before = "[\"" + std::string(50, 'b') + "\", ";
+    const std::string after(50, 'a');
+    EXPECT_EQ(verbose("lexical error: invalid char in json text.",
+                      before.substr(before.size() - 30) + "#" + after.substr(0, 29), 30),
+              faultOf(before + "#" + after));
+}
+
+TEST(CallbackParserErrors, a_fault_is_shown_with_line_ends_as_blanks) {
+    EXPECT_EQ(verbose("lexical error: invalid char in json text.", "[ 1, # ]", 5),
+              faultOf("[\n1,\r# ]"));
+}
+
+TEST(CallbackParserErrors, a_fault_is_shown_with_the_last_piece_only) {
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    parser.parse("[1, 2, ");
+    EXPECT_EQ(2, parser.state());
+    const std::string what = thrownBy<Exception>([&] { parser.parse("3, #]"); }).what();
+    EXPECT_EQ(verbose("lexical error: invalid char in json text.", "3, #]", 3), what);
+    EXPECT_EQ(10u, parser.position());
+}
+
+TEST(CallbackParserErrors, a_fault_in_a_stream_is_shown_with_its_255_bytes_only) {
+    const std::string firstPiece = "[\"" + std::string(250, 'x') + "\",";
+    ASSERT_EQ(254u, firstPiece.size());
+    std::istringstream in(firstPiece + " 7 8]");
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    const std::string what = thrownBy<Exception>([&] { parser.parse(in); }).what();
+    EXPECT_EQ(verbose("parse error: after array element, I expect ',' or ']'", "7 8]", 3), what);
+    EXPECT_EQ(258u, parser.position());
+}
+
+TEST(CallbackParserErrors, no_more_of_a_stream_is_read_behind_a_fault) {
+    std::istringstream in("#" + std::string(300, ' '));
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    EXPECT_THROW(parser.parse(in), Exception);
+    EXPECT_EQ(46, in.rdbuf()->in_avail());
+    EXPECT_TRUE(in.good());
+}
+
+TEST(CallbackParserErrors, a_swallowed_fault_ends_the_call_quietly) {
+    for (const int answer : {1, -1}) {
+        RecordingListener listener;
+        listener.errorAnswer = answer;
+        CallbackParser parser(&listener);
+        EXPECT_NO_THROW(parser.parse("[1,]"));
+        EXPECT_EQ("[ n1 ", listener.words);
+        EXPECT_EQ(1u, listener.errors.size());
+        EXPECT_EQ(3, parser.state());
+    }
+}
+
+TEST(CallbackParserErrors, each_call_behind_a_swallowed_fault_reports_it_again) {
+    RecordingListener listener;
+    listener.errorAnswer = 1;
+    CallbackParser parser(&listener);
+    parser.parse("[1,]");
+    parser.parse("2]");
+    ASSERT_EQ(2u, listener.errors.size());
+    const std::string line = "parse error: unallowed token at this point in JSON text\n";
+    EXPECT_EQ(line, listener.errors[0].substr(0, line.size()));
+    EXPECT_EQ(line, listener.errors[1].substr(0, line.size()));
+    EXPECT_EQ("[ n1 ", listener.words);
+    EXPECT_EQ(3, parser.state());
+    EXPECT_EQ(4u, parser.position());
+}
+
+TEST(CallbackParserErrors, a_swallowed_fault_in_a_stream_is_reported_for_each_piece) {
+    std::istringstream in("#" + std::string(600, ' '));
+    RecordingListener listener;
+    listener.errorAnswer = 1;
+    CallbackParser parser(&listener);
+    EXPECT_EQ(&in, &parser.parse(in));
+    EXPECT_EQ(3u, listener.errors.size());
+    EXPECT_EQ(0, in.rdbuf()->in_avail());
+}
+
+/// Throws when it is told of a fault.
+class ThrowingAtErrors : public RecordingListener {
+public:
+    int cb_error(const char* message) override {
+        RecordingListener::cb_error(message);
+        throw std::domain_error("thrown by cb_error");
+    }
+};
+
+TEST(CallbackParserErrors, what_cb_error_throws_passes_unchanged) {
+    ThrowingAtErrors listener;
+    CallbackParser parser(&listener);
+    const auto error = thrownBy<std::domain_error>([&] { parser.parse("]"); });
+    EXPECT_STREQ("thrown by cb_error", error.what());
+    EXPECT_EQ(1u, listener.errors.size());
+    EXPECT_EQ(3, parser.state());
+}
+
+// Each event of this document in turn is made to fail.
+constexpr const char* k_allEvents = R"({"a":[null,true,false,1,"x"],"b":{}} )";
+constexpr std::size_t k_eventCount = 13;
+constexpr const char* k_allWords = "{ ka [ null true false n1 sx ] kb { } } ";
+
+/// The first `count` words.
+std::string wordsUpTo(std::size_t count) {
+    std::size_t end = 0;
+    for (const std::string words = k_allWords; count > 0; --count) {
+        end = words.find(' ', end) + 1;
+    }
+    return std::string(k_allWords).substr(0, end);
+}
+
+TEST(CallbackParserErrors, any_event_that_returns_0_stops_the_parser) {
+    for (std::size_t event = 0; event < k_eventCount; ++event) {
+        RecordingListener listener;
+        listener.special = event;
+        listener.reaction = Reaction::stop;
+        CallbackParser parser(&listener);
+        const auto error = thrownBy<Exception>([&] { parser.parse(k_allEvents); });
+        const std::string line = "parse error: client cancelled parse via callback return value\n";
+        EXPECT_EQ(line, std::string(error.what()).substr(0, line.size())) << event;
+        EXPECT_EQ((std::vector<std::string>{error.what()}), listener.errors);
+        EXPECT_EQ(wordsUpTo(event + 1), listener.words);
+        EXPECT_EQ(1, parser.state()) << event;
+    }
+}
+
+TEST(CallbackParserErrors, a_stop_may_be_swallowed_and_is_an_error_afterwards) {
+    RecordingListener listener;
+    listener.special = 1;
+    listener.reaction = Reaction::stop;
+    listener.errorAnswer = 1;
+    CallbackParser parser(&listener);
+    EXPECT_NO_THROW(parser.parse("[1,2]"));
+    EXPECT_EQ(1, parser.state());
+    parser.parse(",3]");
+    EXPECT_EQ(3, parser.state());
+    ASSERT_EQ(2u, listener.errors.size());
+    EXPECT_EQ(listener.errors[0].substr(0, 61), listener.errors[1].substr(0, 61));
+    EXPECT_EQ("[ n1 ", listener.words);
+}
+
+TEST(CallbackParserErrors, what_any_event_throws_passes_unchanged) {
+    for (std::size_t event = 0; event < k_eventCount; ++event) {
+        RecordingListener listener;
+        listener.special = event;
+        listener.reaction = Reaction::fail;
+        CallbackParser parser(&listener);
+        const auto error = thrownBy<std::runtime_error>([&] { parser.parse(k_allEvents); });
+        EXPECT_EQ(typeid(std::runtime_error), typeid(error));
+        EXPECT_EQ(wordsUpTo(event + 1), wordsUpTo(event) + error.what() + " ");
+        EXPECT_EQ(wordsUpTo(event + 1), listener.words);
+        EXPECT_TRUE(listener.errors.empty()) << event;
+        EXPECT_EQ(2, parser.state()) << event;
+    }
+}
+
+TEST(CallbackParserErrors, an_exception_of_the_listener_keeps_the_state_before_it) {
+    RecordingListener listener;
+    listener.special = 2;
+    listener.reaction = Reaction::fail;
+    CallbackParser parser(&listener);
+    parser.parse("[1,");
+    EXPECT_EQ(2, parser.state());
+    EXPECT_THROW(parser.parse("2]"), std::runtime_error);
+    EXPECT_EQ(2, parser.state());
+    EXPECT_TRUE(listener.errors.empty());
+}
+
+TEST(CallbackParserErrors, an_exception_of_the_listener_ends_the_reading_of_a_stream) {
+    std::istringstream in("[1" + std::string(300, ' ') + "]");
+    RecordingListener listener;
+    listener.special = 0;
+    listener.reaction = Reaction::fail;
+    CallbackParser parser(&listener);
+    EXPECT_THROW(parser.parse(in), std::runtime_error);
+    EXPECT_EQ(48, in.rdbuf()->in_avail());
+}
+
+TEST(CallbackParserErrors, nothing_is_read_after_an_exception_of_the_listener) {
+    RecordingListener listener;
+    listener.special = 0;
+    listener.reaction = Reaction::fail;
+    CallbackParser parser(&listener);
+    EXPECT_THROW(parser.parse("[1,2]"), std::runtime_error);
+    EXPECT_THROW(parser.parse("3]"), Exception);
+    EXPECT_EQ("[ ", listener.words);
+    EXPECT_EQ(3, parser.state());
+}
+
+/// Throws what is no std::exception, or what stands for an exhausted memory.
+class ThrowingOddly : public RecordingListener {
+public:
+    int cb_null() override { throw 42; }
+    int cb_boolean(bool) override { throw std::bad_alloc(); }
+};
+
+TEST(CallbackParserErrors, whatever_is_thrown_passes_unchanged) {
+    ThrowingOddly listener;
+    EXPECT_THROW(CallbackParser(&listener).parse("[null]"), int);
+    EXPECT_THROW(CallbackParser(&listener).parse("[true]"), std::bad_alloc);
+    EXPECT_TRUE(listener.errors.empty());
+}
+
+TEST(CallbackParserErrors, a_parser_without_listener_throws_at_the_first_event) {
+    for (const char* const text :
+         {"null", "true", "1 ", "1.5 ", "\"x\"", "{", "{\"a\"", "{}", "[", "[]"}) {
+        CallbackParser parser(nullptr);
+        const auto error = thrownBy<Exception>([&] { parser.parse(text); });
+        EXPECT_STREQ("No listener attached to CallbackParser!", error.what()) << text;
+        EXPECT_EQ(nullptr, error.elementPath());
+        EXPECT_EQ(2, parser.state());
+    }
+}
+
+TEST(CallbackParserErrors, a_parser_without_listener_reads_blanks) {
+    CallbackParser parser(nullptr);
+    EXPECT_NO_THROW(parser.parse(" /* c */ "));
+    EXPECT_EQ(2, parser.state());
+}
+
+TEST(CallbackParserErrors, a_number_beyond_long_is_an_error_only_where_it_is_wanted_by_value) {
+    const std::string beyond = std::to_string(std::numeric_limits<long>::max()) + "0";
+    RecordingListener byValue;
+    byValue.numbersAsText = false;
+    CallbackParser parser(&byValue);
+    const std::string text = "[1," + beyond + "]";
+    const std::string what = thrownBy<Exception>([&] { parser.parse(text); }).what();
+    EXPECT_EQ(verbose("parse error: integer overflow", text, 3), what);
+    EXPECT_EQ("[ i1 ", byValue.words);
+    EXPECT_EQ(3, parser.state());
+
+    RecordingListener byText;
+    EXPECT_NO_THROW(CallbackParser(&byText).parse(text));
+    EXPECT_EQ("[ n1 n" + beyond + " ] ", byText.words);
+}
+
+TEST(CallbackParserErrors, a_number_beyond_double_is_an_error_only_where_it_is_wanted_by_value) {
+    for (const char* const text : {"[1e400]", "[-1.5E999]"}) {
+        RecordingListener byValue;
+        byValue.numbersAsText = false;
+        CallbackParser parser(&byValue);
+        const std::string what = thrownBy<Exception>([&] { parser.parse(text); }).what();
+        EXPECT_EQ(verbose("parse error: numeric (floating point) overflow", text, 1), what);
+        EXPECT_EQ(3, parser.state());
+    }
+}
+
+}  // namespace
