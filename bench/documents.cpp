@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The generators. They draw from std::mt19937, whose numbers the standard fixes, and not from the standard's
-// distributions, whose numbers it does not.
+// The generators. They draw from std::mt19937, whose numbers the standard fixes, and not from the
+// standard's distributions, whose numbers it does not.
 
 #include "documents.h"
 
@@ -29,10 +29,22 @@ public:
     }
     const char* boolean() { return below(4) == 0 ? "true" : "false"; }
     std::string words(std::size_t count) {
-        static const char* const k_words[] = {
-            "the",  "morning", "rain",    "na\u00efve", "\u4eca\u65e5\u306f", "caf\u00e9",
-            "\u2603", "train", "\U0001F600", "\u0434\u043e\u043c", "\\\"quoted\\\"", "\u96fb\u8eca",
-            "at",   "http:\\/\\/example.org\\/x", "#tag", "@someone"};
+        static const char* const k_words[] = {"the",
+                                              "morning",
+                                              "rain",
+                                              "na\u00efve",
+                                              "\u4eca\u65e5\u306f",
+                                              "caf\u00e9",
+                                              "\u2603",
+                                              "train",
+                                              "\U0001F600",
+                                              "\u0434\u043e\u043c",
+                                              "\\\"quoted\\\"",
+                                              "\u96fb\u8eca",
+                                              "at",
+                                              "http:\\/\\/example.org\\/x",
+                                              "#tag",
+                                              "@someone"};
         std::string result;
         for (std::size_t i = 0; i < count; ++i) {
             result += (i == 0 ? "" : " ") + std::string(k_words[below(std::size(k_words))]);
@@ -44,9 +56,7 @@ private:
     std::mt19937 m_engine{20090101};
 };
 
-std::string quoted(const std::string& text) {
-    return '"' + text + '"';
-}
+std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 /// `count` texts of `part`, separated by commas.
 template<class Part>
@@ -86,9 +96,10 @@ std::string article(Random& random) {
     const auto areas = [&](std::size_t) { return area(random); };
     return R"({"id":)" + random.digits(9) + R"(,"name":)" + quoted(random.words(3)) +
            R"(,"logo":null,"start":)" + random.digits(13) + R"(,"prices":[{"amount":)" +
-           random.digits(5) + R"(,"audience":)" + random.digits(9) + R"(}],"categories":[{"areas":[)" +
-           list(3 + random.below(5), areas) + R"(],"categoryId":)" + random.digits(9) +
-           R"(}],"topics":[)" + list(4, [&](std::size_t) { return random.digits(9); }) + "]}";
+           random.digits(5) + R"(,"audience":)" + random.digits(9) +
+           R"(}],"categories":[{"areas":[)" + list(3 + random.below(5), areas) +
+           R"(],"categoryId":)" + random.digits(9) + R"(}],"topics":[)" +
+           list(4, [&](std::size_t) { return random.digits(9); }) + "]}";
 }
 
 std::string degrees(Random& random) {
@@ -153,9 +164,10 @@ std::string wideKey(std::size_t i) {
 }
 
 std::string wideObject(std::size_t members) {
-    return "{" + list(members, [](std::size_t i) {
-               return quoted(wideKey(i)) + ":" + std::to_string(i);
-           }) + "}";
+    return "{" +
+           list(members,
+                [](std::size_t i) { return quoted(wideKey(i)) + ":" + std::to_string(i); }) +
+           "}";
 }
 
 std::string longArray(std::size_t items) {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The documents that are measured: generated ones, which are the same in every run, and three well-known
-// files from the folder that the environment variable ORVID_CORPUS names, where that is set.
+// The documents that are measured: generated ones, which are the same in every run, and three
+// well-known files from the folder that the environment variable ORVID_CORPUS names, where that is
+// set.
 
 #pragma once
 
@@ -22,14 +23,15 @@ struct Document {
 std::string tweets(std::size_t count);       ///< texts in several scripts, few numbers
 std::string catalogue(std::size_t count);    ///< small nested objects, integers
 std::string coordinates(std::size_t count);  ///< pairs of doubles
-/// Sections with a few members each, described by a schema with defaults under "meta". The member "port"
-/// of each server is left to its default.
+/// Sections with a few members each, described by a schema with defaults under "meta". The member
+/// "port" of each server is left to its default.
 std::string settings(std::size_t sections);
 /// One object; member i has the key wideKey(i), in no alphabetic order, and the value i.
 std::string wideObject(std::size_t members);
 std::string wideKey(std::size_t i);
 std::string longArray(std::size_t items);  ///< integers
-/// Objects within each other, `levels` of them, each under the key "level"; the innermost value is 1.
+/// Objects within each other, `levels` of them, each under the key "level"; the innermost value
+/// is 1.
 std::string deepObject(std::size_t levels);
 
 /// The path of all the steps of deepObject(levels).
@@ -38,8 +40,8 @@ PathTexts deepPath(std::size_t levels);
 /// Each generated shape once, at a size of one to a few megabytes (settings: some kilobytes).
 std::vector<Document> generatedDocuments();
 
-/// canada, citm_catalog and twitter; none where ORVID_CORPUS is not set. Throws std::runtime_error for a
-/// file that is missing.
+/// canada, citm_catalog and twitter; none where ORVID_CORPUS is not set. Throws std::runtime_error
+/// for a file that is missing.
 std::vector<Document> corpusDocuments();
 
 }  // namespace orvid_bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A group of jobs: the same work done by several subjects, to be measured side by side, and the bars that
-// the ratios of their times have to meet.
+// A group of jobs: the same work done by several subjects, to be measured side by side, and the
+// bars that the ratios of their times have to meet.
 
 #pragma once
 
@@ -31,9 +31,9 @@ struct Bar {
 struct Group {
     std::string job;
     std::string document;
-    std::vector<Job> jobs;          ///< the first is the library, with which the others are compared
+    std::vector<Job> jobs;  ///< the first is the library, with which the others are compared
     std::vector<Bar> bars = {};
-    std::size_t operations = 1;     ///< how many operations one run() makes
+    std::size_t operations = 1;      ///< how many operations one run() makes
     std::string noAllocations = {};  ///< the subject that may not use operator new; none when empty
     /// Fails with std::runtime_error unless every subject does the work; called before any timing.
     std::function<void()> verify = nullptr;

@@ -4,7 +4,6 @@
 
 #include <ko/Orvid.h>
 
-#include <map>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
@@ -20,11 +19,8 @@ namespace {
 const std::string k_pass = "bare YAJL pass";
 const std::string k_gen = "yajl_gen";
 
-/// Takes all that is written and counts it.
+/// Takes all that is written and keeps its length only.
 class CountingBuffer : public std::streambuf {
-public:
-    std::size_t count() const { return m_count; }
-
 protected:
     std::streamsize xsputn(const char* /*text*/, std::streamsize length) override {
         m_count += static_cast<std::size_t>(length);
@@ -149,17 +145,15 @@ Group readGroup(const Shared& subjects, bool isMimalloc) {
     return group;
 }
 
-void writeToStream(const std::string& /*text*/, const ko::Orvid::Element& root) {
-    CountingBuffer buffer;
-    std::ostream out(&buffer);
-    out << root;
-    keep(&buffer);
-}
-
 Job streamJob(const Shared& subjects) {
     auto root = std::make_shared<ko::Orvid::Element>();
     ko::Orvid::DomParser().parse(*root, subjects->document.text);
-    return {"orvid, to a stream", [root] { writeToStream({}, *root); }};
+    return {"orvid, to a stream", [root] {
+                CountingBuffer buffer;
+                std::ostream out(&buffer);
+                out << *root;
+                keep(&buffer);
+            }};
 }
 
 Group writeGroup(const Shared& subjects) {
@@ -223,10 +217,9 @@ Group compareGroup(const Shared& subjects) {
 Group destroyGroup(const Shared& subjects) {
     return groupOf("destroy", subjects, [&](Subjects::Subject& subject) {
         const auto copy = std::make_shared<std::unique_ptr<Tree>>();
-        return Job{subject.peer.name, [copy] { copy->reset(); },
-                   [subjects, copy, read = subject.peer.read] {
-                       *copy = read(subjects->document.text);
-                   }};
+        return Job{
+            subject.peer.name, [copy] { copy->reset(); },
+            [subjects, copy, read = subject.peer.read] { *copy = read(subjects->document.text); }};
     });
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The typed read of a number: the first from its text, and every further one, which finds the binary value.
+// The typed read of a number: the first from its text, and every further one, which finds the
+// binary value.
 
 #include <ko/Orvid/Number.h>
 
@@ -55,12 +56,10 @@ Job conversionJob(const std::shared_ptr<Numbers>& numbers) {
 
 Group firstRead(const std::shared_ptr<Numbers>& integers) {
     Group group{"typed read of a number, first", "integers of 9 digits", {}};
-    group.jobs = {{"orvid",
-                   [integers] {
-                       integers->readAll([](const Number& n) { return n.toLongLong(); });
-                   },
-                   [integers] { integers->forgetBinary(); }},
-                  conversionJob<long long>(integers)};
+    group.jobs = {
+        {"orvid", [integers] { integers->readAll([](const Number& n) { return n.toLongLong(); }); },
+         [integers] { integers->forgetBinary(); }},
+        conversionJob<long long>(integers)};
     group.operations = k_count;
     group.noAllocations = "orvid";
     return group;
@@ -68,10 +67,10 @@ Group firstRead(const std::shared_ptr<Numbers>& integers) {
 
 Group firstReadOfDoubles(const std::shared_ptr<Numbers>& doubles) {
     Group group{"typed read of a number, first", "doubles of 17 digits", {}};
-    group.jobs = {{"orvid",
-                   [doubles] { doubles->readAll([](const Number& n) { return n.toDouble(); }); },
-                   [doubles] { doubles->forgetBinary(); }},
-                  conversionJob<double>(doubles)};
+    group.jobs = {
+        {"orvid", [doubles] { doubles->readAll([](const Number& n) { return n.toDouble(); }); },
+         [doubles] { doubles->forgetBinary(); }},
+        conversionJob<double>(doubles)};
     group.operations = k_count;
     return group;
 }
@@ -79,16 +78,15 @@ Group firstReadOfDoubles(const std::shared_ptr<Numbers>& doubles) {
 Group secondRead(const std::shared_ptr<Numbers>& integers) {
     const std::vector<Tagged> tagged(k_count, Tagged{1, 7});
     Group group{"typed read of a number, second", "integers of 9 digits", {}};
-    group.jobs = {{"orvid",
-                   [integers] {
-                       integers->readAll([](const Number& n) { return n.toLongLong(); });
-                   }},
-                  {"a comparison and a load", [tagged] {
-                       for (const Tagged& number : tagged) {
-                           const long long value = number.kind == 1 ? number.value : 0;
-                           keep(&value);
-                       }
-                   }}};
+    group.jobs = {
+        {"orvid",
+         [integers] { integers->readAll([](const Number& n) { return n.toLongLong(); }); }},
+        {"a comparison and a load", [tagged] {
+             for (const Tagged& number : tagged) {
+                 const long long value = number.kind == 1 ? number.value : 0;
+                 keep(&value);
+             }
+         }}};
     group.operations = k_count;
     group.noAllocations = "orvid";
     return group;
@@ -105,7 +103,8 @@ std::vector<Group> numberGroups() {
     }
     integers->forgetBinary();
     doubles->forgetBinary();
-    if (integers->numbers[1].toLongLong() != 123464708 || !(doubles->numbers[0].toDouble() > 65.6)) {
+    if (integers->numbers[1].toLongLong() != 123464708 ||
+        !(doubles->numbers[0].toDouble() > 65.6)) {
         throw std::runtime_error("a number has another value than its text");
     }
     return {firstRead(integers), firstReadOfDoubles(doubles), secondRead(integers)};

@@ -29,8 +29,9 @@ void Summary::addBoolean(bool value) {
 std::string Summary::text() const {
     std::ostringstream out;
     out << objects << " objects, " << arrays << " arrays, " << keyBytes << " bytes of keys, "
-        << strings << " strings of " << stringBytes << " bytes, " << numbers << " numbers with the sum "
-        << sum << ", " << booleans << " booleans (" << trues << " true), " << nulls << " nulls";
+        << strings << " strings of " << stringBytes << " bytes, " << numbers
+        << " numbers with the sum " << sum << ", " << booleans << " booleans (" << trues
+        << " true), " << nulls << " nulls";
     return out.str();
 }
 

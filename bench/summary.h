@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Summary, what a library has understood of a document. Two libraries that agree on it have built trees
-// of the same size and content, whatever the trees look like.
+// Summary, what a library has understood of a document. Two libraries that agree on it have built
+// trees of the same size and content, whatever the trees look like.
 
 #pragma once
 
@@ -17,8 +17,8 @@ struct Summary {
     std::size_t strings = 0;
     std::size_t stringBytes = 0;
     std::size_t numbers = 0;
-    double sum = 0;           ///< of all numbers
-    double magnitude = 0;     ///< the sum of their absolute values
+    double sum = 0;        ///< of all numbers
+    double magnitude = 0;  ///< the sum of their absolute values
     std::size_t booleans = 0;
     std::size_t trues = 0;
     std::size_t nulls = 0;
@@ -32,8 +32,8 @@ struct Summary {
     std::string text() const;
 };
 
-/// Whether all counts agree, and the sums to 1e-9 of the magnitude: the libraries round the last digit
-/// and add up in different orders.
+/// Whether all counts agree, and the sums to 1e-9 of the magnitude: the libraries round the last
+/// digit and add up in different orders.
 bool agree(const Summary& a, const Summary& b);
 
 }  // namespace orvid_bench

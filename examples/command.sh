@@ -13,7 +13,7 @@ try() {
 }
 
 try 'orvid print data/settings.json'
-try 'orvid get servers[0].host data/settings.json'
+try "orvid get 'servers[0].host' data/settings.json"
 try 'orvid get limits data/settings.json'
 try 'orvid get timeout data/settings.json'
 try 'orvid get --default timeout data/settings.json'
@@ -28,7 +28,7 @@ try "echo '{\"meta\": 1, \"a\": [2, 3]}' | orvid remove 'a[0]'"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid print"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid print --meta"
 
-try "echo '{\"a.b\": [1, {}], \"two\\nlines\": \"x\\ny\", \"\\\"\": 0, \"\": null}' | orvid paths"
+try "printf '%s' '{\"a.b\": [1, {}], \"two\\nlines\": \"x\\ny\", \"\\\"\": 0, \"\": null}' | orvid paths"
 
 try "orvid schema-path 'servers[7].port'"
 try 'orvid data-path meta.schema.properties.servers.items.properties.port'

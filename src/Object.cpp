@@ -46,13 +46,14 @@ auto Object<Key, Value, Compare>::insert(iterator position, const value_type& me
 
 template<class Key, class Value, class Compare>
 Value& Object<Key, Value, Compare>::resetMember(Key key) {
-    const auto [member, isNew] = this->findOrAppend(std::move(key));
-    if (isNew) {
-        tagOrErase(member, isNew);
-    } else {
-        member->second.setNull();
+    const iterator present = this->find(key);
+    if (present != this->end()) {
+        present->second.setNull();
+        return present->second;
     }
-    return member->second;
+    const iterator added = this->append(std::move(key));
+    tagOrErase(added, true);
+    return added->second;
 }
 
 template<class Key, class Value, class Compare>

@@ -77,8 +77,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer boostJson() {
-    return {"Boost.JSON", read};
-}
+Peer boostJson() { return {"Boost.JSON", read}; }
 
 }  // namespace orvid_bench

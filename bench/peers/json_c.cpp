@@ -59,9 +59,7 @@ public:
         summarize(m_root, result);
         return result;
     }
-    std::string text() const override {
-        return json_object_to_json_string_ext(m_root, k_layout);
-    }
+    std::string text() const override { return json_object_to_json_string_ext(m_root, k_layout); }
     std::size_t write() const override {
         std::size_t length = 0;
         json_object_to_json_string_length(m_root, k_layout, &length);
@@ -112,8 +110,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer jsonC() {
-    return {"json-c", read};
-}
+Peer jsonC() { return {"json-c", read}; }
 
 }  // namespace orvid_bench

@@ -83,8 +83,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer jsoncpp() {
-    return {"jsoncpp", read};
-}
+Peer jsoncpp() { return {"jsoncpp", read}; }
 
 }  // namespace orvid_bench

@@ -75,8 +75,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer nlohmannOrdered() {
-    return {"ordered_json", read, 10000};
-}
+Peer nlohmannOrdered() { return {"ordered_json", read, 10000}; }
 
 }  // namespace orvid_bench

@@ -73,8 +73,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer orvid() {
-    return {"orvid", read};
-}
+Peer orvid() { return {"orvid", read}; }
 
 }  // namespace orvid_bench

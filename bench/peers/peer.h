@@ -47,7 +47,8 @@ public:
 struct Peer {
     std::string name;
     std::unique_ptr<Tree> (*read)(const std::string& text);
-    /// The member count beyond which reading one object takes too long, since it is quadratic; 0: none.
+    /// The member count beyond which reading one object takes too long, since it is quadratic; 0:
+    /// none.
     std::size_t widest = 0;
 };
 

@@ -59,7 +59,7 @@ public:
     }
     std::unique_ptr<Tree> copy() const override {
         auto result = std::make_unique<RapidJsonTree>();
-        result->root.CopyFrom(root, result->root.GetAllocator(), true);
+        result->root.CopyFrom(root, result->root.GetAllocator());
         return result;
     }
     bool equals(const Tree& other) const override {
@@ -95,8 +95,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer rapidJson() {
-    return {"RapidJSON", read};
-}
+Peer rapidJson() { return {"RapidJSON", read}; }
 
 }  // namespace orvid_bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// YAJL alone, the measure of what a tree costs on top of the characters: a pass over a text with callbacks
-// that do nothing, and the writing of tokens that cost nothing to walk.
+// YAJL alone, the measure of what a tree costs on top of the characters: a pass over a text with
+// callbacks that do nothing, and the writing of tokens that cost nothing to walk.
 
 #pragma once
 
@@ -13,8 +13,8 @@
 
 namespace orvid_bench {
 
-/// Reads the text to its end and keeps nothing. UTF-8 is not checked, as the library has it set. Throws
-/// std::runtime_error for a text that is no JSON.
+/// Reads the text to its end and keeps nothing. UTF-8 is not checked, as the library has it set.
+/// Throws std::runtime_error for a text that is no JSON.
 void passOver(const std::string& text);
 
 /// What YAJL sees in the text.
@@ -25,7 +25,8 @@ class TokenList {
 public:
     explicit TokenList(const std::string& text);
 
-    /// Writes the tokens with yajl_gen into its own buffer, indented by four blanks; answers the length.
+    /// Writes the tokens with yajl_gen into its own buffer, indented by four blanks; answers the
+    /// length.
     std::size_t write() const;
     std::string text() const;
 
@@ -33,8 +34,8 @@ private:
     enum class Kind { null, boolean, number, string, startMap, endMap, startArray, endArray };
     struct Token {
         Kind kind;
-        bool value;          ///< of a boolean
-        std::size_t begin;   ///< of a number or string, in m_bytes
+        bool value;         ///< of a boolean
+        std::size_t begin;  ///< of a number or string, in m_bytes
         std::size_t length;
     };
     struct Recorder;

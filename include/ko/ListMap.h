@@ -5,10 +5,10 @@
 
 #pragma once
 
+#include <ko/KeyIndex.h>
+
 #include <cstddef>
-#include <iterator>
 #include <list>
-#include <set>
 #include <tuple>
 #include <utility>
 
@@ -31,10 +31,12 @@ public:
     using iterator = typename std::list<value_type>::iterator;
     using const_iterator = typename std::list<value_type>::const_iterator;
 
-    explicit ListMap(const Compare& compare = Compare()) : m_map(Order{compare}) {}
+    explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
-    ListMap(const ListMap& other) : m_list(other.m_list), m_map(other.m_map.key_comp()) {
-        indexAll();
+    ListMap(const ListMap& other) : m_list(other.m_list), m_map(other.m_map.compare()) {
+        for (iterator member = m_list.begin(); member != m_list.end(); ++member) {
+            m_map.insert(member);
+        }
     }
 
     /// The copy is complete before the former members are destroyed, so `other` may lie within
@@ -77,14 +79,14 @@ public:
 
     /// The member with that key, or end(). O(log n).
     iterator find(const Key& key) {
-        const auto entry = m_map.find(key);
-        return entry == m_map.end() ? m_list.end() : *entry;
+        const iterator* const present = m_map.find(key);
+        return present == nullptr ? m_list.end() : *present;
     }
     const_iterator find(const Key& key) const {
-        const auto entry = m_map.find(key);
-        return entry == m_map.end() ? m_list.end() : const_iterator(*entry);
+        const iterator* const present = m_map.find(key);
+        return present == nullptr ? m_list.end() : const_iterator(*present);
     }
-    bool contains(const Key& key) const { return m_map.find(key) != m_map.end(); }
+    bool contains(const Key& key) const { return m_map.find(key) != nullptr; }
 
     /// Removes the member and answers the position behind it. O(log n).
     iterator erase(iterator position) {
@@ -117,16 +119,10 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    /// The member with that key, appended with a default value when there is none, and whether it is
-    /// new. One search of the index.
-    std::pair<iterator, bool> findOrAppend(Key&& key) {
-        const auto place = m_map.lower_bound(key);
-        if (place != m_map.end() && !m_map.key_comp()(key, *place)) {
-            return {*place, false};
-        }
-        m_list.emplace_back(std::piecewise_construct, std::forward_as_tuple(std::move(key)),
-                            std::forward_as_tuple());
-        return {index(place, std::prev(m_list.end())), true};
+    /// Appends a member made of `key`, which must not be there yet, and a default value.
+    iterator append(Key&& key) {
+        return add(m_list.end(), std::piecewise_construct, std::forward_as_tuple(std::move(key)),
+                   std::forward_as_tuple());
     }
 
     /// Exchanges the members with no further effect, whatever a subclass makes of swap().
@@ -136,33 +132,11 @@ protected:
     }
 
 private:
-    /// Orders list positions by the keys that stand there, and finds them by key alone.
-    struct Order {
-        using is_transparent = void;
-
-        bool operator()(const_iterator left, const_iterator right) const {
-            return compare(left->first, right->first);
-        }
-        bool operator()(const_iterator left, const Key& right) const {
-            return compare(left->first, right);
-        }
-        bool operator()(const Key& left, const_iterator right) const {
-            return compare(left, right->first);
-        }
-
-        Compare compare;
-    };
-
     template<class... Arguments>
     iterator add(iterator position, Arguments&&... arguments) {
         const iterator added = m_list.emplace(position, std::forward<Arguments>(arguments)...);
-        return index(m_map.lower_bound(added), added);
-    }
-
-    /// Enters a new member of the list into the index, in front of `place`.
-    iterator index(typename std::set<iterator, Order>::const_iterator place, iterator added) {
         try {
-            m_map.insert(place, added);
+            m_map.insert(added);
         } catch (...) {
             m_list.erase(added);
             throw;
@@ -177,14 +151,8 @@ private:
         }
     }
 
-    void indexAll() {
-        for (iterator member = m_list.begin(); member != m_list.end(); ++member) {
-            m_map.insert(member);
-        }
-    }
-
     std::list<value_type> m_list;
-    std::set<iterator, Order> m_map;
+    KeyIndex<iterator, Key, Compare> m_map;
 };
 
 }  // namespace ko

@@ -26,6 +26,8 @@ using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
 using orvid_test::thrownBy;
 
+using TextError = ko::Orvid::ValueOutOfRange<std::string, std::string>;
+
 /// Both sides of a number as it holds them, nothing computed.
 testing::AssertionResult holds(const Number& number, Number::EBinaryType kind,
                                const std::string& text) {
@@ -241,7 +243,6 @@ TEST(Number, of_a_decimal_is_classified_by_its_text) {
 }
 
 TEST(Number, of_a_decimal_with_twenty_digits_is_out_of_range) {
-    using TextError = ko::Orvid::ValueOutOfRange<std::string, std::string>;
     const Number number(DecNumber("12345678901234567890"));
     const auto error = thrownBy<TextError>([&] { number.type(); });
     EXPECT_EQ("12345678901234567890", error.value());
@@ -314,7 +315,7 @@ TEST(Number, to_dec_number_computes_the_binary_value) {
 
 TEST(Number, to_dec_number_of_text_out_of_range_throws) {
     const Number number("1e400");
-    EXPECT_THROW(number.toDecNumber(), (ko::Orvid::ValueOutOfRange<std::string, std::string>));
+    EXPECT_THROW(number.toDecNumber(), TextError);
 }
 
 // --- the empty text

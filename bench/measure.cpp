@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+//
+// Rounds, calibration and ratios.
+
+#include "measure.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <numeric>
+#include <stdexcept>
+
+#include "allocations.h"
+
+namespace orvid_bench {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double since(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// The mean time of `count` runs; preparations are left out.
+double sample(const Job& job, std::size_t count) {
+    if (job.prepare) {
+        double total = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            total += secondsOf(job);
+        }
+        return total / static_cast<double>(count);
+    }
+    const Clock::time_point start = Clock::now();
+    for (std::size_t i = 0; i < count; ++i) {
+        job.run();
+    }
+    return since(start) / static_cast<double>(count);
+}
+
+/// How many runs a sample needs to last long enough.
+std::size_t calibrate(const Job& job, double sampleSeconds) {
+    std::size_t count = 1;
+    while (true) {
+        const double seconds = sample(job, count) * static_cast<double>(count);
+        if (seconds >= sampleSeconds || count >= 100000000) {
+            return count;
+        }
+        const double wanted = static_cast<double>(count) * sampleSeconds / std::max(seconds, 1e-9);
+        count =
+            std::max(count + 1, std::min(static_cast<std::size_t>(std::ceil(wanted)), count * 100));
+    }
+}
+
+struct Turns {
+    std::vector<std::size_t> counts;           ///< of the runs of one sample, by job
+    std::vector<std::vector<double>> seconds;  ///< of one run, by job and round
+};
+
+Turns takeTurns(const Group& group, const Settings& settings) {
+    Turns turns;
+    double roundSeconds = 0;
+    for (const Job& job : group.jobs) {
+        turns.counts.push_back(calibrate(job, settings.sampleSeconds));
+        const auto count = static_cast<double>(turns.counts.back());
+        roundSeconds += std::max(settings.sampleSeconds, sample(job, turns.counts.back()) * count);
+    }
+    const double affordable = settings.groupSeconds / roundSeconds;
+    const int fewest = std::min(5, settings.rounds);
+    const int rounds =
+        std::max(fewest, static_cast<int>(std::min<double>(settings.rounds, affordable)));
+    turns.seconds.resize(group.jobs.size());
+    for (int round = 0; round < rounds; ++round) {
+        for (std::size_t i = 0; i < group.jobs.size(); ++i) {
+            // The first job changes from round to round, so that none always follows the same
+            // other.
+            const std::size_t turn = (i + static_cast<std::size_t>(round)) % group.jobs.size();
+            turns.seconds[turn].push_back(sample(group.jobs[turn], turns.counts[turn]));
+        }
+    }
+    return turns;
+}
+
+std::vector<double> ratios(const std::vector<double>& a, const std::vector<double>& b) {
+    std::vector<double> result;
+    std::transform(a.begin(), a.end(), b.begin(), std::back_inserter(result), std::divides<>());
+    return result;
+}
+
+double allocationsOf(const Job& job) {
+    if (job.prepare) {
+        job.prepare();
+    }
+    const std::size_t before = allocationCount();
+    job.run();
+    return static_cast<double>(allocationCount() - before);
+}
+
+std::size_t indexOf(const Group& group, const std::string& subject) {
+    for (std::size_t i = 0; i < group.jobs.size(); ++i) {
+        if (group.jobs[i].subject == subject) {
+            return i;
+        }
+    }
+    throw std::logic_error(group.name() + " has no subject " + subject);
+}
+
+std::vector<BarResult> barResults(const Group& group, const Turns& turns) {
+    std::vector<BarResult> result;
+    for (const Bar& bar : group.bars) {
+        const auto& subject = turns.seconds[indexOf(group, bar.subject)];
+        const auto& against = turns.seconds[indexOf(group, bar.against)];
+        result.push_back({bar.subject + " / " + bar.against,
+                          quantiles(ratios(subject, against)).median, bar.limit});
+    }
+    if (!group.noAllocations.empty()) {
+        const Job& job = group.jobs[indexOf(group, group.noAllocations)];
+        result.push_back({"heap allocations of " + job.subject, allocationsOf(job), 0});
+    }
+    return result;
+}
+
+Quantiles scaled(Quantiles q, double factor) {
+    return {q.p10 * factor, q.median * factor, q.p90 * factor};
+}
+
+}  // namespace
+
+void keep(const void* result) {
+    benchmark::DoNotOptimize(result);
+    benchmark::ClobberMemory();
+}
+
+double secondsOf(const Job& job) {
+    if (job.prepare) {
+        job.prepare();
+    }
+    const Clock::time_point start = Clock::now();
+    job.run();
+    return since(start);
+}
+
+Quantiles quantiles(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const auto at = [&](double part) {
+        const double position = part * static_cast<double>(values.size() - 1);
+        const auto lower = static_cast<std::size_t>(position);
+        const std::size_t upper = std::min(lower + 1, values.size() - 1);
+        return values[lower] +
+               (position - static_cast<double>(lower)) * (values[upper] - values[lower]);
+    };
+    return {at(0.1), at(0.5), at(0.9)};
+}
+
+GroupResult measure(const Group& group, const Settings& settings) {
+    runOnce(group);
+    const Turns turns = takeTurns(group, settings);
+    const auto operations = static_cast<double>(group.operations);
+    GroupResult result{
+        group.job, group.document, static_cast<int>(turns.seconds.front().size()), {}, {}};
+    for (std::size_t i = 0; i < group.jobs.size(); ++i) {
+        result.subjects.push_back({group.jobs[i].subject,
+                                   scaled(quantiles(turns.seconds[i]), 1 / operations),
+                                   quantiles(ratios(turns.seconds.front(), turns.seconds[i])),
+                                   allocationsOf(group.jobs[i]) / operations});
+    }
+    result.bars = barResults(group, turns);
+    return result;
+}
+
+void runOnce(const Group& group) {
+    if (group.verify) {
+        group.verify();
+    }
+    for (const Job& job : group.jobs) {
+        secondsOf(job);
+    }
+}
+
+}  // namespace orvid_bench

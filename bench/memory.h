@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+//
+// The memory that a library needs to read a document, as the kernel counts it. Each measurement is
+// made in a process of its own, where nothing was allocated and freed before.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "documents.h"
+
+namespace orvid_bench {
+
+struct MemoryResult {
+    std::string document;
+    std::string subject;
+    std::size_t values = 0;
+    double peakBytes = 0;      ///< the most that reading added, the text itself left out
+    double bytesPerValue = 0;  ///< what the finished tree occupies
+};
+
+/// Starts this program once for each document and library, with the arguments that memoryOf()
+/// answers to.
+std::vector<MemoryResult> measureMemory(const std::vector<Document>& documents);
+
+/// What the started program does: reads the document with the library, and prints the bytes at the
+/// peak and with the finished tree. Answers the exit status.
+int memoryOf(const std::string& document, const std::string& subject);
+
+}  // namespace orvid_bench

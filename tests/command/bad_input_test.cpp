@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+//
+// What the command says of texts that are no JSON, of files that cannot be read or written, and of
+// words that it does not know: one line, the status, and nothing on standard output.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+using namespace std::string_literals;
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::failsWithOneLine;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::repeated;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+/// A document that holds every construct of the language.
+const std::string k_everything =
+    "// line\n{ \"n\": null, \"t\": true, \"f\": false,\r\n"
+    "\t\"numbers\": [0, -1, 2.5, 3e4, -5.6E-7, 8e+9], /* block * / */\n"
+    "  \"escapes\": \"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u00e4\\ud83d\\ude00\",\n"
+    "  \"\": {}, \"empty\": [], \"nested\": {\"a\": [{\"b\": [[1]]}]}, \"\xC3\xA4\": \"\xFF\" }";
+
+struct Fault {
+    std::string text;
+    std::string line;  // without the name of the input
+};
+
+void expectLines(const std::vector<Fault>& faults) {
+    for (const Fault& fault : faults) {
+        EXPECT_EQ(orvid({"print"}, fault.text), failed(1, "(standard input):" + fault.line))
+            << "of the text: " << fault.text;
+    }
+}
+
+TEST(bad_text, without_a_value_ends_early) {
+    expectLines({{"", "1:1: at (root): the text ends early"},
+                 {" ", "1:2: at (root): the text ends early"},
+                 {" \t\r\n\n ", "3:2: at (root): the text ends early"},
+                 {"// note", "1:8: at (root): the text ends early"},
+                 {"// note\n", "2:1: at (root): the text ends early"},
+                 {"/* note", "1:8: at (root): the text ends early"},
+                 {"/* note */", "1:11: at (root): the text ends early"}});
+}
+
+TEST(bad_text, that_ends_early_tells_where_and_in_which_element) {
+    expectLines({{"{", "1:2: at (root): the text ends early"},
+                 {"{\"a\"", "1:5: at a: the text ends early"},
+                 {"{\"a\":", "1:6: at a: the text ends early"},
+                 {"{\"a\":1", "1:7: at a: the text ends early"},
+                 {"{\"a\":1,", "1:8: at (root): the text ends early"},
+                 {"{\"a\":[1,\n2", "2:2: at a: the text ends early"},
+                 {"{\"a\":[1,\n{\"b\":[\n", "3:1: at a[1].b: the text ends early"},
+                 {"nul", "1:4: at (root): the text ends early"},
+                 {"\"abc", "1:5: at (root): the text ends early"},
+                 {"\"abc\\", "1:6: at (root): the text ends early"},
+                 {"\"\\u12", "1:6: at (root): the text ends early"},
+                 {"-", "1:2: at (root): the text ends early"},
+                 {"1.", "1:3: at (root): the text ends early"},
+                 {"1e+", "1:4: at (root): the text ends early"}});
+}
+
+TEST(bad_text, cut_at_any_byte_ends_early) {
+    ASSERT_EQ(orvid({"print"}, k_everything).status, 0);
+    for (std::size_t length = 0; length < k_everything.length(); ++length) {
+        const CommandResult result = orvid({"print"}, k_everything.substr(0, length));
+        EXPECT_TRUE(failsWithOneLine(result, 1)) << length << " bytes: " << result;
+        EXPECT_NE(result.err.find(": the text ends early\n"), std::string::npos)
+            << length << " bytes: " << result;
+    }
+}
+
+TEST(bad_text, with_a_token_in_the_wrong_place_tells_where_the_token_begins) {
+    const std::string item = "parse error: after array element, I expect ',' or ']'";
+    const std::string member = "parse error: after key and value, inside map, I expect ',' or '}'";
+    const std::string key = "parse error: invalid object key (must be a string)";
+    const std::string colon =
+        "parse error: object key and value must be separated by a colon (':')";
+    const std::string token = "parse error: unallowed token at this point in JSON text";
+    expectLines({{"{\"a\":[1,2}", "1:10: at a: " + item},
+                 {"[1 \"a\\\"b\"]", "1:4: at (root): " + item},
+                 {"[1 -2.5e3]", "1:4: at (root): " + item},
+                 {"/* \" */ [1,\n 2 true]", "2:4: at (root): " + item},
+                 {"[01]", "1:2: at (root): " + item},
+                 {"{\"a\":1 true}", "1:8: at (root): " + member},
+                 {"{\"a\":\"b\"]", "1:9: at (root): " + member},
+                 {"{\"a\":1\n \"b\":2}", "2:2: at (root): " + member},
+                 {"{\"a\":1,}", "1:8: at (root): " + key},
+                 {"{1:2}", "1:2: at (root): " + key},
+                 {"{\"a\" 2}", "1:6: at a: " + colon},
+                 {"{\"a\":}", "1:6: at a: " + token},
+                 {"[,1]", "1:2: at (root): " + token},
+                 {"[1,]", "1:4: at (root): " + token},
+                 {"]", "1:1: at (root): " + token},
+                 {"}", "1:1: at (root): " + token}});
+}
+
+TEST(bad_text, with_a_character_out_of_place_tells_where_that_is) {
+    const std::string character = "lexical error: invalid char in json text.";
+    const std::string word = "lexical error: invalid string in json text.";
+    const std::string inString = "lexical error: invalid character inside string.";
+    const std::string escape =
+        "lexical error: inside a string, '\\' occurs before a character which it may not.";
+    const std::string hex =
+        "lexical error: invalid (non-hex) character occurs after '\\u' inside string.";
+    const std::string number = "lexical error: malformed number, a digit is required after the ";
+    expectLines({{"*", "1:1: at (root): " + character},
+                 {"['a']", "1:2: at (root): " + character},
+                 {"[+1]", "1:2: at (root): " + character},
+                 {"[1,\n\n   NaN]", "3:4: at (root): " + character},
+                 {"[tru]", "1:5: at (root): " + word},
+                 {"nulL", "1:4: at (root): " + word},
+                 {"[\"a\nb\"]", "1:4: at (root): " + inString},
+                 {"[\"a\\x\"]", "1:5: at (root): " + escape},
+                 {"[\"\\u12g4\"]", "1:7: at (root): " + hex},
+                 {"[1.]", "1:4: at (root): " + number + "decimal point."},
+                 {"[1e]", "1:4: at (root): " + number + "exponent."},
+                 {"[-]", "1:3: at (root): " + number + "minus sign."}});
+}
+
+TEST(bad_text, with_nul_bytes_is_refused_where_the_first_one_is) {
+    expectLines({{"\0[1]"s, "1:1: at (root): lexical error: invalid char in json text."},
+                 {"[1,\0 2]"s, "1:4: at (root): lexical error: invalid char in json text."},
+                 {"[\"a\0b\"]"s, "1:4: at (root): lexical error: invalid character inside string."},
+                 {"[1]\0"s, "1:4: text follows the value"}});
+}
+
+TEST(bad_text, with_a_byte_order_mark_is_refused) {
+    expectLines({{"\xEF\xBB\xBF[1]", "1:1: at (root): lexical error: invalid char in json text."},
+                 {"\xFF\xFE[\0"s, "1:1: at (root): lexical error: invalid char in json text."}});
+}
+
+TEST(bad_text, behind_the_value_is_refused) {
+    expectLines({{"[1] x", "1:5: text follows the value"},
+                 {"[1]\n// note\n/* note */ []", "3:12: text follows the value"},
+                 {"true false", "1:6: text follows the value"},
+                 {"1 2", "1:3: text follows the value"},
+                 {"\"a\"b", "1:4: text follows the value"},
+                 {"{}}", "1:3: text follows the value"},
+                 {"[1] /* note", "1:5: text follows the value"},
+                 {"[1] / /", "1:5: text follows the value"}});
+}
+
+TEST(bad_text, shows_the_path_of_the_element_on_one_line) {
+    expectLines({{"{\"a\\nb\":{\"x.y\":[0,tru", "1:22: at a\\u000ab.x\\.y: the text ends early"}});
+}
+
+TEST(bad_text, that_breaks_off_below_a_million_levels_is_told_in_a_short_line) {
+    const std::string end = repeated("[0]", 40);
+    const CommandResult expected = failed(
+        1, "(standard input):1:1000001: at " + end + " ... " + end + ": the text ends early");
+    EXPECT_EQ(orvid({"print"}, repeated("[", 1000000)), expected);
+}
+
+TEST(bad_text, shortens_a_long_path_between_characters) {
+    // The cuts of the path would fall into the two-byte characters.
+    const std::string key = "k" + repeated("\xC3\xA4", 200);
+    const std::string head = "k" + repeated("\xC3\xA4", 59);
+    const std::string tail = repeated("\xC3\xA4", 60);
+    EXPECT_EQ(
+        orvid({"print"}, "{\"" + key + "\":"),
+        failed(1, "(standard input):1:406: at " + head + " ... " + tail + ": the text ends early"));
+}
+
+/// The same sequence in every run.
+struct Sequence {
+    std::uint32_t next() {
+        m_state = m_state * 1664525U + 1013904223U;
+        return m_state >> 8U;
+    }
+    std::uint32_t m_state = 1;
+};
+
+void expectValueOrOneLine(const std::string& text) {
+    const CommandResult result = orvid({"print"}, text);
+    EXPECT_TRUE(failsWithOneLine(result, 1) || (result.status == 0 && result.err.empty()))
+        << "of the text: " << text << "\n"
+        << result;
+}
+
+TEST(bad_text, of_any_bytes_ends_in_a_value_or_one_line) {
+    Sequence sequence;
+    for (int round = 0; round < 100; ++round) {
+        std::string text;
+        for (std::uint32_t length = sequence.next() % 40; length > 0; --length) {
+            text += static_cast<char>(sequence.next() & 0xFFU);
+        }
+        expectValueOrOneLine(text);
+    }
+}
+
+TEST(bad_text, with_one_byte_changed_ends_in_a_value_or_one_line) {
+    const std::string bytes = "{}[]\",:\\/*-0e.tn \n\xFF\0"s;
+    Sequence sequence;
+    for (int round = 0; round < 200; ++round) {
+        std::string text = k_everything;
+        text[sequence.next() % text.length()] = bytes[sequence.next() % bytes.length()];
+        expectValueOrOneLine(text);
+    }
+}
+
+TEST(bad_file, that_is_missing_is_told_with_its_name) {
+    EXPECT_EQ(orvid({"print", "/no/such/file"}),
+              failed(3, "/no/such/file: No such file or directory"));
+    EXPECT_EQ(orvid({"get", "a", "/no/such/file"}),
+              failed(3, "/no/such/file: No such file or directory"));
+    EXPECT_EQ(orvid({"print", "a\nb"}), failed(3, "a\\u000ab: No such file or directory"));
+}
+
+TEST(bad_file, that_is_a_folder_is_refused) {
+    EXPECT_EQ(orvid({"print", "/"}), failed(3, "/: Is a directory"));
+}
+
+TEST(bad_file, that_cannot_be_opened_is_told_with_the_reason) {
+    const ScratchFile place("");
+    const std::string loop = place.name() + "-loop";
+    std::filesystem::create_symlink(loop, loop);
+    EXPECT_EQ(orvid({"paths", loop}), failed(3, loop + ": Too many levels of symbolic links"));
+    std::filesystem::remove(loop);
+}
+
+TEST(bad_file, that_may_not_be_read_is_told_with_the_reason) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "NOT RUN: root may read every file";
+    }
+    const ScratchFile file("[1]");
+    std::filesystem::permissions(file.name(), std::filesystem::perms::none);
+    EXPECT_EQ(orvid({"print", file.name()}), failed(3, file.name() + ": Permission denied"));
+}
+
+TEST(bad_file, with_faulty_text_is_told_with_its_name) {
+    const ScratchFile file("[1,\n 2 3]\n");
+    EXPECT_EQ(orvid({"print", file.name()}),
+              failed(1, file.name() + ":2:4: at (root): parse error: after array element, I expect "
+                                      "',' or ']'"));
+}
+
+TEST(bad_file, closed_standard_input_is_told) {
+    EXPECT_EQ(shell(R"("$0" print <&-)"), failed(3, "(standard input): Bad file descriptor"));
+}
+
+TEST(bad_output, that_is_full_is_told) {
+    const std::string input = R"({"a":1})";
+    const CommandResult full = failed(3, "(standard output): No space left on device");
+    EXPECT_EQ(shell(R"("$0" print >/dev/full)", {}, input), full);
+    EXPECT_EQ(shell(R"("$0" get a >/dev/full)", {}, input), full);
+    EXPECT_EQ(shell(R"("$0" paths >/dev/full)", {}, input), full);
+    EXPECT_EQ(shell(R"("$0" print >/dev/full)", {}, "[" + repeated("1,", 100000) + "1]"), full);
+}
+
+TEST(bad_output, that_is_closed_is_told) {
+    const ScratchFile file("{\"a\":1}");
+    const CommandResult closed = failed(3, "(standard output): Bad file descriptor");
+    EXPECT_EQ(shell(R"("$0" print "$1" >&-)", {file.name()}), closed);
+    EXPECT_EQ(shell(R"("$0" set a 2 "$1" >&-)", {file.name()}), closed);
+}
+
+TEST(bad_words, are_misuse_and_told_in_one_line) {
+    EXPECT_EQ(orvid({}), failed(2, "A subcommand is required; see orvid --help"));
+    EXPECT_TRUE(failsWithOneLine(orvid({"show"}), 2));
+    EXPECT_TRUE(failsWithOneLine(orvid({""}), 2));
+    EXPECT_TRUE(failsWithOneLine(orvid({"--bogus"}), 2));
+    EXPECT_EQ(orvid({"print", "a", "b"}),
+              failed(2, "The following argument was not expected: b; see orvid print --help"));
+    EXPECT_EQ(
+        orvid({"print", "--bogus"}),
+        failed(2, "The following argument was not expected: --bogus; see orvid print --help"));
+    EXPECT_EQ(
+        orvid({"print", "a", "b\nc"}),
+        failed(2, "The following argument was not expected: b\\u000ac; see orvid print --help"));
+    EXPECT_EQ(orvid({"get"}), failed(2, "PATH is required; see orvid get --help"));
+    EXPECT_EQ(orvid({"set", "a"}), failed(2, "JSON is required; see orvid set --help"));
+    EXPECT_EQ(orvid({"remove"}), failed(2, "PATH is required; see orvid remove --help"));
+    EXPECT_EQ(orvid({"schema-path"}), failed(2, "PATH is required; see orvid schema-path --help"));
+    EXPECT_EQ(orvid({"data-path"}),
+              failed(2, "SCHEMAPATH is required; see orvid data-path --help"));
+}
+
+TEST(help, of_the_command_names_every_verb) {
+    const CommandResult result = orvid({"--help"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    for (const char* const verb :
+         {"print", "get", "set", "remove", "paths", "schema-path", "data-path"}) {
+        EXPECT_NE(result.out.find("\n  "s + verb + " "), std::string::npos) << verb;
+        const CommandResult own = orvid({verb, "--help"});
+        EXPECT_EQ(own.status, 0);
+        EXPECT_EQ(own.err, "");
+        EXPECT_NE(own.out.find("Usage: orvid "s + verb), std::string::npos) << own;
+    }
+    EXPECT_EQ(orvid({"-h"}), result);
+}
+
+TEST(help, version_is_one_line) {
+    EXPECT_EQ(orvid({"--version"}), printed("orvid " ORVID_VERSION "\n"));
+}
+
+}  // namespace

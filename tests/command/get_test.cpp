@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid get: the value at a path, the schema's default for it, and what is said of paths that lead
+// nowhere or are none.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::repeated;
+using orvid_test::shell;
+
+const std::string k_settings = ORVID_SAMPLES "/settings.json";
+const std::string k_document =
+    R"({"a":{"b":[1,2.50,{"c":"x"}]},"e":{},"x.y[0]\\*":5,"a b":6,"äö":7,"tab\t":8,"\"":9})";
+
+/// The paths and values that `orvid paths` tells of a file.
+std::vector<std::pair<std::string, std::string>> leavesOf(const std::string& file) {
+    const CommandResult lines = orvid({"paths", file});
+    EXPECT_EQ(lines.status, 0) << lines;
+    std::vector<std::pair<std::string, std::string>> leaves;
+    std::size_t start = 0;
+    while (start < lines.out.length()) {
+        const std::size_t tab = lines.out.find('\t', start);
+        const std::size_t end = lines.out.find('\n', start) + 1;
+        leaves.emplace_back(lines.out.substr(start, tab - start),
+                            lines.out.substr(tab + 1, end - tab - 1));
+        start = end;
+    }
+    return leaves;
+}
+
+/// Checks that `orvid get` of each stride-th leaf prints the value that `orvid paths` shows.
+void expectGetToFollowPaths(const std::string& file, std::size_t stride) {
+    SCOPED_TRACE(file);
+    const auto leaves = leavesOf(file);
+    EXPECT_FALSE(leaves.empty());
+    for (std::size_t i = 0; i < leaves.size(); i += stride) {
+        EXPECT_EQ(orvid({"get", leaves[i].first, file}), printed(leaves[i].second))
+            << leaves[i].first;
+    }
+}
+
+TEST(get_files, finds_every_97th_leaf_of_iso_3166_2_by_its_path) {
+    const std::string file = "/usr/share/iso-codes/json/iso_3166-2.json";
+    if (!std::filesystem::exists(file)) {
+        GTEST_SKIP() << "NOT RUN: the package iso-codes is not installed";
+    }
+    expectGetToFollowPaths(file, 97);
+}
+
+TEST(get_files, finds_leaves_of_the_corpus_by_their_paths) {
+    const char* const folder = std::getenv("ORVID_CORPUS");
+    if (folder == nullptr) {
+        GTEST_SKIP() << "NOT RUN: ORVID_CORPUS names no folder of .json files";
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == ".json") {
+            expectGetToFollowPaths(entry.path().string(), 499);
+        }
+    }
+}
+
+TEST(get, prints_scalars_and_containers_as_json) {
+    EXPECT_EQ(orvid({"get", "a.b[1]"}, k_document), printed("2.50\n"));
+    EXPECT_EQ(orvid({"get", "a.b[2].c", "-"}, k_document), printed("\"x\"\n"));
+    EXPECT_EQ(orvid({"get", "a.b"}, k_document), printed(R"([
+    1,
+    2.50,
+    {
+        "c": "x"
+    }
+]
+)"));
+}
+
+TEST(get, prints_the_whole_document_with_meta_for_an_empty_path) {
+    EXPECT_EQ(orvid({"get", ""}, R"({"meta":1,"a":2})"),
+              printed("{\n    \"meta\": 1,\n    \"a\": 2\n}\n"));
+}
+
+TEST(get, takes_keys_with_special_characters_behind_a_backslash) {
+    EXPECT_EQ(orvid({"get", R"(x\.y\[0\]\\\*)"}, k_document), printed("5\n"));
+    EXPECT_EQ(orvid({"get", "a b"}, k_document), printed("6\n"));
+    EXPECT_EQ(orvid({"get", "äö"}, k_document), printed("7\n"));
+    EXPECT_EQ(orvid({"get", "tab\t"}, k_document), printed("8\n"));
+    EXPECT_EQ(orvid({"get", "\""}, k_document), printed("9\n"));
+}
+
+TEST(get, works_from_a_shell) {
+    EXPECT_EQ(shell(R"("$0" get 'servers[0].host' "$1")", {k_settings}),
+              printed("\"alpha.example\"\n"));
+    EXPECT_EQ(shell(R"(port=$("$0" get servers[0].port <"$1") && echo "port $port")", {k_settings}),
+              printed("port 9000\n"));
+}
+
+TEST(get, tells_the_path_the_missing_step_and_where_the_walk_stopped) {
+    const auto notFound = [](const std::string& place, const std::string& path,
+                             const std::string& step) {
+        return failed(1, "(standard input): at " + place + ": path \"" + path +
+                             "\" not found, there is no \"" + step + "\"");
+    };
+    EXPECT_EQ(orvid({"get", "z"}, k_document), notFound("(root)", "z", "z"));
+    EXPECT_EQ(orvid({"get", "a.z.q"}, k_document), notFound("a", "a.z.q", "z"));
+    EXPECT_EQ(orvid({"get", "a.b[3]"}, k_document), notFound("a.b", "a.b[3]", "[3]"));
+    EXPECT_EQ(orvid({"get", "a.b[2].c.d"}, k_document), notFound("a.b[2].c", "a.b[2].c.d", "d"));
+    EXPECT_EQ(orvid({"get", "a[0]"}, k_document), notFound("a", "a[0]", "[0]"));
+    EXPECT_EQ(orvid({"get", "a.b.c"}, k_document), notFound("a.b", "a.b.c", "c"));
+    EXPECT_EQ(orvid({"get", R"(x\.y)"}, k_document), notFound("(root)", R"(x\.y)", "x.y"));
+    EXPECT_EQ(orvid({"get", "e.f"}, k_document), notFound("e", "e.f", "f"));
+}
+
+TEST(get, keeps_the_error_on_one_line_when_the_path_has_newlines) {
+    EXPECT_EQ(orvid({"get", "a\nb"}, k_document),
+              failed(1,
+                     "(standard input): at (root): path \"a\\u000ab\" not found, there is no "
+                     "\"a\\u000ab\""));
+}
+
+TEST(get, names_the_file_in_the_error) {
+    EXPECT_EQ(orvid({"get", "limits.cpu", k_settings}),
+              failed(1, k_settings + ": at limits: path \"limits.cpu\" not found, there is no "
+                                     "\"cpu\""));
+}
+
+TEST(get, refuses_a_malformed_path_as_misuse) {
+    const auto malformed = [](const std::string& path, const std::string& fault) {
+        return failed(2, "path \"" + path + "\": " + fault);
+    };
+    EXPECT_EQ(orvid({"get", "a.b[1"}, k_document),
+              malformed("a.b[1", "Unexpexced EOF in path at \"1\" 4,5 parser state esArray"));
+    EXPECT_EQ(orvid({"get", "a..b"}, k_document),
+              malformed("a..b",
+                        "Unexpected character '.' in path at \"\" 1,2 parser state esObjectInit"));
+    EXPECT_EQ(orvid({"get", "a."}, k_document),
+              malformed("a.", "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit"));
+    EXPECT_EQ(orvid({"get", "a.b[x]"}, k_document),
+              malformed("a.b[x]",
+                        "Unexpected character 'x' in path at \"\" 3,4 parser state esArrayInit"));
+    EXPECT_EQ(orvid({"get", "]"}, k_document),
+              malformed("]", "Unexpected character ']' in path at \"\" 0,0 parser state esInit"));
+    EXPECT_EQ(orvid({"get", "a.b[*]"}, k_document), malformed("a.b[*]", "Index must be set!"));
+    EXPECT_EQ(orvid({"get", "--default", "a["}, k_document),
+              malformed("a[", "Unexpexced EOF in path at \"\" 1,2 parser state esArrayInit"));
+}
+
+TEST(get, refuses_to_print_a_part_of_a_value_that_is_nested_too_deeply) {
+    const std::string deep = "[" + repeated("[", 128) + repeated("]", 128) + ",1]";
+    EXPECT_EQ(orvid({"get", "[0]"}, deep),
+              failed(1, "(standard input): nested too deeply to be written"));
+    EXPECT_EQ(orvid({"get", "[1]"}, deep), printed("1\n"));
+}
+
+TEST(get, finds_a_value_below_a_million_levels) {
+    const std::string deep = repeated("[", 1000000) + repeated("]", 1000000);
+    EXPECT_EQ(orvid({"get", "[0].a"}, deep),
+              failed(1, "(standard input): at [0]: path \"[0].a\" not found, there is no \"a\""));
+}
+
+TEST(get_default, prints_the_value_where_the_data_has_one) {
+    EXPECT_EQ(orvid({"get", "--default", "name", k_settings}), printed("\"billing\"\n"));
+    EXPECT_EQ(orvid({"get", "--default", "limits.memory", k_settings}), printed("2048\n"));
+    EXPECT_EQ(orvid({"get", "--default", "servers[0].port", k_settings}), printed("9000\n"));
+    EXPECT_EQ(orvid({"get", "--default", "rate", k_settings}), printed("0.10\n"));
+}
+
+TEST(get_default, prints_the_default_where_the_data_has_no_value) {
+    EXPECT_EQ(orvid({"get", "--default", "debug", k_settings}), printed("false\n"));
+    EXPECT_EQ(orvid({"get", "owner", "--default", k_settings}), printed("null\n"));
+    EXPECT_EQ(orvid({"get", "timeout", k_settings, "--default"}), printed("2.50\n"));
+    EXPECT_EQ(orvid({"get", "--default", "limits.cpu", k_settings}), printed("1\n"));
+    EXPECT_EQ(orvid({"get", "--default", "servers[1].port", k_settings}), printed("8080\n"));
+    EXPECT_EQ(orvid({"get", "--default", R"(log\.level)", k_settings}), printed("\"info\"\n"));
+    EXPECT_EQ(orvid({"get", "--default", "tags", k_settings}), printed("[\n\n]\n"));
+}
+
+TEST(get_default, tells_where_the_schema_has_no_default_either) {
+    EXPECT_EQ(orvid({"get", "--default", "servers[1].user", k_settings}),
+              failed(1, k_settings + ": at meta.schema.properties.servers.items.properties: path "
+                                     "\"meta.schema.properties.servers.items.properties.user."
+                                     "default\" not found, there is no \"user\""));
+    EXPECT_EQ(orvid({"get", "--default", "z"}, k_document),
+              failed(1,
+                     "(standard input): at (root): path \"meta.schema.properties.z.default\" "
+                     "not found, there is no \"meta\""));
+}
+
+TEST(get_default, is_off_unless_asked_for) {
+    EXPECT_EQ(orvid({"get", "debug", k_settings}),
+              failed(1, k_settings + ": at (root): path \"debug\" not found, there is no "
+                                     "\"debug\""));
+}
+
+}  // namespace

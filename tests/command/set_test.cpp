@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid set: the document that it writes, compared whole, and the words that it refuses.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::bytesOfFile;
+using orvid_test::failed;
+using orvid_test::failsWithOneLine;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+const std::string k_document = R"({"b":[1,2],"a":{"c":1.50}})";
+
+TEST(set, overwrites_a_member_in_its_place) {
+    EXPECT_EQ(orvid({"set", "b", "\"t\""}, k_document), printed(R"({
+    "b": "t",
+    "a": {
+        "c": 1.50
+    }
+}
+)"));
+}
+
+TEST(set, overwrites_an_item_in_its_place) {
+    EXPECT_EQ(orvid({"set", "b[0]", "{\"d\":null}"}, k_document), printed(R"({
+    "b": [
+        {
+            "d": null
+        },
+        2
+    ],
+    "a": {
+        "c": 1.50
+    }
+}
+)"));
+}
+
+TEST(set, adds_a_member_behind_the_others) {
+    EXPECT_EQ(orvid({"set", "a.z", "1e2"}, k_document), printed(R"({
+    "b": [
+        1,
+        2
+    ],
+    "a": {
+        "c": 1.50,
+        "z": 1e2
+    }
+}
+)"));
+}
+
+TEST(set, appends_an_item_for_a_star) {
+    EXPECT_EQ(orvid({"set", "b[*]", "[true]"}, k_document), printed(R"({
+    "b": [
+        1,
+        2,
+        [
+            true
+        ]
+    ],
+    "a": {
+        "c": 1.50
+    }
+}
+)"));
+}
+
+TEST(set, makes_all_containers_that_are_missing) {
+    EXPECT_EQ(orvid({"set", "n.m[*][*].k", "0"}, "{}"), printed(R"({
+    "n": {
+        "m": [
+            [
+                {
+                    "k": 0
+                }
+            ]
+        ]
+    }
+}
+)"));
+}
+
+TEST(set, replaces_the_document_for_an_empty_path) {
+    EXPECT_EQ(orvid({"set", "", "[1]"}, k_document), printed("[\n    1\n]\n"));
+}
+
+TEST(set, makes_a_key_with_special_characters) {
+    EXPECT_EQ(orvid({"set", R"(x\.y\[0\])", "1"}, "{}"), printed("{\n    \"x.y[0]\": 1\n}\n"));
+}
+
+TEST(set, keeps_the_member_meta) {
+    EXPECT_EQ(orvid({"set", "a", "2"}, R"({"meta":{"v":1},"a":1})"), printed(R"({
+    "meta": {
+        "v": 1
+    },
+    "a": 2
+}
+)"));
+}
+
+TEST(set, keeps_the_text_of_numbers_old_and_new) {
+    EXPECT_EQ(orvid({"set", "b", "-0.10E+01"}, R"({"a":123456789012345678901.0,"b":0})"),
+              printed("{\n    \"a\": 123456789012345678901.0,\n    \"b\": -0.10E+01\n}\n"));
+}
+
+TEST(set, takes_a_negative_number_for_a_value_and_not_for_an_option) {
+    EXPECT_EQ(orvid({"set", "a", "-1"}, "{}"), printed("{\n    \"a\": -1\n}\n"));
+    EXPECT_EQ(orvid({"set", "--", "a", "-1"}, "{}"), printed("{\n    \"a\": -1\n}\n"));
+}
+
+TEST(set, reads_the_file_named_and_leaves_it_as_it_is) {
+    const ScratchFile file("{\"a\":1}");
+    EXPECT_EQ(orvid({"set", "a", "2", file.name()}), printed("{\n    \"a\": 2\n}\n"));
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":1}");
+}
+
+TEST(set, works_in_a_pipeline) {
+    EXPECT_EQ(shell(R"(echo '{"a":{}}' | "$0" set a.b '"it'\''s"' | "$0" set 'a.c[*]' 7 -)"),
+              printed("{\n    \"a\": {\n        \"b\": \"it's\",\n        \"c\": [\n"
+                      "            7\n        ]\n    }\n}\n"));
+}
+
+TEST(set, tells_the_step_that_cannot_be_made) {
+    EXPECT_EQ(orvid({"set", "b[2]", "1"}, k_document),
+              failed(1, "(standard input): at b: path \"b[2]\" not found, there is no \"[2]\""));
+    EXPECT_EQ(orvid({"set", "b.c", "1"}, k_document),
+              failed(1, "(standard input): at b: path \"b.c\" not found, there is no \"c\""));
+    EXPECT_EQ(orvid({"set", "a.c.d", "1"}, k_document),
+              failed(1, "(standard input): at a.c: path \"a.c.d\" not found, there is no \"d\""));
+    EXPECT_EQ(orvid({"set", "n[0]", "1"}, k_document),
+              failed(1, "(standard input): at n: path \"n[0]\" not found, there is no \"[0]\""));
+    EXPECT_EQ(orvid({"set", "a", "1"}, "null"),
+              failed(1, "(standard input): at (root): path \"a\" not found, there is no \"a\""));
+}
+
+TEST(set, refuses_a_malformed_path_as_misuse) {
+    EXPECT_EQ(orvid({"set", "a[", "1"}, k_document),
+              failed(2,
+                     "path \"a[\": Unexpexced EOF in path at \"\" 1,2 parser state "
+                     "esArrayInit"));
+}
+
+TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
+    EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
+              failed(2, "JSON:1:6: at b: the text ends early"));
+    EXPECT_EQ(orvid({"set", "a", ""}, k_document),
+              failed(2, "JSON:1:1: at (root): the text ends early"));
+    EXPECT_EQ(orvid({"set", "a", "text"}, k_document),
+              failed(2, "JSON:1:2: at (root): lexical error: invalid string in json text."));
+    EXPECT_EQ(orvid({"set", "a", "1 2"}, k_document),
+              failed(2, "JSON:1:3: text follows the value"));
+}
+
+TEST(set, refuses_a_value_before_it_reads_the_document) {
+    EXPECT_EQ(orvid({"set", "a", "x", "/no/such/file"}),
+              failed(2, "JSON:1:1: at (root): lexical error: invalid char in json text."));
+}
+
+TEST(set, refuses_a_faulty_document) {
+    EXPECT_EQ(orvid({"set", "a", "1"}, "{\"a\" 1}"),
+              failed(1,
+                     "(standard input):1:6: at a: parse error: object key and value must be "
+                     "separated by a colon (':')"));
+}
+
+TEST(set, writes_nothing_when_the_value_makes_the_document_too_deep) {
+    const std::string deep = orvid_test::repeated("[", 127) + orvid_test::repeated("]", 127);
+    EXPECT_EQ(orvid({"set", "a", deep}, "{}"),
+              failed(1, "(standard input): nested too deeply to be written"));
+    EXPECT_TRUE(failsWithOneLine(orvid({"set", "a.b", deep}, "{}"), 1));
+}
+
+}  // namespace

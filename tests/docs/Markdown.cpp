@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+//
+// Reading Markdown line by line.
+
+#include "docs/Markdown.h"
+
+#include <algorithm>
+#include <regex>
+#include <sstream>
+
+namespace orvid_test {
+
+namespace {
+
+const std::string k_fence = "```";
+
+bool isFence(const std::string& line) { return line.compare(0, k_fence.length(), k_fence) == 0; }
+
+Lines withoutIndent(const Lines& lines) {
+    std::size_t common = std::string::npos;
+    for (const std::string& line : lines) {
+        common = std::min(common, line.find_first_not_of(' '));
+    }
+    Lines result;
+    for (const std::string& line : lines) {
+        result.push_back(line.substr(std::min(common, line.length())));
+    }
+    return result;
+}
+
+}  // namespace
+
+Lines linesOf(const std::string& text) {
+    Lines lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::vector<FencedBlock> fencedBlocks(const Lines& document) {
+    std::vector<FencedBlock> blocks;
+    bool isOpen = false;
+    for (std::size_t i = 0; i < document.size(); ++i) {
+        if (isFence(document[i]) && !isOpen) {
+            blocks.push_back({i + 1, document[i].substr(k_fence.length()),
+                              i == 0 ? std::string() : document[i - 1], Lines()});
+            isOpen = true;
+        } else if (isFence(document[i])) {
+            isOpen = false;
+        } else if (isOpen) {
+            blocks.back().lines.push_back(document[i]);
+        }
+    }
+    return blocks;
+}
+
+std::vector<std::string> linkTargets(const Lines& document) {
+    static const std::regex codeSpan("`[^`]*`");
+    static const std::regex link(R"(\]\(([^)]*)\))");
+    std::vector<std::string> targets;
+    bool isOpen = false;
+    for (const std::string& line : document) {
+        isOpen = isOpen != isFence(line);
+        const std::string prose = isOpen ? std::string() : std::regex_replace(line, codeSpan, "`");
+        for (std::sregex_iterator i(prose.begin(), prose.end(), link), end; i != end; ++i) {
+            targets.push_back((*i)[1]);
+        }
+    }
+    return targets;
+}
+
+bool containsLines(const Lines& text, const Lines& lines) {
+    const Lines wanted = withoutIndent(lines);
+    const auto count = static_cast<std::ptrdiff_t>(lines.size());
+    for (auto start = text.begin(); count > 0 && text.end() - start >= count; ++start) {
+        if (withoutIndent(Lines(start, start + count)) == wanted) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace orvid_test

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+//
+// Where an element says that it stands: key(), path() and schemaPath(), absolute and relative.
+
+#include <ko/Orvid/Element.h>
+
+#include <gtest/gtest.h>
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+
+#include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/Document.h"
+#include "support/GroupingLocale.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Path;
+
+/// The path in all forms, which must agree.
+std::string pathOf(const Element& element, const Element* relativeTo = nullptr) {
+    const std::string text = element.path(relativeTo);
+    std::ostringstream member;
+    EXPECT_EQ(&element.path(member, relativeTo), &member);
+    EXPECT_EQ(member.str(), text);
+    std::ostringstream statics;
+    EXPECT_EQ(&Path::elementPath(statics, element, relativeTo), &statics);
+    EXPECT_EQ(statics.str(), text);
+    return text;
+}
+
+std::string schemaPathOf(const Element& element, const Element* relativeTo = nullptr) {
+    const std::string text = element.schemaPath(relativeTo);
+    std::ostringstream member;
+    EXPECT_EQ(&element.schemaPath(member, relativeTo), &member);
+    EXPECT_EQ(member.str(), text);
+    std::ostringstream statics;
+    EXPECT_EQ(&Path::elementSchemaPath(statics, element, relativeTo), &statics);
+    EXPECT_EQ(statics.str(), text);
+    return text;
+}
+
+TEST(ElementPath, of_a_root_is_empty_and_its_schema_path_is_the_schema) {
+    for (const std::string text : {"{}", "[]", "1", "null"}) {
+        const Document document(text);
+        EXPECT_EQ(document.root.key(), "");
+        EXPECT_EQ(pathOf(document.root), "");
+        EXPECT_EQ(schemaPathOf(document.root), "meta.schema");
+    }
+    EXPECT_EQ(pathOf(Element::k_emptyElement), "");
+}
+
+struct Row {
+    std::string document;
+    std::vector<std::string> steps;  ///< from the root: a key, or an index behind a '#'
+    std::string key;
+    std::string path;
+    std::string schemaPath;
+};
+
+const Element& walk(const Element& root, const std::vector<std::string>& steps) {
+    const Element* element = &root;
+    for (const std::string& step : steps) {
+        element = step[0] == '#' ? &element->array().at(std::stoul(step.substr(1)))
+                                 : &element->object().find(step)->second;
+    }
+    return *element;
+}
+
+TEST(ElementPath, is_written_step_by_step_from_the_root) {
+    const std::vector<Row> rows = {
+        {R"({"a": 1})", {"a"}, "a", "a", "meta.schema.properties.a"},
+        {"[[0, 1, [2, 3, 4]]]",
+         {"#0", "#2", "#1"},
+         "[1]",
+         "[0][2][1]",
+         "meta.schema.items.items.items"},
+        {R"({"a": {"b.c": [1, {"d": 7}]}})",
+         {"a", "b.c", "#1", "d"},
+         "d",
+         R"(a.b\.c[1].d)",
+         R"(meta.schema.properties.a.properties.b\.c.items.properties.d)"},
+        {R"([0, 1, 2, 3, {"name": 1}])",
+         {"#4", "name"},
+         "name",
+         "[4].name",
+         "meta.schema.items.properties.name"},
+        {R"({"a.b": {"[0]": {"*": {"x\\y": {"]": 1}}}}})",
+         {"a.b", "[0]", "*", "x\\y", "]"},
+         "]",
+         R"(a\.b.\[0\].\*.x\\y.\])",
+         R"(meta.schema.properties.a\.b.properties.\[0\].properties.\*.properties.x\\y.properties.\])"},
+        {R"({"#\" \u00e4\u0001": 1})",
+         {"#\" \xC3\xA4\x01"},
+         "#\" \xC3\xA4\x01",
+         "#\" \xC3\xA4\x01",
+         "meta.schema.properties.#\" \xC3\xA4\x01"},
+    };
+    for (const Row& row : rows) {
+        const Document document(row.document);
+        if (row.steps[0][0] == '#' && row.steps[0].size() > 2) {
+            const Element& element = document.root.object().begin()->second;
+            EXPECT_EQ(element.key(), row.key);
+            EXPECT_EQ(pathOf(element), row.path);
+            EXPECT_EQ(schemaPathOf(element), row.schemaPath);
+            continue;
+        }
+        const Element& element = walk(document.root, row.steps);
+        EXPECT_EQ(element.key(), row.key);
+        EXPECT_EQ(pathOf(element), row.path);
+        EXPECT_EQ(schemaPathOf(element), row.schemaPath);
+    }
+}
+
+TEST(ElementPath, has_an_empty_step_for_an_empty_key_which_does_not_always_read_back) {
+    const Document document(R"({"": {"x": 1}, "a": {"": {"": 2}}, "l": [{"": 3}]})");
+    const Element& first = document.root.object().begin()->second;
+    EXPECT_EQ(first.key(), "");
+    EXPECT_EQ(pathOf(first), "");
+    EXPECT_EQ(pathOf(first.object().begin()->second), ".x");
+    EXPECT_FALSE(document.root.pathExists(".x"));
+    const Element& inner = document.root.get("a").object().begin()->second;
+    EXPECT_EQ(pathOf(inner), "a.");
+    EXPECT_EQ(pathOf(inner.object().begin()->second), "a..");
+    EXPECT_EQ(pathOf(document.root.get("l[0]").object().begin()->second), "l[0].");
+    EXPECT_EQ(schemaPathOf(first), "meta.schema.properties.");
+}
+
+TEST(ElementPath, is_relative_to_a_proper_ancestor_only) {
+    const Document document(R"({"a": {"b": [1, {"c": 2}]}, "x": [3]})");
+    const Element& root = document.root;
+    const Element& element = root.get("a.b[1].c");
+    EXPECT_EQ(pathOf(element, &root.get("a.b[1]")), "c");
+    EXPECT_EQ(pathOf(element, &root.get("a.b")), "[1].c");
+    EXPECT_EQ(pathOf(element, &root.get("a")), "b[1].c");
+    EXPECT_EQ(pathOf(element, &root), "a.b[1].c");
+    EXPECT_EQ(pathOf(root.get("a.b[1]"), &root.get("a.b")), "[1]");
+    EXPECT_EQ(&root.get("a").get(element.path(&root.get("a"))), &element);
+}
+
+TEST(ElementPath, is_absolute_relative_to_itself_a_descendant_a_stranger_or_null) {
+    const Document document(R"({"a": {"b": [1, {"c": 2}]}, "x": [3]})");
+    const Element stranger;
+    const Element& root = document.root;
+    const Element& element = root.get("a.b[1]");
+    const std::vector<const Element*> others = {
+        nullptr, &element, &root.get("a.b[1].c"), &root.get("a.b[0]"), &root.get("x"), &stranger};
+    for (const Element* other : others) {
+        EXPECT_EQ(pathOf(element, other), "a.b[1]");
+        EXPECT_EQ(schemaPathOf(element, other), "meta.schema.properties.a.properties.b.items");
+    }
+    EXPECT_EQ(pathOf(root, &element), "");
+    EXPECT_EQ(pathOf(root, &root), "");
+}
+
+TEST(ElementPath, of_the_schema_begins_at_the_schema_even_when_it_is_relative) {
+    const Document document(R"({"a": {"b.c": [1, {"d": 7}]}})");
+    const Element& element = document.root.get(R"(a.b\.c[1].d)");
+    EXPECT_EQ(schemaPathOf(element, &document.root.get(R"(a.b\.c)")),
+              "meta.schema.items.properties.d");
+    EXPECT_EQ(schemaPathOf(element, &document.root.get("a")),
+              R"(meta.schema.properties.b\.c.items.properties.d)");
+    EXPECT_EQ(schemaPathOf(element, element.parent()), "meta.schema.properties.d");
+}
+
+TEST(ElementPath, of_the_schema_is_that_of_the_converted_path) {
+    const Document document(R"({"a": {"b.c": [1, {"d": 7}]}})");
+    const Element& element = document.root.get(R"(a.b\.c[1].d)");
+    EXPECT_EQ(Path::toSchemaPath(element.path()).str(), element.schemaPath());
+}
+
+TEST(ElementPath, of_a_copy_is_that_of_a_root) {
+    const Document document(R"({"a": {"b": 1}})");
+    const Element copy(document.root.get("a"));
+    EXPECT_EQ(copy.key(), "");
+    EXPECT_EQ(pathOf(copy), "");
+    EXPECT_EQ(pathOf(copy.get("b")), "b");
+}
+
+TEST(ElementPath, does_not_search_the_containers) {
+    // The copied items of an array report index 0 until their array is updated.
+    Document document("[1, 2, 3]");
+    Element copy(document.root);
+    EXPECT_EQ(pathOf(copy.array()[2]), "[0]");
+    EXPECT_EQ(copy.array()[2].key(), "[0]");
+    copy.array().updateVector();
+    EXPECT_EQ(pathOf(copy.array()[2]), "[2]");
+}
+
+TEST(ElementPath, goes_on_behind_what_the_stream_holds) {
+    const Document document(R"({"a": [1]})");
+    std::ostringstream out;
+    out << "path=";
+    document.root.get("a[0]").path(out, nullptr) << ";";
+    EXPECT_EQ(out.str(), "path=a[0];");
+}
+
+TEST(ElementPath, is_the_same_in_every_global_locale) {
+    Element root;
+    Element::create(root.data(), ko::Orvid::etArray, &root);
+    for (int i = 0; i < 1235; ++i) {
+        root.array().push_back(Element(i));
+    }
+    const GroupingLocale locale;
+    const Element& element = root.array().back();
+    EXPECT_EQ(element.path(), "[1234]");
+    EXPECT_EQ(element.key(), "[1234]");
+    EXPECT_EQ(&root.get(element.path()), &element);
+}
+
+TEST(ElementPath, of_a_deep_element_takes_no_stack) {
+    constexpr std::size_t depth = 50000;
+    std::string path = "a";
+    for (std::size_t i = 1; i < depth; ++i) {
+        path += i % 2 == 0 ? ".a" : "[*]";
+    }
+    Element root(Element::k_emptyElement);
+    const Element& deepest = root.create(path, Element(1));
+    std::string expected = path;
+    for (auto star = expected.find('*'); star != std::string::npos; star = expected.find('*')) {
+        expected[star] = '0';
+    }
+    EXPECT_EQ(pathOf(deepest), expected);
+    EXPECT_EQ(&root.get(expected), &deepest);
+    EXPECT_EQ(deepest.root(), &root);
+    CHECK_LINKS(root);
+}
+
+}  // namespace
+}  // namespace orvid_test
