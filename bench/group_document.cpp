@@ -156,13 +156,34 @@ Job streamJob(const Shared& subjects) {
             }};
 }
 
+/// Writes a tree that was never written, as the other libraries' trees count as.
+Job firstWriteJob(const Shared& subjects, const Peer& peer) {
+    const auto fresh = std::make_shared<std::unique_ptr<Tree>>();
+    return {peer.name,
+            [fresh] {
+                const std::size_t length = (*fresh)->write();
+                keep(&length);
+            },
+            [subjects, fresh, read = peer.read] { *fresh = read(subjects->document.text); }};
+}
+
+Job writeJob(const Shared& subjects, const Subjects::Subject& subject) {
+    const std::string buffer = subject.peer.keepsBuffer ? ", buffer kept" : "";
+    return {subject.peer.name + buffer, [subjects, &subject] {
+                const std::size_t length = subject.tree->write();
+                keep(&length);
+            }};
+}
+
 Group writeGroup(const Shared& subjects) {
-    Group group = groupOf("write", subjects, [&](Subjects::Subject& subject) {
-        return Job{subject.peer.name, [subjects, &subject] {
-                       const std::size_t length = subject.tree->write();
-                       keep(&length);
-                   }};
+    Group group = groupOf("write", subjects, [&](const Subjects::Subject& subject) {
+        return writeJob(subjects, subject);
     });
+    for (const auto& subject : subjects->all) {
+        if (subject.peer.keepsBuffer) {
+            group.jobs.push_back(firstWriteJob(subjects, subject.peer));
+        }
+    }
     group.jobs.push_back({k_gen, [subjects] {
                               const std::size_t length = subjects->tokens.write();
                               keep(&length);

@@ -21,7 +21,7 @@ constexpr std::size_t k_count = 1000;
 
 struct Numbers {
     std::vector<std::string> texts;
-    std::vector<Number> numbers{k_count};
+    std::vector<Number> numbers = std::vector<Number>(k_count);
 
     void forgetBinary() {
         for (std::size_t i = 0; i < k_count; ++i) {

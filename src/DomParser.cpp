@@ -11,6 +11,7 @@
 #include <ko/Orvid/Object.h>
 
 #include <istream>
+#include <utility>
 
 #include "Tree.h"
 
@@ -31,7 +32,9 @@ template<class Feed>
 void DomParser::fill(Element& root, const Feed& feed) {
     m_root = m_current = &root;
     m_open = nullptr;
-    root.setNull();
+    // The text may lie in the value that it replaces, which therefore goes last.
+    Element former;
+    std::swap(former.data(), root.data());
     feed();
     m_open = state() == k_complete ? nullptr : m_current;
     m_current = nullptr;

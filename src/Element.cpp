@@ -14,6 +14,9 @@
 #include <new>
 #include <sstream>
 
+#include "Ancestors.h"
+#include "PathText.h"
+
 namespace ko::Orvid {
 
 namespace {
@@ -197,10 +200,11 @@ std::ostream& Element::path(std::ostream& out, const Element* relativeTo) const 
 }
 
 std::string Element::path(const Element* relativeTo) const {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());  // a path is parsed again: no grouping of digits
-    path(text, relativeTo);
-    return text.str();
+    PathText text;
+    walkDown(
+        *this, relativeTo, [&](const std::string& key) { text.genObjectProperty(key); },
+        [&](unsigned int index) { text.genListItem(index); });
+    return text.take();
 }
 
 std::ostream& Element::schemaPath(std::ostream& out, const Element* relativeTo) const {

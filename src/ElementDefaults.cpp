@@ -4,6 +4,8 @@
 
 #include <ko/Orvid/Element.h>
 
+#include "SchemaWalk.h"
+
 namespace ko::Orvid {
 
 namespace {
@@ -22,11 +24,16 @@ Path defaultPath(const Element& element, const Path& path) {
 }  // namespace
 
 const Element& Element::tryGetDefault(const Path& path, const Element& fallback) const {
-    return root()->tryGet(defaultPath(*this, path), fallback);
+    const auto walked = walkToDefault(*this, path);
+    if (!walked) {
+        return root()->tryGet(defaultPath(*this, path), fallback);
+    }
+    return *walked == nullptr ? fallback : **walked;
 }
 
 const Element& Element::getDefault(const Path& path) const {
-    return root()->get(defaultPath(*this, path));
+    const auto walked = walkToDefault(*this, path);
+    return walked && *walked != nullptr ? **walked : root()->get(defaultPath(*this, path));
 }
 
 const Element& Element::tryGetUsingDefault(const Path& path, const Element& fallback) const {

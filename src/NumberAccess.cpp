@@ -30,6 +30,18 @@ T fromReal(double value) {
     return static_cast<T>(value);
 }
 
+/// The limit of a type as the binary kind that numbers of that type have.
+template<class T>
+auto asBinary(T limit) {
+    if constexpr (std::is_floating_point_v<T>) {
+        return static_cast<double>(limit);
+    } else if constexpr (std::is_signed_v<T>) {
+        return static_cast<long long>(limit);
+    } else {
+        return static_cast<unsigned long long>(limit);
+    }
+}
+
 template<class T>
 T valueOf(const Number& number) {
     T result{};
@@ -43,7 +55,7 @@ T& Number::getValue(T& out) const {
     constexpr T min = std::numeric_limits<T>::min();
     constexpr T max = std::numeric_limits<T>::max();
     const EBinaryType kind = type();
-    if (compare(Number(min)) < 0 || compare(Number(max)) > 0) {
+    if (compareTo(asBinary(min)) < 0 || compareTo(asBinary(max)) > 0) {
         throw ValueOutOfRange<Number, T>(*this, min, max);
     }
     switch (kind) {

@@ -15,8 +15,9 @@
 
 #include <sstream>
 #include <utility>
-#include <vector>
 
+#include "Ancestors.h"
+#include "PathText.h"
 #include "ValueBefore.h"
 
 namespace ko::Orvid {
@@ -77,25 +78,6 @@ Element& Path::tryCreateElement(Element& start, const Path& path, const Element&
 }
 
 namespace {
-
-/// Calls `object(key)` or `array(index)` for each step from `relativeTo`, or from the root, to the
-/// element, the topmost first.
-template<class ObjectStep, class ArrayStep>
-void walkDown(const Element& element, const Element* relativeTo, const ObjectStep& object,
-              const ArrayStep& array) {
-    std::vector<const Element*> ancestors{&element};
-    while (ancestors.back()->parent() != nullptr && ancestors.back()->parent() != relativeTo) {
-        ancestors.push_back(ancestors.back()->parent());
-    }
-    for (auto step = ancestors.rbegin(); step != ancestors.rend(); ++step) {
-        const Element* const parent = (*step)->parent();
-        if (parent != nullptr && parent->isObject()) {
-            object((*step)->key());
-        } else if (parent != nullptr && parent->isArray()) {
-            array((*step)->index());
-        }
-    }
-}
 
 /// Converts path text step by step.
 template<class Converter>

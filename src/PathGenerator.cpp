@@ -4,30 +4,22 @@
 
 #include <ko/Orvid/PathGenerator.h>
 
-#include <algorithm>
 #include <ostream>
 
 #include "EnumNames.h"
+#include "PathText.h"
 
 namespace ko::Orvid {
 
 PathGenerator::PathGenerator(std::ostream& out) : m_out(&out), m_state(esInit) {}
 
 void PathGenerator::genObjectProperty(const StringRef<char>& key) {
+    std::string step;
     if (m_state != esInit) {
-        m_out->put('.');
+        step = ".";
     }
-    std::string_view rest(key.data(), key.length());
-    while (!rest.empty()) {
-        const std::size_t plain = std::min(rest.find_first_of(k_special), rest.length());
-        m_out->write(rest.data(), static_cast<std::streamsize>(plain));
-        rest.remove_prefix(plain);
-        if (!rest.empty()) {
-            m_out->put('\\');
-            m_out->put(rest.front());
-            rest.remove_prefix(1);
-        }
-    }
+    appendEscaped(step, {key.data(), key.length()});
+    m_out->write(step.data(), static_cast<std::streamsize>(step.length()));
     m_state = esObject;
 }
 

@@ -7,6 +7,7 @@
 
 #include <ko/Orvid/Exception.h>
 
+#include <algorithm>
 #include <istream>
 #include <locale>
 #include <sstream>
@@ -43,12 +44,21 @@ bool append(PathParser::SState& s, char c) {
     return true;
 }
 
-/// Ends the current token and hands it out.
-std::string takeToken(PathParser::SState& s) {
-    std::string token;
-    token.swap(s.token);
-    s.tokenStart = s.position;
-    return token;
+/// How many characters at the start of `text` go on with a key, whatever they are.
+std::size_t keyLength(std::string_view text) {
+    const auto isSpecial = [](char c) {
+        return c == '.' || c == '[' || c == ']' || c == '\\' || c == k_end;
+    };
+    return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSpecial) -
+                                    text.begin());
+}
+
+/// Appends what goes on with the key at the start of `text` and answers its length.
+std::size_t appendToKey(PathParser::SState& s, std::string_view text) {
+    const std::size_t length = keyLength(text);
+    s.token.append(text.data(), length);
+    s.position += static_cast<unsigned int>(length);
+    return length;
 }
 
 /// Reads decimal digits up to the first other character. Answers false, with what a stream's
@@ -96,16 +106,23 @@ std::istream& PathParser::parse(std::istream& in) {
 
 void PathParser::parse(std::string_view text) {
     SState s;
-    for (const char c : text) {
-        if (c == k_end && !s.escaped) {
+    while (!text.empty()) {
+        if (s.state == esObject && !s.escaped) {
+            text.remove_prefix(appendToKey(s, text));
+            if (text.empty()) {
+                break;
+            }
+        }
+        if (text.front() == k_end && !s.escaped) {
             break;
         }
-        if (!next(s, c)) {
+        if (!next(s, text.front())) {
             return;
         }
+        text.remove_prefix(1);
     }
     // A backslash at the very end escapes the end of the input, which reads as the byte 0xFF.
-    if (s.escaped && !next(s, k_end)) {
+    if (text.empty() && s.escaped && !next(s, k_end)) {
         return;
     }
     parseEnd(s, k_end);
@@ -167,7 +184,10 @@ bool PathParser::acceptEscaped(SState& s, char c) {
 
 bool PathParser::emitKey(SState& s, EState following) {
     s.state = following;
-    return m_listener->cbObjectProperty(takeToken(s));
+    s.tokenStart = s.position;
+    const bool goOn = m_listener->cbObjectProperty(s.token);
+    s.token.clear();
+    return goOn;
 }
 
 bool PathParser::emitIndex(SState& s) {
@@ -178,7 +198,8 @@ bool PathParser::emitIndex(SState& s) {
         std::string message = "Unreadable index";
         parseError(s, message);
     }
-    takeToken(s);
+    s.tokenStart = s.position;
+    s.token.clear();
     return m_listener->cbArrayItem(index);
 }
 

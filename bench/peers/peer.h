@@ -50,6 +50,9 @@ struct Peer {
     /// The member count beyond which reading one object takes too long, since it is quadratic; 0:
     /// none.
     std::size_t widest = 0;
+    /// Whether a tree keeps the buffer that it was written to, so that only its first write
+    /// allocates.
+    bool keepsBuffer = false;
 };
 
 Peer orvid();

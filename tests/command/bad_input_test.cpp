@@ -57,7 +57,7 @@ TEST(bad_text, that_ends_early_tells_where_and_in_which_element) {
     expectLines({{"{", "1:2: at (root): the text ends early"},
                  {"{\"a\"", "1:5: at a: the text ends early"},
                  {"{\"a\":", "1:6: at a: the text ends early"},
-                 {"{\"a\":1", "1:7: at a: the text ends early"},
+                 {"{\"a\":1", "1:7: at (root): the text ends early"},
                  {"{\"a\":1,", "1:8: at (root): the text ends early"},
                  {"{\"a\":[1,\n2", "2:2: at a: the text ends early"},
                  {"{\"a\":[1,\n{\"b\":[\n", "3:1: at a[1].b: the text ends early"},

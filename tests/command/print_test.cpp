@@ -57,13 +57,23 @@ std::vector<std::string> jsonFilesIn(const std::string& folder) {
     return files;
 }
 
+/// Prints the file and the result again, which must not change anything more.
+std::string printedTwice(const std::string& file, const std::vector<std::string>& options) {
+    std::vector<std::string> words{"print"};
+    words.insert(words.end(), options.begin(), options.end());
+    std::vector<std::string> wordsAndFile = words;
+    wordsAndFile.push_back(file);
+    const CommandResult first = orvid(wordsAndFile);
+    EXPECT_EQ(first.status, 0) << first;
+    EXPECT_EQ(first.err, "");
+    EXPECT_EQ(orvid(words, first.out), first);
+    return first.out;
+}
+
 void expectPrintKeepsNumbersAndItsOwnOutput(const std::string& file) {
     SCOPED_TRACE(file);
-    const CommandResult first = orvid({"print", file});
-    ASSERT_EQ(first.status, 0) << first;
-    EXPECT_EQ(first.err, "");
-    EXPECT_EQ(orvid({"print"}, first.out), first);
-    EXPECT_TRUE(numberTokens(bytesOfFile(file)) == numberTokens(first.out));
+    printedTwice(file, {});
+    EXPECT_TRUE(numberTokens(printedTwice(file, {"--meta"})) == numberTokens(bytesOfFile(file)));
 }
 
 void expectPrintKeepsFolder(const std::string& folder) {

@@ -130,6 +130,12 @@ TEST(ElementFind, compares_numbers_by_value_and_not_by_text) {
     EXPECT_EQ(found(document.root, Element(200.0)), "[1]");
 }
 
+TEST(ElementFind, tells_a_signed_zero_from_the_unsigned_zero_that_is_read_from_text) {
+    Document document("[0]");
+    EXPECT_EQ(found(document.root, Element(0U)), "[0]");
+    EXPECT_EQ(found(document.root, Element(0)), "-");
+}
+
 TEST(ElementFind, looks_at_the_item_path_of_each_item_of_the_array_path) {
     Document document(R"({"list": [5, {"x": 1}, {"id": 2}, {"id": 1, "n": "first"},
                                    {"id": 1, "n": "second"}],
@@ -146,8 +152,11 @@ TEST(ElementFind, looks_at_the_item_path_of_each_item_of_the_array_path) {
 }
 
 TEST(ElementFind, passes_over_items_that_raise_an_exception) {
-    // A number out of every range cannot be compared.
     Document document(R"([1e999999, 99999999999999999999999999, {"id": 1e999999}, {"id": 1}, 1])");
+    const auto compareWithFirst = [&] {
+        Element::compare(Element(1).data(), document.root.get("[0]").data());
+    };
+    EXPECT_THROW(compareWithFirst(), ko::Orvid::Exception);  // out of the range of every type
     EXPECT_EQ(found(document.root, Element(1)), "[4]");
     EXPECT_EQ(found(document.root, Element(1), "id"), "[3]");
     EXPECT_EQ(found(document.root, Element(1), "..id"), "-");

@@ -95,21 +95,14 @@ TEST(ElementPath, is_written_step_by_step_from_the_root) {
          "]",
          R"(a\.b.\[0\].\*.x\\y.\])",
          R"(meta.schema.properties.a\.b.properties.\[0\].properties.\*.properties.x\\y.properties.\])"},
-        {R"({"#\" \u00e4\u0001": 1})",
-         {"#\" \xC3\xA4\x01"},
-         "#\" \xC3\xA4\x01",
-         "#\" \xC3\xA4\x01",
-         "meta.schema.properties.#\" \xC3\xA4\x01"},
+        {R"({"\" \u00e4\u0001#": 1})",
+         {"\" \xC3\xA4\x01#"},
+         "\" \xC3\xA4\x01#",
+         "\" \xC3\xA4\x01#",
+         "meta.schema.properties.\" \xC3\xA4\x01#"},
     };
     for (const Row& row : rows) {
         const Document document(row.document);
-        if (row.steps[0][0] == '#' && row.steps[0].size() > 2) {
-            const Element& element = document.root.object().begin()->second;
-            EXPECT_EQ(element.key(), row.key);
-            EXPECT_EQ(pathOf(element), row.path);
-            EXPECT_EQ(schemaPathOf(element), row.schemaPath);
-            continue;
-        }
         const Element& element = walk(document.root, row.steps);
         EXPECT_EQ(element.key(), row.key);
         EXPECT_EQ(pathOf(element), row.path);

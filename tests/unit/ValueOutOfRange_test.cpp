@@ -93,8 +93,9 @@ TEST(ValueOutOfRange, prints_the_limits_of_long_in_the_width_of_the_platform) {
 
 TEST(ValueOutOfRange, prints_limits_of_the_character_types_as_raw_bytes) {
     EXPECT_EQ("Value out of range! Value: 128 Min: \x80 Max: \x7F", textFor<char>("128"));
-    const std::string expected{"Value out of range! Value: 256 Min: \0 Max: \xFF", 45};
-    EXPECT_EQ(expected, textFor<unsigned char>("256"));
+    const std::string nul(1, '\0');
+    EXPECT_EQ("Value out of range! Value: 256 Min: " + nul + " Max: \xFF",
+              textFor<unsigned char>("256"));
 }
 
 TEST(ValueOutOfRange, shows_its_text_up_to_the_first_null_byte_in_what) {

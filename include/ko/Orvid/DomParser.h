@@ -31,9 +31,10 @@ public:
     DomParser& operator=(const DomParser&) = delete;
 
     // Reset the element to null and read the text, or what the stream has available, into it.
-    // Lengths are in bytes. A document must have a root. Throw ParseException, whose context is the
-    // element that was being filled and whose message shows the fault, for text that is no JSON;
-    // what was built before stays in the element.
+    // The text may lie in the value that it replaces. Lengths are in bytes. A document must have a
+    // root. Throw ParseException, whose context is the element that was being filled and whose
+    // message shows the fault, for text that is no JSON; what was built before stays in the
+    // element.
     std::istream& parse(Element& root, std::istream& in);
     void parse(Element& root, const char* text, unsigned int length);
     void parse(Element& root, const std::string& text);

@@ -130,6 +130,9 @@ public:
     /// The step from the parent to this element: the key, unescaped, in an object, `[index]` in an
     /// array, empty without a parent.
     std::string key() const;
+    /// The key under which this element sits in its parent object; empty otherwise. The reference
+    /// lives as long as the element stays where it is.
+    const std::string& memberKey() const noexcept { return m_key; }
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
     const Element* root() const noexcept;
