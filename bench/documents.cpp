@@ -191,13 +191,13 @@ PathTexts deepPath(std::size_t levels) {
     return result;
 }
 
-std::vector<Document> generatedDocuments() {
-    return {{"tweets", tweets(1000)},
-            {"catalogue", catalogue(3000)},
-            {"coordinates", coordinates(50000)},
+std::vector<Document> generatedDocuments(std::size_t share) {
+    return {{"tweets", tweets(1000 / share)},
+            {"catalogue", catalogue(3000 / share)},
+            {"coordinates", coordinates(50000 / share)},
             {"settings", settings(20)},
-            {"wide object", wideObject(100000), 100000},
-            {"long array", longArray(200000)}};
+            {"wide object", wideObject(100000 / share), 100000 / share},
+            {"long array", longArray(200000 / share)}};
 }
 
 std::vector<Document> corpusDocuments() {
@@ -208,6 +208,17 @@ std::vector<Document> corpusDocuments() {
         }
     }
     return result;
+}
+
+Document documentNamed(const std::string& name) {
+    for (const auto& documents : {corpusDocuments(), generatedDocuments()}) {
+        for (const Document& document : documents) {
+            if (document.name == name) {
+                return document;
+            }
+        }
+    }
+    throw std::runtime_error("there is no document " + name);
 }
 
 }  // namespace orvid_bench

@@ -37,11 +37,15 @@ std::string deepObject(std::size_t levels);
 /// The path of all the steps of deepObject(levels).
 PathTexts deepPath(std::size_t levels);
 
-/// Each generated shape once, at a size of one to a few megabytes (settings: some kilobytes).
-std::vector<Document> generatedDocuments();
+/// Each generated shape once, at a size of one to a few megabytes (settings: some kilobytes),
+/// divided by `share`.
+std::vector<Document> generatedDocuments(std::size_t share = 1);
 
 /// canada, citm_catalog and twitter; none where ORVID_CORPUS is not set. Throws std::runtime_error
 /// for a file that is missing.
 std::vector<Document> corpusDocuments();
+
+/// The one of all these that has that name. Throws std::runtime_error when there is none.
+Document documentNamed(const std::string& name);
 
 }  // namespace orvid_bench

@@ -46,7 +46,7 @@ void keep(const void* result);
 
 // The groups of each file. They own what their jobs use.
 std::vector<Group> documentGroups(const Document& document, bool isMimalloc);
-std::vector<Group> lookupGroups(const std::vector<Document>& corpus);
+std::vector<Group> lookupGroups(const std::vector<Document>& documents);
 std::vector<Group> numberGroups();
 std::vector<Group> streamGroups(const std::vector<Document>& documents);
 

@@ -43,7 +43,7 @@ Job lookUpJob(const Peer& peer, const Lookup& lookup) {
 Group lookUpGroup(const Lookup& lookup) {
     Group group{"path get", lookup.what, {}};
     for (const Peer& peer : allPeers()) {
-        if (peer.widest == 0 || lookup.document.widest <= peer.widest) {
+        if (peer.canRead(lookup.document.widest)) {
             group.jobs.push_back(lookUpJob(peer, lookup));
         }
     }
@@ -69,7 +69,7 @@ Lookup wideLookup(std::size_t members) {
             std::to_string(sought)};
 }
 
-std::vector<Lookup> lookups(const std::vector<Document>& corpus) {
+std::vector<Lookup> lookups(const std::vector<Document>& documents) {
     const Document settingsDocument{"settings", settings(20)};
     std::vector<Lookup> result{
         {settingsDocument, "settings, two steps", {"section7.owner", "/section7/owner"}, "team"},
@@ -82,7 +82,7 @@ std::vector<Lookup> lookups(const std::vector<Document>& corpus) {
         wideLookup(10),
         wideLookup(1000),
         wideLookup(100000)};
-    for (const Document& document : corpus) {
+    for (const Document& document : documents) {
         if (document.name == "citm_catalog") {
             result.push_back({document,
                               "citm_catalog, seven steps",
@@ -186,9 +186,9 @@ Group pathTextGroup() {
 
 }  // namespace
 
-std::vector<Group> lookupGroups(const std::vector<Document>& corpus) {
+std::vector<Group> lookupGroups(const std::vector<Document>& documents) {
     std::vector<Group> result;
-    for (const Lookup& lookup : lookups(corpus)) {
+    for (const Lookup& lookup : lookups(documents)) {
         result.push_back(lookUpGroup(lookup));
     }
     result.push_back(defaultGroup());

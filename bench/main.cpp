@@ -72,15 +72,20 @@ Options optionsOf(int argc, char** argv) {
     return options;
 }
 
+/// Corpus and generated documents, the latter divided by `share`.
+std::vector<Document> documents(std::size_t share) {
+    std::vector<Document> result = corpusDocuments();
+    for (Document& document : generatedDocuments(share)) {
+        result.push_back(std::move(document));
+    }
+    return result;
+}
+
 /// Calls `use` for each wanted group. The groups of one document are made when those of the
 /// document before are gone, so that not all trees are in memory at once.
 template<class Use>
-void forEachGroup(const Options& options, const Use& use) {
-    const std::vector<Document> corpus = corpusDocuments();
-    std::vector<Document> all = corpus;
-    for (Document& document : generatedDocuments()) {
-        all.push_back(std::move(document));
-    }
+void forEachGroup(const Options& options, const Use& use, std::size_t share = 1) {
+    const std::vector<Document> all = documents(share);
     const auto useAll = [&](const std::vector<Group>& groups) {
         for (const Group& group : groups) {
             if (options.wants(group.name())) {
@@ -91,7 +96,7 @@ void forEachGroup(const Options& options, const Use& use) {
     for (const Document& document : all) {
         useAll(documentGroups(document, isMimalloc()));
     }
-    useAll(lookupGroups(corpus));
+    useAll(lookupGroups(all));
     useAll(numberGroups());
     useAll(streamGroups(all));
 }
@@ -126,17 +131,16 @@ void measureGrowth(const Options& options, Results& results) {
 }
 
 void measureAllMemory(const Options& options, Results& results) {
-    for (const auto& documents : {corpusDocuments(), generatedDocuments()}) {
-        for (const Document& document : documents) {
-            if (!options.wants("memory / " + document.name)) {
-                continue;
-            }
-            for (const MemoryResult& memory : measureMemory({document})) {
-                std::printf("memory / %s: %-12s peak %.2f MB, %.0f bytes a value\n",
-                            memory.document.c_str(), memory.subject.c_str(), memory.peakBytes / 1e6,
-                            memory.bytesPerValue);
-                results.add(memory);
-            }
+    for (const Document& document : documents(1)) {
+        if (!options.wants("memory / " + document.name)) {
+            continue;
+        }
+        for (const MemoryResult& memory : measureMemory(document)) {
+            std::printf("memory / %s: %-12s peak %.2f MB, %.0f bytes a value\n",
+                        memory.document.c_str(), memory.subject.c_str(), memory.peakBytes / 1e6,
+                        memory.bytesPerValue);
+            std::fflush(stdout);
+            results.add(memory);
         }
     }
 }
@@ -162,10 +166,11 @@ int measureAll(const Options& options) {
 
 int smoke(const Options& options) {
     std::size_t groups = 0;
-    forEachGroup(options, [&](const Group& group) {
+    const auto run = [&](const Group& group) {
         runOnce(group);
         ++groups;
-    });
+    };
+    forEachGroup(options, run, 20);
     for (const Growth& growth : growthJobs(1000)) {
         measure(growth);
     }
@@ -173,20 +178,25 @@ int smoke(const Options& options) {
     return groups == 0 ? 1 : 0;
 }
 
-/// Each job runs once to warm up, then once while instructions are counted.
-int countInstructions(const Options& options) {
+/// Runs the job once to warm up, then once while instructions are counted into a dump of that name.
+void countInstructions(const std::string& name, const Job& job) {
+    secondsOf(job);
+    if (job.prepare) {
+        job.prepare();
+    }
+    CALLGRIND_START_INSTRUMENTATION;
+    CALLGRIND_ZERO_STATS;
+    job.run();
+    CALLGRIND_DUMP_STATS_AT(name.c_str());
+    CALLGRIND_STOP_INSTRUMENTATION;
+}
+
+/// The first dump is that of a job that does nothing: what all others have on top.
+int countAllInstructions(const Options& options) {
+    countInstructions("nothing", {"nothing", [] {}});
     forEachGroup(options, [](const Group& group) {
         for (const Job& job : group.jobs) {
-            secondsOf(job);
-            if (job.prepare) {
-                job.prepare();
-            }
-            const std::string name = group.name() + " / " + job.subject;
-            CALLGRIND_START_INSTRUMENTATION;
-            CALLGRIND_ZERO_STATS;
-            job.run();
-            CALLGRIND_DUMP_STATS_AT(name.c_str());
-            CALLGRIND_STOP_INSTRUMENTATION;
+            countInstructions(group.name() + " / " + job.subject, job);
         }
     });
     return 0;
@@ -225,11 +235,12 @@ int run(const Options& options, int argc, char** argv) {
             forEachGroup(options, [](const Group& group) { std::cout << group.name() << '\n'; });
             return 0;
         case Options::Mode::callgrind:
-            return countInstructions(options);
+            return countAllInstructions(options);
         case Options::Mode::google:
             return runGoogleBenchmark(options, argc, argv);
         case Options::Mode::memory:
-            return memoryOf(options.memoryOf[0], options.memoryOf[1]);
+            printMemoryOf(options.memoryOf[0], options.memoryOf[1]);
+            return 0;
         default:
             return measureAll(options);
     }

@@ -7,8 +7,8 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <numeric>
 #include <stdexcept>
 
@@ -18,10 +18,11 @@ namespace orvid_bench {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double since(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
+/// The processor time of this thread, so that other processes on the machine do not count.
+double now() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
 /// The mean time of `count` runs; preparations are left out.
@@ -33,24 +34,26 @@ double sample(const Job& job, std::size_t count) {
         }
         return total / static_cast<double>(count);
     }
-    const Clock::time_point start = Clock::now();
+    const double start = now();
     for (std::size_t i = 0; i < count; ++i) {
         job.run();
     }
-    return since(start) / static_cast<double>(count);
+    return (now() - start) / static_cast<double>(count);
 }
 
-/// How many runs a sample needs to last long enough.
+/// How many runs a sample needs to last long enough, preparations included, which may be longer
+/// than the job itself.
 std::size_t calibrate(const Job& job, double sampleSeconds) {
     std::size_t count = 1;
     while (true) {
-        const double seconds = sample(job, count) * static_cast<double>(count);
+        const double start = now();
+        sample(job, count);
+        const double seconds = std::max(now() - start, 1e-9);
         if (seconds >= sampleSeconds || count >= 100000000) {
             return count;
         }
-        const double wanted = static_cast<double>(count) * sampleSeconds / std::max(seconds, 1e-9);
-        count =
-            std::max(count + 1, std::min(static_cast<std::size_t>(std::ceil(wanted)), count * 100));
+        const double wanted = std::ceil(static_cast<double>(count) * sampleSeconds / seconds);
+        count = std::max(count + 1, std::min(static_cast<std::size_t>(wanted), count * 100));
     }
 }
 
@@ -64,8 +67,9 @@ Turns takeTurns(const Group& group, const Settings& settings) {
     double roundSeconds = 0;
     for (const Job& job : group.jobs) {
         turns.counts.push_back(calibrate(job, settings.sampleSeconds));
-        const auto count = static_cast<double>(turns.counts.back());
-        roundSeconds += std::max(settings.sampleSeconds, sample(job, turns.counts.back()) * count);
+        const double start = now();
+        sample(job, turns.counts.back());
+        roundSeconds += now() - start;
     }
     const double affordable = settings.groupSeconds / roundSeconds;
     const int fewest = std::min(5, settings.rounds);
@@ -137,9 +141,9 @@ double secondsOf(const Job& job) {
     if (job.prepare) {
         job.prepare();
     }
-    const Clock::time_point start = Clock::now();
+    const double start = now();
     job.run();
-    return since(start);
+    return (now() - start);
 }
 
 Quantiles quantiles(std::vector<double> values) {

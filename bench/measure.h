@@ -56,7 +56,7 @@ GroupResult measure(const Group& group, const Settings& settings);
 /// Verifies the group and runs each job once.
 void runOnce(const Group& group);
 
-/// The time of one run, in seconds.
+/// The processor time of one run, in seconds.
 double secondsOf(const Job& job);
 
 Quantiles quantiles(std::vector<double> values);

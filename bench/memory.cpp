@@ -4,6 +4,8 @@
 
 #include "memory.h"
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +18,8 @@
 namespace orvid_bench {
 
 namespace {
+
+constexpr std::size_t k_smallest = 100000;
 
 /// A line of /proc/self/status, in bytes.
 double statusBytes(const std::string& name) {
@@ -52,39 +56,38 @@ MemoryResult measureOne(const Document& document, const std::string& subject) {
     return {document.name, subject, values, std::stod(figures), tree / static_cast<double>(values)};
 }
 
+Peer peerNamed(const std::string& name) {
+    for (const Peer& peer : allPeers()) {
+        if (peer.name == name) {
+            return peer;
+        }
+    }
+    throw std::runtime_error("there is no library " + name);
+}
+
 }  // namespace
 
-std::vector<MemoryResult> measureMemory(const std::vector<Document>& documents) {
+std::vector<MemoryResult> measureMemory(const Document& document) {
     std::vector<MemoryResult> result;
-    for (const Document& document : documents) {
-        for (const Peer& peer : allPeers()) {
-            if (peer.widest == 0 || document.widest <= peer.widest) {
-                result.push_back(measureOne(document, peer.name));
-            }
+    for (const Peer& peer : allPeers()) {
+        if (peer.canRead(document.widest) && document.text.size() >= k_smallest) {
+            result.push_back(measureOne(document, peer.name));
         }
     }
     return result;
 }
 
-int memoryOf(const std::string& document, const std::string& subject) {
-    for (const auto& documents : {corpusDocuments(), generatedDocuments()}) {
-        for (const Document& candidate : documents) {
-            for (const Peer& peer : allPeers()) {
-                if (candidate.name != document || peer.name != subject) {
-                    continue;
-                }
-                const std::string text = candidate.text;
-                resetPeak();
-                const double before = statusBytes("VmRSS:");
-                const auto tree = peer.read(text);
-                const double peak = statusBytes("VmHWM:");
-                const double after = statusBytes("VmRSS:");
-                std::cout << std::fixed << peak - before << ' ' << after - before << '\n';
-                return 0;
-            }
-        }
-    }
-    return 1;
+void printMemoryOf(const std::string& document, const std::string& subject) {
+    const std::string text = documentNamed(document).text;
+    const Peer peer = peerNamed(subject);
+    // What was freed so far would be used again, unseen by the count.
+    malloc_trim(0);
+    resetPeak();
+    const double before = statusBytes("VmRSS:");
+    const auto tree = peer.read(text);
+    const double peak = statusBytes("VmHWM:");
+    const double after = statusBytes("VmRSS:");
+    std::cout << std::fixed << peak - before << ' ' << after - before << '\n';
 }
 
 }  // namespace orvid_bench

@@ -21,12 +21,12 @@ struct MemoryResult {
     double bytesPerValue = 0;  ///< what the finished tree occupies
 };
 
-/// Starts this program once for each document and library, with the arguments that memoryOf()
-/// answers to.
-std::vector<MemoryResult> measureMemory(const std::vector<Document>& documents);
+/// Starts this program once for each library, with the arguments that lead to printMemoryOf(). None
+/// for a document that is too small for the kernel's count of pages.
+std::vector<MemoryResult> measureMemory(const Document& document);
 
 /// What the started program does: reads the document with the library, and prints the bytes at the
-/// peak and with the finished tree. Answers the exit status.
-int memoryOf(const std::string& document, const std::string& subject);
+/// peak and with the finished tree.
+void printMemoryOf(const std::string& document, const std::string& subject);
 
 }  // namespace orvid_bench

@@ -43,6 +43,7 @@ Element::Element(const Number& number) { setNumber(number); }
 
 Element::Element(const Element& other) { copy(m_data, other.m_data, this); }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): copy() sees to it
 Element& Element::operator=(const Element& other) {
     copy(m_data, other.m_data, this);
     return *this;

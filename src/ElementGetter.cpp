@@ -11,9 +11,11 @@
 namespace ko::Orvid {
 
 ElementGetter::ElementGetter(const Path& path, const Element& start, bool throwOnMissing)
-    : ElementGetter(&m_copy, start, throwOnMissing) {
-    m_copy = path;
-}
+    : m_current(&start),
+      m_pathExists(true),
+      m_throwOnMissing(throwOnMissing),
+      m_copy(path),
+      m_path(&m_copy) {}
 
 ElementGetter::ElementGetter(const Path* path, const Element& start, bool throwOnMissing)
     : m_current(&start), m_pathExists(true), m_throwOnMissing(throwOnMissing), m_path(path) {}

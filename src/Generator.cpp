@@ -25,23 +25,23 @@ constexpr const char* k_defaultIndent = "    ";
 constexpr int number(yajl::WriteStatus status) { return static_cast<int>(status); }
 
 constexpr int k_written = number(yajl::WriteStatus::ok);
+constexpr int k_tooDeep = number(yajl::WriteStatus::maxDepthExceeded);
 
 /// Whether the writer counts a container as open, so that it must be closed: a refusal for depth
 /// covers all up to the close.
-bool isOpen(int status) {
-    return status == k_written || status == number(yajl::WriteStatus::maxDepthExceeded);
-}
+bool isOpen(int status) { return status == k_written || status == k_tooDeep; }
 
 }  // namespace
 
 struct Generator::SImpl {
     std::string indent = k_defaultIndent;
     yajl::Writer writer{true, k_defaultIndent};
+    bool isTooDeepFirst = false;  ///< a member was left out for its depth before any refusal
 };
 
 Generator::Generator(std::ostream* out) : m_out(out), m_impl(std::make_unique<SImpl>()) {}
 
-Generator::~Generator() noexcept(false) {
+Generator::~Generator() noexcept(false) {  // NOLINT(bugprone-exception-escape): its contract
     if (std::uncaught_exceptions() == 0) {
         flush();
         return;
@@ -149,11 +149,15 @@ void Generator::printMembers(const Element::TObject& object, const Member& isWri
     }
 }
 
-/// A key whose value is going to be refused would be left alone in the text.
+/// A member that is too deep is left out here: its value would be refused, and its key left alone
+/// in the text.
 void Generator::printMember(const std::string& key, const Element& value) {
-    if (!isContainer(value.data()) || !m_impl->writer.isFull()) {
-        printString(key);
+    if (isContainer(value.data()) && m_impl->writer.isFull()) {
+        m_impl->isTooDeepFirst =
+            m_impl->isTooDeepFirst || m_impl->writer.state() == yajl::WriteStatus::ok;
+        return;
     }
+    printString(key);
     print(value);
 }
 
@@ -210,7 +214,9 @@ std::string Generator::encode(const Element& element) {
     return text;
 }
 
-int Generator::state() const { return number(m_impl->writer.state()); }
+int Generator::state() const {
+    return m_impl->isTooDeepFirst ? k_tooDeep : number(m_impl->writer.state());
+}
 
 }  // namespace ko::Orvid
 

@@ -9,10 +9,23 @@
 
 #include <cmath>
 #include <limits>
+#include <type_traits>
+
+#include "NumberRounding.h"
 
 namespace ko::Orvid {
 
 namespace {
+
+/// Converts a number that lies within T's range.
+template<class T, class Value>
+T converted(const Value& value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        return nearest<T>(value);
+    } else {
+        return static_cast<T>(value);
+    }
+}
 
 /// Converts a double that lies within T's range, cutting the fraction off. Two values have passed
 /// the range check that the language leaves undefined: a NaN becomes 0, and 2^64, which the check
@@ -27,7 +40,7 @@ T fromReal(double value) {
             return std::numeric_limits<T>::max();
         }
     }
-    return static_cast<T>(value);
+    return converted<T>(value);
 }
 
 /// The limit of a type as the binary kind that numbers of that type have.
@@ -60,13 +73,13 @@ T& Number::getValue(T& out) const {
     }
     switch (kind) {
         case ebLongLong:
-            return out = static_cast<T>(m_value.signedInteger);
+            return out = converted<T>(m_value.signedInteger);
         case ebULongLong:
-            return out = static_cast<T>(m_value.unsignedInteger);
+            return out = converted<T>(m_value.unsignedInteger);
         case ebDouble:
             return out = fromReal<T>(m_value.real);
         case ebBigDecimal:
-            return out = static_cast<T>(DecNumber(m_text));
+            return out = converted<T>(DecNumber(m_text));
         default:
             return out;
     }

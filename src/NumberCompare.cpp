@@ -9,8 +9,9 @@
 #include <ko/DecNumber.h>
 #include <ko/Exception.h>
 
-#include <cfloat>
 #include <limits>
+
+#include "NumberRounding.h"
 
 namespace ko::Orvid {
 
@@ -25,17 +26,6 @@ int order(T x, T y) {
 }
 
 int sign(int result) { return order(result, 0); }
-
-/// The nearest double. Where the processor computes with more bits than a double has (x87), only a
-/// store to memory rounds.
-double nearestDouble(unsigned long long value) {
-#if FLT_EVAL_METHOD == 0
-    return static_cast<double>(value);
-#else
-    const volatile double stored = static_cast<double>(value);
-    return stored;
-#endif
-}
 
 [[noreturn]] void throwUnknownType() { throw RuntimeError("Unknown type, implementation missing"); }
 
@@ -54,7 +44,7 @@ int Number::compare(long long x, const std::string& y) {
 }
 
 int Number::compare(unsigned long long x, double y) {
-    return y < 0 ? 1 : order(nearestDouble(x), y);
+    return y < 0 ? 1 : order(nearest<double>(x), y);
 }
 
 int Number::compare(unsigned long long x, const std::string& y) {

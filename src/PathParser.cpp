@@ -143,6 +143,7 @@ bool PathParser::next(SState& s, char c) {
     return true;
 }
 
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): one table, read state by state
 bool PathParser::acceptPlain(SState& s, char c) {
     switch (s.state) {
         case esInit:

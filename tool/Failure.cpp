@@ -39,7 +39,8 @@ std::string onOneLine(const std::string& text) {
             line += c;
         } else {
             char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(c));
+            static_cast<void>(
+                std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(c)));
             line += escape;
         }
     }

@@ -21,7 +21,7 @@ using ko::Orvid::Generator;
 template<class Value>
 std::string textOf(const std::string& name, const Value& value) {
     Generator generator;
-    const std::string text = generator.encode(value);
+    std::string text = generator.encode(value);
     if (generator.state() != 0) {
         throw Failure(ExitStatus::failed, name + ": nested too deeply to be written");
     }
@@ -43,7 +43,7 @@ std::string leafText(const Element& leaf) {
 /// A path with a control character would not stay on its line: it is written as a JSON string, and
 /// so is one that could be taken for such a string.
 std::string pathOnOneLine(const Element& leaf) {
-    const std::string path = leaf.path();
+    std::string path = leaf.path();
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
     bool needsQuotes = !path.empty() && path.front() == '"';
     for (const char c : path) {

@@ -110,6 +110,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer jsonC() { return {"json-c", read, 0, true}; }
+Peer jsonC() { return {"json-c", read, 0, 0, true}; }
 
 }  // namespace orvid_bench

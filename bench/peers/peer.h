@@ -50,9 +50,16 @@ struct Peer {
     /// The member count beyond which reading one object takes too long, since it is quadratic; 0:
     /// none.
     std::size_t widest = 0;
+    /// The same for comparing.
+    std::size_t widestCompared = 0;
     /// Whether a tree keeps the buffer that it was written to, so that only its first write
     /// allocates.
     bool keepsBuffer = false;
+
+    bool canRead(std::size_t members) const { return widest == 0 || members <= widest; }
+    bool canCompare(std::size_t members) const {
+        return canRead(members) && (widestCompared == 0 || members <= widestCompared);
+    }
 };
 
 Peer orvid();

@@ -95,6 +95,6 @@ std::unique_ptr<Tree> read(const std::string& text) {
 
 }  // namespace
 
-Peer rapidJson() { return {"RapidJSON", read}; }
+Peer rapidJson() { return {"RapidJSON", read, 0, 10000}; }
 
 }  // namespace orvid_bench

@@ -107,8 +107,8 @@ TEST(GeneratorEvents, gen_double_writes_up_to_twenty_digits) {
         {-0.5, "-0.5\n"},
         {0.0, "0\n"},
         {-0.0, "-0\n"},
-        {1e20, "100000000000000000000\n"},
-        {1e21, "1e+21\n"},
+        {1e19, "10000000000000000000\n"},
+        {1e20, "1e+20\n"},
         {1.7976931348623157e308, "1.7976931348623157081e+308\n"},
         {5e-324, "4.9406564584124654418e-324\n"},
     };
@@ -298,6 +298,24 @@ TEST(GeneratorEvents, what_follows_a_refused_container_is_written) {
     const Document again(text);
     EXPECT_EQ("{\"deep\": " + nested(k_maxDepth - 1, false, "") + ",\"flat\": [1,2]}",
               compact(again.root));
+    EXPECT_EQ(k_tooDeep, generator.state());
+}
+
+TEST(GeneratorEvents, state_keeps_what_was_refused_before_a_member_was_too_deep) {
+    Document doc(nested(k_maxDepth - 1, true, R"({"a":1,"b":[]})"));
+    Generator generator;
+    EXPECT_EQ(k_notOpen, generator.gen_array_close());
+    const Document again(generator.encode(doc.root));
+    EXPECT_EQ(nested(k_maxDepth - 1, true, R"({"a": 1})"), compact(again.root));
+    EXPECT_EQ(k_notOpen, generator.state());
+}
+
+TEST(GeneratorEvents, state_keeps_that_a_member_was_too_deep) {
+    Document doc(nested(k_maxDepth - 1, true, R"({"b":[]})"));
+    Generator generator;
+    std::ostringstream out;
+    generator.encode(out, doc.root);
+    EXPECT_EQ(k_complete, generator.gen_null());
     EXPECT_EQ(k_tooDeep, generator.state());
 }
 

@@ -36,7 +36,11 @@ std::string keyText(const std::string& key) {
 }
 
 TEST(PathGenerator, writes_nothing_when_it_is_made_copied_or_destroyed) {
-    EXPECT_EQ(written([](PathGenerator& generator) { const PathGenerator copy(generator); }), "");
+    EXPECT_EQ(written([](PathGenerator& generator) {
+                  const PathGenerator copy(generator);
+                  static_cast<void>(copy);
+              }),
+              "");
 }
 
 TEST(PathGenerator, joins_object_steps_with_dots_and_array_steps_with_nothing) {

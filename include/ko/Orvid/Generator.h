@@ -27,7 +27,8 @@ public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
     explicit Generator(std::ostream* out = nullptr);
     /// Flushes. Throws what flush() throws, unless another exception is on its way.
-    virtual ~Generator() noexcept(false);
+    virtual ~Generator() noexcept(
+        false);  // NOLINT(bugprone-exception-escape): part of the contract
     Generator(const Generator&) = delete;
     Generator& operator=(const Generator&) = delete;
 
@@ -40,7 +41,7 @@ public:
     // complete, 5 for a NaN or an infinity.
     int gen_null();
     int gen_bool(bool value);
-    int gen_number(const Number& number);
+    int gen_number(const Number& value);
     int gen_string(const std::string& text);
     int gen_object_open();
     int gen_object_close();

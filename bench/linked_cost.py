@@ -1,0 +1,63 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+#
+# What being linked with the library costs a program: start-up time, size, compile time. Prints JSON.
+# usage: linked_cost.py BUILD_FOLDER
+
+import json
+import os
+import statistics
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+INCLUDES = [f"-I{ROOT / 'include'}", f"-I{ROOT / 'base/include'}"]
+COMPILER = os.environ.get("CXX", "c++")
+
+
+def seconds(arguments):
+    """The processor time of a process and its children."""
+    child = os.posix_spawnp(str(arguments[0]), [str(a) for a in arguments], os.environ)
+    _, status, usage = os.wait4(child, 0)
+    if status != 0:
+        sys.exit(f"linked_cost: failed: {arguments}")
+    return usage.ru_utime + usage.ru_stime
+
+
+def in_turns(commands, count):
+    """For each command its times; the n-th times of all belong together."""
+    for command in commands:
+        seconds(command)
+    rounds = [[seconds(command) for command in commands] for _ in range(count)]
+    return list(zip(*rounds))
+
+
+def spread(values):
+    tenths = statistics.quantiles(values, n=10)
+    return {"p10": tenths[0], "median": statistics.median(values), "p90": tenths[-1]}
+
+
+def compile_command(folder, header):
+    source = Path(folder) / (header.replace("/", "_") + ".cpp")
+    source.write_text(f"#include <{header}>\nint main() {{}}\n")
+    return [COMPILER, "-std=c++17", "-O3", "-DNDEBUG", *INCLUDES, "-c", source, "-o", f"{source}.o"]
+
+
+def stripped_size(library):
+    with tempfile.NamedTemporaryFile() as out:
+        subprocess.run(["strip", "-o", out.name, library], check=True)
+        return os.path.getsize(out.name)
+
+
+build = Path(sys.argv[1])
+empty, stdlib, linked = in_turns([[build / f"bench/orvid_bench_start_{p}"] for p in ("empty", "stdlib", "linked")], 300)
+with tempfile.TemporaryDirectory() as folder:
+    orvid, nlohmann = in_turns([compile_command(folder, h) for h in ("ko/Orvid.h", "nlohmann/json.hpp")], 7)
+print(json.dumps({
+    "start": {"empty": spread(empty), "stdlib": spread(stdlib), "linked": spread(linked),
+              "difference": spread([a - b for a, b in zip(linked, empty)])},
+    "compile": {"ko/Orvid.h": spread(orvid), "nlohmann/json.hpp": spread(nlohmann),
+                "ratio": spread([a / b for a, b in zip(orvid, nlohmann)])},
+    "strippedBytes": stripped_size((build / "src/liborvid.so").resolve())}, indent=4))

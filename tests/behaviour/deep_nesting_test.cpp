@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+//
+// Documents that are nested a million levels deep pass through every operation on a stack of 256
+// KiB: nothing in the library takes stack for each level. (The writer is limited to 127 levels.)
+
+#include <ko/Orvid.h>
+
+#include <sstream>
+#include <string>
+
+#include "support/Document.h"
+#include "support/SmallStack.h"
+
+namespace {
+
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::Generator;
+using ko::Orvid::ParseException;
+using ko::Orvid::TypeException;
+using orvid_test::compact;
+using orvid_test::Document;
+using orvid_test::onSmallStack;
+using orvid_test::thrownBy;
+
+constexpr std::size_t k_levels = 1000000;
+constexpr int k_tooDeep = 2;
+constexpr std::size_t k_writtenLevels = 127;
+
+/// How a document is nested. Every second level takes the second form.
+struct Shape {
+    const char* name;
+    const char* open[2];
+    char close[2];
+    const char* step[2];  ///< of the path, from a level to the next
+
+    std::string opening(std::size_t levels) const {
+        std::string text;
+        for (std::size_t level = 0; level < levels; ++level) {
+            text += open[level % 2];
+        }
+        return text;
+    }
+    std::string text(std::size_t levels, const std::string& innermost) const {
+        std::string result = opening(levels) + innermost;
+        for (std::size_t level = levels; level > 0; --level) {
+            result += close[(level - 1) % 2];
+        }
+        return result;
+    }
+    std::string path(std::size_t levels) const {
+        std::string result;
+        for (std::size_t level = 0; level < levels; ++level) {
+            result += step[level % 2];
+        }
+        return result.substr(result[0] == '.' ? 1 : 0);
+    }
+};
+
+void PrintTo(const Shape& shape, std::ostream* out) { *out << shape.name; }
+
+const Shape k_shapes[] = {
+    {"arrays", {"[", "["}, {']', ']'}, {"[0]", "[0]"}},
+    {"objects", {"{\"k\": ", "{\"k\": "}, {'}', '}'}, {".k", ".k"}},
+    {"mixed", {"[", "{\"k\": "}, {']', '}'}, {"[0]", ".k"}},
+};
+
+/// The innermost element, and in `levels` how many containers are around it.
+Element& innermostOf(Element& root, std::size_t& levels) {
+    Element* element = &root;
+    for (levels = 0;; ++levels) {
+        if (element->isArray() && !element->array().empty()) {
+            element = &element->array().front();
+        } else if (element->isObject() && !element->object().empty()) {
+            element = &element->object().begin()->second;
+        } else {
+            return *element;
+        }
+    }
+}
+
+Element& innermostOf(Element& root) {
+    std::size_t levels = 0;
+    return innermostOf(root, levels);
+}
+
+std::size_t levelsOf(Element& root) {
+    std::size_t levels = 0;
+    innermostOf(root, levels);
+    return levels;
+}
+
+bool equal(const Element& a, const Element& b) { return Element::compare(a.data(), b.data()) == 0; }
+
+class DeepNesting : public testing::TestWithParam<Shape> {
+protected:
+    static std::string deepText(const std::string& innermost) {
+        return GetParam().text(k_levels, innermost);
+    }
+};
+
+TEST_P(DeepNesting, is_read_and_destroyed) {
+    const std::string text = deepText("\"x\"");
+    onSmallStack([&] {
+        Element root;
+        DomParser parser;
+        parser.parse(root, text);
+        EXPECT_EQ(0, parser.state());
+        EXPECT_EQ(text.size(), parser.position());
+        EXPECT_EQ(k_levels, levelsOf(root));
+        EXPECT_EQ("x", innermostOf(root).string());
+        CHECK_LINKS(root);
+    });
+}
+
+TEST_P(DeepNesting, is_read_from_a_stream) {
+    std::istringstream in(deepText("null"));
+    onSmallStack([&] {
+        Element root;
+        in >> root;
+        EXPECT_EQ(k_levels, levelsOf(root));
+        EXPECT_TRUE(innermostOf(root).isNull());
+    });
+}
+
+TEST_P(DeepNesting, is_copied_and_assigned) {
+    const Document doc(deepText("1"));
+    onSmallStack([&] {
+        Element copy(doc.root);
+        EXPECT_EQ(k_levels, levelsOf(copy));
+        CHECK_LINKS_AFTER_COPY(copy);
+        Element other("of another type");
+        other = copy;
+        EXPECT_EQ(k_levels, levelsOf(other));
+        copy = doc.root;
+        EXPECT_EQ(k_levels, levelsOf(copy));
+        innermostOf(copy).setString("changed");
+        EXPECT_EQ("1", innermostOf(other).number().toString());
+        CHECK_LINKS_AFTER_COPY(other);
+    });
+}
+
+TEST_P(DeepNesting, takes_its_own_inside_and_is_taken_by_it) {
+    Document doc(deepText("1"));
+    onSmallStack([&] {
+        const Element* inside = &doc.root;
+        for (int level = 0; level < 10; ++level) {
+            inside =
+                inside->isArray() ? &inside->array().front() : &inside->object().begin()->second;
+        }
+        doc.root = *inside;
+        EXPECT_EQ(k_levels - 10, levelsOf(doc.root));
+        innermostOf(doc.root) = Element(doc.root);
+        EXPECT_EQ(2 * (k_levels - 10), levelsOf(doc.root));
+        CHECK_LINKS_AFTER_COPY(doc.root);
+    });
+}
+
+TEST_P(DeepNesting, is_compared) {
+    const Document doc(deepText("1"));
+    const Document same(deepText("1"));
+    const Document greater(deepText("2"));
+    const Document deeper(deepText("[1]"));
+    onSmallStack([&] {
+        EXPECT_EQ(0, Element::compare(doc.root.data(), same.root.data()));
+        EXPECT_EQ(-1, Element::compare(doc.root.data(), greater.root.data()));
+        EXPECT_EQ(1, Element::compare(greater.root.data(), doc.root.data()));
+        EXPECT_EQ(-1, Element::compare(doc.root.data(), deeper.root.data()));
+    });
+}
+
+TEST_P(DeepNesting, knows_root_and_path_of_its_innermost_element) {
+    Document doc(deepText("1"));
+    const std::string path = GetParam().path(k_levels);
+    onSmallStack([&] {
+        const Element& innermost = innermostOf(doc.root);
+        EXPECT_EQ(&doc.root, innermost.root());
+        EXPECT_TRUE(path == innermost.path());
+        EXPECT_EQ(innermost.key(), innermost.path(innermost.parent()));
+        EXPECT_EQ(0u, innermost.schemaPath().rfind("meta.schema.", 0));
+    });
+}
+
+TEST_P(DeepNesting, is_reached_and_changed_by_path) {
+    Document doc(deepText("1"));
+    const std::string path = GetParam().path(k_levels);
+    onSmallStack([&] {
+        EXPECT_EQ(&innermostOf(doc.root), &doc.root.get(path));
+        EXPECT_TRUE(doc.root.pathExists(path));
+        EXPECT_FALSE(doc.root.pathExists(path + ".k"));
+        doc.root.update(path, "new");
+        EXPECT_EQ("new", innermostOf(doc.root).string());
+        Element made(Element::k_emptyElement);
+        made.create(path, "new");
+        EXPECT_EQ(k_levels, levelsOf(made));
+        EXPECT_TRUE(equal(doc.root, made));
+    });
+}
+
+TEST_P(DeepNesting, is_named_by_exceptions) {
+    Document doc(deepText("1"));
+    const std::string path = GetParam().path(k_levels);
+    onSmallStack([&] {
+        const auto error =
+            thrownBy<TypeException<ko::Orvid::EType>>([&] { innermostOf(doc.root).string(); });
+        EXPECT_TRUE(path == *error.elementPath());
+        EXPECT_NE(std::string::npos, std::string(error.what()).find(path));
+    });
+}
+
+TEST_P(DeepNesting, is_written_to_the_limit_of_depth_and_told_so) {
+    Document doc(deepText("1"));
+    onSmallStack([&] {
+        Generator generator;
+        const std::string text = generator.encode(doc.root);
+        EXPECT_EQ(k_tooDeep, generator.state());
+        Document again(text);
+        // The innermost container that is written is an empty one.
+        EXPECT_EQ(k_writtenLevels - 1, levelsOf(again.root));
+        const char* const last = GetParam().close[(k_writtenLevels - 1) % 2] == ']' ? "[]" : "{}";
+        EXPECT_EQ(GetParam().text(k_writtenLevels - 1, last), compact(again.root));
+        CHECK_LINKS(again.root);
+    });
+}
+
+TEST_P(DeepNesting, is_written_whole_at_the_limit) {
+    Document doc(GetParam().text(k_writtenLevels, "1"));
+    onSmallStack([&] {
+        Generator generator;
+        EXPECT_EQ(GetParam().text(k_writtenLevels, "1"),
+                  compact(Document(generator.encode(doc.root)).root));
+        EXPECT_EQ(0, generator.state());
+    });
+}
+
+TEST_P(DeepNesting, is_destroyed_by_every_edit_that_drops_it) {
+    Document doc("[null,{},[]]");
+    const Document deep(deepText("1"));
+    onSmallStack([&] {
+        Element& scalar = doc.root.get("[0]");
+        scalar = deep.root;
+        scalar.setNull();
+        scalar = deep.root;
+        DomParser().parse(scalar, "true");
+        auto& object = doc.root.get("[1]").object();
+        object.insert({"a", deep.root});
+        object.insert({"a", Element()});
+        object.insert({"b", deep.root});
+        object.erase("b");
+        auto& array = doc.root.get("[2]").array();
+        array.push_back(deep.root);
+        array.pop_back();
+        array.push_back(deep.root);
+        array.erase(array.begin());
+        array.push_back(deep.root);
+        doc.root.remove(deep.root, "", "[2]");
+        array.push_back(deep.root);
+        array = Element::k_emptyArray;
+        EXPECT_EQ(R"([true,{"a": null},[]])", compact(doc.root));
+        CHECK_LINKS(doc.root);
+    });
+}
+
+TEST_P(DeepNesting, that_ends_early_or_badly_keeps_what_was_read) {
+    const std::string opening = GetParam().opening(k_levels);
+    const std::string path = GetParam().path(k_levels);
+    onSmallStack([&] {
+        Element root;
+        DomParser parser;
+        parser.parse(root, opening);
+        EXPECT_EQ(2, parser.state());
+        ASSERT_NE(nullptr, parser.openElement());
+        std::size_t levels = 0;
+        EXPECT_EQ(&innermostOf(root, levels), parser.openElement());
+        EXPECT_LE(k_levels - 1, levels);
+
+        const auto error =
+            thrownBy<ParseException>([&] { DomParser().parse(root, opening + "#"); });
+        EXPECT_LE(k_levels - 1, levelsOf(root));
+        EXPECT_EQ(path.substr(0, error.elementPath()->size()), *error.elementPath());
+        EXPECT_LE(path.size() - 3, error.elementPath()->size());
+        CHECK_LINKS(root);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Shapes, DeepNesting, testing::ValuesIn(k_shapes),
+                         [](const testing::TestParamInfo<Shape>& shape) {
+                             return std::string(shape.param.name);
+                         });
+
+}  // namespace
