@@ -52,7 +52,8 @@ def stripped_size(library):
 
 
 build = Path(sys.argv[1])
-empty, stdlib, linked = in_turns([[build / f"bench/orvid_bench_start_{p}"] for p in ("empty", "stdlib", "linked")], 300)
+starts = [[build / f"bench/orvid_bench_start_{program}"] for program in ("empty", "stdlib", "linked")]
+empty, stdlib, linked = in_turns(starts, 300)
 with tempfile.TemporaryDirectory() as folder:
     orvid, nlohmann = in_turns([compile_command(folder, h) for h in ("ko/Orvid.h", "nlohmann/json.hpp")], 7)
 print(json.dumps({

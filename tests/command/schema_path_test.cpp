@@ -37,7 +37,7 @@ TEST(schema_path, refuses_a_malformed_path_as_misuse) {
                      "esArrayInit"));
 }
 
-TEST(schema_path, names_what_an_empty_value_can_be_looked_up_with) {
+TEST(schema_path, leads_to_the_default_below_the_schema) {
     const std::string settings = ORVID_SAMPLES "/settings.json";
     EXPECT_EQ(shell(R"("$0" get "$("$0" schema-path 'servers[1].port').default" "$1")", {settings}),
               printed("8080\n"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A program of another project: it reads, edits and writes a document and catches the library's errors
-// by their own types, which must be the same types on both sides of the library's border.
+// A program of another project: it reads, edits and writes a document and catches the library's
+// errors by their own types, which must be the same types on both sides of the library's border.
 
 #include <ko/Orvid.h>
 

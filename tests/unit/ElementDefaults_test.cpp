@@ -19,6 +19,7 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::etObject;
 using ko::Orvid::ParseException;
+using ko::Orvid::Path;
 using ko::Orvid::PathNotFound;
 
 /// A document and the check, at its end, that nothing has changed it.
@@ -245,6 +246,71 @@ TEST(ElementDefaults, may_be_the_fallback_of_an_element_of_the_document) {
     const Element& x = document.root.get("x");
     EXPECT_EQ(&document.root.tryGetDefault("b", x), &x);
     EXPECT_EQ(&document.root.tryGetUsingDefault("b", x), &x);
+}
+
+/// A schema element that describes every member and item that the texts below can name.
+void describe(Element& schema, int levels) {
+    schema.create("default", Element(schema.path()));
+    if (levels > 0) {
+        Element& properties = schema.create("properties", Document("{}").root);
+        for (const std::string key : {"a", "1", ".", "]", "", "a\xFF"}) {
+            describe(properties.insert(key, Element::k_emptyElement), levels - 1);
+        }
+        describe(schema.create("items", Element::k_emptyElement), levels - 1);
+    }
+}
+
+std::vector<std::string> textsUpTo(std::size_t length) {
+    std::vector<std::string> texts{std::string()};
+    for (std::size_t i = 0; i < texts.size() && texts[i].size() < length; ++i) {
+        for (const char c : {'a', '1', '.', '[', ']', '*', '\\', '\xFF'}) {
+            texts.push_back(texts[i] + c);
+        }
+    }
+    return texts;
+}
+
+/// The default, or an error, by the rule: the path of the element and the given one are joined,
+/// turned into a schema path, and looked up from the root.
+std::string byTheText(const Element& start, const std::string& path) {
+    std::string joined = start.path();
+    if (!path.empty() && path[0] != '.' && path[0] != '[') {
+        joined += '.';
+    }
+    try {
+        const std::string schemaPath = Path::toSchemaPath(joined + path).str() + ".default";
+        const Element& found = start.root()->tryGet(schemaPath, k_fallback);
+        return found.path() + (&found == &k_fallback ? "fallback" : "");
+    } catch (const ParseException& error) {
+        return error.message();
+    }
+}
+
+TEST(ElementDefaults, are_those_at_the_joined_and_converted_path_whatever_its_text) {
+    Element root(Element::k_emptyElement);
+    describe(root.create("meta.schema", Element::k_emptyElement), 3);
+    Element& array = root.create("a[*]", Document("{}").root);
+    const std::vector<const Element*> starts = {&root,
+                                                &root.get("a"),
+                                                &array,
+                                                &array.insert("", Element(1)),
+                                                &array.insert("a\xFF", Element(2)),
+                                                &root.insert("", Element(3))};
+    std::size_t found = 0;
+    for (const Element* start : starts) {
+        for (const std::string& path : textsUpTo(4)) {
+            std::string actual;
+            try {
+                const Element& element = start->tryGetDefault(path, k_fallback);
+                actual = element.path() + (&element == &k_fallback ? "fallback" : "");
+                found += &element == &k_fallback ? 0U : 1U;
+            } catch (const ParseException& error) {
+                actual = error.message();
+            }
+            ASSERT_EQ(actual, byTheText(*start, path)) << start->path() << " and " << path;
+        }
+    }
+    EXPECT_GT(found, 1000U);
 }
 
 TEST(ElementDefaults, live_in_the_document_and_change_with_it) {

@@ -212,7 +212,7 @@ TYPED_TEST(NumberReadAsInteger, checks_numbers_of_the_signed_kind) {
         EXPECT_TRUE(refuses<TypeParam>(Number(-1)));
         EXPECT_TRUE(refuses<TypeParam>(Number(k_min<long long>)));
     } else {
-        constexpr long long min = k_min<TypeParam>;
+        constexpr long long min = +k_min<TypeParam>;
         EXPECT_TRUE(reads<TypeParam>(Number(min), k_min<TypeParam>));
         EXPECT_TRUE(reads<TypeParam>(Number(0), 0));
         if constexpr (sizeof(TypeParam) < 8) {

@@ -78,6 +78,16 @@ TEST(PathParser, leaves_what_follows_a_refused_step_in_the_stream) {
     EXPECT_EQ(restOf(in), ".b..");
 }
 
+TEST(PathParser, leaves_what_follows_a_refused_character_in_the_stream) {
+    for (const std::string path : {"[1x2]", "[1\\x2]", "[x2]", "[\\x2]"}) {
+        PathLog log({false});
+        std::istringstream in(path);
+        PathParser(&log).parse(in);
+        EXPECT_EQ(log.lines().size(), 1U);
+        EXPECT_EQ(restOf(in), "2]") << path;
+    }
+}
+
 TEST(PathParser, tells_no_end_of_input_error_after_a_refused_key) {
     EXPECT_EQ(logOf("a.b", {false}).lines(), (Lines{"key a"}));
     EXPECT_EQ(logOf("a.", {false}).lines(), (Lines{"key a"}));
