@@ -42,71 +42,82 @@ inline std::string compact(const ko::Orvid::Element& element) {
 /// updated.
 enum class Indexes { exact, exactOrZero };
 
+inline testing::AssertionResult linkFails(const ko::Orvid::Element& element, const char* what) {
+    return testing::AssertionFailure() << what << " at \"" << element.path() << "\"";
+}
+
+/// The links between an array and its items; the items are appended to `open`.
+inline testing::AssertionResult itemLinksHold(const ko::Orvid::Element& element, Indexes indexes,
+                                              std::vector<const ko::Orvid::Element*>& open) {
+    const auto& array = element.array();
+    if (array.parent() != &element) {
+        return linkFails(element, "the array names another parent");
+    }
+    std::size_t position = 0;
+    for (const ko::Orvid::Element& item : array) {
+        const bool isZeroCopy = indexes == Indexes::exactOrZero && item.index() == 0;
+        if (item.parent() != &element) {
+            return linkFails(item, "wrong parent of item");
+        }
+        if (item.index() != position && !isZeroCopy) {
+            return linkFails(item, "wrong index");
+        }
+        if (position >= array.size() || &array[position] != &item) {
+            return linkFails(item, "vector and list disagree");
+        }
+        ++position;
+        open.push_back(&item);
+    }
+    return position == array.size() ? testing::AssertionSuccess()
+                                    : linkFails(element, "wrong number of items");
+}
+
+/// The links between an object and its members; the members are appended to `open`.
+inline testing::AssertionResult memberLinksHold(const ko::Orvid::Element& element,
+                                                std::vector<const ko::Orvid::Element*>& open) {
+    const auto& object = element.object();
+    if (object.parent() != &element) {
+        return linkFails(element, "the object names another parent");
+    }
+    std::size_t count = 0;
+    for (const auto& member : object) {
+        if (member.second.parent() != &element) {
+            return linkFails(member.second, "wrong parent of member");
+        }
+        if (member.second.key() != member.first) {
+            return linkFails(member.second, "wrong key");
+        }
+        if (member.second.index() != ko::Orvid::Path::k_noIndex) {
+            return linkFails(member.second, "a member has an index");
+        }
+        const auto found = object.find(member.first);
+        if (found == object.end() || &found->second != &member.second) {
+            return linkFails(member.second, "index and list disagree");
+        }
+        ++count;
+        open.push_back(&member.second);
+    }
+    return count == object.size() ? testing::AssertionSuccess()
+                                  : linkFails(element, "wrong number of members");
+}
+
 /// Checks, in the whole tree below `root`, that each child names its parent, that its key and index
 /// are those under which it sits, and that list and index of every container agree. Does not
 /// recurse.
 inline testing::AssertionResult linksHold(const ko::Orvid::Element& root,
                                           Indexes indexes = Indexes::exact) {
-    using ko::Orvid::Element;
-    std::vector<const Element*> open{&root};
-    const auto fail = [](const Element& element, const char* what) {
-        return testing::AssertionFailure() << what << " at \"" << element.path() << "\"";
-    };
-    while (!open.empty()) {
-        const Element& element = *open.back();
+    std::vector<const ko::Orvid::Element*> open{&root};
+    testing::AssertionResult result = testing::AssertionSuccess();
+    while (result && !open.empty()) {
+        const ko::Orvid::Element& element = *open.back();
         open.pop_back();
         if (element.isArray()) {
-            const auto& array = element.array();
-            if (array.parent() != &element) {
-                return fail(element, "the array names another parent");
-            }
-            std::size_t position = 0;
-            for (const Element& item : array) {
-                const bool isZeroCopy = indexes == Indexes::exactOrZero && item.index() == 0;
-                if (item.parent() != &element) {
-                    return fail(item, "wrong parent of item");
-                }
-                if (item.index() != position && !isZeroCopy) {
-                    return fail(item, "wrong index");
-                }
-                if (position >= array.size() || &array[position] != &item) {
-                    return fail(item, "vector and list disagree");
-                }
-                ++position;
-                open.push_back(&item);
-            }
-            if (position != array.size()) {
-                return fail(element, "wrong number of items");
-            }
+            result = itemLinksHold(element, indexes, open);
         } else if (element.isObject()) {
-            const auto& object = element.object();
-            if (object.parent() != &element) {
-                return fail(element, "the object names another parent");
-            }
-            std::size_t count = 0;
-            for (const auto& member : object) {
-                if (member.second.parent() != &element) {
-                    return fail(member.second, "wrong parent of member");
-                }
-                if (member.second.key() != member.first) {
-                    return fail(member.second, "wrong key");
-                }
-                if (member.second.index() != ko::Orvid::Path::k_noIndex) {
-                    return fail(member.second, "a member has an index");
-                }
-                const auto found = object.find(member.first);
-                if (found == object.end() || &found->second != &member.second) {
-                    return fail(member.second, "index and list disagree");
-                }
-                ++count;
-                open.push_back(&member.second);
-            }
-            if (count != object.size()) {
-                return fail(element, "wrong number of members");
-            }
+            result = memberLinksHold(element, open);
         }
     }
-    return testing::AssertionSuccess();
+    return result;
 }
 
 /// Calls `action` and hands out the exception of type E that it must throw.

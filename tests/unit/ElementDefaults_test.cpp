@@ -270,44 +270,51 @@ std::vector<std::string> textsUpTo(std::size_t length) {
     return texts;
 }
 
-/// The default, or an error, by the rule: the path of the element and the given one are joined,
-/// turned into a schema path, and looked up from the root.
-std::string byTheText(const Element& start, const std::string& path) {
-    std::string joined = start.path();
-    if (!path.empty() && path[0] != '.' && path[0] != '[') {
-        joined += '.';
-    }
+/// The path of the element that `get` answers, or what its error tells.
+template<class Get>
+std::string outcome(const Get& get) {
     try {
-        const std::string schemaPath = Path::toSchemaPath(joined + path).str() + ".default";
-        const Element& found = start.root()->tryGet(schemaPath, k_fallback);
-        return found.path() + (&found == &k_fallback ? "fallback" : "");
+        const Element& found = get();
+        return &found == &k_fallback ? "fallback" : "found " + found.path();
+    } catch (const PathNotFound& error) {
+        return error.path() + " not found: " + *error.elementPath() + " has no " + error.key();
     } catch (const ParseException& error) {
         return error.message();
     }
 }
 
+/// The rule: the path of the element and the given one are joined, turned into a schema path, and
+/// looked up from the root.
+Path defaultPath(const Element& start, const std::string& path) {
+    const bool isJoined = path.empty() || path[0] == '.' || path[0] == '[';
+    return Path::toSchemaPath(start.path() + (isJoined ? "" : ".") + path).str() + ".default";
+}
+
 TEST(ElementDefaults, are_those_at_the_joined_and_converted_path_whatever_its_text) {
     Element root(Element::k_emptyElement);
     describe(root.create("meta.schema", Element::k_emptyElement), 3);
-    Element& array = root.create("a[*]", Document("{}").root);
+    Element& item = root.create("a[*]", Document("{}").root);
     const std::vector<const Element*> starts = {&root,
                                                 &root.get("a"),
-                                                &array,
-                                                &array.insert("", Element(1)),
-                                                &array.insert("a\xFF", Element(2)),
+                                                &item,
+                                                &item.insert("", Element(1)),
+                                                &item.insert("a\xFF", Element(2)),
                                                 &root.insert("", Element(3))};
     std::size_t found = 0;
     for (const Element* start : starts) {
         for (const std::string& path : textsUpTo(4)) {
-            std::string actual;
-            try {
-                const Element& element = start->tryGetDefault(path, k_fallback);
-                actual = element.path() + (&element == &k_fallback ? "fallback" : "");
-                found += &element == &k_fallback ? 0U : 1U;
-            } catch (const ParseException& error) {
-                actual = error.message();
-            }
-            ASSERT_EQ(actual, byTheText(*start, path)) << start->path() << " and " << path;
+            const std::string plain =
+                outcome([&]() -> const Element& { return root.get(defaultPath(*start, path)); });
+            const std::string tried = outcome([&]() -> const Element& {
+                return root.tryGet(defaultPath(*start, path), k_fallback);
+            });
+            ASSERT_EQ(outcome([&]() -> const Element& { return start->getDefault(path); }), plain)
+                << start->path() << " and " << path;
+            ASSERT_EQ(
+                outcome([&]() -> const Element& { return start->tryGetDefault(path, k_fallback); }),
+                tried)
+                << start->path() << " and " << path;
+            found += plain == tried && plain.compare(0, 6, "found ") == 0 ? 1U : 0U;
         }
     }
     EXPECT_GT(found, 1000U);

@@ -11,6 +11,7 @@
 #include <ko/Orvid/Path.h>
 #include <ko/Orvid/types.h>
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <type_traits>
@@ -66,6 +67,7 @@ public:
     template<class T, std::enable_if_t<Number::k_isBinary<T>, int> = 0>
     Element(T value) : Element(Number(value)) {}
     Element(const char* text);
+    Element(std::nullptr_t) = delete;
     Element(const std::string& text);
     Element(const Number& number);
     /// A deep copy of the value. The items of copied arrays report index 0 until their array is
