@@ -182,14 +182,13 @@ std::ostream& Generator::encodeTo(std::ostream& out, const Value& value) {
 
 template<class Value>
 void Generator::encodeOver(std::string& text, const Value& value) {
-    struct Unset {
-        std::ostream*& out;
-        ~Unset() { out = nullptr; }
-    };
-    std::ostringstream out(text, std::ios_base::out);
-    const Unset unset{m_out};
-    encodeTo(out, value);
-    text = out.str();
+    m_out = nullptr;
+    print(value);
+    std::string json = m_impl->writer.takeText();
+    if (text.length() > json.length()) {
+        json.append(text, json.length());
+    }
+    text.swap(json);
 }
 
 std::ostream& Generator::encode(std::ostream& out, const Dom& dom) { return encodeTo(out, dom); }

@@ -63,12 +63,27 @@ T valueOf(const Number& number) {
 
 }  // namespace
 
+/// The answer of compare() against both limits; for the usual pairs of kinds without the detour.
+template<class T>
+bool Number::isWithin(T min, T max) const {
+    if constexpr (std::is_integral_v<T>) {
+        if (m_type == ebULongLong) {
+            return m_value.unsignedInteger <= static_cast<unsigned long long>(max);
+        }
+        if (m_type == ebLongLong && std::is_signed_v<T>) {
+            return m_value.signedInteger >= static_cast<long long>(min) &&
+                   m_value.signedInteger <= static_cast<long long>(max);
+        }
+    }
+    return compareTo(asBinary(min)) >= 0 && compareTo(asBinary(max)) <= 0;
+}
+
 template<class T>
 T& Number::getValue(T& out) const {
     constexpr T min = std::numeric_limits<T>::min();
     constexpr T max = std::numeric_limits<T>::max();
     const EBinaryType kind = type();
-    if (compareTo(asBinary(min)) < 0 || compareTo(asBinary(max)) > 0) {
+    if (!isWithin(min, max)) {
         throw ValueOutOfRange<Number, T>(*this, min, max);
     }
     switch (kind) {

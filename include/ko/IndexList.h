@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <list>
 #include <stdexcept>
@@ -93,13 +94,13 @@ public:
 protected:
     template<class... Arguments>
     T& emplaceBack(Arguments&&... arguments) {
-        m_list.emplace_back(std::forward<Arguments>(arguments)...);
-        try {
-            m_vector.push_back(&m_list.back());
-        } catch (...) {
-            m_list.pop_back();
-            throw;
+        // The vector's room comes first, so that nothing can fail once the item is there.
+        constexpr size_type firstRoom = 4;
+        if (m_vector.size() == m_vector.capacity()) {
+            m_vector.reserve(std::max(firstRoom, m_vector.size() * 2));
         }
+        m_list.emplace_back(std::forward<Arguments>(arguments)...);
+        m_vector.push_back(&m_list.back());
         return m_list.back();
     }
 

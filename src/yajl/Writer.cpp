@@ -255,6 +255,8 @@ WriteStatus Writer::state() const { return m_state->first; }
 
 const std::string& Writer::text() const { return m_state->text; }
 
+std::string Writer::takeText() { return std::exchange(m_state->text, std::string()); }
+
 void Writer::clear() { m_state->text.clear(); }
 
 }  // namespace ko::Orvid::yajl

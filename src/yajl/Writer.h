@@ -60,6 +60,8 @@ public:
     WriteStatus state() const;
     /// What has been written since the last clear(); valid until the next call.
     const std::string& text() const;
+    /// Hands the text out, without a copy, and is without one afterwards; the nesting stays.
+    std::string takeText();
     /// Empties the text; the nesting stays.
     void clear();
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-// Documents that are nested a million levels deep pass through every operation on a stack of 256
-// KiB: nothing in the library takes stack for each level. (The writer is limited to 127 levels.)
+// Documents that are nested a million levels deep are read, copied, compared, named, offered to the
+// writer and destroyed on a stack of 256 KiB: nothing in the library takes stack for each level.
+// The other operations are given fewer levels, but still far more than that stack has room for.
 
 #include <ko/Orvid.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 
@@ -23,7 +25,8 @@ using orvid_test::Document;
 using orvid_test::onSmallStack;
 using orvid_test::thrownBy;
 
-constexpr std::size_t k_levels = 1000000;
+constexpr std::size_t k_million = 1000000;
+constexpr std::size_t k_levels = 50000;
 constexpr int k_tooDeep = 2;
 constexpr std::size_t k_writtenLevels = 127;
 
@@ -46,6 +49,12 @@ struct Shape {
         for (std::size_t level = levels; level > 0; --level) {
             result += close[(level - 1) % 2];
         }
+        return result;
+    }
+    /// The path that makes the levels in an empty element.
+    std::string newPath(std::size_t levels) const {
+        std::string result = path(levels);
+        std::replace(result.begin(), result.end(), '0', '*');
         return result;
     }
     std::string path(std::size_t levels) const {
@@ -99,17 +108,32 @@ protected:
     }
 };
 
-TEST_P(DeepNesting, is_read_and_destroyed) {
-    const std::string text = deepText("\"x\"");
+TEST_P(DeepNesting, of_a_million_levels_takes_no_stack) {
+    const std::string text = GetParam().text(k_million, "\"x\"");
+    const std::string path = GetParam().path(k_million);
     onSmallStack([&] {
         Element root;
         DomParser parser;
         parser.parse(root, text);
         EXPECT_EQ(0, parser.state());
         EXPECT_EQ(text.size(), parser.position());
-        EXPECT_EQ(k_levels, levelsOf(root));
+        EXPECT_EQ(k_million, levelsOf(root));
         EXPECT_EQ("x", innermostOf(root).string());
         CHECK_LINKS(root);
+        EXPECT_EQ(&root, innermostOf(root).root());
+        EXPECT_TRUE(path == innermostOf(root).path());
+
+        Element copy(root);
+        EXPECT_TRUE(equal(root, copy));
+        innermostOf(copy).setString("y");
+        EXPECT_EQ(-1, Element::compare(root.data(), copy.data()));
+        root = copy;
+        EXPECT_TRUE(equal(root, copy));
+        EXPECT_EQ("y", innermostOf(root).string());
+
+        Generator generator;
+        const Document written(generator.encode(root));
+        EXPECT_EQ(k_tooDeep, generator.state());
     });
 }
 
@@ -191,7 +215,7 @@ TEST_P(DeepNesting, is_reached_and_changed_by_path) {
         doc.root.update(path, "new");
         EXPECT_EQ("new", innermostOf(doc.root).string());
         Element made(Element::k_emptyElement);
-        made.create(path, "new");
+        made.create(GetParam().newPath(k_levels), "new");
         EXPECT_EQ(k_levels, levelsOf(made));
         EXPECT_TRUE(equal(doc.root, made));
     });

@@ -168,6 +168,8 @@ private:
     int compareTo(long long other) const;
     int compareTo(unsigned long long other) const;
     int compareTo(double other) const;
+    template<class T>
+    bool isWithin(T min, T max) const;
 
     mutable EBinaryType m_type;
     mutable UValue m_value;

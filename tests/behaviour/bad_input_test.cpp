@@ -1,0 +1,424 @@
+// SPDX-License-Identifier: MIT
+//
+// What becomes of text that is no JSON, or is cut off, empty, or odd: no input may do more than
+// throw ParseException or leave a partial tree whose links hold. Each kind of fault has its message
+// in CallbackParserErrors_test.cpp.
+
+#include <ko/Orvid.h>
+
+#include <fstream>
+#include <sstream>
+#include <streambuf>
+#include <string>
+#include <vector>
+
+#include "support/Document.h"
+
+namespace {
+
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::ParseException;
+using orvid_test::compact;
+using orvid_test::Document;
+using orvid_test::thrownBy;
+
+/// What reading the text as one piece, without a newline behind it, comes to.
+struct Outcome {
+    explicit Outcome(const std::string& text) {
+        DomParser parser;
+        try {
+            parser.parse(root, text);
+        } catch (const ParseException& error) {
+            message = error.message();
+            path = *error.elementPath();
+        }
+        state = parser.state();
+        position = parser.position();
+    }
+
+    std::string firstLine() const { return message.substr(0, message.find('\n')); }
+
+    Element root{"before"};
+    int state = -1;
+    unsigned long long position = 0;
+    std::string message;  ///< empty when there was no fault
+    std::string path;
+};
+
+// Every construct stands in it: both kinds of comment, all escapes, numbers of all parts, each
+// literal.
+const std::string k_everything =
+    "/* c */ {\"a\\u00e9\\\"\":[null,true,false,-12.50e+3,\"x\\n\\uD834\\uDD1E\xC3\xA9\"],// d\n"
+    "\"b\":{\"\":{},\"c\":[[],[0]]}} ";
+
+TEST(BadInput, nothing_at_all_leaves_null) {
+    for (const char* const text :
+         {"", " ", "\n", " \t\r\n ", "/* c */", "// c\n", "// c", "/**/ // d"}) {
+        const Outcome outcome(text);
+        EXPECT_TRUE(outcome.root.isNull()) << text;
+        EXPECT_EQ(2, outcome.state) << text;
+        EXPECT_EQ("", outcome.message) << text;
+    }
+}
+
+TEST(BadInput, text_cut_off_anywhere_is_no_fault) {
+    const Outcome whole(k_everything);
+    ASSERT_EQ(0, whole.state);
+    const std::size_t end = k_everything.size() - 1;
+    for (std::size_t length = 0; length <= k_everything.size(); ++length) {
+        const Outcome outcome(k_everything.substr(0, length));
+        EXPECT_EQ("", outcome.message) << length;
+        EXPECT_EQ(length < end ? 2 : 0, outcome.state) << length;
+        EXPECT_EQ(length < end ? length : end, outcome.position) << length;
+        CHECK_LINKS(outcome.root);
+    }
+}
+
+TEST(BadInput, text_cut_off_holds_ever_more_of_the_tree) {
+    std::string last = "null";
+    std::vector<std::string> trees;
+    for (std::size_t length = 0; length <= k_everything.size(); ++length) {
+        const std::string tree = compact(Outcome(k_everything.substr(0, length)).root);
+        if (trees.empty() || trees.back() != tree) {
+            trees.push_back(tree);
+        }
+    }
+    EXPECT_EQ(
+        (std::vector<std::string>{
+            "null",
+            "{}",
+            "{\"a\xC3\xA9\\\"\": null}",
+            "{\"a\xC3\xA9\\\"\": []}",
+            "{\"a\xC3\xA9\\\"\": [null]}",
+            "{\"a\xC3\xA9\\\"\": [null,true]}",
+            "{\"a\xC3\xA9\\\"\": [null,true,false]}",
+            "{\"a\xC3\xA9\\\"\": [null,true,false,-12.50e+3]}",
+            "{\"a\xC3\xA9\\\"\": [null,true,false,-12.50e+3,\"x\\n\xF0\x9D\x84\x9E\xC3\xA9\"]}",
+        }),
+        std::vector<std::string>(trees.begin(), trees.begin() + 9));
+    EXPECT_EQ(compact(Outcome(k_everything).root), trees.back());
+    EXPECT_EQ(16u, trees.size());
+}
+
+TEST(BadInput, text_cut_off_is_the_same_when_it_comes_byte_by_byte) {
+    for (std::size_t length = 0; length <= k_everything.size(); ++length) {
+        // One parser for all pieces would reset the element; a stream of single bytes does not.
+        struct Single : std::streambuf {
+            explicit Single(std::string given) : text(std::move(given)) {}
+            std::streamsize showmanyc() override { return next < text.size() ? 1 : 0; }
+            std::streamsize xsgetn(char* to, std::streamsize) override {
+                *to = text[next++];
+                return 1;
+            }
+            std::string text;
+            std::size_t next = 0;
+        } buffer(k_everything.substr(0, length));
+        std::istream in(&buffer);
+        Element root;
+        DomParser parser;
+        parser.parse(root, in);
+        const Outcome whole(k_everything.substr(0, length));
+        EXPECT_EQ(compact(whole.root), compact(root)) << length;
+        EXPECT_EQ(whole.state, parser.state()) << length;
+        EXPECT_EQ(whole.position, parser.position()) << length;
+    }
+}
+
+TEST(BadInput, any_byte_put_anywhere_throws_nothing_but_parse_exceptions) {
+    // Outcome lets every other exception pass.
+    for (const char byte : {'\0', '\x01', '"', '\\', '{', '}', '[',  ']',    ',',    ':',   '-',
+                            '.',  'e',    '0', '/',  '*', 'n', '\n', '\x7F', '\x80', '\xFF'}) {
+        for (std::size_t at = 0; at <= k_everything.size(); ++at) {
+            std::string inserted = k_everything;
+            inserted.insert(at, 1, byte);
+            std::string replaced = k_everything;
+            replaced.at(at < replaced.size() ? at : 0) = byte;
+            for (const std::string& text : {inserted, replaced}) {
+                const Outcome outcome(text);
+                EXPECT_EQ(outcome.message.empty(), outcome.state != 3) << text;
+                EXPECT_LE(outcome.position, text.size());
+                CHECK_LINKS(outcome.root);
+            }
+        }
+    }
+}
+
+TEST(BadInput, garbage_is_a_fault) {
+    for (const char* const text : {"x",
+                                   "}",
+                                   "]",
+                                   ",",
+                                   ":",
+                                   "*",
+                                   "nulL",
+                                   "TRUE",
+                                   "'x'",
+                                   "+1",
+                                   ".5",
+                                   "01x]",
+                                   "[01]",
+                                   "[1.e5]",
+                                   "[.5]",
+                                   "[+1]",
+                                   "[1e]",
+                                   "[-]",
+                                   "[--1]",
+                                   "[1,]",
+                                   "[,1]",
+                                   "[1,,2]",
+                                   "[1 2]",
+                                   "[}",
+                                   "{]",
+                                   "{,}",
+                                   "{\"a\"}",
+                                   "{\"a\",1}",
+                                   "{\"a\":}",
+                                   "{\"a\":1,}",
+                                   "{a:1}",
+                                   "{1:2}",
+                                   "{\"a\":1 \"b\":2}",
+                                   "[\"\t\"]",
+                                   "[\"\n\"]",
+                                   "[\"\\x\"]",
+                                   "[\"\\u00g0\"]",
+                                   "[NaN]",
+                                   "[Infinity]",
+                                   "[undefined]",
+                                   "/x",
+                                   "/ /",
+                                   "#",
+                                   "[1] ,2"}) {
+        const Outcome outcome(text);
+        const bool isComplete = std::string(text) == "01x]" || std::string(text) == "[1] ,2";
+        EXPECT_EQ(isComplete, outcome.message.empty()) << text;
+        EXPECT_EQ(isComplete ? 0 : 3, outcome.state) << text;
+        CHECK_LINKS(outcome.root);
+    }
+}
+
+TEST(BadInput, a_fault_behind_the_value_is_not_looked_at) {
+    for (const char* const more : {"", "x", "]", "[1", "\"", "\xFF", "/*", ",2"}) {
+        const Outcome outcome(std::string("[1]") + more);
+        EXPECT_EQ("", outcome.message) << more;
+        EXPECT_EQ("[1]", compact(outcome.root)) << more;
+        EXPECT_EQ(3u, outcome.position) << more;
+    }
+}
+
+TEST(BadInput, a_lone_number_needs_a_byte_behind_it) {
+    const Outcome without("42");
+    EXPECT_TRUE(without.root.isNull());
+    EXPECT_EQ(2, without.state);
+    for (const char* const text : {"42\n", "42 ", "42x", "42,", "42/"}) {
+        const Outcome with(text);
+        EXPECT_EQ("42", compact(with.root)) << text;
+        EXPECT_EQ(0, with.state) << text;
+    }
+    EXPECT_EQ("0", compact(Outcome("01").root));
+    EXPECT_EQ("-1.5e-7", compact(Outcome("-1.5e-7\n").root));
+}
+
+TEST(BadInput, invalid_utf8_passes_unchanged) {
+    for (const char* const bytes :
+         {"\x80", "\xBF\xBF", "\xC0\x80", "\xC3", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+          "\xF8\x88\x80\x80\x80", "\xFE", "\xFF", "a\xFF z"}) {
+        const std::string text = "{\"" + std::string(bytes) + "\":\"" + bytes + "\"}";
+        const Outcome outcome(text);
+        ASSERT_EQ(0, outcome.state) << text;
+        EXPECT_EQ(bytes, outcome.root.object().begin()->first);
+        EXPECT_EQ(bytes, outcome.root.object().begin()->second.string());
+        EXPECT_EQ("{\"" + std::string(bytes) + "\": \"" + bytes + "\"}", compact(outcome.root));
+    }
+}
+
+TEST(BadInput, bytes_beyond_ascii_outside_of_strings_are_faults) {
+    for (const char* const text : {"\xC3\xA9", "[\xFF]", "[1\xC2\xA0]", "{\x80}"}) {
+        EXPECT_EQ(3, Outcome(text).state) << text;
+    }
+}
+
+TEST(BadInput, lone_surrogates_are_replaced_in_silence) {
+    EXPECT_EQ("?", Outcome(R"("\uD800")").root.string());
+    EXPECT_EQ("\xED\xB0\x80", Outcome(R"("\uDC00")").root.string());
+}
+
+TEST(BadInput, a_nul_byte_outside_of_strings_is_a_fault) {
+    const std::string nul(1, '\0');
+    for (const std::string& text :
+         {nul, "[" + nul + "]", "[1," + nul + "2]", "{\"a\":" + nul + "1}"}) {
+        EXPECT_EQ("lexical error: invalid char in json text.", Outcome(text).firstLine());
+    }
+    EXPECT_EQ("[1]", compact(Outcome("[1]" + nul).root));
+}
+
+TEST(BadInput, a_raw_control_character_within_a_string_is_a_fault) {
+    for (char byte = 0; byte < 0x20; ++byte) {
+        const std::string text = "[\"a" + std::string(1, byte) + "b\"]";
+        EXPECT_EQ("lexical error: invalid character inside string.", Outcome(text).firstLine())
+            << static_cast<int>(byte);
+    }
+}
+
+TEST(BadInput, an_escaped_nul_within_a_string_is_kept) {
+    EXPECT_EQ(std::string("a\0b\0", 4), Outcome(R"("a\u0000b\u0000")").root.string());
+}
+
+TEST(BadInput, a_byte_order_mark_is_a_fault) {
+    const Outcome outcome("\xEF\xBB\xBF[1]");
+    EXPECT_EQ("lexical error: invalid char in json text.", outcome.firstLine());
+    EXPECT_TRUE(outcome.root.isNull());
+}
+
+TEST(BadInput, utf16_is_a_fault) {
+    EXPECT_EQ(3, Outcome(std::string("[\0]\0", 4)).state);
+    EXPECT_EQ(3, Outcome(std::string("\0[\0]", 4)).state);
+}
+
+TEST(BadInput, a_fault_names_the_element_that_was_being_filled) {
+    const struct {
+        const char* text;
+        const char* path;
+        const char* built;
+    } rows[] = {
+        {"#", "", "null"},
+        {"[1,]", "", "[1]"},
+        {"[1,[2,#]]", "[1]", "[1,[2]]"},
+        {R"({"a":#})", "a", R"({"a": null})"},
+        {R"({"a":1,#})", "", R"({"a": 1})"},
+        {R"({"a":{"b.c":[0,{"d":#}]}})", "a.b\\.c[1].d", R"({"a": {"b.c": [0,{"d": null}]}})"},
+        {R"({"a":1,"a":#})", "a", R"({"a": null})"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome(row.text);
+        EXPECT_EQ(row.path, outcome.path) << row.text;
+        EXPECT_EQ(row.built, compact(outcome.root)) << row.text;
+        CHECK_LINKS(outcome.root);
+    }
+}
+
+TEST(BadInput, a_megabyte_of_open_brackets_is_a_text_cut_off) {
+    constexpr std::size_t k_megabyte = 1 << 20;
+    Outcome outcome(std::string(k_megabyte, '['));
+    EXPECT_EQ("", outcome.message);
+    EXPECT_EQ(2, outcome.state);
+    EXPECT_EQ(k_megabyte, outcome.position);
+    std::size_t levels = 1;
+    for (const Element* element = &outcome.root; !element->array().empty(); ++levels) {
+        element = &element->array().front();
+    }
+    EXPECT_EQ(k_megabyte, levels);
+}
+
+TEST(BadInput, a_megabyte_of_closing_brackets_is_a_fault_at_the_first) {
+    const Outcome outcome(std::string(1 << 20, ']'));
+    EXPECT_EQ(3, outcome.state);
+    EXPECT_EQ(1u, outcome.position);
+}
+
+TEST(BadInput, long_tokens_are_read_whole) {
+    const std::string digits(100000, '7');
+    EXPECT_EQ(digits, Outcome(digits + " ").root.number().toString());
+    const std::string letters(100000, 'x');
+    EXPECT_EQ(letters, Outcome("\"" + letters + "\"").root.string());
+    const Outcome key("{\"" + letters + "\":1}");
+    EXPECT_EQ(letters, key.root.object().begin()->first);
+    EXPECT_EQ("[]", compact(Outcome("/*" + letters + "*/[]").root));
+}
+
+TEST(BadInput, a_stream_that_is_not_good_gives_null) {
+    for (const auto bit : {std::ios_base::badbit, std::ios_base::failbit, std::ios_base::eofbit}) {
+        std::istringstream in("[1]");
+        in.setstate(bit);
+        Element root("before");
+        EXPECT_EQ(&in, &(in >> root));
+        EXPECT_TRUE(root.isNull());
+        EXPECT_EQ(bit, in.rdstate());
+    }
+}
+
+TEST(BadInput, a_file_that_is_not_there_gives_null) {
+    std::ifstream in("/nowhere/at/all.json");
+    Element root("before");
+    in >> root;
+    EXPECT_TRUE(root.isNull());
+    EXPECT_TRUE(in.fail());
+}
+
+TEST(BadInput, an_empty_stream_gives_null_and_stays_good) {
+    std::istringstream in("");
+    Element root("before");
+    in >> root;
+    EXPECT_TRUE(root.isNull());
+    EXPECT_TRUE(in.good());
+}
+
+/// Like a terminal before any key is pressed: it would have to wait, and says that nothing is
+/// there.
+class Silent : public std::streambuf {
+public:
+    bool wasAskedToWait = false;
+
+protected:
+    std::streamsize showmanyc() override { return 0; }
+    int_type underflow() override {
+        wasAskedToWait = true;
+        return traits_type::to_int_type('1');
+    }
+    std::streamsize xsgetn(char*, std::streamsize) override {
+        wasAskedToWait = true;
+        return 0;
+    }
+};
+
+TEST(BadInput, a_stream_with_nothing_available_is_not_waited_for) {
+    Silent silent;
+    std::istream in(&silent);
+    Element root("before");
+    DomParser parser;
+    parser.parse(root, in);
+    EXPECT_TRUE(root.isNull());
+    EXPECT_EQ(2, parser.state());
+    EXPECT_FALSE(silent.wasAskedToWait);
+    EXPECT_TRUE(in.good());
+}
+
+/// A stream whose reading fails.
+class Broken : public std::streambuf {
+protected:
+    std::streamsize showmanyc() override { return 10; }
+    std::streamsize xsgetn(char*, std::streamsize) override {
+        throw std::runtime_error("the disk is gone");
+    }
+};
+
+TEST(BadInput, a_stream_that_fails_while_it_is_read_turns_bad) {
+    Broken broken;
+    std::istream in(&broken);
+    Element root("before");
+    in >> root;
+    EXPECT_TRUE(in.bad());
+    EXPECT_TRUE(root.isNull());
+}
+
+TEST(BadInput, a_stream_that_fails_lets_its_exception_pass_when_told_so) {
+    Broken broken;
+    std::istream in(&broken);
+    in.exceptions(std::ios_base::badbit);
+    Element root("before");
+    EXPECT_THROW(in >> root, std::runtime_error);
+    EXPECT_TRUE(root.isNull());
+}
+
+TEST(BadInput, a_stream_that_says_it_is_at_its_end_gets_eofbit) {
+    struct AtEnd : std::streambuf {
+        std::streamsize showmanyc() override { return -1; }
+    } atEnd;
+    std::istream in(&atEnd);
+    Element root("before");
+    in >> root;
+    EXPECT_TRUE(root.isNull());
+    EXPECT_EQ(std::ios_base::eofbit, in.rdstate());
+}
+
+}  // namespace
