@@ -53,9 +53,17 @@ std::size_t keyLength(std::string_view text) {
                                     text.begin());
 }
 
-/// Appends what goes on with the key at the start of `text` and answers its length.
-std::size_t appendToKey(PathParser::SState& s, std::string_view text) {
+/// Takes the ordinary characters at the start of `text` as, or into, a key where one may stand, as
+/// acceptPlain() does one by one, and answers how many there were.
+std::size_t takeKey(PathParser::SState& s, std::string_view text) {
+    const bool isKeyDue = s.state == PathParser::esInit || s.state == PathParser::esObjectInit;
+    if (s.escaped || !(isKeyDue || s.state == PathParser::esObject)) {
+        return 0;
+    }
     const std::size_t length = keyLength(text);
+    if (isKeyDue && length > 0) {
+        separate(s, PathParser::esObject);
+    }
     s.token.append(text.data(), length);
     s.position += static_cast<unsigned int>(length);
     return length;
@@ -107,13 +115,8 @@ std::istream& PathParser::parse(std::istream& in) {
 void PathParser::parse(std::string_view text) {
     SState s;
     while (!text.empty()) {
-        if (s.state == esObject && !s.escaped) {
-            text.remove_prefix(appendToKey(s, text));
-            if (text.empty()) {
-                break;
-            }
-        }
-        if (text.front() == k_end && !s.escaped) {
+        text.remove_prefix(takeKey(s, text));
+        if (text.empty() || (text.front() == k_end && !s.escaped)) {
             break;
         }
         if (!next(s, text.front())) {
@@ -194,7 +197,7 @@ bool PathParser::emitKey(SState& s, EState following) {
 bool PathParser::emitIndex(SState& s) {
     s.state = esInit;
     unsigned int index = k_noIndex;
-    const bool isStar = s.position - s.tokenStart == 1 && s.token == "*";
+    const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
     if (!isStar && !readIndex(s.token, index)) {
         std::string message = "Unreadable index";
         parseError(s, message);

@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <set>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -28,6 +30,11 @@ public:
         if (m_tree) {
             const auto entry = m_tree->find(key);
             return entry == m_tree->end() ? nullptr : &*entry;
+        }
+        if constexpr (std::is_same_v<Compare, std::less<Key>>) {
+            if (m_sorted.size() <= k_largestScan) {
+                return scan(key);
+            }
         }
         const auto entry = lowerBound(key);
         return entry == m_sorted.end() || m_order(key, *entry) ? nullptr : &*entry;
@@ -70,6 +77,8 @@ public:
 private:
     /// Up to here moving the entries behind a new one costs less than the nodes of a tree.
     static constexpr std::size_t k_largestVector = 64;
+    /// Up to here looking for an equal key, which mostly compares lengths, beats the binary search.
+    static constexpr std::size_t k_largestScan = 8;
 
     struct Order {
         using is_transparent = void;
@@ -87,6 +96,15 @@ private:
         Compare compare;
     };
     using TTree = std::set<Iterator, Order>;
+
+    const Iterator* scan(const Key& key) const {
+        for (const Iterator& entry : m_sorted) {
+            if (entry->first == key) {
+                return &entry;
+            }
+        }
+        return nullptr;
+    }
 
     typename std::vector<Iterator>::const_iterator lowerBound(const Key& key) const {
         return std::lower_bound(m_sorted.begin(), m_sorted.end(), key, m_order);
