@@ -125,7 +125,7 @@ void PathParser::parse(std::string_view text) {
         text.remove_prefix(1);
     }
     // A backslash at the very end escapes the end of the input, which reads as the byte 0xFF.
-    if (text.empty() && s.escaped && !next(s, k_end)) {
+    if (s.escaped && !next(s, k_end)) {
         return;
     }
     parseEnd(s, k_end);

@@ -16,7 +16,7 @@ void appendEscaped(std::string& text, std::string_view key);
 class PathText {
 public:
     void genObjectProperty(std::string_view key);
-    /// The 0-based index; k_noIndex is written as `*`.
+    /// The 0-based index of an item.
     void genListItem(unsigned int index);
 
     std::string take() { return std::move(m_text); }

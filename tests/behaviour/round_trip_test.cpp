@@ -40,7 +40,8 @@ void read(Element& root, const std::string& text) {
     DomParser parser;
     parser.parse(root, text + "\n");
     ASSERT_EQ(0, parser.state());
-    EXPECT_EQ(std::string::npos, text.find_first_not_of(" \t\r\n", parser.position()));
+    EXPECT_EQ(std::string::npos,
+              text.find_first_not_of(" \t\r\n", static_cast<std::size_t>(parser.position())));
 }
 
 std::string write(const Element& root) {

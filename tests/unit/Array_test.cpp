@@ -292,6 +292,23 @@ TEST(Array, swap_tells_only_its_own_new_items_their_place) {
     CHECK_LINKS(doc.root);
 }
 
+TEST(Array, push_back_and_pop_back_tell_no_other_item_its_place) {
+    Document doc(R"({"a":[1,2],"b":[]})");
+    Element& left = doc.root.get("a");
+    Element& right = doc.root.get("b");
+    left.array().swap(right.array());
+    TArray& array = right.array();
+    array.push_back(3);
+    EXPECT_EQ(&left, array[0].parent());
+    EXPECT_EQ(&right, array[2].parent());
+    EXPECT_EQ(2u, array[2].index());
+    array.pop_back();
+    EXPECT_EQ(&left, array[0].parent());
+    array.erase(array.begin());
+    EXPECT_EQ(R"({"a": [],"b": [2]})", compact(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
 TEST(Array, swap_with_itself_changes_nothing) {
     Document doc("[1,2]");
     doc.root.array().swap(doc.root.array());

@@ -365,6 +365,18 @@ TEST(Generator, lets_the_exception_of_a_full_stream_pass) {
     }
 }
 
+TEST(Generator, destructor_lets_the_exception_of_its_stream_pass) {
+    FullBuffer full;
+    std::ostream out(&full);
+    out.exceptions(std::ios_base::badbit);
+    EXPECT_THROW(
+        {
+            Generator generator(&out);
+            generator.print(Element("x"));
+        },
+        std::ios_base::failure);
+}
+
 TEST(Generator, writes_with_the_layout_it_was_made_with) {
     Generator generator;
     EXPECT_EQ("    ", generator.indent());

@@ -11,6 +11,7 @@
 #include <functional>
 #include <iterator>
 #include <list>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -19,7 +20,8 @@
 
 namespace {
 
-using Map = ko::ListMap<std::string, int, std::less<>>;
+using Map = ko::ListMap<std::string, int, std::less<std::string>>;
+using TransparentMap = ko::ListMap<std::string, int, std::less<>>;
 using Member = Map::value_type;
 using Members = std::vector<Member>;
 
@@ -248,6 +250,105 @@ TEST(ListMap, names_the_types_that_standard_containers_name) {
     EXPECT_TRUE(
         (std::is_same_v<const Member&, std::iterator_traits<Map::const_iterator>::reference>));
     EXPECT_TRUE(std::has_virtual_destructor_v<Map>);
+}
+
+/// The same as a ListMap, searched from its beginning each time.
+struct Model {
+    Members members;
+
+    Members::iterator find(const std::string& key) {
+        return std::find_if(members.begin(), members.end(),
+                            [&](const Member& member) { return member.first == key; });
+    }
+};
+
+/// One random edit, drawn from few enough keys that many are there already, of both.
+template<class M, class Random>
+void edit(M& map, Model& model, Random& random, std::size_t keys) {
+    const std::string key = std::to_string(random() % keys);
+    const int value = static_cast<int>(random() % 1000);
+    const auto present = model.find(key);
+    const bool isPresent = present != model.members.end();
+    switch (random() % 4) {
+        case 0:
+            EXPECT_EQ(isPresent ? 1u : 0u, map.erase(key));
+            if (isPresent) {
+                model.members.erase(present);
+            }
+            break;
+        case 1:
+            EXPECT_EQ(key, map.insert(map.begin(), {key, value})->first);
+            if (!isPresent) {
+                model.members.insert(model.members.begin(), {key, value});
+            }
+            break;
+        default:
+            EXPECT_EQ(!isPresent, map.insert({key, value}).second);
+            if (isPresent) {
+                present->second = value;
+            } else {
+                model.members.emplace_back(key, value);
+            }
+            break;
+    }
+}
+
+template<class M>
+void expectToFollowTheModel(std::size_t keys) {
+    std::mt19937 random(20240501);
+    M map;
+    Model model;
+    for (int step = 0; step < 1500; ++step) {
+        edit(map, model, random, keys);
+        if (step % 50 == 0) {
+            ASSERT_EQ(model.members, membersOf(map)) << keys << " keys, step " << step;
+            EXPECT_EQ(model.members, membersOf(M(map)));
+        }
+    }
+}
+
+TEST(ListMap, does_the_same_at_every_size_as_a_plain_sequence) {
+    for (const std::size_t keys : {1u, 8u, 12u, 70u, 100u, 400u}) {
+        expectToFollowTheModel<Map>(keys);
+        expectToFollowTheModel<TransparentMap>(keys);
+    }
+}
+
+TEST(ListMap, finds_each_key_while_it_grows_and_shrinks) {
+    Map map;
+    for (int i = 0; i < 200; ++i) {
+        const std::string key = std::to_string(i * 37 % 200);
+        EXPECT_FALSE(map.contains(key));
+        map.insert({key, i});
+        ASSERT_EQ(static_cast<std::size_t>(i) + 1, membersOf(map).size());
+    }
+    for (int i = 0; i < 200; ++i) {
+        const std::string key = std::to_string(i * 73 % 200);
+        EXPECT_EQ(1u, map.erase(key));
+        EXPECT_FALSE(map.contains(key));
+        ASSERT_EQ(199 - static_cast<std::size_t>(i), membersOf(map).size());
+    }
+    EXPECT_TRUE(map.empty());
+    map.insert({"a", 1});
+    EXPECT_EQ((Members{{"a", 1}}), membersOf(map));
+}
+
+TEST(ListMap, swap_exchanges_a_small_and_a_large_one) {
+    Map small = makeMap({{"x", 1}});
+    Map large;
+    for (int i = 0; i < 100; ++i) {
+        large.insert({std::to_string(i), i});
+    }
+    small.swap(large);
+    EXPECT_EQ((Members{{"x", 1}}), membersOf(large));
+    EXPECT_EQ(100u, membersOf(small).size());
+    large = small;
+    EXPECT_EQ(membersOf(small), membersOf(large));
+    small.takeAll();
+    EXPECT_FALSE(small.contains("7"));
+    small.insert({"7", 8});
+    EXPECT_EQ((Members{{"7", 8}}), membersOf(small));
+    EXPECT_EQ(7, large.find("7")->second);
 }
 
 /// A value whose copy fails when it is told to.

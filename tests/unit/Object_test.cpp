@@ -285,6 +285,24 @@ TEST(Object, swap_tells_only_its_own_new_members_their_place) {
     CHECK_LINKS(doc.root);
 }
 
+TEST(Object, insert_tells_only_the_member_that_it_meets_its_place) {
+    Document doc(R"({"x":{"a":1,"b":2},"y":{}})");
+    Element& left = doc.root.get("x");
+    Element& right = doc.root.get("y");
+    left.object().swap(right.object());
+    TObject& object = right.object();
+    object.insert({"c", 3});
+    EXPECT_EQ(&left, object.find("a")->second.parent());
+    EXPECT_EQ(&right, object.find("c")->second.parent());
+    object.insert({"a", 4});
+    EXPECT_EQ(&right, object.find("a")->second.parent());
+    EXPECT_EQ(&left, object.find("b")->second.parent());
+    object.insert(object.begin(), {"b", 5});
+    EXPECT_EQ(&right, object.find("b")->second.parent());
+    EXPECT_EQ(R"({"x": {},"y": {"a": 4,"b": 2,"c": 3}})", compact(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
 TEST(Object, swap_with_itself_changes_nothing) {
     Document doc(R"({"b":1,"a":2})");
     doc.root.object().swap(doc.root.object());
