@@ -82,7 +82,7 @@ void showLongIntegers() {
 /// The shortest text that reads back to the same double.
 Number shortest(double value) {
     char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    const char* const end = std::to_chars(text, text + sizeof text, value).ptr;
     return std::string(text, end);
 }
 

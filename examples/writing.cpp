@@ -28,7 +28,7 @@ void showEvents() {
     generator.gen_object_open();
     generator.gen_string("squares");
     generator.gen_array_open();
-    for (int i = 1; i <= 3; ++i) {
+    for (long i = 1; i <= 3; ++i) {
         generator.gen_integer(i * i);
     }
     generator.flush();

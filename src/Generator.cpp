@@ -36,7 +36,6 @@ bool isOpen(int status) { return status == k_written || status == k_tooDeep; }
 struct Generator::SImpl {
     std::string indent = k_defaultIndent;
     yajl::Writer writer{true, k_defaultIndent};
-    bool isTooDeepFirst = false;  ///< a member was left out for its depth before any refusal
 };
 
 Generator::Generator(std::ostream* out) : m_out(out), m_impl(std::make_unique<SImpl>()) {}
@@ -153,8 +152,7 @@ void Generator::printMembers(const Element::TObject& object, const Member& isWri
 /// in the text.
 void Generator::printMember(const std::string& key, const Element& value) {
     if (isContainer(value.data()) && m_impl->writer.isFull()) {
-        m_impl->isTooDeepFirst =
-            m_impl->isTooDeepFirst || m_impl->writer.state() == yajl::WriteStatus::ok;
+        m_impl->writer.noteTooDeep();
         return;
     }
     printString(key);
@@ -213,9 +211,7 @@ std::string Generator::encode(const Element& element) {
     return text;
 }
 
-int Generator::state() const {
-    return m_impl->isTooDeepFirst ? k_tooDeep : number(m_impl->writer.state());
-}
+int Generator::state() const { return number(m_impl->writer.state()); }
 
 }  // namespace ko::Orvid
 

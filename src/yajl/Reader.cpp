@@ -61,7 +61,8 @@ std::string excerptOf(const char* text, std::size_t length, std::size_t offset) 
     std::replace(line.begin(), line.end(), '\n', ' ');
     std::replace(line.begin(), line.end(), '\r', ' ');
     line += '\n';
-    return line.c_str() + std::string(21, ' ') + "(right here) ------^\n";
+    line.erase(std::min(line.find('\0'), line.size()));
+    return line + std::string(21, ' ') + "(right here) ------^\n";
 }
 
 }  // namespace

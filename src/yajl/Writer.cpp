@@ -40,7 +40,7 @@ struct Writer::State {
     void appendIndent(std::size_t levels);
     template<typename Call>
     WriteStatus write(Kind kind, Call call);
-    void advance(Kind kind);
+    void advance(Kind done);
     WriteStatus open(Bracket bracket);
     WriteStatus close(Bracket bracket);
     WriteStatus refusal() const;
@@ -225,7 +225,7 @@ WriteStatus Writer::real(double value) {
     }
     constexpr int k_digits = 20;
     char text[k_digits + 12];  // with a sign, a decimal point and an exponent, or four zeros before
-    const auto end =
+    const char* const end =
         std::to_chars(text, text + sizeof text, value, std::chars_format::general, k_digits).ptr;
     return number(text, static_cast<std::size_t>(end - text));
 }
@@ -236,7 +236,7 @@ WriteStatus Writer::number(const char* text, std::size_t length) {
 }
 
 WriteStatus Writer::string(const char* text, std::size_t length) {
-    const auto bytes = reinterpret_cast<const unsigned char*>(text);
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(text);
     return m_state->write(State::Kind::value,
                           [=](yajl_gen handle) { return yajl_gen_string(handle, bytes, length); });
 }
@@ -250,6 +250,8 @@ WriteStatus Writer::openArray() { return m_state->open(yajl_gen_array_open); }
 WriteStatus Writer::closeArray() { return m_state->close(yajl_gen_array_close); }
 
 bool Writer::isFull() const { return m_state->isFull(); }
+
+void Writer::noteTooDeep() { m_state->keep(WriteStatus::maxDepthExceeded); }
 
 WriteStatus Writer::state() const { return m_state->first; }
 

@@ -56,6 +56,8 @@ public:
 
     /// Whether k_maxDepth containers or more are open, so that one opened now would be refused.
     bool isFull() const;
+    /// Tells state() of a value that the caller has left out because isFull().
+    void noteTooDeep();
     /// The first status other than ok that a call returned; ok while there is none.
     WriteStatus state() const;
     /// What has been written since the last clear(); valid until the next call.

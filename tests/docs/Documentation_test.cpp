@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// That the documentation tells the truth where a program can tell: what it shows as code stands in the
-// examples, what it shows as output is what they print (their own tests compare that), its links lead
-// somewhere, and it leaves out no header and no example.
+// That the documentation tells the truth where a program can tell: what it shows as code stands in
+// the examples, what it shows as output is what they print (their own tests compare that), its
+// links lead somewhere, and it leaves out no header and no example.
 
 #include "docs/Markdown.h"
 
@@ -51,7 +51,8 @@ std::vector<path> documents() {
     return files;
 }
 
-/// The file that a block's marker names, which holds its code or its output; empty without a marker.
+/// The file that a block's marker names, which holds its code or its output; empty without a
+/// marker.
 std::string markedFile(const FencedBlock& block) {
     static const std::regex from("<!-- from (examples/[^ ]+) -->");
     static const std::regex output("<!-- output of (examples/[^ .]+) -->");
@@ -124,7 +125,9 @@ TEST(Documentation, every_example_is_built_and_has_its_expected_output) {
     const std::string build = readFile(k_source / "examples/CMakeLists.txt");
     for (path example : filesIn(k_source / "examples", ".cpp")) {
         const std::string call = "orvid_add_example(" + example.stem().string();
-        EXPECT_TRUE(std::regex_search(build, std::regex(R"(\n)" + std::regex_replace(call, std::regex(R"(\()"), R"(\()") + "[ )]")))
+        EXPECT_TRUE(std::regex_search(
+            build,
+            std::regex(R"(\n)" + std::regex_replace(call, std::regex(R"(\()"), R"(\()") + "[ )]")))
             << call;
         EXPECT_TRUE(std::filesystem::exists(example.replace_extension(".expected"))) << example;
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What the tests of the documentation need to know of Markdown: fenced blocks with the marker on the
-// line before them, links, and whether the lines of a block stand in another text.
+// What the tests of the documentation need to know of Markdown: fenced blocks with the marker on
+// the line before them, links, and whether the lines of a block stand in another text.
 
 #pragma once
 

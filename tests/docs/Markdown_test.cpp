@@ -58,7 +58,8 @@ TEST(Markdown, only_the_indentation_that_all_lines_share_is_taken_away) {
 }
 
 TEST(Markdown, links_are_found_but_not_in_code) {
-    const Lines document = linesOf("see [a](a.md) and [b](b/c.md#d), `[c](c)`\n```\n[d](d)\n```\n[e](e)");
+    const Lines document =
+        linesOf("see [a](a.md) and [b](b/c.md#d), `[c](c)`\n```\n[d](d)\n```\n[e](e)");
     EXPECT_THAT(linkTargets(document), ElementsAre("a.md", "b/c.md#d", "e"));
 }
 

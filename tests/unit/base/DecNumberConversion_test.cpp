@@ -153,18 +153,12 @@ TEST(DecNumber, shortens_a_long_number_that_is_out_of_range) {
               messageOf([&] { static_cast<void>(static_cast<int>(number)); }));
 }
 
-double toDouble(const std::string& text) {
-    return static_cast<double>(DecNumber(text));
-}
+double toDouble(const std::string& text) { return static_cast<double>(DecNumber(text)); }
 
-float toFloat(const std::string& text) {
-    return static_cast<float>(DecNumber(text));
-}
+float toFloat(const std::string& text) { return static_cast<float>(DecNumber(text)); }
 
 /// A number just above (or, when negative, below) `value`, which must have a fraction in its text.
-std::string aLittleMore(const std::string& value) {
-    return value + "1";
-}
+std::string aLittleMore(const std::string& value) { return value + "1"; }
 
 /// A number just nearer to zero than `value`: its last digit other than zero is made smaller by one
 /// and nines follow.

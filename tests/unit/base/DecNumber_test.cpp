@@ -36,13 +36,9 @@ std::string written(const DecNumber& number) {
     return out.str();
 }
 
-std::string rewritten(const std::string& text) {
-    return written(DecNumber(text));
-}
+std::string rewritten(const std::string& text) { return written(DecNumber(text)); }
 
-int signOf(int value) {
-    return (value > 0) - (value < 0);
-}
+int signOf(int value) { return (value > 0) - (value < 0); }
 
 int compared(const std::string& left, const std::string& right) {
     return signOf(DecNumber(left).compare(DecNumber(right)));
