@@ -82,7 +82,7 @@ void showLongIntegers() {
 /// The shortest text that reads back to the same double.
 Number shortest(double value) {
     char text[32];
-    const char* const end = std::to_chars(text, text + sizeof text, value).ptr;
+    char* const end = std::to_chars(text, text + sizeof text, value).ptr;
     return std::string(text, end);
 }
 
