@@ -52,8 +52,8 @@ public:
     virtual ~ListMap() = default;
 
     /// Appends a copy of `member`, or, when its key is there already, assigns to the present
-    /// member, which keeps its place in the order. Answers the member and whether it is new. O(log
-    /// n).
+    /// member, which keeps its place in the order. Answers the member and whether it is new.
+    /// O(log n).
     virtual std::pair<iterator, bool> insert(const value_type& member) {
         const iterator present = find(member.first);
         if (present != m_list.end()) {

@@ -54,8 +54,7 @@ public:
     static const TArray k_emptyArray;
     static const Element k_emptyElement;  ///< of type etEmpty
 
-    // --- value
-    // ------------------------------------------------------------------------------------
+    // Value.
 
     /// Null.
     Element() noexcept {}  // not defaulted, or g++ refuses `const Element e;` for the union's sake
@@ -121,8 +120,7 @@ public:
         }
     }
 
-    // --- place
-    // ------------------------------------------------------------------------------------
+    // Place in the tree.
 
     /// The element whose container holds this one; null for a root or a free-standing element.
     Element* parent() noexcept { return m_parent; }
@@ -147,10 +145,9 @@ public:
     std::string schemaPath(const Element* relativeTo = nullptr) const;
     std::ostream& schemaPath(std::ostream& out, const Element* relativeTo = nullptr) const;
 
-    // --- lookup by path
-    // --------------------------------------------------------------------------- All of them throw
-    // ParseException for a malformed path and for a step `[*]`, the try forms included. The cost is
-    // that of parsing the path and, for each step, O(log n) in an object and O(1) in an array.
+    // Lookup by path. All of them throw ParseException for a malformed path and for a step `[*]`,
+    // the try forms included. The cost is that of parsing the path and, for each step, O(log n) in
+    // an object and O(1) in an array.
 
     /// Whether the path leads to an element of that type; etEmpty accepts any.
     bool pathExists(const Path& path, EType type = etEmpty) const;
@@ -172,9 +169,8 @@ public:
     const Element& tryFind(const Element& value, const Element& fallback,
                            const Path& itemPath = Path(), const Path& arrayPath = Path()) const;
 
-    // --- editing by path
-    // -------------------------------------------------------------------------- `value` may lie
-    // anywhere in the tree that is edited: what it was before the call counts.
+    // Editing by path. `value` may lie anywhere in the tree that is edited: what it was before the
+    // call counts.
 
     /// Removes the items that find() would find, but for one rule: the item that directly follows a
     /// removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1] leaves [1, 2].
@@ -197,10 +193,9 @@ public:
     /// is not parsed. Throws TypeException when this is no object.
     Element& insert(const Path& key, const Element& value);
 
-    // --- defaults from the document's own schema
-    // -------------------------------------------------- The schema is looked up under meta.schema
-    // of the root; docs/defaults.md has an example. The data is never changed. `path` is relative
-    // to this element.
+    // Defaults from the document's own schema, which is looked up under meta.schema of the root;
+    // docs/defaults.md has an example. The data is never changed. `path` is relative to this
+    // element.
 
     /// The schema's default for the element at the path, or `fallback`.
     const Element& tryGetDefault(const Path& path, const Element& fallback) const;
@@ -212,8 +207,7 @@ public:
     /// first: throws PathNotFound when the schema has none, even where the data has a value.
     const Element& getUsingDefault(const Path& path) const;
 
-    // --- payload records
-    // --------------------------------------------------------------------------
+    // Payload records.
 
     const SData& data() const noexcept { return m_data; }
     SData& data() noexcept { return m_data; }
