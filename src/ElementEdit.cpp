@@ -42,11 +42,9 @@ Element& Element::update(const Path& path, const Element& value) {
     return element;
 }
 
+// The two differ in name only: an element that is there keeps its value until the new one is copied.
 Element& Element::tryUpdate(const Path& path, const Element& value) {
-    const ValueBefore before(value, *this);
-    Element& element = tryCreate(path, k_emptyElement);
-    element = before.get();
-    return element;
+    return tryCreate(path, value);
 }
 
 Element& Element::insert(const Path& key, const Element& value) {
