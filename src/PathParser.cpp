@@ -7,7 +7,7 @@
 
 #include <ko/Orvid/Exception.h>
 
-#include <algorithm>
+#include <array>
 #include <istream>
 #include <locale>
 #include <sstream>
@@ -44,13 +44,22 @@ bool append(PathParser::SState& s, char c) {
     return true;
 }
 
-/// How many characters at the start of `text` go on with a key, whatever they are.
+/// For each byte, whether it is something else than a plain character of a key.
+constexpr std::array<bool, 256> k_endsKey = [] {
+    std::array<bool, 256> ends{};
+    for (const char c : {'.', '[', ']', '\\', k_end}) {
+        ends[static_cast<unsigned char>(c)] = true;
+    }
+    return ends;
+}();
+
+/// How many characters at the start of `text` go on with a key.
 std::size_t keyLength(std::string_view text) {
-    const auto isSpecial = [](char c) {
-        return c == '.' || c == '[' || c == ']' || c == '\\' || c == k_end;
-    };
-    return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSpecial) -
-                                    text.begin());
+    std::size_t length = 0;
+    while (length < text.length() && !k_endsKey[static_cast<unsigned char>(text[length])]) {
+        ++length;
+    }
+    return length;
 }
 
 /// Takes the ordinary characters at the start of `text` as, or into, a key where one may stand, as
