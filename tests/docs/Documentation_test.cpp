@@ -21,6 +21,7 @@ namespace {
 using orvid_test::containsLines;
 using orvid_test::FencedBlock;
 using orvid_test::fencedBlocks;
+using orvid_test::headingAnchors;
 using orvid_test::Lines;
 using orvid_test::linesOf;
 using orvid_test::linkTargets;
@@ -96,14 +97,24 @@ TEST(Documentation, every_block_of_code_or_output_stands_in_the_file_that_its_ma
     EXPECT_GT(checked, 0U);
 }
 
-TEST(Documentation, links_lead_to_files_that_exist) {
+/// Whether the link in that document leads to a file and, behind `#`, to a heading of it.
+bool leadsSomewhere(const path& document, const std::string& target) {
+    const std::size_t mark = target.find('#');
+    const std::string name = target.substr(0, mark);
+    const path file = name.empty() ? document : document.parent_path() / name;
+    if (mark == std::string::npos || !std::filesystem::exists(file)) {
+        return std::filesystem::exists(file);
+    }
+    const std::vector<std::string> anchors = headingAnchors(linesOf(readFile(file)));
+    return std::count(anchors.begin(), anchors.end(), target.substr(mark + 1)) == 1;
+}
+
+TEST(Documentation, links_lead_to_files_and_headings_that_exist) {
     std::size_t checked = 0;
     for (const path& document : documents()) {
         for (const std::string& target : linkTargets(linesOf(readFile(document)))) {
-            const std::string file = target.substr(0, target.find('#'));
-            if (!file.empty() && target.find("://") == std::string::npos) {
-                EXPECT_TRUE(std::filesystem::exists(document.parent_path() / file))
-                    << document << ": " << target;
+            if (target.find("://") == std::string::npos) {
+                EXPECT_TRUE(leadsSomewhere(document, target)) << document << ": " << target;
                 ++checked;
             }
         }
@@ -124,10 +135,9 @@ TEST(Documentation, the_readme_names_every_public_header) {
 TEST(Documentation, every_example_is_built_and_has_its_expected_output) {
     const std::string build = readFile(k_source / "examples/CMakeLists.txt");
     for (path example : filesIn(k_source / "examples", ".cpp")) {
-        const std::string call = "orvid_add_example(" + example.stem().string();
-        EXPECT_TRUE(std::regex_search(
-            build,
-            std::regex(R"(\n)" + std::regex_replace(call, std::regex(R"(\()"), R"(\()") + "[ )]")))
+        const std::string call = "\norvid_add_example(" + example.stem().string();
+        EXPECT_TRUE(build.find(call + ")") != std::string::npos ||
+                    build.find(call + " ") != std::string::npos)
             << call;
         EXPECT_TRUE(std::filesystem::exists(example.replace_extension(".expected"))) << example;
     }

@@ -5,6 +5,7 @@
 #include "docs/Markdown.h"
 
 #include <algorithm>
+#include <cctype>
 #include <regex>
 #include <sstream>
 
@@ -26,6 +27,18 @@ Lines withoutIndent(const Lines& lines) {
         result.push_back(line.substr(std::min(common, line.length())));
     }
     return result;
+}
+
+std::string anchorOf(const std::string& heading) {
+    std::string anchor;
+    for (const char c : heading) {
+        if (std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_') {
+            anchor += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        } else if (c == ' ') {
+            anchor += '-';
+        }
+    }
+    return anchor;
 }
 
 }  // namespace
@@ -69,6 +82,20 @@ std::vector<std::string> linkTargets(const Lines& document) {
         }
     }
     return targets;
+}
+
+std::vector<std::string> headingAnchors(const Lines& document) {
+    std::vector<std::string> anchors;
+    bool isOpen = false;
+    for (const std::string& line : document) {
+        isOpen = isOpen != isFence(line);
+        const std::size_t start = line.find_first_not_of('#');
+        const bool isHeading = !isOpen && start != 0 && start != std::string::npos;
+        if (isHeading && line[start] == ' ') {
+            anchors.push_back(anchorOf(line.substr(start + 1)));
+        }
+    }
+    return anchors;
 }
 
 bool containsLines(const Lines& text, const Lines& lines) {

@@ -28,6 +28,11 @@ std::vector<FencedBlock> fencedBlocks(const Lines& document);
 /// The targets of all links `[text](target)` outside of blocks and code spans.
 std::vector<std::string> linkTargets(const Lines& document);
 
+/// What a link puts behind `#` to lead to a heading: each heading outside of blocks in small
+/// letters, with
+/// `-` for a blank and without punctuation. Repeated headings are not told apart.
+std::vector<std::string> headingAnchors(const Lines& document);
+
 /// Whether the lines stand in the text one after the other, when the indentation that they have in
 /// common, here and there, is taken away. No lines stand nowhere.
 bool containsLines(const Lines& text, const Lines& lines);

@@ -11,6 +11,7 @@ namespace {
 
 using orvid_test::containsLines;
 using orvid_test::fencedBlocks;
+using orvid_test::headingAnchors;
 using orvid_test::Lines;
 using orvid_test::linesOf;
 using orvid_test::linkTargets;
@@ -61,6 +62,11 @@ TEST(Markdown, links_are_found_but_not_in_code) {
     const Lines document =
         linesOf("see [a](a.md) and [b](b/c.md#d), `[c](c)`\n```\n[d](d)\n```\n[e](e)");
     EXPECT_THAT(linkTargets(document), ElementsAre("a.md", "b/c.md#d", "e"));
+}
+
+TEST(Markdown, an_anchor_is_a_heading_in_small_letters_without_punctuation) {
+    const Lines document = linesOf("# One\ntext # no\n## `[*]`, or two-B\n```sh\n# no\n```\n#no\n");
+    EXPECT_THAT(headingAnchors(document), ElementsAre("one", "-or-two-b"));
 }
 
 }  // namespace

@@ -27,8 +27,8 @@ public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
     explicit Generator(std::ostream* out = nullptr);
     /// Flushes. Throws what flush() throws, unless another exception is on its way.
-    virtual ~Generator() noexcept(
-        false);  // NOLINT(bugprone-exception-escape): part of the contract
+    // NOLINTNEXTLINE(bugprone-exception-escape): part of the contract
+    virtual ~Generator() noexcept(false);
     Generator(const Generator&) = delete;
     Generator& operator=(const Generator&) = delete;
 
