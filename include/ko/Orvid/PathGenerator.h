@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // PathGenerator writes path text step by step. PathParser reads it back to the same steps, but for
-// an empty first key, which the path language cannot express, and a byte 0xFF, which ends a path.
+// empty keys, which the path language cannot express, and a byte 0xFF, which ends a path.
 
 #pragma once
 
