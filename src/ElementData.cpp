@@ -38,13 +38,26 @@ void assign(Element::SData& target, const Element::SData& source) {
     }
 }
 
-/// Fills a payload that create() has just made.
-void fill(Element::SData& target, const Element::SData& source) {
-    if (isContainer(source)) {
-        copyTree(target, source);
-    } else {
-        assign(target, source);
+/// A payload of its own with the source's value.
+Element::SData copied(const Element::SData& source, Element* owner) {
+    Element::SData data = source;
+    switch (source.type) {
+        case etNumber:
+            data.value.number = new Number(*source.value.number);
+            break;
+        case etString:
+            data.value.string = new std::string(*source.value.string);
+            break;
+        case etObject:
+        case etArray: {
+            OwnedData container(source.type, owner);
+            copyTree(*container, source);
+            return container.release();
+        }
+        default:
+            break;
     }
+    return data;
 }
 
 }  // namespace
@@ -103,10 +116,9 @@ void Element::copy(SData& target, const SData& source, Element* owner) {
         return;
     }
     // The copy is complete before the old payload goes: the source may lie within it.
-    OwnedData copied(source.type, owner);
-    fill(*copied, source);
+    const SData data = copied(source, owner);
     destroy(target);
-    target = copied.release();
+    target = data;
 }
 
 int Element::compare(const SData& a, const SData& b) { return compareTrees(a, b); }
