@@ -42,7 +42,8 @@ Element& Element::update(const Path& path, const Element& value) {
     return element;
 }
 
-// The two differ in name only: an element that is there keeps its value until the new one is copied.
+// The two differ in name only: an element that is there keeps its value until the new one is
+// copied.
 Element& Element::tryUpdate(const Path& path, const Element& value) {
     return tryCreate(path, value);
 }
