@@ -353,6 +353,21 @@ TEST(BadInput, a_file_that_is_not_there_gives_null) {
     EXPECT_TRUE(in.fail());
 }
 
+TEST(BadInput, a_folder_gives_null) {
+    std::ifstream in("/");
+    Element root("before");
+    EXPECT_EQ(&in, &DomParser().parse(root, in));
+    EXPECT_TRUE(root.isNull());
+}
+
+TEST(BadInput, a_file_that_cannot_be_opened_gives_null) {
+    std::ifstream in("/dev/null/below");
+    Element root("before");
+    in >> root;
+    EXPECT_TRUE(in.fail());
+    EXPECT_TRUE(root.isNull());
+}
+
 TEST(BadInput, an_empty_stream_gives_null_and_stays_good) {
     std::istringstream in("");
     Element root("before");
