@@ -10,8 +10,10 @@
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <exception>
 #include <sstream>
+#include <vector>
 
 #include "Tree.h"
 #include "yajl/Writer.h"
@@ -19,8 +21,6 @@
 namespace ko::Orvid {
 
 namespace {
-
-constexpr const char* k_defaultIndent = "    ";
 
 constexpr int number(yajl::WriteStatus status) { return static_cast<int>(status); }
 
@@ -31,14 +31,28 @@ constexpr int k_tooDeep = number(yajl::WriteStatus::maxDepthExceeded);
 /// covers all up to the close.
 bool isOpen(int status) { return status == k_written || status == k_tooDeep; }
 
+yajl::Layout layoutOf(const WriteOptions& options) {
+    return {!options.indent.empty(), options.indent, options.finalNewline, options.asciiOnly};
+}
+
 }  // namespace
 
 struct Generator::SImpl {
-    std::string indent = k_defaultIndent;
-    yajl::Writer writer{true, k_defaultIndent};
+    explicit SImpl(const WriteOptions& options)
+        : indent(options.indent), sortKeys(options.sortKeys), writer(layoutOf(options)) {}
+
+    std::string indent;
+    bool sortKeys;
+    yajl::Writer writer;
 };
 
-Generator::Generator(std::ostream* out) : m_out(out), m_impl(std::make_unique<SImpl>()) {}
+Generator::Generator(std::ostream* out) : Generator(out, WriteOptions()) {}
+
+Generator::Generator(std::ostream* out, const WriteOptions& options)
+    : m_out(out), m_impl(std::make_unique<SImpl>(options)) {}
+
+Generator::Generator(std::ostream* out, const std::string& indent)
+    : Generator(out, WriteOptions::indented(indent)) {}
 
 Generator::~Generator() noexcept(false) {  // NOLINT(bugprone-exception-escape): its contract
     if (std::uncaught_exceptions() == 0) {
@@ -136,7 +150,9 @@ void Generator::print(const Dom& dom) {
 template<class Member>
 void Generator::printMembers(const Element::TObject& object, const Member& isWritten) {
     const int status = gen_object_open();
-    if (status == k_written) {
+    if (status == k_written && m_impl->sortKeys) {
+        printSorted(object, isWritten);
+    } else if (status == k_written) {
         for (const auto& member : object) {
             if (isWritten(member.first)) {
                 printMember(member.first, member.second);
@@ -145,6 +161,23 @@ void Generator::printMembers(const Element::TObject& object, const Member& isWri
     }
     if (isOpen(status)) {
         gen_object_close();
+    }
+}
+
+template<class Member>
+void Generator::printSorted(const Element::TObject& object, const Member& isWritten) {
+    using Pair = Element::TObject::value_type;
+    std::vector<const Pair*> members;
+    members.reserve(object.size());
+    for (const auto& member : object) {
+        if (isWritten(member.first)) {
+            members.push_back(&member);
+        }
+    }
+    std::sort(members.begin(), members.end(),
+              [](const Pair* left, const Pair* right) { return left->first < right->first; });
+    for (const Pair* const member : members) {
+        printMember(member->first, member->second);
     }
 }
 

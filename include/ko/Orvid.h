@@ -26,3 +26,4 @@
 #include <ko/Orvid/TypeException.h>
 #include <ko/Orvid/types.h>
 #include <ko/Orvid/ValueOutOfRange.h>
+#include <ko/Orvid/WriteOptions.h>

@@ -15,6 +15,7 @@
 #include <limits>
 #include <utility>
 
+#include "yajl/AsciiText.h"
 #include "yajl/Memory.h"
 
 namespace ko::Orvid::yajl {
@@ -32,9 +33,10 @@ struct Writer::State {
     using Bracket = yajl_gen_status (*)(yajl_gen);
     enum class Kind { value, open, close };
 
-    State(bool beautify, const std::string& givenIndent);
+    explicit State(const Layout& layout);
 
     static void print(void* state, const char* token, std::size_t length) noexcept;
+    static void printAscii(void* state, const char* token, std::size_t length) noexcept;
     void place(const char* token, std::size_t length);
     void append(const char* token, std::size_t length);
     void appendIndent(std::size_t levels);
@@ -48,9 +50,11 @@ struct Writer::State {
     bool isFull() const { return refused > 0 || depth == k_maxDepth; }
 
     const bool isIndented;
+    const bool hasFinalNewline;
     const std::string indent;
     std::string indents;  // of as many levels as were needed yet
     std::string text;
+    std::string ascii;  // a token with escapes
     Memory memory;
     yajl_gen handle = nullptr;
     unsigned int depth = 0;      // containers open in YAJL
@@ -60,15 +64,19 @@ struct Writer::State {
     bool isEmpty = false;        // nothing stands in the innermost container yet
     std::exception_ptr failure;  // thrown by print, not yet passed on
     bool isBroken = false;       // print has failed: what YAJL believes written is not in text
+    bool isReplaced = false;     // something in this call could not be told in ASCII
     WriteStatus first = WriteStatus::ok;
 };
 
-Writer::State::State(bool beautify, const std::string& givenIndent)
-    : isIndented(beautify), indent(acceptedIndent(givenIndent)) {
+Writer::State::State(const Layout& layout)
+    : isIndented(layout.isIndented),
+      hasFinalNewline(layout.hasFinalNewline),
+      indent(acceptedIndent(layout.indent)) {
     const yajl_alloc_funcs allocation = {Memory::allocate, Memory::reallocate, Memory::deallocate,
                                          &memory};
     memory.run([&] { handle = yajl_gen_alloc(&allocation); });
-    yajl_gen_config(handle, yajl_gen_print_callback, &State::print, static_cast<void*>(this));
+    yajl_gen_config(handle, yajl_gen_print_callback,
+                    layout.isAscii ? &State::printAscii : &State::print, static_cast<void*>(this));
 }
 
 // YAJL goes on printing the tokens of its call after one has failed; write() cuts them off again.
@@ -76,6 +84,23 @@ void Writer::State::print(void* state, const char* token, std::size_t length) no
     State& self = *static_cast<State*>(state);
     try {
         self.place(token, length);
+    } catch (...) {
+        self.failure = std::current_exception();
+        self.isBroken = true;
+    }
+}
+
+// YAJL cuts strings at characters of ASCII only, so no token ends within a character.
+void Writer::State::printAscii(void* state, const char* token, std::size_t length) noexcept {
+    if (!hasBeyondAscii(token, length)) {
+        print(state, token, length);
+        return;
+    }
+    State& self = *static_cast<State*>(state);
+    try {
+        self.ascii.clear();
+        self.isReplaced = !appendAscii(self.ascii, token, length) || self.isReplaced;
+        self.place(self.ascii.data(), self.ascii.size());
     } catch (...) {
         self.failure = std::current_exception();
         self.isBroken = true;
@@ -135,7 +160,7 @@ WriteStatus Writer::State::write(Kind givenKind, Call call) {
         text.resize(before);
         std::rethrow_exception(std::exchange(failure, nullptr));
     }
-    return keep(result);
+    return keep(std::exchange(isReplaced, false) ? WriteStatus::replacedText : result);
 }
 
 void Writer::State::advance(Kind done) {
@@ -145,7 +170,7 @@ void Writer::State::advance(Kind done) {
     } else if (done == Kind::close) {
         --depth;
     }
-    if (isIndented && (isEmpty || depth == 0)) {
+    if (depth == 0 ? hasFinalNewline : isEmpty && isIndented) {
         print(this, "\n", 1);
     }
 }
@@ -200,8 +225,10 @@ WriteStatus Writer::State::keep(WriteStatus result) {
     return result;
 }
 
+Writer::Writer(const Layout& layout) : m_state(std::make_unique<State>(layout)) {}
+
 Writer::Writer(bool beautify, const std::string& indent)
-    : m_state(std::make_unique<State>(beautify, indent)) {}
+    : Writer(Layout{beautify, indent, beautify, false}) {}
 
 Writer::~Writer() = default;
 

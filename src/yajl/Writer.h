@@ -11,7 +11,7 @@
 
 namespace ko::Orvid::yajl {
 
-/// The result of one call of the writer; the numbers are those of YAJL 1.
+/// The result of one call of the writer; the numbers up to 5 are those of YAJL 1.
 enum class WriteStatus : int {
     ok = 0,
     keysMustBeStrings = 1,   ///< a value that is not a string stood where a key is due
@@ -19,6 +19,19 @@ enum class WriteStatus : int {
     inErrorState = 3,        ///< a close without an open, or any call after std::bad_alloc
     generationComplete = 4,  ///< the top-level value is complete already
     invalidNumber = 5,       ///< a NaN or an infinity
+    replacedText = 6,        ///< written, but with U+FFFD for bytes that cannot be told in ASCII
+};
+
+/// How the text looks.
+struct Layout {
+    /// Whether every member and item stands on a line of its own behind one `indent` for each
+    /// level. An `indent` with anything but " \t\n\r\v\f" in it is replaced by two blanks.
+    bool isIndented = true;
+    std::string indent;
+    /// Whether a newline ends the text.
+    bool hasFinalNewline = true;
+    /// Whether characters beyond ASCII are written as escapes.
+    bool isAscii = false;
 };
 
 /// Writes one document. A call that is refused writes nothing, and neither the nesting nor the
@@ -31,9 +44,8 @@ public:
     /// The number of containers that may be open at once.
     static constexpr unsigned int k_maxDepth = 127;
 
-    /// With `beautify` every member and item stands on a line of its own behind one `indent` for
-    /// each level, and a newline ends the text. An `indent` with anything but " \t\n\r\v\f" in it
-    /// is replaced by two blanks.
+    explicit Writer(const Layout& layout);
+    /// The two layouts of YAJL: with `beautify` indented and ended by a newline, else neither.
     Writer(bool beautify, const std::string& indent);
     ~Writer();
     Writer(const Writer&) = delete;

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// Generator writes element trees and documents as JSON text, one member or item a line, each level
-// indented by four blanks.
+// Generator writes element trees and documents as JSON text: one member or item a line, each level
+// indented by four blanks, unless it is made with other WriteOptions.
 
 #pragma once
 
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
+#include <ko/Orvid/WriteOptions.h>
 
 #include <iosfwd>
 #include <memory>
@@ -26,6 +27,9 @@ class KO_API Generator {
 public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
     explicit Generator(std::ostream* out = nullptr);
+    Generator(std::ostream* out, const WriteOptions& options);
+    /// With WriteOptions::indented(indent), so that an empty indent is the compact layout.
+    Generator(std::ostream* out, const std::string& indent);
     /// Flushes. Throws what flush() throws, unless another exception is on its way.
     // NOLINTNEXTLINE(bugprone-exception-escape): part of the contract
     virtual ~Generator() noexcept(false);
@@ -38,7 +42,8 @@ public:
 
     // Single events. Each returns 0 when it was written, or else 1 where a key is due and this is
     // no string, 2 beyond the greatest depth, 3 for a close without an open, 4 when the document is
-    // complete, 5 for a NaN or an infinity.
+    // complete, 5 for a NaN or an infinity; and 6 when it was written, but with U+FFFD in place of
+    // bytes that WriteOptions::asciiOnly cannot tell.
     int gen_null();
     int gen_bool(bool value);
     int gen_number(const Number& value);
@@ -82,6 +87,8 @@ private:
     void printMember(const std::string& key, const Element& value);
     template<class Member>
     void printMembers(const Element::TObject& object, const Member& isWritten);
+    template<class Member>
+    void printSorted(const Element::TObject& object, const Member& isWritten);
     template<class Value>
     std::ostream& encodeTo(std::ostream& out, const Value& value);
     template<class Value>

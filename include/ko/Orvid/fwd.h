@@ -47,6 +47,7 @@ template<class Type>
 class TypeException;
 template<class Value, class Limit>
 class ValueOutOfRange;
+struct WriteOptions;
 
 /// The path of `element` from its root, as Element::path(nullptr) writes it. Exceptions with
 /// element context call it when they are built; it is declared here so that they need not know

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+//
+// WriteOptions says how a Generator lays text out. None of it changes a tree, and none of it
+// changes what is written, only how.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace ko::Orvid {
+
+/// The defaults are the layout of a Generator that is made without options.
+struct WriteOptions {
+    /// Stands before each member and item, once for each level. Empty: the compact layout, all on
+    /// one line and without blanks. Only blanks, tabs, `\n`, `\r`, `\v` and `\f` are an indent (the
+    /// last two are no white space to JSON); one with anything else is replaced by two blanks.
+    std::string indent = "    ";
+    /// Whether a newline ends the document, in the compact layout too.
+    bool finalNewline = true;
+    /// Whether the members of every object are written in the order of their keys' bytes, which is
+    /// that of their code points, and not in their own. Takes time and memory for sorting one
+    /// pointer for each member of the objects that are open.
+    bool sortKeys = false;
+    /// Whether characters beyond ASCII are written as `\uXXXX`, one beyond U+FFFF as two of them.
+    /// Bytes that are no UTF-8 become `\uFFFD`, and the generator's state() tells so.
+    bool asciiOnly = false;
+
+    /// Lines behind `indent` for each level and a final newline; neither when it is empty.
+    static WriteOptions indented(const std::string& indent) {
+        WriteOptions options;
+        options.indent = indent;
+        options.finalNewline = !indent.empty();
+        return options;
+    }
+    /// All on one line, without blanks and without a final newline.
+    static WriteOptions compact() { return indented(""); }
+    /// indented() with `count` blanks.
+    static WriteOptions blanks(std::size_t count) { return indented(std::string(count, ' ')); }
+    /// indented() with one tab.
+    static WriteOptions tab() { return indented("\t"); }
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of WriteOptions, alone and with the Generator that is made with them: the layouts, the
+// final newline, sorted keys and text that is ASCII only.
+
+#include <ko/Orvid/WriteOptions.h>
+
+#include <gtest/gtest.h>
+#include <ko/Orvid.h>
+
+#include <sstream>
+#include <string>
+
+#include "support/Document.h"
+
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::Generator;
+using ko::Orvid::WriteOptions;
+using orvid_test::Document;
+using orvid_test::thrownBy;
+
+constexpr int k_tooDeep = 2;
+constexpr int k_replaced = 6;
+constexpr const char* k_sample = R"({"b":1.50,"a":[true,{"d":null,"c":"x"}],"e":{},"f":[]})";
+
+std::string writtenTree(const Element& element, const WriteOptions& options) {
+    return Generator(nullptr, options).encode(element);
+}
+
+std::string written(const std::string& text, const WriteOptions& options) {
+    return writtenTree(Document(text).root, options);
+}
+
+WriteOptions sorted() {
+    WriteOptions options = WriteOptions::compact();
+    options.sortKeys = true;
+    return options;
+}
+
+WriteOptions ascii() {
+    WriteOptions options = WriteOptions::compact();
+    options.asciiOnly = true;
+    return options;
+}
+
+TEST(WriteOptions, are_by_default_those_of_a_generator_without_options) {
+    for (const char* const text : {k_sample, "{}", "[]", "1.50", "\"\xC3\xA9\xFF\\u0001\""}) {
+        EXPECT_EQ(Generator().encode(Document(text).root), written(text, WriteOptions())) << text;
+    }
+    EXPECT_EQ(Generator().indent(), WriteOptions().indent);
+}
+
+TEST(WriteOptions, compact_leaves_out_every_blank_and_the_final_newline) {
+    EXPECT_EQ(k_sample, written(k_sample, WriteOptions::compact()));
+    EXPECT_EQ("{}", written("{ }", WriteOptions::compact()));
+    EXPECT_EQ("[]", written("[\n]", WriteOptions::compact()));
+    EXPECT_EQ("null", written("null", WriteOptions::compact()));
+    EXPECT_EQ("\" a : b , \"", written("\" a : b , \"", WriteOptions::compact()));
+}
+
+TEST(WriteOptions, indent_by_any_number_of_blanks) {
+    EXPECT_EQ("{\n  \"a\": [\n    1,\n    2\n  ]\n}\n",
+              written(R"({"a":[1,2]})", WriteOptions::blanks(2)));
+    EXPECT_EQ("{\n \"a\": [\n  1,\n  2\n ]\n}\n",
+              written(R"({"a":[1,2]})", WriteOptions::blanks(1)));
+    EXPECT_EQ(Generator().encode(Document(k_sample).root),
+              written(k_sample, WriteOptions::blanks(4)));
+    EXPECT_EQ(k_sample, written(k_sample, WriteOptions::blanks(0)));
+}
+
+TEST(WriteOptions, indent_by_a_tab) {
+    EXPECT_EQ("{\n\t\"a\": [\n\t\t1,\n\t\t[\n\n\t\t]\n\t]\n}\n",
+              written(R"({"a":[1,[]]})", WriteOptions::tab()));
+}
+
+TEST(WriteOptions, replace_an_indent_that_is_not_blank_by_two_blanks) {
+    EXPECT_EQ("[\n  1\n]\n", written("[1]", WriteOptions::indented("--")));
+}
+
+TEST(WriteOptions, say_whether_a_newline_ends_the_document) {
+    for (const char* const text : {"{}", "[1]", "7"}) {
+        for (const bool isCompact : {false, true}) {
+            WriteOptions options = isCompact ? WriteOptions::compact() : WriteOptions();
+            options.finalNewline = false;
+            const std::string without = written(text, options);
+            EXPECT_NE('\n', without.back());
+            options.finalNewline = true;
+            EXPECT_EQ(without + "\n", written(text, options));
+        }
+    }
+}
+
+TEST(WriteOptions, never_put_the_final_newline_anywhere_else) {
+    WriteOptions options = WriteOptions::compact();
+    options.finalNewline = true;
+    EXPECT_EQ(std::string(k_sample) + "\n", written(k_sample, options));
+    std::ostringstream out;
+    Generator generator(&out, options);
+    generator.gen_array_open();
+    generator.flush();
+    EXPECT_EQ("[", out.str());
+    generator.gen_array_close();
+    generator.flush();
+    EXPECT_EQ("[]\n", out.str());
+}
+
+TEST(WriteOptions, sort_the_members_of_every_object_and_leave_the_tree_alone) {
+    const Document doc(R"({"b":{"z":1,"y":[{"q":1,"p":2}]},"a":2,"":3})");
+    const std::string before = writtenTree(doc.root, WriteOptions::compact());
+    EXPECT_EQ(R"({"":3,"a":2,"b":{"y":[{"p":2,"q":1}],"z":1}})", writtenTree(doc.root, sorted()));
+    EXPECT_EQ(before, writtenTree(doc.root, WriteOptions::compact()));
+    EXPECT_EQ(R"({"b":{"z":1,"y":[{"q":1,"p":2}]},"a":2,"":3})", before);
+}
+
+TEST(WriteOptions, sort_keys_by_their_bytes) {
+    EXPECT_EQ(
+        "{\"A\":1,\"a\":2,\"a\\u0000\":3,\"aa\":4,\"b\":5,\"\xC3\xA9\":6,"
+        "\"\xEF\xBF\xBD\":7,\"\xF0\x9F\x98\x80\":8}",
+        written("{\"\xF0\x9F\x98\x80\":8,\"\xEF\xBF\xBD\":7,\"\xC3\xA9\":6,\"b\":5,\"aa\":4,"
+                "\"a\\u0000\":3,\"a\":2,\"A\":1}",
+                sorted()));
+}
+
+TEST(WriteOptions, sort_many_members_with_long_common_beginnings) {
+    const std::string beginning(300, 'k');
+    std::string backward;
+    std::string forward;
+    for (int i = 1999; i >= 1000; --i) {
+        const std::string member = '"' + beginning + std::to_string(i) + "\":" + std::to_string(i);
+        backward += (backward.empty() ? "" : ",") + member;
+        forward = member + (forward.empty() ? "" : ",") + forward;
+    }
+    EXPECT_EQ("{" + forward + "}", written("{" + backward + "}", sorted()));
+}
+
+TEST(WriteOptions, sort_what_a_document_writes_and_still_leave_out_meta) {
+    Document doc(R"({"z":1,"meta":2,"a":{"meta":4,"b":3}})");
+    Dom dom;
+    dom.setRoot(doc.root, false);
+    EXPECT_EQ(R"({"a":{"b":3,"meta":4},"z":1})", Generator(nullptr, sorted()).encode(dom));
+    dom.setWriteMeta(true);
+    EXPECT_EQ(R"({"a":{"b":3,"meta":4},"meta":2,"z":1})", Generator(nullptr, sorted()).encode(dom));
+}
+
+TEST(WriteOptions, sort_up_to_the_greatest_depth) {
+    const std::size_t depth = 128;
+    std::string text;
+    for (std::size_t i = 0; i < depth; ++i) {
+        text += R"({"b":0,"a":)";
+    }
+    const Document doc(text + "0" + std::string(depth, '}'));
+    Generator generator(nullptr, sorted());
+    const std::string out = generator.encode(doc.root);
+    EXPECT_EQ(k_tooDeep, generator.state());
+    std::string expected = R"({"b":0})";
+    for (std::size_t i = 0; i < depth - 2; ++i) {
+        expected = R"({"a":)" + expected + R"(,"b":0})";
+    }
+    EXPECT_EQ(expected, out);
+}
+
+TEST(WriteOptions, write_characters_beyond_ascii_as_escapes) {
+    Document doc("{\"\xC3\xA9\":[\"\xE2\x82\xAC\",\"\xF0\x9F\x98\x80 \\n\\\\ \x7F\"]}");
+    Generator generator(nullptr, ascii());
+    const std::string out = generator.encode(doc.root);
+    EXPECT_EQ("{\"\\u00E9\":[\"\\u20AC\",\"\\uD83D\\uDE00 \\n\\\\ \x7F\"]}", out);
+    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(0, Element::compare(doc.root.data(), Document(out).root.data()));
+}
+
+TEST(WriteOptions, replace_what_is_no_utf8_and_tell_so) {
+    const Element element("a\xC3(\xA9\xED\xA0\x80");
+    Generator generator(nullptr, ascii());
+    EXPECT_EQ(R"("a\uFFFD(\uFFFD\uFFFD\uFFFD\uFFFD")", generator.encode(element));
+    EXPECT_EQ(k_replaced, generator.state());
+    Generator raw(nullptr, WriteOptions::compact());
+    EXPECT_EQ("\"a\xC3(\xA9\xED\xA0\x80\"", raw.encode(element));
+    EXPECT_EQ(0, raw.state());
+}
+
+TEST(WriteOptions, go_together) {
+    WriteOptions options = WriteOptions::tab();
+    options.sortKeys = true;
+    options.asciiOnly = true;
+    options.finalNewline = false;
+    EXPECT_EQ("{\n\t\"a\": 1,\n\t\"\\u00E9\": [\n\t\t\"\\u00DF\"\n\t]\n}",
+              written("{\"\xC3\xA9\":[\"\xC3\x9F\"],\"a\":1}", options));
+}
+
+TEST(WriteOptions, may_be_given_to_a_generator_as_the_indent_alone) {
+    const Document doc(R"({"b":1,"a":[]})");
+    std::ostringstream out;
+    {
+        Generator generator(&out, "\t");
+        EXPECT_EQ("\t", generator.indent());
+        generator.print(doc.root);
+    }
+    EXPECT_EQ("{\n\t\"b\": 1,\n\t\"a\": [\n\n\t]\n}\n", out.str());
+    EXPECT_EQ(R"({"b":1,"a":[]})", Generator(nullptr, "").encode(doc.root));
+    EXPECT_EQ(Generator().encode(doc.root),
+              Generator(nullptr, std::string(4, ' ')).encode(doc.root));
+}
+
+TEST(WriteOptions, are_copied_into_the_generator) {
+    WriteOptions options = WriteOptions::blanks(2);
+    Generator generator(nullptr, options);
+    options.indent = "\t";
+    options.sortKeys = true;
+    EXPECT_EQ("{\n  \"b\": 1,\n  \"a\": 2\n}\n",
+              generator.encode(Document(R"({"b":1,"a":2})").root));
+}
+
+TEST(WriteOptions, stay_what_they_were_when_the_indent_is_set_later) {
+    Generator generator(nullptr, WriteOptions::blanks(2));
+    generator.setIndent("");
+    EXPECT_EQ("", generator.indent());
+    EXPECT_EQ("[\n  1\n]\n", generator.encode(Document("[1]").root));
+}
+
+TEST(WriteOptions, leave_a_generator_without_stream_as_any_other) {
+    const auto error = thrownBy<Exception>([] {
+        Generator generator(nullptr, WriteOptions::compact());
+        generator.print(Element(1));
+    });
+    EXPECT_STREQ("Generator: output stream not set!", error.what());
+}
+
+}  // namespace
