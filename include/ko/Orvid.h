@@ -16,6 +16,7 @@
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/FromSchemaPathConverter.h>
 #include <ko/Orvid/Generator.h>
+#include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/Path.h>

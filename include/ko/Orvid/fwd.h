@@ -32,6 +32,7 @@ class ElementGetter;
 class Exception;
 class FromSchemaPathConverter;
 class Generator;
+class JsonPointer;
 class KeyNotFound;
 class Number;
 template<class Key, class Value, class Compare = std::less<Key>>

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+//
+// JsonPointer, a place in a document as RFC 6901 writes it (`/servers/2/port`), and the way to and
+// from path text (`servers[2].port`) and elements. docs/interchange.md compares the two.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/Path.h>
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ko::Orvid {
+
+/// The steps of a JSON Pointer, unescaped. A step does not tell by itself whether it is a key or an
+/// index: the document decides. An index is `0`, or digits that do not begin with one, below
+/// k_noIndex; `-` is the place behind the last item, which no lookup finds.
+class KO_API JsonPointer {
+public:
+    /// The whole document.
+    JsonPointer() = default;
+    /// Throws ParseException, with the 0-based columns of the fault, for a text that neither is
+    /// empty nor begins with `/`, and for a `~` that neither 0 nor 1 follows.
+    explicit JsonPointer(std::string_view text);
+    /// The place of `element`, below `relativeTo` where that is a proper ancestor, or else below
+    /// the root. Linear in the depth and the length of the keys.
+    static JsonPointer of(const Element& element, const Element* relativeTo = nullptr);
+    /// The steps of a path: a key as it is, an index in digits, `-` for `[*]`. Throws
+    /// ParseException for a malformed path.
+    static JsonPointer fromPath(const Path& path);
+
+    const std::vector<std::string>& steps() const noexcept { return m_steps; }
+    /// Whether it names the whole document.
+    bool empty() const noexcept { return m_steps.empty(); }
+    /// The text, with `~0` and `~1` for `~` and `/` within a step.
+    std::string str() const;
+
+    /// Adds a step at the end, given unescaped.
+    void push_back(std::string_view step) { m_steps.emplace_back(step); }
+    /// Takes the last step away; there must be one.
+    void pop_back() { m_steps.pop_back(); }
+    /// Whether `other` is this place or lies below it, step by step as text.
+    bool contains(const JsonPointer& other) const noexcept;
+
+    /// Path text with every step that can be an index as one, and `[*]` for `-`. Throws Exception
+    /// for an empty key, which path text cannot express.
+    Path toPath() const;
+    /// The same with the document below `start` to decide what is a key and what is an index; from
+    /// where that ends, as toPath().
+    Path toPath(const Element& start) const;
+
+    /// The element at this place below `start`, or null.
+    Element* find(Element& start) const;
+    const Element* find(const Element& start) const;
+    /// The element at this place below `start`. Throws PathNotFound, with this pointer's text as
+    /// path, the step that leads nowhere as key, and the element before that as context.
+    Element& get(Element& start) const;
+    const Element& get(const Element& start) const;
+
+    friend bool operator==(const JsonPointer& a, const JsonPointer& b) {
+        return a.m_steps == b.m_steps;
+    }
+    friend bool operator!=(const JsonPointer& a, const JsonPointer& b) { return !(a == b); }
+
+private:
+    std::vector<std::string> m_steps;
+};
+
+}  // namespace ko::Orvid
+
+/// Writes the text, escaped.
+KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::JsonPointer& pointer);
+
+namespace ko {
+using ::operator<<;
+namespace Orvid {
+using ::operator<<;
+}
+}  // namespace ko

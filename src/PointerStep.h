@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+//
+// One step of a JSON Pointer: whether it can be an index, and the child that it leads to.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// The step for the place behind an array's last item.
+constexpr std::string_view k_behindLast = "-";
+
+/// The 0-based index that the step stands for in an array: nothing for digits behind a zero, and
+/// for what reaches k_noIndex.
+std::optional<unsigned int> pointerIndex(std::string_view step);
+
+/// The child of `parent` at the step; null when there is none.
+const Element* childAtStep(const Element& parent, const std::string& step);
+
+}  // namespace ko::Orvid
