@@ -14,6 +14,7 @@
 #include <ko/Orvid/ElementCreator.h>
 #include <ko/Orvid/ElementGetter.h>
 #include <ko/Orvid/Exception.h>
+#include <ko/Orvid/FileException.h>
 #include <ko/Orvid/FromSchemaPathConverter.h>
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/JsonPointer.h>
@@ -23,6 +24,7 @@
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/PathGenerator.h>
 #include <ko/Orvid/PathParser.h>
+#include <ko/Orvid/SafeFile.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 #include <ko/Orvid/TypeException.h>
 #include <ko/Orvid/types.h>

@@ -72,8 +72,9 @@ bool needsMarker(const FencedBlock& block) {
 TEST(Documentation, there_is_a_readme_and_a_page_for_each_topic) {
     for (const char* const file :
          {"README.md", "docs/architecture.md", "docs/command.md", "docs/defaults.md",
-          "docs/dependencies.md", "docs/errors.md", "docs/interchange.md", "docs/numbers.md",
-          "docs/paths.md", "docs/reading.md", "docs/writing.md", "docs/orvid.1"}) {
+          "docs/dependencies.md", "docs/errors.md", "docs/files.md", "docs/interchange.md",
+          "docs/numbers.md", "docs/paths.md", "docs/reading.md", "docs/writing.md",
+          "docs/orvid.1"}) {
         EXPECT_TRUE(std::filesystem::is_regular_file(k_source / file)) << file;
     }
 }

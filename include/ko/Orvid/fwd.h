@@ -30,6 +30,7 @@ class Element;
 class ElementCreator;
 class ElementGetter;
 class Exception;
+class FileException;
 class FromSchemaPathConverter;
 class Generator;
 class JsonPointer;
@@ -43,6 +44,7 @@ class PathGenerator;
 class PathNotFound;
 class PathParser;
 class PathParserListener;
+class SafeFile;
 class ToSchemaPathConverter;
 template<class Type>
 class TypeException;

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+//
+// The error for a file that cannot be read or written, with the file's name.
+
+#pragma once
+
+#include <ko/Orvid/Exception.h>
+
+#include <string>
+
+namespace ko::Orvid {
+
+/// A file could not be read or written. The text names it and says why. Where the content is at
+/// fault, the cause is the exception that tells what is wrong with it.
+class KO_API FileException : public Exception {
+public:
+    /// `action` completes "Cannot ...", as in "read"; `reason` says why not; `error` is the errno,
+    /// 0 where the system is not at fault.
+    FileException(const std::string& file, const std::string& action, const std::string& reason,
+                  int error = 0, const ko::Exception* cause = nullptr);
+    FileException(const FileException& other);
+    FileException& operator=(const FileException& other);
+    ~FileException() override;
+
+    FileException* clone() const override;
+
+    /// The name as the caller gave it.
+    const std::string& file() const { return m_file; }
+    /// What was to be done: "read", "write" ...
+    const std::string& action() const { return m_action; }
+    /// Why it could not be done.
+    const std::string& reason() const { return m_reason; }
+    /// The system's errno; 0 where the content, not the system, is at fault.
+    int error() const { return m_error; }
+
+private:
+    std::string m_file;
+    std::string m_action;
+    std::string m_reason;
+    int m_error;
+};
+
+}  // namespace ko::Orvid

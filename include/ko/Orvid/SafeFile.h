@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+//
+// SafeFile replaces the content of a file so that, whatever happens, the file holds all of the old
+// or all of the new content. It knows nothing of JSON; Dom::save() stands on it.
+
+#pragma once
+
+#include <ko/export.h>
+
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// The new content of a file, in the making. It is written to a temporary file in the same folder,
+/// which takes the place of the file with commit(), or is removed without it. A process that is
+/// killed leaves the file as it was, and perhaps the temporary one, named `.orvid-` and letters.
+///
+/// A symbolic link is followed: the file it leads to is replaced, or made where it is missing. The
+/// mode stays, and the owner and group where the system permits; where the group cannot stay, it
+/// gets no more than all others may do. A new file has the mode that the umask leaves of 0666.
+/// Other hard links to the file keep the old content; access control lists and extended attributes
+/// are not carried over.
+///
+/// All failures are FileException with the name that was given, and leave the file as it was, but
+/// for the one that commit() names.
+class KO_API SafeFile {
+public:
+    /// Makes the temporary file. Throws where the file is no regular file, or may not be written
+    /// to, or its folder does not permit it.
+    explicit SafeFile(const std::string& name);
+    /// Removes the temporary file, unless commit() has come to its end.
+    ~SafeFile();
+    SafeFile(const SafeFile&) = delete;
+    SafeFile& operator=(const SafeFile&) = delete;
+
+    /// Appends bytes to the new content.
+    void write(std::string_view bytes);
+    /// Flushes the new content to the disk, gives the file that content, and flushes the folder.
+    /// When only that last step fails, it throws with the new content in place. Nothing may follow.
+    void commit();
+
+    /// The file that is replaced, with symbolic links followed.
+    const std::string& target() const noexcept { return m_target; }
+
+private:
+    void makeTemporary(bool isNew);
+    void keepOwnerAndMode(unsigned int owner, unsigned int group, unsigned int mode);
+    void closeTemporary();
+    void discard() noexcept;
+    void flushFolder();
+    [[noreturn]] void fail(const char* action, int error) const;
+
+    std::string m_name;
+    std::string m_target;
+    std::string m_temporary;  ///< empty when there is none
+    int m_file = -1;          ///< the temporary file's descriptor, or -1
+};
+
+/// Gives the file that content, at once (see SafeFile).
+KO_API void replaceFile(const std::string& name, std::string_view content);
+
+/// All bytes of a file, which may be a pipe or a device. Throws FileException.
+KO_API std::string readFile(const std::string& name);
+
+}  // namespace ko::Orvid
