@@ -17,6 +17,10 @@ if(ORVID_SANITIZE)
     target_compile_options(orvid_build_flags INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()
+if(ORVID_BUILD_FUZZERS)
+  # What the library runs through is what guides the fuzzer.
+  target_compile_options(orvid_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+//
+// Path text: parsing, writing the steps and parsing again gives the same steps, from text and from
+// a stream; the schema path of a path leads back to it, less its indexes.
+
+#include <ko/Orvid.h>
+#include <ko/Orvid/PathGenerator.h>
+#include <ko/Orvid/PathParser.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "require.h"
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::ParseException;
+using ko::Orvid::Path;
+using ko::Orvid::PathGenerator;
+using ko::Orvid::PathParser;
+using orvid_fuzz::require;
+using orvid_fuzz::throws;
+
+struct Step {
+    bool isItem;
+    std::string key;
+    unsigned int index;
+
+    friend bool operator==(const Step& a, const Step& b) {
+        return a.isItem == b.isItem && a.key == b.key && a.index == b.index;
+    }
+};
+
+/// Keeps the steps; goes on after a fault as often as it is told to.
+class Steps : public ko::Orvid::PathParserListener {
+public:
+    explicit Steps(std::size_t faultsToPass = 0) : m_faultsToPass(faultsToPass) {}
+
+    std::vector<Step> list;
+    std::string faults;
+
+    bool cbObjectProperty(const std::string& key) override {
+        list.push_back({false, key, 0});
+        return true;
+    }
+    bool cbArrayItem(unsigned int index) override {
+        list.push_back({true, std::string(), index});
+        return true;
+    }
+    bool cbParseError(const std::string& message, const std::string& token, unsigned int start,
+                      unsigned int end) override {
+        require(start <= end, "a fault ends behind its start");
+        faults += message + '\n' + token + '\n';
+        return m_faultsToPass-- > 0;
+    }
+
+private:
+    std::size_t m_faultsToPass;
+};
+
+void compareWithStream(const std::string& text, const Steps& fromText, std::size_t faultsToPass) {
+    Steps fromStream(faultsToPass);
+    std::istringstream in(text);
+    PathParser(&fromStream).parse(in);
+    require(fromText.list == fromStream.list, "a stream gives the steps of the text");
+    require(fromText.faults == fromStream.faults, "a stream gives the faults of the text");
+}
+
+bool isExpressible(const std::vector<Step>& steps) {
+    for (const Step& step : steps) {
+        if (step.key.find('\xFF') != std::string::npos) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string generated(const std::vector<Step>& steps) {
+    std::ostringstream out;
+    PathGenerator generator(out);
+    for (const Step& step : steps) {
+        step.isItem ? generator.genListItem(step.index) : generator.genObjectProperty(step.key);
+    }
+    return out.str();
+}
+
+std::vector<Step> parsed(const std::string& text) {
+    Steps steps;
+    PathParser(&steps).parse(text);
+    require(steps.faults.empty(), "a written path has no fault");
+    return steps.list;
+}
+
+void checkSchemaPath(const std::string& text, std::vector<Step> steps) {
+    for (Step& step : steps) {
+        step.index = step.isItem ? Path::k_noIndex : 0;
+    }
+    const Path schemaPath = Path::toSchemaPath(text);
+    require(parsed(Path::fromSchemaPath(schemaPath).str()) == steps,
+            "the schema path of a path leads back to it");
+}
+
+void checkAsSchemaPath(const std::string& text) {
+    try {
+        const Path data = Path::fromSchemaPath(text);
+        require(Path::fromSchemaPath(Path::toSchemaPath(data)) == data,
+                "the data path of a schema path leads to that and back");
+    } catch (const ParseException&) {
+        return;
+    }
+}
+
+/// The tree that a path makes out of nothing holds the path.
+void checkCreation(const std::string& text, const std::vector<Step>& steps) {
+    Element root = Element::k_emptyElement;
+    bool isMade = true;
+    for (const Step& step : steps) {
+        isMade = isMade && (!step.isItem || step.index == Path::k_noIndex);
+    }
+    const bool isRefused = throws<Exception>([&] { root.create(text, Element(true)); });
+    require(isMade != isRefused, "a path without indexes is made, another is not");
+    if (isMade && isExpressible(steps)) {
+        Element* element = &root;
+        for (const Step& step : steps) {
+            element =
+                step.isItem ? &element->array().front() : &element->object().find(step.key)->second;
+        }
+        require(element->isBoolean(), "the value is at the end of the path");
+        require(&root.get(element->path()) == element, "the path of an element leads to it");
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const std::string text(bytes, bytes + size);
+    const std::size_t faultsToPass = size % 3;
+    Steps steps(faultsToPass);
+    PathParser(&steps).parse(text);
+    compareWithStream(text, steps, faultsToPass);
+    checkAsSchemaPath(text);
+    const bool isFaulty = !steps.faults.empty();
+    require(isFaulty == throws<ParseException>([&] { Path::toSchemaPath(text); }),
+            "a schema path can be had of every path without a fault");
+    if (isFaulty) {
+        return 0;
+    }
+    checkCreation(text, steps.list);
+    if (isExpressible(steps.list)) {
+        require(parsed(generated(steps.list)) == steps.list, "a written path has the same steps");
+        checkSchemaPath(text, steps.list);
+    }
+    return 0;
+}
