@@ -8,11 +8,14 @@
 #include <ko/export.h>
 #include <ko/Orvid/CallbackParser.h>
 #include <ko/Orvid/fwd.h>
+#include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/types.h>
 
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace ko::Orvid {
 
@@ -22,10 +25,16 @@ namespace ko::Orvid {
 ///
 /// One parser reads one document: a second parse() goes on with the text of the first. Reading is
 /// lenient: text that ends early is no error (state() tells), text behind the value is not looked
-/// at.
+/// at. ReadOptions make it stricter.
 class KO_API DomParser : private CallbackParserListener {
 public:
     DomParser();
+    /// Reads as the options say. With any that differs from its default, and also by feed(), a
+    /// ParseException holds the line and the columns of the fault in the whole text, and position()
+    /// its offset. Where whole documents are required, each parse() reads a document of its own, to
+    /// its end: a stream is read until it ends, waiting where it has to, and Exception is thrown
+    /// when it cannot be read or fails.
+    explicit DomParser(const ReadOptions& options);
     ~DomParser() override;
     DomParser(const DomParser&) = delete;
     DomParser& operator=(const DomParser&) = delete;
@@ -41,6 +50,19 @@ public:
     std::istream& parse(Dom& dom, std::istream& in);
     void parse(Dom& dom, const char* text, unsigned int length);
     void parse(Dom& dom, const std::string& text);
+
+    // A document in pieces, which may be cut anywhere, even within a character: neither the tree
+    // nor a fault depends on the cuts.
+    /// Resets the element to null and begins a new document in it. The element must live, and its
+    /// tree be left alone, until finish(). The pieces may not lie in the value that it replaces.
+    void begin(Element& root);
+    /// Reads the next piece. Throws ParseException for what is faulty in the text so far; then the
+    /// document is over. Exception without a begin() before it.
+    void feed(std::string_view piece);
+    /// Says that the text is over, so that a number at its end is complete. Where whole documents
+    /// are required it throws ParseException if the document is not complete; otherwise state()
+    /// tells.
+    void finish();
 
     /// CallbackParser::state() of the text so far: 0 when it held a complete value, 2 when it did
     /// not.
@@ -68,17 +90,34 @@ protected:
     int cb_double(double value) override;
 
 private:
+    struct Checks;
+
     template<class Feed>
     void fill(Element& root, const Feed& feed);
+    void restart(Element& root);
+    void end();
+    void requireFed() const;
+    bool isWhole() const;
+    void readToEnd(std::istream& in);
+    void readAvailable(std::istream& in);
+    void read(std::string_view text);
+    void readPiece(std::string_view piece);
+    void handOn(std::string_view piece, std::size_t length);
+    void refuseRepeated(const std::string& key);
+    [[noreturn]] void failAt(std::string_view piece, const std::string& message,
+                             std::uint64_t begin, std::uint64_t length);
+    const Element* context() const;
     template<class Set>
     int placeScalar(const char* unexpected, const Set& set);
     int openContainer(EType type, const char* unexpected);
     int closeContainer(EType type, const char* unexpected);
     void requireCurrent(const char* unexpected) const;
-    [[noreturn]] void fail(const char* message) const;
+    [[noreturn]] void fail(const std::string& message) const;
 
     std::unique_ptr<CallbackParser> m_parser;
-    Element* m_root = nullptr;     ///< what the last parse() was given
+    std::unique_ptr<Checks> m_checks;  ///< null while reading is lenient and whole
+    bool m_isUsed = false;             ///< m_parser has been given text
+    Element* m_root = nullptr;         ///< what the last parse() was given
     Element* m_current = nullptr;  ///< what the next event applies to; null when no value is due
     Element* m_open = nullptr;
 };

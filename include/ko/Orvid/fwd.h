@@ -44,6 +44,7 @@ class PathGenerator;
 class PathNotFound;
 class PathParser;
 class PathParserListener;
+struct ReadOptions;
 class SafeFile;
 class ToSchemaPathConverter;
 template<class Type>

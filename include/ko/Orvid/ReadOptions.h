@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+//
+// ReadOptions says what a DomParser takes and what it refuses. docs/reading.md tells more of each.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ko::Orvid {
+
+/// What becomes of a key that its object holds already.
+enum class RepeatedKeys {
+    replace,  ///< the key keeps its first place and its last value
+    reject,   ///< it is a fault; the first value stays
+};
+
+/// How text is read. The defaults are the lenient reading, strict() is the preset for documents in
+/// which nothing may be lost. As soon as one field differs from its default, every fault of the
+/// text, those of syntax included, is told with its line and columns.
+struct ReadOptions {
+    /// The text must hold one complete value, with nothing but blanks and comments around it. A
+    /// number at the end of the text is complete. Otherwise text that ends early is no fault, and
+    /// what stands behind the value is not looked at.
+    bool requireWholeDocument = false;
+    /// Strings, keys and comments must be UTF-8.
+    bool validateUtf8 = false;
+    /// A `\u` escape of half a surrogate pair is a fault when the other half does not stand beside
+    /// it. Otherwise it is read as something else.
+    bool rejectLoneSurrogates = false;
+    /// Whether `/* */` and `//` comments are blanks, or faults.
+    bool allowComments = true;
+    /// Whether vertical tab and form feed are blanks, or faults.
+    bool allowOtherBlanks = true;
+    RepeatedKeys repeatedKeys = RepeatedKeys::replace;
+    /// How many arrays and objects may be open at once; 0 is no limit.
+    std::size_t maxDepth = 0;
+    /// How many bytes the whole text may have; 0 is no limit.
+    std::uint64_t maxLength = 0;
+    /// How many bytes a line may have, its newline not counted; 0 is no limit.
+    std::uint64_t maxLineLength = 0;
+
+    /// Whole documents of valid UTF-8, without lone surrogates, other blanks and repeated keys.
+    /// Comments are allowed, and there is no limit.
+    static ReadOptions strict() noexcept {
+        ReadOptions options;
+        options.requireWholeDocument = true;
+        options.validateUtf8 = true;
+        options.rejectLoneSurrogates = true;
+        options.allowOtherBlanks = false;
+        options.repeatedKeys = RepeatedKeys::reject;
+        return options;
+    }
+};
+
+}  // namespace ko::Orvid

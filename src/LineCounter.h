@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+//
+// LineCounter turns offsets of a text that comes in pieces into lines and columns. It counts the
+// newlines of a piece when the next one comes, and otherwise works only when it is asked.
+
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// A line and a column, both from 1; columns count bytes. What exceeds an int is its greatest
+/// value.
+struct LineAndColumn {
+    int line;
+    int column;
+};
+
+class LineCounter {
+public:
+    /// The place of the byte at `offset` (from 0, in the whole text), which lies in `piece`, the
+    /// one that is counted next, or before it with no newline between.
+    LineAndColumn place(std::string_view piece, std::uint64_t offset) const noexcept {
+        if (offset < m_offset) {
+            return {clamped(m_line), clamped(offset - m_lineBegin + 1)};
+        }
+        LineCounter counter = *this;
+        counter.count(piece.substr(0, static_cast<std::size_t>(offset - m_offset)));
+        return {clamped(counter.m_line), clamped(offset - counter.m_lineBegin + 1)};
+    }
+
+    /// Counts the newlines of the next piece.
+    void count(std::string_view piece) noexcept {
+        const auto newlines = std::count(piece.begin(), piece.end(), '\n');
+        if (newlines > 0) {
+            m_line += static_cast<std::uint64_t>(newlines);
+            m_lineBegin = m_offset + piece.rfind('\n') + 1;
+        }
+        m_offset += piece.size();
+    }
+
+    /// How many bytes of the line of the next piece's first byte lie before that byte.
+    std::uint64_t lineLength() const noexcept { return m_offset - m_lineBegin; }
+
+private:
+    static int clamped(std::uint64_t value) noexcept {
+        constexpr auto greatest = static_cast<std::uint64_t>(std::numeric_limits<int>::max());
+        return static_cast<int>(std::min(value, greatest));
+    }
+
+    std::uint64_t m_offset = 0;     ///< bytes counted
+    std::uint64_t m_lineBegin = 0;  ///< offset of the line's first byte
+    std::uint64_t m_line = 1;
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+//
+// Utf8Sequence looks at the bytes of one character as they come. A faulty sequence is followed to
+// the end that its first byte announces, or to the first byte that cannot belong to it, so that a
+// fault can be shown whole.
+
+#pragma once
+
+namespace ko::Orvid {
+
+class Utf8Sequence {
+public:
+    enum class Result { goesOn, complete, isFaulty, wasFaulty };
+
+    /// Takes the first byte, which is not ASCII.
+    Result begin(unsigned char byte) noexcept {
+        m_length = 1;
+        m_low = 0x80;
+        m_high = 0xBF;
+        m_isFaulty = byte < 0xC2 || byte > 0xF4;
+        m_missing = missingAfter(byte);
+        if (byte == 0xE0) {
+            m_low = 0xA0;  // below are overlong forms
+        } else if (byte == 0xED) {
+            m_high = 0x9F;  // above are surrogates
+        } else if (byte == 0xF0) {
+            m_low = 0x90;
+        } else if (byte == 0xF4) {
+            m_high = 0x8F;  // above is beyond U+10FFFF
+        }
+        return m_missing > 0 ? Result::goesOn : Result::isFaulty;
+    }
+
+    /// Takes the byte that follows. It belongs to the sequence unless the answer is wasFaulty.
+    Result next(unsigned char byte) noexcept {
+        if ((byte & 0xC0U) != 0x80) {
+            m_missing = 0;
+            return Result::wasFaulty;
+        }
+        m_isFaulty = m_isFaulty || byte < m_low || byte > m_high;
+        m_low = 0x80;
+        m_high = 0xBF;
+        ++m_length;
+        if (--m_missing > 0) {
+            return Result::goesOn;
+        }
+        return m_isFaulty ? Result::isFaulty : Result::complete;
+    }
+
+    /// Whether a begun sequence lacks bytes.
+    bool isOpen() const noexcept { return m_missing > 0; }
+    /// How many bytes it has so far.
+    unsigned int length() const noexcept { return m_length; }
+
+private:
+    static unsigned int missingAfter(unsigned char byte) noexcept {
+        if (byte < 0xC0 || byte > 0xF7) {
+            return 0;
+        }
+        return byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : 3;
+    }
+
+    unsigned int m_length = 0;
+    unsigned int m_missing = 0;
+    unsigned char m_low = 0;   ///< what the next byte must reach
+    unsigned char m_high = 0;  ///< and may not exceed
+    bool m_isFaulty = false;
+};
+
+}  // namespace ko::Orvid
