@@ -10,12 +10,11 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/TypeException.h>
 
-#include <locale>
 #include <new>
-#include <sstream>
 
 #include "Ancestors.h"
 #include "PathText.h"
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -213,8 +212,7 @@ std::ostream& Element::schemaPath(std::ostream& out, const Element* relativeTo) 
 }
 
 std::string Element::schemaPath(const Element* relativeTo) const {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    TextStream text;
     schemaPath(text, relativeTo);
     return text.str();
 }

@@ -4,8 +4,7 @@
 
 #include <ko/Orvid/Exception.h>
 
-#include <locale>
-#include <sstream>
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -96,8 +95,7 @@ void ParseException::generateWhat(std::string& out) const {
             text << "," << column;
         }
     };
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    TextStream text;
     if (m_firstLine != unknown) {
         text << "Parse error at ";
         writePlace(text, m_firstLine, m_firstColumn);

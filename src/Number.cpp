@@ -17,6 +17,7 @@
 #include <sstream>
 
 #include "EnumNames.h"
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -184,7 +185,7 @@ void Number::set(const Number& other) {
 }
 
 void Number::set(const DecNumber& value) {
-    std::ostringstream text;
+    TextStream text;
     value.writeTo(text);
     set(text.str());
 }

@@ -13,11 +13,11 @@
 #include <ko/Orvid/PathParser.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 
-#include <sstream>
 #include <utility>
 
 #include "Ancestors.h"
 #include "PathText.h"
+#include "TextStream.h"
 #include "ValueBefore.h"
 
 namespace ko::Orvid {
@@ -82,7 +82,7 @@ namespace {
 /// Converts path text step by step.
 template<class Converter>
 Path converted(const Path& path) {
-    std::ostringstream text;
+    TextStream text;
     PathGenerator generator(text);
     Converter converter(generator);
     PathParser(&converter).parse(path.str());

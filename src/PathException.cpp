@@ -4,8 +4,7 @@
 
 #include <ko/Orvid/PathException.h>
 
-#include <locale>
-#include <sstream>
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -22,8 +21,7 @@ KeyNotFound::~KeyNotFound() = default;
 KeyNotFound* KeyNotFound::clone() const { return new KeyNotFound(*this); }
 
 void KeyNotFound::generateWhat(std::string& out) const {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    TextStream text;
     text << "Key \"" << m_key << "\" not found!";
     writeElementAddress(text);
     out = text.str();
@@ -42,8 +40,7 @@ PathNotFound::~PathNotFound() = default;
 PathNotFound* PathNotFound::clone() const { return new PathNotFound(*this); }
 
 void PathNotFound::generateWhat(std::string& out) const {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    TextStream text;
     text << "Path \"" << m_path << "\" not found! Key \"" << m_key << "\".";
     writeElementAddress(text);
     out = text.str();

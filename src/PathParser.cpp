@@ -9,10 +9,9 @@
 
 #include <array>
 #include <istream>
-#include <locale>
-#include <sstream>
 
 #include "EnumNames.h"
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -232,8 +231,7 @@ void PathParser::parseEnd(SState& s, char c) {
 }
 
 bool PathParser::parseError(SState& s, std::string& message) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    TextStream text;
     text << message << " in path at \"" << s.token << "\" " << s.tokenStart << "," << s.position
          << " parser state " << s.state;
     const bool goOn = m_listener->cbParseError(text.str(), s.token, s.tokenStart, s.position);

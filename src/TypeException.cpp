@@ -4,7 +4,7 @@
 
 #include <ko/Orvid/TypeException.h>
 
-#include <sstream>
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -28,7 +28,7 @@ TypeException<Type>* TypeException<Type>::clone() const {
 
 template<class Type>
 void TypeException<Type>::generateWhat(std::string& out) const {
-    std::ostringstream text;
+    TextStream text;
     text << "Json type mismatch! Requestet Json type: " << m_requested
          << " Got Json type: " << m_got;
     if (elementPath() != nullptr) {

@@ -5,8 +5,7 @@
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/ValueOutOfRange.h>
 
-#include <locale>
-#include <sstream>
+#include "TextStream.h"
 
 namespace ko::Orvid {
 
@@ -40,8 +39,7 @@ ValueOutOfRange<Value, Limit>* ValueOutOfRange<Value, Limit>::clone() const {
 
 template<class Value, class Limit>
 void ValueOutOfRange<Value, Limit>::generateWhat(std::string& out) const {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
+    TextStream text;
     text << "Value out of range! Value: ";
     write(text, m_value);
     text << " Min: " << m_min << " Max: " << m_max;

@@ -38,7 +38,7 @@ std::string utf8(unsigned long value) {
 }
 
 std::string escaped(unsigned long value) {
-    char text[16];
+    char text[40];
     if (value < 0x80) {
         return std::string(1, byte(value));
     }

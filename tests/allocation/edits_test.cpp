@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+//
+// Edits of a tree while memory is refused: what docs/errors.md says stays.
+
+#include <ko/Orvid.h>
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "support/EachAllocation.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Number;
+using ko::Orvid::Path;
+
+const std::string k_long = "long name, not held in place";
+const std::string k_new = "new name that is not held in place";
+
+const std::vector<Operation> k_values = {
+    {"assign_a_tree", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list[0]") = trees.other;
+         return std::string();
+     }},
+    {"assign_a_part_of_itself", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a") = trees.root.get("a.list[3]");
+         return std::string();
+     }},
+    {"assign_an_object_to_an_object", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a") = trees.other;
+         return std::string();
+     }},
+    {"assign_the_whole_to_a_part", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list[1]") = trees.root;
+         return std::string();
+     }},
+    {"set_null", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a").setNull();
+         return std::string();
+     }},
+    {"set_boolean", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a").setBoolean(true);
+         return std::string();
+     }},
+    {"set_string_over_an_object", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a").setString(k_long);
+         return std::string();
+     }},
+    {"set_string_over_a_string", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list[1].name").setString(k_long.data(), 20);
+         return std::string();
+     }},
+    {"set_string_from_within", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.setString(trees.root.get("s").string());
+         return std::string();
+     }},
+    {"set_number_text", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("s").setNumber("12345678901234567890123", 23);
+         return std::string();
+     }},
+    {"set_number_over_a_number", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list[0].id").setNumber(trees.root.get("n").number());
+         return std::string();
+     }},
+    {"set_binary_number", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("s").setNumber(12.5);
+         return std::string();
+     }},
+    {"copy_payload", Leaves::everything,
+     [](Trees& trees) {
+         Element& target = trees.root.get("s");
+         Element::copy(target.data(), trees.other.data(), &target);
+         return std::string();
+     }},
+    {"copy_construct", Leaves::everything,
+     [](Trees& trees) { return compact(Element(trees.root)); }},
+    {"construct_from_values", Leaves::everything,
+     [](Trees&) {
+         return compact(Element(k_long)) + compact(Element(k_long.c_str())) + compact(Element(7)) +
+                compact(Element(Number("12345678901234567890"))) + compact(Element(true));
+     }},
+    {"make_new_elements", Leaves::everything,
+     [](Trees& trees) {
+         const std::unique_ptr<Element> element(trees.root.clone());
+         return compact(*element);
+     }},
+};
+
+const std::vector<Operation> k_byPath = {
+    {"create", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.create(k_new + "[*].k[*]", trees.other);
+         return std::string();
+     }},
+    {"create_from_within", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.create("a." + k_new, trees.root);
+         return std::string();
+     }},
+    {"try_create", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.tryCreate("a.list[*]." + k_new, trees.root.get("s"));
+         return std::string();
+     }},
+    {"try_update_of_what_is_missing", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.tryUpdate("a." + k_new, trees.other);
+         return std::string();
+     }},
+    {"try_update_of_what_is_there", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.tryUpdate("a.list[0]", trees.other);
+         return std::string();
+     }},
+    {"update", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.update("a.list[0]", trees.other);
+         return std::string();
+     }},
+    {"update_from_within", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.update(k_long, trees.root.get(k_long + ".x"));
+         return std::string();
+     }},
+    {"insert_a_new_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.insert(k_new, trees.other);
+         return std::string();
+     }},
+    {"insert_over_a_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.insert(k_long, trees.root);
+         return std::string();
+     }},
+    {"remove", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.remove(Element(Number("2")), "id", "a.list");
+         return std::string();
+     }},
+    {"remove_a_value_of_the_tree", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.remove(trees.root.get("a.list[1].name"), "name", "a.list");
+         return std::string();
+     }},
+    {"try_remove", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.tryRemove(trees.root.get("a.list[3]"), "", "a.list");
+         return std::string();
+     }},
+};
+
+const std::vector<Operation> k_containers = {
+    {"push_back", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list").array().push_back(trees.other);
+         return std::string();
+     }},
+    {"push_back_of_an_item", Leaves::everything,
+     [](Trees& trees) {
+         auto& items = trees.root.get("a.list").array();
+         items.push_back(items.front());
+         return std::string();
+     }},
+    {"append_null", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list").array().appendNull();
+         return std::string();
+     }},
+    {"erase_item", Leaves::everything,
+     [](Trees& trees) {
+         auto& items = trees.root.get("a.list").array();
+         items.erase(items.begin());
+         return std::string();
+     }},
+    {"pop_back", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list").array().pop_back();
+         return std::string();
+     }},
+    {"assign_items", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list").array() = trees.other.get("o").array();
+         return std::string();
+     }},
+    {"assign_items_from_within", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.get("a.list").array() = trees.root.get("a.list[3]").array();
+         return std::string();
+     }},
+    {"swap_items", Leaves::everything,
+     [](Trees& trees) {
+         auto& left = trees.root.get("a.list").array();
+         auto& right = trees.other.get("o").array();
+         left.swap(right);
+         right.setParent(right.parent());
+         return std::string();
+     }},
+    {"insert_a_pair", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().insert({k_new, trees.other});
+         return std::string();
+     }},
+    {"insert_a_pair_that_is_there", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().insert({k_long, trees.other});
+         return std::string();
+     }},
+    {"insert_before", Leaves::everything,
+     [](Trees& trees) {
+         auto& object = trees.root.object();
+         object.insert(std::next(object.begin()), {k_new, trees.other});
+         return std::string();
+     }},
+    {"reset_a_new_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().resetMember(k_new);
+         return std::string();
+     }},
+    {"reset_a_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().resetMember(k_long);
+         return std::string();
+     }},
+    {"assign_members", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object() = trees.other.object();
+         return std::string();
+     }},
+    {"assign_members_from_within", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object() = trees.root.get("a").object();
+         return std::string();
+     }},
+    {"erase_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().erase(k_long);
+         return std::string();
+     }},
+};
+
+class EditsWithoutMemory : public testing::TestWithParam<Operation> {};
+
+TEST_P(EditsWithoutMemory, leave_whole_trees_and_what_they_promise) {
+    failEachAllocation(GetParam());
+}
+
+std::string nameOf(const testing::TestParamInfo<Operation>& info) { return info.param.name; }
+
+INSTANTIATE_TEST_SUITE_P(Values, EditsWithoutMemory, testing::ValuesIn(k_values), nameOf);
+INSTANTIATE_TEST_SUITE_P(ByPath, EditsWithoutMemory, testing::ValuesIn(k_byPath), nameOf);
+INSTANTIATE_TEST_SUITE_P(Containers, EditsWithoutMemory, testing::ValuesIn(k_containers), nameOf);
+
+/// What create() has made before it fails is new; nothing that was there is changed.
+TEST(EditsWithoutMemory, creation_changes_no_value_that_was_there) {
+    for (std::size_t number = 1; number < 60; ++number) {
+        Trees trees;
+        const std::string before = compact(trees.root);
+        refuseAllocation(number, Refusal::once);
+        try {
+            trees.root.create("a.list[*]." + k_new + ".k[*]", trees.other);
+        } catch (const std::bad_alloc&) {
+            refuseNone();
+            auto& items = trees.root.get("a.list").array();
+            if (items.size() == 5) {
+                items.pop_back();
+            }
+            EXPECT_EQ(compact(trees.root), before) << number;
+        }
+        refuseNone();
+    }
+}
+
+}  // namespace
+}  // namespace orvid_test

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+//
+// Lookups, texts and numbers while memory is refused: nothing changes, and no answer is half an
+// answer.
+
+#include <ko/convert.h>
+#include <ko/Orvid.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <new>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/EachAllocation.h"
+#include "support/RecordingListener.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::DecNumber;
+using ko::Orvid::CallbackParser;
+using ko::Orvid::Dom;
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::Generator;
+using ko::Orvid::Number;
+using ko::Orvid::Path;
+
+const std::string k_long = "long name, not held in place";
+const std::string k_deep = k_long + ".x.y." + k_long;
+
+/// The message of what the action throws. An exception that has no memory for its text says so.
+template<class Action>
+std::string messageOf(const Action& action) {
+    try {
+        action();
+    } catch (const Exception& error) {
+        const std::string message = error.what();
+        if (message == "ko::Exception (its text could not be made)") {
+            throw std::bad_alloc();
+        }
+        return message.substr(0, message.find(" Current element"));
+    }
+    return "nothing thrown";
+}
+
+/// A stream that reports its failures by throwing, as the caller's own may.
+std::string written(const std::function<void(std::ostream&)>& write) {
+    std::ostringstream out;
+    out.exceptions(std::ios_base::badbit);
+    write(out);
+    return out.str();
+}
+
+const std::vector<Operation> k_lookups = {
+    {"get", Leaves::everything, [](Trees& trees) { return compact(trees.root.get(k_deep)); }},
+    {"get_what_is_missing", Leaves::everything,
+     [](Trees& trees) { return messageOf([&] { trees.root.get(k_deep + "[7].x"); }); }},
+    {"get_by_a_malformed_path", Leaves::everything,
+     [](Trees& trees) { return messageOf([&] { trees.root.get(k_deep + "[x"); }); }},
+    {"get_by_no_index", Leaves::everything,
+     [](Trees& trees) { return messageOf([&] { trees.root.get(k_deep + "[*]"); }); }},
+    {"another_type", Leaves::everything,
+     [](Trees& trees) { return messageOf([&] { trees.root.get(k_deep).string(); }); }},
+    {"try_get", Leaves::everything,
+     [](Trees& trees) { return compact(trees.root.tryGet(k_deep + "[7]", trees.other)); }},
+    {"path_exists", Leaves::everything,
+     [](Trees& trees) {
+         return std::string(trees.root.pathExists(k_deep, ko::Orvid::etArray) ? "yes" : "no");
+     }},
+    {"find", Leaves::everything,
+     [](Trees& trees) {
+         const Element* const found =
+             trees.root.find(Element("the first one of the list"), "name", "a.list");
+         return found == nullptr ? std::string("none") : compact(*found);
+     }},
+    {"try_find", Leaves::everything,
+     [](Trees& trees) {
+         return compact(trees.root.tryFind(Element("no such name in all the list"), trees.other,
+                                           "name", "a.list"));
+     }},
+    {"compare", Leaves::everything,
+     [](Trees& trees) {
+         const Element copy(trees.root);
+         return std::to_string(Element::compare(copy.data(), trees.root.data()));
+     }},
+    {"path", Leaves::everything,
+     [](Trees& trees) { return trees.root.get(k_deep + "[0]").path(); }},
+    {"path_to_a_stream", Leaves::everything,
+     [](Trees& trees) {
+         return written([&](std::ostream& out) { trees.root.get(k_deep + "[0]").path(out); });
+     }},
+    {"schema_path", Leaves::everything,
+     [](Trees& trees) { return trees.root.get(k_deep + "[0]").schemaPath(); }},
+    {"key", Leaves::everything,
+     [](Trees& trees) { return trees.root.get(k_long).key() + trees.root.get("a.list[3]").key(); }},
+    {"default", Leaves::everything,
+     [](Trees& trees) { return compact(trees.root.getDefault("a." + k_long)); }},
+    {"using_default", Leaves::everything,
+     [](Trees& trees) {
+         return compact(trees.root.getUsingDefault("a." + k_long)) +
+                compact(trees.root.tryGetUsingDefault("s." + k_long, trees.other)) +
+                compact(trees.root.tryGetDefault("s." + k_long, trees.other));
+     }},
+    {"schema_paths_of_paths", Leaves::everything,
+     [](Trees&) {
+         return Path::fromSchemaPath(Path::toSchemaPath(k_deep + "[3]." + k_long)).str();
+     }},
+};
+
+const std::vector<Operation> k_numbers = {
+    {"number_texts", Leaves::everything,
+     [](Trees&) {
+         Number number("123456789012345678901234567890");
+         number.set(std::wstring(40, L'7'));
+         const Number copy(number);
+         number = Number(-1234567.25);
+         return copy.toString() + number.toString() + ko::convert(copy.toWString());
+     }},
+    {"number_to_a_stream", Leaves::everything,
+     [](Trees&) {
+         return written([](std::ostream& out) {
+             Number(-0.00012345).writeAt(out);
+             Number("123456789012345678901234567890").writeAt(out);
+         });
+     }},
+    {"number_reads", Leaves::everything,
+     [](Trees&) {
+         return messageOf([] { (void)Number("123456789012345678").toInt(); }) +
+                messageOf([] { (void)Number("123456789012345678901234567890").type(); }) +
+                messageOf([] { (void)Number("0").toDouble(); });
+     }},
+    {"decimals", Leaves::everything,
+     [](Trees&) {
+         DecNumber number("123456789012345678901234567890e-12");
+         const DecNumber copy(number);
+         number = DecNumber(0.1);
+         return Number(copy).toString() + Number(number).toString() +
+                std::to_string(copy.compare(number));
+     }},
+    {"a_decimal_to_a_stream", Leaves::everything,
+     [](Trees&) {
+         return written([](std::ostream& out) { DecNumber("12345678901234567e-9").writeTo(out); });
+     }},
+};
+
+const std::vector<Operation> k_texts = {
+    {"parse", Leaves::wholeTrees,
+     [](Trees& trees) {
+         DomParser().parse(trees.root, std::string(Trees::k_other));
+         return std::string();
+     }},
+    {"parse_from_within", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.get("s").setString("{\"key that is not held in place\":[1,{\"x\":\"y\"}]}");
+         DomParser().parse(trees.root, trees.root.get("s").string());
+         return std::string();
+     }},
+    {"parse_a_stream", Leaves::wholeTrees,
+     [](Trees& trees) {
+         std::istringstream in(Trees::k_text);
+         in.exceptions(std::ios_base::badbit);
+         DomParser().parse(trees.other, in);
+         return std::string();
+     }},
+    {"parse_faulty_text", Leaves::wholeTrees,
+     [](Trees& trees) {
+         const std::string text = R"({"key that is not held in place":{"k":[1,2,}]})";
+         return messageOf([&] { DomParser().parse(trees.root, text); });
+     }},
+    {"read_by_operator", Leaves::wholeTrees,
+     [](Trees& trees) {
+         std::istringstream in(Trees::k_other);
+         in >> trees.root;
+         return std::string();
+     }},
+    {"events", Leaves::everything,
+     [](Trees&) {
+         RecordingListener listener;
+         CallbackParser parser(&listener);
+         for (const char c : std::string(Trees::k_text)) {
+             parser.parse(&c, 1);
+         }
+         return listener.words;
+     }},
+    {"write_to_a_string", Leaves::everything,
+     [](Trees& trees) { return Generator().encode(trees.root); }},
+    {"write_over_a_string", Leaves::everything,
+     [](Trees& trees) {
+         std::string text;
+         Generator().encode(text, trees.root);
+         return text;
+     }},
+    {"write_to_a_stream", Leaves::everything,
+     [](Trees& trees) {
+         return written([&](std::ostream& out) { Generator(&out).encode(out, trees.root); });
+     }},
+    {"write_by_operator", Leaves::everything,
+     [](Trees& trees) { return written([&](std::ostream& out) { out << trees.root; }); }},
+    {"write_a_document", Leaves::everything,
+     [](Trees& trees) {
+         Dom dom;
+         dom.setRoot(trees.root, false);
+         dom.setMetaKey(k_long);
+         Dom moved(std::move(dom));
+         return Generator().encode(moved);
+     }},
+    {"copy_exceptions", Leaves::everything,
+     [](Trees& trees) {
+         try {
+             trees.root.get(k_deep + ".x");
+         } catch (const ko::Orvid::PathNotFound& error) {
+             const std::unique_ptr<Exception> copy(error.clone());
+             return *copy->elementPath() + error.path() + error.key();
+         }
+         return std::string();
+     }},
+};
+
+class WithoutMemory : public testing::TestWithParam<Operation> {};
+
+TEST_P(WithoutMemory, an_operation_answers_whole_or_throws) { failEachAllocation(GetParam()); }
+
+std::string nameOf(const testing::TestParamInfo<Operation>& info) { return info.param.name; }
+
+INSTANTIATE_TEST_SUITE_P(Lookups, WithoutMemory, testing::ValuesIn(k_lookups), nameOf);
+INSTANTIATE_TEST_SUITE_P(Numbers, WithoutMemory, testing::ValuesIn(k_numbers), nameOf);
+INSTANTIATE_TEST_SUITE_P(Texts, WithoutMemory, testing::ValuesIn(k_texts), nameOf);
+
+}  // namespace
+}  // namespace orvid_test
