@@ -26,6 +26,7 @@
 #include <ko/Orvid/PathParser.h>
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/SafeFile.h>
+#include <ko/Orvid/sourceExcerpt.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 #include <ko/Orvid/TypeException.h>
 #include <ko/Orvid/types.h>

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of sourceExcerpt: the line, the carets under the fault, and how long lines are cut.
+
+#include <ko/Orvid/sourceExcerpt.h>
+
+#include <string>
+
+#include "support/Document.h"
+
+namespace {
+
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::ParseException;
+using ko::Orvid::ReadOptions;
+using ko::Orvid::sourceExcerpt;
+
+/// The excerpt of a text that is faulty when it is read strictly.
+std::string excerptOf(const std::string& text) {
+    Element root;
+    return sourceExcerpt(text, orvid_test::thrownBy<ParseException>(
+                                   [&] { DomParser(ReadOptions::strict()).parse(root, text); }));
+}
+
+/// The excerpt for a fault given by its columns in the first line.
+std::string excerptAt(const std::string& text, int first, int last) {
+    return sourceExcerpt(text, ParseException("", 1, first, 1, last));
+}
+
+std::size_t charactersOf(const std::string& line) {
+    std::size_t count = 0;
+    for (const char c : line) {
+        count += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1U : 0U;
+    }
+    return count;
+}
+
+TEST(SourceExcerpt, puts_a_caret_under_the_fault) {
+    EXPECT_EQ("[1, x]\n    ^\n", excerptOf("[1, x]"));
+    EXPECT_EQ("x\n^\n", excerptOf("x"));
+}
+
+TEST(SourceExcerpt, shows_the_line_alone) {
+    EXPECT_EQ("  2,]\n    ^\n", excerptOf("[1,\n  2,]\n,3]"));
+    EXPECT_EQ("  2,]\n    ^\n", excerptOf("[1,\r\n  2,]\r\n"));
+    EXPECT_EQ("]\n^\n", excerptOf("[1,\n]"));
+}
+
+TEST(SourceExcerpt, marks_every_character_of_the_fault) {
+    EXPECT_EQ("{\"a\":1,\"a\":2}\n       ^^^\n", excerptOf(R"({"a":1,"a":2})"));
+    EXPECT_EQ("[\"\\ud800\"]\n  ^^^^^^\n", excerptOf(R"(["\ud800"])"));
+}
+
+TEST(SourceExcerpt, marks_the_place_behind_the_last_character_of_a_text_that_ends_early) {
+    EXPECT_EQ("[1, 2\n     ^\n", excerptOf("[1, 2"));
+    EXPECT_EQ("\n^\n", excerptOf(""));
+    EXPECT_EQ("\n^\n", excerptOf("[\n"));
+}
+
+TEST(SourceExcerpt, counts_characters_and_not_bytes) {
+    EXPECT_EQ("[\"\xC3\xA9\xE2\x82\xAC\", x]\n       ^\n",
+              excerptOf("[\"\xC3\xA9\xE2\x82\xAC\", x]"));
+    EXPECT_EQ("\xE2\x82\xAC\n^\n", excerptAt("\xE2\x82\xAC", 2, 3));
+}
+
+TEST(SourceExcerpt, shows_nothing_that_upsets_a_terminal) {
+    EXPECT_EQ("[\"a?\"]\n   ^\n", excerptOf("[\"a\xFF\"]"));
+    EXPECT_EQ("[\"??\"]\n  ^^\n", excerptOf("[\"\xE2\x82\"]"));
+    EXPECT_EQ("[\"a b\"]\n   ^\n", excerptOf("[\"a\x1B"
+                                             "b\"]"));
+    EXPECT_EQ("  [ x]\n    ^\n", excerptOf("\t\t[\tx]"));
+    EXPECT_EQ("a b\n ^\n", excerptAt(std::string("a\0b", 3), 2, 2));
+    EXPECT_EQ("a b\n ^\n", excerptAt("a\x7F"
+                                     "b",
+                                     2, 2));
+}
+
+TEST(SourceExcerpt, cuts_a_long_line_around_the_fault) {
+    const std::string long_begin(100, 'a');
+    const std::string long_end(100, 'b');
+    EXPECT_EQ("..." + std::string(30, 'a') + "x" + std::string(41, 'b') + "...\n" +
+                  std::string(33, ' ') + "^\n",
+              excerptAt(long_begin + "x" + long_end, 101, 101));
+    EXPECT_EQ("aaaxx" + std::string(70, 'b') + "...\n   ^^\n", excerptAt("aaaxx" + long_end, 4, 5));
+    EXPECT_EQ("..." + std::string(30, 'a') + "xyz\n" + std::string(33, ' ') + "^\n",
+              excerptAt(long_begin + "xyz", 101, 101));
+}
+
+TEST(SourceExcerpt, leaves_a_line_whole_that_just_fits) {
+    const std::string line(78, 'a');
+    EXPECT_EQ(line + "\n" + std::string(77, ' ') + "^\n", excerptAt(line, 78, 78));
+    const std::string longer(79, 'a');
+    EXPECT_EQ("..." + std::string(31, 'a') + "\n" + std::string(33, ' ') + "^\n",
+              excerptAt(longer, 79, 79));
+}
+
+TEST(SourceExcerpt, is_never_wider_than_a_terminal) {
+    for (std::size_t length = 1; length < 400; length += 3) {
+        std::string line;
+        for (std::size_t i = 0; i < length; ++i) {
+            line += i % 2 == 0 ? "\xF0\x9D\x84\x9E" : "\xFF";
+        }
+        for (std::size_t at = 1; at <= line.size() + 1; at += 7) {
+            const std::string text = excerptAt(line, static_cast<int>(at), 2000);
+            const std::size_t newline = text.find('\n');
+            EXPECT_LE(charactersOf(text.substr(0, newline)), 78U);
+            EXPECT_LE(text.size() - newline - 2, 78U);
+            EXPECT_NE(std::string::npos, text.find('^'));
+        }
+    }
+}
+
+TEST(SourceExcerpt, is_empty_where_there_is_no_such_place) {
+    EXPECT_EQ("", sourceExcerpt("[]", ParseException("", -1, -1, -1, -1)));
+    EXPECT_EQ("", sourceExcerpt("[]", ParseException("", 2, 1, 2, 1)));
+    EXPECT_EQ("", sourceExcerpt("[]", ParseException("", 1, -1, 1, -1)));
+    EXPECT_EQ("[]\n  ^\n", excerptAt("[]", 900, 901));
+}
+
+TEST(SourceExcerpt, marks_the_rest_of_the_line_for_a_fault_of_several_lines) {
+    EXPECT_EQ("[ab\n ^^\n", sourceExcerpt("[ab\ncd]", ParseException("", 1, 2, 2, 1)));
+}
+
+}  // namespace
