@@ -17,9 +17,12 @@
 #include <ko/Orvid/FileException.h>
 #include <ko/Orvid/FromSchemaPathConverter.h>
 #include <ko/Orvid/Generator.h>
+#include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/JsonPointer.h>
+#include <ko/Orvid/MergePatch.h>
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>
+#include <ko/Orvid/PatchException.h>
 #include <ko/Orvid/Path.h>
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/PathGenerator.h>

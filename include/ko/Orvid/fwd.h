@@ -39,6 +39,7 @@ class Number;
 template<class Key, class Value, class Compare = std::less<Key>>
 class Object;
 class ParseException;
+class PatchException;
 class Path;
 class PathGenerator;
 class PathNotFound;

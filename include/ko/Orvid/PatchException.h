@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+//
+// The error for an operation of a JSON Patch that cannot be carried out.
+
+#pragma once
+
+#include <ko/Orvid/Exception.h>
+
+#include <cstddef>
+#include <string>
+
+namespace ko::Orvid {
+
+/// An operation of a JSON Patch could not be carried out, or is none. The element context, where
+/// there is one, is the deepest element on the way to the operation's place.
+class KO_API PatchException : public Exception {
+public:
+    /// `number` counts the operations of the patch from 0, `path` is the operation's JSON Pointer
+    /// as it is written, empty where it has none.
+    PatchException(const Element* element, std::size_t number, const std::string& operation,
+                   const std::string& path, const std::string& reason);
+    PatchException(const PatchException& other);
+    PatchException& operator=(const PatchException& other);
+    ~PatchException() override;
+
+    PatchException* clone() const override;
+
+    /// The operation's 0-based position in the patch.
+    std::size_t number() const { return m_number; }
+    /// Its name, as "add"; empty where it has none.
+    const std::string& operation() const { return m_operation; }
+    /// The JSON Pointer at fault: the operation's "path", or its "from".
+    const std::string& path() const { return m_path; }
+    /// Why it failed.
+    const std::string& reason() const { return m_reason; }
+
+private:
+    std::size_t m_number;
+    std::string m_operation;
+    std::string m_path;
+    std::string m_reason;
+};
+
+}  // namespace ko::Orvid

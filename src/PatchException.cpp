@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+//
+// The error for an operation of a JSON Patch.
+
+#include <ko/Orvid/PatchException.h>
+
+namespace ko::Orvid {
+
+PatchException::PatchException(const Element* element, std::size_t number,
+                               const std::string& operation, const std::string& path,
+                               const std::string& reason)
+    : Exception("Operation " + std::to_string(number) + " of the patch (\"" + operation +
+                    "\") failed at \"" + path + "\": " + reason,
+                element),
+      m_number(number),
+      m_operation(operation),
+      m_path(path),
+      m_reason(reason) {}
+
+PatchException::PatchException(const PatchException& other) = default;
+
+PatchException& PatchException::operator=(const PatchException& other) = default;
+
+PatchException::~PatchException() = default;
+
+PatchException* PatchException::clone() const { return new PatchException(*this); }
+
+}  // namespace ko::Orvid

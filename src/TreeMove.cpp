@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+//
+// Values on the move.
+
+#include "TreeMove.h"
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+
+#include <utility>
+#include <vector>
+
+namespace ko::Orvid {
+
+namespace {
+
+void adoptChildren(Element& element) {
+    if (element.isObject()) {
+        element.object().setParent(&element);
+    } else if (element.isArray()) {
+        element.array().setParent(&element);
+    }
+}
+
+/// The items of a copied array report the index 0 until their array is updated.
+void renumberItems(Element& root) {
+    std::vector<Element*> open{&root};
+    while (!open.empty()) {
+        Element& element = *open.back();
+        open.pop_back();
+        if (element.isArray()) {
+            element.array().updateVector();
+            for (Element& item : element.array()) {
+                open.push_back(&item);
+            }
+        } else if (element.isObject()) {
+            for (auto& member : element.object()) {
+                open.push_back(&member.second);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void swapValues(Element& a, Element& b) {
+    std::swap(a.data(), b.data());
+    adoptChildren(a);
+    adoptChildren(b);
+}
+
+void copyValue(Element& target, const Element& source) {
+    Element copy(source);
+    renumberItems(copy);
+    swapValues(target, copy);
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+//
+// Moving values between elements without copying them, and copying them with right indexes at once.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+
+namespace ko::Orvid {
+
+/// Exchanges the values; both places stay, and the children learn their new parents. Linear in the
+/// number of children. Neither element may lie in the other.
+void swapValues(Element& a, Element& b);
+
+/// Copies the value, and gives the items of copied arrays their indexes. Throws std::bad_alloc,
+/// leaving `target` unchanged.
+void copyValue(Element& target, const Element& source);
+
+}  // namespace ko::Orvid
