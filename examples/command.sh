@@ -14,21 +14,48 @@ try() {
 
 try 'orvid print data/settings.json'
 try "orvid get 'servers[0].host' data/settings.json"
+try "orvid get --raw 'servers[0].host' data/settings.json"
 try 'orvid get limits data/settings.json'
 try 'orvid get timeout data/settings.json'
 try 'orvid get --default timeout data/settings.json'
 try "orvid get --default 'log\\.level' data/settings.json"
+try "echo '{\"servers\": [{}]}' | orvid get --default --schema data/settings.json 'servers[0].port'"
 
 try "echo '{}' | orvid set 'a.b[*].c' 1.50"
 try "echo '[1, 2]' | orvid set '[2]' 5"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid set a '\"two\"'"
 try "echo '{}' | orvid set a tru"
+try "echo '{\"a\": {}, \"c\": []}' | orvid set a.b=1 'c[*]=\"x\"' 'c[*]=null' --compact"
+try "echo '{\"a\": 1}' | orvid set b=2 a.c=3"
+
+try "echo '{\"a\": [1, 3]}' | orvid insert --compact 'a[1]=2' 'a[*]=4' b=null"
+try "echo '{\"a\": [1, 3]}' | orvid insert a 2"
 
 try "echo '{\"meta\": 1, \"a\": [2, 3]}' | orvid remove 'a[0]'"
+try "echo '{\"a\": [1, 2, 3]}' | orvid remove 'a[0]' --also 'a[0]' --compact"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid print"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid print --meta"
+try "echo '{\"b\": [1.50, \"é\"], \"a\": {}}' | orvid print --compact --sort-keys --ascii"
+
+try "orvid find --in servers host '\"beta.example\"' data/settings.json"
+try 'orvid find --in servers --path port 9e3 data/settings.json'
+try 'orvid find --in servers port 80 data/settings.json'
 
 try "printf '%s' '{\"a.b\": [1, {}], \"two\\nlines\": \"x\\ny\", \"\\\"\": 0, \"\": null}' | orvid paths"
+try 'orvid paths data/settings.json | grep memory'
+try 'orvid paths --json-pointer data/settings.json | grep port'
+try "orvid paths data/settings.json | grep '^servers' | sed s/9000/9443/ | orvid unpaths --compact"
+try "printf 'a[2]\\t1\\n' | orvid unpaths --compact"
+
+#DEF try 'orvid defaults data/settings.json'
+
+try "echo '{\"name\": \"billing\", \"rate\": 0.1}' | orvid diff --compact - data/rate.json"
+try "echo '[{\"op\": \"add\", \"path\": \"/limits/cpu\", \"value\": 4}]' | orvid patch - data/settings.json | orvid get limits"
+try "echo '{\"a\": 1, \"b\": {\"c\": 2, \"d\": 3}}' | orvid merge --compact data/merge.json -"
+try "echo '[{\"op\": \"remove\", \"path\": \"/b\"}]' | orvid patch - data/rate.json"
+
+try 'orvid check data/settings.json'
+try "printf '{\"port\": 80,\\n \"port\": 81}' | orvid check"
 
 try "orvid schema-path 'servers[7].port'"
 try 'orvid data-path meta.schema.properties.servers.items.properties.port'
@@ -43,3 +70,7 @@ try 'orvid get servers..host data/settings.json'
 try "orvid get 'servers[*]' data/settings.json"
 try 'orvid print no-such-file'
 try 'orvid get'
+try "echo '{\"a\": [1, 2' | orvid print --json-errors"
+
+try "printf '{\"n\": 1.0}\\n\\n{\"m\": 2}\\n{\"n\": 3e1}\\n' | orvid get --lines --on-error=null --stats n"
+try "printf '{\"n\": 1.0}\\n{\"n\" 2}\\n{\"n\": 3}\\n' | orvid set --lines n=0"

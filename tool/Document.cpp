@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// Reading a file into a tree, with errors that tell the place.
+// Text to tree, and where in the text the fault is that the library tells of.
 
 #include "Document.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <memory>
+#include <limits>
+#include <string>
+#include <utility>
 
-#include "Failure.h"
-#include "Place.h"
+#include "Input.h"
+#include "TextPlace.h"
 
 namespace orvid_tool {
 
@@ -23,39 +22,22 @@ using ko::Orvid::ParseException;
 constexpr int k_complete = 0;
 constexpr const char* k_endsEarly = "the text ends early";
 
-[[noreturn]] void failWithErrno(const std::string& name) {
-    throw Failure(ExitStatus::inputOutput, name + ": " + std::strerror(errno));
-}
+/// A text under way, for errors in it.
+struct SText {
+    const SPlace& place;
+    std::string_view text;
+};
 
-std::string readAll(std::FILE* file, const std::string& name) {
-    constexpr std::size_t bufferSize = 65536;
-    char buffer[bufferSize];
-    std::string text;
-    while (const std::size_t count = std::fread(buffer, 1, bufferSize, file)) {
-        text.append(buffer, count);
+[[noreturn]] void failAt(const SText& document, std::size_t offset, const std::string* elementPath,
+                         const std::string& message) {
+    const STextPlace where = placeOf(document.text, offset);
+    SPlace place = document.place;
+    place.line = place.line == 0 ? where.line : place.line;
+    place.column = where.column;
+    if (elementPath != nullptr) {
+        place.path = *elementPath;
     }
-    if (std::ferror(file) != 0) {
-        failWithErrno(name);
-    }
-    return text;
-}
-
-std::string readFile(const std::string& file, const std::string& name) {
-    if (file == k_standardInput) {
-        return readAll(stdin, name);
-    }
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> handle(std::fopen(file.c_str(), "rb"),
-                                                                 &std::fclose);
-    if (!handle) {
-        failWithErrno(name);
-    }
-    return readAll(handle.get(), name);
-}
-
-[[noreturn]] void failAt(const std::string& name, const std::string& text, std::size_t offset,
-                         const std::string* elementPath, const std::string& message) {
-    throw Failure(ExitStatus::failed,
-                  name + lineAndColumn(text, offset) + placeText(elementPath) + " " + message);
+    throw Failure(ExitStatus::failed, std::move(place), message);
 }
 
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
@@ -66,7 +48,7 @@ bool startsWith(const std::string& text, const char* start) { return text.rfind(
 /// Where the fault begins that the message tells of. The parser stops at a character that does not
 /// belong into its token, but behind a character that begins none and behind a token in a wrong
 /// place; a token behind a member's value is the exception, there it stops inside.
-std::size_t faultOffset(const std::string& message, const std::string& text, std::size_t stop) {
+std::size_t faultOffset(const std::string& message, std::string_view text, std::size_t stop) {
     if (startsWith(message, "parse error: after key and value")) {
         return tokenStart(text, stop + 1);
     }
@@ -77,38 +59,59 @@ std::size_t faultOffset(const std::string& message, const std::string& text, std
     return isBehind ? stop - 1 : stop;
 }
 
-void requireComplete(const DomParser& parser, const std::string& name, const std::string& text) {
+void requireComplete(const DomParser& parser, const SText& document) {
+    const std::string_view text = document.text;
     if (parser.state() != k_complete) {
         const std::string path = parser.openElement()->path();
-        failAt(name, text, text.length(), &path, k_endsEarly);
+        failAt(document, text.length(), &path, k_endsEarly);
     }
     const std::size_t rest = skipBlanks(text, static_cast<std::size_t>(parser.position()));
     if (rest < text.length()) {
-        failAt(name, text, rest, nullptr, "text follows the value");
+        failAt(document, rest, nullptr, "text follows the value");
+    }
+}
+
+/// A parser counts in 32 bits, so what is longer goes as a string.
+void parse(DomParser& parser, Element& root, std::string_view text) {
+    if (text.length() > std::numeric_limits<unsigned int>::max()) {
+        parser.parse(root, std::string(text));
+    } else {
+        parser.parse(root, text.data(), static_cast<unsigned int>(text.length()));
     }
 }
 
 }  // namespace
 
-void readText(const std::string& name, const std::string& text, Element& root) {
+void readTree(const SPlace& place, std::string_view text, Element& root) {
+    const SText document{place, text};
     DomParser parser;
     try {
-        // A number is known to be over only when something follows it.
-        parser.parse(root, text + "\n");
+        // A number is known to be over only when something follows it: the newline.
+        parse(parser, root, std::string_view(text.data(), text.length() + 1));
     } catch (const ParseException& error) {
         const std::string message = firstLine(error.message());
         const std::size_t offset =
             faultOffset(message, text, static_cast<std::size_t>(parser.position()));
-        // Only the newline that was added is at fault.
+        // Only the newline behind the text is at fault.
         const bool isEnd = offset >= text.length();
-        failAt(name, text, offset, error.elementPath(), isEnd ? k_endsEarly : message);
+        failAt(document, offset, error.elementPath(), isEnd ? k_endsEarly : message);
     }
-    requireComplete(parser, name, text);
+    requireComplete(parser, document);
 }
 
-Document::Document(const std::string& file)
-    : name(file == k_standardInput ? "(standard input)" : file) {
-    readText(name, readFile(file, name), root);
+void readArgument(const char* name, const std::string& text, Element& root) {
+    const std::string ended = text + "\n";
+    try {
+        readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root);
+    } catch (const Failure& failure) {
+        throw Failure(ExitStatus::usage, failure.place(), failure.text());
+    }
+}
+
+void readFile(const std::string& file, Element& root) {
+    Input input(file);
+    const std::string ended = input.readAll();
+    readTree({input.name(), 0, 0, {}}, std::string_view(ended).substr(0, ended.length() - 1), root);
 }
 
 }  // namespace orvid_tool

@@ -1,32 +1,35 @@
 // SPDX-License-Identifier: MIT
 //
-// Document, a file's text and the tree read from it.
+// Document, one document under way through a verb, and reading its text into the tree with errors
+// that tell the place.
 
 #pragma once
 
 #include <ko/Orvid.h>
 
-#include <string>
+#include <string_view>
+
+#include "Failure.h"
 
 namespace orvid_tool {
 
-/// The name under which standard input is given and reported.
-inline const char* const k_standardInput = "-";
-
-/// One file, read whole. The tree stays where it is made.
+/// The text of a file or of a line, and the tree read from it. A newline stands behind the text and
+/// may be read too. The tree is used again for the next document.
 struct Document {
-    /// Reads the file, or standard input for "-", which must hold one complete value and, around
-    /// it, nothing but blanks and comments. Throws Failure, which names the file and the place.
-    explicit Document(const std::string& file);
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
-
-    std::string name;  ///< of the file, as shown in errors
+    SPlace place;  ///< the file, and where the text is one of many lines, the line
+    std::string_view text;
     ko::Orvid::Element root;
 };
 
-/// Reads `text` into `root`, as Document does with a file's text; `name` stands for the file in
-/// errors.
-void readText(const std::string& name, const std::string& text, ko::Orvid::Element& root);
+/// Reads the text into `root`. It must hold one complete value and, around it, nothing but blanks
+/// and comments. The byte behind it is a newline. Throws Failure, which tells the place: `place`
+/// with the column, and with the line unless it has one.
+void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
+
+/// Reads a text from the command line, which `name` stands for in errors, into `root`.
+void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);
+
+/// Reads a whole file, or standard input for "-", into `root`.
+void readFile(const std::string& file, ko::Orvid::Element& root);
 
 }  // namespace orvid_tool

@@ -1,67 +1,37 @@
 // SPDX-License-Identifier: MIT
 //
-// The lines that the command writes to standard error.
+// Failures that several verbs raise.
 
 #include "Failure.h"
 
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
+#include <utility>
 
 namespace orvid_tool {
 
-namespace {
+Failure::Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt)
+    : std::runtime_error(text),
+      m_status(status),
+      m_place(std::move(place)),
+      m_excerpt(std::move(excerpt)) {}
 
-bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, SPlace(), text) {}
 
-/// The path itself, or where it is long, as in a document that is nested very deeply, its two ends.
-std::string shortened(const std::string& path) {
-    constexpr std::size_t longest = 300;
-    constexpr std::size_t kept = 120;
-    if (path.length() <= longest) {
-        return path;
+Failure missingPath(SPlace place, const ko::Orvid::PathNotFound& error) {
+    if (error.elementPath() != nullptr) {
+        place.path = *error.elementPath();
     }
-    std::size_t head = kept;
-    while (head > 0 && isContinuation(path[head])) {
-        --head;
-    }
-    std::size_t tail = path.length() - kept;
-    while (tail < path.length() && isContinuation(path[tail])) {
-        ++tail;
-    }
-    return path.substr(0, head) + " ... " + path.substr(tail);
-}
-
-}  // namespace
-
-std::string onOneLine(const std::string& text) {
-    std::string line;
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x20) {
-            line += c;
-        } else {
-            char escape[8];
-            static_cast<void>(
-                std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(c)));
-            line += escape;
-        }
-    }
-    return line;
-}
-
-std::string placeText(const std::string* elementPath) {
-    if (elementPath == nullptr) {
-        return "";
-    }
-    return " at " + (elementPath->empty() ? std::string("(root)") : shortened(*elementPath)) + ":";
-}
-
-Failure missingPath(const std::string& name, const ko::Orvid::PathNotFound& error) {
-    return {ExitStatus::failed, name + ":" + placeText(error.elementPath()) + " path \"" +
-                                    error.path() + "\" not found, there is no \"" + error.key() +
-                                    "\""};
+    return {ExitStatus::failed, std::move(place),
+            "path \"" + error.path() + "\" not found, there is no \"" + error.key() + "\""};
 }
 
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error) {
     return {ExitStatus::usage, "path \"" + path + "\": " + error.message()};
+}
+
+Failure systemFailure(const std::string& name) {
+    return {ExitStatus::inputOutput, SPlace{name, 0, 0, {}}, std::strerror(errno)};
 }
 
 }  // namespace orvid_tool

@@ -1,47 +1,75 @@
 // SPDX-License-Identifier: MIT
 //
-// Failure, what ends a run of the command: one line for standard error and the exit status.
+// Failure, what one document, or the whole run, of the command failed of: the exit status, the
+// place, and the text that a line on standard error tells.
 
 #pragma once
 
 #include <ko/Orvid.h>
 
+#include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
 namespace orvid_tool {
 
-/// The exit statuses of the command.
+/// The exit statuses of the command; the highest of a run counts.
 enum class ExitStatus : int {
     done = 0,
-    failed = 1,       ///< a path is missing, or a text is no JSON
+    failed = 1,       ///< a path is missing, a text is no JSON, or a check or a record failed
     usage = 2,        ///< the call's own words are wrong
     inputOutput = 3,  ///< a file cannot be opened, read or written
 };
 
-/// what() is the line without the command's name and without a newline.
+/// Where something failed. What is not known is empty or 0.
+struct SPlace {
+    std::string file;                 ///< its name as the call gave it
+    std::size_t line = 0;             ///< from 1
+    std::size_t column = 0;           ///< from 1, in bytes
+    std::optional<std::string> path;  ///< of the element concerned
+};
+
 class Failure : public std::runtime_error {
 public:
-    Failure(ExitStatus status, const std::string& line)
-        : std::runtime_error(line), m_status(status) {}
+    Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt = "");
+    /// No place: the call's own words are at fault.
+    Failure(ExitStatus status, const std::string& text);
 
     ExitStatus status() const { return m_status; }
+    const SPlace& place() const { return m_place; }
+    /// What went wrong, without the place.
+    const char* text() const { return what(); }
+    /// Lines that show the fault, each with its newline; mostly empty.
+    const std::string& excerpt() const { return m_excerpt; }
+    /// Puts the place, where there is one, into another line of its file.
+    void setLine(std::size_t line) { m_place.line = m_place.file.empty() ? 0 : line; }
 
 private:
     ExitStatus m_status;
+    SPlace m_place;
+    std::string m_excerpt;
 };
 
-/// The text with its control characters, newlines among them, written as \uXXXX.
-std::string onOneLine(const std::string& text);
+/// The words of the call are wrong, which its help tells more of.
+class Misuse : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
-/// " at PATH:" for the element that an error concerns; the root, whose path is empty, is named, and
-/// a very long path is shortened in its middle.
-std::string placeText(const std::string* elementPath);
+/// The output cannot be written, so there is no use in going on.
+class OutputFailure : public Failure {
+public:
+    explicit OutputFailure(const Failure& failure) : Failure(failure) {}
+};
 
-/// A step of `path` leads nowhere in the document of the file `name`.
-Failure missingPath(const std::string& name, const ko::Orvid::PathNotFound& error);
+/// A step of the path leads nowhere in the document at `place`.
+Failure missingPath(SPlace place, const ko::Orvid::PathNotFound& error);
 
 /// `path` itself is malformed.
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error);
+
+/// The last call of the system failed, as errno tells, on the file of that name.
+Failure systemFailure(const std::string& name);
 
 }  // namespace orvid_tool

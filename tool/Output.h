@@ -1,25 +1,35 @@
 // SPDX-License-Identifier: MIT
 //
-// What the command writes to standard output.
+// Output, where the text that the verbs make goes: standard output, or the file that is edited in
+// place.
 
 #pragma once
 
-#include <ko/Orvid.h>
-
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace orvid_tool {
 
-/// The value as JSON text, one member or item a line, or as a document that leaves its metadata
-/// out. Throws Failure, naming the file, for a value that is nested too deeply to be written.
-std::string jsonText(const std::string& name, const ko::Orvid::Element& element);
-std::string jsonText(const std::string& name, const ko::Orvid::Dom& dom);
+class Output {
+public:
+    virtual ~Output();
+    /// Throws Failure when the text cannot be written.
+    virtual void write(std::string_view text) = 0;
+    /// What was held back goes out. Throws Failure as write() does.
+    virtual void flush() = 0;
+};
 
-/// A line for each leaf below `root`, that is each value that is no container or an empty one: its
-/// path, a tab, and its value.
-std::string leafLines(const ko::Orvid::Element& root);
+/// Standard output. Small texts are gathered until there are many of them or input is waited for.
+class StandardOutput : public Output {
+public:
+    void write(std::string_view text) override;
+    void flush() override;
+    /// Closes it, which may tell of a fault that writing did not. Nothing may follow.
+    void close();
 
-/// Writes the text whole. Throws Failure when it cannot be written.
-void writeOut(const std::string& text);
+private:
+    std::string m_held;
+};
 
 }  // namespace orvid_tool

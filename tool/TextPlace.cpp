@@ -2,7 +2,7 @@
 //
 // Counting lines and columns, and passing over what carries no value.
 
-#include "Place.h"
+#include "TextPlace.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ namespace orvid_tool {
 namespace {
 
 /// Where the comment that starts at `offset` ends; `offset` itself when none starts or ends there.
-std::size_t commentEnd(const std::string& text, std::size_t offset) {
+std::size_t commentEnd(std::string_view text, std::size_t offset) {
     const bool isLine = text.compare(offset, 2, "//") == 0;
     const bool isBlock = text.compare(offset, 2, "/*") == 0;
     if (!isLine && !isBlock) {
@@ -19,7 +19,7 @@ std::size_t commentEnd(const std::string& text, std::size_t offset) {
     }
     const char* const mark = isLine ? "\n" : "*/";
     const std::size_t end = text.find(mark, offset + 2);
-    if (end == std::string::npos) {
+    if (end == std::string_view::npos) {
         return isLine ? text.length() : offset;
     }
     return end + (isLine ? 1 : 2);
@@ -30,7 +30,7 @@ bool isWordCharacter(char c) {
            c == '.';
 }
 
-std::size_t stringEnd(const std::string& text, std::size_t start) {
+std::size_t stringEnd(std::string_view text, std::size_t start) {
     std::size_t offset = start + 1;
     while (offset < text.length() && text[offset] != '"') {
         offset += text[offset] == '\\' ? 2U : 1U;
@@ -38,7 +38,7 @@ std::size_t stringEnd(const std::string& text, std::size_t start) {
     return std::min(offset + 1, text.length());
 }
 
-std::size_t tokenEnd(const std::string& text, std::size_t start) {
+std::size_t tokenEnd(std::string_view text, std::size_t start) {
     if (text[start] == '"') {
         return stringEnd(text, start);
     }
@@ -51,7 +51,7 @@ std::size_t tokenEnd(const std::string& text, std::size_t start) {
 
 }  // namespace
 
-std::size_t tokenStart(const std::string& text, std::size_t end) {
+std::size_t tokenStart(std::string_view text, std::size_t end) {
     std::size_t start = skipBlanks(text, 0);
     while (start < text.length()) {
         const std::size_t stop = tokenEnd(text, start);
@@ -63,20 +63,19 @@ std::size_t tokenStart(const std::string& text, std::size_t end) {
     return start;
 }
 
-std::string lineAndColumn(const std::string& text, std::size_t offset) {
-    const std::size_t end = std::min(offset, text.length());
-    const auto stop = text.begin() + static_cast<std::ptrdiff_t>(end);
-    const auto line = std::count(text.begin(), stop, '\n') + 1;
-    const std::size_t newline = end == 0 ? std::string::npos : text.rfind('\n', end - 1);
-    const std::size_t column = newline == std::string::npos ? end + 1 : end - newline;
-    return ":" + std::to_string(line) + ":" + std::to_string(column) + ":";
+STextPlace placeOf(std::string_view text, std::size_t offset) {
+    const std::string_view before = text.substr(0, std::min(offset, text.length()));
+    const auto lines = std::count(before.begin(), before.end(), '\n');
+    const std::size_t newline = before.rfind('\n');
+    const std::size_t start = newline == std::string_view::npos ? 0 : newline + 1;
+    return {static_cast<std::size_t>(lines) + 1, before.length() - start + 1};
 }
 
-std::size_t skipBlanks(const std::string& text, std::size_t offset) {
+std::size_t skipBlanks(std::string_view text, std::size_t offset) {
     constexpr const char* blanks = " \t\r\n\v\f";
     while (true) {
         const std::size_t word = text.find_first_not_of(blanks, offset);
-        if (word == std::string::npos) {
+        if (word == std::string_view::npos) {
             return text.length();
         }
         offset = commentEnd(text, word);

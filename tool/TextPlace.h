@@ -5,21 +5,26 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <string_view>
 
 namespace orvid_tool {
 
-/// ":LINE:COLUMN:" of the byte at `offset` (from 0). Lines and columns count from 1, columns in
-/// bytes.
-std::string lineAndColumn(const std::string& text, std::size_t offset);
+/// Both count from 1, columns in bytes.
+struct STextPlace {
+    std::size_t line;
+    std::size_t column;
+};
+
+/// The place of the byte at `offset` (from 0).
+STextPlace placeOf(std::string_view text, std::size_t offset);
 
 /// The offset of the first byte of the token that reaches to the offset `end` or beyond: a string,
 /// a word, a number or a single character; the text's length when there is none. Scans from the
 /// start.
-std::size_t tokenStart(const std::string& text, std::size_t end);
+std::size_t tokenStart(std::string_view text, std::size_t end);
 
 /// The offset of the first byte from `offset` on that belongs neither to blanks nor to a closed
 /// comment; the text's length when there is none.
-std::size_t skipBlanks(const std::string& text, std::size_t offset);
+std::size_t skipBlanks(std::string_view text, std::size_t offset);
 
 }  // namespace orvid_tool

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+//
+// How values become text: the layout of the library, colour on top of it, and failures where a
+// value cannot be written.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <exception>
+#include <string>
+
+namespace orvid_tool {
+
+struct SLayout {
+    ko::Orvid::WriteOptions options;
+    bool isColored = false;
+};
+
+/// A value that cannot be written. what() tells why.
+class Unwritable : public std::exception {
+public:
+    explicit Unwritable(const char* why) : m_why(why) {}
+    const char* what() const noexcept override { return m_why; }
+
+private:
+    const char* m_why;
+};
+
+/// The value, or the document as its Dom says, with a newline behind it. Throws Unwritable.
+std::string jsonText(const ko::Orvid::Element& element, const SLayout& layout);
+std::string jsonText(const ko::Orvid::Dom& dom, const SLayout& layout);
+
+/// The value on one line, in the layout's other respects, with a newline behind it. Throws
+/// Unwritable.
+std::string jsonLine(const ko::Orvid::Element& element, const SLayout& layout);
+
+/// Appends `text` to `out`, without a copy where that is empty.
+void append(std::string& out, std::string&& text);
+
+}  // namespace orvid_tool

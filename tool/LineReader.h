@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+//
+// LineReader cuts an input into batches of whole lines.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "LineBatch.h"
+
+namespace orvid_tool {
+
+class Input;
+
+/// Holds no more than one batch: about a megabyte, or the longest line that is allowed.
+class LineReader {
+public:
+    LineReader(Input& input, std::size_t longest) : m_input(input), m_longest(longest) {}
+
+    /// Fills an empty batch. Returns false when there is nothing more. A last line without a
+    /// newline is given one.
+    bool next(LineBatch& batch);
+
+private:
+    bool fill(LineBatch& batch);
+    bool cutLong(LineBatch& batch);
+    bool end(LineBatch& batch);
+
+    Input& m_input;
+    std::size_t m_longest;
+    std::string m_rest;  ///< what was read behind the last batch
+    bool m_isFirst = true;
+    bool m_isInLong = false;  ///< inside a line that is longer than allowed
+    bool m_isAtEnd = false;
+};
+
+}  // namespace orvid_tool

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+//
+// The steps of a path, taken apart, and the element at such steps, made where it is missing.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace orvid_tool {
+
+struct SStep {
+    bool isKey = false;
+    std::string key;         ///< escapes resolved
+    unsigned int index = 0;  ///< from 0; k_noIndex for `[*]`
+};
+
+/// Throws Failure for a malformed path.
+std::vector<SStep> stepsOf(const std::string& path);
+
+/// Where steps and what is there do not go together. what() tells how.
+class Clash : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// The element at the steps below `root`. An empty element on the way becomes the object or the
+// array that a step needs, items that are passed over become null, and the last is new and empty
+// unless it was there. In a pointer, a step below an empty element is an index when it is 0. Throw
+// Clash; what was made before stays.
+ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const std::vector<SStep>& steps);
+ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const ko::Orvid::JsonPointer& pointer);
+
+}  // namespace orvid_tool

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+//
+// The list of all verbs.
+
+#include "verbs.h"
+
+namespace orvid_tool {
+
+std::vector<std::unique_ptr<Verb>> allVerbs() {
+    std::vector<std::unique_ptr<Verb>> verbs;
+    verbs.push_back(makePrint());
+    verbs.push_back(makeGet());
+    verbs.push_back(makeSet());
+    verbs.push_back(makeInsert());
+    verbs.push_back(makeRemove());
+    verbs.push_back(makeFind());
+    verbs.push_back(makePaths());
+    verbs.push_back(makeUnpaths());
+    verbs.push_back(makeDiff());
+    verbs.push_back(makePatch());
+    verbs.push_back(makeMerge());
+    verbs.push_back(makeCheck());
+    verbs.push_back(makeSchemaPath());
+    verbs.push_back(makeDataPath());
+    return verbs;
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid find: the item of an array that holds a value.
+
+#include "Answer.h"
+#include "Leaves.h"
+#include "Options.h"
+#include "PathWords.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Path;
+
+class Find : public DocumentVerb {
+public:
+    const char* name() const override { return "find"; }
+    const char* help() const override {
+        return "Write the first item of an array that has a value at a path";
+    }
+    const char* examples() const override {
+        return "  orvid find --in servers host '\"beta.example\"' settings.json\n"
+               "  orvid find --in servers --path host '\"beta.example\"' settings.json\n"
+               "  orvid find '' 3 <numbers.json";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        app.add_option("ITEMPATH", m_itemPath,
+                       "where in an item the value is; empty for the item itself")
+            ->required();
+        app.add_option("JSON", m_json, "the value, as JSON text")->required();
+        addFiles(app, call);
+        app.add_option("--in", m_arrayPath, "the array, the document's root unless told")
+            ->type_name("PATH");
+        app.add_flag("--path", m_isPathWanted, "write the item's path and not the item");
+        addRaw(app, call);
+        addLayout(app, call);
+        addLines(app, call);
+    }
+
+    void prepare(SCall& /*call*/) override { readArgument("JSON", m_json, m_value); }
+
+private:
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        const Element& array = withPath(m_arrayPath, [&](const Path& path) {
+            return std::cref(const_cast<const Element&>(document.root).get(path));
+        });
+        if (!array.isArray()) {
+            throw failure(document, "is no array");
+        }
+        const Element* const item =
+            withPath(m_itemPath, [&](const Path& path) { return array.find(m_value, path); });
+        if (item == nullptr) {
+            throw failure(document, "no item has that value");
+        }
+        if (m_isPathWanted) {
+            out.append(pathOnOneLine(item->path())).append("\n");
+        } else {
+            appendAnswer(call, *item, out);
+        }
+    }
+
+    Failure failure(const Document& document, const char* text) const {
+        SPlace place = document.place;
+        place.path = m_arrayPath;
+        return {ExitStatus::failed, place, text};
+    }
+
+    std::string m_itemPath;
+    std::string m_json;
+    std::string m_arrayPath;
+    bool m_isPathWanted = false;
+    Element m_value;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeFind() { return std::make_unique<Find>(); }
+
+}  // namespace orvid_tool

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid get: the value at a path.
+
+#include "Answer.h"
+#include "Options.h"
+#include "PathWords.h"
+#include "Schema.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Path;
+
+class Get : public DocumentVerb {
+public:
+    const char* name() const override { return "get"; }
+    const char* help() const override { return "Write the value at a path"; }
+    const char* examples() const override {
+        return "  orvid get 'servers[0].host' settings.json\n"
+               "  orvid get --default timeout settings.json\n"
+               "  orvid get --lines --raw -j 4 --on-error=skip user.name <records.jsonl";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        app.add_option("PATH", m_path, "a path such as a.b[3].c")->required();
+        addFiles(app, call);
+        app.add_flag("--default", m_isDefaultUsed,
+                     "where the data has no value, write the schema's default");
+        addSchema(app, call);
+        addRaw(app, call);
+        addLayout(app, call);
+        addLines(app, call);
+    }
+
+    void prepare(SCall& call) override { m_schema.load(call.schemaFile); }
+
+private:
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        withPath(m_path,
+                 [&](const Path& path) { appendAnswer(call, found(path, document.root), out); });
+    }
+
+    const Element& found(const Path& path, const Element& root) const {
+        if (!m_isDefaultUsed) {
+            return root.get(path);
+        }
+        const Element* const inData = Path::tryGetElement(path, root);
+        return inData != nullptr ? *inData : m_schema.of(root).getDefault(path);
+    }
+
+    std::string m_path;
+    bool m_isDefaultUsed = false;
+    Schema m_schema;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeGet() { return std::make_unique<Get>(); }
+
+}  // namespace orvid_tool

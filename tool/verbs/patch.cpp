@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid patch and orvid merge: changes that are written in a file.
+
+#include <algorithm>
+
+#include "Options.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::PatchException;
+
+class Change : public DocumentVerb {
+public:
+    void addWords(CLI::App& app, SCall& call) override {
+        app.add_option("PATCH", m_file, "the change; - is standard input")->required();
+        addFiles(app, call);
+        addLayout(app, call);
+        addInPlace(app, call);
+        addLines(app, call);
+    }
+
+    void prepare(SCall& call) override {
+        const bool isInputTaken =
+            call.files.empty() ||
+            std::find(call.files.begin(), call.files.end(), k_standardInput) != call.files.end();
+        if (m_file == k_standardInput && isInputTaken) {
+            throw Misuse("PATCH and FILE cannot both be standard input");
+        }
+        readFile(m_file, m_change);
+    }
+
+private:
+    virtual void change(Document& document, const Element& patch) const = 0;
+
+    void apply(const SCall& call, Document& document, std::string& out) const final {
+        change(document, m_change);
+        append(out, jsonText(document.root, call.layout));
+    }
+
+    std::string m_file;
+    Element m_change;
+};
+
+class Patch : public Change {
+public:
+    const char* name() const override { return "patch"; }
+    const char* help() const override { return "Apply a JSON Patch and write the document"; }
+    const char* examples() const override {
+        return "  orvid patch change.json settings.json\n"
+               "  orvid diff old.json new.json | orvid patch - -i settings.json";
+    }
+
+private:
+    void change(Document& document, const Element& patch) const override {
+        if (!patch.isArray()) {
+            throw Failure(ExitStatus::usage, "the patch is no array of operations");
+        }
+        try {
+            ko::Orvid::applyPatch(document.root, patch);
+        } catch (const PatchException& error) {
+            throw failure(document, error);
+        }
+    }
+
+    static Failure failure(const Document& document, const PatchException& error) {
+        SPlace place = document.place;
+        if (error.elementPath() != nullptr) {
+            place.path = *error.elementPath();
+        }
+        return {ExitStatus::failed, place,
+                "operation " + std::to_string(error.number()) + " of the patch, \"" +
+                    error.operation() + "\" of \"" + error.path() + "\": " + error.reason()};
+    }
+};
+
+class Merge : public Change {
+public:
+    const char* name() const override { return "merge"; }
+    const char* help() const override { return "Merge a merge patch and write the document"; }
+    const char* examples() const override {
+        return "  orvid merge change.json settings.json\n"
+               "  echo '{\"debug\": null, \"limits\": {\"cpu\": 4}}' | orvid merge - -i "
+               "settings.json";
+    }
+
+private:
+    void change(Document& document, const Element& patch) const override {
+        ko::Orvid::mergePatch(document.root, patch);
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makePatch() { return std::make_unique<Patch>(); }
+
+std::unique_ptr<Verb> makeMerge() { return std::make_unique<Merge>(); }
+
+}  // namespace orvid_tool

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid paths: a line for each leaf.
+
+#include "Leaves.h"
+#include "Options.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
+
+class Paths : public DocumentVerb {
+public:
+    const char* name() const override { return "paths"; }
+    const char* help() const override {
+        return "Write a line for each leaf: its path, a tab, its value";
+    }
+    const char* examples() const override {
+        return "  orvid paths settings.json | grep port\n"
+               "  orvid paths settings.json | grep -v '^meta' | orvid unpaths\n"
+               "  orvid paths --json-pointer settings.json";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        addFiles(app, call);
+        app.add_flag("--json-pointer", m_isPointer, "write JSON Pointers, such as /a/b/3/c");
+        app.add_flag("--ascii", call.layout.options.asciiOnly,
+                     "write other characters of values as \\uXXXX");
+    }
+
+private:
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        for (const Element* const leaf : leavesOf(document.root)) {
+            const std::string path = m_isPointer ? JsonPointer::of(*leaf).str() : leaf->path();
+            appendLeaf(path, *leaf, call.layout, out);
+        }
+    }
+
+    bool m_isPointer = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makePaths() { return std::make_unique<Paths>(); }
+
+}  // namespace orvid_tool

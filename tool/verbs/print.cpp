@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid print: the document in another layout.
+
+#include "Options.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+class Print : public DocumentVerb {
+public:
+    const char* name() const override { return "print"; }
+    const char* help() const override { return "Write the document"; }
+    const char* examples() const override {
+        return "  orvid print settings.json\n"
+               "  orvid print --meta --indent 2 -i settings.json\n"
+               "  orvid print --lines --sort-keys <records.jsonl";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        addFiles(app, call);
+        app.add_flag("--meta", call.hasMeta,
+                     "write the member \"meta\" too; --in-place always does");
+        addLayout(app, call);
+        addInPlace(app, call);
+        addLines(app, call);
+    }
+
+private:
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        ko::Orvid::Dom dom;
+        dom.setRoot(document.root, false);
+        dom.setWriteMeta(call.hasMeta || call.isInPlace);
+        append(out, jsonText(dom, call.layout));
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makePrint() { return std::make_unique<Print>(); }
+
+}  // namespace orvid_tool

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid remove: members and items taken out.
+
+#include <iterator>
+
+#include "Options.h"
+#include "PathWords.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Path;
+
+void removeElement(Element& element, const SPlace& place) {
+    Element* const parent = element.parent();
+    if (parent == nullptr) {
+        throw Failure(ExitStatus::failed, place, "the root cannot be removed");
+    }
+    if (parent->isObject()) {
+        parent->object().erase(element.key());
+    } else {
+        auto& items = parent->array();
+        items.erase(std::next(items.begin(), static_cast<std::ptrdiff_t>(element.index())));
+    }
+}
+
+class Remove : public DocumentVerb {
+public:
+    const char* name() const override { return "remove"; }
+    const char* help() const override {
+        return "Remove the values at paths and write the document";
+    }
+    const char* examples() const override {
+        return "  orvid remove 'servers[1]' settings.json\n"
+               "  orvid remove debug --also limits.cpu -i settings.json\n"
+               "  orvid remove --lines --on-error=passthrough user.email <records.jsonl";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        app.add_option("PATH", m_path, "a path such as a.b[3].c")->required();
+        addFiles(app, call);
+        app.add_option("--also", m_paths, "a further path, removed after those before it")
+            ->type_name("PATH")
+            ->allow_extra_args(false);
+        addLayout(app, call);
+        addInPlace(app, call);
+        addLines(app, call);
+    }
+
+    void prepare(SCall& /*call*/) override { m_paths.insert(m_paths.begin(), m_path); }
+
+private:
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        for (const std::string& word : m_paths) {
+            withPath(word, [&](const Path& path) {
+                removeElement(document.root.get(path), document.place);
+            });
+        }
+        append(out, jsonText(document.root, call.layout));
+    }
+
+    std::string m_path;
+    std::vector<std::string> m_paths;  ///< all of them, in order
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeRemove() { return std::make_unique<Remove>(); }
+
+}  // namespace orvid_tool

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid schema-path and orvid data-path: from a place in the data to the place in the schema that
+// describes it, and back. Neither reads a document.
+
+#include "Output.h"
+#include "PathWords.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Path;
+
+class SchemaPath : public Verb {
+public:
+    const char* name() const override { return "schema-path"; }
+    const char* help() const override { return "Write the schema path of a data path"; }
+    const char* examples() const override { return "  orvid schema-path 'servers[7].port'"; }
+
+    void addWords(CLI::App& app, SCall& /*call*/) override {
+        app.add_option("PATH", m_path, "a path such as a.b[3].c")->required();
+    }
+
+    ExitStatus run(const SCall& /*call*/, const Report& /*report*/, Output& out) const override {
+        out.write(withPath(m_path, &Path::toSchemaPath).str() + "\n");
+        return ExitStatus::done;
+    }
+
+private:
+    std::string m_path;
+};
+
+class DataPath : public Verb {
+public:
+    const char* name() const override { return "data-path"; }
+    const char* help() const override { return "Write the data path of a schema path"; }
+    const char* examples() const override {
+        return "  orvid data-path meta.schema.properties.servers.items.properties.port";
+    }
+
+    void addWords(CLI::App& app, SCall& /*call*/) override {
+        app.add_option("SCHEMAPATH", m_path, "a path below meta.schema")->required();
+    }
+
+    ExitStatus run(const SCall& /*call*/, const Report& /*report*/, Output& out) const override {
+        out.write(withPath(m_path, &Path::fromSchemaPath).str() + "\n");
+        return ExitStatus::done;
+    }
+
+private:
+    std::string m_path;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeSchemaPath() { return std::make_unique<SchemaPath>(); }
+
+std::unique_ptr<Verb> makeDataPath() { return std::make_unique<DataPath>(); }
+
+}  // namespace orvid_tool

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid unpaths: the document that lines of `orvid paths` tell of.
+
+#include <algorithm>
+
+#include "Leaves.h"
+#include "Options.h"
+#include "PathSteps.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+
+class Unpaths : public DocumentVerb {
+public:
+    const char* name() const override { return "unpaths"; }
+    const char* help() const override {
+        return "Write the document that lines of paths and values tell of";
+    }
+    const char* examples() const override {
+        return "  orvid paths settings.json | sed 's/8080/8443/' | orvid unpaths\n"
+               "  orvid paths --json-pointer settings.json | orvid unpaths --json-pointer";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        addFiles(app, call);
+        app.add_flag("--json-pointer", m_isPointer, "the paths are JSON Pointers");
+        addLayout(app, call);
+    }
+
+private:
+    void read(Document& document) const override {
+        document.root = Element::k_emptyElement;
+        SPlace place = document.place;
+        std::string_view rest = document.text;
+        while (!rest.empty()) {
+            const std::size_t end = std::min(rest.find('\n'), rest.length());
+            ++place.line;
+            readLine(rest.substr(0, end), place, document.root);
+            rest.remove_prefix(std::min(end + 1, rest.length()));
+        }
+        if (document.root.isEmpty()) {
+            throw Failure(ExitStatus::failed, document.place, "there is no line with a path");
+        }
+    }
+
+    void readLine(std::string_view line, const SPlace& place, Element& root) const {
+        if (line.find_first_not_of(" \r") == std::string_view::npos) {
+            return;
+        }
+        const std::size_t tab = line.find('\t');
+        if (tab == std::string_view::npos) {
+            throw Failure(ExitStatus::failed, place, "there is no tab behind the path");
+        }
+        Element value;
+        readTree(place, line.substr(tab + 1), value);
+        try {
+            Element& leaf = made(pathOfLine(line.substr(0, tab)), root);
+            const bool isTaken = !leaf.isEmpty();
+            leaf = value;
+            if (isTaken) {
+                throw Clash("there is a value already");
+            }
+        } catch (const Clash& fault) {
+            throw Failure(ExitStatus::failed, place, fault.what());
+        } catch (const Failure& fault) {
+            throw Failure(ExitStatus::failed, place, fault.text());
+        }
+    }
+
+    Element& made(const std::string& path, Element& root) const {
+        return m_isPointer ? makeAt(root, pointerOf(path)) : makeAt(root, stepsOf(path));
+    }
+
+    static ko::Orvid::JsonPointer pointerOf(const std::string& text) {
+        try {
+            return ko::Orvid::JsonPointer(text);
+        } catch (const ko::Orvid::ParseException& error) {
+            throw malformedPath(text, error);
+        }
+    }
+
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        append(out, jsonText(document.root, call.layout));
+    }
+
+    bool m_isPointer = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeUnpaths() { return std::make_unique<Unpaths>(); }
+
+}  // namespace orvid_tool
