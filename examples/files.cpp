@@ -12,6 +12,23 @@ using namespace ko::Orvid;
 
 namespace {
 
+void showDocument(const std::string& name) {
+    replaceFile(name, R"({"meta": 1, "retries": 3})");
+    Dom document = Dom::load(name);
+    (*document).update("retries", 5);
+    document.save(name, WriteOptions::compact());
+    std::cout << readFile(name) << "\n";
+}
+
+void showFaultyText(const std::string& name) {
+    replaceFile(name, "{\n    \"retries\": 3,\n}\n");
+    try {
+        Dom::load(name);
+    } catch (const FileException& error) {
+        std::cout << error.reason() << "\n";
+    }
+}
+
 void showReplace(const std::string& name) {
     replaceFile(name, "[1, 2]\n");
     std::cout << readFile(name);
@@ -38,6 +55,8 @@ void showFailure() {
 
 int main(int, char** arguments) {
     const std::string name = std::string(arguments[1]) + "/files.json";
+    showDocument(name);
+    showFaultyText(name);
     showReplace(name);
     showPieces(name, false);
     std::cout << "without commit(): " << readFile(name);

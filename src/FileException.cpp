@@ -8,7 +8,7 @@ namespace ko::Orvid {
 
 FileException::FileException(const std::string& file, const std::string& action,
                              const std::string& reason, int error, const ko::Exception* cause)
-    : Exception("Cannot " + action + " \"" + file + "\": " + reason, cause),
+    : Exception(std::string(), cause),
       m_file(file),
       m_action(action),
       m_reason(reason),
@@ -19,6 +19,10 @@ FileException::FileException(const FileException& other) = default;
 FileException& FileException::operator=(const FileException& other) = default;
 
 FileException::~FileException() = default;
+
+void FileException::generateWhat(std::string& out) const {
+    out = "Cannot " + m_action + " \"" + m_file + "\": " + m_reason;
+}
 
 FileException* FileException::clone() const { return new FileException(*this); }
 

@@ -8,6 +8,7 @@
 #include <ko/Exception.h>
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/CallbackParser.h>
+#include <ko/Orvid/describe.h>
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/DomParser.h>
 #include <ko/Orvid/Element.h>
@@ -29,6 +30,7 @@
 #include <ko/Orvid/PathParser.h>
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/SafeFile.h>
+#include <ko/Orvid/SchemaDefaults.h>
 #include <ko/Orvid/sourceExcerpt.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 #include <ko/Orvid/TypeException.h>

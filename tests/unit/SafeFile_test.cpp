@@ -339,7 +339,8 @@ TEST(FileException, is_copied_with_all_that_it_tells) {
     const std::unique_ptr<const ko::Exception> copy(first.clone());
     FileException second("b", "write", "x");
     second = first;
-    EXPECT_STREQ(copy->what(), "Cannot read \"a\": why Cause: because");
+    EXPECT_STREQ(copy->what(), "Cannot read \"a\": why");
+    EXPECT_STREQ(copy->cause()->what(), "because");
     EXPECT_STREQ(second.what(), copy->what());
     EXPECT_EQ(second.file() + second.action() + second.reason(), "areadwhy");
     EXPECT_EQ(second.error(), 5);

@@ -36,6 +36,9 @@ public:
     /// its copies lose what the subclass adds.
     virtual Exception* clone() const;
 
+    /// The copy of the cause; null when there is none. Lives as long as this object.
+    const Exception* cause() const noexcept { return m_cause.get(); }
+
 private:
     std::string m_message;
     std::unique_ptr<const Exception> m_cause;

@@ -6,6 +6,8 @@
 
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
+#include <ko/Orvid/ReadOptions.h>
+#include <ko/Orvid/WriteOptions.h>
 
 #include <iosfwd>
 #include <string>
@@ -27,6 +29,17 @@ public:
     Dom& operator=(const Dom&) = delete;
     /// Deletes the root if the document owns it.
     virtual ~Dom();
+
+    /// The document in a file, with a root of its own, and set to write its meta, so that nothing
+    /// is lost when it is saved again. A UTF-8 byte order mark at the beginning is passed over.
+    /// Throws FileException, the cause of which is the ParseException where the text is at fault.
+    static Dom load(const std::string& file, const ReadOptions& options = ReadOptions::strict());
+
+    /// Gives the file the document as its content, at once (see SafeFile). Throws FileException,
+    /// with the file as it was, also where there is no root, where a value that is to be written is
+    /// of type etEmpty or a number that is no JSON, and where the generator refuses one (see
+    /// Generator::state()). The cause, where there is one, names the element.
+    void save(const std::string& file, const WriteOptions& options = WriteOptions()) const;
 
     /// Deletes an owned former root and takes `root`, which the document does not own already. With
     /// `takeOwnership` it must have been made with new; without, it must outlive the document's

@@ -10,8 +10,8 @@
 
 namespace ko::Orvid {
 
-/// A file could not be read or written. The text names it and says why. Where the content is at
-/// fault, the cause is the exception that tells what is wrong with it.
+/// A file could not be read or written. The text names it and says why; it does not repeat the
+/// cause, which is the exception that tells what is wrong with the content where that is at fault.
 class KO_API FileException : public Exception {
 public:
     /// `action` completes "Cannot ...", as in "read"; `reason` says why not; `error` is the errno,
@@ -22,6 +22,7 @@ public:
     FileException& operator=(const FileException& other);
     ~FileException() override;
 
+    void generateWhat(std::string& out) const override;
     FileException* clone() const override;
 
     /// The name as the caller gave it.

@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: MIT
+//
+// Errors as sentences: one function for each kind, and what they have in common.
+
+#include <ko/Orvid/describe.h>
+
+#include <ko/Orvid/FileException.h>
+#include <ko/Orvid/Number.h>
+#include <ko/Orvid/PatchException.h>
+#include <ko/Orvid/PathException.h>
+#include <ko/Orvid/TypeException.h>
+
+#include <locale>
+#include <new>
+#include <sstream>
+#include <string_view>
+#include <type_traits>
+
+namespace ko::Orvid {
+
+namespace {
+
+std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+
+std::string elementText(const std::string& path) {
+    return path.empty() ? "the root" : "the element " + quoted(path);
+}
+
+/// Begins with a capital and ends with a full stop.
+std::string sentence(std::string text) {
+    if (text.empty()) {
+        return "An error without a text.";
+    }
+    if (text.front() >= 'a' && text.front() <= 'z') {
+        text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    }
+    const bool isClosed = std::string_view(".!?").find(text.back()) != std::string_view::npos;
+    return isClosed ? text : text + ".";
+}
+
+std::string concerned(const Exception& error) {
+    const std::string* const path = error.elementPath();
+    return path == nullptr ? "" : " It concerns " + elementText(*path) + ".";
+}
+
+const char* nameOf(EType type) {
+    switch (type) {
+        case etNull:
+            return "null";
+        case etBoolean:
+            return "a boolean";
+        case etNumber:
+            return "a number";
+        case etString:
+            return "a string";
+        case etObject:
+            return "an object";
+        case etArray:
+            return "an array";
+        default:
+            return "empty, of no type";
+    }
+}
+
+std::string describeType(const TypeException<EType>& error) {
+    const std::string* const path = error.elementPath();
+    const std::string element = path == nullptr ? "the element" : elementText(*path);
+    return sentence(element + " is " + nameOf(error.got()) + ", but should be " +
+                    nameOf(error.requested()));
+}
+
+std::string describePath(const PathNotFound& error) {
+    const std::string* const stop = error.elementPath();
+    return "The path " + quoted(error.path()) +
+           " leads nowhere: " + (stop == nullptr ? "its start" : elementText(*stop)) + " has no " +
+           quoted(error.key()) + ".";
+}
+
+std::string describeKey(const KeyNotFound& error) {
+    const std::string* const object = error.elementPath();
+    return sentence((object == nullptr ? "the object" : elementText(*object)) + " has no member " +
+                    quoted(error.key()));
+}
+
+/// What path text makes of its faults, and how to say it.
+struct SPathFault {
+    std::string_view message;
+    const char* text;
+};
+const SPathFault k_pathFaults[] = {
+    {"Unexpexced EOF", "it ends where a key or an index is due"},
+    {"Unreadable index", "an index does not fit 32 bits"},
+    {"Index must be set!", "a lookup cannot follow \"[*]\", which names no item"},
+    {"Schema path must begin with meta.schema!", "it does not begin with meta.schema"},
+    {"\"properties\" or \"items\" expeced!",
+     "another key stands where \"properties\" or \"items\" is due"},
+    {"Schema path may not contain arrays!", "it has an index"},
+};
+
+constexpr std::string_view k_inPath = " in path at \"";
+constexpr std::string_view k_unexpected = "Unexpected character ";
+
+/// The fault of a path, without the parser's own state; empty when the message is none of a path.
+std::string pathFault(const std::string& message) {
+    const std::size_t end = message.rfind(k_inPath);
+    const std::string head = message.substr(0, end);
+    for (const SPathFault& fault : k_pathFaults) {
+        if (head == fault.message) {
+            return fault.text;
+        }
+    }
+    const bool isUnexpected =
+        end != std::string::npos && head.compare(0, k_unexpected.size(), k_unexpected) == 0;
+    return isUnexpected ? head.substr(k_unexpected.size()) + " may not stand there" : "";
+}
+
+bool isOfPointer(const std::string& message) {
+    return message.substr(0, message.find('"')).find("JSON Pointer") != std::string::npos;
+}
+
+std::string describeFaultyPath(const ParseException& error, const std::string& fault) {
+    std::string text = "The path is at fault: " + fault;
+    if (error.lastColumn() >= 0) {
+        text += ", at column " + std::to_string(error.lastColumn()) + " (counted from 0)";
+    }
+    return text + "." + concerned(error);
+}
+
+std::string placeOf(const ParseException& error) {
+    if (error.firstLine() < 0) {
+        return "";
+    }
+    const std::string line = "line " + std::to_string(error.firstLine());
+    return error.firstColumn() < 0 ? line
+                                   : line + ", column " + std::to_string(error.firstColumn());
+}
+
+/// Messages of YAJL end in a newline.
+std::string trimmed(const std::string& text) {
+    const std::size_t last = text.find_last_not_of(" \n\r");
+    return text.substr(0, last == std::string::npos ? 0 : last + 1);
+}
+
+std::string describeParse(const ParseException& error) {
+    const std::string fault = pathFault(error.message());
+    if (!fault.empty()) {
+        return describeFaultyPath(error, fault);
+    }
+    if (isOfPointer(error.message())) {
+        return error.message() + ": see column " + std::to_string(error.lastColumn()) +
+               " (counted from 0)." + concerned(error);
+    }
+    const std::string place = placeOf(error);
+    const std::string* const path = error.elementPath();
+    return "The text is at fault" + (place.empty() ? "" : " in " + place) +
+           (path == nullptr ? "" : ", where " + elementText(*path) + " is read") + ": " +
+           sentence(trimmed(error.message()));
+}
+
+std::string describeFile(const FileException& error) {
+    return sentence("cannot " + error.action() + " the file " + quoted(error.file()) + ": " +
+                    error.reason());
+}
+
+std::string describePatch(const PatchException& error) {
+    const std::string* const path = error.elementPath();
+    return "Operation " + std::to_string(error.number()) + " of the patch (counted from 0), " +
+           quoted(error.operation()) + " at " + quoted(error.path()) +
+           ", cannot be carried out: " + sentence(error.reason()) +
+           (path == nullptr ? "" : " The place was followed down to " + elementText(*path) + ".");
+}
+
+/// A limit as a number, of the character types too.
+template<class T>
+std::string limitText(const T& limit) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic());
+    if constexpr (std::is_integral_v<T>) {
+        out << +limit;
+    } else {
+        out << limit;
+    }
+    return out.str();
+}
+
+std::string rangeText(const std::string& number, const std::string& type, const std::string& min,
+                      const std::string& max) {
+    return "The number " + number + " is out of the range of " + type + ": it should be from " +
+           min + " to " + max + ".";
+}
+
+template<class T>
+std::string describeRange(const std::exception& error, const char* type) {
+    const auto* const range = dynamic_cast<const ValueOutOfRange<Number, T>*>(&error);
+    return range == nullptr ? ""
+                            : rangeText(range->value().toString(), type, limitText(range->min()),
+                                        limitText(range->max())) +
+                                  concerned(*range);
+}
+
+std::string describeTextRange(const std::exception& error) {
+    using TRange = ValueOutOfRange<std::string, std::string>;
+    const auto* const range = dynamic_cast<const TRange*>(&error);
+    return range == nullptr
+               ? ""
+               : rangeText(range->value(), "the binary values", range->min(), range->max()) +
+                     concerned(*range);
+}
+
+std::string describeAnyRange(const std::exception& error) {
+    for (const std::string& text :
+         {describeRange<char>(error, "char"), describeRange<unsigned char>(error, "unsigned char"),
+          describeRange<short>(error, "short"),
+          describeRange<unsigned short>(error, "unsigned short"), describeRange<int>(error, "int"),
+          describeRange<unsigned int>(error, "unsigned int"), describeRange<long>(error, "long"),
+          describeRange<unsigned long>(error, "unsigned long"),
+          describeRange<long long>(error, "long long"),
+          describeRange<unsigned long long>(error, "unsigned long long"),
+          describeRange<float>(error, "float"), describeRange<double>(error, "double"),
+          describeTextRange(error)}) {
+        if (!text.empty()) {
+            return text;
+        }
+    }
+    return "";
+}
+
+/// The text of an error that has no fields besides, without that of its cause.
+std::string describeText(const std::exception& error) {
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
+        return "There is not enough memory.";
+    }
+    std::string text = error.what();
+    const auto* const known = dynamic_cast<const ko::Exception*>(&error);
+    if (known != nullptr && known->cause() != nullptr) {
+        const std::string ending = std::string(" Cause: ") + known->cause()->what();
+        const bool endsSo = text.size() >= ending.size() &&
+                            text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+        text.resize(text.size() - (endsSo ? ending.size() : 0));
+    }
+    const auto* const withElement = dynamic_cast<const Exception*>(&error);
+    return sentence(trimmed(text)) + (withElement == nullptr ? "" : concerned(*withElement));
+}
+
+template<class Kind>
+bool describeAs(const std::exception& error, std::string (*function)(const Kind&),
+                std::string& text) {
+    const auto* const known = dynamic_cast<const Kind*>(&error);
+    if (known != nullptr) {
+        text = function(*known);
+    }
+    return known != nullptr;
+}
+
+std::string describeAlone(const std::exception& error) {
+    std::string text = describeAnyRange(error);
+    const bool isKnown =
+        !text.empty() || describeAs(error, describeType, text) ||
+        describeAs(error, describePath, text) || describeAs(error, describeKey, text) ||
+        describeAs(error, describeParse, text) || describeAs(error, describeFile, text) ||
+        describeAs(error, describePatch, text);
+    return isKnown ? text : describeText(error);
+}
+
+}  // namespace
+
+std::string describe(const std::exception& error) {
+    std::string text = describeAlone(error);
+    const auto* known = dynamic_cast<const ko::Exception*>(&error);
+    while (known != nullptr && known->cause() != nullptr) {
+        known = known->cause();
+        text += " The cause: " + describeAlone(*known);
+    }
+    return text;
+}
+
+}  // namespace ko::Orvid

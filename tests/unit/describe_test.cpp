@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of describe(): the sentence for each kind of exception, thrown by what raises it where
+// that is possible.
+
+#include <ko/Orvid/describe.h>
+
+#include <gtest/gtest.h>
+#include <ko/DecNumber.h>
+#include <ko/Orvid.h>
+
+#include <new>
+#include <stdexcept>
+#include <string>
+
+#include "support/Document.h"
+#include "support/GroupingLocale.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::describe;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::Number;
+using ko::Orvid::ParseException;
+using ko::Orvid::Path;
+
+/// The description of what the action throws.
+template<class Action>
+std::string sentenceOf(const Action& action) {
+    try {
+        action();
+    } catch (const std::exception& error) {
+        return describe(error);
+    }
+    return "nothing was thrown";
+}
+
+TEST(Describe, tells_the_expected_and_the_actual_type_of_an_element) {
+    const Document document(R"({"list": [1, null, {}]})");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list").string(); }),
+              "The element \"list\" is an array, but should be a string.");
+    EXPECT_EQ(sentenceOf([&] { document.root.array(); }),
+              "The root is an object, but should be an array.");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list[0]").object(); }),
+              "The element \"list[0]\" is a number, but should be an object.");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list[1]").boolean(); }),
+              "The element \"list[1]\" is null, but should be a boolean.");
+    EXPECT_EQ(sentenceOf([] { Element::k_emptyElement.number(); }),
+              "The root is empty, of no type, but should be a number.");
+}
+
+TEST(Describe, tells_where_a_path_stopped) {
+    const Document document(R"({"list": [1]})");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list[7].name"); }),
+              "The path \"list[7].name\" leads nowhere: the element \"list\" has no \"[7]\".");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("colour"); }),
+              "The path \"colour\" leads nowhere: the root has no \"colour\".");
+    EXPECT_EQ(sentenceOf([] { throw ko::Orvid::PathNotFound(nullptr, "a", "b"); }),
+              "The path \"a\" leads nowhere: its start has no \"b\".");
+}
+
+TEST(Describe, tells_which_member_an_object_lacks) {
+    const Document document(R"({"a": {}})");
+    EXPECT_EQ(sentenceOf([&] { throw ko::Orvid::KeyNotFound(&document.root.get("a"), "b"); }),
+              "The element \"a\" has no member \"b\".");
+    EXPECT_EQ(sentenceOf([] { throw ko::Orvid::KeyNotFound(nullptr, "b"); }),
+              "The object has no member \"b\".");
+}
+
+TEST(Describe, tells_what_is_wrong_with_a_path) {
+    const auto ofPath = [](const char* path) {
+        return sentenceOf([&] { Path::toSchemaPath(path); });
+    };
+    EXPECT_EQ(ofPath("a..b"),
+              "The path is at fault: '.' may not stand there, at column 2 (counted from 0).");
+    EXPECT_EQ(ofPath("a[1"),
+              "The path is at fault: it ends where a key or an index is due, at "
+              "column 3 (counted from 0).");
+    EXPECT_EQ(
+        ofPath("a[4294967296]"),
+        "The path is at fault: an index does not fit 32 bits, at column 12 (counted from 0).");
+    EXPECT_EQ(ofPath("a[ in path at \"]"),
+              "The path is at fault: ' ' may not stand there, at column 2 (counted from 0).");
+    EXPECT_EQ(sentenceOf([] { Element().get("[*]"); }),
+              "The path is at fault: a lookup cannot follow \"[*]\", which names no item.");
+    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("a"); }),
+              "The path is at fault: it does not begin with meta.schema.");
+    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("meta.schema.a"); }),
+              "The path is at fault: another key stands where \"properties\" or \"items\" is due.");
+    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("meta.schema[0]"); }),
+              "The path is at fault: it has an index.");
+    EXPECT_EQ(sentenceOf([] { ko::Orvid::JsonPointer("/a~"); }),
+              "In a JSON Pointer \"~\" must be followed by 0 or 1: see column 3 (counted from 0).");
+}
+
+TEST(Describe, tells_the_place_and_the_element_of_faulty_text) {
+    Element root;
+    const auto ofText = [&](const char* text, const ko::Orvid::ReadOptions& options) {
+        return sentenceOf([&] { ko::Orvid::DomParser(options).parse(root, std::string(text)); });
+    };
+    EXPECT_EQ(ofText("{\"a\":\n  [1, 2]", ko::Orvid::ReadOptions::strict()),
+              "The text is at fault in line 2, column 9, where the root is read: "
+              "The text ends before the document is complete.");
+    EXPECT_EQ(ofText("{\"a\":\n  {\"b\": 1, \"b\": 2}}", ko::Orvid::ReadOptions::strict()),
+              "The text is at fault in line 2, column 12, where the element \"a\" is read: "
+              "Repeated key \"b\".");
+    const std::string lenient = ofText("[1, ]", ko::Orvid::ReadOptions());
+    EXPECT_EQ(lenient.substr(0, lenient.find('\n')),
+              "The text is at fault, where the root is read: Parse error: unallowed token at this "
+              "point in JSON text");
+    EXPECT_EQ(describe(ParseException("bad", 3, -1, -1, -1)),
+              "The text is at fault in line 3: Bad.");
+    EXPECT_EQ(describe(ParseException("bad", -1, -1, -1, -1)), "The text is at fault: Bad.");
+}
+
+template<class T>
+std::string readingOf(const char* number) {
+    return sentenceOf([&] {
+        T value{};
+        Number(number).getValue(value);
+    });
+}
+
+TEST(Describe, tells_the_limits_of_every_type_of_number) {
+    EXPECT_EQ(readingOf<int>("3000000000"),
+              "The number 3000000000 is out of the range of int: it "
+              "should be from -2147483648 to 2147483647.");
+    EXPECT_EQ(readingOf<char>("300"),
+              "The number 300 is out of the range of char: it should be from -128 to 127.");
+    EXPECT_EQ(readingOf<unsigned char>("-1"),
+              "The number -1 is out of the range of unsigned char: it should be from 0 to 255.");
+    EXPECT_EQ(readingOf<double>("0"),
+              "The number 0 is out of the range of double: it should be "
+              "from 2.22507e-308 to 1.79769e+308.");
+    EXPECT_EQ(readingOf<int>("1e400"),
+              "The number 1e400 is out of the range of the binary values: "
+              "it should be from 2.22507e-308 to 1.79769e+308.");
+    const std::string front = "The number 1e300 is out of the range of ";
+    const auto begins = [&](const std::string& text, const std::string& type) {
+        return text.compare(0, front.size() + type.size() + 1, front + type + ":") == 0;
+    };
+    EXPECT_TRUE(begins(readingOf<short>("1e300"), "short"));
+    EXPECT_TRUE(begins(readingOf<unsigned short>("1e300"), "unsigned short"));
+    EXPECT_TRUE(begins(readingOf<unsigned int>("1e300"), "unsigned int"));
+    EXPECT_TRUE(begins(readingOf<long>("1e300"), "long"));
+    EXPECT_TRUE(begins(readingOf<unsigned long>("1e300"), "unsigned long"));
+    EXPECT_TRUE(begins(readingOf<long long>("1e300"), "long long"));
+    EXPECT_TRUE(begins(readingOf<unsigned long long>("1e300"), "unsigned long long"));
+    EXPECT_TRUE(begins(readingOf<float>("1e300"), "float"));
+}
+
+TEST(Describe, writes_the_same_in_every_locale) {
+    const GroupingLocale locale;
+    EXPECT_EQ(readingOf<int>("3000000000"),
+              "The number 3000000000 is out of the range of int: it "
+              "should be from -2147483648 to 2147483647.");
+}
+
+TEST(Describe, names_the_element_that_a_plain_error_concerns) {
+    Document document(R"({"list": [1]})");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list").tryCreate("[7]", 1); }),
+              "Error creating element. Parent: \"list\" path: \"[7]\". "
+              "It concerns the element \"list\".");
+    EXPECT_EQ(describe(Exception("it failed", &document.root)), "It failed. It concerns the root.");
+    EXPECT_EQ(describe(Exception("Why?")), "Why?");
+    EXPECT_EQ(describe(Exception(nullptr)), "An error without a text.");
+}
+
+TEST(Describe, tells_a_patch_and_a_file_that_failed) {
+    Document document(R"({"a": [1]})");
+    const Document patch(R"([{"op": "remove", "path": "/a/5"}])");
+    EXPECT_EQ(
+        sentenceOf([&] { applyPatch(document.root, patch.root); }),
+        "Operation 0 of the patch (counted from 0), \"remove\" at \"/a/5\", cannot be carried "
+        "out: There is no such place. The place was followed down to the element \"a\".");
+    EXPECT_EQ(sentenceOf([] { ko::Orvid::readFile("/no/such/file"); }),
+              "Cannot read the file \"/no/such/file\": No such file or directory.");
+}
+
+TEST(Describe, goes_on_with_the_causes) {
+    const Element element;
+    const ko::RuntimeError root("the disk burns");
+    const ko::Orvid::TypeException<ko::Orvid::EType> type(&element, ko::Orvid::etArray,
+                                                          ko::Orvid::etNull);
+    const Exception middle("in the middle", &root);
+    const Exception top("at the top", &element, &middle);
+    EXPECT_EQ(describe(top),
+              "At the top. It concerns the root. The cause: In the middle. "
+              "The cause: The disk burns.");
+    EXPECT_EQ(describe(ko::Orvid::FileException("a", "read", "bad", 0, &type)),
+              "Cannot read the file \"a\": bad. The cause: The root is null, but should be an "
+              "array.");
+}
+
+TEST(Describe, gives_other_errors_as_sentences) {
+    EXPECT_EQ(sentenceOf([] { ko::DecNumber("seven"); }), "Not a decimal number: \"seven\".");
+    EXPECT_EQ(describe(std::bad_alloc()), "There is not enough memory.");
+    EXPECT_EQ(describe(std::runtime_error("odd")), "Odd.");
+}
+
+TEST(Describe, leaves_what_as_it_is) {
+    const Document document("[]");
+    try {
+        document.root.object();
+        FAIL();
+    } catch (const ko::Exception& error) {
+        const std::string before = error.what();
+        describe(error);
+        EXPECT_EQ(error.what(), before);
+        EXPECT_EQ(before,
+                  "Json type mismatch! Requestet Json type: etObject Got Json type: etArray "
+                  "Current element: \"\"");
+    }
+}
+
+}  // namespace
+}  // namespace orvid_test
