@@ -169,11 +169,16 @@ void DomParser::end() {
     if (scanner.fault()) {
         failAt({}, scanner.fault()->message, scanner.fault()->begin, scanner.fault()->length);
     }
-    if (scanner.isNumberDue()) {
-        m_parser->parse(" ", 1);
-    }
+    deliverNumber();
     m_open = state() == k_complete ? nullptr : m_current;
     m_current = nullptr;
+}
+
+/// The reader waits for a byte behind a number, as if it could go on.
+void DomParser::deliverNumber() {
+    if (m_checks->scanner->isNumberDue()) {
+        m_parser->parse(" ", 1);
+    }
 }
 
 /// All of the stream, for which it is waited. The stream's own exceptions are kept out of it.
@@ -225,6 +230,7 @@ void DomParser::readPiece(std::string_view piece) {
     m_checks->keys = 0;
     handOn(piece, scanner.scan(piece));
     if (scanner.fault()) {
+        deliverNumber();
         failAt(piece, scanner.fault()->message, scanner.fault()->begin, scanner.fault()->length);
     }
     scanner.leave(piece);

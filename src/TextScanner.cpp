@@ -6,6 +6,7 @@
 
 #include "TextScanner.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -49,6 +50,55 @@ constexpr Bytes specials(Bytes bytes) {
     const Bytes controls = (bytes - k_ones * 0x20) & ~bytes & k_tops;
     return zeros(bytes ^ (k_ones * '"')) | zeros(bytes ^ (k_ones * '\\')) | controls |
            (bytes & k_tops);
+}
+
+bool isPlain(unsigned char byte, bool passHigh) {
+    return byte != '"' && byte != '\\' && byte >= 0x20 && (byte < 0x80 || passHigh);
+}
+
+/// The first byte that ends plain ASCII text, or plain text if bytes above ASCII may pass.
+const unsigned char* skipPlain(const unsigned char* at, const unsigned char* end, bool passHigh) {
+    while (static_cast<std::size_t>(end - at) >= sizeof(Bytes)) {
+        Bytes bytes = 0;
+        std::memcpy(&bytes, at, sizeof bytes);
+        if (specials(passHigh ? bytes & ~k_tops : bytes) != 0) {
+            break;
+        }
+        at += sizeof bytes;
+    }
+    while (at != end && isPlain(*at, passHigh)) {
+        ++at;
+    }
+    return at;
+}
+
+const unsigned char* skipDigits(const unsigned char* at, const unsigned char* end) {
+    while (at != end && isDigit(*at)) {
+        ++at;
+    }
+    return at;
+}
+
+/// Behind the number that begins at `at`, if it ends within the text; otherwise, or when it is
+/// faulty, null.
+const unsigned char* skipNumber(const unsigned char* at, const unsigned char* end) {
+    at += *at == '-' ? 1 : 0;
+    const unsigned char* digits = at;
+    at = at != end && *at == '0' ? at + 1 : skipDigits(at, end);
+    bool isWhole = at != digits;
+    if (at != end && *at == '.') {
+        digits = ++at;
+        at = skipDigits(at, end);
+        isWhole = isWhole && at != digits;
+    }
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        at += at != end && (*at == '+' || *at == '-') ? 1 : 0;
+        digits = at;
+        at = skipDigits(at, end);
+        isWhole = isWhole && at != digits;
+    }
+    return isWhole && at != end ? at : nullptr;
 }
 
 }  // namespace
@@ -118,7 +168,7 @@ void TextScanner::finish() {
         return;
     }
     const bool isOver =
-        isComplete() || isNumberDue() ||
+        isComplete() || isLastNumberOver() ||
         (m_due == Due::nothing && m_within == Within::comment && m_comment == Comment::line);
     if (m_sequence.isOpen()) {
         fail("Invalid UTF-8", m_offset - m_sequence.length(), m_sequence.length());
@@ -134,6 +184,11 @@ void TextScanner::stop(TextFault fault) {
 }
 
 bool TextScanner::isNumberDue() const noexcept {
+    return m_fault ? m_fault->begin == m_numberEnd && m_numberEnd > 0 : isLastNumberOver();
+}
+
+/// Whether a number at the top level goes up to here, and may end here.
+bool TextScanner::isLastNumberOver() const noexcept {
     return m_due == Due::nothing && m_within == Within::number &&
            follow(m_number, ' ') == Number::over;
 }
@@ -155,14 +210,21 @@ const TextScanner::Byte* TextScanner::scanToken(const Byte* at, const Byte* end)
 }
 
 const TextScanner::Byte* TextScanner::scanStructure(const Byte* at, const Byte* end) {
-    while (at != end && isBlank(*at)) {
+    while (at != end && *at <= ' ' && isBlank(*at)) {
         ++at;
     }
     if (at == end) {
         return at;
     }
+    if (m_due == Due::value && (*at == '-' || isDigit(*at))) {
+        const Byte* const behind = skipNumber(at, end);
+        if (behind != nullptr) {
+            m_due = dueAfterValue();
+            return endNumber(behind);
+        }
+    }
     takeStructure(at);
-    return at + 1;
+    return m_within == Within::string ? scanString(at + 1, end) : at + 1;
 }
 
 bool TextScanner::isBlank(Byte byte) const noexcept {
@@ -306,21 +368,18 @@ const TextScanner::Byte* TextScanner::scanString(const Byte* at, const Byte* end
     return at;
 }
 
-/// The first byte that needs a look.
+/// The first byte that needs a look, which one above ASCII does only when its character is faulty
+/// or cut off.
 const TextScanner::Byte* TextScanner::scanPlain(const Byte* at, const Byte* end) const noexcept {
-    const bool passHigh = !m_options.validateUtf8;
-    while (static_cast<std::size_t>(end - at) >= sizeof(Bytes)) {
-        Bytes bytes = 0;
-        std::memcpy(&bytes, at, sizeof bytes);
-        if (specials(passHigh ? bytes & ~k_tops : bytes) != 0) {
+    const Byte* stop = skipPlain(at, end, !m_options.validateUtf8);
+    while (stop != end && *stop >= 0x80) {
+        at = Utf8Sequence::skip(stop, end);
+        if (at == stop) {
             break;
         }
-        at += sizeof bytes;
+        stop = skipPlain(at, end, false);
     }
-    while (at != end && *at != '"' && *at != '\\' && *at >= 0x20 && (*at < 0x80 || passHigh)) {
-        ++at;
-    }
-    return at;
+    return stop;
 }
 
 void TextScanner::takePlain(const Byte* at) {
@@ -403,10 +462,15 @@ const TextScanner::Byte* TextScanner::scanSequence(const Byte* at, const Byte* e
 
 const TextScanner::Byte* TextScanner::scanNumber(const Byte* at, const Byte* end) {
     for (; at != end; ++at) {
+        if (m_number == Number::integer || m_number == Number::fraction) {
+            at = std::find_if_not(at, end, isDigit);
+            if (at == end) {
+                break;
+            }
+        }
         const Number next = follow(m_number, *at);
         if (next == Number::over) {
-            m_within = Within::none;
-            return at;
+            return endNumber(at);
         }
         if (next == Number::minus) {
             failUnexpected(at, "a digit is due");
@@ -415,6 +479,12 @@ const TextScanner::Byte* TextScanner::scanNumber(const Byte* at, const Byte* end
         m_number = next;
     }
     return at;
+}
+
+const TextScanner::Byte* TextScanner::endNumber(const Byte* end) {
+    m_within = Within::none;
+    m_numberEnd = offsetOf(end);
+    return end;
 }
 
 /// What a number is behind that byte: over, when it ends before the byte; minus, where nothing

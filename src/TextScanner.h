@@ -50,7 +50,8 @@ public:
     }
     /// How many bytes were looked at, without fault.
     std::uint64_t offset() const noexcept { return m_offset; }
-    /// Whether a number at the top level goes up to here, and may end here.
+    /// Whether a number goes up to the fault, or one at the top level to the end of the text: the
+    /// reader then waits for a byte behind it.
     bool isNumberDue() const noexcept;
 
     /// Where a key stands, with its quotes.
@@ -97,6 +98,8 @@ private:
     const Byte* scanSequence(const Byte* at, const Byte* end);
 
     const Byte* scanNumber(const Byte* at, const Byte* end);
+    const Byte* endNumber(const Byte* end);
+    bool isLastNumberOver() const noexcept;
     static Number follow(Number state, Byte byte) noexcept;
     const Byte* scanWord(const Byte* at, const Byte* end);
     const Byte* scanComment(const Byte* at, const Byte* end);
@@ -123,6 +126,7 @@ private:
     Within m_within = Within::none;
     String m_string = String::plain;
     Number m_number = Number::minus;
+    std::uint64_t m_numberEnd = 0;  ///< offset behind the last number that is over
     Comment m_comment = Comment::slash;
     const char* m_word = nullptr;  ///< what is left of it
     const char* m_wholeWord = nullptr;

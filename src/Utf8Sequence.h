@@ -6,6 +6,9 @@
 
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+
 namespace ko::Orvid {
 
 class Utf8Sequence {
@@ -47,12 +50,50 @@ public:
         return m_isFaulty ? Result::isFaulty : Result::complete;
     }
 
+    /// Behind the valid sequences at `at`, the first byte of which is not ASCII: before the first
+    /// ASCII byte, or one that is faulty or cut off.
+    static const unsigned char* skip(const unsigned char* at, const unsigned char* end) noexcept {
+        while (at != end && *at >= 0x80) {
+            const unsigned int length = validLength(at, end);
+            if (length == 0) {
+                break;
+            }
+            at += length;
+        }
+        return at;
+    }
+
     /// Whether a begun sequence lacks bytes.
     bool isOpen() const noexcept { return m_missing > 0; }
     /// How many bytes it has so far.
     unsigned int length() const noexcept { return m_length; }
 
 private:
+    static bool isNext(unsigned char byte) noexcept { return (byte & 0xC0U) == 0x80; }
+
+    /// The length of a whole valid sequence; 0 when there is none.
+    static unsigned int validLength(const unsigned char* at, const unsigned char* end) noexcept {
+        const unsigned int length = missingAfter(*at) + 1;
+        if (static_cast<unsigned int>(std::min<std::ptrdiff_t>(end - at, 4)) < length) {
+            return 0;
+        }
+        const unsigned int pair = *at * 256U + (length > 1 ? at[1] : 0U);
+        switch (length) {
+            case 2:
+                return pair >= 0xC280 && isNext(at[1]) ? 2 : 0;
+            case 3: {
+                const bool isBad = pair < 0xE0A0 || (pair >= 0xEDA0 && pair < 0xEE00);
+                return !isBad && isNext(at[1]) && isNext(at[2]) ? 3 : 0;
+            }
+            case 4: {
+                const bool isBad = pair < 0xF090 || pair >= 0xF490;
+                return !isBad && isNext(at[1]) && isNext(at[2]) && isNext(at[3]) ? 4 : 0;
+            }
+            default:
+                return 0;
+        }
+    }
+
     static unsigned int missingAfter(unsigned char byte) noexcept {
         if (byte < 0xC0 || byte > 0xF7) {
             return 0;

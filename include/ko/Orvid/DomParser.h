@@ -96,6 +96,7 @@ private:
     void fill(Element& root, const Feed& feed);
     void restart(Element& root);
     void end();
+    void deliverNumber();
     void requireFed() const;
     bool isWhole() const;
     void readToEnd(std::istream& in);
