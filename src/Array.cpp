@@ -4,6 +4,8 @@
 
 #include <ko/Orvid/Array.h>
 
+#include <utility>
+
 #include "Place.h"
 
 namespace ko::Orvid {
@@ -14,15 +16,32 @@ Array<T>::Array(T* parent) : m_parent(parent) {}
 template<class T>
 Array<T>::Array(const Array& other, T* parent) : IndexList<T>(), m_parent(parent) {
     for (const T& item : other) {
-        Place::inArray(this->emplaceBack(item), parent, 0);
+        const ParentLink& link = this->companion().to(parent);
+        Place::inArray(this->emplaceBack(item), link, 0);
     }
+}
+
+template<class T>
+Array<T>::Array(Array&& other, T* parent) noexcept
+    : IndexList<T>(std::move(other)), m_parent(parent) {
+    moveTo(parent);
+}
+
+template<class T>
+Array<T>& Array<T>::operator=(Array&& other) noexcept {
+    if (this != &other) {
+        // The former items go last: `other` may lie within them.
+        Array taken(std::move(other), m_parent);
+        this->exchange(taken);
+    }
+    return *this;
 }
 
 template<class T>
 Array<T>& Array<T>::operator=(const Array& other) {
     if (this != &other) {
         Array copy(other, m_parent);
-        IndexList<T>::swap(copy);
+        this->exchange(copy);
     }
     return *this;
 }
@@ -31,17 +50,28 @@ template<class T>
 Array<T>::~Array() = default;
 
 template<class T>
-void Array<T>::push_back(const T& value) {
+template<class... Arguments>
+T& Array<T>::append(Arguments&&... arguments) {
+    const ParentLink& link = this->companion().to(m_parent);
     const auto position = this->size();
-    Place::inArray(this->emplaceBack(value), m_parent, position);
+    T& item = this->emplaceBack(std::forward<Arguments>(arguments)...);
+    Place::inArray(item, link, position);
+    return item;
+}
+
+template<class T>
+void Array<T>::push_back(const T& value) {
+    append(value);
 }
 
 template<class T>
 T& Array<T>::appendNull() {
-    const auto position = this->size();
-    T& item = this->emplaceBack();
-    Place::inArray(item, m_parent, position);
-    return item;
+    return append();
+}
+
+template<class T>
+T& Array<T>::emplace_back(T&& value) {
+    return append(std::move(value));
 }
 
 template<class T>
@@ -52,7 +82,7 @@ void Array<T>::updateVector() {
 
 template<class T>
 void Array<T>::swap(Array& other) {
-    IndexList<T>::swap(other);
+    this->exchange(other);
     tagAll();
 }
 
@@ -68,11 +98,19 @@ void Array<T>::setParent(T* parent) {
 }
 
 template<class T>
-void Array<T>::tagAll() {
+void Array<T>::moveTo(T* parent) noexcept {
+    m_parent = parent;
+    this->companion().setParent(parent);
+}
+
+template<class T>
+void Array<T>::tagAll() noexcept {
+    this->companion().setParent(m_parent);
     std::size_t position = 0;
     for (T& item : *this) {
-        Place::inArray(item, m_parent, position++);
+        Place::inArray(item, *this->companion().newest(), position++);
     }
+    this->companion().forgetFormer();
 }
 
 template class Array<Element>;

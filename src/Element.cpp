@@ -10,11 +10,14 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <limits>
 #include <new>
+#include <utility>
 
 #include "Ancestors.h"
 #include "PathText.h"
 #include "TextStream.h"
+#include "Tree.h"
 
 namespace ko::Orvid {
 
@@ -24,6 +27,14 @@ Element makeEmpty() {
     Element element;
     Element::create(element.data(), etEmpty, nullptr);
     return element;
+}
+
+bool isWithin(const Element& element, const Element& tree) {
+    const Element* step = &element;
+    while (step != nullptr && step != &tree) {
+        step = step->parent();
+    }
+    return step != nullptr;
 }
 
 }  // namespace
@@ -48,6 +59,32 @@ Element& Element::operator=(const Element& other) {
     return *this;
 }
 
+Element::Element(Element&& other) noexcept : m_data(std::exchange(other.m_data, SData())) {
+    moveTree(m_data, this);
+}
+
+Element& Element::operator=(Element&& other) {
+    if (this == &other) {
+        return *this;
+    }
+    if (isContainer(other.m_data) && isWithin(*this, other)) {
+        return *this = std::as_const(other);
+    }
+    // The former value goes last: `other` may lie within it.
+    Element taken(std::move(other));
+    std::swap(m_data, taken.m_data);
+    moveTree(m_data, this);
+    return *this;
+}
+
+void Element::swap(Element& other) {
+    if (this != &other) {
+        Element former(std::move(*this));
+        *this = std::move(other);
+        other = std::move(former);
+    }
+}
+
 Element::~Element() { destroy(m_data); }
 
 void Element::destroy() {}
@@ -61,6 +98,25 @@ Element* Element::clone() const { return construct(nullptr); }
 void Element::throwTypeException(EType expected) const {
     throw TypeException<EType>(this, expected, m_data.type);
 }
+
+template<class T>
+void Element::throwOutOfRange() const {
+    using Limits = std::numeric_limits<T>;
+    throw ValueOutOfRange<Number, T>(this, number(), Limits::lowest(), Limits::max());
+}
+
+template void Element::throwOutOfRange<char>() const;
+template void Element::throwOutOfRange<unsigned char>() const;
+template void Element::throwOutOfRange<short>() const;
+template void Element::throwOutOfRange<unsigned short>() const;
+template void Element::throwOutOfRange<int>() const;
+template void Element::throwOutOfRange<unsigned int>() const;
+template void Element::throwOutOfRange<long>() const;
+template void Element::throwOutOfRange<unsigned long>() const;
+template void Element::throwOutOfRange<long long>() const;
+template void Element::throwOutOfRange<unsigned long long>() const;
+template void Element::throwOutOfRange<float>() const;
+template void Element::throwOutOfRange<double>() const;
 
 bool& Element::boolean() {
     ensureType(etBoolean);
@@ -143,6 +199,14 @@ void Element::setString(const char* bytes, unsigned int length) {
     }
 }
 
+void Element::assignString(std::string_view text) {
+    if (m_data.type == etString) {
+        m_data.value.string->assign(text);
+    } else {
+        replaceString(new std::string(text));
+    }
+}
+
 void Element::replaceString(std::string* text) noexcept {
     setNull();
     m_data.type = etString;
@@ -172,12 +236,12 @@ void Element::replaceNumber(Number* number) noexcept {
 }
 
 std::string Element::key() const {
-    if (m_parent == nullptr) {
+    if (parent() == nullptr) {
         return Path::k_noName;
     }
-    switch (m_parent->type()) {
+    switch (parent()->type()) {
         case etObject:
-            return m_key;
+            return memberKey();
         case etArray:
             return "[" + std::to_string(m_index) + "]";
         default:
@@ -187,8 +251,8 @@ std::string Element::key() const {
 
 Element* Element::root() noexcept {
     Element* element = this;
-    while (element->m_parent != nullptr) {
-        element = element->m_parent;
+    while (element->parent() != nullptr) {
+        element = element->parent();
     }
     return element;
 }

@@ -6,6 +6,7 @@
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Object.h>
 
+#include "Place.h"
 #include "Tree.h"
 
 namespace ko::Orvid {
@@ -61,6 +62,14 @@ Element::SData copied(const Element::SData& source, Element* owner) {
 }
 
 }  // namespace
+
+void moveTree(Element::SData& data, Element* owner) noexcept {
+    if (data.type == etArray && data.value.array != nullptr) {
+        Place::moveTo(*data.value.array, owner);
+    } else if (data.type == etObject && data.value.object != nullptr) {
+        Place::moveTo(*data.value.object, owner);
+    }
+}
 
 void Element::create(SData& data, EType type, Element* owner) {
     data.type = type;

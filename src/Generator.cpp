@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <exception>
 #include <sstream>
+#include <string_view>
 #include <vector>
 
 #include "Tree.h"
@@ -75,7 +76,7 @@ int Generator::gen_null() { return number(m_impl->writer.null()); }
 int Generator::gen_bool(bool value) { return number(m_impl->writer.boolean(value)); }
 
 int Generator::gen_number(const Number& value) {
-    const std::string& text = value.toString();
+    const std::string_view text = value.textView();
     return number(m_impl->writer.number(text.data(), text.length()));
 }
 

@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <limits>
 #include <sstream>
+#include <utility>
 
 #include "EnumNames.h"
 #include "TextStream.h"
@@ -53,7 +54,7 @@ Number::Limits makeLimits() {
 /// Reads all of `text` into `value`; answers false, leaving `value` alone, for anything odd: text
 /// around the digits, a value out of range.
 template<class T>
-bool readWhole(const std::string& text, T& value) {
+bool readWhole(std::string_view text, T& value) {
     const char* const end = text.data() + text.size();
     T result{};
     const auto read = std::from_chars(text.data(), end, result);
@@ -67,9 +68,9 @@ bool readWhole(const std::string& text, T& value) {
 /// The formatted extraction of a stream decides what becomes of the texts that are no plain
 /// integer; the plain ones are read without a stream, which is what makes typed reads cheap.
 template<class T>
-void readInteger(const std::string& text, T& value) {
+void readInteger(std::string_view text, T& value) {
     if (!readWhole(text, value)) {
-        std::istringstream stream(text);
+        std::istringstream stream{std::string(text)};
         stream >> value;
     }
 }
@@ -84,11 +85,11 @@ double readInC(const char* text) {
 
 /// strtod settles what is no plain number and what overflows. For the rest from_chars is faster;
 /// but it rounds twice where the processor computes with more bits than a double has (x87). Neither
-/// depends on the program's locale.
-double readReal(const std::string& text) {
+/// depends on the program's locale. A zero byte follows the text.
+double readReal(std::string_view text) {
     double value = 0;
     constexpr bool isExact = FLT_EVAL_METHOD == 0;
-    return isExact && readWhole(text, value) ? value : readInC(text.c_str());
+    return isExact && readWhole(text, value) ? value : readInC(text.data());
 }
 
 }  // namespace
@@ -99,10 +100,17 @@ Number::Number() : m_type(ebLongLong), m_value{0}, m_text("0") {}
 
 Number::Number(const std::string& text) : m_type(ebNone), m_value{0}, m_text(text) {}
 
-Number::Number(const char* text) : m_type(ebNone), m_value{0}, m_text(text) {}
+Number::Number(const char* text) : m_type(ebNone), m_value{0}, m_text(std::string_view(text)) {}
 
 Number::Number(const char* text, unsigned int length)
-    : m_type(ebNone), m_value{0}, m_text(text, length) {}
+    : m_type(ebNone), m_value{0}, m_text(std::string_view(text, length)) {}
+
+Number::Number(std::string_view text) : m_type(ebNone), m_value{0}, m_text(text) {}
+
+Number::Number(Number&& other) noexcept
+    : m_type(other.m_type), m_value(other.m_value), m_text(std::move(other.m_text)) {
+    other.set(0);
+}
 
 Number::Number(const DecNumber& value) : Number() { set(value); }
 
@@ -111,18 +119,24 @@ Number& Number::operator=(const Number& other) {
     return *this;
 }
 
-void Number::set(const std::string& text) {
-    m_text = text;
-    m_type = ebNone;
+Number& Number::operator=(Number&& other) noexcept {
+    if (this != &other) {
+        m_text = std::move(other.m_text);
+        m_type = other.m_type;
+        m_value = other.m_value;
+        other.set(0);
+    }
+    return *this;
 }
 
-void Number::set(const char* text) {
-    m_text = text;
-    m_type = ebNone;
-}
+void Number::set(const std::string& text) { setText(text); }
 
-void Number::set(const char* text, unsigned int length) {
-    m_text.assign(text, length);
+void Number::set(const char* text) { setText(text); }
+
+void Number::set(const char* text, unsigned int length) { setText({text, length}); }
+
+void Number::setText(std::string_view text) {
+    m_text.assign(text);
     m_type = ebNone;
 }
 
@@ -201,12 +215,19 @@ const std::string& Number::toString() const {
     if (m_text.empty()) {
         syncToString();
     }
-    return m_text;
+    return m_text.string();
+}
+
+std::string_view Number::textView() const {
+    if (m_text.empty()) {
+        syncToString();
+    }
+    return m_text.view();
 }
 
 std::wstring Number::toWString() const { return wconvert(toString()); }
 
-std::ostream& Number::writeAt(std::ostream& out) const { return out << toString(); }
+std::ostream& Number::writeAt(std::ostream& out) const { return out << textView(); }
 
 std::wostream& Number::writeAt(std::wostream& out) const { return out << toWString(); }
 
@@ -219,7 +240,7 @@ DecNumber Number::toDecNumber() const {
         case ebDouble:
             return DecNumber(m_value.real);
         case ebBigDecimal:
-            return DecNumber(m_text);
+            return DecNumber(m_text.string());
         default:
             throw RuntimeError("Unknown type, implementation missing");
     }
@@ -227,10 +248,11 @@ DecNumber Number::toDecNumber() const {
 
 void Number::syncToBinary() const {
     // The kind is set before anything can throw: a text that is out of range is reported once.
-    if (m_text.find_first_of(".eE") != std::string::npos) {
+    const std::string_view text = m_text.view();
+    if (text.find_first_of(".eE") != std::string_view::npos) {
         m_type = ebDouble;
         syncToReal();
-    } else if (!m_text.empty() && m_text.front() == '-') {
+    } else if (!text.empty() && text.front() == '-') {
         m_type = ebLongLong;
         syncToSigned();
     } else {
@@ -241,27 +263,32 @@ void Number::syncToBinary() const {
 
 void Number::syncToUnsigned() const {
     constexpr std::size_t checkedLength = 20;  // the largest value has twenty digits
-    if (m_text.length() >= checkedLength &&
-        (m_text.compare(k_limits.ullMax) > 0 || m_text.compare(k_limits.ullMin) < 0)) {
-        throw ValueOutOfRange<std::string, std::string>(m_text, k_limits.llMin, k_limits.llMax);
+    const std::string_view text = m_text.view();
+    if (text.length() >= checkedLength &&
+        (text.compare(k_limits.ullMax) > 0 || text.compare(k_limits.ullMin) < 0)) {
+        throw ValueOutOfRange<std::string, std::string>(m_text.string(), k_limits.llMin,
+                                                        k_limits.llMax);
     }
-    readInteger(m_text, m_value.unsignedInteger);
+    readInteger(text, m_value.unsignedInteger);
 }
 
 void Number::syncToSigned() const {
     constexpr std::size_t checkedLength = 19;  // one less than the smallest value's text
-    if (m_text.length() >= checkedLength &&
-        (m_text.compare(k_limits.llMax) > 0 || m_text.compare(k_limits.llMin) < 0)) {
-        throw ValueOutOfRange<std::string, std::string>(m_text, k_limits.llMin, k_limits.llMax);
+    const std::string_view text = m_text.view();
+    if (text.length() >= checkedLength &&
+        (text.compare(k_limits.llMax) > 0 || text.compare(k_limits.llMin) < 0)) {
+        throw ValueOutOfRange<std::string, std::string>(m_text.string(), k_limits.llMin,
+                                                        k_limits.llMax);
     }
-    readInteger(m_text, m_value.signedInteger);
+    readInteger(text, m_value.signedInteger);
 }
 
 void Number::syncToReal() const {
-    const double value = readReal(m_text);
+    const double value = readReal(m_text.view());
     constexpr double largest = std::numeric_limits<double>::max();
     if (value > largest || value < -largest) {
-        throw ValueOutOfRange<std::string, std::string>(m_text, k_limits.dblMin, k_limits.dblMax);
+        throw ValueOutOfRange<std::string, std::string>(m_text.string(), k_limits.dblMin,
+                                                        k_limits.dblMax);
     }
     m_value.real = value;
 }
@@ -269,13 +296,13 @@ void Number::syncToReal() const {
 void Number::syncToString() const {
     switch (m_type) {
         case ebLongLong:
-            m_text = integerText(m_value.signedInteger);
+            m_text.assign(integerText(m_value.signedInteger));
             break;
         case ebULongLong:
-            m_text = integerText(m_value.unsignedInteger);
+            m_text.assign(integerText(m_value.unsignedInteger));
             break;
         case ebDouble:
-            m_text = realText(m_value.real);
+            m_text.assign(realText(m_value.real));
             break;
         default:
             m_text.clear();

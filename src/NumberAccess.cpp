@@ -94,7 +94,7 @@ T& Number::getValue(T& out) const {
         case ebDouble:
             return out = fromReal<T>(m_value.real);
         case ebBigDecimal:
-            return out = converted<T>(DecNumber(m_text));
+            return out = converted<T>(DecNumber(m_text.string()));
         default:
             return out;
     }

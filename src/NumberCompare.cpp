@@ -77,7 +77,7 @@ int Number::compareTo(long long other) const {
         case ebDouble:
             return -compare(other, m_value.real);
         case ebBigDecimal:
-            return -compare(other, m_text);
+            return -compare(other, m_text.string());
         default:
             throwUnknownType();
     }
@@ -92,7 +92,7 @@ int Number::compareTo(unsigned long long other) const {
         case ebDouble:
             return -compare(other, m_value.real);
         case ebBigDecimal:
-            return -compare(other, m_text);
+            return -compare(other, m_text.string());
         default:
             throwUnknownType();
     }
@@ -107,7 +107,7 @@ int Number::compareTo(double other) const {
         case ebDouble:
             return order(m_value.real, other);
         case ebBigDecimal:
-            return -compare(other, m_text);
+            return -compare(other, m_text.string());
         default:
             throwUnknownType();
     }

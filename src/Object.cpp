@@ -14,7 +14,10 @@ Object<Key, Value, Compare>::Object(Value* parent) : m_parent(parent) {}
 template<class Key, class Value, class Compare>
 Object<Key, Value, Compare>::Object(const Object& other, Value* parent)
     : TBase(other), m_parent(parent) {
-    tagAll();
+    if (!this->empty()) {
+        this->companion().to(parent);
+        tagAll();
+    }
 }
 
 template<class Key, class Value, class Compare>
@@ -30,30 +33,54 @@ template<class Key, class Value, class Compare>
 Object<Key, Value, Compare>::~Object() = default;
 
 template<class Key, class Value, class Compare>
+Object<Key, Value, Compare>::Object(Object&& other, Value* parent) noexcept
+    : TBase(std::move(other)), m_parent(parent) {
+    moveTo(parent);
+}
+
+template<class Key, class Value, class Compare>
+Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(Object&& other) noexcept {
+    if (this != &other) {
+        // The former members go last: `other` may lie within them.
+        Object taken(std::move(other), m_parent);
+        this->exchange(taken);
+    }
+    return *this;
+}
+
+template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert(const value_type& member) -> std::pair<iterator, bool> {
+    const ParentLink& link = this->companion().to(m_parent);
     const std::pair<iterator, bool> result = TBase::insert(member);
-    tagOrErase(result.first, result.second);
+    Place::inObject(result.first->second, link, result.first->first);
     return result;
 }
 
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert(iterator position, const value_type& member) -> iterator {
-    const auto before = this->size();
+    const ParentLink& link = this->companion().to(m_parent);
     const iterator result = TBase::insert(position, member);
-    tagOrErase(result, this->size() != before);
+    Place::inObject(result->second, link, result->first);
     return result;
 }
 
 template<class Key, class Value, class Compare>
 Value& Object<Key, Value, Compare>::resetMember(Key key) {
+    return insert_or_assign(std::move(key), Value()).first->second;
+}
+
+template<class Key, class Value, class Compare>
+auto Object<Key, Value, Compare>::insert_or_assign(Key key, Value&& value)
+    -> std::pair<iterator, bool> {
     const iterator present = this->find(key);
     if (present != this->end()) {
-        present->second.setNull();
-        return present->second;
+        present->second = std::move(value);
+        return {present, false};
     }
-    const iterator added = this->append(std::move(key));
-    tagOrErase(added, true);
-    return added->second;
+    const ParentLink& link = this->companion().to(m_parent);
+    const iterator added = this->append(std::move(key), std::move(value));
+    Place::inObject(added->second, link, added->first);
+    return {added, true};
 }
 
 template<class Key, class Value, class Compare>
@@ -71,22 +98,18 @@ void Object<Key, Value, Compare>::setParent(Value* parent) {
 }
 
 template<class Key, class Value, class Compare>
-void Object<Key, Value, Compare>::tagOrErase(iterator member, bool isNew) {
-    try {
-        Place::inObject(member->second, m_parent, member->first);
-    } catch (...) {
-        if (isNew) {
-            this->erase(member);
-        }
-        throw;
-    }
+void Object<Key, Value, Compare>::moveTo(Value* parent) noexcept {
+    m_parent = parent;
+    this->companion().setParent(parent);
 }
 
 template<class Key, class Value, class Compare>
-void Object<Key, Value, Compare>::tagAll() {
+void Object<Key, Value, Compare>::tagAll() noexcept {
+    this->companion().setParent(m_parent);
     for (value_type& member : *this) {
-        Place::inObject(member.second, m_parent, member.first);
+        Place::inObject(member.second, *this->companion().newest(), member.first);
     }
+    this->companion().forgetFormer();
 }
 
 template class Object<std::string, Element, std::less<std::string>>;

@@ -16,7 +16,9 @@
 #include <utility>
 
 #include "Ancestors.h"
+#include "PathStep.h"
 #include "PathText.h"
+#include "PlainSteps.h"
 #include "TextStream.h"
 #include "ValueBefore.h"
 
@@ -30,7 +32,30 @@ const std::string Path::k_metaObjectProperty = "properties";
 const std::string Path::k_metaArrayItem = "items";
 const std::string Path::k_escapeChars(PathGenerator::k_special);
 
+const Element* Path::plainElement(std::string_view path, const Element& start) {
+    PlainSteps steps(path);
+    const Element* element = &start;
+    while (element != nullptr) {
+        switch (steps.next()) {
+            case PlainSteps::EStep::key:
+                element = childAt(*element, steps.key());
+                break;
+            case PlainSteps::EStep::index:
+                element = childAt(*element, steps.index());
+                break;
+            case PlainSteps::EStep::end:
+                return element;
+            case PlainSteps::EStep::notPlain:
+                return nullptr;
+        }
+    }
+    return nullptr;
+}
+
 const Element& Path::getElement(const Path& path, const Element& start) {
+    if (const Element* const element = plainElement(path.str(), start)) {
+        return *element;
+    }
     ElementGetter getter(&path, start, true);
     PathParser(&getter).parse(path.str());
     return getter.currentElement();
@@ -41,11 +66,14 @@ Element& Path::getElement(const Path& path, Element& start) {
 }
 
 const Element* Path::tryGetElement(const Path& path, const Element& start, EType type) {
-    ElementGetter getter(&path, start, false);
-    PathParser(&getter).parse(path.str());
-    const Element& found = getter.currentElement();
-    const bool matches = type == etEmpty || found.type() == type;
-    return getter.pathExists() && matches ? &found : nullptr;
+    const Element* found = plainElement(path.str(), start);
+    if (found == nullptr) {
+        ElementGetter getter(&path, start, false);
+        PathParser(&getter).parse(path.str());
+        found = getter.pathExists() ? &getter.currentElement() : nullptr;
+    }
+    const bool matches = found != nullptr && (type == etEmpty || found->type() == type);
+    return matches ? found : nullptr;
 }
 
 Element* Path::tryGetElement(const Path& path, Element& start, EType type) {

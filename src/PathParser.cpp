@@ -7,20 +7,15 @@
 
 #include <ko/Orvid/Exception.h>
 
-#include <array>
 #include <istream>
 
 #include "EnumNames.h"
+#include "PathCharacters.h"
 #include "TextStream.h"
 
 namespace ko::Orvid {
 
 namespace {
-
-/// The end of the input, as a character. The byte itself ends a path too.
-constexpr char k_end = static_cast<char>(0xFF);
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool startsIndex(char c) { return isDigit(c) || c == '*'; }
 
@@ -41,24 +36,6 @@ bool startToken(PathParser::SState& s, PathParser::EState following, char c) {
 bool append(PathParser::SState& s, char c) {
     s.token.push_back(c);
     return true;
-}
-
-/// For each byte, whether it is something else than a plain character of a key.
-constexpr std::array<bool, 256> k_endsKey = [] {
-    std::array<bool, 256> ends{};
-    for (const char c : {'.', '[', ']', '\\', k_end}) {
-        ends[static_cast<unsigned char>(c)] = true;
-    }
-    return ends;
-}();
-
-/// How many characters at the start of `text` go on with a key.
-std::size_t keyLength(std::string_view text) {
-    std::size_t length = 0;
-    while (length < text.length() && !k_endsKey[static_cast<unsigned char>(text[length])]) {
-        ++length;
-    }
-    return length;
 }
 
 /// Takes the ordinary characters at the start of `text` as, or into, a key where one may stand, as
@@ -109,14 +86,14 @@ std::istream& PathParser::parse(std::istream& in) {
     SState s;
     while (in.rdstate() == std::ios_base::goodbit) {
         const char c = static_cast<char>(in.get());
-        if (c == k_end && !s.escaped) {
+        if (c == k_pathEnd && !s.escaped) {
             break;
         }
         if (!next(s, c)) {
             return in;
         }
     }
-    parseEnd(s, k_end);
+    parseEnd(s, k_pathEnd);
     return in;
 }
 
@@ -124,7 +101,7 @@ void PathParser::parse(std::string_view text) {
     SState s;
     while (!text.empty()) {
         text.remove_prefix(takeKey(s, text));
-        if (text.empty() || (text.front() == k_end && !s.escaped)) {
+        if (text.empty() || (text.front() == k_pathEnd && !s.escaped)) {
             break;
         }
         if (!next(s, text.front())) {
@@ -133,10 +110,10 @@ void PathParser::parse(std::string_view text) {
         text.remove_prefix(1);
     }
     // A backslash at the very end escapes the end of the input, which reads as the byte 0xFF.
-    if (s.escaped && !next(s, k_end)) {
+    if (s.escaped && !next(s, k_pathEnd)) {
         return;
     }
-    parseEnd(s, k_end);
+    parseEnd(s, k_pathEnd);
 }
 
 bool PathParser::next(SState& s, char c) {
@@ -243,7 +220,7 @@ bool PathParser::parseError(SState& s, std::string& message) {
 
 bool PathParser::parseError(SState& s, char c) {
     std::string message = "Unexpexced EOF";
-    if (c != k_end) {
+    if (c != k_pathEnd) {
         message = "Unexpected character '";
         message += c;
         message += '\'';

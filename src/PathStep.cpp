@@ -10,19 +10,21 @@
 
 namespace ko::Orvid {
 
-const Element* childAt(const Element& parent, const std::string& key) {
+const Element* childAt(const Element& parent, std::string_view key) {
     if (!parent.isObject()) {
         return nullptr;
     }
-    const auto member = parent.object().find(key);
-    return member == parent.object().end() ? nullptr : &member->second;
+    const Element::TObject& members = *parent.data().value.object;
+    const auto member = members.find(key);
+    return member == members.end() ? nullptr : &member->second;
 }
 
 const Element* childAt(const Element& parent, unsigned int index) {
-    if (!parent.isArray() || index >= parent.array().size()) {
+    if (!parent.isArray()) {
         return nullptr;
     }
-    return &parent.array()[index];
+    const Element::TArray& items = *parent.data().value.array;
+    return index < items.size() ? &items[index] : nullptr;
 }
 
 std::string indexText(unsigned int index) { return "[" + std::to_string(index) + "]"; }

@@ -8,11 +8,12 @@
 #include <ko/Orvid/Element.h>
 
 #include <string>
+#include <string_view>
 
 namespace ko::Orvid {
 
 /// The member of `parent` under `key`, or null when there is none or `parent` is no object.
-const Element* childAt(const Element& parent, const std::string& key);
+const Element* childAt(const Element& parent, std::string_view key);
 /// The item of `parent` at the 0-based `index`, or null when there is none or it is no array.
 const Element* childAt(const Element& parent, unsigned int index);
 

@@ -16,17 +16,27 @@
 namespace ko::Orvid {
 
 struct Place {
-    static void inArray(Element& item, Element* parent, std::size_t position) noexcept {
-        item.m_parent = parent;
-        item.m_key.clear();
+    static void inArray(Element& item, const ParentLink& parent, std::size_t position) noexcept {
+        item.m_link = &parent;
+        item.m_key = nullptr;
         item.m_index = static_cast<unsigned int>(position);
     }
 
-    /// Throws std::bad_alloc, leaving the place as it was.
-    static void inObject(Element& member, Element* parent, const std::string& key) {
-        member.m_key = key;
-        member.m_parent = parent;
+    /// `key` is that of the member, beside the element.
+    static void inObject(Element& member, const ParentLink& parent,
+                         const std::string& key) noexcept {
+        member.m_link = &parent;
+        member.m_key = &key;
         member.m_index = k_noIndex;
+    }
+
+    /// What all items of a copied array report.
+    static void withoutPosition(Element& item) noexcept { item.m_index = 0; }
+
+    /// Makes `parent` the parent of a container and so of all its children, in constant time.
+    template<class Container>
+    static void moveTo(Container& container, Element* parent) noexcept {
+        container.moveTo(parent);
     }
 };
 

@@ -40,6 +40,9 @@ inline void becomeContainer(Element& element, EType type) {
     element.data() = container.release();
 }
 
+/// The container of `data`, if it is one, belongs to `owner` from now on, in constant time.
+void moveTree(Element::SData& data, Element* owner) noexcept;
+
 /// Fills `target`, an empty container, with deep copies of the children of `source`, a container of
 /// the same type. Throws std::bad_alloc with some of them copied.
 void copyTree(Element::SData& target, const Element::SData& source);

@@ -36,7 +36,7 @@ void copyChild(Element& target, const Element& source, PendingList& pending) {
 void copyChildren(Element::TArray& target, const Element::TArray& source, PendingList& pending) {
     for (const Element& item : source) {
         Element& copied = target.appendNull();
-        Place::inArray(copied, target.parent(), 0);
+        Place::withoutPosition(copied);
         copyChild(copied, item, pending);
     }
 }

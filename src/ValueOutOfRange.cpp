@@ -23,6 +23,11 @@ ValueOutOfRange<Value, Limit>::ValueOutOfRange(const Value& value, const Limit& 
     : Exception(cause), m_value(value), m_min(min), m_max(max) {}
 
 template<class Value, class Limit>
+ValueOutOfRange<Value, Limit>::ValueOutOfRange(const Element* element, const Value& value,
+                                               const Limit& min, const Limit& max)
+    : Exception(element), m_value(value), m_min(min), m_max(max) {}
+
+template<class Value, class Limit>
 ValueOutOfRange<Value, Limit>::ValueOutOfRange(const ValueOutOfRange&) = default;
 
 template<class Value, class Limit>

@@ -1,23 +1,30 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::IndexList, a sequence whose items keep their address for life and are reached by position at
-// once: a linked list of the items and a vector of pointers to them.
+// once: a linked list of the items and, where they are more than a few, a vector of pointers to
+// them.
 
 #pragma once
 
+#include <ko/Companion.h>
+
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <list>
 #include <stdexcept>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace ko {
 
-/// A sequence of T. References and iterators to an item live until that item is removed. After
-/// every public operation the vector holds exactly the addresses of the list's items, in order. An
+/// A sequence of T. References and iterators to an item live until that item is removed. An
 /// operation that throws while it adds an item leaves the sequence as it was. Positions count from
 /// 0.
+///
+/// The invariant: after every public operation the vector holds exactly the addresses of the list's
+/// items, in order, or it is empty and there are at most k_largestWalk items.
 template<class T>
 class IndexList {
 public:
@@ -32,6 +39,14 @@ public:
     IndexList() = default;
     IndexList(const IndexList&) = delete;
     IndexList& operator=(const IndexList&) = delete;
+    /// Takes the items over, with their addresses, in constant time; `other` is empty afterwards.
+    IndexList(IndexList&& other) noexcept { exchange(other); }
+    /// The former items are destroyed; `other` may lie within them.
+    IndexList& operator=(IndexList&& other) noexcept {
+        IndexList taken(std::move(other));
+        exchange(taken);
+        return *this;
+    }
     virtual ~IndexList() = default;
 
     /// Appends a copy of `value`, which may be an item of this sequence. Amortised constant cost.
@@ -39,22 +54,22 @@ public:
 
     /// Removes the last item. The sequence must not be empty.
     virtual void pop_back() {
-        m_vector.pop_back();
+        if (!m_vector.empty()) {
+            m_vector.pop_back();
+        }
         m_list.pop_back();
     }
 
     /// Exchanges the items; each keeps its address.
-    virtual void swap(IndexList& other) {
-        m_list.swap(other.m_list);
-        m_vector.swap(other.m_vector);
-    }
+    virtual void swap(IndexList& other) { exchange(other); }
 
     /// Makes the vector agree with the list. Linear cost.
     virtual void updateVector() {
-        m_vector.resize(m_list.size(), nullptr);
-        size_type position = 0;
-        for (T& item : m_list) {
-            m_vector[position++] = &item;
+        const bool isWalked = m_list.size() <= k_largestWalk;
+        m_vector.resize(isWalked ? 0 : m_list.size(), nullptr);
+        if (!isWalked) {
+            std::transform(m_list.begin(), m_list.end(), m_vector.begin(),
+                           [](T& item) { return &item; });
         }
     }
 
@@ -74,11 +89,11 @@ public:
     size_type size() const noexcept { return m_list.size(); }
     bool empty() const noexcept { return m_list.empty(); }
 
-    T& operator[](size_type position) { return *m_vector[position]; }
-    const T& operator[](size_type position) const { return *m_vector[position]; }
+    T& operator[](size_type position) { return itemAt(*this, position); }
+    const T& operator[](size_type position) const { return itemAt(*this, position); }
     /// Throws std::out_of_range when there is no such position.
-    T& at(size_type position) { return *m_vector.at(position); }
-    const T& at(size_type position) const { return *m_vector.at(position); }
+    T& at(size_type position) { return itemAt(*this, checked(position)); }
+    const T& at(size_type position) const { return itemAt(*this, checked(position)); }
     T& front() { return m_list.front(); }
     const T& front() const { return m_list.front(); }
     T& back() { return m_list.back(); }
@@ -92,16 +107,29 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
+    using Companion = typename CompanionOf<T>::type;
+
+    Companion& companion() noexcept { return m_companion; }
+
+    /// Exchanges the items with no further effect, whatever a subclass makes of swap().
+    void exchange(IndexList& other) noexcept {
+        m_list.swap(other.m_list);
+        m_vector.swap(other.m_vector);
+        std::swap(m_companion, other.m_companion);
+    }
+
     template<class... Arguments>
     T& emplaceBack(Arguments&&... arguments) {
         // The vector's room comes first, so that nothing can fail once the item is there.
-        constexpr size_type firstRoom = 4;
-        if (m_vector.size() == m_vector.capacity()) {
-            m_vector.reserve(std::max(firstRoom, m_vector.size() * 2));
+        const bool isIndexed = m_list.size() >= k_largestWalk || !m_vector.empty();
+        if (isIndexed) {
+            prepareVector();
         }
-        m_list.emplace_back(std::forward<Arguments>(arguments)...);
-        m_vector.push_back(&m_list.back());
-        return m_list.back();
+        T& item = m_list.emplace_back(std::forward<Arguments>(arguments)...);
+        if (isIndexed) {
+            m_vector.push_back(&item);
+        }
+        return item;
     }
 
     /// Walks the sequence and removes the items that `matches` accepts; the item that directly
@@ -136,8 +164,39 @@ private:
         }
     };
 
+    /// Up to here an item is reached by walking to it, which saves many small arrays a vector.
+    static constexpr size_type k_largestWalk = 4;
+
+    /// Gives the vector room for one more than the present items, which it holds afterwards. Throws
+    /// std::bad_alloc, leaving the vector as it was.
+    void prepareVector() {
+        if (m_vector.size() == m_vector.capacity()) {
+            m_vector.reserve(2 * m_list.size());
+        }
+        if (m_vector.empty()) {
+            for (T& item : m_list) {
+                m_vector.push_back(&item);
+            }
+        }
+    }
+
+    template<class List>
+    static auto& itemAt(List& self, size_type position) {
+        return self.m_vector.empty()
+                   ? *std::next(self.m_list.begin(), static_cast<difference_type>(position))
+                   : *self.m_vector[position];
+    }
+
+    size_type checked(size_type position) const {
+        if (position >= size()) {
+            throw std::out_of_range("IndexList: there is no item " + std::to_string(position));
+        }
+        return position;
+    }
+
     std::list<T> m_list;
     std::vector<T*> m_vector;
+    Companion m_companion;
 };
 
 }  // namespace ko

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::KeyIndex, the sorted index that ListMap keeps beside its list: list positions ordered by the
-// keys that stand there. Most objects are small, so the index is a sorted vector at first, which
-// needs few allocations, and becomes a tree when it grows.
+// keys that stand there. Most objects are small and need none; the index of a larger one is a
+// sorted vector at first, which needs few allocations, and becomes a tree when it grows.
 
 #pragma once
 
@@ -17,48 +17,75 @@
 
 namespace ko {
 
-/// Positions of a list of pairs, unique and in the order of the pairs' first members. Not copyable.
-template<class Iterator, class Key, class Compare>
+/// Finds the pairs of a list by their first members, which are unique. Every operation is given the
+/// list that the index belongs to. Not copyable.
+///
+/// The invariant: the index holds the positions of all pairs, or it is empty and there are at most
+/// k_largestScan pairs.
+template<class List, class Key, class Compare>
 class KeyIndex {
 public:
+    using Iterator = typename List::iterator;
+
     explicit KeyIndex(const Compare& compare) : m_order{compare} {}
 
     const Compare& compare() const noexcept { return m_order.compare; }
 
-    /// The position of the pair with that key, or null. O(log n).
-    const Iterator* find(const Key& key) const {
+    /// The position of the pair with that key, or the list's end. `key` is a Key or, where the
+    /// order is std::less, anything that compares with one. O(log n).
+    template<class Like>
+    Iterator find(List& list, const Like& key) const {
         if (m_tree) {
             const auto entry = m_tree->find(key);
-            return entry == m_tree->end() ? nullptr : &*entry;
+            return entry == m_tree->end() ? list.end() : *entry;
         }
-        if constexpr (std::is_same_v<Compare, std::less<Key>>) {
-            if (m_sorted.size() <= k_largestScan) {
-                return scan(key);
-            }
+        if (m_sorted.empty()) {
+            return scan(list, key);
         }
         const auto entry = lowerBound(key);
-        return entry == m_sorted.end() || m_order(key, *entry) ? nullptr : &*entry;
+        return entry == m_sorted.end() || m_order(key, *entry) ? list.end() : *entry;
     }
 
-    /// Enters a position whose key is not there yet. O(log n). Throws std::bad_alloc, with the
+    /// Enters a position that the list has just taken in. O(log n). Throws std::bad_alloc, with the
     /// index as it was.
-    void insert(Iterator position) {
-        if (!m_tree && m_sorted.size() == k_largestVector) {
-            m_tree = std::make_unique<TTree>(m_sorted.begin(), m_sorted.end(), m_order);
-            m_sorted = {};
-        }
+    void enter(List& list, Iterator position) {
         if (m_tree) {
             m_tree->insert(position);
-        } else {
+        } else if (m_sorted.empty()) {
+            update(list);
+        } else if (m_sorted.size() < k_largestVector) {
             m_sorted.insert(lowerBound(position->first), position);
+        } else {
+            auto tree = std::make_unique<TTree>(m_sorted.begin(), m_sorted.end(), m_order);
+            tree->insert(position);
+            m_tree = std::move(tree);
+            m_sorted = {};
         }
     }
 
-    /// Removes a position that is there. O(log n).
+    /// Makes an empty index for the list. O(n log n). Throws std::bad_alloc, with the index empty.
+    void update(List& list) {
+        if (list.size() <= k_largestScan) {
+            return;
+        }
+        if (list.size() > k_largestVector) {
+            m_tree = std::make_unique<TTree>(m_order);
+        } else {
+            m_sorted.reserve(2 * k_largestScan);
+        }
+        try {
+            enterAll(list);
+        } catch (...) {
+            clear();
+            throw;
+        }
+    }
+
+    /// Removes a position that is still in the list. O(log n).
     void erase(Iterator position) {
         if (m_tree) {
             m_tree->erase(position);
-        } else {
+        } else if (!m_sorted.empty()) {
             m_sorted.erase(lowerBound(position->first));
         }
     }
@@ -75,10 +102,11 @@ public:
     }
 
 private:
+    /// Up to here looking at every key, which mostly compares lengths, beats the binary search.
+    static constexpr std::size_t k_largestScan = 8;
     /// Up to here moving the entries behind a new one costs less than the nodes of a tree.
     static constexpr std::size_t k_largestVector = 64;
-    /// Up to here looking for an equal key, which mostly compares lengths, beats the binary search.
-    static constexpr std::size_t k_largestScan = 8;
+    static constexpr bool k_isNatural = std::is_same_v<Compare, std::less<Key>>;
 
     struct Order {
         using is_transparent = void;
@@ -86,27 +114,51 @@ private:
         bool operator()(Iterator left, Iterator right) const {
             return compare(left->first, right->first);
         }
-        bool operator()(Iterator left, const Key& right) const {
-            return compare(left->first, right);
+        template<class Like>
+        bool operator()(Iterator left, const Like& right) const {
+            return isLess(left->first, right);
         }
-        bool operator()(const Key& left, Iterator right) const {
-            return compare(left, right->first);
+        template<class Like>
+        bool operator()(const Like& left, Iterator right) const {
+            return isLess(left, right->first);
+        }
+
+        template<class Left, class Right>
+        bool isLess(const Left& left, const Right& right) const {
+            if constexpr (k_isNatural) {
+                return left < right;
+            } else {
+                return compare(left, right);
+            }
         }
 
         Compare compare;
     };
     using TTree = std::set<Iterator, Order>;
 
-    const Iterator* scan(const Key& key) const {
-        for (const Iterator& entry : m_sorted) {
-            if (entry->first == key) {
-                return &entry;
+    template<class Like>
+    Iterator scan(List& list, const Like& key) const {
+        return std::find_if(list.begin(), list.end(), [&](const auto& pair) {
+            if constexpr (k_isNatural) {
+                return pair.first == key;
+            } else {
+                return !m_order.compare(pair.first, key) && !m_order.compare(key, pair.first);
             }
-        }
-        return nullptr;
+        });
     }
 
-    typename std::vector<Iterator>::const_iterator lowerBound(const Key& key) const {
+    void enterAll(List& list) {
+        for (Iterator position = list.begin(); position != list.end(); ++position) {
+            if (m_tree) {
+                m_tree->insert(position);
+            } else {
+                m_sorted.insert(lowerBound(position->first), position);
+            }
+        }
+    }
+
+    template<class Like>
+    typename std::vector<Iterator>::const_iterator lowerBound(const Like& key) const {
         return std::lower_bound(m_sorted.begin(), m_sorted.end(), key, m_order);
     }
 

@@ -5,17 +5,19 @@
 
 #pragma once
 
+#include <ko/Companion.h>
 #include <ko/KeyIndex.h>
 
 #include <cstddef>
+#include <functional>
 #include <list>
-#include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace ko {
 
 /// Members (key, value) with unique keys in insertion order. References and iterators to a member
-/// live until it is removed. The index has exactly one entry for each member. Callers may change a
+/// live until it is removed. Callers may change a
 /// member's value through an iterator, never its key. An operation that throws while it adds a
 /// member leaves the map as it was.
 template<class Key, class Value, class Compare>
@@ -28,16 +30,21 @@ public:
     using difference_type = std::ptrdiff_t;
     using reference = value_type&;
     using const_reference = const value_type&;
-    using iterator = typename std::list<value_type>::iterator;
-    using const_iterator = typename std::list<value_type>::const_iterator;
+    using TList = std::list<value_type>;
+    using iterator = typename TList::iterator;
+    using const_iterator = typename TList::const_iterator;
+
+    template<class Like>
+    using EnableIfLike = std::enable_if_t<std::is_same_v<Compare, std::less<Key>> &&
+                                          !std::is_convertible_v<const Like&, Key>>;
 
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
     ListMap(const ListMap& other) : m_list(other.m_list), m_map(other.m_map.compare()) {
-        for (iterator member = m_list.begin(); member != m_list.end(); ++member) {
-            m_map.insert(member);
-        }
+        m_map.update(m_list);
     }
+    /// Takes the members over, with their addresses, in constant time; `other` is empty afterwards.
+    ListMap(ListMap&& other) noexcept : m_map(other.m_map.compare()) { exchange(other); }
 
     /// The copy is complete before the former members are destroyed, so `other` may lie within
     /// them.
@@ -46,6 +53,13 @@ public:
             ListMap copy(other);
             exchange(copy);
         }
+        return *this;
+    }
+
+    /// The former members are destroyed; `other` may lie within them.
+    ListMap& operator=(ListMap&& other) noexcept {
+        ListMap taken(std::move(other));
+        exchange(taken);
         return *this;
     }
 
@@ -78,15 +92,21 @@ public:
     }
 
     /// The member with that key, or end(). O(log n).
-    iterator find(const Key& key) {
-        const iterator* const present = m_map.find(key);
-        return present == nullptr ? m_list.end() : *present;
-    }
+    iterator find(const Key& key) { return m_map.find(m_list, key); }
     const_iterator find(const Key& key) const {
-        const iterator* const present = m_map.find(key);
-        return present == nullptr ? m_list.end() : const_iterator(*present);
+        // The index hands out positions of a list that may be changed; this one is not.
+        return m_map.find(const_cast<TList&>(m_list), key);
     }
-    bool contains(const Key& key) const { return m_map.find(key) != nullptr; }
+    /// The same without a Key, such as by a std::string_view where keys are std::string.
+    template<class Like, class = EnableIfLike<Like>>
+    iterator find(const Like& key) {
+        return m_map.find(m_list, key);
+    }
+    template<class Like, class = EnableIfLike<Like>>
+    const_iterator find(const Like& key) const {
+        return m_map.find(const_cast<TList&>(m_list), key);
+    }
+    bool contains(const Key& key) const { return find(key) != end(); }
 
     /// Removes the member and answers the position behind it. O(log n).
     iterator erase(iterator position) {
@@ -104,9 +124,9 @@ public:
     }
 
     /// Hands out all members, with their addresses, and is empty afterwards.
-    std::list<value_type> takeAll() noexcept {
+    TList takeAll() noexcept {
         m_map.clear();
-        return std::exchange(m_list, std::list<value_type>());
+        return std::exchange(m_list, TList());
     }
 
     size_type size() const noexcept { return m_list.size(); }
@@ -119,16 +139,20 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    /// Appends a member made of `key`, which must not be there yet, and a default value.
-    iterator append(Key&& key) {
-        return add(m_list.end(), std::piecewise_construct, std::forward_as_tuple(std::move(key)),
-                   std::forward_as_tuple());
+    using Companion = typename CompanionOf<Value>::type;
+
+    Companion& companion() noexcept { return m_companion; }
+
+    /// Appends a member made of both; its key must not be there yet.
+    iterator append(Key&& key, Value&& value) {
+        return add(m_list.end(), std::move(key), std::move(value));
     }
 
     /// Exchanges the members with no further effect, whatever a subclass makes of swap().
     void exchange(ListMap& other) noexcept {
         m_list.swap(other.m_list);
         m_map.swap(other.m_map);
+        std::swap(m_companion, other.m_companion);
     }
 
 private:
@@ -136,7 +160,7 @@ private:
     iterator add(iterator position, Arguments&&... arguments) {
         const iterator added = m_list.emplace(position, std::forward<Arguments>(arguments)...);
         try {
-            m_map.insert(added);
+            m_map.enter(m_list, added);
         } catch (...) {
             m_list.erase(added);
             throw;
@@ -151,8 +175,9 @@ private:
         }
     }
 
-    std::list<value_type> m_list;
-    KeyIndex<iterator, Key, Compare> m_map;
+    TList m_list;
+    KeyIndex<TList, Key, Compare> m_map;
+    Companion m_companion;
 };
 
 }  // namespace ko

@@ -7,6 +7,7 @@
 #include <ko/DecNumber.h>
 #include <ko/Exception.h>
 #include <ko/Orvid/Array.h>
+#include <ko/Orvid/build.h>
 #include <ko/Orvid/CallbackParser.h>
 #include <ko/Orvid/describe.h>
 #include <ko/Orvid/Dom.h>
@@ -20,6 +21,7 @@
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/JsonPointer.h>
+#include <ko/Orvid/literals.h>
 #include <ko/Orvid/MergePatch.h>
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>

@@ -16,7 +16,7 @@ struct NumberProbe {
     static Number make(Number::EBinaryType kind, const std::string& text) {
         Number number;
         number.m_type = kind;
-        number.m_text = text;
+        number.m_text.assign(text);
         return number;
     }
 
@@ -26,7 +26,7 @@ struct NumberProbe {
     static Number unknown() { return make(static_cast<Number::EBinaryType>(7), std::string()); }
 
     static Number::EBinaryType heldKind(const Number& number) { return number.m_type; }
-    static const std::string& heldText(const Number& number) { return number.m_text; }
+    static const std::string& heldText(const Number& number) { return number.m_text.string(); }
     static long long heldSigned(const Number& number) { return number.m_value.signedInteger; }
     static unsigned long long heldUnsigned(const Number& number) {
         return number.m_value.unsignedInteger;

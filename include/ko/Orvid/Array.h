@@ -25,11 +25,18 @@ public:
     /// The same in place of the present items; the parent stays. The copies are complete before the
     /// former items are destroyed. Throws std::bad_alloc, leaving this array unchanged.
     Array& operator=(const Array& other);
+    /// Takes the other's items over, in constant time, whose parent is `parent` then; `other` is
+    /// empty afterwards.
+    Array(Array&& other, T* parent = nullptr) noexcept;
+    /// The same in place of the present items; the parent stays. `other` may lie within them.
+    Array& operator=(Array&& other) noexcept;
     ~Array() override;
 
     void push_back(const T& value) override;
     /// Appends a null item and returns it.
     T& appendNull();
+    /// Appends `value`, which is null afterwards, in constant time, and returns the item.
+    T& emplace_back(T&& value);
     /// Makes positions and places agree with the order of the items. Linear cost.
     void updateVector() override;
 
@@ -47,7 +54,13 @@ public:
     void setParent(T* parent);
 
 private:
-    void tagAll();
+    friend struct Place;
+
+    /// The items name that parent from now on; nothing else of their places changes.
+    void moveTo(T* parent) noexcept;
+    template<class... Arguments>
+    T& append(Arguments&&... arguments);
+    void tagAll() noexcept;
 
     T* m_parent;
 };

@@ -8,13 +8,17 @@
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/Number.h>
+#include <ko/Orvid/ParentLinks.h>
 #include <ko/Orvid/Path.h>
 #include <ko/Orvid/types.h>
 
 #include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace ko::Orvid {
 
@@ -56,6 +60,14 @@ public:
 
     // Value.
 
+    template<class Text>
+    using IfView = std::enable_if_t<std::is_same_v<Text, std::string_view>, int>;
+    template<class Text>
+    using IfText = std::enable_if_t<std::is_convertible_v<const Text&, std::string_view>, int>;
+
+    /// What a container of elements keeps for all of them: the link to their parent.
+    using Companion = ParentLinks;
+
     /// Null.
     Element() noexcept {}  // not defaulted, or g++ refuses `const Element e;` for the union's sake
     template<class T, std::enable_if_t<std::is_same_v<T, bool>, int> = 0>
@@ -68,6 +80,10 @@ public:
     Element(const char* text);
     Element(std::nullptr_t) = delete;
     Element(const std::string& text);
+    template<class Text, IfView<Text> = 0>
+    Element(Text text) {
+        setString(text);
+    }
     Element(const Number& number);
     /// A deep copy of the value. The items of copied arrays report index 0 until their array is
     /// next updated (Array::updateVector, setParent).
@@ -75,7 +91,17 @@ public:
     /// The same into this place. `other` may be part of this element, or this element part of it.
     /// Throws std::bad_alloc, leaving this element unchanged.
     Element& operator=(const Element& other);
+    /// Takes the value over, in constant time: children keep their addresses and name this element
+    /// as their parent. `other` is null afterwards and stays where it is.
+    Element(Element&& other) noexcept;
+    /// The same into this place, which costs a walk up to the root. `other` may be part of this
+    /// element. Where this element is part of `other`, moving would tie a knot: the value is
+    /// copied, and only then std::bad_alloc may be thrown, leaving this element unchanged.
+    Element& operator=(Element&& other);
     ~Element();
+    /// Exchanges the values, in constant time but for a walk up to each root; both places stay.
+    /// Where one element is part of the other, its value replaces the other's.
+    void swap(Element& other);
 
     EType type() const noexcept { return m_data.type; }
     bool isEmpty() const noexcept { return m_data.type == etEmpty; }
@@ -106,6 +132,10 @@ public:
     void setBoolean(bool value);
     void setString(const std::string& text);
     void setString(const char* bytes, unsigned int length);
+    template<class Text, IfView<Text> = 0>
+    void setString(Text text) {
+        assignString(text);
+    }
     void setNumber(const Number& number);
     void setNumber(const char* text, unsigned int length);
     template<class T, class = std::enable_if_t<Number::k_isBinary<T>>>
@@ -120,11 +150,24 @@ public:
         }
     }
 
+    // The value in one step.
+
+    /// The value as T: bool, std::string, Number, std::string_view (which lives as the string does)
+    /// or an arithmetic type of Number::k_isBinary, for which Number::convert() tells the rules.
+    /// Throws TypeException for a value of another type and ValueOutOfRange<Number, T> for a number
+    /// that is no T, both with this element as context.
+    template<class T>
+    T to() const;
+    /// The element at the path as T, or `fallback` where there is none. An element that is there
+    /// but is no T is not passed over: throws as to() does.
+    template<class T>
+    T toOr(const Path& path, T fallback) const;
+
     // Place in the tree.
 
     /// The element whose container holds this one; null for a root or a free-standing element.
-    Element* parent() noexcept { return m_parent; }
-    const Element* parent() const noexcept { return m_parent; }
+    Element* parent() noexcept { return m_link == nullptr ? nullptr : m_link->parent; }
+    const Element* parent() const noexcept { return m_link == nullptr ? nullptr : m_link->parent; }
     /// The 0-based position in the parent array; meaningful only while the parent is an array.
     unsigned int index() const noexcept { return m_index; }
     /// The step from the parent to this element: the key, unescaped, in an object, `[index]` in an
@@ -132,7 +175,9 @@ public:
     std::string key() const;
     /// The key under which this element sits in its parent object; empty otherwise. The reference
     /// lives as long as the element stays where it is.
-    const std::string& memberKey() const noexcept { return m_key; }
+    const std::string& memberKey() const noexcept {
+        return m_key == nullptr ? k_emptyString : *m_key;
+    }
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
     const Element* root() const noexcept;
@@ -156,6 +201,30 @@ public:
     const Element& get(const Path& path) const;
     /// The element at the path, or `fallback`, which must live as long as the result is used.
     const Element& tryGet(const Path& path, const Element& fallback) const;
+
+    // The same from any text, which is read where it is: a plain path (see docs/paths.md) that
+    // leads to an element needs no memory.
+    template<class Text, IfText<Text> = 0>
+    bool pathExists(const Text& path, EType type = etEmpty) const {
+        const Element* const found = lookUp(path);
+        return found == nullptr ? pathExists(pathOf(path), type)
+                                : type == etEmpty || found->m_data.type == type;
+    }
+    template<class Text, IfText<Text> = 0>
+    Element& get(const Text& path) {
+        const Element* const found = lookUp(path);
+        return found == nullptr ? get(pathOf(path)) : const_cast<Element&>(*found);
+    }
+    template<class Text, IfText<Text> = 0>
+    const Element& get(const Text& path) const {
+        const Element* const found = lookUp(path);
+        return found == nullptr ? get(pathOf(path)) : *found;
+    }
+    template<class Text, IfText<Text> = 0>
+    const Element& tryGet(const Text& path, const Element& fallback) const {
+        const Element* const found = lookUp(path);
+        return found == nullptr ? tryGet(pathOf(path), fallback) : *found;
+    }
 
     /// The first item of the array at `arrayPath` (this element when empty) whose element at
     /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is
@@ -238,16 +307,69 @@ private:
     friend struct Place;
 
     [[noreturn]] void throwTypeException(EType expected) const;
+    template<class T>
+    [[noreturn]] void throwOutOfRange() const;
+    void assignString(std::string_view text);
+    /// Where a plain path leads; null where it leads nowhere, and for any other path.
+    const Element* lookUp(std::string_view path) const { return Path::plainElement(path, *this); }
+    static Path pathOf(std::string_view path) { return std::string(path); }
     void replaceString(std::string* text) noexcept;
     void replaceNumber(Number* number) noexcept;
 
     SData m_data;
-    Element* m_parent = nullptr;
-    std::string m_key;
+    const ParentLink* m_link = nullptr;  ///< kept by the container; null without one
+    const std::string* m_key = nullptr;  ///< the member's, beside this; null outside an object
     unsigned int m_index = 0;
 };
 
+template<class T>
+T Element::to() const {
+    if constexpr (std::is_same_v<T, bool>) {
+        return boolean();
+    } else if constexpr (Number::k_isBinary<T>) {
+        T value{};
+        if (!number().convert(value)) {
+            throwOutOfRange<T>();
+        }
+        return value;
+    } else if constexpr (std::is_same_v<T, Number>) {
+        return number();
+    } else {
+        static_assert(std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>,
+                      "an element is no such type");
+        return T(string());
+    }
+}
+
+template<class T>
+T Element::toOr(const Path& path, T fallback) const {
+    const Element* const found = Path::tryGetElement(path, *this);
+    return found == nullptr ? std::move(fallback) : found->to<T>();
+}
+
+/// As Element::swap().
+inline void swap(Element& a, Element& b) { a.swap(b); }
+
+// The order of Element::compare(), which throws what Number::compare() throws.
+inline bool operator==(const Element& a, const Element& b) {
+    return Element::compare(a.data(), b.data()) == 0;
+}
+inline bool operator!=(const Element& a, const Element& b) { return !(a == b); }
+inline bool operator<(const Element& a, const Element& b) {
+    return Element::compare(a.data(), b.data()) < 0;
+}
+inline bool operator>(const Element& a, const Element& b) { return b < a; }
+inline bool operator<=(const Element& a, const Element& b) { return !(b < a); }
+inline bool operator>=(const Element& a, const Element& b) { return !(a < b); }
+
 }  // namespace ko::Orvid
+
+/// Equal for elements that are `==`, but for a NaN, which equals every double. Linear cost,
+/// constant stack. Throws what Number::compare() throws, and std::bad_alloc.
+template<>
+struct KO_API std::hash<ko::Orvid::Element> {
+    std::size_t operator()(const ko::Orvid::Element& element) const;
+};
 
 /// Writes the element as JSON text, indented by four blanks (see Generator).
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Element& element);

@@ -7,9 +7,13 @@
 #pragma once
 
 #include <ko/Orvid/ValueOutOfRange.h>
+#include <ko/ShortText.h>
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace ko::Orvid {
@@ -52,8 +56,12 @@ public:
     /// Zero: signed, with the text "0".
     Number();
     Number(const Number& other) = default;
+    /// Takes both sides over, in constant time; `other` is zero afterwards.
+    Number(Number&& other) noexcept;
     /// As set(const Number&).
     Number& operator=(const Number& other);
+    Number& operator=(Number&& other) noexcept;
+    ~Number() = default;
     template<class T, class = std::enable_if_t<k_isBinary<T>>>
     Number(T value) : Number() {
         set(value);
@@ -61,6 +69,7 @@ public:
     Number(const std::string& text);
     Number(const char* text);
     Number(const char* text, unsigned int length);
+    explicit Number(std::string_view text);
     explicit Number(const DecNumber& value);
 
     // Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths
@@ -68,6 +77,10 @@ public:
     void set(const std::string& text);
     void set(const char* text);
     void set(const char* text, unsigned int length);
+    template<class Text, class = std::enable_if_t<std::is_same_v<Text, std::string_view>>>
+    void set(Text text) {
+        setText(text);
+    }
     void set(const std::wstring& text);
     void set(const wchar_t* text);
     void set(const wchar_t* text, unsigned int length);
@@ -98,6 +111,8 @@ public:
     /// The text; a double is written with six significant digits. The reference lives until the
     /// next set(). toWString() returns a copy.
     const std::string& toString() const;
+    /// The same without a copy on the heap, which the first toString() of a number makes.
+    std::string_view textView() const;
     std::wstring toWString() const;
     std::ostream& writeAt(std::ostream& out) const;
     std::wostream& writeAt(std::wostream& out) const;
@@ -113,6 +128,14 @@ public:
     /// a signed zero. Throws what syncToBinary() does. No heap memory is used unless it throws.
     template<class T>
     T& getValue(T& out) const;
+
+    /// Reads the number as T, one of the types of k_isBinary, if it is one: for an integral type a
+    /// whole number from T's smallest to its largest value; for a floating type any number within
+    /// lowest() and max(), rounded to the nearest. Zero is any T's. Answers whether it is, with
+    /// `out` unchanged where it is not. Goes by the text where that is long, so it is not misled by
+    /// a text that syncToBinary() refused. Throws ko::RuntimeError for text that is no number.
+    template<class T>
+    bool convert(T& out) const;
 
     char toChar() const;
     unsigned char toUChar() const;
@@ -151,6 +174,7 @@ public:
     void syncToString() const;
 
 private:
+    friend struct std::hash<Number>;
     friend struct NumberProbe;  // lets the tests make the kind that no operation produces
 
     union UValue {
@@ -159,6 +183,7 @@ private:
         double real;
     };
 
+    void setText(std::string_view text);
     void setSigned(long long value);
     void setUnsigned(unsigned long long value);
     void setReal(double value);
@@ -170,11 +195,21 @@ private:
     int compareTo(double other) const;
     template<class T>
     bool isWithin(T min, T max) const;
+    template<class T>
+    bool convertText(T& out) const;
 
     mutable EBinaryType m_type;
     mutable UValue m_value;
-    mutable std::string m_text;
+    mutable ShortText m_text;
 };
+
+// The order of Number::compare(), which throws.
+inline bool operator==(const Number& a, const Number& b) { return a.compare(b) == 0; }
+inline bool operator!=(const Number& a, const Number& b) { return a.compare(b) != 0; }
+inline bool operator<(const Number& a, const Number& b) { return a.compare(b) < 0; }
+inline bool operator>(const Number& a, const Number& b) { return a.compare(b) > 0; }
+inline bool operator<=(const Number& a, const Number& b) { return a.compare(b) <= 0; }
+inline bool operator>=(const Number& a, const Number& b) { return a.compare(b) >= 0; }
 
 extern template class KO_API ValueOutOfRange<Number, char>;
 extern template class KO_API ValueOutOfRange<Number, unsigned char>;
@@ -190,6 +225,13 @@ extern template class KO_API ValueOutOfRange<Number, float>;
 extern template class KO_API ValueOutOfRange<Number, double>;
 
 }  // namespace ko::Orvid
+
+/// Equal for numbers that are `==`, whatever their kind, but for a NaN, which equals every double.
+/// Throws what Number::type() throws.
+template<>
+struct KO_API std::hash<ko::Orvid::Number> {
+    std::size_t operator()(const ko::Orvid::Number& number) const;
+};
 
 /// Prints the kind's name, or ">>Unknown<<" for a value that is no kind.
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Number::EBinaryType& type);

@@ -29,12 +29,20 @@ public:
     /// The same in place of the present members; the parent stays. The copies are complete before
     /// the former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
     Object& operator=(const Object& other);
+    /// Takes the other's members over, in constant time, whose parent is `parent` then; `other` is
+    /// empty afterwards.
+    Object(Object&& other, Value* parent = nullptr) noexcept;
+    /// The same in place of the present members; the parent stays. `other` may lie within them.
+    Object& operator=(Object&& other) noexcept;
     ~Object() override;
 
     std::pair<iterator, bool> insert(const value_type& member) override;
     iterator insert(iterator position, const value_type& member) override;
     /// The member with that key, set to null; appended when it is not there yet.
     Value& resetMember(Key key);
+    /// Sets the member with that key to `value`, which is null afterwards; it is appended when it
+    /// is not there yet. Answers the member and whether it is new. O(log n).
+    std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);
 
     using TBase::swap;
     /// Exchanges the members; each object keeps its parent. Only the members that this object now
@@ -46,9 +54,11 @@ public:
     void setParent(Value* parent);
 
 private:
-    /// Tags one member; when there is no memory for its key, a new member is taken out again.
-    void tagOrErase(iterator member, bool isNew);
-    void tagAll();
+    friend struct Place;
+
+    /// The members name that parent from now on; nothing else of their places changes.
+    void moveTo(Value* parent) noexcept;
+    void tagAll() noexcept;
 
     Value* m_parent;
 };

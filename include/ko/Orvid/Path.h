@@ -11,6 +11,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace ko::Orvid {
 
@@ -31,6 +32,7 @@ public:
     Path() = default;
     Path(std::string text) : m_path(std::move(text)) {}
     Path(const char* text) : m_path(text) {}
+    explicit Path(std::string_view text) : m_path(text) {}
 
     const std::string& str() const noexcept { return m_path; }
     bool empty() const noexcept { return m_path.empty(); }
@@ -49,6 +51,11 @@ public:
                                         EType type = etEmpty);
     static Element* tryGetElement(const Path& path, Element& start, EType type = etEmpty);
     static bool pathExists(const Path& path, const Element& start, EType type = etEmpty);
+
+    /// The element below `start` to which a plain path leads: one without escapes, `[*]` and
+    /// faults. Null where it leads nowhere and for any other path, of which the operations above
+    /// tell more. Needs no memory.
+    static const Element* plainElement(std::string_view path, const Element& start);
 
     /// Walks below `start`, making what is missing: members, items for `[*]`, and containers out of
     /// empty elements; then copies what `value` was before the call into the last element, unless

@@ -19,6 +19,8 @@ class KO_API ValueOutOfRange : public Exception {
 public:
     ValueOutOfRange(const Value& value, const Limit& min, const Limit& max,
                     const ko::Exception* cause = nullptr);
+    /// The same about the value of an element.
+    ValueOutOfRange(const Element* element, const Value& value, const Limit& min, const Limit& max);
     ValueOutOfRange(const ValueOutOfRange& other);
     ValueOutOfRange& operator=(const ValueOutOfRange& other);
     ~ValueOutOfRange() override;

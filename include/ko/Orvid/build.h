@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+//
+// Arrays and objects written down as values: makeArray({1, "two", nullptr}) and
+// makeObject({{"name", "x"}, {"size", 3}}).
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/Element.h>
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace ko::Orvid {
+
+/// A value in the list of makeArray() or makeObject(): whatever an Element can be made of, and
+/// nullptr for null. It exists until the call is over and is moved from there.
+class BuildValue {
+public:
+    BuildValue(std::nullptr_t) {}
+    template<class T, class = std::enable_if_t<std::is_constructible_v<Element, T&&>>>
+    BuildValue(T&& value) : m_element(std::forward<T>(value)) {}
+
+    /// The lists of C++ hold constant values; this one may be moved all the same.
+    Element&& take() const noexcept { return std::move(m_element); }
+
+private:
+    mutable Element m_element;
+};
+
+struct BuildMember {
+    std::string_view key;
+    BuildValue value;
+};
+
+/// An array of these items, moved where they are temporary. Throws std::bad_alloc.
+KO_API Element makeArray(std::initializer_list<BuildValue> items);
+/// An object of these members, in this order; of a repeated key the last value counts, in the first
+/// place. Throws std::bad_alloc.
+KO_API Element makeObject(std::initializer_list<BuildMember> members);
+
+}  // namespace ko::Orvid
