@@ -97,9 +97,9 @@ DecNumber decimal(T limit) {
 /// The exact way, for texts that no binary kind holds for sure.
 template<class T>
 bool Number::convertText(T& out) const {
-    using Limits = std::numeric_limits<T>;
+    using TypeLimits = std::numeric_limits<T>;
     const DecNumber value(m_text.string());
-    if (value.compare(decimal(Limits::lowest())) < 0 || value.compare(decimal(Limits::max())) > 0) {
+    if (value.compare(decimal(TypeLimits::lowest())) < 0 || value.compare(decimal(TypeLimits::max())) > 0) {
         return false;
     }
     const T result = nearest<T>(value);
@@ -111,7 +111,7 @@ bool Number::convertText(T& out) const {
 }
 
 template<class T>
-bool Number::convert(T& out) const {
+bool Number::convertTo(T& out) const {
     const std::string_view text = m_text.view();
     if (!text.empty() && !isInRangeForSure(text)) {
         return convertText(out);
@@ -131,18 +131,18 @@ bool Number::convert(T& out) const {
     }
 }
 
-template bool Number::convert(char&) const;
-template bool Number::convert(unsigned char&) const;
-template bool Number::convert(short&) const;
-template bool Number::convert(unsigned short&) const;
-template bool Number::convert(int&) const;
-template bool Number::convert(unsigned int&) const;
-template bool Number::convert(long&) const;
-template bool Number::convert(unsigned long&) const;
-template bool Number::convert(long long&) const;
-template bool Number::convert(unsigned long long&) const;
-template bool Number::convert(float&) const;
-template bool Number::convert(double&) const;
+template bool Number::convertTo(char&) const;
+template bool Number::convertTo(unsigned char&) const;
+template bool Number::convertTo(short&) const;
+template bool Number::convertTo(unsigned short&) const;
+template bool Number::convertTo(int&) const;
+template bool Number::convertTo(unsigned int&) const;
+template bool Number::convertTo(long&) const;
+template bool Number::convertTo(unsigned long&) const;
+template bool Number::convertTo(long long&) const;
+template bool Number::convertTo(unsigned long long&) const;
+template bool Number::convertTo(float&) const;
+template bool Number::convertTo(double&) const;
 
 }  // namespace ko::Orvid
 

@@ -153,7 +153,7 @@ public:
     // The value in one step.
 
     /// The value as T: bool, std::string, Number, std::string_view (which lives as the string does)
-    /// or an arithmetic type of Number::k_isBinary, for which Number::convert() tells the rules.
+    /// or an arithmetic type of Number::k_isBinary, for which Number::convertTo() tells the rules.
     /// Throws TypeException for a value of another type and ValueOutOfRange<Number, T> for a number
     /// that is no T, both with this element as context.
     template<class T>
@@ -328,7 +328,7 @@ T Element::to() const {
         return boolean();
     } else if constexpr (Number::k_isBinary<T>) {
         T value{};
-        if (!number().convert(value)) {
+        if (!number().convertTo(value)) {
             throwOutOfRange<T>();
         }
         return value;

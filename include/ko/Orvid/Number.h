@@ -135,7 +135,7 @@ public:
     /// `out` unchanged where it is not. Goes by the text where that is long, so it is not misled by
     /// a text that syncToBinary() refused. Throws ko::RuntimeError for text that is no number.
     template<class T>
-    bool convert(T& out) const;
+    bool convertTo(T& out) const;
 
     char toChar() const;
     unsigned char toUChar() const;
