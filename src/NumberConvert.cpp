@@ -99,7 +99,8 @@ template<class T>
 bool Number::convertText(T& out) const {
     using TypeLimits = std::numeric_limits<T>;
     const DecNumber value(m_text.string());
-    if (value.compare(decimal(TypeLimits::lowest())) < 0 || value.compare(decimal(TypeLimits::max())) > 0) {
+    if (value.compare(decimal(TypeLimits::lowest())) < 0 ||
+        value.compare(decimal(TypeLimits::max())) > 0) {
         return false;
     }
     const T result = nearest<T>(value);
