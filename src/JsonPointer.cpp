@@ -119,7 +119,8 @@ bool isIndexIn(const Element* parent) { return parent == nullptr || parent->isAr
 std::optional<unsigned int> pointerIndex(std::string_view step) {
     constexpr std::size_t mostDigits = 10;  // of a number of 32 bits
     constexpr unsigned int base = 10;
-    const bool hasDigits = !step.empty() && step.find_first_not_of("0123456789") == step.npos;
+    const bool hasDigits =
+        !step.empty() && step.find_first_not_of("0123456789") == std::string_view::npos;
     if (!hasDigits || step.size() > mostDigits || (step.size() > 1 && step.front() == '0')) {
         return std::nullopt;
     }

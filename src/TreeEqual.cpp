@@ -29,8 +29,10 @@ bool sameDecimal(const std::string& a, const std::string& b) {
 
 /// A number that is refused keeps traces of the attempt, so copies are compared.
 bool sameValue(const Number& a, const Number& b) {
-    const Number left(a);
-    const Number right(b);
+    Number left;
+    Number right;
+    left.set(a);
+    right.set(b);
     try {
         return left.compare(right) == 0;
     } catch (const Exception&) {

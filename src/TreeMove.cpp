@@ -49,10 +49,10 @@ void swapValues(Element& a, Element& b) {
     adoptChildren(b);
 }
 
-void copyValue(Element& target, const Element& source) {
-    Element copy(source);
+void copyValue(Element& to, const Element& from) {
+    Element copy(from);
     renumberItems(copy);
-    swapValues(target, copy);
+    swapValues(to, copy);
 }
 
 }  // namespace ko::Orvid

@@ -13,7 +13,7 @@ namespace ko::Orvid {
 void swapValues(Element& a, Element& b);
 
 /// Copies the value, and gives the items of copied arrays their indexes. Throws std::bad_alloc,
-/// leaving `target` unchanged.
-void copyValue(Element& target, const Element& source);
+/// leaving `to` unchanged.
+void copyValue(Element& to, const Element& from);
 
 }  // namespace ko::Orvid
