@@ -35,7 +35,6 @@ public:
         }
         m_name = name->string();
         const JsonPointer path = pointer("path");
-        m_path = path.str();
         if (m_name == "add") {
             add(path, value());
         } else if (m_name == "remove") {

@@ -10,17 +10,11 @@
 #include <utility>
 #include <vector>
 
+#include "Tree.h"
+
 namespace ko::Orvid {
 
 namespace {
-
-void adoptChildren(Element& element) {
-    if (element.isObject()) {
-        element.object().setParent(&element);
-    } else if (element.isArray()) {
-        element.array().setParent(&element);
-    }
-}
 
 /// The items of a copied array report the index 0 until their array is updated.
 void renumberItems(Element& root) {
@@ -43,10 +37,10 @@ void renumberItems(Element& root) {
 
 }  // namespace
 
-void swapValues(Element& a, Element& b) {
+void swapValues(Element& a, Element& b) noexcept {
     std::swap(a.data(), b.data());
-    adoptChildren(a);
-    adoptChildren(b);
+    moveTree(a.data(), &a);
+    moveTree(b.data(), &b);
 }
 
 void copyValue(Element& to, const Element& from) {

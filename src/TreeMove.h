@@ -8,9 +8,8 @@
 
 namespace ko::Orvid {
 
-/// Exchanges the values; both places stay, and the children learn their new parents. Linear in the
-/// number of children. Neither element may lie in the other.
-void swapValues(Element& a, Element& b);
+/// Exchanges the values, in constant time; both places stay. Neither element may lie in the other.
+void swapValues(Element& a, Element& b) noexcept;
 
 /// Copies the value, and gives the items of copied arrays their indexes. Throws std::bad_alloc,
 /// leaving `to` unchanged.
