@@ -72,6 +72,9 @@ void DomParser::fill(Element& root, const Feed& feed) {
         feed();
         return end();
     }
+    if (m_checks != nullptr) {
+        m_checks->isFed = false;
+    }
     m_isUsed = true;
     m_root = m_current = &root;
     m_open = nullptr;
@@ -158,6 +161,7 @@ void DomParser::restart(Element& root) {
         m_checks->faultBegin.reset();
         m_checks->isBroken = false;
     }
+    m_checks->isFed = false;
     m_isUsed = true;
     m_root = m_current = &root;
     m_open = nullptr;

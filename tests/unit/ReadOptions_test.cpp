@@ -5,6 +5,8 @@
 
 #include <ko/Orvid/ReadOptions.h>
 
+#include <istream>
+#include <streambuf>
 #include <string>
 
 #include "support/Reading.h"
@@ -103,6 +105,160 @@ TEST(ReadOptions, utf8_is_checked_in_strings_keys_and_comments) {
     EXPECT_EQ("2,4-2,5 @: Invalid UTF-8", faultOf(k_utf8, "[\n1/*\xE2\x82*/]"));
     EXPECT_EQ("", faultOf(k_utf8, "[\"\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E\"/*\xC3\xA9*/]"));
     EXPECT_EQ("", faultOf(k_whole, "[\"\xFF\"]/*\xFF*/"));
+}
+
+TEST(ReadOptions, half_a_surrogate_pair_is_a_fault_or_is_read_as_something_else) {
+    const std::string half = ": The escape of half a surrogate pair";
+    EXPECT_EQ("1,3-1,8 @" + half, faultOf(k_pairs, R"(["\ud800"])"));
+    EXPECT_EQ("1,4-1,9 @" + half, faultOf(k_pairs, R"([ "\udfff"])"));
+    EXPECT_EQ("1,4-1,9 @" + half, faultOf(k_pairs, R"(["a\udbffA"])"));
+    EXPECT_EQ("1,3-1,8 @" + half, faultOf(k_pairs, R"(["\ud800\n"])"));
+    EXPECT_EQ("1,3-1,8 @" + half, faultOf(k_pairs, R"(["\ud800\u0041"])"));
+    EXPECT_EQ("1,3-1,8 @" + half, faultOf(k_pairs, R"(["\ud800\ud800\udc00"])"));
+    EXPECT_EQ("1,15-1,20 @" + half, faultOf(k_pairs, R"(["\ud800\udc00\udc00"])"));
+    EXPECT_EQ("1,3-1,8 @" + half, faultOf(k_pairs, R"({"\ud800":1})"));
+    EXPECT_EQ("", faultOf(k_pairs, R"(["\ud834\udd1e\uD834\uDD1E\ud7ff\ue000"])"));
+    EXPECT_EQ("[\"?\"]", readWhole(k_utf8, R"(["\ud800"])").tree);
+}
+
+TEST(ReadOptions, comments_are_blanks_or_faults) {
+    const ReadOptions none = with(&ReadOptions::allowComments, false);
+    EXPECT_EQ("1,2-1,2 @: Comments are not allowed", faultOf(none, "[/**/1]"));
+    EXPECT_EQ("2,1-2,1 @: Comments are not allowed", faultOf(none, "[\n// x\n1]"));
+    EXPECT_EQ("1,3-1,3 @: Comments are not allowed", faultOf(none, "[1//\n]"));
+    EXPECT_EQ("", faultOf(none, "[\"/* // */\"]"));
+    ReadOptions strict = k_strict;
+    EXPECT_EQ("[1]", readWhole(strict, "/**/[/* ] **/1//]\n]//").tree);
+    EXPECT_EQ("1,2-1,2 @: Unexpected '1': a comment begins with /* or //", faultOf(strict, "/1"));
+    strict.allowComments = false;
+    EXPECT_EQ("1,4-1,4 @: Comments are not allowed", faultOf(strict, "[1]//"));
+}
+
+TEST(ReadOptions, vertical_tab_and_form_feed_are_blanks_or_faults) {
+    const ReadOptions none = with(&ReadOptions::allowOtherBlanks, false);
+    EXPECT_EQ("1,2-1,2 @: Unexpected byte 0x0B: a value or ']' is due", faultOf(none, "[\v1]"));
+    EXPECT_EQ("1,3-1,3 @: Unexpected byte 0x0C: ',' or ']' is due", faultOf(none, "[1\f]"));
+    EXPECT_EQ("", faultOf(none, "[ \t\r\n1]"));
+    EXPECT_EQ("", faultOf(k_whole, "\v[\f1]\v\f"));
+}
+
+TEST(ReadOptions, repeated_keys_replace_or_are_faults) {
+    const ReadOptions reject = with(&ReadOptions::repeatedKeys, RepeatedKeys::reject);
+    const Reading reading = readWhole(reject, "{\"a\": {\"b\":1,\n  \"c\":2, \"b\":3}}");
+    EXPECT_EQ("2,10-2,12 @a: Repeated key \"b\"", reading.fault);
+    EXPECT_EQ(R"({"a": {"b": 1,"c": 2}})", reading.tree);
+    EXPECT_EQ(23U, reading.position);
+    EXPECT_EQ("1,8-1,15 @: Repeated key \"a\"", faultOf(reject, R"({"a":1,"\u0061":2})"));
+    EXPECT_EQ("1,7-1,8 @: Repeated key \"\"", faultOf(reject, R"({"":1,"":2})"));
+    EXPECT_EQ("", faultOf(reject, R"({"a":{"a":{"b":1}},"b":[{"a":1},{"a":1}]})"));
+    EXPECT_EQ(R"({"a": 3})", readWhole(k_whole, R"({"a":1,"a":3})").tree);
+}
+
+TEST(ReadOptions, a_long_repeated_key_is_not_named) {
+    const auto twice = [](const std::string& key) {
+        return "{\"" + key + "\":1,\"" + key + "\":2}";
+    };
+    const std::string longest(100, 'k');
+    EXPECT_EQ("1,107-1,208 @: Repeated key \"" + longest + "\"", faultOf(k_strict, twice(longest)));
+    EXPECT_EQ("1,108-1,210 @: Repeated key", faultOf(k_strict, twice(longest + "k")));
+    const std::string withNul("a\0b", 3);
+    EXPECT_EQ("1,15-1,24 @: Repeated key \"" + withNul + "\"",
+              faultOf(k_strict, twice("a\\u0000b")));
+}
+
+TEST(ReadOptions, the_first_fault_is_told) {
+    EXPECT_EQ("1,8-1,10 @: Repeated key \"a\"", faultOf(k_strict, R"({"a":1,"a":x})"));
+    EXPECT_EQ("1,6-1,6 @a: Unexpected 'x': a value is due", faultOf(k_strict, R"({"a":x,"a":1})"));
+}
+
+TEST(ReadOptions, depth_is_limited_in_containers) {
+    const ReadOptions two = with(&ReadOptions::maxDepth, std::size_t(2));
+    EXPECT_EQ("", faultOf(two, "[[],{},["));
+    EXPECT_EQ("[[1],{\"a\": 1}]", readWhole(two, "[[1],{\"a\":1}]").tree);
+    EXPECT_EQ("1,3-1,3 @[0]: Nested deeper than 2 levels", faultOf(two, "[[[1]]]"));
+    EXPECT_EQ("1,11-1,11 @b.c: Nested deeper than 2 levels", faultOf(two, R"({"b":{"c":{}}})"));
+    EXPECT_EQ("", faultOf(with(&ReadOptions::maxDepth, std::size_t(1)), "{}"));
+    const std::string deep(100000, '[');
+    EXPECT_EQ("1,5-1,5 @[0][0][0]: Nested deeper than 4 levels",
+              faultOf(with(&ReadOptions::maxDepth, std::size_t(4)), deep));
+    EXPECT_EQ("", faultOf(with(&ReadOptions::maxDepth, std::size_t(100000)), deep));
+}
+
+TEST(ReadOptions, length_is_limited_in_bytes) {
+    ReadOptions five = with(&ReadOptions::maxLength, std::uint64_t(5));
+    EXPECT_EQ("", faultOf(five, "[1,2]"));
+    EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes", faultOf(five, "[1,2] "));
+    EXPECT_EQ("2,4-2,4 @: The text is longer than 5 bytes", faultOf(five, "[\n1,23]"));
+    EXPECT_EQ("2,4-2,4 @: The text is longer than 5 bytes", readStream(five, "[\n1,23]").fault);
+    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': a value or ']' is due", faultOf(five, "[x      ]"));
+    five.requireWholeDocument = true;
+    EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes", faultOf(five, "[1,2]\n"));
+    EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes", readStream(five, "12345678").fault);
+}
+
+TEST(ReadOptions, the_length_of_a_line_is_limited_in_bytes) {
+    const ReadOptions four = with(&ReadOptions::maxLineLength, std::uint64_t(4));
+    EXPECT_EQ("", faultOf(four, "[1,\n2, 3\n,  4\n\n]  \n"));
+    EXPECT_EQ("1,5-1,5 @: The line is longer than 4 bytes", faultOf(four, "[1,2,\n3]"));
+    EXPECT_EQ("2,5-2,5 @: The line is longer than 4 bytes", faultOf(four, "[1,2\n,3,4]"));
+    EXPECT_EQ("1,5-1,5 @: The line is longer than 4 bytes", faultOf(four, "[1,2\r\n]"));
+    EXPECT_EQ("1,5-1,5 @: The line is longer than 4 bytes", faultOf(four, "[\"\xC3\xA9\"]"));
+}
+
+TEST(ReadOptions, limits_stop_a_stream_that_never_ends) {
+    struct Endless : std::streambuf {
+        int_type underflow() override {
+            m_piece.assign(1000, ' ');
+            setg(m_piece.data(), m_piece.data(), m_piece.data() + m_piece.size());
+            return traits_type::to_int_type(' ');
+        }
+        std::string m_piece;
+    };
+    Endless spaces;
+    std::istream in(&spaces);
+    ReadOptions options = k_strict;
+    options.maxLength = 100000;
+    ko::Orvid::Element root;
+    const auto fault = orvid_test::thrownBy<ko::Orvid::ParseException>(
+        [&] { ko::Orvid::DomParser(options).parse(root, in); });
+    EXPECT_EQ("The text is longer than 100000 bytes", fault.message());
+    EXPECT_EQ(100001, fault.firstColumn());
+}
+
+TEST(ReadOptions, columns_count_bytes_and_lines_end_at_newlines) {
+    const std::string x = " @: Unexpected 'x': a value is due";
+    EXPECT_EQ("1,4-1,4" + x, faultOf(k_strict, "[1,x"));
+    EXPECT_EQ("2,1-2,1" + x, faultOf(k_strict, "[1,\nx"));
+    EXPECT_EQ("3,2-3,2" + x, faultOf(k_strict, "[1,\r\n\r\n x"));
+    EXPECT_EQ("1,5-1,5" + x, faultOf(k_strict, "[1,\rx"));
+    EXPECT_EQ("1,10-1,10" + x, faultOf(k_strict, "[\"\xC3\xA9\xE2\x82\xAC\",x"));
+    EXPECT_EQ("3,4-3,4" + x, faultOf(k_strict, "[1,/*\n\n*/ x"));
+    EXPECT_EQ("2,1-2,1" + x, faultOf(k_strict, "[1,//\nx"));
+}
+
+TEST(ReadOptions, faults_of_syntax_have_their_place_with_any_option) {
+    const auto check = [](const std::string& expected, const std::string& text) {
+        EXPECT_EQ(expected, faultOf(k_strict, text)) << text;
+        EXPECT_EQ(expected, faultOf(k_pairs, text)) << text;
+    };
+    check("1,1-1,1 @: Unexpected 'x': a value is due", "x");
+    check("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark: a value is due",
+          "\xEF\xBB\xBF{}");
+    check("1,2-1,2 @: Unexpected ',': a value or ']' is due", "[,]");
+    check("1,5-1,5 @: Unexpected ']': a value is due", "[1, ]");
+    check("1,2-1,2 @: Unexpected ']': a key or '}' is due", "{]");
+    check("1,8-1,8 @: Unexpected '}': a key is due", "{\"a\":1,}");
+    check("1,5-1,5 @a: Unexpected '1': ':' is due", "{\"a\"1}");
+    check("1,7-1,7 @: Unexpected ']': ',' or '}' is due", "{\"a\":1]");
+    check("1,4-1,4 @: Unexpected '2': ',' or ']' is due", "[1 2]");
+    check("1,5-1,5 @: Unexpected ']': true is due", "[tru]");
+    check("1,4-1,4 @: Unexpected ']': null is due", "[nu]");
+    check("1,4-1,4 @: Unexpected ']': a digit is due", "[1.]");
+    check("1,3-1,3 @: Unexpected byte 0x20: a digit is due", "[- 1]");
+    check("1,4-1,4 @: Unexpected 'x': no escape begins so", "[\"\\x\"]");
+    check("1,4-1,4 @: Unexpected byte 0x00: no escape begins so", std::string("[\"\\\0\"]", 6));
+    check("1,8-1,8 @: Unexpected 'g': a hexadecimal digit is due", "[\"\\u00eg\"]");
+    check("1,3-1,3 @: Control character 0x0A in a string: it must be escaped", "[\"\n\"]");
 }
 
 }  // namespace

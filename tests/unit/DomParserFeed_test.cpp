@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of DomParser with a document in pieces, from begin() to finish(), of its reuse, and of
+// streams that are read strictly. That pieces make no difference is in chunked_reading_test.cpp.
+
+#include <ko/Orvid/DomParser.h>
+
+#include <fstream>
+#include <istream>
+#include <sstream>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <utility>
+
+#include "support/Reading.h"
+
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::ParseException;
+using ko::Orvid::ReadOptions;
+using orvid_test::compact;
+using orvid_test::Document;
+using orvid_test::faultText;
+using orvid_test::thrownBy;
+
+/// The text of the Exception that the action must throw.
+template<class Action>
+std::string messageOf(const Action& action) {
+    return thrownBy<Exception>(action).what();
+}
+
+constexpr const char* k_notFed = "No document is being fed: begin() must come first!";
+
+TEST(DomParserFeed, builds_a_document_from_pieces) {
+    Element root("before");
+    DomParser parser;
+    parser.begin(root);
+    EXPECT_TRUE(root.isNull());
+    for (const char* const piece : {"{\"a", "\": [1", "2, tr", "ue], \"b\":", "{}}"}) {
+        parser.feed(piece);
+    }
+    parser.finish();
+    EXPECT_EQ(R"({"a": [12,true],"b": {}})", compact(root));
+    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(nullptr, parser.openElement());
+    CHECK_LINKS(root);
+}
+
+TEST(DomParserFeed, shows_what_is_built_so_far) {
+    Element root;
+    DomParser parser;
+    parser.begin(root);
+    parser.feed("{\"a\": [1, 2");
+    EXPECT_EQ(R"({"a": [1]})", compact(root));
+    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(11U, parser.position());
+}
+
+TEST(DomParserFeed, completes_a_number_at_the_end_of_the_text) {
+    Element root;
+    DomParser parser;
+    parser.begin(root);
+    parser.feed("4");
+    parser.feed("2");
+    EXPECT_TRUE(root.isNull());
+    parser.finish();
+    EXPECT_EQ("42", compact(root));
+    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(2U, parser.position());
+}
+
+TEST(DomParserFeed, leaves_a_text_that_ends_early_to_the_caller_unless_it_must_be_whole) {
+    Element root;
+    DomParser parser;
+    parser.begin(root);
+    parser.feed("{\"a\": [-");
+    parser.finish();
+    EXPECT_EQ(R"({"a": []})", compact(root));
+    EXPECT_EQ(2, parser.state());
+    ASSERT_NE(nullptr, parser.openElement());
+    EXPECT_EQ("a", parser.openElement()->path());
+
+    DomParser strict(ReadOptions::strict());
+    strict.begin(root);
+    strict.feed("{\"a\": [-");
+    EXPECT_EQ("1,9-1,9 @a: The text ends before the document is complete",
+              faultText(thrownBy<ParseException>([&] { strict.finish(); })));
+    EXPECT_EQ(nullptr, strict.openElement());
+    EXPECT_EQ(8U, strict.position());
+}
+
+TEST(DomParserFeed, places_faults_also_when_it_is_lenient) {
+    Element root;
+    DomParser parser;
+    parser.begin(root);
+    parser.feed("[1,\n");
+    EXPECT_EQ("2,1-2,1 @: Unexpected ']': a value is due",
+              faultText(thrownBy<ParseException>([&] { parser.feed("]"); })));
+    EXPECT_EQ("[1]", compact(root));
+}
+
+TEST(DomParserFeed, is_over_after_a_fault) {
+    Element root;
+    DomParser parser(ReadOptions::strict());
+    parser.begin(root);
+    EXPECT_THROW(parser.feed("x"), ParseException);
+    EXPECT_EQ(k_notFed, messageOf([&] { parser.feed("[]"); }));
+    EXPECT_EQ(k_notFed, messageOf([&] { parser.finish(); }));
+    EXPECT_TRUE(root.isNull());
+}
+
+TEST(DomParserFeed, needs_a_begin) {
+    Element root;
+    for (const ReadOptions& options : {ReadOptions(), ReadOptions::strict()}) {
+        DomParser parser(options);
+        EXPECT_EQ(k_notFed, messageOf([&] { parser.feed("1"); }));
+        EXPECT_EQ(k_notFed, messageOf([&] { parser.finish(); }));
+        parser.begin(root);
+        parser.feed("[]");
+        parser.finish();
+        EXPECT_EQ(k_notFed, messageOf([&] { parser.finish(); }));
+        EXPECT_EQ(k_notFed, messageOf([&] { parser.feed(""); }));
+    }
+}
+
+TEST(DomParserFeed, begins_a_document_of_its_own_each_time) {
+    Element first;
+    Element second;
+    DomParser parser(ReadOptions::strict());
+    parser.begin(first);
+    parser.feed("[1,\n2,");
+    parser.begin(second);
+    EXPECT_EQ("2,2-2,2 @a: Unexpected 'x': a value is due",
+              faultText(thrownBy<ParseException>([&] { parser.feed("{\"a\":\n x"); })));
+    EXPECT_EQ(7U, parser.position());
+    EXPECT_EQ("[1,2]", compact(first));
+    parser.begin(first);
+    parser.feed("true");
+    parser.finish();
+    EXPECT_EQ("true", compact(first));
+    EXPECT_EQ(4U, parser.position());
+}
+
+TEST(DomParserFeed, parse_ends_what_was_begun) {
+    Element root;
+    Element other;
+    for (const ReadOptions& options : {ReadOptions(), ReadOptions::strict()}) {
+        DomParser parser(options);
+        parser.begin(root);
+        parser.parse(other, "[1]");
+        EXPECT_EQ("[1]", compact(other));
+        EXPECT_THROW(parser.feed("[]"), Exception);
+    }
+}
+
+TEST(DomParserFeed, strict_parses_are_documents_of_their_own) {
+    Element root;
+    DomParser parser(ReadOptions::strict());
+    parser.parse(root, "[1]");
+    EXPECT_THROW(parser.parse(root, "[1,\n2"), ParseException);
+    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': a value or ']' is due",
+              faultText(thrownBy<ParseException>([&] { parser.parse(root, "[x"); })));
+    parser.parse(root, "{\"a\": 2}", 8);
+    EXPECT_EQ("{\"a\": 2}", compact(root));
+    EXPECT_EQ(8U, parser.position());
+}
+
+TEST(DomParserFeed, lenient_parses_with_checks_go_on_with_their_text) {
+    ReadOptions options;
+    options.maxLength = 6;
+    Element root;
+    DomParser parser(options);
+    parser.parse(root, "[1]");
+    parser.parse(root, "x");
+    EXPECT_TRUE(root.isNull());
+    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ("1,7-1,7 @: The text is longer than 6 bytes",
+              faultText(thrownBy<ParseException>([&] { parser.parse(root, "yzz"); })));
+    EXPECT_EQ("A fault has ended the document!", messageOf([&] { parser.parse(root, "[]"); }));
+}
+
+TEST(DomParserFeed, strict_text_may_lie_in_the_value_that_it_replaces) {
+    Element root(R"({"a": "a text that is too long to be kept in place"})");
+    DomParser(ReadOptions::strict()).parse(root, root.string());
+    EXPECT_EQ(R"({"a": "a text that is too long to be kept in place"})", compact(root));
+}
+
+TEST(DomParserFeed, faults_name_the_element_by_its_whole_path) {
+    const Document doc(R"({"x": [0, {"y": 1}]})");
+    Element& place = const_cast<Element&>(doc.root.get("x[1].y"));
+    DomParser parser(ReadOptions::strict());
+    EXPECT_EQ("1,6-1,6 @x[1].y.a: Unexpected 'x': a value is due",
+              faultText(thrownBy<ParseException>([&] { parser.parse(place, R"({"a":x)"); })));
+    EXPECT_EQ("1,4-1,4 @x[1].y: Unexpected 'x': the document is complete",
+              faultText(thrownBy<ParseException>([&] { parser.parse(place, "{} x"); })));
+    EXPECT_EQ(R"({"x": [0,{"y": {}}]})", compact(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
+TEST(DomParserFeed, reads_the_root_of_a_document) {
+    Element root;
+    Dom dom;
+    dom.setRoot(root, false);
+    DomParser parser(ReadOptions::strict());
+    parser.parse(dom, "[1]");
+    EXPECT_EQ("[1]", compact(root));
+    std::istringstream in("[2]");
+    parser.parse(dom, in);
+    EXPECT_EQ("[2]", compact(root));
+    EXPECT_THROW(parser.parse(dom, "[3", 2), ParseException);
+}
+
+/// A stream that never knows how much there is to come, like a pipe, and may fail at its end.
+class Pipe : public std::streambuf {
+public:
+    Pipe(std::string text, bool fails) : m_text(std::move(text)), m_fails(fails) {}
+
+protected:
+    int_type underflow() override {
+        if (m_next < m_text.size()) {
+            m_byte = m_text[m_next++];
+            setg(&m_byte, &m_byte, &m_byte + 1);
+            return traits_type::to_int_type(m_byte);
+        }
+        if (m_fails) {
+            throw std::runtime_error("the disk is gone");
+        }
+        return traits_type::eof();
+    }
+
+private:
+    std::string m_text;
+    std::size_t m_next = 0;
+    char m_byte = 0;
+    bool m_fails;
+};
+
+TEST(DomParserFeed, a_stream_is_waited_for_when_the_document_must_be_whole) {
+    Pipe pipe("{\"a\": [1,\n2]}", false);
+    std::istream in(&pipe);
+    Element root;
+    DomParser(ReadOptions::strict()).parse(root, in);
+    EXPECT_EQ(R"({"a": [1,2]})", compact(root));
+    EXPECT_EQ(std::ios_base::eofbit, in.rdstate());
+}
+
+TEST(DomParserFeed, a_stream_may_throw_at_its_end_when_told_to) {
+    std::istringstream in("[1]");
+    in.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+    Element root;
+    DomParser(ReadOptions::strict()).parse(root, in);
+    EXPECT_EQ("[1]", compact(root));
+}
+
+TEST(DomParserFeed, a_stream_that_fails_is_no_end_of_the_text) {
+    Pipe pipe("[1, 2] ", true);
+    std::istream in(&pipe);
+    Element root;
+    DomParser parser(ReadOptions::strict());
+    EXPECT_EQ("The stream has failed!", messageOf([&] { parser.parse(root, in); }));
+    EXPECT_TRUE(in.bad());
+}
+
+TEST(DomParserFeed, a_stream_that_is_not_good_is_told_of) {
+    std::ifstream in("/there/is/no/such/file.json");
+    Element root("before");
+    DomParser parser(ReadOptions::strict());
+    EXPECT_EQ("The stream cannot be read!", messageOf([&] { parser.parse(root, in); }));
+    EXPECT_TRUE(root.isNull());
+}
+
+TEST(DomParserFeed, a_stream_ends_early_as_a_text_does) {
+    std::istringstream in("");
+    Element root;
+    DomParser parser(ReadOptions::strict());
+    EXPECT_EQ("1,1-1,1 @: The text ends before the document is complete",
+              faultText(thrownBy<ParseException>([&] { parser.parse(root, in); })));
+}
+
+}  // namespace
