@@ -18,7 +18,7 @@ Dom::Dom(Dom&& other) noexcept
     : m_root(std::exchange(other.m_root, nullptr)),
       m_ownsRoot(std::exchange(other.m_ownsRoot, false)),
       m_writeMeta(other.m_writeMeta),
-      m_metaKey(std::move(other.m_metaKey)) {}
+      m_metaKey(std::exchange(other.m_metaKey, k_defaultMetaKey)) {}
 
 Dom& Dom::operator=(Dom&& other) noexcept {
     if (this != &other) {
@@ -26,7 +26,7 @@ Dom& Dom::operator=(Dom&& other) noexcept {
         m_root = std::exchange(other.m_root, nullptr);
         m_ownsRoot = std::exchange(other.m_ownsRoot, false);
         m_writeMeta = other.m_writeMeta;
-        m_metaKey = std::move(other.m_metaKey);
+        m_metaKey = std::exchange(other.m_metaKey, k_defaultMetaKey);
     }
     return *this;
 }

@@ -61,7 +61,7 @@ public:
         keep({});
     }
 
-    bool empty() const noexcept { return m_length == 0 && !m_string; }
+    bool empty() const noexcept { return view().empty(); }
     /// Lives until the next change. A zero byte follows it.
     std::string_view view() const noexcept {
         return m_string ? std::string_view(*m_string) : std::string_view(m_bytes, m_length);

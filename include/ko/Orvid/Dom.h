@@ -22,7 +22,8 @@ public:
 
     /// No root, which must be set before the document is read or written; meta is not written.
     Dom();
-    /// Takes the root over; `other` has none afterwards.
+    /// Takes the root over, in constant time; `other` has none afterwards, and its meta key is the
+    /// default.
     Dom(Dom&& other) noexcept;
     Dom& operator=(Dom&& other) noexcept;
     Dom(const Dom&) = delete;
