@@ -18,8 +18,8 @@ class OrvidConan(ConanFile):
     settings = "os", "arch", "compiler", "build_type"
     options = {"shared": [True, False], "tool": [True, False]}
     default_options = {"shared": True, "tool": False}
-    exports_sources = ("CMakeLists.txt", "LICENSE", "CHANGELOG.md", "base/*", "cmake/*", "docs/*", "include/*",
-                       "src/*", "tool/*")
+    exports_sources = ("CMakeLists.txt", "LICENSE", "CHANGELOG.md", "base/*", "cmake/*", "docs/*", "gdb/*",
+                       "include/*", "src/*", "tool/*")
 
     def set_version(self):
         project = load(self, os.path.join(self.recipe_folder, "CMakeLists.txt"))

@@ -42,6 +42,19 @@ configure_file(${PROJECT_SOURCE_DIR}/cmake/orvid.pc.in ${PROJECT_BINARY_DIR}/orv
 install(FILES ${PROJECT_BINARY_DIR}/orvid.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
+# GDB looks for a library's printers under the library's own folder, which is only known when it is installed.
+if(BUILD_SHARED_LIBS)
+  install(CODE "
+    get_filename_component(libraries \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\" ABSOLUTE)
+    file(INSTALL ${PROJECT_SOURCE_DIR}/gdb/printers.py
+      DESTINATION \"\${CMAKE_INSTALL_PREFIX}/share/gdb/auto-load\${libraries}\"
+      RENAME liborvid.so.${PROJECT_VERSION}-gdb.py)"
+    COMPONENT development)
+else()
+  install(FILES ${PROJECT_SOURCE_DIR}/gdb/printers.py
+    DESTINATION share/orvid/gdb COMPONENT development)
+endif()
+
 if(ORVID_BUILD_TOOL)
   # The command finds the library wherever both were installed; the system's own folder needs no help.
   if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
