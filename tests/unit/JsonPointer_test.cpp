@@ -101,7 +101,9 @@ TEST(JsonPointer, reads_and_writes_the_same_text) {
 TEST(JsonPointer, refuses_text_that_is_no_pointer_with_the_columns_of_the_fault) {
     const std::vector<std::pair<std::string, std::pair<int, int>>> faults = {
         {"a", {0, 0}}, {"#/a", {0, 0}}, {"/~", {1, 2}}, {"/ab~2", {3, 4}}, {"/a~/b", {2, 3}}};
-    for (const auto& [text, columns] : faults) {
+    for (const auto& fault : faults) {
+        const std::string& text = fault.first;
+        const auto& columns = fault.second;
         const auto error = thrownBy<ParseException>([&] { JsonPointer{text}; });
         EXPECT_EQ(error.firstLine(), 1) << text;
         EXPECT_EQ(error.firstColumn(), columns.first) << text;

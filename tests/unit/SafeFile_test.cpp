@@ -243,11 +243,12 @@ TEST(SafeFile, tells_the_name_and_the_reason_when_it_cannot_be_made) {
                                                              {"none/a", ENOENT},
                                                              {"file/a", ENOTDIR},
                                                              {std::string(300, 'x'), ENAMETOOLONG}};
-    for (const auto& [name, number] : faults) {
-        const auto error = thrownBy<FileException>([&] { replaceFile(folder.file(name), "x"); });
-        EXPECT_EQ(error.error(), number) << name;
-        EXPECT_EQ(error.file(), folder.file(name));
-        EXPECT_NE(std::string(error.what()).find(folder.file(name)), std::string::npos);
+    for (const auto& fault : faults) {
+        const std::string name = folder.file(fault.first);
+        const auto error = thrownBy<FileException>([&] { replaceFile(name, "x"); });
+        EXPECT_EQ(error.error(), fault.second) << name;
+        EXPECT_EQ(error.file(), name);
+        EXPECT_NE(std::string(error.what()).find(name), std::string::npos);
     }
     EXPECT_EQ(folder.names(), (TNames{"file", "loop"}));
 }
