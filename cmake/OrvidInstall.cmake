@@ -2,7 +2,6 @@
 # it, the command and its manual page. Each belongs to one of three components: library (what programs need
 # to run), development (what it takes to build them) and command. A project that adds this one as a
 # sub-directory installs it only when it sets ORVID_INSTALL.
-option(ORVID_INSTALL "Install the library, its headers and the command" ${ORVID_IS_TOP_LEVEL})
 if(NOT ORVID_INSTALL)
   return()
 endif()
