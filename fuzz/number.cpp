@@ -78,13 +78,11 @@ bool comparesExactly(const Number& a, const Number& b) {
         const Number& isSigned = a.type() == Number::ebLongLong ? a : b;
         return isSigned.toDecNumber().compare(DecNumber(0LL)) != 0;
     }
-    for (const Number* number : {&a, &b}) {
-        const bool rounds = number->type() == Number::ebULongLong && a.type() != b.type();
-        if (rounds && number->toDecNumber().compare(DecNumber(roundedOf(*number))) != 0) {
-            return false;
-        }
-    }
-    return true;
+    const auto isRounded = [&](const Number& number) {
+        return number.type() == Number::ebULongLong && a.type() != b.type() &&
+               number.toDecNumber().compare(DecNumber(roundedOf(number))) != 0;
+    };
+    return !isRounded(a) && !isRounded(b);
 }
 
 void checkPair(const Number& a, const Number& b) {
@@ -182,7 +180,7 @@ Number makeInteger(Input& input, bool isSigned) {
 
 Number makeReal(double value) {
     char text[40];
-    std::snprintf(text, sizeof text, "%g", value);
+    (void)std::snprintf(text, sizeof text, "%g", value);
     return std::isnan(value) ? Number(value) : makeBinary(value, text, Number::ebDouble);
 }
 

@@ -7,6 +7,7 @@
 #include <ko/Orvid/PathGenerator.h>
 #include <ko/Orvid/PathParser.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <sstream>
@@ -72,12 +73,9 @@ void compareWithStream(const std::string& text, const Steps& fromText, std::size
 }
 
 bool isExpressible(const std::vector<Step>& steps) {
-    for (const Step& step : steps) {
-        if (step.key.find('\xFF') != std::string::npos) {
-            return false;
-        }
-    }
-    return true;
+    return std::none_of(steps.begin(), steps.end(), [](const Step& step) {
+        return step.key.find('\xFF') != std::string::npos;
+    });
 }
 
 std::string generated(const std::vector<Step>& steps) {
