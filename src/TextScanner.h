@@ -40,8 +40,6 @@ public:
     void leave(std::string_view piece) noexcept { m_lines.count(piece); }
     /// The text is over: finds what is missing.
     void finish();
-    /// Takes nothing more; for a reading that has been broken off.
-    void stop(TextFault fault);
 
     const std::optional<TextFault>& fault() const noexcept { return m_fault; }
     /// The line and column of a byte in the piece that was scanned last.
@@ -98,6 +96,9 @@ private:
     const Byte* scanSequence(const Byte* at, const Byte* end);
 
     const Byte* scanNumber(const Byte* at, const Byte* end);
+    const Byte* scanWholeNumber(const Byte* at, const Byte* end);
+    static const Byte* skipDigits(const Byte* at, const Byte* end) noexcept;
+    static bool isDigit(Byte byte) noexcept { return byte >= '0' && byte <= '9'; }
     const Byte* endNumber(const Byte* end);
     bool isLastNumberOver() const noexcept;
     static Number follow(Number state, Byte byte) noexcept;
@@ -111,6 +112,7 @@ private:
         return m_offset + static_cast<std::uint64_t>(at - m_piece);
     }
     void fail(std::string message, std::uint64_t begin, std::uint64_t length = 1);
+    void failControl(const Byte* at);
     void failUnexpected(const Byte* at, const char* due);
     const char* dueText() const noexcept;
 

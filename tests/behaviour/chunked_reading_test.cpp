@@ -152,7 +152,7 @@ testing::AssertionResult isSameButForFaults(const Reading& lenient, const Readin
 TEST(ChunkedReading, with_options_that_refuse_nothing_takes_what_lenient_reading_takes) {
     ReadOptions options;
     options.maxDepth = 1000;
-    const std::string bytes("\0\x01 \n\v\f\"\\/*{}[]:,019-+.eEtu\xC3\xFF", 28);
+    const std::string bytes = std::string(1, '\0') + "\x01 \n\v\f\"\\/*{}[]:,019-+.eEtu\xC3\xFF";
     const std::string text = k_texts[6];
     for (std::size_t at = 0; at <= text.size(); ++at) {
         for (const char byte : bytes) {
