@@ -4,6 +4,8 @@
 
 #include "Answer.h"
 
+#include "TextEdit.h"
+
 namespace orvid_tool {
 
 void appendAnswer(const SCall& call, const ko::Orvid::Element& value, std::string& out) {
@@ -15,6 +17,21 @@ void appendAnswer(const SCall& call, const ko::Orvid::Element& value, std::strin
     } else {
         append(out, jsonText(value, call.layout));
     }
+}
+
+bool appendAnswer(const SCall& call, std::string_view value, std::string& out) {
+    const char first = value.front();
+    if (first == '{' || first == '[') {
+        return rewrite(value, {call.layout.options.indent, false}, nullptr, out);
+    }
+    if (first == '"' && value.find('\\') != std::string_view::npos) {
+        return false;
+    }
+    if (first == '"' && call.isRaw) {
+        value = value.substr(1, value.length() - 2);
+    }
+    out.append(value).append("\n");
+    return true;
 }
 
 }  // namespace orvid_tool

@@ -7,6 +7,7 @@
 #include <ko/Orvid.h>
 
 #include <string>
+#include <string_view>
 
 #include "Call.h"
 
@@ -16,5 +17,9 @@ namespace orvid_tool {
 /// without quotes and escapes; one that holds a line break keeps them where every line is an
 /// answer. Throws Unwritable.
 void appendAnswer(const SCall& call, const ko::Orvid::Element& value, std::string& out);
+
+/// The same of a value's text within plain JSON text (see TextLookup.h). Answers false where that
+/// is not simple.
+bool appendAnswer(const SCall& call, std::string_view value, std::string& out);
 
 }  // namespace orvid_tool

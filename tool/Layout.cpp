@@ -34,6 +34,10 @@ std::string textOf(const Value& value, const WriteOptions& options, bool isColor
 
 }  // namespace
 
+bool isPlain(const SLayout& layout) {
+    return !layout.options.sortKeys && !layout.options.asciiOnly && !layout.isColored;
+}
+
 std::string jsonText(const Element& element, const SLayout& layout) {
     return textOf(element, layout.options, layout.isColored);
 }

@@ -17,6 +17,9 @@ struct SLayout {
     bool isColored = false;
 };
 
+/// Whether members stay in their order, all characters as they are, and nothing is coloured.
+bool isPlain(const SLayout& layout);
+
 /// A value that cannot be written. what() tells why.
 class Unwritable : public std::exception {
 public:

@@ -102,7 +102,17 @@ void DocumentVerb::read(Document& document) const {
     readTree(document.place, document.text, document.root);
 }
 
+bool DocumentVerb::applyToText(const SCall& /*call*/, const Document& /*document*/,
+                               std::string& /*out*/) const {
+    return false;
+}
+
 void DocumentVerb::work(const SCall& call, Document& document, std::string& out) const {
+    const std::size_t start = out.length();
+    if (applyToText(call, document, out)) {
+        return;
+    }
+    out.resize(start);
     try {
         read(document);
         apply(call, document, out);

@@ -6,6 +6,7 @@
 #include "Options.h"
 #include "PathWords.h"
 #include "Schema.h"
+#include "TextLookup.h"
 #include "verbs.h"
 
 namespace orvid_tool {
@@ -36,9 +37,27 @@ public:
         addLines(app, call);
     }
 
-    void prepare(SCall& call) override { m_schema.load(call.schemaFile); }
+    void prepare(SCall& call) override {
+        m_schema.load(call.schemaFile);
+        try {
+            m_steps = stepsOf(m_path);
+        } catch (const Failure&) {
+            m_isTextEnough = false;  // it is told of when the path is followed
+        }
+        for (const SStep& step : m_steps) {
+            m_isTextEnough = m_isTextEnough && (step.isKey || step.index != ko::Orvid::k_noIndex);
+        }
+    }
 
 private:
+    bool applyToText(const SCall& call, const Document& document, std::string& out) const override {
+        if (!m_isTextEnough || !isPlain(call.layout)) {
+            return false;
+        }
+        const std::optional<std::string_view> found = lookUp(document.text, m_steps);
+        return found && appendAnswer(call, *found, out);
+    }
+
     void apply(const SCall& call, Document& document, std::string& out) const override {
         withPath(m_path,
                  [&](const Path& path) { appendAnswer(call, found(path, document.root), out); });
@@ -55,6 +74,8 @@ private:
     std::string m_path;
     bool m_isDefaultUsed = false;
     Schema m_schema;
+    std::vector<SStep> m_steps;
+    bool m_isTextEnough = true;
 };
 
 }  // namespace

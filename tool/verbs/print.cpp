@@ -3,6 +3,7 @@
 // orvid print: the document in another layout.
 
 #include "Options.h"
+#include "TextEdit.h"
 #include "verbs.h"
 
 namespace orvid_tool {
@@ -29,6 +30,11 @@ public:
     }
 
 private:
+    bool applyToText(const SCall& call, const Document& document, std::string& out) const override {
+        const STextLayout layout{call.layout.options.indent, !call.hasMeta && !call.isInPlace};
+        return isPlain(call.layout) && rewrite(document.text, layout, nullptr, out);
+    }
+
     void apply(const SCall& call, Document& document, std::string& out) const override {
         ko::Orvid::Dom dom;
         dom.setRoot(document.root, false);

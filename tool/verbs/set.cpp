@@ -2,8 +2,11 @@
 //
 // orvid set: values put at paths.
 
+#include <utility>
+
 #include "Options.h"
 #include "PathWords.h"
+#include "TextEdit.h"
 #include "verbs.h"
 
 namespace orvid_tool {
@@ -35,9 +38,42 @@ public:
     void prepare(SCall& call) override {
         m_assignments = assignmentsOf(m_words);
         call.files = m_assignments.files;
+        for (const SAssignment& assignment : m_assignments.all) {
+            addTextEdit(assignment);
+        }
     }
 
 private:
+    /// A path that is malformed is told of when it is followed.
+    void addTextEdit(const SAssignment& assignment) {
+        try {
+            m_textEdits.push_back(
+                {stepsOf(assignment.path), jsonLine(assignment.value, SLayout())});
+        } catch (const Failure&) {
+            m_textEdits.emplace_back();
+        } catch (const Unwritable&) {
+            m_textEdits.emplace_back();
+        }
+        m_isTextEnough = m_isTextEnough && !m_textEdits.back().steps.empty();
+    }
+
+    bool applyToText(const SCall& call, const Document& document, std::string& out) const override {
+        if (!m_isTextEnough || !isPlain(call.layout)) {
+            return false;
+        }
+        std::string edited;
+        std::string_view text = document.text;
+        for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {
+            std::string next;
+            if (!rewrite(text, {"", false}, &m_textEdits[i], next)) {
+                return false;
+            }
+            edited = std::move(next);
+            text = std::string_view(edited).substr(0, edited.length() - 1);
+        }
+        return rewrite(text, {call.layout.options.indent, false}, &m_textEdits.back(), out);
+    }
+
     void apply(const SCall& call, Document& document, std::string& out) const override {
         for (const SAssignment& assignment : m_assignments.all) {
             withPath(assignment.path,
@@ -48,6 +84,8 @@ private:
 
     std::vector<std::string> m_words;
     SAssignments m_assignments;
+    std::vector<STextEdit> m_textEdits;
+    bool m_isTextEnough = true;
 };
 
 }  // namespace
