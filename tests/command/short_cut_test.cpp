@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+//
+// get, set and print take a short cut through text of the common kind. Colour closes it, so each call
+// is made with colour as well, and must say the same when that is taken out again: for hand-made
+// texts, and for many that are made by changing bytes of good ones.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace {
+
+using orvid_test::CommandResult;
+using orvid_test::orvid;
+using orvid_test::repeated;
+
+const std::vector<std::vector<std::string>> k_calls{
+    {"print"},
+    {"print", "--meta"},
+    {"get", "a"},
+    {"get", "a.b"},
+    {"get", "a[1]"},
+    {"get", "--raw", "s"},
+    {"get", "c.d[0].e"},
+    {"get", ""},
+    {"set", "a", R"({"x":[1,"y",{}],"z":[]})"},
+    {"set", "a.b", "0"},
+    {"set", "a[1]=null", "n.m.o=[[]]"},
+    {"set", "a[*]", "\"t\""},
+    {"set", "c.d[*].e.f=1", "s=2", "s=3"},
+    {"set", "a.b[*]=1"},
+    {"set", "a\\.b=1", "ke\\\"y.\xC3\xA4=2"},
+    {"set", "", "1"},
+};
+
+const std::vector<std::string> k_texts{
+    R"({"a":{"b":1.50,"q":[]},"s":"text","c":{"d":[{"e":-0},{"e":{}}]},"meta":{"a":2}})",
+    R"( { "a" : [ 1 , 2e5 , [ ] ] , "s" : "\u00e4\ud83d\ude00\/\"\\\n\u0001" , "c" : { } } )",
+    R"({"a":{"b":1},"s":1,"a":{"c":2}})",
+    R"({"s":1,"c":{"d":[],"d":[{"e":1}]},"a":[]})",
+    R"({"a\u0062":1,"a":{"b":"\ud800"},"s":"\udc00x"})",
+    R"({"a.b":{},"a":[],"s":"\u0000\u0022\u005c\u002f\u007f"})",
+    R"([1,[2,3],{"a":4}])",
+    R"([])",
+    R"({})",
+    R"("text")",
+    R"(-12.5e-7)",
+    R"(null)",
+    R"({"a":[1,2,],"s":1})",
+    R"({"a":01,"s":+1})",
+    R"({"a":tru,"s":nullx})",
+    R"({"a":1} /* end */)",
+    R"({"a":1}})",
+    "{\"s\":\"tab\tin string\"}",
+    "{\"s\":\"\xFF\x80\",\"\xC3\xA4\":1}",
+};
+
+std::string withoutColor(const std::string& text) {
+    static const std::regex color("\x1B\\[[0-9;]*m");
+    return std::regex_replace(text, color, "");
+}
+
+void expectSameWithoutShortCut(std::vector<std::string> call, const std::string& input) {
+    const CommandResult direct = orvid(call, input);
+    call.emplace_back("--color=always");
+    CommandResult roundabout = orvid(call, input);
+    roundabout.out = withoutColor(roundabout.out);
+    EXPECT_EQ(direct, roundabout) << "of " << testing::PrintToString(call) << " on " << input;
+}
+
+TEST(short_cut, says_the_same_of_whole_texts_in_every_layout) {
+    for (const std::vector<std::string>& call : k_calls) {
+        for (const std::string& text : k_texts) {
+            expectSameWithoutShortCut(call, text);
+        }
+        std::vector<std::string> tabbed = call;
+        tabbed.emplace_back("--tab");
+        expectSameWithoutShortCut(tabbed, k_texts.front());
+    }
+}
+
+TEST(short_cut, says_the_same_of_deep_texts_and_of_objects_with_many_keys) {
+    std::string many = "{\"k0\":0";
+    for (int i = 1; i < 200; ++i) {
+        many += ",\"k" + std::to_string(i) + "\":{}";
+    }
+    for (const std::string& text :
+         {repeated("[", 100) + repeated("]", 100), repeated("[", 101) + repeated("]", 101),
+          repeated("{\"a\":", 127) + "1" + repeated("}", 127),
+          repeated("{\"a\":", 128) + "1" + repeated("}", 128), many + "}", many + ",\"k7\":1}"}) {
+        for (const std::vector<std::string>& call : k_calls) {
+            expectSameWithoutShortCut(call, text);
+        }
+    }
+}
+
+/// The same sequence in every run.
+struct Sequence {
+    std::uint32_t next() {
+        m_state = m_state * 1664525U + 1013904223U;
+        return m_state >> 8U;
+    }
+    std::uint32_t m_state = 7;
+};
+
+/// Lines with one to three bytes changed, or cut short.
+std::string changedLines() {
+    const std::string bytes = "{}[]\",:\\/*-+0123eE.tfnu \xFF\x01";
+    Sequence sequence;
+    std::string lines;
+    for (int i = 0; i < 3000; ++i) {
+        std::string line = k_texts[sequence.next() % k_texts.size()];
+        for (std::uint32_t change = 0; change <= sequence.next() % 3; ++change) {
+            line[sequence.next() % line.length()] = bytes[sequence.next() % bytes.length()];
+        }
+        if (sequence.next() % 8 == 0) {
+            line.resize(sequence.next() % line.length());
+        }
+        lines += line + "\n";
+    }
+    return lines;
+}
+
+TEST(short_cut, says_the_same_of_lines_with_bytes_changed) {
+    const std::string lines = changedLines();
+    for (std::vector<std::string> call : k_calls) {
+        call.emplace_back("--lines");
+        call.emplace_back("--on-error=null");
+        expectSameWithoutShortCut(call, lines);
+    }
+}
+
+}  // namespace
