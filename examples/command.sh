@@ -47,7 +47,8 @@ try 'orvid paths --json-pointer data/settings.json | grep port'
 try "orvid paths data/settings.json | grep '^servers' | sed s/9000/9443/ | orvid unpaths --compact"
 try "printf 'a[2]\\t1\\n' | orvid unpaths --compact"
 
-#DEF try 'orvid defaults data/settings.json'
+try 'orvid defaults data/settings.json'
+try "echo '{\"limits\": {\"cpu\": 8}}' | orvid defaults --fill --schema data/settings.json --compact"
 
 try "echo '{\"name\": \"billing\", \"rate\": 0.1}' | orvid diff --compact - data/rate.json"
 try "echo '[{\"op\": \"add\", \"path\": \"/limits/cpu\", \"value\": 4}]' | orvid patch - data/settings.json | orvid get limits"

@@ -33,18 +33,18 @@ bool LineReader::fill(LineBatch& batch) {
     std::string& text = batch.text;
     text = std::move(m_rest);
     m_rest.clear();
+    // Behind a long line the rest may hold whole lines.
+    if (!m_isInLong && cutLines(text)) {
+        return true;
+    }
     while (true) {
         if (m_isInLong && !text.empty()) {
             return cutLong(batch);
         }
-        const std::size_t known = text.length();
         if (m_input.readSome(text, k_block) == 0) {
             return end(batch);
         }
-        const std::size_t last = m_isInLong ? std::string::npos : text.rfind('\n');
-        if (last != std::string::npos && last >= known) {
-            m_rest.assign(text, last + 1);
-            text.resize(last + 1);
+        if (!m_isInLong && cutLines(text)) {
             return true;
         }
         if (!m_isInLong && text.length() > m_longest) {
@@ -53,6 +53,16 @@ bool LineReader::fill(LineBatch& batch) {
             return true;
         }
     }
+}
+
+bool LineReader::cutLines(std::string& text) {
+    const std::size_t last = text.rfind('\n');
+    if (last == std::string::npos) {
+        return false;
+    }
+    m_rest.assign(text, last + 1);
+    text.resize(last + 1);
+    return true;
 }
 
 bool LineReader::cutLong(LineBatch& batch) {

@@ -24,6 +24,7 @@ public:
 
 private:
     bool fill(LineBatch& batch);
+    bool cutLines(std::string& text);
     bool cutLong(LineBatch& batch);
     bool end(LineBatch& batch);
 

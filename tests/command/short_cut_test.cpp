@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// get, set and print take a short cut through text of the common kind. Colour closes it, so each call
-// is made with colour as well, and must say the same when that is taken out again: for hand-made
-// texts, and for many that are made by changing bytes of good ones.
+// get, set and print take a short cut through text of the common kind. Colour closes it, so each
+// call is made with colour as well, and must say the same when that is taken out again: for
+// hand-made texts, and for many that are made by changing bytes of good ones.
 
 #include "support/Command.h"
 

@@ -16,6 +16,7 @@ std::vector<std::unique_ptr<Verb>> allVerbs() {
     verbs.push_back(makeFind());
     verbs.push_back(makePaths());
     verbs.push_back(makeUnpaths());
+    verbs.push_back(makeDefaults());
     verbs.push_back(makeDiff());
     verbs.push_back(makePatch());
     verbs.push_back(makeMerge());

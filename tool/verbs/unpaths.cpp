@@ -22,7 +22,8 @@ public:
         return "Write the document that lines of paths and values tell of";
     }
     const char* examples() const override {
-        return "  orvid paths settings.json | sed 's/8080/8443/' | orvid unpaths\n"
+        return "  orvid unpaths leaves.txt\n"
+               "  orvid paths settings.json | sed 's/8080/8443/' | orvid unpaths\n"
                "  orvid paths --json-pointer settings.json | orvid unpaths --json-pointer";
     }
 

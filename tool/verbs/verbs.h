@@ -18,6 +18,7 @@ std::unique_ptr<Verb> makeRemove();
 std::unique_ptr<Verb> makeFind();
 std::unique_ptr<Verb> makePaths();
 std::unique_ptr<Verb> makeUnpaths();
+std::unique_ptr<Verb> makeDefaults();
 std::unique_ptr<Verb> makeDiff();
 std::unique_ptr<Verb> makePatch();
 std::unique_ptr<Verb> makeMerge();

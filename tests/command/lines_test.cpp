@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+//
+// --lines: one line in, one line out, whatever ends a line; what becomes of lines that fail; and
+// that threads change nothing.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using orvid_test::bytesOfFile;
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::repeated;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+const std::string k_in = "(standard input)";
+
+TEST(lines, go_one_in_and_one_out_for_every_verb_that_takes_them) {
+    const std::string two = "{\"a\": [1.0, 2]}\n{\"a\": [3]}\n";
+    EXPECT_EQ(orvid({"print", "--lines"}, two), printed("{\"a\":[1.0,2]}\n{\"a\":[3]}\n"));
+    EXPECT_EQ(orvid({"get", "--lines", "a[0]"}, two), printed("1.0\n3\n"));
+    EXPECT_EQ(orvid({"set", "--lines", "a[0]", "0"}, two), printed("{\"a\":[0,2]}\n{\"a\":[0]}\n"));
+    EXPECT_EQ(orvid({"insert", "--lines", "a[0]=0"}, two),
+              printed("{\"a\":[0,1.0,2]}\n{\"a\":[0,3]}\n"));
+    EXPECT_EQ(orvid({"remove", "--lines", "a[0]"}, two), printed("{\"a\":[2]}\n{\"a\":[]}\n"));
+    EXPECT_EQ(orvid({"find", "--lines", "--in=a", "", "3", "--on-error=null"}, two).out,
+              "null\n3\n");
+    const ScratchFile merge("{\"a\":null,\"b\":1}");
+    EXPECT_EQ(orvid({"merge", merge.name(), "--lines"}, two), printed("{\"b\":1}\n{\"b\":1}\n"));
+    const ScratchFile patch(R"([{"op":"remove","path":"/a/0"}])");
+    EXPECT_EQ(orvid({"patch", patch.name(), "--lines"}, two), printed("{\"a\":[2]}\n{\"a\":[]}\n"));
+    const ScratchFile schema(R"({"properties":{"d":{"default":7}}})");
+    EXPECT_EQ(orvid({"defaults", "--fill", "--schema", schema.name(), "--lines"}, two),
+              printed("{\"a\":[1.0,2],\"d\":7}\n{\"a\":[3],\"d\":7}\n"));
+    EXPECT_EQ(orvid({"check", "--lines"}, two), printed(""));
+}
+
+TEST(lines, may_end_in_cr_lf_lack_the_last_newline_and_begin_with_a_byte_order_mark) {
+    EXPECT_EQ(orvid({"print", "--lines"}, "\xEF\xBB\xBF[1]\r\n\r\n[2]\r\n3"),
+              printed("[1]\n[2]\n3\n"));
+    EXPECT_EQ(orvid({"print", "--lines"}, "[1]\n\xEF\xBB\xBF[2]\n").status, 1);
+    EXPECT_EQ(orvid({"print", "--lines"}, ""), printed(""));
+}
+
+TEST(lines, that_are_blank_are_passed_over_and_counted) {
+    EXPECT_EQ(
+        orvid({"print", "--lines", "--stats"}, "\n1\n \t\r\n2\n\n"),
+        (CommandResult{"1\n2\n", "orvid: (standard input): 5 lines, 2 done, 3 blank, 0 failed\n", 0,
+                       0}));
+}
+
+const std::string k_mixed = "{\"n\":1}\n\n{\"n\" 2}\r\n{\"m\":3}\n{\"n\":4}\n";
+const std::string k_fault =
+    "orvid: (standard input):3:6: at n: parse error: object key and value must be separated by a "
+    "colon (':')\n";
+const std::string k_missing =
+    "orvid: (standard input):4: at (root): path \"n\" not found, there is no \"n\"\n";
+
+TEST(on_error, stop_ends_the_run_behind_what_was_done) {
+    const CommandResult stopped{"1\n", k_fault, 1, 0};
+    EXPECT_EQ(orvid({"get", "--lines", "n"}, k_mixed), stopped);
+    EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=stop", "-j2"}, k_mixed), stopped);
+}
+
+TEST(on_error, skip_writes_nothing_for_the_line) {
+    EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=skip"}, k_mixed),
+              (CommandResult{"1\n4\n", k_fault + k_missing, 1, 0}));
+}
+
+TEST(on_error, passthrough_writes_the_line_as_it_was) {
+    EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=passthrough"}, k_mixed),
+              (CommandResult{"1\n{\"n\" 2}\r\n{\"m\":3}\n4\n", k_fault + k_missing, 1, 0}));
+}
+
+TEST(on_error, null_writes_null) {
+    EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=null"}, k_mixed),
+              (CommandResult{"1\nnull\nnull\n4\n", k_fault + k_missing, 1, 0}));
+    EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=nil"}, k_mixed).status, 2);
+}
+
+TEST(on_error, does_not_hide_a_malformed_path) {
+    EXPECT_EQ(
+        orvid({"get", "--lines", "n[", "--on-error=skip"}, "{\"n\":[1]}\n{\"n\":[2]}\n"),
+        failed(2, "path \"n[\": Unexpexced EOF in path at \"\" 1,2 parser state esArrayInit"));
+}
+
+TEST(max_line, fails_longer_lines_and_only_those) {
+    const std::string lines = "[1,2]\n[1,23]\n[3]\n";
+    EXPECT_EQ(orvid({"print", "--lines", "--max-line", "5", "--on-error=passthrough"}, lines),
+              (CommandResult{lines, "orvid: (standard input):2: the line is longer than 5 bytes\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"print", "--lines", "--max-line=0"}, lines).status, 2);
+    EXPECT_EQ(orvid({"print", "--lines", "--max-line=4G"}, lines).status, 2);
+    EXPECT_EQ(orvid({"print", "--lines", "--max-line=1T"}, lines).status, 2);
+}
+
+TEST(max_line, holds_for_lines_that_are_longer_than_what_is_read_at_once) {
+    const std::string longLine = "[\"" + repeated("x", 5000000) + "\"]\n";
+    const std::string lines = "1\n" + longLine + "2\n" + longLine;
+    const std::string error = ": the line is longer than 1048576 bytes\n";
+    const std::string errors = "orvid: " + k_in + ":2" + error + "orvid: " + k_in + ":4" + error;
+    for (const char* const jobs : {"-j1", "-j3"}) {
+        const auto run = [&](const char* onError) {
+            return orvid({"print", "--lines", jobs, "--max-line=1M", onError}, lines);
+        };
+        EXPECT_TRUE(run("--on-error=passthrough") == (CommandResult{lines, errors, 1, 0}));
+        EXPECT_EQ(run("--on-error=skip"), (CommandResult{"1\n2\n", errors, 1, 0}));
+        EXPECT_EQ(run("--on-error=null"), (CommandResult{"1\nnull\n2\nnull\n", errors, 1, 0}));
+        EXPECT_TRUE(orvid({"print", "--lines", jobs}, lines) == printed(lines));
+    }
+}
+
+/// Lines of many lengths, some of them blank or faulty.
+std::string manyLines() {
+    std::string lines;
+    for (int i = 0; i < 60000; ++i) {
+        const std::string number = std::to_string(i);
+        lines += "{\"id\": " + number + ".0, \"t\": \"" +
+                 repeated("x", static_cast<std::size_t>(i * 7919 % 101)) + "\"}" +
+                 (i % 1000 == 7 ? "}\n" : "\n") + (i % 5000 == 0 ? "\n" : "");
+    }
+    return lines;
+}
+
+TEST(jobs, change_neither_output_nor_errors) {
+    const std::string lines = manyLines();
+    for (const char* const onError : {"--on-error=stop", "--on-error=null"}) {
+        const std::vector<std::string> call{"set",    "--lines", "t.u=1",
+                                            "id=[1]", "--stats", onError};
+        std::vector<std::string> threaded = call;
+        threaded.emplace_back("-j4");
+        EXPECT_TRUE(orvid(call, lines) == orvid(threaded, lines)) << onError;
+        threaded[2] = "u=1";
+        std::vector<std::string> single = threaded;
+        single.back() = "-j1";
+        const CommandResult result = orvid(single, lines);
+        EXPECT_TRUE(result == orvid(threaded, lines)) << onError;
+        EXPECT_GT(result.out.length(), 400U);
+    }
+}
+
+TEST(jobs, must_be_a_number_of_threads) {
+    EXPECT_EQ(orvid({"print", "--lines", "-j", "0"}, "1").status, 2);
+    EXPECT_EQ(orvid({"print", "--lines", "-j", "many"}, "1").status, 2);
+}
+
+TEST(lines_in_place, replace_the_file_when_the_run_came_to_its_end) {
+    const ScratchFile file("{\"a\":1}\n{\"a\":2.0}\n");
+    EXPECT_EQ(orvid({"set", "--lines", "b=0", "-i", file.name(), "-j2"}), printed(""));
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":1,\"b\":0}\n{\"a\":2.0,\"b\":0}\n");
+    EXPECT_EQ(orvid({"set", "--lines", "b.c=0", "-i", file.name()}).status, 1);
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":1,\"b\":0}\n{\"a\":2.0,\"b\":0}\n");
+}
+
+TEST(lines, are_written_as_soon_as_they_are_done) {
+    EXPECT_EQ(shell(R"(mkfifo "$1.a" "$1.b"
+"$0" get --lines n <"$1.a" >"$1.b" &
+exec 3>"$1.a" 4<"$1.b"
+for n in 1 2 3; do echo "{\"n\": $n}" >&3; read -r answer <&4; echo "answer $answer"; done
+exec 3>&-; wait; rm "$1.a" "$1.b")",
+                    {ScratchFile("").name()}),
+              printed("answer 1\nanswer 2\nanswer 3\n"));
+}
+
+TEST(lines, tell_of_a_full_disk) {
+    const std::string lines = repeated("[1]\n", 100000);
+    for (const char* const jobs : {"-j1", "-j2"}) {
+        EXPECT_EQ(shell(R"("$0" print --lines "$1" >/dev/full)", {jobs}, lines),
+                  failed(3, "(standard output): No space left on device"));
+    }
+}
+
+TEST(lines, tell_of_a_folder) {
+    EXPECT_EQ(orvid({"print", "--lines", "/"}), failed(3, "/: Is a directory"));
+    EXPECT_EQ(orvid({"print", "--lines", "-j2", "/"}), failed(3, "/: Is a directory"));
+}
+
+}  // namespace

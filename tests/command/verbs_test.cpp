@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+//
+// insert, find, unpaths, defaults, diff, patch, merge and check, and several edits in one call.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::bytesOfFile;
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+const std::string k_settings = ORVID_SAMPLES "/settings.json";
+
+TEST(set_several, makes_all_edits_in_their_order) {
+    EXPECT_EQ(shell(R"("$0" set --compact a.b=1 c[*]='"x"' a.b=2 'c[*]=[]')", {}, R"({"c":[]})"),
+              printed("{\"c\":[\"x\",[]],\"a\":{\"b\":2}}\n"));
+}
+
+TEST(set_several, takes_a_file_behind_the_edits_and_an_equals_sign_in_a_key) {
+    const ScratchFile file("{}");
+    EXPECT_EQ(orvid({"set", "--compact", "a=1", R"(b\=c=2)", file.name()}),
+              printed("{\"a\":1,\"b=c\":2}\n"));
+    EXPECT_EQ(orvid({"set", "a=1", "/no/x=1"}), failed(3, "/no/x=1: No such file or directory"));
+    EXPECT_EQ(orvid({"set", "a=1", "./x=1"}), failed(3, "./x=1: No such file or directory"));
+}
+
+TEST(set_several, splits_at_the_first_equals_sign) {
+    EXPECT_EQ(orvid({"set", "--compact", R"(a="b=c")"}, "{}"), printed("{\"a\":\"b=c\"}\n"));
+    EXPECT_EQ(orvid({"set", "a="}, "{}"), failed(2, "JSON:1:1: at (root): the text ends early"));
+}
+
+TEST(insert, puts_an_item_before_another_and_behind_the_last) {
+    EXPECT_EQ(orvid({"insert", "--compact", "[0]", "[]"}, "[1,2]"), printed("[[],1,2]\n"));
+    EXPECT_EQ(orvid({"insert", "--compact", "[1]", "1.5"}, "[1,2]"), printed("[1,1.5,2]\n"));
+    EXPECT_EQ(orvid({"insert", "--compact", "[2]", "3"}, "[1,2]"), printed("[1,2,3]\n"));
+    EXPECT_EQ(orvid({"insert", "--compact", "a[*]", "3"}, R"({"a":[]})"), printed("{\"a\":[3]}\n"));
+    EXPECT_EQ(
+        orvid({"insert", "[3]", "3"}, "[1,2]"),
+        failed(1, "(standard input): at (root): path \"[3]\" not found, there is no \"[3]\""));
+}
+
+TEST(insert, adds_members_but_overwrites_none) {
+    EXPECT_EQ(orvid({"insert", "--compact", R"(a.x\.y)", "1"}, R"({"a":{},"b":0})"),
+              printed("{\"a\":{\"x.y\":1},\"b\":0}\n"));
+    EXPECT_EQ(orvid({"insert", "b", "1"}, R"({"a":{},"b":0})"),
+              failed(1, "(standard input): at (root): there is \"b\" already"));
+    EXPECT_EQ(orvid({"insert", "c.d", "1"}, "{}"),
+              failed(1, "(standard input): at (root): path \"c\" not found, there is no \"c\""));
+    EXPECT_EQ(orvid({"insert", "a.b", "1"}, R"({"a":[]})"),
+              failed(1, "(standard input): at a: path \"a.b\" not found, there is no \"b\""));
+    EXPECT_EQ(orvid({"insert", "", "1"}, "{}"),
+              failed(2, "the path must have a step; see orvid insert --help"));
+}
+
+TEST(remove_several, removes_in_their_order_all_or_none) {
+    EXPECT_EQ(orvid({"remove", "--compact", "[0]", "--also", "[0]", "--also=[1]"}, "[1,2,3,4]"),
+              printed("[3]\n"));
+    EXPECT_EQ(
+        orvid({"remove", "[0]", "--also", "[5]"}, "[1,2]"),
+        failed(1, "(standard input): at (root): path \"[5]\" not found, there is no \"[5]\""));
+}
+
+TEST(find, writes_the_first_item_with_the_value) {
+    const std::string text = R"({"l":[{"id":1},{"id":2.0,"n":"a"},{"id":2,"n":"b"}],"o":{}})";
+    EXPECT_EQ(orvid({"find", "--compact", "--in", "l", "id", "2"}, text),
+              printed("{\"id\":2.0,\"n\":\"a\"}\n"));
+    EXPECT_EQ(orvid({"find", "--path", "--in", "l", "n", "\"b\""}, text), printed("l[2]\n"));
+    EXPECT_EQ(orvid({"find", "--in", "l", "id", "3"}, text),
+              failed(1, "(standard input): at l: no item has that value"));
+    EXPECT_EQ(orvid({"find", "--in", "o", "id", "3"}, text),
+              failed(1, "(standard input): at o: is no array"));
+    EXPECT_EQ(orvid({"find", "--in", "x", "id", "3"}, text),
+              failed(1, "(standard input): at (root): path \"x\" not found, there is no \"x\""));
+    EXPECT_EQ(orvid({"find", "", "[2]", "--path"}, "[1,[2]]"), printed("[1]\n"));
+}
+
+TEST(paths_pointers, tell_empty_keys_too) {
+    EXPECT_EQ(orvid({"paths", "--json-pointer"}, R"({"":[{"a/b~c":1}],"t\t":{}})"),
+              printed("//0/a~1b~0c\t1\n\"/t\\t\"\t{}\n"));
+    EXPECT_EQ(orvid({"paths", "--ascii"}, R"({"é":"é"})"), printed("é\t\"\\u00E9\"\n"));
+}
+
+TEST(unpaths, is_the_way_back) {
+    const std::string print = orvid({"print", "--meta", k_settings}).out;
+    EXPECT_EQ(shell(R"("$0" paths "$1" | "$0" unpaths)", {k_settings}), printed(print));
+    EXPECT_EQ(
+        shell(R"("$0" paths --json-pointer "$1" | "$0" unpaths --json-pointer)", {k_settings}),
+        printed(print));
+    const std::string odd = R"({"tab\t":[[],{}],"\"q":{"x.y[0]":1e5},"\\":[null,[0]]})";
+    EXPECT_EQ(shell(R"("$0" paths | "$0" unpaths --compact)", {}, odd), printed(odd + "\n"));
+    EXPECT_EQ(orvid({"unpaths"}, "\t1.0\n"), printed("1.0\n"));
+    const std::string empty = R"({"":{"":1},"a":[[{"":[]}]]})";
+    EXPECT_EQ(
+        shell(R"("$0" paths --json-pointer | "$0" unpaths --json-pointer --compact)", {}, empty),
+        printed(empty + "\n"));
+}
+
+TEST(unpaths, fills_gaps_with_null_but_no_large_ones) {
+    EXPECT_EQ(orvid({"unpaths", "--compact"}, "a[1].b\t1\r\n\na[3]\t2"),
+              printed("{\"a\":[null,{\"b\":1},null,2]}\n"));
+    EXPECT_EQ(orvid({"unpaths"}, "[0]\t1\n[4000000000]\t1\n"),
+              failed(1, "(standard input):2: [4000000000] is too far behind the item before it"));
+}
+
+TEST(unpaths, tells_the_line_that_does_not_fit) {
+    EXPECT_EQ(orvid({"unpaths"}, "a\t1\nb 2\n"),
+              failed(1, "(standard input):2: there is no tab behind the path"));
+    EXPECT_EQ(orvid({"unpaths"}, "a\t1\na\t2\n"),
+              failed(1, "(standard input):2: there is a value already"));
+    EXPECT_EQ(orvid({"unpaths"}, "a\t1\na.b\t2\n"),
+              failed(1, "(standard input):2: \"b\" is a member of what is no object"));
+    EXPECT_EQ(orvid({"unpaths"}, "a.b\t1\na[0]\t2\n"),
+              failed(1, "(standard input):2: [0] is an item of what is no array"));
+    EXPECT_EQ(orvid({"unpaths"}, "a\ttru\n"),
+              failed(1, "(standard input):1:4: at (root): the text ends early"));
+    EXPECT_EQ(orvid({"unpaths"}, "\n"),
+              failed(1, "(standard input): there is no line with a path"));
+}
+
+TEST(defaults, are_told_without_changing_the_document) {
+    EXPECT_EQ(orvid({"defaults", k_settings}),
+              printed("limits.cpu\t1\nservers[0].retries\t3\nservers[1].port\t8080\n"
+                      "servers[1].retries\t3\ndebug\tfalse\nowner\tnull\ntimeout\t2.50\n"
+                      "log\\.level\t\"info\"\ntags\t[]\n"));
+}
+
+TEST(defaults, are_filled_in_and_then_nothing_lacks) {
+    EXPECT_EQ(shell(R"("$0" defaults --fill "$1" | "$0" defaults)", {k_settings}), printed(""));
+    const ScratchFile schema(R"({"meta":{"schema":{"properties":{"b":{"default":[1]}}}}})");
+    const ScratchFile file(R"({"meta":{"x":1},"a":2})");
+    EXPECT_EQ(
+        orvid({"defaults", "--fill", "--schema", schema.name(), "-i", "--compact", file.name()}),
+        printed(""));
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"meta\":{\"x\":1},\"a\":2,\"b\":[1]}\n");
+    EXPECT_EQ(orvid({"defaults", "--lines"}).status, 2);
+}
+
+TEST(diff, makes_the_patch_that_patch_applies) {
+    const ScratchFile from(R"({"a":[1,2,3],"b":{"c":1.0}})");
+    const ScratchFile to(R"({"a":[1,3],"b":{"c":1.00,"d":null}})");
+    EXPECT_EQ(
+        shell(R"("$0" diff "$1" "$2" | "$0" patch --compact - "$1")", {from.name(), to.name()}),
+        printed(R"({"a":[1,3],"b":{"c":1.00,"d":null}})"
+                "\n"));
+    EXPECT_EQ(orvid({"diff", from.name(), "-"}, bytesOfFile(from.name())), printed("[\n\n]\n"));
+    EXPECT_EQ(orvid({"diff", "-", "-"}).status, 2);
+    EXPECT_EQ(orvid({"diff", from.name()}), failed(2, "TO is required; see orvid diff --help"));
+}
+
+TEST(patch, tells_the_operation_that_failed_and_changes_nothing) {
+    const ScratchFile file("{\"a\":1}");
+    const CommandResult result =
+        orvid({"patch", "-", "-i", file.name()},
+              R"([{"op":"remove","path":"/a"},{"op":"test","path":"/b","value":1}])");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err.rfind("orvid: " + file.name() +
+                                   ": at (root): operation 1 of the patch, "
+                                   "\"test\" of \"/b\": ",
+                               0),
+              0U)
+        << result;
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":1}");
+    EXPECT_EQ(orvid({"patch", "-", file.name()}, "{}"),
+              failed(2, "the patch is no array of operations"));
+    EXPECT_EQ(orvid({"patch", "-"}).status, 2);
+}
+
+TEST(merge, removes_for_null_and_keeps_the_order) {
+    const ScratchFile patch(R"({"a":null,"c":{"d":[1]}})");
+    EXPECT_EQ(orvid({"merge", "--compact", patch.name()}, R"({"b":1.0,"a":2,"c":3})"),
+              printed("{\"b\":1.0,\"c\":{\"d\":[1]}}\n"));
+}
+
+TEST(check, says_nothing_of_a_good_document) {
+    EXPECT_EQ(orvid({"check", k_settings, "-"}, "// note\n[1]"), printed(""));
+}
+
+TEST(check, shows_the_line_with_a_caret) {
+    EXPECT_EQ(orvid({"check"}, "{\"port\": 80,\n \"port\": 81}"),
+              (CommandResult{"",
+                             "orvid: (standard input):2:2: at (root): Repeated key \"port\"\n"
+                             " \"port\": 81}\n ^^^^^^\n",
+                             1, 0}));
+}
+
+TEST(check, is_strict_where_other_verbs_are_not) {
+    for (const char* const text : {"\"\xFF\"", R"("\ud800")", R"({"a":1,"a":2})", "\v1"}) {
+        EXPECT_EQ(orvid({"check"}, text).status, 1) << text;
+        EXPECT_EQ(orvid({"print"}, text).status, 0) << text;
+    }
+    EXPECT_EQ(orvid({"check", "--no-comments"}, "[1] // note\n").status, 1);
+}
+
+TEST(check, names_the_line_among_lines) {
+    const CommandResult result =
+        orvid({"check", "--lines", "--on-error=skip"}, "1\n[1,2\n{\"a\":1,\"a\":2}\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err.rfind("orvid: (standard input):2:", 0), 0U) << result;
+    EXPECT_NE(result.err.find("\norvid: (standard input):3:8: at (root): Repeated key \"a\"\n"
+                              "{\"a\":1,\"a\":2}\n       ^^^\n"),
+              std::string::npos)
+        << result;
+}
+
+TEST(help, of_each_verb_has_examples) {
+    for (const char* const verb :
+         {"print", "get", "set", "insert", "remove", "find", "paths", "unpaths", "defaults", "diff",
+          "patch", "merge", "check", "schema-path", "data-path"}) {
+        const CommandResult result = orvid({verb, "--help"});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_NE(result.out.find(std::string("Examples:\n  orvid ") + verb), std::string::npos)
+            << result;
+    }
+    EXPECT_EQ(shell(R"("$0" --help >/dev/full)"),
+              failed(3, "(standard output): No space left on device"));
+}
+
+}  // namespace

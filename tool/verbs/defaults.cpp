@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid defaults: what the schema supplies and the data lacks.
+
+#include <utility>
+#include <vector>
+
+#include "Leaves.h"
+#include "Options.h"
+#include "Schema.h"
+#include "verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+
+/// An element of the filled document, and the same one of the document as it was.
+struct SPair {
+    const Element* filled;
+    const Element* before;  ///< null where the document lacked it
+};
+
+void pushMembers(const SPair& pair, std::vector<SPair>& open) {
+    const auto& members = pair.filled->object();
+    const auto& former = pair.before->object();
+    for (auto member = members.end(); member != members.begin();) {
+        --member;
+        const auto found = former.find(member->first);
+        open.push_back({&member->second, found == former.end() ? nullptr : &found->second});
+    }
+}
+
+void pushItems(const SPair& pair, std::vector<SPair>& open) {
+    const auto& items = pair.filled->array();
+    for (std::size_t i = items.size(); i-- > 0;) {
+        open.push_back({&items[i], &pair.before->array()[i]});
+    }
+}
+
+/// The topmost elements that filling added, in the order of the filled document.
+std::vector<const Element*> added(const Element& filled, const Element& before) {
+    std::vector<const Element*> result;
+    std::vector<SPair> open{{&filled, &before}};
+    while (!open.empty()) {
+        const SPair pair = open.back();
+        open.pop_back();
+        if (pair.before == nullptr) {
+            result.push_back(pair.filled);
+        } else if (pair.filled->isObject()) {
+            pushMembers(pair, open);
+        } else if (pair.filled->isArray()) {
+            pushItems(pair, open);
+        }
+    }
+    return result;
+}
+
+class Defaults : public DocumentVerb {
+public:
+    const char* name() const override { return "defaults"; }
+    const char* help() const override {
+        return "Write what the schema supplies and the data lacks, or fill it in";
+    }
+    const char* examples() const override {
+        return "  orvid defaults settings.json\n"
+               "  orvid defaults --fill --schema schema.json -i settings.json";
+    }
+
+    void addWords(CLI::App& app, SCall& call) override {
+        addFiles(app, call);
+        app.add_flag("--fill", m_isFilling, "write the document with the defaults in it");
+        addSchema(app, call);
+        addLayout(app, call);
+        addInPlace(app, call);
+        addLines(app, call);
+    }
+
+    void prepare(SCall& call) override {
+        if ((call.isInPlace || call.lines.isOn) && !m_isFilling) {
+            throw Misuse("--in-place and --lines need --fill");
+        }
+        m_schema.load(call.schemaFile);
+    }
+
+private:
+    void apply(const SCall& call, Document& document, std::string& out) const override {
+        Element before;
+        if (!m_isFilling) {
+            before = document.root;
+        }
+        {
+            const Schema::Loan loan(m_schema, document.root);
+            ko::Orvid::fillDefaults(document.root);
+        }
+        if (m_isFilling) {
+            append(out, jsonText(document.root, call.layout));
+            return;
+        }
+        for (const Element* const element : added(document.root, before)) {
+            appendLeaf(element->path(), *element, call.layout, out);
+        }
+    }
+
+    bool m_isFilling = false;
+    Schema m_schema;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeDefaults() { return std::make_unique<Defaults>(); }
+
+}  // namespace orvid_tool
