@@ -63,6 +63,7 @@ Element::Element(Element&& other) noexcept : m_data(std::exchange(other.m_data, 
     moveTree(m_data, this);
 }
 
+// NOLINTNEXTLINE(performance-noexcept-move-constructor): see the header
 Element& Element::operator=(Element&& other) {
     if (this == &other) {
         return *this;

@@ -9,16 +9,16 @@
 
 namespace ko {
 
-/// `type` is T::Companion where T names one, which must be default constructible and movable, or
+/// `Type` is T::Companion where T names one, which must be default constructible and movable, or
 /// else an empty type.
 template<class T, class = void>
 struct CompanionOf {
-    struct type {};
+    struct Type {};
 };
 
 template<class T>
 struct CompanionOf<T, std::void_t<typename T::Companion>> {
-    using type = typename T::Companion;
+    using Type = typename T::Companion;
 };
 
 }  // namespace ko

@@ -107,7 +107,7 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    using Companion = typename CompanionOf<T>::type;
+    using Companion = typename CompanionOf<T>::Type;
 
     Companion& companion() noexcept { return m_companion; }
 

@@ -139,7 +139,7 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    using Companion = typename CompanionOf<Value>::type;
+    using Companion = typename CompanionOf<Value>::Type;
 
     Companion& companion() noexcept { return m_companion; }
 

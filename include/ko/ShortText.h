@@ -34,6 +34,7 @@ public:
         keep({other.m_bytes, other.m_length});
         other.clear();
     }
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): assign() sees to it
     ShortText& operator=(const ShortText& other) {
         assign(other.view());
         return *this;

@@ -129,7 +129,7 @@ TEST(PlainElement, agrees_with_the_parser_on_every_short_text) {
     const std::string characters = "ab01.[]*\\";
     std::string text;
     std::size_t plain = 0;
-    for (std::size_t code = 0; code < 9 * 9 * 9 * 9 * 9; ++code) {
+    for (std::size_t code = 0; code < std::size_t{59049}; ++code) {
         text.clear();
         for (std::size_t rest = code; rest != 0; rest /= 9) {
             text += characters[rest % 9];

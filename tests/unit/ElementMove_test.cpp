@@ -189,7 +189,7 @@ TEST(ArrayMove, emplace_back_takes_the_value) {
     const Element* const child = &value.get("[1]");
     Element& item = document.root.array().emplace_back(std::move(value));
     EXPECT_EQ(&item.get("[1]"), child);
-    EXPECT_TRUE(value.isNull());
+    EXPECT_TRUE(value.isNull());  // NOLINT(bugprone-use-after-move): what is left is the test
     EXPECT_EQ(compact(document.root), "[1,[2,[3]]]");
     CHECK_LINKS_AFTER_COPY(document.root);
 }
@@ -273,6 +273,7 @@ TEST(DomMove, the_moved_from_document_can_be_used_again) {
     const Dom moved(std::move(document));
     EXPECT_EQ(moved.metaKey(), "info");
     EXPECT_EQ((*moved).string(), "x");
+    // NOLINTNEXTLINE(bugprone-use-after-move): what is left is the test
     EXPECT_EQ(document.root(), nullptr);
     EXPECT_EQ(document.metaKey(), "meta");
     EXPECT_FALSE(document.ownsRoot());

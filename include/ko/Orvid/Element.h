@@ -97,6 +97,7 @@ public:
     /// The same into this place, which costs a walk up to the root. `other` may be part of this
     /// element. Where this element is part of `other`, moving would tie a knot: the value is
     /// copied, and only then std::bad_alloc may be thrown, leaving this element unchanged.
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): the knot is untied by a copy
     Element& operator=(Element&& other);
     ~Element();
     /// Exchanges the values, in constant time but for a walk up to each root; both places stay.
