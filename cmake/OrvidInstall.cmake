@@ -61,6 +61,12 @@ if(ORVID_BUILD_TOOL)
     set_target_properties(orvid_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
   endif()
   install(TARGETS orvid_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+  install(FILES ${PROJECT_SOURCE_DIR}/completions/orvid.bash COMPONENT command
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME orvid)
+  install(FILES ${PROJECT_SOURCE_DIR}/completions/_orvid COMPONENT command
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+  install(FILES ${PROJECT_SOURCE_DIR}/completions/orvid.fish COMPONENT command
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
   install(FILES ${PROJECT_SOURCE_DIR}/docs/orvid.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
 endif()
