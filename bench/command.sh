@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
+# Measures the command orvid beside jq, gojq, gron and python3 -m json.tool, those that are installed, in one run of
+# hyperfine, and writes a table and a chart (gnuplot) to build/bench. The folder in ORVID_CORPUS, when set, gives
+# three more documents. usage: bench/command.sh [MEGABYTES OF RECORDS, 200 unless told]
+# shellcheck source=scripts/common.sh
+. "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/../scripts/common.sh"
+
+megabytes=${1-200}
+build=build/command-bench
+out=build/bench
+orvid=$PWD/$build/tool/orvid
+records=$out/records.jsonl
+runs=${ORVID_BENCH_RUNS-5}
+
+prepare() {
+    scripts/setup build bench
+    run cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DORVID_BUILD_TESTS=OFF -DORVID_BUILD_EXAMPLES=OFF
+    run cmake --build $build --target orvid_tool
+    mkdir -p $out/command
+    rm -f $out/command/*
+    [ -s "$records" ] && [ "$(stat -c %s "$records")" -ge $((megabytes * 1000000)) ] || make_records
+}
+
+make_records() {
+    LC_ALL=C awk -v bytes="$megabytes" 'BEGIN {
+        for (left = bytes * 1000000; left > 0; left -= length(line) + 1) {
+            ++n
+            line = sprintf("{\"id\": %d, \"user\": {\"name\": \"user %d\", \"email\": \"u%d@example.org\", \"tags\": [\"a\", \"bb\", \"ccc\"]}, \"price\": %d.%02d, \"text\": \"%*s\", \"new\": true, \"old\": null, \"position\": [%d.%06d, -%d.%06d]}",
+                           n, n % 1009, n, n % 997, n % 100, 40 + n % 80, "Gruesse", n % 90, n * 7919 % 1000000, n % 180, n * 104729 % 1000000)
+            print line
+        }
+    }' >"$records"
+}
+
+# row JOB DOCUMENT NAME COMMAND [NAME COMMAND]...: one row of the table, each command by its name.
+row() {
+    local job=$1 document=$2 names=() commands=()
+    shift 2
+    while [ $# -gt 0 ]; do
+        if command -v "${2%% *}" >/dev/null; then
+            names+=(--command-name "$1") && commands+=("$2")
+        fi
+        shift 2
+    done
+    printf '\n== %s, %s\n' "$job" "$document"
+    hyperfine --shell=none --warmup 1 --runs "$runs" --style basic --export-json "$out/command/$(printf '%s %s' "$job" "$document" | tr ' /=' '___').json" \
+        "${names[@]}" "${commands[@]}" 2>&1 | grep -E 'Benchmark|Time|Warning' || return 1
+}
+
+# document FILE NAME ORVIDPATH JQPATH: print, get and set of one document.
+document() {
+    local file=$1 name=$2 path=$3 jq=$4
+    row print "$name" orvid "$orvid print --meta $file" jq "jq . $file" gojq "gojq . $file" \
+        gron "gron $file" json.tool "python3 -m json.tool --no-ensure-ascii $file"
+    row get "$name" orvid "$orvid get $path $file" jq "jq '$jq' $file" gojq "gojq '$jq' $file"
+    row set "$name" orvid "$orvid set $path=1 $file" jq "jq '$jq=1' $file" gojq "gojq '$jq=1' $file"
+}
+
+lines() {
+    local jobs
+    for jobs in 1 2; do
+        row "lines get -j $jobs" "$megabytes MB of records" orvid "$orvid get --lines -j $jobs user.name $records" \
+            jq "jq -c .user.name $records" gojq "gojq -c .user.name $records"
+        row "lines set -j $jobs" "$megabytes MB of records" orvid "$orvid set --lines -j $jobs user.name=1 $records" \
+            jq "jq -c .user.name=1 $records" gojq "gojq -c .user.name=1 $records"
+    done
+}
+
+prepare
+document /usr/share/iso-codes/json/iso_3166-2.json iso_3166-2 '3166-2[100].name' '.["3166-2"][100].name'
+if [ -d "${ORVID_CORPUS-}" ]; then
+    document "$ORVID_CORPUS/canada.json" canada 'features[0].geometry.coordinates[5][3][1]' '.features[0].geometry.coordinates[5][3][1]'
+    document "$ORVID_CORPUS/citm_catalog.json" citm_catalog 'performances[3].seatCategories[0].areas[1].areaId' '.performances[3].seatCategories[0].areas[1].areaId'
+    document "$ORVID_CORPUS/twitter.json" twitter 'statuses[50].user.name' '.statuses[50].user.name'
+fi
+lines
+ORVID_BENCH_COMMIT=$(git describe --always --dirty --exclude '*') bench/command_table.py $out "$orvid"
