@@ -82,9 +82,13 @@ std::vector<std::string> markedWords(int argc, char** argv) {
 
 using TVerbs = std::vector<std::unique_ptr<Verb>>;
 
-void addVerbs(CLI::App& app, const TVerbs& verbs, SCall& call) {
+/// Adds the verbs by their names, and what `given` takes, which is the first word of the call.
+void addVerbs(CLI::App& app, const TVerbs& verbs, const std::string& given, SCall& call) {
     for (const auto& verb : verbs) {
         CLI::App* const sub = app.add_subcommand(verb->name(), verb->help());
+        if (verb->name() != given) {
+            continue;
+        }
         verb->addWords(*sub, call);
         orvid_tool::addErrors(*sub, call);
         for (CLI::Option* const option : sub->get_options()) {
@@ -113,7 +117,7 @@ ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& 
     app.footer(k_about);
     SCall call;
     const TVerbs verbs = orvid_tool::allVerbs();
-    addVerbs(app, verbs, call);
+    addVerbs(app, verbs, argc > 1 ? argv[1] : "", call);
     try {
         app.parse(markedWords(argc, argv));
         verbOf(verbs, app).prepare(call);
