@@ -49,13 +49,10 @@ bool isSameButForOrder(const Element& a, const Element& b) {
     if (!b.isObject() || a.object().size() != b.object().size()) {
         return false;
     }
-    for (const auto& member : a.object()) {
+    return std::all_of(a.object().begin(), a.object().end(), [&b](const auto& member) {
         const auto other = b.object().find(member.first);
-        if (other == b.object().end() || !isSameButForOrder(member.second, other->second)) {
-            return false;
-        }
-    }
-    return true;
+        return other != b.object().end() && isSameButForOrder(member.second, other->second);
+    });
 }
 
 /// The definition of a merge patch, word for word.
