@@ -4,6 +4,8 @@
 
 #include "Tokens.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -106,14 +108,17 @@ bool Tokens::passNumber() {
 }
 
 bool Tokens::passWord() {
-    for (const std::string_view word : {"null", "true", "false"}) {
-        const auto left = static_cast<std::size_t>(m_end - m_place);
-        if (std::string_view(m_place, left).substr(0, word.length()) == word) {
-            m_place += word.length();
-            return true;
-        }
+    constexpr std::array<std::string_view, 3> words{"null", "true", "false"};
+    const std::string_view left(m_place, static_cast<std::size_t>(m_end - m_place));
+    const auto* const word =
+        std::find_if(words.begin(), words.end(), [left](std::string_view candidate) {
+            return left.substr(0, candidate.length()) == candidate;
+        });
+    if (word == words.end()) {
+        return false;
     }
-    return false;
+    m_place += word->length();
+    return true;
 }
 
 }  // namespace orvid_tool
