@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Input.h"
@@ -44,10 +45,12 @@ struct Place {
     std::vector<std::size_t> route;  ///< which tree, then the position in each container
 
     /// Whether one of the two is the other or lies within it.
-    static bool overlap(const Place& a, const Place& b) {
-        const std::size_t common = std::min(a.route.size(), b.route.size());
-        return std::equal(a.route.begin(), a.route.begin() + static_cast<std::ptrdiff_t>(common),
-                          b.route.begin());
+    static bool overlap(const Place& a, const Place& b) { return a.isWithin(b) || b.isWithin(a); }
+
+    /// Whether this is the other, or lies within it.
+    bool isWithin(const Place& other) const {
+        return other.route.size() <= route.size() &&
+               std::equal(other.route.begin(), other.route.end(), route.begin());
     }
 };
 
@@ -204,6 +207,10 @@ private:
     void setStringFromItself();
     void swapContainers();
     void assignContainers();
+    void moveInto();
+    void swapElements();
+    void moveContainers();
+    void moveAwayAndBack();
     void pushBack();
     void eraseItem();
     void eraseMember();
@@ -417,6 +424,79 @@ void Script::assignContainers() {
     }
 }
 
+void Script::moveInto() {
+    const Place target = place();
+    const Place source = place();
+    if (!fits(target, *source.value)) {
+        return;
+    }
+    const Value moved = *source.value;
+    *target.element = std::move(*source.element);
+    if (!Place::overlap(target, source)) {
+        source.value->take(Value(ko::Orvid::etNull, ""));
+    }
+    target.value->take(moved);
+}
+
+/// Of two that lie in one another the inner one's value is left, in place of the outer one.
+void Script::swapElements() {
+    const Place a = place();
+    const Place b = place();
+    const Value left = *a.value;
+    const Value right = *b.value;
+    if (!fits(a, right) || !fits(b, left)) {
+        return;
+    }
+    swap(*a.element, *b.element);
+    if (a.isWithin(b)) {
+        b.value->take(left);
+    } else if (b.isWithin(a)) {
+        a.value->take(right);
+    } else {
+        a.value->take(right);
+        b.value->take(left);
+    }
+}
+
+void Script::moveContainers() {
+    const Place target = place();
+    const Place source = place();
+    const Value moved = *source.value;
+    if (target.value->type != moved.type || !fits(target, moved) ||
+        (target.isWithin(source) && target.route != source.route)) {
+        return;
+    }
+    if (moved.isArray()) {
+        target.element->array() = std::move(source.element->array());
+    } else if (moved.isObject()) {
+        target.element->object() = std::move(source.element->object());
+    } else {
+        return;
+    }
+    if (!Place::overlap(target, source)) {
+        source.value->children.clear();
+    }
+    target.value->take(moved);
+}
+
+/// Through an element and into a container that is in no tree.
+void Script::moveAwayAndBack() {
+    const Place source = place();
+    Element moved(std::move(*source.element));
+    require(source.element->isNull(), "what was moved from is null");
+    requireNone(orvid_test::brokenLink(moved, orvid_test::Indexes::exactOrZero));
+    Element outside;
+    DomParser().parse(outside, "[{}]");
+    if (m_input.flag()) {
+        Element& item = outside.array().emplace_back(std::move(moved));
+        *source.element = std::move(item);
+    } else {
+        auto& members = outside.array()[0].object();
+        *source.element = std::move(members.insert_or_assign("k", std::move(moved)).first->second);
+    }
+    requireNone(orvid_test::brokenLink(outside, orvid_test::Indexes::exact));
+}
+
 void Script::pushBack() {
     Place target;
     Argument argument;
@@ -549,6 +629,8 @@ void Script::step() {
         &Script::eraseMember,    &Script::insertBefore,
         &Script::resetMember,    &Script::parseInto,
         &Script::copyPayload,    &Script::lookUpOwnPath,
+        &Script::moveInto,       &Script::swapElements,
+        &Script::moveContainers, &Script::moveAwayAndBack,
     };
     (this->*operations[m_input.below(std::size(operations))])();
 }
