@@ -179,9 +179,12 @@ Number makeInteger(Input& input, bool isSigned) {
 }
 
 Number makeReal(double value) {
+    if (std::isnan(value)) {
+        return {value};
+    }
     char text[40];
     (void)std::snprintf(text, sizeof text, "%g", value);
-    return std::isnan(value) ? Number(value) : makeBinary(value, text, Number::ebDouble);
+    return makeBinary(value, text, Number::ebDouble);
 }
 
 Number makeText(const std::string& text) {
