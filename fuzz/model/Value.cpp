@@ -112,13 +112,14 @@ bool Value::create(const Steps& steps, const Value& value) {
 
 void Value::removeItems(const Value& value, const Steps& itemPath) {
     std::vector<Value> kept;
-    for (std::size_t i = 0; i < children.size(); ++i) {
-        Value* const compared = children[i].get(itemPath);
-        if (compared == nullptr || !value.equals(*compared)) {
-            kept.push_back(children[i]);
-        } else if (++i < children.size()) {
-            kept.push_back(children[i]);
+    bool isUnseen = false;  // the item that follows a removed one
+    for (Value& child : children) {
+        const Value* const compared = child.get(itemPath);
+        const bool isRemoved = !isUnseen && compared != nullptr && value.equals(*compared);
+        if (!isRemoved) {
+            kept.push_back(child);
         }
+        isUnseen = isRemoved;
     }
     children = kept;
 }
