@@ -7,36 +7,77 @@
 #include <oneapi/tbb/task_arena.h>
 
 #include <atomic>
+#include <exception>
 #include <memory>
+#include <mutex>
 
 #include "LineRun.h"
 
 namespace orvid_tool {
 
+namespace {
+
 using TBatch = std::shared_ptr<LineBatch>;
+
+/// The first exception of the run. It waits until the pipeline is empty: one that passes through
+/// the pipeline leaves batches behind that nobody frees.
+class FirstFailure {
+public:
+    template<class Call>
+    void guard(const Call& call) {
+        try {
+            call();
+        } catch (...) {
+            std::call_once(m_once, [this] { m_failure = std::current_exception(); });
+            m_isOver = true;
+        }
+    }
+
+    void stop() { m_isOver = true; }
+    bool isOver() const { return m_isOver; }
+    void rethrow() const {
+        if (m_failure != nullptr) {
+            std::rethrow_exception(m_failure);
+        }
+    }
+
+private:
+    std::once_flag m_once;
+    std::exception_ptr m_failure;
+    std::atomic<bool> m_isOver = false;
+};
+
+}  // namespace
 
 void runInThreads(SLineRun& run, unsigned int threads) {
     using tbb::filter_mode;
     constexpr std::size_t batchesForEach = 3;
     const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
-    std::atomic<bool> isOver = false;
+    FirstFailure failure;
     const auto read = [&](tbb::flow_control& flow) -> TBatch {
-        auto batch = std::make_shared<LineBatch>();
-        if (isOver || !run.reader.next(*batch)) {
+        TBatch batch;
+        bool isRead = false;
+        failure.guard([&] {
+            batch = std::make_shared<LineBatch>();
+            isRead = !failure.isOver() && run.reader.next(*batch);
+        });
+        if (!isRead) {
             flow.stop();
         }
         return batch;
     };
     const auto work = [&](TBatch batch) {
-        if (!isOver) {
-            run.worker.work(*batch);
+        if (!failure.isOver()) {
+            failure.guard([&] { run.worker.work(*batch); });
         }
         return batch;
     };
     const auto write = [&](const TBatch& batch) {
-        if (!isOver) {
-            isOver = !run.writer.write(*batch);
-        }
+        failure.guard([&] {
+            if (!failure.isOver() && !run.writer.write(*batch)) {
+                failure.stop();
+            }
+        });
     };
     tbb::task_arena arena(static_cast<int>(threads));
     arena.execute([&] {
@@ -46,6 +87,7 @@ void runInThreads(SLineRun& run, unsigned int threads) {
                 tbb::make_filter<TBatch, TBatch>(filter_mode::parallel, work) &
                 tbb::make_filter<TBatch, void>(filter_mode::serial_in_order, write));
     });
+    failure.rethrow();
 }
 
 }  // namespace orvid_tool
