@@ -7,6 +7,7 @@
 
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -451,6 +452,20 @@ TEST(DomParser, hides_the_listener_from_its_users) {
     EXPECT_TRUE((std::is_base_of_v<ko::Orvid::CallbackParserListener, DomParser>));
     EXPECT_FALSE(std::is_copy_constructible_v<DomParser>);
     EXPECT_TRUE(std::has_virtual_destructor_v<DomParser>);
+}
+
+TEST(DomParser, reads_a_view) {
+    const std::string_view text = std::string_view("[1, {\"a\": 2}] and more").substr(0, 13);
+    Element root;
+    DomParser().parse(root, text);
+    EXPECT_EQ(compact(root), R"([1,{"a": 2}])");
+    CHECK_LINKS(root);
+    Element target;
+    Dom document;
+    document.setRoot(target, false);
+    DomParser().parse(document, text);
+    EXPECT_EQ(compact(target), R"([1,{"a": 2}])");
+    CHECK_LINKS(target);
 }
 
 }  // namespace

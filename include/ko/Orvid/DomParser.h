@@ -16,6 +16,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace ko::Orvid {
 
@@ -50,6 +51,12 @@ public:
     std::istream& parse(Dom& dom, std::istream& in);
     void parse(Dom& dom, const char* text, unsigned int length);
     void parse(Dom& dom, const std::string& text);
+    /// Copies the text first; feed() reads a view where it is.
+    template<class Root, class Text,
+             class = std::enable_if_t<std::is_same_v<Text, std::string_view>>>
+    void parse(Root& root, Text text) {
+        parse(root, std::string(text));
+    }
 
     // A document in pieces, which may be cut anywhere, even within a character: neither the tree
     // nor a fault depends on the cuts.
