@@ -8,18 +8,19 @@
 
 namespace orvid_tool {
 
-void appendAnswer(const SCall& call, const ko::Orvid::Element& value, std::string& out) {
+void appendAnswer(const SCall& call, const ko::Orvid::Element& value, Bytes& out) {
     const bool isRaw =
         call.isRaw && value.isString() &&
         !(call.lines.isOn && value.string().find_first_of("\r\n") != std::string::npos);
     if (isRaw) {
-        out.append(value.string()).append("\n");
+        out.append(value.string());
+        out.append("\n");
     } else {
-        append(out, jsonText(value, call.layout));
+        out.append(jsonText(value, call.layout));
     }
 }
 
-bool appendAnswer(const SCall& call, std::string_view value, std::string& out) {
+bool appendAnswer(const SCall& call, std::string_view value, Bytes& out) {
     const char first = value.front();
     if (first == '{' || first == '[') {
         return rewrite(value, {call.layout.options.indent, false}, nullptr, out);
@@ -30,7 +31,8 @@ bool appendAnswer(const SCall& call, std::string_view value, std::string& out) {
     if (first == '"' && call.isRaw) {
         value = value.substr(1, value.length() - 2);
     }
-    out.append(value).append("\n");
+    out.append(value);
+    out.append("\n");
     return true;
 }
 

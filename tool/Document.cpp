@@ -110,8 +110,8 @@ void readArgument(const char* name, const std::string& text, Element& root) {
 
 void readFile(const std::string& file, Element& root) {
     Input input(file);
-    const std::string ended = input.readAll();
-    readTree({input.name(), 0, 0, {}}, std::string_view(ended).substr(0, ended.length() - 1), root);
+    const Bytes ended = input.readAll();
+    readTree({input.name(), 0, 0, {}}, ended.view().substr(0, ended.length() - 1), root);
 }
 
 }  // namespace orvid_tool

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "Call.h"
@@ -62,35 +63,31 @@ bool Input::hasMore() const {
     return poll(&state, 1, 0) > 0;
 }
 
-std::string Input::readAll() {
+Bytes Input::readAll() {
     constexpr std::size_t leastRoom = 65536;
-    std::string text;
-    text.resize(knownSize(m_descriptor) + leastRoom);
-    std::size_t length = 0;
-    while (const std::size_t count = read(&text[length], text.length() - length)) {
-        length += count;
-        if (text.length() - length < leastRoom) {
-            text.resize(text.length() * 2);
-        }
+    Bytes text;
+    // A file that has the length it is known to have needs no more room to find its end.
+    std::size_t room = knownSize(m_descriptor) + leastRoom;
+    while (const std::size_t count = read(text.room(room), room)) {
+        text.lengthen(count);
+        room = std::max(text.spare(), leastRoom);
     }
-    text.resize(length);
-    text += '\n';
+    text.append("\n");
     return text;
 }
 
-std::size_t Input::readSome(std::string& text, std::size_t size) {
+std::size_t Input::readSome(Bytes& text, std::size_t size) {
     const std::size_t start = text.length();
-    text.resize(start + size);
-    std::size_t length = start;
+    const std::size_t end = start + size;
+    static_cast<void>(text.room(size));
     do {
-        const std::size_t count = read(&text[length], text.length() - length);
-        length += count;
+        const std::size_t count = read(text.room(end - text.length()), end - text.length());
+        text.lengthen(count);
         if (count == 0) {
             break;
         }
-    } while (length < text.length() && hasMore());
-    text.resize(length);
-    return length - start;
+    } while (text.length() < end && hasMore());
+    return text.length() - start;
 }
 
 }  // namespace orvid_tool

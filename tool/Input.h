@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <string>
 
+#include "Bytes.h"
+
 namespace orvid_tool {
 
 /// Throws Failure, which names the file, when it cannot be opened or read.
@@ -22,11 +24,11 @@ public:
     const std::string& name() const { return m_name; }
 
     /// The rest of the input with a newline behind it.
-    std::string readAll();
+    Bytes readAll();
 
     /// Appends up to `size` bytes, as many as can be had without waiting once there are any.
     /// Returns their number, 0 at the end.
-    std::size_t readSome(std::string& text, std::size_t size);
+    std::size_t readSome(Bytes& text, std::size_t size);
 
 private:
     std::size_t read(char* where, std::size_t size);

@@ -52,12 +52,4 @@ std::string jsonLine(const Element& element, const SLayout& layout) {
     return textOf(element, options, layout.isColored);
 }
 
-void append(std::string& out, std::string&& text) {
-    if (out.empty()) {
-        out = std::move(text);
-    } else {
-        out += text;
-    }
-}
-
 }  // namespace orvid_tool

@@ -38,7 +38,4 @@ std::string jsonText(const ko::Orvid::Dom& dom, const SLayout& layout);
 /// Unwritable.
 std::string jsonLine(const ko::Orvid::Element& element, const SLayout& layout);
 
-/// Appends `text` to `out`, without a copy where that is empty.
-void append(std::string& out, std::string&& text);
-
 }  // namespace orvid_tool

@@ -73,9 +73,8 @@ std::string pathOfLine(std::string_view text) {
     return path.string();
 }
 
-void appendLeaf(const std::string& path, const Element& value, const SLayout& layout,
-                std::string& out) {
-    out.append(pathOnOneLine(path)).append("\t").append(jsonLine(value, layout));
+void appendLeaf(const std::string& path, const Element& value, const SLayout& layout, Bytes& out) {
+    out.append(pathOnOneLine(path) + "\t" + jsonLine(value, layout));
 }
 
 }  // namespace orvid_tool

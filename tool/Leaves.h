@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Bytes.h"
 #include "Layout.h"
 
 namespace orvid_tool {
@@ -26,6 +27,6 @@ std::string pathOfLine(std::string_view text);
 
 /// Appends "path<TAB>value<NEWLINE>".
 void appendLeaf(const std::string& path, const ko::Orvid::Element& value, const SLayout& layout,
-                std::string& out);
+                Bytes& out);
 
 }  // namespace orvid_tool

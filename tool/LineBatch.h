@@ -7,9 +7,10 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
+#include <utility>
 #include <vector>
 
+#include "Bytes.h"
 #include "Failure.h"
 
 namespace orvid_tool {
@@ -37,13 +38,23 @@ struct LineBatch {
 
     EKind kind = whole;
     bool isFirst = false;  ///< of the input
-    std::string text;
+    Bytes text;
     std::optional<Failure> readFailure;  ///< the input could not be read behind the text
 
-    std::string out;
+    Bytes out;
     SLineCounts counts;
     std::vector<Failure> failures;  ///< their lines count from 1 in this batch
     bool isStopped = false;         ///< the last failure ends the run
+
+    /// Empties it for other lines. The memory of its texts stays.
+    void clear() {
+        LineBatch empty;
+        empty.text.swap(text);
+        empty.out.swap(out);
+        empty.text.cut(0);
+        empty.out.cut(0);
+        *this = std::move(empty);
+    }
 };
 
 }  // namespace orvid_tool

@@ -4,7 +4,7 @@
 
 #include "LineReader.h"
 
-#include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "Input.h"
@@ -23,28 +23,29 @@ bool LineReader::next(LineBatch& batch) {
         return !m_isAtEnd && fill(batch);
     } catch (const Failure& failure) {
         m_isAtEnd = true;
-        batch.text.clear();
+        batch.text.cut(0);
         batch.readFailure = failure;
         return true;
     }
 }
 
 bool LineReader::fill(LineBatch& batch) {
-    std::string& text = batch.text;
-    text = std::move(m_rest);
-    m_rest.clear();
+    Bytes& text = batch.text;
+    text.append(m_rest.view());
+    m_rest.cut(0);
     // Behind a long line the rest may hold whole lines.
-    if (!m_isInLong && cutLines(text)) {
+    if (!m_isInLong && cutLines(text, 0)) {
         return true;
     }
     while (true) {
-        if (m_isInLong && !text.empty()) {
+        if (m_isInLong && !text.isEmpty()) {
             return cutLong(batch);
         }
+        const std::size_t known = text.length();
         if (m_input.readSome(text, k_block) == 0) {
             return end(batch);
         }
-        if (!m_isInLong && cutLines(text)) {
+        if (!m_isInLong && cutLines(text, known)) {
             return true;
         }
         if (!m_isInLong && text.length() > m_longest) {
@@ -55,22 +56,26 @@ bool LineReader::fill(LineBatch& batch) {
     }
 }
 
-bool LineReader::cutLines(std::string& text) {
-    const std::size_t last = text.rfind('\n');
-    if (last == std::string::npos) {
+bool LineReader::cutLines(Bytes& text, std::size_t from) {
+    const std::size_t last = text.view().substr(from).rfind('\n');
+    if (last == std::string_view::npos) {
         return false;
     }
-    m_rest.assign(text, last + 1);
-    text.resize(last + 1);
+    keepRest(text, from + last + 1);
     return true;
+}
+
+void LineReader::keepRest(Bytes& text, std::size_t start) {
+    m_rest.cut(0);
+    m_rest.append(text.view().substr(start));
+    text.cut(start);
 }
 
 bool LineReader::cutLong(LineBatch& batch) {
     batch.kind = LineBatch::part;
-    const std::size_t end = batch.text.find('\n');
-    if (end != std::string::npos) {
-        m_rest.assign(batch.text, end + 1);
-        batch.text.resize(end + 1);
+    const std::size_t end = batch.text.view().find('\n');
+    if (end != std::string_view::npos) {
+        keepRest(batch.text, end + 1);
         m_isInLong = false;
     }
     return true;
@@ -80,11 +85,11 @@ bool LineReader::end(LineBatch& batch) {
     m_isAtEnd = true;
     if (m_isInLong) {
         batch.kind = LineBatch::part;
-        batch.text = "\n";
-    } else if (!batch.text.empty()) {
-        batch.text += '\n';
     }
-    return !batch.text.empty();
+    if (m_isInLong || !batch.text.isEmpty()) {
+        batch.text.append("\n");
+    }
+    return !batch.text.isEmpty();
 }
 
 }  // namespace orvid_tool

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 
 #include "LineBatch.h"
 
@@ -24,13 +23,16 @@ public:
 
 private:
     bool fill(LineBatch& batch);
-    bool cutLines(std::string& text);
+    /// Looks for the last newline; there is none before `from`.
+    bool cutLines(Bytes& text, std::size_t from);
+    /// What stands from `start` on is for the next batch.
+    void keepRest(Bytes& text, std::size_t start);
     bool cutLong(LineBatch& batch);
     bool end(LineBatch& batch);
 
     Input& m_input;
     std::size_t m_longest;
-    std::string m_rest;  ///< what was read behind the last batch
+    Bytes m_rest;  ///< what was read behind the last batch
     bool m_isFirst = true;
     bool m_isInLong = false;  ///< inside a line that is longer than allowed
     bool m_isAtEnd = false;

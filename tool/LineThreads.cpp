@@ -10,6 +10,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 #include "LineRun.h"
 
@@ -17,10 +18,34 @@ namespace orvid_tool {
 
 namespace {
 
-using TBatch = std::shared_ptr<LineBatch>;
+using TBatch = LineBatch*;
 
-/// The first exception of the run. It waits until the pipeline is empty: one that passes through
-/// the pipeline leaves batches behind that nobody frees.
+/// Batches that are used again and again, for the sake of their memory.
+class Batches {
+public:
+    TBatch take() {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_free.empty()) {
+            m_free.push_back(m_all.emplace_back(std::make_unique<LineBatch>()).get());
+        }
+        const TBatch batch = m_free.back();
+        m_free.pop_back();
+        batch->clear();
+        return batch;
+    }
+    void give(TBatch batch) {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_free.push_back(batch);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::vector<std::unique_ptr<LineBatch>> m_all;
+    std::vector<TBatch> m_free;
+};
+
+/// The first exception of the run. It waits until the pipeline is empty, where no batch is worked
+/// on any more.
 class FirstFailure {
 public:
     template<class Call>
@@ -53,12 +78,13 @@ void runInThreads(SLineRun& run, unsigned int threads) {
     using tbb::filter_mode;
     constexpr std::size_t batchesForEach = 3;
     const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
+    Batches batches;
     FirstFailure failure;
     const auto read = [&](tbb::flow_control& flow) -> TBatch {
-        TBatch batch;
+        TBatch batch = nullptr;
         bool isRead = false;
         failure.guard([&] {
-            batch = std::make_shared<LineBatch>();
+            batch = batches.take();
             isRead = !failure.isOver() && run.reader.next(*batch);
         });
         if (!isRead) {
@@ -72,11 +98,12 @@ void runInThreads(SLineRun& run, unsigned int threads) {
         }
         return batch;
     };
-    const auto write = [&](const TBatch& batch) {
+    const auto write = [&](TBatch batch) {
         failure.guard([&] {
             if (!failure.isOver() && !run.writer.write(*batch)) {
                 failure.stop();
             }
+            batches.give(batch);
         });
     };
     tbb::task_arena arena(static_cast<int>(threads));

@@ -24,14 +24,14 @@ void LineWorker::work(LineBatch& batch) const {
     } else if (batch.kind == LineBatch::head) {
         workOnHead(batch);
     } else if (m_call.lines.onError == EOnError::passthrough) {
-        batch.out = batch.text;
+        batch.out.append(batch.text.view());
     }
 }
 
 void LineWorker::workOnLines(LineBatch& batch) const {
     Document document;
     document.place.file = m_name;
-    std::string_view rest = batch.text;
+    std::string_view rest = batch.text.view();
     while (!rest.empty() && !batch.isStopped) {
         const std::size_t end = rest.find('\n');
         ++batch.counts.lines;
@@ -58,7 +58,7 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
         }
         m_verb.work(m_call, document, batch.out);
     } catch (const Failure& failure) {
-        batch.out.resize(start);
+        batch.out.cut(start);
         fail(failure, line, batch);
     }
 }
@@ -67,9 +67,9 @@ void LineWorker::workOnHead(LineBatch& batch) const {
     ++batch.counts.lines;
     Failure failure = tooLong();
     failure.setLine(1);
-    fail(failure, batch.text, batch);
+    fail(failure, batch.text.view(), batch);
     if (m_call.lines.onError == EOnError::passthrough) {
-        batch.out.pop_back();  // the line goes on in the batches that follow
+        batch.out.cut(batch.out.length() - 1);  // the line goes on in the batches that follow
     }
 }
 
@@ -81,7 +81,8 @@ void LineWorker::fail(const Failure& failure, std::string_view line, LineBatch& 
     if (onError == EOnError::stop || failure.status() == ExitStatus::usage) {
         batch.isStopped = true;
     } else if (onError == EOnError::passthrough) {
-        batch.out.append(line).append("\n");
+        batch.out.append(line);
+        batch.out.append("\n");
     } else if (onError == EOnError::null) {
         batch.out.append("null\n");
     }

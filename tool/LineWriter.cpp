@@ -9,7 +9,7 @@
 namespace orvid_tool {
 
 bool LineWriter::write(LineBatch& batch) {
-    m_out.write(batch.out);
+    m_out.write(batch.out.view());
     m_out.flush();
     for (Failure& failure : batch.failures) {
         failure.setLine(m_counts.lines + failure.place().line);

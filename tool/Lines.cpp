@@ -14,9 +14,10 @@ namespace orvid_tool {
 namespace {
 
 void runInOneThread(SLineRun& run) {
+    LineBatch batch;
     bool goesOn = true;
     while (goesOn) {
-        LineBatch batch;
+        batch.clear();
         goesOn = run.reader.next(batch);
         if (goesOn) {
             run.worker.work(batch);

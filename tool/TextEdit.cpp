@@ -18,8 +18,8 @@ namespace {
 class Rewriting {
 public:
     Rewriting(std::string_view text, const STextLayout& layout, const STextEdit* edit,
-              TextSink& sink)
-        : m_tokens(text), m_layout(layout), m_edit(edit), m_sink(sink) {}
+              TextSink& sink, KeySet::TKeys& keys)
+        : m_tokens(text), m_layout(layout), m_edit(edit), m_sink(sink), m_keys(keys) {}
 
     bool run() {
         m_tokens.passBlanks();
@@ -208,10 +208,7 @@ private:
         if (isInText) {
             m_tokens.passByte();
         }
-        if (!m_layout.indent.empty()) {
-            m_sink.put('\n');
-            m_sink.putTimes(depth, m_layout.indent);
-        }
+        putMargin(depth, true);
         m_sink.put(bracket);
     }
 
@@ -219,12 +216,20 @@ private:
         if (!isFirst) {
             m_sink.put(',');
         }
-        if (!m_layout.indent.empty()) {
-            if (!isFirst) {
-                m_sink.put('\n');
-            }
-            m_sink.putTimes(depth + 1, m_layout.indent);
+        putMargin(depth + 1, !isFirst);
+    }
+
+    /// What stands before a token on a line of its own, with the newline before it or without.
+    void putMargin(std::size_t depth, bool hasNewline) {
+        const std::string& indent = m_layout.indent;
+        if (indent.empty()) {
+            return;
         }
+        const std::size_t length = 1 + depth * indent.length();
+        while (m_margin.length() < length) {
+            m_margin += indent;
+        }
+        m_sink.put(m_margin.data() + (hasNewline ? 0 : 1), m_margin.data() + length);
     }
 
     void colon() {
@@ -238,16 +243,17 @@ private:
     const STextLayout& m_layout;
     const STextEdit* m_edit;
     TextSink& m_sink;
-    KeySet::TKeys m_keys;
+    std::string m_margin = "\n";  ///< of the deepest level so far
+    KeySet::TKeys& m_keys;
     bool m_isMade = false;
 };
 
 }  // namespace
 
-bool rewrite(std::string_view text, const STextLayout& layout, const STextEdit* edit,
-             std::string& out) {
-    TextSink sink(out, text.length());
-    return Rewriting(text, layout, edit, sink).run();
+bool rewrite(std::string_view text, const STextLayout& layout, const STextEdit* edit, Bytes& out) {
+    static thread_local KeySet::TKeys keys;  // one list serves a million lines
+    TextSink sink(out);
+    return Rewriting(text, layout, edit, sink, keys).run();
 }
 
 }  // namespace orvid_tool

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Bytes.h"
 #include "PathSteps.h"
 
 namespace orvid_tool {
@@ -28,7 +29,6 @@ struct STextLayout {
 /// library would write of the tree, byte for byte. Answers false, and may have appended something,
 /// where it cannot tell: of text that is no plain JSON, repeats a key, or has no place for the
 /// value, and where a member meta is to be left out. A newline stands behind the text.
-bool rewrite(std::string_view text, const STextLayout& layout, const STextEdit* edit,
-             std::string& out);
+bool rewrite(std::string_view text, const STextLayout& layout, const STextEdit* edit, Bytes& out);
 
 }  // namespace orvid_tool

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Room, and escapes: those that the library writes as well stay, others become their characters.
+// Escapes: those that the library writes as well stay, others become their characters.
 
 #include "TextSink.h"
 
@@ -23,15 +23,6 @@ bool isHigh(unsigned long unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool isLow(unsigned long unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
 }  // namespace
-
-void TextSink::grow(std::size_t count) {
-    // Memory is dear when it is touched for the first time, so there is much of it that is not.
-    const std::size_t wanted = m_length + count + k_spare;
-    if (wanted > m_out.capacity()) {
-        m_out.reserve(wanted + (wanted - m_start) * 3);
-    }
-    m_out.resize(std::min(m_out.capacity(), wanted + (m_length - m_start) / 8));
-}
 
 void TextSink::putQuoted(const std::string& text) {
     const std::string quoted = jsonLine(ko::Orvid::Element(text), SLayout());

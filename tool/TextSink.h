@@ -1,46 +1,39 @@
 // SPDX-License-Identifier: MIT
 //
-// TextSink appends to a string, quickly: it keeps room ahead.
+// TextSink appends to bytes, quickly: it keeps room ahead.
 
 #pragma once
 
 #include <cstddef>
 #include <cstring>
 #include <string>
-#include <string_view>
+
+#include "Bytes.h"
 
 namespace orvid_tool {
 
 class TextSink {
 public:
-    /// Appends to `out`, which is left alone while the sink lives. About `room` bytes are expected.
-    TextSink(std::string& out, std::size_t room)
-        : m_out(out), m_start(out.length()), m_length(out.length()) {
-        grow(room);
-    }
+    /// Appends to `out`, which is left alone while the sink lives.
+    explicit TextSink(Bytes& out) : m_out(out), m_place(out.room(k_spare)) { m_end = roomEnd(); }
     TextSink(const TextSink&) = delete;
     TextSink& operator=(const TextSink&) = delete;
-    ~TextSink() { m_out.resize(m_length); }
+    ~TextSink() { m_out.cut(length()); }
 
-    /// Of the string so far.
-    std::size_t length() const { return m_length; }
+    /// Of the text so far.
+    std::size_t length() const { return static_cast<std::size_t>(m_place - m_out.data()); }
     /// Takes the end away again.
-    void cut(std::size_t length) { m_length = length; }
+    void cut(std::size_t length) { m_place = m_out.data() + length; }
 
     void put(char c) {
         ensure(1);
-        m_out[m_length++] = c;
+        *m_place++ = c;
     }
     void put(const char* start, const char* end) {
         const auto count = static_cast<std::size_t>(end - start);
         ensure(count);
-        std::memcpy(&m_out[m_length], start, count);
-        m_length += count;
-    }
-    void putTimes(std::size_t count, std::string_view text) {
-        for (std::size_t i = 0; i < count; ++i) {
-            put(text.data(), text.data() + text.length());
-        }
+        std::memcpy(m_place, start, count);
+        m_place += count;
     }
     /// The key or string as a JSON string.
     void putQuoted(const std::string& text);
@@ -52,16 +45,21 @@ private:
     static constexpr std::size_t k_spare = 256;
 
     void ensure(std::size_t count) {
-        if (m_out.length() - m_length < count) {
+        if (static_cast<std::size_t>(m_end - m_place) < count) {
             grow(count);
         }
     }
-    void grow(std::size_t count);
+    void grow(std::size_t count) {
+        m_out.cut(length());
+        m_place = m_out.room(count + k_spare);
+        m_end = roomEnd();
+    }
+    const char* roomEnd() const { return m_place + m_out.spare(); }
     bool putCodePoint(unsigned long codePoint);
 
-    std::string& m_out;
-    std::size_t m_start;
-    std::size_t m_length;
+    Bytes& m_out;
+    char* m_place;
+    const char* m_end = nullptr;
 };
 
 }  // namespace orvid_tool

@@ -6,52 +6,20 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstring>
 
 namespace orvid_tool {
 
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
-constexpr std::uint64_t repeated(unsigned char c) { return 0x0101010101010101U * c; }
-
-/// The highest bit of each byte that is 0; bytes behind the first of these may be marked wrongly.
-constexpr std::uint64_t zeroBytes(std::uint64_t bytes) {
-    return (bytes - repeated(1)) & ~bytes & repeated(0x80);
-}
-
-/// The same of bytes that end a string, begin an escape, or may not stand in a string.
-constexpr std::uint64_t specialBytes(std::uint64_t bytes) {
-    return zeroBytes(bytes ^ repeated('"')) | zeroBytes(bytes ^ repeated('\\')) |
-           ((bytes - repeated(0x20)) & ~bytes & repeated(0x80));
-}
-
-bool isSpecial(char c) { return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20; }
-
 }  // namespace
-
-void Tokens::passPlain() {
-    std::uint64_t bytes = 0;
-    while (m_end - m_place >= static_cast<std::ptrdiff_t>(sizeof bytes)) {
-        std::memcpy(&bytes, m_place, sizeof bytes);
-        if (specialBytes(bytes) != 0) {
-            break;
-        }
-        m_place += sizeof bytes;
-    }
-    while (!isSpecial(*m_place)) {
-        ++m_place;
-    }
-}
 
 bool Tokens::passString(bool& hasEscape) {
     ++m_place;
     while (true) {
-        passPlain();
+        m_place = plainEnd(m_place, m_end);
         if (*m_place == '"') {
             ++m_place;
             return true;
@@ -83,9 +51,7 @@ bool Tokens::passEscape() {
 
 bool Tokens::passDigits() {
     const char* const start = m_place;
-    while (isDigit(*m_place)) {
-        ++m_place;
-    }
+    m_place = digitsEnd(m_place, m_end);
     return m_place != start;
 }
 

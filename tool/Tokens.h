@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "ByteRuns.h"
+
 namespace orvid_tool {
 
 /// A place in a text that has a newline behind it, so that one byte may always be looked at.
@@ -23,8 +25,12 @@ public:
     void passByte() { ++m_place; }
 
     void passBlanks() {
-        while (isBlank(*m_place) && m_place != m_end) {
+        // Most often there is one, or none.
+        if (isBlank(*m_place) && m_place != m_end) {
             ++m_place;
+            if (isBlank(*m_place)) {
+                m_place = blanksEnd(m_place, m_end);
+            }
         }
     }
     /// Passes that byte, where it stands here.
@@ -42,10 +48,8 @@ public:
     bool passWord();
 
 private:
-    static bool isBlank(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
     bool passDigits();
     bool passEscape();
-    void passPlain();
 
     const char* m_place;
     const char* m_end;

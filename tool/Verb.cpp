@@ -21,15 +21,15 @@ namespace {
 
 /// The result of the verb for a whole file. The tree of the last file is left to the system, which
 /// takes it back faster than it could be taken apart; it stays reachable until then.
-std::string resultOf(const DocumentVerb& verb, const SCall& call, const std::string& file) {
+Bytes resultOf(const DocumentVerb& verb, const SCall& call, const std::string& file) {
     static std::unique_ptr<Document> document;
     static Document* last = nullptr;
     Input input(file);
-    const std::string text = input.readAll();
+    const Bytes text = input.readAll();
     document = std::make_unique<Document>();
     document->place.file = input.name();
-    document->text = std::string_view(text).substr(0, text.length() - 1);
-    std::string result;
+    document->text = text.view().substr(0, text.length() - 1);
+    Bytes result;
     verb.work(call, *document, result);
     if (&file == &call.files.back()) {
         last = document.release();
@@ -40,13 +40,13 @@ std::string resultOf(const DocumentVerb& verb, const SCall& call, const std::str
 
 SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::string& file,
                    Output& out) {
-    const std::string result = resultOf(verb, call, file);
+    const Bytes result = resultOf(verb, call, file);
     if (call.isInPlace) {
         InPlace edited(file);
-        edited.write(result);
+        edited.write(result.view());
         edited.finish();
     } else {
-        out.write(result);
+        out.write(result.view());
     }
     return {ExitStatus::done, true};
 }
@@ -103,16 +103,16 @@ void DocumentVerb::read(Document& document) const {
 }
 
 bool DocumentVerb::applyToText(const SCall& /*call*/, const Document& /*document*/,
-                               std::string& /*out*/) const {
+                               Bytes& /*out*/) const {
     return false;
 }
 
-void DocumentVerb::work(const SCall& call, Document& document, std::string& out) const {
+void DocumentVerb::work(const SCall& call, Document& document, Bytes& out) const {
     const std::size_t start = out.length();
     if (applyToText(call, document, out)) {
         return;
     }
-    out.resize(start);
+    out.cut(start);
     try {
         read(document);
         apply(call, document, out);

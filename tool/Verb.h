@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "Bytes.h"
 #include "Call.h"
 #include "Document.h"
 
@@ -42,19 +43,19 @@ public:
 
     /// Reads the document's text, does it, and appends what is to be written to `out`. Throws
     /// Failure; `out` may have grown then.
-    void work(const SCall& call, Document& document, std::string& out) const;
+    void work(const SCall& call, Document& document, Bytes& out) const;
 
 private:
     /// Does it from the text alone, for text of the common kind, and answers true; or answers
     /// false, whatever it has appended, and leaves it to the other two.
-    virtual bool applyToText(const SCall& call, const Document& document, std::string& out) const;
+    virtual bool applyToText(const SCall& call, const Document& document, Bytes& out) const;
 
     // They throw Failure or what the library throws.
 
     /// Reads the document's text into its root: here as readTree() does.
     virtual void read(Document& document) const;
     /// Does it to the root and appends what is to be written to `out`.
-    virtual void apply(const SCall& call, Document& document, std::string& out) const = 0;
+    virtual void apply(const SCall& call, Document& document, Bytes& out) const = 0;
 };
 
 /// The verbs in the order of the help.

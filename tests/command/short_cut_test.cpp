@@ -99,6 +99,26 @@ TEST(short_cut, says_the_same_of_deep_texts_and_of_objects_with_many_keys) {
     }
 }
 
+TEST(short_cut, says_the_same_wherever_a_long_run_ends) {
+    std::string lines;
+    for (std::size_t length = 0; length < 40; ++length) {
+        const std::string run = repeated("x", length);
+        const std::string digits = "1" + repeated("0", length);
+        for (const char* const end : {"\\n", "\\u00e4", "\\", "\x01", "\x1f", "\x7f", "\xff"}) {
+            lines += "{\"s\":\"" + run + end + run + "\",\"" + run + "\":1}\n";
+        }
+        for (const char* const end : {"", ".5", "e7", ".", "x", "\x01"}) {
+            lines += "{\"a\":" + digits + end + "," + repeated(" ", length) + "\"s\"" +
+                     repeated("\t", length) + ":0." + digits + end + "}\n";
+        }
+    }
+    for (std::vector<std::string> call : k_calls) {
+        call.emplace_back("--lines");
+        call.emplace_back("--on-error=null");
+        expectSameWithoutShortCut(call, lines);
+    }
+}
+
 /// The same sequence in every run.
 struct Sequence {
     std::uint32_t next() {

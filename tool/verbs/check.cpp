@@ -62,8 +62,7 @@ private:
                 ko::Orvid::sourceExcerpt(document.text, error)};
     }
 
-    void apply(const SCall& /*call*/, Document& /*document*/, std::string& /*out*/) const override {
-    }
+    void apply(const SCall& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
 
     bool m_isCommentFault = false;
 };

@@ -85,7 +85,7 @@ public:
     }
 
 private:
-    void apply(const SCall& call, Document& document, std::string& out) const override {
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         Element before;
         if (!m_isFilling) {
             before = document.root;
@@ -95,7 +95,7 @@ private:
             ko::Orvid::fillDefaults(document.root);
         }
         if (m_isFilling) {
-            append(out, jsonText(document.root, call.layout));
+            out.append(jsonText(document.root, call.layout));
             return;
         }
         for (const Element* const element : added(document.root, before)) {

@@ -44,7 +44,7 @@ public:
     void prepare(SCall& /*call*/) override { readArgument("JSON", m_json, m_value); }
 
 private:
-    void apply(const SCall& call, Document& document, std::string& out) const override {
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         const Element& array = withPath(m_arrayPath, [&](const Path& path) {
             return std::cref(const_cast<const Element&>(document.root).get(path));
         });
@@ -57,7 +57,7 @@ private:
             throw failure(document, "no item has that value");
         }
         if (m_isPathWanted) {
-            out.append(pathOnOneLine(item->path())).append("\n");
+            out.append(pathOnOneLine(item->path()) + "\n");
         } else {
             appendAnswer(call, *item, out);
         }

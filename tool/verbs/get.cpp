@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    bool applyToText(const SCall& call, const Document& document, std::string& out) const override {
+    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         if (!m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
@@ -58,7 +58,7 @@ private:
         return found && appendAnswer(call, *found, out);
     }
 
-    void apply(const SCall& call, Document& document, std::string& out) const override {
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         withPath(m_path,
                  [&](const Path& path) { appendAnswer(call, found(path, document.root), out); });
     }

@@ -4,9 +4,8 @@
 
 #include <utility>
 
+#include "AssignmentVerb.h"
 #include "LastStep.h"
-#include "Options.h"
-#include "PathWords.h"
 #include "verbs.h"
 
 namespace orvid_tool {
@@ -40,7 +39,7 @@ void insertMember(Element& object, const LastStep& step, const Element& value,
     object.insert(step.key(), value);
 }
 
-class Insert : public DocumentVerb {
+class Insert : public AssignmentVerb {
 public:
     const char* name() const override { return "insert"; }
     const char* help() const override {
@@ -51,31 +50,17 @@ public:
                "  orvid insert 'tags[*]=\"last\"' owner=null -i settings.json";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("WORDS", m_words,
-                       "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
-        addLayout(app, call);
-        addInPlace(app, call);
-        addLines(app, call);
-    }
-
     void prepare(SCall& call) override {
-        m_assignments = assignmentsOf(m_words);
-        call.files = m_assignments.files;
-        for (const SAssignment& assignment : m_assignments.all) {
+        AssignmentVerb::prepare(call);
+        for (const SAssignment& assignment : assignments()) {
             m_steps.emplace_back(assignment.path);
         }
     }
 
 private:
-    void apply(const SCall& call, Document& document, std::string& out) const override {
-        for (std::size_t i = 0; i < m_steps.size(); ++i) {
-            insert(document, m_steps[i], m_assignments.all[i].value);
-        }
-        append(out, jsonText(document.root, call.layout));
-    }
-
-    static void insert(Document& document, const LastStep& step, const Element& value) {
+    void assign(Document& document, std::size_t index) const override {
+        const LastStep& step = m_steps[index];
+        const Element& value = assignments()[index].value;
         Element& holder = document.root.get(step.holder());
         if (holder.isArray() && !step.isKey()) {
             insertItem(holder, step, value);
@@ -86,8 +71,6 @@ private:
         }
     }
 
-    std::vector<std::string> m_words;
-    SAssignments m_assignments;
     std::vector<LastStep> m_steps;
 };
 

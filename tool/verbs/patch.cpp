@@ -37,9 +37,9 @@ public:
 private:
     virtual void change(Document& document, const Element& patch) const = 0;
 
-    void apply(const SCall& call, Document& document, std::string& out) const final {
+    void apply(const SCall& call, Document& document, Bytes& out) const final {
         change(document, m_change);
-        append(out, jsonText(document.root, call.layout));
+        out.append(jsonText(document.root, call.layout));
     }
 
     std::string m_file;

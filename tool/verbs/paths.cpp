@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    void apply(const SCall& call, Document& document, std::string& out) const override {
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         for (const Element* const leaf : leavesOf(document.root)) {
             const std::string path = m_isPointer ? JsonPointer::of(*leaf).str() : leaf->path();
             appendLeaf(path, *leaf, call.layout, out);

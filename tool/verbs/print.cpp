@@ -30,16 +30,16 @@ public:
     }
 
 private:
-    bool applyToText(const SCall& call, const Document& document, std::string& out) const override {
+    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         const STextLayout layout{call.layout.options.indent, !call.hasMeta && !call.isInPlace};
         return isPlain(call.layout) && rewrite(document.text, layout, nullptr, out);
     }
 
-    void apply(const SCall& call, Document& document, std::string& out) const override {
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         ko::Orvid::Dom dom;
         dom.setRoot(document.root, false);
         dom.setWriteMeta(call.hasMeta || call.isInPlace);
-        append(out, jsonText(dom, call.layout));
+        out.append(jsonText(dom, call.layout));
     }
 };
 

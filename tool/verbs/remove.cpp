@@ -54,13 +54,13 @@ public:
     void prepare(SCall& /*call*/) override { m_paths.insert(m_paths.begin(), m_path); }
 
 private:
-    void apply(const SCall& call, Document& document, std::string& out) const override {
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         for (const std::string& word : m_paths) {
             withPath(word, [&](const Path& path) {
                 removeElement(document.root.get(path), document.place);
             });
         }
-        append(out, jsonText(document.root, call.layout));
+        out.append(jsonText(document.root, call.layout));
     }
 
     std::string m_path;

@@ -4,8 +4,7 @@
 
 #include <utility>
 
-#include "Options.h"
-#include "PathWords.h"
+#include "AssignmentVerb.h"
 #include "TextEdit.h"
 #include "verbs.h"
 
@@ -15,7 +14,7 @@ namespace {
 
 using ko::Orvid::Path;
 
-class Set : public DocumentVerb {
+class Set : public AssignmentVerb {
 public:
     const char* name() const override { return "set"; }
     const char* help() const override {
@@ -27,18 +26,9 @@ public:
                "  orvid set --lines -j 4 seen=true <records.jsonl";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("WORDS", m_words,
-                       "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
-        addLayout(app, call);
-        addInPlace(app, call);
-        addLines(app, call);
-    }
-
     void prepare(SCall& call) override {
-        m_assignments = assignmentsOf(m_words);
-        call.files = m_assignments.files;
-        for (const SAssignment& assignment : m_assignments.all) {
+        AssignmentVerb::prepare(call);
+        for (const SAssignment& assignment : assignments()) {
             addTextEdit(assignment);
         }
     }
@@ -57,33 +47,29 @@ private:
         m_isTextEnough = m_isTextEnough && !m_textEdits.back().steps.empty();
     }
 
-    bool applyToText(const SCall& call, const Document& document, std::string& out) const override {
+    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         if (!m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
-        std::string edited;
+        Bytes edited;
         std::string_view text = document.text;
         for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {
-            std::string next;
+            Bytes next;
             if (!rewrite(text, {"", false}, &m_textEdits[i], next)) {
                 return false;
             }
             edited = std::move(next);
-            text = std::string_view(edited).substr(0, edited.length() - 1);
+            text = edited.view().substr(0, edited.length() - 1);
         }
         return rewrite(text, {call.layout.options.indent, false}, &m_textEdits.back(), out);
     }
 
-    void apply(const SCall& call, Document& document, std::string& out) const override {
-        for (const SAssignment& assignment : m_assignments.all) {
-            withPath(assignment.path,
-                     [&](const Path& path) { document.root.create(path, assignment.value); });
-        }
-        append(out, jsonText(document.root, call.layout));
+    void assign(Document& document, std::size_t index) const override {
+        const SAssignment& assignment = assignments()[index];
+        withPath(assignment.path,
+                 [&](const Path& path) { document.root.create(path, assignment.value); });
     }
 
-    std::vector<std::string> m_words;
-    SAssignments m_assignments;
     std::vector<STextEdit> m_textEdits;
     bool m_isTextEnough = true;
 };

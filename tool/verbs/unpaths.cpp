@@ -85,8 +85,8 @@ private:
         }
     }
 
-    void apply(const SCall& call, Document& document, std::string& out) const override {
-        append(out, jsonText(document.root, call.layout));
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
+        out.append(jsonText(document.root, call.layout));
     }
 
     bool m_isPointer = false;
