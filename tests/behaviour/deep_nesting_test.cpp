@@ -11,6 +11,7 @@
 #include <string>
 
 #include "support/Document.h"
+#include "support/ElementValues.h"
 #include "support/SmallStack.h"
 
 namespace {
@@ -22,6 +23,7 @@ using ko::Orvid::ParseException;
 using ko::Orvid::TypeException;
 using orvid_test::compact;
 using orvid_test::Document;
+using orvid_test::equal;
 using orvid_test::onSmallStack;
 using orvid_test::thrownBy;
 
@@ -98,8 +100,6 @@ std::size_t levelsOf(Element& root) {
     innermostOf(root, levels);
     return levels;
 }
-
-bool equal(const Element& a, const Element& b) { return Element::compare(a.data(), b.data()) == 0; }
 
 class DeepNesting : public testing::TestWithParam<Shape> {
 protected:

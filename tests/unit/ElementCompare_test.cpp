@@ -14,6 +14,7 @@
 #include <string>
 
 #include "support/Document.h"
+#include "support/NumberErrors.h"
 #include "support/NumberProbe.h"
 
 namespace {
@@ -23,6 +24,7 @@ using ko::Orvid::EType;
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
 using orvid_test::Document;
+using orvid_test::TextError;
 using orvid_test::thrownBy;
 
 /// compare(a, b), which must be -1, 0 or 1 and the opposite of compare(b, a).
@@ -216,7 +218,6 @@ TEST(ElementCompare, changes_neither_side) {
 // --------------------------------------------------------------------
 
 TEST(ElementCompare, lets_the_errors_of_numbers_through) {
-    using TextError = ko::Orvid::ValueOutOfRange<std::string, std::string>;
     const Document bad(R"({"a":[1e400]})");
     const Document good(R"({"a":[1]})");
     EXPECT_THROW(Element::compare(good.root.data(), bad.root.data()), TextError);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The element as a value in its place: constructors, setters, typed access, copying, assigning,
-// root. The payload records are in ElementData, the order in ElementCompare, the operations by path
+// The element as a value in its place: its constants, constructors, typed access and root. How it
+// is set, copied and assigned, its payload records, its order and the operations by path are
 // elsewhere.
 
 #include <ko/Orvid/Element.h>
@@ -11,14 +11,12 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/TypeException.h>
 
-#include <limits>
-#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "support/Document.h"
+#include "support/ElementValues.h"
 #include "support/NumberProbe.h"
 
 namespace {
@@ -27,34 +25,12 @@ using ko::Orvid::Element;
 using ko::Orvid::EType;
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
-using orvid_test::compact;
 using orvid_test::Document;
+using orvid_test::equal;
+using orvid_test::isFreeStanding;
+using orvid_test::oneOfEachType;
 using orvid_test::thrownBy;
 using TypeError = ko::Orvid::TypeException<EType>;
-
-bool equal(const Element& a, const Element& b) { return Element::compare(a.data(), b.data()) == 0; }
-
-/// Whether the element has no place in any tree.
-testing::AssertionResult isFreeStanding(const Element& element) {
-    if (element.parent() != nullptr || !element.key().empty() || element.root() != &element) {
-        return testing::AssertionFailure() << "it has a parent or a key";
-    }
-    return testing::AssertionSuccess();
-}
-
-/// One element of each type, in the order of types.
-std::vector<std::unique_ptr<Element>> oneOfEachType() {
-    std::vector<std::unique_ptr<Element>> elements;
-    elements.push_back(std::make_unique<Element>(Element::k_emptyElement));
-    for (const char* const text :
-         {"null", "true", "12", "\"text\"", R"({"a":1,"b":[2]})", R"([1,{"a":2}])"}) {
-        elements.push_back(std::make_unique<Element>(Document(text).root));
-    }
-    return elements;
-}
-
-// --- constants
-// --------------------------------------------------------------------------------------
 
 TEST(ElementConstants, are_empty_values_without_a_place) {
     EXPECT_EQ(0U, Element::k_null);
@@ -79,9 +55,6 @@ TEST(ElementConstants, empty_element_is_of_type_empty) {
     EXPECT_FALSE(Element::k_emptyElement.isNull());
     EXPECT_TRUE(isFreeStanding(Element::k_emptyElement));
 }
-
-// --- constructors
-// -------------------------------------------------------------------------------------
 
 static_assert(!std::is_polymorphic_v<Element>);
 static_assert(std::is_nothrow_default_constructible_v<Element>);
@@ -179,9 +152,6 @@ TEST(Element, from_a_number_keeps_both_its_sides) {
     EXPECT_NE(&number, &element.number());
 }
 
-// --- type queries and typed access
-// ------------------------------------------------------------------
-
 TEST(Element, answers_for_exactly_its_own_type) {
     for (const auto& element : oneOfEachType()) {
         const EType type = element->type();
@@ -260,116 +230,6 @@ TEST(Element, typed_access_error_tells_types_and_path) {
         error.what());
 }
 
-// --- setters
-// ------------------------------------------------------------------------------------------
-
-TEST(ElementSetters, replace_the_value_of_every_type_and_leave_the_place) {
-    const auto check = [](const char* expected, const auto& set) {
-        Document document(R"({"x":[null,true,12,"text",{"a":1},[2]]})");
-        const char* const places[] = {"x[0]", "x[1]", "x[2]", "x[3]", "x[4]", "x[5]"};
-        for (const char* const place : places) {
-            Element& element = document.root.get(place);
-            set(element);
-            EXPECT_EQ(place, element.path());
-            EXPECT_EQ(&document.root.get("x"), element.parent());
-            CHECK_LINKS(document.root);
-        }
-        EXPECT_EQ(expected, compact(document.root));
-    };
-    check(R"({"x": [null,null,null,null,null,null]})", [](Element& e) { e.setNull(); });
-    check(R"({"x": [true,true,true,true,true,true]})", [](Element& e) { e.setBoolean(true); });
-    check(R"({"x": [-7,-7,-7,-7,-7,-7]})", [](Element& e) { e.setNumber(-7); });
-    check(R"({"x": [1.50,1.50,1.50,1.50,1.50,1.50]})", [](Element& e) { e.setNumber("1.500", 4); });
-    check(R"({"x": [2.0,2.0,2.0,2.0,2.0,2.0]})", [](Element& e) { e.setNumber(Number("2.0")); });
-    check(R"({"x": ["s","s","s","s","s","s"]})", [](Element& e) { e.setString("s"); });
-    check(R"({"x": ["st","st","st","st","st","st"]})",
-          [](Element& e) { e.setString("string", 2); });
-}
-
-TEST(ElementSetters, leave_key_and_parent_of_a_member) {
-    Document document(R"({"k":[1]})");
-    Element& member = document.root.get("k");
-    member.setString("s");
-    EXPECT_EQ("k", member.key());
-    EXPECT_EQ(&document.root, member.parent());
-    EXPECT_EQ(R"({"k": "s"})", compact(document.root));
-    CHECK_LINKS(document.root);
-}
-
-TEST(ElementSetters, turn_the_empty_element_into_a_value) {
-    Element element(Element::k_emptyElement);
-    element.setBoolean(false);
-    EXPECT_EQ(ko::Orvid::etBoolean, element.type());
-    EXPECT_FALSE(element.boolean());
-    element = Element::k_emptyElement;
-    element.setNull();
-    EXPECT_EQ(ko::Orvid::etNull, element.type());
-    EXPECT_EQ(Element::k_null, element.data().value.null);
-}
-
-TEST(ElementSetters, keep_the_string_of_a_string) {
-    Element element("before");
-    const std::string* const payload = &element.string();
-    element.setString(std::string("a string that is too long to be held in place"));
-    EXPECT_EQ("a string that is too long to be held in place", *payload);
-    element.setString("bytes", 4);
-    EXPECT_EQ("byte", *payload);
-    EXPECT_EQ(payload, &element.string());
-}
-
-TEST(ElementSetters, keep_the_number_of_a_number) {
-    Element element(1);
-    const Number* const payload = &element.number();
-    element.setNumber(Number("2.50"));
-    EXPECT_EQ("2.50", payload->toString());
-    element.setNumber("3.500", 4);
-    EXPECT_EQ("3.50", payload->toString());
-    element.setNumber(4U);
-    EXPECT_EQ("4", payload->toString());
-    EXPECT_EQ(payload, &element.number());
-}
-
-TEST(ElementSetters, keep_the_boolean_of_a_boolean) {
-    Element element(true);
-    const bool* const payload = &element.boolean();
-    element.setBoolean(false);
-    EXPECT_FALSE(*payload);
-    EXPECT_EQ(payload, &element.boolean());
-}
-
-TEST(ElementSetters, take_exactly_the_bytes_given) {
-    Element element;
-    element.setString("a\0b\"", 3);
-    EXPECT_EQ(std::string("a\0b", 3), element.string());
-    element.setString("", 0);
-    EXPECT_EQ("", element.string());
-    Element number;
-    number.setNumber("12345", 2);
-    EXPECT_EQ("12", number.number().toString());
-    EXPECT_EQ(Number::ebNone, NumberProbe::heldKind(number.number()));
-}
-
-TEST(ElementSetters, take_arguments_that_lie_in_the_element_itself) {
-    Document document(R"({"s":"a text of some length, on the heap","n":12.50})");
-    Element copy(document.root);
-    copy.setString(copy.get("s").string());
-    EXPECT_EQ("a text of some length, on the heap", copy.string());
-    copy.setString(copy.string());
-    EXPECT_EQ("a text of some length, on the heap", copy.string());
-    copy.setString(copy.string().data() + 2, 4);
-    EXPECT_EQ("text", copy.string());
-    copy = document.root;
-    copy.setNumber(copy.get("n").number());
-    EXPECT_EQ("12.50", copy.number().toString());
-    copy.setNumber(copy.number());
-    EXPECT_EQ("12.50", copy.number().toString());
-    copy.setNumber(copy.number().toString().data() + 1, 2);
-    EXPECT_EQ("2.", copy.number().toString());
-}
-
-// --- root
-// -------------------------------------------------------------------------------------------
-
 TEST(Element, root_is_the_topmost_ancestor) {
     Document document(R"({"a":[{"b":[1]}]})");
     EXPECT_EQ(&document.root, document.root.get("a[0].b[0]").root());
@@ -383,164 +243,6 @@ TEST(Element, without_a_parent_is_its_own_root) {
     Element element(1);
     EXPECT_EQ(&element, element.root());
     EXPECT_EQ(&element, std::as_const(element).root());
-}
-
-// --- copies
-// -------------------------------------------------------------------------------------------
-
-TEST(ElementCopy, of_every_type_is_an_equal_free_standing_value) {
-    for (const auto& element : oneOfEachType()) {
-        const Element copy(*element);
-        EXPECT_EQ(element->type(), copy.type());
-        EXPECT_TRUE(equal(*element, copy)) << element->type();
-        EXPECT_TRUE(isFreeStanding(copy)) << element->type();
-        CHECK_LINKS_AFTER_COPY(copy);
-    }
-}
-
-TEST(ElementCopy, of_a_child_takes_the_value_and_not_the_place) {
-    const Document document(R"({"a":[0,{"b":{"c":[1,2]}}]})");
-    const Element copy(document.root.get("a[1].b"));
-    EXPECT_EQ(R"({"c": [1,2]})", compact(copy));
-    EXPECT_TRUE(isFreeStanding(copy));
-    EXPECT_EQ("c", copy.get("c").path());
-    CHECK_LINKS_AFTER_COPY(copy);
-}
-
-TEST(ElementCopy, shares_nothing_with_the_original) {
-    Document document(R"({"a":[1,{"b":"x"}],"n":1.50})");
-    Element copy(document.root);
-    copy.get("a[1].b").setString("changed");
-    copy.get("n").setNumber(2);
-    copy.get("a").array().push_back(Element(3));
-    EXPECT_EQ(R"({"a": [1,{"b": "x"}],"n": 1.50})", compact(document.root));
-    EXPECT_EQ(R"({"a": [1,{"b": "changed"},3],"n": 2})", compact(copy));
-    CHECK_LINKS(document.root);
-    CHECK_LINKS_AFTER_COPY(copy);
-}
-
-TEST(ElementCopy, keeps_the_text_of_numbers) {
-    const Document document("[1.500,7e01,-0]");
-    EXPECT_EQ(compact(document.root), compact(Element(document.root)));
-}
-
-TEST(ElementCopy, survives_a_growing_vector) {
-    const Document document(R"({"a":[1,{"b":2}]})");
-    std::vector<Element> elements;
-    for (int i = 0; i < 20; ++i) {
-        elements.push_back(document.root);
-    }
-    for (const Element& element : elements) {
-        EXPECT_EQ(R"({"a": [1,{"b": 2}]})", compact(element));
-        CHECK_LINKS_AFTER_COPY(element);
-    }
-}
-
-TEST(ElementCopy, can_be_swapped) {
-    Document a(R"({"x":[1]})");
-    Document b("[{\"y\":2}]");
-    std::swap(a.root, b.root);
-    EXPECT_EQ(R"([{"y": 2}])", compact(a.root));
-    EXPECT_EQ(R"({"x": [1]})", compact(b.root));
-    CHECK_LINKS_AFTER_COPY(a.root);
-    CHECK_LINKS_AFTER_COPY(b.root);
-}
-
-// --- assignment
-// -----------------------------------------------------------------------------------------
-
-TEST(ElementAssignment, of_every_type_to_every_type_gives_an_equal_value) {
-    for (const auto& source : oneOfEachType()) {
-        for (const auto& target : oneOfEachType()) {
-            EXPECT_EQ(target.get(), &(*target = *source));
-            EXPECT_TRUE(equal(*source, *target)) << source->type();
-            EXPECT_EQ(source->type(), target->type());
-            EXPECT_TRUE(isFreeStanding(*target));
-            CHECK_LINKS_AFTER_COPY(*target);
-        }
-    }
-}
-
-TEST(ElementAssignment, leaves_the_target_in_its_place) {
-    for (const auto& source : oneOfEachType()) {
-        Document document(R"({"k":[0,"old",{"old":1}]})");
-        for (const char* const place : {"k[1]", "k[2]", "k"}) {
-            Element& target = document.root.get(place);
-            Element* const parent = target.parent();
-            target = *source;
-            EXPECT_EQ(place, target.path());
-            EXPECT_EQ(parent, target.parent());
-            EXPECT_TRUE(equal(*source, target));
-            CHECK_LINKS_AFTER_COPY(document.root);
-        }
-    }
-}
-
-TEST(ElementAssignment, takes_values_without_naming_their_type) {
-    Document document(R"({"a":1,"b":2,"c":3,"d":4})");
-    document.root.get("a") = "text";
-    document.root.get("b") = true;
-    document.root.get("c") = 2.5;
-    document.root.get("d") = Element();
-    EXPECT_EQ(R"({"a": "text","b": true,"c": 2.5,"d": null})", compact(document.root));
-    CHECK_LINKS(document.root);
-}
-
-TEST(ElementAssignment, to_itself_changes_nothing) {
-    for (const auto& element : oneOfEachType()) {
-        const Element before(*element);
-        const Element& same = *element;
-        *element = same;
-        EXPECT_TRUE(equal(before, *element)) << before.type();
-        CHECK_LINKS_AFTER_COPY(*element);
-    }
-}
-
-TEST(ElementAssignment, of_a_child_to_its_parent_of_the_same_type) {
-    Document document(R"({"a":{"b":[1,{"c":2}]},"x":0})");
-    document.root = document.root.get("a");
-    EXPECT_EQ(R"({"b": [1,{"c": 2}]})", compact(document.root));
-    CHECK_LINKS_AFTER_COPY(document.root);
-}
-
-TEST(ElementAssignment, of_a_child_to_its_parent_of_another_type) {
-    Document document(R"({"a":[{"b":[1,2]},"a text of some length, on the heap"]})");
-    document.root = document.root.get("a");
-    EXPECT_EQ(R"([{"b": [1,2]},"a text of some length, on the heap"])", compact(document.root));
-    CHECK_LINKS_AFTER_COPY(document.root);
-    document.root = document.root.get("[1]");
-    EXPECT_EQ("a text of some length, on the heap", document.root.string());
-}
-
-TEST(ElementAssignment, of_a_number_or_a_boolean_to_its_ancestor) {
-    Document document(R"([[[1.50,true]]])");
-    Element copy(document.root);
-    copy = copy.get("[0][0][0]");
-    EXPECT_EQ("1.50", copy.number().toString());
-    document.root = document.root.get("[0][0][1]");
-    EXPECT_TRUE(document.root.boolean());
-}
-
-TEST(ElementAssignment, of_an_ancestor_to_its_descendant_of_the_same_type) {
-    Document document(R"({"a":{"b":{"c":1}}})");
-    document.root.get("a.b") = document.root;
-    EXPECT_EQ(R"({"a": {"b": {"a": {"b": {"c": 1}}}}})", compact(document.root));
-    CHECK_LINKS_AFTER_COPY(document.root);
-}
-
-TEST(ElementAssignment, of_an_ancestor_to_its_descendant_of_another_type) {
-    Document document(R"([0,{"a":[null]}])");
-    document.root.get("[1].a[0]") = document.root;
-    EXPECT_EQ(R"([0,{"a": [[0,{"a": [null]}]]}])", compact(document.root));
-    CHECK_LINKS_AFTER_COPY(document.root);
-    EXPECT_EQ("[1].a[0]", document.root.get("[1].a[0]").path());
-}
-
-TEST(ElementAssignment, of_a_sibling) {
-    Document document(R"({"a":[1,2],"b":{"c":3}})");
-    document.root.get("a") = document.root.get("b");
-    EXPECT_EQ(R"({"a": {"c": 3},"b": {"c": 3}})", compact(document.root));
-    CHECK_LINKS(document.root);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include <type_traits>
 
 #include "support/Document.h"
+#include "support/ErrorText.h"
 #include "support/GroupingLocale.h"
 
 namespace {
@@ -21,23 +22,12 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::Exception;
 using ko::Orvid::ParseException;
+using orvid_test::addressPart;
 using orvid_test::Document;
+using orvid_test::generated;
 using orvid_test::thrownBy;
 
 const Element* const k_noElement = nullptr;
-
-/// What the errors whose context is an address print of it.
-std::string addressPart(const Exception& error) {
-    std::ostringstream text;
-    text << " Current element: \"" << static_cast<const void*>(error.elementPath()) << "\"";
-    return text.str();
-}
-
-std::string generated(const ko::Exception& error) {
-    std::string text = "what was there before";
-    error.generateWhat(text);
-    return text;
-}
 
 static_assert(std::is_base_of_v<ko::Exception, Exception>);
 static_assert(std::is_base_of_v<Exception, ParseException>);

@@ -16,18 +16,16 @@
 
 #include "support/Document.h"
 #include "support/GroupingLocale.h"
+#include "support/NumberErrors.h"
 #include "support/NumberProbe.h"
 
 namespace {
 
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
-using ko::Orvid::ValueOutOfRange;
+using orvid_test::ReadError;
+using orvid_test::TextError;
 using orvid_test::thrownBy;
-
-using TextError = ValueOutOfRange<std::string, std::string>;
-template<class T>
-using ReadError = ValueOutOfRange<Number, T>;
 
 /// The shorthand that reads T.
 template<class T>

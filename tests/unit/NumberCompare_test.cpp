@@ -14,15 +14,15 @@
 #include <string>
 
 #include "support/Document.h"
+#include "support/NumberErrors.h"
 #include "support/NumberProbe.h"
 
 namespace {
 
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
+using orvid_test::TextError;
 using orvid_test::thrownBy;
-
-using TextError = ko::Orvid::ValueOutOfRange<std::string, std::string>;
 
 constexpr long long k_minSigned = std::numeric_limits<long long>::min();
 constexpr long long k_maxSigned = std::numeric_limits<long long>::max();

@@ -18,15 +18,15 @@
 
 #include "support/Document.h"
 #include "support/GroupingLocale.h"
+#include "support/NumberErrors.h"
 #include "support/NumberProbe.h"
 
 namespace {
 
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
+using orvid_test::TextError;
 using orvid_test::thrownBy;
-
-using TextError = ko::Orvid::ValueOutOfRange<std::string, std::string>;
 
 constexpr long long k_lowest = std::numeric_limits<long long>::min();
 

@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "support/Document.h"
+#include "support/NumberErrors.h"
 #include "support/NumberProbe.h"
 
 namespace {
@@ -24,9 +25,8 @@ namespace {
 using ko::DecNumber;
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
+using orvid_test::TextError;
 using orvid_test::thrownBy;
-
-using TextError = ko::Orvid::ValueOutOfRange<std::string, std::string>;
 
 /// Both sides of a number as it holds them, nothing computed.
 testing::AssertionResult holds(const Number& number, Number::EBinaryType kind,

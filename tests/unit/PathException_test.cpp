@@ -14,25 +14,16 @@
 #include <type_traits>
 
 #include "support/Document.h"
+#include "support/ErrorText.h"
 
 namespace {
 
 using ko::Orvid::Exception;
 using ko::Orvid::KeyNotFound;
 using ko::Orvid::PathNotFound;
+using orvid_test::addressPart;
 using orvid_test::Document;
-
-std::string addressPart(const Exception& error) {
-    std::ostringstream text;
-    text << " Current element: \"" << static_cast<const void*>(error.elementPath()) << "\"";
-    return text.str();
-}
-
-std::string generated(const ko::Exception& error) {
-    std::string text = "what was there before";
-    error.generateWhat(text);
-    return text;
-}
+using orvid_test::generated;
 
 static_assert(std::is_base_of_v<Exception, KeyNotFound>);
 static_assert(std::is_base_of_v<Exception, PathNotFound>);

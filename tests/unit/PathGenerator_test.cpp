@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "support/EnumNames.h"
+
 namespace orvid_test {
 namespace {
 
@@ -147,40 +149,15 @@ TEST(PathGenerator, says_nothing_of_a_stream_that_fails) {
     EXPECT_EQ(out.str(), ".b");
 }
 
-struct StateName {
-    PathGenerator::EState state;
-    std::string narrow;
-    std::wstring wide;
-};
-
 TEST(PathGenerator, prints_the_names_of_its_states_in_narrow_and_wide_text) {
-    const std::vector<StateName> names = {
-        {PathGenerator::esInit, "esInit", L"esInit"},
-        {PathGenerator::esObject, "esObject", L"esObject"},
-        {PathGenerator::esArray, "esArray", L"esArray"},
-        {PathGenerator::esError, "esError", L"esError"},
-    };
-    int value = 0;
-    for (const StateName& name : names) {
-        EXPECT_EQ(name.state, value++);
-        std::ostringstream narrow;
-        narrow << name.state;
-        EXPECT_EQ(narrow.str(), name.narrow);
-        std::wostringstream wide;
-        wide << name.state;
-        EXPECT_EQ(wide.str(), name.wide);
-    }
+    EXPECT_EQ(PathGenerator::esInit, 0);
+    EXPECT_EQ(PathGenerator::esError, 3);
+    expectNames<PathGenerator::EState>({"esInit", "esObject", "esArray", "esError"});
 }
 
 TEST(PathGenerator, sets_failbit_and_writes_nothing_for_a_state_without_a_name) {
-    std::ostringstream narrow;
-    narrow << static_cast<PathGenerator::EState>(4);
-    EXPECT_EQ(narrow.rdstate(), std::ios_base::failbit);
-    EXPECT_EQ(narrow.str(), "");
-    std::wostringstream wide;
-    wide << static_cast<PathGenerator::EState>(-1);
-    EXPECT_EQ(wide.rdstate(), std::ios_base::failbit);
-    EXPECT_EQ(wide.str(), L"");
+    expectNoName(static_cast<PathGenerator::EState>(4), std::ios_base::failbit);
+    expectNoName(static_cast<PathGenerator::EState>(-1), std::ios_base::failbit);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 
 #include "PathLog.h"
 #include "support/Document.h"
+#include "support/EnumNames.h"
 
 namespace orvid_test {
 namespace {
@@ -278,42 +279,16 @@ TEST(PathParser, goes_into_the_error_state_only_when_the_listener_refuses_to_go_
                      "parser state esArray"}));
 }
 
-struct StateName {
-    PathParser::EState state;
-    std::string narrow;
-    std::wstring wide;
-};
-
 TEST(PathParser, prints_the_names_of_its_states_in_narrow_and_wide_text) {
-    const std::vector<StateName> names = {
-        {PathParser::esInit, "esInit", L"esInit"},
-        {PathParser::esObjectInit, "esObjectInit", L"esObjectInit"},
-        {PathParser::esObject, "esObject", L"esObject"},
-        {PathParser::esArrayInit, "esArrayInit", L"esArrayInit"},
-        {PathParser::esArray, "esArray", L"esArray"},
-        {PathParser::esError, "esError", L"esError"},
-    };
-    int value = 0;
-    for (const StateName& name : names) {
-        EXPECT_EQ(name.state, value++);
-        std::ostringstream narrow;
-        narrow << name.state;
-        EXPECT_EQ(narrow.str(), name.narrow);
-        std::wostringstream wide;
-        wide << name.state;
-        EXPECT_EQ(wide.str(), name.wide);
-    }
+    EXPECT_EQ(PathParser::esInit, 0);
+    EXPECT_EQ(PathParser::esError, 5);
+    expectNames<PathParser::EState>(
+        {"esInit", "esObjectInit", "esObject", "esArrayInit", "esArray", "esError"});
 }
 
 TEST(PathParser, sets_badbit_and_writes_nothing_for_a_state_without_a_name) {
-    std::ostringstream narrow;
-    narrow << static_cast<PathParser::EState>(6);
-    EXPECT_EQ(narrow.rdstate(), std::ios_base::badbit);
-    EXPECT_EQ(narrow.str(), "");
-    std::wostringstream wide;
-    wide << static_cast<PathParser::EState>(-1);
-    EXPECT_EQ(wide.rdstate(), std::ios_base::badbit);
-    EXPECT_EQ(wide.str(), L"");
+    expectNoName(static_cast<PathParser::EState>(6), std::ios_base::badbit);
+    expectNoName(static_cast<PathParser::EState>(-1), std::ios_base::badbit);
 }
 
 }  // namespace

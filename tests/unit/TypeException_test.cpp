@@ -12,20 +12,16 @@
 #include <type_traits>
 
 #include "support/Document.h"
+#include "support/ErrorText.h"
 
 namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::EType;
 using orvid_test::Document;
+using orvid_test::generated;
 using orvid_test::thrownBy;
 using TypeError = ko::Orvid::TypeException<EType>;
-
-std::string generated(const ko::Exception& error) {
-    std::string text = "what was there before";
-    error.generateWhat(text);
-    return text;
-}
 
 static_assert(std::is_base_of_v<ko::Orvid::Exception, TypeError>);
 

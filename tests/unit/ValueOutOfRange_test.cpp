@@ -14,7 +14,9 @@
 #include <type_traits>
 
 #include "support/Document.h"
+#include "support/ErrorText.h"
 #include "support/GroupingLocale.h"
+#include "support/NumberErrors.h"
 #include "support/NumberProbe.h"
 
 namespace {
@@ -22,20 +24,13 @@ namespace {
 using ko::Orvid::Number;
 using ko::Orvid::NumberProbe;
 using ko::Orvid::ValueOutOfRange;
+using orvid_test::generated;
+using orvid_test::ReadError;
+using orvid_test::TextError;
 using orvid_test::thrownBy;
-
-using TextError = ValueOutOfRange<std::string, std::string>;
-template<class T>
-using ReadError = ValueOutOfRange<Number, T>;
 
 static_assert(std::is_base_of_v<ko::Orvid::Exception, TextError>);
 static_assert(std::is_base_of_v<ko::Orvid::Exception, ReadError<int>>);
-
-std::string generated(const ko::Exception& error) {
-    std::string text = "what was there before";
-    error.generateWhat(text);
-    return text;
-}
 
 /// The text of the error for the number `text` and the limits of T.
 template<class T>
