@@ -44,7 +44,7 @@ std::string linkTarget(const std::string& name) {
     constexpr int mostLinks = 40;  // as the system itself
     std::filesystem::path target = name;
     std::error_code error;
-    for (int i = 0; i < mostLinks; ++i) {
+    for (int i = 0; i <= mostLinks; ++i) {
         if (!std::filesystem::is_symlink(std::filesystem::symlink_status(target, error))) {
             return target.string();
         }

@@ -267,6 +267,50 @@ INSTANTIATE_TEST_SUITE_P(Values, EditsWithoutMemory, testing::ValuesIn(k_values)
 INSTANTIATE_TEST_SUITE_P(ByPath, EditsWithoutMemory, testing::ValuesIn(k_byPath), nameOf);
 INSTANTIATE_TEST_SUITE_P(Containers, EditsWithoutMemory, testing::ValuesIn(k_containers), nameOf);
 
+/// An object and an array of so many children.
+std::string manyChildren(unsigned int count) {
+    std::string members;
+    std::string items;
+    for (unsigned int i = 0; i < count; ++i) {
+        const std::string separator = i == 0 ? "" : ",";
+        members += separator + "\"" + std::to_string(i) + "\":" + std::to_string(i);
+        items += separator + std::to_string(i);
+    }
+    return "[{" + members + "},[" + items + "]]";
+}
+
+/// How children are found depends on their number, and changes with one more of them.
+TEST(EditsWithoutMemory, leave_every_way_of_finding_children_as_it_was) {
+    for (const unsigned int count : {7U, 8U, 9U, 15U, 16U, 17U, 63U, 64U, 65U, 128U}) {
+        const std::string text = manyChildren(count);
+        for (std::size_t number = 1; number < 12; ++number) {
+            const Document document(text);
+            Element root(document.root);
+            for (Element& item : root.array()) {
+                refuseAllocation(number, Refusal::forGood);
+                try {
+                    if (item.isObject()) {
+                        item.object().resetMember(k_new);
+                        item.object().erase(k_new);
+                    } else {
+                        item.array().appendNull();
+                        item.array().pop_back();
+                    }
+                } catch (const std::bad_alloc&) {
+                }
+                refuseNone();
+            }
+            ASSERT_EQ(compact(root), compact(document.root)) << count << ' ' << number;
+            CHECK_LINKS_AFTER_COPY(root);
+            for (unsigned int i = 0; i < count; ++i) {
+                ASSERT_EQ(root.get("[0]").object().find(std::to_string(i))->second.to<unsigned>(),
+                          i);
+                ASSERT_EQ(root.get("[1]").array()[i].to<unsigned>(), i);
+            }
+        }
+    }
+}
+
 /// What create() has made before it fails is new; nothing that was there is changed.
 TEST(EditsWithoutMemory, creation_changes_no_value_that_was_there) {
     for (std::size_t number = 1; number < 60; ++number) {

@@ -91,6 +91,13 @@ TEST(DomFile, names_the_file_and_the_place_of_a_fault) {
     EXPECT_EQ(*cause->elementPath(), "a");
 }
 
+TEST(DomFile, tells_no_place_where_lenient_reading_knows_none) {
+    const ScratchFolder folder;
+    const std::string name = folder.makeFile("a.json", "[1, ]");
+    const auto error = thrownBy<FileException>([&] { Dom::load(name, ReadOptions()); });
+    EXPECT_EQ(error.reason(), "parse error: unallowed token at this point in JSON text");
+}
+
 TEST(DomFile, names_a_file_that_cannot_be_read) {
     const auto error = thrownBy<FileException>([] { Dom::load("/no/such/file"); });
     EXPECT_STREQ(error.what(), "Cannot read \"/no/such/file\": No such file or directory");
@@ -169,7 +176,8 @@ TEST(DomFile, saves_nothing_that_the_generator_refuses) {
     EXPECT_EQ(failureToSave(documentOf(deep)).reason(), "Nested deeper than 127 levels");
     WriteOptions ascii;
     ascii.asciiOnly = true;
-    failureToSave(documentOf(Element("\xFF")), ascii);
+    EXPECT_EQ(failureToSave(documentOf(Element("\xFF")), ascii).reason(),
+              "A value was refused, with the state 6");
 }
 
 TEST(DomFile, leaves_the_old_file_when_the_disk_is_full) {

@@ -325,4 +325,24 @@ TEST(DomParserEvents, a_subclass_that_stops_the_text_gets_a_parse_exception) {
     EXPECT_EQ("[1]", compact(root));
 }
 
+/// Takes no null.
+class Choosy : public DomParser {
+public:
+    using DomParser::DomParser;
+
+protected:
+    int cb_null() override { throw ParseException("Nulls are not wanted", -1, -1, -1, -1); }
+};
+
+TEST(DomParserEvents, faults_of_a_subclass_get_the_place_where_the_reader_is) {
+    Choosy parser(ko::Orvid::ReadOptions::strict());
+    Element root;
+    const std::string text = "[1,\n true, null]";
+    const auto fault = thrownBy<ParseException>([&] { parser.parse(root, text); });
+    EXPECT_EQ("Nulls are not wanted", fault.message());
+    EXPECT_EQ(2, fault.firstLine());
+    EXPECT_EQ("[1,true]", compact(root));
+    CHECK_LINKS(root);
+}
+
 }  // namespace

@@ -20,6 +20,7 @@ namespace {
 
 using ko::Orvid::applyPatch;
 using ko::Orvid::Element;
+using ko::Orvid::Number;
 using ko::Orvid::PatchException;
 
 struct SPatch {
@@ -132,6 +133,7 @@ TEST(JsonPatch, tests_by_value_whatever_the_order_of_members) {
            R"({"a":1,"b":[2]})"});
     check({R"({"a":1})", R"([{"op":"test","path":"","value":{"a":1,"b":2}}])", nullptr});
     check({"[1,2]", R"([{"op":"test","path":"","value":[2,1]}])", nullptr});
+    check({R"({"a":1})", R"([{"op":"test","path":"","value":{"b":1}}])", nullptr});
     check({"[null]", R"([{"op":"test","path":"/0","value":false}])", nullptr});
     check({"[null]", R"([{"op":"test","path":"/0","value":null}])", "[null]"});
     check({"[1]", R"([{"op":"test","path":"/1","value":null}])", nullptr});
@@ -149,6 +151,18 @@ TEST(JsonPatch, tests_numbers_that_no_binary_type_holds_by_their_digits) {
                Document(R"([{"op":"test","path":"/0","value":900719925474099312345}])").root);
     EXPECT_THROW(target.root.get("[0]").number().toInt(), ko::Orvid::Exception)
         << "the test must not use up the refusal of the document's number";
+}
+
+TEST(JsonPatch, tests_refused_text_that_is_no_number_by_its_bytes) {
+    const std::string text = "this is no digit at all, but it is long";
+    Document patch(R"([{"op":"test","path":"/0","value":1}])");
+    patch.root.get("[0].value").setNumber(Number(text));
+    Document target("[1]");
+    EXPECT_THROW(applyPatch(target.root, patch.root), PatchException);
+    target.root.get("[0]").setNumber(Number(text + "!"));
+    EXPECT_THROW(applyPatch(target.root, patch.root), PatchException);
+    target.root.get("[0]").setNumber(Number(text));
+    EXPECT_NO_THROW(applyPatch(target.root, patch.root));
 }
 
 TEST(JsonPatch, refuses_what_is_no_operation) {

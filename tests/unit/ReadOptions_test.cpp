@@ -107,6 +107,19 @@ TEST(ReadOptions, utf8_is_checked_in_strings_keys_and_comments) {
     EXPECT_EQ("", faultOf(k_whole, "[\"\xFF\"]/*\xFF*/"));
 }
 
+TEST(ReadOptions, utf8_of_comments_is_checked_to_the_byte) {
+    EXPECT_EQ("1,4-1,4 @: Invalid UTF-8", faultOf(k_utf8, "/* \xFF */ 1"));
+    EXPECT_EQ("1,4-1,4 @: Invalid UTF-8", faultOf(k_utf8, "// \x80\n1"));
+    EXPECT_EQ("1,3-1,4 @: Invalid UTF-8", faultOf(k_utf8, "/*\xE2\x82*/1"));
+    EXPECT_EQ("1,3-1,5 @: Invalid UTF-8", faultOf(k_utf8, "//\xF0\x9F\x98\n1"));
+    EXPECT_EQ("", faultOf(k_utf8, "/*\xE2\x82\xAC\xF0\x9F\x98\x80*/ 1 // \xC3\xA4\n"));
+    EXPECT_EQ("", faultOf(k_lenient, "/*\xFF*/ 1"));
+    ReadOptions whole = k_utf8;
+    whole.requireWholeDocument = true;
+    EXPECT_EQ("1,5-1,5 @: Invalid UTF-8", faultOf(whole, "1 //\xC3"));
+    EXPECT_EQ("", faultOf(whole, "1 //"));
+}
+
 TEST(ReadOptions, half_a_surrogate_pair_is_a_fault_or_is_read_as_something_else) {
     const std::string half = ": The escape of half a surrogate pair";
     EXPECT_EQ("1,3-1,8 @" + half, faultOf(k_pairs, R"(["\ud800"])"));

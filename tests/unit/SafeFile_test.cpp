@@ -15,6 +15,8 @@
 #include <csignal>
 #include <exception>
 #include <filesystem>
+#include <fstream>
+#include <future>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -123,6 +125,22 @@ TEST(SafeFile, replaces_what_a_symbolic_link_leads_to) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "second"));
     EXPECT_EQ(folder.names(), (TNames{"first", "real", "second"}));
     EXPECT_EQ(SafeFile(folder.file("second")).target(), folder.file("real/a"));
+}
+
+TEST(SafeFile, follows_as_many_symbolic_links_as_the_system) {
+    const ScratchFolder folder;
+    std::string name = folder.makeFile("0", "old");
+    constexpr int most = 40;
+    for (int i = 1; i <= most + 1; ++i) {
+        std::filesystem::create_symlink(name, folder.file(std::to_string(i)));
+        name = folder.file(std::to_string(i));
+    }
+    replaceFile(folder.file(std::to_string(most)), "new");
+    EXPECT_EQ(contentOf(folder.file("0")), "new");
+    EXPECT_EQ(readFile(folder.file(std::to_string(most))), "new");
+    EXPECT_EQ(thrownBy<FileException>([&] { replaceFile(name, "newer"); }).error(), ELOOP);
+    EXPECT_EQ(thrownBy<FileException>([&] { readFile(name); }).error(), ELOOP);
+    EXPECT_EQ(contentOf(folder.file("0")), "new");
 }
 
 TEST(SafeFile, makes_the_file_that_a_symbolic_link_misses) {
@@ -319,6 +337,17 @@ TEST(ReadFile, reads_every_byte) {
 TEST(ReadFile, reads_files_that_do_not_tell_their_size) {
     EXPECT_FALSE(readFile("/proc/self/status").empty());
     EXPECT_TRUE(readFile("/dev/null").empty());
+}
+
+TEST(ReadFile, reads_a_pipe_to_its_end) {
+    const ScratchFolder folder;
+    const std::string name = folder.file("pipe");
+    ASSERT_EQ(::mkfifo(name.c_str(), 0600), 0);
+    std::string bytes(200000, 'x');
+    bytes.back() = 'y';
+    auto written = std::async(std::launch::async,
+                              [&] { std::ofstream(name, std::ios_base::binary) << bytes; });
+    EXPECT_EQ(readFile(name), bytes);
 }
 
 TEST(ReadFile, tells_the_name_and_the_reason_when_it_cannot) {

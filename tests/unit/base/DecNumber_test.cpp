@@ -83,6 +83,7 @@ TEST(DecNumber, rejects_text_that_is_no_decimal_number_and_shows_it) {
     EXPECT_EQ("Not a decimal number: \"\"", readError(""));
     EXPECT_EQ("Not a decimal number: \"abc\"", readError("abc"));
     EXPECT_EQ("Not a decimal number: \"1\\x0A\"", readError("1\n"));
+    EXPECT_EQ("Not a decimal number: \"1\\x1F \\x7F\"", readError("1\x1F \x7F"));
 }
 
 TEST(DecNumber, rejects_an_embedded_nul) {
