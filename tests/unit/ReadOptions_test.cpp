@@ -17,6 +17,7 @@ using ko::Orvid::ReadOptions;
 using ko::Orvid::RepeatedKeys;
 using orvid_test::faultOf;
 using orvid_test::Reading;
+using orvid_test::readPieces;
 using orvid_test::readStream;
 using orvid_test::readWhole;
 
@@ -118,6 +119,26 @@ TEST(ReadOptions, utf8_of_comments_is_checked_to_the_byte) {
     whole.requireWholeDocument = true;
     EXPECT_EQ("1,5-1,5 @: Invalid UTF-8", faultOf(whole, "1 //\xC3"));
     EXPECT_EQ("", faultOf(whole, "1 //"));
+}
+
+TEST(ReadOptions, a_byte_order_mark_is_named_at_the_begin_only) {
+    const std::string due = ": a value is due";
+    EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark" + due,
+              faultOf(k_whole, "\xEF\xBB\xBF[1]"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected byte 0xEF" + due, faultOf(k_whole, " \xEF\xBB\xBF[1]"));
+    EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xFE" + due, faultOf(k_whole, "\xFE\xFF[1]"));
+}
+
+TEST(ReadOptions, limits_count_from_the_begin_of_the_text_in_pieces_too) {
+    const ReadOptions five = with(&ReadOptions::maxLength, std::uint64_t(5));
+    const ReadOptions line = with(&ReadOptions::maxLineLength, std::uint64_t(4));
+    for (std::size_t size = 1; size < 8; ++size) {
+        EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes",
+                  readPieces(five, "[1,2] ", size).fault);
+        EXPECT_EQ("2,5-2,5 @: The line is longer than 4 bytes",
+                  readPieces(line, "[1,2\n,3,4]", size).fault);
+        EXPECT_EQ("", readPieces(line, "[1,2\n,3,4\n]", size).fault);
+    }
 }
 
 TEST(ReadOptions, half_a_surrogate_pair_is_a_fault_or_is_read_as_something_else) {

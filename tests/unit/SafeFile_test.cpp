@@ -241,6 +241,33 @@ TEST(SafeFile, replaces_a_file_in_a_folder_that_cannot_be_read) {
     EXPECT_EQ(contentOf(name), "new");
 }
 
+/// Until the end of the scope no descriptor 0 is open, so that the next file gets it.
+class NoStandardInput {
+public:
+    NoStandardInput() : m_kept(::dup(0)) { ::close(0); }
+    NoStandardInput(const NoStandardInput&) = delete;
+    NoStandardInput& operator=(const NoStandardInput&) = delete;
+    ~NoStandardInput() {
+        if (m_kept >= 0) {
+            ::dup2(m_kept, 0);
+            ::close(m_kept);
+        }
+    }
+
+private:
+    int m_kept;
+};
+
+TEST(SafeFile, works_without_a_standard_input) {
+    const ScratchFolder folder;
+    const std::string name = folder.makeFile("a", "old");
+    const NoStandardInput none;
+    replaceFile(name, "new");
+    EXPECT_EQ(readFile(name), "new");
+    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(::close(0), -1) << "a descriptor is left open";
+}
+
 TEST(SafeFile, replaces_regular_files_only) {
     const ScratchFolder folder;
     const std::string pipe = folder.file("pipe");
