@@ -27,9 +27,6 @@ std::string byteText(unsigned char byte) {
 
 std::size_t TextScanner::scan(std::string_view piece) {
     m_keys.clear();
-    if (m_fault) {
-        return 0;
-    }
     m_piece = reinterpret_cast<const Byte*>(piece.data());
     std::optional<TextFault> beyond;
     const Byte* const end = m_piece + limited(piece, beyond);
@@ -86,9 +83,6 @@ std::optional<std::size_t> TextScanner::longLineEnd(std::string_view piece) cons
 }
 
 void TextScanner::finish() {
-    if (m_fault) {
-        return;
-    }
     const bool isOver =
         isComplete() || isLastNumberOver() ||
         (m_due == Due::nothing && m_within == Within::comment && m_comment == Comment::line);

@@ -34,7 +34,7 @@ public:
     explicit TextScanner(const ReadOptions& options) : m_options(options) {}
 
     /// Looks at the next piece, and answers how many of its bytes may be read: all, or those before
-    /// the fault.
+    /// the fault. After a fault neither this nor finish() may be called.
     std::size_t scan(std::string_view piece);
     /// Counts the lines of the piece that was scanned last, whose faults can be placed no more.
     void leave(std::string_view piece) noexcept { m_lines.count(piece); }

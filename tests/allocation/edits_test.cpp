@@ -311,6 +311,25 @@ TEST(EditsWithoutMemory, leave_every_way_of_finding_children_as_it_was) {
     }
 }
 
+TEST(EditsWithoutMemory, make_no_half_copies_of_many_children) {
+    const Document document(manyChildren(70));
+    bool isRefused = true;
+    for (std::size_t number = 1; isRefused; ++number) {
+        const std::size_t blocks = liveBlocks();
+        bool isCopied = false;
+        refuseAllocation(number, Refusal::once);
+        try {
+            const Element copy(document.root);
+            isCopied = true;
+        } catch (const std::bad_alloc&) {
+        }
+        isRefused = refuseNone();
+        ASSERT_NE(isRefused, isCopied) << number;
+        ASSERT_EQ(liveBlocks(), blocks) << "leaked at request " << number;
+        ASSERT_LT(number, 10000U) << "no end of requests";
+    }
+}
+
 /// What create() has made before it fails is new; nothing that was there is changed.
 TEST(EditsWithoutMemory, creation_changes_no_value_that_was_there) {
     for (std::size_t number = 1; number < 60; ++number) {

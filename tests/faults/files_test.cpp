@@ -95,6 +95,10 @@ TEST_F(ReplacedFile, needs_no_file_system_that_flushes_folders) {
     replacesInSpiteOf(Call::fsync, {0, EROFS});
 }
 
+TEST_F(ReplacedFile, stays_as_it_was_where_it_may_not_be_written_to) {
+    failsBy(Call::faccessat, {EACCES}, "write");
+}
+
 TEST_F(ReplacedFile, stays_as_it_was_when_the_mode_cannot_be_kept) {
     failsBy(Call::fchmod, {EPERM}, "write");
 }

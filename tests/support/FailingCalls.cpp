@@ -21,7 +21,7 @@ struct Errors {
     std::size_t count;
 };
 
-std::array<Errors, 6> g_errors{};
+std::array<Errors, 7> g_errors{};
 
 /// The error that this call is to fail with, or 0.
 int nextError(orvid_test::Call call) {
@@ -80,6 +80,11 @@ int close(int file) {
         return -1;
     }
     return result;
+}
+
+int faccessat(int folder, const char* name, int mode, int flags) noexcept {
+    static auto* const systemsFaccessat = systems<int(int, const char*, int, int)>("faccessat");
+    return fails(orvid_test::Call::faccessat) ? -1 : systemsFaccessat(folder, name, mode, flags);
 }
 
 int fchmod(int file, mode_t mode) noexcept {

@@ -274,6 +274,19 @@ TEST(DomParserFeed, a_stream_that_is_not_good_is_told_of) {
     EXPECT_TRUE(root.isNull());
 }
 
+TEST(DomParserFeed, a_stream_that_is_not_good_is_empty_unless_the_document_must_be_whole) {
+    std::istringstream in("[1]");
+    in.setstate(std::ios_base::failbit);
+    Element root("before");
+    ReadOptions options;
+    options.validateUtf8 = true;
+    DomParser parser(options);
+    parser.parse(root, in);
+    EXPECT_TRUE(root.isNull());
+    EXPECT_EQ(0U, parser.position());
+    EXPECT_EQ(std::ios_base::failbit, in.rdstate());
+}
+
 TEST(DomParserFeed, a_stream_ends_early_as_a_text_does) {
     std::istringstream in("");
     Element root;

@@ -70,6 +70,13 @@ TEST(FillDefaults, fills_an_element_of_no_value) {
     CHECK_LINKS(document.root);
 }
 
+TEST(FillDefaults, takes_a_default_of_no_value_for_none) {
+    Document document(withSchema(R"({"properties":{"a":{"default":1}}})", ""));
+    document.root.get("meta.schema.properties.a.default") = Element::k_emptyElement;
+    EXPECT_EQ(fillDefaults(document.root), 0U);
+    EXPECT_FALSE(document.root.pathExists("a"));
+}
+
 TEST(FillDefaults, makes_the_objects_that_lead_to_a_default) {
     check(R"({"properties":{"a":{"properties":{"b":{"properties":{"c":{"default":1}}},
                                                "x":{"properties":{"y":{}}}}}}})",
@@ -254,6 +261,17 @@ TEST(ExplainDefault, points_to_what_the_lookup_answers) {
         EXPECT_EQ(origin.value, &found == &fallback ? nullptr : &found) << path;
     }
     EXPECT_THROW(explainDefault(document.root, "a..b"), ko::Orvid::ParseException);
+}
+
+TEST(ExplainDefault, joins_the_path_to_that_of_the_element) {
+    const Document document(withSchema("{}", R"(,"a":{"b":[1]})"));
+    const Element& a = document.root.get("a");
+    EXPECT_EQ(explainDefault(a, "b[0]").path, "a.b[0]");
+    EXPECT_EQ(explainDefault(a, ".b").path, "a.b");
+    EXPECT_EQ(explainDefault(a).path, "a");
+    EXPECT_EQ(explainDefault(a.get("b"), "[0]").path, "a.b[0]");
+    EXPECT_EQ(explainDefault(document.root, "a").path, "a");
+    EXPECT_EQ(explainDefault(document.root, "a").text(), "\"a\" has a value in the data.");
 }
 
 TEST(ExplainDefault, prints_the_names_of_its_sources) {

@@ -52,6 +52,12 @@ TEST(SourceExcerpt, marks_every_character_of_the_fault) {
     EXPECT_EQ("[\"\\ud800\"]\n  ^^^^^^\n", excerptOf(R"(["\ud800"])"));
 }
 
+TEST(SourceExcerpt, marks_one_character_where_the_last_column_is_not_behind_the_first) {
+    EXPECT_EQ("[1, x]\n    ^\n", excerptAt("[1, x]", 5, 5));
+    EXPECT_EQ("[1, x]\n    ^\n", excerptAt("[1, x]", 5, 2));
+    EXPECT_EQ("[1, x]\n    ^\n", excerptAt("[1, x]", 5, -1));
+}
+
 TEST(SourceExcerpt, marks_the_place_behind_the_last_character_of_a_text_that_ends_early) {
     EXPECT_EQ("[1, 2\n     ^\n", excerptOf("[1, 2"));
     EXPECT_EQ("\n^\n", excerptOf(""));
