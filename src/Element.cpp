@@ -18,6 +18,7 @@
 #include "PathText.h"
 #include "TextStream.h"
 #include "Tree.h"
+#include "TreeMove.h"
 
 namespace ko::Orvid {
 
@@ -79,10 +80,15 @@ Element& Element::operator=(Element&& other) {
 }
 
 void Element::swap(Element& other) {
-    if (this != &other) {
-        Element former(std::move(*this));
+    if (this == &other) {
+        return;
+    }
+    if (isContainer(m_data) && isWithin(other, *this)) {
         *this = std::move(other);
-        other = std::move(former);
+    } else if (isContainer(other.m_data) && isWithin(*this, other)) {
+        other = std::move(*this);
+    } else {
+        swapValues(*this, other);
     }
 }
 

@@ -51,6 +51,16 @@ const std::vector<Operation> k_elements = {
          swap(trees.root.get("a.list[1]"), trees.other.get("o"));
          return nothing();
      }},
+    {"swap_with_a_part_of_itself", Leaves::everything,
+     [](Trees& trees) {
+         swap(trees.root, trees.root.get("a.list"));
+         return nothing();
+     }},
+    {"swap_a_part_with_the_whole", Leaves::everything,
+     [](Trees& trees) {
+         swap(trees.root.get("a.list"), trees.root);
+         return nothing();
+     }},
 };
 
 const std::vector<Operation> k_containers = {
