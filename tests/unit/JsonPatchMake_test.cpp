@@ -7,10 +7,14 @@
 
 #include <gtest/gtest.h>
 #include <ko/Orvid/Array.h>
+#include <ko/Orvid/build.h>
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/Document.h"
 #include "support/SmallStack.h"
@@ -183,6 +187,47 @@ TEST(JsonPatchMake, turns_random_documents_into_each_other) {
         Document changed(from);
         mutate(changed.root, random);
         checkBothWays(from, compact(changed.root));
+    }
+}
+
+/// The length of the longest sequence that is left of both when items are taken away.
+std::size_t mostInCommon(const std::vector<int>& a, const std::vector<int>& b) {
+    std::vector<std::size_t> row(b.size() + 1, 0);
+    for (const int item : a) {
+        std::size_t diagonal = 0;
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t above = std::exchange(diagonal, row[j + 1]);
+            row[j + 1] = item == b[j] ? above + 1 : std::max(row[j], row[j + 1]);
+        }
+    }
+    return row.back();
+}
+
+Element arrayOf(const std::vector<int>& items) {
+    Element array = ko::Orvid::makeArray({});
+    for (const int item : items) {
+        array.array().push_back(Element(item));
+    }
+    return array;
+}
+
+TEST(JsonPatchMake, keeps_as_many_items_as_can_stay) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<int> items[2];
+        for (std::vector<int>& list : items) {
+            list.resize(random() % 9);
+            std::generate(list.begin(), list.end(), [&] { return static_cast<int>(random() % 4); });
+        }
+        const Element from = arrayOf(items[0]);
+        const Element to = arrayOf(items[1]);
+        const Element patch = makePatch(from, to);
+        std::size_t kept = items[0].size();
+        for (const Element& operation : patch.array()) {
+            kept -= operation.get("op").string() == "add" ? 0U : 1U;
+        }
+        ASSERT_EQ(kept, mostInCommon(items[0], items[1]))
+            << compact(from) << " to " << compact(to) << " by " << compact(patch);
     }
 }
 

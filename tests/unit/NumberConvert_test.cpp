@@ -47,6 +47,27 @@ TEST(NumberConvert, integers_reach_from_the_smallest_to_the_largest_value) {
     EXPECT_EQ(as<unsigned long long>(Number("18446744073709551616")), std::nullopt);
 }
 
+/// From a signed number, which the text of a positive one never is.
+template<class T>
+void expectLimitsOfSigned() {
+    const auto lowest = static_cast<long long>(std::numeric_limits<T>::min());
+    const auto highest = static_cast<long long>(std::numeric_limits<T>::max());
+    EXPECT_EQ(as<T>(Number(lowest)), std::numeric_limits<T>::min());
+    EXPECT_EQ(as<T>(Number(highest)), std::numeric_limits<T>::max());
+    EXPECT_EQ(as<T>(Number(lowest - 1)), std::nullopt);
+    EXPECT_EQ(as<T>(Number(highest + 1)), std::nullopt);
+}
+
+TEST(NumberConvert, signed_numbers_reach_from_the_smallest_to_the_largest_value) {
+    expectLimitsOfSigned<char>();
+    expectLimitsOfSigned<unsigned char>();
+    expectLimitsOfSigned<short>();
+    expectLimitsOfSigned<unsigned short>();
+    expectLimitsOfSigned<int>();
+    expectLimitsOfSigned<unsigned int>();
+    EXPECT_EQ(as<unsigned long long>(Number(-1)), std::nullopt);
+}
+
 TEST(NumberConvert, whole_numbers_may_be_spelled_in_any_way) {
     EXPECT_EQ(as<int>(Number("1.0")), 1);
     EXPECT_EQ(as<int>(Number("1e2")), 100);

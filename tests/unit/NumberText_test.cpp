@@ -423,4 +423,15 @@ TEST(NumberText, is_read_the_same_where_the_c_library_has_a_decimal_comma) {
     std::setlocale(LC_NUMERIC, before.c_str());
 }
 
+TEST(RefusedNumberText, of_a_new_number_counts_as_zero_once_it_was_reported) {
+    const std::string refused = "10000000000000000000";
+    const Number numbers[] = {Number(refused), Number(refused.c_str()),
+                              Number((refused + "5").c_str(), 20)};
+    for (const Number& number : numbers) {
+        EXPECT_THROW(number.toULongLong(), TextError);
+        EXPECT_EQ(0U, number.toULongLong());
+        EXPECT_EQ(refused, number.toString());
+    }
+}
+
 }  // namespace
