@@ -2,10 +2,12 @@
 //
 // Edits of a tree while memory is refused: what docs/errors.md says stays.
 
+#include <ko/ListMap.h>
 #include <ko/Orvid.h>
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -327,6 +329,30 @@ TEST(EditsWithoutMemory, make_no_half_copies_of_many_children) {
         ASSERT_NE(isRefused, isCopied) << number;
         ASSERT_EQ(liveBlocks(), blocks) << "leaked at request " << number;
         ASSERT_LT(number, 10000U) << "no end of requests";
+    }
+}
+
+TEST(ListMapWithoutMemory, is_copied_whole_or_not_at_all) {
+    using Map = ko::ListMap<int, int, std::less<int>>;
+    for (const int count : {8, 9, 64, 65, 100}) {
+        Map map;
+        for (int i = 0; i < count; ++i) {
+            map.insert({i, -i});
+        }
+        bool isRefused = true;
+        for (std::size_t number = 1; isRefused; ++number) {
+            const std::size_t blocks = liveBlocks();
+            std::size_t copied = 0;
+            refuseAllocation(number, Refusal::forGood);
+            try {
+                const Map copy(map);
+                copied = copy.size();
+            } catch (const std::bad_alloc&) {
+            }
+            isRefused = refuseNone();
+            ASSERT_EQ(copied, isRefused ? 0U : map.size()) << number;
+            ASSERT_EQ(liveBlocks(), blocks) << "leaked at request " << number;
+        }
     }
 }
 

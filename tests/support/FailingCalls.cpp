@@ -11,7 +11,6 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <cstdio>
 
 namespace {
 
@@ -102,7 +101,6 @@ int fsync(int file) {
     return fails(orvid_test::Call::fsync) ? -1 : systemsFsync(file);
 }
 
-// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the names are the system's
 int rename(const char* from, const char* to) noexcept {
     static auto* const systemsRename = systems<int(const char*, const char*)>("rename");
     return fails(orvid_test::Call::rename) ? -1 : systemsRename(from, to);
