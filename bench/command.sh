@@ -3,16 +3,24 @@
 #
 # Measures the command orvid beside jq, gojq, gron and python3 -m json.tool, those that are installed, in one run of
 # hyperfine, and writes a table and a chart (gnuplot) to build/bench. The folder in ORVID_CORPUS, when set, gives
-# three more documents. usage: bench/command.sh [MEGABYTES OF RECORDS, 200 unless told]
+# three more documents. usage: bench/command.sh [--publish] [MEGABYTES OF RECORDS, 200 unless told]
+# --publish also puts the table and the chart into docs/.
 # shellcheck source=scripts/common.sh
 . "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/../scripts/common.sh"
 
+publish=
+if [ "${1-}" = --publish ]; then
+    publish=yes
+    shift
+fi
 megabytes=${1-200}
 build=build/command-bench
 out=build/bench
 orvid=$PWD/$build/tool/orvid
-records=$out/records.jsonl
-runs=${ORVID_BENCH_RUNS-5}
+records=$out/records-$megabytes.jsonl
+runs=${ORVID_BENCH_RUNS-21}
+line_runs=${ORVID_BENCH_LINE_RUNS-5}
+rows=0
 
 prepare() {
     scripts/setup build bench
@@ -20,7 +28,7 @@ prepare() {
     run cmake --build $build --target orvid_tool
     mkdir -p $out/command
     rm -f $out/command/*
-    [ -s "$records" ] && [ "$(stat -c %s "$records")" -ge $((megabytes * 1000000)) ] || make_records
+    [ -s "$records" ] || make_records
 }
 
 make_records() {
@@ -31,12 +39,13 @@ make_records() {
                            n, n % 1009, n, n % 997, n % 100, 40 + n % 80, "Gruesse", n % 90, n * 7919 % 1000000, n % 180, n * 104729 % 1000000)
             print line
         }
-    }' >"$records"
+    }' >"$records.new"
+    mv "$records.new" "$records"
 }
 
-# row JOB DOCUMENT NAME COMMAND [NAME COMMAND]...: one row of the table, each command by its name.
+# row RUNS JOB NAME COMMAND [NAME COMMAND]...: the same job done by each command that is installed.
 row() {
-    local job=$1 document=$2 names=() commands=()
+    local count=$1 job=$2 names=() commands=()
     shift 2
     while [ $# -gt 0 ]; do
         if command -v "${2%% *}" >/dev/null; then
@@ -44,31 +53,38 @@ row() {
         fi
         shift 2
     done
-    printf '\n== %s, %s\n' "$job" "$document"
-    hyperfine --shell=none --warmup 1 --runs "$runs" --style basic --export-json "$out/command/$(printf '%s %s' "$job" "$document" | tr ' /=' '___').json" \
-        "${names[@]}" "${commands[@]}" 2>&1 | grep -E 'Benchmark|Time|Warning' || return 1
+    printf '\n== %s\n' "$job"
+    rows=$((rows + 1))
+    hyperfine --shell=none --warmup 1 --runs "$count" --style basic \
+        --export-json "$out/command/$(printf %02d $rows) $job.json" \
+        "${names[@]}" "${commands[@]}" 2>&1 | grep -E 'Benchmark|Time|Warning'
 }
 
 # document FILE NAME ORVIDPATH JQPATH: print, get and set of one document.
 document() {
     local file=$1 name=$2 path=$3 jq=$4
-    row print "$name" orvid "$orvid print --meta $file" jq "jq . $file" gojq "gojq . $file" \
+    row "$runs" "print, $name" orvid "$orvid print --meta $file" jq "jq . $file" gojq "gojq . $file" \
         gron "gron $file" json.tool "python3 -m json.tool --no-ensure-ascii $file"
-    row get "$name" orvid "$orvid get $path $file" jq "jq '$jq' $file" gojq "gojq '$jq' $file"
-    row set "$name" orvid "$orvid set $path=1 $file" jq "jq '$jq=1' $file" gojq "gojq '$jq=1' $file"
+    row "$runs" "get, $name" orvid "$orvid get $path $file" jq "jq '$jq' $file" gojq "gojq '$jq' $file"
+    row "$runs" "set, $name" orvid "$orvid set $path=1 $file" jq "jq '$jq=1' $file" gojq "gojq '$jq=1' $file"
 }
 
+# Each with one thread and with two, beside the same run of the others.
 lines() {
-    local jobs
-    for jobs in 1 2; do
-        row "lines get -j $jobs" "$megabytes MB of records" orvid "$orvid get --lines -j $jobs user.name $records" \
-            jq "jq -c .user.name $records" gojq "gojq -c .user.name $records"
-        row "lines set -j $jobs" "$megabytes MB of records" orvid "$orvid set --lines -j $jobs user.name=1 $records" \
-            jq "jq -c .user.name=1 $records" gojq "gojq -c .user.name=1 $records"
-    done
+    row "$line_runs" "get, $megabytes MB of records" \
+        "orvid -j 1" "$orvid get --lines -j 1 user.name $records" \
+        "orvid -j 2" "$orvid get --lines -j 2 user.name $records" \
+        jq "jq -c .user.name $records" gojq "gojq -c .user.name $records"
+    row "$line_runs" "set, $megabytes MB of records" \
+        "orvid -j 1" "$orvid set --lines -j 1 user.name=1 $records" \
+        "orvid -j 2" "$orvid set --lines -j 2 user.name=1 $records" \
+        jq "jq -c .user.name=1 $records" gojq "gojq -c .user.name=1 $records"
 }
 
 prepare
+ORVID_BENCH_COMMIT=$(git describe --always --dirty --exclude '*')
+ORVID_BENCH_LOAD=$(cut -d ' ' -f 1 /proc/loadavg)
+export ORVID_BENCH_COMMIT ORVID_BENCH_LOAD
 document /usr/share/iso-codes/json/iso_3166-2.json iso_3166-2 '3166-2[100].name' '.["3166-2"][100].name'
 if [ -d "${ORVID_CORPUS-}" ]; then
     document "$ORVID_CORPUS/canada.json" canada 'features[0].geometry.coordinates[5][3][1]' '.features[0].geometry.coordinates[5][3][1]'
@@ -76,4 +92,7 @@ if [ -d "${ORVID_CORPUS-}" ]; then
     document "$ORVID_CORPUS/twitter.json" twitter 'statuses[50].user.name' '.statuses[50].user.name'
 fi
 lines
-ORVID_BENCH_COMMIT=$(git describe --always --dirty --exclude '*') bench/command_table.py $out "$orvid"
+bench/command_table.py $out "$orvid"
+if [ -n "$publish" ]; then
+    run cp $out/command-speed.md $out/command-speed.svg docs/
+fi

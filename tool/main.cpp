@@ -104,6 +104,23 @@ Verb& verbOf(const TVerbs& verbs, const CLI::App& app) {
                           [&name](const auto& verb) { return verb->name() == name; });
 }
 
+/// The first word names the verb, or asks for what the command tells of itself.
+void requireVerb(const TVerbs& verbs, const std::vector<std::string>& words) {
+    if (words.empty()) {
+        throw Failure(ExitStatus::usage, "a verb is required; see orvid --help");
+    }
+    const std::string& word = words.front();
+    const bool isKnown = std::any_of(verbs.begin(), verbs.end(),
+                                     [&word](const auto& verb) { return verb->name() == word; });
+    if (isKnown || word == "-h" || word == "--help" || word == "--version") {
+        return;
+    }
+    const std::string text = word.empty() || word.front() != '-'
+                                 ? "there is no verb \"" + word + "\""
+                                 : "a verb stands before its options";
+    throw Failure(ExitStatus::usage, text + "; see orvid --help");
+}
+
 void writeHelp(const CLI::App& app, const CLI::ParseError& request, orvid_tool::Output& out) {
     std::ostringstream text;
     app.exit(request, text, text);
@@ -117,7 +134,8 @@ ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& 
     app.footer(k_about);
     SCall call;
     const TVerbs verbs = orvid_tool::allVerbs();
-    addVerbs(app, verbs, argc > 1 ? argv[1] : "", call);
+    requireVerb(verbs, {argv + 1, argv + argc});
+    addVerbs(app, verbs, argv[1], call);
     try {
         app.parse(markedWords(argc, argv));
         verbOf(verbs, app).prepare(call);

@@ -266,7 +266,11 @@ TEST(bad_output, that_is_closed_is_told) {
 }
 
 TEST(bad_words, are_misuse_and_told_in_one_line) {
-    EXPECT_EQ(orvid({}), failed(2, "A subcommand is required; see orvid --help"));
+    EXPECT_EQ(orvid({}), failed(2, "a verb is required; see orvid --help"));
+    EXPECT_EQ(orvid({"prin", "x.json"}), failed(2, "there is no verb \"prin\"; see orvid --help"));
+    EXPECT_EQ(orvid({""}), failed(2, "there is no verb \"\"; see orvid --help"));
+    EXPECT_EQ(orvid({"--compact", "print"}),
+              failed(2, "a verb stands before its options; see orvid --help"));
     EXPECT_TRUE(failsWithOneLine(orvid({"show"}), 2));
     EXPECT_TRUE(failsWithOneLine(orvid({""}), 2));
     EXPECT_TRUE(failsWithOneLine(orvid({"--bogus"}), 2));

@@ -119,6 +119,19 @@ TEST(short_cut, says_the_same_wherever_a_long_run_ends) {
     }
 }
 
+TEST(short_cut, says_the_same_of_texts_of_megabytes) {
+    std::string text = "[";
+    for (int i = 0; i < 5000; ++i) {
+        text += "{\"key\":[" + std::to_string(i) + ",[]," + (i % 7 == 0 ? "\"\\u00e4\"" : "\"b\"") +
+                "]},";
+    }
+    text += "{\"last\":\"" + repeated("long ", 100000) + "\"}]";
+    for (const std::vector<std::string>& call : std::vector<std::vector<std::string>>{
+             {"print"}, {"print", "--tab"}, {"get", ""}, {"set", "[4999].key[1][*]", "5"}}) {
+        expectSameWithoutShortCut(call, text);
+    }
+}
+
 /// The same sequence in every run.
 struct Sequence {
     std::uint32_t next() {

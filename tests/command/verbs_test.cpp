@@ -104,6 +104,11 @@ TEST(unpaths, is_the_way_back) {
         printed(empty + "\n"));
 }
 
+TEST(unpaths, passes_over_blank_lines) {
+    EXPECT_EQ(orvid({"unpaths", "--compact"}, "\n \t\r\na\t1\n\t\n  \nb\t2"),
+              printed("{\"a\":1,\"b\":2}\n"));
+}
+
 TEST(unpaths, fills_gaps_with_null_but_no_large_ones) {
     EXPECT_EQ(orvid({"unpaths", "--compact"}, "a[1].b\t1\r\n\na[3]\t2"),
               printed("{\"a\":[null,{\"b\":1},null,2]}\n"));
@@ -170,7 +175,9 @@ TEST(patch, tells_the_operation_that_failed_and_changes_nothing) {
         << result;
     EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":1}");
     EXPECT_EQ(orvid({"patch", "-", file.name()}, "{}"),
-              failed(2, "the patch is no array of operations"));
+              failed(2, "(standard input): the patch is no array of operations"));
+    EXPECT_EQ(orvid({"patch", file.name(), "no-such-file"}),
+              failed(2, file.name() + ": the patch is no array of operations"));
     EXPECT_EQ(orvid({"patch", "-"}).status, 2);
 }
 

@@ -34,11 +34,18 @@ public:
         readFile(m_file, m_change);
     }
 
+protected:
+    const Element& given() const { return m_change; }
+    /// The file that holds the change, for errors.
+    SPlace place() const {
+        return {m_file == k_standardInput ? "(standard input)" : m_file, 0, 0, {}};
+    }
+
 private:
-    virtual void change(Document& document, const Element& patch) const = 0;
+    virtual void make(Document& document, const Element& change) const = 0;
 
     void apply(const SCall& call, Document& document, Bytes& out) const final {
-        change(document, m_change);
+        make(document, m_change);
         out.append(jsonText(document.root, call.layout));
     }
 
@@ -55,13 +62,17 @@ public:
                "  orvid diff old.json new.json | orvid patch - -i settings.json";
     }
 
-private:
-    void change(Document& document, const Element& patch) const override {
-        if (!patch.isArray()) {
-            throw Failure(ExitStatus::usage, "the patch is no array of operations");
+    void prepare(SCall& call) override {
+        Change::prepare(call);
+        if (!given().isArray()) {
+            throw Failure(ExitStatus::usage, place(), "the patch is no array of operations");
         }
+    }
+
+private:
+    void make(Document& document, const Element& change) const override {
         try {
-            ko::Orvid::applyPatch(document.root, patch);
+            ko::Orvid::applyPatch(document.root, change);
         } catch (const PatchException& error) {
             throw failure(document, error);
         }
@@ -89,8 +100,8 @@ public:
     }
 
 private:
-    void change(Document& document, const Element& patch) const override {
-        ko::Orvid::mergePatch(document.root, patch);
+    void make(Document& document, const Element& change) const override {
+        ko::Orvid::mergePatch(document.root, change);
     }
 };
 

@@ -50,7 +50,7 @@ private:
     }
 
     void readLine(std::string_view line, const SPlace& place, Element& root) const {
-        if (line.find_first_not_of(" \r") == std::string_view::npos) {
+        if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
             return;
         }
         const std::size_t tab = line.find('\t');
