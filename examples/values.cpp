@@ -4,9 +4,13 @@
 
 #include <ko/Orvid.h>
 
+#include <algorithm>
 #include <iostream>
+#include <iterator>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 using namespace ko::Orvid;
 
@@ -44,6 +48,34 @@ void move() {
               << Generator(nullptr, WriteOptions::compact()).encode(queue.get("todo")) << "\n";
 }
 
+void exchange() {
+    Element pair = R"({"first": "b", "second": "a"})"_json;
+    Element& first = pair.get("first");
+    Element& second = pair.get("second");
+    if (second < first) {
+        swap(first, second);
+    }
+    std::cout << first.to<std::string_view>() << " " << second.to<std::string_view>() << "\n";
+}
+
+void sort() {
+    Element list = R"([[2], "x", 10, null, 9.5, [1, 5]])"_json;
+    Element::TArray& items = list.array();
+    std::vector<Element> sorted(std::make_move_iterator(items.begin()),
+                                std::make_move_iterator(items.end()));
+    std::sort(sorted.begin(), sorted.end());
+    std::move(sorted.begin(), sorted.end(), items.begin());
+    std::cout << Generator(nullptr, WriteOptions::compact()).encode(list) << "\n";
+}
+
+void lookUpViews() {
+    const std::string_view text = R"({"a": {"b": [1, 2]}} and more)";
+    Element root;
+    DomParser().parse(root, text.substr(0, 20));
+    const std::string_view path = "path a.b[1] in a longer text";
+    std::cout << root.get(path.substr(5, 6)).to<int>() << "\n";
+}
+
 void count() {
     const Element list = R"([1, 1.0, 1e0, "1", [2], [2.00]])"_json;
     std::unordered_set<Element> different(list.array().begin(), list.array().end());
@@ -61,5 +93,8 @@ int main() {
     build();
     read();
     move();
+    exchange();
+    sort();
+    lookUpViews();
     count();
 }

@@ -15,6 +15,8 @@ Array<T>::Array(T* parent) : m_parent(parent) {}
 
 template<class T>
 Array<T>::Array(const Array& other, T* parent) : IndexList<T>(), m_parent(parent) {
+    NodeMemory nodes;
+    const NodeMemory::Scope scope(nodes);
     for (const T& item : other) {
         const ParentLink& link = this->companion().to(parent);
         Place::inArray(this->emplaceBack(item), link, 0);

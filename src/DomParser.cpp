@@ -67,6 +67,7 @@ void DomParser::fill(Element& root, const Feed& feed) {
     // The text may lie in the value that it replaces, which therefore goes last.
     Element former;
     std::swap(former.data(), root.data());
+    const NodeMemory::Scope scope(m_nodes);
     if (isWhole()) {
         restart(root);
         feed();
@@ -135,12 +136,14 @@ void DomParser::begin(Element& root) {
 
 void DomParser::feed(std::string_view piece) {
     requireFed();
+    const NodeMemory::Scope scope(m_nodes);
     read(piece);
 }
 
 void DomParser::finish() {
     requireFed();
     m_checks->isFed = false;
+    const NodeMemory::Scope scope(m_nodes);
     end();
 }
 
@@ -300,20 +303,22 @@ int DomParser::cb_map_key(const char* text, unsigned int length) {
     if (!m_current->isObject()) {
         fail("Expected current element to be an object!");
     }
-    std::string key(text, length);
+    const std::string_view key(text, length);
     if (m_checks != nullptr) {
         refuseRepeated(key);
     }
-    m_current = &m_current->object().resetMember(std::move(key));
+    m_current = &m_current->object().resetMember(key);
     return k_goOn;
 }
 
-void DomParser::refuseRepeated(const std::string& key) {
+void DomParser::refuseRepeated(std::string_view key) {
     ++m_checks->keys;
+    const Element::TObject& object = m_current->object();
     if (m_checks->options.repeatedKeys == RepeatedKeys::reject &&
-        m_current->object().contains(key)) {
+        object.find(key) != object.end()) {
         m_checks->isRepeated = true;
-        fail(key.size() > k_longestShownKey ? "Repeated key" : "Repeated key \"" + key + '"');
+        fail(key.size() > k_longestShownKey ? "Repeated key"
+                                            : "Repeated key \"" + std::string(key) + '"');
     }
 }
 

@@ -30,6 +30,11 @@ Element makeEmpty() {
     return element;
 }
 
+bool hasChildren(const Element::SData& data) {
+    return (data.type == etArray && !data.value.array->empty()) ||
+           (data.type == etObject && !data.value.object->empty());
+}
+
 bool isWithin(const Element& element, const Element& tree) {
     const Element* step = &element;
     while (step != nullptr && step != &tree) {
@@ -69,7 +74,7 @@ Element& Element::operator=(Element&& other) {
     if (this == &other) {
         return *this;
     }
-    if (isContainer(other.m_data) && isWithin(*this, other)) {
+    if (hasChildren(other.m_data) && isWithin(*this, other)) {
         return *this = std::as_const(other);
     }
     // The former value goes last: `other` may lie within it.

@@ -65,22 +65,36 @@ auto Object<Key, Value, Compare>::insert(iterator position, const value_type& me
 }
 
 template<class Key, class Value, class Compare>
-Value& Object<Key, Value, Compare>::resetMember(Key key) {
-    return insert_or_assign(std::move(key), Value()).first->second;
+Value& Object<Key, Value, Compare>::resetMember(std::string_view key) {
+    const auto [member, isNew] = findOrAppend(key);
+    if (!isNew) {
+        member->second.setNull();
+    }
+    return member->second;
 }
 
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert_or_assign(Key key, Value&& value)
     -> std::pair<iterator, bool> {
-    const iterator present = this->find(key);
-    if (present != this->end()) {
-        present->second = std::move(value);
-        return {present, false};
+    const std::pair<iterator, bool> result = findOrAppend(std::move(key), std::move(value));
+    if (!result.second) {
+        // NOLINTNEXTLINE(bugprone-use-after-move): only a new member has taken it
+        result.first->second = std::move(value);
     }
+    return result;
+}
+
+template<class Key, class Value, class Compare>
+template<class Text, class... Arguments>
+auto Object<Key, Value, Compare>::findOrAppend(Text&& key, Arguments&&... value)
+    -> std::pair<iterator, bool> {
     const ParentLink& link = this->companion().to(m_parent);
-    const iterator added = this->append(std::move(key), std::move(value));
-    Place::inObject(added->second, link, added->first);
-    return {added, true};
+    const std::pair<iterator, bool> result =
+        TBase::findOrAppend(std::forward<Text>(key), std::forward<Arguments>(value)...);
+    if (result.second) {
+        Place::inObject(result.first->second, link, result.first->first);
+    }
+    return result;
 }
 
 template<class Key, class Value, class Compare>

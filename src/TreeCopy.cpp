@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Copying a tree, container by container, from a list of those whose children are still missing.
+// Copying a tree, in the order of the document, so that neighbors become neighbors in memory.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
@@ -16,50 +16,92 @@ namespace {
 
 using SData = Element::SData;
 
-struct SPending {
-    SData* target;  ///< an empty container, already in its place
-    const SData* source;
-};
+class TreeCopier {
+public:
+    /// `target` is an empty container of the source's type.
+    void run(SData& target, const SData& source) {
+        open(target, source);
+        while (!m_open.empty()) {
+            copyNext();
+        }
+    }
 
-using PendingList = std::vector<SPending>;
+private:
+    /// A container that is being copied, and how far that has come.
+    struct SOpen {
+        SData* target;
+        const SData* source;
+        Element::TArray::const_iterator item;
+        Element::TObject::const_iterator member;
+    };
 
-/// Gives `target`, which is null, the source's value; of a container only the container itself.
-void copyChild(Element& target, const Element& source, PendingList& pending) {
-    if (isContainer(source.data())) {
+    void open(SData& target, const SData& source) {
+        SOpen opened{&target, &source, {}, {}};
+        if (source.type == etArray) {
+            opened.item = source.value.array->begin();
+        } else {
+            opened.member = source.value.object->begin();
+        }
+        m_open.push_back(opened);
+    }
+
+    /// Goes on in the innermost container, up to its end or to a container in it.
+    void copyNext() {
+        const bool isArray = m_open.back().source->type == etArray;
+        if (isArray ? copyItems(m_open.back()) : copyMembers(m_open.back())) {
+            m_open.pop_back();
+        }
+    }
+
+    // Answer whether the container is complete. Where it is not, `open` is no longer the innermost.
+
+    bool copyItems(SOpen& open) {
+        const Element::TArray& source = *open.source->value.array;
+        Element::TArray& target = *open.target->value.array;
+        while (open.item != source.end()) {
+            const Element& item = *open.item++;
+            Element& copied = target.appendNull();
+            Place::withoutPosition(copied);
+            if (copyChild(copied, item)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    bool copyMembers(SOpen& open) {
+        const Element::TObject& source = *open.source->value.object;
+        Element::TObject& target = *open.target->value.object;
+        while (open.member != source.end()) {
+            const auto& [key, value] = *open.member++;
+            if (copyChild(target.resetMember(key), value)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// Gives `target`, which is null, the source's value. Answers whether that is a container,
+    /// which is empty yet and has become the innermost one.
+    bool copyChild(Element& target, const Element& source) {
+        if (!isContainer(source.data())) {
+            Element::copy(target.data(), source.data(), &target);
+            return false;
+        }
         Element::create(target.data(), source.type(), &target);
-        pending.push_back({&target.data(), &source.data()});
-    } else {
-        Element::copy(target.data(), source.data(), &target);
+        open(target.data(), source.data());
+        return true;
     }
-}
 
-void copyChildren(Element::TArray& target, const Element::TArray& source, PendingList& pending) {
-    for (const Element& item : source) {
-        Element& copied = target.appendNull();
-        Place::withoutPosition(copied);
-        copyChild(copied, item, pending);
-    }
-}
-
-void copyChildren(Element::TObject& target, const Element::TObject& source, PendingList& pending) {
-    for (const auto& member : source) {
-        copyChild(target.resetMember(member.first), member.second, pending);
-    }
-}
+    std::vector<SOpen> m_open;
+};
 
 }  // namespace
 
 void copyTree(SData& target, const SData& source) {
-    PendingList pending{{&target, &source}};
-    while (!pending.empty()) {
-        const SPending next = pending.back();
-        pending.pop_back();
-        if (next.source->type == etArray) {
-            copyChildren(*next.target->value.array, *next.source->value.array, pending);
-        } else {
-            copyChildren(*next.target->value.object, *next.source->value.object, pending);
-        }
-    }
+    NodeMemory nodes;
+    const NodeMemory::Scope scope(nodes);
+    TreeCopier().run(target, source);
 }
 
 }  // namespace ko::Orvid

@@ -6,13 +6,24 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
-#include <list>
+#include <algorithm>
 
 #include "Tree.h"
 
 namespace ko::Orvid {
 
 namespace {
+
+const Element& elementOf(const Element& item) { return item; }
+
+const Element& elementOf(const Element::TObject::value_type& member) { return member.second; }
+
+template<class Container>
+bool holdsScalarsOnly(const Container& container) {
+    return container.size() <= 16 &&
+           std::none_of(container.begin(), container.end(),
+                        [](const auto& child) { return isContainer(elementOf(child).data()); });
+}
 
 class Demolition {
 public:
@@ -44,14 +55,16 @@ private:
     template<class Container, class List>
     static void takeContainer(Container*& container, List& list) noexcept {
         if (container != nullptr) {
-            list.splice(list.begin(), container->takeAll());
+            if (!holdsScalarsOnly(*container)) {
+                container->giveAll(list);
+            }
             delete container;
             container = nullptr;
         }
     }
 
-    std::list<Element> m_items;
-    std::list<Element::TObject::value_type> m_members;
+    Element::TArray::TList m_items;
+    Element::TObject::TList m_members;
 };
 
 }  // namespace

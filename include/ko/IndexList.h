@@ -7,11 +7,13 @@
 #pragma once
 
 #include <ko/Companion.h>
+#include <ko/NodeMemory.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <list>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -24,7 +26,7 @@ namespace ko {
 /// 0.
 ///
 /// The invariant: after every public operation the vector holds exactly the addresses of the list's
-/// items, in order, or it is empty and there are at most k_largestWalk items.
+/// items, in order, or there is none and there are at most k_largestWalk items.
 template<class T>
 class IndexList {
 public:
@@ -33,8 +35,9 @@ public:
     using difference_type = std::ptrdiff_t;
     using reference = T&;
     using const_reference = const T&;
-    using iterator = typename std::list<T>::iterator;
-    using const_iterator = typename std::list<T>::const_iterator;
+    using TList = std::list<T, NodeAllocator<T>>;
+    using iterator = typename TList::iterator;
+    using const_iterator = typename TList::const_iterator;
 
     IndexList() = default;
     IndexList(const IndexList&) = delete;
@@ -54,8 +57,8 @@ public:
 
     /// Removes the last item. The sequence must not be empty.
     virtual void pop_back() {
-        if (!m_vector.empty()) {
-            m_vector.pop_back();
+        if (m_vector) {
+            m_vector->pop_back();
         }
         m_list.pop_back();
     }
@@ -65,12 +68,16 @@ public:
 
     /// Makes the vector agree with the list. Linear cost.
     virtual void updateVector() {
-        const bool isWalked = m_list.size() <= k_largestWalk;
-        m_vector.resize(isWalked ? 0 : m_list.size(), nullptr);
-        if (!isWalked) {
-            std::transform(m_list.begin(), m_list.end(), m_vector.begin(),
-                           [](T& item) { return &item; });
+        if (m_list.size() <= k_largestWalk) {
+            m_vector.reset();
+            return;
         }
+        if (!m_vector) {
+            m_vector = std::make_unique<std::vector<T*>>();
+        }
+        m_vector->resize(m_list.size(), nullptr);
+        std::transform(m_list.begin(), m_list.end(), m_vector->begin(),
+                       [](T& item) { return &item; });
     }
 
     /// Removes the item at `position` and answers the position behind it. Linear cost.
@@ -80,10 +87,10 @@ public:
         return next;
     }
 
-    /// Hands out all items, with their addresses, and is empty afterwards.
-    std::list<T> takeAll() noexcept {
-        m_vector.clear();
-        return std::exchange(m_list, std::list<T>());
+    /// Puts all items, with their addresses, before those of `list`, and is empty afterwards.
+    void giveAll(TList& list) noexcept {
+        m_vector.reset();
+        list.splice(list.begin(), m_list);
     }
 
     size_type size() const noexcept { return m_list.size(); }
@@ -121,13 +128,13 @@ protected:
     template<class... Arguments>
     T& emplaceBack(Arguments&&... arguments) {
         // The vector's room comes first, so that nothing can fail once the item is there.
-        const bool isIndexed = m_list.size() >= k_largestWalk || !m_vector.empty();
+        const bool isIndexed = m_list.size() >= k_largestWalk || m_vector;
         if (isIndexed) {
             prepareVector();
         }
         T& item = m_list.emplace_back(std::forward<Arguments>(arguments)...);
         if (isIndexed) {
-            m_vector.push_back(&item);
+            m_vector->push_back(&item);
         }
         return item;
     }
@@ -168,23 +175,25 @@ private:
     static constexpr size_type k_largestWalk = 4;
 
     /// Gives the vector room for one more than the present items, which it holds afterwards. Throws
-    /// std::bad_alloc, leaving the vector as it was.
+    /// std::bad_alloc, leaving the sequence as it was.
     void prepareVector() {
-        if (m_vector.size() == m_vector.capacity()) {
-            m_vector.reserve(2 * m_list.size());
-        }
-        if (m_vector.empty()) {
+        if (!m_vector) {
+            auto vector = std::make_unique<std::vector<T*>>();
+            vector->reserve(2 * m_list.size());
             for (T& item : m_list) {
-                m_vector.push_back(&item);
+                vector->push_back(&item);
             }
+            m_vector = std::move(vector);
+        } else if (m_vector->size() == m_vector->capacity()) {
+            m_vector->reserve(2 * m_list.size());
         }
     }
 
     template<class List>
     static auto& itemAt(List& self, size_type position) {
-        return self.m_vector.empty()
-                   ? *std::next(self.m_list.begin(), static_cast<difference_type>(position))
-                   : *self.m_vector[position];
+        return self.m_vector
+                   ? *(*self.m_vector)[position]
+                   : *std::next(self.m_list.begin(), static_cast<difference_type>(position));
     }
 
     size_type checked(size_type position) const {
@@ -194,8 +203,8 @@ private:
         return position;
     }
 
-    std::list<T> m_list;
-    std::vector<T*> m_vector;
+    TList m_list;
+    std::unique_ptr<std::vector<T*>> m_vector;
     Companion m_companion;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// ko::KeyIndex, the sorted index that ListMap keeps beside its list: list positions ordered by the
+// ko::KeyIndex, the index that ListMap keeps beside its list: list positions in the order of the
 // keys that stand there. Most objects are small and need none; the index of a larger one is a
 // sorted vector at first, which needs few allocations, and becomes a tree when it grows.
 
@@ -9,8 +9,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <iterator>
 #include <memory>
+#include <optional>
 #include <set>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -24,42 +27,67 @@ namespace ko {
 /// k_largestScan pairs.
 template<class List, class Key, class Compare>
 class KeyIndex {
+    struct Entry;
+    struct Order;
+    using TVector = std::vector<Entry>;
+    using TTree = std::set<Entry, Order>;
+
 public:
     using Iterator = typename List::iterator;
+
+    /// Where a key stands, or where it would be entered. Lives until the index changes.
+    struct Spot {
+        Iterator position;  ///< of the pair with that key, or the list's end
+
+    private:
+        friend class KeyIndex;
+
+        std::size_t hash = 0;
+        std::ptrdiff_t inVector = 0;
+        typename TTree::const_iterator inTree{};
+    };
 
     explicit KeyIndex(const Compare& compare) : m_order{compare} {}
 
     const Compare& compare() const noexcept { return m_order.compare; }
 
-    /// The position of the pair with that key, or the list's end. `key` is a Key or, where the
-    /// order is std::less, anything that compares with one. O(log n).
+    /// `key` is a Key or, where the order is std::less, anything that compares with one. O(log n).
     template<class Like>
-    Iterator find(List& list, const Like& key) const {
-        if (m_tree) {
-            const auto entry = m_tree->find(key);
-            return entry == m_tree->end() ? list.end() : *entry;
+    Spot find(List& list, const Like& key) const {
+        Spot spot;
+        if (!m_large) {
+            spot.position = scan(list, key);
+            return spot;
         }
-        if (m_sorted.empty()) {
-            return scan(list, key);
+        spot.hash = hashOf(key);
+        const Probe<Like> probe{spot.hash, key};
+        if (m_large->tree) {
+            spot.inTree = m_large->tree->lower_bound(probe);
+            spot.position = positionAt(spot.inTree, m_large->tree->end(), probe, list);
+        } else {
+            const TVector& entries = m_large->entries;
+            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, m_order);
+            spot.inVector = entry - entries.begin();
+            spot.position = positionAt(entry, entries.end(), probe, list);
         }
-        const auto entry = lowerBound(key);
-        return entry == m_sorted.end() || m_order(key, *entry) ? list.end() : *entry;
+        return spot;
     }
 
-    /// Enters a position that the list has just taken in. O(log n). Throws std::bad_alloc, with the
-    /// index as it was.
-    void enter(List& list, Iterator position) {
-        if (m_tree) {
-            m_tree->insert(position);
-        } else if (m_sorted.empty()) {
+    /// Enters a position that the list has just taken in; its key was sought before, and not found.
+    /// Throws std::bad_alloc, with the index as it was. O(log n).
+    void enter(List& list, Iterator position, const Spot& spot) {
+        const Entry entry{spot.hash, position};
+        if (!m_large) {
             update(list);
-        } else if (m_sorted.size() < k_largestVector) {
-            m_sorted.insert(lowerBound(position->first), position);
+        } else if (m_large->tree) {
+            m_large->tree->insert(spot.inTree, entry);
+        } else if (m_large->entries.size() < k_largestVector) {
+            m_large->entries.insert(m_large->entries.begin() + spot.inVector, entry);
         } else {
-            auto tree = std::make_unique<TTree>(m_sorted.begin(), m_sorted.end(), m_order);
-            tree->insert(position);
-            m_tree = std::move(tree);
-            m_sorted = {};
+            TTree tree(m_large->entries.begin(), m_large->entries.end(), m_order);
+            tree.insert(entry);
+            m_large->tree = std::move(tree);
+            m_large->entries = {};
         }
     }
 
@@ -68,37 +96,37 @@ public:
         if (list.size() <= k_largestScan) {
             return;
         }
+        auto large = std::make_unique<Large>();
+        large->entries.reserve(std::max(list.size(), 2 * k_largestScan));
+        for (Iterator position = list.begin(); position != list.end(); ++position) {
+            large->entries.push_back({hashOf(position->first), position});
+        }
+        std::sort(large->entries.begin(), large->entries.end(), m_order);
         if (list.size() > k_largestVector) {
-            m_tree = std::make_unique<TTree>(m_order);
-        } else {
-            m_sorted.reserve(2 * k_largestScan);
+            large->tree.emplace(large->entries.begin(), large->entries.end(), m_order);
+            large->entries = {};
         }
-        try {
-            enterAll(list);
-        } catch (...) {
-            clear();
-            throw;
-        }
+        m_large = std::move(large);
     }
 
     /// Removes a position that is still in the list. O(log n).
-    void erase(Iterator position) {
-        if (m_tree) {
-            m_tree->erase(position);
-        } else if (!m_sorted.empty()) {
-            m_sorted.erase(lowerBound(position->first));
+    void erase(List& list, Iterator position) {
+        if (!m_large) {
+            return;
+        }
+        const Spot spot = find(list, position->first);
+        if (m_large->tree) {
+            m_large->tree->erase(spot.inTree);
+        } else {
+            m_large->entries.erase(m_large->entries.begin() + spot.inVector);
         }
     }
 
-    void clear() noexcept {
-        m_sorted.clear();
-        m_tree.reset();
-    }
+    void clear() noexcept { m_large.reset(); }
 
     void swap(KeyIndex& other) noexcept {
         std::swap(m_order, other.m_order);
-        m_sorted.swap(other.m_sorted);
-        m_tree.swap(other.m_tree);
+        m_large.swap(other.m_large);
     }
 
 private:
@@ -108,19 +136,31 @@ private:
     static constexpr std::size_t k_largestVector = 64;
     static constexpr bool k_isNatural = std::is_same_v<Compare, std::less<Key>>;
 
+    /// A pair, and the hash of its key, so that few keys need be looked at.
+    struct Entry {
+        std::size_t hash;
+        Iterator position;
+
+        const Key& key() const { return position->first; }
+    };
+
+    /// What is sought among the entries.
+    template<class Like>
+    struct Probe {
+        std::size_t hash;
+        const Like& sought;
+
+        const Like& key() const { return sought; }
+    };
+
+    /// By the hash first; keys whose hashes agree by themselves.
     struct Order {
         using is_transparent = void;
 
-        bool operator()(Iterator left, Iterator right) const {
-            return compare(left->first, right->first);
-        }
-        template<class Like>
-        bool operator()(Iterator left, const Like& right) const {
-            return isLess(left->first, right);
-        }
-        template<class Like>
-        bool operator()(const Like& left, Iterator right) const {
-            return isLess(left, right->first);
+        template<class Left, class Right>
+        bool operator()(const Left& left, const Right& right) const {
+            return left.hash != right.hash ? left.hash < right.hash
+                                           : isLess(left.key(), right.key());
         }
 
         template<class Left, class Right>
@@ -134,7 +174,22 @@ private:
 
         Compare compare;
     };
-    using TTree = std::set<Iterator, Order>;
+
+    /// The vector up to k_largestVector entries, the tree above.
+    struct Large {
+        TVector entries;
+        std::optional<TTree> tree;
+    };
+
+    /// Nothing is known of what another order takes for equal.
+    template<class Like>
+    static std::size_t hashOf(const Like& key) {
+        if constexpr (k_isNatural && std::is_convertible_v<const Like&, std::string_view>) {
+            return std::hash<std::string_view>()(key);
+        } else {
+            return 0;
+        }
+    }
 
     template<class Like>
     Iterator scan(List& list, const Like& key) const {
@@ -147,24 +202,14 @@ private:
         });
     }
 
-    void enterAll(List& list) {
-        for (Iterator position = list.begin(); position != list.end(); ++position) {
-            if (m_tree) {
-                m_tree->insert(position);
-            } else {
-                m_sorted.insert(lowerBound(position->first), position);
-            }
-        }
-    }
-
-    template<class Like>
-    typename std::vector<Iterator>::const_iterator lowerBound(const Like& key) const {
-        return std::lower_bound(m_sorted.begin(), m_sorted.end(), key, m_order);
+    /// The position of an entry that is not before the probe, if it is the one that is sought.
+    template<class Entries, class Like>
+    Iterator positionAt(Entries entry, Entries end, const Probe<Like>& probe, List& list) const {
+        return entry == end || m_order(probe, *entry) ? list.end() : entry->position;
     }
 
     Order m_order;
-    std::vector<Iterator> m_sorted;
-    std::unique_ptr<TTree> m_tree;  ///< takes all entries over when there are many
+    std::unique_ptr<Large> m_large;  ///< null while there is no index
 };
 
 }  // namespace ko

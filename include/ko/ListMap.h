@@ -7,10 +7,12 @@
 
 #include <ko/Companion.h>
 #include <ko/KeyIndex.h>
+#include <ko/NodeMemory.h>
 
 #include <cstddef>
 #include <functional>
 #include <list>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -30,7 +32,7 @@ public:
     using difference_type = std::ptrdiff_t;
     using reference = value_type&;
     using const_reference = const value_type&;
-    using TList = std::list<value_type>;
+    using TList = std::list<value_type, NodeAllocator<value_type>>;
     using iterator = typename TList::iterator;
     using const_iterator = typename TList::const_iterator;
 
@@ -40,7 +42,10 @@ public:
 
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
-    ListMap(const ListMap& other) : m_list(other.m_list), m_map(other.m_map.compare()) {
+    ListMap(const ListMap& other) : m_map(other.m_map.compare()) {
+        NodeMemory nodes;
+        const NodeMemory::Scope scope(nodes);
+        m_list = other.m_list;
         m_map.update(m_list);
     }
     /// Takes the members over, with their addresses, in constant time; `other` is empty afterwards.
@@ -69,19 +74,19 @@ public:
     /// member, which keeps its place in the order. Answers the member and whether it is new.
     /// O(log n).
     virtual std::pair<iterator, bool> insert(const value_type& member) {
-        const iterator present = find(member.first);
-        if (present != m_list.end()) {
-            assign(*present, member);
-            return {present, false};
+        const Spot spot = m_map.find(m_list, member.first);
+        if (spot.position != m_list.end()) {
+            assign(*spot.position, member);
+            return {spot.position, false};
         }
-        return {add(m_list.end(), member), true};
+        return {add(spot, m_list.end(), member), true};
     }
 
     /// Inserts a copy of `member` before `position` and answers its position. When its key is there
     /// already, answers that member's position and changes nothing. O(log n).
     virtual iterator insert(iterator position, const value_type& member) {
-        const iterator present = find(member.first);
-        return present != m_list.end() ? present : add(position, member);
+        const Spot spot = m_map.find(m_list, member.first);
+        return spot.position != m_list.end() ? spot.position : add(spot, position, member);
     }
 
     /// Exchanges the members; each keeps its address.
@@ -92,25 +97,25 @@ public:
     }
 
     /// The member with that key, or end(). O(log n).
-    iterator find(const Key& key) { return m_map.find(m_list, key); }
+    iterator find(const Key& key) { return m_map.find(m_list, key).position; }
     const_iterator find(const Key& key) const {
         // The index hands out positions of a list that may be changed; this one is not.
-        return m_map.find(const_cast<TList&>(m_list), key);
+        return m_map.find(const_cast<TList&>(m_list), key).position;
     }
     /// The same without a Key, such as by a std::string_view where keys are std::string.
     template<class Like, class = EnableIfLike<Like>>
     iterator find(const Like& key) {
-        return m_map.find(m_list, key);
+        return m_map.find(m_list, key).position;
     }
     template<class Like, class = EnableIfLike<Like>>
     const_iterator find(const Like& key) const {
-        return m_map.find(const_cast<TList&>(m_list), key);
+        return m_map.find(const_cast<TList&>(m_list), key).position;
     }
     bool contains(const Key& key) const { return find(key) != end(); }
 
     /// Removes the member and answers the position behind it. O(log n).
     iterator erase(iterator position) {
-        m_map.erase(position);
+        m_map.erase(m_list, position);
         return m_list.erase(position);
     }
     /// Removes the member with that key and answers how many there were: 0 or 1. O(log n).
@@ -123,10 +128,10 @@ public:
         return 1;
     }
 
-    /// Hands out all members, with their addresses, and is empty afterwards.
-    TList takeAll() noexcept {
+    /// Puts all members, with their addresses, before those of `list`, and is empty afterwards.
+    void giveAll(TList& list) noexcept {
         m_map.clear();
-        return std::exchange(m_list, TList());
+        list.splice(list.begin(), m_list);
     }
 
     size_type size() const noexcept { return m_list.size(); }
@@ -143,9 +148,18 @@ protected:
 
     Companion& companion() noexcept { return m_companion; }
 
-    /// Appends a member made of both; its key must not be there yet.
-    iterator append(Key&& key, Value&& value) {
-        return add(m_list.end(), std::move(key), std::move(value));
+    /// The member with that key, and whether it is new: then it was appended, and Key and Value
+    /// were made of what is given here, which otherwise is left alone.
+    template<class Like, class... Arguments>
+    std::pair<iterator, bool> findOrAppend(Like&& key, Arguments&&... value) {
+        const Spot spot = m_map.find(m_list, key);
+        if (spot.position != m_list.end()) {
+            return {spot.position, false};
+        }
+        return {add(spot, m_list.end(), std::piecewise_construct,
+                    std::forward_as_tuple(std::forward<Like>(key)),
+                    std::forward_as_tuple(std::forward<Arguments>(value)...)),
+                true};
     }
 
     /// Exchanges the members with no further effect, whatever a subclass makes of swap().
@@ -156,11 +170,14 @@ protected:
     }
 
 private:
+    using TIndex = KeyIndex<TList, Key, Compare>;
+    using Spot = typename TIndex::Spot;
+
     template<class... Arguments>
-    iterator add(iterator position, Arguments&&... arguments) {
+    iterator add(const Spot& spot, iterator position, Arguments&&... arguments) {
         const iterator added = m_list.emplace(position, std::forward<Arguments>(arguments)...);
         try {
-            m_map.enter(m_list, added);
+            m_map.enter(m_list, added, spot);
         } catch (...) {
             m_list.erase(added);
             throw;
@@ -176,7 +193,7 @@ private:
     }
 
     TList m_list;
-    KeyIndex<TList, Key, Compare> m_map;
+    TIndex m_map;
     Companion m_companion;
 };
 

@@ -18,8 +18,9 @@ namespace ko {
 /// text is a std::string on the heap. Moving takes constant time and leaves an empty text.
 class ShortText {
 public:
-    /// In bytes. Every double and every 64-bit integer has a text that fits.
-    static constexpr std::size_t k_capacity = 30;
+    /// In bytes. Every 64-bit integer has a text that fits, and every double of 17 digits that
+    /// needs no exponent.
+    static constexpr std::size_t k_capacity = 22;
 
     ShortText() noexcept = default;
     explicit ShortText(std::string_view text) {

@@ -112,5 +112,28 @@ TEST(Threads, read_one_tree_whose_numbers_were_read_before) {
     CHECK_LINKS(root);
 }
 
+TEST(Threads, take_the_parts_of_one_tree_over_and_destroy_them_at_once) {
+    std::string text = "[";
+    for (int i = 0; i < 400; ++i) {
+        text += R"({"key":[1,2,"text"],"n":null},)";
+    }
+    for (int round = 0; round < 20; ++round) {
+        Document doc(text + "0]");
+        std::vector<Element> parts(4);
+        for (Element& part : parts) {
+            part = ko::Orvid::makeArray({});
+        }
+        std::size_t next = 0;
+        for (Element& item : doc.root.array()) {
+            parts[next++ % parts.size()].array().emplace_back(std::move(item));
+        }
+        onThreads([&](int i) {
+            Element taken = std::move(parts[static_cast<std::size_t>(i)]);
+            taken.array().pop_back();
+            EXPECT_EQ(i == 0 ? 100u : 99u, taken.array().size());
+        });
+    }
+}
+
 }  // namespace
 }  // namespace orvid_test

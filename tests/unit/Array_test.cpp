@@ -330,9 +330,10 @@ TEST(Array, swap_as_an_index_list_tells_no_item_its_place) {
     CHECK_LINKS(doc.root);
 }
 
-TEST(Array, takeAll_leaves_an_array_that_takes_new_items) {
+TEST(Array, giveAll_leaves_an_array_that_takes_new_items) {
     Document doc("[1,[2]]");
-    const std::list<Element> taken = doc.root.array().takeAll();
+    Element::TArray::TList taken;
+    doc.root.array().giveAll(taken);
     EXPECT_EQ("[]", compact(doc.root));
     ASSERT_EQ(2u, taken.size());
     EXPECT_EQ("[2]", compact(taken.back()));

@@ -195,12 +195,13 @@ TEST(IndexList, updateVector_changes_nothing_when_all_agrees) {
     EXPECT_EQ((Values{1, 2}), itemsOf(list));
 }
 
-TEST(IndexList, takeAll_hands_out_the_items_and_leaves_it_ready_for_use) {
+TEST(IndexList, giveAll_hands_out_the_items_and_leaves_it_ready_for_use) {
     Numbers list;
     fill(list, {1, 2, 3});
     const int* const second = &list[1];
-    std::list<int> taken = list.takeAll();
-    EXPECT_EQ((std::list<int>{1, 2, 3}), taken);
+    Numbers::TList taken;
+    list.giveAll(taken);
+    EXPECT_EQ((Numbers::TList{1, 2, 3}), taken);
     EXPECT_EQ(second, &*std::next(taken.begin()));
     EXPECT_EQ(Values(), itemsOf(list));
     EXPECT_THROW(list.at(0), std::out_of_range);

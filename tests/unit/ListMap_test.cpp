@@ -219,11 +219,12 @@ TEST(ListMap, assignment_to_itself_keeps_the_very_members) {
     EXPECT_EQ(first, &*map.begin());
 }
 
-TEST(ListMap, takeAll_hands_out_the_members_and_leaves_it_ready_for_use) {
+TEST(ListMap, giveAll_hands_out_the_members_and_leaves_it_ready_for_use) {
     Map map = makeMap({{"b", 1}, {"a", 2}});
     const Member* const first = &*map.begin();
-    const std::list<Member> taken = map.takeAll();
-    EXPECT_EQ((std::list<Member>{{"b", 1}, {"a", 2}}), taken);
+    Map::TList taken;
+    map.giveAll(taken);
+    EXPECT_EQ((Map::TList{{"b", 1}, {"a", 2}}), taken);
     EXPECT_EQ(first, &taken.front());
     EXPECT_EQ(Members(), membersOf(map));
     EXPECT_FALSE(map.contains("a"));
@@ -344,7 +345,8 @@ TEST(ListMap, swap_exchanges_a_small_and_a_large_one) {
     EXPECT_EQ(100u, membersOf(small).size());
     large = small;
     EXPECT_EQ(membersOf(small), membersOf(large));
-    small.takeAll();
+    Map::TList taken;
+    small.giveAll(taken);
     EXPECT_FALSE(small.contains("7"));
     small.insert({"7", 8});
     EXPECT_EQ((Members{{"7", 8}}), membersOf(small));

@@ -336,9 +336,10 @@ TEST(Object, tags_members_when_used_as_a_list_map) {
     CHECK_LINKS(doc.root);
 }
 
-TEST(Object, takeAll_leaves_an_object_that_takes_new_members) {
+TEST(Object, giveAll_leaves_an_object_that_takes_new_members) {
     Document doc(R"({"a":[1],"b":2})");
-    const std::list<Member> taken = doc.root.object().takeAll();
+    Element::TObject::TList taken;
+    doc.root.object().giveAll(taken);
     EXPECT_EQ("{}", compact(doc.root));
     ASSERT_EQ(2u, taken.size());
     EXPECT_EQ("[1]", compact(taken.front().second));

@@ -16,7 +16,7 @@ namespace ko::Orvid {
 /// Every item has an empty key, the array's parent, and its position as index, but after a copy:
 /// the copies report index 0 until updateVector() or setParent() runs.
 template<class T>
-class KO_API Array : public IndexList<T> {
+class KO_API Array : public IndexList<T>, public InNodeMemory {
 public:
     /// An empty array whose items will name `parent`, which may be null.
     explicit Array(T* parent = nullptr);

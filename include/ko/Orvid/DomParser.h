@@ -6,6 +6,7 @@
 #pragma once
 
 #include <ko/export.h>
+#include <ko/NodeMemory.h>
 #include <ko/Orvid/CallbackParser.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/ReadOptions.h>
@@ -111,7 +112,7 @@ private:
     void read(std::string_view text);
     void readPiece(std::string_view piece);
     void handOn(std::string_view piece, std::size_t length);
-    void refuseRepeated(const std::string& key);
+    void refuseRepeated(std::string_view key);
     [[noreturn]] void failAt(std::string_view piece, const std::string& message,
                              std::uint64_t begin, std::uint64_t length);
     const Element* context() const;
@@ -122,6 +123,7 @@ private:
     void requireCurrent(const char* unexpected) const;
     [[noreturn]] void fail(const std::string& message) const;
 
+    NodeMemory m_nodes;  ///< of the trees that are read
     std::unique_ptr<CallbackParser> m_parser;
     std::unique_ptr<Checks> m_checks;  ///< null while reading is lenient and whole
     bool m_isUsed = false;             ///< m_parser has been given text

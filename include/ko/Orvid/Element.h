@@ -94,9 +94,10 @@ public:
     /// Takes the value over, in constant time: children keep their addresses and name this element
     /// as their parent. `other` is null afterwards and stays where it is.
     Element(Element&& other) noexcept;
-    /// The same into this place, which costs a walk up to the root. `other` may be part of this
-    /// element. Where this element is part of `other`, moving would tie a knot: the value is
-    /// copied, and only then std::bad_alloc may be thrown, leaving this element unchanged.
+    /// The same into this place, in constant time but for a walk up to the root where `other` has
+    /// children. `other` may be part of this element. Where this element is part of `other`, moving
+    /// would tie a knot: the value is copied, and only then std::bad_alloc may be thrown, leaving
+    /// this element unchanged.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): the knot is untied by a copy
     Element& operator=(Element&& other);
     ~Element();

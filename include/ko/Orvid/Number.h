@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <ko/NodeMemory.h>
 #include <ko/Orvid/ValueOutOfRange.h>
 #include <ko/ShortText.h>
 
@@ -21,7 +22,7 @@ namespace ko::Orvid {
 /// A number as text, as binary value, or as both. Either side is computed from the other on demand
 /// and then kept, also by const operations: one number is used by one thread at a time, or is read
 /// once on both sides (toString(), type()) before it is shared.
-class KO_API Number {
+class KO_API Number : public InNodeMemory {
 public:
     /// The kind of the binary value.
     enum EBinaryType : int {

@@ -7,6 +7,7 @@
 #include <ko/ListMap.h>
 #include <ko/Orvid/Element.h>
 
+#include <string_view>
 #include <utility>
 
 namespace ko::Orvid {
@@ -16,7 +17,7 @@ namespace ko::Orvid {
 ///
 /// Every value has its member's key, the object's parent and the index k_noIndex.
 template<class Key, class Value, class Compare>
-class KO_API Object : public ListMap<Key, Value, Compare> {
+class KO_API Object : public ListMap<Key, Value, Compare>, public InNodeMemory {
 public:
     using TBase = ListMap<Key, Value, Compare>;
     using typename TBase::iterator;
@@ -39,7 +40,7 @@ public:
     std::pair<iterator, bool> insert(const value_type& member) override;
     iterator insert(iterator position, const value_type& member) override;
     /// The member with that key, set to null; appended when it is not there yet.
-    Value& resetMember(Key key);
+    Value& resetMember(std::string_view key);
     /// Sets the member with that key to `value`, which is null afterwards; it is appended when it
     /// is not there yet. Answers the member and whether it is new. O(log n).
     std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);
@@ -59,6 +60,8 @@ private:
     /// The members name that parent from now on; nothing else of their places changes.
     void moveTo(Value* parent) noexcept;
     void tagAll() noexcept;
+    template<class Text, class... Arguments>
+    std::pair<iterator, bool> findOrAppend(Text&& key, Arguments&&... value);
 
     Value* m_parent;
 };

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <ko/export.h>
+#include <ko/NodeMemory.h>
 #include <ko/Orvid/fwd.h>
 
 #include <memory>
@@ -13,7 +14,7 @@
 namespace ko::Orvid {
 
 /// Names a parent. Its address stays as long as a child refers to it.
-struct ParentLink {
+struct ParentLink : InNodeMemory {
     Element* parent = nullptr;
     std::unique_ptr<ParentLink> former;  ///< still in use by children that did not learn of this
 };

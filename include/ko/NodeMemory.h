@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+//
+// ko::NodeMemory, memory for the many small objects that a tree is made of. What is made together,
+// when a tree is read or copied, is cut from slabs: neighbors in the tree are neighbors in memory,
+// and cost little to make and to free. docs/performance.md tells what it gives.
+
+#pragma once
+
+#include <ko/export.h>
+
+#include <cstddef>
+
+namespace ko {
+
+/// Slabs for the blocks of one job. A slab is freed with the last of its blocks, wherever and in
+/// whatever thread that happens, also long after this object has gone. A block that stays behind
+/// alone keeps its slab, of k_largestSlab bytes at most. Used by one thread at a time.
+class KO_API NodeMemory {
+public:
+    static constexpr std::size_t k_largestSlab = 4096;  ///< in bytes
+
+    NodeMemory() = default;
+    ~NodeMemory() { close(); }
+    NodeMemory(const NodeMemory&) = delete;
+    NodeMemory& operator=(const NodeMemory&) = delete;
+
+    /// While one lives, what its thread allocates is cut from the slabs. May be nested; the
+    /// outermost one counts, so that a job is one though it has parts.
+    class KO_API Scope {
+    public:
+        explicit Scope(NodeMemory& memory) noexcept;
+        ~Scope();
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+
+    private:
+        NodeMemory* const m_outer;
+    };
+
+    /// A block of `size` bytes, aligned for everything up to k_alignment: from the slabs of the
+    /// outermost Scope of this thread, or else on its own. Throws std::bad_alloc.
+    static void* allocate(std::size_t size);
+    /// Frees a block that allocate() gave out for that size, in any thread. Null is no block.
+    static void release(void* block, std::size_t size) noexcept;
+
+    static constexpr std::size_t k_alignment = 8;
+
+private:
+    struct Slab;
+    struct Block;
+
+    Block* cut(std::size_t size);
+    void open();
+    void close() noexcept;
+
+    Slab* m_slab = nullptr;  ///< the one that is being cut up
+    char* m_next = nullptr;  ///< what is left of it
+    char* m_end = nullptr;
+    std::size_t m_cuts = 0;  ///< how many blocks it has given out
+    std::size_t m_size = 0;  ///< in bytes
+};
+
+/// For the nodes of a std::list. All are equal.
+template<class T>
+struct NodeAllocator {
+    using value_type = T;
+
+    static_assert(alignof(T) <= NodeMemory::k_alignment);
+
+    NodeAllocator() = default;
+    template<class Other>
+    NodeAllocator(const NodeAllocator<Other>& /*other*/) noexcept {}
+
+    T* allocate(std::size_t count) {
+        return static_cast<T*>(NodeMemory::allocate(count * sizeof(T)));
+    }
+    void deallocate(T* block, std::size_t count) noexcept {
+        NodeMemory::release(block, count * sizeof(T));
+    }
+
+    friend bool operator==(const NodeAllocator& /*a*/, const NodeAllocator& /*b*/) { return true; }
+    friend bool operator!=(const NodeAllocator& /*a*/, const NodeAllocator& /*b*/) { return false; }
+};
+
+/// A base of what `new` makes in node memory.
+struct InNodeMemory {
+    static void* operator new(std::size_t size) { return NodeMemory::allocate(size); }
+    static void* operator new(std::size_t /*size*/, void* where) noexcept { return where; }
+    static void operator delete(void* block, std::size_t size) noexcept {
+        NodeMemory::release(block, size);
+    }
+    static void operator delete(void* /*block*/, void* /*where*/) noexcept {}
+};
+
+}  // namespace ko

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+//
+// What the slabs of trees cost: few requests while a tree is made, and nothing once it has gone,
+// whatever of it was moved elsewhere before.
+
+#include <ko/NodeMemory.h>
+#include <ko/Orvid.h>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/CountedMemory.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::NodeMemory;
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+
+std::string thousandNumbers() {
+    std::string text = "[0";
+    for (int i = 1; i < 1000; ++i) {
+        text += ',' + std::to_string(i);
+    }
+    return text + ']';
+}
+
+TEST(NodeMemory, slabs_go_with_the_last_of_their_blocks) {
+    const std::size_t before = liveBlocks();
+    void* first = nullptr;
+    void* last = nullptr;
+    {
+        NodeMemory memory;
+        const NodeMemory::Scope scope(memory);
+        first = NodeMemory::allocate(40);
+        last = NodeMemory::allocate(40);
+        EXPECT_EQ(before + 1, liveBlocks());
+    }
+    NodeMemory::release(first, 40);
+    EXPECT_EQ(before + 1, liveBlocks());
+    NodeMemory::release(last, 40);
+    EXPECT_EQ(before, liveBlocks());
+}
+
+TEST(NodeMemory, a_slab_without_blocks_goes_with_its_owner) {
+    const std::size_t before = liveBlocks();
+    {
+        NodeMemory memory;
+        const NodeMemory::Scope scope(memory);
+        NodeMemory::release(NodeMemory::allocate(40), 40);
+        EXPECT_EQ(before + 1, liveBlocks());
+    }
+    EXPECT_EQ(before, liveBlocks());
+}
+
+TEST(NodeMemory, a_scope_within_another_cuts_from_the_same_slab) {
+    NodeMemory memory;
+    NodeMemory inner;
+    const NodeMemory::Scope scope(memory);
+    NodeMemory::release(NodeMemory::allocate(40), 40);
+    const std::size_t before = liveBlocks();
+    const NodeMemory::Scope within(inner);
+    NodeMemory::release(NodeMemory::allocate(40), 40);
+    EXPECT_EQ(before, liveBlocks());
+}
+
+TEST(NodeMemory, a_slab_that_cannot_be_had_leaves_the_present_one_in_use) {
+    NodeMemory memory;
+    const NodeMemory::Scope scope(memory);
+    std::vector<void*> blocks;
+    blocks.reserve(100);
+    refuseAllocation(2, Refusal::once);
+    EXPECT_THROW(
+        {
+            while (blocks.size() < 100) {
+                blocks.push_back(NodeMemory::allocate(200));
+            }
+        },
+        std::bad_alloc);
+    EXPECT_TRUE(refuseNone());
+    EXPECT_FALSE(blocks.empty());
+    blocks.push_back(NodeMemory::allocate(8));
+    NodeMemory::release(blocks.back(), 8);
+    blocks.pop_back();
+    for (void* const block : blocks) {
+        NodeMemory::release(block, 200);
+    }
+}
+
+TEST(NodeMemory, reading_and_copying_ask_for_slabs_and_not_for_nodes) {
+    const std::string text = thousandNumbers();
+    Element root;
+    std::size_t before = allocationCount();
+    DomParser().parse(root, text);
+    EXPECT_LT(allocationCount() - before, 100u);
+    before = allocationCount();
+    const Element copy(root);
+    EXPECT_LT(allocationCount() - before, 100u);
+    Element assigned;
+    DomParser().parse(assigned, std::string("[]"));
+    before = allocationCount();
+    assigned = root;
+    EXPECT_LT(allocationCount() - before, 100u);
+}
+
+TEST(NodeMemory, an_element_that_leaves_its_tree_keeps_no_more_than_its_slabs) {
+    const std::string text = thousandNumbers();
+    const std::size_t before = liveBytes();
+    Element kept;
+    {
+        Element root;
+        DomParser().parse(root, text);
+        EXPECT_GT(liveBytes() - before, 10 * NodeMemory::k_largestSlab);
+        kept = std::move(root.array()[500]);
+    }
+    EXPECT_EQ("500", kept.number().toString());
+    EXPECT_LE(liveBytes() - before, 2 * NodeMemory::k_largestSlab);
+    kept.setNull();
+    EXPECT_EQ(before, liveBytes());
+}
+
+TEST(NodeMemory, a_small_document_takes_a_small_slab) {
+    const std::size_t before = liveBytes();
+    Element root;
+    DomParser().parse(root, std::string(R"({"a":1})"));
+    EXPECT_LT(liveBytes() - before, 400u);
+}
+
+}  // namespace
+}  // namespace orvid_test
