@@ -31,8 +31,10 @@ Element makeEmpty() {
 }
 
 bool hasChildren(const Element::SData& data) {
-    return (data.type == etArray && !data.value.array->empty()) ||
-           (data.type == etObject && !data.value.object->empty());
+    if (data.type == etArray) {
+        return data.value.array != nullptr && !data.value.array->empty();
+    }
+    return data.type == etObject && data.value.object != nullptr && !data.value.object->empty();
 }
 
 bool isWithin(const Element& element, const Element& tree) {

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
 // Destroying a tree. Children are spliced out of their container into a list of what is to be
-// destroyed, so that an element that is destroyed never holds any.
+// destroyed, so that an element that is destroyed never holds any container with children.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
 #include <algorithm>
+#include <cstddef>
 
 #include "Tree.h"
 
@@ -14,13 +15,16 @@ namespace ko::Orvid {
 
 namespace {
 
+/// Up to here looking at all children first costs less than splicing them.
+constexpr std::size_t k_largestLook = 16;
+
 const Element& elementOf(const Element& item) { return item; }
 
 const Element& elementOf(const Element::TObject::value_type& member) { return member.second; }
 
 template<class Container>
-bool holdsScalarsOnly(const Container& container) {
-    return container.size() <= 16 &&
+bool holdsFewScalars(const Container& container) {
+    return container.size() <= k_largestLook &&
            std::none_of(container.begin(), container.end(),
                         [](const auto& child) { return isContainer(elementOf(child).data()); });
 }
@@ -55,7 +59,7 @@ private:
     template<class Container, class List>
     static void takeContainer(Container*& container, List& list) noexcept {
         if (container != nullptr) {
-            if (!holdsScalarsOnly(*container)) {
+            if (!holdsFewScalars(*container)) {
                 container->giveAll(list);
             }
             delete container;
