@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <istream>
 #include <limits>
+#include <vector>
 
+#include "PieceSize.h"
 #include "yajl/Reader.h"
 
 namespace ko::Orvid {
@@ -89,7 +91,9 @@ CallbackParserListener& CallbackParser::listener() const {
 }
 
 CallbackParserListener& CallbackParser::listenerOf(void* context) {
-    return static_cast<CallbackParser*>(context)->listener();
+    CallbackParser& parser = *static_cast<CallbackParser*>(context);
+    ++parser.m_events;
+    return parser.listener();
 }
 
 void CallbackParser::parse(const char* text, unsigned int length) {
@@ -114,13 +118,17 @@ void CallbackParser::parse(const std::string& text) {
 }
 
 std::istream& CallbackParser::parse(std::istream& in) {
-    char buffer[k_chunkSize];
+    PieceSize size(k_chunkSize);
+    std::vector<char> buffer(k_chunkSize);
     while (in.rdstate() == std::ios_base::goodbit) {
-        const std::streamsize count = in.readsome(buffer, k_chunkSize);
+        buffer.resize(std::max(buffer.size(), size.next()));
+        const std::streamsize count =
+            in.readsome(buffer.data(), static_cast<std::streamsize>(size.next()));
         if (count < 1) {
             break;
         }
-        parse(buffer, static_cast<unsigned int>(count));
+        parse(buffer.data(), static_cast<unsigned int>(count));
+        size.note(static_cast<std::size_t>(count), m_events);
     }
     return in;
 }

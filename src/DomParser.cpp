@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "PieceSize.h"
 #include "TextScanner.h"
 #include "Tree.h"
 
@@ -45,6 +46,7 @@ struct DomParser::Checks {
 
     const ReadOptions options;
     std::optional<TextScanner> scanner{options};
+    PieceSize pieceSize{k_pieceSize};
     std::size_t keys = 0;                     ///< reported for the present piece
     bool isRepeated = false;                  ///< the last of them was a repeated one
     bool isFed = false;                       ///< between begin() and finish()
@@ -161,6 +163,7 @@ void DomParser::restart(Element& root) {
     if (m_isUsed) {
         m_parser.reset(new CallbackParser(this));
         m_checks->scanner.emplace(m_checks->options);
+        m_checks->pieceSize = PieceSize(k_pieceSize);
         m_checks->faultBegin.reset();
         m_checks->isBroken = false;
     }
@@ -194,10 +197,11 @@ void DomParser::readToEnd(std::istream& in) {
         throw Exception("The stream cannot be read!", m_root);
     }
     std::istream source(in.rdbuf());
-    char buffer[k_pieceSize];
+    std::vector<char> buffer;
     do {
-        source.read(buffer, sizeof buffer);
-        read({buffer, static_cast<std::size_t>(source.gcount())});
+        buffer.resize(std::max(buffer.size(), m_checks->pieceSize.next()));
+        source.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        read({buffer.data(), static_cast<std::size_t>(source.gcount())});
     } while (source);
     if (source.bad()) {
         in.setstate(std::ios_base::badbit);
@@ -207,13 +211,15 @@ void DomParser::readToEnd(std::istream& in) {
 }
 
 void DomParser::readAvailable(std::istream& in) {
-    char buffer[k_pieceSize];
+    std::vector<char> buffer;
     while (in.good()) {
-        const std::streamsize count = in.readsome(buffer, sizeof buffer);
+        buffer.resize(std::max(buffer.size(), m_checks->pieceSize.next()));
+        const std::streamsize count =
+            in.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size()));
         if (count < 1) {
             break;
         }
-        read({buffer, static_cast<std::size_t>(count)});
+        read({buffer.data(), static_cast<std::size_t>(count)});
     }
 }
 
@@ -222,8 +228,11 @@ void DomParser::read(std::string_view text) {
         throw Exception("A fault has ended the document!", m_root);
     }
     try {
-        for (std::size_t fed = 0; fed < text.size(); fed += k_pieceSize) {
-            readPiece(text.substr(fed, k_pieceSize));
+        while (!text.empty()) {
+            const std::string_view piece = text.substr(0, m_checks->pieceSize.next());
+            readPiece(piece);
+            m_checks->pieceSize.note(piece.size(), m_parser->eventCount());
+            text.remove_prefix(piece.size());
         }
     } catch (...) {
         m_checks->isBroken = true;

@@ -378,6 +378,23 @@ TEST(CallbackParser, reads_a_stream_in_pieces_of_at_most_255_bytes) {
     EXPECT_EQ("[ s" + std::string(600, 'x') + " ] ", listener.words);
 }
 
+/// Each piece makes YAJL begin the token again: with pieces of one size a long one would never end.
+TEST(CallbackParser, reads_a_long_token_of_a_stream_in_pieces_that_grow) {
+    Terminal terminal;
+    std::istream in(&terminal);
+    const std::string token(3000000, 'x');
+    terminal.type("[\"" + token + "\"" + std::string(4000000, ' ') + ", 1 " +
+                  std::string(1000, ' ') + "]");
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    parser.parse(in);
+    EXPECT_EQ("[ s" + token + " n1 ] ", listener.words);
+    EXPECT_EQ(4u, parser.eventCount());
+    const auto pieces = std::count(terminal.reads.begin(), terminal.reads.end(), ' ');
+    EXPECT_GE(pieces, 65536 / 255);
+    EXPECT_LE(pieces, 2 * (65536 / 255 + 10) + 10);
+}
+
 TEST(CallbackParser, may_not_be_copied_but_derived_from) {
     EXPECT_FALSE(std::is_copy_constructible_v<CallbackParser>);
     EXPECT_FALSE(std::is_copy_assignable_v<CallbackParser>);

@@ -259,6 +259,14 @@ TEST(ReadOptions, limits_stop_a_stream_that_never_ends) {
     EXPECT_EQ(100001, fault.firstColumn());
 }
 
+TEST(ReadOptions, faults_behind_a_long_token_have_their_place) {
+    const std::string text = "[\"" + std::string(1000000, 'x') + "\",\n  1, x]";
+    const std::string fault = readWhole(k_strict, text).fault;
+    EXPECT_EQ("2,6-2,6 @: ", fault.substr(0, 11));
+    EXPECT_EQ(fault, readStream(k_strict, text).fault);
+    EXPECT_EQ(fault, readPieces(k_strict, text, 100000).fault);
+}
+
 TEST(ReadOptions, columns_count_bytes_and_lines_end_at_newlines) {
     const std::string x = " @: Unexpected 'x': a value is due";
     EXPECT_EQ("1,4-1,4" + x, faultOf(k_strict, "[1,x"));

@@ -64,8 +64,8 @@ public:
     void parse(const char* text, unsigned int length);
     /// The same for a text of any length.
     void parse(const std::string& text);
-    /// Reads what the stream has available, in pieces of at most 255 bytes, until it reports no
-    /// more.
+    /// Reads what the stream has available until it reports no more: in pieces of at most 255
+    /// bytes, and larger ones within a long token, so that the cost stays linear.
     std::istream& parse(std::istream& in);
 
     /// The result of the last parse(): 0 a complete value was read, 1 the listener stopped it, 2
@@ -77,6 +77,9 @@ public:
     /// stopped: behind the text, behind the complete value, or near the fault.
     unsigned long long position() const;
 
+    /// How many events the listener has been given.
+    unsigned long long eventCount() const noexcept { return m_events; }
+
 private:
     struct SImpl;
 
@@ -84,6 +87,7 @@ private:
     static CallbackParserListener& listenerOf(void* context);
 
     CallbackParserListener* m_listener;
+    unsigned long long m_events = 0;
     std::unique_ptr<SImpl> m_impl;
 };
 
