@@ -99,21 +99,26 @@ void addLines(CLI::App& app, SCall& call) {
                                                          {"passthrough", EOnError::passthrough},
                                                          {"null", EOnError::null}};
     SLines& lines = call.lines;
-    app.add_flag("--lines", lines.isOn, "take every line for a document, write one line for each");
+    CLI::Option* const isOn = app.add_flag(
+        "--lines", lines.isOn, "take every line for a document, write one line for each");
     app.add_option("-j,--jobs", lines.threads, "with --lines: work with N threads, order kept")
+        ->needs(isOn)
         ->type_name("N")
         ->check(CLI::Range(1U, k_mostThreads));
     app.add_option_function<std::string>(
            "--on-error",
            [&lines](const std::string& choice) { lines.onError = choices.at(choice); },
            "with --lines: stop (unless told), skip, passthrough or null for a line that fails")
+        ->needs(isOn)
         ->type_name("WHAT")
         ->check(CLI::IsMember({"stop", "skip", "passthrough", "null"}));
     app.add_option_function<std::string>(
            "--max-line", [&lines](const std::string& text) { lines.longest = byteCount(text); },
            "with --lines: the longest line in bytes, 1G unless told")
+        ->needs(isOn)
         ->type_name("SIZE");
-    app.add_flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error");
+    app.add_flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error")
+        ->needs(isOn);
 }
 
 void addErrors(CLI::App& app, SCall& call) {

@@ -150,6 +150,15 @@ TEST(in_place, tells_of_a_folder_that_cannot_be_written) {
               failed(3, "/no/such/file: No such file or directory"));
 }
 
+TEST(options_of_lines, need_lines) {
+    for (const std::string option : {"--jobs=2", "--on-error=skip", "--max-line=5", "--stats"}) {
+        const std::string name = option.substr(0, option.find('='));
+        EXPECT_EQ(orvid({"print", option}, "1"),
+                  failed(2, name + " requires --lines; see orvid print --help"));
+        EXPECT_EQ(orvid({"print", option, "--lines"}, "1").status, 0);
+    }
+}
+
 TEST(json_errors, are_objects_on_a_line) {
     EXPECT_EQ(orvid({"print", "--json-errors"}, "[1,\n2 3]"),
               (CommandResult{"",
