@@ -42,9 +42,9 @@ public:
     private:
         friend class KeyIndex;
 
-        std::size_t hash = 0;
-        std::ptrdiff_t inVector = 0;
-        typename TTree::const_iterator inTree{};
+        std::size_t m_hash = 0;
+        std::ptrdiff_t m_inVector = 0;
+        typename TTree::const_iterator m_inTree{};
     };
 
     explicit KeyIndex(const Compare& compare) : m_order{compare} {}
@@ -59,15 +59,15 @@ public:
             spot.position = scan(list, key);
             return spot;
         }
-        spot.hash = hashOf(key);
-        const Probe<Like> probe{spot.hash, key};
+        spot.m_hash = hashOf(key);
+        const Probe<Like> probe{spot.m_hash, key};
         if (m_large->tree) {
-            spot.inTree = m_large->tree->lower_bound(probe);
-            spot.position = positionAt(spot.inTree, m_large->tree->end(), probe, list);
+            spot.m_inTree = m_large->tree->lower_bound(probe);
+            spot.position = positionAt(spot.m_inTree, m_large->tree->end(), probe, list);
         } else {
             const TVector& entries = m_large->entries;
             const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, m_order);
-            spot.inVector = entry - entries.begin();
+            spot.m_inVector = entry - entries.begin();
             spot.position = positionAt(entry, entries.end(), probe, list);
         }
         return spot;
@@ -76,13 +76,13 @@ public:
     /// Enters a position that the list has just taken in; its key was sought before, and not found.
     /// Throws std::bad_alloc, with the index as it was. O(log n).
     void enter(List& list, Iterator position, const Spot& spot) {
-        const Entry entry{spot.hash, position};
+        const Entry entry{spot.m_hash, position};
         if (!m_large) {
             update(list);
         } else if (m_large->tree) {
-            m_large->tree->insert(spot.inTree, entry);
+            m_large->tree->insert(spot.m_inTree, entry);
         } else if (m_large->entries.size() < k_largestVector) {
-            m_large->entries.insert(m_large->entries.begin() + spot.inVector, entry);
+            m_large->entries.insert(m_large->entries.begin() + spot.m_inVector, entry);
         } else {
             TTree tree(m_large->entries.begin(), m_large->entries.end(), m_order);
             tree.insert(entry);
@@ -116,9 +116,9 @@ public:
         }
         const Spot spot = find(list, position->first);
         if (m_large->tree) {
-            m_large->tree->erase(spot.inTree);
+            m_large->tree->erase(spot.m_inTree);
         } else {
-            m_large->entries.erase(m_large->entries.begin() + spot.inVector);
+            m_large->entries.erase(m_large->entries.begin() + spot.m_inVector);
         }
     }
 

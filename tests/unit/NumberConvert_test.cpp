@@ -50,6 +50,7 @@ TEST(NumberConvert, integers_reach_from_the_smallest_to_the_largest_value) {
 /// From a signed number, which the text of a positive one never is.
 template<class T>
 void expectLimitsOfSigned() {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): the number, not the character
     const auto lowest = static_cast<long long>(std::numeric_limits<T>::min());
     const auto highest = static_cast<long long>(std::numeric_limits<T>::max());
     EXPECT_EQ(as<T>(Number(lowest)), std::numeric_limits<T>::min());

@@ -84,6 +84,7 @@ struct NodeAllocator {
 
 /// A base of what `new` makes in node memory.
 struct InNodeMemory {
+    // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): the delete that knows the size fits
     static void* operator new(std::size_t size) { return NodeMemory::allocate(size); }
     static void* operator new(std::size_t /*size*/, void* where) noexcept { return where; }
     static void operator delete(void* block, std::size_t size) noexcept {
