@@ -15,7 +15,7 @@ Array<T>::Array(T* parent) : m_parent(parent) {}
 
 template<class T>
 Array<T>::Array(const Array& other, T* parent) : IndexList<T>(), m_parent(parent) {
-    NodeMemory nodes;
+    NodeMemory nodes(sizeof(T) * 2 * other.size());
     const NodeMemory::Scope scope(nodes);
     for (const T& item : other) {
         const ParentLink& link = this->companion().to(parent);

@@ -29,6 +29,9 @@ constexpr int k_complete = 0;
 /// How much is scanned before it is read, in bytes: it should be in the cache still.
 constexpr std::size_t k_pieceSize = 16384;
 constexpr std::size_t k_longestShownKey = 100;
+/// What the nodes of a small document take, in bytes: so much, and more for a byte of its text.
+constexpr std::size_t k_leastNodes = 160;
+constexpr std::size_t k_nodesPerByte = 16;
 
 bool isLenient(const ReadOptions& options) {
     return !options.requireWholeDocument && !options.validateUtf8 &&
@@ -64,11 +67,13 @@ DomParser::DomParser(const ReadOptions& options) : DomParser() {
 
 DomParser::~DomParser() = default;
 
+/// `length` is that of the text in bytes, as far as it is known.
 template<class Feed>
-void DomParser::fill(Element& root, const Feed& feed) {
+void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     // The text may lie in the value that it replaces, which therefore goes last.
     Element former;
     std::swap(former.data(), root.data());
+    m_nodes.expect(k_leastNodes + k_nodesPerByte * length);
     const NodeMemory::Scope scope(m_nodes);
     if (isWhole()) {
         restart(root);
@@ -87,7 +92,7 @@ void DomParser::fill(Element& root, const Feed& feed) {
 }
 
 std::istream& DomParser::parse(Element& root, std::istream& in) {
-    fill(root, [&] {
+    fill(root, 0, [&] {
         if (m_checks == nullptr) {
             m_parser->parse(in);
         } else if (isWhole()) {
@@ -100,7 +105,7 @@ std::istream& DomParser::parse(Element& root, std::istream& in) {
 }
 
 void DomParser::parse(Element& root, const char* text, unsigned int length) {
-    fill(root, [&] {
+    fill(root, length, [&] {
         if (m_checks == nullptr) {
             m_parser->parse(text, length);
         } else {
@@ -110,7 +115,7 @@ void DomParser::parse(Element& root, const char* text, unsigned int length) {
 }
 
 void DomParser::parse(Element& root, const std::string& text) {
-    fill(root, [&] {
+    fill(root, text.size(), [&] {
         if (m_checks == nullptr) {
             m_parser->parse(text);
         } else {

@@ -5,6 +5,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <cstddef>
 #include <vector>
 
 #include "Place.h"
@@ -15,6 +16,13 @@ namespace ko::Orvid {
 namespace {
 
 using SData = Element::SData;
+
+/// What a node and its number take, in bytes.
+constexpr std::size_t k_nodesPerChild = 160;
+
+std::size_t childCount(const SData& source) {
+    return source.type == etArray ? source.value.array->size() : source.value.object->size();
+}
 
 class TreeCopier {
 public:
@@ -99,7 +107,7 @@ private:
 }  // namespace
 
 void copyTree(SData& target, const SData& source) {
-    NodeMemory nodes;
+    NodeMemory nodes(k_nodesPerChild * (1 + childCount(source)));
     const NodeMemory::Scope scope(nodes);
     TreeCopier().run(target, source);
 }

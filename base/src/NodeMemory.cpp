@@ -16,7 +16,7 @@ namespace ko {
 
 namespace {
 
-constexpr std::size_t k_smallestSlab = 256;  // in bytes
+constexpr std::size_t k_smallestSlab = 128;  // in bytes
 /// A larger block could leave much of a slab unused.
 constexpr std::size_t k_largestCut = 256;  // in bytes
 
@@ -79,7 +79,7 @@ void NodeMemory::release(void* block, std::size_t size) noexcept {
 
 NodeMemory::Block* NodeMemory::cut(std::size_t size) {
     if (static_cast<std::size_t>(m_end - m_next) < size) {
-        open();
+        open(size);
     }
     unpoison(m_next, size);
     Block* const block = new (m_next) Block{m_slab};
@@ -88,18 +88,19 @@ NodeMemory::Block* NodeMemory::cut(std::size_t size) {
     return block;
 }
 
-/// Slabs grow with the tree, so that a small one wastes little. Throws std::bad_alloc, with
-/// everything as it was.
-void NodeMemory::open() {
-    const std::size_t size =
-        std::clamp(2 * m_size, std::size_t(k_smallestSlab), std::size_t(k_largestSlab));
+/// Each slab is as large as all before it, so that at most half of them is left over: a small tree
+/// wastes little. Throws std::bad_alloc, with everything as it was.
+void NodeMemory::open(std::size_t least) {
+    const std::size_t wanted = std::clamp(m_total == 0 ? m_expected : m_total,
+                                          std::size_t(k_smallestSlab), std::size_t(k_largestSlab));
+    const std::size_t size = std::max(wanted, sizeof(Slab) + least);
     char* const bytes = static_cast<char*>(::operator new(size));
     close();
     m_slab = new (bytes) Slab;
     m_next = bytes + sizeof(Slab);
     m_end = bytes + size;
     m_cuts = 0;
-    m_size = size;
+    m_total += size;
     poison(m_next, size - sizeof(Slab));
 }
 

@@ -43,7 +43,7 @@ public:
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
     ListMap(const ListMap& other) : m_map(other.m_map.compare()) {
-        NodeMemory nodes;
+        NodeMemory nodes(sizeof(value_type) * 2 * other.size());
         const NodeMemory::Scope scope(nodes);
         m_list = other.m_list;
         m_map.update(m_list);

@@ -125,11 +125,30 @@ TEST(NodeMemory, an_element_that_leaves_its_tree_keeps_no_more_than_its_slabs) {
     EXPECT_EQ(before, liveBytes());
 }
 
-TEST(NodeMemory, a_small_document_takes_a_small_slab) {
+TEST(NodeMemory, a_small_document_takes_small_slabs) {
     const std::size_t before = liveBytes();
     Element root;
     DomParser().parse(root, std::string(R"({"a":1})"));
-    EXPECT_LT(liveBytes() - before, 400u);
+    EXPECT_LT(liveBytes() - before, 500u);
+    const std::size_t read = liveBytes();
+    const Element copy(root);
+    EXPECT_LT(liveBytes() - read, 500u);
+}
+
+TEST(NodeMemory, slabs_are_never_more_than_twice_what_is_in_them) {
+    for (std::size_t count = 1; count < 2000; count += 1 + count / 7) {
+        const std::size_t before = liveBytes();
+        NodeMemory memory;
+        const NodeMemory::Scope scope(memory);
+        std::vector<void*> blocks(count);
+        for (void*& block : blocks) {
+            block = NodeMemory::allocate(56);
+        }
+        EXPECT_LE(liveBytes() - before, 2 * (56 + 8) * count + 24 * count + 400) << count;
+        for (void* const block : blocks) {
+            NodeMemory::release(block, 56);
+        }
+    }
 }
 
 }  // namespace

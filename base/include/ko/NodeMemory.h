@@ -19,10 +19,14 @@ class KO_API NodeMemory {
 public:
     static constexpr std::size_t k_largestSlab = 4096;  ///< in bytes
 
-    NodeMemory() = default;
+    /// `expected` is what the blocks may come to, in bytes, for a first slab of that size.
+    explicit NodeMemory(std::size_t expected = 0) noexcept : m_expected(expected) {}
     ~NodeMemory() { close(); }
     NodeMemory(const NodeMemory&) = delete;
     NodeMemory& operator=(const NodeMemory&) = delete;
+
+    /// The same once more, of use before the first block.
+    void expect(std::size_t expected) noexcept { m_expected = expected; }
 
     /// While one lives, what its thread allocates is cut from the slabs. May be nested; the
     /// outermost one counts, so that a job is one though it has parts.
@@ -50,14 +54,15 @@ private:
     struct Block;
 
     Block* cut(std::size_t size);
-    void open();
+    void open(std::size_t least);
     void close() noexcept;
 
-    Slab* m_slab = nullptr;  ///< the one that is being cut up
-    char* m_next = nullptr;  ///< what is left of it
+    std::size_t m_expected;
+    std::size_t m_total = 0;  ///< bytes of all slabs so far
+    Slab* m_slab = nullptr;   ///< the one that is being cut up
+    char* m_next = nullptr;   ///< what is left of it
     char* m_end = nullptr;
     std::size_t m_cuts = 0;  ///< how many blocks it has given out
-    std::size_t m_size = 0;  ///< in bytes
 };
 
 /// For the nodes of a std::list. All are equal.

@@ -101,7 +101,7 @@ private:
     struct Checks;
 
     template<class Feed>
-    void fill(Element& root, const Feed& feed);
+    void fill(Element& root, std::size_t length, const Feed& feed);
     void restart(Element& root);
     void end();
     void deliverNumber();

@@ -74,6 +74,14 @@ TEST(NodeMemory, gives_blocks_that_outlive_scope_and_slabs) {
     expectBlocksOfTheirOwn(blocks);
 }
 
+TEST(NodeMemory, takes_any_block_for_the_first) {
+    for (std::size_t size = 1; size <= 600; ++size) {
+        NodeMemory memory(size);
+        const NodeMemory::Scope scope(memory);
+        expectBlocksOfTheirOwn({makeBlock(size, 1), makeBlock(8, 2), makeBlock(size, 3)});
+    }
+}
+
 TEST(NodeMemory, goes_on_where_an_earlier_scope_ended) {
     NodeMemory memory;
     std::vector<Block> blocks;
