@@ -57,10 +57,10 @@ public:
     CallbackParser(const CallbackParser&) = delete;
     CallbackParser& operator=(const CallbackParser&) = delete;
 
-    /// Reads the next `length` bytes. On a fault it calls cb_error() with a text of several lines
-    /// that shows the place in this piece, and throws Exception with that text when cb_error()
-    /// returns 0. Afterwards, and after an operation of the listener has thrown, the parser reads
-    /// no more.
+    /// Reads the next `length` bytes, and looks again at a token that goes on from the last piece.
+    /// On a fault it calls cb_error() with a text of several lines that shows the place in this
+    /// piece, and throws Exception with that text when cb_error() returns 0. Afterwards, and after
+    /// an operation of the listener has thrown, the parser reads no more.
     void parse(const char* text, unsigned int length);
     /// The same for a text of any length.
     void parse(const std::string& text);
