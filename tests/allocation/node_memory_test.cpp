@@ -136,6 +136,7 @@ TEST(NodeMemory, a_small_document_takes_small_slabs) {
 }
 
 TEST(NodeMemory, slabs_are_never_more_than_twice_what_is_in_them) {
+    constexpr std::size_t k_block = 56 + 8;
     for (std::size_t count = 1; count < 2000; count += 1 + count / 7) {
         const std::size_t before = liveBytes();
         NodeMemory memory;
@@ -144,7 +145,7 @@ TEST(NodeMemory, slabs_are_never_more_than_twice_what_is_in_them) {
         for (void*& block : blocks) {
             block = NodeMemory::allocate(56);
         }
-        EXPECT_LE(liveBytes() - before, 2 * (56 + 8) * count + 24 * count + 400) << count;
+        EXPECT_LE(liveBytes() - before, 2 * k_block * count + 24 * count + 400) << count;
         for (void* const block : blocks) {
             NodeMemory::release(block, 56);
         }
