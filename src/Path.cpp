@@ -13,6 +13,7 @@
 #include <ko/Orvid/PathParser.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 
+#include <optional>
 #include <utility>
 
 #include "Ancestors.h"
@@ -32,24 +33,33 @@ const std::string Path::k_metaObjectProperty = "properties";
 const std::string Path::k_metaArrayItem = "items";
 const std::string Path::k_escapeChars(PathGenerator::k_special);
 
-const Element* Path::plainElement(std::string_view path, const Element& start) {
+namespace {
+
+/// Follows a plain path to its end, also where it leads nowhere. Answers nothing for any other
+/// path.
+std::optional<const Element*> followPlain(std::string_view path, const Element& start) {
     PlainSteps steps(path);
     const Element* element = &start;
-    while (element != nullptr) {
+    for (;;) {
         switch (steps.next()) {
             case PlainSteps::EStep::key:
-                element = childAt(*element, steps.key());
+                element = element == nullptr ? nullptr : childAt(*element, steps.key());
                 break;
             case PlainSteps::EStep::index:
-                element = childAt(*element, steps.index());
+                element = element == nullptr ? nullptr : childAt(*element, steps.index());
                 break;
             case PlainSteps::EStep::end:
                 return element;
             case PlainSteps::EStep::notPlain:
-                return nullptr;
+                return std::nullopt;
         }
     }
-    return nullptr;
+}
+
+}  // namespace
+
+const Element* Path::plainElement(std::string_view path, const Element& start) {
+    return followPlain(path, start).value_or(nullptr);
 }
 
 const Element& Path::getElement(const Path& path, const Element& start) {
@@ -66,12 +76,13 @@ Element& Path::getElement(const Path& path, Element& start) {
 }
 
 const Element* Path::tryGetElement(const Path& path, const Element& start, EType type) {
-    const Element* found = plainElement(path.str(), start);
-    if (found == nullptr) {
+    std::optional<const Element*> followed = followPlain(path.str(), start);
+    if (!followed) {
         ElementGetter getter(&path, start, false);
         PathParser(&getter).parse(path.str());
-        found = getter.pathExists() ? &getter.currentElement() : nullptr;
+        followed = getter.pathExists() ? &getter.currentElement() : nullptr;
     }
+    const Element* const found = *followed;
     const bool matches = found != nullptr && (type == etEmpty || found->type() == type);
     return matches ? found : nullptr;
 }

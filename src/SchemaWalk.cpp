@@ -7,18 +7,20 @@
 
 #include <ko/Orvid/PathParser.h>
 
+#include <string_view>
+
 #include "Ancestors.h"
+#include "PathCharacters.h"
 #include "PathStep.h"
+#include "PlainSteps.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-/// Path text ends at this byte and has no empty keys.
-constexpr char k_pathEnd = static_cast<char>(0xFF);
-
-bool isExpressible(const std::string& key) {
-    return !key.empty() && key.find(k_pathEnd) == std::string::npos;
+/// Path text ends at k_pathEnd and has no empty keys.
+bool isExpressible(std::string_view key) {
+    return !key.empty() && key.find(k_pathEnd) == std::string_view::npos;
 }
 
 class SchemaWalker : public PathParserListener {
@@ -28,10 +30,13 @@ public:
         descend(Path::k_schema);
     }
 
-    bool cbObjectProperty(const std::string& key) override {
+    void takeKey(std::string_view key) {
         m_isExact = m_isExact && isExpressible(key);
         descend(Path::k_metaObjectProperty);
         descend(key);
+    }
+    bool cbObjectProperty(const std::string& key) override {
+        takeKey(key);
         return true;
     }
     bool cbArrayItem(unsigned int /*index*/) override {
@@ -50,13 +55,32 @@ public:
     }
 
 private:
-    void descend(const std::string& key) {
+    void descend(std::string_view key) {
         m_current = m_current == nullptr ? nullptr : childAt(*m_current, key);
     }
 
     const Element* m_current;  ///< null where the schema holds nothing
     bool m_isExact = true;
 };
+
+/// Takes the steps of a plain path. Answers whether it was one; if not, some were taken.
+bool followPlain(std::string_view path, SchemaWalker& walker) {
+    PlainSteps steps(path);
+    for (PlainSteps::EStep step = steps.next(); step != PlainSteps::EStep::end;
+         step = steps.next()) {
+        switch (step) {
+            case PlainSteps::EStep::key:
+                walker.takeKey(steps.key());
+                break;
+            case PlainSteps::EStep::index:
+                walker.cbArrayItem(steps.index());
+                break;
+            default:
+                return false;
+        }
+    }
+    return true;
+}
 
 }  // namespace
 
@@ -68,6 +92,10 @@ std::optional<const Element*> walkToDefault(const Element& element, const Path& 
     walkDown(
         element, nullptr, [&](const std::string& key) { walker.cbObjectProperty(key); },
         [&](unsigned int index) { walker.cbArrayItem(index); });
+    SchemaWalker plain = walker;
+    if (followPlain(path.str(), plain)) {
+        return plain.result();
+    }
     PathParser(&walker).parse(path.str());
     return walker.result();
 }
