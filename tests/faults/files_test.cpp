@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <ko/Orvid/FileException.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <string>
@@ -55,9 +56,13 @@ protected:
     unsigned int newModeOf(unsigned int mode) {
         EXPECT_EQ(::chmod(m_name.c_str(), mode), 0);
         replaceFile(m_name, "new content");
-        struct stat status {};
-        EXPECT_EQ(::stat(m_name.c_str(), &status), 0);
-        return status.st_mode & 07777U;
+        return status().st_mode & 07777U;
+    }
+
+    struct stat status() const {
+        struct stat result {};
+        EXPECT_EQ(::stat(m_name.c_str(), &result), 0);
+        return result;
     }
 
 private:
@@ -112,6 +117,12 @@ TEST_F(ReplacedFile, keeps_its_mode_with_its_owner) {
 TEST_F(ReplacedFile, loses_the_bits_that_lend_rights_with_its_owner) {
     failCalls(Call::fchown, {EPERM});
     EXPECT_EQ(newModeOf(06754), 0754U);
+}
+
+TEST_F(ReplacedFile, belongs_to_the_writer_where_its_owner_cannot_be_kept) {
+    failCalls(Call::fchown, {EPERM});
+    newModeOf(0600);
+    EXPECT_EQ(status().st_uid, ::geteuid());
 }
 
 TEST_F(ReplacedFile, gives_another_group_no_more_than_all_others) {
