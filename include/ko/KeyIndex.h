@@ -28,9 +28,10 @@ namespace ko {
 template<class List, class Key, class Compare>
 class KeyIndex {
     struct Entry;
-    struct Order;
+    struct HashOrder;
+    struct KeyOrder;
     using TVector = std::vector<Entry>;
-    using TTree = std::set<Entry, Order>;
+    using TTree = std::set<Entry, KeyOrder>;
 
 public:
     using Iterator = typename List::iterator;
@@ -63,12 +64,16 @@ public:
         const Probe<Like> probe{spot.m_hash, key};
         if (m_large->tree) {
             spot.m_inTree = m_large->tree->lower_bound(probe);
-            spot.position = positionAt(spot.m_inTree, m_large->tree->end(), probe, list);
+            const bool isThere =
+                spot.m_inTree != m_large->tree->end() && !m_order(probe, *spot.m_inTree);
+            spot.position = isThere ? spot.m_inTree->position : list.end();
         } else {
             const TVector& entries = m_large->entries;
-            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, m_order);
+            const HashOrder order{m_order};
+            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, order);
             spot.m_inVector = entry - entries.begin();
-            spot.position = positionAt(entry, entries.end(), probe, list);
+            const bool isThere = entry != entries.end() && !order(probe, *entry);
+            spot.position = isThere ? entry->position : list.end();
         }
         return spot;
     }
@@ -101,7 +106,7 @@ public:
         for (Iterator position = list.begin(); position != list.end(); ++position) {
             large->entries.push_back({hashOf(position->first), position});
         }
-        std::sort(large->entries.begin(), large->entries.end(), m_order);
+        std::sort(large->entries.begin(), large->entries.end(), HashOrder{m_order});
         if (list.size() > k_largestVector) {
             large->tree.emplace(large->entries.begin(), large->entries.end(), m_order);
             large->entries = {};
@@ -136,7 +141,7 @@ private:
     static constexpr std::size_t k_largestVector = 64;
     static constexpr bool k_isNatural = std::is_same_v<Compare, std::less<Key>>;
 
-    /// A pair, and the hash of its key, so that few keys need be looked at.
+    /// A pair, and the hash of its key.
     struct Entry {
         std::size_t hash;
         Iterator position;
@@ -153,26 +158,32 @@ private:
         const Like& key() const { return sought; }
     };
 
-    /// By the hash first; keys whose hashes agree by themselves.
-    struct Order {
+    /// What follows in the text often follows in this order too, which spares a large tree the
+    /// jumps through memory that hashes would cost it.
+    struct KeyOrder {
         using is_transparent = void;
 
         template<class Left, class Right>
         bool operator()(const Left& left, const Right& right) const {
-            return left.hash != right.hash ? left.hash < right.hash
-                                           : isLess(left.key(), right.key());
-        }
-
-        template<class Left, class Right>
-        bool isLess(const Left& left, const Right& right) const {
             if constexpr (k_isNatural) {
-                return left < right;
+                return left.key() < right.key();
             } else {
-                return compare(left, right);
+                return compare(left.key(), right.key());
             }
         }
 
         Compare compare;
+    };
+
+    /// By the hash first, so that few keys need be looked at; keys whose hashes agree by
+    /// themselves.
+    struct HashOrder {
+        template<class Left, class Right>
+        bool operator()(const Left& left, const Right& right) const {
+            return left.hash != right.hash ? left.hash < right.hash : byKey(left, right);
+        }
+
+        const KeyOrder& byKey;
     };
 
     /// The vector up to k_largestVector entries, the tree above.
@@ -202,13 +213,7 @@ private:
         });
     }
 
-    /// The position of an entry that is not before the probe, if it is the one that is sought.
-    template<class Entries, class Like>
-    Iterator positionAt(Entries entry, Entries end, const Probe<Like>& probe, List& list) const {
-        return entry == end || m_order(probe, *entry) ? list.end() : entry->position;
-    }
-
-    Order m_order;
+    KeyOrder m_order;
     std::unique_ptr<Large> m_large;  ///< null while there is no index
 };
 
