@@ -11,19 +11,19 @@ namespace ko::Orvid {
 namespace {
 
 /// Where the schema holds the default for the element at `path` below `element`.
-Path defaultPath(const Element& element, const Path& path) {
+Path defaultPath(const Element& element, std::string_view path) {
     std::string absolute = element.path();
-    const bool needsDot = !path.empty() && path.str().front() != '.' && path.str().front() != '[';
+    const bool needsDot = !path.empty() && path.front() != '.' && path.front() != '[';
     if (needsDot) {
         absolute += '.';
     }
-    absolute += path.str();
+    absolute += path;
     return Path::toSchemaPath(absolute).str() + "." + Path::k_default;
 }
 
 }  // namespace
 
-const Element& Element::tryGetDefault(const Path& path, const Element& fallback) const {
+const Element& Element::tryDefaultAt(std::string_view path, const Element& fallback) const {
     const auto walked = walkToDefault(*this, path);
     if (!walked) {
         return root()->tryGet(defaultPath(*this, path), fallback);
@@ -31,17 +31,25 @@ const Element& Element::tryGetDefault(const Path& path, const Element& fallback)
     return *walked == nullptr ? fallback : **walked;
 }
 
-const Element& Element::getDefault(const Path& path) const {
+const Element& Element::defaultAt(std::string_view path) const {
     const auto walked = walkToDefault(*this, path);
     return walked && *walked != nullptr ? **walked : root()->get(defaultPath(*this, path));
 }
 
-const Element& Element::tryGetUsingDefault(const Path& path, const Element& fallback) const {
-    return tryGet(path, tryGetDefault(path, fallback));
+const Element& Element::tryUsingDefaultAt(std::string_view path, const Element& fallback) const {
+    if (const auto walked = walkToBoth(*this, path)) {
+        const Element* const found = walked->inData != nullptr ? walked->inData : walked->inSchema;
+        return found == nullptr ? fallback : *found;
+    }
+    return tryGet(pathOf(path), tryDefaultAt(path, fallback));
 }
 
-const Element& Element::getUsingDefault(const Path& path) const {
-    return tryGet(path, getDefault(path));
+const Element& Element::usingDefaultAt(std::string_view path) const {
+    const auto walked = walkToBoth(*this, path);
+    if (walked && walked->inSchema != nullptr) {
+        return walked->inData != nullptr ? *walked->inData : *walked->inSchema;
+    }
+    return tryGet(pathOf(path), defaultAt(path));
 }
 
 }  // namespace ko::Orvid

@@ -38,22 +38,10 @@ namespace {
 /// Follows a plain path to its end, also where it leads nowhere. Answers nothing for any other
 /// path.
 std::optional<const Element*> followPlain(std::string_view path, const Element& start) {
-    PlainSteps steps(path);
     const Element* element = &start;
-    for (;;) {
-        switch (steps.next()) {
-            case PlainSteps::EStep::key:
-                element = element == nullptr ? nullptr : childAt(*element, steps.key());
-                break;
-            case PlainSteps::EStep::index:
-                element = element == nullptr ? nullptr : childAt(*element, steps.index());
-                break;
-            case PlainSteps::EStep::end:
-                return element;
-            case PlainSteps::EStep::notPlain:
-                return std::nullopt;
-        }
-    }
+    const bool isPlain = takePlainSteps(
+        path, [&](auto step) { element = element == nullptr ? nullptr : childAt(*element, step); });
+    return isPlain ? std::optional(element) : std::nullopt;
 }
 
 }  // namespace

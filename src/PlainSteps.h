@@ -66,4 +66,24 @@ private:
     unsigned int m_index = 0;
 };
 
+/// Calls `take` with each step of a plain path: a key as std::string_view, or an index. Answers
+/// whether the path was plain; if not, some steps were taken.
+template<class Take>
+bool takePlainSteps(std::string_view path, const Take& take) {
+    for (PlainSteps steps(path);;) {
+        switch (steps.next()) {
+            case PlainSteps::EStep::key:
+                take(steps.key());
+                break;
+            case PlainSteps::EStep::index:
+                take(steps.index());
+                break;
+            case PlainSteps::EStep::end:
+                return true;
+            case PlainSteps::EStep::notPlain:
+                return false;
+        }
+    }
+}
+
 }  // namespace ko::Orvid

@@ -7,8 +7,6 @@
 
 #include <ko/Orvid/PathParser.h>
 
-#include <string_view>
-
 #include "Ancestors.h"
 #include "PathCharacters.h"
 #include "PathStep.h"
@@ -25,22 +23,28 @@ bool isExpressible(std::string_view key) {
 
 class SchemaWalker : public PathParserListener {
 public:
-    explicit SchemaWalker(const Element& root) : m_current(&root) {
+    /// Begins at the description of `element`.
+    explicit SchemaWalker(const Element& element) : m_current(element.root()) {
         descend(Path::k_meta);
         descend(Path::k_schema);
+        walkDown(
+            element, nullptr, [&](const std::string& key) { cbObjectProperty(key); },
+            [&](unsigned int index) { cbArrayItem(index); });
     }
 
-    void takeKey(std::string_view key) {
-        m_isExact = m_isExact && isExpressible(key);
+    void take(std::string_view key) {
         descend(Path::k_metaObjectProperty);
         descend(key);
     }
+    void take(unsigned int /*index*/) { descend(Path::k_metaArrayItem); }
+
     bool cbObjectProperty(const std::string& key) override {
-        takeKey(key);
+        m_isExact = m_isExact && isExpressible(key);
+        take(key);
         return true;
     }
-    bool cbArrayItem(unsigned int /*index*/) override {
-        descend(Path::k_metaArrayItem);
+    bool cbArrayItem(unsigned int index) override {
+        take(index);
         return true;
     }
     bool cbParseError(const std::string& /*message*/, const std::string& /*token*/,
@@ -49,9 +53,12 @@ public:
         return false;
     }
 
-    std::optional<const Element*> result() {
+    /// Whether the steps so far are those of the path's text.
+    bool isExact() const { return m_isExact; }
+    /// The default in the description that was reached.
+    const Element* toDefault() {
         descend(Path::k_default);
-        return m_isExact ? std::optional<const Element*>(m_current) : std::nullopt;
+        return m_current;
     }
 
 private:
@@ -63,41 +70,30 @@ private:
     bool m_isExact = true;
 };
 
-/// Takes the steps of a plain path. Answers whether it was one; if not, some were taken.
-bool followPlain(std::string_view path, SchemaWalker& walker) {
-    PlainSteps steps(path);
-    for (PlainSteps::EStep step = steps.next(); step != PlainSteps::EStep::end;
-         step = steps.next()) {
-        switch (step) {
-            case PlainSteps::EStep::key:
-                walker.takeKey(steps.key());
-                break;
-            case PlainSteps::EStep::index:
-                walker.cbArrayItem(steps.index());
-                break;
-            default:
-                return false;
-        }
-    }
-    return true;
-}
-
 }  // namespace
 
-std::optional<const Element*> walkToDefault(const Element& element, const Path& path) {
-    if (path.str().find(k_pathEnd) != std::string::npos) {
-        return std::nullopt;
+std::optional<const Element*> walkToDefault(const Element& element, std::string_view path) {
+    const SchemaWalker start(element);
+    SchemaWalker walker = start;
+    if (!takePlainSteps(path, [&](auto step) { walker.take(step); })) {
+        if (path.find(k_pathEnd) != std::string_view::npos) {
+            return std::nullopt;
+        }
+        walker = start;
+        PathParser(&walker).parse(path);
     }
-    SchemaWalker walker(*element.root());
-    walkDown(
-        element, nullptr, [&](const std::string& key) { walker.cbObjectProperty(key); },
-        [&](unsigned int index) { walker.cbArrayItem(index); });
-    SchemaWalker plain = walker;
-    if (followPlain(path.str(), plain)) {
-        return plain.result();
-    }
-    PathParser(&walker).parse(path.str());
-    return walker.result();
+    return walker.isExact() ? std::optional(walker.toDefault()) : std::nullopt;
+}
+
+std::optional<DataAndSchema> walkToBoth(const Element& element, std::string_view path) {
+    SchemaWalker schema(element);
+    const Element* data = &element;
+    const bool isPlain = takePlainSteps(path, [&](auto step) {
+        schema.take(step);
+        data = data == nullptr ? nullptr : childAt(*data, step);
+    });
+    return isPlain && schema.isExact() ? std::optional(DataAndSchema{data, schema.toDefault()})
+                                       : std::nullopt;
 }
 
 }  // namespace ko::Orvid

@@ -8,7 +8,9 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PathException.h>
 
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/Document.h"
@@ -283,6 +285,24 @@ std::string outcome(const Get& get) {
     }
 }
 
+/// An object that describes every path of a few steps, and holds values at some.
+class DescribedTree {
+public:
+    DescribedTree() {
+        describe(root.create("meta.schema", Element::k_emptyElement), 3);
+        Element& item = root.create("a[*]", Document("{}").root);
+        starts = {&root,
+                  &root.get("a"),
+                  &item,
+                  &item.insert("", Element(1)),
+                  &item.insert("a\xFF", Element(2)),
+                  &root.insert("", Element(3))};
+    }
+
+    Element root{Element::k_emptyElement};
+    std::vector<const Element*> starts;
+};
+
 /// The rule: the path of the element and the given one are joined, turned into a schema path, and
 /// looked up from the root.
 Path defaultPath(const Element& start, const std::string& path) {
@@ -291,17 +311,10 @@ Path defaultPath(const Element& start, const std::string& path) {
 }
 
 TEST(ElementDefaults, are_those_at_the_joined_and_converted_path_whatever_its_text) {
-    Element root(Element::k_emptyElement);
-    describe(root.create("meta.schema", Element::k_emptyElement), 3);
-    Element& item = root.create("a[*]", Document("{}").root);
-    const std::vector<const Element*> starts = {&root,
-                                                &root.get("a"),
-                                                &item,
-                                                &item.insert("", Element(1)),
-                                                &item.insert("a\xFF", Element(2)),
-                                                &root.insert("", Element(3))};
+    const DescribedTree tree;
+    const Element& root = tree.root;
     std::size_t found = 0;
-    for (const Element* start : starts) {
+    for (const Element* start : tree.starts) {
         for (const std::string& path : textsUpTo(4)) {
             const std::string plain =
                 outcome([&]() -> const Element& { return root.get(defaultPath(*start, path)); });
@@ -318,6 +331,49 @@ TEST(ElementDefaults, are_those_at_the_joined_and_converted_path_whatever_its_te
         }
     }
     EXPECT_GT(found, 1000U);
+}
+
+TEST(ElementDefaults, stand_behind_the_value_at_the_same_path_whatever_its_text) {
+    const DescribedTree tree;
+    std::set<std::string> outcomes;
+    for (const Element* start : tree.starts) {
+        for (const std::string& path : textsUpTo(4)) {
+            const std::string tried = outcome([&]() -> const Element& {
+                return start->tryGet(path, start->tryGetDefault(path, k_fallback));
+            });
+            ASSERT_EQ(outcome([&]() -> const Element& {
+                          return start->tryGetUsingDefault(path, k_fallback);
+                      }),
+                      tried)
+                << start->path() << " and " << path;
+            ASSERT_EQ(outcome([&]() -> const Element& { return start->getUsingDefault(path); }),
+                      outcome([&]() -> const Element& {
+                          return start->tryGet(path, start->getDefault(path));
+                      }))
+                << start->path() << " and " << path;
+            outcomes.insert(tried);
+        }
+    }
+    EXPECT_EQ(outcomes.count("found a[0]"), 1U);
+    EXPECT_EQ(outcomes.count("found meta.schema.properties.a.items.default"), 1U);
+    EXPECT_EQ(outcomes.count("fallback"), 1U);
+    EXPECT_EQ(outcomes.count("Index must be set!"), 1U);
+}
+
+TEST(ElementDefaults, take_their_path_as_a_path_or_as_any_text) {
+    const ReadDocument document(k_small);
+    const Element& root = document.root;
+    const Element& three = root.get("meta.schema.properties.a.default");
+    const Path path("a");
+    const std::string_view view = std::string_view("abc").substr(0, 1);
+    EXPECT_EQ(&root.tryGetDefault(path, k_fallback), &three);
+    EXPECT_EQ(&root.tryGetDefault(view, k_fallback), &three);
+    EXPECT_EQ(&root.getDefault(path), &three);
+    EXPECT_EQ(&root.getDefault(view), &three);
+    EXPECT_EQ(&root.tryGetUsingDefault(path, k_fallback), &three);
+    EXPECT_EQ(&root.tryGetUsingDefault(view, k_fallback), &three);
+    EXPECT_EQ(&root.getUsingDefault(path), &three);
+    EXPECT_EQ(&root.getUsingDefault(view), &three);
 }
 
 TEST(ElementDefaults, live_in_the_document_and_change_with_it) {

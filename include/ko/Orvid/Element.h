@@ -266,17 +266,39 @@ public:
 
     // Defaults from the document's own schema, which is looked up under meta.schema of the root;
     // docs/defaults.md has an example. The data is never changed. `path` is relative to this
-    // element.
+    // element. A plain path (see docs/paths.md) that leads to a value needs no memory.
 
     /// The schema's default for the element at the path, or `fallback`.
-    const Element& tryGetDefault(const Path& path, const Element& fallback) const;
+    const Element& tryGetDefault(const Path& path, const Element& fallback) const {
+        return tryDefaultAt(path.str(), fallback);
+    }
     /// The schema's default for the element at the path. Throws PathNotFound.
-    const Element& getDefault(const Path& path) const;
+    const Element& getDefault(const Path& path) const { return defaultAt(path.str()); }
     /// The element at the path, or else the schema's default for it, or else `fallback`.
-    const Element& tryGetUsingDefault(const Path& path, const Element& fallback) const;
+    const Element& tryGetUsingDefault(const Path& path, const Element& fallback) const {
+        return tryUsingDefaultAt(path.str(), fallback);
+    }
     /// The element at the path, or else the schema's default for it. The default is looked up
     /// first: throws PathNotFound when the schema has none, even where the data has a value.
-    const Element& getUsingDefault(const Path& path) const;
+    const Element& getUsingDefault(const Path& path) const { return usingDefaultAt(path.str()); }
+
+    // The same from any text, which is read where it is.
+    template<class Text, IfText<Text> = 0>
+    const Element& tryGetDefault(const Text& path, const Element& fallback) const {
+        return tryDefaultAt(path, fallback);
+    }
+    template<class Text, IfText<Text> = 0>
+    const Element& getDefault(const Text& path) const {
+        return defaultAt(path);
+    }
+    template<class Text, IfText<Text> = 0>
+    const Element& tryGetUsingDefault(const Text& path, const Element& fallback) const {
+        return tryUsingDefaultAt(path, fallback);
+    }
+    template<class Text, IfText<Text> = 0>
+    const Element& getUsingDefault(const Text& path) const {
+        return usingDefaultAt(path);
+    }
 
     // Payload records.
 
@@ -315,6 +337,10 @@ private:
     /// Where a plain path leads; null where it leads nowhere, and for any other path.
     const Element* lookUp(std::string_view path) const { return Path::plainElement(path, *this); }
     static Path pathOf(std::string_view path) { return std::string(path); }
+    const Element& tryDefaultAt(std::string_view path, const Element& fallback) const;
+    const Element& defaultAt(std::string_view path) const;
+    const Element& tryUsingDefaultAt(std::string_view path, const Element& fallback) const;
+    const Element& usingDefaultAt(std::string_view path) const;
     void replaceString(std::string* text) noexcept;
     void replaceNumber(Number* number) noexcept;
 
