@@ -194,7 +194,7 @@ void Generator::printMember(const std::string& key, const Element& value) {
 }
 
 void Generator::flush() {
-    const std::string& text = m_impl->writer.text();
+    const std::string_view text = m_impl->writer.text();
     if (!text.empty()) {
         if (m_out == nullptr) {
             throw Exception("Generator: output stream not set!");

@@ -17,6 +17,7 @@
 
 #include "yajl/AsciiText.h"
 #include "yajl/Memory.h"
+#include "yajl/TextBuffer.h"
 
 namespace ko::Orvid::yajl {
 
@@ -37,8 +38,11 @@ struct Writer::State {
 
     static void print(void* state, const char* token, std::size_t length) noexcept;
     static void printAscii(void* state, const char* token, std::size_t length) noexcept;
-    void place(const char* token, std::size_t length);
-    void append(const char* token, std::size_t length);
+    void place(std::string_view token) noexcept;
+    template<typename Append>
+    void attempt(const Append& append) noexcept;
+    void append(std::string_view token);
+    void layOut(std::string_view token);
     void appendIndent(std::size_t levels);
     template<typename Call>
     WriteStatus write(Kind kind, Call call);
@@ -53,14 +57,14 @@ struct Writer::State {
     const bool hasFinalNewline;
     const std::string indent;
     std::string indents;  // of as many levels as were needed yet
-    std::string text;
+    TextBuffer text;
     std::string ascii;  // a token with escapes
     Memory memory;
     yajl_gen handle = nullptr;
     unsigned int depth = 0;      // containers open in YAJL
     std::size_t refused = 0;     // containers open beyond k_maxDepth, which YAJL never hears of
     Kind kind = Kind::value;     // of the call that YAJL is in
-    bool isFirstToken = false;   // of that call
+    bool isLaidOut = false;      // its next token is the first, and has a place in the layout
     bool isEmpty = false;        // nothing stands in the innermost container yet
     std::exception_ptr failure;  // thrown by print, not yet passed on
     bool isBroken = false;       // print has failed: what YAJL believes written is not in text
@@ -79,14 +83,10 @@ Writer::State::State(const Layout& layout)
                     layout.isAscii ? &State::printAscii : &State::print, static_cast<void*>(this));
 }
 
-// YAJL goes on printing the tokens of its call after one has failed; write() cuts them off again.
 void Writer::State::print(void* state, const char* token, std::size_t length) noexcept {
     State& self = *static_cast<State*>(state);
-    try {
-        self.place(token, length);
-    } catch (...) {
-        self.failure = std::current_exception();
-        self.isBroken = true;
+    if (self.isLaidOut || !self.text.tryAppend(token, length)) {
+        self.place({token, length});
     }
 }
 
@@ -97,42 +97,51 @@ void Writer::State::printAscii(void* state, const char* token, std::size_t lengt
         return;
     }
     State& self = *static_cast<State*>(state);
-    try {
+    self.attempt([&] {
         self.ascii.clear();
         self.isReplaced = !appendAscii(self.ascii, token, length) || self.isReplaced;
-        self.place(self.ascii.data(), self.ascii.size());
+        self.append(self.ascii);
+    });
+}
+
+// What makes room, which print itself is faster without.
+[[gnu::noinline]] void Writer::State::place(std::string_view token) noexcept {
+    attempt([&] { append(token); });
+}
+
+// YAJL goes on printing the tokens of its call after one has failed; write() cuts them off again.
+template<typename Append>
+void Writer::State::attempt(const Append& append) noexcept {
+    try {
+        append();
     } catch (...) {
-        self.failure = std::current_exception();
-        self.isBroken = true;
+        failure = std::current_exception();
+        isBroken = true;
+    }
+}
+
+void Writer::State::append(std::string_view token) {
+    if (std::exchange(isLaidOut, false)) {
+        layOut(token);
+    } else {
+        text.append(token);
     }
 }
 
 // The first token of a value in a container is a separator, unless the container is empty.
-void Writer::State::place(const char* token, std::size_t length) {
-    const bool isLaidOut = std::exchange(isFirstToken, false) && isIndented && depth > 0;
-    if (!isLaidOut) {
-        append(token, length);
-    } else if (kind == Kind::close) {
-        text += '\n';
+void Writer::State::layOut(std::string_view token) {
+    if (kind == Kind::close) {
+        text.append("\n");
         appendIndent(depth - 1);
-        append(token, length);
+        text.append(token);
     } else if (isEmpty) {
         appendIndent(depth);
-        append(token, length);
-    } else if (*token == ':') {
-        text += ": ";
+        text.append(token);
+    } else if (token.front() == ':') {
+        text.append(": ");
     } else {
-        text += ",\n";
+        text.append(",\n");
         appendIndent(depth);
-    }
-}
-
-// Most tokens are one byte, for which push_back is the faster.
-void Writer::State::append(const char* token, std::size_t length) {
-    if (length == 1) {
-        text.push_back(*token);
-    } else {
-        text.append(token, length);
     }
 }
 
@@ -141,7 +150,7 @@ void Writer::State::appendIndent(std::size_t levels) {
     while (indents.size() < length) {
         indents += indent;
     }
-    text.append(indents, 0, length);
+    text.append(std::string_view(indents).substr(0, length));
 }
 
 template<typename Call>
@@ -151,13 +160,13 @@ WriteStatus Writer::State::write(Kind givenKind, Call call) {
     }
     const std::size_t before = text.size();
     kind = givenKind;
-    isFirstToken = true;
+    isLaidOut = isIndented && depth > 0;
     const auto result = static_cast<WriteStatus>(call(handle));
     if (result == WriteStatus::ok) {
         advance(kind);
     }
     if (isBroken) {
-        text.resize(before);
+        text.cut(before);
         std::rethrow_exception(std::exchange(failure, nullptr));
     }
     return keep(std::exchange(isReplaced, false) ? WriteStatus::replacedText : result);
@@ -282,10 +291,10 @@ void Writer::noteTooDeep() { m_state->keep(WriteStatus::maxDepthExceeded); }
 
 WriteStatus Writer::state() const { return m_state->first; }
 
-const std::string& Writer::text() const { return m_state->text; }
+std::string_view Writer::text() const { return m_state->text.view(); }
 
-std::string Writer::takeText() { return std::exchange(m_state->text, std::string()); }
+std::string Writer::takeText() { return m_state->text.take(); }
 
-void Writer::clear() { m_state->text.clear(); }
+void Writer::clear() { m_state->text.cut(0); }
 
 }  // namespace ko::Orvid::yajl

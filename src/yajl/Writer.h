@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace ko::Orvid::yajl {
 
@@ -73,7 +74,7 @@ public:
     /// The first status other than ok that a call returned; ok while there is none.
     WriteStatus state() const;
     /// What has been written since the last clear(); valid until the next call.
-    const std::string& text() const;
+    std::string_view text() const;
     /// Hands the text out, without a copy, and is without one afterwards; the nesting stays.
     std::string takeText();
     /// Empties the text; the nesting stays.

@@ -66,7 +66,7 @@ TEST(WriterDepth, refuses_one_container_more_with_all_that_is_in_it) {
         Writer writer(false, "");
         openAll(writer, 127);
         writer.integer(1);
-        const std::string before = writer.text();
+        const std::string before(writer.text());
         const double nan = std::numeric_limits<double>::quiet_NaN();
         EXPECT_EQ(isMap ? writer.openMap() : writer.openArray(), WriteStatus::maxDepthExceeded);
         EXPECT_EQ(writer.null(), WriteStatus::maxDepthExceeded);

@@ -33,13 +33,13 @@ WriteStatus writeNumber(Writer& writer, const std::string& text) {
 std::string stringText(const std::string& value) {
     Writer writer(false, "");
     EXPECT_EQ(write(writer, value), WriteStatus::ok);
-    return writer.text();
+    return std::string(writer.text());
 }
 
 std::string realText(double value) {
     Writer writer(false, "");
     EXPECT_EQ(writer.real(value), WriteStatus::ok);
-    return writer.text();
+    return std::string(writer.text());
 }
 
 // {"a": [null, true, false, -1, 1.5], "b": {}, "c": []}
@@ -227,7 +227,7 @@ TEST(Writer, refuses_all_but_strings_for_keys) {
     Writer writer(true, "  ");
     writer.openMap();
     for (int round = 0; round < 2; ++round) {
-        const std::string before = writer.text();
+        const std::string before(writer.text());
         EXPECT_EQ(writer.null(), WriteStatus::keysMustBeStrings);
         EXPECT_EQ(writer.boolean(true), WriteStatus::keysMustBeStrings);
         EXPECT_EQ(writer.integer(1), WriteStatus::keysMustBeStrings);
@@ -275,7 +275,7 @@ TEST(Writer, refuses_everything_after_the_complete_value) {
         } else {
             writer.null();
         }
-        const std::string before = writer.text();
+        const std::string before(writer.text());
         EXPECT_EQ(writer.state(), WriteStatus::ok);
         EXPECT_EQ(writer.null(), WriteStatus::generationComplete);
         EXPECT_EQ(writer.boolean(false), WriteStatus::generationComplete);
