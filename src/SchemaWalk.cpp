@@ -28,8 +28,8 @@ public:
         descend(Path::k_meta);
         descend(Path::k_schema);
         walkDown(
-            element, nullptr, [&](const std::string& key) { cbObjectProperty(key); },
-            [&](unsigned int index) { cbArrayItem(index); });
+            element, nullptr, [&](const std::string& key) { takeAny(key); },
+            [&](unsigned int index) { take(index); });
     }
 
     void take(std::string_view key) {
@@ -37,10 +37,14 @@ public:
         descend(key);
     }
     void take(unsigned int /*index*/) { descend(Path::k_metaArrayItem); }
-
-    bool cbObjectProperty(const std::string& key) override {
+    /// A key that path text may not be able to express.
+    void takeAny(std::string_view key) {
         m_isExact = m_isExact && isExpressible(key);
         take(key);
+    }
+
+    bool cbObjectProperty(const std::string& key) override {
+        takeAny(key);
         return true;
     }
     bool cbArrayItem(unsigned int index) override {
