@@ -247,6 +247,18 @@ TEST(ParseException, keeps_what_it_was_given) {
     EXPECT_EQ(nullptr, error.elementPath());
 }
 
+TEST(ParseException, takes_another_message_and_span_and_keeps_its_element) {
+    Document document(R"({"a": 1})");
+    ParseException error(&document.root.get("a"), "old", 1, 2, 3, 4);
+    error.init("new", 5, 6, 7, 8);
+    EXPECT_EQ("new", error.message());
+    EXPECT_EQ(5, error.firstLine());
+    EXPECT_EQ(6, error.firstColumn());
+    EXPECT_EQ(7, error.lastLine());
+    EXPECT_EQ(8, error.lastColumn());
+    EXPECT_EQ("a", *error.elementPath());
+}
+
 TEST(ParseException, prints_the_address_of_its_path_in_place_of_the_path) {
     const Document document(R"({"a":[0,1]})");
     const ParseException error(&document.root.get("a[1]"), "Unexpected string!", -1, -1, -1, -1);

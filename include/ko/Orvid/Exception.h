@@ -74,10 +74,11 @@ public:
     int lastLine() const { return m_lastLine; }
     int lastColumn() const { return m_lastColumn; }
 
-private:
+    /// Sets the message and the span anew; the element context stays.
     void init(const std::string& message, int firstLine, int firstColumn, int lastLine,
               int lastColumn);
 
+private:
     std::string m_message;
     int m_firstLine;
     int m_firstColumn;
