@@ -7,11 +7,10 @@
 #include <ko/Orvid/Exception.h>
 
 #include <algorithm>
+#include <array>
 #include <istream>
 #include <limits>
-#include <vector>
 
-#include "PieceSize.h"
 #include "yajl/Reader.h"
 
 namespace ko::Orvid {
@@ -92,7 +91,6 @@ CallbackParserListener& CallbackParser::listener() const {
 
 CallbackParserListener& CallbackParser::listenerOf(void* context) {
     CallbackParser& parser = *static_cast<CallbackParser*>(context);
-    ++parser.m_events;
     return parser.listener();
 }
 
@@ -118,17 +116,14 @@ void CallbackParser::parse(const std::string& text) {
 }
 
 std::istream& CallbackParser::parse(std::istream& in) {
-    PieceSize size(k_chunkSize);
-    std::vector<char> buffer(k_chunkSize);
+    std::array<char, k_chunkSize> buffer;
     while (in.rdstate() == std::ios_base::goodbit) {
-        buffer.resize(std::max(buffer.size(), size.next()));
         const std::streamsize count =
-            in.readsome(buffer.data(), static_cast<std::streamsize>(size.next()));
+            in.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size()));
         if (count < 1) {
             break;
         }
         parse(buffer.data(), static_cast<unsigned int>(count));
-        size.note(static_cast<std::size_t>(count), m_events);
     }
     return in;
 }

@@ -16,7 +16,6 @@
 #include <utility>
 #include <vector>
 
-#include "PieceSize.h"
 #include "TextScanner.h"
 #include "Tree.h"
 
@@ -49,7 +48,6 @@ struct DomParser::Checks {
 
     const ReadOptions options;
     std::optional<TextScanner> scanner{options};
-    PieceSize pieceSize{k_pieceSize};
     std::size_t keys = 0;                     ///< reported for the present piece
     bool isRepeated = false;                  ///< the last of them was a repeated one
     bool isFed = false;                       ///< between begin() and finish()
@@ -168,7 +166,6 @@ void DomParser::restart(Element& root) {
     if (m_isUsed) {
         m_parser.reset(new CallbackParser(this));
         m_checks->scanner.emplace(m_checks->options);
-        m_checks->pieceSize = PieceSize(k_pieceSize);
         m_checks->faultBegin.reset();
         m_checks->isBroken = false;
     }
@@ -202,9 +199,8 @@ void DomParser::readToEnd(std::istream& in) {
         throw Exception("The stream cannot be read!", m_root);
     }
     std::istream source(in.rdbuf());
-    std::vector<char> buffer;
+    std::vector<char> buffer(k_pieceSize);
     do {
-        buffer.resize(std::max(buffer.size(), m_checks->pieceSize.next()));
         source.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
         read({buffer.data(), static_cast<std::size_t>(source.gcount())});
     } while (source);
@@ -216,9 +212,8 @@ void DomParser::readToEnd(std::istream& in) {
 }
 
 void DomParser::readAvailable(std::istream& in) {
-    std::vector<char> buffer;
+    std::vector<char> buffer(k_pieceSize);
     while (in.good()) {
-        buffer.resize(std::max(buffer.size(), m_checks->pieceSize.next()));
         const std::streamsize count =
             in.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size()));
         if (count < 1) {
@@ -234,9 +229,8 @@ void DomParser::read(std::string_view text) {
     }
     try {
         while (!text.empty()) {
-            const std::string_view piece = text.substr(0, m_checks->pieceSize.next());
+            const std::string_view piece = text.substr(0, k_pieceSize);
             readPiece(piece);
-            m_checks->pieceSize.note(piece.size(), m_parser->eventCount());
             text.remove_prefix(piece.size());
         }
     } catch (...) {

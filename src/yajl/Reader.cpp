@@ -17,6 +17,7 @@
 #include <exception>
 #include <utility>
 
+#include "yajl/LongToken.h"
 #include "yajl/Memory.h"
 
 namespace ko::Orvid::yajl {
@@ -70,8 +71,10 @@ std::string excerptOf(const char* text, std::size_t length, std::size_t offset) 
 struct Reader::State {
     State(const ReaderCallbacks& functions, void* listener);
 
-    yajl_status feed(const char* text, std::size_t length);
-    void move(yajl_status result);
+    yajl_status feed(std::string_view piece);
+    yajl_status give(std::string_view text);
+    void move(yajl_status result, std::string_view piece);
+    void follow(std::string_view piece);
     ReadStatus statusOf(yajl_status result) const;
     std::string faultText(bool verbose, const char* text, std::size_t length) const;
     std::string yajlText(bool verbose, const char* text, std::size_t length);
@@ -81,7 +84,8 @@ struct Reader::State {
     int guard(Call call) noexcept;
     template<auto function, typename... Values>
     int forward(Values... values) noexcept;
-    void noteValue() { isComplete = isComplete || depth == 0; }
+    void noteEvent() { eventEnd = yajl_get_bytes_consumed(handle); }
+    void noteValue();
     int integer(const char* text, std::size_t length) noexcept;
     int real(const char* text, std::size_t length) noexcept;
     int overflow(const char* message, std::size_t length) noexcept;
@@ -101,6 +105,8 @@ struct Reader::State {
     void* const context;
     Memory memory;
     yajl_handle handle = nullptr;  // null once memory has failed
+    LongToken token;               // in which the last piece ended
+    std::size_t eventEnd = 0;      // in the last piece, behind its last event's token; or 0
     std::size_t depth = 0;         // containers open
     bool isComplete = false;       // the top-level value has been delivered
     bool isOver = false;           // complete or failed: position stays
@@ -136,26 +142,54 @@ Reader::State::State(const ReaderCallbacks& functions, void* listener)
     yajl_config(handle, yajl_allow_trailing_garbage, 1);
 }
 
-yajl_status Reader::State::feed(const char* text, std::size_t length) {
-    yajl_status result = yajl_status_error;
+yajl_status Reader::State::feed(std::string_view piece) {
+    yajl_status result = yajl_status_ok;
     try {
-        memory.run([&] { result = yajl_parse(handle, bytesOf(text), length); });
+        if (!isOver && token.hold(piece)) {
+            position += piece.size();
+            return result;
+        }
+        if (const std::string held = token.release(); !held.empty()) {
+            give(held);
+        }
+        eventEnd = 0;
+        result = give(piece);
     } catch (...) {
         handle = nullptr;
         memory.release();
         throw;
     }
+    move(result, piece);
     return result;
 }
 
-void Reader::State::move(yajl_status result) {
+yajl_status Reader::State::give(std::string_view text) {
+    yajl_status result = yajl_status_error;
+    memory.run([&] { result = yajl_parse(handle, bytesOf(text.data()), text.size()); });
+    return result;
+}
+
+void Reader::State::move(yajl_status result, std::string_view piece) {
     const std::size_t consumed = yajl_get_bytes_consumed(handle);
     faultOffset = consumed - std::min(consumed, faultLength);
     if (!isOver) {
         position += consumed;
         position -= faultLength;
         isOver = isComplete || result != yajl_status_ok;
+        follow(piece);
     }
+}
+
+void Reader::State::follow(std::string_view piece) {
+    if (eventEnd > 0) {
+        token.begin();
+    }
+    token.follow(piece.substr(eventEnd));
+}
+
+void Reader::State::noteValue() {
+    noteEvent();
+    isComplete = isComplete || depth == 0;
 }
 
 ReadStatus Reader::State::statusOf(yajl_status result) const {
@@ -255,11 +289,13 @@ int Reader::State::onString(void* state, const unsigned char* text, std::size_t 
 }
 
 int Reader::State::onMapKey(void* state, const unsigned char* text, std::size_t length) {
+    of(state).noteEvent();
     return of(state).forward<&ReaderCallbacks::mapKey>(text, length);
 }
 
 template<auto function>
 int Reader::State::onOpen(void* state) {
+    of(state).noteEvent();
     ++of(state).depth;
     return of(state).forward<function>();
 }
@@ -281,8 +317,7 @@ ReadStatus Reader::parse(const char* text, std::size_t length) {
     if (state.handle == nullptr) {
         return state.status = ReadStatus::error;
     }
-    const yajl_status result = state.feed(text, length);
-    state.move(result);
+    const yajl_status result = state.feed({text, length});
     if (state.failure != nullptr) {
         std::rethrow_exception(std::exchange(state.failure, nullptr));
     }

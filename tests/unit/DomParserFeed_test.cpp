@@ -51,6 +51,23 @@ TEST(DomParserFeed, builds_a_document_from_pieces) {
     CHECK_LINKS(root);
 }
 
+/// If each byte made the value be read again from its beginning, this would take hours.
+TEST(DomParserFeed, reads_a_long_value_that_comes_byte_by_byte) {
+    const std::string value(1000000, 'x');
+    for (const ReadOptions& options : {ReadOptions(), ReadOptions::strict()}) {
+        Element root;
+        DomParser parser(options);
+        parser.begin(root);
+        parser.feed("[\"");
+        for (const char& c : value) {
+            parser.feed(std::string_view(&c, 1));
+        }
+        parser.feed("\"]");
+        parser.finish();
+        EXPECT_EQ(value, root.get("[0]").string());
+    }
+}
+
 TEST(DomParserFeed, shows_what_is_built_so_far) {
     Element root;
     DomParser parser;

@@ -57,15 +57,15 @@ public:
     CallbackParser(const CallbackParser&) = delete;
     CallbackParser& operator=(const CallbackParser&) = delete;
 
-    /// Reads the next `length` bytes, and looks again at a token that goes on from the last piece.
-    /// On a fault it calls cb_error() with a text of several lines that shows the place in this
-    /// piece, and throws Exception with that text when cb_error() returns 0. Afterwards, and after
-    /// an operation of the listener has thrown, the parser reads no more.
+    /// Reads the next `length` bytes. Linear cost over all pieces, also where a token goes on
+    /// through many. On a fault it calls cb_error() with a text of several lines that shows the
+    /// place in this piece, and throws Exception with that text when cb_error() returns 0.
+    /// Afterwards, and after an operation of the listener has thrown, the parser reads no more.
     void parse(const char* text, unsigned int length);
     /// The same for a text of any length.
     void parse(const std::string& text);
-    /// Reads what the stream has available until it reports no more: in pieces of at most 255
-    /// bytes, and larger ones within a long token, so that the cost stays linear.
+    /// Reads what the stream has available until it reports no more, in pieces of at most 255
+    /// bytes.
     std::istream& parse(std::istream& in);
 
     /// The result of the last parse(): 0 a complete value was read, 1 the listener stopped it, 2
@@ -77,9 +77,6 @@ public:
     /// stopped: behind the text, behind the complete value, or near the fault.
     unsigned long long position() const;
 
-    /// How many events the listener has been given.
-    unsigned long long eventCount() const noexcept { return m_events; }
-
 private:
     struct SImpl;
 
@@ -87,7 +84,6 @@ private:
     static CallbackParserListener& listenerOf(void* context);
 
     CallbackParserListener* m_listener;
-    unsigned long long m_events = 0;
     std::unique_ptr<SImpl> m_impl;
 };
 

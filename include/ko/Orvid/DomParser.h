@@ -60,8 +60,7 @@ public:
     }
 
     // A document in pieces, which may be cut anywhere, even within a character: neither the tree
-    // nor a fault depends on the cuts. Linear cost but for a string or number that goes on through
-    // many pieces: each of them has it looked at again from its beginning.
+    // nor a fault depends on the cuts, and the cost is linear in the length of the text.
     /// Resets the element to null and begins a new document in it. The element must live, and its
     /// tree be left alone, until finish(). The pieces may not lie in the value that it replaces.
     void begin(Element& root);

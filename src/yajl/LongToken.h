@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+//
+// LongToken keeps a token that comes in many pieces from YAJL until it can end. YAJL looks at an
+// unfinished token from its beginning again with each piece, so that one of n small pieces would
+// cost time that grows with the square of n.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid::yajl {
+
+/// Follows the text as far as is needed to know in what token a piece ends, and holds back the
+/// pieces that go on with it and can be nothing else: characters and escapes of a string, digits of
+/// a number, a comment. They are text without events and without faults.
+class LongToken {
+public:
+    /// YAJL has delivered an event: a token may begin behind it.
+    void begin() noexcept {
+        m_place = Place::between;
+        m_size = 0;
+    }
+
+    /// YAJL was given `text`, in which, or behind which, there was no event.
+    void follow(std::string_view text) noexcept;
+
+    /// Whether the piece was held back. If not, what is held and then the piece are YAJL's to read.
+    /// Throws std::bad_alloc.
+    bool hold(std::string_view piece);
+
+    /// What is held, which is nothing afterwards.
+    std::string release() noexcept;
+
+private:
+    /// What the last byte belongs to.
+    enum class Place {
+        between,
+        string,
+        escape,
+        hex1,
+        hex2,
+        hex3,
+        hex4,
+        number,
+        digit,   ///< the first of a row
+        digits,  ///< a row that no further digit can end
+        slash,
+        lineComment,
+        blockComment,
+        star,
+        other,  ///< unknown until the next event
+    };
+
+    static Place after(Place place, char c) noexcept;
+    static Place betweenTokens(char c) noexcept;
+    static Place inString(char c) noexcept;
+    static Place inEscape(Place place, char c) noexcept;
+    static Place inNumber(Place place, char c) noexcept;
+    static Place inComment(Place place, char c) noexcept;
+    static bool goesOn(Place before, Place after) noexcept;
+
+    Place m_place = Place::between;
+    std::size_t m_size = 0;  ///< bytes of the token that YAJL has seen
+    std::string m_held;
+};
+
+}  // namespace ko::Orvid::yajl
