@@ -4,6 +4,8 @@
 
 #include <ko/Exception.h>
 
+#include <utility>
+
 namespace ko {
 
 namespace {
@@ -23,7 +25,9 @@ Exception::Exception(const Exception& other)
 Exception& Exception::operator=(const Exception& other) {
     if (this != &other) {
         std::string message = other.m_message;
-        m_cause = copyOf(other.m_cause.get());
+        std::unique_ptr<const Exception> cause = copyOf(other.m_cause.get());
+        // The former cause may be `other`, of which the subclasses still have to read their fields.
+        m_formerCause = std::exchange(m_cause, std::move(cause));
         m_message.swap(message);
     }
     return *this;

@@ -47,6 +47,13 @@ TEST(OrvidException, from_no_cause_has_an_empty_text) {
     EXPECT_STREQ("", error.what());
 }
 
+TEST(OrvidException, from_no_element_and_no_cause_has_an_empty_text) {
+    const Exception error(nullptr, nullptr);
+    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_EQ(nullptr, error.cause());
+    EXPECT_STREQ("", error.what());
+}
+
 TEST(OrvidException, from_a_message_shows_it_and_has_no_path) {
     const Exception error("out of paper");
     EXPECT_EQ(nullptr, error.elementPath());
@@ -322,6 +329,15 @@ TEST(ParseException, assignment_to_itself_changes_nothing) {
     const ParseException& same = error;
     error = same;
     EXPECT_EQ(before, generated(error));
+}
+
+TEST(ParseException, takes_over_its_own_cause) {
+    const std::string message = "A message that is long enough to be on the heap.";
+    const ParseException cause(message, 1, 2, 3, 4);
+    ParseException error("Another message, which is long enough for that too.", 5, 6, 7, 8, &cause);
+    error = dynamic_cast<const ParseException&>(*error.cause());
+    EXPECT_EQ("Parse error at 1,2-3,4" + message, error.what());
+    EXPECT_EQ(nullptr, error.cause());
 }
 
 TEST(ParseException, text_does_not_depend_on_the_locale) {

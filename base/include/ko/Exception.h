@@ -20,6 +20,7 @@ public:
     /// `cause` may be null; a cause is copied with its clone(), never kept by reference.
     explicit Exception(const std::string& message, const Exception* cause = nullptr);
     Exception(const Exception& other);
+    /// `other` may be the cause of this exception, which stays readable until the next assignment.
     Exception& operator=(const Exception& other);
     ~Exception() override;
 
@@ -42,6 +43,7 @@ public:
 private:
     std::string m_message;
     std::unique_ptr<const Exception> m_cause;
+    std::unique_ptr<const Exception> m_formerCause;
     mutable std::string m_what;
 };
 

@@ -23,6 +23,7 @@ class KO_API Exception : public ko::Exception {
 public:
     explicit Exception(const ko::Exception* cause);
     explicit Exception(std::nullptr_t);
+    Exception(std::nullptr_t, std::nullptr_t) : Exception(nullptr) {}
     explicit Exception(const std::string& message, const ko::Exception* cause = nullptr);
     Exception(const std::string& message, std::nullptr_t);
     /// `element` may be null: no element context.
