@@ -105,9 +105,11 @@ void Element::destroy(SData& data) {
             delete data.value.string;
             break;
         case etObject:
-        case etArray:
-            destroyTree(data);
+        case etArray: {
+            SData container = data;  // the caller's record stays as it is
+            destroyTree(container);
             break;
+        }
         default:
             break;
     }
@@ -122,6 +124,11 @@ void Element::copy(SData& target, const SData& source, Element* owner) {
         return;
     }
     if (source.type < etEmpty || source.type > etArray) {
+        return;
+    }
+    if (source.type == etEmpty) {  // has no payload, so the word of the target stays
+        destroy(target);
+        target.type = etEmpty;
         return;
     }
     // The copy is complete before the old payload goes: the source may lie within it.

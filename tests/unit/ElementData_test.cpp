@@ -157,6 +157,17 @@ TEST(ElementDataDestroy, leaves_the_tag) {
     }
 }
 
+TEST(ElementDataDestroy, leaves_the_payload_word_of_every_type) {
+    for (const EType type : k_types) {
+        Element::SData data;
+        Element::create(data, type, nullptr);
+        unsigned char before[sizeof data.value];
+        std::memcpy(before, &data.value, sizeof before);
+        Element::destroy(data);
+        EXPECT_EQ(0, std::memcmp(before, &data.value, sizeof before)) << type;
+    }
+}
+
 TEST(ElementDataDestroy, leaves_the_payload_of_a_boolean_and_a_null) {
     Element::SData data;
     data.type = ko::Orvid::etBoolean;
@@ -338,6 +349,13 @@ TEST(ElementDataCopy, copies_the_values_and_markers_of_small_types) {
     Element::copy(target.data, Element().data(), nullptr);
     EXPECT_EQ(Element::k_null, target.data.value.null);
     Element::copy(target.data, Element(true).data(), nullptr);
+    EXPECT_TRUE(target.data.value.boolean);
+}
+
+TEST(ElementDataCopy, of_an_empty_leaves_the_payload_word) {
+    Record target{Element(true)};
+    Element::copy(target.data, Element::k_emptyElement.data(), nullptr);
+    EXPECT_EQ(ko::Orvid::etEmpty, target.data.type);
     EXPECT_TRUE(target.data.value.boolean);
 }
 
