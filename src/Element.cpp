@@ -137,7 +137,7 @@ bool& Element::boolean() {
     return m_data.value.boolean;
 }
 
-bool Element::boolean() const {
+const bool& Element::boolean() const {
     ensureType(etBoolean);
     return m_data.value.boolean;
 }

@@ -144,6 +144,15 @@ TEST(Element, from_each_arithmetic_type_is_a_number_of_its_kind) {
     expectNumber(0, Number::ebLongLong, "0");
 }
 
+TEST(Element, from_other_arithmetic_types_is_the_number_they_are_promoted_to) {
+    expectNumber(static_cast<signed char>(-128), Number::ebLongLong, "-128");
+    expectNumber(L'a', Number::ebLongLong, "97");
+    expectNumber(u'\uFFFF', Number::ebLongLong, "65535");
+    expectNumber(U'\U0010FFFF', Number::ebULongLong, "1114111");
+    expectNumber(-0.5L, Number::ebDouble, "-0.5");
+    EXPECT_EQ(Number::ebLongLong, Number(static_cast<signed char>(-1)).type());
+}
+
 TEST(Element, from_a_number_keeps_both_its_sides) {
     const Number number("1.50");
     const Element element(number);
@@ -214,6 +223,7 @@ TEST(Element, boolean_access_hands_out_the_value_or_throws) {
         if (element->isBoolean()) {
             element->boolean() = false;
             EXPECT_FALSE(constant.boolean());
+            EXPECT_EQ(&element->boolean(), &constant.boolean());
             continue;
         }
         EXPECT_THROW(element->boolean(), TypeError);

@@ -75,7 +75,7 @@ public:
         m_data.type = etBoolean;
         m_data.value.boolean = value;
     }
-    template<class T, std::enable_if_t<Number::k_isBinary<T>, int> = 0>
+    template<class T, std::enable_if_t<Number::k_isArithmetic<T>, int> = 0>
     Element(T value) : Element(Number(value)) {}
     Element(const char* text);
     Element(std::nullptr_t) = delete;
@@ -117,7 +117,7 @@ public:
     // The payload, after ensureType(). References live until this element takes another type or is
     // destroyed.
     bool& boolean();
-    bool boolean() const;
+    const bool& boolean() const;
     Number& number();
     const Number& number() const;
     std::string& string();
@@ -140,7 +140,7 @@ public:
     }
     void setNumber(const Number& number);
     void setNumber(const char* text, unsigned int length);
-    template<class T, class = std::enable_if_t<Number::k_isBinary<T>>>
+    template<class T, class = std::enable_if_t<Number::k_isArithmetic<T>>>
     void setNumber(T value) {
         setNumber(Number(value));
     }

@@ -54,6 +54,14 @@ public:
         std::is_same_v<T, unsigned long long> || std::is_same_v<T, float> ||
         std::is_same_v<T, double>;
 
+    /// What a number can be made of: the types of k_isBinary, and the other character types, which
+    /// are promoted as in an expression, and the wider floating types, which are rounded to double.
+    template<class T>
+    static constexpr bool k_isArithmetic = k_isBinary<T> ||
+                                           (std::is_integral_v<T> && !std::is_same_v<T, bool> &&
+                                            sizeof(T) <= sizeof(long long)) ||
+                                           std::is_floating_point_v<T>;
+
     /// Zero: signed, with the text "0".
     Number();
     Number(const Number& other) = default;
@@ -63,9 +71,13 @@ public:
     Number& operator=(const Number& other);
     Number& operator=(Number&& other) noexcept;
     ~Number() = default;
-    template<class T, class = std::enable_if_t<k_isBinary<T>>>
+    template<class T, class = std::enable_if_t<k_isArithmetic<T>>>
     Number(T value) : Number() {
-        set(value);
+        if constexpr (std::is_floating_point_v<T>) {
+            set(static_cast<double>(value));
+        } else {
+            set(value);
+        }
     }
     Number(const std::string& text);
     Number(const char* text);
