@@ -128,6 +128,26 @@ TEST(LongToken, holds_only_what_goes_on_with_a_long_token) {
     EXPECT_FALSE(token.hold("x"));
 }
 
+TEST(LongToken, holds_all_that_may_stand_in_it) {
+    LongToken string;
+    string.follow("\"" + k_long);
+    EXPECT_TRUE(string.hold(" !~\xFF\x7F\\u0123\\u4567\\u89ab\\ucdef\\uABCD\\uEF00"));
+    LongToken number;
+    number.follow(std::string(100, '1'));
+    EXPECT_TRUE(number.hold("0123456789"));
+    LongToken comment;
+    comment.follow("//" + k_long);
+    EXPECT_TRUE(comment.hold("\r\t*/"));
+}
+
+TEST(LongToken, is_one_of_64_bytes) {
+    LongToken token;
+    token.follow("\"" + std::string(62, 'x'));
+    EXPECT_FALSE(token.hold("x"));
+    token.follow("x");
+    EXPECT_TRUE(token.hold("x"));
+}
+
 TEST(LongToken, holds_no_more_than_has_been_read_of_it) {
     LongToken token;
     token.follow("\"" + k_long);
