@@ -138,11 +138,15 @@ TEST(LongToken, holds_all_that_may_stand_in_it) {
     LongToken comment;
     comment.follow("//" + k_long);
     EXPECT_TRUE(comment.hold("\r\t*/"));
+    LongToken block;
+    block.follow("/*" + k_long);
+    EXPECT_TRUE(block.hold("// \n *"));
+    EXPECT_FALSE(block.hold("/"));
 }
 
 TEST(LongToken, is_one_of_64_bytes) {
     LongToken token;
-    token.follow("\"" + std::string(62, 'x'));
+    token.follow(" \"" + std::string(62, 'x'));
     EXPECT_FALSE(token.hold("x"));
     token.follow("x");
     EXPECT_TRUE(token.hold("x"));
@@ -151,9 +155,9 @@ TEST(LongToken, is_one_of_64_bytes) {
 TEST(LongToken, holds_no_more_than_has_been_read_of_it) {
     LongToken token;
     token.follow("\"" + k_long);
-    EXPECT_TRUE(token.hold(k_long + k_long));
+    EXPECT_TRUE(token.hold(k_long + "x"));
     EXPECT_FALSE(token.hold("x"));
-    EXPECT_EQ(token.release(), k_long + k_long);
+    EXPECT_EQ(token.release(), k_long + "x");
     token.follow("x");
     EXPECT_TRUE(token.hold("x"));
 }
