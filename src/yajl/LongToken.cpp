@@ -6,7 +6,6 @@
 #include "yajl/LongToken.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace ko::Orvid::yajl {
 
@@ -158,9 +157,9 @@ bool LongToken::hold(std::string_view piece) {
     return true;
 }
 
-std::string LongToken::release() noexcept {
+void LongToken::release() noexcept {
     m_size += m_held.size();
-    return std::exchange(m_held, std::string());
+    m_held = std::string();
 }
 
 }  // namespace ko::Orvid::yajl

@@ -30,8 +30,10 @@ public:
     /// Throws std::bad_alloc.
     bool hold(std::string_view piece);
 
-    /// What is held, which is nothing afterwards.
-    std::string release() noexcept;
+    /// What is held; valid until the next change.
+    std::string_view held() const noexcept { return m_held; }
+    /// YAJL was given what is held, and it is held no more.
+    void release() noexcept;
 
 private:
     /// What the last byte belongs to.

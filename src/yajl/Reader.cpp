@@ -149,8 +149,9 @@ yajl_status Reader::State::feed(std::string_view piece) {
             position += piece.size();
             return result;
         }
-        if (const std::string held = token.release(); !held.empty()) {
-            give(held);
+        if (!token.held().empty()) {
+            give(token.held());
+            token.release();
         }
         eventEnd = 0;
         result = give(piece);
