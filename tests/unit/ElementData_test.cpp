@@ -8,6 +8,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <array>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -157,14 +158,21 @@ TEST(ElementDataDestroy, leaves_the_tag) {
     }
 }
 
+/// All bytes of the word, also those that the payload does not use.
+std::array<unsigned char, sizeof(Element::SData::UValue)> bytesOf(
+    const Element::SData::UValue& word) {
+    std::array<unsigned char, sizeof word> bytes;
+    std::memcpy(bytes.data(), &word, sizeof word);
+    return bytes;
+}
+
 TEST(ElementDataDestroy, leaves_the_payload_word_of_every_type) {
     for (const EType type : k_types) {
         Element::SData data;
         Element::create(data, type, nullptr);
-        unsigned char before[sizeof data.value];
-        std::memcpy(before, &data.value, sizeof before);
+        const auto before = bytesOf(data.value);
         Element::destroy(data);
-        EXPECT_EQ(0, std::memcmp(before, &data.value, sizeof before)) << type;
+        EXPECT_EQ(before, bytesOf(data.value)) << type;
     }
 }
 
