@@ -35,10 +35,8 @@ LongToken::Place LongToken::betweenTokens(char c) noexcept {
         case '-':
             return Place::number;
         default:
-            if (isDigit(c)) {
-                return Place::digit;
-            }
-            return isOneOf(" \t\n\v\f\r,:", c) ? Place::between : Place::other;
+            // Blanks, brackets, separators and words.
+            return isDigit(c) ? Place::digit : Place::between;
     }
 }
 

@@ -17,13 +17,13 @@ namespace ko::Orvid::yajl {
 /// a number, a comment. They are text without events and without faults.
 class LongToken {
 public:
-    /// YAJL has delivered an event: a token may begin behind it.
+    /// A string or number has ended: what follows is behind it.
     void begin() noexcept {
         m_place = Place::between;
         m_size = 0;
     }
 
-    /// YAJL was given `text`, in which, or behind which, there was no event.
+    /// YAJL was given `text`, in which no string and no number ended.
     void follow(std::string_view text) noexcept;
 
     /// Whether the piece was held back. If not, what is held and then the piece are YAJL's to read.
@@ -52,7 +52,7 @@ private:
         lineComment,
         blockComment,
         star,
-        other,  ///< unknown until the next event
+        other,  ///< behind what should have ended it, or at a fault
     };
 
     static Place after(Place place, char c) noexcept;

@@ -12,9 +12,11 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "yajl/LongToken.h"
@@ -69,12 +71,14 @@ std::string excerptOf(const char* text, std::size_t length, std::size_t offset) 
 }  // namespace
 
 struct Reader::State {
+    static constexpr std::size_t k_quote = 1;  // behind the text of a string
+
     State(const ReaderCallbacks& functions, void* listener);
 
-    yajl_status feed(std::string_view piece);
+    yajl_status feed(std::string_view text);
     yajl_status give(std::string_view text);
-    void move(yajl_status result, std::string_view piece);
-    void follow(std::string_view piece);
+    void move(yajl_status result);
+    void follow();
     ReadStatus statusOf(yajl_status result) const;
     std::string faultText(bool verbose, const char* text, std::size_t length) const;
     std::string yajlText(bool verbose, const char* text, std::size_t length);
@@ -84,8 +88,8 @@ struct Reader::State {
     int guard(Call call) noexcept;
     template<auto function, typename... Values>
     int forward(Values... values) noexcept;
-    void noteEvent() { eventEnd = yajl_get_bytes_consumed(handle); }
-    void noteValue();
+    void noteValue() { isComplete = isComplete || depth == 0; }
+    void noteEnd(const void* end, std::size_t behind);
     int integer(const char* text, std::size_t length) noexcept;
     int real(const char* text, std::size_t length) noexcept;
     int overflow(const char* message, std::size_t length) noexcept;
@@ -104,16 +108,17 @@ struct Reader::State {
     const ReaderCallbacks& callbacks;
     void* const context;
     Memory memory;
-    yajl_handle handle = nullptr;  // null once memory has failed
-    LongToken token;               // in which the last piece ended
-    std::size_t eventEnd = 0;      // in the last piece, behind its last event's token; or 0
-    std::size_t depth = 0;         // containers open
-    bool isComplete = false;       // the top-level value has been delivered
-    bool isOver = false;           // complete or failed: position stays
-    std::exception_ptr failure;    // thrown by a callback, not yet passed on
-    const char* fault = nullptr;   // the message of a number that does not fit
-    std::size_t faultLength = 0;   // the bytes of that number
-    std::size_t faultOffset = 0;   // of that number in the last piece, for the marker
+    yajl_handle handle = nullptr;         // null once memory has failed
+    LongToken token;                      // in which the last piece ended
+    std::string_view piece;               // that YAJL is reading
+    std::optional<std::size_t> tokenEnd;  // in it, behind its last string or number
+    std::size_t depth = 0;                // containers open
+    bool isComplete = false;              // the top-level value has been delivered
+    bool isOver = false;                  // complete or failed: position stays
+    std::exception_ptr failure;           // thrown by a callback, not yet passed on
+    const char* fault = nullptr;          // the message of a number that does not fit
+    std::size_t faultLength = 0;          // the bytes of that number
+    std::size_t faultOffset = 0;          // of that number in the last piece, for the marker
     ReadStatus status = ReadStatus::insufficientData;
     std::uint64_t position = 0;
 };
@@ -142,25 +147,26 @@ Reader::State::State(const ReaderCallbacks& functions, void* listener)
     yajl_config(handle, yajl_allow_trailing_garbage, 1);
 }
 
-yajl_status Reader::State::feed(std::string_view piece) {
+yajl_status Reader::State::feed(std::string_view text) {
     yajl_status result = yajl_status_ok;
     try {
-        if (!isOver && token.hold(piece)) {
-            position += piece.size();
+        if (!isOver && token.hold(text)) {
+            position += text.size();
             return result;
         }
         if (!token.held().empty()) {
             give(token.held());
             token.release();
         }
-        eventEnd = 0;
-        result = give(piece);
+        piece = text;
+        tokenEnd.reset();
+        result = give(text);
     } catch (...) {
         handle = nullptr;
         memory.release();
         throw;
     }
-    move(result, piece);
+    move(result);
     return result;
 }
 
@@ -170,27 +176,30 @@ yajl_status Reader::State::give(std::string_view text) {
     return result;
 }
 
-void Reader::State::move(yajl_status result, std::string_view piece) {
+void Reader::State::move(yajl_status result) {
     const std::size_t consumed = yajl_get_bytes_consumed(handle);
     faultOffset = consumed - std::min(consumed, faultLength);
     if (!isOver) {
         position += consumed;
         position -= faultLength;
         isOver = isComplete || result != yajl_status_ok;
-        follow(piece);
+        follow();
     }
 }
 
-void Reader::State::follow(std::string_view piece) {
-    if (eventEnd > 0) {
+void Reader::State::follow() {
+    if (tokenEnd) {
         token.begin();
     }
-    token.follow(piece.substr(eventEnd));
+    token.follow(piece.substr(tokenEnd.value_or(0)));
 }
 
-void Reader::State::noteValue() {
-    noteEvent();
-    isComplete = isComplete || depth == 0;
+// A text that YAJL has put together, of escapes or of pieces, lies elsewhere; asking YAJL each time
+// would be felt.
+void Reader::State::noteEnd(const void* end, std::size_t behind) {
+    const std::size_t offset =
+        reinterpret_cast<std::uintptr_t>(end) - reinterpret_cast<std::uintptr_t>(piece.data());
+    tokenEnd = offset < piece.size() ? offset + behind : yajl_get_bytes_consumed(handle);
 }
 
 ReadStatus Reader::State::statusOf(yajl_status result) const {
@@ -278,6 +287,7 @@ int Reader::State::onBoolean(void* state, int value) {
 int Reader::State::onNumber(void* state, const char* text, std::size_t length) {
     State& self = of(state);
     self.noteValue();
+    self.noteEnd(text + length, 0);
     if (self.callbacks.number != nullptr) {
         return self.forward<&ReaderCallbacks::number>(text, length);
     }
@@ -286,17 +296,17 @@ int Reader::State::onNumber(void* state, const char* text, std::size_t length) {
 
 int Reader::State::onString(void* state, const unsigned char* text, std::size_t length) {
     of(state).noteValue();
+    of(state).noteEnd(text + length, k_quote);
     return of(state).forward<&ReaderCallbacks::string>(text, length);
 }
 
 int Reader::State::onMapKey(void* state, const unsigned char* text, std::size_t length) {
-    of(state).noteEvent();
+    of(state).noteEnd(text + length, k_quote);
     return of(state).forward<&ReaderCallbacks::mapKey>(text, length);
 }
 
 template<auto function>
 int Reader::State::onOpen(void* state) {
-    of(state).noteEvent();
     ++of(state).depth;
     return of(state).forward<function>();
 }

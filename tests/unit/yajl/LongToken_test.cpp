@@ -108,6 +108,11 @@ TEST(LongToken, of_single_bytes_costs_no_more_than_its_length) {
     constexpr std::size_t k_length = 2000000;
     const std::string string = "\"" + repeat("x\\u0041", k_length / 7) + "\"";
     EXPECT_EQ(read(string, 1).words, "\"" + repeat("xA", k_length / 7) + "\" ");
+    EXPECT_EQ(read("[1," + string + "]", 1).words,
+              "[ n1 \"" + repeat("xA", k_length / 7) + "\" ] ");
+    EXPECT_EQ(read("{\"\":" + string + "}", 1).words,
+              "{ '' \"" + repeat("xA", k_length / 7) + "\" } ");
+    EXPECT_EQ(read("[null]" + string, 1).words, "[ null ] ");
     const std::string number = "[" + std::string(k_length, '7') + "]";
     EXPECT_EQ(read(number, 1).words, "[ n" + std::string(k_length, '7') + " ] ");
     const std::string comment = "[/*" + std::string(k_length, '*') + "*/]";
