@@ -16,11 +16,11 @@
 #include <string_view>
 #include <vector>
 
-#include "Options.h"
-#include "Output.h"
-#include "Progress.h"
-#include "Report.h"
-#include "Verb.h"
+#include "verbs/Options.h"
+#include "output/Output.h"
+#include "lines/Progress.h"
+#include "output/Report.h"
+#include "verbs/Verb.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 // Slabs and the blocks in them. Every block follows a header that names its slab, so that it can be
 // freed without knowing where it came from.
 
-#include <ko/NodeMemory.h>
+#include <ko/detail/NodeMemory.h>
 
 #include <algorithm>
 #include <atomic>

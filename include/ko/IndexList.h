@@ -6,8 +6,8 @@
 
 #pragma once
 
-#include <ko/Companion.h>
-#include <ko/NodeMemory.h>
+#include <ko/detail/Companion.h>
+#include <ko/detail/NodeMemory.h>
 
 #include <algorithm>
 #include <cstddef>

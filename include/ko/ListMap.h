@@ -5,9 +5,9 @@
 
 #pragma once
 
-#include <ko/Companion.h>
-#include <ko/KeyIndex.h>
-#include <ko/NodeMemory.h>
+#include <ko/detail/Companion.h>
+#include <ko/detail/KeyIndex.h>
+#include <ko/detail/NodeMemory.h>
 
 #include <cstddef>
 #include <functional>

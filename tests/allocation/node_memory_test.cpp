@@ -3,7 +3,7 @@
 // What the slabs of trees cost: few requests while a tree is made, and nothing once it has gone,
 // whatever of it was moved elsewhere before.
 
-#include <ko/NodeMemory.h>
+#include <ko/detail/NodeMemory.h>
 #include <ko/Orvid.h>
 
 #include <gtest/gtest.h>

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "support/Document.h"
-#include "unit/PathLog.h"
+#include "unit/path/PathLog.h"
 
 namespace orvid_test {
 namespace {

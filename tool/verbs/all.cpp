@@ -2,7 +2,7 @@
 //
 // The list of all verbs.
 
-#include "verbs.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -2,8 +2,8 @@
 //
 // orvid check: strict reading, which says nothing of a document that is right.
 
-#include "Options.h"
-#include "verbs.h"
+#include "verbs/Options.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "Leaves.h"
-#include "Options.h"
-#include "Schema.h"
-#include "verbs.h"
+#include "verbs/Leaves.h"
+#include "verbs/Options.h"
+#include "verbs/Schema.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

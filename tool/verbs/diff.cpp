@@ -2,9 +2,9 @@
 //
 // orvid diff: the JSON Patch that makes one document the other.
 
-#include "Options.h"
-#include "Output.h"
-#include "verbs.h"
+#include "verbs/Options.h"
+#include "output/Output.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

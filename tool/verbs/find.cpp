@@ -2,11 +2,11 @@
 //
 // orvid find: the item of an array that holds a value.
 
-#include "Answer.h"
-#include "Leaves.h"
-#include "Options.h"
-#include "PathWords.h"
-#include "verbs.h"
+#include "output/Answer.h"
+#include "verbs/Leaves.h"
+#include "verbs/Options.h"
+#include "verbs/PathWords.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -2,12 +2,12 @@
 //
 // orvid get: the value at a path.
 
-#include "Answer.h"
-#include "Options.h"
-#include "PathWords.h"
-#include "Schema.h"
-#include "TextLookup.h"
-#include "verbs.h"
+#include "output/Answer.h"
+#include "verbs/Options.h"
+#include "verbs/PathWords.h"
+#include "verbs/Schema.h"
+#include "input/TextLookup.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

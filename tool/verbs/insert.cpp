@@ -4,9 +4,9 @@
 
 #include <utility>
 
-#include "AssignmentVerb.h"
-#include "LastStep.h"
-#include "verbs.h"
+#include "edit/AssignmentVerb.h"
+#include "edit/LastStep.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "Options.h"
-#include "verbs.h"
+#include "verbs/Options.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -2,9 +2,9 @@
 //
 // orvid paths: a line for each leaf.
 
-#include "Leaves.h"
-#include "Options.h"
-#include "verbs.h"
+#include "verbs/Leaves.h"
+#include "verbs/Options.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -2,9 +2,9 @@
 //
 // orvid print: the document in another layout.
 
-#include "Options.h"
-#include "TextEdit.h"
-#include "verbs.h"
+#include "verbs/Options.h"
+#include "edit/TextEdit.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

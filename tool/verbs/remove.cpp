@@ -4,9 +4,9 @@
 
 #include <iterator>
 
-#include "Options.h"
-#include "PathWords.h"
-#include "verbs.h"
+#include "verbs/Options.h"
+#include "verbs/PathWords.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

@@ -4,9 +4,9 @@
 
 #include <utility>
 
-#include "AssignmentVerb.h"
-#include "TextEdit.h"
-#include "verbs.h"
+#include "edit/AssignmentVerb.h"
+#include "edit/TextEdit.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

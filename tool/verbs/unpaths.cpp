@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "Leaves.h"
-#include "Options.h"
-#include "PathSteps.h"
-#include "verbs.h"
+#include "verbs/Leaves.h"
+#include "verbs/Options.h"
+#include "input/PathSteps.h"
+#include "verbs/verbs.h"
 
 namespace orvid_tool {
 

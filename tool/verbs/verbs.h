@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "Verb.h"
+#include "verbs/Verb.h"
 
 namespace orvid_tool {
 

@@ -6,7 +6,7 @@
 #pragma once
 
 #include <ko/export.h>
-#include <ko/NodeMemory.h>
+#include <ko/detail/NodeMemory.h>
 #include <ko/Orvid/CallbackParser.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/ReadOptions.h>

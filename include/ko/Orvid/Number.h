@@ -6,9 +6,9 @@
 
 #pragma once
 
-#include <ko/NodeMemory.h>
+#include <ko/detail/NodeMemory.h>
 #include <ko/Orvid/ValueOutOfRange.h>
-#include <ko/ShortText.h>
+#include <ko/detail/ShortText.h>
 
 #include <cstddef>
 #include <functional>

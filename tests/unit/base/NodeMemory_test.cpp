@@ -3,7 +3,7 @@
 // Blocks for the nodes of trees. What they cost, and when their slabs go, is in
 // tests/allocation/node_memory_test.cpp.
 
-#include <ko/NodeMemory.h>
+#include <ko/detail/NodeMemory.h>
 
 #include <gtest/gtest.h>
 

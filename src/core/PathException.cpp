@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+//
+// The texts of failed lookups.
+
+#include <ko/Orvid/PathException.h>
+
+#include "core/TextStream.h"
+
+namespace ko::Orvid {
+
+KeyNotFound::KeyNotFound(const Element* element, const std::string& key,
+                         const Orvid::Exception* cause)
+    : Exception(element, cause), m_key(key) {}
+
+KeyNotFound::KeyNotFound(const KeyNotFound&) = default;
+
+KeyNotFound& KeyNotFound::operator=(const KeyNotFound&) = default;
+
+KeyNotFound::~KeyNotFound() = default;
+
+KeyNotFound* KeyNotFound::clone() const { return new KeyNotFound(*this); }
+
+void KeyNotFound::generateWhat(std::string& out) const {
+    TextStream text;
+    text << "Key \"" << m_key << "\" not found!";
+    writeElementAddress(text);
+    out = text.str();
+}
+
+PathNotFound::PathNotFound(const Element* element, const std::string& path, const std::string& key,
+                           const Orvid::Exception* cause)
+    : Exception(element, cause), m_path(path), m_key(key) {}
+
+PathNotFound::PathNotFound(const PathNotFound&) = default;
+
+PathNotFound& PathNotFound::operator=(const PathNotFound&) = default;
+
+PathNotFound::~PathNotFound() = default;
+
+PathNotFound* PathNotFound::clone() const { return new PathNotFound(*this); }
+
+void PathNotFound::generateWhat(std::string& out) const {
+    TextStream text;
+    text << "Path \"" << m_path << "\" not found! Key \"" << m_key << "\".";
+    writeElementAddress(text);
+    out = text.str();
+}
+
+}  // namespace ko::Orvid

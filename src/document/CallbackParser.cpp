@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+//
+// The binding of the reader's events to a listener.
+
+#include <ko/Orvid/CallbackParser.h>
+
+#include <ko/Orvid/Exception.h>
+
+#include <algorithm>
+#include <array>
+#include <istream>
+#include <limits>
+
+#include "text/yajl/Reader.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr unsigned int k_chunkSize = 255;
+
+/// The listener's lengths have 32 bits.
+unsigned int lengthOf(std::size_t length) {
+    if (length > std::numeric_limits<unsigned int>::max()) {
+        throw Exception("A string or number is longer than 4294967295 bytes!");
+    }
+    return static_cast<unsigned int>(length);
+}
+
+const char* characters(const unsigned char* text) { return reinterpret_cast<const char*>(text); }
+
+}  // namespace
+
+struct CallbackParser::SImpl {
+    /// Numbers go through one function or through two, as the listener wishes.
+    SImpl(CallbackParser& parser, bool numbersAsText)
+        : callbacks(makeCallbacks(numbersAsText)), reader(callbacks, &parser) {}
+
+    static yajl::ReaderCallbacks makeCallbacks(bool numbersAsText);
+
+    const yajl::ReaderCallbacks callbacks;
+    yajl::Reader reader;
+};
+
+yajl::ReaderCallbacks CallbackParser::SImpl::makeCallbacks(bool numbersAsText) {
+    yajl::ReaderCallbacks table{};
+    table.null = [](void* parser) { return listenerOf(parser).cb_null(); };
+    table.boolean = [](void* parser, int value) {
+        return listenerOf(parser).cb_boolean(value != 0);
+    };
+    if (numbersAsText) {
+        table.number = [](void* parser, const char* text, std::size_t length) {
+            return listenerOf(parser).cb_number(text, lengthOf(length));
+        };
+    } else {
+        table.integer = [](void* parser, long value) {
+            return listenerOf(parser).cb_integer(value);
+        };
+        table.real = [](void* parser, double value) { return listenerOf(parser).cb_double(value); };
+    }
+    table.string = [](void* parser, const unsigned char* text, std::size_t length) {
+        return listenerOf(parser).cb_string(characters(text), lengthOf(length));
+    };
+    table.startMap = [](void* parser) { return listenerOf(parser).cb_start_map(); };
+    table.mapKey = [](void* parser, const unsigned char* text, std::size_t length) {
+        return listenerOf(parser).cb_map_key(characters(text), lengthOf(length));
+    };
+    table.endMap = [](void* parser) { return listenerOf(parser).cb_end_map(); };
+    table.startArray = [](void* parser) { return listenerOf(parser).cb_start_array(); };
+    table.endArray = [](void* parser) { return listenerOf(parser).cb_end_array(); };
+    return table;
+}
+
+CallbackParserListener::~CallbackParserListener() = default;
+
+bool CallbackParserListener::use_number_callback() { return true; }
+
+CallbackParser::CallbackParser(CallbackParserListener* listener)
+    : m_listener(listener),
+      m_impl(
+          std::make_unique<SImpl>(*this, listener != nullptr && listener->use_number_callback())) {}
+
+CallbackParser::~CallbackParser() = default;
+
+CallbackParserListener& CallbackParser::listener() const {
+    if (m_listener == nullptr) {
+        throw Exception("No listener attached to CallbackParser!");
+    }
+    return *m_listener;
+}
+
+CallbackParserListener& CallbackParser::listenerOf(void* context) {
+    CallbackParser& parser = *static_cast<CallbackParser*>(context);
+    return parser.listener();
+}
+
+void CallbackParser::parse(const char* text, unsigned int length) {
+    const yajl::ReadStatus status = m_impl->reader.parse(text, length);
+    if (status == yajl::ReadStatus::ok || status == yajl::ReadStatus::insufficientData) {
+        return;
+    }
+    const std::string message = m_impl->reader.error(true, text, length);
+    if (listener().cb_error(message.c_str()) == 0) {
+        throw Exception(message);
+    }
+}
+
+void CallbackParser::parse(const std::string& text) {
+    constexpr std::size_t largest = std::numeric_limits<unsigned int>::max();
+    std::size_t fed = 0;
+    do {
+        const std::size_t length = std::min(text.length() - fed, largest);
+        parse(text.data() + fed, static_cast<unsigned int>(length));
+        fed += length;
+    } while (fed < text.length());
+}
+
+std::istream& CallbackParser::parse(std::istream& in) {
+    std::array<char, k_chunkSize> buffer;
+    while (in.rdstate() == std::ios_base::goodbit) {
+        const std::streamsize count =
+            in.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        if (count < 1) {
+            break;
+        }
+        parse(buffer.data(), static_cast<unsigned int>(count));
+    }
+    return in;
+}
+
+int CallbackParser::state() const { return static_cast<int>(m_impl->reader.status()); }
+
+unsigned long long CallbackParser::position() const { return m_impl->reader.position(); }
+
+}  // namespace ko::Orvid

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+//
+// The faulty line, cut to a width that a terminal has, and the carets.
+
+#include <ko/Orvid/sourceExcerpt.h>
+
+#include <ko/Orvid/Exception.h>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "text/Utf8Sequence.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::size_t k_width = 78;            // characters of a line
+constexpr std::size_t k_before = 30;           // of them in front of the fault, where it is cut
+constexpr std::size_t k_longestCharacter = 4;  // bytes
+constexpr const char* k_cut = "...";
+constexpr std::size_t k_cutWidth = 3;
+
+/// Offsets in a line of the first faulty byte and behind the last.
+struct Span {
+    std::size_t begin;
+    std::size_t end;
+};
+
+struct Glyph {
+    std::string text;
+    bool isMarked;
+};
+
+std::optional<std::string_view> lineOf(std::string_view text, int number) {
+    for (int line = 1; line < number; ++line) {
+        const std::size_t newline = text.find('\n');
+        if (newline == std::string_view::npos) {
+            return std::nullopt;
+        }
+        text.remove_prefix(newline + 1);
+    }
+    text = text.substr(0, text.find('\n'));
+    if (!text.empty() && text.back() == '\r') {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+/// How many bytes the character at the begin of `text` has; 0 when it is no UTF-8.
+std::size_t characterLength(std::string_view text) {
+    Utf8Sequence sequence;
+    auto result = Utf8Sequence::Result::complete;
+    std::size_t length = 1;
+    if (static_cast<unsigned char>(text[0]) >= 0x80) {
+        result = sequence.begin(static_cast<unsigned char>(text[0]));
+    }
+    while (result == Utf8Sequence::Result::goesOn && length < text.size()) {
+        result = sequence.next(static_cast<unsigned char>(text[length]));
+        ++length;
+    }
+    return result == Utf8Sequence::Result::complete ? length : 0;
+}
+
+Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, const Span& fault) {
+    const std::string_view rest = line.substr(offset);
+    const std::size_t whole = characterLength(rest);
+    length = std::max<std::size_t>(whole, 1);
+    const bool isControl = static_cast<unsigned char>(rest[0]) < 0x20 || rest[0] == 0x7F;
+    const bool isMarked = offset < fault.end && offset + length > fault.begin;
+    return {whole == 0 ? "?" : isControl ? " " : std::string(rest.substr(0, whole)), isMarked};
+}
+
+/// The characters of the line from about a width in front of the fault, or from the line's begin,
+/// to as far behind it. A fault at the line's end marks a blank there.
+std::vector<Glyph> glyphsAround(std::string_view line, const Span& fault) {
+    constexpr std::size_t reach = k_width * k_longestCharacter;
+    std::size_t offset = fault.begin - std::min(fault.begin, reach);
+    const std::size_t end = std::min(line.size(), fault.begin + reach);
+    std::vector<Glyph> glyphs;
+    while (offset < end) {
+        std::size_t length = 0;
+        glyphs.push_back(glyphAt(line, offset, length, fault));
+        offset += length;
+    }
+    if (fault.begin == line.size()) {
+        glyphs.push_back({" ", true});
+    }
+    return glyphs;
+}
+
+/// Both lines, of the characters from `first` on and as many as there is room for.
+std::string drawing(const std::vector<Glyph>& glyphs, std::size_t first) {
+    std::string text = first > 0 ? k_cut : "";
+    std::string marks(text.size(), ' ');
+    const std::size_t room = k_width - text.size();
+    const bool isCut = glyphs.size() - first > room;
+    const std::size_t last = isCut ? first + room - k_cutWidth : glyphs.size();
+    for (std::size_t i = first; i < last; ++i) {
+        text += glyphs[i].text;
+        marks += glyphs[i].isMarked ? '^' : ' ';
+    }
+    text += isCut ? k_cut : "";
+    text.erase(text.find_last_not_of(' ') + 1);
+    marks.erase(marks.find_last_not_of(' ') + 1);
+    return text + '\n' + marks + '\n';
+}
+
+}  // namespace
+
+std::string sourceExcerpt(std::string_view text, const ParseException& error) {
+    if (error.firstLine() < 1 || error.firstColumn() < 1) {
+        return "";
+    }
+    const std::optional<std::string_view> line = lineOf(text, error.firstLine());
+    const auto begin = static_cast<std::size_t>(error.firstColumn()) - 1;
+    if (!line) {
+        return "";
+    }
+    Span fault{std::min(begin, line->size()), line->size()};
+    if (error.lastLine() == error.firstLine()) {
+        fault.end = std::max(begin + 1, static_cast<std::size_t>(std::max(error.lastColumn(), 0)));
+    }
+    const std::vector<Glyph> glyphs = glyphsAround(*line, fault);
+    const auto mark = std::find_if(glyphs.begin(), glyphs.end(),
+                                   [](const Glyph& glyph) { return glyph.isMarked; });
+    const auto place = static_cast<std::size_t>(mark - glyphs.begin());
+    const bool isCut = glyphs.size() > k_width && place > k_before + k_cutWidth;
+    return drawing(glyphs, isCut ? place - k_before : 0);
+}
+
+}  // namespace ko::Orvid

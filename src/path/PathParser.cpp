@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+//
+// The path language as a state machine: acceptPlain() and acceptEscaped() are its two transition
+// tables, a case for each state. Each answers whether the parse goes on.
+
+#include <ko/Orvid/PathParser.h>
+
+#include <ko/Orvid/Exception.h>
+
+#include <istream>
+
+#include "core/EnumNames.h"
+#include "path/PathCharacters.h"
+#include "core/TextStream.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+bool startsIndex(char c) { return isDigit(c) || c == '*'; }
+
+/// The transitions that never stop the parse.
+bool separate(PathParser::SState& s, PathParser::EState following) {
+    s.state = following;
+    s.tokenStart = s.position;
+    s.token.clear();
+    return true;
+}
+
+bool startToken(PathParser::SState& s, PathParser::EState following, char c) {
+    separate(s, following);
+    s.token.push_back(c);
+    return true;
+}
+
+bool append(PathParser::SState& s, char c) {
+    s.token.push_back(c);
+    return true;
+}
+
+/// Takes the ordinary characters at the start of `text` as, or into, a key where one may stand, as
+/// acceptPlain() does one by one, and answers how many there were.
+std::size_t takeKey(PathParser::SState& s, std::string_view text) {
+    const bool isKeyDue = s.state == PathParser::esInit || s.state == PathParser::esObjectInit;
+    if (s.escaped || !(isKeyDue || s.state == PathParser::esObject)) {
+        return 0;
+    }
+    const std::size_t length = keyLength(text);
+    if (isKeyDue && length > 0) {
+        separate(s, PathParser::esObject);
+    }
+    s.token.append(text.data(), length);
+    s.position += static_cast<unsigned int>(length);
+    return length;
+}
+
+/// Reads decimal digits up to the first other character. Answers false, with what a stream's
+/// extraction would store, when there is no digit (0) or the number needs more than 32 bits (the
+/// largest one).
+bool readIndex(const std::string& digits, unsigned int& index) {
+    constexpr unsigned long long largest = 0xFFFFFFFFULL;
+    unsigned long long value = 0;
+    for (std::size_t i = 0; i < digits.size() && isDigit(digits[i]); ++i) {
+        value = value * 10 + static_cast<unsigned long long>(digits[i] - '0');
+        if (value > largest) {
+            index = static_cast<unsigned int>(largest);
+            return false;
+        }
+    }
+    index = static_cast<unsigned int>(value);
+    return !digits.empty() && isDigit(digits.front());
+}
+
+}  // namespace
+
+PathParserListener::~PathParserListener() = default;
+
+bool PathParserListener::cbParseError(const std::string& message, const std::string& /*token*/,
+                                      unsigned int start, unsigned int end) {
+    throw ParseException(message, 1, static_cast<int>(start), 1, static_cast<int>(end));
+}
+
+PathParser::PathParser(PathParserListener* listener) : m_listener(listener) {}
+
+std::istream& PathParser::parse(std::istream& in) {
+    SState s;
+    while (in.rdstate() == std::ios_base::goodbit) {
+        const char c = static_cast<char>(in.get());
+        if (c == k_pathEnd && !s.escaped) {
+            break;
+        }
+        if (!next(s, c)) {
+            return in;
+        }
+    }
+    parseEnd(s, k_pathEnd);
+    return in;
+}
+
+void PathParser::parse(std::string_view text) {
+    SState s;
+    while (!text.empty()) {
+        text.remove_prefix(takeKey(s, text));
+        if (text.empty() || (text.front() == k_pathEnd && !s.escaped)) {
+            break;
+        }
+        if (!next(s, text.front())) {
+            return;
+        }
+        text.remove_prefix(1);
+    }
+    // A backslash at the very end escapes the end of the input, which reads as the byte 0xFF.
+    if (s.escaped && !next(s, k_pathEnd)) {
+        return;
+    }
+    parseEnd(s, k_pathEnd);
+}
+
+bool PathParser::next(SState& s, char c) {
+    if (s.escaped) {
+        if (!acceptEscaped(s, c)) {
+            return false;
+        }
+        s.escaped = false;
+    } else if (c == '\\') {
+        s.escaped = true;
+    } else if (!acceptPlain(s, c)) {
+        return false;
+    }
+    ++s.position;
+    return true;
+}
+
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): one table, read state by state
+bool PathParser::acceptPlain(SState& s, char c) {
+    switch (s.state) {
+        case esInit:
+            return c == '.'   ? separate(s, esObjectInit)
+                   : c == '[' ? separate(s, esArrayInit)
+                   : c == ']' ? parseError(s, c)
+                              : startToken(s, esObject, c);
+        case esObjectInit:
+            return c == '.' || c == '[' || c == ']' ? parseError(s, c) : startToken(s, esObject, c);
+        case esObject:
+            return c == '.'   ? emitKey(s, esObjectInit)
+                   : c == '[' ? emitKey(s, esArrayInit)
+                   : c == ']' ? parseError(s, c)
+                              : append(s, c);
+        case esArrayInit:
+            return startsIndex(c) ? startToken(s, esArray, c) : parseError(s, c);
+        case esArray:
+            return c == ']' ? emitIndex(s) : isDigit(c) ? append(s, c) : parseError(s, c);
+        default:
+            return false;
+    }
+}
+
+bool PathParser::acceptEscaped(SState& s, char c) {
+    switch (s.state) {
+        case esInit:
+        case esObjectInit:
+            return startToken(s, esObject, c);
+        case esObject:
+            return append(s, c);
+        case esArrayInit:
+            return startsIndex(c) ? startToken(s, esArray, c) : parseError(s, c);
+        case esArray:
+            return isDigit(c) ? append(s, c) : parseError(s, c);
+        default:
+            return false;
+    }
+}
+
+bool PathParser::emitKey(SState& s, EState following) {
+    s.state = following;
+    s.tokenStart = s.position;
+    const bool goOn = m_listener->cbObjectProperty(s.token);
+    s.token.clear();
+    return goOn;
+}
+
+bool PathParser::emitIndex(SState& s) {
+    s.state = esInit;
+    unsigned int index = k_noIndex;
+    const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
+    if (!isStar && !readIndex(s.token, index)) {
+        std::string message = "Unreadable index";
+        parseError(s, message);
+    }
+    s.tokenStart = s.position;
+    s.token.clear();
+    return m_listener->cbArrayItem(index);
+}
+
+void PathParser::parseEnd(SState& s, char c) {
+    switch (s.state) {
+        case esObject:
+            emitKey(s, esInit);
+            break;
+        case esObjectInit:
+        case esArrayInit:
+        case esArray:
+            parseError(s, c);
+            break;
+        default:
+            break;
+    }
+}
+
+bool PathParser::parseError(SState& s, std::string& message) {
+    TextStream text;
+    text << message << " in path at \"" << s.token << "\" " << s.tokenStart << "," << s.position
+         << " parser state " << s.state;
+    const bool goOn = m_listener->cbParseError(text.str(), s.token, s.tokenStart, s.position);
+    if (!goOn) {
+        s.state = esError;
+    }
+    return goOn;
+}
+
+bool PathParser::parseError(SState& s, char c) {
+    std::string message = "Unexpexced EOF";
+    if (c != k_pathEnd) {
+        message = "Unexpected character '";
+        message += c;
+        message += '\'';
+    }
+    return parseError(s, message);
+}
+
+namespace {
+
+constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("esInit"),   ORVID_ENUM_NAME("esObjectInit"),
+                                 ORVID_ENUM_NAME("esObject"), ORVID_ENUM_NAME("esArrayInit"),
+                                 ORVID_ENUM_NAME("esArray"),  ORVID_ENUM_NAME("esError")};
+
+template<class Stream>
+Stream& print(Stream& out, PathParser::EState state) {
+    return printName(out, nameAt(k_names, state), std::ios_base::badbit);
+}
+
+}  // namespace
+
+}  // namespace ko::Orvid
+
+std::ostream& operator<<(std::ostream& out, ko::Orvid::PathParser::EState state) {
+    return ko::Orvid::print(out, state);
+}
+
+std::wostream& operator<<(std::wostream& out, ko::Orvid::PathParser::EState state) {
+    return ko::Orvid::print(out, state);
+}

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+//
+// Filling a document with its schema's defaults: a walk through data and schema at once, with the
+// places that are still to be looked into in a stack.
+
+#include <ko/Orvid/SchemaDefaults.h>
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+
+#include <ostream>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "tree/Ancestors.h"
+#include "core/EnumNames.h"
+#include "tree/PathStep.h"
+#include "tree/Tree.h"
+#include "tree/TreeMove.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+const Element* childOf(const Element* parent, const std::string& key) {
+    return parent == nullptr ? nullptr : childAt(*parent, key);
+}
+
+/// The default that a description gives, or null.
+const Element* defaultOf(const Element& schema) {
+    const Element* const value = childAt(schema, Path::k_default);
+    return value == nullptr || value->isEmpty() ? nullptr : value;
+}
+
+/// The descriptions of an object's members, or null.
+const Element::TObject* propertiesOf(const Element& schema) {
+    const Element* const properties = childAt(schema, Path::k_metaObjectProperty);
+    return properties == nullptr || !properties->isObject() ? nullptr : &properties->object();
+}
+
+/// What describes the element; null where nothing does.
+const Element* schemaOf(const Element& element) {
+    const Element* schema = childOf(childAt(*element.root(), Path::k_meta), Path::k_schema);
+    walkDown(
+        element, nullptr,
+        [&](const std::string& key) {
+            schema = childOf(childOf(schema, Path::k_metaObjectProperty), key);
+        },
+        [&](unsigned int) { schema = childOf(schema, Path::k_metaArrayItem); });
+    return schema;
+}
+
+bool isMetaOf(const Element& root, const Element& element) {
+    return element.parent() == &root && root.isObject() && element.memberKey() == Path::k_meta;
+}
+
+bool isInMeta(const Element& element) {
+    const Element* const root = element.root();
+    for (const Element* step = &element; step != root; step = step->parent()) {
+        if (isMetaOf(*root, *step)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The descriptions below a member of which, reached through objects alone, a default stands.
+std::unordered_set<const Element*> promisingBelow(const Element& schema) {
+    std::vector<std::pair<const Element*, const Element*>> found{{&schema, nullptr}};
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const Element* const current = found[i].first;
+        if (const Element::TObject* const properties = propertiesOf(*current)) {
+            for (const auto& property : *properties) {
+                found.emplace_back(&property.second, current);
+            }
+        }
+        if (const Element* const items = childAt(*current, Path::k_metaArrayItem)) {
+            found.emplace_back(items, nullptr);
+        }
+    }
+    // Descriptions stand behind those that hold them.
+    std::unordered_set<const Element*> promising;
+    for (auto place = found.rbegin(); place != found.rend(); ++place) {
+        const bool holds = defaultOf(*place->first) != nullptr || promising.count(place->first) > 0;
+        if (holds && place->second != nullptr) {
+            promising.insert(place->second);
+        }
+    }
+    return promising;
+}
+
+class Filling {
+public:
+    Filling(Element& element, const Element& schema)
+        : m_root(*element.root()), m_promising(promisingBelow(schema)) {
+        m_open.emplace_back(&element, &schema);
+    }
+
+    std::size_t run() {
+        while (!m_open.empty()) {
+            const auto [data, schema] = m_open.back();
+            m_open.pop_back();
+            if (data->isObject()) {
+                fillObject(*data, *schema);
+            } else if (data->isArray()) {
+                fillArray(*data, *schema);
+            }
+        }
+        return m_written;
+    }
+
+private:
+    void fillObject(Element& data, const Element& schema) {
+        const Element::TObject* const properties = propertiesOf(schema);
+        if (properties == nullptr) {
+            return;
+        }
+        for (const auto& [key, description] : *properties) {
+            const auto present = data.object().find(key);
+            Element* child = present == data.object().end() ? nullptr : &present->second;
+            if (child != nullptr && isMetaOf(m_root, *child)) {
+                continue;
+            }
+            if (child == nullptr || child->isEmpty()) {
+                child = write(data, key, description);
+            }
+            if (child != nullptr) {
+                m_open.emplace_back(child, &description);
+            }
+        }
+    }
+
+    void fillArray(Element& data, const Element& schema) {
+        const Element* const description = childAt(schema, Path::k_metaArrayItem);
+        if (description == nullptr) {
+            return;
+        }
+        for (Element& item : data.array()) {
+            m_open.emplace_back(&item, description);
+        }
+    }
+
+    /// The member with its default; null where there is nothing to write.
+    Element* write(Element& data, const std::string& key, const Element& description) {
+        const Element* const value = defaultOf(description);
+        Element made;
+        if (value != nullptr) {
+            copyValue(made, *value);
+            ++m_written;
+        } else if (m_promising.count(&description) > 0) {
+            becomeContainer(made, etObject);
+        } else {
+            return nullptr;
+        }
+        Element& member = data.object().resetMember(key);
+        swapValues(member, made);
+        return &member;
+    }
+
+    const Element& m_root;
+    std::unordered_set<const Element*> m_promising;
+    std::vector<std::pair<Element*, const Element*>> m_open;
+    std::size_t m_written = 0;
+};
+
+std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+
+std::string defaultPathOf(const ValueOrigin& origin) {
+    return quoted(origin.schemaPath + "." + Path::k_default);
+}
+
+/// The path of the element followed by the path.
+std::string joined(const std::string& base, const std::string& path) {
+    const bool needsDot =
+        !base.empty() && !path.empty() && path.front() != '.' && path.front() != '[';
+    return base + (needsDot ? "." : "") + path;
+}
+
+const SEnumName k_sourceNames[] = {ORVID_ENUM_NAME("vsNowhere"), ORVID_ENUM_NAME("vsData"),
+                                   ORVID_ENUM_NAME("vsSchema")};
+const SEnumName k_unknownSource = ORVID_ENUM_NAME(">>Unknown<<");
+
+const SEnumName& nameOf(EValueSource source) {
+    const SEnumName* const name = nameAt(k_sourceNames, source);
+    return name == nullptr ? k_unknownSource : *name;
+}
+
+}  // namespace
+
+std::size_t fillDefaults(Element& element) {
+    const Element* const schema = isInMeta(element) ? nullptr : schemaOf(element);
+    return schema == nullptr ? 0 : Filling(element, *schema).run();
+}
+
+std::string ValueOrigin::text() const {
+    switch (source) {
+        case vsData:
+            return quoted(path) + " has a value in the data.";
+        case vsSchema:
+            return quoted(path) + " has no value in the data; its default is at " +
+                   defaultPathOf(*this) + ".";
+        default:
+            return quoted(path) + " has no value in the data, and there is no default at " +
+                   defaultPathOf(*this) + ".";
+    }
+}
+
+ValueOrigin explainDefault(const Element& element, const Path& path) {
+    const Element& none = Element::k_emptyElement;
+    const Element& fallback = element.tryGetDefault(path, none);
+    const Element& value = element.tryGet(path, none);
+    ValueOrigin origin;
+    origin.path = joined(element.path(), path.str());
+    origin.schemaPath = element.schemaPath() +
+                        Path::toSchemaPath(path).str().substr(Path::toSchemaPath("").str().size());
+    if (&value != &none) {
+        origin.source = vsData;
+        origin.value = &value;
+    } else if (&fallback != &none) {
+        origin.source = vsSchema;
+        origin.value = &fallback;
+    }
+    return origin;
+}
+
+}  // namespace ko::Orvid
+
+std::ostream& operator<<(std::ostream& out, ko::Orvid::EValueSource source) {
+    return out << ko::Orvid::nameOf(source);
+}
+
+std::wostream& operator<<(std::wostream& out, ko::Orvid::EValueSource source) {
+    return out << ko::Orvid::nameOf(source);
+}

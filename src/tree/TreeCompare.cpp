@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+//
+// Comparing two trees: a walk through both at once, with the containers on the way kept in a stack.
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Object.h>
+
+#include <variant>
+#include <vector>
+
+#include "tree/Tree.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+using SData = Element::SData;
+
+int sign(int result) { return result > 0 ? 1 : result < 0 ? -1 : 0; }
+
+/// Where the comparison of two containers has got to.
+template<class Container>
+struct SPosition {
+    SPosition(const Container& a, const Container& b)
+        : left(a.begin()), leftEnd(a.end()), right(b.begin()), rightEnd(b.end()) {}
+
+    bool isOver() const { return left == leftEnd || right == rightEnd; }
+    /// A sequence that ends first is the smaller one.
+    int lengthOrder() const { return (left == leftEnd ? 0 : 1) - (right == rightEnd ? 0 : 1); }
+
+    typename Container::const_iterator left;
+    typename Container::const_iterator leftEnd;
+    typename Container::const_iterator right;
+    typename Container::const_iterator rightEnd;
+};
+
+class Comparison {
+public:
+    /// The order of two values; that of two containers is left to run().
+    int compare(const SData& a, const SData& b) {
+        if (&a == &b) {
+            return 0;
+        }
+        if (a.type != b.type) {
+            return a.type > b.type ? 1 : -1;
+        }
+        return compareSameType(a, b);
+    }
+
+    /// Goes on, after a result of 0, through the containers met so far.
+    int run() {
+        int result = 0;
+        while (result == 0 && !m_open.empty()) {
+            result = std::visit([this](auto& position) { return step(position); }, m_open.back());
+        }
+        return result;
+    }
+
+private:
+    using TArrayPosition = SPosition<Element::TArray>;
+    using TObjectPosition = SPosition<Element::TObject>;
+
+    int compareSameType(const SData& a, const SData& b) {
+        switch (a.type) {
+            case etNull:
+                return (a.value.null > b.value.null ? 1 : 0) -
+                       (a.value.null < b.value.null ? 1 : 0);
+            case etBoolean:
+                return int{a.value.boolean} - int{b.value.boolean};
+            case etNumber:
+                return sign(a.value.number->compare(*b.value.number));
+            case etString:
+                return sign(a.value.string->compare(*b.value.string));
+            case etObject:
+                m_open.emplace_back(TObjectPosition(*a.value.object, *b.value.object));
+                return 0;
+            case etArray:
+                m_open.emplace_back(TArrayPosition(*a.value.array, *b.value.array));
+                return 0;
+            default:
+                return 0;
+        }
+    }
+
+    // A step may open a container, which moves the positions: it takes what it needs before that.
+
+    int step(TArrayPosition& position) {
+        if (position.isOver()) {
+            return close(position);
+        }
+        const Element& left = *position.left++;
+        const Element& right = *position.right++;
+        return compare(left.data(), right.data());
+    }
+
+    int step(TObjectPosition& position) {
+        if (position.isOver()) {
+            return close(position);
+        }
+        const auto& left = *position.left++;
+        const auto& right = *position.right++;
+        const int keyOrder = sign(left.first.compare(right.first));
+        return keyOrder != 0 ? keyOrder : compare(left.second.data(), right.second.data());
+    }
+
+    template<class Position>
+    int close(const Position& position) {
+        const int result = position.lengthOrder();
+        m_open.pop_back();
+        return result;
+    }
+
+    std::vector<std::variant<TArrayPosition, TObjectPosition>> m_open;
+};
+
+}  // namespace
+
+int compareTrees(const SData& a, const SData& b) {
+    Comparison comparison;
+    const int result = comparison.compare(a, b);
+    return result != 0 ? result : comparison.run();
+}
+
+}  // namespace ko::Orvid

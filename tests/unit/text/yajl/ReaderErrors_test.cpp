@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of what Reader says of a failure: the line for every kind of fault, the text around it with
+// the marker, byte for byte, and the position.
+
+#include "text/yajl/Reader.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "EventLog.h"
+
+namespace yajlTests {
+namespace {
+
+struct Fault {
+    std::string text;
+    std::string message;
+    std::size_t position;
+};
+
+const std::vector<Fault> k_faults = {
+    {"]", "parse error: unallowed token at this point in JSON text\n", 1},
+    {"[1,]", "parse error: unallowed token at this point in JSON text\n", 4},
+    {"[,", "parse error: unallowed token at this point in JSON text\n", 2},
+    {"[1 : 2]", "parse error: after array element, I expect ',' or ']'\n", 4},
+    {"[1 \"abc\"]", "parse error: after array element, I expect ',' or ']'\n", 8},
+    {"{1}", "parse error: invalid object key (must be a string)\n", 2},
+    {"{\"a\":1,}", "parse error: invalid object key (must be a string)\n", 8},
+    {"{\"a\" 1 }", "parse error: object key and value must be separated by a colon (':')\n", 6},
+    {"{\"a\":1 true}", "parse error: after key and value, inside map, I expect ',' or '}'\n", 7},
+    {"{\"a\":1 \"bcd\"}", "parse error: after key and value, inside map, I expect ',' or '}'\n", 9},
+    {"[@]", "lexical error: invalid char in json text.\n", 2},
+    {"[/x]", "lexical error: invalid char in json text.\n", 3},
+    {"[tRue]", "lexical error: invalid string in json text.\n", 2},
+    {"[falsE]", "lexical error: invalid string in json text.\n", 5},
+    {"[nul ]", "lexical error: invalid string in json text.\n", 4},
+    {"[\"a\\x\"]",
+     "lexical error: inside a string, '\\' occurs before a character which it may not.\n", 4},
+    {"[\"a\\u12g4\"]",
+     "lexical error: invalid (non-hex) character occurs after '\\u' inside string.\n", 7},
+    {"[\"a\tb\"]", "lexical error: invalid character inside string.\n", 3},
+    {"[-a]", "lexical error: malformed number, a digit is required after the minus sign.\n", 2},
+    {"[1.a]", "lexical error: malformed number, a digit is required after the decimal point.\n", 3},
+    {"[1ea]", "lexical error: malformed number, a digit is required after the exponent.\n", 3},
+    {"[1e+]", "lexical error: malformed number, a digit is required after the exponent.\n", 4},
+};
+
+// The two lines under the message, with the marker under byte `offset` of `text`.
+std::string excerpt(const std::string& text, std::size_t offset) {
+    const std::size_t begin = offset < 30 ? 0 : offset - 30;
+    return std::string(offset < 30 ? 40 - offset : 10, ' ') +
+           text.substr(begin, offset + 30 - begin) + "\n" + std::string(21, ' ') +
+           "(right here) ------^\n";
+}
+
+std::string verboseError(const std::string& text, const ReaderCallbacks& callbacks) {
+    EventLog log;
+    Reader reader(callbacks, &log);
+    EXPECT_EQ(feed(reader, text), ReadStatus::error);
+    return reader.error(true, text.data(), text.size());
+}
+
+TEST(ReaderErrors, name_every_kind_of_fault) {
+    for (const Fault& fault : k_faults) {
+        const Outcome outcome = read(fault.text);
+        EXPECT_EQ(outcome.status, ReadStatus::error) << fault.text;
+        EXPECT_EQ(outcome.message, fault.message) << fault.text;
+        EXPECT_EQ(outcome.position, fault.position) << fault.text;
+    }
+}
+
+TEST(ReaderErrors, set_the_marker_to_the_position) {
+    for (const Fault& fault : k_faults) {
+        EXPECT_EQ(verboseError(fault.text, k_textual),
+                  fault.message + excerpt(fault.text, fault.position));
+    }
+}
+
+TEST(ReaderErrors, are_unknown_while_there_is_none) {
+    EXPECT_EQ(read("[1").message, "unknown error\n");
+    EXPECT_EQ(read("[1]").message, "unknown error\n");
+}
+
+TEST(ReaderErrors, show_exactly_this_text) {
+    EXPECT_EQ(verboseError("{\"a\": 1, \"b\" 2}", k_textual),
+              "parse error: object key and value must be separated by a colon (':')\n"
+              "                          {\"a\": 1, \"b\" 2}\n"
+              "                     (right here) ------^\n");
+    EXPECT_EQ(verboseError("{\"a\": 99999999999999999999}", k_numeric),
+              "parse error: integer overflow\n"
+              "                                  {\"a\": 99999999999999999999}\n"
+              "                     (right here) ------^\n");
+}
+
+TEST(ReaderErrors, show_thirty_bytes_on_either_side) {
+    for (const std::size_t before : {0U, 1U, 28U, 29U, 30U, 31U, 100U}) {
+        for (const std::size_t behind : {0U, 28U, 29U, 30U, 100U}) {
+            const std::string blanks = repeat("123456789 ", 20).substr(0, before);
+            const std::string start = "[" + std::string(before, ' ');
+            const std::string rest = repeat("abcdefghi ", 20).substr(0, behind);
+            const std::string lexical = start + "\"\x01" + rest;
+            EXPECT_EQ(verboseError(lexical, k_textual),
+                      "lexical error: invalid character inside string.\n" +
+                          excerpt(lexical, start.size() + 1));
+            const std::string number = start + "1e999 " + rest;
+            EXPECT_EQ(
+                verboseError(number, k_numeric),
+                "parse error: numeric (floating point) overflow\n" + excerpt(number, start.size()));
+        }
+    }
+}
+
+TEST(ReaderErrors, show_line_ends_as_blanks) {
+    EXPECT_EQ(
+        verboseError("[\n1,\r\n]\r\n", k_textual),
+        "parse error: unallowed token at this point in JSON text\n" + excerpt("[ 1,  ]  ", 7));
+    EXPECT_EQ(verboseError("[\n1,\r\n1e999\r\n]", k_numeric),
+              "parse error: numeric (floating point) overflow\n" + excerpt("[ 1,  1e999  ]", 6));
+}
+
+// As YAJL does it for its own messages, and the reader's own must look the same.
+TEST(ReaderErrors, end_the_text_at_a_nul) {
+    const std::string nul(1, '\0');
+    EXPECT_EQ(verboseError("[@" + nul + "]", k_textual),
+              "lexical error: invalid char in json text.\n" + std::string(38, ' ') + "[@" +
+                  std::string(21, ' ') + "(right here) ------^\n");
+    EXPECT_EQ(verboseError("[1e999," + nul + "]", k_numeric),
+              "parse error: numeric (floating point) overflow\n" + std::string(39, ' ') +
+                  "[1e999," + std::string(21, ' ') + "(right here) ------^\n");
+}
+
+TEST(ReaderErrors, show_only_the_last_piece) {
+    EventLog log;
+    Reader reader(k_textual, &log);
+    feed(reader, "[1, 2, ");
+    feed(reader, "3,, 4");
+    EXPECT_EQ(reader.error(true, "3,, 4", 5),
+              "parse error: unallowed token at this point in JSON text\n" + excerpt("3,, 4", 3));
+    EXPECT_EQ(reader.position(), 10U);
+}
+
+TEST(ReaderErrors, set_the_marker_to_the_begin_of_a_later_piece) {
+    EventLog log;
+    Reader reader(k_textual, &log);
+    feed(reader, "[1,,");
+    feed(reader, "2]");
+    EXPECT_EQ(reader.error(true, "2]", 2),
+              "parse error: unallowed token at this point in JSON text\n" + excerpt("2]", 0));
+    EXPECT_EQ(reader.position(), 4U);
+}
+
+TEST(ReaderErrors, show_nothing_of_a_text_that_is_too_short) {
+    EventLog log;
+    Reader reader(k_numeric, &log);
+    feed(reader, "[1,    1e999]");
+    // YAJL counts the blanks from the place of the fault, text or no text.
+    EXPECT_EQ(reader.error(true, nullptr, 0), "parse error: numeric (floating point) overflow\n" +
+                                                  std::string(33, ' ') + "\n" +
+                                                  std::string(21, ' ') + "(right here) ------^\n");
+}
+
+TEST(ReaderErrors, show_nothing_of_a_text_that_ends_far_before_the_fault) {
+    EventLog log;
+    Reader reader(k_numeric, &log);
+    feed(reader, "[" + std::string(99, ' ') + "1e999]");
+    EXPECT_EQ(reader.error(true, "[1]", 3), "parse error: numeric (floating point) overflow\n" +
+                                                std::string(10, ' ') + "\n" + std::string(21, ' ') +
+                                                "(right here) ------^\n");
+}
+
+}  // namespace
+}  // namespace yajlTests

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+//
+// The words of set and insert.
+
+#include "edit/AssignmentVerb.h"
+
+#include <utility>
+
+#include "verbs/Options.h"
+
+namespace orvid_tool {
+
+void AssignmentVerb::addWords(CLI::App& app, SCall& call) {
+    app.add_option("WORDS", m_words,
+                   "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
+    addLayout(app, call);
+    addInPlace(app, call);
+    addLines(app, call);
+}
+
+void AssignmentVerb::prepare(SCall& call) {
+    SAssignments words = assignmentsOf(m_words);
+    m_assignments = std::move(words.all);
+    call.files = std::move(words.files);
+}
+
+void AssignmentVerb::apply(const SCall& call, Document& document, Bytes& out) const {
+    for (std::size_t i = 0; i < m_assignments.size(); ++i) {
+        assign(document, i);
+    }
+    out.append(jsonText(document.root, call.layout));
+}
+
+}  // namespace orvid_tool

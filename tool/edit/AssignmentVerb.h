@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+//
+// AssignmentVerb, what the verbs share whose words are paths with values.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "verbs/PathWords.h"
+#include "verbs/Verb.h"
+
+namespace orvid_tool {
+
+class AssignmentVerb : public DocumentVerb {
+public:
+    void addWords(CLI::App& app, SCall& call) override;
+    void prepare(SCall& call) override;
+
+protected:
+    const std::vector<SAssignment>& assignments() const { return m_assignments; }
+
+private:
+    /// Does the one at that place to the document's root.
+    virtual void assign(Document& document, std::size_t index) const = 0;
+    void apply(const SCall& call, Document& document, Bytes& out) const final;
+
+    std::vector<std::string> m_words;
+    std::vector<SAssignment> m_assignments;
+};
+
+}  // namespace orvid_tool

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+//
+// Splitting a path by writing all of its steps but the last again.
+
+#include "edit/LastStep.h"
+
+#include <sstream>
+#include <vector>
+
+#include "output/Failure.h"
+#include "input/PathSteps.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::PathGenerator;
+
+}  // namespace
+
+LastStep::LastStep(const std::string& path) : m_path(path) {
+    const std::vector<SStep> steps = stepsOf(path);
+    if (steps.empty()) {
+        throw Misuse("the path must have a step");
+    }
+    std::ostringstream holder;
+    PathGenerator generator(holder);
+    for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
+        const SStep& step = steps[i];
+        if (step.isKey) {
+            generator.genObjectProperty(step.key);
+        } else {
+            generator.genListItem(step.index);
+        }
+    }
+    m_holder = holder.str();
+    m_isKey = steps.back().isKey;
+    m_key = steps.back().key;
+    m_index = steps.back().index;
+}
+
+std::string LastStep::text() const {
+    if (m_isKey) {
+        return m_key;
+    }
+    return isStar() ? "[*]" : "[" + std::to_string(m_index) + "]";
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+//
+// Text to tree, and where in the text the fault is that the library tells of.
+
+#include "input/Document.h"
+
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "input/Input.h"
+#include "input/TextPlace.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::ParseException;
+
+constexpr int k_complete = 0;
+constexpr const char* k_endsEarly = "the text ends early";
+
+/// A text under way, for errors in it.
+struct SText {
+    const SPlace& place;
+    std::string_view text;
+};
+
+[[noreturn]] void failAt(const SText& document, std::size_t offset, const std::string* elementPath,
+                         const std::string& message) {
+    const STextPlace where = placeOf(document.text, offset);
+    SPlace place = document.place;
+    place.line = place.line == 0 ? where.line : place.line;
+    place.column = where.column;
+    if (elementPath != nullptr) {
+        place.path = *elementPath;
+    }
+    throw Failure(ExitStatus::failed, std::move(place), message);
+}
+
+/// The parser's message shows the place in lines of its own; its first line says what is wrong.
+std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
+
+bool startsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
+
+/// Where the fault begins that the message tells of. The parser stops at a character that does not
+/// belong into its token, but behind a character that begins none and behind a token in a wrong
+/// place; a token behind a member's value is the exception, there it stops inside.
+std::size_t faultOffset(const std::string& message, std::string_view text, std::size_t stop) {
+    if (startsWith(message, "parse error: after key and value")) {
+        return tokenStart(text, stop + 1);
+    }
+    if (startsWith(message, "parse error")) {
+        return tokenStart(text, stop);
+    }
+    const bool isBehind = stop > 0 && startsWith(message, "lexical error: invalid char in json");
+    return isBehind ? stop - 1 : stop;
+}
+
+void requireComplete(const DomParser& parser, const SText& document) {
+    const std::string_view text = document.text;
+    if (parser.state() != k_complete) {
+        const std::string path = parser.openElement()->path();
+        failAt(document, text.length(), &path, k_endsEarly);
+    }
+    const std::size_t rest = skipBlanks(text, static_cast<std::size_t>(parser.position()));
+    if (rest < text.length()) {
+        failAt(document, rest, nullptr, "text follows the value");
+    }
+}
+
+/// A parser counts in 32 bits, so what is longer goes as a string.
+void parse(DomParser& parser, Element& root, std::string_view text) {
+    if (text.length() > std::numeric_limits<unsigned int>::max()) {
+        parser.parse(root, std::string(text));
+    } else {
+        parser.parse(root, text.data(), static_cast<unsigned int>(text.length()));
+    }
+}
+
+}  // namespace
+
+void readTree(const SPlace& place, std::string_view text, Element& root) {
+    const SText document{place, text};
+    DomParser parser;
+    try {
+        // A number is known to be over only when something follows it: the newline.
+        parse(parser, root, std::string_view(text.data(), text.length() + 1));
+    } catch (const ParseException& error) {
+        const std::string message = firstLine(error.message());
+        const std::size_t offset =
+            faultOffset(message, text, static_cast<std::size_t>(parser.position()));
+        // Only the newline behind the text is at fault.
+        const bool isEnd = offset >= text.length();
+        failAt(document, offset, error.elementPath(), isEnd ? k_endsEarly : message);
+    }
+    requireComplete(parser, document);
+}
+
+void readArgument(const char* name, const std::string& text, Element& root) {
+    const std::string ended = text + "\n";
+    try {
+        readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root);
+    } catch (const Failure& failure) {
+        throw Failure(ExitStatus::usage, failure.place(), failure.text());
+    }
+}
+
+void readFile(const std::string& file, Element& root) {
+    Input input(file);
+    const Bytes ended = input.readAll();
+    readTree({input.name(), 0, 0, {}}, ended.view().substr(0, ended.length() - 1), root);
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+//
+// Document, one document under way through a verb, and reading its text into the tree with errors
+// that tell the place.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <string_view>
+
+#include "output/Failure.h"
+
+namespace orvid_tool {
+
+/// The text of a file or of a line, and the tree read from it. A newline stands behind the text and
+/// may be read too. The tree is used again for the next document.
+struct Document {
+    SPlace place;  ///< the file, and where the text is one of many lines, the line
+    std::string_view text;
+    ko::Orvid::Element root;
+};
+
+/// Reads the text into `root`. It must hold one complete value and, around it, nothing but blanks
+/// and comments. The byte behind it is a newline. Throws Failure, which tells the place: `place`
+/// with the column, and with the line unless it has one.
+void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
+
+/// Reads a text from the command line, which `name` stands for in errors, into `root`.
+void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);
+
+/// Reads a whole file, or standard input for "-", into `root`.
+void readFile(const std::string& file, ko::Orvid::Element& root);
+
+}  // namespace orvid_tool

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+//
+// Reading with the system's own calls: one copy, and a pipe's lines as soon as they come.
+
+#include "input/Input.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "verbs/Call.h"
+#include "output/Failure.h"
+#include "lines/Progress.h"
+
+namespace orvid_tool {
+
+namespace {
+
+/// The length of a regular file, or else 0.
+std::size_t knownSize(int descriptor) {
+    struct stat status = {};
+    const bool isKnown = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return isKnown ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+}  // namespace
+
+Input::Input(const std::string& file)
+    : m_name(file == k_standardInput ? "(standard input)" : file),
+      m_descriptor(file == k_standardInput ? STDIN_FILENO
+                                           : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+    if (m_descriptor < 0) {
+        throw systemFailure(m_name);
+    }
+    Progress::begin(m_name, knownSize(m_descriptor));
+}
+
+Input::~Input() {
+    if (m_descriptor != STDIN_FILENO) {
+        close(m_descriptor);
+    }
+}
+
+std::size_t Input::read(char* where, std::size_t size) {
+    while (true) {
+        const ssize_t count = ::read(m_descriptor, where, size);
+        if (count >= 0) {
+            Progress::add(static_cast<std::size_t>(count));
+            return static_cast<std::size_t>(count);
+        }
+        if (errno != EINTR) {
+            throw systemFailure(m_name);
+        }
+    }
+}
+
+bool Input::hasMore() const {
+    pollfd state{m_descriptor, POLLIN, 0};
+    return poll(&state, 1, 0) > 0;
+}
+
+Bytes Input::readAll() {
+    constexpr std::size_t leastRoom = 65536;
+    Bytes text;
+    // A file that has the length it is known to have needs no more room to find its end.
+    std::size_t room = knownSize(m_descriptor) + leastRoom;
+    while (const std::size_t count = read(text.room(room), room)) {
+        text.lengthen(count);
+        room = std::max(text.spare(), leastRoom);
+    }
+    text.append("\n");
+    return text;
+}
+
+std::size_t Input::readSome(Bytes& text, std::size_t size) {
+    const std::size_t start = text.length();
+    const std::size_t end = start + size;
+    static_cast<void>(text.room(size));
+    do {
+        const std::size_t count = read(text.room(end - text.length()), end - text.length());
+        text.lengthen(count);
+        if (count == 0) {
+            break;
+        }
+    } while (text.length() < end && hasMore());
+    return text.length() - start;
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+//
+// Input, a file or standard input that is being read. It knows bytes only.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "output/Bytes.h"
+
+namespace orvid_tool {
+
+/// Throws Failure, which names the file, when it cannot be opened or read.
+class Input {
+public:
+    /// Opens the file; "-" is standard input.
+    explicit Input(const std::string& file);
+    Input(const Input&) = delete;
+    Input& operator=(const Input&) = delete;
+    ~Input();
+
+    /// The name for errors.
+    const std::string& name() const { return m_name; }
+
+    /// The rest of the input with a newline behind it.
+    Bytes readAll();
+
+    /// Appends up to `size` bytes, as many as can be had without waiting once there are any.
+    /// Returns their number, 0 at the end.
+    std::size_t readSome(Bytes& text, std::size_t size);
+
+private:
+    std::size_t read(char* where, std::size_t size);
+    bool hasMore() const;
+
+    std::string m_name;
+    int m_descriptor;
+};
+
+}  // namespace orvid_tool

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+//
+// Walking steps while making what they lead to.
+
+#include "input/PathSteps.h"
+
+#include <string_view>
+
+#include "verbs/PathWords.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::EType;
+
+class Steps : public ko::Orvid::PathParserListener {
+public:
+    bool cbObjectProperty(const std::string& key) override {
+        all.push_back({true, key, 0});
+        return true;
+    }
+    bool cbArrayItem(unsigned int index) override {
+        all.push_back({false, "", index});
+        return true;
+    }
+
+    std::vector<SStep> all;
+};
+
+void fillEmpty(Element& element, EType type) {
+    if (element.isEmpty()) {
+        Element::create(element.data(), type, &element);
+    }
+}
+
+Element& makeMember(Element& holder, const std::string& key) {
+    fillEmpty(holder, ko::Orvid::etObject);
+    if (!holder.isObject()) {
+        throw Clash("\"" + key + "\" is a member of what is no object");
+    }
+    const auto found = holder.object().find(key);
+    return found != holder.object().end() ? found->second
+                                          : holder.insert(key, Element::k_emptyElement);
+}
+
+Element& makeItem(Element& holder, std::size_t index) {
+    constexpr std::size_t longestGap = 1000000;
+    fillEmpty(holder, ko::Orvid::etArray);
+    if (!holder.isArray()) {
+        throw Clash("[" + std::to_string(index) + "] is an item of what is no array");
+    }
+    auto& items = holder.array();
+    if (index > items.size() + longestGap) {
+        throw Clash("[" + std::to_string(index) + "] is too far behind the item before it");
+    }
+    while (items.size() < index) {
+        items.appendNull();
+    }
+    if (items.size() == index) {
+        items.push_back(Element::k_emptyElement);
+    }
+    return items[index];
+}
+
+/// The step as an index, or k_noIndex when it cannot be one.
+unsigned int indexOf(const std::string& step) {
+    constexpr std::size_t mostDigits = 9;
+    const bool isIndex = !step.empty() && step.length() <= mostDigits &&
+                         step.find_first_not_of("0123456789") == std::string::npos &&
+                         (step == "0" || step.front() != '0');
+    return isIndex ? static_cast<unsigned int>(std::stoul(step)) : ko::Orvid::k_noIndex;
+}
+
+Element& makeStep(Element& holder, const std::string& step) {
+    const bool isItem = holder.isArray() || (holder.isEmpty() && step == "0");
+    if (!isItem) {
+        return makeMember(holder, step);
+    }
+    const unsigned int index = indexOf(step);
+    if (index == ko::Orvid::k_noIndex) {
+        throw Clash("\"" + step + "\" is no index, but what holds it is an array");
+    }
+    return makeItem(holder, index);
+}
+
+}  // namespace
+
+std::vector<SStep> stepsOf(const std::string& path) {
+    Steps steps;
+    withPath(path, [&steps](const ko::Orvid::Path& text) {
+        ko::Orvid::PathParser(&steps).parse(std::string_view(text.str()));
+    });
+    return steps.all;
+}
+
+Element& makeAt(Element& root, const std::vector<SStep>& steps) {
+    Element* element = &root;
+    for (const SStep& step : steps) {
+        if (!step.isKey && step.index == ko::Orvid::k_noIndex) {
+            throw Clash("[*] is no place");
+        }
+        element = step.isKey ? &makeMember(*element, step.key) : &makeItem(*element, step.index);
+    }
+    return *element;
+}
+
+Element& makeAt(Element& root, const ko::Orvid::JsonPointer& pointer) {
+    Element* element = &root;
+    for (const std::string& step : pointer.steps()) {
+        element = &makeStep(*element, step);
+    }
+    return *element;
+}
+
+}  // namespace orvid_tool

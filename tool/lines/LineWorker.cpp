@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+//
+// A batch line by line. One tree serves all lines of a batch.
+
+#include "lines/LineWorker.h"
+
+#include <string>
+
+namespace orvid_tool {
+
+namespace {
+
+constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
+
+bool startsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.length()) == start;
+}
+
+}  // namespace
+
+void LineWorker::work(LineBatch& batch) const {
+    if (batch.kind == LineBatch::whole) {
+        workOnLines(batch);
+    } else if (batch.kind == LineBatch::head) {
+        workOnHead(batch);
+    } else if (m_call.lines.onError == EOnError::passthrough) {
+        batch.out.append(batch.text.view());
+    }
+}
+
+void LineWorker::workOnLines(LineBatch& batch) const {
+    Document document;
+    document.place.file = m_name;
+    std::string_view rest = batch.text.view();
+    while (!rest.empty() && !batch.isStopped) {
+        const std::size_t end = rest.find('\n');
+        ++batch.counts.lines;
+        document.place.line = batch.counts.lines;
+        workOnLine(rest.substr(0, end), document, batch);
+        rest.remove_prefix(end + 1);
+    }
+}
+
+void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch& batch) const {
+    const bool isFirst = batch.isFirst && batch.counts.lines == 1;
+    document.text = line;
+    if (isFirst && startsWith(line, k_byteOrderMark)) {
+        document.text.remove_prefix(k_byteOrderMark.length());
+    }
+    if (document.text.find_first_not_of(" \t\r") == std::string_view::npos) {
+        ++batch.counts.blank;
+        return;
+    }
+    const std::size_t start = batch.out.length();
+    try {
+        if (line.length() > m_call.lines.longest) {
+            throw tooLong();
+        }
+        m_verb.work(m_call, document, batch.out);
+    } catch (const Failure& failure) {
+        batch.out.cut(start);
+        fail(failure, line, batch);
+    }
+}
+
+void LineWorker::workOnHead(LineBatch& batch) const {
+    ++batch.counts.lines;
+    Failure failure = tooLong();
+    failure.setLine(1);
+    fail(failure, batch.text.view(), batch);
+    if (m_call.lines.onError == EOnError::passthrough) {
+        batch.out.cut(batch.out.length() - 1);  // the line goes on in the batches that follow
+    }
+}
+
+void LineWorker::fail(const Failure& failure, std::string_view line, LineBatch& batch) const {
+    ++batch.counts.failed;
+    batch.failures.push_back(failure);
+    batch.failures.back().setLine(batch.counts.lines);
+    const EOnError onError = m_call.lines.onError;
+    if (onError == EOnError::stop || failure.status() == ExitStatus::usage) {
+        batch.isStopped = true;
+    } else if (onError == EOnError::passthrough) {
+        batch.out.append(line);
+        batch.out.append("\n");
+    } else if (onError == EOnError::null) {
+        batch.out.append("null\n");
+    }
+}
+
+Failure LineWorker::tooLong() const {
+    return {ExitStatus::failed, SPlace{m_name, 0, 0, {}},
+            "the line is longer than " + std::to_string(m_call.lines.longest) + " bytes"};
+}
+
+}  // namespace orvid_tool

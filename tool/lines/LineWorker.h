@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+//
+// LineWorker does a verb's work on the lines of a batch.
+
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "lines/LineBatch.h"
+#include "verbs/Verb.h"
+
+namespace orvid_tool {
+
+/// Used by several threads at once, each with a batch of its own.
+class LineWorker {
+public:
+    /// `name` is that of the input. All must outlive the worker.
+    LineWorker(const DocumentVerb& verb, const SCall& call, const std::string& name)
+        : m_verb(verb), m_call(call), m_name(name) {}
+
+    /// Fills in the results. Stops at a line that fails where the call says so, or when the call's
+    /// own words turn out to be wrong.
+    void work(LineBatch& batch) const;
+
+private:
+    void workOnLines(LineBatch& batch) const;
+    void workOnLine(std::string_view line, Document& document, LineBatch& batch) const;
+    void workOnHead(LineBatch& batch) const;
+    void fail(const Failure& failure, std::string_view line, LineBatch& batch) const;
+    Failure tooLong() const;
+
+    const DocumentVerb& m_verb;
+    const SCall& m_call;
+    const std::string& m_name;
+};
+
+}  // namespace orvid_tool

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+//
+// One thread: batch after batch. Several are in LineThreads.cpp.
+
+#include "lines/Lines.h"
+
+#include <string>
+
+#include "input/Input.h"
+#include "lines/LineRun.h"
+
+namespace orvid_tool {
+
+namespace {
+
+void runInOneThread(SLineRun& run) {
+    LineBatch batch;
+    bool goesOn = true;
+    while (goesOn) {
+        batch.clear();
+        goesOn = run.reader.next(batch);
+        if (goesOn) {
+            run.worker.work(batch);
+            goesOn = run.writer.write(batch);
+        }
+    }
+}
+
+void writeStats(const SLineCounts& counts, const std::string& name, const Report& report) {
+    report.note(name + ": " + std::to_string(counts.lines) + " lines, " +
+                std::to_string(counts.lines - counts.blank - counts.failed) + " done, " +
+                std::to_string(counts.blank) + " blank, " + std::to_string(counts.failed) +
+                " failed");
+}
+
+}  // namespace
+
+SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, const Report& report,
+                   Output& out) {
+    SLineRun run{{input, call.lines.longest}, {verb, call, input.name()}, {report, out}};
+#ifdef ORVID_HAS_THREADS
+    if (call.lines.threads > 1) {
+        runInThreads(run, call.lines.threads);
+    } else {
+        runInOneThread(run);
+    }
+#else
+    runInOneThread(run);
+#endif
+    if (call.lines.hasStats) {
+        writeStats(run.writer.counts(), input.name(), report);
+    }
+    return {run.writer.status(), run.writer.isComplete()};
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+//
+// The progress line is drawn by a thread of its own, which only a terminal starts.
+
+#include "lines/Progress.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <cstdio>
+#include <mutex>
+#include <thread>
+
+namespace orvid_tool {
+
+namespace {
+
+using TClock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds k_firstAfter(1000);
+constexpr std::chrono::milliseconds k_nextAfter(200);
+
+/// The thread and what it shares with the others. `isOn` never changes while the thread runs.
+struct SLine {
+    bool isOn = false;
+    std::thread thread;
+    std::mutex mutex;  // guards all below, and the terminal
+    std::condition_variable ended;
+    bool isEnding = false;
+    bool isShown = false;
+    std::string name;
+    std::uint64_t size = 0;
+    TClock::time_point start;
+    std::atomic<std::uint64_t> count{0};
+};
+
+SLine& line() {
+    static SLine instance;
+    return instance;
+}
+
+void put(const std::string& text) {
+    static_cast<void>(!write(STDERR_FILENO, text.data(), text.length()));
+}
+
+void hide(SLine& shared) {
+    constexpr const char* clearLine = "\r\x1B[K";
+    if (shared.isShown) {
+        put(clearLine);
+        shared.isShown = false;
+    }
+}
+
+std::string inMegabytes(std::uint64_t bytes) {
+    char text[32];
+    constexpr double megabyte = 1e6;
+    static_cast<void>(
+        std::snprintf(text, sizeof text, "%.1f MB", static_cast<double>(bytes) / megabyte));
+    return text;
+}
+
+void show(SLine& shared) {
+    constexpr std::size_t longestName = 40;
+    const std::uint64_t count = shared.count;
+    const auto seconds =
+        std::chrono::duration_cast<std::chrono::seconds>(TClock::now() - shared.start).count();
+    std::string text = "orvid: ";
+    text += shared.name.length() > longestName
+                ? "..." + shared.name.substr(shared.name.length() - longestName)
+                : shared.name;
+    text += ": " + inMegabytes(count);
+    if (shared.size >= count && shared.size > 0) {
+        text += " of " + inMegabytes(shared.size);
+    }
+    text += " read, " + std::to_string(seconds) + " s";
+    hide(shared);
+    put(text);
+    shared.isShown = true;
+}
+
+void draw(SLine& shared) {
+    std::unique_lock<std::mutex> lock(shared.mutex);
+    std::chrono::milliseconds wait = k_firstAfter;
+    while (!shared.ended.wait_for(lock, wait, [&shared] { return shared.isEnding; })) {
+        show(shared);
+        wait = k_nextAfter;
+    }
+    hide(shared);
+}
+
+}  // namespace
+
+Progress::Progress() {
+    SLine& shared = line();
+    if (isatty(STDERR_FILENO) == 0) {
+        return;
+    }
+    shared.start = TClock::now();
+    shared.isOn = true;
+    shared.thread = std::thread(&draw, std::ref(shared));
+}
+
+Progress::~Progress() {
+    SLine& shared = line();
+    if (!shared.isOn) {
+        return;
+    }
+    {
+        const std::lock_guard<std::mutex> lock(shared.mutex);
+        shared.isEnding = true;
+    }
+    shared.ended.notify_one();
+    shared.thread.join();
+    shared.isOn = false;
+}
+
+void Progress::begin(const std::string& name, std::size_t size) {
+    SLine& shared = line();
+    if (!shared.isOn) {
+        return;
+    }
+    const std::lock_guard<std::mutex> lock(shared.mutex);
+    shared.name = name;
+    shared.size = size;
+    shared.count = 0;
+}
+
+void Progress::add(std::size_t count) { line().count += count; }
+
+Progress::Pause::Pause() {
+    SLine& shared = line();
+    if (shared.isOn) {
+        shared.mutex.lock();
+        hide(shared);
+    }
+}
+
+Progress::Pause::~Pause() {
+    SLine& shared = line();
+    if (shared.isOn) {
+        shared.mutex.unlock();
+    }
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+//
+// A walk over the tokens of JSON text. It relies on the text being well-formed.
+
+#include "output/Color.h"
+
+#include <algorithm>
+
+namespace orvid_tool {
+
+namespace {
+
+constexpr const char* k_key = "\x1B[34;1m";
+constexpr const char* k_string = "\x1B[32m";
+constexpr const char* k_number = "\x1B[36m";
+constexpr const char* k_word = "\x1B[35m";
+constexpr const char* k_plain = "\x1B[0m";
+
+std::size_t stringEnd(const std::string& json, std::size_t start) {
+    std::size_t end = start + 1;
+    while (json[end] != '"') {
+        end += json[end] == '\\' ? 2U : 1U;
+    }
+    return end + 1;
+}
+
+const char* colorOf(const std::string& json, std::size_t start, std::size_t end) {
+    if (json[start] == '"') {
+        return end < json.length() && json[end] == ':' ? k_key : k_string;
+    }
+    return json[start] >= 'a' && json[start] <= 'z' ? k_word : k_number;
+}
+
+}  // namespace
+
+std::string colored(const std::string& json) {
+    constexpr const char* marks = "{}[]:, \t\n";
+    std::string text;
+    std::size_t place = 0;
+    while (place < json.length()) {
+        const std::size_t start = std::min(json.find_first_not_of(marks, place), json.length());
+        text.append(json, place, start - place);
+        place = start;
+        if (start < json.length()) {
+            place = json[start] == '"' ? stringEnd(json, start) : json.find_first_of(marks, start);
+            text += colorOf(json, start, place);
+            text.append(json, start, place - start);
+            text += k_plain;
+        }
+    }
+    return text;
+}
+
+}  // namespace orvid_tool

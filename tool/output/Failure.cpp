@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+//
+// Failures that several verbs raise.
+
+#include "output/Failure.h"
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace orvid_tool {
+
+Failure::Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt)
+    : std::runtime_error(text),
+      m_status(status),
+      m_place(std::move(place)),
+      m_excerpt(std::move(excerpt)) {}
+
+Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, SPlace(), text) {}
+
+Failure missingPath(SPlace place, const ko::Orvid::PathNotFound& error) {
+    if (error.elementPath() != nullptr) {
+        place.path = *error.elementPath();
+    }
+    return {ExitStatus::failed, std::move(place),
+            "path \"" + error.path() + "\" not found, there is no \"" + error.key() + "\""};
+}
+
+Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error) {
+    return {ExitStatus::usage, "path \"" + path + "\": " + error.message()};
+}
+
+Failure systemFailure(const std::string& name) {
+    return {ExitStatus::inputOutput, SPlace{name, 0, 0, {}}, std::strerror(errno)};
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+//
+// What the options of a call say, but for the words that are a verb's own.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "output/Layout.h"
+
+namespace orvid_tool {
+
+/// The name under which standard input is given.
+inline const char* const k_standardInput = "-";
+
+/// What becomes of a line that fails.
+enum class EOnError {
+    stop,         ///< it ends the run
+    skip,         ///< nothing is written for it
+    passthrough,  ///< it is written as it was read
+    null,         ///< null is written for it
+};
+
+struct SLines {
+    bool isOn = false;
+    bool hasStats = false;
+    EOnError onError = EOnError::stop;
+    std::size_t longest = std::size_t(1) << 30;  ///< of a line, in bytes
+    unsigned int threads = 1;
+};
+
+struct SCall {
+    std::vector<std::string> files;  ///< none is standard input
+    std::optional<std::string> schemaFile;
+    bool isInPlace = false;
+    bool isRaw = false;
+    bool hasMeta = false;  ///< print writes the root's member meta
+    bool hasJsonErrors = false;
+    SLayout layout;
+    SLines lines;
+};
+
+}  // namespace orvid_tool

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+//
+// Verb, what a sub-command does, and DocumentVerb, which does it to one document after the other:
+// files, or the lines of files. The verbs themselves are in verbs/.
+
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "output/Bytes.h"
+#include "verbs/Call.h"
+#include "input/Document.h"
+
+namespace orvid_tool {
+
+class Output;
+class Report;
+
+class Verb {
+public:
+    virtual ~Verb();
+    virtual const char* name() const = 0;
+    virtual const char* help() const = 0;
+    /// Calls as a user would type them, one a line.
+    virtual const char* examples() const = 0;
+    /// Adds the words and options that the verb takes.
+    virtual void addWords(CLI::App& app, SCall& call) = 0;
+    /// Looks at the words before any document is read. Throws Misuse or Failure.
+    virtual void prepare(SCall& call);
+    /// Does it. Failures that do not end the run are reported; the highest status is returned.
+    virtual ExitStatus run(const SCall& call, const Report& report, Output& out) const = 0;
+};
+
+class DocumentVerb : public Verb {
+public:
+    ExitStatus run(const SCall& call, const Report& report, Output& out) const final;
+
+    // These are called by several threads at once, each with a document of its own.
+
+    /// Reads the document's text, does it, and appends what is to be written to `out`. Throws
+    /// Failure; `out` may have grown then.
+    void work(const SCall& call, Document& document, Bytes& out) const;
+
+private:
+    /// Does it from the text alone, for text of the common kind, and answers true; or answers
+    /// false, whatever it has appended, and leaves it to the other two.
+    virtual bool applyToText(const SCall& call, const Document& document, Bytes& out) const;
+
+    // They throw Failure or what the library throws.
+
+    /// Reads the document's text into its root: here as readTree() does.
+    virtual void read(Document& document) const;
+    /// Does it to the root and appends what is to be written to `out`.
+    virtual void apply(const SCall& call, Document& document, Bytes& out) const = 0;
+};
+
+/// The verbs in the order of the help.
+std::vector<std::unique_ptr<Verb>> allVerbs();
+
+}  // namespace orvid_tool
