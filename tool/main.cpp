@@ -16,11 +16,11 @@
 #include <string_view>
 #include <vector>
 
-#include "verbs/Options.h"
+#include "call/Options.h"
+#include "call/Verb.h"
 #include "output/Output.h"
-#include "lines/Progress.h"
+#include "output/Progress.h"
 #include "output/Report.h"
-#include "verbs/Verb.h"
 
 namespace {
 

@@ -15,10 +15,10 @@
 #include <utility>
 #include <vector>
 
-#include "tree/Tree.h"
 #include "change/TreeAlign.h"
-#include "tree/TreeEqual.h"
 #include "change/TreeHash.h"
+#include "tree/Tree.h"
+#include "tree/TreeEqual.h"
 #include "tree/TreeMove.h"
 
 namespace ko::Orvid {

@@ -12,10 +12,10 @@
 #include <ostream>
 #include <utility>
 
+#include "change/PointerStep.h"
+#include "path/PathText.h"
 #include "tree/Ancestors.h"
 #include "tree/PathStep.h"
-#include "path/PathText.h"
-#include "change/PointerStep.h"
 
 namespace ko::Orvid {
 

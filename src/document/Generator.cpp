@@ -16,8 +16,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tree/Tree.h"
 #include "text/yajl/Writer.h"
+#include "tree/Tree.h"
 
 namespace ko::Orvid {
 

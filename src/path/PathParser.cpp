@@ -10,8 +10,8 @@
 #include <istream>
 
 #include "core/EnumNames.h"
-#include "path/PathCharacters.h"
 #include "core/TextStream.h"
+#include "path/PathCharacters.h"
 
 namespace ko::Orvid {
 

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "tree/Ancestors.h"
 #include "core/EnumNames.h"
+#include "tree/Ancestors.h"
 #include "tree/PathStep.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"

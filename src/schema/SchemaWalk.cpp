@@ -7,10 +7,10 @@
 
 #include <ko/Orvid/PathParser.h>
 
-#include "tree/Ancestors.h"
 #include "path/PathCharacters.h"
-#include "tree/PathStep.h"
 #include "path/PlainSteps.h"
+#include "tree/Ancestors.h"
+#include "tree/PathStep.h"
 
 namespace ko::Orvid {
 

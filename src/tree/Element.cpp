@@ -14,9 +14,9 @@
 #include <new>
 #include <utility>
 
-#include "tree/Ancestors.h"
-#include "path/PathText.h"
 #include "core/TextStream.h"
+#include "path/PathText.h"
+#include "tree/Ancestors.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
 

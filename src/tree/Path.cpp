@@ -14,10 +14,10 @@
 #include <optional>
 #include <utility>
 
-#include "tree/Ancestors.h"
-#include "tree/PathStep.h"
 #include "path/PathText.h"
 #include "path/PlainSteps.h"
+#include "tree/Ancestors.h"
+#include "tree/PathStep.h"
 #include "tree/ValueBefore.h"
 
 namespace ko::Orvid {

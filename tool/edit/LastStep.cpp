@@ -7,8 +7,8 @@
 #include <sstream>
 #include <vector>
 
-#include "output/Failure.h"
 #include "input/PathSteps.h"
+#include "output/Failure.h"
 
 namespace orvid_tool {
 

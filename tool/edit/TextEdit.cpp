@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "input/KeySet.h"
-#include "output/TextSink.h"
 #include "input/Tokens.h"
+#include "output/TextSink.h"
 
 namespace orvid_tool {
 

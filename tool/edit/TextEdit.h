@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "output/Bytes.h"
 #include "input/PathSteps.h"
+#include "output/Bytes.h"
 
 namespace orvid_tool {
 

@@ -12,9 +12,8 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "verbs/Call.h"
 #include "output/Failure.h"
-#include "lines/Progress.h"
+#include "output/Progress.h"
 
 namespace orvid_tool {
 

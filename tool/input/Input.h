@@ -11,6 +11,9 @@
 
 namespace orvid_tool {
 
+/// The name under which standard input is given.
+inline const char* const k_standardInput = "-";
+
 /// Throws Failure, which names the file, when it cannot be opened or read.
 class Input {
 public:

@@ -6,7 +6,7 @@
 
 #include <string_view>
 
-#include "verbs/PathWords.h"
+#include "input/PathWords.h"
 
 namespace orvid_tool {
 

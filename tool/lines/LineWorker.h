@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "call/Verb.h"
 #include "lines/LineBatch.h"
-#include "verbs/Verb.h"
 
 namespace orvid_tool {
 

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "verbs/Verb.h"
+#include "call/Verb.h"
 
 namespace orvid_tool {
 

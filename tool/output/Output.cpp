@@ -9,7 +9,7 @@
 #include <cerrno>
 
 #include "output/Failure.h"
-#include "lines/Progress.h"
+#include "output/Progress.h"
 
 namespace orvid_tool {
 

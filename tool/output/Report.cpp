@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "output/Layout.h"
-#include "lines/Progress.h"
+#include "output/Progress.h"
 
 namespace orvid_tool {
 

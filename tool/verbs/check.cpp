@@ -2,7 +2,7 @@
 //
 // orvid check: strict reading, which says nothing of a document that is right.
 
-#include "verbs/Options.h"
+#include "call/Options.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

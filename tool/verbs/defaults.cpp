@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "call/Options.h"
 #include "verbs/Leaves.h"
-#include "verbs/Options.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
 

@@ -2,7 +2,7 @@
 //
 // orvid diff: the JSON Patch that makes one document the other.
 
-#include "verbs/Options.h"
+#include "call/Options.h"
 #include "output/Output.h"
 #include "verbs/verbs.h"
 

@@ -2,10 +2,10 @@
 //
 // orvid find: the item of an array that holds a value.
 
-#include "output/Answer.h"
+#include "call/Options.h"
+#include "edit/Answer.h"
+#include "input/PathWords.h"
 #include "verbs/Leaves.h"
-#include "verbs/Options.h"
-#include "verbs/PathWords.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

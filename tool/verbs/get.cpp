@@ -2,11 +2,11 @@
 //
 // orvid get: the value at a path.
 
-#include "output/Answer.h"
-#include "verbs/Options.h"
-#include "verbs/PathWords.h"
-#include "verbs/Schema.h"
+#include "call/Options.h"
+#include "edit/Answer.h"
+#include "input/PathWords.h"
 #include "input/TextLookup.h"
+#include "verbs/Schema.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "verbs/Options.h"
+#include "call/Options.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

@@ -2,8 +2,8 @@
 //
 // orvid paths: a line for each leaf.
 
+#include "call/Options.h"
 #include "verbs/Leaves.h"
-#include "verbs/Options.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

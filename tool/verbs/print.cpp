@@ -2,7 +2,7 @@
 //
 // orvid print: the document in another layout.
 
-#include "verbs/Options.h"
+#include "call/Options.h"
 #include "edit/TextEdit.h"
 #include "verbs/verbs.h"
 

@@ -4,8 +4,8 @@
 
 #include <iterator>
 
-#include "verbs/Options.h"
-#include "verbs/PathWords.h"
+#include "call/Options.h"
+#include "input/PathWords.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

@@ -3,8 +3,8 @@
 // orvid schema-path and orvid data-path: from a place in the data to the place in the schema that
 // describes it, and back. Neither reads a document.
 
+#include "input/PathWords.h"
 #include "output/Output.h"
-#include "verbs/PathWords.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

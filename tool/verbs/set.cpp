@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "edit/AssignmentVerb.h"
 #include "edit/TextEdit.h"
+#include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

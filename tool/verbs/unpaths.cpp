@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "verbs/Leaves.h"
-#include "verbs/Options.h"
+#include "call/Options.h"
 #include "input/PathSteps.h"
+#include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "verbs/Verb.h"
+#include "call/Verb.h"
 
 namespace orvid_tool {
 

@@ -5,8 +5,8 @@
 
 #pragma once
 
-#include <ko/export.h>
 #include <ko/detail/NodeMemory.h>
+#include <ko/export.h>
 #include <ko/Orvid/CallbackParser.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/ReadOptions.h>

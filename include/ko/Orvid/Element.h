@@ -6,9 +6,9 @@
 #pragma once
 
 #include <ko/export.h>
+#include <ko/Orvid/detail/ParentLinks.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/Number.h>
-#include <ko/Orvid/detail/ParentLinks.h>
 #include <ko/Orvid/Path.h>
 #include <ko/Orvid/types.h>
 

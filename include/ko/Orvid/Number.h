@@ -7,8 +7,8 @@
 #pragma once
 
 #include <ko/detail/NodeMemory.h>
-#include <ko/Orvid/ValueOutOfRange.h>
 #include <ko/detail/ShortText.h>
+#include <ko/Orvid/ValueOutOfRange.h>
 
 #include <cstddef>
 #include <functional>

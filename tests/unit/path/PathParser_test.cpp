@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
-#include "unit/path/PathLog.h"
 #include "support/Document.h"
 #include "support/EnumNames.h"
+#include "unit/path/PathLog.h"
 
 namespace orvid_test {
 namespace {

@@ -2,7 +2,7 @@
 //
 // The shared options and what they mean together.
 
-#include "verbs/Options.h"
+#include "call/Options.h"
 
 #include <unistd.h>
 

@@ -8,8 +8,8 @@
 
 #include <string_view>
 
+#include "call/Call.h"
 #include "output/Bytes.h"
-#include "verbs/Call.h"
 
 namespace orvid_tool {
 

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "output/Bytes.h"
-#include "verbs/Call.h"
+#include "call/Call.h"
 #include "input/Document.h"
+#include "output/Bytes.h"
 
 namespace orvid_tool {
 

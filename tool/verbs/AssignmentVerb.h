@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "verbs/PathWords.h"
-#include "verbs/Verb.h"
+#include "call/Verb.h"
+#include "input/PathWords.h"
 
 namespace orvid_tool {
 

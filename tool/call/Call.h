@@ -13,9 +13,6 @@
 
 namespace orvid_tool {
 
-/// The name under which standard input is given.
-inline const char* const k_standardInput = "-";
-
 /// What becomes of a line that fails.
 enum class EOnError {
     stop,         ///< it ends the run

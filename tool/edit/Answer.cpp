@@ -2,7 +2,7 @@
 //
 // Values that are answers.
 
-#include "output/Answer.h"
+#include "edit/Answer.h"
 
 #include "edit/TextEdit.h"
 

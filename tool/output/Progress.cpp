@@ -2,7 +2,7 @@
 //
 // The progress line is drawn by a thread of its own, which only a terminal starts.
 
-#include "lines/Progress.h"
+#include "output/Progress.h"
 
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 //
 // Telling paths, values and files apart.
 
-#include "verbs/PathWords.h"
+#include "input/PathWords.h"
 
 #include "input/Document.h"
 

@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "verbs/Call.h"
+#include "call/Call.h"
 
 namespace orvid_tool {
 

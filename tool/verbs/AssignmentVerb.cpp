@@ -2,11 +2,11 @@
 //
 // The words of set and insert.
 
-#include "edit/AssignmentVerb.h"
+#include "verbs/AssignmentVerb.h"
 
 #include <utility>
 
-#include "verbs/Options.h"
+#include "call/Options.h"
 
 namespace orvid_tool {
 

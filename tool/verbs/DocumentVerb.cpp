@@ -2,7 +2,7 @@
 //
 // How a verb goes through its documents, and what becomes of what they fail of.
 
-#include "verbs/Verb.h"
+#include "call/Verb.h"
 
 #include <algorithm>
 #include <memory>
