@@ -12,6 +12,7 @@
 #include <map>
 #include <string>
 
+#include "input/Input.h"
 #include "output/Failure.h"
 
 namespace orvid_tool {

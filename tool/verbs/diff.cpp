@@ -3,6 +3,7 @@
 // orvid diff: the JSON Patch that makes one document the other.
 
 #include "call/Options.h"
+#include "input/Input.h"
 #include "output/Output.h"
 #include "verbs/verbs.h"
 

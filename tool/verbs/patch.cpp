@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "call/Options.h"
+#include "input/Input.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
