@@ -78,6 +78,13 @@ ParseException::~ParseException() = default;
 
 ParseException* ParseException::clone() const { return new ParseException(*this); }
 
+ParseException& ParseException::withCode(EParseError code) {
+    if (m_code == EParseError::unspecified) {
+        m_code = code;
+    }
+    return *this;
+}
+
 void ParseException::init(const std::string& message, int firstLine, int firstColumn, int lastLine,
                           int lastColumn) {
     m_message = message;

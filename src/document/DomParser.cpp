@@ -179,7 +179,8 @@ void DomParser::end() {
     TextScanner& scanner = *m_checks->scanner;
     scanner.finish();
     if (scanner.fault()) {
-        failAt({}, scanner.fault()->message, scanner.fault()->begin, scanner.fault()->length);
+        failAt({}, scanner.fault()->message, EParseError::strictSyntax, scanner.fault()->begin,
+               scanner.fault()->length);
     }
     deliverNumber();
     m_open = state() == k_complete ? nullptr : m_current;
@@ -246,7 +247,8 @@ void DomParser::readPiece(std::string_view piece) {
     handOn(piece, scanner.scan(piece));
     if (scanner.fault()) {
         deliverNumber();
-        failAt(piece, scanner.fault()->message, scanner.fault()->begin, scanner.fault()->length);
+        failAt(piece, scanner.fault()->message, EParseError::strictSyntax, scanner.fault()->begin,
+               scanner.fault()->length);
     }
     scanner.leave(piece);
 }
@@ -259,19 +261,20 @@ void DomParser::handOn(std::string_view piece, std::size_t length) {
     } catch (const ParseException& error) {
         const std::vector<TextScanner::Key>& keys = m_checks->scanner->keys();
         if (!m_checks->isRepeated || m_checks->keys > keys.size()) {
-            failAt(piece, error.message(), m_parser->position(), 1);
+            failAt(piece, error.message(), error.code(), m_parser->position(), 1);
         }
         const TextScanner::Key& key = keys[m_checks->keys - 1];
-        failAt(piece, error.message(), key.begin, key.end - key.begin);
+        failAt(piece, error.message(), EParseError::repeatedKey, key.begin, key.end - key.begin);
     }
 }
 
-void DomParser::failAt(std::string_view piece, const std::string& message, std::uint64_t begin,
-                       std::uint64_t length) {
+void DomParser::failAt(std::string_view piece, const std::string& message, EParseError code,
+                       std::uint64_t begin, std::uint64_t length) {
     m_checks->faultBegin = begin;
     const LineAndColumn first = m_checks->scanner->place(piece, begin);
     const LineAndColumn last = m_checks->scanner->place(piece, begin + length - 1);
-    throw ParseException(context(), message, first.line, first.column, last.line, last.column);
+    throw ParseException(context(), message, first.line, first.column, last.line, last.column)
+        .withCode(code);
 }
 
 /// The element being filled. Behind a complete value the current element is the root's parent.
@@ -336,7 +339,9 @@ int DomParser::cb_start_array() { return openContainer(etArray, "Unexpected star
 
 int DomParser::cb_end_array() { return closeContainer(etArray, "Unexpected end of array!"); }
 
-int DomParser::cb_error(const char* message) { fail(message); }
+int DomParser::cb_error(const char* message) {
+    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(EParseError::syntax);
+}
 
 int DomParser::cb_integer(long /*value*/) {
     throw Exception("Unexpected integer callback", m_current);
@@ -385,7 +390,7 @@ void DomParser::requireCurrent(const char* unexpected) const {
 }
 
 void DomParser::fail(const std::string& message) const {
-    throw ParseException(m_current, message, -1, -1, -1, -1);
+    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(EParseError::eventOutOfOrder);
 }
 
 }  // namespace ko::Orvid

@@ -82,44 +82,41 @@ std::string describeKey(const KeyNotFound& error) {
                     quoted(error.key()));
 }
 
-/// What path text makes of its faults, and how to say it.
-struct SPathFault {
-    std::string_view message;
-    const char* text;
-};
-const SPathFault k_pathFaults[] = {
-    {"Unexpexced EOF", "it ends where a key or an index is due"},
-    {"Unreadable index", "an index does not fit 32 bits"},
-    {"Index must be set!", "a lookup cannot follow \"[*]\", which names no item"},
-    {"Schema path must begin with meta.schema!", "it does not begin with meta.schema"},
-    {"\"properties\" or \"items\" expeced!",
-     "another key stands where \"properties\" or \"items\" is due"},
-    {"Schema path may not contain arrays!", "it has an index"},
-};
+/// The character, in quotes, that the message of a path's error shows.
+std::string shownCharacter(const std::string& message) {
+    const std::size_t quote = message.find('\'');
+    return quote == std::string::npos ? "a character" : message.substr(quote, 3);
+}
 
-constexpr std::string_view k_inPath = " in path at \"";
-constexpr std::string_view k_unexpected = "Unexpected character ";
-
-/// The fault of a path, without the parser's own state; empty when the message is none of a path.
-std::string pathFault(const std::string& message) {
-    const std::size_t end = message.rfind(k_inPath);
-    const std::string head = message.substr(0, end);
-    for (const SPathFault& fault : k_pathFaults) {
-        if (head == fault.message) {
-            return fault.text;
-        }
+/// What is wrong with a path, without the parser's own state; empty when the error is none of a
+/// path.
+std::string pathError(const ParseException& error) {
+    switch (error.code()) {
+        case EParseError::pathTruncated:
+            return "it ends where a key or an index is expected";
+        case EParseError::pathCharacter:
+            return shownCharacter(error.message()) + " may not stand there";
+        case EParseError::pathIndexRange:
+            return "an index does not fit 32 bits";
+        case EParseError::pathNoIndex:
+            return "a lookup cannot follow \"[*]\", which names no item";
+        case EParseError::schemaPathPrefix:
+            return "it does not begin with meta.schema";
+        case EParseError::schemaPathKeyword:
+            return "another key stands where \"properties\" or \"items\" is expected";
+        case EParseError::schemaPathIndex:
+            return "it has an index";
+        default:
+            return "";
     }
-    const bool isUnexpected =
-        end != std::string::npos && head.compare(0, k_unexpected.size(), k_unexpected) == 0;
-    return isUnexpected ? head.substr(k_unexpected.size()) + " may not stand there" : "";
 }
 
-bool isOfPointer(const std::string& message) {
-    return message.substr(0, message.find('"')).find("JSON Pointer") != std::string::npos;
+bool isOfPointer(EParseError code) {
+    return code == EParseError::pointerPrefix || code == EParseError::pointerEscape;
 }
 
-std::string describeFaultyPath(const ParseException& error, const std::string& fault) {
-    std::string text = "The path is at fault: " + fault;
+std::string describePathError(const ParseException& error, const std::string& reason) {
+    std::string text = "The path has an error: " + reason;
     if (error.lastColumn() >= 0) {
         text += ", at column " + std::to_string(error.lastColumn()) + " (counted from 0)";
     }
@@ -142,17 +139,17 @@ std::string trimmed(const std::string& text) {
 }
 
 std::string describeParse(const ParseException& error) {
-    const std::string fault = pathFault(error.message());
-    if (!fault.empty()) {
-        return describeFaultyPath(error, fault);
+    const std::string reason = pathError(error);
+    if (!reason.empty()) {
+        return describePathError(error, reason);
     }
-    if (isOfPointer(error.message())) {
+    if (isOfPointer(error.code())) {
         return error.message() + ": see column " + std::to_string(error.lastColumn()) +
                " (counted from 0)." + concerned(error);
     }
     const std::string place = placeOf(error);
     const std::string* const path = error.elementPath();
-    return "The text is at fault" + (place.empty() ? "" : " in " + place) +
+    return "The text has an error" + (place.empty() ? "" : " in " + place) +
            (path == nullptr ? "" : ", where " + elementText(*path) + " is read") + ": " +
            sentence(trimmed(error.message()));
 }

@@ -71,6 +71,17 @@ bool readIndex(const std::string& digits, unsigned int& index) {
     return !digits.empty() && isDigit(digits.front());
 }
 
+/// Reports an error to the listener; an exception that it throws of it gets the error's code.
+template<class Report>
+bool reportAs(EParseError code, const Report& report) {
+    try {
+        return report();
+    } catch (ParseException& error) {
+        error.withCode(code);
+        throw;
+    }
+}
+
 }  // namespace
 
 PathParserListener::~PathParserListener() = default;
@@ -185,7 +196,7 @@ bool PathParser::emitIndex(SState& s) {
     const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
     if (!isStar && !readIndex(s.token, index)) {
         std::string message = "Unreadable index";
-        parseError(s, message);
+        reportAs(EParseError::pathIndexRange, [&] { return parseError(s, message); });
     }
     s.tokenStart = s.position;
     s.token.clear();
@@ -225,7 +236,9 @@ bool PathParser::parseError(SState& s, char c) {
         message += c;
         message += '\'';
     }
-    return parseError(s, message);
+    const bool isEnd = c == k_pathEnd;
+    return reportAs(isEnd ? EParseError::pathTruncated : EParseError::pathCharacter,
+                    [&] { return parseError(s, message); });
 }
 
 namespace {

@@ -11,7 +11,9 @@ namespace ko::Orvid {
 
 namespace {
 
-[[noreturn]] void fail(const char* message) { throw ParseException(message, -1, -1, -1, -1); }
+[[noreturn]] void fail(const char* message, EParseError code) {
+    throw ParseException(message, -1, -1, -1, -1).withCode(code);
+}
 
 }  // namespace
 
@@ -43,13 +45,13 @@ bool FromSchemaPathConverter::cbObjectProperty(const std::string& key) {
 }
 
 bool FromSchemaPathConverter::cbArrayItem(unsigned int /*index*/) {
-    fail("Schema path may not contain arrays!");
+    fail("Schema path may not contain arrays!", EParseError::schemaPathIndex);
 }
 
 void FromSchemaPathConverter::acceptWord(const std::string& key, const std::string& word,
                                          EState following) {
     if (key != word) {
-        fail("Schema path must begin with meta.schema!");
+        fail("Schema path must begin with meta.schema!", EParseError::schemaPathPrefix);
     }
     m_state = following;
 }
@@ -61,7 +63,7 @@ void FromSchemaPathConverter::acceptSchemaStep(const std::string& key) {
         m_generator->genListItem(k_noIndex);
         m_state = esStep;
     } else {
-        fail("\"properties\" or \"items\" expeced!");
+        fail("\"properties\" or \"items\" expeced!", EParseError::schemaPathKeyword);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <ko/detail/NodeMemory.h>
 #include <ko/export.h>
 #include <ko/Orvid/CallbackParser.h>
+#include <ko/Orvid/Exception.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/types.h>
@@ -113,7 +114,7 @@ private:
     void readPiece(std::string_view piece);
     void handOn(std::string_view piece, std::size_t length);
     void refuseRepeated(std::string_view key);
-    [[noreturn]] void failAt(std::string_view piece, const std::string& message,
+    [[noreturn]] void failAt(std::string_view piece, const std::string& message, EParseError code,
                              std::uint64_t begin, std::uint64_t length);
     const Element* context() const;
     template<class Set>

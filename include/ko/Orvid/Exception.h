@@ -51,7 +51,26 @@ private:
     std::vector<std::unique_ptr<const std::string>> m_formerPaths;
 };
 
-/// Faulty text: a message and the span of the fault.
+/// What a ParseException is about, for programs; docs/errors.md has a row with an example for each.
+/// Values are only ever added at the end.
+enum class EParseError : int {
+    unspecified,        ///< thrown by a caller's code or by a listener of its own
+    syntax,             ///< the text is no JSON, in the words of the lenient reader
+    strictSyntax,       ///< the text is no JSON, in the words of the strict reader
+    eventOutOfOrder,    ///< a subclass of DomParser calls events in an order that makes no value
+    repeatedKey,        ///< a key stands twice in an object, which the options refuse
+    pathTruncated,      ///< a path ends where a key or an index is expected
+    pathCharacter,      ///< a character may not stand where it does in a path
+    pathIndexRange,     ///< an index of a path does not fit 32 bits
+    pathNoIndex,        ///< `[*]`, which names no item, in a lookup
+    schemaPathPrefix,   ///< a schema path does not begin with meta.schema
+    schemaPathKeyword,  ///< a schema path has another key than "properties" or "items"
+    schemaPathIndex,    ///< a schema path has an index
+    pointerPrefix,      ///< a JSON Pointer is not empty and does not begin with "/"
+    pointerEscape,      ///< a "~" in a JSON Pointer is not followed by 0 or 1
+};
+
+/// An error in a text: its code, a message and the span of the text that it concerns.
 class KO_API ParseException : public Exception {
 public:
     /// Lines and columns count from 1 in JSON text; a path's columns count from 0, its line is 1.
@@ -69,13 +88,17 @@ public:
     void generateWhat(std::string& out) const override;
     ParseException* clone() const override;
 
+    EParseError code() const { return m_code; }
+    /// Sets the code unless there is one already. Returns this exception.
+    ParseException& withCode(EParseError code);
+
     const std::string& message() const { return m_message; }
     int firstLine() const { return m_firstLine; }
     int firstColumn() const { return m_firstColumn; }
     int lastLine() const { return m_lastLine; }
     int lastColumn() const { return m_lastColumn; }
 
-    /// Sets the message and the span anew; the element context stays.
+    /// Sets the message and the span anew; the element context and the code stay.
     void init(const std::string& message, int firstLine, int firstColumn, int lastLine,
               int lastColumn);
 
@@ -85,6 +108,7 @@ private:
     int m_firstColumn;
     int m_lastLine;
     int m_lastColumn;
+    EParseError m_code = EParseError::unspecified;
 };
 
 }  // namespace ko::Orvid

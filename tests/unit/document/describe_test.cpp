@@ -74,23 +74,24 @@ TEST(Describe, tells_what_is_wrong_with_a_path) {
         return sentenceOf([&] { Path::toSchemaPath(path); });
     };
     EXPECT_EQ(ofPath("a..b"),
-              "The path is at fault: '.' may not stand there, at column 2 (counted from 0).");
+              "The path has an error: '.' may not stand there, at column 2 (counted from 0).");
     EXPECT_EQ(ofPath("a[1"),
-              "The path is at fault: it ends where a key or an index is due, at "
+              "The path has an error: it ends where a key or an index is expected, at "
               "column 3 (counted from 0).");
     EXPECT_EQ(
         ofPath("a[4294967296]"),
-        "The path is at fault: an index does not fit 32 bits, at column 12 (counted from 0).");
+        "The path has an error: an index does not fit 32 bits, at column 12 (counted from 0).");
     EXPECT_EQ(ofPath("a[ in path at \"]"),
-              "The path is at fault: ' ' may not stand there, at column 2 (counted from 0).");
+              "The path has an error: ' ' may not stand there, at column 2 (counted from 0).");
     EXPECT_EQ(sentenceOf([] { Element().get("[*]"); }),
-              "The path is at fault: a lookup cannot follow \"[*]\", which names no item.");
+              "The path has an error: a lookup cannot follow \"[*]\", which names no item.");
     EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("a"); }),
-              "The path is at fault: it does not begin with meta.schema.");
-    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("meta.schema.a"); }),
-              "The path is at fault: another key stands where \"properties\" or \"items\" is due.");
+              "The path has an error: it does not begin with meta.schema.");
+    EXPECT_EQ(
+        sentenceOf([] { Path::fromSchemaPath("meta.schema.a"); }),
+        "The path has an error: another key stands where \"properties\" or \"items\" is expected.");
     EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("meta.schema[0]"); }),
-              "The path is at fault: it has an index.");
+              "The path has an error: it has an index.");
     EXPECT_EQ(sentenceOf([] { ko::Orvid::JsonPointer("/a~"); }),
               "In a JSON Pointer \"~\" must be followed by 0 or 1: see column 3 (counted from 0).");
 }
@@ -101,18 +102,18 @@ TEST(Describe, tells_the_place_and_the_element_of_faulty_text) {
         return sentenceOf([&] { ko::Orvid::DomParser(options).parse(root, std::string(text)); });
     };
     EXPECT_EQ(ofText("{\"a\":\n  [1, 2]", ko::Orvid::ReadOptions::strict()),
-              "The text is at fault in line 2, column 9, where the root is read: "
+              "The text has an error in line 2, column 9, where the root is read: "
               "The text ends before the document is complete.");
     EXPECT_EQ(ofText("{\"a\":\n  {\"b\": 1, \"b\": 2}}", ko::Orvid::ReadOptions::strict()),
-              "The text is at fault in line 2, column 12, where the element \"a\" is read: "
+              "The text has an error in line 2, column 12, where the element \"a\" is read: "
               "Repeated key \"b\".");
     const std::string lenient = ofText("[1, ]", ko::Orvid::ReadOptions());
     EXPECT_EQ(lenient.substr(0, lenient.find('\n')),
-              "The text is at fault, where the root is read: Parse error: unallowed token at this "
+              "The text has an error, where the root is read: Parse error: unallowed token at this "
               "point in JSON text");
     EXPECT_EQ(describe(ParseException("bad", 3, -1, -1, -1)),
-              "The text is at fault in line 3: Bad.");
-    EXPECT_EQ(describe(ParseException("bad", -1, -1, -1, -1)), "The text is at fault: Bad.");
+              "The text has an error in line 3: Bad.");
+    EXPECT_EQ(describe(ParseException("bad", -1, -1, -1, -1)), "The text has an error: Bad.");
 }
 
 template<class T>

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+//
+// The code of each error in a text: one row for each code that the library gives.
+
+#include <gtest/gtest.h>
+#include <ko/Orvid.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "support/Document.h"
+
+namespace {
+
+using ko::Orvid::DomParser;
+using ko::Orvid::Element;
+using ko::Orvid::EParseError;
+using ko::Orvid::JsonPointer;
+using ko::Orvid::ParseException;
+using ko::Orvid::Path;
+using orvid_test::thrownBy;
+
+struct SRow {
+    const char* why;
+    std::function<void()> action;
+    EParseError code;
+};
+
+void parseAs(const std::string& text, const ko::Orvid::ReadOptions& options) {
+    Element root;
+    DomParser(options).parse(root, text);
+}
+
+/// Calls an event of the tree builder out of order.
+struct OutOfOrder : DomParser {
+    void run() {
+        Element root;
+        parse(root, std::string("1"));
+        cb_end_map();
+    }
+};
+
+const std::vector<SRow>& rows() {
+    static const std::vector<SRow> all{
+        {"a value is missing", [] { parseAs("[1, ]", {}); }, EParseError::syntax},
+        {"an object ends where none is open", [] { OutOfOrder().run(); },
+         EParseError::eventOutOfOrder},
+        {"a step is empty", [] { Path::toSchemaPath("a..b"); }, EParseError::pathCharacter},
+        {"a bracket stays open", [] { Path::toSchemaPath("a[1"); }, EParseError::pathTruncated},
+        {"an index needs 33 bits", [] { Path::toSchemaPath("a[4294967296]"); },
+         EParseError::pathIndexRange},
+        {"a lookup names no item", [] { Element().get("[*]"); }, EParseError::pathNoIndex},
+        {"a data path is given", [] { Path::fromSchemaPath("a"); }, EParseError::schemaPathPrefix},
+        {"an unknown keyword", [] { Path::fromSchemaPath("meta.schema.a"); },
+         EParseError::schemaPathKeyword},
+        {"a schema path has an index", [] { Path::fromSchemaPath("meta.schema[0]"); },
+         EParseError::schemaPathIndex},
+        {"a pointer begins with a letter", [] { JsonPointer("a"); }, EParseError::pointerPrefix},
+        {"a tilde is alone", [] { JsonPointer("/a~"); }, EParseError::pointerEscape},
+    };
+    return all;
+}
+
+TEST(ErrorCodes, name_what_a_parse_error_is_about) {
+    for (const SRow& row : rows()) {
+        EXPECT_EQ(thrownBy<ParseException>(row.action).code(), row.code) << row.why;
+    }
+}
+
+TEST(ErrorCodes, stay_with_copies_and_assignments) {
+    const auto error = thrownBy<ParseException>([] { JsonPointer("a"); });
+    ParseException other("mine", -1, -1, -1, -1);
+    EXPECT_EQ(other.code(), EParseError::unspecified);
+    other = error;
+    EXPECT_EQ(other.code(), EParseError::pointerPrefix);
+    EXPECT_EQ(ParseException(error).code(), EParseError::pointerPrefix);
+}
+
+TEST(ErrorCodes, are_set_once) {
+    ParseException error("mine", -1, -1, -1, -1);
+    error.withCode(EParseError::syntax).withCode(EParseError::repeatedKey);
+    EXPECT_EQ(error.code(), EParseError::syntax);
+}
+
+}  // namespace
