@@ -8,9 +8,11 @@
 
 #include <vector>
 
+#include "tree/Position.h"
+
 namespace ko::Orvid {
 
-/// Calls `object(key)` or `array(index)` for each step from `relativeTo`, where that is a proper
+/// Calls `object(key)` or `array(position)` for each step from `relativeTo`, where that is a proper
 /// ancestor, or else from the root, down to the element.
 template<class ObjectStep, class ArrayStep>
 void walkDown(const Element& element, const Element* relativeTo, const ObjectStep& object,
@@ -27,7 +29,7 @@ void walkDown(const Element& element, const Element* relativeTo, const ObjectSte
         if (parentType == etObject) {
             object((*step)->memberKey());
         } else if (parentType == etArray) {
-            array((*step)->index());
+            array(positionOf(**step));
         }
     }
 }

@@ -170,10 +170,12 @@ public:
     /// The element whose container holds this one; null for a root or a free-standing element.
     Element* parent() noexcept { return m_link == nullptr ? nullptr : m_link->parent; }
     const Element* parent() const noexcept { return m_link == nullptr ? nullptr : m_link->parent; }
-    /// The 0-based position in the parent array; meaningful only while the parent is an array.
+    /// The 0-based position in the parent array as it was last set; meaningful only while the
+    /// parent is an array. Items of a copied array report 0 until Array::updateVector() or
+    /// setParent() runs; path() names their true place all the same.
     unsigned int index() const noexcept { return m_index; }
-    /// The step from the parent to this element: the key, unescaped, in an object, `[index]` in an
-    /// array, empty without a parent.
+    /// The step from the parent to this element: the key, unescaped, in an object, `[index()]` in
+    /// an array, empty without a parent.
     std::string key() const;
     /// The key under which this element sits in its parent object; empty otherwise. The reference
     /// lives as long as the element stays where it is.
@@ -185,7 +187,8 @@ public:
     const Element* root() const noexcept;
 
     /// The path text of this element: from `relativeTo` where that is a proper ancestor, or else
-    /// from the root. Empty for a root.
+    /// from the root. Empty for a root. Names the place where the element is, also where index()
+    /// reports another one; then each such step costs a search of its array.
     std::string path(const Element* relativeTo = nullptr) const;
     std::ostream& path(std::ostream& out, const Element* relativeTo = nullptr) const;
     /// The path of this element's description in the schema, which always begins `meta.schema`.

@@ -20,6 +20,9 @@ namespace orvid_test {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
+using ko::Orvid::makeArray;
+using ko::Orvid::makeObject;
 using ko::Orvid::Path;
 
 /// The path in all forms, which must agree.
@@ -175,14 +178,67 @@ TEST(ElementPath, of_a_copy_is_that_of_a_root) {
     EXPECT_EQ(pathOf(copy.get("b")), "b");
 }
 
-TEST(ElementPath, does_not_search_the_containers) {
-    // The copied items of an array report index 0 until their array is updated.
-    Document document("[1, 2, 3]");
+TEST(ElementPath, names_the_true_place_where_copied_items_report_the_index_0) {
+    const Document document(R"([1, {"a": [2, [3, 4]]}, 5])");
     Element copy(document.root);
-    EXPECT_EQ(pathOf(copy.array()[2]), "[0]");
-    EXPECT_EQ(copy.array()[2].key(), "[0]");
+    const Element& last = copy.array()[1].object().begin()->second.array()[1].array()[1];
+    EXPECT_EQ(last.index(), 0U);
+    EXPECT_EQ(last.key(), "[0]");
+    EXPECT_EQ(pathOf(last), "[1].a[1][1]");
+    EXPECT_EQ(pathOf(last, &copy.get("[1].a")), "[1][1]");
+    EXPECT_EQ(schemaPathOf(last), "meta.schema.items.properties.a.items.items");
+    EXPECT_EQ(JsonPointer::of(last).str(), "/1/a/1/1");
+    EXPECT_EQ(&copy.get(last.path()), &last);
+    CHECK_LINKS_AFTER_COPY(copy);
     copy.array().updateVector();
     EXPECT_EQ(pathOf(copy.array()[2]), "[2]");
+    EXPECT_EQ(copy.array()[2].index(), 2U);
+}
+
+TEST(ElementPath, names_the_true_place_below_each_kind_of_copy) {
+    const Document items("[1, 2, 3]");
+    const auto lastPath = [](Element& tree, const char* where) {
+        const Element& last = tree.get(where).array()[2];
+        EXPECT_EQ(last.index(), 0U) << where;
+        EXPECT_EQ(&tree.get(last.path()), &last) << where;
+        CHECK_LINKS_AFTER_COPY(tree);
+        return last.path();
+    };
+    Document doc(R"({"old": [0], "list": []})");
+    Element& root = doc.root;
+    root.insert("inserted", items.root);
+    root.create("made.here", items.root);
+    root.update("old", items.root);
+    root.tryUpdate("tried", items.root);
+    root.get("list").array().push_back(items.root);
+    EXPECT_EQ(lastPath(root, "inserted"), "inserted[2]");
+    EXPECT_EQ(lastPath(root, "made.here"), "made.here[2]");
+    EXPECT_EQ(lastPath(root, "old"), "old[2]");
+    EXPECT_EQ(lastPath(root, "tried"), "tried[2]");
+    EXPECT_EQ(lastPath(root, "list[0]"), "list[0][2]");
+    Element built = makeObject({{"a", items.root}});
+    EXPECT_EQ(lastPath(built, "a"), "a[2]");
+    root.get("old") = makeArray({items.root, items.root});
+    EXPECT_EQ(lastPath(root, "old[1]"), "old[1][2]");
+}
+
+TEST(ElementPath, of_an_error_names_the_true_place) {
+    const Document items("[1, {}, \"text\"]");
+    const Element copy(items.root);
+    const auto error =
+        thrownBy<ko::Orvid::TypeException<ko::Orvid::EType>>([&] { copy.array()[2].number(); });
+    ASSERT_NE(error.elementPath(), nullptr);
+    EXPECT_EQ(*error.elementPath(), "[2]");
+    const auto missing = thrownBy<ko::Orvid::PathNotFound>([&] { copy.array()[1].get("a"); });
+    ASSERT_NE(missing.elementPath(), nullptr);
+    EXPECT_EQ(*missing.elementPath(), "[1]");
+    EXPECT_NE(ko::Orvid::describe(missing).find("[1]"), std::string::npos);
+}
+
+TEST(ElementPath, of_an_item_that_its_parent_no_longer_holds_is_the_one_it_had) {
+    Document doc(R"({"a": [1, 2], "b": [3, 4, 5]})");
+    doc.root.get("a").array().swap(doc.root.get("b").array());
+    EXPECT_EQ(doc.root.get("b").array()[1].path(), "a[1]");
 }
 
 TEST(ElementPath, goes_on_behind_what_the_stream_holds) {
