@@ -2,8 +2,6 @@
 //
 // The command orvid: reads, edits and writes JSON documents in which nothing may be lost.
 
-#include <CLI/CLI.hpp>
-
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -11,11 +9,11 @@
 #include <csignal>
 #include <exception>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "call/CommandLine.h"
 #include "call/Options.h"
 #include "call/Verb.h"
 #include "output/Output.h"
@@ -44,113 +42,66 @@ void occupyStandardDescriptors() {
     }
 }
 
-const CLI::App* givenVerb(const CLI::App& app) {
-    const std::vector<const CLI::App*> verbs = app.get_subcommands({});
-    const auto given = std::find_if(verbs.begin(), verbs.end(),
-                                    [](const CLI::App* verb) { return verb->parsed(); });
-    return given == verbs.end() ? nullptr : *given;
+using TVerbs = std::vector<std::unique_ptr<Verb>>;
+
+/// The verb that the call names; null when there is none of that name.
+Verb* verbOf(const TVerbs& verbs, const std::string& name) {
+    const auto found = std::find_if(verbs.begin(), verbs.end(),
+                                    [&name](const auto& verb) { return verb->name() == name; });
+    return found == verbs.end() ? nullptr : found->get();
 }
 
-Failure misuse(const CLI::App& app, const std::string& text) {
-    const CLI::App* const verb = givenVerb(app);
-    const std::string name = verb == nullptr ? "" : " " + verb->get_name();
+Failure misuse(const std::string& verb, const std::string& text) {
+    const std::string name = verb.empty() ? "" : " " + verb;
     return {ExitStatus::usage, text + "; see orvid" + name + " --help"};
 }
 
-/// CLI11 takes a word in brackets for a list. Such words, which are paths here, are marked before
-/// it sees them, and the mark is taken away again when it has.
-constexpr char k_mark = '\x01';
-
-std::string marked(const std::string& word) {
-    const bool isList = !word.empty() && word.front() == '[' && word.back() == ']';
-    const bool hasMark = !word.empty() && word.front() == k_mark;
-    return isList || hasMark ? k_mark + word : word;
-}
-
-std::string unmarked(const std::string& word) {
-    return !word.empty() && word.front() == k_mark ? word.substr(1) : word;
-}
-
-/// The words behind the command's name, the last first, as CLI11 wants them.
-std::vector<std::string> markedWords(int argc, char** argv) {
-    std::vector<std::string> words;
-    for (int i = argc - 1; i > 0; --i) {
-        words.push_back(marked(argv[i]));
-    }
-    return words;
-}
-
-using TVerbs = std::vector<std::unique_ptr<Verb>>;
-
-/// Adds the verbs by their names, and what `given` takes, which is the first word of the call.
-void addVerbs(CLI::App& app, const TVerbs& verbs, const std::string& given, SCall& call) {
-    for (const auto& verb : verbs) {
-        CLI::App* const sub = app.add_subcommand(verb->name(), verb->help());
-        if (verb->name() != given) {
-            continue;
-        }
-        verb->addWords(*sub, call);
-        orvid_tool::addErrors(*sub, call);
-        for (CLI::Option* const option : sub->get_options()) {
-            option->transform(&unmarked);
-        }
-        sub->footer(std::string("Examples:\n") + verb->examples());
-    }
-}
-
-Verb& verbOf(const TVerbs& verbs, const CLI::App& app) {
-    const std::string name = givenVerb(app)->get_name();
-    return **std::find_if(verbs.begin(), verbs.end(),
-                          [&name](const auto& verb) { return verb->name() == name; });
-}
-
 /// The first word names the verb, or asks for what the command tells of itself.
-void requireVerb(const TVerbs& verbs, const std::vector<std::string>& words) {
-    if (words.empty()) {
-        throw Failure(ExitStatus::usage, "a verb is required; see orvid --help");
-    }
-    const std::string& word = words.front();
-    const bool isKnown = std::any_of(verbs.begin(), verbs.end(),
-                                     [&word](const auto& verb) { return verb->name() == word; });
-    if (isKnown || word == "-h" || word == "--help" || word == "--version") {
+void requireVerb(const Verb* verb, const orvid_tool::CommandLine& line) {
+    const std::string word = line.verb();
+    if (verb != nullptr || line.isRequest()) {
         return;
     }
-    const std::string text = word.empty() || word.front() != '-'
-                                 ? "there is no verb \"" + word + "\""
-                                 : "a verb stands before its options";
-    throw Failure(ExitStatus::usage, text + "; see orvid --help");
+    if (line.isEmpty()) {
+        throw misuse("", "a verb is required");
+    }
+    const bool isOption = !word.empty() && word.front() == '-';
+    throw misuse(
+        "", isOption ? "a verb stands before its options" : "there is no verb \"" + word + "\"");
 }
 
-void writeHelp(const CLI::App& app, const CLI::ParseError& request, orvid_tool::Output& out) {
-    std::ostringstream text;
-    app.exit(request, text, text);
-    out.write(text.str());
+/// Lists the verbs, and declares what `given`, which may be null, takes.
+void declare(const TVerbs& verbs, Verb* given, orvid_tool::CommandLine& line, SCall& call) {
+    for (const auto& verb : verbs) {
+        if (verb.get() != given) {
+            line.list(verb->name(), verb->help());
+            continue;
+        }
+        orvid_tool::Words words = line.take(verb->name(), verb->help(), verb->examples());
+        verb->addWords(words, call);
+        orvid_tool::addErrors(words, call);
+    }
 }
 
 ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& out) {
-    CLI::App app("Read, edit and write JSON documents in which nothing may be lost", "orvid");
-    app.set_version_flag("--version", "orvid " ORVID_VERSION);
-    app.require_subcommand(1);
-    app.footer(k_about);
+    orvid_tool::CommandLine line(argc, argv, k_about);
     SCall call;
     const TVerbs verbs = orvid_tool::allVerbs();
-    requireVerb(verbs, {argv + 1, argv + argc});
-    addVerbs(app, verbs, argv[1], call);
+    Verb* const verb = verbOf(verbs, line.verb());
+    requireVerb(verb, line);
+    declare(verbs, verb, line, call);
     try {
-        app.parse(markedWords(argc, argv));
-        verbOf(verbs, app).prepare(call);
-        settleOptions(call);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
-            throw misuse(app, error.what());
+        if (const auto help = line.read()) {
+            out.write(*help);
+            return ExitStatus::done;
         }
-        writeHelp(app, error, out);
-        return ExitStatus::done;
-    } catch (const orvid_tool::Misuse& fault) {
-        throw misuse(app, fault.what());
+        verb->prepare(call);
+        settleOptions(call);
+    } catch (const orvid_tool::Misuse& error) {
+        throw misuse(verb == nullptr ? "" : verb->name(), error.what());
     }
     const orvid_tool::Progress progress;
-    return verbOf(verbs, app).run(call, report, out);
+    return verb->run(call, report, out);
 }
 
 /// The same with the failures that end the run reported. What was written before them still goes

@@ -42,88 +42,84 @@ std::size_t byteCount(const std::string& text) {
     constexpr std::size_t mostDigits = 10;
     const std::string number = text.substr(0, digits);
     if (number.empty() || number.length() > mostDigits || (!unit.empty() && found == units.end())) {
-        throw CLI::ValidationError("--max-line", "no number of bytes: " + text);
+        throw Misuse("--max-line: no number of bytes: " + text);
     }
     const std::uint64_t bytes = std::stoull(number) << (unit.empty() ? 0 : found->second);
     constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
     if (bytes == 0 || bytes > most) {
-        throw CLI::ValidationError("--max-line", "must be from 1 to 2147483647: " + text);
+        throw Misuse("--max-line: must be from 1 to 2147483647: " + text);
     }
     return static_cast<std::size_t>(bytes);
 }
 
 }  // namespace
 
-void addFiles(CLI::App& app, SCall& call) {
-    app.add_option("FILE", call.files, "the documents; - or none is standard input");
+void addFiles(Words& words, SCall& call) {
+    words.several("FILE", call.files, "the documents; - or none is standard input");
 }
 
-void addLayout(CLI::App& app, SCall& call) {
+void addLayout(Words& words, SCall& call) {
     ko::Orvid::WriteOptions& options = call.layout.options;
-    app.add_option_function<std::size_t>(
-           "--indent", [&options](std::size_t blanks) { options.indent.assign(blanks, ' '); },
-           "blanks for each level, 4 unless told; 0 is --compact")
-        ->type_name("N")
-        ->check(CLI::Range(0U, k_mostIndent));
-    app.add_flag_callback(
+    words.number(
+        "--indent", [&options](std::size_t blanks) { options.indent.assign(blanks, ' '); }, 0,
+        k_mostIndent, "N", "blanks for each level, 4 unless told; 0 is --compact");
+    words.flag(
         "--tab", [&options] { options.indent = "\t"; }, "indent by tabs");
-    app.add_flag_callback(
+    words.flag(
         "--compact", [&options] { options.indent.clear(); }, "write each value on one line");
-    app.add_flag("--sort-keys", options.sortKeys, "write members in the order of their keys");
-    app.add_flag("--ascii", options.asciiOnly, "write other characters as \\uXXXX");
-    app.add_option_function<std::string>(
-           "--color", [&call](const std::string& when) { setColor(call, when); },
-           "auto (on a terminal, unless NO_COLOR is set), always or never")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({"auto", "always", "never"}));
+    words.flag("--sort-keys", options.sortKeys, "write members in the order of their keys");
+    words.flag("--ascii", options.asciiOnly, "write other characters as \\uXXXX");
+    words.choice(
+        "--color", {"auto", "always", "never"},
+        [&call](const std::string& when) { setColor(call, when); }, "WHEN",
+        "auto (on a terminal, unless NO_COLOR is set), always or never");
     call.layout.isColored = isColorWanted();
 }
 
-void addInPlace(CLI::App& app, SCall& call) {
-    app.add_flag("-i,--in-place", call.isInPlace,
-                 "write the result into the file, all of it or nothing");
+void addInPlace(Words& words, SCall& call) {
+    words.flag("-i,--in-place", call.isInPlace,
+               "write the result into the file, all of it or nothing");
 }
 
-void addRaw(CLI::App& app, SCall& call) {
-    app.add_flag("--raw", call.isRaw, "write a string without quotes and escapes");
+void addRaw(Words& words, SCall& call) {
+    words.flag("--raw", call.isRaw, "write a string without quotes and escapes");
 }
 
-void addSchema(CLI::App& app, SCall& call) {
-    app.add_option("--schema", call.schemaFile,
-                   "the schema for documents that carry none in meta.schema")
-        ->type_name("FILE");
+void addSchema(Words& words, SCall& call) {
+    words.option("--schema", call.schemaFile, "FILE",
+                 "the schema for documents that carry none in meta.schema");
 }
 
-void addLines(CLI::App& app, SCall& call) {
+void addLines(Words& words, SCall& call) {
     static const std::map<std::string, EOnError> choices{{"stop", EOnError::stop},
                                                          {"skip", EOnError::skip},
                                                          {"passthrough", EOnError::passthrough},
                                                          {"null", EOnError::null}};
     SLines& lines = call.lines;
-    CLI::Option* const isOn = app.add_flag(
-        "--lines", lines.isOn, "take every line for a document, write one line for each");
-    app.add_option("-j,--jobs", lines.threads, "with --lines: work with N threads, order kept")
-        ->needs(isOn)
-        ->type_name("N")
-        ->check(CLI::Range(1U, k_mostThreads));
-    app.add_option_function<std::string>(
-           "--on-error",
-           [&lines](const std::string& choice) { lines.onError = choices.at(choice); },
-           "with --lines: stop (unless told), skip, passthrough or null for a line that fails")
-        ->needs(isOn)
-        ->type_name("WHAT")
-        ->check(CLI::IsMember({"stop", "skip", "passthrough", "null"}));
-    app.add_option_function<std::string>(
-           "--max-line", [&lines](const std::string& text) { lines.longest = byteCount(text); },
-           "with --lines: the longest line in bytes, 1G unless told")
-        ->needs(isOn)
-        ->type_name("SIZE");
-    app.add_flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error")
-        ->needs(isOn);
+    words.flag("--lines", lines.isOn, "take every line for a document, write one line for each");
+    words
+        .number(
+            "-j,--jobs",
+            [&lines](std::size_t count) { lines.threads = static_cast<unsigned int>(count); }, 1,
+            k_mostThreads, "N", "with --lines: work with N threads, order kept")
+        .needs("--lines");
+    words
+        .choice(
+            "--on-error", {"stop", "skip", "passthrough", "null"},
+            [&lines](const std::string& choice) { lines.onError = choices.at(choice); }, "WHAT",
+            "with --lines: stop (unless told), skip, passthrough or null for a line that fails")
+        .needs("--lines");
+    words
+        .option(
+            "--max-line", [&lines](const std::string& text) { lines.longest = byteCount(text); },
+            "SIZE", "with --lines: the longest line in bytes, 1G unless told")
+        .needs("--lines");
+    words.flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error")
+        .needs("--lines");
 }
 
-void addErrors(CLI::App& app, SCall& call) {
-    app.add_flag("--json-errors", call.hasJsonErrors, "write errors as JSON, one a line");
+void addErrors(Words& words, SCall& call) {
+    words.flag("--json-errors", call.hasJsonErrors, "write errors as JSON, one a line");
 }
 
 void settleOptions(SCall& call) {

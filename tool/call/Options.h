@@ -4,26 +4,25 @@
 
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include "call/Call.h"
+#include "call/Words.h"
 
 namespace orvid_tool {
 
 /// FILE...
-void addFiles(CLI::App& app, SCall& call);
+void addFiles(Words& words, SCall& call);
 /// --indent, --tab, --compact, --sort-keys, --ascii, --color
-void addLayout(CLI::App& app, SCall& call);
+void addLayout(Words& words, SCall& call);
 /// -i
-void addInPlace(CLI::App& app, SCall& call);
+void addInPlace(Words& words, SCall& call);
 /// --raw
-void addRaw(CLI::App& app, SCall& call);
+void addRaw(Words& words, SCall& call);
 /// --schema
-void addSchema(CLI::App& app, SCall& call);
+void addSchema(Words& words, SCall& call);
 /// --lines and what belongs to it
-void addLines(CLI::App& app, SCall& call);
+void addLines(Words& words, SCall& call);
 /// --json-errors
-void addErrors(CLI::App& app, SCall& call);
+void addErrors(Words& words, SCall& call);
 
 /// Looks at what only the options together tell, and settles what the options left open. Throws
 /// Misuse.

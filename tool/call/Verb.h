@@ -5,13 +5,12 @@
 
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "call/Call.h"
+#include "call/Words.h"
 #include "input/Document.h"
 #include "output/Bytes.h"
 
@@ -28,7 +27,7 @@ public:
     /// Calls as a user would type them, one a line.
     virtual const char* examples() const = 0;
     /// Adds the words and options that the verb takes.
-    virtual void addWords(CLI::App& app, SCall& call) = 0;
+    virtual void addWords(Words& words, SCall& call) = 0;
     /// Looks at the words before any document is read. Throws Misuse or Failure.
     virtual void prepare(SCall& call);
     /// Does it. Failures that do not end the run are reported; the highest status is returned.

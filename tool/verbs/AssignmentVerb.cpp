@@ -10,12 +10,12 @@
 
 namespace orvid_tool {
 
-void AssignmentVerb::addWords(CLI::App& app, SCall& call) {
-    app.add_option("WORDS", m_words,
-                   "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
-    addLayout(app, call);
-    addInPlace(app, call);
-    addLines(app, call);
+void AssignmentVerb::addWords(Words& words, SCall& call) {
+    words.several("WORDS", m_words,
+                  "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
+    addLayout(words, call);
+    addInPlace(words, call);
+    addLines(words, call);
 }
 
 void AssignmentVerb::prepare(SCall& call) {

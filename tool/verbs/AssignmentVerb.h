@@ -14,7 +14,7 @@ namespace orvid_tool {
 
 class AssignmentVerb : public DocumentVerb {
 public:
-    void addWords(CLI::App& app, SCall& call) override;
+    void addWords(Words& words, SCall& call) override;
     void prepare(SCall& call) override;
 
 protected:

@@ -31,10 +31,10 @@ public:
                "  orvid check --lines --on-error=skip --stats <records.jsonl";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        addFiles(app, call);
-        app.add_flag("--no-comments", m_isCommentFault, "take comments for faults");
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        addFiles(words, call);
+        words.flag("--no-comments", m_isCommentFault, "take comments for faults");
+        addLines(words, call);
     }
 
 private:

@@ -68,13 +68,13 @@ public:
                "  orvid defaults --fill --schema schema.json -i settings.json";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        addFiles(app, call);
-        app.add_flag("--fill", m_isFilling, "write the document with the defaults in it");
-        addSchema(app, call);
-        addLayout(app, call);
-        addInPlace(app, call);
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        addFiles(words, call);
+        words.flag("--fill", m_isFilling, "write the document with the defaults in it");
+        addSchema(words, call);
+        addLayout(words, call);
+        addInPlace(words, call);
+        addLines(words, call);
     }
 
     void prepare(SCall& call) override {

@@ -24,10 +24,10 @@ public:
                "  orvid diff --compact old.json new.json >change.json";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("FROM", m_from, "the first document; - is standard input")->required();
-        app.add_option("TO", m_to, "the second document; - is standard input")->required();
-        addLayout(app, call);
+    void addWords(Words& words, SCall& call) override {
+        words.required("FROM", m_from, "the first document; - is standard input");
+        words.required("TO", m_to, "the second document; - is standard input");
+        addLayout(words, call);
     }
 
     void prepare(SCall& /*call*/) override {

@@ -27,18 +27,16 @@ public:
                "  orvid find '' 3 <numbers.json";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("ITEMPATH", m_itemPath,
-                       "where in an item the value is; empty for the item itself")
-            ->required();
-        app.add_option("JSON", m_json, "the value, as JSON text")->required();
-        addFiles(app, call);
-        app.add_option("--in", m_arrayPath, "the array, the document's root unless told")
-            ->type_name("PATH");
-        app.add_flag("--path", m_isPathWanted, "write the item's path and not the item");
-        addRaw(app, call);
-        addLayout(app, call);
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        words.required("ITEMPATH", m_itemPath,
+                       "where in an item the value is; empty for the item itself");
+        words.required("JSON", m_json, "the value, as JSON text");
+        addFiles(words, call);
+        words.option("--in", m_arrayPath, "PATH", "the array, the document's root unless told");
+        words.flag("--path", m_isPathWanted, "write the item's path and not the item");
+        addRaw(words, call);
+        addLayout(words, call);
+        addLines(words, call);
     }
 
     void prepare(SCall& /*call*/) override { readArgument("JSON", m_json, m_value); }

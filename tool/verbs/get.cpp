@@ -26,15 +26,15 @@ public:
                "  orvid get --lines --raw -j 4 --on-error=skip user.name <records.jsonl";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("PATH", m_path, "a path such as a.b[3].c")->required();
-        addFiles(app, call);
-        app.add_flag("--default", m_isDefaultUsed,
-                     "where the data has no value, write the schema's default");
-        addSchema(app, call);
-        addRaw(app, call);
-        addLayout(app, call);
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        words.required("PATH", m_path, "a path such as a.b[3].c");
+        addFiles(words, call);
+        words.flag("--default", m_isDefaultUsed,
+                   "where the data has no value, write the schema's default");
+        addSchema(words, call);
+        addRaw(words, call);
+        addLayout(words, call);
+        addLines(words, call);
     }
 
     void prepare(SCall& call) override {

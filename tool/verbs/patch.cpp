@@ -17,12 +17,12 @@ using ko::Orvid::PatchException;
 
 class Change : public DocumentVerb {
 public:
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("PATCH", m_file, "the change; - is standard input")->required();
-        addFiles(app, call);
-        addLayout(app, call);
-        addInPlace(app, call);
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        words.required("PATCH", m_file, "the change; - is standard input");
+        addFiles(words, call);
+        addLayout(words, call);
+        addInPlace(words, call);
+        addLines(words, call);
     }
 
     void prepare(SCall& call) override {

@@ -25,11 +25,11 @@ public:
                "  orvid paths --json-pointer settings.json";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        addFiles(app, call);
-        app.add_flag("--json-pointer", m_isPointer, "write JSON Pointers, such as /a/b/3/c");
-        app.add_flag("--ascii", call.layout.options.asciiOnly,
-                     "write other characters of values as \\uXXXX");
+    void addWords(Words& words, SCall& call) override {
+        addFiles(words, call);
+        words.flag("--json-pointer", m_isPointer, "write JSON Pointers, such as /a/b/3/c");
+        words.flag("--ascii", call.layout.options.asciiOnly,
+                   "write other characters of values as \\uXXXX");
     }
 
 private:

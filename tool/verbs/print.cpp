@@ -20,13 +20,12 @@ public:
                "  orvid print --lines --sort-keys <records.jsonl";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        addFiles(app, call);
-        app.add_flag("--meta", call.hasMeta,
-                     "write the member \"meta\" too; --in-place always does");
-        addLayout(app, call);
-        addInPlace(app, call);
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        addFiles(words, call);
+        words.flag("--meta", call.hasMeta, "write the member \"meta\" too; --in-place always does");
+        addLayout(words, call);
+        addInPlace(words, call);
+        addLines(words, call);
     }
 
 private:

@@ -40,15 +40,13 @@ public:
                "  orvid remove --lines --on-error=passthrough user.email <records.jsonl";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        app.add_option("PATH", m_path, "a path such as a.b[3].c")->required();
-        addFiles(app, call);
-        app.add_option("--also", m_paths, "a further path, removed after those before it")
-            ->type_name("PATH")
-            ->allow_extra_args(false);
-        addLayout(app, call);
-        addInPlace(app, call);
-        addLines(app, call);
+    void addWords(Words& words, SCall& call) override {
+        words.required("PATH", m_path, "a path such as a.b[3].c");
+        addFiles(words, call);
+        words.repeated("--also", m_paths, "PATH", "a further path, removed after those before it");
+        addLayout(words, call);
+        addInPlace(words, call);
+        addLines(words, call);
     }
 
     void prepare(SCall& /*call*/) override { m_paths.insert(m_paths.begin(), m_path); }

@@ -19,8 +19,8 @@ public:
     const char* help() const override { return "Write the schema path of a data path"; }
     const char* examples() const override { return "  orvid schema-path 'servers[7].port'"; }
 
-    void addWords(CLI::App& app, SCall& /*call*/) override {
-        app.add_option("PATH", m_path, "a path such as a.b[3].c")->required();
+    void addWords(Words& words, SCall& /*call*/) override {
+        words.required("PATH", m_path, "a path such as a.b[3].c");
     }
 
     ExitStatus run(const SCall& /*call*/, const Report& /*report*/, Output& out) const override {
@@ -40,8 +40,8 @@ public:
         return "  orvid data-path meta.schema.properties.servers.items.properties.port";
     }
 
-    void addWords(CLI::App& app, SCall& /*call*/) override {
-        app.add_option("SCHEMAPATH", m_path, "a path below meta.schema")->required();
+    void addWords(Words& words, SCall& /*call*/) override {
+        words.required("SCHEMAPATH", m_path, "a path below meta.schema");
     }
 
     ExitStatus run(const SCall& /*call*/, const Report& /*report*/, Output& out) const override {

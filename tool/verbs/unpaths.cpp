@@ -27,10 +27,10 @@ public:
                "  orvid paths --json-pointer settings.json | orvid unpaths --json-pointer";
     }
 
-    void addWords(CLI::App& app, SCall& call) override {
-        addFiles(app, call);
-        app.add_flag("--json-pointer", m_isPointer, "the paths are JSON Pointers");
-        addLayout(app, call);
+    void addWords(Words& words, SCall& call) override {
+        addFiles(words, call);
+        words.flag("--json-pointer", m_isPointer, "the paths are JSON Pointers");
+        addLayout(words, call);
     }
 
 private:

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+//
+// The words of a call, read by CLI11. The only file that includes it: it is expensive to compile.
+
+#include "call/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sstream>
+#include <utility>
+
+#include "output/Failure.h"
+
+namespace orvid_tool {
+
+namespace {
+
+/// CLI11 takes a word in brackets for a list. Such words, which are paths here, are marked before
+/// it sees them, and the mark is taken away again when it has.
+constexpr char k_mark = '\x01';
+
+std::string marked(const std::string& word) {
+    const bool isList = !word.empty() && word.front() == '[' && word.back() == ']';
+    const bool hasMark = !word.empty() && word.front() == k_mark;
+    return isList || hasMark ? k_mark + word : word;
+}
+
+std::string unmarked(const std::string& word) {
+    return !word.empty() && word.front() == k_mark ? word.substr(1) : word;
+}
+
+}  // namespace
+
+Words& Words::required(const char* name, std::string& word, const char* help) {
+    m_last = m_app->add_option(name, word, help)->required();
+    return *this;
+}
+
+Words& Words::several(const char* name, std::vector<std::string>& words, const char* help) {
+    m_last = m_app->add_option(name, words, help);
+    return *this;
+}
+
+Words& Words::flag(const char* names, bool& isGiven, const char* help) {
+    m_last = m_app->add_flag(names, isGiven, help);
+    return *this;
+}
+
+Words& Words::flag(const char* names, std::function<void()> action, const char* help) {
+    m_last = m_app->add_flag_callback(names, std::move(action), help);
+    return *this;
+}
+
+Words& Words::option(const char* names, std::string& value, const char* type, const char* help) {
+    m_last = m_app->add_option(names, value, help)->type_name(type);
+    return *this;
+}
+
+Words& Words::option(const char* names, std::optional<std::string>& value, const char* type,
+                     const char* help) {
+    m_last = m_app->add_option(names, value, help)->type_name(type);
+    return *this;
+}
+
+Words& Words::option(const char* names, std::function<void(const std::string&)> action,
+                     const char* type, const char* help) {
+    m_last = m_app->add_option_function<std::string>(names, std::move(action), help);
+    m_last->type_name(type);
+    return *this;
+}
+
+Words& Words::repeated(const char* names, std::vector<std::string>& values, const char* type,
+                       const char* help) {
+    m_last = m_app->add_option(names, values, help)->type_name(type)->allow_extra_args(false);
+    return *this;
+}
+
+Words& Words::number(const char* names, std::function<void(std::size_t)> action, std::size_t least,
+                     std::size_t most, const char* type, const char* help) {
+    m_last = m_app->add_option_function<std::size_t>(names, std::move(action), help);
+    m_last->type_name(type)->check(CLI::Range(least, most));
+    return *this;
+}
+
+Words& Words::choice(const char* names, std::vector<std::string> choices,
+                     std::function<void(const std::string&)> action, const char* type,
+                     const char* help) {
+    option(names, std::move(action), type, help);
+    m_last->check(CLI::IsMember(std::move(choices)));
+    return *this;
+}
+
+Words& Words::needs(const char* name) {
+    m_last->needs(m_app->get_option(name));
+    return *this;
+}
+
+struct CommandLine::Impl {
+    Impl(int argc, char** argv) : words(argv + 1, argv + argc) {}
+
+    CLI::App app{"Read, edit and write JSON documents in which nothing may be lost", "orvid"};
+    std::vector<std::string> words;  ///< behind the command's name
+    CLI::App* given = nullptr;       ///< the verb of this call
+
+    /// The last word first, as CLI11 wants them.
+    std::vector<std::string> markedWords() const {
+        std::vector<std::string> result;
+        for (auto word = words.rbegin(); word != words.rend(); ++word) {
+            result.push_back(marked(*word));
+        }
+        return result;
+    }
+};
+
+CommandLine::CommandLine(int argc, char** argv, const char* about)
+    : m_impl(std::make_unique<Impl>(argc, argv)) {
+    m_impl->app.set_version_flag("--version", "orvid " ORVID_VERSION);
+    m_impl->app.require_subcommand(1);
+    m_impl->app.footer(about);
+}
+
+CommandLine::~CommandLine() = default;
+
+std::string CommandLine::verb() const { return m_impl->words.empty() ? "" : m_impl->words.front(); }
+
+bool CommandLine::isEmpty() const { return m_impl->words.empty(); }
+
+bool CommandLine::isRequest() const {
+    const std::string word = verb();
+    return word == "-h" || word == "--help" || word == "--version";
+}
+
+void CommandLine::list(const char* name, const char* help) {
+    m_impl->app.add_subcommand(name, help);
+}
+
+Words CommandLine::take(const char* name, const char* help, const std::string& examples) {
+    m_impl->given = m_impl->app.add_subcommand(name, help);
+    m_impl->given->footer("Examples:\n" + examples);
+    return Words(*m_impl->given);
+}
+
+std::optional<std::string> CommandLine::read() {
+    if (m_impl->given != nullptr) {
+        for (CLI::Option* const option : m_impl->given->get_options()) {
+            option->transform(&unmarked);
+        }
+    }
+    try {
+        m_impl->app.parse(m_impl->markedWords());
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
+            throw Misuse(error.what());
+        }
+        std::ostringstream text;
+        m_impl->app.exit(error, text, text);
+        return text.str();
+    }
+    return std::nullopt;
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+//
+// Words, what a verb takes behind its name: the words and options are declared here, and filled in
+// when the call is read. The library that reads them is behind it, so that only CommandLine.cpp is
+// compiled with that.
+
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+namespace orvid_tool {
+
+/// Everything that is declared must outlive the reading of the call. `help` is one line of text,
+/// `type` the name of an option's value in the help.
+class Words {
+public:
+    explicit Words(CLI::App& app) : m_app(&app) {}
+
+    /// A word that must be there.
+    Words& required(const char* name, std::string& word, const char* help);
+    /// All further words; there may be none.
+    Words& several(const char* name, std::vector<std::string>& words, const char* help);
+
+    /// An option without a value, "-x" or "--name" or both with a comma between.
+    Words& flag(const char* names, bool& isGiven, const char* help);
+    Words& flag(const char* names, std::function<void()> action, const char* help);
+    /// An option with a value.
+    Words& option(const char* names, std::string& value, const char* type, const char* help);
+    Words& option(const char* names, std::optional<std::string>& value, const char* type,
+                  const char* help);
+    /// The same, with what becomes of the value, which throws Misuse for one that is wrong.
+    Words& option(const char* names, std::function<void(const std::string&)> action,
+                  const char* type, const char* help);
+    /// An option that may be given several times.
+    Words& repeated(const char* names, std::vector<std::string>& values, const char* type,
+                    const char* help);
+    /// An option whose value is a whole number from `least` to `most`.
+    Words& number(const char* names, std::function<void(std::size_t)> action, std::size_t least,
+                  std::size_t most, const char* type, const char* help);
+    /// An option whose value is one of the choices.
+    Words& choice(const char* names, std::vector<std::string> choices,
+                  std::function<void(const std::string&)> action, const char* type,
+                  const char* help);
+
+    /// The option that was declared last is an error without the option `name`, which was declared
+    /// before it.
+    Words& needs(const char* name);
+
+private:
+    CLI::App* m_app;
+    CLI::Option* m_last = nullptr;
+};
+
+}  // namespace orvid_tool
