@@ -21,7 +21,7 @@ void showDocument(const std::string& name) {
 }
 
 void showFaultyText(const std::string& name) {
-    replaceFile(name, "{\n    \"retries\": 3,\n}\n");
+    replaceFile(name, "{\n    \"retries\":\n}\n");
     try {
         Dom::load(name);
     } catch (const FileException& error) {

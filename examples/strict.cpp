@@ -47,7 +47,6 @@ int main() {  // NOLINT(bugprone-exception-escape): an example lets what it does
     show("{\"name\": \"caf\xE9\"}", strict);
 
     ReadOptions limits = ReadOptions::strict();
-    limits.allowComments = false;
     limits.maxDepth = 2;
     limits.maxLength = 1000;
     show("[1, /* two */ 2]", limits);

@@ -34,9 +34,9 @@ constexpr std::size_t k_nodesPerByte = 16;
 
 bool isLenient(const ReadOptions& options) {
     return !options.requireWholeDocument && !options.validateUtf8 &&
-           !options.rejectLoneSurrogates && options.allowComments && options.allowOtherBlanks &&
-           options.repeatedKeys == RepeatedKeys::replace && options.maxDepth == 0 &&
-           options.maxLength == 0 && options.maxLineLength == 0;
+           !options.rejectLoneSurrogates && options.allowComments && !options.allowTrailingCommas &&
+           options.allowOtherBlanks && options.repeatedKeys == RepeatedKeys::replace &&
+           options.maxDepth == 0 && options.maxLength == 0 && options.maxLineLength == 0;
 }
 
 }  // namespace
@@ -48,6 +48,8 @@ struct DomParser::Checks {
 
     const ReadOptions options;
     std::optional<TextScanner> scanner{options};
+    std::string text;                         ///< of the present piece, without trailing commas
+    std::uint64_t begin = 0;                  ///< offset of the present piece
     std::size_t keys = 0;                     ///< reported for the present piece
     bool isRepeated = false;                  ///< the last of them was a repeated one
     bool isFed = false;                       ///< between begin() and finish()
@@ -244,6 +246,7 @@ void DomParser::read(std::string_view text) {
 void DomParser::readPiece(std::string_view piece) {
     TextScanner& scanner = *m_checks->scanner;
     m_checks->keys = 0;
+    m_checks->begin = scanner.offset();
     handOn(piece, scanner.scan(piece));
     if (scanner.fault()) {
         deliverNumber();
@@ -257,7 +260,8 @@ void DomParser::readPiece(std::string_view piece) {
 /// scanner does not, gets its place here.
 void DomParser::handOn(std::string_view piece, std::size_t length) {
     try {
-        m_parser->parse(piece.data(), static_cast<unsigned int>(length));
+        const std::string_view text = withoutTrailingCommas(piece.substr(0, length));
+        m_parser->parse(text.data(), static_cast<unsigned int>(text.size()));
     } catch (const ParseException& error) {
         const std::vector<TextScanner::Key>& keys = m_checks->scanner->keys();
         if (!m_checks->isRepeated || m_checks->keys > keys.size()) {
@@ -266,6 +270,35 @@ void DomParser::handOn(std::string_view piece, std::size_t length) {
         const TextScanner::Key& key = keys[m_checks->keys - 1];
         failAt(piece, error.message(), EParseError::repeatedKey, key.begin, key.end - key.begin);
     }
+}
+
+/// The text with blanks in place of the commas that the reader would refuse. One that may yet prove
+/// to be trailing is held until that is known, and stands then before the token that follows it.
+std::string_view DomParser::withoutTrailingCommas(std::string_view piece) {
+    if (!m_checks->options.allowTrailingCommas) {
+        return piece;
+    }
+    const TextScanner& scanner = *m_checks->scanner;
+    const auto inPiece = [&](std::uint64_t offset) {
+        return static_cast<std::size_t>(offset - m_checks->begin);
+    };
+    std::string& text = m_checks->text;
+    text = piece;
+    bool wasTrailing = false;
+    for (const std::uint64_t comma : scanner.trailingCommas()) {
+        if (comma < m_checks->begin) {
+            wasTrailing = true;
+        } else {
+            text[inPiece(comma)] = ' ';
+        }
+    }
+    if (scanner.openComma() && *scanner.openComma() >= m_checks->begin) {
+        text.erase(inPiece(*scanner.openComma()), 1);
+    }
+    if (scanner.heldCommaEnd() && inPiece(*scanner.heldCommaEnd()) <= text.size()) {
+        text.insert(inPiece(*scanner.heldCommaEnd()), 1, wasTrailing ? ' ' : ',');
+    }
+    return text;
 }
 
 void DomParser::failAt(std::string_view piece, const std::string& message, EParseError code,

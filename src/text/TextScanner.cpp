@@ -27,6 +27,8 @@ std::string byteText(unsigned char byte) {
 
 std::size_t TextScanner::scan(std::string_view piece) {
     m_keys.clear();
+    m_trailingCommas.clear();
+    m_heldCommaEnd.reset();
     m_piece = reinterpret_cast<const Byte*>(piece.data());
     std::optional<TextFault> beyond;
     const Byte* const end = m_piece + limited(piece, beyond);
@@ -126,7 +128,7 @@ const TextScanner::Byte* TextScanner::scanStructure(const Byte* at, const Byte* 
     if (at == end) {
         return at;
     }
-    if (m_due == Due::value && (*at == '-' || isDigit(*at))) {
+    if ((m_due == Due::value || m_due == Due::item) && (*at == '-' || isDigit(*at))) {
         const Byte* const behind = scanWholeNumber(at, end);
         if (behind != nullptr) {
             return behind;
@@ -147,11 +149,14 @@ void TextScanner::takeStructure(const Byte* at) {
     }
     switch (m_due) {
         case Due::value:
+        case Due::item:
         case Due::valueOrEnd:
-            return beginValue(at);
+            beginValue(at);
+            return endComma(at);
         case Due::key:
         case Due::keyOrEnd:
-            return beginKey(at);
+            beginKey(at);
+            return endComma(at);
         case Due::colon:
             if (*at == ':') {
                 m_due = Due::value;
@@ -183,6 +188,9 @@ void TextScanner::beginValue(const Byte* at) {
             if (m_due == Due::valueOrEnd) {
                 return close();
             }
+            if (m_due == Due::item) {
+                return failTrailingComma(at);
+            }
             break;
         default:
             if (*at == '-' || isDigit(*at)) {
@@ -197,6 +205,8 @@ void TextScanner::beginKey(const Byte* at) {
         beginString(at, Due::colon);
     } else if (*at == '}' && m_due == Due::keyOrEnd) {
         close();
+    } else if (*at == '}') {
+        failTrailingComma(at);
     } else {
         failUnexpected(at, dueText());
     }
@@ -205,12 +215,29 @@ void TextScanner::beginKey(const Byte* at) {
 void TextScanner::afterValueByte(const Byte* at) {
     const bool isObject = m_open.back() == '{';
     if (*at == ',') {
-        m_due = isObject ? Due::key : Due::value;
+        takeComma(at);
     } else if (*at == static_cast<Byte>(isObject ? '}' : ']')) {
         close();
     } else {
         failUnexpected(at, dueText());
     }
+}
+
+void TextScanner::takeComma(const Byte* at) {
+    const bool isObject = m_open.back() == '{';
+    if (m_options.allowTrailingCommas) {
+        m_openComma = offsetOf(at);
+        m_due = isObject ? Due::keyOrEnd : Due::valueOrEnd;
+    } else {
+        m_due = isObject ? Due::key : Due::item;
+    }
+}
+
+void TextScanner::endComma(const Byte* at) {
+    if (m_openComma && *m_openComma < m_offset) {
+        m_heldCommaEnd = offsetOf(at);
+    }
+    m_openComma.reset();
 }
 
 void TextScanner::open(const Byte* at, char bracket) {
@@ -223,6 +250,9 @@ void TextScanner::open(const Byte* at, char bracket) {
 }
 
 void TextScanner::close() {
+    if (m_openComma) {
+        m_trailingCommas.push_back(*m_openComma);
+    }
     m_open.pop_back();
     m_due = dueAfterValue();
 }
@@ -269,9 +299,15 @@ void TextScanner::failUnexpected(const Byte* at, const char* due) {
     fail("Unexpected " + byteText(*at) + mark + ": " + due, offset);
 }
 
+void TextScanner::failTrailingComma(const Byte* at) {
+    fail("Unexpected " + byteText(*at) + " after a comma: trailing commas are not allowed",
+         offsetOf(at));
+}
+
 const char* TextScanner::dueText() const noexcept {
     switch (m_due) {
         case Due::value:
+        case Due::item:
             return "a value is due";
         case Due::valueOrEnd:
             return "a value or ']' is due";

@@ -60,10 +60,18 @@ public:
     /// The keys that ended in the last piece; they are kept only when repeated keys are faults.
     const std::vector<Key>& keys() const noexcept { return m_keys; }
 
+    /// Offsets of the commas that proved to be trailing in the last piece, in their order. The
+    /// first of them may stand in an earlier piece.
+    const std::vector<std::uint64_t>& trailingCommas() const noexcept { return m_trailingCommas; }
+    /// Offset of a comma that what follows may yet make a trailing one.
+    const std::optional<std::uint64_t>& openComma() const noexcept { return m_openComma; }
+    /// Offset of the token of the last piece that follows a comma of an earlier piece.
+    const std::optional<std::uint64_t>& heldCommaEnd() const noexcept { return m_heldCommaEnd; }
+
 private:
     using Byte = unsigned char;
 
-    enum class Due { value, valueOrEnd, key, keyOrEnd, colon, commaOrEnd, nothing };
+    enum class Due { value, item, valueOrEnd, key, keyOrEnd, colon, commaOrEnd, nothing };
     enum class Within { none, string, number, word, comment };
     enum class String { plain, escape, hex, highEnd, lowEscape };
     enum class Number { minus, zero, integer, point, fraction, exponent, sign, power, over };
@@ -78,6 +86,8 @@ private:
     void beginValue(const Byte* at);
     void beginKey(const Byte* at);
     void afterValueByte(const Byte* at);
+    void takeComma(const Byte* at);
+    void endComma(const Byte* at);
     void beginComment(const Byte* at);
     void beginString(const Byte* at, Due after);
     void beginWord(const char* word);
@@ -114,6 +124,7 @@ private:
     void fail(std::string message, std::uint64_t begin, std::uint64_t length = 1);
     void failControl(const Byte* at);
     void failUnexpected(const Byte* at, const char* due);
+    void failTrailingComma(const Byte* at);
     const char* dueText() const noexcept;
 
     const ReadOptions m_options;
@@ -123,6 +134,9 @@ private:
     const Byte* m_piece = nullptr;  ///< its first byte
     std::string m_open;             ///< the brackets that are open
     std::vector<Key> m_keys;
+    std::vector<std::uint64_t> m_trailingCommas;
+    std::optional<std::uint64_t> m_heldCommaEnd;
+    std::optional<std::uint64_t> m_openComma;  ///< only where trailing commas are allowed
 
     Due m_due = Due::value;  ///< behind the token, where one has begun
     Within m_within = Within::none;

@@ -34,7 +34,7 @@ public:
     /// The document in a file, with a root of its own, and set to write its meta, so that nothing
     /// is lost when it is saved again. A UTF-8 byte order mark at the beginning is passed over.
     /// Throws FileException, the cause of which is the ParseException where the text is at fault.
-    static Dom load(const std::string& file, const ReadOptions& options = ReadOptions::strict());
+    static Dom load(const std::string& file, const ReadOptions& options = ReadOptions::jsonc());
 
     /// Gives the file the document as its content, at once (see SafeFile). Throws FileException,
     /// with the file as it was, also where there is no root, where a value that is to be written is

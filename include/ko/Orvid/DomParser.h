@@ -113,6 +113,7 @@ private:
     void read(std::string_view text);
     void readPiece(std::string_view piece);
     void handOn(std::string_view piece, std::size_t length);
+    std::string_view withoutTrailingCommas(std::string_view piece);
     void refuseRepeated(std::string_view key);
     [[noreturn]] void failAt(std::string_view piece, const std::string& message, EParseError code,
                              std::uint64_t begin, std::uint64_t length);

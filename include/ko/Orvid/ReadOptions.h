@@ -30,6 +30,8 @@ struct ReadOptions {
     bool rejectLoneSurrogates = false;
     /// Whether `/* */` and `//` comments are blanks, or faults.
     bool allowComments = true;
+    /// Whether a comma may stand behind the last item or member; otherwise it is a fault.
+    bool allowTrailingCommas = false;
     /// Whether vertical tab and form feed are blanks, or faults.
     bool allowOtherBlanks = true;
     RepeatedKeys repeatedKeys = RepeatedKeys::replace;
@@ -40,15 +42,24 @@ struct ReadOptions {
     /// How many bytes a line may have, its newline not counted; 0 is no limit.
     std::uint64_t maxLineLength = 0;
 
-    /// Whole documents of valid UTF-8, without lone surrogates, other blanks and repeated keys.
-    /// Comments are allowed, and there is no limit.
+    /// RFC 8259 with unique keys: whole documents of valid UTF-8, without comments, trailing
+    /// commas, lone surrogates, other blanks and repeated keys. There is no limit.
     static ReadOptions strict() noexcept {
         ReadOptions options;
         options.requireWholeDocument = true;
         options.validateUtf8 = true;
         options.rejectLoneSurrogates = true;
+        options.allowComments = false;
         options.allowOtherBlanks = false;
         options.repeatedKeys = RepeatedKeys::reject;
+        return options;
+    }
+
+    /// strict(), but comments and trailing commas are allowed: JSON as people write it.
+    static ReadOptions jsonc() noexcept {
+        ReadOptions options = strict();
+        options.allowComments = true;
+        options.allowTrailingCommas = true;
         return options;
     }
 };

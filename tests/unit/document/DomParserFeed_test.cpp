@@ -116,7 +116,7 @@ TEST(DomParserFeed, places_faults_also_when_it_is_lenient) {
     DomParser parser;
     parser.begin(root);
     parser.feed("[1,\n");
-    EXPECT_EQ("2,1-2,1 @: Unexpected ']': a value is due",
+    EXPECT_EQ("2,1-2,1 @: Unexpected ']' after a comma: trailing commas are not allowed",
               faultText(thrownBy<ParseException>([&] { parser.feed("]"); })));
     EXPECT_EQ("[1]", compact(root));
 }

@@ -31,6 +31,7 @@ ReadOptions with(Value ReadOptions::*field, Value value) {
 
 const ReadOptions k_lenient;
 const ReadOptions k_strict = ReadOptions::strict();
+const ReadOptions k_jsonc = ReadOptions::jsonc();
 const ReadOptions k_whole = with(&ReadOptions::requireWholeDocument, true);
 const ReadOptions k_utf8 = with(&ReadOptions::validateUtf8, true);
 const ReadOptions k_pairs = with(&ReadOptions::rejectLoneSurrogates, true);
@@ -40,6 +41,7 @@ TEST(ReadOptions, are_lenient_unless_told) {
     EXPECT_FALSE(k_lenient.validateUtf8);
     EXPECT_FALSE(k_lenient.rejectLoneSurrogates);
     EXPECT_TRUE(k_lenient.allowComments);
+    EXPECT_FALSE(k_lenient.allowTrailingCommas);
     EXPECT_TRUE(k_lenient.allowOtherBlanks);
     EXPECT_EQ(RepeatedKeys::replace, k_lenient.repeatedKeys);
     EXPECT_EQ(0U, k_lenient.maxDepth);
@@ -60,10 +62,8 @@ TEST(ReadOptions, lenient_faults_keep_their_text_and_have_no_place) {
         faultOf(k_lenient, "[1, ]"));
 }
 
-TEST(ReadOptions, strict_takes_one_document_with_blanks_and_comments_around_it) {
-    for (const char* const text :
-         {"42", "-0.5e+1", "\"x\"", "true", "null", " {} \r\n\t", "{} // the end", "{}//\n",
-          "/* a */ {} /* b */", "//\n[]", "[1]//", "{}/***/"}) {
+TEST(ReadOptions, strict_takes_one_document_with_blanks_around_it) {
+    for (const char* const text : {"42", "-0.5e+1", "\"x\"", "true", "null", " {} \r\n\t"}) {
         EXPECT_EQ("", faultOf(k_strict, text)) << text;
         EXPECT_EQ(0, readWhole(k_strict, text).state) << text;
     }
@@ -71,17 +71,62 @@ TEST(ReadOptions, strict_takes_one_document_with_blanks_and_comments_around_it) 
     EXPECT_EQ("42", readWhole(k_strict, "42 ").tree);
 }
 
+TEST(ReadOptions, jsonc_takes_comments_and_trailing_commas_besides) {
+    for (const char* const text : {"42", " {} \r\n\t", "{} // the end", "{}//\n",
+                                   "/* a */ {} /* b */", "//\n[]", "[1]//", "{}/***/"}) {
+        EXPECT_EQ("", faultOf(k_jsonc, text)) << text;
+        EXPECT_EQ(0, readWhole(k_jsonc, text).state) << text;
+    }
+    EXPECT_EQ("[1,2]", readWhole(k_jsonc, "[1, 2,]").tree);
+    EXPECT_EQ(R"({"a": [[1],[]],"b": {"c": {}}})",
+              readWhole(k_jsonc, R"({"a":[[1,],[],/*,]*/],"b":{"c":{},// ,}
+            },})")
+                  .tree);
+    EXPECT_EQ("1,8-1,10 @: Repeated key \"a\"", faultOf(k_jsonc, R"({"a":1,"a":2,})"));
+}
+
+TEST(ReadOptions, strict_refuses_comments_and_trailing_commas) {
+    EXPECT_EQ("1,4-1,4 @: Comments are not allowed", faultOf(k_strict, "{} // the end"));
+    EXPECT_EQ("1,1-1,1 @: Comments are not allowed", faultOf(k_strict, "/**/{}"));
+    EXPECT_EQ("2,1-2,1 @: Unexpected ']' after a comma: trailing commas are not allowed",
+              faultOf(k_strict, "[1,\n]"));
+    EXPECT_EQ("1,13-1,13 @a: Unexpected '}' after a comma: trailing commas are not allowed",
+              faultOf(k_strict, R"({"a":{"b":1,}})"));
+    EXPECT_EQ("1,4-1,4 @: Unexpected ']' after a comma: trailing commas are not allowed",
+              faultOf(k_whole, "[1,]"));
+}
+
+TEST(ReadOptions, a_trailing_comma_follows_a_value_and_comes_once) {
+    EXPECT_EQ("1,2-1,2 @: Unexpected ',': a value or ']' is due", faultOf(k_jsonc, "[,]"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected ',': a key or '}' is due", faultOf(k_jsonc, "{,}"));
+    EXPECT_EQ("1,4-1,4 @: Unexpected ',': a value or ']' is due", faultOf(k_jsonc, "[1,,]"));
+    EXPECT_EQ("1,5-1,5 @: Unexpected '}': a value or ']' is due", faultOf(k_jsonc, "[1, }"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected ',': the document is complete", faultOf(k_jsonc, "1,"));
+    EXPECT_EQ("1,4-1,4 @: The text ends before the document is complete", faultOf(k_jsonc, "[1,"));
+    const ReadOptions only = with(&ReadOptions::allowTrailingCommas, true);
+    EXPECT_EQ("[1]", readWhole(only, "[1,]").tree);
+    EXPECT_EQ("[1]", readWhole(only, "[1 , ").tree);
+}
+
+TEST(ReadOptions, trailing_commas_may_be_cut_off_from_their_bracket) {
+    const std::string text = "{\"a\" : [ 1 , 2 , /**/ ] , \"b\" : [ [ ] , ] , \"c\":1 , }";
+    for (std::size_t size = 1; size < text.size(); ++size) {
+        EXPECT_EQ(R"({"a": [1,2],"b": [[]],"c": 1})", readPieces(k_jsonc, text, size).tree) << size;
+        EXPECT_EQ("", readPieces(k_jsonc, text, size).fault) << size;
+    }
+}
+
 TEST(ReadOptions, whole_documents_may_not_end_early) {
     const std::string early = ": The text ends before the document is complete";
     EXPECT_EQ("1,1-1,1 @" + early, faultOf(k_strict, ""));
     EXPECT_EQ("1,3-1,3 @" + early, faultOf(k_strict, "  "));
-    EXPECT_EQ("2,1-2,1 @" + early, faultOf(k_strict, "//\n"));
+    EXPECT_EQ("2,1-2,1 @" + early, faultOf(k_jsonc, "//\n"));
     EXPECT_EQ("1,7-1,7 @" + early, faultOf(k_strict, "[1, 2 "));
     EXPECT_EQ("1,2-1,2 @" + early, faultOf(k_strict, "-"));
     EXPECT_EQ("1,3-1,3 @" + early, faultOf(k_strict, "4."));
     EXPECT_EQ("1,4-1,4 @" + early, faultOf(k_strict, "tru"));
-    EXPECT_EQ("1,4-1,4 @" + early, faultOf(k_strict, "{}/"));
-    EXPECT_EQ("1,6-1,6 @" + early, faultOf(k_strict, "{}/**"));
+    EXPECT_EQ("1,4-1,4 @" + early, faultOf(k_jsonc, "{}/"));
+    EXPECT_EQ("1,6-1,6 @" + early, faultOf(k_jsonc, "{}/**"));
     EXPECT_EQ("2,6-2,6 @a.b" + early, faultOf(k_strict, "{\"a\":\n{\"b\":"));
     EXPECT_EQ("", faultOf(k_utf8, "{\"a\":"));
     EXPECT_EQ(2, readWhole(k_utf8, "{\"a\":").state);
@@ -161,11 +206,11 @@ TEST(ReadOptions, comments_are_blanks_or_faults) {
     EXPECT_EQ("2,1-2,1 @: Comments are not allowed", faultOf(none, "[\n// x\n1]"));
     EXPECT_EQ("1,3-1,3 @: Comments are not allowed", faultOf(none, "[1//\n]"));
     EXPECT_EQ("", faultOf(none, "[\"/* // */\"]"));
-    ReadOptions strict = k_strict;
-    EXPECT_EQ("[1]", readWhole(strict, "/**/[/* ] **/1//]\n]//").tree);
-    EXPECT_EQ("1,2-1,2 @: Unexpected '1': a comment begins with /* or //", faultOf(strict, "/1"));
-    strict.allowComments = false;
-    EXPECT_EQ("1,4-1,4 @: Comments are not allowed", faultOf(strict, "[1]//"));
+    ReadOptions jsonc = k_jsonc;
+    EXPECT_EQ("[1]", readWhole(jsonc, "/**/[/* ] **/1//]\n]//").tree);
+    EXPECT_EQ("1,2-1,2 @: Unexpected '1': a comment begins with /* or //", faultOf(jsonc, "/1"));
+    jsonc.allowComments = false;
+    EXPECT_EQ("1,4-1,4 @: Comments are not allowed", faultOf(jsonc, "[1]//"));
 }
 
 TEST(ReadOptions, vertical_tab_and_form_feed_are_blanks_or_faults) {
@@ -274,8 +319,9 @@ TEST(ReadOptions, columns_count_bytes_and_lines_end_at_newlines) {
     EXPECT_EQ("3,2-3,2" + x, faultOf(k_strict, "[1,\r\n\r\n x"));
     EXPECT_EQ("1,5-1,5" + x, faultOf(k_strict, "[1,\rx"));
     EXPECT_EQ("1,10-1,10" + x, faultOf(k_strict, "[\"\xC3\xA9\xE2\x82\xAC\",x"));
-    EXPECT_EQ("3,4-3,4" + x, faultOf(k_strict, "[1,/*\n\n*/ x"));
-    EXPECT_EQ("2,1-2,1" + x, faultOf(k_strict, "[1,//\nx"));
+    EXPECT_EQ("3,4-3,4 @: Unexpected 'x': a value or ']' is due",
+              faultOf(k_jsonc, "[1,/*\n\n*/ x"));
+    EXPECT_EQ("2,1-2,1 @: Unexpected 'x': a value or ']' is due", faultOf(k_jsonc, "[1,//\nx"));
 }
 
 TEST(ReadOptions, faults_of_syntax_have_their_place_with_any_option) {
@@ -287,9 +333,9 @@ TEST(ReadOptions, faults_of_syntax_have_their_place_with_any_option) {
     check("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark: a value is due",
           "\xEF\xBB\xBF{}");
     check("1,2-1,2 @: Unexpected ',': a value or ']' is due", "[,]");
-    check("1,5-1,5 @: Unexpected ']': a value is due", "[1, ]");
+    check("1,5-1,5 @: Unexpected ']' after a comma: trailing commas are not allowed", "[1, ]");
     check("1,2-1,2 @: Unexpected ']': a key or '}' is due", "{]");
-    check("1,8-1,8 @: Unexpected '}': a key is due", "{\"a\":1,}");
+    check("1,8-1,8 @: Unexpected '}' after a comma: trailing commas are not allowed", "{\"a\":1,}");
     check("1,5-1,5 @a: Unexpected '1': ':' is due", "{\"a\"1}");
     check("1,7-1,7 @: Unexpected ']': ',' or '}' is due", "{\"a\":1]");
     check("1,4-1,4 @: Unexpected '2': ',' or ']' is due", "[1 2]");
