@@ -202,7 +202,7 @@ TEST(Describe, tells_the_cause_of_a_file_error_once) {
     const std::string text =
         sentenceOf([&] { ko::Orvid::Dom::load(name, ko::Orvid::ReadOptions::strict()); });
     EXPECT_EQ(text.substr(0, text.find(" The cause: ")), "Cannot read the file \"" + name + "\".");
-    EXPECT_NE(text.find("The cause: The text is at fault in line 1, column 4"), std::string::npos)
+    EXPECT_NE(text.find("The cause: The text has an error in line 1, column 4"), std::string::npos)
         << text;
     Element root = ko::Orvid::makeObject({{"a", Element::k_emptyElement}});
     ko::Orvid::Dom dom;
