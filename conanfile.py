@@ -28,6 +28,7 @@ class OrvidConan(ConanFile):
     def requirements(self):
         self.requires("yajl/2.1.0")
         self.requires("gmp/6.3.0")
+        self.requires("re2/20220601")
         self.requires("utfcpp/4.0.8")
         if self.options.tool:
             self.requires("cli11/2.6.0")

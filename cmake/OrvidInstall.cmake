@@ -31,9 +31,9 @@ install(FILES
 
 # Whoever links liborvid.a links what it needs as well.
 if(BUILD_SHARED_LIBS)
-  set(pc_libs_private " -lyajl -lgmp")
+  set(pc_libs_private " -lyajl -lgmp -lre2")
 else()
-  set(pc_libs " -lyajl -lgmp")
+  set(pc_libs " -lyajl -lgmp -lre2")
 endif()
 file(RELATIVE_PATH pc_to_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})

@@ -1,7 +1,8 @@
-# The libraries that liborvid itself links, as targets, from the cache entries YAJL_LIBRARY and GMP_LIBRARY.
+# The libraries that liborvid itself links, as targets, from the cache entries YAJL_LIBRARY,
+# GMP_LIBRARY and RE2_LIBRARY.
 # The build includes this file, and so does an installed package whose liborvid.a leaves the linking to its
 # user: an exported target can name these targets wherever the libraries are.
-foreach(library yajl gmp)
+foreach(library yajl gmp re2)
   if(NOT TARGET Orvid::${library})
     string(TOUPPER ${library} variable)
     add_library(Orvid::${library} UNKNOWN IMPORTED GLOBAL)

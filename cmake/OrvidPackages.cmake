@@ -72,7 +72,7 @@ the library, and the printers for GDB.")
 if(BUILD_SHARED_LIBS)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${this_library}")
 else()
-  set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libyajl-dev, libgmp-dev")
+  set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libyajl-dev, libgmp-dev, libre2-dev")
 endif()
 
 set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME ${command_package})

@@ -21,6 +21,7 @@
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/JsonLines.h>
 #include <ko/Orvid/JsonPatch.h>
+#include <ko/Orvid/JsonPath.h>
 #include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/literals.h>
 #include <ko/Orvid/MergePatch.h>

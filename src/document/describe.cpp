@@ -118,6 +118,19 @@ bool isOfPointer(EParseError code) {
     return code == EParseError::pointerPrefix || code == EParseError::pointerEscape;
 }
 
+bool isOfQuery(EParseError code) {
+    switch (code) {
+        case EParseError::querySyntax:
+        case EParseError::queryInteger:
+        case EParseError::queryFunction:
+        case EParseError::queryType:
+        case EParseError::queryNesting:
+            return true;
+        default:
+            return false;
+    }
+}
+
 std::string describePathError(const ParseException& error, const std::string& reason) {
     std::string text = "The path has an error: " + reason;
     if (error.lastColumn() >= 0) {
@@ -149,6 +162,10 @@ std::string describeParse(const ParseException& error) {
     if (isOfPointer(error.code())) {
         return error.message() + ": see column " + std::to_string(error.lastColumn()) +
                " (counted from 0)." + concerned(error);
+    }
+    if (isOfQuery(error.code())) {
+        return "The query has an error at column " + std::to_string(error.firstColumn()) +
+               " (counted from 0): " + sentence(error.message());
     }
     const std::string place = placeOf(error);
     const std::string* const path = error.elementPath();

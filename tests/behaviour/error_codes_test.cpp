@@ -16,6 +16,7 @@ namespace {
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 using ko::Orvid::EParseError;
+using ko::Orvid::JsonPath;
 using ko::Orvid::JsonPointer;
 using ko::Orvid::ParseException;
 using ko::Orvid::Path;
@@ -58,6 +59,14 @@ const std::vector<SRow>& rows() {
          EParseError::schemaPathIndex},
         {"a pointer begins with a letter", [] { JsonPointer("a"); }, EParseError::pointerPrefix},
         {"a tilde is alone", [] { JsonPointer("/a~"); }, EParseError::pointerEscape},
+        {"a bracket of a query stays open", [] { JsonPath query("$["); }, EParseError::querySyntax},
+        {"an index needs 54 bits", [] { JsonPath query("$[9007199254740992]"); },
+         EParseError::queryInteger},
+        {"an unknown function", [] { JsonPath query("$[?size(@) > 1]"); },
+         EParseError::queryFunction},
+        {"a comparison with many", [] { JsonPath query("$[?@.* == 1]"); }, EParseError::queryType},
+        {"a thousand parentheses", [] { JsonPath query("$[?" + std::string(1000, '(')); },
+         EParseError::queryNesting},
     };
     return all;
 }

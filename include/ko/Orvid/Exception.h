@@ -68,6 +68,11 @@ enum class EParseError : int {
     schemaPathIndex,    ///< a schema path has an index
     pointerPrefix,      ///< a JSON Pointer is not empty and does not begin with "/"
     pointerEscape,      ///< a "~" in a JSON Pointer is not followed by 0 or 1
+    querySyntax,        ///< the text is no query of RFC 9535
+    queryInteger,       ///< an index or a bound of a query is beyond what a double holds exactly
+    queryFunction,      ///< a query calls a function that there is not
+    queryType,          ///< what a query compares, calls or tests is not of the type that fits
+    queryNesting,       ///< a query is nested more deeply than its options allow
 };
 
 /// An error in a text: its code, a message and the span of the text that it concerns.

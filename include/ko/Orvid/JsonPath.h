@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+//
+// JsonPath, a query as RFC 9535 writes it (`$.servers[?@.port > 1024].name`): it selects elements
+// of a document, removes and changes them. docs/queries.md has the language; one place alone is
+// named by a Path or a JsonPointer.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/JsonPointer.h>
+#include <ko/Orvid/Path.h>
+
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ko::Orvid {
+
+struct CompiledQuery;
+
+/// Bounds for queries from strangers. A query that reaches one of them ends with an Exception that
+/// names the bound; nothing is changed then.
+struct QueryOptions {
+    /// The most elements that a list may hold, of the results and of what each segment selects.
+    std::size_t maxResults = 10'000'000;
+    /// How often an evaluation may look at an element: what bounds its time. The default takes some
+    /// seconds.
+    unsigned long long maxVisits = 1'000'000'000;
+    /// How deep filters, parentheses and calls of functions may be nested in the text. More than
+    /// k_mostNesting count as that many.
+    unsigned int maxNesting = 100;
+
+    static constexpr unsigned int k_mostNesting = 400;
+};
+
+/// A compiled query, which never changes: copies share it, and any number of threads may use it at
+/// once. In the queries `$` is the element that is given as `root`, whatever it is part of.
+///
+/// Results come in the order of RFC 9535, members in the order of the document; an element that is
+/// selected twice is there twice. Numbers are compared by their exact decimal value, strings by
+/// code points, objects without regard to the order of their members. No operation recurses by the
+/// depth of the document.
+class KO_API JsonPath {
+public:
+    /// Throws ParseException for a text that is no well-formed and well-typed query, and one that
+    /// is nested too deeply: with a message that says what was expected, line 1 and the 0-based
+    /// columns, in bytes, of the first and the last byte at fault. Linear in the length.
+    explicit JsonPath(std::string_view query, const QueryOptions& options = {});
+    /// The query for the place that the path names. Throws ParseException for a malformed path and
+    /// Exception for one with `[*]`, which names no place.
+    static JsonPath fromPath(const Path& path);
+    /// The query for the place that the pointer names: a step that can be an index is one. Throws
+    /// Exception for a step `-`, which names no element.
+    static JsonPath fromPointer(const JsonPointer& pointer);
+    /// The same with the document below `root` to decide what is a key and what is an index.
+    static JsonPath fromPointer(const JsonPointer& pointer, const Element& root);
+
+    /// The text as it was given.
+    const std::string& str() const noexcept;
+    /// Whether it names one place: names and indexes only, one in each segment.
+    bool isSingular() const noexcept;
+    /// The same place as path text or pointer. Throw Exception for a query that is not singular, or
+    /// has an index that the other language cannot express: a negative one, or one that is not
+    /// below k_noIndex. toPath() does so also for an empty key.
+    Path toPath() const;
+    JsonPointer toPointer() const;
+
+    /// The elements that the query selects. Linear in the number of elements that it has to look
+    /// at; constant for each step of a singular query, but for the search in its objects. Throws
+    /// Exception beyond the bounds, and std::bad_alloc.
+    std::vector<const Element*> select(const Element& root) const;
+    std::vector<Element*> select(Element& root) const;
+    /// The first of them, or null; the last segment is followed no further than there.
+    const Element* first(const Element& root) const;
+    Element* first(Element& root) const;
+
+    /// The normalized path of an element, which is a query that selects it alone: from `relativeTo`
+    /// where that is a proper ancestor, or else from the root of its tree. It names the true place,
+    /// also in a copied array. Linear in the depth and the length of the keys, and in the length of
+    /// arrays that were copied.
+    static std::string of(const Element& element, const Element* relativeTo = nullptr);
+
+    // Editing. An element that is selected twice counts once, and one within another that is
+    // removed or overwritten goes with it. Each returns how many distinct elements were selected.
+
+    /// Removes all matches. Throws Exception, with nothing changed, where the root itself is one.
+    /// The cost is that of select(), and for each array that loses items n log n of its length.
+    std::size_t remove(Element& root) const;
+    /// Gives each match the value, which may lie in the same tree: what it was before counts.
+    /// Throws std::bad_alloc, when some may have been changed.
+    std::size_t update(Element& root, const Element& value) const;
+    /// Calls `change` with each match: those that lie deeper first, otherwise in the order of the
+    /// results. It may change the element and what lies below it. What it throws ends the walk.
+    std::size_t updateEach(Element& root, const std::function<void(Element&)>& change) const;
+
+private:
+    std::shared_ptr<const CompiledQuery> m_compiled;
+};
+
+}  // namespace ko::Orvid
+
+/// Writes the text.
+KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::JsonPath& query);
+
+namespace ko {
+using ::operator<<;
+namespace Orvid {
+using ::operator<<;
+}
+}  // namespace ko

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+//
+// The functions that a filter may call: names and types.
+
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "query/Query.h"
+
+namespace ko::Orvid {
+
+/// What a function takes and gives.
+struct FunctionType {
+    std::string_view name;
+    EFunction function;
+    std::size_t parameters;
+    bool takesNodes;  ///< a query that may select several elements; otherwise values
+    bool isTest;      ///< gives yes or no; otherwise a value
+};
+
+/// Null when there is no function of that name.
+const FunctionType* functionNamed(std::string_view name);
+
+const FunctionType& typeOf(EFunction function);
+
+}  // namespace ko::Orvid

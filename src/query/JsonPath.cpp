@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+//
+// Queries as values: made, carried out, turned into paths and pointers.
+
+#include <ko/Orvid/JsonPath.h>
+
+#include <ko/Orvid/Exception.h>
+#include <ko/Orvid/PathGenerator.h>
+#include <ko/Orvid/PathParser.h>
+
+#include <algorithm>
+#include <limits>
+#include <ostream>
+#include <utility>
+
+#include "change/PointerStep.h"
+#include "core/TextStream.h"
+#include "query/Evaluation.h"
+#include "query/NormalizedPath.h"
+#include "query/QueryParser.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::size_t k_all = std::numeric_limits<std::size_t>::max();
+
+/// Writes the steps of a path as those of a query.
+class StepWriter : public PathParserListener {
+public:
+    bool cbObjectProperty(const std::string& key) override {
+        appendNormalized(text, key);
+        return true;
+    }
+    bool cbArrayItem(unsigned int index) override {
+        if (index == k_noIndex) {
+            throw Exception("A path with \"[*]\" names no place that a query could");
+        }
+        appendNormalized(text, index);
+        return true;
+    }
+
+    std::string text = "$";
+};
+
+void appendStep(std::string& query, const std::string& step, bool mayBeIndex) {
+    const std::optional<unsigned int> index = mayBeIndex ? pointerIndex(step) : std::nullopt;
+    if (index) {
+        appendNormalized(query, *index);
+    } else if (mayBeIndex && step == k_behindLast) {
+        throw Exception("A JSON Pointer with a step \"-\" names no element that a query could");
+    } else {
+        appendNormalized(query, step);
+    }
+}
+
+/// The only selectors of a singular query, each given to `name` or `index`.
+template<class Name, class Index>
+void forEachStep(const CompiledQuery& compiled, const Name& name, const Index& index) {
+    if (!compiled.query.isSingular) {
+        throw Exception("The query is not for one place: " + compiled.text);
+    }
+    for (const Segment& segment : compiled.query.segments) {
+        const Selector& step = segment.selectors.front();
+        if (const auto* const key = std::get_if<std::string>(&step)) {
+            name(*key);
+            continue;
+        }
+        const long long position = std::get<long long>(step);
+        if (position < 0 || position >= static_cast<long long>(k_noIndex)) {
+            throw Exception("Only a query can express the index " + std::to_string(position));
+        }
+        index(static_cast<unsigned int>(position));
+    }
+}
+
+std::vector<const Element*> evaluate(const CompiledQuery& compiled, const Element& root,
+                                     std::size_t most) {
+    if (!compiled.query.isSingular) {
+        return Evaluation(compiled, root).run(most);
+    }
+    const Element* const found = follow(compiled.query, root);
+    return found == nullptr ? std::vector<const Element*>() : std::vector<const Element*>{found};
+}
+
+}  // namespace
+
+JsonPath::JsonPath(std::string_view query, const QueryOptions& options)
+    : m_compiled(std::make_shared<const CompiledQuery>(QueryParser(query, options).parse())) {}
+
+JsonPath JsonPath::fromPath(const Path& path) {
+    StepWriter writer;
+    PathParser(&writer).parse(path.str());
+    return JsonPath(writer.text);
+}
+
+JsonPath JsonPath::fromPointer(const JsonPointer& pointer) {
+    std::string text = "$";
+    for (const std::string& step : pointer.steps()) {
+        appendStep(text, step, true);
+    }
+    return JsonPath(text);
+}
+
+JsonPath JsonPath::fromPointer(const JsonPointer& pointer, const Element& root) {
+    std::string text = "$";
+    const Element* parent = &root;
+    for (const std::string& step : pointer.steps()) {
+        appendStep(text, step, parent == nullptr || parent->isArray());
+        parent = parent == nullptr ? nullptr : childAtStep(*parent, step);
+    }
+    return JsonPath(text);
+}
+
+const std::string& JsonPath::str() const noexcept { return m_compiled->text; }
+
+bool JsonPath::isSingular() const noexcept { return m_compiled->query.isSingular; }
+
+Path JsonPath::toPath() const {
+    TextStream text;
+    PathGenerator generator(text);
+    const auto name = [&](const std::string& key) {
+        if (key.empty()) {
+            throw Exception("Path text cannot express the empty key of a query");
+        }
+        generator.genObjectProperty(key);
+    };
+    forEachStep(*m_compiled, name, [&](unsigned int index) { generator.genListItem(index); });
+    return text.str();
+}
+
+JsonPointer JsonPath::toPointer() const {
+    JsonPointer pointer;
+    forEachStep(
+        *m_compiled, [&](const std::string& key) { pointer.push_back(key); },
+        [&](unsigned int index) { pointer.push_back(std::to_string(index)); });
+    return pointer;
+}
+
+std::vector<const Element*> JsonPath::select(const Element& root) const {
+    return evaluate(*m_compiled, root, k_all);
+}
+
+std::vector<Element*> JsonPath::select(Element& root) const {
+    const std::vector<const Element*> found = select(std::as_const(root));
+    std::vector<Element*> result(found.size());
+    std::transform(found.begin(), found.end(), result.begin(),
+                   [](const Element* element) { return const_cast<Element*>(element); });
+    return result;
+}
+
+const Element* JsonPath::first(const Element& root) const {
+    if (isSingular()) {
+        return follow(m_compiled->query, root);
+    }
+    const std::vector<const Element*> found = evaluate(*m_compiled, root, 1);
+    return found.empty() ? nullptr : found.front();
+}
+
+Element* JsonPath::first(Element& root) const {
+    return const_cast<Element*>(first(std::as_const(root)));
+}
+
+}  // namespace ko::Orvid
+
+std::ostream& operator<<(std::ostream& out, const ko::Orvid::JsonPath& query) {
+    return out << query.str();
+}

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+//
+// Regular expressions run by RE2.
+
+#include "query/Regexp.h"
+
+#include <re2/re2.h>
+
+#include <optional>
+#include <utility>
+
+#include "query/RegexpSyntax.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+RE2::Options options() {
+    RE2::Options result;
+    result.set_log_errors(false);
+    result.set_never_capture(true);
+    return result;
+}
+
+re2::StringPiece piece(std::string_view text) { return {text.data(), text.size()}; }
+
+bool runs(const RE2& expression, std::string_view text, RE2::Anchor anchor) {
+    return expression.Match(piece(text), 0, text.size(), anchor, nullptr, 0);
+}
+
+}  // namespace
+
+Regexp::Regexp(std::string_view pattern) {
+    const std::optional<std::string> translated = translateRegexp(pattern);
+    if (!translated) {
+        return;
+    }
+    auto expression = std::make_unique<const RE2>(*translated, options());
+    if (expression->ok()) {
+        m_expression = std::move(expression);
+    }
+}
+
+Regexp::Regexp(Regexp&&) noexcept = default;
+Regexp& Regexp::operator=(Regexp&&) noexcept = default;
+Regexp::~Regexp() = default;
+
+bool Regexp::matches(std::string_view text) const {
+    return isValid() && runs(*m_expression, text, RE2::ANCHOR_BOTH);
+}
+
+bool Regexp::isFoundIn(std::string_view text) const {
+    return isValid() && runs(*m_expression, text, RE2::UNANCHORED);
+}
+
+}  // namespace ko::Orvid

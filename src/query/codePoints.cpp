@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+//
+// UTF-8 and its code points.
+
+#include "query/codePoints.h"
+
+#include <algorithm>
+
+#include "text/Utf8Sequence.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr unsigned int k_payloadBits = 6;
+constexpr unsigned int k_payload = 0x3F;
+
+const unsigned char* bytesOf(std::string_view text) {
+    return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+
+/// By the first byte of a valid sequence.
+std::size_t lengthOf(unsigned char first) {
+    return first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+}
+
+char byteOf(char32_t bits) { return static_cast<char>(static_cast<unsigned char>(bits)); }
+
+}  // namespace
+
+std::optional<CodePoint> firstCodePoint(std::string_view text) {
+    const unsigned char first = bytesOf(text)[0];
+    if (first < 0x80) {
+        return CodePoint{first, 1};
+    }
+    const std::size_t length = lengthOf(first);
+    const std::string_view sequence = text.substr(0, length);
+    if (sequence.size() < length || validLength(sequence) < length) {
+        return std::nullopt;
+    }
+    char32_t value = first & (0x7FU >> length);
+    for (const char next : sequence.substr(1)) {
+        value = (value << k_payloadBits) | (static_cast<unsigned char>(next) & k_payload);
+    }
+    return CodePoint{value, length};
+}
+
+std::size_t countCodePoints(std::string_view text) noexcept {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return !isContinuation(c); }));
+}
+
+std::size_t validLength(std::string_view text) {
+    const unsigned char* const begin = bytesOf(text);
+    const unsigned char* const end = begin + text.size();
+    const unsigned char* at = begin;
+    while (at != end) {
+        const unsigned char* const next = *at < 0x80 ? at + 1 : Utf8Sequence::skip(at, end);
+        if (next == at) {
+            break;
+        }
+        at = next;
+    }
+    return static_cast<std::size_t>(at - begin);
+}
+
+void appendUtf8(std::string& text, char32_t codePoint) {
+    if (codePoint < 0x80) {
+        text += byteOf(codePoint);
+        return;
+    }
+    const unsigned int following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
+    const char32_t mark = 0xF00U >> (following + 1) & 0xFFU;
+    text += byteOf(mark | codePoint >> (following * k_payloadBits));
+    for (unsigned int left = following; left-- > 0;) {
+        text += byteOf(0x80U | (codePoint >> (left * k_payloadBits) & k_payload));
+    }
+}
+
+}  // namespace ko::Orvid

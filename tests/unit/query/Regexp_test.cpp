@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+//
+// Regular expressions in filters: which texts are some, and what they match.
+
+#include <ko/Orvid/JsonPath.h>
+
+#include <gtest/gtest.h>
+#include <ko/Orvid.h>
+
+#include <string>
+
+#include "support/Document.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::JsonPath;
+
+bool holds(const char* query, const std::string& text, const std::string& pattern) {
+    Document doc(R"([{"text":"","pattern":""}])");
+    doc.root.get("[0].text").setString(text);
+    doc.root.get("[0].pattern").setString(pattern);
+    return JsonPath(query).first(doc.root) != nullptr;
+}
+
+bool matches(const std::string& text, const std::string& pattern) {
+    return holds("$[?match(@.text, @.pattern)]", text, pattern);
+}
+
+bool isFound(const std::string& text, const std::string& pattern) {
+    return holds("$[?search(@.text, @.pattern)]", text, pattern);
+}
+
+struct Pattern {
+    const char* pattern;
+    const char* matched;
+    const char* other;
+};
+
+constexpr Pattern k_patterns[] = {
+    {"", "", "a"},
+    {"abc", "abc", "abcd"},
+    {"a|bc|", "bc", "ab"},
+    {"a(b|c)*d", "abcbd", "ad d"},
+    {"()", "", "a"},
+    {"a?b+c*", "bb", "a"},
+    {"a{2}", "aa", "a"},
+    {"a{2,}", "aaaa", "a"},
+    {"a{1,2}", "aa", "aaa"},
+    {"a{0}", "", "a"},
+    {".", "\xF0\x9F\x98\x80", "\n"},
+    {".", "\xE2\x80\xA8", "\r"},
+    {"[.]", ".", "x"},
+    {"[a-c]", "b", "d"},
+    {"[^a-c]", "\n", "b"},
+    {"[-a]", "-", "b"},
+    {"[a-]", "-", "b"},
+    {"[-]", "-", "b"},
+    {"[a^]", "^", "b"},
+    {"[$&&|]", "|", "a"},
+    {"[\\]\\[\\-]", "[", "\\"},
+    {"[\\n]", "\n", "n"},
+    {"\\(\\)\\*\\+\\-\\.\\?\\[\\\\\\]\\^\\{\\|\\}", "()*+-.?[\\]^{|}", "x"},
+    {"\\n\\r\\t", "\n\r\t", "nrt"},
+    {"^a$", "a", "^a$"},
+    {"\\p{Lu}", "\xC3\x84", "a"},
+    {"\\P{L}", "1", "a"},
+    {"[\\p{L}\\p{Nd}_]+", "a1_", "-"},
+    {"[^\\p{L}]", "1", "a"},
+    {"\\p{Cn}", "\xCD\xB8", "a"},
+    {"\\P{Cn}", "a", "\xCD\xB8"},
+    {"\\p{C}", "\xCD\xB8", "a"},
+    {"\\p{C}", "\n", "a"},
+    {"[x\\p{C}]", "\xCD\xB8", "a"},
+    {"[x\\p{Cn}\\p{C}]", "x", "a"},
+    {"[\\P{C}]", "a", "\n"},
+    {"[^\\p{C}]", "a", "\xCD\xB8"},
+    {"[^a\\p{C}]", "b", "\n"},
+    {"\xC3\xA4-\xC3\xB6", "\xC3\xA4-\xC3\xB6", "\xC3\xA5"},
+    {"[\xC3\xA4-\xC3\xB6]", "\xC3\xA5", "a"},
+    {"~!@#%&=:;\"'<>,`/_ ", "~!@#%&=:;\"'<>,`/_ ", "x"},
+};
+
+TEST(Regexp, matches) {
+    for (const Pattern& row : k_patterns) {
+        EXPECT_TRUE(matches(row.matched, row.pattern)) << row.pattern;
+        EXPECT_FALSE(matches(row.other, row.pattern)) << row.pattern;
+    }
+}
+
+TEST(Regexp, is_found_anywhere_unless_it_is_tied_down) {
+    EXPECT_TRUE(isFound("xaby", "ab"));
+    EXPECT_TRUE(isFound("xay", ""));
+    EXPECT_FALSE(isFound("xay", "^a"));
+    EXPECT_TRUE(isFound("xa", "a$"));
+    EXPECT_FALSE(isFound("a\nb", "a$"));
+}
+
+TEST(Regexp, refuses_what_the_standard_has_not) {
+    for (const char* const pattern :
+         {"(",       ")",        "(a",      "a)",         "[",          "]",           "[]",
+          "[^]",     "{",        "}",       "a{",         "a{}",        "a{1",         "a{,2}",
+          "a{1,2",   "a{1;2}",   "a{x}",    "a{2,1}",     "*",          "+a",          "?",
+          "(*a)",    "|*",       "a**",     "a*?",        "a{1}{2}",    "a+{2}",       "\\",
+          "\\a",     "\\d",      "\\w",     "\\b",        "\\A",        "\\1",         "\\x61",
+          "\\u0061", "\\/",      "(?:a)",   "(?i)a",      "\\p",        "\\p{",        "\\p{}",
+          "\\pL",    "\\p{X}",   "\\p{Lx}", "\\p{Greek}", "\\p{^L}",    "[a",          "[a-",
+          "[b-a]",   "[a--b]",   "[--a]",   "[a-b-c]",    "[a-\\p{L}]", "[[:alpha:]]", "[[]",
+          "[\\d]",   "[\\p{X}]", "[\\",     "a{1001}",    "\xFF",       "[\xFF]"}) {
+        EXPECT_FALSE(isFound("a", pattern)) << pattern;
+        EXPECT_FALSE(isFound(pattern, pattern)) << pattern;
+        EXPECT_FALSE(matches("", pattern)) << pattern;
+    }
+}
+
+TEST(Regexp, takes_linear_time_for_patterns_that_are_slow_elsewhere) {
+    EXPECT_FALSE(matches(std::string(5000, 'a') + "b", "(a*)*(a|a)*(a?a?)*c"));
+    EXPECT_TRUE(isFound(std::string(5000, 'a'), "(((a+)+)+)+$"));
+}
+
+TEST(Regexp, bounds_what_is_nested) {
+    const auto nested = [](std::size_t depth) {
+        return std::string(depth, '(') + "a" + std::string(depth, ')');
+    };
+    EXPECT_TRUE(matches("a", nested(200)));
+    EXPECT_FALSE(matches("a", nested(201)));
+    EXPECT_FALSE(matches("a", nested(1000000)));
+}
+
+}  // namespace
+}  // namespace orvid_test
