@@ -11,12 +11,11 @@
 namespace {
 
 using orvid_test::CommandResult;
+using orvid_test::isInstalled;
 using orvid_test::runCommand;
 using orvid_test::shell;
 
 const std::string k_folder = ORVID_SOURCE "/completions/";
-
-bool isInstalled(const std::string& program) { return shell("command -v " + program).status == 0; }
 
 /// What bash offers for the last of the words.
 std::string offeredByBash(const std::string& words) {
