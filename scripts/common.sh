@@ -22,11 +22,23 @@ make_locale() {
         { mkdir -p "$LOCPATH" && run localedef -i de_DE -f UTF-8 "$LOCPATH/de_DE.UTF-8"; }
 }
 
+# print_skipped PRESET: which tests of the last run were skipped, and why.
+print_skipped() {
+    awk '/^[0-9]+\/[0-9]+ Test: / { test = $3 }
+        /: Skipped$/ { getline; sub(/^[A-Z ]+: /, ""); print "SKIPPED: " test ": " $0 }
+        /^SKIPPED: / { print "SKIPPED: " test ": " substr($0, 10) }' "build/$1/Testing/Temporary/LastTest.log"
+}
+
+# test_preset PRESET [CTEST ARGUMENTS]
+test_preset() {
+    local preset=$1 status=0
+    shift
+    run ctest --preset "$preset" -j "$(nproc)" "$@" || status=$?
+    print_skipped "$preset"
+    return $status
+}
+
 # build_and_test PRESET [CTEST ARGUMENTS]: configures, builds and tests one preset.
 build_and_test() {
-    local preset=$1
-    shift
-    make_locale && run cmake --preset "$preset" &&
-        run cmake --build --preset "$preset" &&
-        run ctest --preset "$preset" -j "$(nproc)" "$@"
+    make_locale && run cmake --preset "$1" && run cmake --build --preset "$1" && test_preset "$@"
 }

@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -57,9 +58,17 @@ struct Pipes {
     Pipe in;
     Pipe out;
     Pipe err;
+    Pipe startError;  // the errno of a program that cannot be started; closed by one that is
 };
 
-constexpr int k_notStarted = 127;
+std::vector<char*> argumentsOf(const std::vector<std::string>& command) {
+    std::vector<char*> arguments;
+    for (const std::string& word : command) {
+        arguments.push_back(const_cast<char*>(word.c_str()));
+    }
+    arguments.push_back(nullptr);
+    return arguments;
+}
 
 // Only what is allowed between fork and exec.
 [[noreturn]] void becomeProgram(const Pipes& pipes, char* const* arguments) {
@@ -68,15 +77,22 @@ constexpr int k_notStarted = 127;
         dup2(pipes.err.ends[1], STDERR_FILENO) >= 0) {
         execvp(arguments[0], arguments);
     }
-    _exit(k_notStarted);
+    const int error = errno;
+    _exit(write(pipes.startError.ends[1], &error, sizeof error) == sizeof error ? 127 : 126);
+}
+
+// An exit status does not say whether a program was started: 127 is also what a shell answers for a
+// command that it does not find.
+void throwUnlessStarted(const std::string& program, Pipe& startError, pid_t child) {
+    int error = 0;
+    if (read(startError.ends[0], &error, sizeof error) == sizeof error) {
+        waitpid(child, nullptr, 0);
+        throw std::system_error(error, std::generic_category(), program);
+    }
 }
 
 pid_t start(const std::vector<std::string>& command, Pipes& pipes) {
-    std::vector<char*> arguments;
-    for (const std::string& word : command) {
-        arguments.push_back(const_cast<char*>(word.c_str()));
-    }
-    arguments.push_back(nullptr);
+    const std::vector<char*> arguments = argumentsOf(command);
     const pid_t child = fork();
     if (child < 0) {
         failWithErrno("fork");
@@ -87,6 +103,8 @@ pid_t start(const std::vector<std::string>& command, Pipes& pipes) {
     pipes.in.closeEnd(0);
     pipes.out.closeEnd(1);
     pipes.err.closeEnd(1);
+    pipes.startError.closeEnd(1);
+    throwUnlessStarted(command[0], pipes.startError, child);
     return child;
 }
 
@@ -147,9 +165,6 @@ void await(pid_t child, CommandResult& result) {
     }
     result.status = WIFEXITED(state) ? WEXITSTATUS(state) : -1;
     result.signal = WIFSIGNALED(state) ? WTERMSIG(state) : 0;
-    if (result.status == k_notStarted) {
-        throw std::runtime_error("the program cannot be started");
-    }
 }
 
 std::string excerpt(const std::string& text) {
@@ -184,6 +199,30 @@ CommandResult runCommand(const std::vector<std::string>& command, const std::str
     converse(pipes, input, result);
     await(child, result);
     return result;
+}
+
+CommandResult runOnTerminal(const std::vector<std::string>& command) {
+    const std::vector<char*> arguments = argumentsOf(command);
+    Pipe master;
+    master.closeEnd(0);
+    const pid_t child = forkpty(master.ends.data(), nullptr, nullptr, nullptr);
+    if (child < 0) {
+        failWithErrno("forkpty");
+    }
+    if (child == 0) {
+        execvp(arguments[0], arguments.data());
+        _exit(127);
+    }
+    CommandResult result;
+    while (master.ends[0] >= 0) {  // when all have closed the terminal, reading it fails with EIO
+        drain(master, result.out);
+    }
+    await(child, result);
+    return result;
+}
+
+bool isInstalled(const std::string& program) {
+    return runCommand({"sh", "-c", "command -v -- \"$0\"", program}).status == 0;
 }
 
 CommandResult orvid(std::vector<std::string> arguments, const std::string& input) {

@@ -29,8 +29,14 @@ CommandResult printed(const std::string& out);
 CommandResult failed(int status, const std::string& line);
 
 /// Runs the program command[0], found on the PATH where it has no slash, with `input` as its
-/// standard input. Throws std::system_error when it cannot be started.
+/// standard input. Throws std::system_error when it cannot be started; a status of 127 is one like
+/// any other.
 CommandResult runCommand(const std::vector<std::string>& command, const std::string& input = "");
+/// Runs the program with a terminal of its own for all three; what that shows is in `out`. A
+/// program that cannot be started gives the status 127.
+CommandResult runOnTerminal(const std::vector<std::string>& command);
+/// Whether a program of that name is found on the PATH.
+bool isInstalled(const std::string& program);
 /// Runs the command orvid.
 CommandResult orvid(std::vector<std::string> arguments, const std::string& input = "");
 /// Runs `sh -c script`, in which "$0" is the command orvid and "$1", "$2"... are the arguments.
