@@ -27,6 +27,9 @@ public:
     void addWords(CLI::App& app, SCall& call) override {
         app.add_option("FROM", m_from, "the first document; - is standard input")->required();
         app.add_option("TO", m_to, "the second document; - is standard input")->required();
+        app.add_option("--fine-up-to", m_options.fineUpTo,
+                       "Keep single changes up to so many bytes, beyond it what is shorter (1024)")
+            ->type_name("BYTES");
         addLayout(app, call);
     }
 
@@ -42,7 +45,7 @@ public:
         readFile(m_from, from);
         readFile(m_to, to);
         try {
-            out.write(jsonText(ko::Orvid::makePatch(from, to), call.layout));
+            out.write(jsonText(ko::Orvid::makePatch(from, to, m_options), call.layout));
         } catch (const Unwritable& error) {
             throw Failure(ExitStatus::failed, error.what());
         }
@@ -52,6 +55,7 @@ public:
 private:
     std::string m_from;
     std::string m_to;
+    ko::Orvid::DiffOptions m_options;
 };
 
 }  // namespace
