@@ -27,6 +27,10 @@ public:
     void addWords(Words& words, SCall& call) override {
         words.required("FROM", m_from, "the first document; - is standard input");
         words.required("TO", m_to, "the second document; - is standard input");
+        words.number(
+            "--fine-up-to", [this](std::size_t bytes) { m_options.fineUpTo = bytes; }, 0,
+            std::numeric_limits<std::size_t>::max(), "BYTES",
+            "Keep single changes up to so many bytes, beyond it what is shorter (1024)");
         addLayout(words, call);
     }
 
@@ -42,7 +46,7 @@ public:
         readFile(m_from, from);
         readFile(m_to, to);
         try {
-            out.write(jsonText(ko::Orvid::makePatch(from, to), call.layout));
+            out.write(jsonText(ko::Orvid::makePatch(from, to, m_options), call.layout));
         } catch (const Unwritable& error) {
             throw Failure(ExitStatus::failed, error.what());
         }
@@ -52,6 +56,7 @@ public:
 private:
     std::string m_from;
     std::string m_to;
+    ko::Orvid::DiffOptions m_options;
 };
 
 }  // namespace
