@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Longest common subsequences by the table of all pairs of positions.
+// Items as numbers, and what the two sequences have in common.
 
 #include "change/TreeAlign.h"
 
@@ -69,9 +69,9 @@ private:
                treesEqual(m_from[i], m_to[j], ENumberRule::sameText);
     }
 
-    static std::vector<std::size_t> numbersOf(const Element::TArray& array, std::size_t begin,
-                                              std::size_t end, Numbering& numbering) {
-        std::vector<std::size_t> numbers;
+    static std::vector<std::uint64_t> numbersOf(const Element::TArray& array, std::size_t begin,
+                                                std::size_t end, Numbering& numbering) {
+        std::vector<std::uint64_t> numbers;
         for (std::size_t i = begin; i < end; ++i) {
             numbers.push_back(numbering.of(array[i]));
         }
@@ -82,26 +82,8 @@ private:
         Numbering numbering(m_hashes);
         const auto from = numbersOf(m_from, m_begin, m_fromEnd, numbering);
         const auto to = numbersOf(m_to, m_begin, m_toEnd, numbering);
-        // common[i * width + j]: how many can stay of what begins at i and at j.
-        const std::size_t width = to.size() + 1;
-        std::vector<std::uint32_t> common((from.size() + 1) * width, 0);
-        for (std::size_t i = from.size(); i-- > 0;) {
-            for (std::size_t j = to.size(); j-- > 0;) {
-                common[i * width + j] = from[i] == to[j] ? common[(i + 1) * width + j + 1] + 1
-                                                         : std::max(common[(i + 1) * width + j],
-                                                                    common[i * width + j + 1]);
-            }
-        }
-        std::size_t i = 0;
-        std::size_t j = 0;
-        while (i < from.size() && j < to.size()) {
-            if (from[i] == to[j]) {
-                m_result.emplace_back(m_begin + i++, m_begin + j++);
-            } else if (common[(i + 1) * width + j] >= common[i * width + j + 1]) {
-                ++i;
-            } else {
-                ++j;
-            }
+        for (const auto& [i, j] : commonSubsequence(from, to)) {
+            m_result.emplace_back(m_begin + i, m_begin + j);
         }
     }
 

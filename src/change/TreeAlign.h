@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "change/CommonSubsequence.h"
 #include "change/TreeHash.h"
 
 namespace ko::Orvid {
@@ -21,7 +22,5 @@ namespace ko::Orvid {
 std::vector<std::pair<std::size_t, std::size_t>> alignItems(const Element::TArray& from,
                                                             const Element::TArray& to,
                                                             const TreeHashes& hashes);
-
-constexpr std::size_t k_mostAligned = std::size_t{1} << 22;
 
 }  // namespace ko::Orvid
