@@ -34,6 +34,7 @@
 #include <ko/Orvid/SafeFile.h>
 #include <ko/Orvid/SchemaDefaults.h>
 #include <ko/Orvid/sourceExcerpt.h>
+#include <ko/Orvid/SourcePlace.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 #include <ko/Orvid/TypeException.h>
 #include <ko/Orvid/types.h>

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
-// The ownership of a document's root.
+// The ownership of a document's root, and what is asked of its text.
 
 #include <ko/Orvid/Dom.h>
 
 #include <ko/Orvid/Element.h>
 
 #include <utility>
+
+#include "source/Source.h"
 
 namespace ko::Orvid {
 
@@ -18,7 +20,8 @@ Dom::Dom(Dom&& other) noexcept
     : m_root(std::exchange(other.m_root, nullptr)),
       m_ownsRoot(std::exchange(other.m_ownsRoot, false)),
       m_writeMeta(other.m_writeMeta),
-      m_metaKey(std::exchange(other.m_metaKey, k_defaultMetaKey)) {}
+      m_metaKey(std::exchange(other.m_metaKey, k_defaultMetaKey)),
+      m_source(std::move(other.m_source)) {}
 
 Dom& Dom::operator=(Dom&& other) noexcept {
     if (this != &other) {
@@ -27,6 +30,7 @@ Dom& Dom::operator=(Dom&& other) noexcept {
         m_ownsRoot = std::exchange(other.m_ownsRoot, false);
         m_writeMeta = other.m_writeMeta;
         m_metaKey = std::exchange(other.m_metaKey, k_defaultMetaKey);
+        m_source = std::move(other.m_source);
     }
     return *this;
 }
@@ -37,6 +41,14 @@ void Dom::setRoot(Element& root, bool takeOwnership) {
     release();
     m_ownsRoot = takeOwnership;
     m_root = &root;
+}
+
+std::optional<SourcePlace> Dom::placeOf(const Element& element) const {
+    return m_source ? m_source->placeOf(element) : std::nullopt;
+}
+
+const std::string& Dom::file() const noexcept {
+    return m_source ? m_source->file() : Element::k_emptyString;
 }
 
 void Dom::release() noexcept {

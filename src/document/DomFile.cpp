@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Documents from files and into files. What would make a file that is no JSON is found before the
-// file is touched.
+// Documents from text and files, and back. What would make a text that is no JSON is found before
+// any of it is written.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Dom.h>
@@ -11,9 +11,16 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/SafeFile.h>
 
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <system_error>
+#include <utility>
 #include <vector>
+
+#include "source/Source.h"
+#include "tree/TreeEqual.h"
 
 namespace ko::Orvid {
 
@@ -21,6 +28,7 @@ namespace {
 
 constexpr const char* k_read = "read";
 constexpr const char* k_write = "write";
+constexpr const char* k_noRoot = "The document has no root";
 constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
 /// The first line of the message, behind its place where that is known.
@@ -74,16 +82,19 @@ const char* faultOf(const Element& element) {
     return isNoNumber ? "The number is none that JSON can express" : nullptr;
 }
 
-/// Looks at all elements that the document writes.
-void checkValues(const Dom& dom, const std::string& file) {
+struct Fault {
+    const char* text;
+    const Element* element;
+};
+
+/// The first fault of the elements that the document writes.
+std::optional<Fault> findFault(const Dom& dom) {
     std::vector<const Element*> open{dom.root()};
     while (!open.empty()) {
         const Element& element = *open.back();
         open.pop_back();
         if (const char* const fault = faultOf(element)) {
-            const Exception cause(fault, &element);
-            throw FileException(file, k_write,
-                                std::string(fault) + ", at \"" + element.path() + "\"", 0, &cause);
+            return Fault{fault, &element};
         }
         if (element.isObject()) {
             const bool leavesOut = &element == dom.root() && !dom.writeMeta();
@@ -98,6 +109,19 @@ void checkValues(const Dom& dom, const std::string& file) {
             }
         }
     }
+    return std::nullopt;
+}
+
+void requireWritable(const Dom& dom, const std::string& file) {
+    if (dom.root() == nullptr) {
+        throw FileException(file, k_write, k_noRoot);
+    }
+    if (const std::optional<Fault> fault = findFault(dom)) {
+        const Exception cause(fault->text, fault->element);
+        throw FileException(file, k_write,
+                            std::string(fault->text) + ", at \"" + fault->element->path() + "\"", 0,
+                            &cause);
+    }
 }
 
 std::string refusal(int state) {
@@ -106,37 +130,98 @@ std::string refusal(int state) {
                             : "A value was refused, with the state " + std::to_string(state);
 }
 
+std::string generated(const Dom& dom, const WriteOptions& options) {
+    Generator generator(nullptr, options);
+    std::string text = generator.encode(dom);
+    if (generator.state() != 0) {
+        throw Exception(refusal(generator.state()), dom.root());
+    }
+    return text;
+}
+
+std::string laidOut(const Dom& dom, const std::string& file, const WriteOptions& options) {
+    Generator generator(nullptr, options);
+    std::string text = generator.encode(dom);
+    if (generator.state() != 0) {
+        throw FileException(file, k_write, refusal(generator.state()));
+    }
+    return text;
+}
+
+/// Whether the file holds that text already. A file that cannot be read does not.
+bool holds(const std::string& file, std::string_view text) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file, error);
+    if (error || size != text.size()) {
+        return false;
+    }
+    try {
+        return readFile(file) == text;
+    } catch (const FileException&) {
+        return false;
+    }
+}
+
 }  // namespace
 
-Dom Dom::load(const std::string& file, const ReadOptions& options) {
-    std::string text = readFile(file);
-    if (std::string_view(text).substr(0, k_byteOrderMark.size()) == k_byteOrderMark) {
-        text.erase(0, k_byteOrderMark.size());
-    }
+Dom Dom::read(std::string text, const ReadOptions& options, const std::string& file) {
+    const bool hasMark =
+        std::string_view(text).substr(0, k_byteOrderMark.size()) == k_byteOrderMark;
+    const std::size_t begin = hasMark ? k_byteOrderMark.size() : 0;
     Dom dom;
     auto root = std::make_unique<Element>();
     dom.setRoot(*root, true);
     static_cast<void>(root.release());
     dom.setWriteMeta(true);
-    try {
-        DomParser(options).parse(dom, text);
-    } catch (const ParseException& error) {
-        throw FileException(file, k_read, reasonOf(error), 0, &error);
-    }
+    DomParser parser(options);
+    parser.parse(dom, std::string_view(text).substr(begin));
+    dom.m_source = std::make_unique<const Source>(std::move(text), begin, *dom, options, file);
     return dom;
 }
 
-void Dom::save(const std::string& file, const WriteOptions& options) const {
+Dom Dom::parse(std::string_view text, const ReadOptions& options) {
+    return read(std::string(text), options, {});
+}
+
+Dom Dom::load(const std::string& file, const ReadOptions& options) {
+    try {
+        return read(readFile(file), options, file);
+    } catch (const ParseException& error) {
+        throw FileException(file, k_read, reasonOf(error), 0, &error);
+    }
+}
+
+std::string Dom::text() const {
     if (m_root == nullptr) {
-        throw FileException(file, k_write, "The document has no root");
+        throw Exception(k_noRoot);
     }
-    checkValues(*this, file);
-    Generator generator(nullptr, options);
-    const std::string text = generator.encode(*this);
-    if (generator.state() != 0) {
-        throw FileException(file, k_write, refusal(generator.state()));
+    if (const std::optional<Fault> fault = findFault(*this)) {
+        throw Exception(fault->text, fault->element);
     }
-    replaceFile(file, text);
+    return m_source ? sourceText() : generated(*this, WriteOptions());
+}
+
+/// A text of which no places are known was not a whole document. It stays while it says the same.
+std::string Dom::sourceText() const {
+    if (m_source->hasPlaces()) {
+        return m_source->textOf(*m_root, m_writeMeta ? nullptr : &m_metaKey);
+    }
+    const Dom before = read(m_source->text(), m_source->options(), {});
+    return treesEqual(*before, *m_root, ENumberRule::sameText) ? m_source->text()
+                                                               : generated(*this, WriteOptions());
+}
+
+void Dom::save(const std::string& file) const {
+    requireWritable(*this, file);
+    const std::string content = m_source ? sourceText() : laidOut(*this, file, WriteOptions());
+    if (!holds(file, content)) {
+        replaceFile(file, content);
+    }
+}
+
+void Dom::save(const std::string& file, const WriteOptions& options) const {
+    requireWritable(*this, file);
+    replaceFile(file, laidOut(*this, file, options));
 }
 
 }  // namespace ko::Orvid

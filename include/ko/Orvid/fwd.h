@@ -48,6 +48,9 @@ class PathParser;
 class PathParserListener;
 struct ReadOptions;
 class SafeFile;
+class Source;
+struct SourcePlace;
+struct SourceSpan;
 class ToSchemaPathConverter;
 template<class Type>
 class TypeException;
