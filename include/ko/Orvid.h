@@ -38,6 +38,7 @@
 #include <ko/Orvid/SchemaDefaults.h>
 #include <ko/Orvid/serialize.h>
 #include <ko/Orvid/sourceExcerpt.h>
+#include <ko/Orvid/SourcePlace.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 #include <ko/Orvid/TypeException.h>
 #include <ko/Orvid/types.h>

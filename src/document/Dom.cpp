@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The ownership of a document's root.
+// The ownership of a document's root, and what is asked of its text.
 
 #include <ko/Orvid/Dom.h>
 
@@ -8,6 +8,8 @@
 #include <ko/Orvid/Exception.h>
 
 #include <utility>
+
+#include "source/Source.h"
 
 namespace ko::Orvid {
 
@@ -19,7 +21,8 @@ Dom::Dom(Dom&& other) noexcept
     : m_root(std::exchange(other.m_root, nullptr)),
       m_ownsRoot(std::exchange(other.m_ownsRoot, false)),
       m_writeMeta(other.m_writeMeta),
-      m_metaKey(std::exchange(other.m_metaKey, k_defaultMetaKey)) {}
+      m_metaKey(std::exchange(other.m_metaKey, k_defaultMetaKey)),
+      m_source(std::move(other.m_source)) {}
 
 Dom& Dom::operator=(Dom&& other) noexcept {
     if (this != &other) {
@@ -28,6 +31,7 @@ Dom& Dom::operator=(Dom&& other) noexcept {
         m_ownsRoot = std::exchange(other.m_ownsRoot, false);
         m_writeMeta = other.m_writeMeta;
         m_metaKey = std::exchange(other.m_metaKey, k_defaultMetaKey);
+        m_source = std::move(other.m_source);
     }
     return *this;
 }
@@ -45,6 +49,14 @@ Element* Dom::required() const {
         throw Exception("The document has no root!");
     }
     return m_root;
+}
+
+std::optional<SourcePlace> Dom::placeOf(const Element& element) const {
+    return m_source ? m_source->placeOf(element) : std::nullopt;
+}
+
+const std::string& Dom::file() const noexcept {
+    return m_source ? m_source->file() : Element::k_emptyString;
 }
 
 void Dom::release() noexcept {

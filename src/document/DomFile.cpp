@@ -1,19 +1,25 @@
 // SPDX-License-Identifier: MIT
 //
-// Documents from files and into files. What would make a file that is no JSON is found before the
-// file is touched.
+// Documents from text and files, and back. What would make a text that is no JSON is found before
+// any of it is written.
 
+#include <ko/Orvid/Element.h>
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/DomParser.h>
-#include <ko/Orvid/Element.h>
 #include <ko/Orvid/FileException.h>
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/SafeFile.h>
 
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <system_error>
+#include <utility>
 
 #include "document/WriteFault.h"
+#include "source/Source.h"
+#include "tree/TreeEqual.h"
 
 namespace ko::Orvid {
 
@@ -21,6 +27,7 @@ namespace {
 
 constexpr const char* k_read = "read";
 constexpr const char* k_write = "write";
+constexpr const char* k_noRoot = "The document has no root";
 constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
 /// The first line of the message, behind its place where that is known.
@@ -33,9 +40,19 @@ std::string reasonOf(const ParseException& error) {
     return place + error.message().substr(0, error.message().find('\n'));
 }
 
-void requireJson(const Dom& dom, const WriteOptions& options, const std::string& file) {
-    const std::string* const leftOut = dom.writeMeta() ? nullptr : &dom.metaKey();
-    if (const auto fault = findWriteFault(*dom, options, leftOut)) {
+/// What the document would write that is no JSON. One that keeps its source may have been read with
+/// bytes that are no UTF-8, and writes them as they were.
+std::optional<WriteFault> faultOf(const Dom& dom, WriteOptions options, bool keepsSource) {
+    options.allowInvalidUtf8 = options.allowInvalidUtf8 || keepsSource;
+    return findWriteFault(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
+}
+
+void requireWritable(const Dom& dom, const WriteOptions& options, bool keepsSource,
+                     const std::string& file) {
+    if (dom.root() == nullptr) {
+        throw FileException(file, k_write, k_noRoot);
+    }
+    if (const auto fault = faultOf(dom, options, keepsSource)) {
         const Exception cause(fault->message, fault->element);
         throw FileException(file, k_write,
                             std::string(fault->message) + ", at \"" + fault->element->path() + "\"",
@@ -49,38 +66,100 @@ std::string refusal(int state) {
                             : "A value was refused, with the state " + std::to_string(state);
 }
 
+std::string generated(const Dom& dom, const WriteOptions& options) {
+    Generator generator(nullptr, options);
+    std::string text = generator.encode(dom);
+    constexpr int replaced = 6;  // what the options allow, where they ask for ASCII too
+    if (generator.state() != 0 && generator.state() != replaced) {
+        throw Exception(refusal(generator.state()), dom.root());
+    }
+    return text;
+}
+
+std::string laidOut(const Dom& dom, const std::string& file, const WriteOptions& options) {
+    Generator generator(nullptr, options);
+    std::string text = generator.encode(dom);
+    constexpr int replaced = 6;  // what the options allow, where they ask for ASCII too
+    if (generator.state() != 0 && generator.state() != replaced) {
+        throw FileException(file, k_write, refusal(generator.state()));
+    }
+    return text;
+}
+
+/// Whether the file holds that text already. A file that cannot be read does not.
+bool holds(const std::string& file, std::string_view text) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file, error);
+    if (error || size != text.size()) {
+        return false;
+    }
+    try {
+        return readFile(file) == text;
+    } catch (const FileException&) {
+        return false;
+    }
+}
+
 }  // namespace
 
-Dom Dom::load(const std::string& file, const ReadOptions& options) {
-    std::string text = readFile(file);
-    if (std::string_view(text).substr(0, k_byteOrderMark.size()) == k_byteOrderMark) {
-        text.erase(0, k_byteOrderMark.size());
-    }
+Dom Dom::read(std::string text, const ReadOptions& options, const std::string& file) {
+    const bool hasMark =
+        std::string_view(text).substr(0, k_byteOrderMark.size()) == k_byteOrderMark;
+    const std::size_t begin = hasMark ? k_byteOrderMark.size() : 0;
     Dom dom;
     auto root = std::make_unique<Element>();
     dom.setRoot(*root, true);
     static_cast<void>(root.release());
     dom.setWriteMeta(true);
-    try {
-        DomParser(options).parse(dom, text);
-    } catch (const ParseException& error) {
-        throw FileException(file, k_read, reasonOf(error), 0, &error);
-    }
+    DomParser parser(options);
+    parser.parse(dom, std::string_view(text).substr(begin));
+    dom.m_source = std::make_unique<const Source>(std::move(text), begin, *dom, options, file);
     return dom;
 }
 
-void Dom::save(const std::string& file, const WriteOptions& options) const {
+Dom Dom::parse(std::string_view text, const ReadOptions& options) {
+    return read(std::string(text), options, {});
+}
+
+Dom Dom::load(const std::string& file, const ReadOptions& options) {
+    try {
+        return read(readFile(file), options, file);
+    } catch (const ParseException& error) {
+        throw FileException(file, k_read, reasonOf(error), 0, &error);
+    }
+}
+
+std::string Dom::text() const {
     if (m_root == nullptr) {
-        throw FileException(file, k_write, "The document has no root");
+        throw Exception(k_noRoot);
     }
-    requireJson(*this, options, file);
-    Generator generator(nullptr, options);
-    const std::string text = generator.encode(*this);
-    constexpr int replaced = 6;  // what the options allow, where they ask for ASCII too
-    if (generator.state() != 0 && generator.state() != replaced) {
-        throw FileException(file, k_write, refusal(generator.state()));
+    if (const auto fault = faultOf(*this, WriteOptions(), m_source != nullptr)) {
+        throw Exception(fault->message, fault->element);
     }
-    replaceFile(file, text);
+    return m_source ? sourceText() : generated(*this, WriteOptions());
+}
+
+/// A text of which no places are known was not a whole document. It stays while it says the same.
+std::string Dom::sourceText() const {
+    if (m_source->hasPlaces()) {
+        return m_source->textOf(*m_root, m_writeMeta ? nullptr : &m_metaKey);
+    }
+    const Dom before = read(m_source->text(), m_source->options(), {});
+    return treesEqual(*before, *m_root, ENumberRule::sameText) ? m_source->text()
+                                                               : generated(*this, WriteOptions());
+}
+
+void Dom::save(const std::string& file) const {
+    requireWritable(*this, WriteOptions(), m_source != nullptr, file);
+    const std::string content = m_source ? sourceText() : laidOut(*this, file, WriteOptions());
+    if (!holds(file, content)) {
+        replaceFile(file, content);
+    }
+}
+
+void Dom::save(const std::string& file, const WriteOptions& options) const {
+    requireWritable(*this, options, false, file);
+    replaceFile(file, laidOut(*this, file, options));
 }
 
 }  // namespace ko::Orvid

@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 //
-// Dom, a document: a root element and what is to be done with its metadata member.
+// Dom, a document: a root element, what is to be done with its metadata member, and the text that
+// it was read from.
 
 #pragma once
 
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/ReadOptions.h>
+#include <ko/Orvid/SourcePlace.h>
 #include <ko/Orvid/WriteOptions.h>
 
 #include <iosfwd>
+#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace ko::Orvid {
 
@@ -32,20 +37,47 @@ public:
     /// Deletes the root if the document owns it.
     virtual ~Dom();
 
-    /// The document in a file, with a root of its own, and set to write its meta, so that nothing
-    /// is lost when it is saved again. A UTF-8 byte order mark at the beginning is passed over.
-    /// Throws FileException, the cause of which is the ParseException where the text is at fault.
+    ///@{
+    /// The document in a file or a text, with a root of its own, and set to write its meta, so that
+    /// nothing is lost when it is saved again. It keeps the text, and beside the tree, 24 bytes for
+    /// each value, where each stands, so that text() and save() can leave all that is unchanged as
+    /// it is. A UTF-8 byte order mark at the beginning is passed over, and kept. load() throws
+    /// FileException, the cause of which is the ParseException where the text is at fault; parse()
+    /// throws that itself. Linear cost.
     static Dom load(const std::string& file, const ReadOptions& options = ReadOptions::jsonc());
+    static Dom parse(std::string_view text, const ReadOptions& options = ReadOptions::jsonc());
+    ///@}
 
-    /// Gives the file the document as its content, at once (see SafeFile). Throws FileException,
-    /// with the file as it was, also where there is no root, where a value that is to be written is
-    /// of type etEmpty or a number that is no JSON, and where the generator refuses one (see
-    /// Generator::state()). The cause, where there is one, names the element.
-    void save(const std::string& file, const WriteOptions& options = WriteOptions()) const;
+    /// The document as text. One that was loaded or parsed keeps its text: comments, layout and
+    /// spelling stay, and only what differs between text and tree is written anew, in the layout of
+    /// its neighbours. It does not matter how the tree was changed. Any other document is laid out
+    /// as with the default WriteOptions. docs/editing.md shows what becomes of comments.
+    ///
+    /// Reading the text back, with the options it was read with, gives a tree that is equal to this
+    /// one. Without a change it is the text that was read, byte for byte. Throws Exception, with
+    /// the element at fault as context, for what JSON cannot express, and where there is no root.
+    /// Linear cost, except for arrays in which many items changed at once.
+    std::string text() const;
+
+    /// Gives the file text() as its content, at once (see SafeFile); a file that has that content
+    /// already is left alone. Throws FileException, with the file as it was, also where text()
+    /// would throw. The cause, where there is one, names the element.
+    void save(const std::string& file) const;
+
+    /// The same with the document laid out anew, without its comments. Throws also where the
+    /// generator refuses a value (see Generator::state()).
+    void save(const std::string& file, const WriteOptions& options) const;
+
+    /// Where the element stood in the text that the document was loaded or parsed from. Nothing for
+    /// an element that was not read from there, or that is elsewhere in the tree now. Linear cost.
+    std::optional<SourcePlace> placeOf(const Element& element) const;
+    /// The file that the document was loaded from; empty where it was not.
+    const std::string& file() const noexcept;
 
     /// Deletes an owned former root and takes `root`, which the document does not own already. With
     /// `takeOwnership` it must have been made with new; without, it must outlive the document's
-    /// use.
+    /// use. The text that the document was read from stays, and text() compares the new root with
+    /// it.
     void setRoot(Element& root, bool takeOwnership);
 
     Element* root() noexcept { return m_root; }
@@ -62,12 +94,15 @@ public:
 
 private:
     Element* required() const;
+    static Dom read(std::string text, const ReadOptions& options, const std::string& file);
     void release() noexcept;
+    std::string sourceText() const;
 
     Element* m_root = nullptr;
     bool m_ownsRoot = false;
     bool m_writeMeta = false;
     std::string m_metaKey;
+    std::unique_ptr<const Source> m_source;  ///< null unless it was loaded or parsed
 };
 
 }  // namespace ko::Orvid

@@ -52,6 +52,9 @@ class PathParserListener;
 struct QueryOptions;
 struct ReadOptions;
 class SafeFile;
+class Source;
+struct SourcePlace;
+struct SourceSpan;
 class ToSchemaPathConverter;
 template<class Type>
 class TypeException;

@@ -21,6 +21,7 @@ namespace orvid_test {
 namespace {
 
 using ko::Orvid::describe;
+using ko::Orvid::Dom;
 using ko::Orvid::Element;
 using ko::Orvid::Exception;
 using ko::Orvid::Number;
@@ -179,6 +180,30 @@ TEST(Describe, tells_a_patch_and_a_file_that_failed) {
         "out: There is no such place. The place was followed down to the element \"a\".");
     EXPECT_EQ(sentenceOf([] { ko::Orvid::readFile("/no/such/file"); }),
               "Cannot read the file \"/no/such/file\": No such file or directory.");
+}
+
+TEST(Describe, tells_where_the_element_stands_in_its_file) {
+    const ScratchFolder folder;
+    const std::string text = "{\n  \"a\": [1, true]\n}";
+    const Dom loaded = Dom::load(folder.makeFile("a.json", text));
+    const Dom parsed = Dom::parse(text);
+    const auto description = [](const Dom& dom, const char* path) {
+        try {
+            static_cast<void>((*dom).get(path).string());
+        } catch (const Exception& error) {
+            return describe(error, dom);
+        }
+        return std::string();
+    };
+    EXPECT_EQ(description(loaded, "a[1]"),
+              loaded.file() + ":2:12: The element \"a[1]\" is a boolean, but should be a string.");
+    EXPECT_EQ(description(parsed, "a[0]"),
+              "2:9: The element \"a[0]\" is a number, but should be a string.");
+    EXPECT_EQ(description(parsed, "b"),
+              "1:1: The path \"b\" leads nowhere: the root has no \"b\".");
+    EXPECT_EQ(describe(std::runtime_error("x"), parsed), describe(std::runtime_error("x")));
+    EXPECT_EQ(describe(Exception("x", loaded.root()), Dom()),
+              describe(Exception("x", loaded.root())));
 }
 
 TEST(Describe, goes_on_with_the_causes) {

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+//
+// The lists of old and new values with their hashes, and the match of what stands in the same
+// container. What was moved to another is in CounterpartsMoved.cpp.
+
+#include "source/Counterparts.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "source/ChildCursor.h"
+#include "source/Token.h"
+#include "source/Trivia.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::uint32_t k_none = Places::k_none;
+
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
+    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;  // odd, with its bits spread
+    hash = (hash ^ value) * factor;
+    return hash ^ (hash >> 29U);
+}
+
+std::uint64_t hashOfText(EType type, std::string_view text) {
+    return mixed(static_cast<std::uint64_t>(type), std::hash<std::string_view>()(text));
+}
+
+std::uint64_t hashOfToken(std::string_view token) {
+    const EType type = typeOfToken(token.front());
+    return type == etString ? hashOfText(type, stringOfToken(token)) : hashOfText(type, token);
+}
+
+std::uint64_t hashOfScalar(const Element& scalar) {
+    switch (scalar.type()) {
+        case etString:
+            return hashOfText(etString, scalar.string());
+        case etNumber:
+            return hashOfText(etNumber, scalar.number().textView());
+        case etBoolean:
+            return hashOfText(etBoolean, scalar.boolean() ? "true" : "false");
+        default:
+            return hashOfText(etNull, "null");
+    }
+}
+
+/// A container whose children are being listed.
+struct Level {
+    std::uint32_t container;
+    ChildCursor children;
+};
+
+}  // namespace
+
+Counterparts::Counterparts(const Places& places, const Element& root, const std::string* leftOut)
+    : m_places(places) {
+    listOld();
+    hashOld();
+    listNew(root, leftOut);
+    hashNew();
+    pair(0, 0);
+    matchAll();
+    matchMoved();
+}
+
+void Counterparts::listOld() {
+    m_old.resize(m_places.size());
+    m_old[0].begin = m_places[0].begin();
+    for (std::uint32_t value = 0; value < m_places.size(); ++value) {
+        if (!m_places.isContainer(value) || !m_places.hasChildren(value)) {
+            continue;
+        }
+        std::uint32_t position = 0;
+        ChildPlace child = m_places.firstChild(value);
+        for (;; child = m_places.nextChild(value, child)) {
+            OldValue& old = m_old[child.value];
+            old.gapBegin = child.gapBegin;
+            old.begin = child.begin;
+            old.parent = value;
+            old.position = position++;
+            if (!m_places.hasNext(value, child)) {
+                break;
+            }
+        }
+    }
+}
+
+void Counterparts::hashOld() {
+    for (std::uint32_t value = m_places.size(); value-- > 0;) {
+        m_old[value].hash = m_places.isContainer(value) ? hashOldContainer(value)
+                                                        : hashOfToken(m_places.text(value));
+    }
+}
+
+std::uint64_t Counterparts::hashOldContainer(std::uint32_t value) const {
+    const bool isObject = m_places.isObject(value);
+    auto hash = static_cast<std::uint64_t>(isObject ? etObject : etArray);
+    for (const std::uint32_t child : boundChildren(value)) {
+        if (isObject) {
+            hash = mixed(hash, hashOfToken(keyBefore(child)));
+        }
+        hash = mixed(hash, m_old[child].hash);
+    }
+    return hash;
+}
+
+void Counterparts::listNew(const Element& root, const std::string* leftOut) {
+    std::vector<Level> open;
+    const auto add = [&](const Element& element, std::uint32_t parent) {
+        const auto number = static_cast<std::uint32_t>(m_new.size());
+        m_new.push_back({&element, 0, parent, number + 1});
+        if (isContainer(element)) {
+            open.push_back({number, ChildCursor(element)});
+        }
+    };
+    add(root, k_none);
+    while (!open.empty()) {
+        const std::uint32_t container = open.back().container;
+        const Element* const child = open.back().children.next();
+        if (child == nullptr) {
+            m_new[container].next = static_cast<std::uint32_t>(m_new.size());
+            open.pop_back();
+        } else if (leftOut == nullptr || container != 0 || !root.isObject() ||
+                   child->memberKey() != *leftOut) {
+            add(*child, container);
+        }
+    }
+}
+
+void Counterparts::hashNew() {
+    for (auto element = static_cast<std::uint32_t>(m_new.size()); element-- > 0;) {
+        NewValue& value = m_new[element];
+        value.hash =
+            isContainer(*value.element) ? hashNewContainer(element) : hashOfScalar(*value.element);
+    }
+}
+
+std::uint64_t Counterparts::hashNewContainer(std::uint32_t element) const {
+    const NewValue& container = m_new[element];
+    const bool isObject = container.element->isObject();
+    auto hash = static_cast<std::uint64_t>(container.element->type());
+    for (std::uint32_t child = element + 1; child < container.next; child = m_new[child].next) {
+        if (isObject) {
+            hash = mixed(hash, hashOfText(etString, m_new[child].element->memberKey()));
+        }
+        hash = mixed(hash, m_new[child].hash);
+    }
+    return hash;
+}
+
+std::string_view Counterparts::keyBefore(std::uint32_t value) const {
+    const std::size_t begin = m_old[value].begin;
+    return m_places.text(begin, skipString(m_places.text(), begin));
+}
+
+Counterparts::TNumbers Counterparts::childrenBefore(std::uint32_t value) const {
+    TNumbers children;
+    for (std::uint32_t child = value + 1; child < m_places[value].next();
+         child = m_places[child].next()) {
+        children.push_back(child);
+    }
+    return children;
+}
+
+Counterparts::TNumbers Counterparts::childrenNow(std::uint32_t element) const {
+    TNumbers children;
+    for (std::uint32_t child = element + 1; child < m_new[element].next;
+         child = m_new[child].next) {
+        children.push_back(child);
+    }
+    return children;
+}
+
+Counterparts::TNumbers Counterparts::boundChildren(std::uint32_t value) const {
+    TNumbers children = childrenBefore(value);
+    const auto isReplaced = [&](std::uint32_t child) {
+        return m_places[child].element() == nullptr;
+    };
+    if (m_places[value].element() == nullptr ||
+        std::none_of(children.begin(), children.end(), isReplaced)) {
+        return children;
+    }
+    std::unordered_map<std::string, std::uint32_t> firstOf;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> order;
+    for (const std::uint32_t child : children) {
+        const std::uint32_t first =
+            firstOf.emplace(stringOfToken(keyBefore(child)), child).first->second;
+        if (!isReplaced(child)) {
+            order.emplace_back(first, child);
+        }
+    }
+    std::sort(order.begin(), order.end());
+    children.clear();
+    for (const auto& [first, child] : order) {
+        children.push_back(child);
+    }
+    return children;
+}
+
+void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
+    m_old[value].counterpart = element;
+    m_new[element].counterpart = value;
+    if (isSameContainer(value, element)) {
+        m_due.emplace_back(value, element);
+    }
+}
+
+void Counterparts::matchAll() {
+    while (!m_due.empty()) {
+        const auto [value, element] = m_due.back();
+        m_due.pop_back();
+        matchChildren(value, element);
+    }
+}
+
+void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
+    const TNumbers before = boundChildren(value);
+    const TNumbers now = childrenNow(element);
+    if (m_old[value].hash == m_new[element].hash && before.size() == now.size()) {
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            pair(before[i], now[i]);
+        }
+    } else if (m_places.isObject(value)) {
+        matchMembers(before, now);
+    } else {
+        matchItems(before, now);
+    }
+}
+
+void Counterparts::matchMembers(const TNumbers& before, const TNumbers& now) {
+    std::unordered_map<std::string, std::uint32_t> byKey;
+    for (const std::uint32_t value : before) {
+        byKey.emplace(stringOfToken(keyBefore(value)), value);
+    }
+    for (const std::uint32_t element : now) {
+        const auto found = byKey.find(m_new[element].element->memberKey());
+        if (found != byKey.end()) {
+            pair(found->second, element);
+        }
+    }
+    matchByHash(before, now);
+}
+
+/// What is left over of both and has the same value, in order.
+void Counterparts::matchByHash(const TNumbers& before, const TNumbers& now) {
+    std::unordered_map<std::uint64_t, TNumbers> left;
+    for (auto value = before.rbegin(); value != before.rend(); ++value) {
+        if (!isPaired(*value)) {
+            left[m_old[*value].hash].push_back(*value);
+        }
+    }
+    for (const std::uint32_t element : now) {
+        const auto found = left.find(m_new[element].hash);
+        const bool isLeft = m_new[element].counterpart == k_none && found != left.end();
+        if (isLeft && !found->second.empty()) {
+            pair(found->second.back(), element);
+            found->second.pop_back();
+        }
+    }
+}
+
+}  // namespace ko::Orvid

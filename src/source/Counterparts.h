@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+//
+// Counterparts, which value of the text each element of the tree is, whatever was done to the tree
+// since the text was read. Nothing was noted on the way: the two are compared.
+//
+// From the root down, members are the same by their key. Items are the same where their address and
+// value are, then where their value is in a longest common subsequence, then where their value is
+// at all, and else by their address and their neighbours. What is left over is sought in the whole
+// document by its value, and containers by their children's addresses: it was moved or renamed.
+// An address proves nothing by itself, for that of an element that is gone may be used again.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "source/Places.h"
+
+namespace ko::Orvid {
+
+/// A value in the text, and what became of it.
+struct OldValue {
+    std::uint64_t hash = 0;
+    std::size_t gapBegin = 0;  ///< offset after what stands before it in its container
+    std::size_t begin = 0;     ///< offset of its key, or of the value
+    std::uint32_t parent = Places::k_none;
+    std::uint32_t position = 0;  ///< among its siblings in the text, from 0
+    std::uint32_t counterpart = Places::k_none;
+};
+
+/// An element of the tree, in the order in which a text would have them.
+struct NewValue {
+    const Element* element;
+    std::uint64_t hash;
+    std::uint32_t parent;
+    std::uint32_t next;  ///< the first that neither is this one nor lies in it
+    std::uint32_t counterpart = Places::k_none;
+};
+
+class Counterparts {
+public:
+    /// `leftOut` is a key of the root that is not written, or null. Linear in the size of text and
+    /// tree, but for sorting, and for arrays in which many items changed at once.
+    Counterparts(const Places& places, const Element& root, const std::string* leftOut);
+
+    const OldValue& before(std::uint32_t value) const noexcept { return m_old[value]; }
+    const NewValue& now(std::uint32_t element) const noexcept { return m_new[element]; }
+
+    /// The children of a value in the text, in its order, with those of repeated keys.
+    std::vector<std::uint32_t> childrenBefore(std::uint32_t value) const;
+    /// Those that the tree got from there, in its order: a repeated key stands where it stood
+    /// first, with its last value.
+    std::vector<std::uint32_t> boundChildren(std::uint32_t value) const;
+    std::vector<std::uint32_t> childrenNow(std::uint32_t element) const;
+    /// Whether the element is a member, and so has a key.
+    bool isMember(std::uint32_t element) const noexcept {
+        return m_new[element].parent != Places::k_none &&
+               m_new[m_new[element].parent].element->isObject();
+    }
+    bool wasMember(std::uint32_t value) const noexcept {
+        return m_old[value].parent != Places::k_none && m_places.isObject(m_old[value].parent);
+    }
+    /// The key token of a value that was a member.
+    std::string_view keyBefore(std::uint32_t value) const;
+
+private:
+    using TNumbers = std::vector<std::uint32_t>;
+    using TPositions = std::vector<std::pair<std::size_t, std::size_t>>;
+
+    void listOld();
+    void hashOld();
+    void listNew(const Element& root, const std::string* leftOut);
+    void hashNew();
+    std::uint64_t hashOldContainer(std::uint32_t value) const;
+    std::uint64_t hashNewContainer(std::uint32_t element) const;
+
+    void pair(std::uint32_t value, std::uint32_t element);
+    bool isPaired(std::uint32_t value) const { return m_old[value].counterpart != Places::k_none; }
+    void matchAll();
+    void matchChildren(std::uint32_t value, std::uint32_t element);
+    void matchMembers(const TNumbers& before, const TNumbers& now);
+    void matchByHash(const TNumbers& before, const TNumbers& now);
+
+    void matchItems(const TNumbers& before, const TNumbers& now);
+    TPositions unmovedItems(const TNumbers& before, const TNumbers& now) const;
+    TPositions alignItems(const TNumbers& before, const TNumbers& now,
+                          const TPositions& pairs) const;
+    void matchChanged(TNumbers& lost, TNumbers& added);
+    void pairByAddress(TNumbers& lost, TNumbers& added);
+    template<class Matches>
+    void pairInOrder(TNumbers& lost, TNumbers& added, const Matches& matches);
+    bool areAlike(std::uint32_t value, std::uint32_t element) const;
+
+    void matchMoved();
+    std::uint32_t movedFrom(std::uint32_t element) const;
+    std::uint32_t ownerOfChildren(std::uint32_t element) const;
+    bool mayHaveMoved(std::uint32_t value, std::uint32_t element) const;
+    bool haveSameKey(std::uint32_t value, std::uint32_t element) const;
+    bool isSameContainer(std::uint32_t value, std::uint32_t element) const;
+
+    /// The greatest product of the numbers of changed items that are compared with each other.
+    static constexpr std::size_t k_mostCompared = 10000;
+
+    const Places& m_places;
+    std::vector<OldValue> m_old;
+    std::vector<NewValue> m_new;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
+    std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
+    std::unordered_map<std::uint64_t, TNumbers> m_lostByHash;
+    std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+//
+// The search for values that stand in another container now.
+
+#include <algorithm>
+
+#include "source/Counterparts.h"
+#include "source/Token.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::uint32_t k_none = Places::k_none;
+/// How many lost values of the same hash are looked at for one element.
+constexpr std::size_t k_mostCandidates = 16;
+
+}  // namespace
+
+void Counterparts::matchMoved() {
+    for (std::uint32_t value = 0; value < m_places.size(); ++value) {
+        if (!isPaired(value) && m_places[value].element() != nullptr) {
+            m_lostByAddress.emplace(m_places[value].element(), value);
+            m_lostByHash[m_old[value].hash].push_back(value);
+        }
+    }
+    if (m_lostByAddress.empty()) {
+        return;
+    }
+    for (const NewValue& value : m_new) {
+        if (value.counterpart == k_none) {
+            ++m_addedByHash[value.hash];
+        }
+    }
+    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
+        if (m_new[element].counterpart == k_none) {
+            const std::uint32_t value = movedFrom(element);
+            if (value != k_none) {
+                pair(value, element);
+                matchAll();
+            }
+        }
+    }
+}
+
+std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
+    const std::uint32_t owner = ownerOfChildren(element);
+    if (owner != k_none) {
+        return owner;
+    }
+    const auto atAddress = m_lostByAddress.find(m_new[element].element);
+    if (atAddress != m_lostByAddress.end() && mayHaveMoved(atAddress->second, element)) {
+        return atAddress->second;
+    }
+    const auto found = m_lostByHash.find(m_new[element].hash);
+    if (found == m_lostByHash.end()) {
+        return k_none;
+    }
+    const TNumbers& lost = found->second;
+    const auto end =
+        lost.begin() + static_cast<std::ptrdiff_t>(std::min(lost.size(), k_mostCandidates));
+    const auto moved = std::find_if(
+        lost.begin(), end, [&](std::uint32_t value) { return mayHaveMoved(value, element); });
+    return moved == end ? k_none : *moved;
+}
+
+/// The lost container that held the children of this one at the same addresses, at least half of
+/// them unchanged.
+std::uint32_t Counterparts::ownerOfChildren(std::uint32_t element) const {
+    std::uint32_t owner = k_none;
+    std::size_t known = 0;
+    const TNumbers children = childrenNow(element);
+    for (const std::uint32_t child : children) {
+        const auto found = m_lostByAddress.find(m_new[child].element);
+        if (found == m_lostByAddress.end() || m_old[found->second].hash != m_new[child].hash) {
+            continue;
+        }
+        owner = owner == k_none ? m_old[found->second].parent : owner;
+        known += m_old[found->second].parent == owner ? 1U : 0U;
+    }
+    const bool isOwner = owner != k_none && 2 * known >= children.size() && !isPaired(owner) &&
+                         isSameContainer(owner, element);
+    return isOwner ? owner : k_none;
+}
+
+/// Small values are everywhere: they must have kept their key, or be the only ones of their kind.
+bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) const {
+    if (isPaired(value) || m_old[value].hash != m_new[element].hash) {
+        return false;
+    }
+    if (m_places.isContainer(value) && m_places.hasChildren(value)) {
+        return true;
+    }
+    if (wasMember(value) && isMember(element) && haveSameKey(value, element)) {
+        return true;
+    }
+    const EType type = typeOfToken(m_places.text(value).front());
+    const bool isTelling =
+        type == etNumber || (type == etString && m_places.text(value).size() > 2);
+    return isTelling && m_lostByHash.at(m_old[value].hash).size() == 1 &&
+           m_addedByHash.at(m_new[element].hash) == 1;
+}
+
+bool Counterparts::haveSameKey(std::uint32_t value, std::uint32_t element) const {
+    return tokenSays(keyBefore(value), std::string_view(m_new[element].element->memberKey()));
+}
+
+bool Counterparts::isSameContainer(std::uint32_t value, std::uint32_t element) const {
+    return m_places.isContainer(value) &&
+           typeOfToken(m_places.text(value).front()) == m_new[element].element->type();
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+//
+// Gaps, piece by piece.
+
+#include "source/Gap.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "source/Trivia.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+/// A line of a gap: from its newline, which the first has none of, to the next.
+struct Line {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    bool hasComment = false;
+};
+
+std::vector<Line> linesOf(std::string_view text) {
+    std::vector<Line> lines(1);
+    TriviaReader reader(text);
+    std::size_t at = 0;
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        if (piece.kind == PieceKind::newline) {
+            lines.push_back({at, at, false});
+        }
+        at += piece.text.size();
+        lines.back().end = at;
+        lines.back().hasComment = lines.back().hasComment || isComment(piece.kind);
+    }
+    return lines;
+}
+
+template<class Matches>
+std::size_t endOfLast(std::string_view text, const Matches& matches) {
+    TriviaReader reader(text);
+    std::size_t at = 0;
+    std::size_t end = 0;
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        at += piece.text.size();
+        end = matches(piece.kind) ? at : end;
+    }
+    return end;
+}
+
+bool isSolid(PieceKind kind) { return isComment(kind) || kind == PieceKind::comma; }
+
+Gap lineGap(std::string_view text, GapKind kind) {
+    std::size_t tail = 0;
+    if (kind == GapKind::between) {
+        tail = endOfLast(text, [](PieceKind piece) { return piece == PieceKind::comma; });
+    } else if (kind != GapKind::open) {
+        tail = endOfLast(text, isSolid);
+    }
+    return {text.substr(0, tail), {}, text.substr(tail)};
+}
+
+/// The first line of the lead; where a bracket follows, all comments above stay.
+std::size_t leadLine(const std::vector<Line>& lines, GapKind kind) {
+    std::size_t line = lines.size() - 1;
+    if (kind == GapKind::open || kind == GapKind::between) {
+        while (line > 1 && lines[line - 1].hasComment) {
+            --line;
+        }
+    }
+    return line;
+}
+
+template<class Matches>
+bool holds(std::string_view text, const Matches& matches) {
+    TriviaReader reader(text);
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        if (matches(piece.kind)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The comments of a text, with a blank between two.
+std::string commentsOf(std::string_view text) {
+    std::string comments;
+    TriviaReader reader(text);
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        if (isComment(piece.kind)) {
+            comments += comments.empty() ? "" : " ";
+            comments += piece.text;
+        }
+    }
+    return comments;
+}
+
+/// The whitespace after the last comment.
+std::string_view afterComments(std::string_view text) {
+    return text.substr(endOfLast(text, isSolid));
+}
+
+}  // namespace
+
+Gap gapOf(std::string_view text, GapKind kind) {
+    const std::vector<Line> lines = linesOf(text);
+    if (lines.size() == 1) {
+        return lineGap(text, kind);
+    }
+    Gap gap;
+    gap.tail = text.substr(0, lines[0].end);
+    const std::size_t lead = leadLine(lines, kind);
+    for (std::size_t line = 1; line < lead; ++line) {
+        gap.lines.push_back(text.substr(lines[line].begin, lines[line].end - lines[line].begin));
+    }
+    gap.lead = text.substr(lines[lead].begin);
+    const bool isClose = kind == GapKind::close || kind == GapKind::only;
+    if (isClose && lines[lead].hasComment) {
+        const std::size_t end = endOfLast(gap.lead, isSolid);
+        gap.lines.push_back(gap.lead.substr(0, end));
+        gap.lead.remove_prefix(end);
+    }
+    return gap;
+}
+
+bool hasNewline(std::string_view gap) {
+    return holds(gap, [](PieceKind kind) { return kind == PieceKind::newline; });
+}
+
+bool hasComment(std::string_view gap) { return holds(gap, isComment); }
+
+bool hasComma(std::string_view gap) {
+    return holds(gap, [](PieceKind kind) { return kind == PieceKind::comma; });
+}
+
+bool endsInLineComment(std::string_view gap) {
+    TriviaReader reader(gap);
+    PieceKind last = PieceKind::end;
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        last = piece.kind;
+    }
+    return last == PieceKind::lineComment;
+}
+
+bool isBlankLine(std::string_view line) { return !holds(line, isSolid); }
+
+std::string withoutComma(std::string_view gap) {
+    std::string text;
+    TriviaReader reader(gap);
+    bool dropsBlank = false;
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        if (piece.kind == PieceKind::comma) {
+            const std::size_t last = text.find_last_not_of(" \t\r\v\f");
+            dropsBlank = last != std::string::npos && text[last] == '\n';
+            text.erase(dropsBlank ? text.size() : last + 1);
+        } else if (piece.kind != PieceKind::whitespace || !dropsBlank) {
+            text += piece.text;
+            dropsBlank = false;
+        }
+    }
+    return text;
+}
+
+std::string breakOf(std::string_view lead) {
+    std::string text;
+    bool isOpen = true;
+    TriviaReader reader(lead);
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        if (piece.kind == PieceKind::newline) {
+            text.clear();
+            isOpen = true;
+        }
+        isOpen = isOpen && !isComment(piece.kind);
+        if (isOpen) {
+            text += piece.text;
+        }
+    }
+    return text;
+}
+
+std::string_view indentOf(std::string_view lineBreak) {
+    const std::size_t newline = lineBreak.rfind('\n');
+    const std::string_view rest =
+        newline == std::string_view::npos ? lineBreak : lineBreak.substr(newline + 1);
+    return rest.substr(0, std::min(rest.find_first_not_of(" \t\r\v\f"), rest.size()));
+}
+
+std::string leadAfter(std::string_view lineBreak, std::string_view lead) {
+    if (!hasComment(lead)) {
+        return std::string(lineBreak);
+    }
+    const bool hasLines = hasNewline(lead);
+    const bool mayJoin = !hasNewline(lineBreak) && !holds(lead, [](PieceKind kind) {
+        return kind == PieceKind::lineComment;
+    });
+    if (hasLines && !mayJoin) {
+        return withoutComma(lead);
+    }
+    return std::string(lineBreak) + commentsOf(lead) +
+           std::string(hasLines ? " " : afterComments(lead));
+}
+
+std::string Reindent::apply(std::string_view text) const {
+    std::string result;
+    std::size_t at = 0;
+    while (!isNone() && at < text.size()) {
+        const std::size_t newline = text.find('\n', at);
+        if (newline == std::string_view::npos) {
+            break;
+        }
+        result.append(text, at, newline + 1 - at);
+        at = newline + 1;
+        const bool isIndented = text.substr(at, from.size()) == from;
+        const bool isBlank = at < text.size() && (text[at] == '\n' || text[at] == '\r');
+        if (isIndented && !isBlank) {
+            result += to;
+            at += from.size();
+        }
+    }
+    return result.append(text.substr(at));
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+//
+// Habits, how a document is laid out, for what is new in it and has no neighbours to go by.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "source/Places.h"
+
+namespace ko::Orvid {
+
+/// How often something was seen one way and the other.
+struct Votes {
+    std::size_t yes = 0;
+    std::size_t no = 0;
+
+    void add(bool vote) noexcept { ++(vote ? yes : no); }
+    bool any() const noexcept { return yes + no > 0; }
+};
+
+/// The defaults are those of a document that shows no habit: four blanks for each level.
+struct Habits {
+    std::string newline = "\n";
+    std::string indent = "    ";  ///< for each level
+    std::string colon = ": ";     ///< with the whitespace around it
+    std::string comma = " ";      ///< the whitespace after it on a line
+    std::string objectPad;        ///< within the braces of an object on one line
+    std::string arrayPad;
+    bool breaksLines = true;         ///< members and items stand on lines of their own
+    bool breaksScalarArrays = true;  ///< also the items of arrays that hold no containers
+    bool endsWithComma = false;      ///< the last of them has a comma
+};
+
+/// The habits of a document, by its first few thousand containers.
+Habits habitsOf(const Places& places);
+
+/// The text of a gap of the container `value`: the first, and the last.
+std::string_view openGap(const Places& places, std::uint32_t value);
+std::string_view closeGap(const Places& places, std::uint32_t value);
+
+/// Whether children of the container, which has some, begin on lines of their own, or its bracket
+/// closes on one.
+bool isManyLine(const Places& places, std::uint32_t container);
+
+}  // namespace ko::Orvid

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+//
+// Places, where in a text the values of a tree stand: a table beside the tree, so that elements
+// need not grow. It is made in one pass over a text that was read before, and tied to the elements
+// by their addresses, which may be looked up but never followed: an element may be gone, and
+// another may have its address.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace ko::Orvid {
+
+/// A value in the text. Offsets have 48 bits, so that it takes 24 bytes.
+class ValuePlace {
+public:
+    ValuePlace(std::uint64_t begin, std::uint64_t end, std::uint32_t next) noexcept
+        : m_begin(static_cast<std::uint32_t>(begin)),
+          m_end(static_cast<std::uint32_t>(end)),
+          m_beginHigh(static_cast<std::uint16_t>(begin >> k_lowBits)),
+          m_endHigh(static_cast<std::uint16_t>(end >> k_lowBits)),
+          m_next(next) {}
+
+    /// The offsets of its first byte and of the byte after its last.
+    std::size_t begin() const noexcept { return joined(m_beginHigh, m_begin); }
+    std::size_t end() const noexcept { return joined(m_endHigh, m_end); }
+    /// The number of the first value that neither is this one nor lies in it.
+    std::uint32_t next() const noexcept { return m_next; }
+    /// The element that was read from here; null for a value that a repeated key has replaced, and
+    /// for all that lies in it.
+    const Element* element() const noexcept { return m_element; }
+
+    void setElement(const Element* element) noexcept { m_element = element; }
+    void close(std::uint64_t end, std::uint32_t next) noexcept {
+        m_end = static_cast<std::uint32_t>(end);
+        m_endHigh = static_cast<std::uint16_t>(end >> k_lowBits);
+        m_next = next;
+    }
+
+private:
+    static constexpr unsigned int k_lowBits = 32;
+
+    static std::size_t joined(std::uint16_t high, std::uint32_t low) noexcept {
+        return static_cast<std::size_t>(std::uint64_t{high} << k_lowBits | low);
+    }
+
+    const Element* m_element = nullptr;
+    std::uint32_t m_begin;
+    std::uint32_t m_end;
+    std::uint16_t m_beginHigh;
+    std::uint16_t m_endHigh;
+    std::uint32_t m_next;
+};
+
+/// A member or item of a container in the text.
+struct ChildPlace {
+    std::uint32_t value;   ///< its number in the table
+    std::size_t gapBegin;  ///< offset after the value before it, or after the opening bracket
+    std::size_t begin;     ///< offset of its first byte: its key's, or its value's
+    std::size_t keyEnd;    ///< offset after its key; `begin` where it has none
+};
+
+/// All values of a text in its order, each before those that lie in it. The text must stay where it
+/// is.
+class Places {
+public:
+    static constexpr std::uint32_t k_none = 0xFFFFFFFFU;
+
+    /// Finds the values of `text`, from the offset `begin` on, in which `root` was read. They stay
+    /// empty when text and tree do not go together, as for a text that ends early. Linear cost.
+    void note(std::string_view text, std::size_t begin, const Element& root);
+
+    bool empty() const noexcept { return m_values.empty(); }
+    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(m_values.size()); }
+    const ValuePlace& operator[](std::uint32_t value) const noexcept { return m_values[value]; }
+    std::string_view text() const noexcept { return m_text; }
+    std::string_view text(std::uint32_t value) const noexcept {
+        return m_text.substr(m_values[value].begin(),
+                             m_values[value].end() - m_values[value].begin());
+    }
+    std::string_view text(std::size_t begin, std::size_t end) const noexcept {
+        return m_text.substr(begin, end - begin);
+    }
+
+    bool isObject(std::uint32_t value) const noexcept { return firstByte(value) == '{'; }
+    bool isContainer(std::uint32_t value) const noexcept {
+        return isObject(value) || firstByte(value) == '[';
+    }
+    /// Whether it holds a value.
+    bool hasChildren(std::uint32_t value) const noexcept {
+        return m_values[value].next() > value + 1;
+    }
+
+    /// The first child of a container, which must have one.
+    ChildPlace firstChild(std::uint32_t container) const noexcept;
+    /// The child that follows `child`, unless that is the last: see hasNext().
+    ChildPlace nextChild(std::uint32_t container, const ChildPlace& child) const noexcept;
+    bool hasNext(std::uint32_t container, const ChildPlace& child) const noexcept {
+        return m_values[child.value].next() < m_values[container].next();
+    }
+    /// All children, in the order of the text.
+    std::vector<ChildPlace> children(std::uint32_t container) const;
+    /// The key of a member, with its quotes.
+    std::string_view key(const ChildPlace& child) const noexcept {
+        return text(child.begin, child.keyEnd);
+    }
+
+    /// The number of the value from which the element was read; k_none when there is none. Fast for
+    /// an element whose ancestors are where they were, or else linear.
+    std::uint32_t find(const Element& element) const;
+    /// The container of a value that is not the root, and the value's place in it.
+    std::pair<std::uint32_t, ChildPlace> parentOf(std::uint32_t value) const;
+
+private:
+    struct Open;
+
+    char firstByte(std::uint32_t value) const noexcept { return m_text[m_values[value].begin()]; }
+    ChildPlace childAt(std::uint32_t container, std::uint32_t value,
+                       std::size_t gapBegin) const noexcept;
+    std::uint32_t add(std::size_t begin, std::size_t end);
+    bool scan(std::size_t at);
+    std::size_t scanValue(std::size_t at, std::vector<Open>& open);
+    bool bind(const Element& root);
+    bool bindChildren(std::uint32_t container);
+    bool bindItems(std::uint32_t array);
+    bool bindMembers(std::uint32_t object);
+    bool bindRepeated(std::uint32_t object);
+    bool bindTo(std::uint32_t value, const Element& element);
+
+    std::string_view m_text;
+    std::vector<ValuePlace> m_values;
+};
+
+}  // namespace ko::Orvid

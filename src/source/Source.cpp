@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+//
+// The text of a document, as it was or with what changed.
+
+#include "source/Source.h"
+
+#include <ko/Orvid/Object.h>
+
+#include <utility>
+
+#include "source/Counterparts.h"
+#include "source/isAsRead.h"
+#include "source/SourceWriter.h"
+#include "text/LineCounter.h"
+
+namespace ko::Orvid {
+
+Source::Source(std::string text, std::size_t begin, const Element& root, const ReadOptions& options,
+               std::string file)
+    : m_text(std::move(text)), m_file(std::move(file)), m_options(options) {
+    m_places.note(m_text, begin, root);
+}
+
+std::string Source::textOf(const Element& root, const std::string* leftOut) const {
+    const bool isWhole =
+        leftOut == nullptr || !root.isObject() || !root.object().contains(*leftOut);
+    if (isWhole && isAsRead(m_places, 0, root)) {
+        return m_text;
+    }
+    const Counterparts counterparts(m_places, root, isWhole ? nullptr : leftOut);
+    return SourceWriter(m_places, counterparts).run();
+}
+
+std::optional<SourcePlace> Source::placeOf(const Element& element) const {
+    const std::uint32_t value = m_places.find(element);
+    if (value == Places::k_none) {
+        return std::nullopt;
+    }
+    SourcePlace place;
+    static_cast<SourceSpan&>(place) = span(m_places[value].begin(), m_places[value].end());
+    if (value != 0) {
+        const auto [container, child] = m_places.parentOf(value);
+        if (m_places.isObject(container)) {
+            place.key = span(child.begin, child.keyEnd);
+        }
+    }
+    return place;
+}
+
+SourceSpan Source::span(std::size_t begin, std::size_t end) const {
+    const LineAndColumn place = LineCounter().place(m_text, begin);
+    return {begin, end - begin, static_cast<std::size_t>(place.line),
+            static_cast<std::size_t>(place.column)};
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+//
+// Source, the text of a document beside its tree, with the places of all values in it.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/ReadOptions.h>
+#include <ko/Orvid/SourcePlace.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "source/Places.h"
+
+namespace ko::Orvid {
+
+class Source {
+public:
+    /// The text from which `root` was read just now, from the offset `begin` on, and the name of
+    /// its file, empty where it has none.
+    Source(std::string text, std::size_t begin, const Element& root, const ReadOptions& options,
+           std::string file);
+    Source(const Source&) = delete;
+    Source& operator=(const Source&) = delete;
+    ~Source() = default;
+
+    const std::string& text() const noexcept { return m_text; }
+    const std::string& file() const noexcept { return m_file; }
+    const ReadOptions& options() const noexcept { return m_options; }
+    /// Whether the places are known: not those of a text that ended early.
+    bool hasPlaces() const noexcept { return !m_places.empty(); }
+
+    /// The text with the changes that were made to the tree. `root` need not be the element that
+    /// was read; it must be JSON, and the places known. `leftOut` is a key of the root that is not
+    /// written, or null.
+    std::string textOf(const Element& root, const std::string* leftOut) const;
+    /// Where the element stood when it was read.
+    std::optional<SourcePlace> placeOf(const Element& element) const;
+
+private:
+    SourceSpan span(std::size_t begin, std::size_t end) const;
+
+    const std::string m_text;
+    const std::string m_file;
+    const ReadOptions m_options;
+    Places m_places;
+};
+
+}  // namespace ko::Orvid

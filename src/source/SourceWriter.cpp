@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+//
+// The walk that writes a tree into its text.
+
+#include "source/SourceWriter.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "source/isAsRead.h"
+#include "source/Token.h"
+#include "source/Trivia.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::uint32_t k_none = Places::k_none;
+
+/// As many of the numbers as ascend, which are all different. O(n log n).
+std::vector<std::size_t> longestAscent(const std::vector<std::size_t>& numbers) {
+    std::vector<std::size_t> ends;  // of the best ascents of each length: places in `numbers`
+    std::vector<std::size_t> former(numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const auto longer = std::lower_bound(
+            ends.begin(), ends.end(), numbers[i],
+            [&](std::size_t end, std::size_t number) { return numbers[end] < number; });
+        former[i] = longer == ends.begin() ? i : *std::prev(longer);
+        if (longer == ends.end()) {
+            ends.push_back(i);
+        } else {
+            *longer = i;
+        }
+    }
+    std::vector<std::size_t> ascent;
+    for (std::size_t i = ends.size(), at = ends.empty() ? 0 : ends.back(); i > 0; --i) {
+        ascent.push_back(numbers[at]);
+        at = former[at];
+    }
+    return ascent;
+}
+
+}  // namespace
+
+std::string SourceWriter::run() {
+    const std::string_view text = m_places.text();
+    m_out.reserve(text.size() + text.size() / 8);
+    m_out = text.substr(0, m_places[0].begin());
+    writeValue({0, 0}, {}, {});
+    while (!m_open.empty()) {
+        step();
+    }
+    m_out += text.substr(m_places[0].end());
+    return std::move(m_out);
+}
+
+void SourceWriter::step() {
+    Frame& frame = m_open.back();
+    const std::string gap = m_gaps.gap(frame);
+    m_out += gap;
+    if (frame.written == frame.items.size()) {
+        m_out += m_counterparts.now(frame.self.now).element->isObject() ? '}' : ']';
+        m_open.pop_back();
+        return;
+    }
+    if (hasNewline(gap)) {
+        frame.itemIndent = indentOf(breakOf(gap));
+    }
+    const Item item = frame.items[frame.written++];
+    frame.itemReindent = m_gaps.reindentOf(frame, item, frame.itemIndent);
+    if (item.before != k_none && m_counterparts.before(item.before).parent == frame.self.before) {
+        frame.nearest = m_counterparts.before(item.before).position;
+    }
+    writeItem(item);
+}
+
+void SourceWriter::writeItem(const Item& item) {
+    const Frame& frame = m_open.back();
+    const Reindent reindent = frame.itemReindent;
+    const std::string indent = frame.itemIndent;
+    if (item.now == k_none) {
+        copy(m_places.text(m_counterparts.before(item.before).begin, m_places[item.before].end()),
+             reindent);
+        return;
+    }
+    writeKey(item, reindent);
+    writeValue(item, indent, reindent);
+}
+
+std::string_view SourceWriter::colonBefore(std::uint32_t value) const {
+    const std::size_t keyEnd =
+        m_counterparts.before(value).begin + m_counterparts.keyBefore(value).size();
+    return m_places.text(keyEnd, m_places[value].begin());
+}
+
+void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
+    const bool wasMember = item.before != k_none && m_counterparts.wasMember(item.before);
+    if (!m_counterparts.isMember(item.now)) {
+        if (wasMember) {
+            writeColonComments(item, reindent);
+        }
+        return;
+    }
+    const std::string& key = m_counterparts.now(item.now).element->memberKey();
+    if (wasMember && tokenSays(m_counterparts.keyBefore(item.before), std::string_view(key))) {
+        m_out += m_counterparts.keyBefore(item.before);
+    } else {
+        appendQuoted(m_out, key);
+    }
+    if (wasMember) {
+        copy(colonBefore(item.before), reindent);
+    } else {
+        m_out += m_gaps.colon(m_open.back());
+    }
+}
+
+/// A member that becomes an item has no colon, but may have comments around it.
+void SourceWriter::writeColonComments(const Item& item, const Reindent& reindent) {
+    TriviaReader reader(colonBefore(item.before));
+    for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
+        if (isComment(piece.kind)) {
+            copy(piece.text, reindent);
+            m_out += piece.kind == PieceKind::lineComment
+                         ? m_gaps.habits().newline + m_open.back().itemIndent
+                         : " ";
+        }
+    }
+}
+
+void SourceWriter::writeValue(const Item& item, const std::string& indent,
+                              const Reindent& reindent) {
+    const NewValue& now = m_counterparts.now(item.now);
+    const bool isContainer = now.element->isObject() || now.element->isArray();
+    const bool wasRead = item.before != k_none;
+    if (wasRead && isContainer && item.before != 0 &&
+        m_counterparts.before(item.before).hash == now.hash &&
+        isAsRead(m_places, item.before, *now.element)) {
+        copy(m_places.text(item.before), reindent);
+    } else if (isContainer) {
+        open(item, indent, reindent);
+    } else if (wasRead && tokenSays(m_places.text(item.before), *now.element)) {
+        m_out += m_places.text(item.before);
+    } else {
+        appendScalar(m_out, *now.element);
+    }
+}
+
+void SourceWriter::open(const Item& item, const std::string& indent, const Reindent& reindent) {
+    const EType type = m_counterparts.now(item.now).element->type();
+    const bool isKept =
+        item.before != k_none && typeOfToken(m_places.text(item.before).front()) == type;
+    Frame frame{};
+    frame.self = {isKept ? item.before : k_none, item.now};
+    frame.lineIndent = indent;
+    frame.itemIndent = indent;
+    frame.reindent = isKept ? reindent : Reindent();
+    listItems(frame);
+    frame.breaksLines = frame.siblings.empty() && !frame.items.empty() &&
+                        m_gaps.breaksLines(frame, m_open.empty() ? nullptr : &m_open.back());
+    m_out += type == etObject ? '{' : '[';
+    m_open.push_back(std::move(frame));
+}
+
+void SourceWriter::listItems(Frame& frame) const {
+    for (const std::uint32_t child : m_counterparts.childrenNow(frame.self.now)) {
+        frame.items.push_back({m_counterparts.now(child).counterpart, child});
+    }
+    if (frame.self.before == k_none) {
+        return;
+    }
+    frame.siblings = m_counterparts.childrenBefore(frame.self.before);
+    frame.stays = stayingSiblings(frame);
+    if (isInTextOrder(frame)) {
+        frame.items.clear();
+        for (const std::uint32_t sibling : frame.siblings) {
+            frame.items.push_back({sibling, m_counterparts.before(sibling).counterpart});
+        }
+        frame.stays.assign(frame.siblings.size(), true);
+    }
+}
+
+/// As many of the siblings that are still here as keep their order.
+std::vector<bool> SourceWriter::stayingSiblings(const Frame& frame) const {
+    std::vector<std::size_t> positions;
+    for (const Item& item : frame.items) {
+        if (item.before != k_none &&
+            m_counterparts.before(item.before).parent == frame.self.before) {
+            positions.push_back(m_counterparts.before(item.before).position);
+        }
+    }
+    std::vector<bool> stays(frame.siblings.size());
+    for (const std::size_t position : longestAscent(positions)) {
+        stays[position] = true;
+    }
+    return stays;
+}
+
+/// Whether keys are repeated in the text, but all that changed is values: then the members that
+/// are replaced can stay as well.
+bool SourceWriter::isInTextOrder(const Frame& frame) const {
+    if (std::none_of(frame.siblings.begin(), frame.siblings.end(), [&](std::uint32_t sibling) {
+            return m_places[sibling].element() == nullptr;
+        })) {
+        return false;
+    }
+    std::vector<std::uint32_t> now;
+    for (const Item& item : frame.items) {
+        now.push_back(item.before);
+    }
+    return now == m_counterparts.boundChildren(frame.self.before);
+}
+
+void SourceWriter::copy(std::string_view text, const Reindent& reindent) {
+    if (reindent.isNone()) {
+        m_out += text;
+    } else {
+        m_out += reindent.apply(text);
+    }
+}
+
+}  // namespace ko::Orvid

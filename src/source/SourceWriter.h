@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+//
+// SourceWriter writes a tree into the text that it was read from: what is unchanged is copied, with
+// all that stands around it, and only what changed is written anew.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "source/Counterparts.h"
+#include "source/Frame.h"
+#include "source/GapMaker.h"
+#include "source/Places.h"
+
+namespace ko::Orvid {
+
+/// Writes one text. Does not recurse. The tree must be JSON.
+class SourceWriter {
+public:
+    SourceWriter(const Places& places, const Counterparts& counterparts)
+        : m_places(places), m_counterparts(counterparts), m_gaps(places, counterparts) {}
+
+    std::string run();
+
+private:
+    void step();
+    void writeItem(const Item& item);
+    void writeKey(const Item& item, const Reindent& reindent);
+    void writeColonComments(const Item& item, const Reindent& reindent);
+    std::string_view colonBefore(std::uint32_t value) const;
+    void writeValue(const Item& item, const std::string& indent, const Reindent& reindent);
+    void open(const Item& item, const std::string& indent, const Reindent& reindent);
+    void listItems(Frame& frame) const;
+    std::vector<bool> stayingSiblings(const Frame& frame) const;
+    bool isInTextOrder(const Frame& frame) const;
+    void copy(std::string_view text, const Reindent& reindent);
+
+    const Places& m_places;
+    const Counterparts& m_counterparts;
+    GapMaker m_gaps;
+    std::vector<Frame> m_open;
+    std::string m_out;
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+//
+// What is promised of documents that keep their text, tried on documents with comments everywhere
+// and on edits of every kind. fuzz/source.cpp does the same without an end.
+
+#include <gtest/gtest.h>
+#include <ko/Orvid.h>
+
+#include <algorithm>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/CommentedJson.h"
+#include "support/Document.h"
+#include "support/RandomEdits.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
+using ko::Orvid::ReadOptions;
+using ko::Orvid::SourcePlace;
+
+constexpr unsigned k_documents = 400;
+
+/// A document, and choices that go on after it.
+struct Subject {
+    explicit Subject(unsigned seed) : random(seed), document(makeCommentedJson(choose)) {
+        ReadOptions withoutCommas = ReadOptions::jsonc();
+        withoutCommas.allowTrailingCommas = false;
+        try {
+            Dom::parse(document.text, withoutCommas);
+            options = withoutCommas;
+        } catch (const ko::Orvid::ParseException&) {
+            options = ReadOptions::jsonc();
+        }
+    }
+
+    Dom read() const { return Dom::parse(document.text, options); }
+
+    std::mt19937 random;
+    const Choice choose = [this](unsigned count) {
+        return static_cast<unsigned>(random() % count);
+    };
+    const CommentedJson document;
+    ReadOptions options = ReadOptions::jsonc();  ///< with trailing commas only where it has some
+};
+
+Element& elementAt(Dom& dom, const CommentedValue& value) {
+    JsonPointer pointer;
+    for (const std::string& step : value.pointer) {
+        pointer.push_back(step);
+    }
+    return pointer.get(*dom);
+}
+
+std::vector<int> commentsWithout(const Subject& subject, const CommentedValue& value) {
+    std::vector<int> comments = CommentedJson::commentsIn(subject.document.text);
+    comments.erase(std::remove_if(comments.begin(), comments.end(),
+                                  [&](int number) { return value.comments.count(number) > 0; }),
+                   comments.end());
+    return comments;
+}
+
+bool isBlank(const std::string& line) {
+    return line.find_first_not_of(" \t\r") == std::string::npos;
+}
+
+/// The most blank lines that follow each other.
+std::size_t longestHole(const std::string& text) {
+    std::size_t longest = 0;
+    std::size_t length = 0;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        length = isBlank(line) ? length + 1 : 0;
+        longest = std::max(longest, length);
+    }
+    return longest;
+}
+
+/// Calls `check` for many documents, until it fails.
+template<class Check>
+void forEachDocument(const Check& check) {
+    for (unsigned seed = 0; seed < k_documents && !testing::Test::HasFailure(); ++seed) {
+        const Subject subject(seed);
+        SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + subject.document.text);
+        check(subject);
+    }
+}
+
+TEST(KeepsSource, writes_the_same_bytes_without_an_edit) {
+    forEachDocument(
+        [](const Subject& subject) { EXPECT_EQ(subject.read().text(), subject.document.text); });
+}
+
+TEST(KeepsSource, changes_only_the_token_of_a_scalar) {
+    forEachDocument([](const Subject& subject) {
+        Dom dom = subject.read();
+        for (Element* const element : RandomEdits::allOf(*dom)) {
+            if (element->isObject() || element->isArray()) {
+                continue;
+            }
+            const SourcePlace place = dom.placeOf(*element).value();
+            const Element former = *element;
+            *element = Element("replaced");
+            std::string expected = subject.document.text;
+            expected.replace(place.offset, place.length, "\"replaced\"");
+            EXPECT_EQ(dom.text(), expected);
+            *element = former;
+        }
+        EXPECT_EQ(dom.text(), subject.document.text);
+    });
+}
+
+TEST(KeepsSource, removes_a_value_with_its_comments_and_no_other) {
+    forEachDocument([](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            RandomEdits::erase(elementAt(dom, value));
+            const std::string text = dom.text();
+            EXPECT_EQ(CommentedJson::commentsIn(text), commentsWithout(subject, value)) << text;
+            EXPECT_LE(longestHole(text), longestHole(subject.document.text)) << text;
+            EXPECT_EQ(compact(*Dom::parse(text, subject.options)), compact(*dom)) << text;
+        }
+    });
+}
+
+/// Whether `text` is `former` with some bytes added in one place, and perhaps a comma in another.
+bool isInsertion(const std::string& former, const std::string& text) {
+    const auto differ = std::mismatch(former.begin(), former.end(), text.begin(), text.end());
+    std::string rest(differ.second, text.end());
+    const std::string formerRest(differ.first, former.end());
+    if (!rest.empty() && rest.front() == ',' && rest.size() > formerRest.size()) {
+        const auto next =
+            std::mismatch(formerRest.begin(), formerRest.end(), rest.begin() + 1, rest.end());
+        const std::string end(next.first, formerRest.end());
+        if (rest.size() >= end.size() &&
+            rest.compare(rest.size() - end.size(), end.size(), end) == 0) {
+            return true;
+        }
+    }
+    return rest.size() >= formerRest.size() &&
+           rest.compare(rest.size() - formerRest.size(), formerRest.size(), formerRest) == 0;
+}
+
+TEST(KeepsSource, adds_a_value_without_touching_another) {
+    forEachDocument([](const Subject& subject) {
+        Dom dom = subject.read();
+        const std::size_t count = RandomEdits::allOf(*dom).size();
+        for (std::size_t i = 0; i < count; ++i) {
+            Dom edited = subject.read();
+            Element& parent = *RandomEdits::allOf(*edited)[i];
+            const bool hadSiblings = RandomEdits::allOf(parent).size() > 1;
+            if (parent.isObject()) {
+                parent.object().insert({"added", Element(99)});
+            } else if (parent.isArray()) {
+                parent.array().push_back(Element(99));
+            }
+            const std::string text = edited.text();
+            EXPECT_TRUE(!hadSiblings || isInsertion(subject.document.text, text)) << text;
+            EXPECT_EQ(CommentedJson::commentsIn(text),
+                      CommentedJson::commentsIn(subject.document.text));
+            EXPECT_EQ(compact(*Dom::parse(text, subject.options)), compact(*edited)) << text;
+        }
+    });
+}
+
+TEST(KeepsSource, takes_comments_along_with_a_value_that_moves) {
+    forEachDocument([](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            Element& element = elementAt(dom, value);
+            if (!(*dom).isObject() || !element.isObject() || element.object().size() < 2) {
+                continue;
+            }
+            Element moved = std::move(element);
+            RandomEdits::erase(element);
+            (*dom).object().resetMember("moved") = std::move(moved);
+            std::vector<int> expected = CommentedJson::commentsIn(subject.document.text);
+            std::vector<int> comments = CommentedJson::commentsIn(dom.text());
+            std::sort(expected.begin(), expected.end());
+            std::sort(comments.begin(), comments.end());
+            EXPECT_EQ(comments, expected) << dom.text();
+        }
+    });
+}
+
+TEST(KeepsSource, reads_back_as_the_tree_after_any_edits) {
+    forEachDocument([](const Subject& subject) {
+        Dom dom = subject.read();
+        RandomEdits edits(subject.choose);
+        for (unsigned i = 0; i < 4; ++i) {
+            edits.run(*dom);
+            CHECK_LINKS_AFTER_COPY(*dom);
+            const std::string text = dom.text();
+            const Dom back = Dom::parse(text, subject.options);
+            EXPECT_EQ(compact(*back), compact(*dom)) << edits.script() << text;
+            EXPECT_EQ(back.text(), text);
+        }
+    });
+}
+
+TEST(KeepsSource, writes_the_first_bytes_when_all_edits_are_undone) {
+    forEachDocument([](const Subject& subject) {
+        Dom dom = subject.read();
+        RandomEdits edits(subject.choose);
+        std::vector<Element> former;
+        for (unsigned i = 0; i < 4; ++i) {
+            former.push_back(*dom);
+            edits.run(*dom);
+        }
+        while (!former.empty()) {
+            *dom = former.back();
+            former.pop_back();
+            EXPECT_EQ(compact(*Dom::parse(dom.text(), subject.options)), compact(*dom));
+        }
+        EXPECT_EQ(dom.text(), subject.document.text) << edits.script();
+    });
+}
+
+}  // namespace
+}  // namespace orvid_test
