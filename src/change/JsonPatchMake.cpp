@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Making a JSON Patch from two documents. Pairs of containers that differ are kept in a stack. What
-// changes in an array itself comes before what changes within its items, so that a step of a path
-// below it is the item's position in the new array.
+// Making a JSON Patch from two documents: first the pairs of containers that differ, with the edits
+// that each needs, then what each pair takes as text, then the operations. What changes in an array
+// itself comes before what changes within its items, so that a step of a path below it is the
+// item's position in the new array.
 
 #include <ko/Orvid/JsonPatch.h>
 
@@ -15,103 +16,110 @@
 #include <utility>
 #include <vector>
 
-#include "change/TreeAlign.h"
-#include "change/TreeHash.h"
+#include "change/SequenceAlign.h"
+#include "change/TreeNumbers.h"
 #include "tree/Tree.h"
-#include "tree/TreeEqual.h"
 #include "tree/TreeMove.h"
 
 namespace ko::Orvid {
 
 namespace {
 
+constexpr std::size_t k_root = 0;
+
+/// A step down from a container: a member's key, or an index.
+struct SStep {
+    const std::string* key;  ///< null for an index
+    std::size_t index;
+
+    std::string text() const { return key == nullptr ? std::to_string(index) : *key; }
+    /// As part of a pointer that is written as JSON, with the "/" before it.
+    std::uint64_t length() const {
+        const std::string step = text();
+        const auto escapes =
+            std::count_if(step.begin(), step.end(), [](char c) { return c == '~' || c == '/'; });
+        return quotedLength(step) - 1 + static_cast<std::uint64_t>(escapes);
+    }
+};
+
+enum class EOperation { add, remove, replace };
+
+const char* nameOf(EOperation operation) {
+    switch (operation) {
+        case EOperation::add:
+            return "add";
+        case EOperation::remove:
+            return "remove";
+        default:
+            return "replace";
+    }
+}
+
+/// What an operation takes as text besides its path and its value.
+std::uint64_t lengthOf(EOperation operation) {
+    constexpr std::string_view withValue = R"({"op":"","path":"","value":},)";
+    constexpr std::string_view withoutValue = R"({"op":"","path":""},)";
+    const std::string_view rest = operation == EOperation::remove ? withoutValue : withValue;
+    return rest.size() + std::string_view(nameOf(operation)).size();
+}
+
+/// An operation on a child of a container.
+struct SEdit {
+    EOperation operation;
+    SStep step;
+    const Element* value;  ///< null for a removal
+};
+
+/// Two containers of one type that differ. The pairs within them stand together.
+struct SPair {
+    const Element* from;
+    const Element* to;
+    std::size_t parent;
+    SStep step;
+    std::uint64_t pathLength;
+    std::vector<SEdit> edits = {};
+    std::size_t firstChild = 0;
+    std::size_t childCount = 0;
+    std::uint64_t textLength = 0;  ///< of all operations in the pair
+    bool isReplaced = false;
+};
+
 class Difference {
 public:
-    Difference(const Element& from, const Element& to) : m_from(from), m_to(to) {
+    Difference(const Element& from, const Element& to, const DiffOptions& options)
+        : m_options(options) {
         becomeContainer(m_patch, etArray);
-        m_hashes.add(from);
-        m_hashes.add(to);
+        m_numbers.add(from);
+        m_numbers.add(to);
+        compareRoots(from, to);
     }
 
     void writeTo(Element& patch) {
-        compare(m_from, m_to, k_root);
-        while (!m_open.empty()) {
-            const SPair pair = m_open.back();
-            m_open.pop_back();
-            const std::size_t before = m_open.size();
-            if (pair.from->isObject()) {
-                compareMembers(pair);
+        for (std::size_t i = 0; i < m_pairs.size(); ++i) {
+            m_pairs[i].firstChild = m_pairs.size();
+            if (m_pairs[i].from->isObject()) {
+                compareMembers(i);
             } else {
-                compareItems(pair);
+                compareItems(i);
             }
-            std::reverse(m_open.begin() + static_cast<std::ptrdiff_t>(before), m_open.end());
+            m_pairs[i].childCount = m_pairs.size() - m_pairs[i].firstChild;
+        }
+        for (std::size_t i = m_pairs.size(); i-- > 0;) {
+            measure(m_pairs[i]);
+        }
+        if (!m_pairs.empty()) {
+            emitPairs();
         }
         swapValues(patch, m_patch);
     }
 
 private:
-    static constexpr std::size_t k_root = 0;
-
-    /// One step of the paths that are needed; the root's is not used.
-    struct SNode {
-        std::size_t parent;
-        std::string step;
-    };
-    /// Two containers of one type that differ.
-    struct SPair {
-        const Element* from;
-        const Element* to;
-        std::size_t node;
-    };
-
     bool same(const Element& a, const Element& b) const {
-        return m_hashes.of(a) == m_hashes.of(b) && treesEqual(a, b, ENumberRule::sameText);
+        return m_numbers.of(a) == m_numbers.of(b);
     }
 
-    std::size_t child(std::size_t parent, std::string step) {
-        m_nodes.push_back({parent, std::move(step)});
-        return m_nodes.size() - 1;
-    }
-
-    std::string pathOf(std::size_t node) const {
-        std::vector<std::size_t> way;
-        for (; node != k_root; node = m_nodes[node].parent) {
-            way.push_back(node);
-        }
-        JsonPointer pointer;
-        for (auto step = way.rbegin(); step != way.rend(); ++step) {
-            pointer.push_back(m_nodes[*step].step);
-        }
-        return pointer.str();
-    }
-
-    void emit(const char* operation, std::size_t node, const Element* value) {
-        Element& entry = m_patch.array().appendNull();
-        becomeContainer(entry, etObject);
-        entry.object().resetMember("op").setString(operation);
-        entry.object().resetMember("path").setString(pathOf(node));
-        if (value != nullptr) {
-            copyValue(entry.object().resetMember("value"), *value);
-        }
-    }
-
-    /// An operation at a place that no pair needs.
-    void emitAt(const char* operation, std::size_t parent, const std::string& step,
-                const Element* value) {
-        const std::size_t node = child(parent, step);
-        emit(operation, node, value);
-        m_nodes.pop_back();
-    }
-
-    void compare(const Element& from, const Element& to, std::size_t node) {
-        if (same(from, to)) {
-            return;
-        }
-        if (from.type() == to.type() && isContainer(from.data()) && shareAnything(from, to)) {
-            m_open.push_back({&from, &to, node});
-        } else {
-            emit("replace", node, &to);
-        }
+    static bool isPair(const Element& from, const Element& to) {
+        return from.type() == to.type() && isContainer(from.data()) && shareAnything(from, to);
     }
 
     /// Whether it is worth while to look into two containers. An empty one is filled or emptied.
@@ -125,29 +133,56 @@ private:
                std::any_of(from.object().begin(), from.object().end(), isCommon);
     }
 
-    void compareMembers(const SPair& pair) {
-        const Element::TObject& from = pair.from->object();
-        const Element::TObject& to = pair.to->object();
+    void compareRoots(const Element& from, const Element& to) {
+        if (same(from, to)) {
+            return;
+        }
+        if (isPair(from, to)) {
+            m_pairs.push_back({&from, &to, k_root, SStep{nullptr, 0}, 0});
+        } else {
+            emit(EOperation::replace, JsonPointer(), &to);
+        }
+    }
+
+    /// Two children, at that step, of the pair `parent`.
+    void compare(const Element& from, const Element& to, std::size_t parent, SStep step) {
+        if (same(from, to)) {
+            return;
+        }
+        if (isPair(from, to)) {
+            const std::uint64_t pathLength = m_pairs[parent].pathLength + step.length();
+            m_pairs.push_back({&from, &to, parent, step, pathLength});
+        } else {
+            m_pairs[parent].edits.push_back({EOperation::replace, step, &to});
+        }
+    }
+
+    void compareMembers(std::size_t pair) {
+        const Element::TObject& from = m_pairs[pair].from->object();
+        const Element::TObject& to = m_pairs[pair].to->object();
         for (const auto& member : from) {
             if (!to.contains(member.first)) {
-                emitAt("remove", pair.node, member.first, nullptr);
+                m_pairs[pair].edits.push_back(
+                    {EOperation::remove, SStep{&member.first, 0}, nullptr});
             }
         }
         for (const auto& [key, value] : to) {
             const auto before = from.find(key);
+            const SStep step{&key, 0};
             if (before == from.end()) {
-                emitAt("add", pair.node, key, &value);
-            } else if (!same(before->second, value)) {
-                compare(before->second, value, child(pair.node, key));
+                m_pairs[pair].edits.push_back({EOperation::add, step, &value});
+            } else {
+                compare(before->second, value, pair, step);
             }
         }
     }
 
-    void compareItems(const SPair& pair) {
-        const Element::TArray& from = pair.from->array();
-        const Element::TArray& to = pair.to->array();
-        auto kept = alignItems(from, to, m_hashes);
+    void compareItems(std::size_t pair) {
+        const Element::TArray& from = m_pairs[pair].from->array();
+        const Element::TArray& to = m_pairs[pair].to->array();
+        auto kept = alignSequences(m_numbers.ofItems(from), m_numbers.ofItems(to), m_sharedSteps);
         kept.emplace_back(from.size(), to.size());
+        std::vector<SEdit>& edits = m_pairs[pair].edits;
         std::size_t i = 0;
         std::size_t j = 0;
         std::vector<std::pair<std::size_t, std::size_t>> changed;
@@ -157,32 +192,101 @@ private:
             }
             // The array holds the first j new items now, then the old ones from i on.
             for (; i < nextFrom; ++i) {
-                emitAt("remove", pair.node, std::to_string(j), nullptr);
+                edits.push_back({EOperation::remove, SStep{nullptr, j}, nullptr});
             }
             for (; j < nextTo; ++j) {
-                emitAt("add", pair.node, std::to_string(j), &to[j]);
+                edits.push_back({EOperation::add, SStep{nullptr, j}, &to[j]});
             }
             i = nextFrom + 1;
             j = nextTo + 1;
         }
         for (const auto& [before, after] : changed) {
-            compare(from[before], to[after], child(pair.node, std::to_string(after)));
+            compare(from[before], to[after], pair, SStep{nullptr, after});
         }
     }
 
-    const Element& m_from;
-    const Element& m_to;
-    TreeHashes m_hashes;
-    std::vector<SNode> m_nodes{SNode{k_root, std::string()}};
-    std::vector<SPair> m_open;
+    /// Works out what the pair's operations take as text, and whether one operation that replaces
+    /// the whole takes less. The pairs within it are measured already.
+    void measure(SPair& pair) const {
+        for (const SEdit& edit : pair.edits) {
+            const std::uint64_t value =
+                edit.value == nullptr ? 0 : m_numbers.textLength(*edit.value);
+            pair.textLength +=
+                lengthOf(edit.operation) + pair.pathLength + edit.step.length() + value;
+        }
+        for (std::size_t i = 0; i < pair.childCount; ++i) {
+            pair.textLength += m_pairs[pair.firstChild + i].textLength;
+        }
+        const std::uint64_t replaced =
+            lengthOf(EOperation::replace) + pair.pathLength + m_numbers.textLength(*pair.to);
+        pair.isReplaced = pair.textLength > std::max(m_options.fineUpTo, replaced);
+        if (pair.isReplaced) {
+            pair.textLength = replaced;
+        }
+    }
+
+    void emitPairs() {
+        std::vector<std::size_t> open{k_root};
+        while (!open.empty()) {
+            const std::size_t current = open.back();
+            const SPair& pair = m_pairs[current];
+            open.pop_back();
+            if (pair.isReplaced) {
+                emit(EOperation::replace, placeOf(current), pair.to);
+                continue;
+            }
+            emitEdits(current);
+            for (std::size_t i = pair.childCount; i-- > 0;) {
+                open.push_back(pair.firstChild + i);
+            }
+        }
+    }
+
+    void emitEdits(std::size_t pair) {
+        // The place is worked out only where it is written: a deep one may hold thousands of pairs.
+        const std::vector<SEdit>& edits = m_pairs[pair].edits;
+        JsonPointer place = edits.empty() ? JsonPointer() : placeOf(pair);
+        for (const SEdit& edit : edits) {
+            place.push_back(edit.step.text());
+            emit(edit.operation, place, edit.value);
+            place.pop_back();
+        }
+    }
+
+    JsonPointer placeOf(std::size_t pair) const {
+        std::vector<std::size_t> way;
+        for (; pair != k_root; pair = m_pairs[pair].parent) {
+            way.push_back(pair);
+        }
+        JsonPointer place;
+        for (auto step = way.rbegin(); step != way.rend(); ++step) {
+            place.push_back(m_pairs[*step].step.text());
+        }
+        return place;
+    }
+
+    void emit(EOperation operation, const JsonPointer& place, const Element* value) {
+        Element& entry = m_patch.array().appendNull();
+        becomeContainer(entry, etObject);
+        entry.object().resetMember("op").setString(nameOf(operation));
+        entry.object().resetMember("path").setString(place.str());
+        if (value != nullptr) {
+            copyValue(entry.object().resetMember("value"), *value);
+        }
+    }
+
+    const DiffOptions& m_options;
+    TreeNumbers m_numbers;
+    std::uint64_t m_sharedSteps = k_sharedSteps;
+    std::vector<SPair> m_pairs;
     Element m_patch;
 };
 
 }  // namespace
 
-Element makePatch(const Element& from, const Element& to) {
+Element makePatch(const Element& from, const Element& to, const DiffOptions& options) {
     Element patch;
-    Difference(from, to).writeTo(patch);
+    Difference(from, to, options).writeTo(patch);
     return patch;
 }
 

@@ -8,6 +8,8 @@
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
 
+#include <cstdint>
+
 namespace ko::Orvid {
 
 /// Carries out the operations of the patch, all of them or none. An added member comes last, a
@@ -21,11 +23,23 @@ namespace ko::Orvid {
 /// are not.
 KO_API void applyPatch(Element& target, const Element& patch);
 
+/// How makePatch() chooses its operations.
+struct DiffOptions {
+    /// As long as the operations within a subtree take no more bytes than this as compact text,
+    /// each change stays an operation of its own. Beyond it, they give way to one that replaces the
+    /// subtree where that takes fewer: so no patch is longer than this and than the one that
+    /// replaces the whole document. 0: always what takes fewer.
+    std::uint64_t fineUpTo = 1024;
+};
+
 /// A patch that turns `from` into `to`, but for the order of members; numbers must agree in their
 /// text. It holds the operations "add", "remove" and "replace", none when there is nothing to
-/// change. Items of an array that stay are found up to a few million pairs of old and new ones;
-/// beyond that, those between the beginning and the end that both have in common are compared
-/// position by position. The cost is linear in the size of both but for these pairs.
-KO_API Element makePatch(const Element& from, const Element& to);
+/// change. As many items of an array stay as can, as long as that takes no more than some 17
+/// million steps of comparing two items, and 64 for each item; beyond that, those that both arrays
+/// have in common at the beginning and at the end, and those that occur once in each. The cost is
+/// linear in the size of both besides these steps, with a logarithm for members, whatever the
+/// values are.
+KO_API Element makePatch(const Element& from, const Element& to,
+                         const DiffOptions& options = DiffOptions());
 
 }  // namespace ko::Orvid

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+//
+// Which items of one sequence stay in another: a longest common subsequence in linear space, within
+// bounds of time.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace ko::Orvid {
+
+/// The steps of comparing items that alignments may take together, besides k_stepsPerItem for each
+/// item.
+constexpr std::uint64_t k_sharedSteps = std::uint64_t{1} << 24;
+constexpr std::uint64_t k_stepsPerItem = 64;
+
+/// The 0-based positions of items that are the same in both sequences, ascending in both: as many
+/// as can stay. Where that takes more steps than this alignment's own and `sharedSteps`, which are
+/// used up, it is what both have in common at the beginning and at the end, and items that occur
+/// once in each. Uses memory in proportion to the lengths.
+std::vector<std::pair<std::size_t, std::size_t>> alignSequences(
+    const std::vector<std::size_t>& from, const std::vector<std::size_t>& to,
+    std::uint64_t& sharedSteps);
+
+}  // namespace ko::Orvid
