@@ -27,6 +27,9 @@ public:
     void addWords(Words& words, SCall& call) override {
         words.required("FROM", m_from, "the first document; - is standard input");
         words.required("TO", m_to, "the second document; - is standard input");
+        words.number("--fine-up-to", m_options.fineUpTo, "BYTES",
+                     "keep single changes up to so many bytes, 1024 unless told, and beyond it what "
+                     "is shorter");
         addLayout(words, call);
     }
 
@@ -42,7 +45,7 @@ public:
         readFile(m_from, from);
         readFile(m_to, to);
         try {
-            out.write(jsonText(ko::Orvid::makePatch(from, to), call.layout));
+            out.write(jsonText(ko::Orvid::makePatch(from, to, m_options), call.layout));
         } catch (const Unwritable& error) {
             throw Failure(ExitStatus::failed, error.what());
         }
@@ -52,6 +55,7 @@ public:
 private:
     std::string m_from;
     std::string m_to;
+    ko::Orvid::DiffOptions m_options;
 };
 
 }  // namespace

@@ -24,6 +24,7 @@ template<class T>
 class Array;
 class CallbackParser;
 class CallbackParserListener;
+struct DiffOptions;
 class Dom;
 class DomParser;
 class Element;
