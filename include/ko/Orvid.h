@@ -21,6 +21,7 @@
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/JsonPointer.h>
+#include <ko/Orvid/LimitExceeded.h>
 #include <ko/Orvid/literals.h>
 #include <ko/Orvid/MergePatch.h>
 #include <ko/Orvid/Number.h>
