@@ -23,6 +23,7 @@
 #include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/JsonPath.h>
 #include <ko/Orvid/JsonPointer.h>
+#include <ko/Orvid/LimitExceeded.h>
 #include <ko/Orvid/literals.h>
 #include <ko/Orvid/MergePatch.h>
 #include <ko/Orvid/Number.h>

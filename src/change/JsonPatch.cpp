@@ -9,24 +9,64 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PatchException.h>
 
-#include <iterator>
+#include <limits>
+#include <optional>
 #include <string>
-#include <utility>
 
+#include "change/PatchTarget.h"
 #include "change/PointerStep.h"
 #include "tree/TreeEqual.h"
 #include "tree/TreeMove.h"
+#include "tree/TreeWeight.h"
 #include "tree/ValueBefore.h"
 
 namespace ko::Orvid {
 
 namespace {
 
+/// What a patch may still copy within the document, by weight.
+class Growth {
+public:
+    Growth(const PatchOptions& options, const Element& target, const Element& patch)
+        : m_options(options), m_target(target), m_patch(patch) {}
+
+    /// Answers whether the element may be copied, which counts then.
+    bool allows(const Element& copied) {
+        if (m_options.maxGrowth == 0) {
+            return true;
+        }
+        if (!m_left) {
+            m_left = limit();
+        }
+        const std::uint64_t weight = weightOf(copied, *m_left);
+        if (weight > *m_left) {
+            return false;
+        }
+        *m_left -= weight;
+        return true;
+    }
+
+private:
+    std::uint64_t limit() const {
+        constexpr std::uint64_t all = std::numeric_limits<std::uint64_t>::max();
+        if (m_options.maxGrowth != PatchOptions::k_inProportion) {
+            return m_options.maxGrowth;
+        }
+        return PatchOptions::k_leastGrowth +
+               PatchOptions::k_growthFactor * (weightOf(m_target, all) + weightOf(m_patch, all));
+    }
+
+    const PatchOptions& m_options;
+    const Element& m_target;
+    const Element& m_patch;
+    std::optional<std::uint64_t> m_left;  ///< worked out when it is first asked for
+};
+
 /// One operation of a patch, and its way of failing.
 class Operation {
 public:
-    Operation(Element& target, const Element& operation, std::size_t number)
-        : m_target(target), m_operation(operation), m_number(number) {}
+    Operation(PatchTarget& target, const Element& operation, std::size_t number, Growth& growth)
+        : m_target(target), m_operation(operation), m_number(number), m_growth(growth) {}
 
     void run() {
         const Element* const name = member("op");
@@ -38,13 +78,14 @@ public:
         if (m_name == "add") {
             add(path, value());
         } else if (m_name == "remove") {
-            take(path);
+            Element removed = take(path);
+            m_target.discard(removed);
         } else if (m_name == "replace") {
             replace(path);
         } else if (m_name == "move") {
             move(path);
         } else if (m_name == "copy") {
-            add(path, at(from()));
+            copy(path);
         } else if (m_name == "test") {
             test(path);
         } else {
@@ -86,88 +127,69 @@ private:
     JsonPointer from() { return pointer("from"); }
 
     Element& at(const JsonPointer& place) {
-        Element* const found = place.find(m_target);
+        Element* const found = m_target.find(place);
         if (found == nullptr) {
-            fail("there is no such place", &deepest(place));
+            fail("there is no such place", &place);
         }
         return *found;
     }
 
-    /// The last element on the way to a place that need not exist.
-    Element& deepest(const JsonPointer& place) const {
-        Element* current = &m_target;
-        for (const std::string& step : place.steps()) {
-            const Element* const child = childAtStep(*current, step);
-            if (child == nullptr) {
-                break;
-            }
-            current = const_cast<Element*>(child);
-        }
-        return *current;
+    static JsonPointer above(const JsonPointer& place) {
+        JsonPointer result = place;
+        result.pop_back();
+        return result;
     }
 
     void add(const JsonPointer& place, const Element& added) {
-        Element copy;
-        copyValue(copy, added);
-        put(place, copy);
+        Element copied;
+        copyValue(copied, added);
+        put(place, copied);
     }
 
     /// Moves the value to its place.
     void put(const JsonPointer& place, Element& moved) {
         if (place.empty()) {
-            swapValues(m_target, moved);
+            m_target.replace(m_target.root(), moved);
             return;
         }
-        JsonPointer above = place;
-        above.pop_back();
+        const JsonPointer parentPlace = above(place);
         m_path = place.str();
-        Element& parent = at(above);
+        Element& parent = at(parentPlace);
         const std::string& step = place.steps().back();
         if (parent.isObject()) {
-            swapValues(parent.object().resetMember(step), moved);
+            m_target.set(parent, step, moved);
         } else if (parent.isArray()) {
-            insert(parent, step, moved);
+            insert(parent, place, moved);
         } else {
-            fail("neither an object nor an array is above it", &parent);
+            fail("neither an object nor an array is above it", &parentPlace);
         }
     }
 
-    void insert(Element& parent, const std::string& step, Element& moved) {
-        Element::TArray& array = parent.array();
-        const std::size_t end = array.size();
+    void insert(Element& parent, const JsonPointer& place, Element& moved) {
+        const std::string& step = place.steps().back();
+        const std::size_t end = m_target.sizeOf(parent);
         const std::size_t index =
             step == k_behindLast ? end : pointerIndex(step).value_or(k_noIndex);
         if (index > end) {
-            fail("it is no index from 0 to " + std::to_string(end), &parent);
+            const JsonPointer parentPlace = above(place);
+            fail("it is no index from 0 to " + std::to_string(end), &parentPlace);
         }
-        array.appendNull();
-        for (std::size_t i = end; i > index; --i) {
-            swapValues(array[i], array[i - 1]);
-        }
-        swapValues(array[index], moved);
+        m_target.insert(parent, index, moved);
     }
 
     /// Takes the value out of the target and hands it out.
     Element take(const JsonPointer& place) {
-        Element taken;
-        Element& element = at(place);
+        at(place);
         if (place.empty()) {
-            fail("the whole document cannot be removed", &element);
+            fail("the whole document cannot be removed", &place);
         }
-        swapValues(taken, element);
-        Element& parent = *element.parent();
-        if (parent.isObject()) {
-            parent.object().erase(place.steps().back());
-        } else {
-            const auto index = static_cast<std::ptrdiff_t>(*pointerIndex(place.steps().back()));
-            parent.array().erase(std::next(parent.array().begin(), index));
-        }
-        return taken;
+        return m_target.take(at(above(place)), place.steps().back());
     }
 
     void replace(const JsonPointer& place) {
-        const Element& replacement = value();
-        copyValue(at(place), replacement);
+        Element replacement;
+        copyValue(replacement, value());
+        m_target.replace(at(place), replacement);
     }
 
     void move(const JsonPointer& place) {
@@ -177,33 +199,53 @@ private:
             return;
         }
         if (source.contains(place)) {
-            fail("it cannot be moved into itself", &at(source));
+            fail("it cannot be moved into itself", &source);
         }
         Element moved = take(source);
         put(place, moved);
     }
 
+    void copy(const JsonPointer& place) {
+        const JsonPointer source = from();
+        Element& copied = at(source);
+        m_target.closeWithin(copied);
+        if (!m_growth.allows(copied)) {
+            fail("the patch copies more than maxGrowth allows", &source);
+        }
+        add(place, copied);
+    }
+
     void test(const JsonPointer& place) {
-        const Element& element = at(place);
-        if (!treesEqual(element, value(), ENumberRule::sameValue)) {
-            fail("the value there is another", &element);
+        Element& element = at(place);
+        const Element& expected = value();
+        // Where the types differ nothing within is looked at. Otherwise the value of the test is as
+        // large as what is closed, or the patch ends here.
+        if (element.type() == expected.type()) {
+            m_target.closeWithin(element);
+        }
+        if (!treesEqual(element, expected, ENumberRule::sameValue)) {
+            fail("the value there is another", &place);
         }
     }
 
-    [[noreturn]] void fail(const std::string& reason, const Element* element = nullptr) const {
+    /// The error names the deepest element on the way to the place.
+    [[noreturn]] void fail(const std::string& reason, const JsonPointer* place = nullptr) const {
+        m_target.closeAll();
+        const Element* const element = place == nullptr ? nullptr : &m_target.deepest(*place);
         throw PatchException(element, m_number, m_name, m_path, reason);
     }
 
-    Element& m_target;
+    PatchTarget& m_target;
     const Element& m_operation;
     std::size_t m_number;
+    Growth& m_growth;
     std::string m_name;
     std::string m_path;
 };
 
 }  // namespace
 
-void applyPatch(Element& target, const Element& patch) {
+void applyPatch(Element& target, const Element& patch, const PatchOptions& options) {
     patch.ensureType(etArray);
     const ValueBefore before(patch, target);
     Element former;
@@ -211,10 +253,13 @@ void applyPatch(Element& target, const Element& patch) {
     // The target works on the copy, so that errors name elements by their place in its tree.
     swapValues(former, target);
     try {
+        PatchTarget changed(target);
+        Growth growth(options, former, before.get());
         std::size_t number = 0;
         for (const Element& operation : before.get().array()) {
-            Operation(target, operation, number++).run();
+            Operation(changed, operation, number++, growth).run();
         }
+        changed.closeAll();
     } catch (...) {
         swapValues(former, target);
         throw;

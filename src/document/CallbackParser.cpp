@@ -11,6 +11,7 @@
 #include <istream>
 #include <limits>
 
+#include "document/ReadingScope.h"
 #include "text/yajl/Reader.h"
 
 namespace ko::Orvid {
@@ -40,6 +41,7 @@ struct CallbackParser::SImpl {
 
     const yajl::ReaderCallbacks callbacks;
     yajl::Reader reader;
+    bool isReading = false;
 };
 
 yajl::ReaderCallbacks CallbackParser::SImpl::makeCallbacks(bool numbersAsText) {
@@ -95,6 +97,7 @@ CallbackParserListener& CallbackParser::listenerOf(void* context) {
 }
 
 void CallbackParser::parse(const char* text, unsigned int length) {
+    const ReadingScope scope(m_impl->isReading);
     const yajl::ReadStatus status = m_impl->reader.parse(text, length);
     if (status == yajl::ReadStatus::ok || status == yajl::ReadStatus::insufficientData) {
         return;

@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "document/ReadingScope.h"
 #include "text/TextScanner.h"
 #include "tree/Tree.h"
 
@@ -79,6 +80,7 @@ DomParser::~DomParser() = default;
 /// `length` is that of the text in bytes, as far as it is known.
 template<class Feed>
 void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
+    const ReadingScope reading(m_isReading);
     // The text may lie in the value that it replaces, which therefore goes last.
     Element former;
     std::swap(former.data(), root.data());
@@ -142,6 +144,7 @@ void DomParser::parse(Dom& dom, const char* text, unsigned int length) {
 void DomParser::parse(Dom& dom, const std::string& text) { parse(*dom, text); }
 
 void DomParser::begin(Element& root) {
+    const ReadingScope reading(m_isReading);
     if (m_checks == nullptr) {
         m_checks = std::make_unique<Checks>(ReadOptions());
     }
@@ -152,12 +155,14 @@ void DomParser::begin(Element& root) {
 
 void DomParser::feed(std::string_view piece) {
     requireFed();
+    const ReadingScope reading(m_isReading);
     const NodeMemory::Scope scope(m_nodes);
     read(piece);
 }
 
 void DomParser::finish() {
     requireFed();
+    const ReadingScope reading(m_isReading);
     m_checks->isFed = false;
     const NodeMemory::Scope scope(m_nodes);
     end();

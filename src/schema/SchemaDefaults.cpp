@@ -6,8 +6,10 @@
 #include <ko/Orvid/SchemaDefaults.h>
 
 #include <ko/Orvid/Array.h>
+#include <ko/Orvid/LimitExceeded.h>
 #include <ko/Orvid/Object.h>
 
+#include <limits>
 #include <ostream>
 #include <unordered_set>
 #include <utility>
@@ -18,6 +20,7 @@
 #include "tree/PathStep.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
+#include "tree/TreeWeight.h"
 
 namespace ko::Orvid {
 
@@ -90,14 +93,75 @@ std::unordered_set<const Element*> promisingBelow(const Element& schema) {
     return promising;
 }
 
+/// The elements that filling may still write, by weight.
+class Allowance {
+public:
+    Allowance(const FillOptions& options, const Element& root)
+        : m_isUnlimited(options.maxElements == 0),
+          m_limit(limitOf(options, root)),
+          m_left(m_limit > k_all / k_elementWeight ? k_all : m_limit * k_elementWeight) {}
+
+    std::uint64_t limit() const { return m_limit; }
+
+    /// Takes what the member weighs with that value, or as an empty object without one. Returns
+    /// false when there is not as much left.
+    bool take(const std::string& key, const Element* value) {
+        if (m_isUnlimited) {
+            return true;
+        }
+        const std::uint64_t weight =
+            key.size() + (value == nullptr ? k_elementWeight : weightOf(*value, m_left));
+        if (weight > m_left) {
+            return false;
+        }
+        m_left -= weight;
+        return true;
+    }
+
+private:
+    static constexpr std::uint64_t k_all = std::numeric_limits<std::uint64_t>::max();
+
+    static std::uint64_t limitOf(const FillOptions& options, const Element& root) {
+        if (options.maxElements != FillOptions::k_inProportion) {
+            return options.maxElements;
+        }
+        return FillOptions::k_leastElements +
+               FillOptions::k_elementsFactor * (weightOf(root, k_all) / k_elementWeight);
+    }
+
+    bool m_isUnlimited;
+    std::uint64_t m_limit;
+    std::uint64_t m_left;
+};
+
 class Filling {
 public:
-    Filling(Element& element, const Element& schema)
-        : m_root(*element.root()), m_promising(promisingBelow(schema)) {
+    Filling(Element& element, const Element& schema, const FillOptions& options)
+        : m_root(*element.root()),
+          m_promising(promisingBelow(schema)),
+          m_allowance(options, m_root) {
         m_open.emplace_back(&element, &schema);
     }
 
     std::size_t run() {
+        try {
+            fillAll();
+        } catch (...) {
+            undo();
+            throw;
+        }
+        return m_count;
+    }
+
+private:
+    /// A member that was written.
+    struct SWritten {
+        Element* object;
+        const std::string* key;  ///< the schema's
+        bool wasEmpty;           ///< it was there, of type etEmpty
+    };
+
+    void fillAll() {
         while (!m_open.empty()) {
             const auto [data, schema] = m_open.back();
             m_open.pop_back();
@@ -107,10 +171,24 @@ public:
                 fillArray(*data, *schema);
             }
         }
-        return m_written;
     }
 
-private:
+    void undo() noexcept {
+        for (auto written = m_written.rbegin(); written != m_written.rend(); ++written) {
+            Element::TObject& members = written->object->object();
+            const auto member = members.find(*written->key);
+            if (member == members.end()) {
+                continue;
+            }
+            if (written->wasEmpty) {
+                Element::destroy(member->second.data());
+                Element::create(member->second.data(), etEmpty, &member->second);
+            } else {
+                members.erase(member);
+            }
+        }
+    }
+
     void fillObject(Element& data, const Element& schema) {
         const Element::TObject* const properties = propertiesOf(schema);
         if (properties == nullptr) {
@@ -123,7 +201,7 @@ private:
                 continue;
             }
             if (child == nullptr || child->isEmpty()) {
-                child = write(data, key, description);
+                child = write(data, key, description, child != nullptr);
             }
             if (child != nullptr) {
                 m_open.emplace_back(child, &description);
@@ -142,17 +220,24 @@ private:
     }
 
     /// The member with its default; null where there is nothing to write.
-    Element* write(Element& data, const std::string& key, const Element& description) {
+    Element* write(Element& data, const std::string& key, const Element& description,
+                   bool wasEmpty) {
         const Element* const value = defaultOf(description);
+        if (value == nullptr && m_promising.count(&description) == 0) {
+            return nullptr;
+        }
+        if (!m_allowance.take(key, value)) {
+            throw LimitExceeded(&data, "The number of elements that the schema's defaults add",
+                                "maxElements", m_allowance.limit());
+        }
         Element made;
         if (value != nullptr) {
             copyValue(made, *value);
-            ++m_written;
-        } else if (m_promising.count(&description) > 0) {
-            becomeContainer(made, etObject);
+            ++m_count;
         } else {
-            return nullptr;
+            becomeContainer(made, etObject);
         }
+        m_written.push_back({&data, &key, wasEmpty});
         Element& member = data.object().resetMember(key);
         swapValues(member, made);
         return &member;
@@ -161,7 +246,9 @@ private:
     const Element& m_root;
     std::unordered_set<const Element*> m_promising;
     std::vector<std::pair<Element*, const Element*>> m_open;
-    std::size_t m_written = 0;
+    std::vector<SWritten> m_written;
+    Allowance m_allowance;
+    std::size_t m_count = 0;
 };
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
@@ -188,9 +275,9 @@ const SEnumName& nameOf(EValueSource source) {
 
 }  // namespace
 
-std::size_t fillDefaults(Element& element) {
+std::size_t fillDefaults(Element& element, const FillOptions& options) {
     const Element* const schema = isInMeta(element) ? nullptr : schemaOf(element);
-    return schema == nullptr ? 0 : Filling(element, *schema).run();
+    return schema == nullptr ? 0 : Filling(element, *schema, options).run();
 }
 
 std::string ValueOrigin::text() const {

@@ -82,6 +82,11 @@ Words& Words::number(const char* names, std::function<void(std::size_t)> action,
     return *this;
 }
 
+Words& Words::number(const char* names, std::uint64_t& value, const char* type, const char* help) {
+    m_last = m_app->add_option(names, value, help)->type_name(type);
+    return *this;
+}
+
 Words& Words::choice(const char* names, std::vector<std::string> choices,
                      std::function<void(const std::string&)> action, const char* type,
                      const char* help) {

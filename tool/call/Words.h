@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -46,6 +47,8 @@ public:
     /// An option whose value is a whole number from `least` to `most`.
     Words& number(const char* names, std::function<void(std::size_t)> action, std::size_t least,
                   std::size_t most, const char* type, const char* help);
+    /// An option whose value is any whole number that is not negative, such as a limit.
+    Words& number(const char* names, std::uint64_t& value, const char* type, const char* help);
     /// An option whose value is one of the choices.
     Words& choice(const char* names, std::vector<std::string> choices,
                   std::function<void(const std::string&)> action, const char* type,

@@ -2,6 +2,7 @@
 //
 // orvid defaults: what the schema supplies and the data lacks.
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -71,6 +72,9 @@ public:
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
         words.flag("--fill", m_isFilling, "write the document with the defaults in it");
+        words.number("--max-elements", m_options.maxElements, "COUNT",
+                     "the most elements that are added, in proportion to the document unless told; "
+                     "0 is no limit");
         addSchema(words, call);
         addLayout(words, call);
         addInPlace(words, call);
@@ -92,7 +96,7 @@ private:
         }
         {
             const Schema::Loan loan(m_schema, document.root);
-            ko::Orvid::fillDefaults(document.root);
+            fill(document);
         }
         if (m_isFilling) {
             out.append(jsonText(document.root, call.layout));
@@ -103,7 +107,22 @@ private:
         }
     }
 
+    void fill(Document& document) const {
+        try {
+            ko::Orvid::fillDefaults(document.root, m_options);
+        } catch (const ko::Orvid::LimitExceeded& error) {
+            SPlace place = document.place;
+            if (error.elementPath() != nullptr) {
+                place.path = *error.elementPath();
+            }
+            throw Failure(ExitStatus::failed, place,
+                          "the schema's defaults add more than " + std::to_string(error.limit()) +
+                              " elements; --max-elements sets another limit");
+        }
+    }
+
     bool m_isFilling = false;
+    ko::Orvid::FillOptions m_options;
     Schema m_schema;
 };
 

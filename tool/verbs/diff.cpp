@@ -30,9 +30,9 @@ public:
         words.required("FROM", m_from, "the first document; - is standard input");
         words.required("TO", m_to, "the second document; - is standard input");
         words.number(
-            "--fine-up-to", [this](std::size_t bytes) { m_options.fineUpTo = bytes; }, 0,
-            std::numeric_limits<std::size_t>::max(), "BYTES",
-            "Keep single changes up to so many bytes, beyond it what is shorter (1024)");
+            "--fine-up-to", m_options.fineUpTo, "BYTES",
+            "keep single changes up to so many bytes, 1024 unless told, and beyond it what "
+            "is shorter");
         addLayout(words, call);
     }
 

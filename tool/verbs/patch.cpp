@@ -63,6 +63,13 @@ public:
                "  orvid diff old.json new.json | orvid patch - -i settings.json";
     }
 
+    void addWords(Words& words, SCall& call) override {
+        Change::addWords(words, call);
+        words.number("--max-growth", m_options.maxGrowth, "BYTES",
+                     "the most that operations copy, in proportion to the document unless told; 0 "
+                     "is no limit");
+    }
+
     void prepare(SCall& call) override {
         Change::prepare(call);
         if (!given().isArray()) {
@@ -73,7 +80,7 @@ public:
 private:
     void make(Document& document, const Element& change) const override {
         try {
-            ko::Orvid::applyPatch(document.root, change);
+            ko::Orvid::applyPatch(document.root, change, m_options);
         } catch (const PatchException& error) {
             throw failure(document, error);
         }
@@ -88,6 +95,8 @@ private:
                 "operation " + std::to_string(error.number()) + " of the patch, \"" +
                     error.operation() + "\" of \"" + error.path() + "\": " + error.reason()};
     }
+
+    ko::Orvid::PatchOptions m_options;
 };
 
 class Merge : public Change {

@@ -47,7 +47,8 @@ public:
 /// is not looked at. The end of the text is never announced: a top-level number is delivered only
 /// when a character follows it, and text that stops early is no error but leaves state() at 2.
 ///
-/// There is no reset: each document takes a new parser. One thread at a time.
+/// There is no reset: each document takes a new parser. One thread at a time. A listener that calls
+/// parse() of the parser that is calling it gets an Exception.
 class KO_API CallbackParser {
 public:
     /// `listener` is not owned and must outlive the parser's use. A parser made with null throws

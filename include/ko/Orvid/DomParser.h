@@ -129,6 +129,7 @@ private:
     std::unique_ptr<CallbackParser> m_parser;
     std::unique_ptr<Checks> m_checks;  ///< null while reading is lenient and whole
     bool m_isUsed = false;             ///< m_parser has been given text
+    bool m_isReading = false;          ///< a call that reads has not returned yet
     Element* m_root = nullptr;         ///< what the last parse() was given
     Element* m_current = nullptr;  ///< what the next event applies to; null when no value is due
     Element* m_open = nullptr;

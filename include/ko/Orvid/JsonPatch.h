@@ -9,19 +9,44 @@
 #include <ko/Orvid/Element.h>
 
 #include <cstdint>
+#include <limits>
 
 namespace ko::Orvid {
+
+/// What applyPatch() may do.
+struct PatchOptions {
+    /// In proportion to the document and to the patch: k_leastGrowth, and k_growthFactor times the
+    /// weight of both.
+    static constexpr std::uint64_t k_inProportion = std::numeric_limits<std::uint64_t>::max();
+    static constexpr std::uint64_t k_leastGrowth = std::uint64_t{1} << 26;
+    static constexpr std::uint64_t k_growthFactor = 8;
+
+    /// How much the operations "copy" may copy in all, by weight: 64 for each element, and one for
+    /// each byte of keys, strings and numbers. A few of them can double a document again and again.
+    /// 0 is no limit.
+    std::uint64_t maxGrowth = k_inProportion;
+};
 
 /// Carries out the operations of the patch, all of them or none. An added member comes last, a
 /// replaced one keeps its place. Values are equal for "test" by Element::compare(), but that the
 /// order of members does not count. The patch may lie in the target's tree: what it was before the
-/// call counts. The cost is a copy of the target and, for each operation in an array, linear in its
-/// length.
+/// call counts. The cost is linear in the size of the target, of the patch and of what is copied,
+/// but for each operation in an array, which costs about the square root of its length.
 ///
 /// Throws TypeException<EType> for a patch that is no array and PatchException for an operation
-/// that fails; the target is unchanged then, and references into it stay valid. After success they
-/// are not.
-KO_API void applyPatch(Element& target, const Element& patch);
+/// that fails or copies too much; the target is unchanged then, and references into it stay valid.
+/// After success they are not.
+KO_API void applyPatch(Element& target, const Element& patch,
+                       const PatchOptions& options = PatchOptions());
+
+/// How makePatch() chooses its operations.
+struct DiffOptions {
+    /// As long as the operations within a subtree take no more bytes than this as compact text,
+    /// each change stays an operation of its own. Beyond it, they give way to one that replaces the
+    /// subtree where that takes fewer: so no patch is longer than this and than the one that
+    /// replaces the whole document. 0: always what takes fewer.
+    std::uint64_t fineUpTo = 1024;
+};
 
 /// How makePatch() chooses its operations.
 struct DiffOptions {

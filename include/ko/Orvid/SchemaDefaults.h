@@ -9,10 +9,26 @@
 #include <ko/Orvid/Element.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
+#include <limits>
 #include <string>
 
 namespace ko::Orvid {
+
+/// What fillDefaults() may write.
+struct FillOptions {
+    /// In proportion to the document: k_leastElements, and k_elementsFactor times the elements of
+    /// the document, its schema among them.
+    static constexpr std::uint64_t k_inProportion = std::numeric_limits<std::uint64_t>::max();
+    static constexpr std::uint64_t k_leastElements = std::uint64_t{1} << 18;
+    static constexpr std::uint64_t k_elementsFactor = 16;
+
+    /// How many elements may be written in all, where 64 bytes of keys, strings and numbers count
+    /// as an element. Defaults that are arrays whose items have such defaults multiply: a schema of
+    /// a few hundred bytes can ask for more than any memory holds. 0 is no limit.
+    std::uint64_t maxElements = k_inProportion;
+};
 
 /// Writes the schema's defaults into the data below `element`, wherever that lacks a member that
 /// the schema describes, or has one of type etEmpty. An object that is missing is made where it has
@@ -20,11 +36,11 @@ namespace ko::Orvid {
 /// completed in the same way. The items of arrays are completed, none is added. What is there
 /// stays, a null too, and so does the root's member `meta` with all that it holds.
 ///
-/// Answers how many defaults were written. It ends, for each step down goes down in the schema too,
-/// and nothing is made without one: the cost is linear in the size of the schema, of the data that
-/// it describes, and of what is written. Does not recurse. Throws std::bad_alloc with part of it
-/// done.
-KO_API std::size_t fillDefaults(Element& element);
+/// Returns how many defaults were written. Terminates, since each step down goes down in the schema
+/// too, and nothing is made without one: the cost is linear in the size of the schema, of the data
+/// that it describes, and of what is written. Does not recurse. Throws LimitExceeded, which names
+/// the element that was to get a default, or std::bad_alloc; the data is unchanged then.
+KO_API std::size_t fillDefaults(Element& element, const FillOptions& options = FillOptions());
 
 /// Where a value comes from.
 enum EValueSource : int {

@@ -9,6 +9,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/build.h>
 #include <ko/Orvid/Object.h>
+#include <ko/Orvid/PatchException.h>
 
 #include <string>
 
@@ -21,6 +22,8 @@ using ko::Orvid::applyPatch;
 using ko::Orvid::DiffOptions;
 using ko::Orvid::Element;
 using ko::Orvid::makePatch;
+using ko::Orvid::PatchException;
+using ko::Orvid::PatchOptions;
 
 std::string textOf(const Element& element) {
     return ko::Orvid::Generator(nullptr, ko::Orvid::WriteOptions::compact()).encode(element);
@@ -114,6 +117,98 @@ TEST(JsonPatchCost, two_deletions_among_three_thousand_items_are_two_operations)
     const Element patch = makePatch(from, to);
     EXPECT_EQ(textOf(patch), R"([{"op":"remove","path":"/50"},{"op":"remove","path":"/2899"}])");
     checkPatch(from, to, patch);
+}
+
+/// An array of the numbers below `count`.
+Element numbers(int count) {
+    Element result = ko::Orvid::makeArray({});
+    for (int i = 0; i < count; ++i) {
+        result.array().push_back(Element(i));
+    }
+    return result;
+}
+
+void addRemoval(Element& patch, const char* path) {
+    Element& entry = patch.array().appendNull();
+    entry = Document(R"({"op":"remove","path":""})").root;
+    entry.get("path").setString(path);
+}
+
+TEST(JsonPatchCost, a_hundred_thousand_removals_do_not_move_all_items_each_time) {
+    constexpr int count = 100000;
+    Element target = numbers(count);
+    Element patch = ko::Orvid::makeArray({});
+    for (int i = 0; i < count - 1; ++i) {
+        addRemoval(patch, "/0");
+    }
+    applyPatch(target, patch);
+    EXPECT_EQ(textOf(target), "[99999]");
+    CHECK_LINKS(target);
+}
+
+TEST(JsonPatchCost, nor_do_removals_in_two_arrays_in_turn) {
+    constexpr int count = 50000;
+    Element target = Document(R"({"a":0,"b":0})").root;
+    target.get("a") = numbers(count);
+    target.get("b") = numbers(count);
+    Element patch = ko::Orvid::makeArray({});
+    for (int i = 0; i < count - 1; ++i) {
+        addRemoval(patch, "/a/0");
+        addRemoval(patch, "/b/1");
+    }
+    applyPatch(target, patch);
+    EXPECT_EQ(textOf(target), R"({"a":[49999],"b":[0]})");
+    CHECK_LINKS(target);
+}
+
+const char* const k_copyBomb = R"([{"op":"copy","from":"/a","path":"/a/-"}])";
+
+/// The array of the bomb holds itself once more after each of so many copies.
+Element copyBomb(int count) {
+    Element patch = ko::Orvid::makeArray({});
+    for (int i = 0; i < count; ++i) {
+        patch.array().push_back(Document(k_copyBomb).root.get("[0]"));
+    }
+    return patch;
+}
+
+TEST(JsonPatchCost, a_copy_bomb_is_refused_and_changes_nothing) {
+    Document target(R"({"a":["some text that is worth copying"]})");
+    const auto error = thrownBy<PatchException>([&] { applyPatch(target.root, copyBomb(60)); });
+    EXPECT_EQ(error.reason(), "the patch copies more than maxGrowth allows");
+    EXPECT_EQ(error.path(), "/a");
+    EXPECT_LT(error.number(), 25U);
+    EXPECT_EQ(textOf(target.root), R"({"a":["some text that is worth copying"]})");
+    CHECK_LINKS(target.root);
+}
+
+TEST(JsonPatchCost, growth_is_counted_by_elements_and_their_text) {
+    PatchOptions options;
+    // The array, its string of four bytes, and the second time the string and the array again.
+    options.maxGrowth = (64 + 64 + 4) + 2 * (64 + 64 + 4);
+    Document target(R"({"a":["four"]})");
+    applyPatch(target.root, copyBomb(2), options);
+    EXPECT_EQ(textOf(target.root), R"({"a":["four",["four"],["four",["four"]]]})");
+    --options.maxGrowth;
+    Document other(R"({"a":["four"]})");
+    EXPECT_THROW(applyPatch(other.root, copyBomb(2), options), PatchException);
+    options.maxGrowth = 0;
+    EXPECT_NO_THROW(applyPatch(other.root, copyBomb(12), options));
+}
+
+TEST(JsonPatchCost, growth_is_in_proportion_to_the_document) {
+    const auto copies = [](int count) {
+        Element patch = ko::Orvid::makeArray({});
+        for (int i = 0; i < count; ++i) {
+            patch.array().push_back(Document(R"({"op":"copy","from":"/a","path":"/b"})").root);
+        }
+        return patch;
+    };
+    // 64 MiB, and eight times a document of one.
+    Document target("{\"a\":\"" + std::string(std::size_t{1} << 20, 'x') + "\"}");
+    EXPECT_NO_THROW(applyPatch(target.root, copies(71)));
+    target.root.object().erase("b");
+    EXPECT_THROW(applyPatch(target.root, copies(73)), PatchException);
 }
 
 }  // namespace
