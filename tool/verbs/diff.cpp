@@ -2,8 +2,6 @@
 //
 // orvid diff: the JSON Patch that makes one document the other.
 
-#include <limits>
-
 #include "call/Options.h"
 #include "input/Input.h"
 #include "output/Output.h"

@@ -48,15 +48,6 @@ struct DiffOptions {
     std::uint64_t fineUpTo = 1024;
 };
 
-/// How makePatch() chooses its operations.
-struct DiffOptions {
-    /// As long as the operations within a subtree take no more bytes than this as compact text,
-    /// each change stays an operation of its own. Beyond it, they give way to one that replaces the
-    /// subtree where that takes fewer: so no patch is longer than this and than the one that
-    /// replaces the whole document. 0: always what takes fewer.
-    std::uint64_t fineUpTo = 1024;
-};
-
 /// A patch that turns `from` into `to`, but for the order of members; numbers must agree in their
 /// text. It holds the operations "add", "remove" and "replace", none when there is nothing to
 /// change. As many items of an array stay as can, as long as that takes no more than some 17
