@@ -19,6 +19,7 @@
 #include <ko/Orvid/FileException.h>
 #include <ko/Orvid/FromSchemaPathConverter.h>
 #include <ko/Orvid/Generator.h>
+#include <ko/Orvid/JsonLines.h>
 #include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/literals.h>
@@ -26,6 +27,7 @@
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PatchException.h>
+#include <ko/Orvid/parse.h>
 #include <ko/Orvid/Path.h>
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/PathGenerator.h>
@@ -33,6 +35,7 @@
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/SafeFile.h>
 #include <ko/Orvid/SchemaDefaults.h>
+#include <ko/Orvid/serialize.h>
 #include <ko/Orvid/sourceExcerpt.h>
 #include <ko/Orvid/ToSchemaPathConverter.h>
 #include <ko/Orvid/TypeException.h>

@@ -5,6 +5,7 @@
 #include <ko/Orvid/Dom.h>
 
 #include <ko/Orvid/Element.h>
+#include <ko/Orvid/Exception.h>
 
 #include <utility>
 
@@ -37,6 +38,13 @@ void Dom::setRoot(Element& root, bool takeOwnership) {
     release();
     m_ownsRoot = takeOwnership;
     m_root = &root;
+}
+
+Element* Dom::required() const {
+    if (m_root == nullptr) {
+        throw Exception("The document has no root!");
+    }
+    return m_root;
 }
 
 void Dom::release() noexcept {

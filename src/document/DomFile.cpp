@@ -3,17 +3,17 @@
 // Documents from files and into files. What would make a file that is no JSON is found before the
 // file is touched.
 
-#include <ko/Orvid/Array.h>
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/DomParser.h>
+#include <ko/Orvid/Element.h>
 #include <ko/Orvid/FileException.h>
 #include <ko/Orvid/Generator.h>
-#include <ko/Orvid/Object.h>
 #include <ko/Orvid/SafeFile.h>
 
 #include <memory>
 #include <string_view>
-#include <vector>
+
+#include "document/WriteFault.h"
 
 namespace ko::Orvid {
 
@@ -33,70 +33,13 @@ std::string reasonOf(const ParseException& error) {
     return place + error.message().substr(0, error.message().find('\n'));
 }
 
-std::string_view withoutDigits(std::string_view text) {
-    const std::size_t end = text.find_first_not_of("0123456789");
-    return text.substr(end == std::string_view::npos ? text.size() : end);
-}
-
-/// Takes one character of `any` away where the text begins with it.
-bool skipOne(std::string_view& text, std::string_view any) {
-    const bool found = !text.empty() && any.find(text.front()) != std::string_view::npos;
-    text.remove_prefix(found ? 1 : 0);
-    return found;
-}
-
-/// Takes digits away, at least one.
-bool skipDigits(std::string_view& text) {
-    const std::string_view rest = withoutDigits(text);
-    const bool found = rest.size() < text.size();
-    text = rest;
-    return found;
-}
-
-bool isJsonNumber(std::string_view text) {
-    skipOne(text, "-");
-    const bool hasInteger = skipOne(text, "0") || skipDigits(text);
-    const bool hasFraction = !skipOne(text, ".") || skipDigits(text);
-    bool hasExponent = true;
-    if (skipOne(text, "eE")) {
-        skipOne(text, "+-");
-        hasExponent = skipDigits(text);
-    }
-    return hasInteger && hasFraction && hasExponent && text.empty();
-}
-
-/// Why the value, its children left aside, makes no JSON; null when it does.
-const char* faultOf(const Element& element) {
-    if (element.isEmpty()) {
-        return "The element has no value";
-    }
-    const bool isNoNumber = element.isNumber() && !isJsonNumber(element.number().toString());
-    return isNoNumber ? "The number is none that JSON can express" : nullptr;
-}
-
-/// Looks at all elements that the document writes.
-void checkValues(const Dom& dom, const std::string& file) {
-    std::vector<const Element*> open{dom.root()};
-    while (!open.empty()) {
-        const Element& element = *open.back();
-        open.pop_back();
-        if (const char* const fault = faultOf(element)) {
-            const Exception cause(fault, &element);
-            throw FileException(file, k_write,
-                                std::string(fault) + ", at \"" + element.path() + "\"", 0, &cause);
-        }
-        if (element.isObject()) {
-            const bool leavesOut = &element == dom.root() && !dom.writeMeta();
-            for (const auto& [key, value] : element.object()) {
-                if (!leavesOut || key != dom.metaKey()) {
-                    open.push_back(&value);
-                }
-            }
-        } else if (element.isArray()) {
-            for (const Element& item : element.array()) {
-                open.push_back(&item);
-            }
-        }
+void requireJson(const Dom& dom, const WriteOptions& options, const std::string& file) {
+    const std::string* const leftOut = dom.writeMeta() ? nullptr : &dom.metaKey();
+    if (const auto fault = findWriteFault(*dom, options, leftOut)) {
+        const Exception cause(fault->message, fault->element);
+        throw FileException(file, k_write,
+                            std::string(fault->message) + ", at \"" + fault->element->path() + "\"",
+                            0, &cause);
     }
 }
 
@@ -130,10 +73,11 @@ void Dom::save(const std::string& file, const WriteOptions& options) const {
     if (m_root == nullptr) {
         throw FileException(file, k_write, "The document has no root");
     }
-    checkValues(*this, file);
+    requireJson(*this, options, file);
     Generator generator(nullptr, options);
     const std::string text = generator.encode(*this);
-    if (generator.state() != 0) {
+    constexpr int replaced = 6;  // what the options allow, where they ask for ASCII too
+    if (generator.state() != 0 && generator.state() != replaced) {
         throw FileException(file, k_write, refusal(generator.state()));
     }
     replaceFile(file, text);

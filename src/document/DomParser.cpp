@@ -32,6 +32,15 @@ constexpr std::size_t k_longestShownKey = 100;
 constexpr std::size_t k_leastNodes = 160;
 constexpr std::size_t k_nodesPerByte = 16;
 
+/// Lets a loop `while (in >> element)` end: a stream from which nothing was read, and in which
+/// nothing more will be, fails.
+void failAtEnd(std::istream& in, const DomParser& parser) {
+    const bool isUnread = parser.position() == 0 && !in.fail();
+    if (isUnread && (in.eof() || in.peek() == std::istream::traits_type::eof())) {
+        in.setstate(std::ios_base::failbit);
+    }
+}
+
 bool isLenient(const ReadOptions& options) {
     return !options.requireWholeDocument && !options.validateUtf8 &&
            !options.rejectLoneSurrogates && options.allowComments && options.allowOtherBlanks &&
@@ -391,9 +400,10 @@ void DomParser::fail(const std::string& message) const {
 }  // namespace ko::Orvid
 
 std::istream& operator>>(std::istream& in, ko::Orvid::Element& element) {
-    return ko::Orvid::DomParser().parse(element, in);
+    ko::Orvid::DomParser parser;
+    parser.parse(element, in);
+    ko::Orvid::failAtEnd(in, parser);
+    return in;
 }
 
-std::istream& operator>>(std::istream& in, ko::Orvid::Dom& dom) {
-    return ko::Orvid::DomParser().parse(dom, in);
-}
+std::istream& operator>>(std::istream& in, ko::Orvid::Dom& dom) { return in >> *dom; }

@@ -33,7 +33,8 @@ constexpr int k_tooDeep = number(yajl::WriteStatus::maxDepthExceeded);
 bool isOpen(int status) { return status == k_written || status == k_tooDeep; }
 
 yajl::Layout layoutOf(const WriteOptions& options) {
-    return {!options.indent.empty(), options.indent, options.finalNewline, options.asciiOnly};
+    return {!options.indent.empty(), options.indent, options.finalNewline, options.asciiOnly,
+            options.closeEmpty};
 }
 
 }  // namespace

@@ -10,11 +10,14 @@
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <cmath>
 #include <locale>
 #include <new>
 #include <sstream>
 #include <string_view>
 #include <type_traits>
+
+#include "text/NumberText.h"
 
 namespace ko::Orvid {
 
@@ -157,9 +160,22 @@ std::string describeParse(const ParseException& error) {
            sentence(trimmed(error.message()));
 }
 
+/// Whether the reason is what the cause says, which is told of the cause.
+bool tellsOfCause(const FileException& error) {
+    const std::string& reason = error.reason();
+    if (const auto* const parse = dynamic_cast<const ParseException*>(error.cause())) {
+        const std::string line = parse->message().substr(0, parse->message().find('\n'));
+        return reason.size() >= line.size() &&
+               reason.compare(reason.size() - line.size(), line.size(), line) == 0;
+    }
+    const std::string text = reason.substr(0, reason.rfind(", at \""));
+    return error.cause() != nullptr &&
+           std::string_view(error.cause()->what()).substr(0, text.size()) == text;
+}
+
 std::string describeFile(const FileException& error) {
-    return sentence("cannot " + error.action() + " the file " + quoted(error.file()) + ": " +
-                    error.reason());
+    return sentence("cannot " + error.action() + " the file " + quoted(error.file()) +
+                    (tellsOfCause(error) ? "" : ": " + error.reason()));
 }
 
 std::string describePatch(const PatchException& error) {
@@ -189,13 +205,26 @@ std::string rangeText(const std::string& number, const std::string& type, const 
            min + " to " + max + ".";
 }
 
+/// Whether only its fraction keeps the number from being a T.
+template<class T>
+bool isFraction(const ValueOutOfRange<Number, T>& error) {
+    double value = 0;
+    return std::is_integral_v<T> && isJsonNumber(error.value().textView()) &&
+           error.value().convertTo(value) && std::trunc(value) != value &&
+           value > static_cast<double>(error.min()) && value < static_cast<double>(error.max());
+}
+
 template<class T>
 std::string describeRange(const std::exception& error, const char* type) {
     const auto* const range = dynamic_cast<const ValueOutOfRange<Number, T>*>(&error);
-    return range == nullptr ? ""
-                            : rangeText(range->value().toString(), type, limitText(range->min()),
-                                        limitText(range->max())) +
-                                  concerned(*range);
+    if (range == nullptr) {
+        return "";
+    }
+    const std::string& number = range->value().toString();
+    return (isFraction(*range)
+                ? "The number " + number + " is no whole number, as " + type + " has to be."
+                : rangeText(number, type, limitText(range->min()), limitText(range->max()))) +
+           concerned(*range);
 }
 
 std::string describeTextRange(const std::exception& error) {

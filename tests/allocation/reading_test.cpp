@@ -180,6 +180,35 @@ const std::vector<Operation> k_texts = {
          in >> trees.root;
          return std::string();
      }},
+    {"parse_to_a_value", Leaves::everything,
+     [](Trees&) { return compact(ko::Orvid::parse(Trees::k_text)); }},
+    {"parse_a_stream_to_a_value", Leaves::everything,
+     [](Trees&) {
+         std::istringstream in(Trees::k_text);
+         return compact(ko::Orvid::parse(in));
+     }},
+    {"serialize", Leaves::everything,
+     [](Trees& trees) {
+         return ko::Orvid::serialize(trees.root) +
+                ko::Orvid::serialize(trees.root, ko::Orvid::WriteOptions::pretty());
+     }},
+    {"serialize_a_document", Leaves::everything,
+     [](Trees& trees) {
+         Dom dom;
+         dom.setRoot(trees.root, false);
+         return ko::Orvid::serialize(dom);
+     }},
+    {"serialize_what_is_no_json", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.get("a.list[0].id") = Element::k_emptyElement;
+         return messageOf([&] { ko::Orvid::serialize(trees.root); });
+     }},
+    {"get_or", Leaves::everything,
+     [](Trees& trees) {
+         return compact(trees.root.getOr(k_deep, trees.other)) +
+                compact(trees.root.getOr("nope", trees.other)) +
+                trees.root.toOr("nope", "a fallback that is not held in place");
+     }},
     {"events", Leaves::everything,
      [](Trees&) {
          RecordingListener listener;
@@ -222,6 +251,32 @@ const std::vector<Operation> k_texts = {
          return std::string();
      }},
 };
+
+/// One record after the other, in which a line that lacked memory is passed over.
+TEST(JsonLinesWithoutMemory, gives_each_line_whole_or_passes_it_over) {
+    const std::string record = "[\"a string that is longer than what fits in place\"]";
+    for (std::size_t number = 1, isRefused = 1; isRefused != 0; ++number) {
+        std::istringstream in(record + "\n" + record + "\n" + record + "\n");
+        ko::Orvid::JsonLines lines(in);
+        std::size_t read = 0;
+        std::size_t refused = 0;
+        refuseAllocation(number, Refusal::once);
+        for (bool isOver = false; !isOver;) {
+            try {
+                Element* const element = lines.next();
+                isOver = element == nullptr;
+                read += isOver ? 0 : 1;
+            } catch (const std::bad_alloc&) {
+                ++refused;
+            }
+        }
+        isRefused = refuseNone() ? 1 : 0;
+        EXPECT_EQ(3U, read + refused) << "request " << number;
+        EXPECT_EQ(isRefused, refused);
+        EXPECT_EQ(3U, lines.number());
+        ASSERT_LT(number, 10000U) << "no end of requests";
+    }
+}
 
 class WithoutMemory : public testing::TestWithParam<Operation> {};
 

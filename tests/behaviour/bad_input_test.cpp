@@ -341,7 +341,8 @@ TEST(BadInput, a_stream_that_is_not_good_gives_null) {
         Element root("before");
         EXPECT_EQ(&in, &(in >> root));
         EXPECT_TRUE(root.isNull());
-        EXPECT_EQ(bit, in.rdstate());
+        const bool isAtEnd = bit == std::ios_base::eofbit;
+        EXPECT_EQ(isAtEnd ? bit | std::ios_base::failbit : bit, in.rdstate());
     }
 }
 
@@ -368,12 +369,38 @@ TEST(BadInput, a_file_that_cannot_be_opened_gives_null) {
     EXPECT_TRUE(root.isNull());
 }
 
-TEST(BadInput, an_empty_stream_gives_null_and_stays_good) {
+TEST(BadInput, an_empty_stream_gives_null_and_fails) {
     std::istringstream in("");
     Element root("before");
     in >> root;
     EXPECT_TRUE(root.isNull());
+    EXPECT_TRUE(in.fail());
+    EXPECT_TRUE(in.eof());
+}
+
+TEST(BadInput, an_empty_stream_stays_good_for_a_parser) {
+    std::istringstream in("");
+    Element root("before");
+    DomParser().parse(root, in);
+    EXPECT_TRUE(root.isNull());
     EXPECT_TRUE(in.good());
+}
+
+TEST(BadInput, a_loop_that_reads_ends_with_the_stream) {
+    std::istringstream in(std::string(255, ' ') + "[1]" + std::string(255 - 3, ' ') + "[2]");
+    Element root;
+    int count = 0;
+    while (count < 10 && in >> root) {
+        ++count;
+    }
+    EXPECT_EQ(1, count) << "a reading takes all that the stream has";
+    EXPECT_TRUE(in.eof());
+    Element meta;
+    ko::Orvid::Dom dom;
+    dom.setRoot(meta, false);
+    std::istringstream document("{}");
+    EXPECT_TRUE(document >> dom);
+    EXPECT_FALSE(document >> dom);
 }
 
 /// Like a terminal before any key is pressed: it would have to wait, and says that nothing is
@@ -441,7 +468,7 @@ TEST(BadInput, a_stream_that_says_it_is_at_its_end_gets_eofbit) {
     Element root("before");
     in >> root;
     EXPECT_TRUE(root.isNull());
-    EXPECT_EQ(std::ios_base::eofbit, in.rdstate());
+    EXPECT_EQ(std::ios_base::eofbit | std::ios_base::failbit, in.rdstate());
 }
 
 }  // namespace

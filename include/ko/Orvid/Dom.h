@@ -20,7 +20,8 @@ class KO_API Dom {
 public:
     static const std::string k_defaultMetaKey;  ///< "meta"
 
-    /// No root, which must be set before the document is read or written; meta is not written.
+    /// No root, which must be set before the document is read or written: without one both throw
+    /// Exception. Meta is not written.
     Dom();
     /// Takes the root over, in constant time; `other` has none afterwards, and its meta key is the
     /// default.
@@ -49,9 +50,9 @@ public:
 
     Element* root() noexcept { return m_root; }
     const Element* root() const noexcept { return m_root; }
-    /// The root, which must be set.
-    Element& operator*() noexcept { return *m_root; }
-    const Element& operator*() const noexcept { return *m_root; }
+    /// The root. Throws Exception where there is none.
+    Element& operator*() { return *required(); }
+    const Element& operator*() const { return *required(); }
     bool ownsRoot() const noexcept { return m_ownsRoot; }
 
     bool writeMeta() const noexcept { return m_writeMeta; }
@@ -60,6 +61,7 @@ public:
     void setMetaKey(const std::string& key) { m_metaKey = key; }
 
 private:
+    Element* required() const;
     void release() noexcept;
 
     Element* m_root = nullptr;
@@ -72,7 +74,7 @@ private:
 
 /// Writes the document as JSON text, indented by four blanks (see Generator).
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Dom& dom);
-/// Reads JSON text into the document's root, which must be set (see DomParser).
+/// Reads JSON text into the document's root as into an element.
 KO_API std::istream& operator>>(std::istream& in, ko::Orvid::Dom& dom);
 
 namespace ko {

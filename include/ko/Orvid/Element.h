@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/detail/ParentLinks.h>
 #include <ko/Orvid/fwd.h>
@@ -63,7 +64,8 @@ public:
     template<class Text>
     using IfView = std::enable_if_t<std::is_same_v<Text, std::string_view>, int>;
     template<class Text>
-    using IfText = std::enable_if_t<std::is_convertible_v<const Text&, std::string_view>, int>;
+    using IfText = std::enable_if_t<
+        std::is_convertible_v<const Text&, std::string_view> && !std::is_null_pointer_v<Text>, int>;
 
     /// What a container of elements keeps for all of them: the link to their parent.
     using Companion = ParentLinks;
@@ -164,6 +166,10 @@ public:
     /// but is no T is not passed over: throws as to() does.
     template<class T>
     T toOr(const Path& path, T fallback) const;
+    std::string toOr(const Path& path, const char* fallback) const;
+    /// A copy of the element at the path, or `fallback` where there is none: unlike what tryGet()
+    /// answers, it depends on nothing.
+    Element getOr(const Path& path, Element fallback) const;
 
     // Place in the tree.
 
@@ -199,10 +205,12 @@ public:
     /// Whether the path leads to an element of that type; etEmpty accepts any.
     bool pathExists(const Path& path, EType type = etEmpty) const;
     /// The element at the path; this one for an empty path. Throws PathNotFound.
-    Element& get(const Path& path);
-    const Element& get(const Path& path) const;
-    /// The element at the path, or `fallback`, which must live as long as the result is used.
-    const Element& tryGet(const Path& path, const Element& fallback) const;
+    Element& get(const Path& path) KO_LIFETIME_BOUND;
+    const Element& get(const Path& path) const KO_LIFETIME_BOUND;
+    /// The element at the path, or `fallback`, which must live as long as the result is used: of a
+    /// temporary, `const Element& e = tree.tryGet("nope", "text");` keeps nothing (use getOr()).
+    const Element& tryGet(const Path& path,
+                          const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND;
 
     // The same from any text, which is read where it is: a plain path (see docs/paths.md) that
     // leads to an element needs no memory.
@@ -213,17 +221,18 @@ public:
                                 : type == etEmpty || found->m_data.type == type;
     }
     template<class Text, IfText<Text> = 0>
-    Element& get(const Text& path) {
+    Element& get(const Text& path) KO_LIFETIME_BOUND {
         const Element* const found = lookUp(path);
         return found == nullptr ? get(pathOf(path)) : const_cast<Element&>(*found);
     }
     template<class Text, IfText<Text> = 0>
-    const Element& get(const Text& path) const {
+    const Element& get(const Text& path) const KO_LIFETIME_BOUND {
         const Element* const found = lookUp(path);
         return found == nullptr ? get(pathOf(path)) : *found;
     }
     template<class Text, IfText<Text> = 0>
-    const Element& tryGet(const Text& path, const Element& fallback) const {
+    const Element& tryGet(const Text& path,
+                          const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND {
         const Element* const found = lookUp(path);
         return found == nullptr ? tryGet(pathOf(path), fallback) : *found;
     }
@@ -237,8 +246,9 @@ public:
     const Element* find(const Element& value, const Path& itemPath = Path(),
                         const Path& arrayPath = Path()) const;
     /// The same, answering `fallback` when nothing is found and when there is no such array.
-    const Element& tryFind(const Element& value, const Element& fallback,
-                           const Path& itemPath = Path(), const Path& arrayPath = Path()) const;
+    const Element& tryFind(const Element& value, const Element& fallback KO_LIFETIME_BOUND,
+                           const Path& itemPath = Path(),
+                           const Path& arrayPath = Path()) const KO_LIFETIME_BOUND;
 
     // Editing by path. `value` may lie anywhere in the tree that is edited: what it was before the
     // call counts.
@@ -269,34 +279,42 @@ public:
     // element. A plain path (see docs/paths.md) that leads to a value needs no memory.
 
     /// The schema's default for the element at the path, or `fallback`.
-    const Element& tryGetDefault(const Path& path, const Element& fallback) const {
+    const Element& tryGetDefault(const Path& path, const Element& fallback KO_LIFETIME_BOUND) const
+        KO_LIFETIME_BOUND {
         return tryDefaultAt(path.str(), fallback);
     }
     /// The schema's default for the element at the path. Throws PathNotFound.
-    const Element& getDefault(const Path& path) const { return defaultAt(path.str()); }
+    const Element& getDefault(const Path& path) const KO_LIFETIME_BOUND {
+        return defaultAt(path.str());
+    }
     /// The element at the path, or else the schema's default for it, or else `fallback`.
-    const Element& tryGetUsingDefault(const Path& path, const Element& fallback) const {
+    const Element& tryGetUsingDefault(
+        const Path& path, const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND {
         return tryUsingDefaultAt(path.str(), fallback);
     }
     /// The element at the path, or else the schema's default for it. The default is looked up
     /// first: throws PathNotFound when the schema has none, even where the data has a value.
-    const Element& getUsingDefault(const Path& path) const { return usingDefaultAt(path.str()); }
+    const Element& getUsingDefault(const Path& path) const KO_LIFETIME_BOUND {
+        return usingDefaultAt(path.str());
+    }
 
     // The same from any text, which is read where it is.
     template<class Text, IfText<Text> = 0>
-    const Element& tryGetDefault(const Text& path, const Element& fallback) const {
+    const Element& tryGetDefault(const Text& path, const Element& fallback KO_LIFETIME_BOUND) const
+        KO_LIFETIME_BOUND {
         return tryDefaultAt(path, fallback);
     }
     template<class Text, IfText<Text> = 0>
-    const Element& getDefault(const Text& path) const {
+    const Element& getDefault(const Text& path) const KO_LIFETIME_BOUND {
         return defaultAt(path);
     }
     template<class Text, IfText<Text> = 0>
-    const Element& tryGetUsingDefault(const Text& path, const Element& fallback) const {
+    const Element& tryGetUsingDefault(
+        const Text& path, const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND {
         return tryUsingDefaultAt(path, fallback);
     }
     template<class Text, IfText<Text> = 0>
-    const Element& getUsingDefault(const Text& path) const {
+    const Element& getUsingDefault(const Text& path) const KO_LIFETIME_BOUND {
         return usingDefaultAt(path);
     }
 
@@ -375,6 +393,15 @@ T Element::toOr(const Path& path, T fallback) const {
     return found == nullptr ? std::move(fallback) : found->to<T>();
 }
 
+inline std::string Element::toOr(const Path& path, const char* fallback) const {
+    return toOr<std::string>(path, fallback);
+}
+
+inline Element Element::getOr(const Path& path, Element fallback) const {
+    const Element* const found = Path::tryGetElement(path, *this);
+    return found == nullptr ? std::move(fallback) : *found;
+}
+
 /// As Element::swap().
 inline void swap(Element& a, Element& b) { a.swap(b); }
 
@@ -401,7 +428,8 @@ struct KO_API std::hash<ko::Orvid::Element> {
 
 /// Writes the element as JSON text, indented by four blanks (see Generator).
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Element& element);
-/// Reads JSON text into the element (see DomParser).
+/// Reads JSON text into the element (see DomParser). A stream that is at its end, so that nothing
+/// is left to read, fails, and the element is null.
 KO_API std::istream& operator>>(std::istream& in, ko::Orvid::Element& element);
 
 namespace ko {

@@ -9,9 +9,12 @@
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/types.h>
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace ko::Orvid {
 
@@ -29,10 +32,18 @@ public:
     static const std::string k_metaArrayItem;       ///< schema step for every array index
     static const std::string k_escapeChars;         ///< what is escaped with a backslash in a key
 
+    template<class Text>
+    static constexpr bool k_isView =
+        std::is_convertible_v<const Text&, std::string_view> &&
+        !std::is_convertible_v<const Text&, const char*> && !std::is_same_v<Text, std::string>;
+
     Path() = default;
     Path(std::string text) : m_path(std::move(text)) {}
     Path(const char* text) : m_path(text) {}
-    explicit Path(std::string_view text) : m_path(text) {}
+    /// Of any other text: what converts to std::string_view.
+    template<class Text, class = std::enable_if_t<k_isView<Text>>>
+    Path(const Text& text) : m_path(std::string_view(text)) {}
+    Path(std::nullptr_t) = delete;
 
     const std::string& str() const noexcept { return m_path; }
     bool empty() const noexcept { return m_path.empty(); }

@@ -25,6 +25,12 @@ struct WriteOptions {
     /// Whether characters beyond ASCII are written as `\uXXXX`, one beyond U+FFFF as two of them.
     /// Bytes that are no UTF-8 become `\uFFFD`, and the generator's state() tells so.
     bool asciiOnly = false;
+    /// Whether `{}` and `[]` are closed where they open; otherwise an empty container takes three
+    /// lines. The compact layout always closes them there.
+    bool closeEmpty = false;
+    /// Whether serialize() and Dom::save() take strings and keys that are no UTF-8, and write their
+    /// bytes as they are, or refuse them. A Generator takes them.
+    bool allowInvalidUtf8 = false;
 
     /// Lines behind `indent` for each level and a final newline; neither when it is empty.
     static WriteOptions indented(const std::string& indent) {
@@ -37,6 +43,12 @@ struct WriteOptions {
     static WriteOptions compact() { return indented(""); }
     /// indented() with `count` blanks.
     static WriteOptions blanks(std::size_t count) { return indented(std::string(count, ' ')); }
+    /// blanks() with empty containers closed where they open.
+    static WriteOptions pretty(std::size_t count = 4) {
+        WriteOptions options = blanks(count);
+        options.closeEmpty = true;
+        return options;
+    }
     /// indented() with one tab.
     static WriteOptions tab() { return indented("\t"); }
 };

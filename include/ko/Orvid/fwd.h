@@ -33,6 +33,7 @@ class Exception;
 class FileException;
 class FromSchemaPathConverter;
 class Generator;
+class JsonLines;
 class JsonPointer;
 class KeyNotFound;
 class Number;

@@ -55,6 +55,7 @@ struct Writer::State {
 
     const bool isIndented;
     const bool hasFinalNewline;
+    const bool closesEmpty;
     const std::string indent;
     std::string indents;  // of as many levels as were needed yet
     TextBuffer text;
@@ -75,6 +76,7 @@ struct Writer::State {
 Writer::State::State(const Layout& layout)
     : isIndented(layout.isIndented),
       hasFinalNewline(layout.hasFinalNewline),
+      closesEmpty(layout.closesEmpty),
       indent(acceptedIndent(layout.indent)) {
     const yajl_alloc_funcs allocation = {Memory::allocate, Memory::reallocate, Memory::deallocate,
                                          &memory};
@@ -130,11 +132,16 @@ void Writer::State::append(std::string_view token) {
 
 // The first token of a value in a container is a separator, unless the container is empty.
 void Writer::State::layOut(std::string_view token) {
-    if (kind == Kind::close) {
+    if (kind == Kind::close && isEmpty && closesEmpty) {
+        text.append(token);
+    } else if (kind == Kind::close) {
         text.append("\n");
         appendIndent(depth - 1);
         text.append(token);
     } else if (isEmpty) {
+        if (closesEmpty) {
+            text.append("\n");
+        }
         appendIndent(depth);
         text.append(token);
     } else if (token.front() == ':') {
@@ -179,7 +186,7 @@ void Writer::State::advance(Kind done) {
     } else if (done == Kind::close) {
         --depth;
     }
-    if (depth == 0 ? hasFinalNewline : isEmpty && isIndented) {
+    if (depth == 0 ? hasFinalNewline : isEmpty && isIndented && !closesEmpty) {
         print(this, "\n", 1);
     }
 }

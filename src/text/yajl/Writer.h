@@ -33,6 +33,8 @@ struct Layout {
     bool hasFinalNewline = true;
     /// Whether characters beyond ASCII are written as escapes.
     bool isAscii = false;
+    /// Whether an empty container is closed where it opens, and not two lines further down.
+    bool closesEmpty = false;
 };
 
 /// Writes one document. A call that is refused writes nothing, and neither the nesting nor the

@@ -174,10 +174,29 @@ TEST(DomFile, saves_nothing_that_the_generator_refuses) {
         current = &current->array().appendNull();
     }
     EXPECT_EQ(failureToSave(documentOf(deep)).reason(), "Nested deeper than 127 levels");
-    WriteOptions ascii;
-    ascii.asciiOnly = true;
-    EXPECT_EQ(failureToSave(documentOf(Element("\xFF")), ascii).reason(),
-              "A value was refused, with the state 6");
+}
+
+TEST(DomFile, saves_no_text_that_is_no_utf8_unless_told_to) {
+    Dom dom = documentOf(Document(R"({"a": [1]})").root);
+    (*dom).get("a[0]") = "\xFF";
+    WriteOptions options = WriteOptions::compact();
+    for (const bool isAscii : {false, true}) {
+        options.asciiOnly = isAscii;
+        EXPECT_EQ(failureToSave(dom, options).reason(),
+                  "The string is no valid UTF-8, at \"a[0]\"");
+    }
+    const ScratchFolder folder;
+    options.allowInvalidUtf8 = true;
+    dom.save(folder.file("ascii"), options);
+    EXPECT_EQ(contentOf(folder.file("ascii")), R"({"a":["\uFFFD"]})");
+    options.asciiOnly = false;
+    dom.save(folder.file("bytes"), options);
+    EXPECT_EQ(contentOf(folder.file("bytes")), "{\"a\":[\"\xFF\"]}");
+}
+
+TEST(DomFile, saves_no_key_that_is_no_utf8) {
+    const Dom dom = documentOf(Document("{\"a\": {\"\x80\": 1}}").root);
+    EXPECT_EQ(failureToSave(dom).reason(), "The key is no valid UTF-8, at \"a.\x80\"");
 }
 
 TEST(DomFile, leaves_the_old_file_when_the_disk_is_full) {

@@ -17,6 +17,7 @@ namespace {
 
 using ko::Orvid::Dom;
 using ko::Orvid::Element;
+using ko::Orvid::Exception;
 using orvid_test::compact;
 using orvid_test::Document;
 
@@ -34,6 +35,27 @@ TEST(Dom, has_no_root_and_writes_no_meta_when_new) {
     EXPECT_FALSE(dom.writeMeta());
     EXPECT_EQ("meta", dom.metaKey());
     EXPECT_EQ("meta", Dom::k_defaultMetaKey);
+}
+
+TEST(Dom, throws_wherever_a_root_is_needed_that_is_not_there) {
+    Dom dom;
+    Dom former;
+    {
+        auto root = std::make_unique<Element>(1);
+        former.setRoot(*root.release(), true);
+        const Dom taken = std::move(former);
+    }
+    for (Dom* const rootless : {&dom, &former}) {
+        std::ostringstream out;
+        std::istringstream in("[1]");
+        EXPECT_THROW(**rootless, Exception);
+        EXPECT_THROW(*std::as_const(*rootless), Exception);
+        EXPECT_THROW(out << *rootless, Exception);
+        EXPECT_THROW(in >> *rootless, Exception);
+        EXPECT_THROW(ko::Orvid::Generator().encode(*rootless), Exception);
+        EXPECT_THROW(ko::Orvid::DomParser().parse(*rootless, std::string("1")), Exception);
+        EXPECT_EQ("", out.str());
+    }
 }
 
 TEST(Dom, hands_out_the_root_it_was_given) {

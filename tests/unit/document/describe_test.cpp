@@ -15,6 +15,7 @@
 
 #include "support/Document.h"
 #include "support/GroupingLocale.h"
+#include "support/ScratchFolder.h"
 
 namespace orvid_test {
 namespace {
@@ -192,6 +193,35 @@ TEST(Describe, goes_on_with_the_causes) {
     EXPECT_EQ(describe(ko::Orvid::FileException("a", "read", "bad", 0, &type)),
               "Cannot read the file \"a\": bad. The cause: The root is null, but should be an "
               "array.");
+}
+
+TEST(Describe, tells_the_cause_of_a_file_error_once) {
+    const ScratchFolder folder;
+    const std::string name = folder.makeFile("a", "[1,]");
+    const std::string text =
+        sentenceOf([&] { ko::Orvid::Dom::load(name, ko::Orvid::ReadOptions::strict()); });
+    EXPECT_EQ(text.substr(0, text.find(" The cause: ")), "Cannot read the file \"" + name + "\".");
+    EXPECT_NE(text.find("The cause: The text is at fault in line 1, column 4"), std::string::npos)
+        << text;
+    Element root = ko::Orvid::makeObject({{"a", Element::k_emptyElement}});
+    ko::Orvid::Dom dom;
+    dom.setRoot(root, false);
+    EXPECT_EQ(sentenceOf([&] { dom.save(name); }),
+              "Cannot write the file \"" + name +
+                  "\". The cause: The element has no value. It concerns the element \"a\".");
+}
+
+TEST(Describe, tells_a_fraction_that_should_be_a_whole_number) {
+    const Document document(R"({"a": [1.5]})");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("a[0]").to<int>(); }),
+              "The number 1.5 is no whole number, as int has to be. It concerns the element "
+              "\"a[0]\".");
+    EXPECT_EQ(
+        sentenceOf([] { Element(Number("0.1")).to<unsigned char>(); }),
+        "The number 0.1 is no whole number, as unsigned char has to be. It concerns the root.");
+    EXPECT_EQ(sentenceOf([] { Element(Number("300.5")).to<char>(); }),
+              "The number 300.5 is out of the range of char: it should be from -128 to 127. It "
+              "concerns the root.");
 }
 
 TEST(Describe, gives_other_errors_as_sentences) {

@@ -6,11 +6,15 @@
 
 #include <gtest/gtest.h>
 #include <ko/Orvid/Array.h>
+#include <ko/Orvid/build.h>
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -70,6 +74,45 @@ TEST(ElementLookup, tryGet_gives_elements_of_every_type) {
     const Element& empty = root.create("e", Element::k_emptyElement);
     EXPECT_EQ(&root.tryGet("e", fallback), &empty);
     EXPECT_TRUE(empty.isEmpty());
+}
+
+template<class Argument, class = void>
+constexpr bool k_canGet = false;
+template<class Argument>
+constexpr bool k_canGet<
+    Argument, std::void_t<decltype(std::declval<Element&>().get(std::declval<Argument>()))>> = true;
+
+TEST(ElementLookup, takes_no_null_pointer_for_a_path) {
+    EXPECT_TRUE(k_canGet<const char*>);
+    EXPECT_TRUE(k_canGet<std::string_view>);
+    EXPECT_FALSE(k_canGet<std::nullptr_t>);
+    EXPECT_FALSE(k_canGet<int>);
+}
+
+TEST(ElementLookup, getOr_gives_values_that_depend_on_nothing) {
+    Document doc(R"({"a": {"b": [1]}, "n": null})");
+    const Element value = doc.root.getOr("a.b", "none");
+    const Element none = doc.root.getOr("nope", "none");
+    doc.root.setNull();
+    EXPECT_EQ("[1]", compact(value));
+    EXPECT_EQ("none", none.string());
+    CHECK_LINKS(value);
+    EXPECT_TRUE(Document(R"({"n": null})").root.getOr("n", 1).isNull());
+    EXPECT_THROW(Document("[[]]").root.getOr("[x", 1), ParseException);
+}
+
+TEST(ElementLookup, every_form_takes_any_text_as_its_path) {
+    Document doc(R"({"a": {"b": 1}})");
+    const std::string_view path = std::string_view("a.b and more").substr(0, 3);
+    EXPECT_EQ(1, doc.root.toOr(path, 2));
+    EXPECT_EQ("none", doc.root.toOr(path.substr(2), "none"));
+    EXPECT_EQ("[2]", compact(doc.root.update(path, ko::Orvid::makeArray({2}))));
+    EXPECT_EQ("3", compact(doc.root.tryUpdate(path, 3)));
+    EXPECT_EQ("4", compact(doc.root.create(path, 4)));
+    EXPECT_EQ("5", compact(doc.root.tryCreate(path, 5)));
+    EXPECT_EQ("6", compact(doc.root.get("a").insert(path.substr(2, 1), 6)));
+    EXPECT_EQ(R"({"a": {"b": 6}})", compact(doc.root));
+    CHECK_LINKS(doc.root);
 }
 
 TEST(ElementLookup, pathExists_takes_an_empty_type_for_any_type) {

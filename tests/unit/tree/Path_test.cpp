@@ -11,9 +11,12 @@
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/PathException.h>
 
+#include <cstddef>
 #include <iomanip>
 #include <sstream>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -47,6 +50,27 @@ TEST(Path, is_made_implicitly_from_either_kind_of_text) {
     const Path path = std::string("a[1]");
     EXPECT_EQ(path.str(), "a[1]");
     EXPECT_FALSE(path.empty());
+}
+
+/// A text of a caller's own.
+struct Label {
+    operator std::string_view() const { return "a[1]"; }
+};
+
+TEST(Path, is_made_implicitly_of_any_text) {
+    const Path fromView = std::string_view("a[1].b").substr(0, 4);
+    EXPECT_EQ("a[1]", fromView.str());
+    const Path fromLabel = Label();
+    EXPECT_EQ("a[1]", fromLabel.str());
+    char buffer[] = "a[1]";
+    const Path fromBuffer = buffer;
+    EXPECT_EQ("a[1]", fromBuffer.str());
+}
+
+TEST(Path, is_not_made_of_nothing_or_of_numbers) {
+    EXPECT_FALSE((std::is_constructible_v<Path, std::nullptr_t>));
+    EXPECT_FALSE((std::is_constructible_v<Path, int>));
+    EXPECT_FALSE((std::is_convertible_v<std::nullptr_t, Path>));
 }
 
 TEST(Path, is_copied_and_assigned_as_a_value) {

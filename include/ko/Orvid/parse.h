@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+//
+// parse() makes an element of a JSON text, in one step. docs/reading.md tells what it takes;
+// DomParser reads pieces, and into elements that are there already.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/ReadOptions.h>
+
+#include <iosfwd>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// The value of a whole document: whatever the options say, the text must hold one complete value
+/// and nothing else. Linear in the length of the text, which may lie in any element. Throws
+/// ParseException with the line and the columns of the fault, and std::bad_alloc.
+KO_API Element parse(std::string_view text, const ReadOptions& options = ReadOptions::strict());
+/// The same of all that the stream holds, for which it is waited; the stream then has eofbit.
+/// Throws Exception as well, where the stream cannot be read or fails.
+KO_API Element parse(std::istream& in, const ReadOptions& options = ReadOptions::strict());
+
+}  // namespace ko::Orvid

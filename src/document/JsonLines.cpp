@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+//
+// Lines from a stream, each a document of its own.
+
+#include <ko/Orvid/JsonLines.h>
+
+#include <ko/Orvid/DomParser.h>
+#include <ko/Orvid/Exception.h>
+
+#include <istream>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
+
+ReadOptions whole(ReadOptions options) {
+    options.requireWholeDocument = true;
+    return options;
+}
+
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+}  // namespace
+
+struct JsonLines::State {
+    State(std::istream& stream, const ReadOptions& options)
+        : in(stream), source(stream.rdbuf()), parser(whole(options)) {
+        source.exceptions(std::ios_base::badbit);
+    }
+
+    bool readLine();
+    void read();
+
+    std::istream& in;
+    std::istream source;  ///< the same text; throws where `in` would hide what has gone wrong
+    DomParser parser;
+    std::string line;
+    Element record;
+    unsigned long long number = 0;
+};
+
+/// Answers whether there was one.
+bool JsonLines::State::readLine() {
+    ++number;
+    try {
+        std::getline(source, line);
+    } catch (const std::bad_alloc&) {
+        source.clear();
+        source.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+        throw;
+    } catch (...) {
+        in.setstate(std::ios_base::badbit);
+        throw Exception("The stream has failed!");
+    }
+    if (source.fail()) {
+        --number;
+        in.setstate(std::ios_base::eofbit);
+        return false;
+    }
+    if (number == 1 && std::string_view(line).substr(0, 3) == k_byteOrderMark) {
+        line.erase(0, k_byteOrderMark.size());
+    }
+    return true;
+}
+
+void JsonLines::State::read() {
+    try {
+        parser.parse(record, line);
+    } catch (const ParseException& error) {
+        constexpr auto largest = static_cast<unsigned long long>(std::numeric_limits<int>::max());
+        const int place = static_cast<int>(number < largest ? number : largest);
+        ParseException placed(error);
+        placed.init(error.message(), place, error.firstColumn(), place, error.lastColumn());
+        throw placed;
+    }
+}
+
+JsonLines::JsonLines(std::istream& in, const ReadOptions& options)
+    : m_state(std::make_unique<State>(in, options)) {}
+
+JsonLines::~JsonLines() = default;
+
+Element* JsonLines::next() {
+    do {
+        if (!m_state->readLine()) {
+            return nullptr;
+        }
+    } while (isBlank(m_state->line));
+    m_state->read();
+    return &m_state->record;
+}
+
+unsigned long long JsonLines::number() const noexcept { return m_state->number; }
+
+}  // namespace ko::Orvid

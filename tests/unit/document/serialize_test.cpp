@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of serialize(): the layouts, and what it refuses because JSON cannot express it.
+
+#include <ko/Orvid/serialize.h>
+
+#include <ko/Orvid/parse.h>
+
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "support/Document.h"
+
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::Number;
+using ko::Orvid::parse;
+using ko::Orvid::serialize;
+using ko::Orvid::WriteOptions;
+using orvid_test::thrownBy;
+
+constexpr const char* k_text = R"({"b":[1.50,{},[],"x"],"a":{"c":null}})";
+
+TEST(serialize, is_compact_unless_told_otherwise) {
+    EXPECT_EQ(k_text, serialize(parse(k_text)));
+    EXPECT_EQ("7", serialize(Element(7)));
+}
+
+TEST(serialize, closes_empty_containers_where_they_open_in_the_pretty_layout) {
+    EXPECT_EQ(R"({
+    "b": [
+        1.50,
+        {},
+        [],
+        "x"
+    ],
+    "a": {
+        "c": null
+    }
+}
+)",
+              serialize(parse(k_text), WriteOptions::pretty()));
+    EXPECT_EQ("[\n  {}\n]\n", serialize(parse("[{}]"), WriteOptions::pretty(2)));
+    EXPECT_EQ("{}\n", serialize(parse("{}"), WriteOptions::pretty()));
+    EXPECT_EQ("[]", serialize(parse("[]"), WriteOptions::pretty(0)));
+}
+
+TEST(serialize, leaves_out_the_meta_of_a_document_unless_it_is_to_be_written) {
+    Element root = parse(R"({"meta":{"x":1},"a":{"meta":2}})");
+    Dom dom;
+    dom.setRoot(root, false);
+    EXPECT_EQ(R"({"a":{"meta":2}})", serialize(dom));
+    dom.setWriteMeta(true);
+    EXPECT_EQ(R"({"meta":{"x":1},"a":{"meta":2}})", serialize(dom));
+}
+
+TEST(serialize, refuses_a_document_without_a_root) { EXPECT_THROW(serialize(Dom()), Exception); }
+
+/// The path that the refusal names, of a tree that has the value in two places.
+std::string refusedPath(const Element& value) {
+    Element root = parse(R"({"a":[0,{"b":1}],"c":2})");
+    root.get("a[1].b") = value;
+    root.get("c") = value;
+    const auto error = thrownBy<Exception>([&] { serialize(root); });
+    return error.elementPath() == nullptr ? "none" : *error.elementPath();
+}
+
+TEST(serialize, names_the_first_element_that_json_cannot_express) {
+    EXPECT_EQ("a[1].b", refusedPath(Element::k_emptyElement));
+    EXPECT_EQ("a[1].b", refusedPath(std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_EQ("a[1].b", refusedPath(-std::numeric_limits<double>::infinity()));
+    EXPECT_EQ("a[1].b", refusedPath("\xFF"));
+}
+
+TEST(serialize, names_the_root_where_it_is_at_fault) {
+    const auto error =
+        thrownBy<Exception>([] { serialize(std::numeric_limits<double>::infinity()); });
+    ASSERT_NE(nullptr, error.elementPath());
+    EXPECT_EQ("", *error.elementPath());
+}
+
+TEST(serialize, refuses_the_text_of_a_number_that_is_none) {
+    for (const char* const text : {"", "-", "abc", "12a", "01", "1.", ".5", "+1", "1e", "1e+",
+                                   "0x1", " 1", "1 ", "--1", "1.e5", "-01", "nan", "1e5.5"}) {
+        SCOPED_TRACE(text);
+        EXPECT_THROW(serialize(Element(Number(text))), Exception);
+    }
+    for (const char* const text : {"0", "-0", "10", "-1.0", "0.10", "1e5", "1E-05", "-0.5e+10"}) {
+        EXPECT_EQ(text, serialize(Element(Number(text))));
+    }
+}
+
+TEST(serialize, refuses_what_is_no_utf8_unless_that_is_allowed) {
+    Element root;
+    ko::Orvid::DomParser().parse(root, "{\"a\":[{\"k\xC3\":1}]}");
+    const auto error = thrownBy<Exception>([&] { serialize(root); });
+    EXPECT_EQ("a[0].k\xC3", *error.elementPath());
+    WriteOptions options = WriteOptions::compact();
+    options.allowInvalidUtf8 = true;
+    EXPECT_EQ("{\"a\":[{\"k\xC3\":1}]}", serialize(root, options));
+    options.asciiOnly = true;
+    EXPECT_EQ("{\"a\":[{\"k\\uFFFD\":1}]}", serialize(root, options));
+}
+
+TEST(serialize, takes_every_valid_character) {
+    const std::string text =
+        "\"\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF\"";
+    EXPECT_EQ(text, serialize(parse(text)));
+}
+
+TEST(serialize, does_not_look_at_what_it_leaves_out) {
+    Element root = parse(R"({"meta":1,"a":2})");
+    root.get("meta") = Element::k_emptyElement;
+    Dom dom;
+    dom.setRoot(root, false);
+    EXPECT_EQ(R"({"a":2})", serialize(dom));
+    EXPECT_THROW(serialize(root), Exception);
+}
+
+}  // namespace
