@@ -26,8 +26,8 @@
 #include <ko/Orvid/MergePatch.h>
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>
-#include <ko/Orvid/PatchException.h>
 #include <ko/Orvid/parse.h>
+#include <ko/Orvid/PatchException.h>
 #include <ko/Orvid/Path.h>
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/PathGenerator.h>
