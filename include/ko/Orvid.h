@@ -9,6 +9,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/build.h>
 #include <ko/Orvid/CallbackParser.h>
+#include <ko/Orvid/convert.h>
 #include <ko/Orvid/describe.h>
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/DomParser.h>

@@ -6,6 +6,7 @@
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/DomParser.h>
+#include <ko/Orvid/Element.h>
 #include <ko/Orvid/FileException.h>
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/SafeFile.h>

@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "core/EnumNames.h"
-#include "tree/Ancestors.h"
+#include "schema/SchemaNode.h"
 #include "tree/PathStep.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
@@ -26,32 +26,10 @@ namespace ko::Orvid {
 
 namespace {
 
-const Element* childOf(const Element* parent, const std::string& key) {
-    return parent == nullptr ? nullptr : childAt(*parent, key);
-}
-
-/// The default that a description gives, or null.
-const Element* defaultOf(const Element& schema) {
-    const Element* const value = childAt(schema, Path::k_default);
-    return value == nullptr || value->isEmpty() ? nullptr : value;
-}
-
 /// The descriptions of an object's members, or null.
 const Element::TObject* propertiesOf(const Element& schema) {
     const Element* const properties = childAt(schema, Path::k_metaObjectProperty);
     return properties == nullptr || !properties->isObject() ? nullptr : &properties->object();
-}
-
-/// What describes the element; null where nothing does.
-const Element* schemaOf(const Element& element) {
-    const Element* schema = childOf(childAt(*element.root(), Path::k_meta), Path::k_schema);
-    walkDown(
-        element, nullptr,
-        [&](const std::string& key) {
-            schema = childOf(childOf(schema, Path::k_metaObjectProperty), key);
-        },
-        [&](unsigned int) { schema = childOf(schema, Path::k_metaArrayItem); });
-    return schema;
 }
 
 bool isMetaOf(const Element& root, const Element& element) {
@@ -276,7 +254,7 @@ const SEnumName& nameOf(EValueSource source) {
 }  // namespace
 
 std::size_t fillDefaults(Element& element, const FillOptions& options) {
-    const Element* const schema = isInMeta(element) ? nullptr : schemaOf(element);
+    const Element* const schema = isInMeta(element) ? nullptr : descriptionOf(element);
     return schema == nullptr ? 0 : Filling(element, *schema, options).run();
 }
 

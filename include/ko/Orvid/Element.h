@@ -23,6 +23,11 @@
 
 namespace ko::Orvid {
 
+namespace detail {
+template<class T>
+struct Converter;  // defined in convert.h
+}
+
 /// One JSON value with its parent, its key in a parent object and its index in a parent array.
 ///
 /// An element owns its value; a container owns its children, whose addresses stay until they are
@@ -156,12 +161,21 @@ public:
 
     // The value in one step.
 
-    /// The value as T: bool, std::string, Number, std::string_view (which lives as the string does)
-    /// or an arithmetic type of Number::k_isBinary, for which Number::convertTo() tells the rules.
-    /// Throws TypeException for a value of another type and ValueOutOfRange<Number, T> for a number
-    /// that is no T, both with this element as context.
+    /// The value as T: bool, std::string, Number, std::string_view (which lives as the string
+    /// does), an arithmetic type, for which Number::convertTo() tells the rules, or any other type
+    /// that convert.h, which then has to be included, makes known. Throws TypeException for a value
+    /// of another type, ValueOutOfRange<Number, T> for a number that is no T, and what convert.h
+    /// tells, with the element that is at fault as context.
     template<class T>
     T to() const;
+    /// Sets the value to what `value` is in JSON, from any type that converts; the place stays, and
+    /// for scalars the payload as with the setters above. Throws what the conversion throws, and
+    /// std::bad_alloc, leaving this element unchanged.
+    template<class T>
+    void set(const T& value);
+    /// An element with that value. Throws as set().
+    template<class T>
+    static Element from(const T& value);
     /// The element at the path as T, or `fallback` where there is none. An element that is there
     /// but is no T is not passed over: throws as to() does.
     template<class T>
@@ -383,11 +397,34 @@ T Element::to() const {
         return value;
     } else if constexpr (std::is_same_v<T, Number>) {
         return number();
-    } else {
-        static_assert(std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>,
-                      "an element is no such type");
+    } else if constexpr (std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
         return T(string());
+    } else {
+        return detail::Converter<T>::read(*this);  // #include <ko/Orvid/convert.h>
     }
+}
+
+template<class T>
+void Element::set(const T& value) {
+    if constexpr (std::is_same_v<T, bool>) {
+        setBoolean(value);
+    } else if constexpr (Number::k_isArithmetic<T> || std::is_same_v<T, Number>) {
+        setNumber(value);
+    } else if constexpr (std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
+        setString(std::string_view(value));
+    } else if constexpr (std::is_same_v<T, Element>) {
+        *this = value;
+    } else {
+        *this = from(value);
+    }
+}
+
+template<class T>
+Element Element::from(const T& value) {
+    Element element;
+    detail::Converter<std::decay_t<const T>>::write(element,
+                                                    value);  // #include <ko/Orvid/convert.h>
+    return element;
 }
 
 template<class T>

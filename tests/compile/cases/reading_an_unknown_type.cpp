@@ -1,0 +1,9 @@
+// refused: this type does not convert.*ORVID_FIELDS.*fromElement
+#include <ko/Orvid.h>
+
+#include <string>
+#include <vector>
+
+struct Unknown {};
+
+Unknown read() { return ko::Orvid::parse("1").to<Unknown>(); }

@@ -1,0 +1,9 @@
+// refused: this type does not convert
+#include <ko/Orvid.h>
+
+#include <string>
+#include <vector>
+
+struct Unknown {};
+
+void write(ko::Orvid::Element& element, Unknown* pointer) { element.set(pointer); }

@@ -1,0 +1,11 @@
+// refused: this type does not convert
+#include <ko/Orvid.h>
+
+#include <string>
+#include <vector>
+
+struct Unknown {};
+
+enum class Level { low };
+
+void write(ko::Orvid::Element& element) { element.set(Level::low); }

@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of ORVID_FIELDS: where it may stand, what becomes of fields that are missing, and the
+// defaults that a document's own schema gives them.
+
+#include <ko/Orvid/convert.h>
+
+#include <gtest/gtest.h>
+#include <ko/Orvid/PathException.h>
+#include <ko/Orvid/TypeException.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/Document.h"
+
+namespace described {
+
+struct Server {
+    std::string host;
+    int port = 0;
+    std::optional<std::vector<std::string>> tags;
+};
+ORVID_FIELDS(Server, host, port, tags)
+
+/// Described within its body, with private fields, in a private section.
+class Account {
+public:
+    Account() = default;
+    Account(int number, std::string name) : m_number(number), m_name(std::move(name)) {}
+    int number() const { return m_number; }
+    const std::string& name() const { return m_name; }
+
+private:
+    int m_number = 0;
+    std::string m_name;
+    ORVID_FIELDS(Account, m_number, m_name)
+};
+
+struct Outer {
+    struct Inner {
+        double x = 0;
+    };
+    struct Own {
+        bool is = false;
+        ORVID_FIELDS(Own, is);
+    };
+    std::vector<Inner> inner;
+    std::map<std::string, Own> own;
+    ORVID_FIELDS(Outer, inner, own);
+};
+ORVID_FIELDS(Outer::Inner, x);
+
+template<class T>
+struct Box {
+    T value{};
+    ORVID_FIELDS(Box, value)
+};
+
+/// A tree of the program's own.
+struct Node {
+    int id = 0;
+    std::vector<Node> children;
+    ORVID_FIELDS(Node, id, children)
+};
+
+struct Base {
+    int inherited = 0;
+};
+struct Derived : Base {
+    int own = 0;
+};
+ORVID_FIELDS(Derived, inherited, own)
+
+struct Config {
+    Server server;
+    std::vector<Server> more;
+    double ratio = 0;
+};
+ORVID_FIELDS(Config, server, more, ratio)
+
+struct Wide {
+    int f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16, f17, f18, f19, f20,
+        f21, f22, f23, f24, f25, f26, f27, f28, f29, f30, f31, f32, f33, f34, f35, f36, f37, f38,
+        f39, f40, f41, f42, f43, f44, f45, f46, f47, f48, f49, f50, f51, f52, f53, f54, f55, f56,
+        f57, f58, f59, f60, f61, f62, f63, f64, f65, f66, f67, f68, f69, f70, f71, f72, f73, f74,
+        f75, f76, f77, f78, f79, f80, f81, f82, f83, f84, f85, f86, f87, f88, f89, f90, f91, f92,
+        f93, f94, f95, f96, f97, f98, f99, f100;
+};
+ORVID_FIELDS(Wide, f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, f14, f15, f16, f17, f18,
+             f19, f20, f21, f22, f23, f24, f25, f26, f27, f28, f29, f30, f31, f32, f33, f34, f35,
+             f36, f37, f38, f39, f40, f41, f42, f43, f44, f45, f46, f47, f48, f49, f50, f51, f52,
+             f53, f54, f55, f56, f57, f58, f59, f60, f61, f62, f63, f64, f65, f66, f67, f68, f69,
+             f70, f71, f72, f73, f74, f75, f76, f77, f78, f79, f80, f81, f82, f83, f84, f85, f86,
+             f87, f88, f89, f90, f91, f92, f93, f94, f95, f96, f97, f98, f99, f100)
+
+}  // namespace described
+
+namespace orvid_test {
+namespace {
+
+using described::Account;
+using described::Config;
+using described::Server;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::parse;
+using ko::Orvid::PathNotFound;
+using ko::Orvid::serialize;
+
+template<class T>
+std::string through(const std::string& text) {
+    const Element made = Element::from(parse(text).to<T>());
+    CHECK_LINKS(made);
+    return serialize(made);
+}
+
+TEST(convertFields, are_read_by_name_and_written_in_their_order) {
+    EXPECT_EQ(R"({"host":"a","port":80,"tags":["x","y"]})",
+              through<Server>(R"({"tags":["x","y"],"other":{},"port":80,"host":"a"})"));
+}
+
+TEST(convertFields, may_be_private_and_described_in_a_private_section) {
+    const auto account = parse(R"({"m_name":"n","m_number":7})").to<Account>();
+    EXPECT_EQ(7, account.number());
+    EXPECT_EQ("n", account.name());
+    EXPECT_EQ(R"({"m_number":8,"m_name":"o"})", serialize(Element::from(Account(8, "o"))));
+}
+
+TEST(convertFields, are_described_for_nested_local_and_derived_classes_and_templates) {
+    constexpr const char* k_outer = R"({"inner":[{"x":0.5},{"x":2}],"own":{"a":{"is":true}}})";
+    EXPECT_EQ(k_outer, through<described::Outer>(k_outer));
+    EXPECT_EQ(R"({"value":{"value":"x"}})",
+              (through<described::Box<described::Box<std::string>>>(R"({"value":{"value":"x"}})")));
+    EXPECT_EQ(R"({"inherited":1,"own":2})",
+              through<described::Derived>(R"({"own":2,"inherited":1})"));
+    struct Local {
+        int q = 0;
+        ORVID_FIELDS(Local, q)
+    };
+    EXPECT_EQ(R"({"q":3})", through<Local>(R"({"q":3})"));
+}
+
+TEST(convertFields, may_be_a_hundred) {
+    std::string text = "{";
+    for (int i = 1; i <= 100; ++i) {
+        text += "\"f" + std::to_string(i) + "\":" + std::to_string(i) + (i < 100 ? "," : "}");
+    }
+    EXPECT_EQ(text, through<described::Wide>(text));
+}
+
+TEST(convertFields, may_hold_their_own_class) {
+    constexpr const char* k_tree =
+        R"({"id":1,"children":[{"id":2,"children":[]},{"id":3,"children":[]}]})";
+    EXPECT_EQ(k_tree, through<described::Node>(k_tree));
+}
+
+TEST(convertFields, are_set_in_place_of_whatever_was_there) {
+    Document doc(R"({"a":{"host":"old","other":1}})");
+    Server server;
+    server.host = "new";
+    doc.root.get("a").set(server);
+    EXPECT_EQ(R"({"a":{"host":"new","port":0,"tags":null}})", serialize(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
+TEST(convertFields, take_null_where_they_are_optional_and_missing) {
+    const auto server = parse(R"({"host":"a","port":1})").to<Server>();
+    EXPECT_FALSE(server.tags.has_value());
+    EXPECT_FALSE(parse(R"({"host":"a","port":1,"tags":null})").to<Server>().tags.has_value());
+}
+
+TEST(convertFields, that_are_missing_are_named_with_their_path_from_the_root) {
+    const Element root = parse(R"({"list":[{"host":"a","port":1},{"host":"b"}]})");
+    const auto error = thrownBy<PathNotFound>([&] { root.get("list").to<std::vector<Server>>(); });
+    EXPECT_EQ("list[1].port", error.path());
+    EXPECT_EQ("port", error.key());
+    EXPECT_EQ("list[1]", *error.elementPath());
+    const auto atRoot = thrownBy<PathNotFound>([] { parse("{}").to<Server>(); });
+    EXPECT_EQ("host", atRoot.path());
+}
+
+TEST(convertFields, of_the_wrong_type_are_named) {
+    const auto error = thrownBy<Exception>(
+        [] { parse(R"([{"host":"a","port":"x"}])").to<std::vector<Server>>(); });
+    EXPECT_EQ("[0].port", *error.elementPath());
+    const auto whole = thrownBy<ko::Orvid::TypeException<ko::Orvid::EType>>(
+        [] { parse("[[]]").to<std::vector<Server>>(); });
+    EXPECT_EQ("[0]", *whole.elementPath());
+}
+
+/// A document whose schema knows defaults for a server, and has these data besides.
+std::string withSchema(const std::string& data) {
+    return R"({"meta":{"schema":{"properties":{
+        "ratio":{"default":0.5},
+        "server":{"properties":{"host":{"default":"localhost"},"port":{"default":80}}},
+        "more":{"default":[],"items":{"properties":{"port":{"default":81},
+                                                    "tags":{"default":["t"]}}}},
+        "host":{"default":"by default"},
+        "given":{"default":{"host":"of the object"},"properties":{"port":{"default":82}}},
+        "wrong":{"default":"no object"}
+    }}})" + data +
+           "}";
+}
+
+TEST(convertFields, that_are_missing_take_the_default_of_the_documents_own_schema) {
+    const Document doc(withSchema(R"(,"server":{"port":8080})"));
+    const auto config = doc.root.to<Config>();
+    EXPECT_EQ("localhost", config.server.host);
+    EXPECT_EQ(8080, config.server.port);
+    EXPECT_EQ(0.5, config.ratio);
+    EXPECT_TRUE(config.more.empty());
+}
+
+TEST(convertFields, take_the_defaults_of_the_items_of_arrays) {
+    const Document doc(withSchema(R"(,"more":[{"host":"a"},{"host":"b","port":1,"tags":null}])"));
+    const auto config = doc.root.to<Config>();
+    ASSERT_EQ(2U, config.more.size());
+    EXPECT_EQ(81, config.more[0].port);
+    EXPECT_EQ((std::vector<std::string>{"t"}), config.more[0].tags);
+    EXPECT_EQ(1, config.more[1].port);
+    EXPECT_FALSE(config.more[1].tags) << "null is there, so nothing is missing";
+    EXPECT_EQ(81, doc.root.get("more[0]").to<Server>().port) << "read alone";
+}
+
+TEST(convertFields, of_an_object_that_is_missing_take_their_own_defaults) {
+    const Document doc(withSchema(""));
+    const auto config = doc.root.to<Config>();
+    EXPECT_EQ("localhost", config.server.host);
+    EXPECT_EQ(80, config.server.port);
+    EXPECT_FALSE(config.server.tags);
+}
+
+struct Given {
+    Server given;
+};
+ORVID_FIELDS(Given, given)
+
+TEST(convertFields, complete_the_default_of_an_object) {
+    const auto value = Document(withSchema("")).root.to<Given>();
+    EXPECT_EQ("of the object", value.given.host);
+    EXPECT_EQ(82, value.given.port);
+}
+
+struct Missing {
+    described::Derived server;
+};
+ORVID_FIELDS(Missing, server)
+struct Wrong {
+    Server wrong;
+};
+ORVID_FIELDS(Wrong, wrong)
+
+TEST(convertFields, name_the_place_in_the_data_where_neither_has_a_value) {
+    const Document doc(withSchema(""));
+    const auto error = thrownBy<PathNotFound>([&] { doc.root.to<Missing>(); });
+    EXPECT_EQ("server.inherited", error.path());
+    EXPECT_EQ("server", error.key());
+    EXPECT_EQ("", *error.elementPath());
+}
+
+TEST(convertFields, name_a_default_of_the_wrong_type) {
+    const Document doc(withSchema(""));
+    const auto error = thrownBy<Exception>([&] { doc.root.to<Wrong>(); });
+    EXPECT_EQ("meta.schema.properties.wrong.default", *error.elementPath());
+}
+
+TEST(convertFields, of_type_empty_count_as_missing) {
+    Document doc(withSchema(R"(,"host":"x","port":1)"));
+    doc.root.get("host") = Element::k_emptyElement;
+    EXPECT_EQ("by default", doc.root.to<Server>().host);
+}
+
+}  // namespace
+}  // namespace orvid_test

@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of the conversions, type by type: what a text is read as, and what is written for that.
+// Described classes are in convertFields_test.cpp.
+
+#include <ko/Orvid/convert.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <list>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "support/Document.h"
+
+namespace converted {
+
+enum class Level { low, high };
+ORVID_NAMES(Level, {{Level::low, "low"}, {Level::high, "high"}, {Level::high, "top"}})
+
+enum Plain { p_one = 1 };
+ORVID_NAMES(Plain, {{p_one, "one"}});
+
+/// Stands in JSON as its count of days.
+struct Age {
+    int years = 0;
+};
+
+void fromElement(const ko::Orvid::Element& element, Age& age) {
+    age.years = element.to<int>() / 365;
+}
+void toElement(ko::Orvid::Element& element, const Age& age) { element.set(age.years * 365); }
+
+/// A class that is a sequence as well: its functions come first.
+struct Tags : std::vector<std::string> {};
+
+void fromElement(const ko::Orvid::Element& element, Tags& tags) {
+    tags.push_back(element.string());
+}
+void toElement(ko::Orvid::Element& element, const Tags& tags) { element.set(tags.front()); }
+
+/// Can be written only.
+struct Report {};
+void toElement(ko::Orvid::Element& element, const Report&) { element.set("report"); }
+
+struct Label {
+    operator std::string_view() const { return "a label"; }
+};
+
+}  // namespace converted
+
+namespace orvid_test {
+namespace {
+
+using converted::Age;
+using converted::Level;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::Number;
+using ko::Orvid::parse;
+using ko::Orvid::serialize;
+using ko::Orvid::ValueOutOfRange;
+
+/// The text, read as T and written again.
+template<class T>
+std::string through(const std::string& text) {
+    Element element = parse(text);
+    const T value = element.to<T>();
+    element.set(value);
+    CHECK_LINKS(element);
+    const Element made = Element::from(value);
+    CHECK_LINKS(made);
+    EXPECT_EQ(serialize(made), serialize(element));
+    return serialize(element);
+}
+
+/// The path that the refusal to read the text as T names.
+template<class T, class Error = Exception>
+std::string pathOfRefusal(const std::string& text) {
+    const Element element = parse(text);
+    const auto error = thrownBy<Error>([&] { static_cast<void>(element.to<T>()); });
+    return error.elementPath() == nullptr ? "none" : *error.elementPath();
+}
+
+TEST(convert, reads_and_writes_every_arithmetic_type) {
+    EXPECT_EQ("true", through<bool>("true"));
+    EXPECT_EQ("-7", through<short>("-7"));
+    EXPECT_EQ("18446744073709551615", through<std::uint64_t>("18446744073709551615"));
+    EXPECT_EQ("65", through<char>("65"));
+    EXPECT_EQ("200", through<unsigned char>("200"));
+    EXPECT_EQ("65", through<wchar_t>("65"));
+    EXPECT_EQ("65535", through<char16_t>("65535"));
+    EXPECT_EQ("1114111", through<char32_t>("1114111"));
+    EXPECT_EQ("0.5", through<double>("0.5"));
+    EXPECT_EQ("-0.25", through<float>("-0.25"));
+}
+
+TEST(convert, refuses_what_the_type_cannot_hold_and_names_the_element) {
+    EXPECT_EQ("[1]", (pathOfRefusal<std::vector<char16_t>>("[1,65536]")));
+    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<char32_t>>("[-1]")));
+    EXPECT_EQ("a[1]", (pathOfRefusal<std::map<std::string, std::vector<int>>>(R"({"a":[1,1.5]})")));
+    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<bool>>("[0]")));
+    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<std::string>>("[0]")));
+}
+
+TEST(convert, reads_and_writes_texts) {
+    EXPECT_EQ(R"("a\u0000b")", through<std::string>(R"("a\u0000b")"));
+    EXPECT_EQ(R"("x")", through<std::string_view>(R"("x")"));
+    EXPECT_EQ(R"("/a/b.txt")", through<std::filesystem::path>(R"("/a/b.txt")"));
+    const char* const pointer = "pointer";
+    EXPECT_EQ("pointer", Element::from(pointer).string());
+    EXPECT_EQ("array", Element::from("array").string());
+    EXPECT_EQ("a label", Element::from(converted::Label()).string());
+    EXPECT_EQ(R"(["a","b"])", serialize(Element::from(std::vector<const char*>{"a", "b"})));
+}
+
+TEST(convert, keeps_the_payload_where_a_scalar_is_set) {
+    Element element("a string that is longer than what fits in place");
+    const std::string& text = element.string();
+    element.set(std::string_view("short"));
+    EXPECT_EQ("short", text);
+    element.set(1);
+    const Number& number = element.number();
+    element.set(2U);
+    EXPECT_EQ("2", number.toString());
+}
+
+TEST(convert, reads_and_writes_numbers_and_elements_as_they_are) {
+    EXPECT_EQ("0.10", through<Number>("0.10"));
+    EXPECT_EQ("900719925474099312345.5", through<ko::DecNumber>("900719925474099312345.5"));
+    EXPECT_EQ(R"({"a":[1.50]})", through<Element>(R"({"a":[1.50]})"));
+    EXPECT_EQ("null", through<std::nullptr_t>("null"));
+    EXPECT_EQ("[1]", pathOfRefusal<std::vector<std::nullptr_t>>("[null,1]"));
+}
+
+TEST(convert, reads_and_writes_sequences_and_sets) {
+    EXPECT_EQ("[1,2]", through<std::vector<int>>("[1,2]"));
+    EXPECT_EQ("[true,false]", through<std::vector<bool>>("[true,false]"));
+    EXPECT_EQ("[]", through<std::deque<std::string>>("[]"));
+    EXPECT_EQ("[[1],[]]", through<std::list<std::vector<int>>>("[[1],[]]"));
+    EXPECT_EQ("[1,2]", through<std::set<int>>("[2,1,2]"));
+    EXPECT_EQ(R"(["x"])", through<std::unordered_set<std::string>>(R"(["x"])"));
+    EXPECT_EQ("[1,2,3]", (through<std::array<int, 3>>("[1,2,3]")));
+    EXPECT_EQ("[]", (through<std::array<int, 0>>("[]")));
+    EXPECT_EQ("", (pathOfRefusal<std::array<int, 3>>("[1,2]")));
+    EXPECT_EQ("[1]", (pathOfRefusal<std::vector<std::array<int, 1>>>("[[1],[1,2]]")));
+    EXPECT_EQ("", pathOfRefusal<std::vector<int>>("{}"));
+}
+
+TEST(convert, reads_and_writes_pairs_and_tuples) {
+    EXPECT_EQ(R"([1,"x"])", (through<std::pair<int, std::string>>(R"([1,"x"])")));
+    EXPECT_EQ("[1,[true],null]",
+              (through<std::tuple<int, std::tuple<bool>, std::optional<int>>>("[1,[true],null]")));
+    EXPECT_EQ("[]", through<std::tuple<>>("[]"));
+    EXPECT_EQ("", (pathOfRefusal<std::pair<int, int>>("[1]")));
+    EXPECT_EQ("[1]", (pathOfRefusal<std::tuple<int, int>>("[1,\"x\"]")));
+}
+
+TEST(convert, reads_and_writes_maps_with_keys_that_are_strings) {
+    EXPECT_EQ(R"({"a":[1],"b":[]})",
+              (through<std::map<std::string, std::vector<int>>>(R"({"b":[],"a":[1]})")));
+    EXPECT_EQ(
+        R"({"a":{"x":1}})",
+        (through<std::unordered_map<std::string, std::map<std::string, int>>>(R"({"a":{"x":1}})")));
+    EXPECT_EQ("a.x", (pathOfRefusal<std::map<std::string, std::map<std::string, int>>>(
+                         R"({"a":{"x":"no number"}})")));
+    EXPECT_EQ("", (pathOfRefusal<std::map<std::string, int>>("[]")));
+}
+
+TEST(convert, reads_null_as_an_optional_without_a_value) {
+    EXPECT_EQ("1", through<std::optional<int>>("1"));
+    EXPECT_EQ("null", through<std::optional<int>>("null"));
+    EXPECT_EQ("[1,null]", through<std::vector<std::optional<int>>>("[1,null]"));
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<std::optional<int>>>("[\"x\"]"));
+}
+
+TEST(convert, reads_the_first_alternative_of_a_variant_that_converts) {
+    using Value = std::variant<int, double, std::string, std::vector<int>, std::monostate>;
+    const auto indexOf = [](const char* text) { return parse(text).to<Value>().index(); };
+    EXPECT_EQ(0U, indexOf("1"));
+    EXPECT_EQ(1U, indexOf("1.5"));
+    EXPECT_EQ(2U, indexOf("\"x\""));
+    EXPECT_EQ(3U, indexOf("[1]"));
+    EXPECT_EQ(4U, indexOf("null"));
+    EXPECT_EQ("[1,0.5,\"x\",[2],null]", through<std::vector<Value>>("[1,0.5,\"x\",[2],null]"));
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Value>>("[true]"));
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Value>>("[[1.5]]"));
+    EXPECT_EQ("2", (through<std::variant<int, int>>("2")));
+}
+
+TEST(convert, reads_and_writes_durations_as_their_count) {
+    EXPECT_EQ("1500", through<std::chrono::milliseconds>("1500"));
+    EXPECT_EQ("0.25", through<std::chrono::duration<double>>("0.25"));
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<std::chrono::seconds>>("[1.5]"));
+}
+
+TEST(convert, reads_and_writes_the_names_of_an_enumeration) {
+    EXPECT_EQ(R"(["low","high"])", through<std::vector<Level>>(R"(["low","high"])"));
+    EXPECT_EQ(R"("high")", through<Level>(R"("top")"));
+    EXPECT_EQ(R"("one")", through<converted::Plain>(R"("one")"));
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Level>>(R"(["middle"])"));
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Level>>("[1]"));
+    const std::vector<Level> levels{Level::low, static_cast<Level>(7)};
+    EXPECT_EQ("[1]", *thrownBy<Exception>([&] { Element::from(levels); }).elementPath());
+}
+
+TEST(convert, uses_the_functions_of_a_type) {
+    EXPECT_EQ("[365,730]", through<std::vector<Age>>("[365,735]"));
+    EXPECT_EQ(R"("x")", through<converted::Tags>(R"("x")"));
+    EXPECT_EQ("report", Element::from(converted::Report()).string());
+    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Age>>("[\"x\"]"));
+}
+
+TEST(convert, leaves_an_element_as_it_is_where_a_part_cannot_be_written) {
+    Document doc(R"({"a":[1]})");
+    Element& item = doc.root.get("a");
+    EXPECT_THROW(item.set(std::vector<Level>{Level::low, static_cast<Level>(7)}), Exception);
+    EXPECT_EQ(R"({"a": [1]})", compact(doc.root));
+    item.set(std::vector<Level>{Level::low});
+    EXPECT_EQ(R"({"a": ["low"]})", compact(doc.root));
+    EXPECT_EQ("a", item.path());
+    CHECK_LINKS(doc.root);
+}
+
+TEST(convert, toOr_takes_every_type_that_converts) {
+    const Element root = parse(R"({"a":[1,2]})");
+    EXPECT_EQ((std::vector<int>{1, 2}), root.toOr("a", std::vector<int>{}));
+    EXPECT_EQ((std::vector<int>{3}), root.toOr("b", std::vector<int>{3}));
+    EXPECT_EQ(Level::high, root.toOr("b", Level::high));
+}
+
+}  // namespace
+}  // namespace orvid_test
