@@ -6,6 +6,7 @@
 
 import json
 import re
+import struct
 
 import gdb
 import gdb.printing
@@ -14,8 +15,8 @@ import gdb.printing
 EMPTY, NULL, BOOLEAN, NUMBER, STRING, OBJECT, ARRAY = -1, 0, 1, 2, 3, 4, 5
 MEMBERS = {BOOLEAN: "boolean", NUMBER: "number", STRING: "string", OBJECT: "object", ARRAY: "array"}
 
-# ko::Orvid::Number::EBinaryType and the member of the union that holds the binary value.
-BINARIES = {1: "signedInteger", 2: "unsignedInteger", 3: "real"}
+# ko::Orvid::Number::EBinaryType and the format of the binary value's bits.
+BINARIES = {1: "<q", 2: "<Q", 3: "<d"}
 
 
 def memory(address, length):
@@ -70,15 +71,23 @@ def member_at(address):
 
 
 def number_text(number):
-    """The text of a number or, where none was asked for yet, its binary value."""
-    short = number["m_text"]
-    owned = word(int(short["m_string"].address))
-    if owned != 0:
-        return string_text(owned)
-    if int(short["m_length"]) != 0:
-        return text(int(short["m_bytes"].address), int(short["m_length"]))
-    member = BINARIES.get(int(number["m_type"]))
-    return str(number["m_value"][member]) if member else "<number without text>"
+    """The text of a number or, where none was given and none was asked for yet, its binary value. Texts of 15 to
+    22 bytes begin where others have the pointer to the text on the heap, which then is in m_word unless the
+    lowest bits say that a binary value is there."""
+    store = number["m_store"]
+    length, held = int(store["m_length"]), int(store["m_bytes"].address)
+    bits = memory(int(store["m_word"].address), 8)
+    is_wide = 14 < length <= 22
+    if is_wide:
+        heap = 0 if bits[0] % 4 else word(int(store["m_word"].address))
+    else:
+        heap = word(held)
+    if heap != 0:
+        return string_text(heap)
+    if 0 < length <= 22:
+        return text(held if is_wide else held + 8, length)
+    kind = BINARIES.get(memory(int(store["m_kind"].address), 1)[0] % 128)
+    return str(struct.unpack(kind, bits)[0]) if kind else "<number without text>"
 
 
 class Text:

@@ -6,6 +6,7 @@
 
 #include <ko/DecNumber.h>
 
+#include <ko/detail/DecimalParts.h>
 #include <ko/Exception.h>
 
 #include <gmp.h>
@@ -89,59 +90,8 @@ std::string shortened(std::string_view text) {
     return printable(text.substr(0, end)) + "... (" + std::to_string(text.length()) + " bytes)";
 }
 
-struct Parts {
-    std::string_view whole;
-    std::string_view fraction;
-    std::string_view exponent;
-    bool isNegative = false;
-    bool isExponentNegative = false;
-};
-
-bool take(std::string_view& rest, char wanted) {
-    if (rest.empty() || rest.front() != wanted) {
-        return false;
-    }
-    rest.remove_prefix(1);
-    return true;
-}
-
-bool takeSign(std::string_view& rest) {
-    const bool isNegative = take(rest, '-');
-    if (!isNegative) {
-        take(rest, '+');
-    }
-    return isNegative;
-}
-
-std::string_view takeDigits(std::string_view& rest) {
-    const std::size_t length = std::min(rest.find_first_not_of("0123456789"), rest.length());
-    const std::string_view digits = rest.substr(0, length);
-    rest.remove_prefix(length);
-    return digits;
-}
-
-/// False when `rest` is no decimal number.
-bool split(std::string_view rest, Parts& parts) {
-    parts.isNegative = takeSign(rest);
-    parts.whole = takeDigits(rest);
-    if (take(rest, '.')) {
-        parts.fraction = takeDigits(rest);
-    }
-    if (parts.whole.empty() && parts.fraction.empty()) {
-        return false;
-    }
-    if (take(rest, 'e') || take(rest, 'E')) {
-        parts.isExponentNegative = takeSign(rest);
-        parts.exponent = takeDigits(rest);
-        if (parts.exponent.empty()) {
-            return false;
-        }
-    }
-    return rest.empty();
-}
-
 /// The digits without leading zeros; empty for zero.
-std::string significantDigits(const Parts& parts) {
+std::string significantDigits(const DecimalParts& parts) {
     std::string digits;
     digits.reserve(parts.whole.length() + parts.fraction.length());
     digits.append(parts.whole).append(parts.fraction);
@@ -165,7 +115,7 @@ std::uint64_t saturatedValue(std::string_view digits) {
 
 /// The power of ten of the last digit: the exponent written, less the digits of the fraction. False
 /// when it does not fit. Worked out on magnitudes, since the exponent alone may exceed 64 bits.
-bool lastPower(const Parts& parts, std::int64_t& out) {
+bool lastPower(const DecimalParts& parts, std::int64_t& out) {
     constexpr std::uint64_t k_max = std::numeric_limits<std::int64_t>::max();
     const std::uint64_t written = saturatedValue(parts.exponent);
     const std::uint64_t fraction = parts.fraction.length();
@@ -376,8 +326,8 @@ DecNumber::DecNumber(double value) : m_impl(std::make_unique<SImpl>()) {
 }
 
 DecNumber::DecNumber(const std::string& text) : m_impl(std::make_unique<SImpl>()) {
-    Parts parts;
-    if (!split(text, parts)) {
+    DecimalParts parts;
+    if (!parts.read(text)) {
         throw RuntimeError("Not a decimal number: \"" + shortened(text) + "\"");
     }
     const std::string digits = significantDigits(parts);

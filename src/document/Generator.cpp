@@ -77,7 +77,8 @@ int Generator::gen_null() { return number(m_impl->writer.null()); }
 int Generator::gen_bool(bool value) { return number(m_impl->writer.boolean(value)); }
 
 int Generator::gen_number(const Number& value) {
-    const std::string_view text = value.textView();
+    NumberBuffer buffer;
+    const std::string_view text = value.textIn(buffer);
     return number(m_impl->writer.number(text.data(), text.length()));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A number's two representations: setting either, and computing the other one on demand. Comparison
-// is in NumberCompare.cpp, typed reading in NumberAccess.cpp.
+// A number's two sides: setting either, and computing the other one on demand. How they are held is
+// in NumberStore.cpp, comparison in NumberCompare.cpp, typed reading in NumberAccess.cpp.
 
 #include <ko/Orvid/Number.h>
 
@@ -9,110 +9,103 @@
 #include <ko/DecNumber.h>
 #include <ko/Exception.h>
 
-#include <cfloat>
 #include <charconv>
-#include <clocale>
-#include <cstdlib>
+#include <cmath>
 #include <limits>
+#include <ostream>
 #include <sstream>
 #include <utility>
 
 #include "core/EnumNames.h"
 #include "core/TextStream.h"
+#include "number/NumberBinary.h"
+#include "number/NumberReading.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-/// Long enough for any 64-bit integer and for a double with six significant digits.
-constexpr int k_textSize = 32;
-/// What a stream prints of a double by default.
-constexpr int k_significantDigits = 6;
-
-template<class T>
-std::string integerText(T value) {
-    char text[k_textSize];
-    return {text, std::to_chars(text, text + k_textSize, value).ptr};
-}
-
-std::string realText(double value) {
-    char text[k_textSize];
-    const auto end = std::to_chars(text, text + k_textSize, value, std::chars_format::general,
-                                   k_significantDigits);
-    return {text, end.ptr};
-}
-
-Number::Limits makeLimits() {
-    using SignedLimits = std::numeric_limits<long long>;
-    using UnsignedLimits = std::numeric_limits<unsigned long long>;
-    using RealLimits = std::numeric_limits<double>;
-    return {integerText(SignedLimits::max()),   integerText(SignedLimits::min()),
-            integerText(UnsignedLimits::max()), integerText(UnsignedLimits::max()),
-            realText(RealLimits::min()),        realText(RealLimits::max())};
-}
-
-/// Reads all of `text` into `value`; answers false, leaving `value` alone, for anything odd: text
-/// around the digits, a value out of range.
-template<class T>
-bool readWhole(std::string_view text, T& value) {
-    const char* const end = text.data() + text.size();
-    T result{};
-    const auto read = std::from_chars(text.data(), end, result);
-    if (read.ec != std::errc() || read.ptr != end) {
-        return false;
-    }
-    value = result;
-    return true;
-}
+using SBinary = NumberStore::SBinary;
 
 /// The formatted extraction of a stream decides what becomes of the texts that are no plain
 /// integer; the plain ones are read without a stream, which is what makes typed reads cheap.
 template<class T>
-void readInteger(std::string_view text, T& value) {
-    if (!readWhole(text, value)) {
+SBinary readInteger(std::string_view text, T before) {
+    T value = before;
+    const bool isWhole = readWhole(text, value);
+    if (!isWhole) {
         std::istringstream stream{std::string(text)};
         stream >> value;
     }
+    SBinary binary = binaryOf(value);
+    binary.isWhole = isWhole;
+    return binary;
 }
 
-/// What strtod reads in the locale "C", which newlocale() neither allocates nor loads.
-double readInC(const char* text) {
-    const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-    const double value = strtod_l(text, nullptr, plain);
-    freelocale(plain);
-    return value;
+/// The byte-wise comparison with both limits that long texts have to pass.
+bool isBeyond(std::string_view text, const std::string& min, const std::string& max) {
+    return text.compare(max) > 0 || text.compare(min) < 0;
 }
 
-/// strtod settles what is no plain number and what overflows. For the rest from_chars is faster;
-/// but it rounds twice where the processor computes with more bits than a double has (x87). Neither
-/// depends on the program's locale. A zero byte follows the text.
-double readReal(std::string_view text) {
-    double value = 0;
-    constexpr bool isExact = FLT_EVAL_METHOD == 0;
-    return isExact && readWhole(text, value) ? value : readInC(text.data());
+bool isRefusedInteger(std::string_view text, Number::EBinaryType kind) {
+    constexpr std::size_t checkedUnsigned = 20;  // the largest value has twenty digits
+    constexpr std::size_t checkedSigned = 19;    // one less than the smallest value's text
+    const Number::Limits& limits = Number::k_limits;
+    return kind == Number::ebULongLong
+               ? text.length() >= checkedUnsigned && isBeyond(text, limits.ullMin, limits.ullMax)
+               : text.length() >= checkedSigned && isBeyond(text, limits.llMin, limits.llMax);
+}
+
+Number::EBinaryType kindOf(std::string_view text) {
+    if (text.find_first_of(".eE") != std::string_view::npos) {
+        return Number::ebDouble;
+    }
+    return !text.empty() && text.front() == '-' ? Number::ebLongLong : Number::ebULongLong;
 }
 
 }  // namespace
 
-const Number::Limits Number::k_limits = makeLimits();
+const Number::Limits Number::k_limits = {};
 
-Number::Number() : m_type(ebLongLong), m_value{0}, m_text("0") {}
+Number::Number() : m_store("0", {0, ebLongLong, true}) {}
 
-Number::Number(const std::string& text) : m_type(ebNone), m_value{0}, m_text(text) {}
+Number::Number(const std::string& text) : m_store(text) {}
 
-Number::Number(const char* text) : m_type(ebNone), m_value{0}, m_text(std::string_view(text)) {}
+Number::Number(const char* text) : m_store(std::string_view(text)) {}
 
-Number::Number(const char* text, unsigned int length)
-    : m_type(ebNone), m_value{0}, m_text(std::string_view(text, length)) {}
+Number::Number(const char* text, unsigned int length) : m_store(std::string_view(text, length)) {}
 
-Number::Number(std::string_view text) : m_type(ebNone), m_value{0}, m_text(text) {}
+Number::Number(std::string_view text) : m_store(text) {}
 
-Number::Number(Number&& other) noexcept
-    : m_type(other.m_type), m_value(other.m_value), m_text(std::move(other.m_text)) {
-    other.set(0);
-}
+Number::Number(const std::wstring& text) : m_store(convert(text)) {}
+
+Number::Number(const wchar_t* text) : Number(std::wstring(text)) {}
+
+Number::Number(const wchar_t* text, unsigned int length) : Number(std::wstring(text, length)) {}
+
+Number::Number(Number&& other) noexcept : m_store(std::move(other.m_store)) { other.set(0); }
 
 Number::Number(const DecNumber& value) : Number() { set(value); }
+
+template<class Real>
+Number Number::exact(Real value) {
+    Number number;
+    const auto real = static_cast<double>(value);
+    if (!std::isfinite(value)) {
+        number.set(real);
+        return number;
+    }
+    char text[k_shortestSize];
+    const std::string_view view(text, writeShortest(text, value));
+    SBinary binary = std::isfinite(real) ? binaryOf(real) : SBinary();
+    binary.isWhole = std::is_same_v<Real, double>;
+    number.m_store.assign(view, binary);
+    return number;
+}
+
+template Number Number::exact(float);
+template Number Number::exact(double);
+template Number Number::exact(long double);
 
 Number& Number::operator=(const Number& other) {
     set(other);
@@ -121,9 +114,7 @@ Number& Number::operator=(const Number& other) {
 
 Number& Number::operator=(Number&& other) noexcept {
     if (this != &other) {
-        m_text = std::move(other.m_text);
-        m_type = other.m_type;
-        m_value = other.m_value;
+        m_store.take(other.m_store);
         other.set(0);
     }
     return *this;
@@ -136,8 +127,7 @@ void Number::set(const char* text) { setText(text); }
 void Number::set(const char* text, unsigned int length) { setText({text, length}); }
 
 void Number::setText(std::string_view text) {
-    m_text.assign(text);
-    m_type = ebNone;
+    m_store.assign(text, {m_store.binary().bits, ebNone, false});
 }
 
 void Number::set(const std::wstring& text) { set(convert(text)); }
@@ -148,53 +138,38 @@ void Number::set(const wchar_t* text, unsigned int length) {
     set(convert(std::wstring(text, length)));
 }
 
-void Number::set(char value) { setSigned(value); }
+void Number::set(char value) { set(static_cast<long long>(value)); }
 
-void Number::set(short value) { setSigned(value); }
+void Number::set(short value) { set(static_cast<long long>(value)); }
 
-void Number::set(int value) { setSigned(value); }
+void Number::set(int value) { set(static_cast<long long>(value)); }
 
-void Number::set(long value) { setSigned(value); }
+void Number::set(long value) { set(static_cast<long long>(value)); }
 
-void Number::set(long long value) { setSigned(value); }
+void Number::set(long long value) { m_store.assign(binaryOf(value)); }
 
-void Number::set(unsigned char value) { setUnsigned(value); }
+void Number::set(unsigned char value) { set(static_cast<unsigned long long>(value)); }
 
-void Number::set(unsigned short value) { setUnsigned(value); }
+void Number::set(unsigned short value) { set(static_cast<unsigned long long>(value)); }
 
-void Number::set(unsigned int value) { setUnsigned(value); }
+void Number::set(unsigned int value) { set(static_cast<unsigned long long>(value)); }
 
-void Number::set(unsigned long value) { setUnsigned(value); }
+void Number::set(unsigned long value) { set(static_cast<unsigned long long>(value)); }
 
-void Number::set(unsigned long long value) { setUnsigned(value); }
+void Number::set(unsigned long long value) { m_store.assign(binaryOf(value)); }
 
-void Number::set(float value) { setReal(value); }
+void Number::set(float value) { set(static_cast<double>(value)); }
 
-void Number::set(double value) { setReal(value); }
-
-void Number::setSigned(long long value) {
-    m_value.signedInteger = value;
-    m_type = ebLongLong;
-    m_text.clear();
-}
-
-void Number::setUnsigned(unsigned long long value) {
-    m_value.unsignedInteger = value;
-    m_type = ebULongLong;
-    m_text.clear();
-}
-
-void Number::setReal(double value) {
-    m_value.real = value;
-    m_type = ebDouble;
-    m_text.clear();
-}
+void Number::set(double value) { m_store.assign(binaryOf(value)); }
 
 void Number::set(const Number& other) {
-    if (this != &other) {
-        m_text = other.m_text;  // the only step that can throw
-        m_type = other.m_type;
-        m_value = other.m_value;
+    if (this == &other) {
+        return;
+    }
+    if (other.m_store.hasGivenText()) {
+        m_store.assign(other.m_store.givenText(), other.m_store.binary());
+    } else {
+        m_store.assign(other.m_store.binary());
     }
 }
 
@@ -204,25 +179,14 @@ void Number::set(const DecNumber& value) {
     set(text.str());
 }
 
-Number::EBinaryType Number::type() const {
-    if (m_type == ebNone) {
-        syncToBinary();
-    }
-    return m_type;
-}
+Number::EBinaryType Number::type() const { return static_cast<EBinaryType>(binary().kind); }
 
-const std::string& Number::toString() const {
-    if (m_text.empty()) {
-        syncToString();
-    }
-    return m_text.string();
-}
+const std::string& Number::toString() const { return m_store.string(); }
 
 std::string_view Number::textView() const {
-    if (m_text.empty()) {
-        syncToString();
-    }
-    return m_text.view();
+    NumberBuffer buffer;
+    const std::string_view text = textIn(buffer);
+    return text.data() == buffer.data() ? std::string_view(toString()) : text;
 }
 
 std::wstring Number::toWString() const { return wconvert(toString()); }
@@ -232,82 +196,73 @@ std::ostream& Number::writeAt(std::ostream& out) const { return out << textView(
 std::wostream& Number::writeAt(std::wostream& out) const { return out << toWString(); }
 
 DecNumber Number::toDecNumber() const {
-    switch (type()) {
+    const SBinary value = binary();
+    switch (value.kind) {
         case ebLongLong:
-            return DecNumber(m_value.signedInteger);
+            return DecNumber(signedOf(value));
         case ebULongLong:
-            return DecNumber(m_value.unsignedInteger);
+            return DecNumber(unsignedOf(value));
         case ebDouble:
-            return DecNumber(m_value.real);
+            return DecNumber(realOf(value));
         case ebBigDecimal:
-            return DecNumber(m_text.string());
+            return DecNumber(std::string(m_store.givenText()));
         default:
             throw RuntimeError("Unknown type, implementation missing");
     }
 }
 
+/// The binary value, computed where there is none.
+Number::SBinary Number::binary() const {
+    const SBinary held = m_store.binary();
+    return held.kind != ebNone ? held : convertedText();
+}
+
 void Number::syncToBinary() const {
-    // The kind is set before anything can throw: a text that is out of range is reported once.
-    const std::string_view text = m_text.view();
-    if (text.find_first_of(".eE") != std::string_view::npos) {
-        m_type = ebDouble;
-        syncToReal();
-    } else if (!text.empty() && text.front() == '-') {
-        m_type = ebLongLong;
-        syncToSigned();
+    if (m_store.hasGivenText() || m_store.binary().kind == ebNone) {
+        convertedText();
+    }
+}
+
+void Number::syncToString() const { m_store.derive(); }
+
+/// Replaces the bits from before in `value`, and keeps the result. A text that is beyond its kind
+/// has the kind alone, and that is not kept.
+Number::ERefusal Number::convertGivenText(SBinary& value) const {
+    const std::string_view text = m_store.givenText();
+    const EBinaryType kind = kindOf(text);
+    if (kind == ebDouble) {
+        bool isWhole = false;
+        const double real = readReal<double>(text, isWhole);
+        if (std::isinf(real)) {
+            value.kind = ebDouble;
+            return ERefusal::real;
+        }
+        value = binaryOf(real);
+        value.isWhole = isWhole;
+    } else if (isRefusedInteger(text, kind)) {
+        value.kind = static_cast<unsigned char>(kind);
+        return ERefusal::integer;
     } else {
-        m_type = ebULongLong;
-        syncToUnsigned();
+        value = kind == ebLongLong ? readInteger(text, signedOf(value))
+                                   : readInteger(text, unsignedOf(value));
     }
+    m_store.keep(value);
+    return ERefusal::none;
 }
 
-void Number::syncToUnsigned() const {
-    constexpr std::size_t checkedLength = 20;  // the largest value has twenty digits
-    const std::string_view text = m_text.view();
-    if (text.length() >= checkedLength &&
-        (text.compare(k_limits.ullMax) > 0 || text.compare(k_limits.ullMin) < 0)) {
-        throw ValueOutOfRange<std::string, std::string>(m_text.string(), k_limits.llMin,
-                                                        k_limits.llMax);
+Number::SBinary Number::convertedText() const {
+    SBinary value = m_store.binary();
+    value.isWhole = false;
+    const ERefusal refusal = convertGivenText(value);
+    if (refusal != ERefusal::none) {
+        // The kind is kept before the exception: a text that is out of range is reported once.
+        m_store.keep(value);
+        const bool isReal = refusal == ERefusal::real;
+        throw ValueOutOfRange<std::string, std::string>(std::string(m_store.givenText()),
+                                                        isReal ? k_limits.dblMin : k_limits.llMin,
+                                                        isReal ? k_limits.dblMax : k_limits.llMax);
     }
-    readInteger(text, m_value.unsignedInteger);
-}
-
-void Number::syncToSigned() const {
-    constexpr std::size_t checkedLength = 19;  // one less than the smallest value's text
-    const std::string_view text = m_text.view();
-    if (text.length() >= checkedLength &&
-        (text.compare(k_limits.llMax) > 0 || text.compare(k_limits.llMin) < 0)) {
-        throw ValueOutOfRange<std::string, std::string>(m_text.string(), k_limits.llMin,
-                                                        k_limits.llMax);
-    }
-    readInteger(text, m_value.signedInteger);
-}
-
-void Number::syncToReal() const {
-    const double value = readReal(m_text.view());
-    constexpr double largest = std::numeric_limits<double>::max();
-    if (value > largest || value < -largest) {
-        throw ValueOutOfRange<std::string, std::string>(m_text.string(), k_limits.dblMin,
-                                                        k_limits.dblMax);
-    }
-    m_value.real = value;
-}
-
-void Number::syncToString() const {
-    switch (m_type) {
-        case ebLongLong:
-            m_text.assign(integerText(m_value.signedInteger));
-            break;
-        case ebULongLong:
-            m_text.assign(integerText(m_value.unsignedInteger));
-            break;
-        case ebDouble:
-            m_text.assign(realText(m_value.real));
-            break;
-        default:
-            m_text.clear();
-            break;
-    }
+    return value;
 }
 
 namespace {

@@ -11,6 +11,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "number/NumberBinary.h"
 #include "number/NumberRounding.h"
 
 namespace ko::Orvid {
@@ -65,36 +66,36 @@ T valueOf(const Number& number) {
 
 /// The answer of compare() against both limits; for the usual pairs of kinds without the detour.
 template<class T>
-bool Number::isWithin(T min, T max) const {
+bool Number::isWithin(const SBinary& own, T min, T max) const {
     if constexpr (std::is_integral_v<T>) {
-        if (m_type == ebULongLong) {
-            return m_value.unsignedInteger <= static_cast<unsigned long long>(max);
+        if (own.kind == ebULongLong) {
+            return unsignedOf(own) <= static_cast<unsigned long long>(max);
         }
-        if (m_type == ebLongLong && std::is_signed_v<T>) {
-            return m_value.signedInteger >= static_cast<long long>(min) &&
-                   m_value.signedInteger <= static_cast<long long>(max);
+        if (own.kind == ebLongLong && std::is_signed_v<T>) {
+            return signedOf(own) >= static_cast<long long>(min) &&
+                   signedOf(own) <= static_cast<long long>(max);
         }
     }
-    return compareTo(asBinary(min)) >= 0 && compareTo(asBinary(max)) <= 0;
+    return compareTo(own, asBinary(min)) >= 0 && compareTo(own, asBinary(max)) <= 0;
 }
 
 template<class T>
 T& Number::getValue(T& out) const {
     constexpr T min = std::numeric_limits<T>::min();
     constexpr T max = std::numeric_limits<T>::max();
-    const EBinaryType kind = type();
-    if (!isWithin(min, max)) {
+    const SBinary own = binary();
+    if (!isWithin(own, min, max)) {
         throw ValueOutOfRange<Number, T>(*this, min, max);
     }
-    switch (kind) {
+    switch (own.kind) {
         case ebLongLong:
-            return out = converted<T>(m_value.signedInteger);
+            return out = converted<T>(signedOf(own));
         case ebULongLong:
-            return out = converted<T>(m_value.unsignedInteger);
+            return out = converted<T>(unsignedOf(own));
         case ebDouble:
-            return out = fromReal<T>(m_value.real);
+            return out = fromReal<T>(realOf(own));
         case ebBigDecimal:
-            return out = converted<T>(DecNumber(m_text.string()));
+            return out = converted<T>(DecNumber(std::string(m_store.givenText())));
         default:
             return out;
     }

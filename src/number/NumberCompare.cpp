@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// The order of numbers. Each pair of binary kinds has its comparison, so that no value is squeezed
-// into a type that cannot hold it. Two results are this library's own rule and stay: a signed zero
-// is below an unsigned one, and a NaN equals every double.
+// Comparing binary values. Each pair of kinds has its comparison, so that no value is squeezed into
+// a type that cannot hold it. Two results are this library's own rule and stay: a signed zero is
+// below an unsigned one, and a NaN equals every double. The exact order of numbers is in
+// NumberOrder.cpp.
 
 #include <ko/Orvid/Number.h>
 
@@ -11,6 +12,7 @@
 
 #include <limits>
 
+#include "number/NumberBinary.h"
 #include "number/NumberRounding.h"
 
 namespace ko::Orvid {
@@ -21,22 +23,22 @@ static_assert(std::numeric_limits<long double>::digits >= 64,
               "long double must hold every 64-bit integer exactly");
 
 template<class T>
-int order(T x, T y) {
+int orderOf(T x, T y) {
     return x > y ? 1 : y > x ? -1 : 0;
 }
 
-int sign(int result) { return order(result, 0); }
+int sign(int result) { return orderOf(result, 0); }
 
 [[noreturn]] void throwUnknownType() { throw RuntimeError("Unknown type, implementation missing"); }
 
 }  // namespace
 
 int Number::compare(long long x, unsigned long long y) {
-    return x <= 0 ? -1 : order(static_cast<unsigned long long>(x), y);
+    return x <= 0 ? -1 : orderOf(static_cast<unsigned long long>(x), y);
 }
 
 int Number::compare(long long x, double y) {
-    return order(static_cast<long double>(x), static_cast<long double>(y));
+    return orderOf(static_cast<long double>(x), static_cast<long double>(y));
 }
 
 int Number::compare(long long x, const std::string& y) {
@@ -44,7 +46,7 @@ int Number::compare(long long x, const std::string& y) {
 }
 
 int Number::compare(unsigned long long x, double y) {
-    return y < 0 ? 1 : order(nearest<double>(x), y);
+    return y < 0 ? 1 : orderOf(nearest<double>(x), y);
 }
 
 int Number::compare(unsigned long long x, const std::string& y) {
@@ -56,58 +58,59 @@ int Number::compare(double x, const std::string& y) {
 }
 
 int Number::compare(const Number& other) const {
-    switch (other.type()) {
+    const SBinary right = other.binary();
+    switch (right.kind) {
         case ebLongLong:
-            return compareTo(other.m_value.signedInteger);
+            return compareTo(binary(), signedOf(right));
         case ebULongLong:
-            return compareTo(other.m_value.unsignedInteger);
+            return compareTo(binary(), unsignedOf(right));
         case ebDouble:
-            return compareTo(other.m_value.real);
+            return compareTo(binary(), realOf(right));
         default:
             throw Exception("Uncomparable type.");
     }
 }
 
-int Number::compareTo(long long other) const {
-    switch (type()) {
+int Number::compareTo(const SBinary& own, long long other) const {
+    switch (own.kind) {
         case ebLongLong:
-            return order(m_value.signedInteger, other);
+            return orderOf(signedOf(own), other);
         case ebULongLong:
-            return -compare(other, m_value.unsignedInteger);
+            return -compare(other, unsignedOf(own));
         case ebDouble:
-            return -compare(other, m_value.real);
+            return -compare(other, realOf(own));
         case ebBigDecimal:
-            return -compare(other, m_text.string());
+            return -compare(other, std::string(m_store.givenText()));
         default:
             throwUnknownType();
     }
 }
 
-int Number::compareTo(unsigned long long other) const {
-    switch (type()) {
+int Number::compareTo(const SBinary& own, unsigned long long other) const {
+    switch (own.kind) {
         case ebLongLong:
-            return compare(m_value.signedInteger, other);
+            return compare(signedOf(own), other);
         case ebULongLong:
-            return order(m_value.unsignedInteger, other);
+            return orderOf(unsignedOf(own), other);
         case ebDouble:
-            return -compare(other, m_value.real);
+            return -compare(other, realOf(own));
         case ebBigDecimal:
-            return -compare(other, m_text.string());
+            return -compare(other, std::string(m_store.givenText()));
         default:
             throwUnknownType();
     }
 }
 
-int Number::compareTo(double other) const {
-    switch (type()) {
+int Number::compareTo(const SBinary& own, double other) const {
+    switch (own.kind) {
         case ebLongLong:
-            return compare(m_value.signedInteger, other);
+            return compare(signedOf(own), other);
         case ebULongLong:
-            return compare(m_value.unsignedInteger, other);
+            return compare(unsignedOf(own), other);
         case ebDouble:
-            return order(m_value.real, other);
+            return orderOf(realOf(own), other);
         case ebBigDecimal:
-            return -compare(other, m_text.string());
+            return -compare(other, std::string(m_store.givenText()));
         default:
             throwUnknownType();
     }

@@ -1,35 +1,27 @@
 // SPDX-License-Identifier: MIT
 //
-// Converting a number to an arithmetic type exactly or not at all, and hashing one. The other way
-// to read a number, with the rules of getValue(), is in NumberAccess.cpp.
+// Converting a number to an arithmetic type exactly or not at all. The other way to read a number,
+// with the rules of getValue(), is in NumberAccess.cpp.
 
 #include <ko/Orvid/Number.h>
 
 #include <ko/DecNumber.h>
+#include <ko/Exception.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 #include <type_traits>
 
+#include "number/DecimalView.h"
+#include "number/NumberBinary.h"
+#include "number/NumberReading.h"
 #include "number/NumberRounding.h"
 
 namespace ko::Orvid {
 
 namespace {
-
-/// Whether syncToBinary() computes the value of the text without a chance to overflow.
-bool isInRangeForSure(std::string_view text) {
-    constexpr std::size_t safeDigits = 18;    // any such integer has less than 64 bits
-    constexpr std::size_t safeDecimal = 300;  // the largest double has 309 digits
-    if (text.find_first_of("eE") != std::string_view::npos) {
-        return false;
-    }
-    return text.size() <= safeDigits ||
-           (text.size() <= safeDecimal && text.find('.') != std::string_view::npos);
-}
-
-/// Beyond it a double does not tell all integers apart.
-constexpr double k_largestExact = 0x1p53;
 
 template<class T>
 bool fits(long long value) {
@@ -61,13 +53,15 @@ bool fromInteger(Integer value, T& out) {
     }
 }
 
+/// From a double that was set.
 template<class T>
 bool fromReal(double value, T& out) {
     if constexpr (std::is_floating_point_v<T>) {
-        if (std::abs(value) > static_cast<double>(std::numeric_limits<T>::max())) {
+        const T result = nearest<T>(value);
+        if (std::isinf(result)) {
             return false;
         }
-        out = nearest<T>(value);
+        out = result;
         return true;
     } else {
         const double beyond = std::ldexp(1.0, std::numeric_limits<T>::digits);
@@ -81,58 +75,80 @@ bool fromReal(double value, T& out) {
     }
 }
 
+[[noreturn]] void throwNoNumber(std::string_view text) {
+    DecNumber{std::string(text)};  // its message shows the text
+    throw RuntimeError("Not a decimal number.");
+}
+
+/// A whole number of few digits at whatever place; answers false where it is none or too large.
 template<class T>
-DecNumber decimal(T limit) {
+bool fromDecimal(const DecimalView& decimal, T& out) {
+    constexpr int largestPower = std::numeric_limits<unsigned long long>::digits10;
+    if (decimal.isZero()) {
+        out = 0;
+        return true;
+    }
+    if (!decimal.isWhole() || !decimal.power().beyond.empty() ||
+        decimal.power().value > largestPower) {
+        return false;
+    }
+    char text[largestPower + 2] = "-";
+    const auto length = static_cast<std::size_t>(decimal.power().value) + 1;
+    std::fill_n(text + 1, length, '0');
+    decimal.copyDigits(text + 1);
+    return decimal.isNegative() ? readWhole({text, length + 1}, out)
+                                : readWhole({text + 1, length}, out);
+}
+
+/// Reads every digit, for what no binary value holds for sure.
+template<class T>
+bool fromText(std::string_view text, T& out) {
     if constexpr (std::is_floating_point_v<T>) {
-        return DecNumber(static_cast<double>(limit));
-    } else if constexpr (std::is_signed_v<T>) {
-        return DecNumber(static_cast<long long>(limit));
+        bool isWhole = false;
+        const T value = readReal<T>(text, isWhole);
+        if (!isWhole) {
+            throwNoNumber(text);
+        }
+        if (std::isinf(value)) {
+            return false;
+        }
+        out = value;
+        return true;
     } else {
-        return DecNumber(static_cast<unsigned long long>(limit));
+        const DecimalView decimal(text);
+        if (!decimal.isNumber()) {
+            throwNoNumber(text);
+        }
+        return fromDecimal(decimal, out);
     }
 }
 
 }  // namespace
 
-/// The exact way, for texts that no binary kind holds for sure.
-template<class T>
-bool Number::convertText(T& out) const {
-    using TypeLimits = std::numeric_limits<T>;
-    const DecNumber value(m_text.string());
-    if (value.compare(decimal(TypeLimits::lowest())) < 0 ||
-        value.compare(decimal(TypeLimits::max())) > 0) {
-        return false;
-    }
-    const T result = nearest<T>(value);
-    if (std::is_integral_v<T> && value.compare(decimal(result)) != 0) {
-        return false;
-    }
-    out = result;
-    return true;
-}
-
 template<class T>
 bool Number::convertTo(T& out) const {
-    const std::string_view text = m_text.view();
-    if (!text.empty() && !isInRangeForSure(text)) {
-        return convertText(out);
+    SBinary value = m_store.binary();
+    if (m_store.hasGivenText()) {
+        const bool isRead = value.kind != ebNone || convertGivenText(value) == ERefusal::none;
+        const bool isExact = value.kind != ebDouble || std::is_same_v<T, double>;
+        if (!isRead || !value.isWhole || !isExact) {
+            return fromText(m_store.givenText(), out);
+        }
     }
-    switch (type()) {
+    switch (value.kind) {
         case ebLongLong:
-            return fromInteger(m_value.signedInteger, out);
+            return fromInteger(signedOf(value), out);
         case ebULongLong:
-            return fromInteger(m_value.unsignedInteger, out);
+            return fromInteger(unsignedOf(value), out);
         case ebDouble:
-            return std::is_integral_v<T> && !text.empty() &&
-                           std::abs(m_value.real) >= k_largestExact
-                       ? convertText(out)
-                       : fromReal(m_value.real, out);
+            return fromReal(realOf(value), out);
         default:
-            return convertText(out);
+            throwNoNumber({});
     }
 }
 
 template bool Number::convertTo(char&) const;
+template bool Number::convertTo(signed char&) const;
 template bool Number::convertTo(unsigned char&) const;
 template bool Number::convertTo(short&) const;
 template bool Number::convertTo(unsigned short&) const;
@@ -144,24 +160,6 @@ template bool Number::convertTo(long long&) const;
 template bool Number::convertTo(unsigned long long&) const;
 template bool Number::convertTo(float&) const;
 template bool Number::convertTo(double&) const;
+template bool Number::convertTo(long double&) const;
 
 }  // namespace ko::Orvid
-
-/// Numbers of different kinds are compared as doubles at the coarsest, so equal ones agree there.
-std::size_t std::hash<ko::Orvid::Number>::operator()(const ko::Orvid::Number& number) const {
-    using ko::Orvid::nearest;
-    using ko::Orvid::Number;
-    const auto hashed = [](double value) {
-        return std::hash<double>()(value == 0 ? 0.0 : value);  // one hash for both zeros
-    };
-    switch (number.type()) {
-        case Number::ebLongLong:
-            return hashed(nearest<double>(number.m_value.signedInteger));
-        case Number::ebULongLong:
-            return hashed(nearest<double>(number.m_value.unsignedInteger));
-        case Number::ebDouble:
-            return hashed(number.m_value.real);
-        default:
-            return hashed(nearest<double>(number.toDecNumber()));
-    }
-}

@@ -1,73 +1,124 @@
 // SPDX-License-Identifier: MIT
 //
-// Hashing a tree: the parts that comparing two trees looks at, in the same order.
+// Hashing a tree in agreement with `==`: numbers by their value, members in whatever order.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Object.h>
 
+#include <string>
+#include <variant>
 #include <vector>
+
+#include "tree/Tree.h"
 
 namespace ko::Orvid {
 
 namespace {
 
+std::size_t mixed(std::size_t hash, std::size_t value) {
+    // The multiplier spreads every bit: 2^64 divided by the golden ratio.
+    constexpr auto multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
+    hash = (hash ^ value) * multiplier;
+    return hash ^ hash >> (sizeof hash * 4);
+}
+
+std::size_t hashOf(const std::string& text) { return std::hash<std::string>()(text); }
+
+/// An array on the way, with the hash of the items so far.
+struct OpenItems {
+    static constexpr EType k_type = etArray;
+
+    explicit OpenItems(const Element::TArray& array)
+        : next(array.begin()), end(array.end()), hash(array.size()) {}
+
+    const Element& front() const { return *next; }
+    void add(std::size_t item) {
+        hash = mixed(hash, item);
+        ++next;
+    }
+
+    Element::TArray::const_iterator next;
+    Element::TArray::const_iterator end;
+    std::size_t hash;
+};
+
+/// An object on the way. The hashes of its members are added up, so that their order is all one.
+struct OpenMembers {
+    static constexpr EType k_type = etObject;
+
+    explicit OpenMembers(const Element::TObject& object)
+        : next(object.begin()), end(object.end()), hash(object.size()) {}
+
+    const Element& front() const { return next->second; }
+    void add(std::size_t value) {
+        hash += mixed(mixed(1, hashOf(next->first)), value);
+        ++next;
+    }
+
+    Element::TObject::const_iterator next;
+    Element::TObject::const_iterator end;
+    std::size_t hash;
+};
+
+std::size_t typed(EType type, std::size_t hash) {
+    return mixed(mixed(0, static_cast<std::size_t>(type) + 2), hash);
+}
+
+std::size_t hashOfScalar(const Element& element) {
+    switch (element.type()) {
+        case etBoolean:
+            return typed(etBoolean, element.boolean() ? 1 : 0);
+        case etNumber:
+            return typed(etNumber, std::hash<Number>()(element.number()));
+        case etString:
+            return typed(etString, hashOf(element.string()));
+        default:
+            return typed(element.type(), 0);
+    }
+}
+
 class TreeHash {
 public:
     std::size_t of(const Element& root) {
-        m_open.push_back(&root);
-        while (!m_open.empty()) {
-            const Element& element = *m_open.back();
-            m_open.pop_back();
-            add(element);
+        if (!isContainer(root.data())) {
+            return hashOfScalar(root);
         }
-        return m_hash;
+        open(root);
+        std::size_t result = 0;
+        while (!m_open.empty()) {
+            std::visit([&](auto& container) { step(container, result); }, m_open.back());
+        }
+        return result;
     }
 
 private:
-    template<class T>
-    void mix(const T& value) {
-        // The multiplier spreads every bit: 2^64 divided by the golden ratio.
-        constexpr auto multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
-        m_hash = (m_hash ^ std::hash<T>()(value)) * multiplier;
-        m_hash ^= m_hash >> (sizeof m_hash * 4);
-    }
-
-    void add(const Element& element) {
-        mix(static_cast<int>(element.type()));
-        switch (element.type()) {
-            case etBoolean:
-                return mix(element.boolean());
-            case etNumber:
-                return mix(element.number());
-            case etString:
-                return mix(element.string());
-            case etObject:
-                return addMembers(element.object());
-            case etArray:
-                return addItems(element.array());
-            default:
-                return;
+    void open(const Element& container) {
+        if (container.isArray()) {
+            m_open.emplace_back(OpenItems(container.array()));
+        } else {
+            m_open.emplace_back(OpenMembers(container.object()));
         }
     }
 
-    void addMembers(const Element::TObject& members) {
-        mix(members.size());
-        for (const auto& [key, value] : members) {
-            mix(key);
-            m_open.push_back(&value);
+    /// Goes on to the next child of the innermost container, or closes that with its hash as the
+    /// `result`, which its parent takes.
+    template<class Container>
+    void step(Container& container, std::size_t& result) {
+        if (container.next == container.end) {
+            result = typed(Container::k_type, container.hash);
+            m_open.pop_back();
+            if (!m_open.empty()) {
+                std::visit([result](auto& parent) { parent.add(result); }, m_open.back());
+            }
+        } else if (isContainer(container.front().data())) {
+            open(container.front());
+        } else {
+            container.add(hashOfScalar(container.front()));
         }
     }
 
-    void addItems(const Element::TArray& items) {
-        mix(items.size());
-        for (const Element& item : items) {
-            m_open.push_back(&item);
-        }
-    }
-
-    std::size_t m_hash = 0;
-    std::vector<const Element*> m_open;
+    std::vector<std::variant<OpenItems, OpenMembers>> m_open;
 };
 
 }  // namespace

@@ -4,9 +4,7 @@
 
 #include "tree/TreeEqual.h"
 
-#include <ko/DecNumber.h>
 #include <ko/Orvid/Array.h>
-#include <ko/Orvid/Exception.h>
 #include <ko/Orvid/Object.h>
 
 #include <utility>
@@ -15,30 +13,6 @@
 namespace ko::Orvid {
 
 namespace {
-
-bool sameDecimal(const std::string& a, const std::string& b) {
-    if (a == b) {
-        return true;
-    }
-    try {
-        return DecNumber(a).compare(DecNumber(b)) == 0;
-    } catch (const RuntimeError&) {
-        return false;  // text that is no number equals itself alone
-    }
-}
-
-/// A number that is refused keeps traces of the attempt, so copies are compared.
-bool sameValue(const Number& a, const Number& b) {
-    Number left;
-    Number right;
-    left.set(a);
-    right.set(b);
-    try {
-        return left.compare(right) == 0;
-    } catch (const Exception&) {
-        return sameDecimal(a.toString(), b.toString());
-    }
-}
 
 class Equality {
 public:
@@ -76,19 +50,26 @@ private:
     }
 
     bool sameNumber(const Number& a, const Number& b) const {
-        return m_rule == ENumberRule::sameText ? a.toString() == b.toString() : sameValue(a, b);
+        if (m_rule == ENumberRule::sameValue) {
+            return a == b;
+        }
+        NumberBuffer left;
+        NumberBuffer right;
+        return a.textIn(left) == b.textIn(right);
     }
 
     bool openMembers(const Element::TObject& a, const Element::TObject& b) {
         if (a.size() != b.size()) {
             return false;
         }
+        auto beside = b.begin();  // mostly the members stand in the same order
         for (const auto& member : a) {
-            const auto other = b.find(member.first);
+            const auto other = beside->first == member.first ? beside : b.find(member.first);
             if (other == b.end()) {
                 return false;
             }
             m_open.emplace_back(&member.second, &other->second);
+            ++beside;
         }
         return true;
     }
@@ -109,6 +90,10 @@ private:
 };
 
 }  // namespace
+
+bool operator==(const Element& a, const Element& b) {
+    return &a == &b || treesEqual(a, b, ENumberRule::sameValue);
+}
 
 bool treesEqual(const Element& a, const Element& b, ENumberRule rule) {
     return Equality(rule).holds(a, b);

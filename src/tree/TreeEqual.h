@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Whether two trees are the same JSON value, for which the order of members does not count. The
-// order of values, for which it does, is compareTrees() in Tree.h.
+// Whether two trees are the same JSON value, for which the order of members does not count.
 
 #pragma once
 
@@ -11,12 +10,12 @@ namespace ko::Orvid {
 
 /// When two numbers are taken for the same.
 enum class ENumberRule {
-    sameText,   ///< letter for letter
-    sameValue,  ///< by Number::compare(); numbers that it refuses, by their exact decimal value
+    sameText,   ///< as they are written, letter for letter
+    sameValue,  ///< by their exact value, as `==` does
 };
 
-/// Linear in the size of the trees, but for a logarithm for each member. Does not recurse. Works
-/// out no binary value in the numbers.
+/// Linear in the size of the trees, except for a logarithm for each member that stands elsewhere in
+/// the other object. Does not recurse. Throws nothing but std::bad_alloc.
 bool treesEqual(const Element& a, const Element& b, ENumberRule rule);
 
 }  // namespace ko::Orvid

@@ -83,6 +83,31 @@ TEST(find, writes_the_first_item_with_the_value) {
     EXPECT_EQ(orvid({"find", "", "[2]", "--path"}, "[1,[2]]"), printed("[1]\n"));
 }
 
+TEST(find, compares_numbers_exactly_and_members_in_any_order) {
+    const std::string ids = "[5,0,10000000000000000000]";
+    EXPECT_EQ(orvid({"find", "--path", "", "10000000000000000000"}, ids), printed("[2]\n"));
+    EXPECT_EQ(orvid({"find", "", "10000000000000000001"}, ids),
+              failed(1, "(standard input): no item has that value"));
+    EXPECT_EQ(orvid({"find", "--path", "", "-0.0"}, ids), printed("[1]\n"));
+    EXPECT_EQ(orvid({"find", "--path", "", R"({"a":1,"b":2})"}, R"([{"b":2,"a":1.0}])"),
+              printed("[0]\n"));
+}
+
+TEST(find, answers_a_line_whatever_the_lines_before_and_the_threads) {
+    std::string text;
+    std::string expected;
+    for (int i = 0; i < 300; ++i) {
+        text += "[1, 10000000000000000000, 0]\n[0]\n[1e19]\n";
+        expected += "10000000000000000000\nnull\n1e19\n";
+    }
+    for (const char* const jobs : {"-j1", "-j4"}) {
+        EXPECT_EQ(
+            orvid({"find", "--lines", jobs, "--on-error=null", "", "10000000000000000000"}, text)
+                .out,
+            expected);
+    }
+}
+
 TEST(paths_pointers, tell_empty_keys_too) {
     EXPECT_EQ(orvid({"paths", "--json-pointer"}, R"({"":[{"a/b~c":1}],"t\t":{}})"),
               printed("//0/a~1b~0c\t1\n\"/t\\t\"\t{}\n"));

@@ -2,6 +2,10 @@
 //
 // orvid find: the item of an array that holds a value.
 
+#include <ko/Orvid/Array.h>
+
+#include <algorithm>
+
 #include "call/Options.h"
 #include "edit/Answer.h"
 #include "input/PathWords.h"
@@ -50,7 +54,7 @@ private:
             throw failure(document, "is no array");
         }
         const Element* const item =
-            withPath(m_itemPath, [&](const Path& path) { return array.find(m_value, path); });
+            withPath(m_itemPath, [&](const Path& path) { return firstMatch(array.array(), path); });
         if (item == nullptr) {
             throw failure(document, "no item has that value");
         }
@@ -59,6 +63,13 @@ private:
         } else {
             appendAnswer(call, *item, out);
         }
+    }
+
+    const Element* firstMatch(const Element::TArray& items, const Path& path) const {
+        const auto found = std::find_if(items.begin(), items.end(), [&](const Element& item) {
+            return item.tryGet(path, Element::k_emptyElement) == m_value;
+        });
+        return found == items.end() ? nullptr : &*found;
     }
 
     Failure failure(const Document& document, const char* text) const {

@@ -35,8 +35,8 @@ struct Converter;  // defined in convert.h
 /// place: a copy is free-standing, a target of an assignment stays where it is. Destroying, copying
 /// and comparing take a constant amount of stack whatever the depth of the tree.
 ///
-/// A tree is used by one thread at a time. It may be read by several while nobody changes it and
-/// each number in it has been read once before (see Number).
+/// A tree may be read by any number of threads at once while nobody changes it: const operations,
+/// those of its numbers included, are free of data races.
 class KO_API Element {
 public:
     using TObject = Object<std::string, Element, std::less<std::string>>;
@@ -83,7 +83,7 @@ public:
         m_data.value.boolean = value;
     }
     template<class T, std::enable_if_t<Number::k_isArithmetic<T>, int> = 0>
-    Element(T value) : Element(Number(value)) {}
+    Element(T value) : Element(numberOf(value)) {}
     Element(const char* text);
     Element(std::nullptr_t) = delete;
     Element(const std::string& text);
@@ -149,7 +149,7 @@ public:
     void setNumber(const char* text, unsigned int length);
     template<class T, class = std::enable_if_t<Number::k_isArithmetic<T>>>
     void setNumber(T value) {
-        setNumber(Number(value));
+        setNumber(numberOf(value));
     }
 
     /// Throws TypeException<EType>, with this element as context, unless this is an `expected`.
@@ -354,6 +354,13 @@ public:
     /// containers member by member in their order. Throws what Number::compare() throws.
     static int compare(const SData& a, const SData& b);
 
+    /// -1, 0 or 1 as this value is below, equal to or above the other's: the order of `==` to `>=`,
+    /// which is total. Types as in compare(), numbers by Number::order(), strings by their bytes,
+    /// arrays item by item, objects by their members in the order of their keys; of two containers
+    /// of which one begins the other, the shorter is the smaller. Linear, with a logarithm for the
+    /// members of an object; constant stack. Throws nothing but std::bad_alloc.
+    int order(const Element& other) const;
+
     /// Makes a null element in the storage at `where`, or on the heap, owned by the caller, when
     /// that is null.
     Element* construct(Element* where) const;
@@ -365,6 +372,14 @@ public:
 private:
     friend struct Place;
 
+    template<class T>
+    static Number numberOf(T value) {
+        if constexpr (std::is_floating_point_v<T>) {
+            return Number::exact(value);
+        } else {
+            return Number(value);
+        }
+    }
     [[noreturn]] void throwTypeException(EType expected) const;
     template<class T>
     [[noreturn]] void throwOutOfRange() const;
@@ -445,22 +460,21 @@ inline Element Element::getOr(const Path& path, Element fallback) const {
 /// As Element::swap().
 inline void swap(Element& a, Element& b) { a.swap(b); }
 
-// The order of Element::compare(), which throws what Number::compare() throws.
-inline bool operator==(const Element& a, const Element& b) {
-    return Element::compare(a.data(), b.data()) == 0;
-}
+/// Whether both are the same JSON value: numbers by Number::order(), strings by their bytes,
+/// members in whatever order. Linear, except for a logarithm for each member that stands elsewhere
+/// in the other object; constant stack. Throws nothing but std::bad_alloc.
+KO_API bool operator==(const Element& a, const Element& b);
 inline bool operator!=(const Element& a, const Element& b) { return !(a == b); }
-inline bool operator<(const Element& a, const Element& b) {
-    return Element::compare(a.data(), b.data()) < 0;
-}
-inline bool operator>(const Element& a, const Element& b) { return b < a; }
-inline bool operator<=(const Element& a, const Element& b) { return !(b < a); }
-inline bool operator>=(const Element& a, const Element& b) { return !(a < b); }
+// By Element::order(), which agrees with `==`.
+inline bool operator<(const Element& a, const Element& b) { return a.order(b) < 0; }
+inline bool operator>(const Element& a, const Element& b) { return a.order(b) > 0; }
+inline bool operator<=(const Element& a, const Element& b) { return a.order(b) <= 0; }
+inline bool operator>=(const Element& a, const Element& b) { return a.order(b) >= 0; }
 
 }  // namespace ko::Orvid
 
-/// Equal for elements that are `==`, but for a NaN, which equals every double. Linear cost,
-/// constant stack. Throws what Number::compare() throws, and std::bad_alloc.
+/// Equal for elements that are `==`. Linear cost, constant stack. Throws nothing but
+/// std::bad_alloc.
 template<>
 struct KO_API std::hash<ko::Orvid::Element> {
     std::size_t operator()(const ko::Orvid::Element& element) const;

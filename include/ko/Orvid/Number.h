@@ -7,7 +7,7 @@
 #pragma once
 
 #include <ko/detail/NodeMemory.h>
-#include <ko/detail/ShortText.h>
+#include <ko/Orvid/detail/NumberStore.h>
 #include <ko/Orvid/ValueOutOfRange.h>
 
 #include <cstddef>
@@ -20,8 +20,14 @@
 namespace ko::Orvid {
 
 /// A number as text, as binary value, or as both. Either side is computed from the other on demand
-/// and then kept, also by const operations: one number is used by one thread at a time, or is read
-/// once on both sides (toString(), type()) before it is shared.
+/// and then kept. Const operations may run in any number of threads at once. None of them changes
+/// what another one answers, except for the first that reports a refused text (see syncToBinary())
+/// and for syncToString().
+///
+/// The value of a number, which convertTo(), decimal(), `==` to `>=` and std::hash go by, is that
+/// of its text, exactly. A number that was set from a binary value has the value of the shortest
+/// decimal number that reads back as that one. type(), compare(), getValue() and the reads named
+/// after types go by the binary value.
 class KO_API Number : public InNodeMemory {
 public:
     /// The kind of the binary value.
@@ -36,12 +42,12 @@ public:
     /// The texts of the binary kinds' limits, as a stream prints them by default. They bound the
     /// conversion of text, which compares them with the text byte by byte.
     struct Limits {
-        std::string llMax;
-        std::string llMin;
-        std::string ullMax;
-        std::string ullMin;  ///< holds the largest value too, not zero
-        std::string dblMin;
-        std::string dblMax;
+        std::string llMax = "9223372036854775807";
+        std::string llMin = "-9223372036854775808";
+        std::string ullMax = "18446744073709551615";
+        std::string ullMin = ullMax;  ///< the largest value too, not zero
+        std::string dblMin = "2.22507e-308";
+        std::string dblMax = "1.79769e+308";
     };
     static const Limits k_limits;
 
@@ -79,11 +85,25 @@ public:
             set(value);
         }
     }
+    /// The number whose text is the shortest that reads back as the same `value` of its type, one
+    /// of the floating types. A value that is not finite is set as it is. Throws std::bad_alloc.
+    template<class Real>
+    static Number exact(Real value);
     Number(const std::string& text);
     Number(const char* text);
     Number(const char* text, unsigned int length);
     explicit Number(std::string_view text);
+    explicit Number(const std::wstring& text);
+    explicit Number(const wchar_t* text);
+    Number(const wchar_t* text, unsigned int length);
     explicit Number(const DecNumber& value);
+    /// As set() of a wide text or of a decimal.
+    template<class T, class = std::enable_if_t<std::is_same_v<T, DecNumber> ||
+                                               std::is_convertible_v<const T&, std::wstring>>>
+    Number& operator=(const T& value) {
+        set(value);
+        return *this;
+    }
 
     // Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths
     // count characters. Strong guarantee.
@@ -121,11 +141,17 @@ public:
     /// does.
     EBinaryType type() const;
 
-    /// The text; a double is written with six significant digits. The reference lives until the
-    /// next set(). toWString() returns a copy.
+    /// The text; a double that was set has six significant digits. The reference lives as long as
+    /// the number does; what is set afterwards is to be seen there. The first call makes a copy on
+    /// the heap. toWString() returns another copy. Throw std::bad_alloc.
     const std::string& toString() const;
-    /// The same without a copy on the heap, which the first toString() of a number makes.
+    /// The same, until the next change, without a copy on the heap where a text was given.
     std::string_view textView() const;
+    /// The same, written into `buffer` where no text was given. Needs no memory.
+    std::string_view textIn(NumberBuffer& buffer) const noexcept { return m_store.textIn(buffer); }
+    /// The text that stands for the value: the one that was given or, written into `buffer`, the
+    /// shortest one. Needs no memory.
+    std::string_view exactTextIn(NumberBuffer& buffer) const noexcept;
     std::wstring toWString() const;
     std::ostream& writeAt(std::ostream& out) const;
     std::wostream& writeAt(std::wostream& out) const;
@@ -133,6 +159,8 @@ public:
     /// The exact decimal value of the binary value. Throws what syncToBinary() does, and
     /// ko::RuntimeError for a NaN or an infinity.
     DecNumber toDecNumber() const;
+    /// The value. Throws ko::RuntimeError where it is none, and for an exponent beyond 64 bits.
+    DecNumber decimal() const;
 
     /// Reads the number as T, one of the twelve types of k_isBinary, into `out` and returns `out`.
     /// The fraction is cut off for the integral types. Throws ValueOutOfRange<Number, T>, with
@@ -142,13 +170,16 @@ public:
     template<class T>
     T& getValue(T& out) const;
 
-    /// Reads the number as T, one of the types of k_isBinary, if it is one: for an integral type a
-    /// whole number from T's smallest to its largest value; for a floating type any number within
-    /// lowest() and max(), rounded to the nearest. Zero is any T's. Answers whether it is, with
-    /// `out` unchanged where it is not. Goes by the text where that is long, so it is not misled by
-    /// a text that syncToBinary() refused. Throws ko::RuntimeError for text that is no number.
+    /// Reads the value as T, one of the types of k_isBinary, signed char or long double, if it is
+    /// one: for an integral type a whole number from T's smallest to its largest value; for a
+    /// floating type any number whose nearest T is finite, which is the result. Zero is any T's; a
+    /// NaN that was set is a floating type's. Answers whether it is, with `out` unchanged where it
+    /// is not. Throws ko::RuntimeError for text that is no number. No heap memory is used unless it
+    /// throws or the text is longer than NumberStore::k_capacity.
     template<class T>
     bool convertTo(T& out) const;
+    /// Whether the value is one and has no fraction, as in `1`, `1.0` and `10e-1`.
+    bool isWhole() const;
 
     char toChar() const;
     unsigned char toUChar() const;
@@ -178,51 +209,50 @@ public:
     static int compare(unsigned long long x, const std::string& y);
     static int compare(double x, const std::string& y);
 
-    /// Computes the binary value from the text. A text without any of ".eE" is unsigned, or signed
-    /// behind a '-'; any other is a double. Throws ValueOutOfRange<std::string, std::string> when
-    /// the text is beyond its kind; the kind is set all the same and the binary value is left as it
-    /// was. Text that is no number is converted as far as it goes, without an error.
+    /// -1, 0 or 1 as the value is below, equal to or above the other's: the order of `==` to `>=`.
+    /// It is total. After the numbers, between the infinities, come the NaN, which is one, and then
+    /// the texts that are no number, by their bytes. Throws nothing but std::bad_alloc, and that
+    /// only for exponents beyond 64 bits. Costs no more than the texts are long, whatever their
+    /// exponents.
+    int order(const Number& other) const;
+
+    /// Computes the binary value from a text that was given. A text without any of ".eE" is
+    /// unsigned, or signed after a '-'; any other is a double. Throws
+    /// ValueOutOfRange<std::string, std::string> when the text is beyond its kind; the kind is set
+    /// all the same and the binary value is left as it was. Text that is no number is converted as
+    /// far as it goes, without an error.
     void syncToBinary() const;
-    /// Computes the text from the binary value.
+    /// Makes the text that is computed from the binary value the number's text; there is none while
+    /// the binary value has no kind. The value stays that of the text before.
     void syncToString() const;
 
 private:
-    friend struct std::hash<Number>;
     friend struct NumberProbe;  // lets the tests make the kind that no operation produces
 
-    union UValue {
-        long long signedInteger;
-        unsigned long long unsignedInteger;
-        double real;
-    };
+    using SBinary = NumberStore::SBinary;
 
     void setText(std::string_view text);
-    void setSigned(long long value);
-    void setUnsigned(unsigned long long value);
-    void setReal(double value);
-    void syncToSigned() const;
-    void syncToUnsigned() const;
-    void syncToReal() const;
-    int compareTo(long long other) const;
-    int compareTo(unsigned long long other) const;
-    int compareTo(double other) const;
+    SBinary binary() const;
+    enum class ERefusal { none, integer, real };
+    ERefusal convertGivenText(SBinary& value) const;
+    SBinary convertedText() const;
+    /// Compare `own`, the binary value.
+    int compareTo(const SBinary& own, long long other) const;
+    int compareTo(const SBinary& own, unsigned long long other) const;
+    int compareTo(const SBinary& own, double other) const;
     template<class T>
-    bool isWithin(T min, T max) const;
-    template<class T>
-    bool convertText(T& out) const;
+    bool isWithin(const SBinary& own, T min, T max) const;
 
-    mutable EBinaryType m_type;
-    mutable UValue m_value;
-    mutable ShortText m_text;
+    NumberStore m_store;
 };
 
-// The order of Number::compare(), which throws.
-inline bool operator==(const Number& a, const Number& b) { return a.compare(b) == 0; }
-inline bool operator!=(const Number& a, const Number& b) { return a.compare(b) != 0; }
-inline bool operator<(const Number& a, const Number& b) { return a.compare(b) < 0; }
-inline bool operator>(const Number& a, const Number& b) { return a.compare(b) > 0; }
-inline bool operator<=(const Number& a, const Number& b) { return a.compare(b) <= 0; }
-inline bool operator>=(const Number& a, const Number& b) { return a.compare(b) >= 0; }
+// By Number::order().
+inline bool operator==(const Number& a, const Number& b) { return a.order(b) == 0; }
+inline bool operator!=(const Number& a, const Number& b) { return a.order(b) != 0; }
+inline bool operator<(const Number& a, const Number& b) { return a.order(b) < 0; }
+inline bool operator>(const Number& a, const Number& b) { return a.order(b) > 0; }
+inline bool operator<=(const Number& a, const Number& b) { return a.order(b) <= 0; }
+inline bool operator>=(const Number& a, const Number& b) { return a.order(b) >= 0; }
 
 extern template class KO_API ValueOutOfRange<Number, char>;
 extern template class KO_API ValueOutOfRange<Number, unsigned char>;
@@ -239,8 +269,7 @@ extern template class KO_API ValueOutOfRange<Number, double>;
 
 }  // namespace ko::Orvid
 
-/// Equal for numbers that are `==`, whatever their kind, but for a NaN, which equals every double.
-/// Throws what Number::type() throws.
+/// Equal for numbers that are `==`. Throws as Number::order().
 template<>
 struct KO_API std::hash<ko::Orvid::Number> {
     std::size_t operator()(const ko::Orvid::Number& number) const;

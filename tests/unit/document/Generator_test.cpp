@@ -86,8 +86,10 @@ TEST(Generator, writes_numbers_set_by_value_with_their_text) {
         {Element(0.5), "0.5\n"},
         {Element(0.1), "0.1\n"},
         {Element(1.0), "1\n"},
-        {Element(1.0 / 3), "0.333333\n"},
-        {Element(1234567.0), "1.23457e+06\n"},
+        {Element(1.0 / 3), "0.3333333333333333\n"},
+        {Element(1234567.0), "1234567\n"},
+        {Element(Number(1.0 / 3)), "0.333333\n"},
+        {Element(Number(1234567.0)), "1.23457e+06\n"},
         {Element(-1e300), "-1e+300\n"},
     };
     for (const auto& [element, text] : rows) {

@@ -9,6 +9,7 @@
 #include <ko/export.h>
 
 #include <cstddef>
+#include <new>
 
 namespace ko {
 
@@ -91,6 +92,13 @@ struct NodeAllocator {
 struct InNodeMemory {
     // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): the delete that knows the size fits
     static void* operator new(std::size_t size) { return NodeMemory::allocate(size); }
+    static void* operator new(std::size_t size, const std::nothrow_t& /*none*/) noexcept {
+        try {
+            return NodeMemory::allocate(size);
+        } catch (const std::bad_alloc&) {
+            return nullptr;
+        }
+    }
     static void* operator new(std::size_t /*size*/, void* where) noexcept { return where; }
     static void operator delete(void* block, std::size_t size) noexcept {
         NodeMemory::release(block, size);

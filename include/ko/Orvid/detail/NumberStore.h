@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+//
+// NumberStore, what a Number holds: its text, its binary value and, once somebody asked for it, the
+// text as a std::string. Private: it is here because a Number has one as its member.
+
+#pragma once
+
+#include <ko/export.h>
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+/// Room for the text of any binary value.
+using NumberBuffer = std::array<char, 32>;
+
+/// Both sides of a number. A text was given, and then the binary value is a cache; or the binary
+/// value was set, and then the text is derived from it.
+///
+/// Const operations may run in any number of threads at once: what they add is published by one
+/// atomic store, and nothing that they handed out before is ever changed by them. The other
+/// operations need the store for themselves.
+///
+/// The usual layout: the bits of the binary value in m_word, its kind in m_kind, and in m_bytes a
+/// pointer to the heap text and then the text itself, of up to k_small bytes. A wide text, of up to
+/// k_capacity bytes, fills the place of the pointer too. Then m_word holds either the binary value,
+/// packed, or the pointer, and on the heap there is room for bits and kind. Where there is a heap
+/// text, it is the number's text.
+class KO_API NumberStore {
+public:
+    /// The kind is a Number::EBinaryType. Without a kind, the bits are those of the binary value
+    /// that the number had before its present text.
+    struct SBinary {
+        std::uint64_t bits = 0;
+        unsigned char kind = 0;
+        /// Whether the text is a number as a whole, and not only up to some place.
+        bool isWhole = false;
+    };
+
+    /// In bytes. Every 64-bit integer has a text that fits, and nearly every double.
+    static constexpr std::size_t k_capacity = 22;
+
+    /// A given text. Throws std::bad_alloc.
+    explicit NumberStore(std::string_view text) {
+        if (text.size() <= k_small) {
+            layOut(nullptr, {}, static_cast<unsigned char>(text.size()));
+            copyBytes(k_textOffset, text);
+        } else {
+            constructLong(text, {});
+        }
+    }
+    NumberStore(std::string_view text, const SBinary& binary);
+    /// Without a given text.
+    explicit NumberStore(const SBinary& binary) noexcept { layOut(nullptr, binary, k_noText); }
+    NumberStore(const NumberStore& other);
+    /// `other` is left with neither text nor kind.
+    NumberStore(NumberStore&& other) noexcept;
+    NumberStore& operator=(const NumberStore&) = delete;
+    NumberStore& operator=(NumberStore&&) = delete;
+    ~NumberStore() {
+        if (SHeap* const held = heap()) {
+            release(held);
+        }
+    }
+
+    // The heap text, once there is one, stays the same object in all of these.
+
+    /// `text` may lie within the present one. Throws std::bad_alloc, leaving everything unchanged.
+    void assign(std::string_view text, const SBinary& binary);
+    void assign(const SBinary& binary) noexcept;
+    /// Takes over what the other holds, which is left with any value.
+    void take(NumberStore& other) noexcept;
+
+    bool hasGivenText() const noexcept { return m_length != k_noText; }
+    bool hasHeapText() const noexcept { return heap() != nullptr; }
+    /// Empty where none was given. Lives until the next change.
+    std::string_view givenText() const noexcept {
+        const SHeap* const held = heap();
+        return held == nullptr ? heldText() : givenOnHeap(held);
+    }
+    SBinary binary() const noexcept {
+        if (isWide()) {
+            return wideBinary();
+        }
+        const unsigned char kind = m_kind.load(std::memory_order_acquire);
+        return {m_word.load(std::memory_order_relaxed), static_cast<unsigned char>(kind & k_kinds),
+                (kind & k_whole) != 0};
+    }
+    /// Keeps the binary value of a given text, if there is room for it.
+    void keep(const SBinary& binary) const noexcept;
+
+    /// The number's text: the given one or, where that is missing or empty, the one derived from
+    /// the binary value, if that has a kind. Throws std::bad_alloc.
+    const std::string& string() const;
+    /// The same where it is, or in `buffer`.
+    std::string_view textIn(NumberBuffer& buffer) const noexcept;
+    /// Makes the text that is derived from the binary value the number's text, even where another
+    /// one was given; that remains givenText(). Throws std::bad_alloc.
+    void derive() const;
+
+private:
+    struct SHeap;
+    using THeapPointer = std::atomic<SHeap*>;
+
+    static constexpr std::size_t k_textOffset = 8;
+    static constexpr std::size_t k_small = k_capacity - k_textOffset;
+    static constexpr unsigned char k_noText = 0xFF;
+    static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
+    static constexpr unsigned char k_kinds = 0x7F;
+    static constexpr std::uint64_t k_tag = 3;  ///< in m_word: the packed kind, 0 for a pointer
+
+    static SHeap* make(std::string_view text, bool isDerived, SHeap* former);
+    static void release(SHeap* heap) noexcept;
+    static std::string_view givenOnHeap(const SHeap* heap, std::string_view otherwise) noexcept;
+
+    bool isWide() const noexcept { return m_length > k_small && m_length <= k_capacity; }
+    THeapPointer& pointer() const noexcept {
+        return *std::launder(reinterpret_cast<THeapPointer*>(m_bytes));
+    }
+    static SHeap* heapOf(std::uint64_t word) noexcept {
+        return (word & k_tag) != 0 ? nullptr
+                                   : reinterpret_cast<SHeap*>(static_cast<std::uintptr_t>(word));
+    }
+    SHeap* heap() const noexcept {
+        return isWide() ? heapOf(m_word.load(std::memory_order_acquire))
+                        : pointer().load(std::memory_order_acquire);
+    }
+    /// The given text where it is not on the heap.
+    std::string_view heldText() const noexcept {
+        if (m_length == k_noText) {
+            return {};
+        }
+        return {reinterpret_cast<const char*>(m_bytes) + (isWide() ? 0 : k_textOffset), m_length};
+    }
+    std::string_view givenOnHeap(const SHeap* held) const noexcept {
+        return givenOnHeap(held, heldText());
+    }
+
+    void layOut(SHeap* heap, const SBinary& binary, unsigned char length) noexcept {
+        ::new (m_bytes) THeapPointer(heap);
+        m_word.store(binary.bits, std::memory_order_relaxed);
+        m_kind.store(kindByte(binary), std::memory_order_relaxed);
+        m_length = length;
+    }
+    static unsigned char kindByte(const SBinary& binary) noexcept {
+        return static_cast<unsigned char>(binary.kind | (binary.isWhole ? k_whole : 0U));
+    }
+    void copyBytes(std::size_t at, std::string_view text) noexcept {
+        if (!text.empty()) {
+            std::memcpy(m_bytes + at, text.data(), text.size());
+        }
+    }
+    void constructLong(std::string_view text, const SBinary& binary);
+    void steal(NumberStore& other) noexcept;
+    void useHeap(SHeap& heap, const SBinary& binary, bool isDerived) noexcept;
+    SBinary wideBinary() const noexcept;
+    bool isCurrent(const SHeap& held) const noexcept;
+    const std::string* publish(std::string_view text, bool isDerived, SHeap* former) const;
+    bool publishWide(SHeap& made, SHeap* former) const noexcept;
+
+    mutable std::atomic<std::uint64_t> m_word;
+    alignas(8) mutable unsigned char m_bytes[k_capacity];
+    mutable std::atomic<unsigned char> m_kind;  ///< of no use in the wide layout
+    unsigned char m_length;                     ///< of the text in here; k_noText if none was given
+};
+
+static_assert(sizeof(NumberStore) == 32);
+
+}  // namespace ko::Orvid

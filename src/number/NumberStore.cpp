@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: MIT
+//
+// The representation of a number. What the two sides mean to each other is in Number.cpp.
+
+#include <ko/Orvid/detail/NumberStore.h>
+
+#include <ko/Orvid/Number.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "number/NumberText.h"
+
+namespace ko::Orvid {
+
+struct NumberStore::SHeap {
+    std::string text;
+    SHeap* former;  ///< what was handed out before this text took its place
+    bool isDerived;
+    // Of the wide layout, which has no other place for them.
+    std::atomic<std::uint64_t> bits{0};
+    std::atomic<unsigned char> kind{0};
+};
+
+namespace {
+
+using SBinary = NumberStore::SBinary;
+
+// A packed binary value: from the lowest bit on two bits of kind, one that tells whether the text
+// is whole, and the value. Of a double that is the sign, eight bits of exponent and the fraction,
+// all zero for a positive zero.
+
+constexpr unsigned int k_wholeBit = 2;
+constexpr unsigned int k_valueBit = 3;
+constexpr std::uint64_t k_kindMask = 3;
+constexpr unsigned int k_fractionBits = 52;
+constexpr unsigned int k_exponentBits = 8;
+constexpr std::uint64_t k_fraction = (std::uint64_t{1} << k_fractionBits) - 1;
+constexpr std::uint64_t k_exponents = (std::uint64_t{1} << k_exponentBits) - 1;
+constexpr std::uint64_t k_doubleExponents = 0x7FF;
+constexpr std::uint64_t k_firstExponent = 1023 - 128;  // -128 is 0 in packed form
+constexpr std::uint64_t k_topOfValue = std::uint64_t{1} << (63 - k_valueBit);
+
+/// Answers whether the bits of a double fit.
+bool packDouble(std::uint64_t bits, std::uint64_t& value) noexcept {
+    const std::uint64_t exponent = (bits >> k_fractionBits & k_doubleExponents) - k_firstExponent;
+    const std::uint64_t sign = bits >> 63U;
+    value = bits == 0 ? 0
+                      : sign << (k_fractionBits + k_exponentBits) | exponent << k_fractionBits |
+                            (bits & k_fraction);
+    return bits == 0 || (exponent > 0 && exponent <= k_exponents);
+}
+
+std::uint64_t unpackDouble(std::uint64_t value) noexcept {
+    if (value == 0) {
+        return 0;
+    }
+    const std::uint64_t exponent = (value >> k_fractionBits & k_exponents) + k_firstExponent;
+    const std::uint64_t sign = value >> (k_fractionBits + k_exponentBits);
+    return sign << 63U | exponent << k_fractionBits | (value & k_fraction);
+}
+
+/// Zero where the value does not fit.
+std::uint64_t packed(const SBinary& binary) noexcept {
+    std::uint64_t value = binary.bits;
+    bool fits = false;
+    switch (binary.kind) {
+        case Number::ebLongLong:
+            fits = value + k_topOfValue < 2 * k_topOfValue;
+            break;
+        case Number::ebULongLong:
+            fits = value < 2 * k_topOfValue;
+            break;
+        case Number::ebDouble:
+            fits = packDouble(binary.bits, value);
+            break;
+        default:
+            break;
+    }
+    const std::uint64_t whole = binary.isWhole ? 1 : 0;
+    return fits ? value << k_valueBit | whole << k_wholeBit | binary.kind : 0;
+}
+
+SBinary unpacked(std::uint64_t word) noexcept {
+    const auto kind = static_cast<unsigned char>(word & k_kindMask);
+    std::uint64_t value = word >> k_valueBit;
+    if (kind == Number::ebDouble) {
+        value = unpackDouble(value);
+    } else if (kind == Number::ebLongLong) {
+        value = (value ^ k_topOfValue) - k_topOfValue;  // extends the sign
+    }
+    return {value, kind, (word >> k_wholeBit & 1U) != 0};
+}
+
+/// Whether converting the text may leave the bits from before: it is refused, or there is nothing
+/// to convert.
+bool mayKeepBits(std::string_view text) {
+    constexpr std::size_t checkedLength = 19;
+    constexpr std::string_view beginnings = "-.0123456789";
+    return text.empty() || text.size() >= checkedLength ||
+           beginnings.find(text.front()) == std::string_view::npos ||
+           text.find_first_of("eE") != std::string_view::npos;
+}
+
+/// Whether a binary value that cannot be packed would be missed.
+bool isNeeded(const SBinary& binary, std::string_view text) {
+    return binary.kind == Number::ebNone ? binary.bits != 0 && mayKeepBits(text) : !binary.isWhole;
+}
+
+}  // namespace
+
+/// Room for the text of any binary value is there from the start, so that assigning one cannot
+/// throw.
+NumberStore::SHeap* NumberStore::make(std::string_view text, bool isDerived, SHeap* former) {
+    auto made = std::make_unique<SHeap>();
+    made->text.reserve(std::max(text.size(), k_capacity));
+    made->text = text;
+    made->isDerived = isDerived;
+    made->former = former;
+    return made.release();
+}
+
+void NumberStore::release(SHeap* heap) noexcept {
+    while (heap != nullptr) {
+        delete std::exchange(heap, heap->former);
+    }
+}
+
+std::string_view NumberStore::givenOnHeap(const SHeap* heap, std::string_view otherwise) noexcept {
+    while (heap != nullptr && heap->isDerived) {
+        heap = heap->former;
+    }
+    return heap == nullptr ? otherwise : std::string_view(heap->text);
+}
+
+NumberStore::NumberStore(std::string_view text, const SBinary& binary) {
+    if (text.size() <= k_small) {
+        layOut(nullptr, binary, static_cast<unsigned char>(text.size()));
+        copyBytes(k_textOffset, text);
+    } else {
+        constructLong(text, binary);
+    }
+}
+
+void NumberStore::constructLong(std::string_view text, const SBinary& binary) {
+    const std::uint64_t word = packed(binary);
+    if (text.size() > k_capacity || (word == 0 && isNeeded(binary, text))) {
+        layOut(make(text, false, nullptr), binary, 0);
+        return;
+    }
+    m_length = static_cast<unsigned char>(text.size());
+    copyBytes(0, text);
+    m_word.store(word, std::memory_order_relaxed);
+}
+
+NumberStore::NumberStore(const NumberStore& other)
+    : NumberStore(other.givenText(), other.binary()) {
+    if (!other.hasGivenText()) {
+        m_length = k_noText;
+    }
+}
+
+NumberStore::NumberStore(NumberStore&& other) noexcept { steal(other); }
+
+/// This store holds nothing that needs to be released.
+void NumberStore::steal(NumberStore& other) noexcept {
+    m_length = other.m_length;
+    m_word.store(other.m_word.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    if (isWide()) {
+        std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
+    } else {
+        layOut(other.heap(), other.binary(), other.m_length);
+        std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
+    }
+    other.layOut(nullptr, {}, k_noText);
+}
+
+/// The number's text is on the heap from now on, where it was assigned already.
+void NumberStore::useHeap(SHeap& heap, const SBinary& binary, bool isDerived) noexcept {
+    release(std::exchange(heap.former, nullptr));
+    heap.isDerived = isDerived;
+    layOut(&heap, binary, isDerived ? k_noText : 0);
+}
+
+void NumberStore::assign(std::string_view text, const SBinary& binary) {
+    if (SHeap* const held = heap()) {
+        const SBinary kept = binary;
+        held->text.assign(text);
+        useHeap(*held, kept, false);
+    } else {
+        NumberStore made(text, binary);
+        steal(made);
+    }
+}
+
+void NumberStore::assign(const SBinary& binary) noexcept {
+    if (SHeap* const held = heap()) {
+        NumberBuffer buffer;
+        held->text.assign(derivedText(binary, buffer));
+        useHeap(*held, binary, true);
+    } else {
+        layOut(nullptr, binary, k_noText);
+    }
+}
+
+void NumberStore::take(NumberStore& other) noexcept {
+    SHeap* const held = heap();
+    if (held == nullptr) {
+        steal(other);
+        return;
+    }
+    const SBinary binary = other.binary();
+    if (!other.hasGivenText()) {
+        assign(binary);
+        return;
+    }
+    SHeap* theirs = other.heap();
+    while (theirs != nullptr && theirs->isDerived) {
+        theirs = theirs->former;
+    }
+    if (theirs != nullptr) {
+        held->text.swap(theirs->text);
+    } else {
+        held->text.assign(other.heldText());
+    }
+    useHeap(*held, binary, false);
+}
+
+NumberStore::SBinary NumberStore::wideBinary() const noexcept {
+    const std::uint64_t word = m_word.load(std::memory_order_acquire);
+    const SHeap* const held = heapOf(word);
+    if (held == nullptr) {
+        return unpacked(word);
+    }
+    const unsigned char kind = held->kind.load(std::memory_order_acquire);
+    return {held->bits.load(std::memory_order_relaxed), static_cast<unsigned char>(kind & k_kinds),
+            (kind & k_whole) != 0};
+}
+
+void NumberStore::keep(const SBinary& binary) const noexcept {
+    std::uint64_t word = m_word.load(std::memory_order_acquire);
+    SHeap* const held = isWide() ? heapOf(word) : nullptr;
+    if (isWide() && held == nullptr) {
+        // The place may become the pointer's at any time.
+        if (const std::uint64_t value = packed(binary); value != 0 && word == 0) {
+            m_word.compare_exchange_strong(word, value, std::memory_order_release,
+                                           std::memory_order_relaxed);
+        }
+        return;
+    }
+    (held == nullptr ? m_word : held->bits).store(binary.bits, std::memory_order_relaxed);
+    (held == nullptr ? m_kind : held->kind).store(kindByte(binary), std::memory_order_release);
+}
+
+/// A text that was given empty gives way to a derived one as soon as the binary value has a kind.
+bool NumberStore::isCurrent(const SHeap& held) const noexcept {
+    return !held.text.empty() || held.isDerived || binary().kind == Number::ebNone;
+}
+
+const std::string& NumberStore::string() const {
+    for (;;) {
+        SHeap* const held = heap();
+        if (held != nullptr && isCurrent(*held)) {
+            return held->text;
+        }
+        NumberBuffer buffer;
+        const std::string_view given = givenText();
+        const SBinary value = binary();
+        const bool isDerived = given.empty() && value.kind != Number::ebNone;
+        const std::string* const made = isDerived ? publish(derivedText(value, buffer), true, held)
+                                                  : publish(given, !hasGivenText(), held);
+        if (made != nullptr) {
+            return *made;
+        }
+    }
+}
+
+std::string_view NumberStore::textIn(NumberBuffer& buffer) const noexcept {
+    const SHeap* const held = heap();
+    if (held != nullptr && isCurrent(*held)) {
+        return held->text;
+    }
+    const std::string_view given = givenText();
+    return given.empty() ? derivedText(binary(), buffer) : given;
+}
+
+void NumberStore::derive() const {
+    NumberBuffer derivedBuffer;
+    NumberBuffer buffer;
+    for (;;) {
+        SHeap* const held = heap();
+        const std::string_view derived = derivedText(binary(), derivedBuffer);
+        if (textIn(buffer) == derived || publish(derived, true, held) != nullptr) {
+            return;
+        }
+    }
+}
+
+/// Null if another thread came first.
+const std::string* NumberStore::publish(std::string_view text, bool isDerived,
+                                        SHeap* former) const {
+    SHeap* const made = make(text, isDerived, former);
+    const bool isPublished =
+        isWide() ? publishWide(*made, former)
+                 : pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
+                                                     std::memory_order_acquire);
+    if (!isPublished) {
+        delete made;
+        return nullptr;
+    }
+    return &made->text;
+}
+
+/// Takes the binary value along, whose place the pointer takes.
+bool NumberStore::publishWide(SHeap& made, SHeap* former) const noexcept {
+    std::uint64_t word = m_word.load(std::memory_order_acquire);
+    while (heapOf(word) == former) {
+        const SBinary value = wideBinary();
+        made.bits.store(value.bits, std::memory_order_relaxed);
+        made.kind.store(kindByte(value), std::memory_order_relaxed);
+        const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&made));
+        if (m_word.compare_exchange_weak(word, address, std::memory_order_acq_rel,
+                                         std::memory_order_acquire)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace ko::Orvid
