@@ -15,6 +15,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/NumberText.h"
+
 namespace ko::Orvid {
 
 namespace {
@@ -33,44 +35,12 @@ std::string reasonOf(const ParseException& error) {
     return place + error.message().substr(0, error.message().find('\n'));
 }
 
-std::string_view withoutDigits(std::string_view text) {
-    const std::size_t end = text.find_first_not_of("0123456789");
-    return text.substr(end == std::string_view::npos ? text.size() : end);
-}
-
-/// Takes one character of `any` away where the text begins with it.
-bool skipOne(std::string_view& text, std::string_view any) {
-    const bool found = !text.empty() && any.find(text.front()) != std::string_view::npos;
-    text.remove_prefix(found ? 1 : 0);
-    return found;
-}
-
-/// Takes digits away, at least one.
-bool skipDigits(std::string_view& text) {
-    const std::string_view rest = withoutDigits(text);
-    const bool found = rest.size() < text.size();
-    text = rest;
-    return found;
-}
-
-bool isJsonNumber(std::string_view text) {
-    skipOne(text, "-");
-    const bool hasInteger = skipOne(text, "0") || skipDigits(text);
-    const bool hasFraction = !skipOne(text, ".") || skipDigits(text);
-    bool hasExponent = true;
-    if (skipOne(text, "eE")) {
-        skipOne(text, "+-");
-        hasExponent = skipDigits(text);
-    }
-    return hasInteger && hasFraction && hasExponent && text.empty();
-}
-
 /// Why the value, its children left aside, makes no JSON; null when it does.
 const char* faultOf(const Element& element) {
     if (element.isEmpty()) {
         return "The element has no value";
     }
-    const bool isNoNumber = element.isNumber() && !isJsonNumber(element.number().toString());
+    const bool isNoNumber = element.isNumber() && !text::isNumber(element.number().toString());
     return isNoNumber ? "The number is none that JSON can express" : nullptr;
 }
 
