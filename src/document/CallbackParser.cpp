@@ -10,6 +10,7 @@
 #include <array>
 #include <istream>
 #include <limits>
+#include <utility>
 
 #include "document/ReadingScope.h"
 #include "text/yajl/Reader.h"
@@ -28,6 +29,28 @@ unsigned int lengthOf(std::size_t length) {
     return static_cast<unsigned int>(length);
 }
 
+/// Hears everything and says the same to all of it.
+class Deaf : public CallbackParserListener {
+public:
+    explicit Deaf(int answer) : m_answer(answer) {}
+
+    int cb_null() override { return m_answer; }
+    int cb_boolean(bool /*value*/) override { return m_answer; }
+    int cb_number(const char* /*text*/, unsigned int /*length*/) override { return m_answer; }
+    int cb_string(const char* /*text*/, unsigned int /*length*/) override { return m_answer; }
+    int cb_start_map() override { return m_answer; }
+    int cb_map_key(const char* /*text*/, unsigned int /*length*/) override { return m_answer; }
+    int cb_end_map() override { return m_answer; }
+    int cb_start_array() override { return m_answer; }
+    int cb_end_array() override { return m_answer; }
+    int cb_error(const char* /*message*/) override { return 1; }
+    int cb_integer(long /*value*/) override { return m_answer; }
+    int cb_double(double /*value*/) override { return m_answer; }
+
+private:
+    const int m_answer;
+};
+
 const char* characters(const unsigned char* text) { return reinterpret_cast<const char*>(text); }
 
 }  // namespace
@@ -42,6 +65,7 @@ struct CallbackParser::SImpl {
     const yajl::ReaderCallbacks callbacks;
     yajl::Reader reader;
     bool isReading = false;
+    unsigned long long origin = 0;  ///< what the reader's offsets lack, modulo 2^64
 };
 
 yajl::ReaderCallbacks CallbackParser::SImpl::makeCallbacks(bool numbersAsText) {
@@ -78,9 +102,10 @@ CallbackParserListener::~CallbackParserListener() = default;
 bool CallbackParserListener::use_number_callback() { return true; }
 
 CallbackParser::CallbackParser(CallbackParserListener* listener)
-    : m_listener(listener),
-      m_impl(
-          std::make_unique<SImpl>(*this, listener != nullptr && listener->use_number_callback())) {}
+    : CallbackParser(listener, listener != nullptr && listener->use_number_callback()) {}
+
+CallbackParser::CallbackParser(CallbackParserListener* listener, bool numbersAsText)
+    : m_listener(listener), m_impl(std::make_unique<SImpl>(*this, numbersAsText)) {}
 
 CallbackParser::~CallbackParser() = default;
 
@@ -96,13 +121,23 @@ CallbackParserListener& CallbackParser::listenerOf(void* context) {
     return parser.listener();
 }
 
-void CallbackParser::parse(const char* text, unsigned int length) {
+void CallbackParser::enter(const std::string& text, unsigned long long offset, bool isStopped) {
+    Deaf deaf(isStopped ? 0 : 1);
+    CallbackParserListener* const listener = std::exchange(m_listener, &deaf);
+    m_impl->reader.parse(isStopped ? "null" : text.data(), isStopped ? 4 : text.size());
+    m_listener = listener;
+    m_impl->origin = offset - m_impl->reader.position();
+}
+
+void CallbackParser::parse(const char* text, unsigned int length) { parseFrom(text, length, 0); }
+
+void CallbackParser::parseFrom(const char* text, unsigned int length, unsigned int from) {
     const ReadingScope scope(m_impl->isReading);
-    const yajl::ReadStatus status = m_impl->reader.parse(text, length);
+    const yajl::ReadStatus status = m_impl->reader.parse(text + from, length - from);
     if (status == yajl::ReadStatus::ok || status == yajl::ReadStatus::insufficientData) {
         return;
     }
-    const std::string message = m_impl->reader.error(true, text, length);
+    const std::string message = m_impl->reader.error(true, text, length, from);
     if (listener().cb_error(message.c_str()) == 0) {
         throw Exception(message);
     }
@@ -133,6 +168,8 @@ std::istream& CallbackParser::parse(std::istream& in) {
 
 int CallbackParser::state() const { return static_cast<int>(m_impl->reader.status()); }
 
-unsigned long long CallbackParser::position() const { return m_impl->reader.position(); }
+unsigned long long CallbackParser::position() const {
+    return m_impl->reader.position() + m_impl->origin;
+}
 
 }  // namespace ko::Orvid

@@ -3,8 +3,8 @@
 // Documents from text and files, and back. What would make a text that is no JSON is found before
 // any of it is written.
 
-#include <ko/Orvid/Element.h>
 #include <ko/Orvid/Dom.h>
+
 #include <ko/Orvid/DomParser.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/FileException.h>

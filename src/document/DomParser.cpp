@@ -1,34 +1,36 @@
 // SPDX-License-Identifier: MIT
 //
-// The tree builder: one pointer walks down at the start of a container and up at its end.
+// DomParser: text goes through the scanner into the tree, in one pass. Where YAJL decides what a
+// text is, its reader goes on from there with the events that are in DomParserEvents.cpp.
 
 #include <ko/Orvid/DomParser.h>
 
-#include <ko/Orvid/Array.h>
 #include <ko/Orvid/Dom.h>
-#include <ko/Orvid/Element.h>
 #include <ko/Orvid/Exception.h>
-#include <ko/Orvid/Object.h>
 
 #include <algorithm>
 #include <istream>
-#include <optional>
+#include <limits>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
+#include "document/DomReading.h"
 #include "document/ReadingScope.h"
-#include "text/TextScanner.h"
-#include "tree/Tree.h"
+#include "text/TextScannerRun.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-constexpr int k_goOn = 1;
 constexpr int k_complete = 0;
-/// How much is scanned before it is read, in bytes: it should be in the cache still.
+constexpr int k_incomplete = 2;
+/// How much of a stream is read at once, in bytes: it should be in the cache still.
 constexpr std::size_t k_pieceSize = 16384;
-constexpr std::size_t k_longestShownKey = 100;
+/// The same where a fault is shown within its piece.
+constexpr std::size_t k_shownPieceSize = 255;
+/// How much of a token that a piece of a stream cuts off is finished in place, in bytes.
+constexpr std::size_t k_room = 256;
 /// What the nodes of a small document take, in bytes: so much, and more for a byte of its text.
 constexpr std::size_t k_leastNodes = 160;
 constexpr std::size_t k_nodesPerByte = 16;
@@ -51,29 +53,17 @@ bool isLenient(const ReadOptions& options) {
 
 }  // namespace
 
-/// The scanner runs ahead of the reader by one piece at most, and the reader gets only what the
-/// scanner has found free of faults.
-struct DomParser::Checks {
-    explicit Checks(const ReadOptions& given) : options(given) {}
-
-    const ReadOptions options;
-    std::optional<TextScanner> scanner{options};
-    std::string text;                         ///< of the present piece, without trailing commas
-    std::uint64_t begin = 0;                  ///< offset of the present piece
-    std::size_t keys = 0;                     ///< reported for the present piece
-    bool isRepeated = false;                  ///< the last of them was a repeated one
-    bool isFed = false;                       ///< between begin() and finish()
-    bool isBroken = false;                    ///< an exception has ended the reading
-    std::optional<std::uint64_t> faultBegin;  ///< offset of the fault
-};
-
-DomParser::DomParser() : m_parser(new CallbackParser(this)) {}
-
-DomParser::DomParser(const ReadOptions& options) : DomParser() {
-    if (!isLenient(options)) {
-        m_checks = std::make_unique<Checks>(options);
+unsigned int TreeBuilder::lengthOf(std::string_view text) {
+    if (text.size() > std::numeric_limits<unsigned int>::max()) {
+        throw Exception("A string or number is longer than 4294967295 bytes!");
     }
+    return static_cast<unsigned int>(text.size());
 }
+
+DomParser::DomParser() : DomParser(ReadOptions()) {}
+
+DomParser::DomParser(const ReadOptions& options)
+    : m_reading(std::make_unique<Reading>(options, isLenient(options))) {}
 
 DomParser::~DomParser() = default;
 
@@ -91,48 +81,34 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
         feed();
         return end();
     }
-    if (m_checks != nullptr) {
-        m_checks->isFed = false;
+    const bool isChecked = !m_reading->isLenient && m_reading->isBroken;
+    if (m_isUsed && m_parser == nullptr && !isChecked && state() != k_complete) {
+        // The text goes on, though in another tree: only the events can tell what becomes of it.
+        handOver({});
     }
-    m_isUsed = true;
-    m_root = m_current = &root;
-    m_open = nullptr;
+    start(root);
     feed();
-    m_open = state() == k_complete ? nullptr : m_current;
+    m_open = state() == k_complete ? nullptr : current();
     m_current = nullptr;
 }
 
 std::istream& DomParser::parse(Element& root, std::istream& in) {
     fill(root, 0, [&] {
-        if (m_checks == nullptr) {
-            m_parser->parse(in);
-        } else if (isWhole()) {
+        if (isWhole()) {
             readToEnd(in);
         } else {
-            readAvailable(in);
+            readAvailable(in, m_reading->isLenient ? k_shownPieceSize : k_pieceSize);
         }
     });
     return in;
 }
 
 void DomParser::parse(Element& root, const char* text, unsigned int length) {
-    fill(root, length, [&] {
-        if (m_checks == nullptr) {
-            m_parser->parse(text, length);
-        } else {
-            read({text, length});
-        }
-    });
+    fill(root, length, [&] { readText({text, length}); });
 }
 
 void DomParser::parse(Element& root, const std::string& text) {
-    fill(root, text.size(), [&] {
-        if (m_checks == nullptr) {
-            m_parser->parse(text);
-        } else {
-            read(text);
-        }
-    });
+    fill(root, text.size(), [&] { readText(text); });
 }
 
 std::istream& DomParser::parse(Dom& dom, std::istream& in) { return parse(*dom, in); }
@@ -145,69 +121,72 @@ void DomParser::parse(Dom& dom, const std::string& text) { parse(*dom, text); }
 
 void DomParser::begin(Element& root) {
     const ReadingScope reading(m_isReading);
-    if (m_checks == nullptr) {
-        m_checks = std::make_unique<Checks>(ReadOptions());
-    }
+    m_reading->isLenient = false;
     restart(root);
     root.setNull();
-    m_checks->isFed = true;
+    m_reading->isFed = true;
 }
 
 void DomParser::feed(std::string_view piece) {
     requireFed();
     const ReadingScope reading(m_isReading);
     const NodeMemory::Scope scope(m_nodes);
-    read(piece);
+    readText(piece);
 }
 
 void DomParser::finish() {
     requireFed();
     const ReadingScope reading(m_isReading);
-    m_checks->isFed = false;
+    m_reading->isFed = false;
     const NodeMemory::Scope scope(m_nodes);
     end();
 }
 
 void DomParser::requireFed() const {
-    if (m_checks == nullptr || !m_checks->isFed) {
+    if (!m_reading->isFed) {
         throw Exception("No document is being fed: begin() must come first!");
     }
 }
 
-bool DomParser::isWhole() const {
-    return m_checks != nullptr && m_checks->options.requireWholeDocument;
-}
+bool DomParser::isWhole() const { return m_reading->options.requireWholeDocument; }
+
+/// A subclass may have events of its own.
+bool DomParser::isSubclass() const { return typeid(*this) != typeid(DomParser); }
 
 void DomParser::restart(Element& root) {
     if (m_isUsed) {
-        m_parser.reset(new CallbackParser(this));
-        m_checks->scanner.emplace(m_checks->options);
-        m_checks->faultBegin.reset();
-        m_checks->isBroken = false;
+        m_parser.reset();
+        m_reading->restart();
     }
-    m_checks->isFed = false;
+    start(root);
+}
+
+void DomParser::start(Element& root) {
+    m_reading->isFed = false;
+    if (m_parser == nullptr && isSubclass()) {
+        m_parser.reset(new CallbackParser(this, true));
+    }
     m_isUsed = true;
     m_root = m_current = &root;
     m_open = nullptr;
+    m_reading->builder.begin(root);
 }
 
 void DomParser::end() {
-    TextScanner& scanner = *m_checks->scanner;
-    scanner.finish();
+    TextScanner& scanner = *m_reading->scanner;
+    if (m_parser == nullptr) {
+        scanner.finish(m_reading->builder);
+    } else {
+        scanner.finish(m_reading->events);
+    }
     if (scanner.fault()) {
-        failAt({}, scanner.fault()->message, EParseError::strictSyntax, scanner.fault()->begin,
-               scanner.fault()->length);
+        failScan({});
     }
-    deliverNumber();
-    m_open = state() == k_complete ? nullptr : m_current;
+    if (m_parser != nullptr) {
+        finishNumber(scanner.offset());
+    }
+    m_open = state() == k_complete ? nullptr : current();
     m_current = nullptr;
-}
-
-/// The reader waits for a byte behind a number, as if it could go on.
-void DomParser::deliverNumber() {
-    if (m_checks->scanner->isNumberDue()) {
-        m_parser->parse(" ", 1);
-    }
 }
 
 /// All of the stream, for which it is waited. The stream's own exceptions are kept out of it.
@@ -216,10 +195,11 @@ void DomParser::readToEnd(std::istream& in) {
         throw Exception("The stream cannot be read!", m_root);
     }
     std::istream source(in.rdbuf());
-    std::vector<char> buffer(k_pieceSize);
+    std::vector<char> buffer(k_room + k_pieceSize);
+    char* const piece = buffer.data() + k_room;
     do {
-        source.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        read({buffer.data(), static_cast<std::size_t>(source.gcount())});
+        source.read(piece, static_cast<std::streamsize>(k_pieceSize));
+        read({piece, static_cast<std::size_t>(source.gcount())}, k_room);
     } while (source);
     if (source.bad()) {
         in.setstate(std::ios_base::badbit);
@@ -228,216 +208,119 @@ void DomParser::readToEnd(std::istream& in) {
     in.setstate(std::ios_base::eofbit);
 }
 
-void DomParser::readAvailable(std::istream& in) {
-    std::vector<char> buffer(k_pieceSize);
-    while (in.good()) {
-        const std::streamsize count =
-            in.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
+    std::vector<char> buffer(k_room + pieceSize);
+    char* const piece = buffer.data() + k_room;
+    while (in.rdstate() == std::ios_base::goodbit) {
+        const std::streamsize count = in.readsome(piece, static_cast<std::streamsize>(pieceSize));
         if (count < 1) {
             break;
         }
-        read({buffer.data(), static_cast<std::size_t>(count)});
+        read({piece, static_cast<std::size_t>(count)}, k_room);
     }
 }
 
-void DomParser::read(std::string_view text) {
-    if (m_checks->isBroken) {
+/// A text of any length; the events count in 32 bits.
+void DomParser::readText(std::string_view text) {
+    do {
+        const std::string_view piece = text.substr(0, std::numeric_limits<unsigned int>::max());
+        read(piece, 0);
+        text.remove_prefix(piece.size());
+    } while (!text.empty());
+}
+
+/// `room` is how many bytes before the piece are a buffer's too.
+void DomParser::read(std::string_view piece, std::size_t room) {
+    if (m_reading->isBroken && !m_reading->isLenient) {
         throw Exception("A fault has ended the document!", m_root);
     }
     try {
-        while (!text.empty()) {
-            const std::string_view piece = text.substr(0, k_pieceSize);
-            readPiece(piece);
-            text.remove_prefix(piece.size());
-        }
+        readPiece(piece, room);
     } catch (...) {
-        m_checks->isBroken = true;
-        m_checks->isFed = false;
+        m_reading->isBroken = true;
+        m_reading->isFed = false;
         throw;
     }
 }
 
-void DomParser::readPiece(std::string_view piece) {
-    TextScanner& scanner = *m_checks->scanner;
-    m_checks->keys = 0;
-    m_checks->begin = scanner.offset();
-    handOn(piece, scanner.scan(piece));
-    if (scanner.fault()) {
-        deliverNumber();
-        failAt(piece, scanner.fault()->message, EParseError::strictSyntax, scanner.fault()->begin,
-               scanner.fault()->length);
-    }
-    scanner.leave(piece);
-}
-
-/// Reads the first bytes of the piece. What the reader or a listener's event refuses although the
-/// scanner does not, gets its place here.
-void DomParser::handOn(std::string_view piece, std::size_t length) {
-    try {
-        const std::string_view text = withoutTrailingCommas(piece.substr(0, length));
-        m_parser->parse(text.data(), static_cast<unsigned int>(text.size()));
-    } catch (const ParseException& error) {
-        const std::vector<TextScanner::Key>& keys = m_checks->scanner->keys();
-        if (!m_checks->isRepeated || m_checks->keys > keys.size()) {
-            failAt(piece, error.message(), error.code(), m_parser->position(), 1);
-        }
-        const TextScanner::Key& key = keys[m_checks->keys - 1];
-        failAt(piece, error.message(), EParseError::repeatedKey, key.begin, key.end - key.begin);
+void DomParser::readPiece(std::string_view piece, std::size_t room) {
+    if (!m_reading->isLenient) {
+        readChecked(piece, room);
+    } else if (m_parser == nullptr) {
+        readLenient(piece, room);
+    } else {
+        m_parser->parse(piece.data(), static_cast<unsigned int>(piece.size()));
     }
 }
 
-/// The text with blanks in place of the commas that the reader would refuse. One that may yet prove
-/// to be trailing is held until that is known, and stands then before the token that follows it.
-std::string_view DomParser::withoutTrailingCommas(std::string_view piece) {
-    if (!m_checks->options.allowTrailingCommas) {
-        return piece;
+void DomParser::readLenient(std::string_view piece, std::size_t room) {
+    scan(piece, room);
+    if (m_reading->scanner->fault()) {
+        handOver(piece);
     }
-    const TextScanner& scanner = *m_checks->scanner;
-    const auto inPiece = [&](std::uint64_t offset) {
-        return static_cast<std::size_t>(offset - m_checks->begin);
-    };
-    std::string& text = m_checks->text;
-    text = piece;
-    bool wasTrailing = false;
-    for (const std::uint64_t comma : scanner.trailingCommas()) {
-        if (comma < m_checks->begin) {
-            wasTrailing = true;
-        } else {
-            text[inPiece(comma)] = ' ';
-        }
+}
+
+void DomParser::scan(std::string_view piece, std::size_t room) {
+    TextScanner& scanner = *m_reading->scanner;
+    if (room > 0) {
+        // A buffer of readToEnd() or readAvailable(), which may be written to.
+        scanner.scan(const_cast<char*>(piece.data()), piece.size(), room, m_reading->builder);
+    } else {
+        scanner.scan(piece, m_reading->builder);
     }
-    if (scanner.openComma() && *scanner.openComma() >= m_checks->begin) {
-        text.erase(inPiece(*scanner.openComma()), 1);
+}
+
+/// YAJL's reader goes on with the token that is faulty in the piece, or cut off before it.
+void DomParser::handOver(std::string_view piece) {
+    const TextScanner& scanner = *m_reading->scanner;
+    const std::uint64_t begin = scanner.offset() - piece.size();
+    const std::uint64_t token = std::max(begin, scanner.tokenBegin());
+    m_current = current();
+    m_parser.reset(new CallbackParser(this, true));
+    m_parser->enter(scanner.entry().append(scanner.heldBefore(begin)), token, m_reading->isBroken);
+    if (!piece.empty()) {
+        m_parser->parseFrom(piece.data(), static_cast<unsigned int>(piece.size()),
+                            static_cast<unsigned int>(token - begin));
     }
-    if (scanner.heldCommaEnd() && inPiece(*scanner.heldCommaEnd()) <= text.size()) {
-        text.insert(inPiece(*scanner.heldCommaEnd()), 1, wasTrailing ? ' ' : ',');
-    }
-    return text;
+}
+
+void DomParser::failScan(std::string_view piece) {
+    const TextFault& fault = *m_reading->scanner->fault();
+    failAt(piece, fault.message, fault.code, {fault.begin, fault.begin + fault.length});
 }
 
 void DomParser::failAt(std::string_view piece, const std::string& message, EParseError code,
-                       std::uint64_t begin, std::uint64_t length) {
-    m_checks->faultBegin = begin;
-    const LineAndColumn first = m_checks->scanner->place(piece, begin);
-    const LineAndColumn last = m_checks->scanner->place(piece, begin + length - 1);
+                       TokenPlace place) {
+    m_reading->faultBegin = place.begin;
+    const LineAndColumn first = m_reading->scanner->place(piece, place.begin);
+    const LineAndColumn last = m_reading->scanner->place(piece, place.end - 1);
     throw ParseException(context(), message, first.line, first.column, last.line, last.column)
         .withCode(code);
 }
 
+Element* DomParser::current() const {
+    return m_parser == nullptr ? m_reading->builder.current() : m_current;
+}
+
 /// The element being filled. Behind a complete value the current element is the root's parent.
 const Element* DomParser::context() const {
-    return m_current == nullptr || state() == k_complete ? m_root : m_current;
+    const Element* const element = current();
+    return element == nullptr || state() == k_complete ? m_root : element;
 }
 
-int DomParser::state() const { return m_parser->state(); }
+int DomParser::state() const {
+    if (m_parser != nullptr) {
+        return m_parser->state();
+    }
+    return m_reading->scanner->isComplete() ? k_complete : k_incomplete;
+}
 
 unsigned long long DomParser::position() const {
-    const bool isPlaced = m_checks != nullptr && m_checks->faultBegin;
-    return isPlaced ? *m_checks->faultBegin : m_parser->position();
-}
-
-int DomParser::cb_null() {
-    return placeScalar("Unexpected null", [](Element& element) { element.setNull(); });
-}
-
-int DomParser::cb_boolean(bool value) {
-    return placeScalar("Unexpected boolean", [=](Element& element) { element.setBoolean(value); });
-}
-
-int DomParser::cb_number(const char* text, unsigned int length) {
-    return placeScalar("Unexpected number",
-                       [=](Element& element) { element.setNumber(text, length); });
-}
-
-int DomParser::cb_string(const char* text, unsigned int length) {
-    return placeScalar("Unexpected string!",
-                       [=](Element& element) { element.setString(text, length); });
-}
-
-int DomParser::cb_start_map() { return openContainer(etObject, "Unexpected start of map!"); }
-
-int DomParser::cb_map_key(const char* text, unsigned int length) {
-    requireCurrent("Unexpected key of map!");
-    if (!m_current->isObject()) {
-        fail("Expected current element to be an object!");
+    if (m_reading->faultBegin) {
+        return *m_reading->faultBegin;
     }
-    const std::string_view key(text, length);
-    if (m_checks != nullptr) {
-        refuseRepeated(key);
-    }
-    m_current = &m_current->object().resetMember(key);
-    return k_goOn;
-}
-
-void DomParser::refuseRepeated(std::string_view key) {
-    ++m_checks->keys;
-    const Element::TObject& object = m_current->object();
-    if (m_checks->options.repeatedKeys == RepeatedKeys::reject &&
-        object.find(key) != object.end()) {
-        m_checks->isRepeated = true;
-        fail(key.size() > k_longestShownKey ? "Repeated key"
-                                            : "Repeated key \"" + std::string(key) + '"');
-    }
-}
-
-int DomParser::cb_end_map() { return closeContainer(etObject, "Unexpected end of map!"); }
-
-int DomParser::cb_start_array() { return openContainer(etArray, "Unexpected start of array!"); }
-
-int DomParser::cb_end_array() { return closeContainer(etArray, "Unexpected end of array!"); }
-
-int DomParser::cb_error(const char* message) {
-    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(EParseError::syntax);
-}
-
-int DomParser::cb_integer(long /*value*/) {
-    throw Exception("Unexpected integer callback", m_current);
-}
-
-int DomParser::cb_double(double /*value*/) {
-    throw Exception("Unexpected double callback", m_current);
-}
-
-/// An array takes the value as a new item and stays current; any other element becomes the value,
-/// and its parent is current again.
-template<class Set>
-int DomParser::placeScalar(const char* unexpected, const Set& set) {
-    requireCurrent(unexpected);
-    if (m_current->isArray()) {
-        set(m_current->array().appendNull());
-    } else {
-        set(*m_current);
-        m_current = m_current->parent();
-    }
-    return k_goOn;
-}
-
-int DomParser::openContainer(EType type, const char* unexpected) {
-    requireCurrent(unexpected);
-    if (m_current->isArray()) {
-        m_current = &m_current->array().appendNull();
-    }
-    becomeContainer(*m_current, type);
-    return k_goOn;
-}
-
-int DomParser::closeContainer(EType type, const char* unexpected) {
-    requireCurrent(unexpected);
-    if (m_current->type() != type) {
-        fail(unexpected);
-    }
-    m_current = m_current->parent();
-    return k_goOn;
-}
-
-void DomParser::requireCurrent(const char* unexpected) const {
-    if (m_current == nullptr) {
-        fail(unexpected);
-    }
-}
-
-void DomParser::fail(const std::string& message) const {
-    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(EParseError::eventOutOfOrder);
+    return m_parser != nullptr ? m_parser->position() - m_reading->events.added()
+                               : m_reading->scanner->position();
 }
 
 }  // namespace ko::Orvid

@@ -60,7 +60,7 @@ private:
         if (element.isEmpty()) {
             return "The element has no value";
         }
-        if (element.isNumber() && !isJsonNumber(element.number().textView())) {
+        if (element.isNumber() && !text::isNumber(element.number().textView())) {
             return "The number is none that JSON can express";
         }
         if (!isText(element.memberKey())) {

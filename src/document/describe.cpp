@@ -223,7 +223,7 @@ std::string rangeText(const std::string& number, const std::string& type, const 
 template<class T>
 bool isFraction(const ValueOutOfRange<Number, T>& error) {
     double value = 0;
-    return std::is_integral_v<T> && isJsonNumber(error.value().textView()) &&
+    return std::is_integral_v<T> && text::isNumber(error.value().textView()) &&
            error.value().convertTo(value) && std::trunc(value) != value &&
            value > static_cast<double>(error.min()) && value < static_cast<double>(error.max());
 }

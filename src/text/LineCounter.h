@@ -10,6 +10,8 @@
 #include <limits>
 #include <string_view>
 
+#include "text/ByteRuns.h"
+
 namespace ko::Orvid {
 
 /// A line and a column, both from 1; columns count bytes. What exceeds an int is its greatest
@@ -34,9 +36,10 @@ public:
 
     /// Counts the newlines of the next piece.
     void count(std::string_view piece) noexcept {
-        const auto newlines = std::count(piece.begin(), piece.end(), '\n');
+        const std::uint64_t newlines =
+            text::countOf('\n', piece.data(), piece.data() + piece.size());
         if (newlines > 0) {
-            m_line += static_cast<std::uint64_t>(newlines);
+            m_line += newlines;
             m_lineBegin = m_offset + piece.rfind('\n') + 1;
         }
         m_offset += piece.size();

@@ -1,43 +1,106 @@
 // SPDX-License-Identifier: MIT
 //
-// Whether a text is a number as JSON writes it.
+// The grammar of a JSON number.
 
 #pragma once
 
 #include <string_view>
 
-namespace ko::Orvid {
+#include "text/ByteRuns.h"
 
-/// Whether all of the text is one JSON number: no sign but a minus, no leading zeros, no blanks.
-inline bool isJsonNumber(std::string_view text) noexcept {
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    const auto skip = [&](char character) {
-        const bool found = at != end && *at == character;
-        at += found ? 1 : 0;
-        return found;
-    };
-    const auto skipDigits = [&] {
-        const char* const begin = at;
-        while (at != end && *at >= '0' && *at <= '9') {
-            ++at;
-        }
-        return at != begin;
-    };
-    skip('-');
-    if (!skip('0') && !skipDigits()) {
-        return false;
-    }
-    if (skip('.') && !skipDigits()) {
-        return false;
-    }
-    if (skip('e') || skip('E')) {
-        static_cast<void>(skip('+') || skip('-'));
-        if (!skipDigits()) {
-            return false;
-        }
-    }
-    return at == end;
+namespace ko::Orvid::text {
+
+/// What a number has so far.
+enum class NumberPart {
+    nothing,
+    minus,
+    zero,     ///< an integer that takes no more digits
+    integer,  ///< one that does
+    point,    ///< without a digit after it
+    fraction,
+    exponent,  ///< the letter
+    sign,      ///< of the exponent
+    power,     ///< at least one digit of the exponent
+};
+
+/// Whether a number may end there.
+inline bool isWholeNumber(NumberPart part) noexcept {
+    return part == NumberPart::zero || part == NumberPart::integer ||
+           part == NumberPart::fraction || part == NumberPart::power;
 }
 
-}  // namespace ko::Orvid
+/// Goes on with a number that has `part` before `at`, up to the first byte that cannot belong to
+/// it or to `end`, where `at` is then. Returns what it has by then.
+inline NumberPart followNumber(NumberPart part, const char*& at, const char* end) noexcept {
+    const auto isNext = [&](char a, char b) { return at != end && (*at == a || *at == b); };
+    const auto isDigitNext = [&] { return at != end && isDigit(*at); };
+    switch (part) {
+        case NumberPart::nothing:
+            at += isNext('-', '-') ? 1 : 0;
+            [[fallthrough]];
+        case NumberPart::minus:
+            if (!isDigitNext()) {
+                return NumberPart::minus;
+            }
+            if (*at == '0') {
+                ++at;
+                part = NumberPart::zero;
+            } else {
+                ++at;
+                part = NumberPart::integer;
+            }
+            [[fallthrough]];
+        case NumberPart::zero:
+        case NumberPart::integer:
+            if (part == NumberPart::integer && isDigitNext()) {
+                at = digitsEnd(at, end);
+            }
+            if (!isNext('.', '.')) {
+                break;
+            }
+            ++at;
+            [[fallthrough]];
+        case NumberPart::point:
+            if (!isDigitNext()) {
+                return NumberPart::point;
+            }
+            [[fallthrough]];
+        case NumberPart::fraction:
+            at = digitsEnd(at, end);
+            part = NumberPart::fraction;
+            break;
+        case NumberPart::exponent:
+        case NumberPart::sign:
+        case NumberPart::power:
+            break;
+    }
+    if (isWholeNumber(part) && part != NumberPart::power) {
+        if (!isNext('e', 'E')) {
+            return part;
+        }
+        ++at;
+        part = NumberPart::exponent;
+    }
+    if (part == NumberPart::exponent && isNext('+', '-')) {
+        ++at;
+        part = NumberPart::sign;
+    }
+    if (isDigitNext()) {
+        at = digitsEnd(at, end);
+        part = NumberPart::power;
+    }
+    return part;
+}
+
+/// The end of the number that begins at `at`, if there is a whole one; otherwise null.
+inline const char* numberEnd(const char* at, const char* end) noexcept {
+    return isWholeNumber(followNumber(NumberPart::nothing, at, end)) ? at : nullptr;
+}
+
+/// Whether the whole text is a JSON number.
+inline bool isNumber(std::string_view text) noexcept {
+    const char* const end = text.data() + text.size();
+    return numberEnd(text.data(), end) == end && !text.empty();
+}
+
+}  // namespace ko::Orvid::text

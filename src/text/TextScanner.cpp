@@ -1,63 +1,53 @@
 // SPDX-License-Identifier: MIT
 //
-// The scanner's structure: what may stand between tokens, the limits and the faults. Its grammar is
-// the reader's: it refuses nothing that the reader takes unless an option says so, and takes
-// nothing that the reader refuses. What goes on within tokens is in TextScannerTokens.cpp.
+// What is rare in a text: comments, tokens that are cut off, limits and faults.
 
 #include "text/TextScanner.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace ko::Orvid {
 
 namespace {
 
-std::string hexText(unsigned char byte) {
+std::string hexText(char byte) {
     constexpr const char* k_digits = "0123456789ABCDEF";
-    return std::string("0x") + k_digits[byte >> 4U] + k_digits[byte & 0xFU];
+    const auto value = static_cast<unsigned char>(byte);
+    return std::string("0x") + k_digits[value >> 4U] + k_digits[value & 0xFU];
 }
 
-std::string byteText(unsigned char byte) {
-    return byte > 0x20 && byte < 0x7F ? std::string("'") + static_cast<char>(byte) + "'"
-                                      : "byte " + hexText(byte);
+std::string byteText(char byte) {
+    return byte > 0x20 && byte < 0x7F ? std::string("'") + byte + "'" : "byte " + hexText(byte);
+}
+
+std::string_view between(const char* begin, const char* end) {
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 }  // namespace
 
-std::size_t TextScanner::scan(std::string_view piece) {
-    m_keys.clear();
-    m_trailingCommas.clear();
-    m_heldCommaEnd.reset();
-    m_piece = reinterpret_cast<const Byte*>(piece.data());
-    std::optional<TextFault> beyond;
-    const Byte* const end = m_piece + limited(piece, beyond);
-    const Byte* at = m_piece;
-    while (at != end && !m_fault && (m_options.requireWholeDocument || !isComplete())) {
-        at = scanToken(at, end);
-    }
-    if (!m_fault) {
-        m_fault = std::move(beyond);
-    }
-    if (m_fault) {
-        return static_cast<std::size_t>(m_fault->begin - std::min(m_fault->begin, m_offset));
-    }
-    m_offset += piece.size();
-    return piece.size();
-}
+TextScanner::TextScanner(const ReadOptions& options)
+    : m_options(options),
+      m_rules{options.validateUtf8, options.rejectLoneSurrogates},
+      m_afterMember(options.allowTrailingCommas ? Next::keyOrEnd : Next::key),
+      m_afterItem(options.allowTrailingCommas ? Next::valueOrEnd : Next::item) {}
 
 /// How many bytes of the piece the limits let pass, and the fault behind them.
 std::size_t TextScanner::limited(std::string_view piece, std::optional<TextFault>& beyond) const {
     std::size_t size = piece.size();
     if (m_options.maxLength > 0 && m_options.maxLength - m_offset < size) {
         size = static_cast<std::size_t>(m_options.maxLength - m_offset);
-        beyond = {"The text is longer than " + std::to_string(m_options.maxLength) + " bytes",
+        beyond = {EParseError::strictSyntax,
+                  "The text is longer than " + std::to_string(m_options.maxLength) + " bytes",
                   m_offset + size, 1};
     }
     const std::optional<std::size_t> lineEnd = longLineEnd(piece.substr(0, size));
     if (lineEnd) {
         size = *lineEnd;
-        beyond = {"The line is longer than " + std::to_string(m_options.maxLineLength) + " bytes",
+        beyond = {EParseError::strictSyntax,
+                  "The line is longer than " + std::to_string(m_options.maxLineLength) + " bytes",
                   m_offset + size, 1};
     }
     return size;
@@ -84,245 +74,212 @@ std::optional<std::size_t> TextScanner::longLineEnd(std::string_view piece) cons
     }
 }
 
-void TextScanner::finish() {
-    const bool isOver =
-        isComplete() || isLastNumberOver() ||
-        (m_due == Due::nothing && m_within == Within::comment && m_comment == Comment::line);
-    if (m_sequence.isOpen()) {
-        fail("Invalid UTF-8", m_offset - m_sequence.length(), m_sequence.length());
-    } else if (m_options.requireWholeDocument && !isOver) {
+/// What has been verified of a token that the text ends in need not be looked at again.
+const char* TextScanner::cut(const char* at, const char* verified) noexcept {
+    m_verified = static_cast<std::size_t>(verified - at);
+    m_part = text::NumberPart::nothing;
+    return nullptr;
+}
+
+/// A string that the quick look leaves to this: with escapes, with faults, in pieces.
+const char* TextScanner::takeOddText(const char* at, const char* end, std::string_view& text) {
+    const bool isResumed = m_verified > 1;
+    const text::StringScan scan = text::scanString(at + (isResumed ? m_verified : 1), end, m_rules);
+    if (scan.end == text::StringEnd::text) {
+        return cut(at, scan.at);
+    }
+    if (scan.end != text::StringEnd::quote) {
+        return failString(scan);
+    }
+    m_verified = 0;
+    text = between(at + 1, scan.at);
+    if (scan.hasEscape || isResumed) {
+        m_text.clear();
+        text::appendUnescaped(m_text, at + 1, scan.at);
+        text = m_text;
+    }
+    return scan.at + 1;
+}
+
+/// A number that goes up to the end of the text, or is faulty.
+const char* TextScanner::stopNumber(const char* at, const char* stop, const char* end,
+                                    text::NumberPart part) {
+    if (stop != end) {
+        return failUnexpected(stop, "a digit is due");
+    }
+    cut(at, stop);
+    m_part = part;
+    return nullptr;
+}
+
+const char* TextScanner::wordEnd(const char* at, const char* end, std::string_view word) {
+    const std::string_view there = between(at, end).substr(0, word.size());
+    if (there == word) {
+        m_verified = 0;
+        return at + word.size();
+    }
+    const auto [wrong, expected] =
+        std::mismatch(there.begin(), there.end(), word.begin(), word.end());
+    static_cast<void>(expected);
+    return wrong == there.end()
+               ? cut(at, at)
+               : failUnexpected(at + (wrong - there.begin()), std::string(word) + " is due");
+}
+
+const char* TextScanner::skipOtherBlanks(const char* at, const char* end) const noexcept {
+    while (at != end && (text::isWhitespace(*at) || *at == '\v' || *at == '\f')) {
+        ++at;
+    }
+    return at;
+}
+
+/// A byte that begins no token that may stand here: of a comment, or a fault.
+const char* TextScanner::takeOdd(const char* at, const char* end) {
+    if (*at == '/') {
+        return takeComment(at, end);
+    }
+    const bool isTrailing =
+        (*at == ']' && m_next == Next::item) || (*at == '}' && m_next == Next::key);
+    if (isTrailing) {
+        return fail(
+            "Unexpected " + byteText(*at) + " after a comma: trailing commas are not allowed",
+            offsetOf(at));
+    }
+    return failUnexpected(at, expectedText());
+}
+
+const char* TextScanner::takeComment(const char* at, const char* end) {
+    constexpr std::ptrdiff_t k_opening = 2;
+    if (!m_options.allowComments) {
+        return fail("Comments are not allowed", offsetOf(at));
+    }
+    if (end - at < k_opening) {
+        return cut(at, at);
+    }
+    const bool isLine = at[1] == '/';
+    if (!isLine && at[1] != '*') {
+        return failUnexpected(at + 1, "a comment begins with /* or //");
+    }
+    const char* const from = at + std::max<std::size_t>(k_opening, m_verified);
+    const std::string_view closing = isLine ? "\n" : "*/";
+    const std::size_t length = between(from, end).find(closing);
+    const bool isCut = length == std::string_view::npos;
+    const char* stop = isCut ? end : from + length;
+    if (m_rules.validateUtf8) {
+        const text::Utf8Scan utf8 = text::scanUtf8(from, stop);
+        if (utf8.length > 0 || (utf8.at != stop && !isCut)) {
+            return fail("Invalid UTF-8", offsetOf(utf8.at),
+                        utf8.length > 0 ? utf8.length : static_cast<std::uint64_t>(stop - utf8.at));
+        }
+        stop = utf8.at;
+    }
+    if (isCut) {
+        // A star may be the first half of what closes it.
+        return cut(at, stop - (stop == end && stop > from && stop[-1] == '*' ? 1 : 0));
+    }
+    m_verified = 0;
+    return stop + closing.size();
+}
+
+/// At the end of the text.
+void TextScanner::failMissing() {
+    const bool isText = !m_held.empty() && (m_held[0] == '"' || m_held[0] == '/');
+    const bool isLineComment = m_held.size() > 1 && m_held[0] == '/' && m_held[1] == '/';
+    const std::size_t rest = m_held.size() - std::min(m_verified, m_held.size());
+    if (m_rules.validateUtf8 && isText && rest > 0 && text::isHigh(m_held[m_verified])) {
+        fail("Invalid UTF-8", m_offset - rest, rest);
+    } else if (m_options.requireWholeDocument &&
+               !(isComplete() && (m_held.empty() || isLineComment))) {
         fail("The text ends before the document is complete", m_offset);
     }
 }
 
-bool TextScanner::isNumberDue() const noexcept {
-    return m_fault ? m_fault->begin == m_numberEnd && m_numberEnd > 0 : isLastNumberOver();
+const char* TextScanner::fail(std::string message, std::uint64_t begin, std::uint64_t length,
+                              EParseError code) {
+    m_fault = {code, std::move(message), begin, length};
+    return nullptr;
 }
 
-/// Whether a number at the top level goes up to here, and may end here.
-bool TextScanner::isLastNumberOver() const noexcept {
-    return m_due == Due::nothing && m_within == Within::number &&
-           follow(m_number, ' ') == Number::over;
-}
-
-const TextScanner::Byte* TextScanner::scanToken(const Byte* at, const Byte* end) {
-    switch (m_within) {
-        case Within::string:
-            return scanString(at, end);
-        case Within::number:
-            return scanNumber(at, end);
-        case Within::word:
-            return scanWord(at, end);
-        case Within::comment:
-            return scanComment(at, end);
-        case Within::none:
-            break;
-    }
-    return scanStructure(at, end);
-}
-
-const TextScanner::Byte* TextScanner::scanStructure(const Byte* at, const Byte* end) {
-    while (at != end && *at <= ' ' && isBlank(*at)) {
-        ++at;
-    }
-    if (at == end) {
-        return at;
-    }
-    if ((m_due == Due::value || m_due == Due::item) && (*at == '-' || isDigit(*at))) {
-        const Byte* const behind = scanWholeNumber(at, end);
-        if (behind != nullptr) {
-            return behind;
-        }
-    }
-    takeStructure(at);
-    return m_within == Within::string ? scanString(at + 1, end) : at + 1;
-}
-
-bool TextScanner::isBlank(Byte byte) const noexcept {
-    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r' ||
-           (m_options.allowOtherBlanks && (byte == '\v' || byte == '\f'));
-}
-
-void TextScanner::takeStructure(const Byte* at) {
-    if (*at == '/') {
-        return beginComment(at);
-    }
-    switch (m_due) {
-        case Due::value:
-        case Due::item:
-        case Due::valueOrEnd:
-            beginValue(at);
-            return endComma(at);
-        case Due::key:
-        case Due::keyOrEnd:
-            beginKey(at);
-            return endComma(at);
-        case Due::colon:
-            if (*at == ':') {
-                m_due = Due::value;
-                return;
-            }
-            break;
-        case Due::commaOrEnd:
-            return afterValueByte(at);
-        case Due::nothing:
-            break;
-    }
-    failUnexpected(at, dueText());
-}
-
-void TextScanner::beginValue(const Byte* at) {
-    switch (*at) {
-        case '"':
-            return beginString(at, dueAfterValue());
-        case '{':
-        case '[':
-            return open(at, static_cast<char>(*at));
-        case 't':
-            return beginWord("true");
-        case 'f':
-            return beginWord("false");
-        case 'n':
-            return beginWord("null");
-        case ']':
-            if (m_due == Due::valueOrEnd) {
-                return close();
-            }
-            if (m_due == Due::item) {
-                return failTrailingComma(at);
-            }
-            break;
+const char* TextScanner::failString(const text::StringScan& scan) {
+    switch (scan.end) {
+        case text::StringEnd::control:
+            return fail(
+                "Control character " + hexText(*scan.at) + " in a string: it must be escaped",
+                offsetOf(scan.at));
+        case text::StringEnd::escape:
+            return failUnexpected(scan.at, "no escape begins so");
+        case text::StringEnd::hexDigit:
+            return failUnexpected(scan.at, "a hexadecimal digit is due");
+        case text::StringEnd::surrogate:
+            return fail("The escape of half a surrogate pair", offsetOf(scan.at), scan.length);
         default:
-            if (*at == '-' || isDigit(*at)) {
-                return beginNumber(*at);
-            }
-    }
-    failUnexpected(at, dueText());
-}
-
-void TextScanner::beginKey(const Byte* at) {
-    if (*at == '"') {
-        beginString(at, Due::colon);
-    } else if (*at == '}' && m_due == Due::keyOrEnd) {
-        close();
-    } else if (*at == '}') {
-        failTrailingComma(at);
-    } else {
-        failUnexpected(at, dueText());
+            return fail("Invalid UTF-8", offsetOf(scan.at), scan.length);
     }
 }
 
-void TextScanner::afterValueByte(const Byte* at) {
-    const bool isObject = m_open.back() == '{';
-    if (*at == ',') {
-        takeComma(at);
-    } else if (*at == static_cast<Byte>(isObject ? '}' : ']')) {
-        close();
-    } else {
-        failUnexpected(at, dueText());
-    }
-}
-
-void TextScanner::takeComma(const Byte* at) {
-    const bool isObject = m_open.back() == '{';
-    if (m_options.allowTrailingCommas) {
-        m_openComma = offsetOf(at);
-        m_due = isObject ? Due::keyOrEnd : Due::valueOrEnd;
-    } else {
-        m_due = isObject ? Due::key : Due::item;
-    }
-}
-
-void TextScanner::endComma(const Byte* at) {
-    if (m_openComma && *m_openComma < m_offset) {
-        m_heldCommaEnd = offsetOf(at);
-    }
-    m_openComma.reset();
-}
-
-void TextScanner::open(const Byte* at, char bracket) {
-    if (m_options.maxDepth > 0 && m_open.size() == m_options.maxDepth) {
-        return fail("Nested deeper than " + std::to_string(m_options.maxDepth) + " levels",
-                    offsetOf(at));
-    }
-    m_open.push_back(bracket);
-    m_due = bracket == '{' ? Due::keyOrEnd : Due::valueOrEnd;
-}
-
-void TextScanner::close() {
-    if (m_openComma) {
-        m_trailingCommas.push_back(*m_openComma);
-    }
-    m_open.pop_back();
-    m_due = dueAfterValue();
-}
-
-void TextScanner::beginComment(const Byte* at) {
-    if (!m_options.allowComments) {
-        return fail("Comments are not allowed", offsetOf(at));
-    }
-    m_within = Within::comment;
-    m_comment = Comment::slash;
-}
-
-void TextScanner::beginString(const Byte* at, Due after) {
-    m_stringBegin = offsetOf(at);
-    m_due = after;
-    m_within = Within::string;
-    m_string = String::plain;
-}
-
-void TextScanner::beginWord(const char* word) {
-    m_due = dueAfterValue();
-    m_within = Within::word;
-    m_wholeWord = word;
-    m_word = word + 1;
-}
-
-void TextScanner::beginNumber(Byte first) {
-    m_due = dueAfterValue();
-    m_within = Within::number;
-    m_number = first == '-' ? Number::minus : follow(Number::minus, first);
-}
-
-void TextScanner::fail(std::string message, std::uint64_t begin, std::uint64_t length) {
-    m_fault = {std::move(message), begin, length};
-}
-
-void TextScanner::failControl(const Byte* at) {
-    fail("Control character " + hexText(*at) + " in a string: it must be escaped", offsetOf(at));
-}
-
-void TextScanner::failUnexpected(const Byte* at, const char* due) {
+const char* TextScanner::failUnexpected(const char* at, const std::string& expected) {
     const std::uint64_t offset = offsetOf(at);
-    const char* const mark = *at == 0xEF && offset == 0 ? ", as of a byte order mark" : "";
-    fail("Unexpected " + byteText(*at) + mark + ": " + due, offset);
+    const bool isMark = *at == '\xEF' && offset == 0;
+    return fail("Unexpected " + byteText(*at) + (isMark ? ", as of a byte order mark" : "") + ": " +
+                    expected,
+                offset);
 }
 
-void TextScanner::failTrailingComma(const Byte* at) {
-    fail("Unexpected " + byteText(*at) + " after a comma: trailing commas are not allowed",
-         offsetOf(at));
+const char* TextScanner::failDepth(const char* at) {
+    return fail("Nested deeper than " + std::to_string(m_options.maxDepth) + " levels",
+                offsetOf(at));
 }
 
-const char* TextScanner::dueText() const noexcept {
-    switch (m_due) {
-        case Due::value:
-        case Due::item:
+const char* TextScanner::failRepeated(std::string_view key, TokenPlace place) {
+    constexpr std::size_t k_longestShown = 100;
+    const bool isShown = key.size() <= k_longestShown;
+    return fail(isShown ? "Repeated key \"" + std::string(key) + '"' : "Repeated key", place.begin,
+                place.end - place.begin, EParseError::repeatedKey);
+}
+
+const char* TextScanner::expectedText() const noexcept {
+    switch (m_next) {
+        case Next::value:
+        case Next::item:
             return "a value is due";
-        case Due::valueOrEnd:
+        case Next::valueOrEnd:
             return "a value or ']' is due";
-        case Due::key:
+        case Next::key:
             return "a key is due";
-        case Due::keyOrEnd:
+        case Next::keyOrEnd:
             return "a key or '}' is due";
-        case Due::colon:
+        case Next::colon:
             return "':' is due";
-        case Due::commaOrEnd:
-            return m_open.back() == '{' ? "',' or '}' is due" : "',' or ']' is due";
-        case Due::nothing:
+        case Next::commaOrEnd:
+            return m_level == Level::object ? "',' or '}' is due" : "',' or ']' is due";
+        case Next::nothing:
             break;
     }
     return "the document is complete";
+}
+
+/// The same containers with as little in them as there must be, and then the same token is next.
+std::string TextScanner::entry() const {
+    std::string text;
+    for (std::size_t i = 0; i < m_open.size(); ++i) {
+        const bool isObject = m_open[i] == '{';
+        const bool isLast = i + 1 == m_open.size();
+        text += m_open[i];
+        if (!isLast) {
+            text += isObject ? "\"\":" : "";
+        } else if (m_next == Next::colon || m_next == Next::value) {
+            text += isObject && m_next == Next::colon ? "\"\"" : isObject ? "\"\":" : "";
+        } else if (m_next == Next::commaOrEnd || m_next == Next::item || m_next == Next::key) {
+            text += isObject ? "\"\":\"\"" : "\"\"";
+            text += m_next == Next::commaOrEnd ? "" : ",";
+        }
+    }
+    return text;
+}
+
+std::string_view TextScanner::heldBefore(std::uint64_t offset) const noexcept {
+    const std::uint64_t length = offset - std::min(offset, m_token);
+    return std::string_view(m_held).substr(0, static_cast<std::size_t>(length));
 }
 
 }  // namespace ko::Orvid

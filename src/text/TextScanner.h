@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-// TextScanner looks at JSON text before it is read, byte by byte and in pieces that may be cut
-// anywhere, and finds the first fault that the options do not allow, to the byte. It makes no
-// events: the reader does, and gets the text up to the fault. So neither the tree nor the fault
-// depends on the pieces.
+// TextScanner: JSON text to tokens, in pieces that may be cut anywhere. It checks what the options
+// ask for and finds the first fault to the byte, wherever the text is cut. It knows no tree: a sink
+// receives the tokens. The loop over the tokens is in TextScannerRun.h, which the sinks include.
 
 #pragma once
 
+#include <ko/Orvid/Exception.h>
 #include <ko/Orvid/ReadOptions.h>
 
 #include <cstddef>
@@ -14,144 +14,176 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "text/LineCounter.h"
-#include "text/Utf8Sequence.h"
+#include "text/NumberText.h"
+#include "text/StringText.h"
 
 namespace ko::Orvid {
 
 /// What is wrong, and where in the whole text: an offset from 0 and a number of bytes, which stand
 /// on one line.
 struct TextFault {
+    EParseError code;
     std::string message;
     std::uint64_t begin;
     std::uint64_t length;
 };
 
+/// Where a token stands in the whole text, from 0; `end` is behind it. Strings and keys count with
+/// their quotes.
+struct TokenPlace {
+    std::uint64_t begin;
+    std::uint64_t end;
+};
+
+/// A sink takes the tokens in their order. What it throws leaves the scanner, which can only be
+/// destroyed then. Texts live during the call. This one is for those that want only some of them.
+struct TokenSink {
+    void null(TokenPlace /*place*/) {}
+    void boolean(bool /*value*/, TokenPlace /*place*/) {}
+    /// The number as it stands.
+    void number(std::string_view /*text*/, TokenPlace /*place*/) {}
+    /// The string without its quotes, with its escapes resolved.
+    void string(std::string_view /*text*/, TokenPlace /*place*/) {}
+    /// The same for a key. False refuses it because its object has it already.
+    bool key(std::string_view /*text*/, TokenPlace /*place*/) { return true; }
+    void openObject(TokenPlace /*place*/) {}
+    void closeObject(TokenPlace /*place*/) {}
+    void openArray(TokenPlace /*place*/) {}
+    void closeArray(TokenPlace /*place*/) {}
+    void comma(TokenPlace /*place*/) {}
+};
+
 class TextScanner {
 public:
-    explicit TextScanner(const ReadOptions& options) : m_options(options) {}
+    explicit TextScanner(const ReadOptions& options);
 
-    /// Looks at the next piece, and answers how many of its bytes may be read: all, or those before
-    /// the fault. After a fault neither this nor finish() may be called.
-    std::size_t scan(std::string_view piece);
-    /// Counts the lines of the piece that was scanned last, whose faults can be placed no more.
-    void leave(std::string_view piece) noexcept { m_lines.count(piece); }
-    /// The text is over: finds what is missing.
-    void finish();
+    /// Reads the next piece, until its end, a fault, or, unless a whole document is required, the
+    /// end of the value. A token that the piece may have cut off is reported with its last piece. A
+    /// number is over when another byte follows it. After a fault nothing more may be read. Linear
+    /// cost over all pieces, also of tokens of many pieces.
+    template<class Sink>
+    void scan(std::string_view piece, Sink& sink);
+    /// The same, for a piece with `room` bytes before it that may be written to. A cut token is
+    /// finished there, which is fastest.
+    template<class Sink>
+    void scan(char* piece, std::size_t size, std::size_t room, Sink& sink);
+    /// The text is over: reports a number at its end, or finds what is missing.
+    template<class Sink>
+    void finish(Sink& sink);
 
     const std::optional<TextFault>& fault() const noexcept { return m_fault; }
+    /// How many bytes were given, except after a fault.
+    std::uint64_t offset() const noexcept { return m_offset; }
+    /// Whether the value has been read.
+    bool isComplete() const noexcept { return m_next == Next::nothing; }
+    /// The offset of the first byte behind the value, or else behind the text so far.
+    std::uint64_t position() const noexcept { return isComplete() ? m_end : m_offset; }
+
+    /// Counts the lines of the piece that was scanned last, whose faults can be placed no more.
+    void leave(std::string_view piece) noexcept { m_lines.count(piece); }
     /// The line and column of a byte in the piece that was scanned last.
     LineAndColumn place(std::string_view piece, std::uint64_t offset) const noexcept {
         return m_lines.place(piece, offset);
     }
-    /// How many bytes were looked at, without fault.
-    std::uint64_t offset() const noexcept { return m_offset; }
-    /// Whether a number goes up to the fault, or one at the top level to the end of the text: the
-    /// reader then waits for a byte behind it.
-    bool isNumberDue() const noexcept;
 
-    /// Where a key stands, with its quotes.
-    struct Key {
-        std::uint64_t begin;
-        std::uint64_t end;
-    };
-    /// The keys that ended in the last piece; they are kept only when repeated keys are faults.
-    const std::vector<Key>& keys() const noexcept { return m_keys; }
+    /// Whether the text so far ends within a token, comments aside.
+    bool isInToken() const noexcept { return !m_held.empty() && m_held[0] != '/'; }
 
-    /// Offsets of the commas that proved to be trailing in the last piece, in their order. The
-    /// first of them may stand in an earlier piece.
-    const std::vector<std::uint64_t>& trailingCommas() const noexcept { return m_trailingCommas; }
-    /// Offset of a comma that what follows may yet make a trailing one.
-    const std::optional<std::uint64_t>& openComma() const noexcept { return m_openComma; }
-    /// Offset of the token of the last piece that follows a comma of an earlier piece.
-    const std::optional<std::uint64_t>& heldCommaEnd() const noexcept { return m_heldCommaEnd; }
+    /// A text that brings another reader to where this one stands, in the token that is cut off or
+    /// at fault: as many containers are open, and the same may follow.
+    std::string entry() const;
+    /// Of that token, what pieces before the last one have brought.
+    std::string_view heldBefore(std::uint64_t offset) const noexcept;
+    /// The offset of the first byte of that token; of the next one, where none is cut off.
+    std::uint64_t tokenBegin() const noexcept { return m_token; }
 
 private:
-    using Byte = unsigned char;
+    /// What may follow. After `nothing` the document is complete.
+    enum class Next { value, item, valueOrEnd, key, keyOrEnd, colon, commaOrEnd, nothing };
+    enum class Level { root, object, array };
 
-    enum class Due { value, item, valueOrEnd, key, keyOrEnd, colon, commaOrEnd, nothing };
-    enum class Within { none, string, number, word, comment };
-    enum class String { plain, escape, hex, highEnd, lowEscape };
-    enum class Number { minus, zero, integer, point, fraction, exponent, sign, power, over };
-    enum class Comment { slash, line, block, star };
+    template<class Sink>
+    void scanHeld(std::string_view& piece, Sink& sink);
+    template<class Sink>
+    void scanWindow(std::string_view window, std::uint64_t offset, Sink& sink);
+    template<class Sink>
+    const char* run(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* takeScalar(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* takeString(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* takeKey(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* takeNumber(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* takeWord(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* takeOther(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    const char* open(const char* at, Sink& sink);
+    template<class Sink>
+    const char* close(const char* at, Sink& sink);
 
+    const char* takeText(const char* at, const char* end, std::string_view& text);
+    const char* takeOddText(const char* at, const char* end, std::string_view& text);
+    const char* takeOdd(const char* at, const char* end);
+    const char* takeComment(const char* at, const char* end);
+    const char* stopNumber(const char* at, const char* stop, const char* end,
+                           text::NumberPart part);
+    const char* wordEnd(const char* at, const char* end, std::string_view word);
+    const char* skipWhitespace(const char* at, const char* end) const noexcept;
+    const char* skipOtherBlanks(const char* at, const char* end) const noexcept;
+    const char* pause(const char* at, Next next) noexcept;
+    void setLevel() noexcept;
+    const char* cut(const char* at, const char* verified) noexcept;
+    bool isOver() const noexcept {
+        return m_next == Next::nothing && !m_options.requireWholeDocument;
+    }
+
+    bool hasLimits() const noexcept {
+        return m_options.maxLength > 0 || m_options.maxLineLength > 0;
+    }
     std::size_t limited(std::string_view piece, std::optional<TextFault>& beyond) const;
     std::optional<std::size_t> longLineEnd(std::string_view piece) const noexcept;
-    const Byte* scanToken(const Byte* at, const Byte* end);
-
-    const Byte* scanStructure(const Byte* at, const Byte* end);
-    void takeStructure(const Byte* at);
-    void beginValue(const Byte* at);
-    void beginKey(const Byte* at);
-    void afterValueByte(const Byte* at);
-    void takeComma(const Byte* at);
-    void endComma(const Byte* at);
-    void beginComment(const Byte* at);
-    void beginString(const Byte* at, Due after);
-    void beginWord(const char* word);
-    void beginNumber(Byte first);
-    void open(const Byte* at, char bracket);
-    void close();
-    Due dueAfterValue() const noexcept { return m_open.empty() ? Due::nothing : Due::commaOrEnd; }
-
-    const Byte* scanString(const Byte* at, const Byte* end);
-    const Byte* scanPlain(const Byte* at, const Byte* end) const noexcept;
-    void takePlain(const Byte* at);
-    void endString(const Byte* at);
-    void takeEscape(const Byte* at);
-    void takeHex(const Byte* at);
-    void endHex();
-    const Byte* scanSequence(const Byte* at, const Byte* end);
-
-    const Byte* scanNumber(const Byte* at, const Byte* end);
-    const Byte* scanWholeNumber(const Byte* at, const Byte* end);
-    static const Byte* skipDigits(const Byte* at, const Byte* end) noexcept;
-    static bool isDigit(Byte byte) noexcept { return byte >= '0' && byte <= '9'; }
-    const Byte* endNumber(const Byte* end);
-    bool isLastNumberOver() const noexcept;
-    static Number follow(Number state, Byte byte) noexcept;
-    const Byte* scanWord(const Byte* at, const Byte* end);
-    const Byte* scanComment(const Byte* at, const Byte* end);
-    void takeComment(const Byte* at);
-
-    bool isComplete() const noexcept { return m_due == Due::nothing && m_within == Within::none; }
-    bool isBlank(Byte byte) const noexcept;
-    std::uint64_t offsetOf(const Byte* at) const noexcept {
-        return m_offset + static_cast<std::uint64_t>(at - m_piece);
+    std::uint64_t offsetOf(const char* at) const noexcept {
+        return m_windowOffset + static_cast<std::uint64_t>(at - m_window);
     }
-    void fail(std::string message, std::uint64_t begin, std::uint64_t length = 1);
-    void failControl(const Byte* at);
-    void failUnexpected(const Byte* at, const char* due);
-    void failTrailingComma(const Byte* at);
-    const char* dueText() const noexcept;
+    TokenPlace placeOf(const char* begin, const char* end) const noexcept {
+        return {offsetOf(begin), offsetOf(end)};
+    }
+    const char* fail(std::string message, std::uint64_t begin, std::uint64_t length = 1,
+                     EParseError code = EParseError::strictSyntax);
+    const char* failString(const text::StringScan& scan);
+    const char* failUnexpected(const char* at, const std::string& expected);
+    const char* failDepth(const char* at);
+    const char* failRepeated(std::string_view key, TokenPlace place);
+    void failMissing();
+    const char* expectedText() const noexcept;
 
     const ReadOptions m_options;
+    const text::StringRules m_rules;
+    const Next m_afterMember;  ///< and its comma
+    const Next m_afterItem;
     std::optional<TextFault> m_fault;
     LineCounter m_lines;
-    std::uint64_t m_offset = 0;     ///< of the piece, from 0
-    const Byte* m_piece = nullptr;  ///< its first byte
-    std::string m_open;             ///< the brackets that are open
-    std::vector<Key> m_keys;
-    std::vector<std::uint64_t> m_trailingCommas;
-    std::optional<std::uint64_t> m_heldCommaEnd;
-    std::optional<std::uint64_t> m_openComma;  ///< only where trailing commas are allowed
+    std::uint64_t m_offset = 0;  ///< behind what was scanned, from 0
+    std::uint64_t m_token = 0;   ///< of the token that is cut off or at fault
+    std::uint64_t m_end = 0;     ///< behind the value
+    const char* m_window = nullptr;
+    std::uint64_t m_windowOffset = 0;
 
-    Due m_due = Due::value;  ///< behind the token, where one has begun
-    Within m_within = Within::none;
-    String m_string = String::plain;
-    Number m_number = Number::minus;
-    std::uint64_t m_numberEnd = 0;  ///< offset behind the last number that is over
-    Comment m_comment = Comment::slash;
-    const char* m_word = nullptr;  ///< what is left of it
-    const char* m_wholeWord = nullptr;
-    Utf8Sequence m_sequence;
-    std::uint64_t m_stringBegin = 0;
-    std::uint64_t m_escapeBegin = 0;  ///< of the escape of the first half, where there are two
-    unsigned int m_hexDigits = 0;     ///< how many are still due
-    unsigned int m_unit = 0;          ///< what the digits of an escape say
-    bool m_isSecondHalf = false;
+    std::string m_open;  ///< the brackets that are open
+    Next m_next = Next::value;
+    Next m_afterComma = Next::value;
+    Level m_level = Level::root;
+
+    std::string m_held;          ///< of the token that is cut off, what came so far
+    std::size_t m_verified = 0;  ///< of it, what need not be looked at again
+    text::NumberPart m_part = text::NumberPart::nothing;
+    std::string m_text;  ///< with its escapes resolved
 };
 
 }  // namespace ko::Orvid

@@ -52,9 +52,10 @@ public:
 
     /// Behind the valid sequences at `at`, the first byte of which is not ASCII: before the first
     /// ASCII byte, or one that is faulty or cut off.
-    static const unsigned char* skip(const unsigned char* at, const unsigned char* end) noexcept {
-        while (at != end && *at >= 0x80) {
-            const unsigned int length = validLength(at, end);
+    static const char* skip(const char* at, const char* end) noexcept {
+        while (at != end && static_cast<unsigned char>(*at) >= 0x80) {
+            const unsigned int length = validLength(reinterpret_cast<const unsigned char*>(at),
+                                                    reinterpret_cast<const unsigned char*>(end));
             if (length == 0) {
                 break;
             }

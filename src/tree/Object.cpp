@@ -74,6 +74,11 @@ Value& Object<Key, Value, Compare>::resetMember(std::string_view key) {
 }
 
 template<class Key, class Value, class Compare>
+auto Object<Key, Value, Compare>::try_emplace(std::string_view key) -> std::pair<iterator, bool> {
+    return findOrAppend(key);
+}
+
+template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert_or_assign(Key key, Value&& value)
     -> std::pair<iterator, bool> {
     // Only a new member takes the value over; no std::move, since it is still there otherwise.

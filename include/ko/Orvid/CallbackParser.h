@@ -79,7 +79,18 @@ public:
     unsigned long long position() const;
 
 private:
+    friend class DomParser;
+
     struct SImpl;
+
+    /// Does not ask the listener how it wishes its numbers.
+    CallbackParser(CallbackParserListener* listener, bool numbersAsText);
+
+    /// Goes to where another reader stands, without an event: in a document that begins with
+    /// `text`, but as if that had `offset` bytes. A stopped one reads no more.
+    void enter(const std::string& text, unsigned long long offset, bool isStopped);
+    /// Reads the piece from `from` on, after enter(); a fault is shown in the whole of it.
+    void parseFrom(const char* text, unsigned int length, unsigned int from);
 
     CallbackParserListener& listener() const;
     static CallbackParserListener& listenerOf(void* context);

@@ -22,6 +22,8 @@
 
 namespace ko::Orvid {
 
+struct TokenPlace;
+
 /// Fills a caller's element from JSON text: members in the order of the text, numbers as their
 /// exact text; a repeated key keeps its first place and its last value. The element's own place
 /// stays.
@@ -99,24 +101,33 @@ protected:
     int cb_double(double value) override;
 
 private:
-    struct Checks;
+    struct Reading;
 
     template<class Feed>
     void fill(Element& root, std::size_t length, const Feed& feed);
+    void start(Element& root);
     void restart(Element& root);
     void end();
-    void deliverNumber();
     void requireFed() const;
     bool isWhole() const;
+    bool isSubclass() const;
     void readToEnd(std::istream& in);
-    void readAvailable(std::istream& in);
-    void read(std::string_view text);
-    void readPiece(std::string_view piece);
+    void readAvailable(std::istream& in, std::size_t pieceSize);
+    void readText(std::string_view text);
+    void read(std::string_view piece, std::size_t room);
+    void readPiece(std::string_view piece, std::size_t room);
+    void readLenient(std::string_view piece, std::size_t room);
+    void readChecked(std::string_view piece, std::size_t room);
+    void scan(std::string_view piece, std::size_t room);
+    void handOver(std::string_view piece);
     void handOn(std::string_view piece, std::size_t length);
-    std::string_view withoutTrailingCommas(std::string_view piece);
+    void readEvents(std::string_view piece);
+    void finishNumber(std::uint64_t end);
     void refuseRepeated(std::string_view key);
+    [[noreturn]] void failScan(std::string_view piece);
     [[noreturn]] void failAt(std::string_view piece, const std::string& message, EParseError code,
-                             std::uint64_t begin, std::uint64_t length);
+                             TokenPlace place);
+    Element* current() const;
     const Element* context() const;
     template<class Set>
     int placeScalar(const char* unexpected, const Set& set);
@@ -126,11 +137,11 @@ private:
     [[noreturn]] void fail(const std::string& message) const;
 
     NodeMemory m_nodes;  ///< of the trees that are read
-    std::unique_ptr<CallbackParser> m_parser;
-    std::unique_ptr<Checks> m_checks;  ///< null while reading is lenient and whole
-    bool m_isUsed = false;             ///< m_parser has been given text
-    bool m_isReading = false;          ///< a call that reads has not returned yet
-    Element* m_root = nullptr;         ///< what the last parse() was given
+    std::unique_ptr<Reading> m_reading;
+    std::unique_ptr<CallbackParser> m_parser;  ///< null while the events are not needed
+    bool m_isUsed = false;                     ///< text was read since the last start
+    bool m_isReading = false;                  ///< a call that reads has not returned yet
+    Element* m_root = nullptr;                 ///< what the last parse() was given
     Element* m_current = nullptr;  ///< what the next event applies to; null when no value is due
     Element* m_open = nullptr;
 };

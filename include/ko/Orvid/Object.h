@@ -41,6 +41,9 @@ public:
     iterator insert(iterator position, const value_type& member) override;
     /// The member with that key, set to null; appended when it is not there yet.
     Value& resetMember(std::string_view key);
+    /// The member with that key as it is, or a null one that is appended, and whether it is new.
+    /// O(log n). Throws std::bad_alloc, leaving the object unchanged.
+    std::pair<iterator, bool> try_emplace(std::string_view key);
     /// Sets the member with that key to `value`, which is null afterwards; it is appended when it
     /// is not there yet. Answers the member and whether it is new. O(log n).
     std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);

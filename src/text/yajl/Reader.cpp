@@ -80,7 +80,7 @@ struct Reader::State {
     void move(yajl_status result);
     void follow();
     ReadStatus statusOf(yajl_status result) const;
-    std::string faultText(bool verbose, const char* text, std::size_t length) const;
+    std::string faultLine() const;
     std::string yajlText(bool verbose, const char* text, std::size_t length);
 
     static State& of(void* state) { return *static_cast<State*>(state); }
@@ -210,13 +210,7 @@ ReadStatus Reader::State::statusOf(yajl_status result) const {
     return isCanceled ? ReadStatus::clientCanceled : ReadStatus::error;
 }
 
-std::string Reader::State::faultText(bool verbose, const char* text, std::size_t length) const {
-    std::string message = std::string("parse error: ") + fault + '\n';
-    if (verbose) {
-        message += excerptOf(text, length, faultOffset);
-    }
-    return message;
-}
+std::string Reader::State::faultLine() const { return std::string("parse error: ") + fault + '\n'; }
 
 std::string Reader::State::yajlText(bool verbose, const char* text, std::size_t length) {
     unsigned char* rendered = nullptr;
@@ -337,13 +331,20 @@ ReadStatus Reader::parse(const char* text, std::size_t length) {
 
 ReadStatus Reader::status() const { return m_state->status; }
 
-std::string Reader::error(bool verbose, const char* text, std::size_t length) const {
+std::string Reader::error(bool verbose, const char* text, std::size_t length,
+                          std::size_t from) const {
     State& state = *m_state;
     if (state.handle == nullptr) {
         return "parse error: out of memory\n";
     }
-    return state.fault != nullptr ? state.faultText(verbose, text, length)
-                                  : state.yajlText(verbose, text, length);
+    if (state.fault == nullptr && from == 0) {
+        return state.yajlText(verbose, text, length);
+    }
+    const std::string line =
+        state.fault != nullptr ? state.faultLine() : state.yajlText(false, text, length);
+    const std::size_t offset =
+        from + (state.fault != nullptr ? state.faultOffset : yajl_get_bytes_consumed(state.handle));
+    return verbose ? line + excerptOf(text, length, offset) : line;
 }
 
 std::uint64_t Reader::position() const { return m_state->position; }

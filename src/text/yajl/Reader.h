@@ -63,9 +63,11 @@ public:
 
     /// YAJL's text for the failure of the last parse(), which was given `text`: one line, or with
     /// `verbose` the line, the text around the fault and a marker under it. Ends in a newline. A
-    /// parse() after the failure keeps the line, but sets the marker to its own first byte. Throws
+    /// parse() after the failure keeps the line, but sets the marker to its own first byte. Where
+    /// the text has `from` bytes more before what parse() was given, it shows them too. Throws
     /// std::bad_alloc and stays as it was.
-    std::string error(bool verbose, const char* text, std::size_t length) const;
+    std::string error(bool verbose, const char* text, std::size_t length,
+                      std::size_t from = 0) const;
 
     /// How many bytes of the document, over all pieces, were read when the last parse() ended: all
     /// of them, or up to the end of the complete value, or up to where error() sets its marker.

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+//
+// TreeBuilder: the tokens of a text become an element tree. A pointer to the open container goes
+// down at an opening and up, by the parent link, at a closing.
+
+#pragma once
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/Object.h>
+#include <ko/Orvid/ReadOptions.h>
+
+#include <string_view>
+
+#include "text/TextScanner.h"
+#include "tree/Tree.h"
+
+namespace ko::Orvid {
+
+class TreeBuilder : public TokenSink {
+public:
+    explicit TreeBuilder(RepeatedKeys repeatedKeys)
+        : m_rejectsRepeated(repeatedKeys == RepeatedKeys::reject) {}
+
+    /// The next value becomes that of `root`, whose place stays.
+    void begin(Element& root) noexcept {
+        m_value = &root;
+        m_container = root.parent();
+    }
+
+    void null(TokenPlace /*place*/) { next().setNull(); }
+    void boolean(bool value, TokenPlace /*place*/) { next().setBoolean(value); }
+    void number(std::string_view text, TokenPlace /*place*/) {
+        next().setNumber(text.data(), lengthOf(text));
+    }
+    void string(std::string_view text, TokenPlace /*place*/) {
+        next().setString(text.data(), lengthOf(text));
+    }
+    bool key(std::string_view text, TokenPlace /*place*/) {
+        static_cast<void>(lengthOf(text));
+        const auto [member, isNew] = m_container->data().value.object->try_emplace(text);
+        if (!isNew) {
+            if (m_rejectsRepeated) {
+                return false;
+            }
+            member->second.setNull();
+        }
+        m_value = &member->second;
+        return true;
+    }
+    void openObject(TokenPlace /*place*/) { open(etObject); }
+    void closeObject(TokenPlace /*place*/) { m_container = m_container->parent(); }
+    void openArray(TokenPlace /*place*/) { open(etArray); }
+    void closeArray(TokenPlace /*place*/) { m_container = m_container->parent(); }
+
+    /// What the next token applies to: the container, or the member whose value is missing.
+    Element* current() const noexcept { return m_value == nullptr ? m_container : m_value; }
+
+private:
+    Element& next() {
+        if (m_value == nullptr) {
+            return m_container->data().value.array->appendNull();
+        }
+        Element& value = *m_value;
+        m_value = nullptr;
+        return value;
+    }
+
+    void open(EType type) {
+        Element& container = next();
+        becomeContainer(container, type);
+        m_container = &container;
+    }
+
+    /// Throws Exception for what the events of a listener could not tell either.
+    static unsigned int lengthOf(std::string_view text);
+
+    const bool m_rejectsRepeated;
+    Element* m_value = nullptr;      ///< becomes the next value; null where that is a new item
+    Element* m_container = nullptr;  ///< the innermost one that is open
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+//
+// Several bytes of text at once, with a mark for each that is of a kind. There is one block for
+// each kind of processor: PlainBlock needs nothing but words, and the others do the same with
+// vectors. ByteRuns.h chooses one of them and says what it is for.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#elif defined(__ARM_NEON) && defined(__aarch64__)
+#include <arm_neon.h>
+#endif
+
+namespace ko::Orvid::text {
+
+/// The bytes of a machine word. A mark is the top bit of its byte.
+class PlainBlock {
+public:
+    using Marks = std::size_t;
+    static constexpr std::ptrdiff_t k_length = sizeof(Marks);
+
+    explicit PlainBlock(const char* at) noexcept { std::memcpy(&m_bytes, at, sizeof m_bytes); }
+
+    /// A quote, a backslash or a control character: what may not stand in a string as it is.
+    Marks special() const noexcept { return equal('"') | equal('\\') | below(0x20); }
+    /// None of blank, tab, newline and carriage return.
+    Marks notWhitespace() const noexcept {
+        return ~(equal(' ') | equal('\t') | equal('\n') | equal('\r')) & k_tops;
+    }
+    Marks notDigit() const noexcept { return (~below('9' + 1) | below('0')) & k_tops; }
+    /// Above ASCII.
+    Marks high() const noexcept { return m_bytes & k_tops; }
+    Marks equal(char c) const noexcept {
+        const Marks different = m_bytes ^ (k_ones * static_cast<unsigned char>(c));
+        return ~(((different & ~k_tops) + ~k_tops) | different) & k_tops;
+    }
+
+    /// How many bytes come before the first marked one; there must be one.
+    static std::ptrdiff_t first(Marks marks) noexcept {
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+        return __builtin_clzll(marks) / 8 - (8 - k_length);
+#else
+        return __builtin_ctzll(marks) / 8;
+#endif
+    }
+    static unsigned int count(Marks marks) noexcept {
+        return static_cast<unsigned int>(__builtin_popcountll(marks));
+    }
+
+private:
+    static constexpr Marks k_ones = ~Marks(0) / 255;
+    static constexpr Marks k_tops = k_ones * 0x80;
+
+    Marks below(unsigned int limit) const noexcept {
+        return ~(((m_bytes & ~k_tops) + k_ones * (0x80 - limit)) | m_bytes) & k_tops;
+    }
+
+    Marks m_bytes;
+};
+
+#if defined(__SSE2__)
+
+/// Sixteen bytes. A mark is a bit.
+class Sse2Block {
+public:
+    using Marks = unsigned int;
+    static constexpr std::ptrdiff_t k_length = 16;
+
+    explicit Sse2Block(const char* at) noexcept
+        : m_bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))) {}
+
+    Marks special() const noexcept {
+        const __m128i control = _mm_cmpeq_epi8(_mm_min_epu8(m_bytes, _mm_set1_epi8(0x1F)), m_bytes);
+        return bits(_mm_or_si128(control, _mm_or_si128(compare('"'), compare('\\'))));
+    }
+    Marks notWhitespace() const noexcept {
+        const __m128i lines = _mm_or_si128(compare('\n'), compare('\r'));
+        return bits(_mm_or_si128(_mm_or_si128(compare(' '), compare('\t')), lines)) ^ k_all;
+    }
+    Marks notDigit() const noexcept {
+        const __m128i digits = _mm_sub_epi8(m_bytes, _mm_set1_epi8('0'));
+        return bits(_mm_cmpeq_epi8(_mm_min_epu8(digits, _mm_set1_epi8(9)), digits)) ^ k_all;
+    }
+    Marks high() const noexcept { return bits(m_bytes); }
+    Marks equal(char c) const noexcept { return bits(compare(c)); }
+
+    static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctz(marks); }
+    static unsigned int count(Marks marks) noexcept {
+        return static_cast<unsigned int>(__builtin_popcount(marks));
+    }
+
+private:
+    static constexpr Marks k_all = 0xFFFF;
+
+    __m128i compare(char c) const noexcept { return _mm_cmpeq_epi8(m_bytes, _mm_set1_epi8(c)); }
+    static Marks bits(__m128i marks) noexcept {
+        return static_cast<Marks>(_mm_movemask_epi8(marks));
+    }
+
+    __m128i m_bytes;
+};
+
+#elif defined(__ARM_NEON) && defined(__aarch64__)
+
+/// Sixteen bytes. A mark is four bits, since NEON has no shorter way from bytes to bits.
+class NeonBlock {
+public:
+    using Marks = std::uint64_t;
+    static constexpr std::ptrdiff_t k_length = 16;
+
+    explicit NeonBlock(const char* at) noexcept
+        : m_bytes(vld1q_u8(reinterpret_cast<const std::uint8_t*>(at))) {}
+
+    Marks special() const noexcept {
+        const uint8x16_t control = vcltq_u8(m_bytes, vdupq_n_u8(0x20));
+        return bits(vorrq_u8(control, vorrq_u8(compare('"'), compare('\\'))));
+    }
+    Marks notWhitespace() const noexcept {
+        const uint8x16_t lines = vorrq_u8(compare('\n'), compare('\r'));
+        return ~bits(vorrq_u8(vorrq_u8(compare(' '), compare('\t')), lines));
+    }
+    Marks notDigit() const noexcept {
+        return bits(vcgtq_u8(vsubq_u8(m_bytes, vdupq_n_u8('0')), vdupq_n_u8(9)));
+    }
+    Marks high() const noexcept { return bits(vcgeq_u8(m_bytes, vdupq_n_u8(0x80))); }
+    Marks equal(char c) const noexcept { return bits(compare(c)); }
+
+    static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctzll(marks) / 4; }
+    static unsigned int count(Marks marks) noexcept {
+        return static_cast<unsigned int>(__builtin_popcountll(marks)) / 4;
+    }
+
+private:
+    uint8x16_t compare(char c) const noexcept {
+        return vceqq_u8(m_bytes, vdupq_n_u8(static_cast<std::uint8_t>(c)));
+    }
+    static Marks bits(uint8x16_t marks) noexcept {
+        const uint8x8_t halves = vshrn_n_u16(vreinterpretq_u16_u8(marks), 4);
+        return vget_lane_u64(vreinterpret_u64_u8(halves), 0);
+    }
+
+    uint8x16_t m_bytes;
+};
+
+#endif
+
+}  // namespace ko::Orvid::text

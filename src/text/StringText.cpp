@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+//
+// Strings, from escape to escape. What lies between them is passed over in blocks.
+
+#include "text/StringText.h"
+
+#include <cstring>
+
+#include "text/Utf8Sequence.h"
+
+namespace ko::Orvid::text {
+
+namespace {
+
+constexpr std::ptrdiff_t k_hexDigits = 4;
+constexpr std::ptrdiff_t k_unitLength = 2 + k_hexDigits;  // of \uXXXX
+
+/// The value of a hexadecimal digit; -1 for any other byte.
+int hexValue(char c) noexcept {
+    if (isDigit(c)) {
+        return c - '0';
+    }
+    const int letter = c | 0x20;
+    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
+}
+
+/// The character that a backslash and `c` stand for; NUL where they are no escape of one letter.
+char unescaped(char c) noexcept {
+    switch (c) {
+        case '"':
+        case '\\':
+        case '/':
+            return c;
+        case 'b':
+            return '\b';
+        case 'f':
+            return '\f';
+        case 'n':
+            return '\n';
+        case 'r':
+            return '\r';
+        case 't':
+            return '\t';
+        default:
+            return '\0';
+    }
+}
+
+bool isHighHalf(unsigned int unit) noexcept { return (unit & 0xFC00U) == 0xD800; }
+bool isLowHalf(unsigned int unit) noexcept { return (unit & 0xFC00U) == 0xDC00; }
+
+/// Of four digits that are there.
+unsigned int unitAt(const char* digits) noexcept {
+    unsigned int unit = 0;
+    for (std::ptrdiff_t i = 0; i < k_hexDigits; ++i) {
+        unit = unit * 16 + static_cast<unsigned int>(hexValue(digits[i]));
+    }
+    return unit;
+}
+
+/// The escape at `at`. It ends at a quote when it is right: `at` is behind it then.
+StringScan scanUnit(const char* at, const char* end) noexcept {
+    for (std::ptrdiff_t i = 2; i < k_unitLength; ++i) {
+        if (end - at == i) {
+            return {StringEnd::text, at};
+        }
+        if (hexValue(at[i]) < 0) {
+            return {StringEnd::hexDigit, at + i};
+        }
+    }
+    return {StringEnd::quote, at + k_unitLength};
+}
+
+/// What must follow the escape of a first half at `pair`.
+StringScan scanSecondHalf(const char* pair, const char* end) noexcept {
+    const StringScan lone{StringEnd::surrogate, pair, static_cast<std::size_t>(k_unitLength)};
+    const char* const at = pair + k_unitLength;
+    for (std::ptrdiff_t i = 0; i < 2; ++i) {
+        if (end - at == i) {
+            return {StringEnd::text, pair};
+        }
+        if (at[i] != "\\u"[i]) {
+            return lone;
+        }
+    }
+    const StringScan second = scanUnit(at, end);
+    if (second.end == StringEnd::text) {
+        return {StringEnd::text, pair};
+    }
+    return second.end == StringEnd::quote && !isLowHalf(unitAt(at + 2)) ? lone : second;
+}
+
+/// The escape at `at`, which a backslash begins; as scanUnit().
+StringScan scanEscape(const char* at, const char* end, const StringRules& rules) noexcept {
+    if (end - at < 2) {
+        return {StringEnd::text, at};
+    }
+    if (at[1] != 'u') {
+        return unescaped(at[1]) == '\0' ? StringScan{StringEnd::escape, at + 1}
+                                        : StringScan{StringEnd::quote, at + 2};
+    }
+    const StringScan unit = scanUnit(at, end);
+    if (unit.end != StringEnd::quote || !rules.rejectLoneSurrogates) {
+        return unit;
+    }
+    if (isLowHalf(unitAt(at + 2))) {
+        return {StringEnd::surrogate, at, static_cast<std::size_t>(k_unitLength)};
+    }
+    return isHighHalf(unitAt(at + 2)) ? scanSecondHalf(at, end) : unit;
+}
+
+void appendCharacter(std::string& out, unsigned int character) {
+    const auto append = [&](unsigned int byte) { out += static_cast<char>(byte); };
+    if (character < 0x80) {
+        return append(character);
+    }
+    if (character < 0x800) {
+        append(0xC0 | character >> 6U);
+    } else {
+        if (character < 0x10000) {
+            append(0xE0 | character >> 12U);
+        } else {
+            append(0xF0 | character >> 18U);
+            append(0x80 | (character >> 12U & 0x3FU));
+        }
+        append(0x80 | (character >> 6U & 0x3FU));
+    }
+    append(0x80 | (character & 0x3FU));
+}
+
+/// YAJL takes whatever unit follows a first half for the second.
+const char* appendPair(std::string& out, const char* at, const char* end) {
+    const unsigned int first = unitAt(at + 2);
+    at += k_unitLength;
+    if (end - at < k_unitLength || at[0] != '\\' || at[1] != 'u') {
+        out += '?';
+        return at;
+    }
+    appendCharacter(out, ((first & 0x3FU) << 10U) | (((first >> 6U & 0xFU) + 1) << 16U) |
+                             (unitAt(at + 2) & 0x3FFU));
+    return at + k_unitLength;
+}
+
+const char* appendEscape(std::string& out, const char* at, const char* end) {
+    if (at[1] != 'u') {
+        out += unescaped(at[1]);
+        return at + 2;
+    }
+    const unsigned int unit = unitAt(at + 2);
+    if (isHighHalf(unit)) {
+        return appendPair(out, at, end);
+    }
+    appendCharacter(out, unit);
+    return at + k_unitLength;
+}
+
+}  // namespace
+
+Utf8Scan scanUtf8(const char* at, const char* end) noexcept {
+    while (true) {
+        at = Utf8Sequence::skip(asciiEnd(at, end), end);
+        if (at == end || isHigh(*at)) {
+            break;
+        }
+    }
+    Utf8Sequence sequence;
+    auto result = Utf8Sequence::Result::goesOn;
+    for (const char* next = at; next != end && result == Utf8Sequence::Result::goesOn; ++next) {
+        const auto byte = static_cast<unsigned char>(*next);
+        result = next == at ? sequence.begin(byte) : sequence.next(byte);
+    }
+    const bool isCut = result == Utf8Sequence::Result::goesOn;
+    return {at, isCut ? 0U : sequence.length()};
+}
+
+StringScan scanString(const char* at, const char* end, const StringRules& rules) noexcept {
+    bool hasEscape = false;
+    while (true) {
+        const char* const stop = plainEnd(at, end);
+        if (rules.validateUtf8) {
+            const Utf8Scan utf8 = scanUtf8(at, stop);
+            // A character that something ends is not cut off.
+            if (utf8.length > 0 || (utf8.at != stop && stop != end)) {
+                const auto cut = static_cast<std::size_t>(stop - utf8.at);
+                return {StringEnd::utf8, utf8.at, utf8.length > 0 ? utf8.length : cut, hasEscape};
+            }
+            at = utf8.at;
+        }
+        if (stop == end) {
+            return {StringEnd::text, rules.validateUtf8 ? at : end, 1, hasEscape};
+        }
+        if (*stop != '\\') {
+            return {*stop == '"' ? StringEnd::quote : StringEnd::control, stop, 1, hasEscape};
+        }
+        hasEscape = true;
+        const StringScan escape = scanEscape(stop, end, rules);
+        if (escape.end != StringEnd::quote) {
+            return {escape.end, escape.at, escape.length, hasEscape};
+        }
+        at = escape.at;
+    }
+}
+
+void appendUnescaped(std::string& out, const char* at, const char* end) {
+    while (at != end) {
+        const void* const found = std::memchr(at, '\\', static_cast<std::size_t>(end - at));
+        const char* const stop = found == nullptr ? end : static_cast<const char*>(found);
+        out.append(at, stop);
+        at = stop == end ? end : appendEscape(out, stop, end);
+    }
+}
+
+}  // namespace ko::Orvid::text

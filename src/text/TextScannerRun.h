@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: MIT
+//
+// The loop over the tokens, which is compiled for each sink, so that a token costs no call. A
+// function that takes a token returns the byte behind it, or null where the token is cut off or
+// faulty. What is rare is in TextScanner.cpp.
+
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+
+#include "text/TextScanner.h"
+
+namespace ko::Orvid {
+
+template<class Sink>
+void TextScanner::scan(std::string_view piece, Sink& sink) {
+    std::optional<TextFault> beyond;
+    const std::string_view allowed = piece.substr(0, limited(piece, beyond));
+    std::string_view rest = allowed;
+    if (!m_held.empty()) {
+        scanHeld(rest, sink);
+    }
+    if (!m_fault && !rest.empty()) {
+        scanWindow(rest, m_offset + (allowed.size() - rest.size()), sink);
+    }
+    m_offset += allowed.size();
+    if (!m_fault && beyond) {
+        m_fault = std::move(beyond);
+    }
+}
+
+template<class Sink>
+void TextScanner::scan(char* piece, std::size_t size, std::size_t room, Sink& sink) {
+    if (m_held.size() > room || hasLimits()) {
+        return scan({piece, size}, sink);
+    }
+    const std::size_t held = m_held.size();
+    std::copy_n(m_held.data(), held, piece - held);
+    scanWindow({piece - held, held + size}, m_offset - held, sink);
+    m_offset += size;
+}
+
+/// Scans bytes that begin with the token that is held, or where none is, and holds what they cut.
+template<class Sink>
+void TextScanner::scanWindow(std::string_view window, std::uint64_t offset, Sink& sink) {
+    if (isOver()) {
+        return;
+    }
+    m_window = window.data();
+    m_windowOffset = offset;
+    const char* const end = window.data() + window.size();
+    const char* const stop = run(window.data(), end, sink);
+    if (!m_fault) {
+        m_held.assign(stop, isOver() ? stop : end);
+    }
+}
+
+/// Finishes the token that is held, and what else lies whole in the bytes that are added for that.
+/// Leaves in `piece` what was not looked at.
+template<class Sink>
+void TextScanner::scanHeld(std::string_view& piece, Sink& sink) {
+    constexpr std::size_t k_step = 64;
+    const std::uint64_t begin = m_offset - m_held.size();
+    std::size_t added = 0;
+    while (added < piece.size()) {
+        const std::size_t step = std::min(piece.size() - added, std::max(k_step, m_held.size()));
+        m_held.append(piece, added, step);
+        added += step;
+        m_window = m_held.data();
+        m_windowOffset = begin;
+        const char* const end = m_held.data() + m_held.size();
+        const char* const stop = run(m_held.data(), end, sink);
+        if (m_fault) {
+            return;
+        }
+        const auto left = static_cast<std::size_t>(end - stop);
+        if (left <= added || isOver()) {
+            piece.remove_prefix(isOver() ? piece.size() : added - left);
+            m_held.clear();
+            return;
+        }
+    }
+    piece.remove_prefix(added);
+}
+
+template<class Sink>
+void TextScanner::finish(Sink& sink) {
+    if (m_level == Level::root && m_next == Next::value && isWholeNumber(m_part) &&
+        !m_held.empty()) {
+        sink.number(m_held, {m_offset - m_held.size(), m_offset});
+        m_held.clear();
+        m_end = m_offset;
+        m_next = Next::nothing;
+    }
+    failMissing();
+}
+
+/// One round of the loop takes a member or an item with its comma, and each case goes on into the
+/// next. It is one function so that what is expected stays in a register and is seldom asked for.
+template<class Sink>
+const char* TextScanner::run(const char* at, const char* const end, Sink& sink) {
+    Next next = m_next;
+    while (true) {
+        const char* stop = nullptr;
+        switch (next) {
+            case Next::key:
+            case Next::keyOrEnd:
+                at = skipWhitespace(at, end);
+                if (at == end || *at != '"') {
+                    break;
+                }
+                stop = takeKey(at, end, sink);
+                if (stop == nullptr) {
+                    return pause(at, next);
+                }
+                at = stop;
+                next = Next::colon;
+                [[fallthrough]];
+            case Next::colon:
+                at = skipWhitespace(at, end);
+                if (at == end || *at != ':') {
+                    break;
+                }
+                ++at;
+                next = Next::value;
+                [[fallthrough]];
+            case Next::value:
+            case Next::item:
+            case Next::valueOrEnd:
+                at = skipWhitespace(at, end);
+                if (at == end) {
+                    break;
+                }
+                stop = takeScalar(at, end, sink);
+                if (stop == nullptr) {
+                    return pause(at, next);
+                }
+                if (stop == at) {
+                    break;
+                }
+                at = stop;
+                next = Next::commaOrEnd;
+                if (m_level == Level::root) {
+                    m_end = offsetOf(at);
+                    next = Next::nothing;
+                    continue;
+                }
+                [[fallthrough]];
+            case Next::commaOrEnd:
+                at = skipWhitespace(at, end);
+                if (at == end || *at != ',') {
+                    break;
+                }
+                sink.comma(placeOf(at, at + 1));
+                ++at;
+                next = m_afterComma;
+                continue;
+            case Next::nothing:
+                if (!m_options.requireWholeDocument) {
+                    return pause(at, next);
+                }
+                at = skipWhitespace(at, end);
+                break;
+        }
+        m_next = next;
+        stop = at == end ? nullptr : takeOther(at, end, sink);
+        if (stop == nullptr) {
+            return pause(at, next);
+        }
+        at = stop;
+        next = m_next;
+    }
+}
+
+/// Returns `at` where no scalar begins.
+template<class Sink>
+inline const char* TextScanner::takeScalar(const char* at, const char* end, Sink& sink) {
+    switch (*at) {
+        case '"':
+            return takeString(at, end, sink);
+        case 't':
+        case 'f':
+        case 'n':
+            return takeWord(at, end, sink);
+        case '-':
+        case '0':
+        case '1':
+        case '2':
+        case '3':
+        case '4':
+        case '5':
+        case '6':
+        case '7':
+        case '8':
+        case '9':
+            return takeNumber(at, end, sink);
+        default:
+            return at;
+    }
+}
+
+template<class Sink>
+inline const char* TextScanner::takeString(const char* at, const char* end, Sink& sink) {
+    std::string_view text;
+    const char* const stop = takeText(at, end, text);
+    if (stop != nullptr) {
+        sink.string(text, placeOf(at, stop));
+    }
+    return stop;
+}
+
+template<class Sink>
+inline const char* TextScanner::takeKey(const char* at, const char* end, Sink& sink) {
+    std::string_view text;
+    const char* const stop = takeText(at, end, text);
+    if (stop != nullptr && !sink.key(text, placeOf(at, stop))) {
+        return failRepeated(text, placeOf(at, stop));
+    }
+    return stop;
+}
+
+template<class Sink>
+inline const char* TextScanner::takeNumber(const char* at, const char* end, Sink& sink) {
+    const char* stop = at + m_verified;
+    const text::NumberPart part =
+        text::followNumber(m_verified == 0 ? text::NumberPart::nothing : m_part, stop, end);
+    if (stop == end || !isWholeNumber(part)) {
+        return stopNumber(at, stop, end, part);
+    }
+    m_verified = 0;
+    sink.number({at, static_cast<std::size_t>(stop - at)}, placeOf(at, stop));
+    return stop;
+}
+
+template<class Sink>
+const char* TextScanner::takeWord(const char* at, const char* end, Sink& sink) {
+    const std::string_view word = *at == 't' ? "true" : *at == 'f' ? "false" : "null";
+    const char* const stop = wordEnd(at, end, word);
+    if (stop == nullptr) {
+        return stop;
+    }
+    if (word[0] == 'n') {
+        sink.null(placeOf(at, stop));
+    } else {
+        sink.boolean(word[0] == 't', placeOf(at, stop));
+    }
+    return stop;
+}
+
+/// A bracket that may stand here, a comment, or an error.
+template<class Sink>
+const char* TextScanner::takeOther(const char* at, const char* end, Sink& sink) {
+    const bool isValue =
+        m_next == Next::value || m_next == Next::item || m_next == Next::valueOrEnd;
+    const bool isEnd = m_next == Next::commaOrEnd;
+    if (isValue && (*at == '{' || *at == '[')) {
+        return open(at, sink);
+    }
+    if ((*at == '}' && (m_next == Next::keyOrEnd || (isEnd && m_level == Level::object))) ||
+        (*at == ']' && (m_next == Next::valueOrEnd || (isEnd && m_level == Level::array)))) {
+        return close(at, sink);
+    }
+    return takeOdd(at, end);
+}
+
+template<class Sink>
+const char* TextScanner::open(const char* at, Sink& sink) {
+    if (m_options.maxDepth > 0 && m_open.size() == m_options.maxDepth) {
+        return failDepth(at);
+    }
+    m_open.push_back(*at);
+    if (*at == '{') {
+        sink.openObject(placeOf(at, at + 1));
+        m_next = Next::keyOrEnd;
+    } else {
+        sink.openArray(placeOf(at, at + 1));
+        m_next = Next::valueOrEnd;
+    }
+    setLevel();
+    return at + 1;
+}
+
+template<class Sink>
+const char* TextScanner::close(const char* at, Sink& sink) {
+    if (*at == '}') {
+        sink.closeObject(placeOf(at, at + 1));
+    } else {
+        sink.closeArray(placeOf(at, at + 1));
+    }
+    m_open.pop_back();
+    setLevel();
+    m_next = Next::commaOrEnd;
+    if (m_level == Level::root) {
+        m_end = offsetOf(at + 1);
+        m_next = Next::nothing;
+    }
+    return at + 1;
+}
+
+inline void TextScanner::setLevel() noexcept {
+    m_level = m_open.empty() ? Level::root : m_open.back() == '{' ? Level::object : Level::array;
+    m_afterComma = m_level == Level::object ? m_afterMember : m_afterItem;
+}
+
+inline const char* TextScanner::takeText(const char* at, const char* end, std::string_view& text) {
+    bool hasHigh = false;
+    const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
+    if (stop == end || *stop != '"' || (hasHigh && m_rules.validateUtf8)) {
+        return takeOddText(at, end, text);
+    }
+    text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
+    return stop + 1;
+}
+
+inline const char* TextScanner::skipWhitespace(const char* at, const char* end) const noexcept {
+    const auto isOther = [&] { return at == end || static_cast<unsigned char>(*at) > ' '; };
+    if (isOther()) {
+        return at;
+    }
+    if (*at == ' ') {
+        ++at;
+        if (isOther()) {
+            return at;
+        }
+    }
+    at = text::whitespaceEnd(at, end);
+    return isOther() || !m_options.allowOtherBlanks ? at : skipOtherBlanks(at, end);
+}
+
+inline const char* TextScanner::pause(const char* at, Next next) noexcept {
+    m_next = next;
+    m_token = offsetOf(at);
+    return at;
+}
+
+}  // namespace ko::Orvid

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+//
+// A DomParser builds the tree from its scanner; a subclass gets the events of YAJL's reader. Tree,
+// state, position, open element, stream and the whole of every fault are the same.
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/BothReaders.h"
+
+namespace {
+
+using ko::Orvid::ReadOptions;
+using orvid_test::readersDiffer;
+
+/// Pieces of `size` bytes.
+std::vector<std::string> cut(const std::string& text, std::size_t size) {
+    std::vector<std::string> pieces;
+    for (std::size_t at = 0; at < text.size(); at += size) {
+        pieces.push_back(text.substr(at, size));
+    }
+    return pieces;
+}
+
+const std::vector<std::string>& texts() {
+    static const std::vector<std::string> all{
+        "",
+        "  ",
+        "42",
+        "-",
+        "01",
+        "1.",
+        "1e+",
+        "-x",
+        "tru",
+        "trux",
+        "{} x",
+        "[1,]",
+        "[1 2]",
+        "{\"a\" 1}",
+        "{\"a\":1 \"b\":2}",
+        "{\"a\":1,}",
+        "{1:2}",
+        "[}",
+        "]",
+        ":",
+        "[1}",
+        "{\"a\":]",
+        "{\"a\":1,\"a\":[2],\"a\":{\"b\":3}}",
+        "[[1,2],[3],{\"a\":[{}]}]",
+        "/* c */[1,//\n2]/",
+        "/x",
+        "[1/",
+        "/* never",
+        "\"\\ud800\"",
+        "[\"\\ud800\\u0041\",\"\\udc00\",\"\\ud800x\",\"\\ud800\\n\"]",
+        "[\"\\x\"]",
+        "[\"\\u00g\"]",
+        "[\"a\nb\"]",
+        "[\"\xFF\",\"\xE2\x82\"]",
+        "\xEF\xBB\xBF[]",
+        std::string("[1,\0]", 5),
+        std::string("\"a\0b\"", 5),
+        "{\"a\\u0000b\":\"\\u0000\"}",
+        "\v[\f1]",
+        "[" + std::string(70, '1') + "x]",
+        "[\"" + std::string(300, 's') + "\", x" + std::string(300, ' ') + "]",
+        std::string(40, '[') + "1" + std::string(40, ']'),
+        "{\"a\":" + std::string(30, '[') + "}",
+    };
+    return all;
+}
+
+std::vector<ReadOptions> someOptions() {
+    std::vector<ReadOptions> options{ReadOptions(), ReadOptions::strict(), ReadOptions::jsonc()};
+    ReadOptions few;
+    few.validateUtf8 = true;
+    few.maxDepth = 3;
+    options.push_back(few);
+    return options;
+}
+
+TEST(BothReaders, agree_on_odd_texts_however_they_are_cut) {
+    for (const ReadOptions& options : someOptions()) {
+        for (const std::string& text : texts()) {
+            for (const std::size_t size : {1U, 2U, 3U, 7U, 1000U}) {
+                EXPECT_EQ(readersDiffer(options, cut(text, size), "],1 }"), "")
+                    << text << "\n by " << size;
+            }
+        }
+    }
+}
+
+TEST(BothReaders, agree_wherever_a_byte_is_wrong) {
+    const std::string text = "{\"k\": [1, -2.5e3, true], \"\\u0062\" :/*c*/ \"d\", \"n\" :null }";
+    const std::string bytes = std::string(1, '\0') + " \n\v\"\\/*{}[]:,0-.eu\xC3";
+    for (std::size_t at = 0; at <= text.size(); ++at) {
+        for (const char byte : bytes) {
+            std::string inserted = text;
+            inserted.insert(at, 1, byte);
+            std::string replaced = text.substr(0, at) + byte;
+            replaced += at < text.size() ? text.substr(at + 1) : "";
+            for (const std::string& faulty : {inserted, replaced, inserted.substr(0, at + 1)}) {
+                EXPECT_EQ(readersDiffer(ReadOptions(), cut(faulty, 5), "]"), "") << faulty;
+                EXPECT_EQ(readersDiffer(ReadOptions::jsonc(), cut(faulty, 5), ""), "") << faulty;
+            }
+        }
+    }
+}
+
+/// Tokens one after the other, of which a few make JSON.
+TEST(BothReaders, agree_on_random_tokens) {
+    const char* const tokens[] = {
+        "{",    "}",  "[",  "]",    ",",     ":",     "\"a\"",        "1",      "-0.5",   "true",
+        "null", " ",  "\n", "/**/", "//x\n", "\"\\u", "\"\xC3\xA9\"", "\"k\":", "[[1],{", "1e",
+        "/",    "\\n"};
+    std::mt19937 random(2);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text;
+        for (auto left = random() % 10; left > 0; --left) {
+            text += tokens[random() % std::size(tokens)];
+        }
+        const ReadOptions options = someOptions()[random() % 4];
+        EXPECT_EQ(readersDiffer(options, cut(text, 1 + random() % 6), "]1"), "") << text;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+//
+// The grammar of numbers, whole and cut anywhere.
+
+#include "text/NumberText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+namespace text = ko::Orvid::text;
+using text::NumberPart;
+
+const char* const k_numbers[] = {
+    "0",
+    "-0",
+    "7",
+    "-7",
+    "10",
+    "1234567890123456789012345",
+    "0.0",
+    "-0.5",
+    "12.25",
+    "1e5",
+    "1E5",
+    "1e+5",
+    "1e-05",
+    "0e0",
+    "0.1E-10",
+    "-1.5e+7",
+    "9.99999999999999999999999999999999e123456789",
+};
+
+TEST(NumberText, takes_the_numbers_of_JSON) {
+    for (const std::string number : k_numbers) {
+        EXPECT_TRUE(text::isNumber(number)) << number;
+        const std::string more = number + ",";
+        EXPECT_EQ(text::numberEnd(more.data(), more.data() + more.size()),
+                  more.data() + number.size())
+            << number;
+    }
+}
+
+TEST(NumberText, takes_nothing_else) {
+    for (const std::string number :
+         {"",    "-",   "+1", ".5",  "1.",  "-.5",      "1.e5",  "1e",    "1e+",
+          "1e-", "e5",  "01", "-01", "00",  "1.5.5",    "1e5e5", "1e5.5", " 1",
+          "1 ",  "0x1", "1a", "--1", "NaN", "Infinity", "1,5"}) {
+        EXPECT_FALSE(text::isNumber(number)) << number;
+    }
+}
+
+TEST(NumberText, a_zero_takes_no_more_digits) {
+    const std::string number = "0123";
+    EXPECT_EQ(text::numberEnd(number.data(), number.data() + 4), number.data() + 1);
+}
+
+struct SPart {
+    const char* number;
+    NumberPart part;
+    bool isWhole;
+};
+
+TEST(NumberText, tells_what_a_number_has_so_far) {
+    for (const SPart& row :
+         {SPart{"-", NumberPart::minus, false}, SPart{"0", NumberPart::zero, true},
+          SPart{"-0", NumberPart::zero, true}, SPart{"12", NumberPart::integer, true},
+          SPart{"12.", NumberPart::point, false}, SPart{"12.3", NumberPart::fraction, true},
+          SPart{"12.3e", NumberPart::exponent, false}, SPart{"12e", NumberPart::exponent, false},
+          SPart{"12e-", NumberPart::sign, false}, SPart{"12e-4", NumberPart::power, true}}) {
+        const std::string number = row.number;
+        const char* at = number.data();
+        const NumberPart part =
+            text::followNumber(NumberPart::nothing, at, number.data() + number.size());
+        EXPECT_EQ(part, row.part) << number;
+        EXPECT_EQ(text::isWholeNumber(part), row.isWhole) << number;
+        EXPECT_EQ(at, number.data() + number.size()) << number;
+    }
+}
+
+TEST(NumberText, goes_on_where_the_text_was_cut) {
+    for (const std::string number : k_numbers) {
+        const std::string more = number + "]";
+        for (std::size_t cut = 1; cut <= number.size(); ++cut) {
+            const char* at = more.data();
+            const NumberPart before =
+                text::followNumber(NumberPart::nothing, at, more.data() + cut);
+            EXPECT_EQ(at, more.data() + cut) << number << " cut at " << cut;
+            EXPECT_TRUE(
+                text::isWholeNumber(text::followNumber(before, at, more.data() + more.size())))
+                << number << " cut at " << cut;
+            EXPECT_EQ(at, more.data() + number.size()) << number << " cut at " << cut;
+        }
+    }
+}
+
+TEST(NumberText, stops_at_the_byte_that_is_wrong) {
+    struct SRow {
+        const char* number;
+        std::ptrdiff_t wrong;
+    };
+    for (const SRow& row : {SRow{"-x", 1}, SRow{"1.x", 2}, SRow{"1ex", 2}, SRow{"1e+x", 3},
+                            SRow{"-.5", 1}, SRow{"12.-", 3}}) {
+        const std::string number = row.number;
+        const char* at = number.data();
+        EXPECT_FALSE(text::isWholeNumber(
+            text::followNumber(NumberPart::nothing, at, number.data() + number.size())));
+        EXPECT_EQ(at - number.data(), row.wrong) << number;
+    }
+}
+
+}  // namespace

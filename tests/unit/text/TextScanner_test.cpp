@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+//
+// The scanner alone: the tokens with their places, whole and in pieces, and what it says of text
+// that is cut off or faulty.
+
+#include "text/TextScanner.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "text/TextScannerRun.h"
+
+namespace {
+
+using ko::Orvid::ReadOptions;
+using ko::Orvid::TextScanner;
+using ko::Orvid::TokenPlace;
+using ko::Orvid::TokenSink;
+
+/// Writes each token down with its place.
+struct Log : TokenSink {
+    std::string text;
+    std::string refused;
+
+    void add(std::string_view token, TokenPlace place) {
+        text += std::to_string(place.begin) + '-' + std::to_string(place.end) + ' ' +
+                std::string(token) + '\n';
+    }
+    void null(TokenPlace place) { add("null", place); }
+    void boolean(bool value, TokenPlace place) { add(value ? "true" : "false", place); }
+    void number(std::string_view number, TokenPlace place) { add(number, place); }
+    void string(std::string_view string, TokenPlace place) {
+        add("string " + std::string(string), place);
+    }
+    bool key(std::string_view key, TokenPlace place) {
+        add("key " + std::string(key), place);
+        return refused.empty() || key != refused;
+    }
+    void openObject(TokenPlace place) { add("{", place); }
+    void closeObject(TokenPlace place) { add("}", place); }
+    void openArray(TokenPlace place) { add("[", place); }
+    void closeArray(TokenPlace place) { add("]", place); }
+    void comma(TokenPlace place) { add(",", place); }
+};
+
+/// The tokens, then the fault and where the scanner is.
+std::string logOf(std::string_view text, const ReadOptions& options, std::size_t size,
+                  const std::string& refused = "") {
+    Log log;
+    log.refused = refused;
+    TextScanner scanner(options);
+    for (std::size_t at = 0; at < text.size() && !scanner.fault(); at += size) {
+        // A copy of its own, so that reading beyond the piece shows.
+        const std::string piece(text.substr(at, size));
+        scanner.scan(piece, log);
+        scanner.leave(piece);
+    }
+    if (!scanner.fault()) {
+        scanner.finish(log);
+    }
+    if (scanner.fault()) {
+        log.add("fault: " + scanner.fault()->message,
+                {scanner.fault()->begin, scanner.fault()->begin + scanner.fault()->length});
+    } else {
+        log.text += scanner.isComplete() ? "complete at " : "incomplete at ";
+        log.text += std::to_string(scanner.position()) + '\n';
+    }
+    return log.text;
+}
+
+std::string whole(std::string_view text, const ReadOptions& options = ReadOptions::strict()) {
+    return logOf(text, options, text.size() + 1);
+}
+
+TEST(TextScanner, reports_each_token_with_its_place) {
+    EXPECT_EQ(whole(R"({"a": [1, -2.5e3], "\u0062" : "c\n", "d":{}} )"),
+              "0-1 {\n1-4 key a\n6-7 [\n7-8 1\n8-9 ,\n10-16 -2.5e3\n16-17 ]\n17-18 ,\n"
+              "19-27 key b\n30-35 string c\n\n35-36 ,\n37-40 key d\n41-42 {\n42-43 }\n43-44 }\n"
+              "complete at 44\n");
+    EXPECT_EQ(whole("[null,true,\n\tfalse]"),
+              "0-1 [\n1-5 null\n5-6 ,\n6-10 true\n10-11 ,\n13-18 false\n18-19 ]\ncomplete at 19\n");
+}
+
+TEST(TextScanner, a_number_is_over_at_the_end_of_the_text) {
+    EXPECT_EQ(whole("42"), "0-2 42\ncomplete at 2\n");
+    EXPECT_EQ(whole("42 "), "0-2 42\ncomplete at 2\n");
+    EXPECT_EQ(whole("-"), "1-2 fault: The text ends before the document is complete\n");
+    EXPECT_EQ(whole("[42"), "0-1 [\n3-4 fault: The text ends before the document is complete\n");
+}
+
+TEST(TextScanner, stops_after_the_value_unless_the_document_must_be_whole) {
+    EXPECT_EQ(whole("[] x", ReadOptions()), "0-1 [\n1-2 ]\ncomplete at 2\n");
+    EXPECT_EQ(whole("1 x", ReadOptions()), "0-1 1\ncomplete at 1\n");
+    EXPECT_EQ(whole("[1", ReadOptions()), "0-1 [\nincomplete at 2\n");
+    EXPECT_EQ(whole("[] x"), "0-1 [\n1-2 ]\n3-4 fault: Unexpected 'x': the document is complete\n");
+}
+
+TEST(TextScanner, comments_and_other_blanks_are_no_tokens) {
+    EXPECT_EQ(whole("/* a **/[//]\n1/**/,\v2 /*]*/]\f// end", ReadOptions()),
+              "8-9 [\n13-14 1\n18-19 ,\n20-21 2\n27-28 ]\ncomplete at 28\n");
+    EXPECT_EQ(whole("[\v]"), "0-1 [\n1-2 fault: Unexpected byte 0x0B: a value or ']' is due\n");
+}
+
+TEST(TextScanner, a_refused_key_is_a_fault) {
+    EXPECT_EQ(logOf(R"({"a":1,"b":2})", ReadOptions(), 100, "b"),
+              "0-1 {\n1-4 key a\n5-6 1\n6-7 ,\n7-10 key b\n7-10 fault: Repeated key \"b\"\n");
+}
+
+/// Texts in which every kind of token, comment and fault can be cut.
+const char* const k_texts[] = {
+    R"({"key": [1, -2.5e+3, true, false, null, "\ud83d\ude00 \"x\" \u00e9"], "b": {}} )",
+    "[ /* one * two ** / */ 1 // three\n , \"\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E\" ] // four",
+    "{\"a\" : 1 , \"b\" : [ ] , }",
+    "[12345678901234567890123456789012345678901234567890, \"a string that is longer than blocks\"]",
+    "-12.75E-2",
+    "nul",
+    "truE",
+    "[1, 2",
+    "{\"a\" 1}",
+    "[1,,2]",
+    "\"\\ud83d\\u0041\"",
+    "\"\\u00g0\"",
+    "\"bad \xE2\x82 utf8\"",
+    "/* bad \xC0\xAF */ 1",
+    "\"cut \xE2\x82",
+    "/* cut \xE2\x82",
+    "\"control \x01\"",
+    "1.x",
+    "/x",
+    "[[[[]]]]]",
+};
+
+TEST(TextScanner, pieces_make_no_difference) {
+    ReadOptions few;
+    few.validateUtf8 = true;
+    few.maxDepth = 3;
+    ReadOptions limited = ReadOptions::jsonc();
+    limited.maxLength = 40;
+    limited.maxLineLength = 30;
+    for (const ReadOptions& options :
+         {ReadOptions(), ReadOptions::strict(), ReadOptions::jsonc(), few, limited}) {
+        for (const std::string_view text : k_texts) {
+            const std::string expected = whole(text, options);
+            for (std::size_t size = 1; size < text.size(); ++size) {
+                EXPECT_EQ(logOf(text, options, size), expected) << text << "\n by " << size;
+            }
+        }
+    }
+}
+
+TEST(TextScanner, a_token_of_many_pieces_costs_no_more_than_a_whole_one) {
+    const std::string inside(2000000, 'x');
+    for (const std::string& text : {'"' + inside + '"', "/*" + inside + "*/1",
+                                    "//" + inside + "\n1", std::string(2000000, '1')}) {
+        EXPECT_EQ(logOf(text, ReadOptions::jsonc(), 1), whole(text, ReadOptions::jsonc()))
+            << text.substr(0, 2);
+    }
+}
+
+/// What brings another reader to where the scanner is after the text.
+std::string entryAfter(const std::string& text) {
+    TextScanner scanner{ReadOptions()};
+    TokenSink none;
+    scanner.scan(text, none);
+    return scanner.entry() + '|' + std::string(scanner.heldBefore(scanner.offset()));
+}
+
+TEST(TextScanner, tells_another_reader_where_it_is) {
+    EXPECT_EQ(entryAfter(""), "|");
+    EXPECT_EQ(entryAfter(" "), "|");
+    EXPECT_EQ(entryAfter("12"), "|12");
+    EXPECT_EQ(entryAfter("["), "[|");
+    EXPECT_EQ(entryAfter("[1"), "[|1");
+    EXPECT_EQ(entryAfter("[1 "), "[\"\"|");
+    EXPECT_EQ(entryAfter("[1,"), "[\"\",|");
+    EXPECT_EQ(entryAfter("{"), "{|");
+    EXPECT_EQ(entryAfter("{\"a\""), "{\"\"|");
+    EXPECT_EQ(entryAfter("{\"a\":"), "{\"\":|");
+    EXPECT_EQ(entryAfter("{\"a\":1, \"b"), "{\"\":\"\",|\"b");
+    EXPECT_EQ(entryAfter("{\"a\":[{\"b\":[1,{\"c\":2}, /* d"), "{\"\":[{\"\":[\"\",|/* d");
+}
+
+}  // namespace
