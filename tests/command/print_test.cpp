@@ -200,8 +200,9 @@ TEST(print, passes_over_comments_and_blanks_around_and_inside_the_value) {
               printed("[\n    1,\n    2\n]\n"));
 }
 
-TEST(print, leaves_out_the_member_meta_of_the_root_only) {
-    EXPECT_EQ(orvid({"print"}, R"({"a":{"meta":1},"meta":{"b":2},"c":3})"), printed(R"({
+TEST(print, leaves_out_the_member_meta_of_the_root_only_when_told_to) {
+    EXPECT_EQ(orvid({"print", "--no-meta"}, R"({"a":{"meta":1},"meta":{"b":2},"c":3})"),
+              printed(R"({
     "a": {
         "meta": 1
     },
@@ -210,7 +211,7 @@ TEST(print, leaves_out_the_member_meta_of_the_root_only) {
 )"));
 }
 
-TEST(print, writes_the_member_meta_when_told_wherever_the_option_stands) {
+TEST(print, writes_the_member_meta_with_and_without_its_option) {
     const ScratchFile file(R"({"meta":[1],"c":3})");
     const CommandResult whole = printed(R"({
     "meta": [
@@ -219,6 +220,8 @@ TEST(print, writes_the_member_meta_when_told_wherever_the_option_stands) {
     "c": 3
 }
 )");
+    EXPECT_EQ(orvid({"print", file.name()}), whole);
+    EXPECT_EQ(orvid({"print", "--no-meta", "--meta", file.name()}), whole);
     EXPECT_EQ(orvid({"print", "--meta", file.name()}), whole);
     EXPECT_EQ(orvid({"print", file.name(), "--meta"}), whole);
     EXPECT_EQ(orvid({"print", "--meta", "--meta", file.name()}), whole);

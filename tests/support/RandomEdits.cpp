@@ -142,8 +142,8 @@ void RandomEdits::shuffle(Element& array) {
     if (array.isArray()) {
         auto& items = array.array();
         for (std::size_t i = 1; i < items.size(); ++i) {
-            std::swap(items[i], items[m_choose(static_cast<unsigned>(std::min<std::size_t>(
-                                    i + 1, 256)))]);
+            std::swap(items[i],
+                      items[m_choose(static_cast<unsigned>(std::min<std::size_t>(i + 1, 256)))]);
         }
     }
 }
@@ -186,10 +186,9 @@ void RandomEdits::patch(Element& root, const Element& from, const Element& targe
     Element::create(operation.data(), ko::Orvid::etObject, &operation);
     operation.insert("op", Element(names[m_choose(5)]));
     operation.insert("from", Element(JsonPointer::of(from).str()));
-    operation.insert("path", Element(JsonPointer::of(target).str() +
-                                     (isArray             ? "/0"
-                                      : target.isObject() ? "/p"
-                                                          : "")));
+    operation.insert("path", Element(JsonPointer::of(target).str() + (isArray             ? "/0"
+                                                                      : target.isObject() ? "/p"
+                                                                                          : "")));
     operation.insert("value", value());
     Element list;
     Element::create(list.data(), ko::Orvid::etArray, &list);

@@ -33,8 +33,9 @@ struct SCall {
     std::vector<std::string> files;  ///< none is standard input
     std::optional<std::string> schemaFile;
     bool isInPlace = false;
+    bool isStrict = false;  ///< verbs that edit refuse comments and trailing commas
     bool isRaw = false;
-    bool hasMeta = false;  ///< print writes the root's member meta
+    bool hasMeta = true;  ///< print writes the root's member meta
     bool hasJsonErrors = false;
     SLayout layout;
     SLines lines;

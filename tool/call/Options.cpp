@@ -11,6 +11,7 @@
 #include <limits>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "input/Input.h"
 #include "output/Failure.h"
@@ -59,16 +60,24 @@ void addFiles(Words& words, SCall& call) {
 }
 
 void addLayout(Words& words, SCall& call) {
-    ko::Orvid::WriteOptions& options = call.layout.options;
+    SLayout& layout = call.layout;
+    const auto indentBy = [&layout](std::string indent) {
+        layout.options.indent = std::move(indent);
+        layout.isAsked = true;
+    };
     words.number(
-        "--indent", [&options](std::size_t blanks) { options.indent.assign(blanks, ' '); }, 0,
+        "--indent", [indentBy](std::size_t blanks) { indentBy(std::string(blanks, ' ')); }, 0,
         k_mostIndent, "N", "blanks for each level, 4 unless told; 0 is --compact");
     words.flag(
-        "--tab", [&options] { options.indent = "\t"; }, "indent by tabs");
+        "--tab", [indentBy] { indentBy("\t"); }, "indent by tabs");
     words.flag(
-        "--compact", [&options] { options.indent.clear(); }, "write each value on one line");
-    words.flag("--sort-keys", options.sortKeys, "write members in the order of their keys");
-    words.flag("--ascii", options.asciiOnly, "write other characters as \\uXXXX");
+        "--compact", [indentBy] { indentBy(""); }, "write each value on one line");
+    words.flag(
+        "--sort-keys", [&layout] { layout.options.sortKeys = layout.isAsked = true; },
+        "write members in the order of their keys");
+    words.flag(
+        "--ascii", [&layout] { layout.options.asciiOnly = layout.isAsked = true; },
+        "write other characters as \\uXXXX");
     words.choice(
         "--color", {"auto", "always", "never"},
         [&call](const std::string& when) { setColor(call, when); }, "WHEN",
@@ -79,6 +88,10 @@ void addLayout(Words& words, SCall& call) {
 void addInPlace(Words& words, SCall& call) {
     words.flag("-i,--in-place", call.isInPlace,
                "write the result into the file, all of it or nothing");
+}
+
+void addStrict(Words& words, SCall& call) {
+    words.flag("--strict", call.isStrict, "refuse comments and trailing commas");
 }
 
 void addRaw(Words& words, SCall& call) {

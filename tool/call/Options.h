@@ -15,6 +15,8 @@ void addFiles(Words& words, SCall& call);
 void addLayout(Words& words, SCall& call);
 /// -i
 void addInPlace(Words& words, SCall& call);
+/// --strict
+void addStrict(Words& words, SCall& call);
 /// --raw
 void addRaw(Words& words, SCall& call);
 /// --schema

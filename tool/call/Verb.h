@@ -44,16 +44,17 @@ public:
     /// Failure; `out` may have grown then.
     void work(const SCall& call, Document& document, Bytes& out) const;
 
+protected:
+    /// Reads the document's text into its root: here as readTree() does. Throws Failure.
+    virtual void read(const SCall& call, Document& document) const;
+
 private:
     /// Does it from the text alone, for text of the common kind, and answers true; or answers
     /// false, whatever it has appended, and leaves it to the other two.
     virtual bool applyToText(const SCall& call, const Document& document, Bytes& out) const;
 
-    // They throw Failure or what the library throws.
-
-    /// Reads the document's text into its root: here as readTree() does.
-    virtual void read(Document& document) const;
-    /// Does it to the root and appends what is to be written to `out`.
+    /// Does it to the root and appends what is to be written to `out`. Throws Failure or what the
+    /// library throws.
     virtual void apply(const SCall& call, Document& document, Bytes& out) const = 0;
 };
 

@@ -30,7 +30,7 @@ public:
     explicit ByteBlock(const char* place)
         : m_bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(place))) {}
 
-    // A bit for each byte that is not blank, no digit, special.
+    // A bit for each byte that is not blank, no digit, not ASCII, special.
     unsigned int notBlank() const {
         const __m128i lines = _mm_or_si128(equal('\n'), equal('\r'));
         return ~bits(_mm_or_si128(_mm_or_si128(equal(' '), equal('\t')), lines)) & k_all;
@@ -39,6 +39,7 @@ public:
         const __m128i digits = _mm_sub_epi8(m_bytes, _mm_set1_epi8('0'));
         return ~bits(_mm_cmpeq_epi8(_mm_min_epu8(digits, _mm_set1_epi8(9)), digits)) & k_all;
     }
+    unsigned int notAscii() const { return bits(m_bytes); }
     unsigned int special() const {
         const __m128i control = _mm_cmpeq_epi8(_mm_min_epu8(m_bytes, _mm_set1_epi8(0x1F)), m_bytes);
         return bits(_mm_or_si128(control, _mm_or_si128(equal('"'), equal('\\'))));
@@ -88,6 +89,15 @@ inline const char* digitsEnd(const char* place, const char* end) {
     return runEnd(
         place, end, [](const auto& block) { return block.notDigit(); },
         [](char c) { return !isDigit(c); });
+}
+
+/// The first byte that is not ASCII.
+inline const unsigned char* asciiEnd(const unsigned char* place, const unsigned char* end) {
+    const char* const stop = runEnd(
+        reinterpret_cast<const char*>(place), reinterpret_cast<const char*>(end),
+        [](const auto& block) { return block.notAscii(); },
+        [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    return reinterpret_cast<const unsigned char*>(stop);
 }
 
 /// The part of a string that needs no second look.

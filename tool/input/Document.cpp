@@ -80,7 +80,22 @@ void parse(DomParser& parser, Element& root, std::string_view text) {
     }
 }
 
+std::size_t numberOf(int lineOrColumn) {
+    return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
+}
+
 }  // namespace
+
+Failure faultOf(const SPlace& place, std::string_view text, const ParseException& error) {
+    SPlace at = place;
+    at.line = at.line == 0 ? numberOf(error.firstLine()) : at.line;
+    at.column = numberOf(error.firstColumn());
+    if (error.elementPath() != nullptr) {
+        at.path = *error.elementPath();
+    }
+    return {ExitStatus::failed, std::move(at), firstLine(error.message()),
+            ko::Orvid::sourceExcerpt(text, error)};
+}
 
 void readTree(const SPlace& place, std::string_view text, Element& root) {
     const SText document{place, text};

@@ -7,6 +7,7 @@
 
 #include <ko/Orvid.h>
 
+#include <optional>
 #include <string_view>
 
 #include "output/Failure.h"
@@ -19,12 +20,17 @@ struct Document {
     SPlace place;  ///< the file, and where the text is one of many lines, the line
     std::string_view text;
     ko::Orvid::Element root;
+    std::optional<ko::Orvid::Dom> kept;  ///< where the text is to be kept: its root is `root`
 };
 
 /// Reads the text into `root`. It must hold one complete value and, around it, nothing but blanks
 /// and comments. The byte behind it is a newline. Throws Failure, which tells the place: `place`
 /// with the column, and with the line unless it has one.
 void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
+
+/// What the library says of a faulty text, with the place, `place` completed, and the line at
+/// fault.
+Failure faultOf(const SPlace& place, std::string_view text, const ko::Orvid::ParseException& error);
 
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.
 void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);

@@ -4,16 +4,43 @@
 
 #include "input/TextLookup.h"
 
+#include "input/KeySet.h"
 #include "input/Tokens.h"
+#include "text/Utf8Sequence.h"
 
 namespace orvid_tool {
 
 namespace {
 
+bool isUtf8(std::string_view text) {
+    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
+    const unsigned char* const end = at + text.size();
+    while (at != end) {
+        at = asciiEnd(at, end);
+        const unsigned char* const next = ko::Orvid::Utf8Sequence::skip(at, end);
+        if (next == at) {
+            return at == end;
+        }
+        at = next;
+    }
+    return true;
+}
+
+/// Whether a string has an escape from \uD800 to \uDFFF, or one that looks so.
+bool hasSurrogate(std::string_view text) {
+    for (std::size_t at = text.find("\\u"); at != std::string_view::npos;
+         at = text.find("\\u", at + 2)) {
+        if (text.substr(at + 2, 1) == "d" || text.substr(at + 2, 1) == "D") {
+            return true;
+        }
+    }
+    return false;
+}
+
 class Lookup {
 public:
-    Lookup(std::string_view text, const std::vector<SStep>& steps)
-        : m_tokens(text), m_steps(steps) {}
+    Lookup(std::string_view text, const std::vector<SStep>& steps, KeySet::TKeys* keys)
+        : m_tokens(text), m_steps(steps), m_keys(keys) {}
 
     std::optional<std::string_view> run() {
         m_tokens.passBlanks();
@@ -40,14 +67,13 @@ private:
 
     bool passAny(std::size_t depth, bool isOnPath) {
         constexpr std::size_t deepest = 100;
-        bool hasEscape = false;
         switch (m_tokens.byte()) {
             case '{':
                 return depth < deepest && passObject(depth, isOnPath && depth < m_steps.size());
             case '[':
                 return depth < deepest && passArray(depth, isOnPath && depth < m_steps.size());
             case '"':
-                return m_tokens.passString(hasEscape);
+                return passString();
             case 'n':
             case 't':
             case 'f':
@@ -57,7 +83,23 @@ private:
         }
     }
 
+    bool passString() {
+        const char* const start = m_tokens.place();
+        bool hasEscape = false;
+        return m_tokens.passString(hasEscape) &&
+               (m_keys == nullptr || !hasEscape ||
+                !hasSurrogate({start, static_cast<std::size_t>(m_tokens.place() - start)}));
+    }
+
     bool passObject(std::size_t depth, bool hasStep) {
+        if (m_keys == nullptr) {
+            return passMembers(depth, hasStep, nullptr);
+        }
+        KeySet keys(*m_keys);
+        return passMembers(depth, hasStep, &keys) && keys.areDifferent();
+    }
+
+    bool passMembers(std::size_t depth, bool hasStep, KeySet* keys) {
         const bool isWanted = hasStep && m_steps[depth].isKey;
         m_tokens.passByte();
         m_tokens.passBlanks();
@@ -72,6 +114,9 @@ private:
                 return false;
             }
             const auto length = static_cast<std::size_t>(m_tokens.place() - key) - 2;
+            if (keys != nullptr && !keys->add({key + 1, length})) {
+                return false;
+            }
             const bool isStep = isWanted && std::string_view(key + 1, length) == m_steps[depth].key;
             m_tokens.passBlanks();
             if (!m_tokens.pass(':') || !passChild(depth, isStep)) {
@@ -111,13 +156,21 @@ private:
 
     Tokens m_tokens;
     const std::vector<SStep>& m_steps;
+    KeySet::TKeys* const m_keys;  ///< null where keys may be repeated
     std::optional<std::string_view> m_found;
 };
 
 }  // namespace
 
 std::optional<std::string_view> lookUp(std::string_view text, const std::vector<SStep>& steps) {
-    return Lookup(text, steps).run();
+    return Lookup(text, steps, nullptr).run();
+}
+
+std::optional<std::string_view> lookUpStrictly(std::string_view text,
+                                               const std::vector<SStep>& steps) {
+    KeySet::TKeys keys;
+    const auto found = Lookup(text, steps, &keys).run();
+    return isUtf8(text) ? found : std::nullopt;
 }
 
 }  // namespace orvid_tool

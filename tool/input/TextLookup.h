@@ -18,4 +18,9 @@ namespace orvid_tool {
 /// Nothing says nothing: neither that the text is faulty nor that there is no such value.
 std::optional<std::string_view> lookUp(std::string_view text, const std::vector<SStep>& steps);
 
+/// The same, but only if the library's strict reading takes the text too: if it is UTF-8 and has
+/// neither repeated keys nor escapes of surrogates.
+std::optional<std::string_view> lookUpStrictly(std::string_view text,
+                                               const std::vector<SStep>& steps);
+
 }  // namespace orvid_tool

@@ -24,9 +24,16 @@ std::size_t stringEnd(const std::string& json, std::size_t start) {
     return end + 1;
 }
 
+std::size_t commentEnd(const std::string& json, std::size_t start) {
+    const bool isLine = json[start + 1] == '/';
+    const std::size_t end = json.find(isLine ? "\n" : "*/", start + 2);
+    return end == std::string::npos ? json.length() : end + (isLine ? 0 : 2);
+}
+
 const char* colorOf(const std::string& json, std::size_t start, std::size_t end) {
     if (json[start] == '"') {
-        return end < json.length() && json[end] == ':' ? k_key : k_string;
+        const std::size_t next = json.find_first_not_of(" \t\r\n", end);
+        return next != std::string::npos && json[next] == ':' ? k_key : k_string;
     }
     return json[start] >= 'a' && json[start] <= 'z' ? k_word : k_number;
 }
@@ -34,15 +41,20 @@ const char* colorOf(const std::string& json, std::size_t start, std::size_t end)
 }  // namespace
 
 std::string colored(const std::string& json) {
-    constexpr const char* marks = "{}[]:, \t\n";
+    constexpr const char* marks = "{}[]:, \t\r\n";
+    constexpr const char* ends = "{}[]:, \t\r\n/";
     std::string text;
     std::size_t place = 0;
     while (place < json.length()) {
         const std::size_t start = std::min(json.find_first_not_of(marks, place), json.length());
         text.append(json, place, start - place);
         place = start;
-        if (start < json.length()) {
-            place = json[start] == '"' ? stringEnd(json, start) : json.find_first_of(marks, start);
+        if (start < json.length() && json[start] == '/') {
+            place = commentEnd(json, start);
+            text.append(json, start, place - start);
+        } else if (start < json.length()) {
+            place = json[start] == '"' ? stringEnd(json, start)
+                                       : std::min(json.find_first_of(ends, start), json.length());
             text += colorOf(json, start, place);
             text.append(json, start, place - start);
             text += k_plain;

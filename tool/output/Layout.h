@@ -14,6 +14,7 @@ namespace orvid_tool {
 
 struct SLayout {
     ko::Orvid::WriteOptions options;
+    bool isAsked = false;  ///< by an option, other than colour
     bool isColored = false;
 };
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "call/Options.h"
+#include "edit/Kept.h"
 
 namespace orvid_tool {
 
@@ -15,6 +16,7 @@ void AssignmentVerb::addWords(Words& words, SCall& call) {
                   "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
     addLayout(words, call);
     addInPlace(words, call);
+    addStrict(words, call);
     addLines(words, call);
 }
 
@@ -24,11 +26,15 @@ void AssignmentVerb::prepare(SCall& call) {
     call.files = std::move(words.files);
 }
 
+void AssignmentVerb::read(const SCall& call, Document& document) const {
+    readForEdit(call, document);
+}
+
 void AssignmentVerb::apply(const SCall& call, Document& document, Bytes& out) const {
     for (std::size_t i = 0; i < m_assignments.size(); ++i) {
         assign(document, i);
     }
-    out.append(jsonText(document.root, call.layout));
+    appendEdited(call, document, out);
 }
 
 }  // namespace orvid_tool

@@ -23,6 +23,7 @@ protected:
 private:
     /// Does the one at that place to the document's root.
     virtual void assign(Document& document, std::size_t index) const = 0;
+    void read(const SCall& call, Document& document) const final;
     void apply(const SCall& call, Document& document, Bytes& out) const final;
 
     std::vector<std::string> m_words;

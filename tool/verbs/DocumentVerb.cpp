@@ -19,9 +19,15 @@ namespace orvid_tool {
 
 namespace {
 
-/// The result of the verb for a whole file. The tree of the last file is left to the system, which
-/// takes it back faster than it could be taken apart; it stays reachable until then.
-Bytes resultOf(const DocumentVerb& verb, const SCall& call, const std::string& file) {
+/// The result of the verb for a whole file, and whether it differs from what the file holds.
+struct SResult {
+    Bytes bytes;
+    bool isChange;
+};
+
+/// The tree of the last file is left to the system, which takes it back faster than it could be
+/// taken apart; it stays reachable until then.
+SResult resultOf(const DocumentVerb& verb, const SCall& call, const std::string& file) {
     static std::unique_ptr<Document> document;
     static Document* last = nullptr;
     Input input(file);
@@ -29,8 +35,9 @@ Bytes resultOf(const DocumentVerb& verb, const SCall& call, const std::string& f
     document = std::make_unique<Document>();
     document->place.file = input.name();
     document->text = text.view().substr(0, text.length() - 1);
-    Bytes result;
-    verb.work(call, *document, result);
+    SResult result{};
+    verb.work(call, *document, result.bytes);
+    result.isChange = result.bytes.view() != document->text;
     if (&file == &call.files.back()) {
         last = document.release();
         last->text = std::string_view();
@@ -40,13 +47,13 @@ Bytes resultOf(const DocumentVerb& verb, const SCall& call, const std::string& f
 
 SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::string& file,
                    Output& out) {
-    const Bytes result = resultOf(verb, call, file);
-    if (call.isInPlace) {
+    const SResult result = resultOf(verb, call, file);
+    if (!call.isInPlace) {
+        out.write(result.bytes.view());
+    } else if (result.isChange) {
         InPlace edited(file);
-        edited.write(result.view());
+        edited.write(result.bytes.view());
         edited.finish();
-    } else {
-        out.write(result.view());
     }
     return {ExitStatus::done, true};
 }
@@ -98,7 +105,7 @@ ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& ou
     return highest;
 }
 
-void DocumentVerb::read(Document& document) const {
+void DocumentVerb::read(const SCall& /*call*/, Document& document) const {
     readTree(document.place, document.text, document.root);
 }
 
@@ -114,7 +121,7 @@ void DocumentVerb::work(const SCall& call, Document& document, Bytes& out) const
     }
     out.cut(start);
     try {
-        read(document);
+        read(call, document);
         apply(call, document, out);
     } catch (const ko::Orvid::PathNotFound& error) {
         throw missingPath(document.place, error);

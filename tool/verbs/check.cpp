@@ -12,13 +12,6 @@ namespace {
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
-std::size_t numberOf(int lineOrColumn) {
-    return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
-}
-
-/// The message's first line; the place, which the others show, goes with the excerpt.
-std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
-
 class Check : public DocumentVerb {
 public:
     const char* name() const override { return "check"; }
@@ -38,7 +31,7 @@ public:
     }
 
 private:
-    void read(Document& document) const override {
+    void read(const SCall& /*call*/, Document& document) const override {
         ReadOptions options = ReadOptions::strict();
         options.allowComments = !m_isCommentFault;
         ko::Orvid::DomParser parser(options);
@@ -47,19 +40,8 @@ private:
             parser.feed(document.text);
             parser.finish();
         } catch (const ParseException& error) {
-            throw failure(document, error);
+            throw faultOf(document.place, document.text, error);
         }
-    }
-
-    static Failure failure(const Document& document, const ParseException& error) {
-        SPlace place = document.place;
-        place.line = place.line == 0 ? numberOf(error.firstLine()) : place.line;
-        place.column = numberOf(error.firstColumn());
-        if (error.elementPath() != nullptr) {
-            place.path = *error.elementPath();
-        }
-        return {ExitStatus::failed, std::move(place), firstLine(error.message()),
-                ko::Orvid::sourceExcerpt(document.text, error)};
     }
 
     void apply(const SCall& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "call/Options.h"
+#include "edit/Kept.h"
 #include "verbs/Leaves.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
@@ -78,6 +79,7 @@ public:
         addSchema(words, call);
         addLayout(words, call);
         addInPlace(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 
@@ -89,6 +91,14 @@ public:
     }
 
 private:
+    void read(const SCall& call, Document& document) const override {
+        if (m_isFilling) {
+            readForEdit(call, document);
+        } else {
+            DocumentVerb::read(call, document);
+        }
+    }
+
     void apply(const SCall& call, Document& document, Bytes& out) const override {
         Element before;
         if (!m_isFilling) {
@@ -99,7 +109,7 @@ private:
             fill(document);
         }
         if (m_isFilling) {
-            out.append(jsonText(document.root, call.layout));
+            appendEdited(call, document, out);
             return;
         }
         for (const Element* const element : added(document.root, before)) {

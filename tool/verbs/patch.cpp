@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "call/Options.h"
+#include "edit/Kept.h"
 #include "input/Input.h"
 #include "verbs/verbs.h"
 
@@ -22,6 +23,7 @@ public:
         addFiles(words, call);
         addLayout(words, call);
         addInPlace(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 
@@ -45,9 +47,11 @@ protected:
 private:
     virtual void make(Document& document, const Element& change) const = 0;
 
+    void read(const SCall& call, Document& document) const final { readForEdit(call, document); }
+
     void apply(const SCall& call, Document& document, Bytes& out) const final {
         make(document, m_change);
-        out.append(jsonText(document.root, call.layout));
+        appendEdited(call, document, out);
     }
 
     std::string m_file;

@@ -16,13 +16,16 @@ public:
     const char* help() const override { return "Write the document"; }
     const char* examples() const override {
         return "  orvid print settings.json\n"
-               "  orvid print --meta --indent 2 -i settings.json\n"
+               "  orvid print --indent 2 -i settings.json\n"
                "  orvid print --lines --sort-keys <records.jsonl";
     }
 
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
-        words.flag("--meta", call.hasMeta, "write the member \"meta\" too; --in-place always does");
+        words.flag(
+            "--no-meta", [&call] { call.hasMeta = false; }, "leave out the member \"meta\"");
+        words.flag(
+            "--meta", [&call] { call.hasMeta = true; }, "write the member \"meta\", as it is now");
         addLayout(words, call);
         addInPlace(words, call);
         addLines(words, call);
@@ -30,14 +33,14 @@ public:
 
 private:
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        const STextLayout layout{call.layout.options.indent, !call.hasMeta && !call.isInPlace};
+        const STextLayout layout{call.layout.options.indent, !call.hasMeta};
         return isPlain(call.layout) && rewrite(document.text, layout, nullptr, out);
     }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {
         ko::Orvid::Dom dom;
         dom.setRoot(document.root, false);
-        dom.setWriteMeta(call.hasMeta || call.isInPlace);
+        dom.setWriteMeta(call.hasMeta);
         out.append(jsonText(dom, call.layout));
     }
 };

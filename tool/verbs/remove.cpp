@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "call/Options.h"
+#include "edit/Kept.h"
 #include "input/PathWords.h"
 #include "verbs/verbs.h"
 
@@ -46,19 +47,22 @@ public:
         words.repeated("--also", m_paths, "PATH", "a further path, removed after those before it");
         addLayout(words, call);
         addInPlace(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 
     void prepare(SCall& /*call*/) override { m_paths.insert(m_paths.begin(), m_path); }
 
 private:
+    void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+
     void apply(const SCall& call, Document& document, Bytes& out) const override {
         for (const std::string& word : m_paths) {
             withPath(word, [&](const Path& path) {
                 removeElement(document.root.get(path), document.place);
             });
         }
-        out.append(jsonText(document.root, call.layout));
+        appendEdited(call, document, out);
     }
 
     std::string m_path;

@@ -4,7 +4,9 @@
 
 #include <utility>
 
+#include "edit/Kept.h"
 #include "edit/TextEdit.h"
+#include "edit/TextSplice.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -51,6 +53,26 @@ private:
         if (!m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
+        return keepsText(call) ? spliceAll(document.text, out) : rewriteAll(call, document, out);
+    }
+
+    bool spliceAll(std::string_view text, Bytes& out) const {
+        Bytes edited;
+        for (std::size_t i = 0; i < m_textEdits.size(); ++i) {
+            Bytes next;
+            if (!splice(text, m_textEdits[i].steps, assignments()[i].value, next)) {
+                return false;
+            }
+            next.append("\n");  // which the next lookup needs
+            edited = std::move(next);
+            text = edited.view().substr(0, edited.length() - 1);
+        }
+        edited.cut(text.length());
+        out.swap(edited);
+        return true;
+    }
+
+    bool rewriteAll(const SCall& call, const Document& document, Bytes& out) const {
         Bytes edited;
         std::string_view text = document.text;
         for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {

@@ -34,7 +34,7 @@ public:
     }
 
 private:
-    void read(Document& document) const override {
+    void read(const SCall& /*call*/, Document& document) const override {
         document.root = Element::k_emptyElement;
         SPlace place = document.place;
         std::string_view rest = document.text;
