@@ -25,7 +25,7 @@ make_locale() {
 # print_skipped PRESET: which tests of the last run were skipped, and why.
 print_skipped() {
     awk '/^[0-9]+\/[0-9]+ Test: / { test = $3 }
-        /: Skipped$/ { getline; print "SKIPPED: " test ": " $0 }
+        /: Skipped$/ { getline; sub(/^[A-Z ]+: /, ""); print "SKIPPED: " test ": " $0 }
         /^SKIPPED: / { print "SKIPPED: " test ": " substr($0, 10) }' "build/$1/Testing/Temporary/LastTest.log"
 }
 

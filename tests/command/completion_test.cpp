@@ -30,7 +30,7 @@ std::string offeredByBash(const std::string& words) {
 
 TEST(completion, of_bash_offers_verbs_options_and_choices) {
     if (!isInstalled("bash")) {
-        GTEST_SKIP() << "NOT RUN: bash is not installed";
+        GTEST_SKIP() << "bash is not installed";
     }
     EXPECT_EQ(offeredByBash("orvid un"), "\nunpaths\n");
     EXPECT_NE(offeredByBash("orvid ").find("\ndata-path\n"), std::string::npos);
@@ -42,7 +42,7 @@ TEST(completion, of_bash_offers_verbs_options_and_choices) {
 
 TEST(completion, of_zsh_is_understood) {
     if (!isInstalled("zsh")) {
-        GTEST_SKIP() << "NOT RUN: zsh is not installed";
+        GTEST_SKIP() << "zsh is not installed";
     }
     EXPECT_EQ(runCommand({"zsh", "-n", k_folder + "_orvid"}), orvid_test::printed(""));
     // The subshells of zsh send SIGCONT to their children. That undoes the SIGSTOP by which
@@ -60,7 +60,7 @@ words=(orvid ""); CURRENT=2; . "$1"; words=(orvid set --); CURRENT=3; . "$1"' x 
 
 TEST(completion, of_fish_offers_verbs_options_and_choices) {
     if (!isInstalled("fish")) {
-        GTEST_SKIP() << "NOT RUN: fish is not installed";
+        GTEST_SKIP() << "fish is not installed";
     }
     const auto offered = [](const std::string& line) {
         return shell(

@@ -32,8 +32,8 @@ CommandResult failed(int status, const std::string& line);
 /// standard input. Throws std::system_error when it cannot be started; a status of 127 is one like
 /// any other.
 CommandResult runCommand(const std::vector<std::string>& command, const std::string& input = "");
-/// Runs the program with a terminal of its own for all three; what that shows is in `out`. A program
-/// that cannot be started gives the status 127.
+/// Runs the program with a terminal of its own for all three; what that shows is in `out`. A
+/// program that cannot be started gives the status 127.
 CommandResult runOnTerminal(const std::vector<std::string>& command);
 /// Whether a program of that name is found on the PATH.
 bool isInstalled(const std::string& program);
