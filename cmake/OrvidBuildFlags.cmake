@@ -1,13 +1,11 @@
 # The flags that every target of this project is compiled with. They stay private to it: a project that
-# adds this one as a sub-directory keeps its own.
+# adds this one as a sub-directory keeps its own. Warnings are errors in the presets only, which set
+# CMAKE_COMPILE_WARNING_AS_ERROR: a later compiler may warn of more.
 add_library(orvid_build_flags INTERFACE)
 target_compile_features(orvid_build_flags INTERFACE cxx_std_17)
 target_compile_options(orvid_build_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2)
-if(ORVID_IS_TOP_LEVEL)
-  target_compile_options(orvid_build_flags INTERFACE -Werror)
-endif()
 if(ORVID_SANITIZE)
   target_compile_options(orvid_build_flags INTERFACE
     -fsanitize=${ORVID_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
