@@ -38,7 +38,6 @@ class KeyNotFound;
 class Number;
 template<class Key, class Value, class Compare = std::less<Key>>
 class Object;
-class ParentLinks;
 class ParseException;
 class PatchException;
 class Path;
