@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::IndexList, a sequence whose items keep their address for life and are reached by position at
-// once: a linked list of the items and, where they are more than a few, a vector of pointers to
-// them.
+// once.
 
 #pragma once
 
-#include <ko/detail/Companion.h>
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/ItemIterator.h>
+#include <ko/detail/ItemRuns.h>
+#include <ko/detail/PlacesOf.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
-#include <list>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -21,12 +20,9 @@
 
 namespace ko {
 
-/// A sequence of T. References and iterators to an item live until that item is removed. An
-/// operation that throws while it adds an item leaves the sequence as it was. Positions count from
-/// 0.
-///
-/// The invariant: after every public operation the vector holds exactly the addresses of the list's
-/// items, in order, or there is none and there are at most k_largestWalk items.
+/// A sequence of T. References to an item live until that item is removed; iterators stand for
+/// positions, which change when items before them come or go. An operation that throws leaves the
+/// sequence as it was. Positions count from 0; there are at most 2^32 - 2.
 template<class T>
 class IndexList {
 public:
@@ -35,177 +31,161 @@ public:
     using difference_type = std::ptrdiff_t;
     using reference = T&;
     using const_reference = const T&;
-    using TList = std::list<T, NodeAllocator<T>>;
-    using iterator = typename TList::iterator;
-    using const_iterator = typename TList::const_iterator;
+    using iterator = detail::ItemIterator<T, T>;
+    using const_iterator = detail::ItemIterator<T, const T>;
+    using reverse_iterator = std::reverse_iterator<iterator>;
+    using const_reverse_iterator = std::reverse_iterator<const_iterator>;
 
     IndexList() = default;
     IndexList(const IndexList&) = delete;
     IndexList& operator=(const IndexList&) = delete;
-    /// Takes the items over, with their addresses, in constant time; `other` is empty afterwards.
-    IndexList(IndexList&& other) noexcept { exchange(other); }
-    /// The former items are destroyed; `other` may lie within them.
-    IndexList& operator=(IndexList&& other) noexcept {
-        IndexList taken(std::move(other));
-        exchange(taken);
-        return *this;
-    }
-    virtual ~IndexList() = default;
+    virtual ~IndexList() { TPlaces::end(*this); }
 
     /// Appends a copy of `value`, which may be an item of this sequence. Amortised constant cost.
     virtual void push_back(const T& value) { emplaceBack(value); }
 
     /// Removes the last item. The sequence must not be empty.
-    virtual void pop_back() {
-        if (m_vector) {
-            m_vector->pop_back();
+    virtual void pop_back() { m_items.pop(); }
+
+    /// Exchanges the items; each keeps its address. Throws, with no effect, where the items could
+    /// not be freed any more, since one of these sequences lies within an item of the other.
+    virtual void swap(IndexList& other) {
+        if (this != &other) {
+            TPlaces::beginExchange(*this, other);
+            exchange(other);
         }
-        m_list.pop_back();
     }
 
-    /// Exchanges the items; each keeps its address.
-    virtual void swap(IndexList& other) { exchange(other); }
+    /// Tells a subclass that positions have changed. Here it has nothing to do.
+    virtual void updateVector() {}
 
-    /// Makes the vector agree with the list. Linear cost.
-    virtual void updateVector() {
-        if (m_list.size() <= k_largestWalk) {
-            m_vector.reset();
-            return;
-        }
-        if (!m_vector) {
-            m_vector = std::make_unique<std::vector<T*>>();
-        }
-        m_vector->resize(m_list.size(), nullptr);
-        std::transform(m_list.begin(), m_list.end(), m_vector->begin(),
-                       [](T& item) { return &item; });
+    /// Inserts a copy of `value`, which may be an item of this sequence, before the position and
+    /// answers the new item's. Linear cost.
+    iterator insert(const_iterator position, const T& value) {
+        return emplaceAt(position.position(), value);
+    }
+    /// The same. Throws std::out_of_range for a position behind the end.
+    iterator insert(size_type position, const T& value) {
+        return emplaceAt(checked(position, size() + 1), value);
     }
 
-    /// Removes the item at `position` and answers the position behind it. Linear cost.
-    iterator erase(const_iterator position) {
-        const iterator next = m_list.erase(position);
+    /// Removes the item at `position` and answers the position behind it. Linear cost. Throws
+    /// std::bad_alloc, unless it is the last item.
+    iterator erase(const_iterator position) { return erase(position, position + 1); }
+    /// Removes the items from `first` to before `last`. Linear cost. Throws std::bad_alloc, unless
+    /// `last` is the end.
+    iterator erase(const_iterator first, const_iterator last) {
+        if (first != last) {
+            m_items.erase(first.position(), last.position());
+            updateVector();
+        }
+        return iteratorAt(first.position());
+    }
+
+    /// Removes all items. Linear cost.
+    void clear() noexcept { m_items.clear(); }
+
+    /// Removes items from the end, or appends items made from nothing, up to that number.
+    void resize(size_type count) {
+        const size_type before = size();
+        m_items.erase(std::min(before, count), before);
+        try {
+            while (size() < count) {
+                m_items.append();
+            }
+        } catch (...) {
+            m_items.erase(before, size());
+            throw;
+        }
         updateVector();
-        return next;
     }
 
-    /// Puts all items, with their addresses, before those of `list`, and is empty afterwards.
-    void giveAll(TList& list) noexcept {
-        m_vector.reset();
-        list.splice(list.begin(), m_list);
-    }
+    /// Makes room for so many items side by side. No effect once there was an item. Throws
+    /// std::bad_alloc.
+    void reserve(size_type count) { m_items.reserve(count); }
 
-    size_type size() const noexcept { return m_list.size(); }
-    bool empty() const noexcept { return m_list.empty(); }
+    size_type size() const noexcept { return m_items.size(); }
+    bool empty() const noexcept { return size() == 0; }
 
-    T& operator[](size_type position) { return itemAt(*this, position); }
-    const T& operator[](size_type position) const { return itemAt(*this, position); }
+    T& operator[](size_type position) { return m_items.at(position); }
+    const T& operator[](size_type position) const { return m_items.at(position); }
     /// Throws std::out_of_range when there is no such position.
-    T& at(size_type position) { return itemAt(*this, checked(position)); }
-    const T& at(size_type position) const { return itemAt(*this, checked(position)); }
-    T& front() { return m_list.front(); }
-    const T& front() const { return m_list.front(); }
-    T& back() { return m_list.back(); }
-    const T& back() const { return m_list.back(); }
+    T& at(size_type position) { return m_items.at(checked(position, size())); }
+    const T& at(size_type position) const { return m_items.at(checked(position, size())); }
+    T& front() { return m_items.at(0); }
+    const T& front() const { return m_items.at(0); }
+    T& back() { return m_items.at(size() - 1); }
+    const T& back() const { return m_items.at(size() - 1); }
 
-    iterator begin() noexcept { return m_list.begin(); }
-    iterator end() noexcept { return m_list.end(); }
-    const_iterator begin() const noexcept { return m_list.begin(); }
-    const_iterator end() const noexcept { return m_list.end(); }
-    const_iterator cbegin() const noexcept { return m_list.cbegin(); }
-    const_iterator cend() const noexcept { return m_list.cend(); }
+    iterator begin() noexcept { return iteratorAt(0); }
+    iterator end() noexcept { return iteratorAt(size()); }
+    const_iterator begin() const noexcept { return const_iterator(m_items, 0); }
+    const_iterator end() const noexcept { return const_iterator(m_items, size()); }
+    const_iterator cbegin() const noexcept { return begin(); }
+    const_iterator cend() const noexcept { return end(); }
+    reverse_iterator rbegin() noexcept { return reverse_iterator(end()); }
+    reverse_iterator rend() noexcept { return reverse_iterator(begin()); }
+    const_reverse_iterator rbegin() const noexcept { return const_reverse_iterator(end()); }
+    const_reverse_iterator rend() const noexcept { return const_reverse_iterator(begin()); }
+    const_reverse_iterator crbegin() const noexcept { return rbegin(); }
+    const_reverse_iterator crend() const noexcept { return rend(); }
+
+    /// Removes the items that `matches` accepts and answers how many there were. Linear cost.
+    /// Throws what `matches` throws, and std::bad_alloc.
+    template<class Matches>
+    size_type eraseIf(Matches&& matches) {
+        return eraseMatches(matches, false);
+    }
 
 protected:
-    using Companion = typename CompanionOf<T>::Type;
+    using TPlaces = detail::PlacesOf<T>;
 
-    Companion& companion() noexcept { return m_companion; }
+    iterator iteratorAt(size_type position) noexcept { return iterator(m_items, position); }
 
-    /// Exchanges the items with no further effect, whatever a subclass makes of swap().
-    void exchange(IndexList& other) noexcept {
-        m_list.swap(other.m_list);
-        m_vector.swap(other.m_vector);
-        std::swap(m_companion, other.m_companion);
-    }
-
-    template<class... Arguments>
-    T& emplaceBack(Arguments&&... arguments) {
-        // The vector's room comes first, so that nothing can fail once the item is there.
-        const bool isIndexed = m_list.size() >= k_largestWalk || m_vector;
-        if (isIndexed) {
-            prepareVector();
-        }
-        T& item = m_list.emplace_back(std::forward<Arguments>(arguments)...);
-        if (isIndexed) {
-            m_vector->push_back(&item);
-        }
-        return item;
-    }
-
-    /// Walks the sequence and removes the items that `matches` accepts; the item that directly
-    /// follows a removed one is passed over unseen. Linear cost. What `matches` throws ends the
-    /// walk.
-    template<class Matches>
-    void eraseMatches(const Matches& matches) {
-        UpdateAtEnd update{*this};
-        iterator item = m_list.begin();
-        while (item != m_list.end()) {
-            if (!matches(std::as_const(*item))) {
-                ++item;
-                continue;
-            }
-            item = m_list.erase(item);
-            update.due = true;
-            if (item != m_list.end()) {
-                ++item;
-            }
-        }
-    }
-
-private:
-    /// Also when the walk ends with an exception. The vector shrinks here, so this never throws.
-    struct UpdateAtEnd {
-        IndexList& list;
-        bool due = false;
-        ~UpdateAtEnd() {
-            if (due) {
-                list.updateVector();
-            }
-        }
-    };
-
-    /// Up to here an item is reached by walking to it, which saves many small arrays a vector.
-    static constexpr size_type k_largestWalk = 4;
-
-    /// Gives the vector room for one more than the present items, which it holds afterwards. Throws
-    /// std::bad_alloc, leaving the sequence as it was.
-    void prepareVector() {
-        if (!m_vector) {
-            auto vector = std::make_unique<std::vector<T*>>();
-            vector->reserve(2 * m_list.size());
-            for (T& item : m_list) {
-                vector->push_back(&item);
-            }
-            m_vector = std::move(vector);
-        } else if (m_vector->size() == m_vector->capacity()) {
-            m_vector->reserve(2 * m_list.size());
-        }
-    }
-
-    template<class List>
-    static auto& itemAt(List& self, size_type position) {
-        return self.m_vector
-                   ? *(*self.m_vector)[position]
-                   : *std::next(self.m_list.begin(), static_cast<difference_type>(position));
-    }
-
-    size_type checked(size_type position) const {
-        if (position >= size()) {
+    size_type checked(size_type position, size_type end) const {
+        if (position >= end) {
             throw std::out_of_range("IndexList: there is no item " + std::to_string(position));
         }
         return position;
     }
 
-    TList m_list;
-    std::unique_ptr<std::vector<T*>> m_vector;
-    Companion m_companion;
+    /// Exchanges the items with no further effect.
+    void exchange(IndexList& other) noexcept { m_items.swap(other.m_items); }
+
+    template<class... Arguments>
+    T& emplaceBack(Arguments&&... arguments) {
+        return m_items.append(std::forward<Arguments>(arguments)...);
+    }
+
+    /// As eraseIf(); where `skips`, the item that directly follows a removed one is passed over
+    /// unseen.
+    template<class Matches>
+    size_type eraseMatches(Matches& matches, bool skips) {
+        std::vector<std::uint32_t> found;
+        bool isSkipped = false;
+        for (iterator item = begin(); item != end(); ++item) {
+            const bool isFound = !isSkipped && matches(*item);
+            if (isFound) {
+                found.push_back(static_cast<std::uint32_t>(item.position()));
+            }
+            isSkipped = isFound && skips;
+        }
+        m_items.erase(found);
+        if (!found.empty()) {
+            updateVector();
+        }
+        return found.size();
+    }
+
+    template<class Value>
+    iterator emplaceAt(size_type position, Value&& value) {
+        m_items.insert(position, std::forward<Value>(value));
+        updateVector();
+        return iteratorAt(position);
+    }
+
+private:
+    detail::ItemRuns<T> m_items;
 };
 
 }  // namespace ko

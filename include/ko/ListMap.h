@@ -5,9 +5,9 @@
 
 #pragma once
 
-#include <ko/detail/Companion.h>
 #include <ko/detail/KeyIndex.h>
 #include <ko/detail/NodeMemory.h>
+#include <ko/detail/PlacesOf.h>
 
 #include <cstddef>
 #include <functional>
@@ -15,6 +15,7 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace ko {
 
@@ -48,27 +49,18 @@ public:
         m_list = other.m_list;
         m_map.update(m_list);
     }
-    /// Takes the members over, with their addresses, in constant time; `other` is empty afterwards.
-    ListMap(ListMap&& other) noexcept : m_map(other.m_map.compare()) { exchange(other); }
-
     /// The copy is complete before the former members are destroyed, so `other` may lie within
     /// them.
     ListMap& operator=(const ListMap& other) {
         if (this != &other) {
             ListMap copy(other);
             exchange(copy);
+            TPlaces::renew(*this);
         }
         return *this;
     }
 
-    /// The former members are destroyed; `other` may lie within them.
-    ListMap& operator=(ListMap&& other) noexcept {
-        ListMap taken(std::move(other));
-        exchange(taken);
-        return *this;
-    }
-
-    virtual ~ListMap() = default;
+    virtual ~ListMap() { TPlaces::end(*this); }
 
     /// Appends a copy of `member`, or, when its key is there already, assigns to the present
     /// member, which keeps its place in the order. Answers the member and whether it is new.
@@ -89,9 +81,11 @@ public:
         return spot.position != m_list.end() ? spot.position : add(spot, position, member);
     }
 
-    /// Exchanges the members; each keeps its address.
+    /// Exchanges the members; each keeps its address. Throws, with no effect, where the members
+    /// could not be freed any more, since one of these maps lies within a member of the other.
     virtual void swap(ListMap& other) {
         if (this != &other) {
+            TPlaces::beginExchange(*this, other);
             exchange(other);
         }
     }
@@ -112,6 +106,10 @@ public:
         return m_map.find(const_cast<TList&>(m_list), key).position;
     }
     bool contains(const Key& key) const { return find(key) != end(); }
+    template<class Like, class = EnableIfLike<Like>>
+    bool contains(const Like& key) const {
+        return find(key) != end();
+    }
 
     /// Removes the member and answers the position behind it. O(log n).
     iterator erase(iterator position) {
@@ -119,19 +117,32 @@ public:
         return m_list.erase(position);
     }
     /// Removes the member with that key and answers how many there were: 0 or 1. O(log n).
-    size_type erase(const Key& key) {
-        const iterator present = find(key);
-        if (present == m_list.end()) {
-            return 0;
-        }
-        erase(present);
-        return 1;
+    size_type erase(const Key& key) { return eraseFound(find(key)); }
+    template<class Like, class = EnableIfLike<Like>>
+    size_type erase(const Like& key) {
+        return eraseFound(find(key));
     }
 
-    /// Puts all members, with their addresses, before those of `list`, and is empty afterwards.
-    void giveAll(TList& list) noexcept {
+    /// Removes all members. Linear cost.
+    void clear() noexcept {
         m_map.clear();
-        list.splice(list.begin(), m_list);
+        m_list.clear();
+    }
+
+    /// Removes the members that `matches` accepts and answers how many there were. Linear cost, and
+    /// O(log n) for each member that is removed. Throws what `matches` throws, and std::bad_alloc.
+    template<class Matches>
+    size_type eraseIf(Matches&& matches) {
+        std::vector<iterator> found;
+        for (iterator member = begin(); member != end(); ++member) {
+            if (matches(*member)) {
+                found.push_back(member);
+            }
+        }
+        for (const iterator member : found) {
+            erase(member);
+        }
+        return found.size();
     }
 
     size_type size() const noexcept { return m_list.size(); }
@@ -144,9 +155,7 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    using Companion = typename CompanionOf<Value>::Type;
-
-    Companion& companion() noexcept { return m_companion; }
+    using TPlaces = detail::PlacesOf<Value>;
 
     /// The member with that key, and whether it is new: then it was appended, and Key and Value
     /// were made of what is given here, which otherwise is left alone.
@@ -162,11 +171,18 @@ protected:
                 true};
     }
 
+    // For a map that is being emptied, of which nothing is looked up any more.
+
+    value_type& lastMember() noexcept { return m_list.back(); }
+    void removeLastMember() noexcept {
+        m_map.clear();
+        m_list.pop_back();
+    }
+
     /// Exchanges the members with no further effect, whatever a subclass makes of swap().
     void exchange(ListMap& other) noexcept {
         m_list.swap(other.m_list);
         m_map.swap(other.m_map);
-        std::swap(m_companion, other.m_companion);
     }
 
 private:
@@ -185,6 +201,14 @@ private:
         return added;
     }
 
+    size_type eraseFound(iterator present) {
+        if (present == m_list.end()) {
+            return 0;
+        }
+        erase(present);
+        return 1;
+    }
+
     static void assign(value_type& present, const value_type& member) {
         if (&present != &member) {
             present.first = member.first;
@@ -194,7 +218,6 @@ private:
 
     TList m_list;
     TIndex m_map;
-    Companion m_companion;
 };
 
 }  // namespace ko

@@ -45,4 +45,5 @@
 #include <ko/Orvid/TypeException.h>
 #include <ko/Orvid/types.h>
 #include <ko/Orvid/ValueOutOfRange.h>
+#include <ko/Orvid/visit.h>
 #include <ko/Orvid/WriteOptions.h>

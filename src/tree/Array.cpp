@@ -6,7 +6,9 @@
 
 #include <utility>
 
+#include "tree/Containment.h"
 #include "tree/Place.h"
+#include "tree/Strays.h"
 
 namespace ko::Orvid {
 
@@ -15,49 +17,65 @@ Array<T>::Array(T* parent) : m_parent(parent) {}
 
 template<class T>
 Array<T>::Array(const Array& other, T* parent) : IndexList<T>(), m_parent(parent) {
+    copyItems(other);
+    withoutPositions();
+}
+
+template<class T>
+void Array<T>::copyItems(const Array& other) {
     NodeMemory nodes(sizeof(T) * 2 * other.size());
     const NodeMemory::Scope scope(nodes);
+    this->reserve(other.size());
     for (const T& item : other) {
-        const ParentLink& link = this->companion().to(parent);
-        Place::inArray(this->emplaceBack(item), link, 0);
+        append(item);
     }
 }
 
 template<class T>
-Array<T>::Array(Array&& other, T* parent) noexcept
-    : IndexList<T>(std::move(other)), m_parent(parent) {
-    moveTo(parent);
+Array<T>::Array(Array&& other, T* parent) noexcept : m_parent(parent) {
+    this->exchange(other);
+    tagAll();
 }
 
 template<class T>
-Array<T>& Array<T>::operator=(Array&& other) noexcept {
-    if (this != &other) {
-        // The former items go last: `other` may lie within them.
-        Array taken(std::move(other), m_parent);
-        this->exchange(taken);
+Array<T>& Array<T>::operator=(Array&& other) {
+    if (this == &other) {
+        return *this;
     }
+    if (liesInChild(*this, other)) {
+        return *this = std::as_const(other);
+    }
+    // The former items go last: `other` may lie within them.
+    Array taken(std::move(other));
+    this->exchange(taken);
+    tagAll();
     return *this;
 }
 
 template<class T>
 Array<T>& Array<T>::operator=(const Array& other) {
     if (this != &other) {
-        Array copy(other, m_parent);
+        Array copy(m_parent);
+        copy.copyItems(other);
         this->exchange(copy);
+        updateVector();
+        tagAll();
+        withoutPositions();
     }
     return *this;
 }
 
 template<class T>
-Array<T>::~Array() = default;
+Array<T>::~Array() {
+    Strays::comeHome(m_parent);
+}
 
 template<class T>
 template<class... Arguments>
 T& Array<T>::append(Arguments&&... arguments) {
-    const ParentLink& link = this->companion().to(m_parent);
     const auto position = this->size();
     T& item = this->emplaceBack(std::forward<Arguments>(arguments)...);
-    Place::inArray(item, link, position);
+    Place::inArray(item, m_parent, position);
     return item;
 }
 
@@ -73,7 +91,19 @@ T& Array<T>::appendNull() {
 
 template<class T>
 T& Array<T>::emplace_back(T&& value) {
-    return append(std::move(value));
+    return liesIn(*this, value) ? append(std::as_const(value)) : append(std::move(value));
+}
+
+template<class T>
+auto Array<T>::insert(const_iterator position, T&& value) -> iterator {
+    return liesIn(*this, value) ? this->emplaceAt(position.position(), std::as_const(value))
+                                : this->emplaceAt(position.position(), std::move(value));
+}
+
+template<class T>
+auto Array<T>::insert(size_type position, T&& value) -> iterator {
+    this->checked(position, this->size() + 1);
+    return insert(const_iterator(this->iteratorAt(position)), std::move(value));
 }
 
 template<class T>
@@ -84,13 +114,16 @@ void Array<T>::updateVector() {
 
 template<class T>
 void Array<T>::swap(Array& other) {
-    this->exchange(other);
+    if (this != &other) {
+        IndexList<T>::TPlaces::beginExchange(*this, other);
+        this->exchange(other);
+    }
     tagAll();
 }
 
 template<class T>
 void Array<T>::removeMatches(const std::function<bool(const T&)>& matches) {
-    this->eraseMatches(matches);
+    this->eraseMatches(matches, true);
 }
 
 template<class T>
@@ -100,19 +133,19 @@ void Array<T>::setParent(T* parent) {
 }
 
 template<class T>
-void Array<T>::moveTo(T* parent) noexcept {
-    m_parent = parent;
-    this->companion().setParent(parent);
+void Array<T>::tagAll() noexcept {
+    std::size_t position = 0;
+    for (T& item : *this) {
+        Place::inArray(item, m_parent, position++);
+    }
+    Strays::settle(static_cast<IndexList<T>*>(this));
 }
 
 template<class T>
-void Array<T>::tagAll() noexcept {
-    this->companion().setParent(m_parent);
-    std::size_t position = 0;
+void Array<T>::withoutPositions() noexcept {
     for (T& item : *this) {
-        Place::inArray(item, *this->companion().newest(), position++);
+        Place::withoutPosition(item);
     }
-    this->companion().forgetFormer();
 }
 
 template class Array<Element>;

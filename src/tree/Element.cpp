@@ -17,6 +17,7 @@
 #include "core/TextStream.h"
 #include "path/PathText.h"
 #include "tree/Ancestors.h"
+#include "tree/Containment.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
 
@@ -35,14 +36,6 @@ bool hasChildren(const Element::SData& data) {
         return data.value.array != nullptr && !data.value.array->empty();
     }
     return data.type == etObject && data.value.object != nullptr && !data.value.object->empty();
-}
-
-bool isWithin(const Element& element, const Element& tree) {
-    const Element* step = &element;
-    while (step != nullptr && step != &tree) {
-        step = step->parent();
-    }
-    return step != nullptr;
 }
 
 }  // namespace

@@ -4,7 +4,14 @@
 
 #include <ko/Orvid/Object.h>
 
+#include <ko/Orvid/PathException.h>
+
+#include <string>
+#include <utility>
+
+#include "tree/Containment.h"
 #include "tree/Place.h"
+#include "tree/Strays.h"
 
 namespace ko::Orvid {
 
@@ -14,53 +21,56 @@ Object<Key, Value, Compare>::Object(Value* parent) : m_parent(parent) {}
 template<class Key, class Value, class Compare>
 Object<Key, Value, Compare>::Object(const Object& other, Value* parent)
     : TBase(other), m_parent(parent) {
-    if (!this->empty()) {
-        this->companion().to(parent);
-        tagAll();
-    }
+    tagAll();
 }
 
 template<class Key, class Value, class Compare>
 Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(const Object& other) {
     if (this != &other) {
-        Object copy(other, m_parent);
+        Object copy(other);
         this->exchange(copy);
+        tagAll();
     }
     return *this;
 }
 
 template<class Key, class Value, class Compare>
-Object<Key, Value, Compare>::~Object() = default;
-
-template<class Key, class Value, class Compare>
-Object<Key, Value, Compare>::Object(Object&& other, Value* parent) noexcept
-    : TBase(std::move(other)), m_parent(parent) {
-    moveTo(parent);
+Object<Key, Value, Compare>::~Object() {
+    Strays::comeHome(m_parent);
 }
 
 template<class Key, class Value, class Compare>
-Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(Object&& other) noexcept {
-    if (this != &other) {
-        // The former members go last: `other` may lie within them.
-        Object taken(std::move(other), m_parent);
-        this->exchange(taken);
+Object<Key, Value, Compare>::Object(Object&& other, Value* parent) noexcept : m_parent(parent) {
+    this->exchange(other);
+    tagAll();
+}
+
+template<class Key, class Value, class Compare>
+Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(Object&& other) {
+    if (this == &other) {
+        return *this;
     }
+    if (liesInChild(*this, other)) {
+        return *this = std::as_const(other);
+    }
+    // The former members go last: `other` may lie within them.
+    Object taken(std::move(other));
+    this->exchange(taken);
+    tagAll();
     return *this;
 }
 
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert(const value_type& member) -> std::pair<iterator, bool> {
-    const ParentLink& link = this->companion().to(m_parent);
     const std::pair<iterator, bool> result = TBase::insert(member);
-    Place::inObject(result.first->second, link, result.first->first);
+    Place::inObject(result.first->second, m_parent, result.first->first);
     return result;
 }
 
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert(iterator position, const value_type& member) -> iterator {
-    const ParentLink& link = this->companion().to(m_parent);
     const iterator result = TBase::insert(position, member);
-    Place::inObject(result->second, link, result->first);
+    Place::inObject(result->second, m_parent, result->first);
     return result;
 }
 
@@ -82,8 +92,7 @@ template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert_or_assign(Key key, Value&& value)
     -> std::pair<iterator, bool> {
     // Only a new member takes the value over; no std::move, since it is still there otherwise.
-    const std::pair<iterator, bool> result =
-        findOrAppend(std::move(key), static_cast<Value&&>(value));
+    const std::pair<iterator, bool> result = emplace(std::move(key), static_cast<Value&&>(value));
     if (!result.second) {
         result.first->second = std::move(value);
     }
@@ -91,14 +100,38 @@ auto Object<Key, Value, Compare>::insert_or_assign(Key key, Value&& value)
 }
 
 template<class Key, class Value, class Compare>
+auto Object<Key, Value, Compare>::emplace(Key key, Value&& value) -> std::pair<iterator, bool> {
+    return liesIn(*this, value) ? findOrAppend(std::move(key), std::as_const(value))
+                                : findOrAppend(std::move(key), std::move(value));
+}
+
+template<class Key, class Value, class Compare>
+Value& Object<Key, Value, Compare>::at(std::string_view key) {
+    return const_cast<Value&>(std::as_const(*this).at(key));
+}
+
+template<class Key, class Value, class Compare>
+const Value& Object<Key, Value, Compare>::at(std::string_view key) const {
+    const auto member = this->find(key);
+    if (member == this->end()) {
+        throw PathNotFound(m_parent, std::string(key), std::string(key));
+    }
+    return member->second;
+}
+
+template<class Key, class Value, class Compare>
+Value& Object<Key, Value, Compare>::operator[](std::string_view key) {
+    return findOrAppend(key).first->second;
+}
+
+template<class Key, class Value, class Compare>
 template<class Text, class... Arguments>
 auto Object<Key, Value, Compare>::findOrAppend(Text&& key, Arguments&&... value)
     -> std::pair<iterator, bool> {
-    const ParentLink& link = this->companion().to(m_parent);
     const std::pair<iterator, bool> result =
         TBase::findOrAppend(std::forward<Text>(key), std::forward<Arguments>(value)...);
     if (result.second) {
-        Place::inObject(result.first->second, link, result.first->first);
+        Place::inObject(result.first->second, m_parent, result.first->first);
     }
     return result;
 }
@@ -106,6 +139,7 @@ auto Object<Key, Value, Compare>::findOrAppend(Text&& key, Arguments&&... value)
 template<class Key, class Value, class Compare>
 void Object<Key, Value, Compare>::swap(Object& other) {
     if (this != &other) {
+        TBase::TPlaces::beginExchange(*this, other);
         this->exchange(other);
         tagAll();
     }
@@ -118,18 +152,11 @@ void Object<Key, Value, Compare>::setParent(Value* parent) {
 }
 
 template<class Key, class Value, class Compare>
-void Object<Key, Value, Compare>::moveTo(Value* parent) noexcept {
-    m_parent = parent;
-    this->companion().setParent(parent);
-}
-
-template<class Key, class Value, class Compare>
 void Object<Key, Value, Compare>::tagAll() noexcept {
-    this->companion().setParent(m_parent);
     for (value_type& member : *this) {
-        Place::inObject(member.second, *this->companion().newest(), member.first);
+        Place::inObject(member.second, m_parent, member.first);
     }
-    this->companion().forgetFormer();
+    Strays::settle(static_cast<TBase*>(this));
 }
 
 template class Object<std::string, Element, std::less<std::string>>;

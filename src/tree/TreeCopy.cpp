@@ -47,6 +47,7 @@ private:
         SOpen opened{&target, &source, {}, {}};
         if (source.type == etArray) {
             opened.item = source.value.array->begin();
+            target.value.array->reserve(source.value.array->size());
         } else {
             opened.member = source.value.object->begin();
         }

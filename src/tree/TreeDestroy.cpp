@@ -1,82 +1,73 @@
 // SPDX-License-Identifier: MIT
 //
-// Destroying a tree. Children are spliced out of their container into a list of what is to be
-// destroyed, so that an element that is destroyed never holds any container with children.
+// Destroying a tree, from the leaves up. The way back up is kept in the containers themselves: what
+// a container that is being emptied names as its parent is the element to go on with after it.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
-#include <algorithm>
-#include <cstddef>
+#include <utility>
 
+#include "tree/Place.h"
 #include "tree/Tree.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-/// Up to here looking at all children first costs less than splicing them.
-constexpr std::size_t k_largestLook = 16;
-
-const Element& elementOf(const Element& item) { return item; }
-
-const Element& elementOf(const Element::TObject::value_type& member) { return member.second; }
-
-template<class Container>
-bool holdsFewScalars(const Container& container) {
-    return container.size() <= k_largestLook &&
-           std::none_of(container.begin(), container.end(),
-                        [](const auto& child) { return isContainer(elementOf(child).data()); });
+/// Whether this is a container, and one that was not lost when memory ran out.
+bool hasPayload(const Element::SData& data) noexcept {
+    return (data.type == etArray && data.value.array != nullptr) ||
+           (data.type == etObject && data.value.object != nullptr);
 }
 
 class Demolition {
 public:
-    /// Frees the container itself and keeps its children for run().
-    void take(Element::SData& data) noexcept {
-        if (data.type == etArray) {
-            takeContainer(data.value.array, m_items);
-        } else if (data.type == etObject) {
-            takeContainer(data.value.object, m_members);
-        }
-    }
-
-    void run() noexcept {
-        while (!m_items.empty() || !m_members.empty()) {
-            while (!m_items.empty()) {
-                const auto item = m_items.begin();
-                take(item->data());
-                m_items.erase(item);
-            }
-            if (!m_members.empty()) {
-                const auto member = m_members.begin();
-                take(member->second.data());
-                m_members.erase(member);
+    void run(Element& root) noexcept {
+        enter(root, nullptr);
+        while (m_current != nullptr) {
+            if (m_current->type() == etArray) {
+                goOn(*m_current->data().value.array);
+            } else {
+                goOn(*m_current->data().value.object);
             }
         }
     }
 
 private:
-    template<class Container, class List>
-    static void takeContainer(Container*& container, List& list) noexcept {
-        if (container != nullptr) {
-            if (!holdsFewScalars(*container)) {
-                container->giveAll(list);
-            }
-            delete container;
-            container = nullptr;
-        }
+    /// `element` is a container whose payload is there.
+    void enter(Element& element, Element* after) noexcept {
+        moveTree(element.data(), after);
+        m_current = &element;
     }
 
-    Element::TArray::TList m_items;
-    Element::TObject::TList m_members;
+    /// Removes children up to one that has children, or all and then the container.
+    template<class Container>
+    void goOn(Container& container) noexcept {
+        while (!container.empty()) {
+            Element& child = Place::lastOf(container);
+            if (hasPayload(child.data())) {
+                return enter(child, m_current);
+            }
+            Place::removeLast(container);
+        }
+        Element* const after = container.parent();
+        delete &container;
+        m_current->data() = Element::SData();
+        m_current = after;
+    }
+
+    Element* m_current = nullptr;
 };
 
 }  // namespace
 
 void destroyTree(Element::SData& data) noexcept {
-    Demolition demolition;
-    demolition.take(data);
-    demolition.run();
+    if (hasPayload(data)) {
+        Element root;
+        std::swap(root.data(), data);
+        Demolition().run(root);
+    }
 }
 
 }  // namespace ko::Orvid

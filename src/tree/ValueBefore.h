@@ -8,13 +8,15 @@
 
 #include <optional>
 
+#include "tree/Containment.h"
+
 namespace ko::Orvid {
 
 /// Keeps a copy of `value` when it lies in the tree of `edited`, and refers to it otherwise.
 class ValueBefore {
 public:
     ValueBefore(const Element& value, const Element& edited) : m_value(&value) {
-        if (value.root() == edited.root()) {
+        if (shareTree(value, edited)) {
             m_copy.emplace(value);
         }
     }

@@ -7,46 +7,64 @@
 #include <ko/IndexList.h>
 #include <ko/Orvid/Element.h>
 
+#include <cstddef>
 #include <functional>
 
 namespace ko::Orvid {
 
 /// The items of an array element, which it names as their parent. Made for Element only.
 ///
-/// Every item has an empty key, the array's parent, and its position as index, but after a copy:
+/// Every item has an empty key, the array's parent, and its position as index, except after a copy:
 /// the copies report index 0 until updateVector() or setParent() runs.
 template<class T>
 class KO_API Array : public IndexList<T>, public InNodeMemory {
 public:
+    using typename IndexList<T>::const_iterator;
+    using typename IndexList<T>::iterator;
+    using typename IndexList<T>::size_type;
+
     /// An empty array whose items will name `parent`, which may be null.
     explicit Array(T* parent = nullptr);
     /// Deep copies of the other's items. Throws std::bad_alloc.
     Array(const Array& other, T* parent = nullptr);
     /// The same in place of the present items; the parent stays. The copies are complete before the
-    /// former items are destroyed. Throws std::bad_alloc, leaving this array unchanged.
+    /// former items are destroyed. Calls updateVector(), after which the copies report index 0.
+    /// Throws std::bad_alloc, leaving this array unchanged.
     Array& operator=(const Array& other);
-    /// Takes the other's items over, in constant time, whose parent is `parent` then; `other` is
-    /// empty afterwards.
+    /// Takes the other's items over, with their addresses, whose parent is `parent` then; `other`
+    /// is empty afterwards. Linear in the number of items.
     Array(Array&& other, T* parent = nullptr) noexcept;
-    /// The same in place of the present items; the parent stays. `other` may lie within them.
-    Array& operator=(Array&& other) noexcept;
+    /// The same in place of the present items; the parent stays. `other` may lie within them. Where
+    /// this array lies within an item of `other`, the items are copied, and only then
+    /// std::bad_alloc may be thrown, leaving this array unchanged.
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
+    Array& operator=(Array&& other);
     ~Array() override;
 
     void push_back(const T& value) override;
-    /// Appends a null item and returns it.
+    /// Appends a null item and returns it. With push_back(), the way to build an array.
     T& appendNull();
-    /// Appends `value`, which is null afterwards, in constant time, and returns the item.
+    /// Appends `value`, which is null afterwards, and returns the item. Constant cost, except for a
+    /// walk up to the root where `value` has children. Where this array lies within `value`,
+    /// appends a copy and leaves `value` as it is. Throws std::bad_alloc, with both as they were.
     T& emplace_back(T&& value);
-    /// Makes positions and places agree with the order of the items. Linear cost.
+    using IndexList<T>::insert;
+    /// Inserts `value`, which is treated as by emplace_back(), before the position and answers the
+    /// new item's. Linear cost.
+    iterator insert(const_iterator position, T&& value);
+    /// The same. Throws std::out_of_range for a position behind the end.
+    iterator insert(size_type position, T&& value);
+    /// Makes places agree with the order of the items. Linear cost.
     void updateVector() override;
 
     using IndexList<T>::swap;
     /// Exchanges the items; each array keeps its parent. Only the items that this array now holds
-    /// learn their new place; for the others call other.setParent(other.parent()).
+    /// learn their new place; for the others call other.setParent(other.parent()). Throws Exception
+    /// where one array lies within an item of the other, and std::bad_alloc, with no effect.
     virtual void swap(Array& other);
 
     /// Removes the items that `matches` accepts; the item that directly follows a removed one is
-    /// passed over unseen. Linear cost.
+    /// passed over unseen. Linear cost. Throws as erase_if().
     void removeMatches(const std::function<bool(const T&)>& matches);
 
     T* parent() const noexcept { return m_parent; }
@@ -56,14 +74,21 @@ public:
 private:
     friend struct Place;
 
-    /// The items name that parent from now on; nothing else of their places changes.
-    void moveTo(T* parent) noexcept;
+    void copyItems(const Array& other);
     template<class... Arguments>
     T& append(Arguments&&... arguments);
     void tagAll() noexcept;
+    void withoutPositions() noexcept;
 
     T* m_parent;
 };
+
+/// Removes the items that `matches` accepts and answers how many there were. Linear cost. Throws
+/// what `matches` throws, and std::bad_alloc, leaving the array unchanged.
+template<class T, class Matches>
+std::size_t erase_if(Array<T>& array, Matches matches) {
+    return array.eraseIf(matches);
+}
 
 extern template class KO_API Array<Element>;
 

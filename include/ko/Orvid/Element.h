@@ -7,7 +7,7 @@
 
 #include <ko/detail/lifetime.h>
 #include <ko/export.h>
-#include <ko/Orvid/detail/ParentLinks.h>
+#include <ko/Orvid/detail/Places.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Path.h>
@@ -72,8 +72,8 @@ public:
     using IfText = std::enable_if_t<
         std::is_convertible_v<const Text&, std::string_view> && !std::is_null_pointer_v<Text>, int>;
 
-    /// What a container of elements keeps for all of them: the link to their parent.
-    using Companion = ParentLinks;
+    /// What containers do for the places of the elements in them.
+    using Places = detail::ElementPlaces;
 
     /// Null.
     Element() noexcept {}  // not defaulted, or g++ refuses `const Element e;` for the union's sake
@@ -188,8 +188,8 @@ public:
     // Place in the tree.
 
     /// The element whose container holds this one; null for a root or a free-standing element.
-    Element* parent() noexcept { return m_link == nullptr ? nullptr : m_link->parent; }
-    const Element* parent() const noexcept { return m_link == nullptr ? nullptr : m_link->parent; }
+    Element* parent() noexcept { return m_link == nullptr ? nullptr : *m_link; }
+    const Element* parent() const noexcept { return m_link == nullptr ? nullptr : *m_link; }
     /// The 0-based position in the parent array as it was last set; meaningful only while the
     /// parent is an array. Items of a copied array report 0 until Array::updateVector() or
     /// setParent() runs; path() names their true place all the same.
@@ -214,6 +214,28 @@ public:
     /// The path of this element's description in the schema, which always begins `meta.schema`.
     std::string schemaPath(const Element* relativeTo = nullptr) const;
     std::ostream& schemaPath(std::ostream& out, const Element* relativeTo = nullptr) const;
+
+    // Children. All of these look one level down; get() follows a path.
+
+    /// How many items or members this has; 0 unless it is an array or an object.
+    std::size_t size() const noexcept;
+    /// The item at the 0-based position. O(1). Throws TypeException unless this is an array, and
+    /// PathNotFound where it has no such item.
+    Element& at(std::size_t position);
+    const Element& at(std::size_t position) const;
+    /// The member under the key, which is no path. O(log n). Throws TypeException unless this is an
+    /// object, and PathNotFound where it has no such member.
+    Element& at(std::string_view key);
+    const Element& at(std::string_view key) const;
+    /// The item at the 0-based position; null where there is none, or this is no array. O(1).
+    Element* item(std::size_t position) noexcept;
+    const Element* item(std::size_t position) const noexcept;
+    /// The member under the key, which is no path; null where there is none, or this is no object.
+    /// O(log n).
+    Element* member(std::string_view key);
+    const Element* member(std::string_view key) const;
+    /// Whether this is an object that has a member under the key, which is no path. O(log n).
+    bool contains(std::string_view key) const { return member(key) != nullptr; }
 
     // Lookup by path. All of them throw ParseException for a malformed path and for a step `[*]`,
     // the try forms included. The cost is that of parsing the path and, for each step, O(log n) in
@@ -395,7 +417,7 @@ private:
     void replaceNumber(Number* number) noexcept;
 
     SData m_data;
-    const ParentLink* m_link = nullptr;  ///< kept by the container; null without one
+    Element* const* m_link = nullptr;    ///< the container's parent; null without a container
     const std::string* m_key = nullptr;  ///< the member's, beside this; null outside an object
     unsigned int m_index = 0;
 };

@@ -7,6 +7,7 @@
 #include <ko/ListMap.h>
 #include <ko/Orvid/Element.h>
 
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -30,27 +31,51 @@ public:
     /// The same in place of the present members; the parent stays. The copies are complete before
     /// the former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
     Object& operator=(const Object& other);
-    /// Takes the other's members over, in constant time, whose parent is `parent` then; `other` is
-    /// empty afterwards.
+    /// Takes the other's members over, with their addresses, whose parent is `parent` then; `other`
+    /// is empty afterwards. Linear in the number of members.
     Object(Object&& other, Value* parent = nullptr) noexcept;
     /// The same in place of the present members; the parent stays. `other` may lie within them.
-    Object& operator=(Object&& other) noexcept;
+    /// Where this object lies within a member of `other`, the members are copied, and only then
+    /// std::bad_alloc may be thrown, leaving this object unchanged.
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
+    Object& operator=(Object&& other);
     ~Object() override;
 
     std::pair<iterator, bool> insert(const value_type& member) override;
     iterator insert(iterator position, const value_type& member) override;
-    /// The member with that key, set to null; appended when it is not there yet.
+    /// The member with that key, set to null; appended when it is not there yet. The way to build
+    /// an object. O(log n).
     Value& resetMember(std::string_view key);
     /// The member with that key as it is, or a null one that is appended, and whether it is new.
     /// O(log n). Throws std::bad_alloc, leaving the object unchanged.
     std::pair<iterator, bool> try_emplace(std::string_view key);
     /// Sets the member with that key to `value`, which is null afterwards; it is appended when it
-    /// is not there yet. Answers the member and whether it is new. O(log n).
+    /// is not there yet. Answers the member and whether it is new. O(log n), and a walk up to the
+    /// root where `value` has children. Where this object lies within `value`, a copy is set, and
+    /// `value` stays as it is. Throws std::bad_alloc, with both as they were.
     std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);
+    /// Appends a member with that key and a value made of the arguments, unless the key is there
+    /// already. Answers the member and whether it is new. O(log n). As insert_or_assign()
+    /// otherwise.
+    std::pair<iterator, bool> emplace(Key key, Value&& value);
+    template<class... Arguments>
+    std::pair<iterator, bool> emplace(Key key, Arguments&&... arguments) {
+        return emplace(std::move(key), Value(std::forward<Arguments>(arguments)...));
+    }
+
+    /// The value of the member with that key. O(log n). Throws PathNotFound, with the parent as
+    /// context, when there is none.
+    Value& at(std::string_view key);
+    const Value& at(std::string_view key) const;
+    /// The value of the member with that key; a null member is appended when there is none. O(log
+    /// n).
+    Value& operator[](std::string_view key);
 
     using TBase::swap;
     /// Exchanges the members; each object keeps its parent. Only the members that this object now
-    /// holds learn their new place; for the others call other.setParent(other.parent()).
+    /// holds learn their new place; for the others call other.setParent(other.parent()). Throws
+    /// Exception where one object lies within a member of the other, and std::bad_alloc, with no
+    /// effect.
     virtual void swap(Object& other);
 
     Value* parent() const noexcept { return m_parent; }
@@ -60,14 +85,20 @@ public:
 private:
     friend struct Place;
 
-    /// The members name that parent from now on; nothing else of their places changes.
-    void moveTo(Value* parent) noexcept;
     void tagAll() noexcept;
     template<class Text, class... Arguments>
     std::pair<iterator, bool> findOrAppend(Text&& key, Arguments&&... value);
 
     Value* m_parent;
 };
+
+/// Removes the members that `matches` accepts, which is given each key and value as a pair, and
+/// answers how many there were. Linear cost, and O(log n) for each member that is removed. Throws
+/// what `matches` throws, and std::bad_alloc, leaving the object unchanged.
+template<class Key, class Value, class Compare, class Matches>
+std::size_t erase_if(Object<Key, Value, Compare>& object, Matches matches) {
+    return object.eraseIf(matches);
+}
 
 extern template class KO_API Object<std::string, Element, std::less<std::string>>;
 

@@ -43,7 +43,6 @@ class LimitExceeded;
 class Number;
 template<class Key, class Value, class Compare = std::less<Key>>
 class Object;
-class ParentLinks;
 class ParseException;
 class PatchException;
 struct PatchOptions;

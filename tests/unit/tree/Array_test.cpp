@@ -330,18 +330,6 @@ TEST(Array, swap_as_an_index_list_tells_no_item_its_place) {
     CHECK_LINKS(doc.root);
 }
 
-TEST(Array, giveAll_leaves_an_array_that_takes_new_items) {
-    Document doc("[1,[2]]");
-    Element::TArray::TList taken;
-    doc.root.array().giveAll(taken);
-    EXPECT_EQ("[]", compact(doc.root));
-    ASSERT_EQ(2u, taken.size());
-    EXPECT_EQ("[2]", compact(taken.back()));
-    doc.root.array().push_back(3);
-    EXPECT_EQ("[3]", compact(doc.root));
-    CHECK_LINKS(doc.root);
-}
-
 TEST(Array, is_destroyed_as_an_index_list_too) {
     const Document doc(R"([1,"a string that is too long to lie in place",[2]])");
     const std::unique_ptr<ko::IndexList<Element>> list = std::make_unique<TArray>(doc.root.array());

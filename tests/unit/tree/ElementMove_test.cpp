@@ -29,9 +29,7 @@ using orvid_test::Document;
 
 static_assert(std::is_nothrow_move_constructible_v<Element>);
 static_assert(std::is_nothrow_move_constructible_v<Element::TArray>);
-static_assert(std::is_nothrow_move_assignable_v<Element::TArray>);
 static_assert(std::is_nothrow_move_constructible_v<Element::TObject>);
-static_assert(std::is_nothrow_move_assignable_v<Element::TObject>);
 static_assert(std::is_nothrow_move_constructible_v<Number>);
 static_assert(std::is_nothrow_move_constructible_v<Dom>);
 

@@ -336,18 +336,6 @@ TEST(Object, tags_members_when_used_as_a_list_map) {
     CHECK_LINKS(doc.root);
 }
 
-TEST(Object, giveAll_leaves_an_object_that_takes_new_members) {
-    Document doc(R"({"a":[1],"b":2})");
-    Element::TObject::TList taken;
-    doc.root.object().giveAll(taken);
-    EXPECT_EQ("{}", compact(doc.root));
-    ASSERT_EQ(2u, taken.size());
-    EXPECT_EQ("[1]", compact(taken.front().second));
-    doc.root.object().insert({"a", 3});
-    EXPECT_EQ(R"({"a": 3})", compact(doc.root));
-    CHECK_LINKS(doc.root);
-}
-
 TEST(Object, is_destroyed_as_a_list_map_too) {
     const Document doc(R"({"a key that is too long to lie in place":{"a":[1]}})");
     const std::unique_ptr<TObject::TBase> map = std::make_unique<TObject>(doc.root.object());

@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: MIT
+//
+// ko::detail::ItemRuns, where the items of an IndexList lie: in runs, side by side, each further
+// run as long as all before it. So an item never moves, and is reached by its position without a
+// list of them. Once items are removed from or inserted into the middle, a vector keeps their order
+// instead.
+
+#pragma once
+
+#include <ko/detail/NodeMemory.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+namespace ko::detail {
+
+/// Items at positions from 0, whose addresses stay. An operation that throws leaves all as it was.
+/// Positions that are given must be there.
+///
+/// The invariant: the items fill the runs in order; or, where m_shape.isLoose, their addresses are
+/// m_more.loose->items, each in one of m_more.loose->runs or in a block of its own.
+template<class T>
+class ItemRuns {
+public:
+    ItemRuns() noexcept = default;
+    ItemRuns(const ItemRuns&) = delete;
+    ItemRuns& operator=(const ItemRuns&) = delete;
+    ~ItemRuns() { clear(); }
+
+    std::size_t size() const noexcept { return m_size; }
+
+    T& at(std::size_t position) const noexcept {
+        std::size_t end = 0;
+        return *locate(position, end);
+    }
+
+    /// The item at the position. `end` becomes the first position after it whose item does not lie
+    /// beside its neighbor's.
+    T* locate(std::size_t position, std::size_t& end) const noexcept {
+        if (position < m_shape.firstLength) {
+            end = m_shape.firstLength;
+            return m_first + position;
+        }
+        if (m_shape.isLoose) {
+            end = position + 1;
+            return m_more.loose->items[position];
+        }
+        const Spot spot = spotOf(position);
+        end = 2 * spot.begin;
+        return m_more.runs[spot.run] + (position - spot.begin);
+    }
+
+    /// Room for so many items in the first run. No effect once there was an item. Throws
+    /// std::bad_alloc.
+    void reserve(std::size_t count) {
+        if (m_first == nullptr && !m_shape.isLoose && count != 0) {
+            openFirst(std::min(count, k_longestFirst));
+        }
+    }
+
+    /// Throws std::length_error where std::uint32_t cannot count the items, std::bad_alloc, and
+    /// what the constructor throws.
+    template<class... Arguments>
+    T& append(Arguments&&... arguments) {
+        requireNumber();
+        if (m_shape.isLoose) {
+            return insertLoose(m_size, std::forward<Arguments>(arguments)...);
+        }
+        T* const item = new (room()) T(std::forward<Arguments>(arguments)...);
+        ++m_size;
+        return *item;
+    }
+
+    /// Before the item at the position. Linear cost, except at the end. Throws as append().
+    template<class... Arguments>
+    T& insert(std::size_t position, Arguments&&... arguments) {
+        if (position == m_size) {
+            return append(std::forward<Arguments>(arguments)...);
+        }
+        requireNumber();
+        loosen();
+        return insertLoose(position, std::forward<Arguments>(arguments)...);
+    }
+
+    /// Removes the last item. Constant cost.
+    void pop() noexcept {
+        T& item = at(m_size - 1);
+        --m_size;
+        item.~T();
+        if (m_shape.isLoose) {
+            m_more.loose->items.pop_back();
+            releaseLoose(&item);
+        } else if (m_shape.runs != 0 && m_size <= leastFor(m_shape.runs)) {
+            dropRun();
+        }
+    }
+
+    /// Removes the items from `first` to before `last`. Linear cost. Throws std::bad_alloc, but not
+    /// where `last` is the end.
+    void erase(std::size_t first, std::size_t last) {
+        if (last == m_size) {
+            truncate(first);
+        } else if (first != last) {
+            loosen();
+            eraseLoose(first, last);
+        }
+    }
+
+    /// Removes the items at the positions, which ascend. Linear cost. Throws std::bad_alloc.
+    void erase(const std::vector<std::uint32_t>& positions) {
+        if (positions.empty()) {
+            return;
+        }
+        if (positions.front() + positions.size() == m_size) {
+            truncate(positions.front());
+        } else {
+            loosen();
+            eraseLoose(positions);
+        }
+    }
+
+    void clear() noexcept { truncate(0); }
+
+    void swap(ItemRuns& other) noexcept {
+        std::swap(m_first, other.m_first);
+        std::swap(m_more, other.m_more);
+        std::swap(m_size, other.m_size);
+        std::swap(m_shape, other.m_shape);
+    }
+
+private:
+    static_assert(alignof(T) <= NodeMemory::k_alignment);
+
+    /// Of a first run whose length nobody has told: most arrays are empty or shorter.
+    static constexpr std::size_t k_firstLength = 2;
+    static constexpr unsigned k_firstBits = 25;
+    static constexpr std::size_t k_longestFirst = (std::size_t{1} << k_firstBits) - 1;
+    /// How many addresses of further runs m_more.runs has room for, at first and in the end.
+    static constexpr unsigned k_fewRuns = 3;
+    static constexpr unsigned k_mostRuns = 31;
+
+    struct Shape {
+        std::uint32_t firstLength
+            : k_firstBits;         ///< of the first run, in items; 0 where there is none
+        std::uint32_t runs : 5;    ///< how many more there are
+        std::uint32_t isWide : 1;  ///< m_more.runs has room for k_mostRuns
+        std::uint32_t isLoose : 1;
+    };
+
+    struct Run {
+        T* begin;
+        std::size_t length;
+        std::size_t used;  ///< how many items still lie in it
+    };
+
+    struct Loose {
+        std::vector<T*> items;
+        std::vector<Run> runs;
+    };
+
+    union More {
+        T** runs;
+        Loose* loose;
+    };
+
+    /// A further run, and the position of its first item, which is also its length.
+    struct Spot {
+        unsigned run;
+        std::size_t begin;
+    };
+
+    /// Memory for items that nothing has taken yet.
+    class Block {
+    public:
+        explicit Block(std::size_t count) : m_memory(allocate(count)), m_count(count) {}
+        Block(const Block&) = delete;
+        Block& operator=(const Block&) = delete;
+        ~Block() { release(m_memory, m_count); }
+
+        T* get() const noexcept { return m_memory; }
+        T* take() noexcept { return std::exchange(m_memory, nullptr); }
+
+    private:
+        T* m_memory;
+        std::size_t m_count;
+    };
+
+    static T* allocate(std::size_t count) {
+        return static_cast<T*>(NodeMemory::allocate(count * sizeof(T)));
+    }
+    static void release(T* memory, std::size_t count) noexcept {
+        NodeMemory::release(memory, count * sizeof(T));
+    }
+
+    static unsigned width(std::size_t number) noexcept {
+        constexpr unsigned bits = std::numeric_limits<unsigned long long>::digits;
+        return bits - static_cast<unsigned>(__builtin_clzll(number));
+    }
+
+    Spot spotOf(std::size_t position) const noexcept {
+        const std::size_t first = m_shape.firstLength;
+        const unsigned shift = width(position) - width(first);
+        const std::size_t begin = first << shift;
+        return position < begin ? Spot{shift - 1, begin / 2} : Spot{shift, begin};
+    }
+
+    std::size_t lengthOf(unsigned run) const noexcept {
+        return std::size_t{m_shape.firstLength} << run;
+    }
+
+    /// With no more items than this, the last of so many runs is empty, and the one before it too:
+    /// so adding and removing an item by turns costs no run each time.
+    std::size_t leastFor(unsigned runs) const noexcept { return runs < 2 ? 0 : lengthOf(runs - 2); }
+
+    void requireNumber() const {
+        if (m_size >= std::numeric_limits<std::uint32_t>::max() - 1) {
+            throw std::length_error("IndexList: too many items");
+        }
+    }
+
+    void openFirst(std::size_t length) {
+        m_first = allocate(length);
+        m_shape.firstLength = static_cast<std::uint32_t>(length) & ((1U << k_firstBits) - 1U);
+    }
+
+    /// For the item behind the last one.
+    T* room() {
+        if (m_size < m_shape.firstLength) {
+            return m_first + m_size;
+        }
+        if (m_first == nullptr) {
+            openFirst(k_firstLength);
+            return m_first;
+        }
+        const Spot spot = spotOf(m_size);
+        if (spot.run == m_shape.runs) {
+            addRun();
+        }
+        return m_more.runs[spot.run] + (m_size - spot.begin);
+    }
+
+    std::size_t roomForRuns() const noexcept { return m_shape.isWide ? k_mostRuns : k_fewRuns; }
+
+    void addRun() {
+        Block run(lengthOf(m_shape.runs));
+        if (m_shape.runs == 0 || (m_shape.runs == k_fewRuns && !m_shape.isWide)) {
+            moveRuns(m_shape.runs != 0);
+        }
+        m_more.runs[m_shape.runs] = run.take();
+        m_shape.runs = (m_shape.runs + 1U) & k_mostRuns;
+    }
+
+    void moveRuns(bool isWide) {
+        const std::size_t room = isWide ? k_mostRuns : k_fewRuns;
+        auto** const runs = static_cast<T**>(NodeMemory::allocate(room * sizeof(T*)));
+        std::copy_n(m_more.runs, m_shape.runs, runs);
+        releaseRuns();
+        m_more.runs = runs;
+        m_shape.isWide = isWide ? 1 : 0;
+    }
+
+    /// The array of runs, not these.
+    void releaseRuns() noexcept {
+        NodeMemory::release(m_more.runs, roomForRuns() * sizeof(T*));
+        m_more.runs = nullptr;
+    }
+
+    void dropRun() noexcept {
+        m_shape.runs = (m_shape.runs - 1U) & k_mostRuns;
+        release(m_more.runs[m_shape.runs], lengthOf(m_shape.runs));
+        if (m_shape.runs == 0) {
+            releaseRuns();
+            m_shape.isWide = 0;
+        }
+    }
+
+    void truncate(std::size_t size) noexcept {
+        while (m_size != size) {
+            pop();
+        }
+        if (m_size == 0) {
+            forget();
+        }
+    }
+
+    /// Of no item: frees what is left of its memory.
+    void forget() noexcept {
+        if (m_shape.isLoose) {
+            delete m_more.loose;
+        } else {
+            while (m_shape.runs != 0) {
+                dropRun();
+            }
+            release(m_first, m_shape.firstLength);
+        }
+        m_first = nullptr;
+        m_more = {nullptr};
+        m_shape = {};
+    }
+
+    void loosen() {
+        if (m_shape.isLoose) {
+            return;
+        }
+        auto loose = std::make_unique<Loose>();
+        loose->items.reserve(m_size + std::size_t{1});
+        for (std::size_t position = 0; position != m_size; ++position) {
+            loose->items.push_back(&at(position));
+        }
+        loose->runs.reserve(m_shape.runs + std::size_t{1});
+        addLooseRun(*loose, m_first, 0, m_shape.firstLength);
+        for (unsigned run = 0; run != m_shape.runs; ++run) {
+            addLooseRun(*loose, m_more.runs[run], lengthOf(run), lengthOf(run));
+        }
+        releaseRuns();
+        m_first = nullptr;
+        m_more.loose = loose.release();
+        m_shape = {};
+        m_shape.isLoose = 1;
+    }
+
+    void addLooseRun(Loose& loose, T* begin, std::size_t position, std::size_t length) noexcept {
+        if (position < m_size) {
+            loose.runs.push_back({begin, length, std::min(length, m_size - position)});
+        } else {
+            release(begin, length);
+        }
+    }
+
+    template<class... Arguments>
+    T& insertLoose(std::size_t position, Arguments&&... arguments) {
+        std::vector<T*>& items = m_more.loose->items;
+        if (items.size() == items.capacity()) {
+            items.reserve(2 * items.size() + 1);
+        }
+        Block block(1);
+        T* const item = new (block.get()) T(std::forward<Arguments>(arguments)...);
+        items.insert(items.begin() + static_cast<std::ptrdiff_t>(position), block.take());
+        ++m_size;
+        return *item;
+    }
+
+    void eraseLoose(std::size_t first, std::size_t last) noexcept {
+        std::vector<T*>& items = m_more.loose->items;
+        for (std::size_t position = first; position != last; ++position) {
+            destroyLoose(items[position]);
+        }
+        items.erase(items.begin() + static_cast<std::ptrdiff_t>(first),
+                    items.begin() + static_cast<std::ptrdiff_t>(last));
+        m_size = static_cast<std::uint32_t>(items.size());
+    }
+
+    void eraseLoose(const std::vector<std::uint32_t>& positions) noexcept {
+        std::vector<T*>& items = m_more.loose->items;
+        auto next = positions.begin();
+        std::size_t kept = *next;
+        for (std::size_t position = kept; position != items.size(); ++position) {
+            if (next != positions.end() && *next == position) {
+                destroyLoose(items[position]);
+                ++next;
+            } else {
+                items[kept++] = items[position];
+            }
+        }
+        items.resize(kept);
+        m_size = static_cast<std::uint32_t>(kept);
+    }
+
+    void destroyLoose(T* item) noexcept {
+        item->~T();
+        releaseLoose(item);
+    }
+
+    /// The memory of an item that is no longer there.
+    void releaseLoose(T* item) noexcept {
+        std::vector<Run>& runs = m_more.loose->runs;
+        const auto run = std::find_if(runs.begin(), runs.end(), [=](const Run& each) {
+            return !std::less<>()(item, each.begin) &&
+                   std::less<>()(item, each.begin + each.length);
+        });
+        if (run == runs.end()) {
+            release(item, 1);
+        } else if (--run->used == 0) {
+            release(run->begin, run->length);
+            runs.erase(run);
+        }
+    }
+
+    T* m_first = nullptr;  ///< the first run
+    More m_more{nullptr};
+    std::uint32_t m_size = 0;
+    Shape m_shape{};
+};
+
+}  // namespace ko::detail
