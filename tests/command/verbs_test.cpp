@@ -87,7 +87,6 @@ TEST(find, compares_numbers_exactly_and_members_in_any_order) {
     const std::string ids = "[5,0,10000000000000000000]";
     EXPECT_EQ(orvid({"find", "--path", "", "10000000000000000000"}, ids), printed("[2]\n"));
     EXPECT_EQ(orvid({"find", "", "10000000000000000001"}, ids),
-              failed(1, "(standard input): no item has that value"));
               failed(1, "(standard input): at (root): no item has that value"));
     EXPECT_EQ(orvid({"find", "--path", "", "-0.0"}, ids), printed("[1]\n"));
     EXPECT_EQ(orvid({"find", "--path", "", R"({"a":1,"b":2})"}, R"([{"b":2,"a":1.0}])"),
