@@ -36,15 +36,6 @@ void showEvents() {
     generator.gen_object_close();
 }
 
-void showDepth() {
-    constexpr std::size_t tooDeep = 128;
-    Element root;
-    DomParser().parse(root, std::string(tooDeep, '[') + std::string(tooDeep, ']'));
-    Generator generator;
-    generator.encode(root);
-    std::cout << "nested too deeply: state " << generator.state() << "\n";
-}
-
 void showSecondValue() {
     Generator generator;
     generator.encode(std::cout, Element("first"));
@@ -67,7 +58,6 @@ int main() {
     showLayout(root);
     showMeta(root);
     showEvents();
-    showDepth();
     showSecondValue();
     showOver();
 }

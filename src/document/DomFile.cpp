@@ -61,30 +61,8 @@ void requireWritable(const Dom& dom, const WriteOptions& options, bool keepsSour
     }
 }
 
-std::string refusal(int state) {
-    constexpr int tooDeep = 2;
-    return state == tooDeep ? "Nested deeper than 127 levels"
-                            : "A value was refused, with the state " + std::to_string(state);
-}
-
 std::string generated(const Dom& dom, const WriteOptions& options) {
-    Generator generator(nullptr, options);
-    std::string text = generator.encode(dom);
-    constexpr int replaced = 6;  // what the options allow, where they ask for ASCII too
-    if (generator.state() != 0 && generator.state() != replaced) {
-        throw Exception(refusal(generator.state()), dom.root());
-    }
-    return text;
-}
-
-std::string laidOut(const Dom& dom, const std::string& file, const WriteOptions& options) {
-    Generator generator(nullptr, options);
-    std::string text = generator.encode(dom);
-    constexpr int replaced = 6;  // what the options allow, where they ask for ASCII too
-    if (generator.state() != 0 && generator.state() != replaced) {
-        throw FileException(file, k_write, refusal(generator.state()));
-    }
-    return text;
+    return Generator(nullptr, options).encode(dom);
 }
 
 /// Whether the file holds that text already. A file that cannot be read does not.
@@ -152,7 +130,7 @@ std::string Dom::sourceText() const {
 
 void Dom::save(const std::string& file) const {
     requireWritable(*this, WriteOptions(), m_source != nullptr, file);
-    const std::string content = m_source ? sourceText() : laidOut(*this, file, WriteOptions());
+    const std::string content = m_source ? sourceText() : generated(*this, WriteOptions());
     if (!holds(file, content)) {
         replaceFile(file, content);
     }
@@ -160,7 +138,7 @@ void Dom::save(const std::string& file) const {
 
 void Dom::save(const std::string& file, const WriteOptions& options) const {
     requireWritable(*this, options, false, file);
-    replaceFile(file, laidOut(*this, file, options));
+    replaceFile(file, generated(*this, options));
 }
 
 }  // namespace ko::Orvid

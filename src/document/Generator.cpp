@@ -1,41 +1,24 @@
 // SPDX-License-Identifier: MIT
 //
-// The walk through a tree that writes it. It recurses, but no deeper than the writer lets
-// containers be nested.
+// Single events and whole trees, to one writer.
 
 #include <ko/Orvid/Generator.h>
 
-#include <ko/Orvid/Array.h>
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/Exception.h>
-#include <ko/Orvid/Object.h>
 
-#include <algorithm>
 #include <exception>
-#include <sstream>
+#include <ostream>
 #include <string_view>
-#include <vector>
 
-#include "text/yajl/Writer.h"
-#include "tree/Tree.h"
+#include "document/TreeWriter.h"
+#include "text/Writer.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-constexpr int number(yajl::WriteStatus status) { return static_cast<int>(status); }
-
-constexpr int k_written = number(yajl::WriteStatus::ok);
-constexpr int k_tooDeep = number(yajl::WriteStatus::maxDepthExceeded);
-
-/// Whether the writer counts a container as open, so that it must be closed: a refusal for depth
-/// covers all up to the close.
-bool isOpen(int status) { return status == k_written || status == k_tooDeep; }
-
-yajl::Layout layoutOf(const WriteOptions& options) {
-    return {!options.indent.empty(), options.indent, options.finalNewline, options.asciiOnly,
-            options.closeEmpty};
-}
+int number(text::WriteStatus status) { return static_cast<int>(status); }
 
 }  // namespace
 
@@ -43,9 +26,11 @@ struct Generator::SImpl {
     explicit SImpl(const WriteOptions& options)
         : indent(options.indent), sortKeys(options.sortKeys), writer(layoutOf(options)) {}
 
+    TreeWriter tree() { return TreeWriter(writer, sortKeys); }
+
     std::string indent;
     bool sortKeys;
-    yajl::Writer writer;
+    text::Writer writer;
 };
 
 Generator::Generator(std::ostream* out) : Generator(out, WriteOptions()) {}
@@ -100,100 +85,13 @@ int Generator::gen_double(double value) { return number(m_impl->writer.real(valu
 
 void Generator::printString(const std::string& text) { gen_string(text); }
 
-void Generator::print(const Element& element) {
-    switch (element.type()) {
-        case etNull:
-            gen_null();
-            break;
-        case etBoolean:
-            gen_bool(element.boolean());
-            break;
-        case etNumber:
-            gen_number(element.number());
-            break;
-        case etString:
-            printString(element.string());
-            break;
-        case etObject:
-            printObject(element.object());
-            break;
-        case etArray:
-            printArray(element.array());
-            break;
-        default:
-            break;
-    }
-}
+void Generator::print(const Element& element) { m_impl->tree().write(element); }
 
-void Generator::printObject(const Element::TObject& object) {
-    printMembers(object, [](const std::string&) { return true; });
-}
+void Generator::printObject(const Element::TObject& object) { m_impl->tree().write(object); }
 
-void Generator::printArray(const Element::TArray& array) {
-    const int status = gen_array_open();
-    if (status == k_written) {
-        for (const Element& item : array) {
-            print(item);
-        }
-    }
-    if (isOpen(status)) {
-        gen_array_close();
-    }
-}
+void Generator::printArray(const Element::TArray& array) { m_impl->tree().write(array); }
 
-void Generator::print(const Dom& dom) {
-    const Element& root = *dom;
-    if (!root.isObject() || dom.writeMeta()) {
-        print(root);
-    } else {
-        printMembers(root.object(), [&](const std::string& key) { return key != dom.metaKey(); });
-    }
-}
-
-template<class Member>
-void Generator::printMembers(const Element::TObject& object, const Member& isWritten) {
-    const int status = gen_object_open();
-    if (status == k_written && m_impl->sortKeys) {
-        printSorted(object, isWritten);
-    } else if (status == k_written) {
-        for (const auto& member : object) {
-            if (isWritten(member.first)) {
-                printMember(member.first, member.second);
-            }
-        }
-    }
-    if (isOpen(status)) {
-        gen_object_close();
-    }
-}
-
-template<class Member>
-void Generator::printSorted(const Element::TObject& object, const Member& isWritten) {
-    using Pair = Element::TObject::value_type;
-    std::vector<const Pair*> members;
-    members.reserve(object.size());
-    for (const auto& member : object) {
-        if (isWritten(member.first)) {
-            members.push_back(&member);
-        }
-    }
-    std::sort(members.begin(), members.end(),
-              [](const Pair* left, const Pair* right) { return left->first < right->first; });
-    for (const Pair* const member : members) {
-        printMember(member->first, member->second);
-    }
-}
-
-/// A member that is too deep is left out here: its value would be refused, and its key left alone
-/// in the text.
-void Generator::printMember(const std::string& key, const Element& value) {
-    if (isContainer(value.data()) && m_impl->writer.isFull()) {
-        m_impl->writer.noteTooDeep();
-        return;
-    }
-    printString(key);
-    print(value);
-}
+void Generator::print(const Dom& dom) { m_impl->tree().write(dom); }
 
 void Generator::flush() {
     const std::string_view text = m_impl->writer.text();
@@ -218,7 +116,8 @@ template<class Value>
 void Generator::encodeOver(std::string& text, const Value& value) {
     m_out = nullptr;
     print(value);
-    std::string json = m_impl->writer.takeText();
+    std::string json(m_impl->writer.text());
+    m_impl->writer.clear();
     if (text.length() > json.length()) {
         json.append(text, json.length());
     }

@@ -14,19 +14,15 @@
 #include <vector>
 
 #include "text/NumberText.h"
-#include "text/Utf8Sequence.h"
+#include "text/StringText.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-bool isUtf8(std::string_view text) {
-    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
-    const unsigned char* const end = at + text.size();
-    while (at != end && (*at < 0x80 || Utf8Sequence::skip(at, end) != at)) {
-        at = *at < 0x80 ? at + 1 : Utf8Sequence::skip(at, end);
-    }
-    return at == end;
+bool isUtf8(std::string_view bytes) {
+    const char* const end = bytes.data() + bytes.size();
+    return text::scanUtf8(bytes.data(), end).at == end;
 }
 
 /// A container that is open, and what of it comes next.
@@ -60,7 +56,8 @@ private:
         if (element.isEmpty()) {
             return "The element has no value";
         }
-        if (element.isNumber() && !text::isNumber(element.number().textView())) {
+        NumberBuffer buffer;
+        if (element.isNumber() && !text::isNumber(element.number().textIn(buffer))) {
             return "The number is none that JSON can express";
         }
         if (!isText(element.memberKey())) {

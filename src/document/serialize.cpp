@@ -21,27 +21,16 @@ void requireJson(const Element& root, const WriteOptions& options, const std::st
     }
 }
 
-template<class Value>
-std::string encode(const Value& value, const WriteOptions& options) {
-    constexpr int tooDeep = 2;
-    Generator generator(nullptr, options);
-    std::string text = generator.encode(value);
-    if (generator.state() == tooDeep) {
-        throw Exception("Nested deeper than 127 levels");
-    }
-    return text;
-}
-
 }  // namespace
 
 std::string serialize(const Element& element, const WriteOptions& options) {
     requireJson(element, options, nullptr);
-    return encode(element, options);
+    return Generator(nullptr, options).encode(element);
 }
 
 std::string serialize(const Dom& dom, const WriteOptions& options) {
     requireJson(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
-    return encode(dom, options);
+    return Generator(nullptr, options).encode(dom);
 }
 
 }  // namespace ko::Orvid

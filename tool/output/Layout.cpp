@@ -26,9 +26,6 @@ std::string textOf(const Value& value, const WriteOptions& options, bool isColor
     if (generator.state() == replacedBytes) {
         throw Unwritable("holds bytes that are no UTF-8, which --ascii cannot write");
     }
-    if (generator.state() != 0) {
-        throw Unwritable("nested too deeply to be written");
-    }
     return isColored ? colored(text) : text;
 }
 

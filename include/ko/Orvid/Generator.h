@@ -19,10 +19,9 @@ namespace ko::Orvid {
 /// text, members in their order; an element of type etEmpty writes nothing. The encode() forms
 /// print a whole value and flush.
 ///
-/// Containers may be nested 127 deep. One that is nested deeper is left out with all that it holds,
-/// its key included, and state() tells so. Each call that is refused writes nothing, so what is
-/// written is balanced. A value written completely ends the document: another takes another
-/// generator.
+/// Containers may be nested at any depth; writing takes no stack for it. Each call that is refused
+/// writes nothing, so what is written is balanced. A value written completely ends the document:
+/// another takes another generator.
 class KO_API Generator {
 public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
@@ -41,7 +40,7 @@ public:
     const std::string& indent() const;
 
     // Single events. Each returns 0 when it was written, or else 1 where a key is due and this is
-    // no string, 2 beyond the greatest depth, 3 for a close without an open, 4 when the document is
+    // no string, 3 for a close without an open, 4 when the document is
     // complete, 5 for a NaN or an infinity; and 6 when it was written, but with U+FFFD in place of
     // bytes that WriteOptions::asciiOnly cannot tell.
     int gen_null();
@@ -84,11 +83,6 @@ public:
 private:
     struct SImpl;
 
-    void printMember(const std::string& key, const Element& value);
-    template<class Member>
-    void printMembers(const Element::TObject& object, const Member& isWritten);
-    template<class Member>
-    void printSorted(const Element::TObject& object, const Member& isWritten);
     template<class Value>
     std::ostream& encodeTo(std::ostream& out, const Value& value);
     template<class Value>

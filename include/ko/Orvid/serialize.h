@@ -7,7 +7,8 @@
 #pragma once
 
 #include <ko/export.h>
-#include <ko/Orvid/fwd.h>
+#include <ko/Orvid/Dom.h>
+#include <ko/Orvid/Element.h>
 #include <ko/Orvid/WriteOptions.h>
 
 #include <string>

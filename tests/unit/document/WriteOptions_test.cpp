@@ -23,7 +23,6 @@ using ko::Orvid::WriteOptions;
 using orvid_test::Document;
 using orvid_test::thrownBy;
 
-constexpr int k_tooDeep = 2;
 constexpr int k_replaced = 6;
 constexpr const char* k_sample = R"({"b":1.50,"a":[true,{"d":null,"c":"x"}],"e":{},"f":[]})";
 
@@ -146,21 +145,28 @@ TEST(WriteOptions, sort_what_a_document_writes_and_still_leave_out_meta) {
     EXPECT_EQ(R"({"a":{"b":3,"meta":4},"meta":2,"z":1})", Generator(nullptr, sorted()).encode(dom));
 }
 
-TEST(WriteOptions, sort_up_to_the_greatest_depth) {
-    const std::size_t depth = 128;
+TEST(WriteOptions, sort_at_any_depth) {
+    const std::size_t depth = 300;
     std::string text;
+    std::string expected = "0";
     for (std::size_t i = 0; i < depth; ++i) {
-        text += R"({"b":0,"a":)";
+        text += R"({"c":1,"b":0,"a":)";
+        expected = R"({"a":)" + expected + R"(,"b":0,"c":1})";
     }
     const Document doc(text + "0" + std::string(depth, '}'));
-    Generator generator(nullptr, sorted());
-    const std::string out = generator.encode(doc.root);
-    EXPECT_EQ(k_tooDeep, generator.state());
-    std::string expected = R"({"b":0})";
-    for (std::size_t i = 0; i < depth - 2; ++i) {
-        expected = R"({"a":)" + expected + R"(,"b":0})";
-    }
-    EXPECT_EQ(expected, out);
+    EXPECT_EQ(expected, Generator(nullptr, sorted()).encode(doc.root));
+}
+
+TEST(WriteOptions, sort_members_that_stand_beside_containers) {
+    const Document doc(R"({"d":{"z":[{"y":1,"x":2}],"a":{}},"c":3,"b":{"k":4,"j":5}})");
+    EXPECT_EQ(R"({"b":{"j":5,"k":4},"c":3,"d":{"a":{},"z":[{"x":2,"y":1}]}})",
+              Generator(nullptr, sorted()).encode(doc.root));
+}
+
+TEST(WriteOptions, close_empty_containers_where_they_open) {
+    const Document doc(R"({"a":{},"b":[[],{}],"c":[1]})");
+    EXPECT_EQ("{\n  \"a\": {},\n  \"b\": [\n    [],\n    {}\n  ],\n  \"c\": [\n    1\n  ]\n}\n",
+              Generator(nullptr, WriteOptions::pretty(2)).encode(doc.root));
 }
 
 TEST(WriteOptions, write_characters_beyond_ascii_as_escapes) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tests of Memory, and of Reader and Writer when memory fails: this file replaces the global
+// Tests of Memory, and of Reader when memory fails: this file replaces the global
 // operator new of the test program by one that fails at a chosen call. A leak is found by
 // AddressSanitizer and by the count of blocks.
 
@@ -16,7 +16,6 @@
 #include <vector>
 
 #include "EventLog.h"
-#include "text/yajl/Writer.h"
 
 namespace {
 
@@ -68,8 +67,6 @@ namespace yajlTests {
 namespace {
 
 using ko::Orvid::yajl::Memory;
-using ko::Orvid::yajl::Writer;
-using ko::Orvid::yajl::WriteStatus;
 
 void arm(std::size_t failing, bool isLasting) {
     g_allocations.failing = failing;
@@ -327,59 +324,6 @@ TEST(MemoryFailure, is_not_brought_nearer_by_telling_a_fault_often) {
         reader.error(true, "[1,]", 4);
     }
     EXPECT_EQ(g_allocations.blocks, before);
-}
-
-void writeDemanding(Writer& writer, const std::string& value) {
-    for (unsigned int i = 0; i < Writer::k_maxDepth; ++i) {
-        writer.openArray();
-        writer.string(value.data(), value.size());
-        writer.real(1.5);
-    }
-    for (unsigned int i = 0; i < Writer::k_maxDepth; ++i) {
-        writer.closeArray();
-    }
-}
-
-TEST(MemoryFailure, is_passed_on_by_the_writer_at_every_allocation) {
-    const std::string indent(40, ' ');
-    const std::string value(30, '\n');
-    for (const bool isLasting : {false, true}) {
-        std::size_t length = 0;
-        const std::size_t failures = failEach(isLasting, [&] {
-            Writer writer(true, indent);
-            writeDemanding(writer, value);
-            length = writer.text().size();
-        });
-        EXPECT_GT(length, 100000U);
-        EXPECT_GT(failures, 10U);
-    }
-}
-
-TEST(MemoryFailure, leaves_the_writer_with_its_text_and_refusing) {
-    const std::string value = repeat("0123456789\n", 10);
-    failEach(false, [&] {
-        Writer writer(false, "");
-        writer.openArray();
-        std::size_t length = writer.text().size();
-        try {
-            for (int i = 0; i < 50; ++i) {
-                writer.string(value.data(), value.size());
-                length = writer.text().size();
-            }
-        } catch (const std::bad_alloc&) {
-            g_allocations.isArmed = false;
-            EXPECT_EQ(writer.text().size(), length);
-            EXPECT_EQ(writer.state(), WriteStatus::ok);
-            EXPECT_EQ(writer.null(), WriteStatus::inErrorState);
-            EXPECT_EQ(writer.real(std::numeric_limits<double>::infinity()),
-                      WriteStatus::inErrorState);
-            EXPECT_EQ(writer.openMap(), WriteStatus::inErrorState);
-            EXPECT_EQ(writer.closeArray(), WriteStatus::inErrorState);
-            EXPECT_EQ(writer.state(), WriteStatus::inErrorState);
-            EXPECT_EQ(writer.text().size(), length);
-            throw;
-        }
-    });
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 // Tests of Writer: the text of every value, compact and indented, and the states: what is refused,
 // with which status, and that a refused call writes nothing.
 
-#include "text/yajl/Writer.h"
+#include "text/Writer.h"
 
 #include <gtest/gtest.h>
 
@@ -13,14 +13,20 @@
 #include <limits>
 #include <vector>
 
-namespace yajlTests {
+namespace textTests {
 namespace {
 
-using ko::Orvid::yajl::Writer;
-using ko::Orvid::yajl::WriteStatus;
+using ko::Orvid::text::Layout;
+using ko::Orvid::text::Writer;
+using ko::Orvid::text::WriteStatus;
 
 constexpr double k_infinity = std::numeric_limits<double>::infinity();
 constexpr double k_nan = std::numeric_limits<double>::quiet_NaN();
+
+/// One of the two layouts of YAJL.
+Layout layout(bool isIndented, const std::string& indent) {
+    return {isIndented, indent, isIndented, false, false};
+}
 
 WriteStatus write(Writer& writer, const std::string& text) {
     return writer.string(text.data(), text.size());
@@ -31,13 +37,13 @@ WriteStatus writeNumber(Writer& writer, const std::string& text) {
 }
 
 std::string stringText(const std::string& value) {
-    Writer writer(false, "");
+    Writer writer(layout(false, ""));
     EXPECT_EQ(write(writer, value), WriteStatus::ok);
     return std::string(writer.text());
 }
 
 std::string realText(double value) {
-    Writer writer(false, "");
+    Writer writer(layout(false, ""));
     EXPECT_EQ(writer.real(value), WriteStatus::ok);
     return std::string(writer.text());
 }
@@ -63,14 +69,14 @@ void writeSample(Writer& writer) {
 }
 
 TEST(Writer, writes_compact_text) {
-    Writer writer(false, "  ");
+    Writer writer(layout(false, "  "));
     writeSample(writer);
     EXPECT_EQ(writer.text(), R"({"a":[null,true,false,-1,1.5],"b":{},"c":[]})");
     EXPECT_EQ(writer.state(), WriteStatus::ok);
 }
 
 TEST(Writer, writes_indented_text) {
-    Writer writer(true, "  ");
+    Writer writer(layout(true, "  "));
     writeSample(writer);
     EXPECT_EQ(writer.text(),
               "{\n"
@@ -92,11 +98,11 @@ TEST(Writer, writes_indented_text) {
 
 TEST(Writer, writes_empty_containers) {
     for (const bool beautify : {false, true}) {
-        Writer map(beautify, "  ");
+        Writer map(layout(beautify, "  "));
         map.openMap();
         map.closeMap();
         EXPECT_EQ(map.text(), beautify ? "{\n\n}\n" : "{}");
-        Writer array(beautify, "  ");
+        Writer array(layout(beautify, "  "));
         array.openArray();
         array.closeArray();
         EXPECT_EQ(array.text(), beautify ? "[\n\n]\n" : "[]");
@@ -105,7 +111,7 @@ TEST(Writer, writes_empty_containers) {
 
 TEST(Writer, ends_a_single_value_with_a_newline_only_when_indenting) {
     for (const bool beautify : {false, true}) {
-        Writer writer(beautify, "  ");
+        Writer writer(layout(beautify, "  "));
         writer.integer(7);
         EXPECT_EQ(writer.text(), beautify ? "7\n" : "7");
     }
@@ -113,7 +119,7 @@ TEST(Writer, ends_a_single_value_with_a_newline_only_when_indenting) {
 
 TEST(Writer, indents_with_any_blanks) {
     for (const std::string indent : {"", " ", "\t", " \t\n\r\v\f", "          "}) {
-        Writer writer(true, indent);
+        Writer writer(layout(true, indent));
         writer.openArray();
         writer.openArray();
         writer.null();
@@ -125,7 +131,7 @@ TEST(Writer, replaces_another_indent_by_two_blanks) {
     for (const std::string& indent :
          {std::string("--"), std::string(" x"), std::string(" \xC2\xA0"), std::string(" \0", 2),
           std::string("\b")}) {
-        Writer writer(true, indent);
+        Writer writer(layout(true, indent));
         writer.openArray();
         writer.null();
         EXPECT_EQ(writer.text(), "[\n  null");
@@ -148,7 +154,7 @@ TEST(Writer, escapes_exactly_the_bytes_below_the_blank_and_two_more) {
 }
 
 TEST(Writer, writes_the_limits_of_long) {
-    Writer writer(false, "");
+    Writer writer(layout(false, ""));
     writer.openArray();
     writer.integer(std::numeric_limits<long>::min());
     writer.integer(std::numeric_limits<long>::max());
@@ -191,7 +197,7 @@ TEST(Writer, writes_a_decimal_point_in_every_locale) {
 }
 
 TEST(Writer, writes_numbers_as_they_are) {
-    Writer writer(true, "");
+    Writer writer(layout(true, ""));
     writer.openArray();
     EXPECT_EQ(writeNumber(writer, "1.50E+0999"), WriteStatus::ok);
     EXPECT_EQ(writeNumber(writer, std::string(5000, '9')), WriteStatus::ok);
@@ -201,7 +207,7 @@ TEST(Writer, writes_numbers_as_they_are) {
 
 TEST(Writer, refuses_what_is_no_number) {
     for (const double value : {k_nan, -k_nan, k_infinity, -k_infinity}) {
-        Writer writer(true, " ");
+        Writer writer(layout(true, " "));
         writer.openArray();
         writer.null();
         EXPECT_EQ(writer.real(value), WriteStatus::invalidNumber);
@@ -214,7 +220,7 @@ TEST(Writer, refuses_what_is_no_number) {
 
 TEST(Writer, refuses_what_is_no_number_after_all_else) {
     for (const double value : {k_nan, k_infinity}) {
-        Writer map(false, "");
+        Writer map(layout(false, ""));
         map.openMap();
         EXPECT_EQ(map.real(value), WriteStatus::keysMustBeStrings);
         map.closeMap();
@@ -224,7 +230,7 @@ TEST(Writer, refuses_what_is_no_number_after_all_else) {
 }
 
 TEST(Writer, refuses_all_but_strings_for_keys) {
-    Writer writer(true, "  ");
+    Writer writer(layout(true, "  "));
     writer.openMap();
     for (int round = 0; round < 2; ++round) {
         const std::string before(writer.text());
@@ -245,7 +251,7 @@ TEST(Writer, refuses_all_but_strings_for_keys) {
 }
 
 TEST(Writer, accepts_a_missing_value) {
-    Writer writer(false, "");
+    Writer writer(layout(false, ""));
     writer.openArray();
     writer.openMap();
     write(writer, "a");
@@ -260,7 +266,7 @@ TEST(Writer, accepts_a_missing_value) {
 }
 
 TEST(Writer, does_not_check_the_kind_of_bracket_that_closes) {
-    Writer writer(false, "");
+    Writer writer(layout(false, ""));
     writer.openArray();
     EXPECT_EQ(writer.closeMap(), WriteStatus::ok);
     EXPECT_EQ(writer.text(), "[}");
@@ -268,7 +274,7 @@ TEST(Writer, does_not_check_the_kind_of_bracket_that_closes) {
 
 TEST(Writer, refuses_everything_after_the_complete_value) {
     for (const bool isContainer : {false, true}) {
-        Writer writer(true, "  ");
+        Writer writer(layout(true, "  "));
         if (isContainer) {
             writer.openMap();
             writer.closeMap();
@@ -293,7 +299,7 @@ TEST(Writer, refuses_everything_after_the_complete_value) {
 }
 
 TEST(Writer, refuses_a_close_without_an_open_and_goes_on) {
-    Writer writer(true, "  ");
+    Writer writer(layout(true, "  "));
     EXPECT_EQ(writer.closeMap(), WriteStatus::inErrorState);
     EXPECT_EQ(writer.closeArray(), WriteStatus::inErrorState);
     EXPECT_EQ(writer.text(), "");
@@ -304,7 +310,7 @@ TEST(Writer, refuses_a_close_without_an_open_and_goes_on) {
 }
 
 TEST(Writer, remembers_the_first_refusal) {
-    Writer writer(false, "");
+    Writer writer(layout(false, ""));
     EXPECT_EQ(writer.state(), WriteStatus::ok);
     writer.openArray();
     writer.real(k_nan);
@@ -315,7 +321,7 @@ TEST(Writer, remembers_the_first_refusal) {
 }
 
 TEST(Writer, clears_the_text_and_keeps_the_nesting) {
-    Writer writer(true, "\t");
+    Writer writer(layout(true, "\t"));
     writer.openArray();
     writer.integer(1);
     writer.clear();
@@ -331,4 +337,4 @@ TEST(Writer, clears_the_text_and_keeps_the_nesting) {
 }
 
 }  // namespace
-}  // namespace yajlTests
+}  // namespace textTests

@@ -3,23 +3,23 @@
 // Tests of AsciiText: every character there is, every way in which bytes are no UTF-8, and what the
 // writer makes of both.
 
-#include "text/yajl/AsciiText.h"
+#include "text/AsciiText.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <string>
 
-#include "text/yajl/Writer.h"
+#include "text/Writer.h"
 
-namespace yajlTests {
+namespace textTests {
 namespace {
 
-using ko::Orvid::yajl::appendAscii;
-using ko::Orvid::yajl::hasBeyondAscii;
-using ko::Orvid::yajl::Layout;
-using ko::Orvid::yajl::Writer;
-using ko::Orvid::yajl::WriteStatus;
+using ko::Orvid::text::appendAscii;
+using ko::Orvid::text::hasBeyondAscii;
+using ko::Orvid::text::Layout;
+using ko::Orvid::text::Writer;
+using ko::Orvid::text::WriteStatus;
 
 char byte(unsigned long value) { return static_cast<char>(static_cast<unsigned char>(value)); }
 
@@ -166,11 +166,11 @@ TEST(AsciiText, is_all_there_is_even_in_the_text_of_a_number) {
 }
 
 TEST(AsciiText, is_not_written_unless_asked_for) {
-    Writer writer(false, "");
+    Writer writer(Layout{false, "", false, false, false});
     EXPECT_EQ(WriteStatus::ok, write(writer, "\xC3\xA9\xFF"));
     EXPECT_EQ("\"\xC3\xA9\xFF\"", writer.text());
     EXPECT_EQ(WriteStatus::ok, writer.state());
 }
 
 }  // namespace
-}  // namespace yajlTests
+}  // namespace textTests

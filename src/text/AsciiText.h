@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
 // Text as JSON escapes of ASCII, for the writer's layout that holds nothing else. It knows UTF-8
-// and no JSON: quotes and control characters are YAJL's business.
+// and no JSON: quotes and control characters are the writer's business.
 
 #pragma once
 
 #include <cstddef>
 #include <string>
 
-namespace ko::Orvid::yajl {
+namespace ko::Orvid::text {
 
 /// Whether one of `length` bytes of text is beyond ASCII.
 bool hasBeyondAscii(const char* text, std::size_t length);
@@ -19,4 +19,4 @@ bool hasBeyondAscii(const char* text, std::size_t length);
 /// whether there were none. May throw std::bad_alloc, and has then appended a part.
 bool appendAscii(std::string& out, const char* text, std::size_t length);
 
-}  // namespace ko::Orvid::yajl
+}  // namespace ko::Orvid::text

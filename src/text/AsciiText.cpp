@@ -3,11 +3,11 @@
 // AsciiText: a decoder of UTF-8 by the table of well-formed sequences in the Unicode standard, and
 // the escapes for what it finds.
 
-#include "text/yajl/AsciiText.h"
+#include "text/AsciiText.h"
 
 #include <algorithm>
 
-namespace ko::Orvid::yajl {
+namespace ko::Orvid::text {
 
 namespace {
 
@@ -104,4 +104,4 @@ bool appendAscii(std::string& out, const char* text, std::size_t length) {
     return isValid;
 }
 
-}  // namespace ko::Orvid::yajl
+}  // namespace ko::Orvid::text

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+//
+// The walk through a tree that writes it, whatever its depth: the containers that are open are kept
+// in a vector.
+
+#pragma once
+
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/Object.h>
+#include <ko/Orvid/WriteOptions.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "text/Writer.h"
+
+namespace ko::Orvid {
+
+text::Layout layoutOf(const WriteOptions& options);
+
+/// Writes values, one after the other.
+class TreeWriter {
+public:
+    TreeWriter(text::Writer& writer, bool sortsKeys) : m_writer(writer), m_sortsKeys(sortsKeys) {}
+
+    // Throw std::bad_alloc, with a part of the value written. A value of type etEmpty writes
+    // nothing.
+    void write(const Element& element);
+    /// Without its meta, unless the document says to write that.
+    void write(const Dom& dom);
+    void write(const Element::TArray& array);
+    /// Leaves out the member `leftOut`, where that is given.
+    void write(const Element::TObject& object, const std::string* leftOut = nullptr);
+
+private:
+    using Member = Element::TObject::value_type;
+
+    /// A container that is open, and what of it comes next.
+    struct Level {
+        Element::TArray::const_iterator item;
+        Element::TArray::const_iterator itemsEnd;
+        Element::TObject::const_iterator member;
+        Element::TObject::const_iterator membersEnd;
+        std::size_t sorted = 0;  ///< where its members begin in m_sorted
+        bool isArray = false;
+    };
+
+    void writeValue(const Element& element);
+    void writeNumber(const Number& number);
+    void open(const Element::TArray& array);
+    void open(const Element::TObject& object);
+    void sort(Level& level);
+    void finishLevels();
+    bool writeItems(Level& level);
+    bool writeMembers(Level& level);
+    const Member* nextMember(Level& level);
+
+    text::Writer& m_writer;
+    const bool m_sortsKeys;
+    const std::string* m_leftOut = nullptr;  ///< in the outermost object
+    std::vector<Level> m_open;
+    std::vector<const Member*> m_sorted;  ///< of the open objects, in each the last key first
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: MIT
+//
+// Writer: strings and their escapes, numbers, and what is refused. The rules are those of YAJL's
+// generator: a complete document takes nothing more; a value that is no string is no key; a
+// missing value is not noticed, so that the next key becomes it; a close is not asked what it
+// closes.
+
+#include "text/Writer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "text/AsciiText.h"
+
+namespace ko::Orvid::text {
+
+namespace {
+
+constexpr std::size_t k_escapeLength = 6;
+constexpr std::size_t k_leastRoom = 256;
+/// What copyLoosely() reads beyond the end.
+constexpr std::size_t k_padding = 16;
+
+std::string acceptedIndent(const std::string& indent) {
+    const bool isBlank = indent.find_first_not_of(" \t\n\r\v\f") == std::string::npos;
+    return isBlank ? indent : "  ";
+}
+
+/// Copies the block at `text`. Answers whether it is plain; otherwise `text` and `at` are moved to
+/// its first special byte and where that would go.
+template<class AnyBlock>
+bool copyBlock(const char*& text, char*& at) noexcept {
+    const AnyBlock block(text);
+    std::memcpy(at, text, AnyBlock::k_length);
+    const auto special = block.special();
+    if (special == 0) {
+        return true;
+    }
+    text += AnyBlock::first(special);
+    at += AnyBlock::first(special);
+    return false;
+}
+
+/// Copies a run of fewer bytes than twice a block, but as many as one, in two blocks that overlap.
+template<class AnyBlock>
+bool copyTwoBlocks(const char*& text, const char* end, char*& at) noexcept {
+    if (!copyBlock<AnyBlock>(text, at)) {
+        return false;
+    }
+    const std::ptrdiff_t step = end - text - AnyBlock::k_length;
+    text += step;
+    at += step;
+    if (!copyBlock<AnyBlock>(text, at)) {
+        return false;
+    }
+    text += AnyBlock::k_length;
+    at += AnyBlock::k_length;
+    return true;
+}
+
+/// Copies the bytes that stand for themselves, up to the first that does not or `end`.
+void copyPlain(const char*& text, const char* end, char*& at) noexcept {
+    while (end - text >= 2 * Block::k_length) {
+        if (!copyBlock<Block>(text, at)) {
+            return;
+        }
+        text += Block::k_length;
+        at += Block::k_length;
+    }
+    if (end - text >= Block::k_length) {
+        copyTwoBlocks<Block>(text, end, at);
+        return;
+    }
+    if (end - text >= PlainBlock::k_length && end - text < 2 * PlainBlock::k_length) {
+        copyTwoBlocks<PlainBlock>(text, end, at);
+        return;
+    }
+    while (text != end && !isSpecial(*text)) {
+        *at++ = *text++;
+    }
+}
+
+/// Returns the end of the escape.
+char* writeEscape(char* at, unsigned char byte) noexcept {
+    constexpr const char* k_digits = "0123456789ABCDEF";
+    *at++ = '\\';
+    switch (byte) {
+        case '"':
+        case '\\':
+            *at++ = static_cast<char>(byte);
+            return at;
+        case '\b':
+            *at++ = 'b';
+            return at;
+        case '\f':
+            *at++ = 'f';
+            return at;
+        case '\n':
+            *at++ = 'n';
+            return at;
+        case '\r':
+            *at++ = 'r';
+            return at;
+        case '\t':
+            *at++ = 't';
+            return at;
+        default:
+            std::memcpy(at, "u00", 3);
+            at[3] = k_digits[byte >> 4];
+            at[4] = k_digits[byte & 0xF];
+            return at + 5;
+    }
+}
+
+}  // namespace
+
+Writer::Writer(const Layout& layout)
+    : m_isIndented(layout.isIndented),
+      m_hasFinalNewline(layout.hasFinalNewline),
+      m_isAscii(layout.isAscii),
+      m_closesEmpty(layout.closesEmpty),
+      m_indent(acceptedIndent(layout.indent)) {
+    if (m_isIndented) {
+        m_leadLength = 1;
+    }
+    deepen();
+}
+
+WriteStatus Writer::integer(long value) {
+    char text[24];
+    const char* const end = std::to_chars(text, text + sizeof text, value).ptr;
+    return literal(text, static_cast<std::size_t>(end - text));
+}
+
+WriteStatus Writer::real(double value) {
+    if (!std::isfinite(value)) {
+        return takesValue() ? keep(WriteStatus::invalidNumber) : refuse();
+    }
+    constexpr int k_digits = 20;
+    char text[k_digits + 12];  // with a sign, a decimal point and an exponent, or four zeros before
+    const char* const end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::general, k_digits).ptr;
+    return literal(text, static_cast<std::size_t>(end - text));
+}
+
+WriteStatus Writer::string(const char* text, std::size_t length) {
+    if (m_state == State::complete || m_state == State::broken) {
+        return refuse();
+    }
+    const char* const end = text + length;
+    if (m_isAscii && asciiEnd(text, end) != end) {
+        return asciiString(text, end);
+    }
+    char* at = lead(roomFor(length));
+    *at++ = '"';
+    copyPlain(text, end, at);
+    while (text != end) {
+        at = roomForEscape(at, static_cast<std::size_t>(end - text));
+        at = writeEscape(at, static_cast<unsigned char>(*text++));
+        copyPlain(text, end, at);
+    }
+    *at++ = '"';
+    finish(at);
+    return WriteStatus::ok;
+}
+
+/// Bytes beyond ASCII stand beside each other in every character, so they can be taken by runs.
+WriteStatus Writer::asciiString(const char* text, const char* end) {
+    return replaced([&](std::string& ascii) {
+        bool isValid = true;
+        ascii += '"';
+        while (text != end) {
+            const char* const high = asciiEnd(text, end);
+            for (; text != high; ++text) {
+                char escape[k_escapeLength];
+                const bool isPlain = !isSpecial(*text);
+                const char* const stop =
+                    isPlain ? escape : writeEscape(escape, static_cast<unsigned char>(*text));
+                ascii.append(isPlain ? text : escape,
+                             isPlain ? 1 : static_cast<std::size_t>(stop - escape));
+            }
+            while (text != end && isHigh(*text)) {
+                ++text;
+            }
+            isValid = appendAscii(ascii, high, static_cast<std::size_t>(text - high)) && isValid;
+        }
+        ascii += '"';
+        return isValid;
+    });
+}
+
+WriteStatus Writer::asciiNumber(const char* text, std::size_t length) {
+    if (!takesValue()) {
+        return refuse();
+    }
+    return replaced([&](std::string& ascii) { return appendAscii(ascii, text, length); });
+}
+
+/// Writes what `append` makes of a value, which answers whether ASCII can express it.
+template<class Append>
+WriteStatus Writer::replaced(const Append& append) {
+    std::string ascii;
+    bool isExact = true;
+    try {
+        isExact = append(ascii);
+    } catch (...) {
+        m_state = State::broken;
+        throw;
+    }
+    char* const at = lead(roomFor(ascii.size()));
+    std::memcpy(at, ascii.data(), ascii.size());
+    finish(at + ascii.size());
+    return isExact ? WriteStatus::ok : keep(WriteStatus::replacedText);
+}
+
+WriteStatus Writer::refuse() {
+    switch (m_state) {
+        case State::complete:
+            return keep(WriteStatus::generationComplete);
+        case State::mapStart:
+        case State::mapKey:
+            return keep(WriteStatus::keysMustBeStrings);
+        default:
+            return keep(WriteStatus::inErrorState);
+    }
+}
+
+WriteStatus Writer::keep(WriteStatus status) noexcept {
+    if (m_first == WriteStatus::ok) {
+        m_first = status;
+    }
+    return status;
+}
+
+/// For an escape and `rest` bytes after it; what is written already goes up to `at`.
+char* Writer::roomForEscape(char* at, std::size_t rest) {
+    const std::size_t needed = rest + k_escapeLength + k_slack;
+    return static_cast<std::size_t>(m_end - at) < needed ? grow(at, needed) : at;
+}
+
+/// Makes room for `needed` bytes from `at` on, and returns where that is then.
+char* Writer::grow(char* at, std::size_t needed) {
+    const auto used = static_cast<std::size_t>(at - m_room.get());
+    const std::size_t size =
+        std::max({used + needed, 2 * static_cast<std::size_t>(m_end - m_room.get()), k_leastRoom});
+    std::unique_ptr<char[]> room;
+    try {
+        room.reset(new char[size]);
+    } catch (...) {
+        m_state = State::broken;
+        throw;
+    }
+    if (used > 0) {
+        std::memcpy(room.get(), m_room.get(), used);
+    }
+    m_at = room.get() + (m_at - m_room.get());
+    m_end = room.get() + size;
+    m_room = std::move(room);
+    return m_room.get() + used;
+}
+
+/// Makes room for what one level more needs.
+void Writer::deepen() {
+    try {
+        m_outer.reserve(std::max<std::size_t>(2 * m_outer.size(), k_padding));
+        const std::size_t levels = m_outer.capacity();
+        if (m_isIndented) {
+            std::string leads = "\n";
+            leads.reserve(1 + levels * m_indent.size() + k_padding);
+            for (std::size_t i = 0; i < levels; ++i) {
+                leads += m_indent;
+            }
+            m_leads = leads.append(k_padding, ' ');
+        }
+    } catch (...) {
+        m_state = State::broken;
+        throw;
+    }
+}
+
+}  // namespace ko::Orvid::text
