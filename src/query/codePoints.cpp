@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "text/Utf8Sequence.h"
+#include "text/StringText.h"
 
 namespace ko::Orvid {
 
@@ -53,17 +53,8 @@ std::size_t countCodePoints(std::string_view text) noexcept {
 }
 
 std::size_t validLength(std::string_view text) {
-    const unsigned char* const begin = bytesOf(text);
-    const unsigned char* const end = begin + text.size();
-    const unsigned char* at = begin;
-    while (at != end) {
-        const unsigned char* const next = *at < 0x80 ? at + 1 : Utf8Sequence::skip(at, end);
-        if (next == at) {
-            break;
-        }
-        at = next;
-    }
-    return static_cast<std::size_t>(at - begin);
+    const char* const end = text.data() + text.size();
+    return static_cast<std::size_t>(ko::Orvid::text::scanUtf8(text.data(), end).at - text.data());
 }
 
 void appendUtf8(std::string& text, char32_t codePoint) {

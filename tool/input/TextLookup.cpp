@@ -6,24 +6,15 @@
 
 #include "input/KeySet.h"
 #include "input/Tokens.h"
-#include "text/Utf8Sequence.h"
+#include "text/StringText.h"
 
 namespace orvid_tool {
 
 namespace {
 
 bool isUtf8(std::string_view text) {
-    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
-    const unsigned char* const end = at + text.size();
-    while (at != end) {
-        at = asciiEnd(at, end);
-        const unsigned char* const next = ko::Orvid::Utf8Sequence::skip(at, end);
-        if (next == at) {
-            return at == end;
-        }
-        at = next;
-    }
-    return true;
+    const char* const end = text.data() + text.size();
+    return ko::Orvid::text::scanUtf8(text.data(), end).at == end;
 }
 
 /// Whether a string has an escape from \uD800 to \uDFFF, or one that looks so.
