@@ -51,7 +51,7 @@ TEST_P(EditsOfFiles, change_the_lines_that_they_must) {
         applyPatch(*dom, Document(edit.patch).root);
         CHECK_LINKS(*dom);
         EXPECT_EQ(lineDiff(text, dom.text()), edit.diff) << edit.name;
-        EXPECT_EQ(compact(*Dom::parse(dom.text())), compact(*dom)) << edit.name;
+        EXPECT_TRUE(*Dom::parse(dom.text()) == *dom) << edit.name;
     }
 }
 
