@@ -1,28 +1,35 @@
 // SPDX-License-Identifier: MIT
 //
-// The first program: reads a document, looks at it by path, edits it, and writes it back. What was
-// not edited comes out as it went in.
+// The first program: a document read, converted to a type of our own with defaults from the
+// document's own schema, edited, and written back.
 
 #include <ko/Orvid.h>
 
 #include <iostream>
+#include <string>
+#include <vector>
 
 using namespace ko::Orvid;
 
+struct Server {
+    std::string host;
+    int port;
+};
+ORVID_FIELDS(Server, host, port)
+
 int main() {
-    Element root;
-    DomParser().parse(root, R"({
-        "meta": { "schema": { "properties": { "retries": { "default": 3 } } } },
+    Element root = parse(R"({
+        "meta": { "schema": { "properties": { "servers": {
+            "items": { "properties": { "port": { "default": 8080 } } } } } } },
         "price": 0.10, "serial": 900719925474099312345,
-        "servers": [ { "host": "alpha" } ] })");
+        "servers": [ { "host": "alpha", "port": 80 }, { "host": "beta" } ] })");
 
-    const Element& host = root.get("servers[0].host");
-    std::cout << host.path() << " is " << host.string() << "\n";
-    std::cout << "retries: " << root.getUsingDefault("retries").number().toInt() << "\n";
+    for (const Server& server : root.get("servers").to<std::vector<Server>>()) {
+        std::cout << server.host << ":" << server.port << "\n";
+    }
+    std::cout << root.get("servers[1].host").path() << "\n";
 
-    root.create("servers[*].host", "beta");
-
-    Dom document;
-    document.setRoot(root, false);  // not owned; written without its "meta"
-    std::cout << document;
+    root.get("price").set(0.15);
+    root.object().erase("meta");
+    std::cout << serialize(root, WriteOptions::pretty(2));
 }
