@@ -145,8 +145,10 @@ constexpr Kind kindOfClass() {
         return Kind::duration;
     } else if constexpr (k_isVariant<T>) {
         return Kind::variant;
+    } else if constexpr (k_isTuple<T> && k_isRange<T>) {
+        return Kind::array;
     } else if constexpr (k_isTuple<T>) {
-        return k_isRange<T> ? Kind::array : Kind::tuple;
+        return Kind::tuple;
     } else if constexpr (k_isMap<T>) {
         return Kind::map;
     } else if constexpr (k_isSet<T>) {
