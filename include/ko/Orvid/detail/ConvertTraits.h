@@ -153,8 +153,10 @@ constexpr Kind kindOfClass() {
         return Kind::map;
     } else if constexpr (k_isSet<T>) {
         return Kind::set;
+    } else if constexpr (k_isSequence<T>) {
+        return Kind::sequence;
     } else {
-        return k_isSequence<T> ? Kind::sequence : Kind::none;
+        return Kind::none;
     }
 }
 
