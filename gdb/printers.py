@@ -49,16 +49,41 @@ def quoted(string):
                   json.dumps(string, ensure_ascii=False))
 
 
-def list_items(container):
-    """The address of each item of an array or a member of an object. A program need not know these types whole,
-    since only the library has their tables of virtual functions. Such a table's address comes first; the
-    std::list behind it is the head of a ring of nodes, each of which begins with its links to the next and to
-    the one before."""
-    head = int(container.address) + word_size()
+# An Array or an Object begins with the address of its table of virtual functions, and what holds its items comes
+# next. A program need not know these types whole, since only the library has the tables, so they are read by their
+# layout.
+
+
+def member_addresses(members):
+    """The address of each member of an object. The std::list is the head of a ring of nodes, each of which begins
+    with its links to the next and to the one before."""
+    head = int(members.address) + word_size()
     node = word(head)
     while node != head:
         yield node + 2 * word_size()
         node = word(node)
+
+
+def item_addresses(array):
+    """The address of each item of an array, from its ItemRuns: the first run, more of them, the number of items
+    and the shape. After a removal or an insertion in the middle, a vector has the addresses instead."""
+    runs = int(array.address) + word_size()
+    first, more = word(runs), word(runs + word_size())
+    size, shape = struct.unpack("=II", memory(runs + 2 * word_size(), 8))
+    if shape >> 31:
+        begin = word(more)
+        return [word(begin + position * word_size()) for position in range(size)]
+    return run_addresses(first, more, size, shape & 0x1FFFFFF)
+
+
+def run_addresses(first, more, size, first_length):
+    """The same of items in runs; each further run is as long as all before it."""
+    length = gdb.lookup_type("ko::Orvid::Element").sizeof
+    found = [first + position * length for position in range(min(size, first_length))]
+    while len(found) < size:
+        run, more = word(more), more + word_size()
+        found += [run + position * length for position in range(min(size - len(found), len(found)))]
+    return found
 
 
 def element_at(address):
@@ -104,7 +129,7 @@ class Items:
     """The items of an array."""
 
     def __init__(self, array):
-        self._items = [element_at(item) for item in list_items(array)]
+        self._items = [element_at(item) for item in item_addresses(array)]
 
     def to_string(self):
         return f"array of {len(self._items)}"
@@ -120,7 +145,7 @@ class Members:
     """The members of an object, in their order."""
 
     def __init__(self, members):
-        self._members = [member_at(member) for member in list_items(members)]
+        self._members = [member_at(member) for member in member_addresses(members)]
 
     def to_string(self):
         return f"object of {len(self._members)}"

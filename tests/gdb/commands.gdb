@@ -12,7 +12,11 @@ print empty
 print invalid
 print object
 print array
+print grown
+print shortened
 print fromText
+print wide
+print asked
 print fromInt
 print fromUnsigned
 print fromDouble
