@@ -227,6 +227,50 @@ std::string textOf(const Decimal& number) {
                                                      : exponentForm(std::move(digits), leading));
 }
 
+/// What was computed: the digits of a coefficient are counted, zero gets its one form.
+void settle(Decimal& number) {
+    if (number.sign() == 0) {
+        number.exponent = 0;
+    }
+    number.digits = countDigits(number.coefficient);
+}
+
+void add(const Decimal& left, const Decimal& right, Decimal& sum) {
+    if (left.exponent < right.exponent) {
+        add(right, left, sum);
+        return;
+    }
+    // Zero has no digits that would have to be kept apart from the other's.
+    if (left.sign() == 0 || right.sign() == 0) {
+        const Decimal& other = left.sign() == 0 ? right : left;
+        mpz_set(sum.coefficient, other.coefficient);
+        sum.exponent = other.exponent;
+        sum.digits = other.digits;
+        return;
+    }
+    const std::uint64_t shift =
+        static_cast<std::uint64_t>(left.exponent) - static_cast<std::uint64_t>(right.exponent);
+    if (shift > DecNumber::k_largestSum) {
+        throw RuntimeError("The sum of " + shortened(textOf(left)) + " and " +
+                           shortened(textOf(right)) + " has too many digits.");
+    }
+    setPower(sum.coefficient, 10, shift);
+    mpz_mul(sum.coefficient, sum.coefficient, left.coefficient);
+    mpz_add(sum.coefficient, sum.coefficient, right.coefficient);
+    sum.exponent = right.exponent;
+    settle(sum);
+}
+
+void multiply(const Decimal& left, const Decimal& right, Decimal& product) {
+    mpz_mul(product.coefficient, left.coefficient, right.coefficient);
+    const bool isZero = product.sign() == 0;
+    if (!isZero && __builtin_add_overflow(left.exponent, right.exponent, &product.exponent)) {
+        throw RuntimeError("The product of " + shortened(textOf(left)) + " and " +
+                           shortened(textOf(right)) + " has an exponent beyond 64 bits.");
+    }
+    settle(product);
+}
+
 [[noreturn]] void throwOutOfRange(const Decimal& number, const char* typeName) {
     throw RuntimeError("The number " + shortened(textOf(number)) + " is out of the range of " +
                        typeName + ".");
@@ -360,6 +404,31 @@ int DecNumber::compare(const DecNumber& other) const {
     }
     return sign == 0 ? 0 : sign * compareMagnitudes(*m_impl, *other.m_impl);
 }
+
+DecNumber::DecNumber() : m_impl(std::make_unique<SImpl>()) {}
+
+DecNumber DecNumber::operator+(const DecNumber& other) const {
+    DecNumber sum;
+    add(*m_impl, *other.m_impl, *sum.m_impl);
+    return sum;
+}
+
+DecNumber DecNumber::operator-(const DecNumber& other) const { return *this + -other; }
+
+DecNumber DecNumber::operator*(const DecNumber& other) const {
+    DecNumber product;
+    multiply(*m_impl, *other.m_impl, *product.m_impl);
+    return product;
+}
+
+DecNumber DecNumber::operator-() const {
+    DecNumber negated(*this);
+    BigInteger& coefficient = negated.m_impl->coefficient;
+    mpz_neg(coefficient, coefficient);
+    return negated;
+}
+
+std::string DecNumber::toString() const { return textOf(*m_impl); }
 
 std::ostream& DecNumber::writeTo(std::ostream& out) const {
     const std::string text = textOf(*m_impl);

@@ -64,6 +64,6 @@ RuntimeError& RuntimeError::operator=(const RuntimeError&) = default;
 
 RuntimeError::~RuntimeError() = default;
 
-RuntimeError* RuntimeError::clone() const { return new RuntimeError(*this); }
+Exception* RuntimeError::clone() const { return new RuntimeError(*this); }
 
 }  // namespace ko

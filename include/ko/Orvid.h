@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <ko/convert.h>
 #include <ko/DecNumber.h>
 #include <ko/Exception.h>
 #include <ko/Orvid/Array.h>

@@ -23,6 +23,6 @@ PatchException& PatchException::operator=(const PatchException& other) = default
 
 PatchException::~PatchException() = default;
 
-PatchException* PatchException::clone() const { return new PatchException(*this); }
+ko::Exception* PatchException::clone() const { return new PatchException(*this); }
 
 }  // namespace ko::Orvid

@@ -51,7 +51,7 @@ Exception& Exception::operator=(const Exception& other) {
 
 Exception::~Exception() { delete m_elementPath; }
 
-Exception* Exception::clone() const { return new Exception(*this); }
+ko::Exception* Exception::clone() const { return new Exception(*this); }
 
 void Exception::writeElementAddress(std::ostream& out) const {
     if (m_elementPath != nullptr) {
@@ -76,7 +76,7 @@ ParseException& ParseException::operator=(const ParseException&) = default;
 
 ParseException::~ParseException() = default;
 
-ParseException* ParseException::clone() const { return new ParseException(*this); }
+ko::Exception* ParseException::clone() const { return new ParseException(*this); }
 
 ParseException& ParseException::withCode(EParseError code) {
     if (m_code == EParseError::unspecified) {

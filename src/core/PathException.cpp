@@ -18,7 +18,7 @@ KeyNotFound& KeyNotFound::operator=(const KeyNotFound&) = default;
 
 KeyNotFound::~KeyNotFound() = default;
 
-KeyNotFound* KeyNotFound::clone() const { return new KeyNotFound(*this); }
+ko::Exception* KeyNotFound::clone() const { return new KeyNotFound(*this); }
 
 void KeyNotFound::generateWhat(std::string& out) const {
     TextStream text;
@@ -37,7 +37,7 @@ PathNotFound& PathNotFound::operator=(const PathNotFound&) = default;
 
 PathNotFound::~PathNotFound() = default;
 
-PathNotFound* PathNotFound::clone() const { return new PathNotFound(*this); }
+ko::Exception* PathNotFound::clone() const { return new PathNotFound(*this); }
 
 void PathNotFound::generateWhat(std::string& out) const {
     TextStream text;

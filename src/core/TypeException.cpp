@@ -22,7 +22,7 @@ template<class Type>
 TypeException<Type>::~TypeException() = default;
 
 template<class Type>
-TypeException<Type>* TypeException<Type>::clone() const {
+ko::Exception* TypeException<Type>::clone() const {
     return new TypeException(*this);
 }
 

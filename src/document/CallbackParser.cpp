@@ -10,6 +10,7 @@
 #include <array>
 #include <istream>
 #include <limits>
+#include <list>
 #include <utility>
 
 #include "document/ReadingScope.h"
@@ -56,46 +57,14 @@ const char* characters(const unsigned char* text) { return reinterpret_cast<cons
 }  // namespace
 
 struct CallbackParser::SImpl {
-    /// Numbers go through one function or through two, as the listener wishes.
-    SImpl(CallbackParser& parser, bool numbersAsText)
-        : callbacks(makeCallbacks(numbersAsText)), reader(callbacks, &parser) {}
+    explicit SImpl(CallbackParser& parser) : reader(callbacks, &parser) {}
 
-    static yajl::ReaderCallbacks makeCallbacks(bool numbersAsText);
-
-    const yajl::ReaderCallbacks callbacks;
+    yajl::ReaderCallbacks callbacks{};
     yajl::Reader reader;
     bool isReading = false;
-    unsigned long long origin = 0;  ///< what the reader's offsets lack, modulo 2^64
+    unsigned long long origin = 0;     ///< what the reader's offsets lack, modulo 2^64
+    std::list<std::string> swallowed;  // messages of errors, which the listener may still read
 };
-
-yajl::ReaderCallbacks CallbackParser::SImpl::makeCallbacks(bool numbersAsText) {
-    yajl::ReaderCallbacks table{};
-    table.null = [](void* parser) { return listenerOf(parser).cb_null(); };
-    table.boolean = [](void* parser, int value) {
-        return listenerOf(parser).cb_boolean(value != 0);
-    };
-    if (numbersAsText) {
-        table.number = [](void* parser, const char* text, std::size_t length) {
-            return listenerOf(parser).cb_number(text, lengthOf(length));
-        };
-    } else {
-        table.integer = [](void* parser, long value) {
-            return listenerOf(parser).cb_integer(value);
-        };
-        table.real = [](void* parser, double value) { return listenerOf(parser).cb_double(value); };
-    }
-    table.string = [](void* parser, const unsigned char* text, std::size_t length) {
-        return listenerOf(parser).cb_string(characters(text), lengthOf(length));
-    };
-    table.startMap = [](void* parser) { return listenerOf(parser).cb_start_map(); };
-    table.mapKey = [](void* parser, const unsigned char* text, std::size_t length) {
-        return listenerOf(parser).cb_map_key(characters(text), lengthOf(length));
-    };
-    table.endMap = [](void* parser) { return listenerOf(parser).cb_end_map(); };
-    table.startArray = [](void* parser) { return listenerOf(parser).cb_start_array(); };
-    table.endArray = [](void* parser) { return listenerOf(parser).cb_end_array(); };
-    return table;
-}
 
 CallbackParserListener::~CallbackParserListener() = default;
 
@@ -105,7 +74,9 @@ CallbackParser::CallbackParser(CallbackParserListener* listener)
     : CallbackParser(listener, listener != nullptr && listener->use_number_callback()) {}
 
 CallbackParser::CallbackParser(CallbackParserListener* listener, bool numbersAsText)
-    : m_listener(listener), m_impl(std::make_unique<SImpl>(*this, numbersAsText)) {}
+    : m_listener(listener), m_impl(std::make_unique<SImpl>(*this)) {
+    setCallbacks(numbersAsText);
+}
 
 CallbackParser::~CallbackParser() = default;
 
@@ -120,6 +91,68 @@ CallbackParserListener& CallbackParser::listenerOf(void* context) {
     CallbackParser& parser = *static_cast<CallbackParser*>(context);
     return parser.listener();
 }
+
+void CallbackParser::setCallbacks() {
+    setCallbacks(m_listener != nullptr && m_listener->use_number_callback());
+}
+
+void CallbackParser::setCallbacks(bool numbersAsText) {
+    yajl::ReaderCallbacks& table = m_impl->callbacks;
+    table.null = cb_null;
+    table.boolean = cb_boolean;
+    table.integer = numbersAsText ? nullptr : cb_integer;
+    table.real = numbersAsText ? nullptr : cb_double;
+    table.number = nullptr;
+    if (numbersAsText) {
+        table.number = [](void* parser, const char* text, std::size_t length) {
+            return cb_number(parser, text, lengthOf(length));
+        };
+    }
+    table.string = [](void* parser, const unsigned char* text, std::size_t length) {
+        return cb_string(parser, text, lengthOf(length));
+    };
+    table.startMap = cb_start_map;
+    table.mapKey = [](void* parser, const unsigned char* text, std::size_t length) {
+        return cb_map_key(parser, text, lengthOf(length));
+    };
+    table.endMap = cb_end_map;
+    table.startArray = cb_start_array;
+    table.endArray = cb_end_array;
+}
+
+int CallbackParser::cb_null(void* parser) { return listenerOf(parser).cb_null(); }
+
+int CallbackParser::cb_boolean(void* parser, int value) {
+    return listenerOf(parser).cb_boolean(value != 0);
+}
+
+int CallbackParser::cb_integer(void* parser, long value) {
+    return listenerOf(parser).cb_integer(value);
+}
+
+int CallbackParser::cb_double(void* parser, double value) {
+    return listenerOf(parser).cb_double(value);
+}
+
+int CallbackParser::cb_number(void* parser, const char* text, unsigned int length) {
+    return listenerOf(parser).cb_number(text, length);
+}
+
+int CallbackParser::cb_string(void* parser, const unsigned char* text, unsigned int length) {
+    return listenerOf(parser).cb_string(characters(text), length);
+}
+
+int CallbackParser::cb_start_map(void* parser) { return listenerOf(parser).cb_start_map(); }
+
+int CallbackParser::cb_map_key(void* parser, const unsigned char* text, unsigned int length) {
+    return listenerOf(parser).cb_map_key(characters(text), length);
+}
+
+int CallbackParser::cb_end_map(void* parser) { return listenerOf(parser).cb_end_map(); }
+
+int CallbackParser::cb_start_array(void* parser) { return listenerOf(parser).cb_start_array(); }
+
+int CallbackParser::cb_end_array(void* parser) { return listenerOf(parser).cb_end_array(); }
 
 void CallbackParser::enter(const std::string& text, unsigned long long offset, bool isStopped) {
     Deaf deaf(isStopped ? 0 : 1);
@@ -137,9 +170,12 @@ void CallbackParser::parseFrom(const char* text, unsigned int length, unsigned i
     if (status == yajl::ReadStatus::ok || status == yajl::ReadStatus::insufficientData) {
         return;
     }
-    const std::string message = m_impl->reader.error(true, text, length, from);
-    if (listener().cb_error(message.c_str()) == 0) {
-        throw Exception(message);
+    std::list<std::string>& messages = m_impl->swallowed;
+    messages.push_back(m_impl->reader.error(true, text, length, from));
+    if (listener().cb_error(messages.back().c_str()) == 0) {
+        const Exception error(messages.back());
+        messages.pop_back();
+        throw error;
     }
 }
 

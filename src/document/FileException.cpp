@@ -24,6 +24,6 @@ void FileException::generateWhat(std::string& out) const {
     out = "Cannot " + m_action + " \"" + m_file + "\": " + m_reason;
 }
 
-FileException* FileException::clone() const { return new FileException(*this); }
+ko::Exception* FileException::clone() const { return new FileException(*this); }
 
 }  // namespace ko::Orvid

@@ -38,7 +38,7 @@ template<class Value, class Limit>
 ValueOutOfRange<Value, Limit>::~ValueOutOfRange() = default;
 
 template<class Value, class Limit>
-ValueOutOfRange<Value, Limit>* ValueOutOfRange<Value, Limit>::clone() const {
+ko::Exception* ValueOutOfRange<Value, Limit>::clone() const {
     return new ValueOutOfRange(*this);
 }
 

@@ -15,32 +15,45 @@
 
 namespace ko::Orvid {
 
+/// SState with a plain string for the token: a stream would cost more than all the rest.
+struct PathParser::SWork {
+    EState state = esInit;
+    bool escaped = false;
+    std::string token;
+    unsigned int position = 0;
+    unsigned int tokenStart = 0;
+};
+
 namespace {
 
 bool startsIndex(char c) { return isDigit(c) || c == '*'; }
 
 /// The transitions that never stop the parse.
-bool separate(PathParser::SState& s, PathParser::EState following) {
+template<class Work>
+bool separate(Work& s, PathParser::EState following) {
     s.state = following;
     s.tokenStart = s.position;
     s.token.clear();
     return true;
 }
 
-bool startToken(PathParser::SState& s, PathParser::EState following, char c) {
+template<class Work>
+bool startToken(Work& s, PathParser::EState following, char c) {
     separate(s, following);
     s.token.push_back(c);
     return true;
 }
 
-bool append(PathParser::SState& s, char c) {
+template<class Work>
+bool append(Work& s, char c) {
     s.token.push_back(c);
     return true;
 }
 
 /// Takes the ordinary characters at the start of `text` as, or into, a key where one may stand, as
 /// acceptPlain() does one by one, and answers how many there were.
-std::size_t takeKey(PathParser::SState& s, std::string_view text) {
+template<class Work>
+std::size_t takeKey(Work& s, std::string_view text) {
     const bool isKeyDue = s.state == PathParser::esInit || s.state == PathParser::esObjectInit;
     if (s.escaped || !(isKeyDue || s.state == PathParser::esObject)) {
         return 0;
@@ -93,8 +106,45 @@ bool PathParserListener::cbParseError(const std::string& message, const std::str
 
 PathParser::PathParser(PathParserListener* listener) : m_listener(listener) {}
 
+/// Calls the operation with what `s` holds, and takes over what becomes of it, whatever is thrown.
+template<class Operation>
+void PathParser::onWork(SState& s, const Operation& operation) {
+    SWork work{s.state, s.escaped, s.token.str(), s.position, s.tokenStart};
+    const auto takeOver = [&] {
+        s.state = work.state;
+        s.tokenStart = work.tokenStart;
+        if (work.token.empty()) {
+            s.token.str({});
+            s.token.clear();
+        }
+    };
+    try {
+        operation(work);
+    } catch (...) {
+        takeOver();
+        throw;
+    }
+    takeOver();
+}
+
+void PathParser::parseEnd(SState& s, char c) {
+    onWork(s, [&](SWork& work) { end(work, c); });
+}
+
+bool PathParser::parseError(SState& s, std::string& message) {
+    bool goOn = false;
+    onWork(s, [&](SWork& work) { goOn = report(work, message); });
+    return goOn;
+}
+
+bool PathParser::parseError(SState& s, char c) {
+    bool goOn = false;
+    onWork(s, [&](SWork& work) { goOn = report(work, c); });
+    return goOn;
+}
+
 std::istream& PathParser::parse(std::istream& in) {
-    SState s;
+    SWork s;
     while (in.rdstate() == std::ios_base::goodbit) {
         const char c = static_cast<char>(in.get());
         if (c == k_pathEnd && !s.escaped) {
@@ -104,12 +154,12 @@ std::istream& PathParser::parse(std::istream& in) {
             return in;
         }
     }
-    parseEnd(s, k_pathEnd);
+    end(s, k_pathEnd);
     return in;
 }
 
 void PathParser::parse(std::string_view text) {
-    SState s;
+    SWork s;
     while (!text.empty()) {
         text.remove_prefix(takeKey(s, text));
         if (text.empty() || (text.front() == k_pathEnd && !s.escaped)) {
@@ -124,10 +174,10 @@ void PathParser::parse(std::string_view text) {
     if (s.escaped && !next(s, k_pathEnd)) {
         return;
     }
-    parseEnd(s, k_pathEnd);
+    end(s, k_pathEnd);
 }
 
-bool PathParser::next(SState& s, char c) {
+bool PathParser::next(SWork& s, char c) {
     if (s.escaped) {
         if (!acceptEscaped(s, c)) {
             return false;
@@ -143,30 +193,30 @@ bool PathParser::next(SState& s, char c) {
 }
 
 // NOLINTNEXTLINE(readability-function-cognitive-complexity): one table, read state by state
-bool PathParser::acceptPlain(SState& s, char c) {
+bool PathParser::acceptPlain(SWork& s, char c) {
     switch (s.state) {
         case esInit:
             return c == '.'   ? separate(s, esObjectInit)
                    : c == '[' ? separate(s, esArrayInit)
-                   : c == ']' ? parseError(s, c)
+                   : c == ']' ? report(s, c)
                               : startToken(s, esObject, c);
         case esObjectInit:
-            return c == '.' || c == '[' || c == ']' ? parseError(s, c) : startToken(s, esObject, c);
+            return c == '.' || c == '[' || c == ']' ? report(s, c) : startToken(s, esObject, c);
         case esObject:
             return c == '.'   ? emitKey(s, esObjectInit)
                    : c == '[' ? emitKey(s, esArrayInit)
-                   : c == ']' ? parseError(s, c)
+                   : c == ']' ? report(s, c)
                               : append(s, c);
         case esArrayInit:
-            return startsIndex(c) ? startToken(s, esArray, c) : parseError(s, c);
+            return startsIndex(c) ? startToken(s, esArray, c) : report(s, c);
         case esArray:
-            return c == ']' ? emitIndex(s) : isDigit(c) ? append(s, c) : parseError(s, c);
+            return c == ']' ? emitIndex(s) : isDigit(c) ? append(s, c) : report(s, c);
         default:
             return false;
     }
 }
 
-bool PathParser::acceptEscaped(SState& s, char c) {
+bool PathParser::acceptEscaped(SWork& s, char c) {
     switch (s.state) {
         case esInit:
         case esObjectInit:
@@ -174,15 +224,15 @@ bool PathParser::acceptEscaped(SState& s, char c) {
         case esObject:
             return append(s, c);
         case esArrayInit:
-            return startsIndex(c) ? startToken(s, esArray, c) : parseError(s, c);
+            return startsIndex(c) ? startToken(s, esArray, c) : report(s, c);
         case esArray:
-            return isDigit(c) ? append(s, c) : parseError(s, c);
+            return isDigit(c) ? append(s, c) : report(s, c);
         default:
             return false;
     }
 }
 
-bool PathParser::emitKey(SState& s, EState following) {
+bool PathParser::emitKey(SWork& s, EState following) {
     s.state = following;
     s.tokenStart = s.position;
     const bool goOn = m_listener->cbObjectProperty(s.token);
@@ -190,20 +240,20 @@ bool PathParser::emitKey(SState& s, EState following) {
     return goOn;
 }
 
-bool PathParser::emitIndex(SState& s) {
+bool PathParser::emitIndex(SWork& s) {
     s.state = esInit;
     unsigned int index = k_noIndex;
     const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
     if (!isStar && !readIndex(s.token, index)) {
         std::string message = "Unreadable index";
-        reportAs(EParseError::pathIndexRange, [&] { return parseError(s, message); });
+        reportAs(EParseError::pathIndexRange, [&] { return report(s, message); });
     }
     s.tokenStart = s.position;
     s.token.clear();
     return m_listener->cbArrayItem(index);
 }
 
-void PathParser::parseEnd(SState& s, char c) {
+void PathParser::end(SWork& s, char c) {
     switch (s.state) {
         case esObject:
             emitKey(s, esInit);
@@ -211,14 +261,14 @@ void PathParser::parseEnd(SState& s, char c) {
         case esObjectInit:
         case esArrayInit:
         case esArray:
-            parseError(s, c);
+            report(s, c);
             break;
         default:
             break;
     }
 }
 
-bool PathParser::parseError(SState& s, std::string& message) {
+bool PathParser::report(SWork& s, const std::string& message) {
     TextStream text;
     text << message << " in path at \"" << s.token << "\" " << s.tokenStart << "," << s.position
          << " parser state " << s.state;
@@ -229,7 +279,7 @@ bool PathParser::parseError(SState& s, std::string& message) {
     return goOn;
 }
 
-bool PathParser::parseError(SState& s, char c) {
+bool PathParser::report(SWork& s, char c) {
     std::string message = "Unexpexced EOF";
     if (c != k_pathEnd) {
         message = "Unexpected character '";
@@ -238,7 +288,7 @@ bool PathParser::parseError(SState& s, char c) {
     }
     const bool isEnd = c == k_pathEnd;
     return reportAs(isEnd ? EParseError::pathTruncated : EParseError::pathCharacter,
-                    [&] { return parseError(s, message); });
+                    [&] { return report(s, message); });
 }
 
 namespace {

@@ -38,6 +38,30 @@ bool hasChildren(const Element::SData& data) {
     return data.type == etObject && data.value.object != nullptr && !data.value.object->empty();
 }
 
+/// Moves the value into the payload that is there, of the same type. Answers false where there is
+/// none, on either side.
+bool movePayload(Element::SData& target, Element::SData& source) noexcept {
+    const auto moveInto = [](auto* to, auto* from) {
+        if (to == nullptr || from == nullptr) {
+            return false;
+        }
+        *to = std::move(*from);
+        return true;
+    };
+    switch (target.type) {
+        case etNumber:
+            return moveInto(target.value.number, source.value.number);
+        case etString:
+            return moveInto(target.value.string, source.value.string);
+        case etObject:
+            return moveInto(target.value.object, source.value.object);
+        case etArray:
+            return moveInto(target.value.array, source.value.array);
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 const Number Element::k_emptyNumber;
@@ -51,6 +75,8 @@ Element::Element(const char* text) : Element(std::string(text)) {}
 Element::Element(const std::string& text) { setString(text); }
 
 Element::Element(const Number& number) { setNumber(number); }
+
+Element::Element(const DecNumber& number) : Element(Number(number)) {}
 
 Element::Element(const Element& other) { copy(m_data, other.m_data, this); }
 
@@ -74,8 +100,10 @@ Element& Element::operator=(Element&& other) {
     }
     // The former value goes last: `other` may lie within it.
     Element taken(std::move(other));
-    std::swap(m_data, taken.m_data);
-    moveTree(m_data, this);
+    if (m_data.type != taken.m_data.type || !movePayload(m_data, taken.m_data)) {
+        std::swap(m_data, taken.m_data);
+        moveTree(m_data, this);
+    }
     return *this;
 }
 
@@ -227,6 +255,8 @@ void Element::setNumber(const Number& number) {
         replaceNumber(new Number(number));
     }
 }
+
+void Element::setNumber(const DecNumber& number) { setNumber(Number(number)); }
 
 void Element::setNumber(const char* text, unsigned int length) {
     if (m_data.type == etNumber) {

@@ -245,8 +245,9 @@ const std::vector<Operation> k_texts = {
          try {
              trees.root.get(k_deep + ".x");
          } catch (const ko::Orvid::PathNotFound& error) {
-             const std::unique_ptr<Exception> copy(error.clone());
-             return *copy->elementPath() + error.path() + error.key();
+             const std::unique_ptr<ko::Exception> copy(error.clone());
+             const auto& copied = dynamic_cast<const Exception&>(*copy);
+             return *copied.elementPath() + error.path() + error.key();
          }
          return std::string();
      }},

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// ko::DecNumber, an exact decimal number of any size: coefficient times a power of ten. It compares
-// and converts; it does no arithmetic.
+// ko::DecNumber, an exact decimal number of any size: coefficient times a power of ten. It
+// compares, adds, subtracts, multiplies and converts.
 
 #pragma once
 
@@ -10,6 +10,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 namespace ko {
 
@@ -23,6 +24,10 @@ class KO_API DecNumber {
 public:
     explicit DecNumber(long long value);
     explicit DecNumber(unsigned long long value);
+    /// Of every other integer type. Characters count as numbers.
+    template<class Integer, class = std::enable_if_t<std::is_integral_v<Integer> &&
+                                                     !std::is_same_v<Integer, bool>>>
+    explicit DecNumber(Integer value) : DecNumber(widened(value)) {}
     /// Every finite double is an exact decimal and is taken as such: 0.1 has 55 digits. Both zeros
     /// are the one zero. Throws RuntimeError for a NaN and for the infinities.
     explicit DecNumber(double value);
@@ -44,6 +49,18 @@ public:
     /// are brought to one scale, which takes memory for as many digits as the longer of them has.
     int compare(const DecNumber& other) const;
 
+    /// Exact, with as many digits as that takes: 0.5 + 0.50 is 1.00, 1.5 * 2.0 is 3.00. Throw
+    /// RuntimeError where the digits between the first and the last of a sum are more than
+    /// k_largestSum, and where the power of ten of a product does not fit 64 bits.
+    DecNumber operator+(const DecNumber& other) const;
+    DecNumber operator-(const DecNumber& other) const;
+    DecNumber operator*(const DecNumber& other) const;
+    DecNumber operator-() const;
+
+    static constexpr unsigned long k_largestSum = 10'000'000;
+
+    /// What writeTo() writes.
+    std::string toString() const;
     /// Writes a JSON number that reads back to an equal one, with every digit of the coefficient:
     /// "1.50" stays "1.50". The form is plain ("100", "-0.00001") where no zeros have to be filled
     /// in (so the digits of an integer always come back as they are, less leading zeros), and where
@@ -74,7 +91,31 @@ public:
 
 private:
     struct SImpl;
+
+    template<class Integer>
+    static auto widened(Integer value) {
+        if constexpr (std::is_signed_v<Integer>) {
+            return static_cast<long long>(value);
+        } else {
+            return static_cast<unsigned long long>(value);
+        }
+    }
+    DecNumber();
+
     std::unique_ptr<SImpl> m_impl;
 };
+
+// By DecNumber::compare().
+inline bool operator==(const DecNumber& a, const DecNumber& b) { return a.compare(b) == 0; }
+inline bool operator!=(const DecNumber& a, const DecNumber& b) { return a.compare(b) != 0; }
+inline bool operator<(const DecNumber& a, const DecNumber& b) { return a.compare(b) < 0; }
+inline bool operator>(const DecNumber& a, const DecNumber& b) { return a.compare(b) > 0; }
+inline bool operator<=(const DecNumber& a, const DecNumber& b) { return a.compare(b) <= 0; }
+inline bool operator>=(const DecNumber& a, const DecNumber& b) { return a.compare(b) >= 0; }
+
+/// As DecNumber::writeTo().
+inline std::ostream& operator<<(std::ostream& out, const DecNumber& number) {
+    return number.writeTo(out);
+}
 
 }  // namespace ko

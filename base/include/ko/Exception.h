@@ -55,7 +55,7 @@ public:
     RuntimeError& operator=(const RuntimeError&);
     ~RuntimeError() override;
 
-    RuntimeError* clone() const override;
+    Exception* clone() const override;
 };
 
 }  // namespace ko

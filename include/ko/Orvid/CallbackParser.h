@@ -32,13 +32,14 @@ public:
     virtual int cb_start_array() = 0;
     virtual int cb_end_array() = 0;
     /// The text is no JSON, or an operation returned 0. Returns non-zero to have the error
-    /// swallowed.
+    /// swallowed; then the message lives as long as the parser.
     virtual int cb_error(const char* message) = 0;
     /// Numbers when use_number_callback() is false: without and with a fraction or exponent.
     virtual int cb_integer(long value) = 0;
     virtual int cb_double(double value) = 0;
 
-    /// Whether numbers come as text through cb_number(). Asked once, when a parser is made.
+    /// Whether numbers come as text through cb_number(). Asked when a parser is made
+    /// and by CallbackParser::setCallbacks().
     virtual bool use_number_callback();
 };
 
@@ -78,6 +79,23 @@ public:
     /// stopped: behind the text, behind the complete value, or near the fault.
     unsigned long long position() const;
 
+    /// Asks the listener anew whether numbers are to come as text, from the next event on.
+    void setCallbacks();
+
+    // Each hands one event to the listener of a parser, which `parser` points to, and returns its
+    // answer. They throw what the listener does, and Exception where there is none.
+    static int cb_null(void* parser);
+    static int cb_boolean(void* parser, int value);
+    static int cb_integer(void* parser, long value);
+    static int cb_double(void* parser, double value);
+    static int cb_number(void* parser, const char* text, unsigned int length);
+    static int cb_string(void* parser, const unsigned char* text, unsigned int length);
+    static int cb_start_map(void* parser);
+    static int cb_map_key(void* parser, const unsigned char* text, unsigned int length);
+    static int cb_end_map(void* parser);
+    static int cb_start_array(void* parser);
+    static int cb_end_array(void* parser);
+
 private:
     friend class DomParser;
 
@@ -86,6 +104,8 @@ private:
     /// Does not ask the listener how it wishes its numbers.
     CallbackParser(CallbackParserListener* listener, bool numbersAsText);
 
+    /// Numbers go through one function or through two.
+    void setCallbacks(bool numbersAsText);
     /// Goes to where another reader stands, without an event: in a document that begins with
     /// `text`, but as if that had `offset` bytes. A stopped one reads no more.
     void enter(const std::string& text, unsigned long long offset, bool isStopped);

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/DecNumber.h>
 #include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/detail/Places.h>
@@ -92,6 +93,7 @@ public:
         setString(text);
     }
     Element(const Number& number);
+    Element(const DecNumber& number);
     /// A deep copy of the value. The items of copied arrays report index 0 until their array is
     /// next updated (Array::updateVector, setParent).
     Element(const Element& other);
@@ -102,9 +104,10 @@ public:
     /// as their parent. `other` is null afterwards and stays where it is.
     Element(Element&& other) noexcept;
     /// The same into this place, in constant time but for a walk up to the root where `other` has
-    /// children. `other` may be part of this element. Where this element is part of `other`, moving
-    /// would tie a knot: the value is copied, and only then std::bad_alloc may be thrown, leaving
-    /// this element unchanged.
+    /// children. A payload of the same type is kept and takes the value over, so references to it
+    /// stay valid. `other` may be part of this element. Where this element is part of `other`,
+    /// moving would tie a knot: the value is copied, and only then std::bad_alloc may be thrown,
+    /// leaving this element unchanged.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): the knot is untied by a copy
     Element& operator=(Element&& other);
     ~Element();
@@ -146,6 +149,7 @@ public:
         assignString(text);
     }
     void setNumber(const Number& number);
+    void setNumber(const DecNumber& number);
     void setNumber(const char* text, unsigned int length);
     template<class T, class = std::enable_if_t<Number::k_isArithmetic<T>>>
     void setNumber(T value) {
@@ -161,11 +165,11 @@ public:
 
     // The value in one step.
 
-    /// The value as T: bool, std::string, Number, std::string_view (which lives as the string
-    /// does), an arithmetic type, for which Number::convertTo() tells the rules, or any other type
-    /// that convert.h, which then has to be included, makes known. Throws TypeException for a value
-    /// of another type, ValueOutOfRange<Number, T> for a number that is no T, and what convert.h
-    /// tells, with the element that is at fault as context.
+    /// The value as T: bool, std::string, Number, DecNumber, std::string_view (which lives as the
+    /// string does), an arithmetic type, for which Number::convertTo() tells the rules, or any
+    /// other type that convert.h, which then has to be included, makes known. Throws TypeException
+    /// for a value of another type, ValueOutOfRange<Number, T> for a number that is no T, and what
+    /// convert.h tells, with the element that is at fault as context.
     template<class T>
     T to() const;
     /// Sets the value to what `value` is in JSON, from any type that converts; the place stays, and
@@ -434,6 +438,8 @@ T Element::to() const {
         return value;
     } else if constexpr (std::is_same_v<T, Number>) {
         return number();
+    } else if constexpr (std::is_same_v<T, DecNumber>) {
+        return number().decimal();
     } else if constexpr (std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
         return T(string());
     } else {

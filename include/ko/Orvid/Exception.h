@@ -35,7 +35,7 @@ public:
     Exception& operator=(const Exception& other);
     ~Exception() override;
 
-    Exception* clone() const override;
+    ko::Exception* clone() const override;
 
     /// The path from the root of the element that the error concerns; null when there is none. The
     /// string lives as long as this exception.
@@ -91,7 +91,7 @@ public:
 
     /// Writes "Parse error at " and the span where it is known, directly followed by the message.
     void generateWhat(std::string& out) const override;
-    ParseException* clone() const override;
+    ko::Exception* clone() const override;
 
     EParseError code() const { return m_code; }
     /// Sets the code unless there is one already. Returns this exception.

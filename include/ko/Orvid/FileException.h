@@ -23,7 +23,7 @@ public:
     ~FileException() override;
 
     void generateWhat(std::string& out) const override;
-    FileException* clone() const override;
+    ko::Exception* clone() const override;
 
     /// The name as the caller gave it.
     const std::string& file() const { return m_file; }

@@ -23,7 +23,7 @@ public:
     PatchException& operator=(const PatchException& other);
     ~PatchException() override;
 
-    PatchException* clone() const override;
+    ko::Exception* clone() const override;
 
     /// The operation's 0-based position in the patch.
     std::size_t number() const { return m_number; }

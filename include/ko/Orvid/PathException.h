@@ -21,7 +21,7 @@ public:
     ~KeyNotFound() override;
 
     void generateWhat(std::string& out) const override;
-    KeyNotFound* clone() const override;
+    ko::Exception* clone() const override;
 
     const std::string& key() const { return m_key; }
 
@@ -40,7 +40,7 @@ public:
     ~PathNotFound() override;
 
     void generateWhat(std::string& out) const override;
-    PathNotFound* clone() const override;
+    ko::Exception* clone() const override;
 
     const std::string& path() const { return m_path; }
     const std::string& key() const { return m_key; }

@@ -8,7 +8,7 @@
 #include <ko/export.h>
 #include <ko/Orvid/types.h>
 
-#include <iosfwd>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -49,7 +49,7 @@ public:
     struct SState {
         EState state = esInit;
         bool escaped = false;         ///< the next character follows a backslash
-        std::string token;            ///< the key or index so far, escapes resolved
+        std::stringstream token;      ///< the key or index so far, escapes resolved
         unsigned int position = 0;    ///< of the character that is being processed
         unsigned int tokenStart = 0;  ///< of the token's first character, or of the last separator
     };
@@ -73,11 +73,18 @@ public:
     bool parseError(SState& s, char c);
 
 private:
-    bool next(SState& s, char c);
-    bool acceptPlain(SState& s, char c);
-    bool acceptEscaped(SState& s, char c);
-    bool emitKey(SState& s, EState following);
-    bool emitIndex(SState& s);
+    struct SWork;
+
+    template<class Operation>
+    static void onWork(SState& s, const Operation& operation);
+    bool next(SWork& s, char c);
+    bool acceptPlain(SWork& s, char c);
+    bool acceptEscaped(SWork& s, char c);
+    bool emitKey(SWork& s, EState following);
+    bool emitIndex(SWork& s);
+    void end(SWork& s, char c);
+    bool report(SWork& s, const std::string& message);
+    bool report(SWork& s, char c);
 
     PathParserListener* m_listener;
 };

@@ -22,7 +22,7 @@ public:
 
     /// Writes both types and the element's path.
     void generateWhat(std::string& out) const override;
-    TypeException* clone() const override;
+    ko::Exception* clone() const override;
 
     Type requested() const { return m_requested; }
     Type got() const { return m_got; }

@@ -27,7 +27,7 @@ public:
 
     /// Writes the value and the limits; limits of the character types are written as raw bytes.
     void generateWhat(std::string& out) const override;
-    ValueOutOfRange* clone() const override;
+    ko::Exception* clone() const override;
 
     const Value& value() const { return m_value; }
     const Limit& min() const { return m_min; }

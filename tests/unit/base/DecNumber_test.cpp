@@ -19,6 +19,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -461,6 +462,87 @@ TEST(DecNumber, writes_the_same_whatever_the_state_of_the_stream) {
     EXPECT_EQ(&out, &DecNumber(255LL).writeTo(out));
     DecNumber(std::string("1e300")).writeTo(out);
     EXPECT_EQ("2551e+300", out.str());
+}
+
+TEST(DecNumber, is_made_of_every_integer_type) {
+    EXPECT_EQ(written(DecNumber(5)), "5");
+    EXPECT_EQ(written(DecNumber(-5)), "-5");
+    EXPECT_EQ(written(DecNumber(5U)), "5");
+    EXPECT_EQ(written(DecNumber(short{-3})), "-3");
+    EXPECT_EQ(written(DecNumber(std::numeric_limits<unsigned short>::max())), "65535");
+    EXPECT_EQ(written(DecNumber(-2147483648L)), "-2147483648");
+    EXPECT_EQ(written(DecNumber(4294967295UL)), "4294967295");
+    EXPECT_EQ(written(DecNumber('A')), "65");
+    EXPECT_EQ(written(DecNumber(std::size_t{7})), "7");
+    EXPECT_EQ(written(DecNumber(0.5F)), "0.5");
+    static_assert(!std::is_constructible_v<DecNumber, bool>);
+}
+
+TEST(DecNumber, is_written_by_an_operator_and_as_a_string) {
+    std::ostringstream out;
+    out << DecNumber("1.50") << ' ' << DecNumber("-1e100");
+    EXPECT_EQ(out.str(), "1.50 -1e+100");
+    EXPECT_EQ(DecNumber("007").toString(), "7");
+}
+
+TEST(DecNumber, has_operators_of_order) {
+    const DecNumber small("1.0");
+    const DecNumber same("10e-1");
+    const DecNumber large("1.00000000000000000000000000001");
+    EXPECT_TRUE(small == same);
+    EXPECT_FALSE(small != same);
+    EXPECT_TRUE(small != large);
+    EXPECT_TRUE(small < large);
+    EXPECT_FALSE(small < same);
+    EXPECT_TRUE(small <= same);
+    EXPECT_TRUE(large > small);
+    EXPECT_TRUE(large >= small);
+    EXPECT_FALSE(small >= large);
+}
+
+TEST(DecNumber, adds_subtracts_and_multiplies_exactly) {
+    const auto d = [](const char* text) { return DecNumber(std::string(text)); };
+    EXPECT_EQ(written(d("0.1") + d("0.2")), "0.3");
+    EXPECT_EQ(written(d("0.5") + d("0.50")), "1.00");
+    EXPECT_EQ(written(d("99999999999999999999") + d("1")), "100000000000000000000");
+    EXPECT_EQ(written(d("1") - d("1e-30")), "0.999999999999999999999999999999");
+    EXPECT_EQ(written(d("-5") + d("5")), "0");
+    EXPECT_EQ(written(d("0.5") - d("0.5")), "0");
+    EXPECT_EQ(written(d("1.5") * d("2.0")), "3.00");
+    EXPECT_EQ(written(d("-1e50") * d("1e-50")), "-1");
+    EXPECT_EQ(written(d("123456789012345678901234567890") * d("-987654321098765432109876543210")),
+              "-121932631137021795226185032733622923332237463801111263526900");
+    EXPECT_EQ(written(-d("1.50")), "-1.50");
+    EXPECT_EQ(written(-d("0")), "0");
+}
+
+TEST(DecNumber, adds_zero_and_multiplies_by_it_whatever_the_exponents) {
+    const DecNumber huge("1e9000000000000000000");
+    EXPECT_TRUE(huge + DecNumber(0) == huge);
+    EXPECT_TRUE(DecNumber(0) - huge == -huge);
+    EXPECT_TRUE(huge * DecNumber(0) == DecNumber(0));
+    EXPECT_TRUE(huge - huge == DecNumber(0));
+    EXPECT_TRUE(huge + huge == DecNumber("2e9000000000000000000"));
+}
+
+TEST(DecNumber, refuses_sums_and_products_that_no_memory_holds) {
+    const DecNumber huge("1e9000000000000000000");
+    EXPECT_EQ(messageOf([&] { (void)(huge + DecNumber(1)); }),
+              "The sum of 1e+9000000000000000000 and 1 has too many digits.");
+    EXPECT_EQ(messageOf([&] { (void)(huge * huge); }),
+              "The product of 1e+9000000000000000000 and 1e+9000000000000000000 has an exponent "
+              "beyond 64 bits.");
+}
+
+TEST(DecNumber, computes_as_integers_do) {
+    for (int a = -12; a <= 12; ++a) {
+        for (int b = -12; b <= 12; ++b) {
+            EXPECT_TRUE(DecNumber(a) + DecNumber(b) == DecNumber(a + b));
+            EXPECT_TRUE(DecNumber(a) - DecNumber(b) == DecNumber(a - b));
+            EXPECT_TRUE(DecNumber(a) * DecNumber(b) == DecNumber(a * b));
+            EXPECT_EQ(DecNumber(a) < DecNumber(b), a < b);
+        }
+    }
 }
 
 }  // namespace

@@ -360,4 +360,18 @@ TEST(OrvidException, path_of_a_far_item_does_not_depend_on_the_locale) {
     EXPECT_EQ(&item, &document.root.get(*error.elementPath()));
 }
 
+/// As a program writes its own error, to the letter of the root class.
+class OwnError : public ko::Orvid::Exception {
+public:
+    OwnError() : Exception("own") {}
+    ko::Exception* clone() const override { return new OwnError(*this); }
+};
+
+TEST(OrvidException, can_be_derived_from_with_a_clone_of_the_root_type) {
+    const OwnError error;
+    const std::unique_ptr<ko::Exception> copy(error.clone());
+    EXPECT_STREQ(copy->what(), "own");
+    EXPECT_NE(dynamic_cast<const OwnError*>(copy.get()), nullptr);
+}
+
 }  // namespace

@@ -353,4 +353,60 @@ TEST(CallbackParserErrors, a_number_beyond_double_is_an_error_only_where_it_is_w
     }
 }
 
+/// Swallows errors and keeps what it was shown.
+struct KeepingListener : RecordingListener {
+    int cb_error(const char* message) override {
+        shown.push_back(message);
+        return 1;
+    }
+
+    std::vector<const char*> shown;
+};
+
+TEST(CallbackParserErrors, the_messages_of_swallowed_errors_live_as_long_as_the_parser) {
+    KeepingListener listener;
+    CallbackParser parser(&listener);
+    parser.parse("[1,]");
+    parser.parse("more");
+    ASSERT_EQ(listener.shown.size(), 2U);
+    EXPECT_EQ(listener.shown[0],
+              verbose("parse error: unallowed token at this point in JSON text", "[1,]", 4));
+    EXPECT_EQ(std::string(listener.shown[1]).substr(0, 12), "parse error:");
+}
+
+TEST(CallbackParserTrampolines, hand_each_event_to_the_listener) {
+    RecordingListener listener;
+    CallbackParser parser(&listener);
+    const auto* const bytes = reinterpret_cast<const unsigned char*>("text");
+    EXPECT_NE(CallbackParser::cb_start_array(&parser), 0);
+    EXPECT_NE(CallbackParser::cb_null(&parser), 0);
+    EXPECT_NE(CallbackParser::cb_boolean(&parser, 2), 0);
+    EXPECT_NE(CallbackParser::cb_integer(&parser, -7), 0);
+    EXPECT_NE(CallbackParser::cb_double(&parser, 2.5), 0);
+    EXPECT_NE(CallbackParser::cb_number(&parser, "1.50", 4), 0);
+    EXPECT_NE(CallbackParser::cb_string(&parser, bytes, 3), 0);
+    EXPECT_NE(CallbackParser::cb_start_map(&parser), 0);
+    EXPECT_NE(CallbackParser::cb_map_key(&parser, bytes, 4), 0);
+    EXPECT_NE(CallbackParser::cb_end_map(&parser), 0);
+    EXPECT_NE(CallbackParser::cb_end_array(&parser), 0);
+    EXPECT_EQ(listener.words, "[ null true i-7 d2.5 n1.50 stex { ktext } ] ");
+}
+
+TEST(CallbackParserTrampolines, throw_where_there_is_no_listener) {
+    CallbackParser parser(nullptr);
+    const auto error = thrownBy<Exception>([&] { CallbackParser::cb_null(&parser); });
+    EXPECT_STREQ(error.what(), "No listener attached to CallbackParser!");
+}
+
+TEST(CallbackParserTrampolines, are_set_anew_when_the_listener_has_changed_its_mind) {
+    RecordingListener listener;
+    listener.numbersAsText = false;
+    CallbackParser parser(&listener);
+    parser.parse("[7,");
+    listener.numbersAsText = true;
+    parser.setCallbacks();
+    parser.parse("8]");
+    EXPECT_EQ(listener.words, "[ i7 n8 ] ");
+}
+
 }  // namespace

@@ -215,13 +215,26 @@ TEST(PathParser, ends_a_pending_key_without_looking_at_the_answer) {
     PathLog log({false});
     PathParser::SState s;
     s.state = PathParser::esObject;
-    s.token = "ab";
+    s.token << "ab";
     s.tokenStart = 4;
     s.position = 6;
     PathParser(&log).parseEnd(s, -1);
     EXPECT_EQ(log.lines(), (Lines{"key ab"}));
     EXPECT_EQ(s.state, PathParser::esInit);
     EXPECT_EQ(s.tokenStart, 6U);
+    EXPECT_EQ(s.token.str(), "");
+}
+
+TEST(PathParserState, has_a_stream_for_its_token) {
+    PathParser::SState s;
+    std::stringstream& token = s.token;
+    token << "a" << 1;
+    EXPECT_EQ(s.token.str(), "a1");
+    PathLog log({true});
+    std::string message = "Message";
+    PathParser(&log).parseError(s, message);
+    EXPECT_EQ(log.lines(), (Lines{"error Message in path at \"a1\" 0,0 parser state esInit"}));
+    EXPECT_EQ(s.token.str(), "a1");
 }
 
 TEST(PathParser, ends_silently_between_steps_and_after_a_refused_error) {
@@ -265,7 +278,7 @@ TEST(PathParser, goes_into_the_error_state_only_when_the_listener_refuses_to_go_
     PathParser parser(&log);
     PathParser::SState s;
     s.state = PathParser::esArray;
-    s.token = "1";
+    s.token << "1";
     s.tokenStart = 4294967294U;
     s.position = 4294967295U;
     std::string message = "Own words";

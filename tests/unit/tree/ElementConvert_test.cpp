@@ -9,6 +9,7 @@
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -154,6 +155,45 @@ TEST(PlainElement, leaves_what_is_not_plain_or_not_there) {
     }
     EXPECT_EQ(Path::plainElement("", document.root), &document.root);
     EXPECT_EQ(Path::plainElement(".b.c", document.root), &document.root.get("b.c"));
+}
+
+TEST(ElementConvert, reads_and_takes_decimals) {
+    const Document document("[900719925474099312345.50, 1e-7]");
+    EXPECT_EQ(document.root.get("[0]").to<ko::DecNumber>().toString(), "900719925474099312345.50");
+    EXPECT_TRUE(document.root.get("[1]").to<ko::DecNumber>() == ko::DecNumber("0.0000001"));
+    Element element = ko::DecNumber("1.50") * ko::DecNumber(3);
+    EXPECT_EQ(compact(element), "4.50");
+    element = ko::DecNumber(7);
+    EXPECT_EQ(element.to<int>(), 7);
+    element.setNumber(ko::DecNumber("0.5"));
+    EXPECT_EQ(compact(element), "0.5");
+    EXPECT_TRUE(element == ko::DecNumber("0.50"));
+}
+
+TEST(ElementConvert, refuses_text_that_is_no_number) {
+    for (const char* const text : {"abc", "12abc", "1.5abc", "", " 1", "0x10", "1e", "nan(e)"}) {
+        const Element element{Number(text)};
+        EXPECT_THROW((void)element.to<int>(), ko::Exception) << text;
+        EXPECT_THROW((void)element.to<double>(), ko::Exception) << text;
+        EXPECT_THROW((void)element.to<double>(), ko::Exception) << text;
+        EXPECT_THROW((void)element.to<float>(), ko::Exception) << text;
+    }
+}
+
+TEST(ElementConvert, reaches_to_the_limits_as_they_are_printed) {
+    const Document document("[3.4028235e38, -3.4028235e38, 1.7976931348623158e308, 3.5e38]");
+    EXPECT_EQ(document.root.get("[0]").to<float>(), std::numeric_limits<float>::max());
+    EXPECT_EQ(document.root.get("[1]").to<float>(), std::numeric_limits<float>::lowest());
+    EXPECT_EQ(document.root.get("[2]").to<double>(), std::numeric_limits<double>::max());
+    EXPECT_THROW((void)document.root.get("[3]").to<float>(), ko::Orvid::Exception);
+}
+
+TEST(ElementConvert, sees_every_digit_of_a_whole_number) {
+    const Document document("[1.00000000000000000001, 9007199254740993.0, 1e18, 10e-1]");
+    EXPECT_THROW((void)document.root.get("[0]").to<int>(), IntOutOfRange);
+    EXPECT_EQ(document.root.get("[1]").to<long long>(), 9007199254740993LL);
+    EXPECT_EQ(document.root.get("[2]").to<long long>(), 1000000000000000000LL);
+    EXPECT_EQ(document.root.get("[3]").to<int>(), 1);
 }
 
 }  // namespace

@@ -277,4 +277,58 @@ TEST(DomMove, the_moved_from_document_can_be_used_again) {
     EXPECT_FALSE(document.ownsRoot());
 }
 
+TEST(ElementMove, assignment_keeps_a_payload_of_the_same_type) {
+    Element text("old");
+    const std::string& string = text.string();
+    text = "new";
+    EXPECT_EQ(string, "new");
+    EXPECT_EQ(&text.string(), &string);
+
+    Element number(1);
+    const Number& held = number.number();
+    const std::string& digits = held.toString();
+    number = 2.5;
+    EXPECT_EQ(digits, "2.5");
+    EXPECT_EQ(&number.number(), &held);
+}
+
+TEST(ElementMove, assignment_keeps_a_container_of_the_same_type) {
+    Document array("[1, [2]]");
+    const Element::TArray& items = array.root.array();
+    Document otherArray("[3, {\"k\": 4}]");
+    const Element* const inner = &otherArray.root.get("[1]");
+    array.root = std::move(otherArray.root);
+    EXPECT_EQ(&array.root.array(), &items);
+    EXPECT_EQ(&array.root.get("[1]"), inner);
+    EXPECT_EQ(inner->root(), &array.root);
+    EXPECT_EQ(orvid_test::compact(array.root), "[3,{\"k\": 4}]");
+    EXPECT_TRUE(otherArray.root.isNull());  // NOLINT(bugprone-use-after-move): what is left
+    CHECK_LINKS(array.root);
+
+    Document object("{\"a\": 1}");
+    const Element::TObject& members = object.root.object();
+    object.root = Document("{\"b\": [2], \"c\": {}}").root;
+    object.root = Element(object.root);
+    EXPECT_EQ(&object.root.object(), &members);
+    EXPECT_EQ(object.root.get("b[0]").root(), &object.root);
+    CHECK_LINKS(object.root);
+}
+
+TEST(ElementMove, a_part_of_the_same_type_takes_the_place_of_the_whole) {
+    Document array("[0, [1, [2, 3]], 4]");
+    const Element::TArray& items = array.root.array();
+    array.root = std::move(array.root.get("[1]"));
+    EXPECT_EQ(orvid_test::compact(array.root), "[1,[2,3]]");
+    EXPECT_EQ(&array.root.array(), &items);
+    CHECK_LINKS(array.root);
+    array.root = std::move(array.root.get("[1]"));
+    EXPECT_EQ(orvid_test::compact(array.root), "[2,3]");
+    CHECK_LINKS(array.root);
+
+    Document object("{\"a\": {\"b\": {\"c\": 1}}}");
+    object.root = std::move(object.root.get("a"));
+    EXPECT_EQ(object.root.get("b.c").path(), "b.c");
+    CHECK_LINKS(object.root);
+}
+
 }  // namespace
