@@ -10,8 +10,8 @@ set(faults "")
 foreach(i RANGE ${last})
   string(JSON file GET "${commands}" ${i} file)
   string(JSON command GET "${commands}" ${i} command)
-  # A fuzzer compiles the command's main file once more, for itself.
-  if(file MATCHES "^${SOURCE}/(base|src|tool)/" AND NOT command MATCHES " -o fuzz/")
+  # A fuzzer compiles the main file of the command once more, and the tests some units that are not exported.
+  if(file MATCHES "^${SOURCE}/(base|src|tool)/" AND NOT command MATCHES " -o (fuzz|tests)/")
     math(EXPR checked "${checked} + 1")
     foreach(flag ${flags})
       string(FIND "${command} " " ${flag} " at)
