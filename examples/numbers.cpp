@@ -16,8 +16,6 @@ using ko::Orvid::Number;
 
 namespace {
 
-std::ostream& operator<<(std::ostream& out, const DecNumber& value) { return value.writeTo(out); }
-
 template<class Action>
 void show(const char* expression, const Action& action) {
     std::cout << expression << ": ";
