@@ -78,11 +78,16 @@ ParseException::~ParseException() = default;
 
 ko::Exception* ParseException::clone() const { return new ParseException(*this); }
 
-ParseException& ParseException::withCode(EParseError code) {
+ParseException ParseException::withCode(EParseError code) const {
+    ParseException result(*this);
+    result.m_code = code;
+    return result;
+}
+
+void ParseException::addCode(EParseError code) noexcept {
     if (m_code == EParseError::unspecified) {
         m_code = code;
     }
-    return *this;
 }
 
 void ParseException::init(const std::string& message, int firstLine, int firstColumn, int lastLine,

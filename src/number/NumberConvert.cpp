@@ -76,7 +76,7 @@ bool fromReal(double value, T& out) {
 }
 
 [[noreturn]] void throwNoNumber(std::string_view text) {
-    DecNumber{std::string(text)};  // its message shows the text
+    static_cast<void>(DecNumber{std::string(text)});  // its message shows the text
     throw RuntimeError("Not a decimal number.");
 }
 

@@ -90,7 +90,7 @@ bool reportAs(EParseError code, const Report& report) {
     try {
         return report();
     } catch (ParseException& error) {
-        error.withCode(code);
+        error.addCode(code);
         throw;
     }
 }

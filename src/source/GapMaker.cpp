@@ -370,7 +370,7 @@ bool GapMaker::breaksLines(const Frame& frame, const Frame* outer) {
     if (frame.self.before != k_none && hasNewline(siblingGapText(frame, 0))) {
         return true;
     }
-    if (outer != nullptr && outer->siblings.size() > 0 && !m_places.isObject(outer->self.before)) {
+    if (outer != nullptr && !outer->siblings.empty() && !m_places.isObject(outer->self.before)) {
         const std::uint32_t sibling = outer->siblings[outer->nearest];
         const EType type = m_counterparts.now(frame.self.now).element->type();
         if (m_places.isContainer(sibling) && m_places.hasChildren(sibling) &&

@@ -99,6 +99,7 @@ void TextScanner::finish(Sink& sink) {
 /// One round of the loop takes a member or an item with its comma, and each case goes on into the
 /// next. It is one function so that what is expected stays in a register and is seldom asked for.
 template<class Sink>
+// NOLINTNEXTLINE(readability-function-size,readability-function-cognitive-complexity)
 const char* TextScanner::run(const char* at, const char* const end, Sink& sink) {
     Next next = m_next;
     while (true) {

@@ -38,6 +38,7 @@ Array<T>::Array(Array&& other, T* parent) noexcept : m_parent(parent) {
 }
 
 template<class T>
+// NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
 Array<T>& Array<T>::operator=(Array&& other) {
     if (this == &other) {
         return *this;

@@ -88,7 +88,8 @@ TEST(ErrorCodes, stay_with_copies_and_assignments) {
 
 TEST(ErrorCodes, are_set_once) {
     ParseException error("mine", -1, -1, -1, -1);
-    error.withCode(EParseError::syntax).withCode(EParseError::repeatedKey);
+    error.addCode(EParseError::syntax);
+    error.addCode(EParseError::repeatedKey);
     EXPECT_EQ(error.code(), EParseError::syntax);
 }
 

@@ -482,7 +482,10 @@ inline std::string Element::toOr(const Path& path, const char* fallback) const {
 
 inline Element Element::getOr(const Path& path, Element fallback) const {
     const Element* const found = Path::tryGetElement(path, *this);
-    return found == nullptr ? std::move(fallback) : *found;
+    if (found == nullptr) {
+        return fallback;
+    }
+    return *found;
 }
 
 /// As Element::swap().

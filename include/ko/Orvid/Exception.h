@@ -94,8 +94,10 @@ public:
     ko::Exception* clone() const override;
 
     EParseError code() const { return m_code; }
-    /// Sets the code unless there is one already. Returns this exception.
-    ParseException& withCode(EParseError code);
+    /// This exception with that code, to be thrown.
+    ParseException withCode(EParseError code) const;
+    /// Sets the code unless there is one already.
+    void addCode(EParseError code) noexcept;
 
     const std::string& message() const { return m_message; }
     int firstLine() const { return m_firstLine; }

@@ -54,12 +54,14 @@ public:
         }
         return *this;
     }
+    // NOLINTNEXTLINE(cert-dcl21-cpp): as the iterators of the standard library
     ItemIterator operator++(int) noexcept {
         const ItemIterator before = *this;
         ++*this;
         return before;
     }
     ItemIterator& operator--() noexcept { return *this += -1; }
+    // NOLINTNEXTLINE(cert-dcl21-cpp): as above
     ItemIterator operator--(int) noexcept {
         const ItemIterator before = *this;
         --*this;

@@ -125,8 +125,11 @@ private:
         return *std::launder(reinterpret_cast<THeapPointer*>(m_bytes));
     }
     static SHeap* heapOf(std::uint64_t word) noexcept {
-        return (word & k_tag) != 0 ? nullptr
-                                   : reinterpret_cast<SHeap*>(static_cast<std::uintptr_t>(word));
+        if ((word & k_tag) != 0) {
+            return nullptr;
+        }
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a tag in the word tells it from a binary value
+        return reinterpret_cast<SHeap*>(static_cast<std::uintptr_t>(word));
     }
     SHeap* heap() const noexcept {
         return isWide() ? heapOf(m_word.load(std::memory_order_acquire))
