@@ -173,9 +173,9 @@ void CallbackParser::parseFrom(const char* text, unsigned int length, unsigned i
     std::list<std::string>& messages = m_impl->swallowed;
     messages.push_back(m_impl->reader.error(true, text, length, from));
     if (listener().cb_error(messages.back().c_str()) == 0) {
-        const Exception error(messages.back());
+        const std::string message = std::move(messages.back());
         messages.pop_back();
-        throw error;
+        throw Exception(message);
     }
 }
 

@@ -71,15 +71,24 @@ bool JsonLines::State::readLine() {
     return true;
 }
 
+namespace {
+
+/// The error of a line as one of the whole text.
+ParseException inLine(ParseException error, unsigned long long number) {
+    constexpr auto largest = static_cast<unsigned long long>(std::numeric_limits<int>::max());
+    const int line = static_cast<int>(number < largest ? number : largest);
+    const std::string message = error.message();
+    error.init(message, line, error.firstColumn(), line, error.lastColumn());
+    return error;
+}
+
+}  // namespace
+
 void JsonLines::State::read() {
     try {
         parser.parse(record, line);
     } catch (const ParseException& error) {
-        constexpr auto largest = static_cast<unsigned long long>(std::numeric_limits<int>::max());
-        const int place = static_cast<int>(number < largest ? number : largest);
-        ParseException placed(error);
-        placed.init(error.message(), place, error.firstColumn(), place, error.lastColumn());
-        throw placed;
+        throw inLine(error, number);
     }
 }
 

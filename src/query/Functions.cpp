@@ -12,9 +12,9 @@ namespace ko::Orvid {
 namespace {
 
 constexpr FunctionType k_functions[] = {
-    {"length", EFunction::length, 1, false, false}, {"count", EFunction::count, 1, true, false},
-    {"match", EFunction::match, 2, false, true},    {"search", EFunction::search, 2, false, true},
-    {"value", EFunction::value, 1, true, false},
+    {"length", 1, EFunction::length, false, false}, {"count", 1, EFunction::count, true, false},
+    {"match", 2, EFunction::match, false, true},    {"search", 2, EFunction::search, false, true},
+    {"value", 1, EFunction::value, true, false},
 };
 
 }  // namespace

@@ -14,8 +14,8 @@ namespace ko::Orvid {
 /// What a function takes and gives.
 struct FunctionType {
     std::string_view name;
-    EFunction function;
     std::size_t parameters;
+    EFunction function;
     bool takesNodes;  ///< a query that may select several elements; otherwise values
     bool isTest;      ///< gives yes or no; otherwise a value
 };

@@ -30,8 +30,7 @@ void throwNoName(const Element& element, const std::string& names) {
 }
 
 void throwNoEnumerator(const Element& element, long long value) {
-    throw Exception("The enumeration has no name for the value " + std::to_string(value),
-                    &element);
+    throw Exception("The enumeration has no name for the value " + std::to_string(value), &element);
 }
 
 DecNumber decimalOf(const Element& element) { return DecNumber(element.number().toString()); }

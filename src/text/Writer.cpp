@@ -106,7 +106,8 @@ char* writeEscape(char* at, unsigned char byte) noexcept {
             *at++ = 't';
             return at;
         default:
-            std::memcpy(at, "u00", 3);
+            at[0] = 'u';
+            at[1] = at[2] = '0';
             at[3] = k_digits[byte >> 4];
             at[4] = k_digits[byte & 0xF];
             return at + 5;
@@ -209,7 +210,7 @@ WriteStatus Writer::replaced(const Append& append) {
         throw;
     }
     char* const at = lead(roomFor(ascii.size()));
-    std::memcpy(at, ascii.data(), ascii.size());
+    std::copy(ascii.begin(), ascii.end(), at);
     finish(at + ascii.size());
     return isExact ? WriteStatus::ok : keep(WriteStatus::replacedText);
 }
@@ -240,7 +241,7 @@ char* Writer::roomForEscape(char* at, std::size_t rest) {
 }
 
 /// Makes room for `needed` bytes from `at` on, and returns where that is then.
-char* Writer::grow(char* at, std::size_t needed) {
+char* Writer::grow(const char* at, std::size_t needed) {
     const auto used = static_cast<std::size_t>(at - m_room.get());
     const std::size_t size =
         std::max({used + needed, 2 * static_cast<std::size_t>(m_end - m_room.get()), k_leastRoom});

@@ -111,7 +111,7 @@ private:
         return static_cast<std::size_t>(m_end - m_at) < needed ? grow(m_at, needed) : m_at;
     }
     char* roomForEscape(char* at, std::size_t rest);
-    [[gnu::noinline]] char* grow(char* at, std::size_t needed);
+    [[gnu::noinline]] char* grow(const char* at, std::size_t needed);
     [[gnu::noinline]] void deepen();
     char* lead(char* at) const noexcept;
     char* newLine(char* at, std::size_t from) const noexcept;

@@ -46,6 +46,7 @@ Object<Key, Value, Compare>::Object(Object&& other, Value* parent) noexcept : m_
 }
 
 template<class Key, class Value, class Compare>
+// NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
 Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(Object&& other) {
     if (this == &other) {
         return *this;

@@ -130,6 +130,7 @@ void Strays::exchange(Holder a, Holder b) {
     s_count = countNotes();
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
 Element* const* Strays::trueLink(const Element& element) noexcept {
     Element* const* const link = Place::linkOf(element);
     const std::lock_guard lock(s_mutex);
@@ -148,6 +149,7 @@ void Strays::forget(const void* holder) noexcept {
     s_count = countNotes();
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
 void Strays::relink(Element* const& link) noexcept {
     const std::lock_guard lock(s_mutex);
     if (s_notes != nullptr) {

@@ -25,6 +25,7 @@ public:
     static void exchange(Holder a, Holder b);
 
     /// The link of the container that holds the element, which may name another one's parent.
+    // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
     static Element* const* trueLink(const Element& element) noexcept;
 
     /// All children of that container name its own parent now, or there are none.
@@ -36,6 +37,7 @@ public:
 
     /// A container ends, whose children found their parent at `link`: those that are elsewhere now
     /// learn where that is.
+    // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
     static void comeHome(Element* const& link) noexcept {
         if (any()) {
             relink(link);
@@ -44,6 +46,7 @@ public:
 
 private:
     static void forget(const void* holder) noexcept;
+    // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
     static void relink(Element* const& link) noexcept;
 
     static std::atomic<unsigned> s_count;  ///< of notes

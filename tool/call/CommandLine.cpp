@@ -46,8 +46,8 @@ Words& Words::flag(const char* names, bool& isGiven, const char* help) {
     return *this;
 }
 
-Words& Words::flag(const char* names, std::function<void()> action, const char* help) {
-    m_last = m_app->add_flag_callback(names, std::move(action), help);
+Words& Words::flag(const char* names, const std::function<void()>& action, const char* help) {
+    m_last = m_app->add_flag_callback(names, action, help);
     return *this;
 }
 
@@ -62,9 +62,9 @@ Words& Words::option(const char* names, std::optional<std::string>& value, const
     return *this;
 }
 
-Words& Words::option(const char* names, std::function<void(const std::string&)> action,
+Words& Words::option(const char* names, const std::function<void(const std::string&)>& action,
                      const char* type, const char* help) {
-    m_last = m_app->add_option_function<std::string>(names, std::move(action), help);
+    m_last = m_app->add_option_function<std::string>(names, action, help);
     m_last->type_name(type);
     return *this;
 }
@@ -75,9 +75,9 @@ Words& Words::repeated(const char* names, std::vector<std::string>& values, cons
     return *this;
 }
 
-Words& Words::number(const char* names, std::function<void(std::size_t)> action, std::size_t least,
-                     std::size_t most, const char* type, const char* help) {
-    m_last = m_app->add_option_function<std::size_t>(names, std::move(action), help);
+Words& Words::number(const char* names, const std::function<void(std::size_t)>& action,
+                     std::size_t least, std::size_t most, const char* type, const char* help) {
+    m_last = m_app->add_option_function<std::size_t>(names, action, help);
     m_last->type_name(type)->check(CLI::Range(least, most));
     return *this;
 }
@@ -88,9 +88,9 @@ Words& Words::number(const char* names, std::uint64_t& value, const char* type, 
 }
 
 Words& Words::choice(const char* names, std::vector<std::string> choices,
-                     std::function<void(const std::string&)> action, const char* type,
+                     const std::function<void(const std::string&)>& action, const char* type,
                      const char* help) {
-    option(names, std::move(action), type, help);
+    option(names, action, type, help);
     m_last->check(CLI::IsMember(std::move(choices)));
     return *this;
 }

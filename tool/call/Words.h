@@ -33,25 +33,25 @@ public:
 
     /// An option without a value, "-x" or "--name" or both with a comma between.
     Words& flag(const char* names, bool& isGiven, const char* help);
-    Words& flag(const char* names, std::function<void()> action, const char* help);
+    Words& flag(const char* names, const std::function<void()>& action, const char* help);
     /// An option with a value.
     Words& option(const char* names, std::string& value, const char* type, const char* help);
     Words& option(const char* names, std::optional<std::string>& value, const char* type,
                   const char* help);
     /// The same, with what becomes of the value, which throws Misuse for one that is wrong.
-    Words& option(const char* names, std::function<void(const std::string&)> action,
+    Words& option(const char* names, const std::function<void(const std::string&)>& action,
                   const char* type, const char* help);
     /// An option that may be given several times.
     Words& repeated(const char* names, std::vector<std::string>& values, const char* type,
                     const char* help);
     /// An option whose value is a whole number from `least` to `most`.
-    Words& number(const char* names, std::function<void(std::size_t)> action, std::size_t least,
-                  std::size_t most, const char* type, const char* help);
+    Words& number(const char* names, const std::function<void(std::size_t)>& action,
+                  std::size_t least, std::size_t most, const char* type, const char* help);
     /// An option whose value is any whole number that is not negative, such as a limit.
     Words& number(const char* names, std::uint64_t& value, const char* type, const char* help);
     /// An option whose value is one of the choices.
     Words& choice(const char* names, std::vector<std::string> choices,
-                  std::function<void(const std::string&)> action, const char* type,
+                  const std::function<void(const std::string&)>& action, const char* type,
                   const char* help);
 
     /// The option that was declared last is an error without the option `name`, which was declared

@@ -37,7 +37,8 @@ public:
     /// The same in place of the present items; the parent stays. `other` may lie within them. Where
     /// this array lies within an item of `other`, the items are copied, and only then
     /// std::bad_alloc may be thrown, leaving this array unchanged.
-    // NOLINTNEXTLINE(performance-noexcept-move-constructor,bugprone-exception-escape): a cycle is avoided by a copy
+    // A cycle is avoided by a copy.
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor,bugprone-exception-escape)
     Array& operator=(Array&& other);
     ~Array() override;
 
