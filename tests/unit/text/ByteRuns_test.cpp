@@ -24,7 +24,14 @@ using Blocks = testing::Types<text::PlainBlock, text::NeonBlock>;
 #else
 using Blocks = testing::Types<text::PlainBlock>;
 #endif
-TYPED_TEST_SUITE(ByteRuns, Blocks);
+/// Names the kinds of block by their number; without names the macro is pedantically incomplete.
+struct BlockNames {
+    template<class>
+    static std::string GetName(int number) {
+        return std::to_string(number);
+    }
+};
+TYPED_TEST_SUITE(ByteRuns, Blocks, BlockNames);
 
 /// All runs that begin in the text and end at its end or before.
 template<class AnyBlock>
