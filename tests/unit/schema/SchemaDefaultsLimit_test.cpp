@@ -79,6 +79,7 @@ TEST(FillDefaultsLimit, an_element_of_no_value_has_none_again) {
                                     "c":{"default":[3]}}})",
                                  R"(,"a":0,"z":1)"));
     Element& empty = document.root.get("a");
+    Element::destroy(empty.data());
     Element::create(empty.data(), ko::Orvid::etEmpty, &empty);
     EXPECT_THROW(fillDefaults(document.root, atMost(3)), LimitExceeded);
     EXPECT_TRUE(document.root.get("a").isEmpty());
