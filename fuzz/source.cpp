@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <random>
 #include <string>
 
 #include "Input.h"
@@ -47,7 +48,10 @@ void checkText(const Dom& dom, const ReadOptions& options) {
 
 void edit(const std::string& text, Input& input, const ReadOptions& options) {
     constexpr unsigned mostEdits = 6;
-    const orvid_test::Choice choose = [&](unsigned count) { return input.below(count); };
+    std::minstd_rand random(2);
+    const orvid_test::Choice choose = [&](unsigned count) {
+        return input.left() > 0 ? input.below(count) : static_cast<unsigned>(random() % count);
+    };
     Dom dom = Dom::parse(text, options);
     require(dom.text() == text, "a text without an edit is the same");
     const Element former = *dom;
@@ -65,7 +69,11 @@ void edit(const std::string& text, Input& input, const ReadOptions& options) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     Input input(bytes, size);
-    const orvid_test::Choice choose = [&](unsigned count) { return input.below(count); };
+    // Choices that the input does not make are made at random, or they might never come to an end.
+    std::minstd_rand random(1);
+    const orvid_test::Choice choose = [&](unsigned count) {
+        return input.left() > 0 ? input.below(count) : static_cast<unsigned>(random() % count);
+    };
     const std::string text = size > 0 && bytes[0] == 0 ? (input.byte(), input.textUntil('\0'))
                                                        : orvid_test::makeCommentedJson(choose).text;
     if (isRead(text, ReadOptions::jsonc())) {
