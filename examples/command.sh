@@ -44,6 +44,13 @@ try "orvid find --in servers host '\"beta.example\"' data/settings.json"
 try 'orvid find --in servers --path port 9e3 data/settings.json'
 try 'orvid find --in servers port 80 data/settings.json'
 
+try "orvid query '\$.servers[?@.port > 1024].host' data/settings.json"
+try "orvid query --paths '\$.servers..port' data/settings.json"
+try "orvid query --count '\$.servers[*]' data/settings.json"
+try "orvid query '\$.servers[?@.port = 9000]' data/settings.json"
+try "orvid set --query '\$..host' null data/settings.json | orvid get --compact servers"
+try "orvid remove --query '\$.servers[?!@.port]' data/settings.json | orvid get --compact servers"
+
 try "printf '%s' '{\"a.b\": [1, {}], \"two\\nlines\": \"x\\ny\", \"\\\"\": 0, \"\": null}' | orvid paths"
 try 'orvid paths data/settings.json | grep memory'
 try 'orvid paths --json-pointer data/settings.json | grep port'

@@ -56,6 +56,9 @@ private:
     /// Does it to the root and appends what is to be written to `out`. Throws Failure or what the
     /// library throws.
     virtual void apply(const SCall& call, Document& document, Bytes& out) const = 0;
+
+    /// The least status of the run, asked for when all documents are done.
+    virtual ExitStatus outcome() const;
 };
 
 /// The verbs in the order of the help.

@@ -30,6 +30,15 @@ void AssignmentVerb::read(const SCall& call, Document& document) const {
     readForEdit(call, document);
 }
 
+void AssignmentVerb::prepareValue(SCall& call) {
+    if (m_words.empty()) {
+        throw Misuse("JSON is required");
+    }
+    m_assignments.emplace_back();
+    readArgument("JSON", m_words.front(), m_assignments.back().value);
+    call.files.assign(m_words.begin() + 1, m_words.end());
+}
+
 void AssignmentVerb::apply(const SCall& call, Document& document, Bytes& out) const {
     for (std::size_t i = 0; i < m_assignments.size(); ++i) {
         assign(document, i);

@@ -19,6 +19,8 @@ public:
 
 protected:
     const std::vector<SAssignment>& assignments() const { return m_assignments; }
+    /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.
+    void prepareValue(SCall& call);
 
 private:
     /// Does the one at that place to the document's root.

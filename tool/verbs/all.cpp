@@ -14,6 +14,7 @@ std::vector<std::unique_ptr<Verb>> allVerbs() {
     verbs.push_back(makeInsert());
     verbs.push_back(makeRemove());
     verbs.push_back(makeFind());
+    verbs.push_back(makeQuery());
     verbs.push_back(makePaths());
     verbs.push_back(makeUnpaths());
     verbs.push_back(makeDefaults());

@@ -3,10 +3,12 @@
 // orvid remove: members and items taken out.
 
 #include <iterator>
+#include <optional>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "input/PathWords.h"
+#include "input/QueryWord.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -38,25 +40,43 @@ public:
     const char* examples() const override {
         return "  orvid remove 'servers[1]' settings.json\n"
                "  orvid remove debug --also limits.cpu -i settings.json\n"
+               "  orvid remove --query '$..[?@.debug]' settings.json\n"
                "  orvid remove --lines --on-error=passthrough user.email <records.jsonl";
     }
 
     void addWords(Words& words, SCall& call) override {
-        words.required("PATH", m_path, "a path such as a.b[3].c");
-        addFiles(words, call);
+        words.several("WORDS", m_words, "PATH [FILE]...; a path such as a.b[3].c");
         words.repeated("--also", m_paths, "PATH", "a further path, removed after those before it");
+        words.option("--query", m_queryText, "QUERY",
+                     "remove all that the query selects; the words are [FILE]...");
         addLayout(words, call);
         addInPlace(words, call);
         addStrict(words, call);
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override { m_paths.insert(m_paths.begin(), m_path); }
+    void prepare(SCall& call) override {
+        if (m_queryText) {
+            if (!m_paths.empty()) {
+                throw Misuse("--also goes with PATH only");
+            }
+            m_query.emplace(queryOf(*m_queryText));
+        } else if (m_words.empty()) {
+            throw Misuse("PATH is required");
+        } else {
+            m_paths.insert(m_paths.begin(), m_words.front());
+            m_words.erase(m_words.begin());
+        }
+        call.files = m_words;
+    }
 
 private:
     void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {
+        if (m_query) {
+            m_query->remove(document.root);
+        }
         for (const std::string& word : m_paths) {
             withPath(word, [&](const Path& path) {
                 removeElement(document.root.get(path), document.place);
@@ -65,8 +85,10 @@ private:
         appendEdited(call, document, out);
     }
 
-    std::string m_path;
+    std::vector<std::string> m_words;
     std::vector<std::string> m_paths;  ///< all of them, in order
+    std::optional<std::string> m_queryText;
+    std::optional<ko::Orvid::JsonPath> m_query;
 };
 
 }  // namespace

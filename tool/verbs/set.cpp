@@ -2,11 +2,13 @@
 //
 // orvid set: values put at paths.
 
+#include <optional>
 #include <utility>
 
 #include "edit/Kept.h"
 #include "edit/TextEdit.h"
 #include "edit/TextSplice.h"
+#include "input/QueryWord.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -25,10 +27,22 @@ public:
     const char* examples() const override {
         return "  orvid set limits.cpu 4 settings.json\n"
                "  orvid set limits.cpu=4 'tags[*]=\"new\"' -i settings.json\n"
+               "  orvid set --query '$..password' null -i settings.json\n"
                "  orvid set --lines -j 4 seen=true <records.jsonl";
     }
 
+    void addWords(Words& words, SCall& call) override {
+        AssignmentVerb::addWords(words, call);
+        words.option("--query", m_queryText, "QUERY",
+                     "set all that the query selects; the words are JSON [FILE]...");
+    }
+
     void prepare(SCall& call) override {
+        if (m_queryText) {
+            prepareValue(call);
+            m_query.emplace(queryOf(*m_queryText));
+            return;
+        }
         AssignmentVerb::prepare(call);
         for (const SAssignment& assignment : assignments()) {
             addTextEdit(assignment);
@@ -50,7 +64,7 @@ private:
     }
 
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        if (!m_isTextEnough || !isPlain(call.layout)) {
+        if (m_query || !m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
         return keepsText(call) ? spliceAll(document.text, out) : rewriteAll(call, document, out);
@@ -88,10 +102,16 @@ private:
 
     void assign(Document& document, std::size_t index) const override {
         const SAssignment& assignment = assignments()[index];
+        if (m_query) {
+            m_query->update(document.root, assignment.value);
+            return;
+        }
         withPath(assignment.path,
                  [&](const Path& path) { document.root.create(path, assignment.value); });
     }
 
+    std::optional<std::string> m_queryText;
+    std::optional<ko::Orvid::JsonPath> m_query;
     std::vector<STextEdit> m_textEdits;
     bool m_isTextEnough = true;
 };

@@ -16,6 +16,7 @@ std::unique_ptr<Verb> makeSet();
 std::unique_ptr<Verb> makeInsert();
 std::unique_ptr<Verb> makeRemove();
 std::unique_ptr<Verb> makeFind();
+std::unique_ptr<Verb> makeQuery();
 std::unique_ptr<Verb> makePaths();
 std::unique_ptr<Verb> makeUnpaths();
 std::unique_ptr<Verb> makeDefaults();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "support/Document.h"
+#include "support/PlainQuery.h"
 
 namespace orvid_test {
 
@@ -60,6 +61,8 @@ inline void check(const Selection& test) {
     for (const ko::Orvid::Element* const node : nodes) {
         EXPECT_EQ(ko::Orvid::JsonPath(ko::Orvid::JsonPath::of(*node)).select(root), Nodes{node});
     }
+    const PlainResult plain = plainSelect(test.query, root);
+    EXPECT_TRUE(plain.isUnknown || plain.nodes == nodes);
     CHECK_LINKS(doc.root);
 }
 

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+//
+// query, and the edits by query of set and remove.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::bytesOfFile;
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+
+const std::string k_text =
+    R"({"l":[{"n":"a b","v":1.50},{"n":"c","v":2,"x":[1,{"v":3}]}],"":{"~\n":null}})";
+
+TEST(query, writes_a_compact_line_for_each_result) {
+    EXPECT_EQ(orvid({"query", "$..v"}, k_text), printed("1.50\n2\n3\n"));
+    EXPECT_EQ(orvid({"query", "$.l[?@.v > 1.5]"}, k_text),
+              printed(R"({"n":"c","v":2,"x":[1,{"v":3}]})"
+                      "\n"));
+    EXPECT_EQ(orvid({"query", "$..none"}, k_text), printed(""));
+    EXPECT_EQ(orvid({"query", "$", "--indent", "1"}, "[1]"), printed("[\n 1\n]\n"));
+}
+
+TEST(query, writes_strings_raw) {
+    EXPECT_EQ(orvid({"query", "$..n"}, k_text), printed("\"a b\"\n\"c\"\n"));
+    EXPECT_EQ(orvid({"query", "--raw", "$..n"}, k_text), printed("a b\nc\n"));
+}
+
+TEST(query, writes_places) {
+    EXPECT_EQ(orvid({"query", "--paths", "$..v"}, k_text),
+              printed("$['l'][0]['v']\n$['l'][1]['v']\n$['l'][1]['x'][1]['v']\n"));
+    EXPECT_EQ(orvid({"query", "--pointers", "$[''].*"}, k_text), printed("\"//~0\\n\"\n"));
+    EXPECT_EQ(orvid({"query", "--paths", "$[''].*"}, k_text), printed("$['']['~\\n']\n"));
+    EXPECT_EQ(orvid({"query", "--array", "--pointers", "$[''].*"}, k_text),
+              printed("[\"//~0\\n\"]\n"));
+}
+
+TEST(query, counts_takes_the_first_and_makes_an_array) {
+    EXPECT_EQ(orvid({"query", "--count", "$..v"}, k_text), printed("3\n"));
+    EXPECT_EQ(orvid({"query", "--first", "$..v"}, k_text), printed("1.50\n"));
+    EXPECT_EQ(orvid({"query", "--first", "$.none"}, k_text), printed(""));
+    EXPECT_EQ(orvid({"query", "--array", "$..v"}, k_text), printed("[1.50,2,3]\n"));
+    EXPECT_EQ(orvid({"query", "--array", "$.none"}, k_text), printed("[]\n"));
+    EXPECT_EQ(orvid({"query", "--array", "--first", "$..v"}, k_text), printed("[1.50]\n"));
+    EXPECT_EQ(orvid({"query", "--count", "--paths", "$"}, k_text),
+              failed(2,
+                     "only one of --paths, --pointers and --count can be had; "
+                     "see orvid query --help"));
+}
+
+TEST(query, ends_with_1_for_nothing_only_when_asked) {
+    EXPECT_EQ(orvid({"query", "$.none"}, k_text).status, 0);
+    EXPECT_EQ(orvid({"query", "--exit-status", "$.none"}, k_text).status, 1);
+    EXPECT_EQ(orvid({"query", "--exit-status", "$.l"}, k_text).status, 0);
+    const ScratchFile some(R"({"a":1})");
+    const ScratchFile none("{}");
+    EXPECT_EQ(orvid({"query", "--exit-status", "$.a", some.name(), none.name()}).status, 0);
+    EXPECT_EQ(orvid({"query", "--exit-status", "--lines", "$.a"}, "{}\n{\"a\":1}\n{}\n").status, 0);
+    EXPECT_EQ(orvid({"query", "--exit-status", "--lines", "$.a"}, "{}\n{}\n").status, 1);
+}
+
+TEST(query, goes_through_lines_on_several_threads) {
+    std::string lines;
+    std::string values;
+    for (int i = 0; i < 3000; ++i) {
+        lines += R"({"a":[)" + std::to_string(i) + R"(,"x"]})" + "\n";
+        values += std::to_string(i) + "\n\"x\"\n";
+    }
+    EXPECT_EQ(orvid({"query", "--lines", "-j", "3", "$.a[*]"}, lines), printed(values));
+    EXPECT_EQ(orvid({"query", "--lines", "--array", "$.a"}, "{\"a\":1}\n{}\n"),
+              printed("[1]\n[]\n"));
+}
+
+TEST(query, shows_where_a_query_is_wrong) {
+    const CommandResult result = orvid({"query", "$.a[?@.b = 1]"}, "{}");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "orvid: query: Expected \"==\" for a comparison, found \"=\"\n"
+              "$.a[?@.b = 1]\n"
+              "         ^\n");
+    EXPECT_EQ(orvid({"query", "$.a\n."}, "{}").err,
+              "orvid: query: Expected a name or \"*\" after \".\", found the end\n"
+              "$.a .\n"
+              "     ^\n");
+    EXPECT_EQ(orvid({"query"}, "{}"), failed(2, "QUERY is required; see orvid query --help"));
+}
+
+TEST(set_query, sets_all_that_is_selected) {
+    EXPECT_EQ(orvid({"set", "--compact", "--query", "$..v", "[0]"}, R"({"v":1,"a":{"v":2}})"),
+              printed("{\"v\":[0],\"a\":{\"v\":[0]}}\n"));
+    EXPECT_EQ(orvid({"set", "--compact", "--query", "$.none", "0"}, "[1]"), printed("[1]\n"));
+    const ScratchFile file(R"([1,2,3])");
+    EXPECT_EQ(orvid({"set", "--compact", "--query", "$[?@ > 1]", "null", "-i", file.name()}),
+              printed(""));
+    EXPECT_EQ(bytesOfFile(file.name()), "[1,null,null]\n");
+    EXPECT_EQ(orvid({"set", "--query", "$"}, "1"),
+              failed(2, "JSON is required; see orvid set --help"));
+    EXPECT_EQ(orvid({"set", "--query", "$.", "1"}, "1").status, 2);
+}
+
+TEST(set_query, keeps_comments_and_layout) {
+    EXPECT_EQ(orvid({"set", "--query", "$..v", "0"}, "[{ \"v\": 1 }, // one\n {\"v\" : 2}]\n"),
+              printed("[{ \"v\": 0 }, // one\n {\"v\" : 0}]\n"));
+    EXPECT_EQ(orvid({"remove", "--query", "$[?@.v > 1]"}, "[{ \"v\": 1 }, // one\n {\"v\" : 2}]\n"),
+              printed("[{ \"v\": 1 } // one\n]\n"));
+}
+
+TEST(remove_query, removes_all_that_is_selected) {
+    EXPECT_EQ(orvid({"remove", "--compact", "--query", "$..v"}, R"({"v":1,"a":[{"v":2}]})"),
+              printed("{\"a\":[{}]}\n"));
+    EXPECT_EQ(orvid({"remove", "--lines", "--query", "$[?@ < 0]"}, "[1,-1]\n[2]\n"),
+              printed("[1]\n[2]\n"));
+    EXPECT_EQ(orvid({"remove", "--query", "$"}, "1"),
+              failed(1, "(standard input): The whole document cannot be removed"));
+    EXPECT_EQ(orvid({"remove", "--query", "$.a", "--also", "b"}, "{}"),
+              failed(2, "--also goes with PATH only; see orvid remove --help"));
+    EXPECT_EQ(orvid({"remove"}, "{}"), failed(2, "PATH is required; see orvid remove --help"));
+}
+
+}  // namespace

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid query: what a query selects, a line for each.
+
+#include <atomic>
+#include <optional>
+#include <vector>
+
+#include "call/Options.h"
+#include "edit/Answer.h"
+#include "input/QueryWord.h"
+#include "verbs/Leaves.h"
+#include "verbs/verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::JsonPath;
+using ko::Orvid::JsonPointer;
+
+/// What is written of the results.
+enum class EForm { values, paths, pointers, count };
+
+class Query : public DocumentVerb {
+public:
+    const char* name() const override { return "query"; }
+    const char* help() const override {
+        return "Write what a query (JSONPath, RFC 9535) selects, each on one line";
+    }
+    const char* examples() const override {
+        return "  orvid query '$.servers[?@.port > 1024].host' settings.json\n"
+               "  orvid query --paths '$..port' settings.json\n"
+               "  orvid query --lines -j 4 --raw '$.user.name' <records.jsonl";
+    }
+
+    void addWords(Words& words, SCall& call) override {
+        words.required("QUERY", m_text, "a query such as $.servers[?@.port > 1024].host");
+        addFiles(words, call);
+        words.flag(
+            "--paths", [this] { setForm(EForm::paths); }, "write normalized paths, not values");
+        words.flag(
+            "--pointers", [this] { setForm(EForm::pointers); }, "write JSON Pointers, not values");
+        words.flag(
+            "--count", [this] { setForm(EForm::count); }, "write how many there are");
+        words.flag("--first", m_isFirstWanted, "write the first one only");
+        words.flag("--array", m_isArray, "write those of each document as one array");
+        words.flag("--exit-status", m_hasStatus, "end with status 1 where nothing is selected");
+        addRaw(words, call);
+        call.layout.options.indent.clear();
+        addLayout(words, call);
+        addLines(words, call);
+    }
+
+    void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
+
+private:
+    void setForm(EForm form) {
+        if (m_form != EForm::values) {
+            throw Misuse("only one of --paths, --pointers and --count can be had");
+        }
+        m_form = form;
+    }
+
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
+        const std::vector<const Element*> results = resultsIn(document.root);
+        if (!results.empty()) {
+            m_isAnythingSelected = true;
+        }
+        if (m_form == EForm::count) {
+            out.append(std::to_string(results.size()) + "\n");
+        } else if (m_isArray) {
+            appendArray(call, results, out);
+        } else {
+            for (const Element* const result : results) {
+                appendResult(call, *result, out);
+            }
+        }
+    }
+
+    ExitStatus outcome() const override {
+        return m_hasStatus && !m_isAnythingSelected ? ExitStatus::failed : ExitStatus::done;
+    }
+
+    std::vector<const Element*> resultsIn(const Element& root) const {
+        if (!m_isFirstWanted) {
+            return m_query->select(root);
+        }
+        const Element* const first = m_query->first(root);
+        return first == nullptr ? std::vector<const Element*>() : std::vector{first};
+    }
+
+    std::string placeOf(const Element& element) const {
+        return m_form == EForm::paths ? JsonPath::of(element) : JsonPointer::of(element).str();
+    }
+
+    void appendResult(const SCall& call, const Element& element, Bytes& out) const {
+        if (m_form == EForm::values) {
+            appendAnswer(call, element, out);
+        } else {
+            out.append(pathOnOneLine(placeOf(element)) + "\n");
+        }
+    }
+
+    void appendArray(const SCall& call, const std::vector<const Element*>& results,
+                     Bytes& out) const {
+        Element list = ko::Orvid::makeArray({});
+        for (const Element* const result : results) {
+            list.array().push_back(m_form == EForm::values ? *result : Element(placeOf(*result)));
+        }
+        out.append(jsonText(list, call.layout));
+    }
+
+    std::string m_text;
+    std::optional<JsonPath> m_query;
+    EForm m_form = EForm::values;
+    bool m_isFirstWanted = false;
+    bool m_isArray = false;
+    bool m_hasStatus = false;
+    mutable std::atomic<bool> m_isAnythingSelected{false};  ///< by any thread
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeQuery() { return std::make_unique<Query>(); }
+
+}  // namespace orvid_tool
