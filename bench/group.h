@@ -49,5 +49,6 @@ std::vector<Group> documentGroups(const Document& document, bool isMimalloc);
 std::vector<Group> lookupGroups(const std::vector<Document>& documents);
 std::vector<Group> numberGroups();
 std::vector<Group> streamGroups(const std::vector<Document>& documents);
+std::vector<Group> loadGroups(const std::vector<Document>& documents);
 
 }  // namespace orvid_bench

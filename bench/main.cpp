@@ -99,6 +99,7 @@ void forEachGroup(const Options& options, const Use& use, std::size_t share = 1)
     useAll(lookupGroups(all));
     useAll(numberGroups());
     useAll(streamGroups(all));
+    useAll(loadGroups(all));
 }
 
 void print(const GroupResult& group) {

@@ -20,6 +20,7 @@
 
 #include "document/WriteFault.h"
 #include "source/Source.h"
+#include "source/ValuePlaces.h"
 #include "tree/TreeEqual.h"
 
 namespace ko::Orvid {
@@ -91,8 +92,14 @@ Dom Dom::read(std::string text, const ReadOptions& options, const std::string& f
     static_cast<void>(root.release());
     dom.setWriteMeta(true);
     DomParser parser(options);
-    parser.parse(dom, std::string_view(text).substr(begin));
-    dom.m_source = std::make_unique<const Source>(std::move(text), begin, *dom, options, file);
+    auto places = parser.parseNoting(*dom, std::string_view(text).substr(begin), begin);
+    auto source = std::make_unique<Source>(std::move(text), options, file);
+    if (places) {
+        source->setPlaces(std::move(*places));
+    } else {
+        source->locatePlaces(begin, *dom);
+    }
+    dom.m_source = std::move(source);
     return dom;
 }
 

@@ -119,6 +119,20 @@ void DomParser::parse(Dom& dom, const char* text, unsigned int length) {
 
 void DomParser::parse(Dom& dom, const std::string& text) { parse(*dom, text); }
 
+std::optional<ValuePlaces> DomParser::parseNoting(Element& root, std::string_view text,
+                                                  std::uint64_t first) {
+    m_reading->noting.emplace(m_reading->builder, first);
+    fill(root, text.size(), [&] { readText(text); });
+    const bool isNoted =
+        m_parser == nullptr && state() == k_complete && !m_reading->builder.hasRepeated();
+    std::optional<ValuePlaces> places;
+    if (isNoted) {
+        places = std::move(m_reading->noting->places());
+    }
+    m_reading->noting.reset();
+    return places;
+}
+
 void DomParser::begin(Element& root) {
     const ReadingScope reading(m_isReading);
     m_reading->isLenient = false;
@@ -175,7 +189,7 @@ void DomParser::start(Element& root) {
 void DomParser::end() {
     TextScanner& scanner = *m_reading->scanner;
     if (m_parser == nullptr) {
-        scanner.finish(m_reading->builder);
+        m_reading->withSink([&](auto& sink) { scanner.finish(sink); });
     } else {
         scanner.finish(m_reading->events);
     }
@@ -262,12 +276,14 @@ void DomParser::readLenient(std::string_view piece, std::size_t room) {
 
 void DomParser::scan(std::string_view piece, std::size_t room) {
     TextScanner& scanner = *m_reading->scanner;
-    if (room > 0) {
-        // A buffer of readToEnd() or readAvailable(), which may be written to.
-        scanner.scan(const_cast<char*>(piece.data()), piece.size(), room, m_reading->builder);
-    } else {
-        scanner.scan(piece, m_reading->builder);
-    }
+    m_reading->withSink([&](auto& sink) {
+        if (room > 0) {
+            // A buffer of readToEnd() or readAvailable(), which may be written to.
+            scanner.scan(const_cast<char*>(piece.data()), piece.size(), room, sink);
+        } else {
+            scanner.scan(piece, sink);
+        }
+    });
 }
 
 /// YAJL's reader goes on with the token that is faulty in the piece, or cut off before it.

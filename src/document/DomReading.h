@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "document/NotingBuilder.h"
 #include "document/TreeBuilder.h"
 #include "text/TextScanner.h"
 
@@ -87,6 +88,17 @@ struct DomParser::Reading {
     bool isLenient;  ///< faults are YAJL's: no option differs from its default, and none is fed
     std::optional<TextScanner> scanner{options};
     TreeBuilder builder;
+    std::optional<NotingBuilder> noting;  ///< in the builder's place, for a document's own text
+
+    /// Calls `use` with what takes the scanner's tokens.
+    template<class Use>
+    void withSink(const Use& use) {
+        if (noting) {
+            use(*noting);
+        } else {
+            use(builder);
+        }
+    }
 
     EventNotes events;
     std::size_t keys = 0;     ///< events for the present piece

@@ -26,15 +26,29 @@ public:
     void begin(Element& root) noexcept {
         m_value = &root;
         m_container = root.parent();
+        m_hasRepeated = false;
     }
 
-    void null(TokenPlace /*place*/) { next().setNull(); }
-    void boolean(bool value, TokenPlace /*place*/) { next().setBoolean(value); }
-    void number(std::string_view text, TokenPlace /*place*/) {
-        next().setNumber(text.data(), lengthOf(text));
+    // Each of them returns the element that took the value.
+    Element& null(TokenPlace /*place*/) {
+        Element& element = next();
+        element.setNull();
+        return element;
     }
-    void string(std::string_view text, TokenPlace /*place*/) {
-        next().setString(text.data(), lengthOf(text));
+    Element& boolean(bool value, TokenPlace /*place*/) {
+        Element& element = next();
+        element.setBoolean(value);
+        return element;
+    }
+    Element& number(std::string_view text, TokenPlace /*place*/) {
+        Element& element = next();
+        element.setNumber(text.data(), lengthOf(text));
+        return element;
+    }
+    Element& string(std::string_view text, TokenPlace /*place*/) {
+        Element& element = next();
+        element.setString(text.data(), lengthOf(text));
+        return element;
     }
     bool key(std::string_view text, TokenPlace /*place*/) {
         static_cast<void>(lengthOf(text));
@@ -44,14 +58,18 @@ public:
                 return false;
             }
             member->second.setNull();
+            m_hasRepeated = true;
         }
         m_value = &member->second;
         return true;
     }
-    void openObject(TokenPlace /*place*/) { open(etObject); }
+    Element& openObject(TokenPlace /*place*/) { return open(etObject); }
     void closeObject(TokenPlace /*place*/) { m_container = m_container->parent(); }
-    void openArray(TokenPlace /*place*/) { open(etArray); }
+    Element& openArray(TokenPlace /*place*/) { return open(etArray); }
     void closeArray(TokenPlace /*place*/) { m_container = m_container->parent(); }
+
+    /// Whether a member's value has taken the place of one with the same key.
+    bool hasRepeated() const noexcept { return m_hasRepeated; }
 
     /// What the next token applies to: the container, or the member whose value is missing.
     Element* current() const noexcept { return m_value == nullptr ? m_container : m_value; }
@@ -66,16 +84,18 @@ private:
         return value;
     }
 
-    void open(EType type) {
+    Element& open(EType type) {
         Element& container = next();
         becomeContainer(container, type);
         m_container = &container;
+        return container;
     }
 
     /// Throws Exception for what the events of a listener could not tell either.
     static unsigned int lengthOf(std::string_view text);
 
     const bool m_rejectsRepeated;
+    bool m_hasRepeated = false;
     Element* m_value = nullptr;      ///< becomes the next value; null where that is a new item
     Element* m_container = nullptr;  ///< the innermost one that is open
 };

@@ -5,7 +5,6 @@
 #include "source/Places.h"
 
 #include <ko/Orvid/Array.h>
-#include <ko/Orvid/Exception.h>
 #include <ko/Orvid/Object.h>
 
 #include <string>
@@ -21,22 +20,16 @@ struct Places::Open {
     bool isObject;
 };
 
-void Places::note(std::string_view text, std::size_t begin, const Element& root) {
+void Places::set(std::string_view text, ValuePlaces values) noexcept {
     m_text = text;
-    m_values.clear();
+    m_values = std::move(values);
+}
+
+void Places::locate(std::string_view text, std::size_t begin, const Element& root) {
+    set(text, {});
     if (!scan(begin) || !bind(root)) {
         m_values.clear();
     }
-    m_values.shrink_to_fit();
-}
-
-std::uint32_t Places::add(std::size_t begin, std::size_t end) {
-    const std::uint32_t number = size();
-    if (number == k_none - 1) {
-        throw Exception("The text holds too many values to note their places");
-    }
-    m_values.emplace_back(begin, end, number + 1);
-    return number;
 }
 
 bool Places::scan(std::size_t at) {
@@ -72,14 +65,14 @@ std::size_t Places::scanValue(std::size_t at, std::vector<Open>& open) {
     }
     const char byte = m_text[at];
     if (byte == '{' || byte == '[') {
-        open.push_back({add(at, at), byte == '{'});
+        open.push_back({m_values.add(nullptr, at, at), byte == '{'});
         return at + 1;
     }
     const std::size_t end = byte == '"' ? skipString(m_text, at) : skipWord(m_text, at);
     if (end == at || end == std::string_view::npos) {
         return std::string_view::npos;
     }
-    add(at, end);
+    m_values.add(nullptr, at, end);
     return end;
 }
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Places, where in a text the values of a tree stand: a table beside the tree, so that elements
-// need not grow. It is made in one pass over a text that was read before, and tied to the elements
-// by their addresses, which may be looked up but never followed: an element may be gone, and
-// another may have its address.
+// need not grow. It is tied to the elements by their addresses, which may be looked up but never
+// followed: an element may be gone, and another may have its address.
 
 #pragma once
 
@@ -12,50 +11,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "source/ValuePlaces.h"
+
 namespace ko::Orvid {
-
-/// A value in the text. Offsets have 48 bits, so that it takes 24 bytes.
-class ValuePlace {
-public:
-    ValuePlace(std::uint64_t begin, std::uint64_t end, std::uint32_t next) noexcept
-        : m_begin(static_cast<std::uint32_t>(begin)),
-          m_end(static_cast<std::uint32_t>(end)),
-          m_beginHigh(static_cast<std::uint16_t>(begin >> k_lowBits)),
-          m_endHigh(static_cast<std::uint16_t>(end >> k_lowBits)),
-          m_next(next) {}
-
-    /// The offsets of its first byte and of the byte after its last.
-    std::size_t begin() const noexcept { return joined(m_beginHigh, m_begin); }
-    std::size_t end() const noexcept { return joined(m_endHigh, m_end); }
-    /// The number of the first value that neither is this one nor lies in it.
-    std::uint32_t next() const noexcept { return m_next; }
-    /// The element that was read from here; null for a value that a repeated key has replaced, and
-    /// for all that lies in it.
-    const Element* element() const noexcept { return m_element; }
-
-    void setElement(const Element* element) noexcept { m_element = element; }
-    void close(std::uint64_t end, std::uint32_t next) noexcept {
-        m_end = static_cast<std::uint32_t>(end);
-        m_endHigh = static_cast<std::uint16_t>(end >> k_lowBits);
-        m_next = next;
-    }
-
-private:
-    static constexpr unsigned int k_lowBits = 32;
-
-    static std::size_t joined(std::uint16_t high, std::uint32_t low) noexcept {
-        return static_cast<std::size_t>(std::uint64_t{high} << k_lowBits | low);
-    }
-
-    const Element* m_element = nullptr;
-    std::uint32_t m_begin;
-    std::uint32_t m_end;
-    std::uint16_t m_beginHigh;
-    std::uint16_t m_endHigh;
-    std::uint32_t m_next;
-};
 
 /// A member or item of a container in the text.
 struct ChildPlace {
@@ -69,14 +30,17 @@ struct ChildPlace {
 /// is.
 class Places {
 public:
-    static constexpr std::uint32_t k_none = 0xFFFFFFFFU;
+    static constexpr std::uint32_t k_none = ValuePlaces::k_none;
 
-    /// Finds the values of `text`, from the offset `begin` on, in which `root` was read. They stay
-    /// empty when text and tree do not go together, as for a text that ends early. Linear cost.
-    void note(std::string_view text, std::size_t begin, const Element& root);
+    /// Takes what was noted while `text` was read.
+    void set(std::string_view text, ValuePlaces values) noexcept;
+    /// Finds the values of `text`, from the offset `begin` on, in which `root` was read, by a pass
+    /// over both. They stay empty when text and tree do not go together, as for a text that ends
+    /// early. Linear cost.
+    void locate(std::string_view text, std::size_t begin, const Element& root);
 
-    bool empty() const noexcept { return m_values.empty(); }
-    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(m_values.size()); }
+    bool empty() const noexcept { return m_values.size() == 0; }
+    std::uint32_t size() const noexcept { return m_values.size(); }
     const ValuePlace& operator[](std::uint32_t value) const noexcept { return m_values[value]; }
     std::string_view text() const noexcept { return m_text; }
     std::string_view text(std::uint32_t value) const noexcept {
@@ -122,7 +86,6 @@ private:
     char firstByte(std::uint32_t value) const noexcept { return m_text[m_values[value].begin()]; }
     ChildPlace childAt(std::uint32_t container, std::uint32_t value,
                        std::size_t gapBegin) const noexcept;
-    std::uint32_t add(std::size_t begin, std::size_t end);
     bool scan(std::size_t at);
     std::size_t scanValue(std::size_t at, std::vector<Open>& open);
     bool bind(const Element& root);
@@ -133,7 +96,7 @@ private:
     bool bindTo(std::uint32_t value, const Element& element);
 
     std::string_view m_text;
-    std::vector<ValuePlace> m_values;
+    ValuePlaces m_values;
 };
 
 }  // namespace ko::Orvid

@@ -15,11 +15,8 @@
 
 namespace ko::Orvid {
 
-Source::Source(std::string text, std::size_t begin, const Element& root, const ReadOptions& options,
-               std::string file)
-    : m_text(std::move(text)), m_file(std::move(file)), m_options(options) {
-    m_places.note(m_text, begin, root);
-}
+Source::Source(std::string text, const ReadOptions& options, std::string file)
+    : m_text(std::move(text)), m_file(std::move(file)), m_options(options) {}
 
 std::string Source::textOf(const Element& root, const std::string* leftOut) const {
     const bool isWhole =

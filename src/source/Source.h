@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "source/Places.h"
 
@@ -18,13 +19,19 @@ namespace ko::Orvid {
 
 class Source {
 public:
-    /// The text from which `root` was read just now, from the offset `begin` on, and the name of
-    /// its file, empty where it has none.
-    Source(std::string text, std::size_t begin, const Element& root, const ReadOptions& options,
-           std::string file);
+    /// The text of a document, and the name of its file, empty where it has none.
+    Source(std::string text, const ReadOptions& options, std::string file);
     Source(const Source&) = delete;
     Source& operator=(const Source&) = delete;
     ~Source() = default;
+
+    /// The places that were noted while the text was read.
+    void setPlaces(ValuePlaces values) noexcept { m_places.set(m_text, std::move(values)); }
+    /// The same where none could be noted: they are located in the text, of which `root` was read
+    /// just now from the offset `begin` on.
+    void locatePlaces(std::size_t begin, const Element& root) {
+        m_places.locate(m_text, begin, root);
+    }
 
     const std::string& text() const noexcept { return m_text; }
     const std::string& file() const noexcept { return m_file; }

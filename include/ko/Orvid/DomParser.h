@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -23,6 +24,7 @@
 namespace ko::Orvid {
 
 struct TokenPlace;
+class ValuePlaces;
 
 /// Fills a caller's element from JSON text: members in the order of the text, numbers as their
 /// exact text; a repeated key keeps its first place and its last value. The element's own place
@@ -101,7 +103,14 @@ protected:
     int cb_double(double value) override;
 
 private:
+    friend class Dom;
     struct Reading;
+
+    /// Reads into an element as parse() does, and notes where the values stand, counted from
+    /// `first` on. Nothing where it cannot: where a key is repeated, or YAJL decided. The parser
+    /// must be new.
+    std::optional<ValuePlaces> parseNoting(Element& root, std::string_view text,
+                                           std::uint64_t first);
 
     template<class Feed>
     void fill(Element& root, std::size_t length, const Feed& feed);

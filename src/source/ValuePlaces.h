@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+//
+// ValuePlaces, a table with a row of 24 bytes for each value of a text. It grows by blocks, so that
+// no row is ever copied: the table of a long text takes no more than its rows, also while it grows.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace ko::Orvid {
+
+/// A value in the text. Offsets have 48 bits, so that it takes 24 bytes.
+class ValuePlace {
+public:
+    ValuePlace() noexcept = default;
+    ValuePlace(const Element* element, std::uint64_t begin, std::uint64_t end,
+               std::uint32_t next) noexcept
+        : m_element(element),
+          m_begin(static_cast<std::uint32_t>(begin)),
+          m_end(static_cast<std::uint32_t>(end)),
+          m_beginHigh(static_cast<std::uint16_t>(begin >> k_lowBits)),
+          m_endHigh(static_cast<std::uint16_t>(end >> k_lowBits)),
+          m_next(next) {}
+
+    /// The offsets of its first byte and of the byte after its last.
+    std::size_t begin() const noexcept { return joined(m_beginHigh, m_begin); }
+    std::size_t end() const noexcept { return joined(m_endHigh, m_end); }
+    /// The number of the first value that neither is this one nor lies in it.
+    std::uint32_t next() const noexcept { return m_next; }
+    /// The element that was read from here; null for a value that a repeated key has replaced, and
+    /// for all that lies in it.
+    const Element* element() const noexcept { return m_element; }
+
+    void setElement(const Element* element) noexcept { m_element = element; }
+    void close(std::uint64_t end, std::uint32_t next) noexcept {
+        m_end = static_cast<std::uint32_t>(end);
+        m_endHigh = static_cast<std::uint16_t>(end >> k_lowBits);
+        m_next = next;
+    }
+
+private:
+    static constexpr unsigned int k_lowBits = 32;
+
+    static std::size_t joined(std::uint16_t high, std::uint32_t low) noexcept {
+        return static_cast<std::size_t>(std::uint64_t{high} << k_lowBits | low);
+    }
+
+    const Element* m_element = nullptr;
+    std::uint32_t m_begin = 0;
+    std::uint32_t m_end = 0;
+    std::uint16_t m_beginHigh = 0;
+    std::uint16_t m_endHigh = 0;
+    std::uint32_t m_next = 0;
+};
+
+/// The values of a text in its order, each before those that lie in it.
+class ValuePlaces {
+public:
+    /// The number of no value.
+    static constexpr std::uint32_t k_none = 0xFFFFFFFFU;
+
+    std::uint32_t size() const noexcept { return m_size; }
+    const ValuePlace& operator[](std::uint32_t value) const noexcept {
+        return m_blocks[value / k_blockSize][value % k_blockSize];
+    }
+    ValuePlace& operator[](std::uint32_t value) noexcept {
+        return m_blocks[value / k_blockSize][value % k_blockSize];
+    }
+
+    /// Adds a value that stands at those offsets, and returns its number. Constant cost. Throws
+    /// Exception beyond 4,294,967,294 values.
+    std::uint32_t add(const Element* element, std::uint64_t begin, std::uint64_t end) {
+        if (m_size % k_blockSize == 0) {
+            addBlock();
+        }
+        const std::uint32_t number = m_size++;
+        (*this)[number] = {element, begin, end, m_size};
+        return number;
+    }
+    void clear() noexcept;
+
+private:
+    static constexpr std::uint32_t k_blockSize = 1024;
+
+    void addBlock();
+
+    std::vector<std::unique_ptr<ValuePlace[]>> m_blocks;
+    std::uint32_t m_size = 0;
+};
+
+}  // namespace ko::Orvid
