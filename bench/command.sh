@@ -4,7 +4,7 @@
 # Measures the command orvid beside jq, gojq, gron and python3 -m json.tool, those that are installed, in one run of
 # hyperfine, and writes a table and a chart (gnuplot) to build/bench. The folder in ORVID_CORPUS, when set, gives
 # three more documents. usage: bench/command.sh [--publish] [MEGABYTES OF RECORDS, 200 unless told]
-# --publish also puts the table and the chart into docs/.
+# --publish also puts the table and the chart into bench/.
 # shellcheck source=scripts/common.sh
 . "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/../scripts/common.sh"
 
@@ -94,5 +94,5 @@ fi
 lines
 bench/command_table.py $out "$orvid"
 if [ -n "$publish" ]; then
-    run cp $out/command-speed.md $out/command-speed.svg docs/
+    run cp $out/command-speed.md $out/command-speed.svg bench/
 fi

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Files that are replaced as a whole or not at all. The argument is a folder to work in.
-// docs/files.md has the rules.
+// docs/reading-and-writing.md has the rules.
 
 #include <ko/Orvid.h>
 

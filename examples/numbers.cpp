@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What a user of numbers must know: the text is kept, typed reads are checked, and some of the
-// rules are odd. Each line shows an expression and its value, or what it throws. docs/numbers.md
+// rules are odd. Each line shows an expression and its value, or what it throws. docs/values.md
 // tells why.
 
 #include <ko/Orvid.h>

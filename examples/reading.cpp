@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Reading strictly: the parser takes more than the standard allows and takes an early end for no
-// error, so a program that wants to be sure asks it afterwards. docs/reading.md has the whole list.
+// error, so a program that wants to be sure asks it afterwards. docs/reading-and-writing.md has the
+// whole list.
 
 #include <ko/Orvid.h>
 

@@ -2,7 +2,7 @@
 //
 // Numbers from text and from every binary type: the kind and value that a text is given, which
 // long texts are refused, all typed reads, and comparison, which is antisymmetric, transitive and
-// that of the exact decimals wherever the rules of docs/numbers.md do not say otherwise.
+// that of the exact decimals wherever the rules of docs/values.md do not say otherwise.
 
 #include <ko/DecNumber.h>
 #include <ko/Orvid.h>

@@ -100,7 +100,7 @@ constexpr Shape k_shapes[] = {
     {"one long number", longNumber},
 };
 
-/// docs/reading.md states this bound, for 64 bits.
+/// docs/reading-and-writing.md states this bound, for 64 bits.
 constexpr double k_mostBytesPerByte = 180;
 
 TEST(ReadingBounds, no_shape_takes_more_memory_for_a_byte_than_is_stated) {
