@@ -40,6 +40,20 @@ try "echo '{\"meta\": 1, \"a\": 2}' | orvid print"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid print --no-meta"
 try "echo '{\"b\": [1.50, \"é\"], \"a\": {}}' | orvid print --compact --sort-keys --ascii"
 
+try "echo '{\"a\": 1, \"b\": {\"c\": 2}}' | orvid rename b.c rate"
+try "echo '{\"a\": 1, \"b\": {\"c\": 2}}' | orvid move b.c limits.rate --compact"
+try "echo '[1, 2, 3]' | orvid move '[-1]' '[0]'"
+try "orvid copy 'servers[0]' 'servers[*]' data/settings.json | orvid length servers"
+try "echo '{\"a\": 1, \"b\": 2}' | orvid move a b"
+
+try "orvid keys 'servers[0]' data/settings.json"
+try 'orvid length servers data/settings.json'
+try "orvid type 'servers[-1].host' data/settings.json"
+
+try 'orvid split --in servers data/settings.json'
+try 'orvid split --in servers data/settings.json | orvid get --lines host | orvid join --compact'
+try 'orvid print data/rate.json data/rate.json | orvid split --values'
+
 try "orvid find --in servers host '\"beta.example\"' data/settings.json"
 try 'orvid find --in servers --path port 9e3 data/settings.json'
 try 'orvid find --in servers port 80 data/settings.json'

@@ -59,12 +59,16 @@ std::size_t faultOffset(const std::string& message, std::string_view text, std::
     return isBehind ? stop - 1 : stop;
 }
 
-void requireComplete(const DomParser& parser, const SText& document) {
-    const std::string_view text = document.text;
+void requireValue(const DomParser& parser, const SText& document) {
     if (parser.state() != k_complete) {
         const std::string path = parser.openElement()->path();
-        failAt(document, text.length(), &path, k_endsEarly);
+        failAt(document, document.text.length(), &path, k_endsEarly);
     }
+}
+
+void requireComplete(const DomParser& parser, const SText& document) {
+    const std::string_view text = document.text;
+    requireValue(parser, document);
     const std::size_t rest = skipBlanks(text, static_cast<std::size_t>(parser.position()));
     if (rest < text.length()) {
         failAt(document, rest, nullptr, "text follows the value");
@@ -84,6 +88,21 @@ std::size_t numberOf(int lineOrColumn) {
     return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
 }
 
+void parseFrom(DomParser& parser, const SText& document, std::size_t start, Element& root) {
+    const std::string_view text = document.text.substr(start);
+    try {
+        // A number is known to be over only when something follows it: the newline.
+        parse(parser, root, std::string_view(text.data(), text.length() + 1));
+    } catch (const ParseException& error) {
+        const std::string message = firstLine(error.message());
+        const std::size_t offset =
+            start + faultOffset(message, text, static_cast<std::size_t>(parser.position()));
+        // Only the newline behind the text is at fault.
+        const bool isEnd = offset >= document.text.length();
+        failAt(document, offset, error.elementPath(), isEnd ? k_endsEarly : message);
+    }
+}
+
 }  // namespace
 
 Failure faultOf(const SPlace& place, std::string_view text, const ParseException& error) {
@@ -100,18 +119,21 @@ Failure faultOf(const SPlace& place, std::string_view text, const ParseException
 void readTree(const SPlace& place, std::string_view text, Element& root) {
     const SText document{place, text};
     DomParser parser;
-    try {
-        // A number is known to be over only when something follows it: the newline.
-        parse(parser, root, std::string_view(text.data(), text.length() + 1));
-    } catch (const ParseException& error) {
-        const std::string message = firstLine(error.message());
-        const std::size_t offset =
-            faultOffset(message, text, static_cast<std::size_t>(parser.position()));
-        // Only the newline behind the text is at fault.
-        const bool isEnd = offset >= text.length();
-        failAt(document, offset, error.elementPath(), isEnd ? k_endsEarly : message);
-    }
+    parseFrom(parser, document, 0, root);
     requireComplete(parser, document);
+}
+
+std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
+                                    Element& root) {
+    offset = skipBlanks(text, offset);
+    if (offset == text.length()) {
+        return std::nullopt;
+    }
+    const SText document{place, text};
+    DomParser parser;
+    parseFrom(parser, document, offset, root);
+    requireValue(parser, document);
+    return offset + static_cast<std::size_t>(parser.position());
 }
 
 void readArgument(const char* name, const std::string& text, Element& root) {

@@ -7,6 +7,7 @@
 
 #include <ko/Orvid.h>
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -27,6 +28,12 @@ struct Document {
 /// and comments. The byte behind it is a newline. Throws Failure, which tells the place: `place`
 /// with the column, and with the line unless it has one.
 void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
+
+/// Reads the first value at the offset or behind it, of several that stand in the text one after
+/// the other, into `root`, and answers the offset of its end; nothing, where there are only blanks
+/// and comments. Otherwise as readTree().
+std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
+                                    ko::Orvid::Element& root);
 
 /// What the library says of a faulty text, with the place, `place` completed, and the line at
 /// fault.

@@ -13,8 +13,16 @@ std::vector<std::unique_ptr<Verb>> allVerbs() {
     verbs.push_back(makeSet());
     verbs.push_back(makeInsert());
     verbs.push_back(makeRemove());
+    verbs.push_back(makeRename());
+    verbs.push_back(makeMove());
+    verbs.push_back(makeCopy());
     verbs.push_back(makeFind());
     verbs.push_back(makeQuery());
+    verbs.push_back(makeKeys());
+    verbs.push_back(makeLength());
+    verbs.push_back(makeType());
+    verbs.push_back(makeSplit());
+    verbs.push_back(makeJoin());
     verbs.push_back(makePaths());
     verbs.push_back(makeUnpaths());
     verbs.push_back(makeDefaults());

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid keys, length and type: what they tell, and how path and files are told apart.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+
+const std::string k_document =
+    R"({"b":[1,{"x":null,"w":0}],"a":{"c":"h\u00e9"},"x.y":true,"/":1.5})";
+
+TEST(keys, are_plain_text_in_their_order) {
+    EXPECT_EQ(orvid({"keys"}, k_document), printed("b\na\nx.y\n/\n"));
+    EXPECT_EQ(orvid({"keys", "b[1]"}, k_document), printed("x\nw\n"));
+    EXPECT_EQ(orvid({"keys"}, "{}"), printed(""));
+}
+
+TEST(keys, stay_on_their_line) {
+    EXPECT_EQ(orvid({"keys"}, R"({"a\nb":1,"\"":2,"é":3})"), printed("\"a\\nb\"\n\"\\\"\"\né\n"));
+}
+
+TEST(keys, of_a_record_are_an_array) {
+    EXPECT_EQ(orvid({"keys", "--lines"}, "{\"b\":1,\"a\":2}\n{}\n"),
+              printed("[\"b\",\"a\"]\n[]\n"));
+}
+
+TEST(keys, are_those_of_an_object_only) {
+    EXPECT_EQ(orvid({"keys", "b"}, k_document),
+              failed(1, "(standard input): at b: an array has no keys"));
+    EXPECT_EQ(orvid({"keys", "a.c"}, k_document),
+              failed(1, "(standard input): at a.c: a string has no keys"));
+}
+
+TEST(length, counts_items_members_and_characters) {
+    EXPECT_EQ(orvid({"length"}, k_document), printed("4\n"));
+    EXPECT_EQ(orvid({"length", "b"}, k_document), printed("2\n"));
+    EXPECT_EQ(orvid({"length", "a.c"}, k_document), printed("2\n"));
+    EXPECT_EQ(orvid({"length", "--lines"}, "[]\n\"\xF0\x9F\x98\x80\"\n"), printed("0\n1\n"));
+    EXPECT_EQ(orvid({"length", R"(x\.y)"}, k_document),
+              failed(1, "(standard input): at x\\.y: a boolean has no length"));
+}
+
+TEST(type, names_the_type) {
+    EXPECT_EQ(orvid({"type", "--lines"}, "{}\n[]\n\"\"\n0\nfalse\nnull\n"),
+              printed("object\narray\nstring\nnumber\nboolean\nnull\n"));
+    EXPECT_EQ(orvid({"type", "b[1].x"}, k_document), printed("null\n"));
+}
+
+TEST(look_paths, may_be_pointers_and_count_from_the_end) {
+    EXPECT_EQ(orvid({"type", "/b/1"}, k_document), printed("object\n"));
+    EXPECT_EQ(orvid({"type", "/~1"}, k_document), printed("number\n"));
+    EXPECT_EQ(orvid({"type", R"(\/)"}, k_document), printed("number\n"));
+    EXPECT_EQ(orvid({"keys", "b[-1]"}, k_document), printed("x\nw\n"));
+    EXPECT_EQ(orvid({"type", "[-1][-2]"}, "[[1],[2,[]]]"), printed("number\n"));
+    EXPECT_EQ(orvid({"type", "b[-3]"}, k_document),
+              failed(1, "(standard input): at b: path \"b[-3]\" not found, there is no \"[-3]\""));
+    EXPECT_EQ(orvid({"type", "//x"}, R"({"":{"x":0}})"), printed("number\n"));
+    EXPECT_EQ(orvid({"type", "/a~2"}, k_document).status, 2);
+}
+
+TEST(look_words, are_a_path_and_files) {
+    const ScratchFile first("[1]");
+    const ScratchFile second("{\"a\":[]}");
+    EXPECT_EQ(orvid({"type", first.name()}), printed("array\n"));
+    EXPECT_EQ(orvid({"type", "-"}, "1"), printed("number\n"));
+    EXPECT_EQ(orvid({"type", "", first.name(), second.name()}), printed("array\nobject\n"));
+    EXPECT_EQ(orvid({"type", "a", second.name()}), printed("array\n"));
+    EXPECT_EQ(orvid({"type", "--in", "", first.name(), second.name()}), printed("array\nobject\n"));
+    EXPECT_EQ(orvid({"type", "./no-such"}), failed(3, "./no-such: No such file or directory"));
+}
+
+}  // namespace

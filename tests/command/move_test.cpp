@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid rename, move and copy: the document that is left, with its comments and layout.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::bytesOfFile;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+
+const std::string k_settings =
+    "{\n"
+    "  // the port\n"
+    "  \"port\": 80, // http\n"
+    "  \"on\": true,\n"
+    "  \"servers\": [\n"
+    "    { \"host\": \"a\" }, // first\n"
+    "    { \"host\": \"b\" }\n"
+    "  ]\n"
+    "}\n";
+
+std::string settingsWith(const std::string& from, const std::string& to) {
+    std::string text = k_settings;
+    return text.replace(text.find(from), from.length(), to);
+}
+
+TEST(rename_verb, changes_the_key_and_nothing_else) {
+    EXPECT_EQ(orvid({"rename", "port", "p"}, k_settings),
+              printed(settingsWith("\"port\"", "\"p\"")));
+    EXPECT_EQ(orvid({"rename", "servers", "list.of[0]"}, k_settings),
+              printed(settingsWith("\"servers\"", "\"list.of[0]\"")));
+    EXPECT_EQ(orvid({"rename", "servers[-1].host", "name"}, k_settings),
+              printed(settingsWith("\"host\": \"b\"", "\"name\": \"b\"")));
+    EXPECT_EQ(orvid({"rename", "/on", "on"}, k_settings), printed(k_settings));
+}
+
+TEST(rename_verb, keeps_the_order_of_members) {
+    EXPECT_EQ(orvid({"rename", "--compact", "b", ""}, R"({"a":1,"b":2,"c":3})"),
+              printed("{\"a\":1,\"\":2,\"c\":3}\n"));
+    EXPECT_EQ(orvid({"rename", "--lines", "a", "b"}, "{\"a\":1,\"c\":2}\n{\"a\":[]}\n"),
+              printed("{\"b\":1,\"c\":2}\n{\"b\":[]}\n"));
+}
+
+TEST(rename_verb, refuses_a_key_that_is_taken_and_what_has_none) {
+    EXPECT_EQ(orvid({"rename", "on", "port"}, k_settings),
+              failed(1, "(standard input): at (root): there is \"port\" already"));
+    EXPECT_EQ(orvid({"rename", "servers[0]", "x"}, k_settings),
+              failed(1,
+                     "(standard input): at servers[0]: is no member of an object, so it has no "
+                     "key"));
+    EXPECT_EQ(
+        orvid({"rename", "", "x"}, k_settings),
+        failed(1, "(standard input): at (root): is no member of an object, so it has no key"));
+}
+
+TEST(move_verb, takes_comments_along) {
+    EXPECT_EQ(orvid({"move", "port", "net.port"}, k_settings),
+              printed("{\n"
+                      "  \"on\": true,\n"
+                      "  \"servers\": [\n"
+                      "    { \"host\": \"a\" }, // first\n"
+                      "    { \"host\": \"b\" }\n"
+                      "  ],\n"
+                      "  \"net\": {\n"
+                      "    // the port\n"
+                      "    \"port\": 80 // http\n"
+                      "  }\n"
+                      "}\n"));
+}
+
+TEST(move_verb, puts_items_where_they_are_wanted) {
+    EXPECT_EQ(orvid({"move", "[-1]", "[0]"}, "[1, 2, 3]"), printed("[3, 1, 2]"));
+    EXPECT_EQ(orvid({"move", "[0]", "[*]"}, "[1, 2, 3]"), printed("[2, 3, 1]"));
+    EXPECT_EQ(orvid({"move", "/0", "/-"}, "[1, 2, 3]"), printed("[2, 3, 1]"));
+    EXPECT_EQ(orvid({"move", "--compact", "a", "b[*]"}, R"({"a":1})"), printed("{\"b\":[1]}\n"));
+    EXPECT_EQ(orvid({"move", "--compact", "a", "a.b"}, R"({"a":1})"),
+              printed("{\"a\":{\"b\":1}}\n"));
+}
+
+TEST(move_verb, overwrites_nothing_and_leaves_the_file_alone_then) {
+    const ScratchFile file(k_settings);
+    EXPECT_EQ(orvid({"move", "-i", "port", "on", file.name()}),
+              failed(1, file.name() + ": at (root): there is \"on\" already"));
+    EXPECT_EQ(orvid({"move", "-i", "port", "servers[5]", file.name()}).status, 1);
+    EXPECT_EQ(orvid({"move", "-i", "nope", "x", file.name()}).status, 1);
+    EXPECT_EQ(orvid({"move", "-i", "", "x", file.name()}),
+              failed(1, file.name() + ": the root cannot be moved"));
+    EXPECT_EQ(bytesOfFile(file.name()), k_settings);
+}
+
+TEST(copy_verb, leaves_the_source_where_it_is) {
+    EXPECT_EQ(orvid({"copy", "servers[0]", "servers[*]"}, k_settings),
+              printed(settingsWith("{ \"host\": \"b\" }\n",
+                                   "{ \"host\": \"b\" },\n    { \"host\": \"a\" }\n")));
+    EXPECT_EQ(orvid({"copy", "--compact", "a", "a.c"}, R"({"a":{"b":1}})"),
+              printed("{\"a\":{\"b\":1,\"c\":{\"b\":1}}}\n"));
+    EXPECT_EQ(orvid({"copy", "a", "a"}, R"({"a":1})"),
+              failed(1, "(standard input): at (root): there is \"a\" already"));
+    EXPECT_EQ(orvid({"copy", "a", ""}, R"({"a":1})"),
+              failed(2, "the path must have a step; see orvid copy --help"));
+}
+
+TEST(move_and_copy, edit_records_and_pass_faulty_ones_on) {
+    const std::string records = "{\"a\":1}\n{\"b\":2}\n";
+    EXPECT_EQ(orvid({"copy", "--lines", "--on-error=passthrough", "a", "c"}, records).out,
+              "{\"a\":1,\"c\":1}\n{\"b\":2}\n");
+    EXPECT_EQ(orvid({"move", "--lines", "--on-error=passthrough", "a", "c"}, records).out,
+              "{\"c\":1}\n{\"b\":2}\n");
+}
+
+}  // namespace

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+//
+// Items inserted, members added.
+
+#include "edit/Insertion.h"
+
+#include <utility>
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::PathNotFound;
+
+void insertItem(Element& array, const LastStep& step, Element&& value) {
+    auto& items = array.array();
+    const std::size_t place = step.isStar() ? items.size() : step.index();
+    if (place > items.size()) {
+        throw PathNotFound(&array, step.path(), step.text());
+    }
+    items.insert(place, std::move(value));
+}
+
+void insertMember(Element& object, const LastStep& step, Element&& value, const SPlace& place) {
+    if (object.object().contains(step.key())) {
+        SPlace at = place;
+        at.path = object.path();
+        throw Failure(ExitStatus::failed, at, "there is \"" + step.key() + "\" already");
+    }
+    object.object().emplace(step.key(), std::move(value));
+}
+
+}  // namespace
+
+void insertAt(Element& root, const LastStep& step, Element&& value, const SPlace& place) {
+    Element& holder = root.get(step.holder());
+    if (holder.isArray() && !step.isKey()) {
+        insertItem(holder, step, std::move(value));
+    } else if (holder.isObject() && step.isKey()) {
+        insertMember(holder, step, std::move(value), place);
+    } else {
+        throw PathNotFound(&holder, step.path(), step.text());
+    }
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+//
+// Paths of a call made paths of the library, with the document at hand.
+
+#include "input/CallPath.h"
+
+#include <utility>
+
+#include "input/PathWords.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
+using ko::Orvid::Path;
+using ko::Orvid::PathNotFound;
+
+constexpr std::size_t k_none = std::string::npos;
+
+/// A step `[-N]` within a path.
+struct SNegative {
+    std::size_t start = k_none;  ///< of its bracket
+    std::size_t end = k_none;    ///< behind its bracket
+    std::size_t count = 0;       ///< from the end, 1 is the last item; 0 where N is too great
+};
+
+SNegative negativeAt(const std::string& text, std::size_t start) {
+    constexpr std::size_t mostDigits = 9;
+    const std::size_t digits = start + 2;
+    const std::size_t end = text.find_first_not_of("0123456789", digits);
+    if (text.compare(start, 2, "[-") != 0 || end == k_none || end == digits || text[end] != ']') {
+        return {};
+    }
+    const std::string number = text.substr(digits, end - digits);
+    return {start, end + 1, number.length() <= mostDigits ? std::stoul(number) : 0};
+}
+
+SNegative firstNegative(const std::string& text) {
+    for (std::size_t i = 0; i < text.length(); i += text[i] == '\\' ? 2U : 1U) {
+        const SNegative step = text[i] == '[' ? negativeAt(text, i) : SNegative();
+        if (step.start != k_none) {
+            return step;
+        }
+    }
+    return {};
+}
+
+std::size_t indexOf(const SNegative& step, const Element& array, const std::string& word,
+                    const std::string& text) {
+    if (!array.isArray() || step.count == 0 || step.count > array.size()) {
+        throw PathNotFound(&array, word, text.substr(step.start, step.end - step.start));
+    }
+    return array.size() - step.count;
+}
+
+JsonPointer pointerOf(const std::string& word) {
+    try {
+        return JsonPointer(word);
+    } catch (const ko::Orvid::ParseException& error) {
+        throw malformedPath(word, error);
+    }
+}
+
+}  // namespace
+
+CallPath::CallPath(std::string word)
+    : m_word(std::move(word)), m_hasNegative(firstNegative(m_word).start != k_none) {
+    if (!m_word.empty() && m_word.front() == '/') {
+        m_pointer = pointerOf(m_word);
+    }
+}
+
+std::string CallPath::in(const Element& root) const {
+    if (m_pointer) {
+        try {
+            return m_pointer->toPath(root).str();
+        } catch (const ko::Exception& error) {
+            throw Failure(ExitStatus::usage, "pointer \"" + m_word + "\": " + error.what());
+        }
+    }
+    std::string path = m_word;
+    for (SNegative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
+        const std::size_t index = withPath(path.substr(0, step.start), [&](const Path& before) {
+            return indexOf(step, root.get(before), m_word, path);
+        });
+        path.replace(step.start, step.end - step.start, "[" + std::to_string(index) + "]");
+    }
+    return path;
+}
+
+const Element& CallPath::get(const Element& root) const {
+    if (m_pointer) {
+        return m_pointer->get(root);
+    }
+    return withPath(in(root), [&](const Path& path) { return std::cref(root.get(path)); });
+}
+
+Element& CallPath::get(Element& root) const {
+    return const_cast<Element&>(get(const_cast<const Element&>(root)));
+}
+
+const Element* CallPath::find(const Element& root) const {
+    try {
+        return &get(root);
+    } catch (const PathNotFound&) {
+        return nullptr;
+    }
+}
+
+}  // namespace orvid_tool

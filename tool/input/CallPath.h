@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+//
+// CallPath, a path as a call gives it: path text, in which a negative index counts from the end, or
+// a JSON Pointer. What it leads to is known for a document only.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <optional>
+#include <string>
+
+namespace orvid_tool {
+
+class CallPath {
+public:
+    CallPath() = default;
+    /// A word that begins with `/` is a JSON Pointer; `\/` begins a key with a slash. Throws
+    /// Failure for a malformed pointer.
+    explicit CallPath(std::string word);
+
+    const std::string& word() const { return m_word; }
+    /// Whether the word is a path of the library as it stands, the same for every document.
+    bool isPlain() const { return !m_pointer && !m_hasNegative; }
+
+    /// The library's path to the place in that document, which need not exist, but all before a
+    /// negative index must. Throws PathNotFound, and Failure for a malformed path.
+    std::string in(const ko::Orvid::Element& root) const;
+
+    /// The element at the place. Throw PathNotFound, and Failure for a malformed path.
+    ko::Orvid::Element& get(ko::Orvid::Element& root) const;
+    const ko::Orvid::Element& get(const ko::Orvid::Element& root) const;
+    /// The same; null where there is none.
+    const ko::Orvid::Element* find(const ko::Orvid::Element& root) const;
+
+private:
+    std::string m_word;
+    std::optional<ko::Orvid::JsonPointer> m_pointer;
+    bool m_hasNegative = false;
+};
+
+}  // namespace orvid_tool

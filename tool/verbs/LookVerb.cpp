@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+//
+// The words `[PATH] [FILE]...`. One word alone may be either, so the files that exist decide.
+
+#include "verbs/LookVerb.h"
+
+#include <sys/stat.h>
+
+#include <utility>
+
+#include "call/Options.h"
+#include "input/Input.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+
+bool isFile(const std::string& word) {
+    struct stat status = {};
+    return word == k_standardInput || word.rfind("./", 0) == 0 || word.rfind("../", 0) == 0 ||
+           (!word.empty() && stat(word.c_str(), &status) == 0 && !S_ISDIR(status.st_mode));
+}
+
+const char* phraseOf(const Element& value) {
+    switch (value.type()) {
+        case ko::Orvid::etBoolean:
+            return "a boolean";
+        case ko::Orvid::etNumber:
+            return "a number";
+        case ko::Orvid::etString:
+            return "a string";
+        case ko::Orvid::etObject:
+            return "an object";
+        case ko::Orvid::etArray:
+            return "an array";
+        default:
+            return "null";
+    }
+}
+
+}  // namespace
+
+const char* typePhrase(const Element& value) { return phraseOf(value); }
+
+const char* typeName(const Element& value) {
+    const std::string_view phrase = phraseOf(value);
+    const std::size_t article = phrase.find(' ');
+    return article == std::string_view::npos ? phrase.data() : phrase.data() + article + 1;
+}
+
+void LookVerb::addWords(Words& words, SCall& call) {
+    words.several("WORDS", m_words,
+                  "[PATH] [FILE]...; a word alone is a file where there is one of that name");
+    words.option("--in", m_in, "PATH", "the path; all words are files then");
+    addLines(words, call);
+}
+
+void LookVerb::prepare(SCall& call) {
+    const bool isPathFirst =
+        !m_in && !m_words.empty() && (m_words.size() > 1 || !isFile(m_words.front()));
+    m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
+    call.files.assign(m_words.begin() + (isPathFirst ? 1 : 0), m_words.end());
+}
+
+Failure LookVerb::failureAt(const Document& document, const Element& element,
+                            const std::string& text) {
+    SPlace place = document.place;
+    place.path = element.path();
+    return {ExitStatus::failed, std::move(place), text};
+}
+
+void LookVerb::apply(const SCall& call, Document& document, Bytes& out) const {
+    const Element& root = document.root;
+    tell(call, document, m_path.get(root), out);
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+//
+// LookVerb, what the verbs share that tell something of the value at a path, the root unless told.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "call/Verb.h"
+#include "input/CallPath.h"
+
+namespace orvid_tool {
+
+class LookVerb : public DocumentVerb {
+public:
+    void addWords(Words& words, SCall& call) override;
+    /// Tells path and files apart.
+    void prepare(SCall& call) final;
+
+protected:
+    /// A failure that names the element.
+    static Failure failureAt(const Document& document, const ko::Orvid::Element& element,
+                             const std::string& text);
+
+private:
+    /// Appends what is to be told, with its newlines.
+    virtual void tell(const SCall& call, const Document& document, const ko::Orvid::Element& value,
+                      Bytes& out) const = 0;
+    void apply(const SCall& call, Document& document, Bytes& out) const final;
+
+    std::vector<std::string> m_words;
+    std::optional<std::string> m_in;
+    CallPath m_path;
+};
+
+/// The name of the value's type in JSON: "null", "boolean", "number", "string", "array", "object".
+const char* typeName(const ko::Orvid::Element& value);
+
+/// The same as in a sentence: "null", "a boolean", "an array".
+const char* typePhrase(const ko::Orvid::Element& value);
+
+}  // namespace orvid_tool

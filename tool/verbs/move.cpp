@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid move and orvid copy: a value in another place as well, or instead.
+
+#include <iterator>
+#include <utility>
+
+#include "call/Options.h"
+#include "edit/Insertion.h"
+#include "edit/Kept.h"
+#include "input/CallPath.h"
+#include "verbs/verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::Path;
+
+/// Takes the element out of what holds it.
+Element taken(Element& element) {
+    Element& parent = *element.parent();
+    Element value = std::move(element);
+    if (parent.isObject()) {
+        parent.object().erase(std::string(element.memberKey()));
+    } else {
+        auto& items = parent.array();
+        items.erase(std::next(items.begin(), static_cast<std::ptrdiff_t>(element.index())));
+    }
+    return value;
+}
+
+/// The step to the place, what holds it made where it is missing.
+LastStep stepIn(Element& root, const CallPath& path) {
+    LastStep step(path.in(root));
+    if (!root.pathExists(step.holder())) {
+        Element holder;
+        const auto type = step.isKey() ? ko::Orvid::etObject : ko::Orvid::etArray;
+        Element::create(holder.data(), type, &holder);
+        root.create(step.holder(), holder);
+    }
+    return step;
+}
+
+class Carry : public DocumentVerb {
+public:
+    void addWords(Words& words, SCall& call) override {
+        words.required("FROM", m_fromWord, "a path such as a.b[3].c");
+        words.required("TO", m_toWord, "the new place, where there is no member yet");
+        addFiles(words, call);
+        addLayout(words, call);
+        addInPlace(words, call);
+        addStrict(words, call);
+        addLines(words, call);
+    }
+
+    void prepare(SCall& /*call*/) override {
+        m_from = CallPath(m_fromWord);
+        m_to = CallPath(m_toWord);
+        if (m_to.isPlain()) {
+            static_cast<void>(LastStep(m_toWord));
+        }
+    }
+
+private:
+    /// The value for the new place.
+    virtual Element valueOf(Element& source, const SPlace& place) const = 0;
+
+    void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
+        Element value = valueOf(m_from.get(document.root), document.place);
+        insertAt(document.root, stepIn(document.root, m_to), std::move(value), document.place);
+        appendEdited(call, document, out);
+    }
+
+    std::string m_fromWord;
+    std::string m_toWord;
+    CallPath m_from;
+    CallPath m_to;
+};
+
+class Move : public Carry {
+public:
+    const char* name() const override { return "move"; }
+    const char* help() const override {
+        return "Move the value at a path to another place and write the document";
+    }
+    const char* examples() const override {
+        return "  orvid move limits.cpu cores settings.json\n"
+               "  orvid move 'servers[-1]' 'servers[0]' -i settings.json";
+    }
+
+private:
+    Element valueOf(Element& source, const SPlace& place) const override {
+        if (source.parent() == nullptr) {
+            throw Failure(ExitStatus::failed, place, "the root cannot be moved");
+        }
+        return taken(source);
+    }
+};
+
+class Copy : public Carry {
+public:
+    const char* name() const override { return "copy"; }
+    const char* help() const override {
+        return "Copy the value at a path to another place and write the document";
+    }
+    const char* examples() const override {
+        return "  orvid copy 'servers[0]' 'servers[*]' settings.json\n"
+               "  orvid copy limits defaults.limits -i settings.json";
+    }
+
+private:
+    Element valueOf(Element& source, const SPlace& /*place*/) const override { return source; }
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeMove() { return std::make_unique<Move>(); }
+
+std::unique_ptr<Verb> makeCopy() { return std::make_unique<Copy>(); }
+
+}  // namespace orvid_tool

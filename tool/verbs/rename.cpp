@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid rename: a member under another key, in its place.
+
+#include <iterator>
+#include <utility>
+
+#include "call/Options.h"
+#include "edit/Kept.h"
+#include "input/CallPath.h"
+#include "verbs/verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+
+Failure failureAt(const SPlace& place, const Element& element, const std::string& text) {
+    SPlace at = place;
+    at.path = element.path();
+    return {ExitStatus::failed, std::move(at), text};
+}
+
+void renameMember(Element& element, const std::string& key, const SPlace& place) {
+    Element* const parent = element.parent();
+    if (parent == nullptr || !parent->isObject()) {
+        throw failureAt(place, element, "is no member of an object, so it has no key");
+    }
+    auto& members = parent->object();
+    if (element.memberKey() == key) {
+        return;
+    }
+    if (members.contains(key)) {
+        throw failureAt(place, *parent, "there is \"" + key + "\" already");
+    }
+    const auto before = members.find(element.memberKey());
+    const auto renamed = members.insert(std::next(before), {key, Element()});
+    renamed->second = std::move(element);
+    members.erase(before);
+}
+
+class Rename : public DocumentVerb {
+public:
+    const char* name() const override { return "rename"; }
+    const char* help() const override {
+        return "Give the member at a path another key and write the document";
+    }
+    const char* examples() const override {
+        return "  orvid rename limits.cpu cores settings.json\n"
+               "  orvid rename --lines user.mail email <records.jsonl";
+    }
+
+    void addWords(Words& words, SCall& call) override {
+        words.required("PATH", m_word, "a path such as a.b[3].c");
+        words.required("KEY", m_key, "the new key, which is no path: no character is special");
+        addFiles(words, call);
+        addLayout(words, call);
+        addInPlace(words, call);
+        addStrict(words, call);
+        addLines(words, call);
+    }
+
+    void prepare(SCall& /*call*/) override { m_path = CallPath(m_word); }
+
+private:
+    void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
+        renameMember(m_path.get(document.root), m_key, document.place);
+        appendEdited(call, document, out);
+    }
+
+    std::string m_word;
+    CallPath m_path;
+    std::string m_key;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeRename() { return std::make_unique<Rename>(); }
+
+}  // namespace orvid_tool
