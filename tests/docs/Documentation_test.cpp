@@ -18,6 +18,7 @@
 
 namespace {
 
+using orvid_test::codeSpans;
 using orvid_test::containsLines;
 using orvid_test::FencedBlock;
 using orvid_test::fencedBlocks;
@@ -25,6 +26,7 @@ using orvid_test::headingAnchors;
 using orvid_test::Lines;
 using orvid_test::linesOf;
 using orvid_test::linkTargets;
+using orvid_test::tableRows;
 using std::filesystem::path;
 
 const path k_source = ORVID_SOURCE;
@@ -93,6 +95,35 @@ TEST(Documentation, every_block_of_code_or_output_stands_in_the_file_that_its_ma
             if (!file.empty()) {
                 EXPECT_TRUE(containsLines(linesOf(readFile(k_source / file)), block.lines))
                     << document << ":" << block.line << ": not in " << file;
+                ++checked;
+            }
+        }
+    }
+    EXPECT_GT(checked, 0U);
+}
+
+/// The program that runs what the page about coming from another tool shows.
+std::string readComparisons(const path& page) {
+    const std::string peer = page.stem().string().substr(std::string("coming-from-").length());
+    for (const char* const ending : {".cpp", ".calls"}) {
+        const path file = k_source / "examples" / ("from_" + peer + ending);
+        if (std::filesystem::exists(file)) {
+            return readFile(file);
+        }
+    }
+    return "";
+}
+
+TEST(Documentation, what_stands_beside_another_tool_s_operations_is_run_by_an_example) {
+    std::size_t checked = 0;
+    for (const path& page : documents()) {
+        if (page.stem().string().rfind("coming-from-", 0) != 0) {
+            continue;
+        }
+        const std::string program = readComparisons(page);
+        for (const Lines& row : tableRows(linesOf(readFile(page)))) {
+            for (const std::string& code : codeSpans(row.at(1))) {
+                EXPECT_NE(program.find(code), std::string::npos) << page << ": " << code;
                 ++checked;
             }
         }

@@ -8,6 +8,7 @@
 #include <cctype>
 #include <regex>
 #include <sstream>
+#include <utility>
 
 namespace orvid_test {
 
@@ -41,6 +42,26 @@ std::string anchorOf(const std::string& heading) {
     return anchor;
 }
 
+/// The cells of a line `| a | b |`.
+Lines cellsOf(const std::string& line) {
+    Lines cells;
+    std::string cell;
+    for (std::size_t i = 1; i < line.length(); ++i) {
+        if (line[i] == '|' && line[i - 1] == '\\') {
+            cell.back() = '|';
+        } else if (line[i] == '|') {
+            cells.push_back(std::exchange(cell, {}));
+        } else {
+            cell += line[i];
+        }
+    }
+    return cells;
+}
+
+bool isRow(const std::string& line) { return line.compare(0, 1, "|") == 0; }
+
+bool isRuler(const std::string& line) { return line.compare(0, 4, "|---") == 0; }
+
 }  // namespace
 
 Lines linesOf(const std::string& text) {
@@ -67,6 +88,29 @@ std::vector<FencedBlock> fencedBlocks(const Lines& document) {
         }
     }
     return blocks;
+}
+
+std::vector<Lines> tableRows(const Lines& document) {
+    std::vector<Lines> rows;
+    bool isOpen = false;
+    bool isBody = false;
+    for (const std::string& line : document) {
+        isOpen = isOpen != isFence(line);
+        if (!isOpen && isBody && isRow(line)) {
+            rows.push_back(cellsOf(line));
+        }
+        isBody = isRow(line) && (isBody || isRuler(line));
+    }
+    return rows;
+}
+
+Lines codeSpans(const std::string& text) {
+    static const std::regex span("`([^`]*)`");
+    Lines spans;
+    for (std::sregex_iterator i(text.begin(), text.end(), span), end; i != end; ++i) {
+        spans.push_back((*i)[1]);
+    }
+    return spans;
 }
 
 std::vector<std::string> linkTargets(const Lines& document) {

@@ -9,12 +9,14 @@
 
 namespace {
 
+using orvid_test::codeSpans;
 using orvid_test::containsLines;
 using orvid_test::fencedBlocks;
 using orvid_test::headingAnchors;
 using orvid_test::Lines;
 using orvid_test::linesOf;
 using orvid_test::linkTargets;
+using orvid_test::tableRows;
 using testing::ElementsAre;
 
 TEST(Markdown, a_block_knows_its_language_its_line_and_the_line_before_it) {
@@ -62,6 +64,17 @@ TEST(Markdown, links_are_found_but_not_in_code) {
     const Lines document =
         linesOf("see [a](a.md) and [b](b/c.md#d), `[c](c)`\n```\n[d](d)\n```\n[e](e)");
     EXPECT_THAT(linkTargets(document), ElementsAre("a.md", "b/c.md#d", "e"));
+}
+
+TEST(Markdown, the_rows_of_a_table_are_found_below_its_ruler_and_not_in_blocks) {
+    const Lines document =
+        linesOf("| a | b |\n|---|---|\n| `c \\| d` | e |\n\n| f |\n```\n|---|\n| g |\n```\n");
+    EXPECT_THAT(tableRows(document), ElementsAre(Lines{" `c | d` ", " e "}));
+}
+
+TEST(Markdown, code_spans_are_what_stands_between_backticks) {
+    EXPECT_THAT(codeSpans("a `b` c, `d e`"), ElementsAre("b", "d e"));
+    EXPECT_THAT(codeSpans("none"), ElementsAre());
 }
 
 TEST(Markdown, an_anchor_is_a_heading_in_small_letters_without_punctuation) {
