@@ -19,6 +19,6 @@ LimitExceeded& LimitExceeded::operator=(const LimitExceeded& other) = default;
 
 LimitExceeded::~LimitExceeded() = default;
 
-LimitExceeded* LimitExceeded::clone() const { return new LimitExceeded(*this); }
+ko::Exception* LimitExceeded::clone() const { return new LimitExceeded(*this); }
 
 }  // namespace ko::Orvid

@@ -252,7 +252,8 @@ std::string describeTextRange(const std::exception& error) {
 
 std::string describeAnyRange(const std::exception& error) {
     for (const std::string& text :
-         {describeRange<char>(error, "char"), describeRange<unsigned char>(error, "unsigned char"),
+         {describeRange<char>(error, "char"), describeRange<signed char>(error, "signed char"),
+          describeRange<unsigned char>(error, "unsigned char"),
           describeRange<short>(error, "short"),
           describeRange<unsigned short>(error, "unsigned short"), describeRange<int>(error, "int"),
           describeRange<unsigned int>(error, "unsigned int"), describeRange<long>(error, "long"),
@@ -260,7 +261,7 @@ std::string describeAnyRange(const std::exception& error) {
           describeRange<long long>(error, "long long"),
           describeRange<unsigned long long>(error, "unsigned long long"),
           describeRange<float>(error, "float"), describeRange<double>(error, "double"),
-          describeTextRange(error)}) {
+          describeRange<long double>(error, "long double"), describeTextRange(error)}) {
         if (!text.empty()) {
             return text;
         }

@@ -53,6 +53,7 @@ void ValueOutOfRange<Value, Limit>::generateWhat(std::string& out) const {
 
 template class ValueOutOfRange<std::string, std::string>;
 template class ValueOutOfRange<Number, char>;
+template class ValueOutOfRange<Number, signed char>;
 template class ValueOutOfRange<Number, unsigned char>;
 template class ValueOutOfRange<Number, short>;
 template class ValueOutOfRange<Number, unsigned short>;
@@ -64,5 +65,6 @@ template class ValueOutOfRange<Number, long long>;
 template class ValueOutOfRange<Number, unsigned long long>;
 template class ValueOutOfRange<Number, float>;
 template class ValueOutOfRange<Number, double>;
+template class ValueOutOfRange<Number, long double>;
 
 }  // namespace ko::Orvid

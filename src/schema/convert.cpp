@@ -33,6 +33,4 @@ void throwNoEnumerator(const Element& element, long long value) {
     throw Exception("The enumeration has no name for the value " + std::to_string(value), &element);
 }
 
-DecNumber decimalOf(const Element& element) { return DecNumber(element.number().toString()); }
-
 }  // namespace ko::Orvid::detail

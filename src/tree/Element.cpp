@@ -134,6 +134,10 @@ void Element::throwTypeException(EType expected) const {
     throw TypeException<EType>(this, expected, m_data.type);
 }
 
+void Element::throwNoNumber(const RuntimeError& error) const {
+    throw Exception("The value is no number", this, &error);
+}
+
 template<class T>
 void Element::throwOutOfRange() const {
     using Limits = std::numeric_limits<T>;
@@ -141,6 +145,7 @@ void Element::throwOutOfRange() const {
 }
 
 template void Element::throwOutOfRange<char>() const;
+template void Element::throwOutOfRange<signed char>() const;
 template void Element::throwOutOfRange<unsigned char>() const;
 template void Element::throwOutOfRange<short>() const;
 template void Element::throwOutOfRange<unsigned short>() const;
@@ -152,6 +157,7 @@ template void Element::throwOutOfRange<long long>() const;
 template void Element::throwOutOfRange<unsigned long long>() const;
 template void Element::throwOutOfRange<float>() const;
 template void Element::throwOutOfRange<double>() const;
+template void Element::throwOutOfRange<long double>() const;
 
 bool& Element::boolean() {
     ensureType(etBoolean);

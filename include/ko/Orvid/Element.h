@@ -168,8 +168,8 @@ public:
     /// The value as T: bool, std::string, Number, DecNumber, std::string_view (which lives as the
     /// string does), an arithmetic type, for which Number::convertTo() tells the rules, or any
     /// other type that convert.h, which then has to be included, makes known. Throws TypeException
-    /// for a value of another type, ValueOutOfRange<Number, T> for a number that is no T, and what
-    /// convert.h tells, with the element that is at fault as context.
+    /// for a value of another type, ValueOutOfRange<Number, T> for a number that is no T, Exception
+    /// for a number whose text is none, and what convert.h says, with the element that it concerns.
     template<class T>
     T to() const;
     /// Sets the value to what `value` is in JSON, from any type that converts; the place stays, and
@@ -409,6 +409,7 @@ private:
     [[noreturn]] void throwTypeException(EType expected) const;
     template<class T>
     [[noreturn]] void throwOutOfRange() const;
+    [[noreturn]] void throwNoNumber(const RuntimeError& error) const;
     void assignString(std::string_view text);
     /// Where a plain path leads; null where it leads nowhere, and for any other path.
     const Element* lookUp(std::string_view path) const { return Path::plainElement(path, *this); }
@@ -430,16 +431,26 @@ template<class T>
 T Element::to() const {
     if constexpr (std::is_same_v<T, bool>) {
         return boolean();
-    } else if constexpr (Number::k_isBinary<T>) {
-        T value{};
-        if (!number().convertTo(value)) {
-            throwOutOfRange<T>();
+    } else if constexpr (Number::k_isReadable<T>) {
+        const Number& held = number();
+        try {
+            T value{};
+            if (held.convertTo(value)) {
+                return value;
+            }
+        } catch (const RuntimeError& error) {
+            throwNoNumber(error);
         }
-        return value;
+        throwOutOfRange<T>();
     } else if constexpr (std::is_same_v<T, Number>) {
         return number();
     } else if constexpr (std::is_same_v<T, DecNumber>) {
-        return number().decimal();
+        const Number& held = number();
+        try {
+            return held.decimal();
+        } catch (const RuntimeError& error) {
+            throwNoNumber(error);
+        }
     } else if constexpr (std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
         return T(string());
     } else {

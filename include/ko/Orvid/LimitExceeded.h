@@ -22,7 +22,7 @@ public:
     LimitExceeded& operator=(const LimitExceeded& other);
     ~LimitExceeded() override;
 
-    LimitExceeded* clone() const override;
+    ko::Exception* clone() const override;
 
     /// The field of the options that sets the limit, as "maxElements".
     const std::string& option() const { return m_option; }

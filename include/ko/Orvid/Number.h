@@ -60,6 +60,11 @@ public:
         std::is_same_v<T, unsigned long long> || std::is_same_v<T, float> ||
         std::is_same_v<T, double>;
 
+    /// What convertTo() reads.
+    template<class T>
+    static constexpr bool k_isReadable =
+        k_isBinary<T> || std::is_same_v<T, signed char> || std::is_same_v<T, long double>;
+
     /// What a number can be made of: the types of k_isBinary, and the other character types, which
     /// are promoted as in an expression, and the wider floating types, which are rounded to double.
     template<class T>
@@ -170,12 +175,12 @@ public:
     template<class T>
     T& getValue(T& out) const;
 
-    /// Reads the value as T, one of the types of k_isBinary, signed char or long double, if it is
-    /// one: for an integral type a whole number from T's smallest to its largest value; for a
-    /// floating type any number whose nearest T is finite, which is the result. Zero is any T's; a
-    /// NaN that was set is a floating type's. Answers whether it is, with `out` unchanged where it
-    /// is not. Throws ko::RuntimeError for text that is no number. No heap memory is used unless it
-    /// throws or the text is longer than NumberStore::k_capacity.
+    /// Reads the value as T, one of the types of k_isReadable, if it is one: for an integral type a
+    /// whole number from T's smallest to its largest value; for a floating type any number whose
+    /// nearest T is finite, which is the result. Zero is any T's; a NaN that was set is a floating
+    /// type's. Answers whether it is, with `out` unchanged where it is not. Throws ko::RuntimeError
+    /// for text that is no number. No heap memory is used unless it throws or the text is longer
+    /// than NumberStore::k_capacity.
     template<class T>
     bool convertTo(T& out) const;
     /// Whether the value is one and has no fraction, as in `1`, `1.0` and `10e-1`.
@@ -255,6 +260,7 @@ inline bool operator<=(const Number& a, const Number& b) { return a.order(b) <= 
 inline bool operator>=(const Number& a, const Number& b) { return a.order(b) >= 0; }
 
 extern template class KO_API ValueOutOfRange<Number, char>;
+extern template class KO_API ValueOutOfRange<Number, signed char>;
 extern template class KO_API ValueOutOfRange<Number, unsigned char>;
 extern template class KO_API ValueOutOfRange<Number, short>;
 extern template class KO_API ValueOutOfRange<Number, unsigned short>;
@@ -266,6 +272,7 @@ extern template class KO_API ValueOutOfRange<Number, long long>;
 extern template class KO_API ValueOutOfRange<Number, unsigned long long>;
 extern template class KO_API ValueOutOfRange<Number, float>;
 extern template class KO_API ValueOutOfRange<Number, double>;
+extern template class KO_API ValueOutOfRange<Number, long double>;
 
 }  // namespace ko::Orvid
 

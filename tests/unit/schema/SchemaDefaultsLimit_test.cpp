@@ -109,7 +109,9 @@ TEST(FillDefaultsLimit, is_in_proportion_to_the_document) {
 TEST(LimitExceeded, is_copied_with_all_that_it_says) {
     const Element element;
     LimitExceeded error(&element, "What is made", "maxThings", 7);
-    const std::unique_ptr<LimitExceeded> clone(error.clone());
+    const std::unique_ptr<ko::Exception> copy(error.clone());
+    const auto* const clone = dynamic_cast<const LimitExceeded*>(copy.get());
+    ASSERT_NE(clone, nullptr);
     EXPECT_EQ(clone->option(), "maxThings");
     EXPECT_EQ(clone->limit(), 7U);
     EXPECT_STREQ(clone->what(), "What is made would exceed the limit of 7 (maxThings)");

@@ -102,18 +102,22 @@ TEST(convert, reads_and_writes_every_arithmetic_type) {
     EXPECT_EQ("-7", through<short>("-7"));
     EXPECT_EQ("18446744073709551615", through<std::uint64_t>("18446744073709551615"));
     EXPECT_EQ("65", through<char>("65"));
+    EXPECT_EQ("-128", through<signed char>("-128"));
     EXPECT_EQ("200", through<unsigned char>("200"));
     EXPECT_EQ("65", through<wchar_t>("65"));
     EXPECT_EQ("65535", through<char16_t>("65535"));
     EXPECT_EQ("1114111", through<char32_t>("1114111"));
     EXPECT_EQ("0.5", through<double>("0.5"));
     EXPECT_EQ("-0.25", through<float>("-0.25"));
+    EXPECT_EQ("0.125", through<long double>("0.125"));
 }
 
 TEST(convert, refuses_what_the_type_cannot_hold_and_names_the_element) {
     EXPECT_EQ("[1]", (pathOfRefusal<std::vector<char16_t>>("[1,65536]")));
     EXPECT_EQ("[0]", (pathOfRefusal<std::vector<char32_t>>("[-1]")));
     EXPECT_EQ("a[1]", (pathOfRefusal<std::map<std::string, std::vector<int>>>(R"({"a":[1,1.5]})")));
+    EXPECT_EQ("[1]", (pathOfRefusal<std::vector<signed char>>("[-128,128]")));
+    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<long double>>("[1e999999]")));
     EXPECT_EQ("[0]", (pathOfRefusal<std::vector<bool>>("[0]")));
     EXPECT_EQ("[0]", (pathOfRefusal<std::vector<std::string>>("[0]")));
 }

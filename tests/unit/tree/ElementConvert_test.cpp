@@ -180,6 +180,19 @@ TEST(ElementConvert, refuses_text_that_is_no_number) {
     }
 }
 
+TEST(ElementConvert, names_the_element_whose_number_is_none) {
+    Document document(R"({"a":[0]})");
+    const Element& element = document.root.get("a[0]");
+    document.root.get("a[0]").setNumber("12abc");
+    const auto pathFrom = [&](const auto& read) {
+        return *thrownBy<ko::Orvid::Exception>(read).elementPath();
+    };
+    EXPECT_EQ(pathFrom([&] { static_cast<void>(element.to<int>()); }), "a[0]");
+    EXPECT_EQ(pathFrom([&] { static_cast<void>(element.to<double>()); }), "a[0]");
+    EXPECT_EQ(pathFrom([&] { static_cast<void>(element.to<long double>()); }), "a[0]");
+    EXPECT_EQ(pathFrom([&] { static_cast<void>(element.to<ko::DecNumber>()); }), "a[0]");
+}
+
 TEST(ElementConvert, reaches_to_the_limits_as_they_are_printed) {
     const Document document("[3.4028235e38, -3.4028235e38, 1.7976931348623158e308, 3.5e38]");
     EXPECT_EQ(document.root.get("[0]").to<float>(), std::numeric_limits<float>::max());

@@ -39,8 +39,6 @@ KO_API const Element::TArray& itemsOf(const Element& element, std::size_t size);
 [[noreturn]] KO_API void throwNoAlternative(const Element& element);
 [[noreturn]] KO_API void throwNoName(const Element& element, const std::string& names);
 [[noreturn]] KO_API void throwNoEnumerator(const Element& element, long long value);
-/// The exact value of a number element. Throws TypeException, and Exception for text that is none.
-KO_API DecNumber decimalOf(const Element& element);
 
 template<class T>
 T readFunction(const Element& element) {
@@ -57,22 +55,13 @@ T readFields(const Element& element) {
     return value;
 }
 
-/// The arithmetic types that Number does not name.
+/// The arithmetic types that Number::convertTo() does not read: they are as wide as one that it
+/// does.
 template<class T>
 T readOtherNumber(const Element& element) {
-    if constexpr (std::is_floating_point_v<T> || std::is_same_v<T, signed char>) {
-        T value{};
-        if (!element.number().convertTo(value)) {
-            throw ValueOutOfRange<Number, T>(&element, element.number(),
-                                             std::numeric_limits<T>::lowest(),
-                                             std::numeric_limits<T>::max());
-        }
-        return value;
-    } else {
-        using Same = std::conditional_t<sizeof(T) == sizeof(unsigned short), unsigned short,
-                                        std::conditional_t<std::is_signed_v<T>, int, unsigned int>>;
-        return static_cast<T>(element.to<Same>());
-    }
+    using Same = std::conditional_t<sizeof(T) == sizeof(unsigned short), unsigned short,
+                                    std::conditional_t<std::is_signed_v<T>, int, unsigned int>>;
+    return static_cast<T>(element.to<Same>());
 }
 
 template<class T>
@@ -256,8 +245,6 @@ struct Converter {
             return nullptr;
         } else if constexpr (kind == Kind::number) {
             return readOtherNumber<T>(element);
-        } else if constexpr (kind == Kind::decimal) {
-            return decimalOf(element);
         } else if constexpr (kind == Kind::text || kind == Kind::filePath) {
             return T(element.string());
         } else if constexpr (kind == Kind::names) {
