@@ -123,10 +123,7 @@ const Element* follow(const Query& query, const Element& start) {
 }
 
 Evaluation::Evaluation(const CompiledQuery& query, const Element& root)
-    : m_query(query),
-      m_root(root),
-      m_visitsLeft(query.options.maxVisits),
-      m_absolute(query.slots) {}
+    : m_query(query), m_root(root), m_visits(query.options.maxVisits), m_absolute(query.slots) {}
 
 Evaluation::~Evaluation() = default;
 
@@ -186,7 +183,7 @@ void Evaluation::descend(const Segment& segment, const Element& start, NodeList&
     const auto enter = [&](const Element& element) {
         if (isContainer(element)) {
             applySelectors(segment, element, results);
-            visit(childCount(element));
+            m_visits.take(childCount(element));
             open.emplace_back(element);
         }
     };
@@ -208,12 +205,12 @@ void Evaluation::applySelectors(const Segment& segment, const Element& node, Nod
 }
 
 void Evaluation::apply(const std::string& name, const Element& node, NodeList& results) {
-    visit(1);
+    m_visits.take(1);
     addFound(childAt(node, name), results);
 }
 
 void Evaluation::apply(long long index, const Element& node, NodeList& results) {
-    visit(1);
+    m_visits.take(1);
     addFound(itemAt(node, index), results);
 }
 
@@ -227,13 +224,13 @@ void Evaluation::apply(const Slice& slice, const Element& node, NodeList& result
         return slice.step > 0 ? at < positions.end : at > positions.end;
     };
     for (long long at = positions.first; isBefore(at) && !results.isFull(); at += slice.step) {
-        visit(1);
+        m_visits.take(1);
         results.add(items[static_cast<std::size_t>(at)]);
     }
 }
 
 void Evaluation::apply(const Wildcard& /*all*/, const Element& node, NodeList& results) {
-    visit(childCount(node));
+    m_visits.take(childCount(node));
     forEachChild(node, [&results](const Element& child) {
         addFound(&child, results);
         return !results.isFull();
@@ -241,21 +238,13 @@ void Evaluation::apply(const Wildcard& /*all*/, const Element& node, NodeList& r
 }
 
 void Evaluation::apply(const Filter& filter, const Element& node, NodeList& results) {
-    visit(childCount(node));
+    m_visits.take(childCount(node));
     forEachChild(node, [&](const Element& child) {
         if (holds(*filter.condition, child)) {
             addFound(&child, results);
         }
         return !results.isFull();
     });
-}
-
-void Evaluation::visit(std::size_t elements) {
-    if (elements > m_visitsLeft) {
-        throw Exception("The query looks at elements more than " +
-                        std::to_string(m_query.options.maxVisits) + " times (maxVisits)");
-    }
-    m_visitsLeft -= elements;
 }
 
 }  // namespace ko::Orvid

@@ -18,6 +18,7 @@
 #include "query/Query.h"
 #include "query/Scratch.h"
 #include "query/Value.h"
+#include "query/Visits.h"
 
 namespace ko::Orvid {
 
@@ -43,7 +44,6 @@ private:
     void apply(const Wildcard& all, const Element& node, NodeList& results);
     void apply(const Filter& filter, const Element& node, NodeList& results);
     const Element& startOf(const Query& query, const Element& current) const;
-    void visit(std::size_t elements);
     std::size_t mostNodes() const;
 
     // Conditions: FilterEvaluation.cpp.
@@ -57,11 +57,13 @@ private:
     auto withNodes(const Query& query, const Element& current, std::size_t most, const Use& use);
     Value valueOf(const Operand& operand, const Element& current);
     Value valueOf(const Call& call, const Element& current);
+    Value lengthOf(const Value& value);
+    const Element* found(const Query& singular, const Element& current);
     const Regexp& regexpFor(const std::string& pattern);
 
     const CompiledQuery& m_query;
     const Element& m_root;
-    unsigned long long m_visitsLeft;
+    Visits m_visits;
     ListPool m_lists;
     /// What absolute queries within filters select, by their slots.
     std::vector<std::optional<std::vector<const Element*>>> m_absolute;

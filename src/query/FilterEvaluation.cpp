@@ -19,23 +19,6 @@ namespace {
 /// Patterns from the document that are kept compiled.
 constexpr std::size_t k_mostRegexps = 32;
 
-Value lengthOf(const Value& value) {
-    if (value.element == nullptr) {
-        return {};
-    }
-    const Element& element = *value.element;
-    switch (element.type()) {
-        case etString:
-            return Value::ofCount(countCodePoints(element.string()));
-        case etArray:
-            return Value::ofCount(element.array().size());
-        case etObject:
-            return Value::ofCount(element.object().size());
-        default:
-            return {};
-    }
-}
-
 const std::string* textOf(const Value& value) {
     const bool isString = value.element != nullptr && value.element->isString();
     return isString ? &value.element->string() : nullptr;
@@ -44,6 +27,7 @@ const std::string* textOf(const Value& value) {
 }  // namespace
 
 bool Evaluation::holds(const Condition& condition, const Element& current) {
+    m_visits.take(1);
     const bool result =
         std::visit([&](const auto& kind) { return test(kind, current); }, condition.test);
     return result != condition.isNegated;
@@ -57,7 +41,7 @@ bool Evaluation::test(const Junction& junction, const Element& current) {
 
 bool Evaluation::test(const Comparison& comparison, const Element& current) {
     const Value left = valueOf(comparison.left, current);
-    return compare(left, comparison.comparison, valueOf(comparison.right, current));
+    return compare(left, comparison.comparison, valueOf(comparison.right, current), m_visits);
 }
 
 template<class Use>
@@ -78,9 +62,14 @@ auto Evaluation::withNodes(const Query& query, const Element& current, std::size
     return use(*kept);
 }
 
+const Element* Evaluation::found(const Query& singular, const Element& current) {
+    m_visits.take(singular.segments.size());
+    return follow(singular, startOf(singular, current));
+}
+
 bool Evaluation::test(const Query& query, const Element& current) {
     if (query.isSingular) {
-        return follow(query, startOf(query, current)) != nullptr;
+        return found(query, current) != nullptr;
     }
     return withNodes(query, current, 1, [](const auto& nodes) { return !nodes.empty(); });
 }
@@ -91,6 +80,7 @@ bool Evaluation::test(const Call& call, const Element& current) {
     if (text == nullptr) {
         return false;
     }
+    m_visits.takeSearched(text->size());
     const bool isWhole = call.function == EFunction::match;
     const auto runs = [&](const Regexp& regexp) {
         return isWhole ? regexp.matches(*text) : regexp.isFoundIn(*text);
@@ -107,6 +97,7 @@ const Regexp& Evaluation::regexpFor(const std::string& pattern) {
     if (known != m_regexps.end()) {
         return known->second;
     }
+    m_visits.takePattern(pattern.size());
     if (m_regexps.size() >= k_mostRegexps) {
         m_regexps.clear();
     }
@@ -115,12 +106,30 @@ const Regexp& Evaluation::regexpFor(const std::string& pattern) {
 
 Value Evaluation::valueOf(const Operand& operand, const Element& current) {
     if (const auto* const query = std::get_if<Query>(&operand.value)) {
-        return {follow(*query, startOf(*query, current)), std::nullopt};
+        return {found(*query, current), std::nullopt};
     }
     if (const auto* const call = std::get_if<Call>(&operand.value)) {
         return valueOf(*call, current);
     }
     return {&std::get<Element>(operand.value), std::nullopt};
+}
+
+Value Evaluation::lengthOf(const Value& value) {
+    if (value.element == nullptr) {
+        return {};
+    }
+    const Element& element = *value.element;
+    switch (element.type()) {
+        case etString:
+            m_visits.takeText(element.string().size());
+            return Value::ofCount(countCodePoints(element.string()));
+        case etArray:
+            return Value::ofCount(element.array().size());
+        case etObject:
+            return Value::ofCount(element.object().size());
+        default:
+            return {};
+    }
 }
 
 Value Evaluation::valueOf(const Call& call, const Element& current) {

@@ -4,38 +4,13 @@
 
 #include "query/Value.h"
 
-#include <array>
-#include <charconv>
-#include <limits>
+#include <algorithm>
 
-#include "query/ExactNumber.h"
 #include "tree/TreeEqual.h"
 
 namespace ko::Orvid {
 
 namespace {
-
-/// The text of a value that is a number.
-class NumberText {
-public:
-    explicit NumberText(const Value& value) {
-        if (value.count) {
-            char* const end = m_digits.data() + m_digits.size();
-            char* const last = std::to_chars(m_digits.data(), end, *value.count).ptr;
-            m_text = {m_digits.data(), static_cast<std::size_t>(last - m_digits.data())};
-        } else {
-            m_text = value.element->number().textView();
-        }
-    }
-    NumberText(const NumberText&) = delete;
-    NumberText& operator=(const NumberText&) = delete;
-
-    std::string_view text() const { return m_text; }
-
-private:
-    std::array<char, std::numeric_limits<std::size_t>::digits10 + 1> m_digits{};
-    std::string_view m_text;
-};
 
 bool isNumber(const Value& value) {
     return value.count || (value.element != nullptr && value.element->isNumber());
@@ -43,47 +18,78 @@ bool isNumber(const Value& value) {
 
 bool isString(const Value& value) { return value.element != nullptr && value.element->isString(); }
 
-bool sameNumber(const Value& a, const Value& b) {
-    const NumberText left(a);
-    const NumberText right(b);
-    const std::optional<int> order = compareExactly(left.text(), right.text());
-    return order ? *order == 0 : left.text() == right.text();
+template<class Use>
+auto withNumber(const Value& value, const Use& use) {
+    return value.count ? use(Number(*value.count)) : use(value.element->number());
 }
 
-bool areEqual(const Value& a, const Value& b) {
-    if (a.isNothing() || b.isNothing()) {
+std::size_t textLength(const Number& number) {
+    NumberBuffer buffer;
+    return number.exactTextIn(buffer).size();
+}
+
+int orderOfNumbers(const Value& a, const Value& b, Visits& visits) {
+    return withNumber(a, [&](const Number& left) {
+        return withNumber(b, [&](const Number& right) {
+            visits.takeText(textLength(left) + textLength(right));
+            return left.order(right);
+        });
+    });
+}
+
+int orderOfStrings(const std::string& a, const std::string& b, Visits& visits) {
+    visits.takeText(std::min(a.size(), b.size()));
+    return a.compare(b);
+}
+
+bool holds(EComparison comparison, int order) {
+    switch (comparison) {
+        case EComparison::equal:
+            return order == 0;
+        case EComparison::unequal:
+            return order != 0;
+        case EComparison::less:
+            return order < 0;
+        case EComparison::lessOrEqual:
+            return order <= 0;
+        case EComparison::greater:
+            return order > 0;
+        default:
+            return order >= 0;
+    }
+}
+
+/// Of values that have no order.
+bool areEqual(const Value& a, const Value& b, Visits& visits) {
+    if (a.element == nullptr || b.element == nullptr) {
         return a.isNothing() && b.isNothing();
     }
-    if (isNumber(a) || isNumber(b)) {
-        return isNumber(a) && isNumber(b) && sameNumber(a, b);
+    const auto result =
+        treesEqualWithin(*a.element, *b.element, ENumberRule::sameValue, visits.left());
+    if (!result) {
+        visits.throwNoneLeft();
     }
-    return treesEqual(*a.element, *b.element, ENumberRule::sameValue);
+    return *result;
 }
 
-bool isLess(const Value& a, const Value& b) {
-    if (isNumber(a) && isNumber(b)) {
-        return compareExactly(NumberText(a).text(), NumberText(b).text()).value_or(0) < 0;
-    }
-    return isString(a) && isString(b) && a.element->string() < b.element->string();
+bool holdsWithoutOrder(EComparison comparison, bool isEqual) {
+    const bool includesEqual = comparison == EComparison::equal ||
+                               comparison == EComparison::lessOrEqual ||
+                               comparison == EComparison::greaterOrEqual;
+    return comparison == EComparison::unequal ? !isEqual : includesEqual && isEqual;
 }
 
 }  // namespace
 
-bool compare(const Value& left, EComparison comparison, const Value& right) {
-    switch (comparison) {
-        case EComparison::equal:
-            return areEqual(left, right);
-        case EComparison::unequal:
-            return !areEqual(left, right);
-        case EComparison::less:
-            return isLess(left, right);
-        case EComparison::lessOrEqual:
-            return isLess(left, right) || areEqual(left, right);
-        case EComparison::greater:
-            return isLess(right, left);
-        default:
-            return isLess(right, left) || areEqual(left, right);
+bool compare(const Value& left, EComparison comparison, const Value& right, Visits& visits) {
+    if (isNumber(left) && isNumber(right)) {
+        return holds(comparison, orderOfNumbers(left, right, visits));
     }
+    if (isString(left) && isString(right)) {
+        return holds(comparison,
+                     orderOfStrings(left.element->string(), right.element->string(), visits));
+    }
+    return holdsWithoutOrder(comparison, areEqual(left, right, visits));
 }
 
 }  // namespace ko::Orvid

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "query/Query.h"
+#include "query/Visits.h"
 
 namespace ko::Orvid {
 
@@ -23,6 +24,7 @@ struct Value {
 
 /// Equality is that of JSON values, and nothing equals nothing. Numbers and strings have an order,
 /// no others.
-bool compare(const Value& left, EComparison comparison, const Value& right);
+/// What is looked at is taken from `visits`, which throws when there is too much of it.
+bool compare(const Value& left, EComparison comparison, const Value& right, Visits& visits);
 
 }  // namespace ko::Orvid

@@ -7,6 +7,8 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <limits>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,17 +18,19 @@ namespace {
 
 class Equality {
 public:
-    explicit Equality(ENumberRule rule) : m_rule(rule) {}
+    Equality(ENumberRule rule, unsigned long long budget) : m_rule(rule), m_budget(budget) {}
 
-    bool holds(const Element& a, const Element& b) {
+    /// Nothing where the budget is too small.
+    std::optional<bool> holds(const Element& a, const Element& b) {
         bool result = step(a, b);
         while (result && !m_open.empty()) {
             const auto [left, right] = m_open.back();
             m_open.pop_back();
             result = step(*left, *right);
         }
-        return result;
+        return m_isSpent ? std::nullopt : std::optional<bool>(result);
     }
+    unsigned long long budget() const { return m_budget; }
 
 private:
     bool step(const Element& a, const Element& b) {
@@ -39,7 +43,7 @@ private:
             case etNumber:
                 return sameNumber(a.number(), b.number());
             case etString:
-                return a.string() == b.string();
+                return sameString(a.string(), b.string());
             case etObject:
                 return openMembers(a.object(), b.object());
             case etArray:
@@ -49,17 +53,21 @@ private:
         }
     }
 
-    bool sameNumber(const Number& a, const Number& b) const {
-        if (m_rule == ENumberRule::sameValue) {
-            return a == b;
-        }
+    bool sameString(const std::string& a, const std::string& b) {
+        return a.size() == b.size() && spendText(a.size()) && a == b;
+    }
+
+    bool sameNumber(const Number& a, const Number& b) {
         NumberBuffer left;
         NumberBuffer right;
-        return a.textIn(left) == b.textIn(right);
+        if (m_rule == ENumberRule::sameText) {
+            return a.textIn(left) == b.textIn(right);
+        }
+        return spendText(a.textIn(left).size() + b.textIn(right).size()) && a == b;
     }
 
     bool openMembers(const Element::TObject& a, const Element::TObject& b) {
-        if (a.size() != b.size()) {
+        if (a.size() != b.size() || !spend(a.size())) {
             return false;
         }
         auto beside = b.begin();  // mostly the members stand in the same order
@@ -75,7 +83,7 @@ private:
     }
 
     bool openItems(const Element::TArray& a, const Element::TArray& b) {
-        if (a.size() != b.size()) {
+        if (a.size() != b.size() || !spend(a.size())) {
             return false;
         }
         auto other = b.begin();
@@ -85,7 +93,18 @@ private:
         return true;
     }
 
+    bool spend(unsigned long long cost) {
+        m_isSpent = cost > m_budget;
+        m_budget -= m_isSpent ? 0 : cost;
+        return !m_isSpent;
+    }
+    bool spendText(std::size_t bytes) { return spend(bytes / k_textOfOne); }
+
+    static constexpr std::size_t k_textOfOne = 64;
+
     ENumberRule m_rule;
+    unsigned long long m_budget;
+    bool m_isSpent = false;
     std::vector<std::pair<const Element*, const Element*>> m_open;
 };
 
@@ -96,7 +115,16 @@ bool operator==(const Element& a, const Element& b) {
 }
 
 bool treesEqual(const Element& a, const Element& b, ENumberRule rule) {
-    return Equality(rule).holds(a, b);
+    unsigned long long budget = std::numeric_limits<unsigned long long>::max();
+    return treesEqualWithin(a, b, rule, budget).value_or(false);
+}
+
+std::optional<bool> treesEqualWithin(const Element& a, const Element& b, ENumberRule rule,
+                                     unsigned long long& budget) {
+    Equality equality(rule, budget);
+    const std::optional<bool> result = equality.holds(a, b);
+    budget = equality.budget();
+    return result;
 }
 
 }  // namespace ko::Orvid

@@ -6,6 +6,8 @@
 
 #include <ko/Orvid/Element.h>
 
+#include <optional>
+
 namespace ko::Orvid {
 
 /// When two numbers are taken for the same.
@@ -17,5 +19,10 @@ enum class ENumberRule {
 /// Linear in the size of the trees, except for a logarithm for each member that stands elsewhere in
 /// the other object. Does not recurse. Throws nothing but std::bad_alloc.
 bool treesEqual(const Element& a, const Element& b, ENumberRule rule);
+
+/// The same, except that it gives up and answers nothing where it would cost more than `budget`,
+/// from which the cost is taken: one for each element in a container, and for 64 bytes of a text.
+std::optional<bool> treesEqualWithin(const Element& a, const Element& b, ENumberRule rule,
+                                     unsigned long long& budget);
 
 }  // namespace ko::Orvid

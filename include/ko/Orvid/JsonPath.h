@@ -28,7 +28,8 @@ struct CompiledQuery;
 struct QueryOptions {
     /// The most elements that a list may hold, of the results and of what each segment selects.
     std::size_t maxResults = 10'000'000;
-    /// How often an evaluation may look at an element: what bounds its time. The default takes some
+    /// How often an evaluation may look at an element: what bounds its time. Long texts that are
+    /// compared or searched count once for each piece of 64 or 8 bytes. The default takes some
     /// seconds.
     unsigned long long maxVisits = 1'000'000'000;
     /// How deep filters, parentheses and calls of functions may be nested in the text. More than

@@ -203,6 +203,88 @@ TEST(JsonPath, refuses_more_looks_than_wanted) {
         Exception);
 }
 
+TEST(JsonPath, counts_the_elements_that_comparisons_look_at) {
+    constexpr std::size_t depth = 2000;
+    QueryOptions options;
+    options.maxVisits = 100 * depth;
+    const Document nested(std::string(depth, '[') + std::string(depth, ']'));
+    EXPECT_EQ(JsonPath("$..[?@ == 1]", options).select(nested.root).size(), 0u);
+    const auto error =
+        thrownBy<Exception>([&] { JsonPath("$..[?@ == $[0]]", options).select(nested.root); });
+    EXPECT_STREQ(error.what(), "The query looks at elements more than 200000 times (maxVisits)");
+    const Document members(R"({"a":[{"a":1},{"a":1}],"b":[{"a":1},{"a":1}]})");
+    options.maxVisits = 10;
+    EXPECT_EQ(JsonPath("$[?@ != 0]", options).select(members.root).size(), 2u);
+    EXPECT_THROW(JsonPath("$[?@ == $.b]", options).select(members.root), Exception);
+}
+
+TEST(JsonPath, counts_the_length_of_what_it_compares_and_searches) {
+    const std::string text(10000, '7');
+    const auto document = [&](const std::string& value) {
+        return "[" + value + "," + value + ",[" + value + "],[" + value + "]]";
+    };
+    const Document strings(document('"' + text + '"'));
+    const Document numbers(document(text));
+    QueryOptions options;
+    options.maxVisits = 100;
+    for (const char* const query : {"$[?$[0] == $[1]]", "$[?$[0] < $[1]]", "$[?$[2] == $[3]]"}) {
+        EXPECT_THROW(JsonPath(query, options).select(strings.root), Exception) << query;
+        EXPECT_THROW(JsonPath(query, options).select(numbers.root), Exception) << query;
+    }
+    for (const char* const query : {"$[?length($[0]) == 1]", "$[?search($[0], 'x')]",
+                                    "$[?match($[0], 'x')]", "$[?match('x', $[0])]"}) {
+        EXPECT_THROW(JsonPath(query, options).select(strings.root), Exception) << query;
+        EXPECT_EQ(JsonPath(query, options).select(numbers.root).size(), 0u) << query;
+    }
+}
+
+TEST(JsonPath, counts_conditions_and_the_steps_of_their_queries) {
+    const Document doc("[[[[1]]],2]");
+    const auto repeated = [](const std::string& text, const std::string& part) {
+        std::string result = text;
+        for (int i = 0; i < 100; ++i) {
+            result += part;
+        }
+        return result + "]";
+    };
+    QueryOptions options;
+    options.maxVisits = 150;
+    EXPECT_EQ(JsonPath("$[?@[0] || @ == 2]", options).select(doc.root).size(), 2u);
+    EXPECT_THROW(JsonPath(repeated("$[?@ == 1", " || 1 == 2"), options).select(doc.root),
+                 Exception);
+    EXPECT_THROW(JsonPath(repeated("$[?@", "[0]"), options).select(doc.root), Exception);
+}
+
+TEST(JsonPath, bounds_what_grows_with_each_segment_and_filter) {
+    constexpr std::size_t depth = 300;
+    const Document doc(std::string(depth, '[') + std::string(depth, ']'));
+    QueryOptions options;
+    options.maxVisits = 1000000;
+    options.maxResults = 100000;
+    EXPECT_EQ(JsonPath("$..[?@..[?@ > 1]]", options).select(doc.root).size(), 0u);
+    const auto messageOf = [&](const char* query) {
+        return std::string(
+            thrownBy<Exception>([&] { JsonPath(query, options).select(doc.root); }).what());
+    };
+    EXPECT_EQ(messageOf("$..[?@..[?@..[?@..[?@ > 1]]]]"),
+              "The query looks at elements more than 1000000 times (maxVisits)");
+    EXPECT_EQ(messageOf("$..*..*..*"), "The query selects more than 100000 elements (maxResults)");
+}
+
+TEST(JsonPath, selects_once_what_does_not_depend_on_the_element) {
+    std::string zeros = "0";
+    for (int i = 1; i < 100; ++i) {
+        zeros += ",0";
+    }
+    const Document doc("[" + zeros + "]");
+    QueryOptions options;
+    options.maxVisits = 2000;
+    for (const char* const query :
+         {"$[?count($[?count($[?@ > 1]) > 1]) > 1]", "$[?$..[?$..[?@ > 1]]]"}) {
+        EXPECT_EQ(JsonPath(query, options).select(doc.root).size(), 0u) << query;
+    }
+}
+
 TEST(JsonPath, refuses_what_is_nested_too_deeply) {
     const auto nested = [](std::size_t depth) {
         std::string text = "$";
