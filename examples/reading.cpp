@@ -25,7 +25,7 @@ void readStrictly(Element& root, const std::string& text) {
     }
     const auto end = static_cast<std::size_t>(parser.position());
     if (text.find_first_not_of(" \t\r\n", end) != std::string::npos) {
-        throw ko::RuntimeError("goes on behind the value, from byte " + std::to_string(end));
+        throw ko::RuntimeError("goes on after the value, from byte " + std::to_string(end));
     }
 }
 

@@ -29,8 +29,8 @@ using orvid_tool::SCall;
 using orvid_tool::Verb;
 
 constexpr const char* k_about =
-    "Exit status: 0 done; 1 a path is missing, a check or a record failed; 2 misuse; 3 input or\n"
-    "output failed. The manual page orvid(1) tells more.";
+    "Exit status: 0 done; 1 a path is missing, a check or a record failed; 2 usage error; 3 input\n"
+    "or output failed. The manual page orvid(1) has more.";
 
 /// A file that takes the number of a closed standard descriptor would be written to by accident.
 /// What is opened here fails as the closed one does.

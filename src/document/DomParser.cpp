@@ -246,7 +246,7 @@ void DomParser::readText(std::string_view text) {
 /// `room` is how many bytes before the piece are a buffer's too.
 void DomParser::read(std::string_view piece, std::size_t room) {
     if (m_reading->isBroken && !m_reading->isLenient) {
-        throw Exception("A fault has ended the document!", m_root);
+        throw Exception("An error has ended the document!", m_root);
     }
     try {
         readPiece(piece, room);

@@ -105,7 +105,7 @@ const char* TextScanner::takeOddText(const char* at, const char* end, std::strin
 const char* TextScanner::stopNumber(const char* at, const char* stop, const char* end,
                                     text::NumberPart part) {
     if (stop != end) {
-        return failUnexpected(stop, "a digit is due");
+        return failUnexpected(stop, "expected a digit");
     }
     cut(at, stop);
     m_part = part;
@@ -123,7 +123,7 @@ const char* TextScanner::wordEnd(const char* at, const char* end, std::string_vi
     static_cast<void>(expected);
     return wrong == there.end()
                ? cut(at, at)
-               : failUnexpected(at + (wrong - there.begin()), std::string(word) + " is due");
+               : failUnexpected(at + (wrong - there.begin()), "expected " + std::string(word));
 }
 
 const char* TextScanner::skipOtherBlanks(const char* at, const char* end) const noexcept {
@@ -209,7 +209,7 @@ const char* TextScanner::failString(const text::StringScan& scan) {
         case text::StringEnd::escape:
             return failUnexpected(scan.at, "no escape begins so");
         case text::StringEnd::hexDigit:
-            return failUnexpected(scan.at, "a hexadecimal digit is due");
+            return failUnexpected(scan.at, "expected a hexadecimal digit");
         case text::StringEnd::surrogate:
             return fail("The escape of half a surrogate pair", offsetOf(scan.at), scan.length);
         default:
@@ -241,17 +241,17 @@ const char* TextScanner::expectedText() const noexcept {
     switch (m_next) {
         case Next::value:
         case Next::item:
-            return "a value is due";
+            return "expected a value";
         case Next::valueOrEnd:
-            return "a value or ']' is due";
+            return "expected a value or ']'";
         case Next::key:
-            return "a key is due";
+            return "expected a key";
         case Next::keyOrEnd:
-            return "a key or '}' is due";
+            return "expected a key or '}'";
         case Next::colon:
-            return "':' is due";
+            return "expected ':'";
         case Next::commaOrEnd:
-            return m_level == Level::object ? "',' or '}' is due" : "',' or ']' is due";
+            return m_level == Level::object ? "expected ',' or '}'" : "expected ',' or ']'";
         case Next::nothing:
             break;
     }

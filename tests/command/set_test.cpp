@@ -126,7 +126,7 @@ TEST(set, refuses_a_value_before_it_reads_the_document) {
 TEST(set, refuses_a_faulty_document) {
     EXPECT_EQ(orvid({"set", "a", "1"}, "{\"a\" 1}"),
               CommandResult({"",
-                             "orvid: (standard input):1:6: at a: Unexpected '1': ':' is due\n"
+                             "orvid: (standard input):1:6: at a: Unexpected '1': expected ':'\n"
                              "{\"a\" 1}\n     ^\n",
                              1, 0}));
 }

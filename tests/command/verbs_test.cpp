@@ -138,12 +138,12 @@ TEST(unpaths, fills_gaps_with_null_but_no_large_ones) {
     EXPECT_EQ(orvid({"unpaths", "--compact"}, "a[1].b\t1\r\n\na[3]\t2"),
               printed("{\"a\":[null,{\"b\":1},null,2]}\n"));
     EXPECT_EQ(orvid({"unpaths"}, "[0]\t1\n[4000000000]\t1\n"),
-              failed(1, "(standard input):2: [4000000000] is too far behind the item before it"));
+              failed(1, "(standard input):2: [4000000000] is too far after the item before it"));
 }
 
 TEST(unpaths, tells_the_line_that_does_not_fit) {
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\nb 2\n"),
-              failed(1, "(standard input):2: there is no tab behind the path"));
+              failed(1, "(standard input):2: there is no tab after the path"));
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\na\t2\n"),
               failed(1, "(standard input):2: there is a value already"));
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\na.b\t2\n"),

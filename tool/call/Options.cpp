@@ -67,7 +67,7 @@ void addLayout(Words& words, SCall& call) {
     };
     words.number(
         "--indent", [indentBy](std::size_t blanks) { indentBy(std::string(blanks, ' ')); }, 0,
-        k_mostIndent, "N", "blanks for each level, 4 unless told; 0 is --compact");
+        k_mostIndent, "N", "spaces for each level, 4 by default; 0 is --compact");
     words.flag(
         "--tab", [indentBy] { indentBy("\t"); }, "indent by tabs");
     words.flag(
@@ -109,7 +109,7 @@ void addLines(Words& words, SCall& call) {
                                                          {"passthrough", EOnError::passthrough},
                                                          {"null", EOnError::null}};
     SLines& lines = call.lines;
-    words.flag("--lines", lines.isOn, "take every line for a document, write one line for each");
+    words.flag("--lines", lines.isOn, "treat every line as a document, write one line for each");
     words
         .number(
             "-j,--jobs",
@@ -120,12 +120,12 @@ void addLines(Words& words, SCall& call) {
         .choice(
             "--on-error", {"stop", "skip", "passthrough", "null"},
             [&lines](const std::string& choice) { lines.onError = choices.at(choice); }, "WHAT",
-            "with --lines: stop (unless told), skip, passthrough or null for a line that fails")
+            "with --lines: stop (the default), skip, passthrough or null for a line that fails")
         .needs("--lines");
     words
         .option(
             "--max-line", [&lines](const std::string& text) { lines.longest = byteCount(text); },
-            "SIZE", "with --lines: the longest line in bytes, 1G unless told")
+            "SIZE", "with --lines: the longest line in bytes, 1G by default")
         .needs("--lines");
     words.flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error")
         .needs("--lines");

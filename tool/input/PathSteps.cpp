@@ -53,7 +53,7 @@ Element& makeItem(Element& holder, std::size_t index) {
     }
     auto& items = holder.array();
     if (index > items.size() + longestGap) {
-        throw Clash("[" + std::to_string(index) + "] is too far behind the item before it");
+        throw Clash("[" + std::to_string(index) + "] is too far after the item before it");
     }
     while (items.size() < index) {
         items.appendNull();

@@ -16,7 +16,7 @@ class Check : public DocumentVerb {
 public:
     const char* name() const override { return "check"; }
     const char* help() const override {
-        return "Read documents strictly; say nothing, or where the first fault is";
+        return "Read documents strictly; say nothing, or where the first error is";
     }
     const char* examples() const override {
         return "  orvid check settings.json\n"
@@ -26,7 +26,7 @@ public:
 
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
-        words.flag("--no-comments", m_isCommentFault, "take comments for faults");
+        words.flag("--no-comments", m_isCommentFault, "treat comments as errors");
         addLines(words, call);
     }
 

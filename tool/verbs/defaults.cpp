@@ -74,7 +74,7 @@ public:
         addFiles(words, call);
         words.flag("--fill", m_isFilling, "write the document with the defaults in it");
         words.number("--max-elements", m_options.maxElements, "COUNT",
-                     "the most elements that are added, in proportion to the document unless told; "
+                     "the most elements that are added, in proportion to the document by default; "
                      "0 is no limit");
         addSchema(words, call);
         addLayout(words, call);

@@ -27,10 +27,9 @@ public:
     void addWords(Words& words, SCall& call) override {
         words.required("FROM", m_from, "the first document; - is standard input");
         words.required("TO", m_to, "the second document; - is standard input");
-        words.number(
-            "--fine-up-to", m_options.fineUpTo, "BYTES",
-            "keep single changes up to so many bytes, 1024 unless told, and beyond it what "
-            "is shorter");
+        words.number("--fine-up-to", m_options.fineUpTo, "BYTES",
+                     "keep single changes up to so many bytes, 1024 by default, and beyond it what "
+                     "is shorter");
         addLayout(words, call);
     }
 

@@ -36,7 +36,7 @@ public:
                        "where in an item the value is; empty for the item itself");
         words.required("JSON", m_json, "the value, as JSON text");
         addFiles(words, call);
-        words.option("--in", m_arrayPath, "PATH", "the array, the document's root unless told");
+        words.option("--in", m_arrayPath, "PATH", "the array, by default the document's root");
         words.flag("--path", m_isPathWanted, "write the item's path and not the item");
         addRaw(words, call);
         addLayout(words, call);

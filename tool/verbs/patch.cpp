@@ -70,7 +70,7 @@ public:
     void addWords(Words& words, SCall& call) override {
         Change::addWords(words, call);
         words.number("--max-growth", m_options.maxGrowth, "BYTES",
-                     "the most that operations copy, in proportion to the document unless told; 0 "
+                     "the most that operations copy, in proportion to the document by default; 0 "
                      "is no limit");
     }
 

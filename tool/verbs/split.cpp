@@ -27,7 +27,7 @@ public:
 
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
-        words.option("--in", m_in, "PATH", "the array, the document's root unless told");
+        words.option("--in", m_in, "PATH", "the array, by default the document's root");
         words.flag("--values", m_isOfValues,
                    "the text holds values one after the other: write each, not its items");
     }

@@ -19,7 +19,7 @@ class Unpaths : public DocumentVerb {
 public:
     const char* name() const override { return "unpaths"; }
     const char* help() const override {
-        return "Write the document that lines of paths and values tell of";
+        return "Write the document that lines of paths and values describe";
     }
     const char* examples() const override {
         return "  orvid unpaths leaves.txt\n"
@@ -55,7 +55,7 @@ private:
         }
         const std::size_t tab = line.find('\t');
         if (tab == std::string_view::npos) {
-            throw Failure(ExitStatus::failed, place, "there is no tab behind the path");
+            throw Failure(ExitStatus::failed, place, "there is no tab after the path");
         }
         Element value;
         readTree(place, line.substr(tab + 1), value);

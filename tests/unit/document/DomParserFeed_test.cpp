@@ -152,7 +152,7 @@ TEST(DomParserFeed, begins_a_document_of_its_own_each_time) {
     parser.begin(first);
     parser.feed("[1,\n2,");
     parser.begin(second);
-    EXPECT_EQ("2,2-2,2 @a: Unexpected 'x': a value is due",
+    EXPECT_EQ("2,2-2,2 @a: Unexpected 'x': expected a value",
               faultText(thrownBy<ParseException>([&] { parser.feed("{\"a\":\n x"); })));
     EXPECT_EQ(7U, parser.position());
     EXPECT_EQ("[1,2]", compact(first));
@@ -180,7 +180,7 @@ TEST(DomParserFeed, strict_parses_are_documents_of_their_own) {
     DomParser parser(ReadOptions::strict());
     parser.parse(root, "[1]");
     EXPECT_THROW(parser.parse(root, "[1,\n2"), ParseException);
-    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': a value or ']' is due",
+    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': expected a value or ']'",
               faultText(thrownBy<ParseException>([&] { parser.parse(root, "[x"); })));
     parser.parse(root, "{\"a\": 2}", 8);
     EXPECT_EQ("{\"a\": 2}", compact(root));
@@ -198,7 +198,7 @@ TEST(DomParserFeed, lenient_parses_with_checks_go_on_with_their_text) {
     EXPECT_EQ(0, parser.state());
     EXPECT_EQ("1,7-1,7 @: The text is longer than 6 bytes",
               faultText(thrownBy<ParseException>([&] { parser.parse(root, "yzz"); })));
-    EXPECT_EQ("A fault has ended the document!", messageOf([&] { parser.parse(root, "[]"); }));
+    EXPECT_EQ("An error has ended the document!", messageOf([&] { parser.parse(root, "[]"); }));
 }
 
 TEST(DomParserFeed, strict_text_may_lie_in_the_value_that_it_replaces) {
@@ -211,7 +211,7 @@ TEST(DomParserFeed, faults_name_the_element_by_its_whole_path) {
     const Document doc(R"({"x": [0, {"y": 1}]})");
     Element& place = const_cast<Element&>(doc.root.get("x[1].y"));
     DomParser parser(ReadOptions::strict());
-    EXPECT_EQ("1,6-1,6 @x[1].y.a: Unexpected 'x': a value is due",
+    EXPECT_EQ("1,6-1,6 @x[1].y.a: Unexpected 'x': expected a value",
               faultText(thrownBy<ParseException>([&] { parser.parse(place, R"({"a":x)"); })));
     EXPECT_EQ("1,4-1,4 @x[1].y: Unexpected 'x': the document is complete",
               faultText(thrownBy<ParseException>([&] { parser.parse(place, "{} x"); })));

@@ -124,7 +124,7 @@ TEST(Generator, lets_the_next_key_become_the_value_of_an_empty_member) {
     Document doc(R"({"a":1,"b":2,"c":3})");
     doc.root.get("a") = Element::k_emptyElement;
     Generator generator;
-    // The 2 then stands where a key is due, and is refused.
+    // The 2 then stands where a key is expected, and is refused.
     EXPECT_EQ("{\n    \"a\": \"b\",\n    \"c\": 3\n}\n", generator.encode(doc.root));
     EXPECT_EQ(1, generator.state());
 }

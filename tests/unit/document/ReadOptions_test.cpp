@@ -97,10 +97,10 @@ TEST(ReadOptions, strict_refuses_comments_and_trailing_commas) {
 }
 
 TEST(ReadOptions, a_trailing_comma_follows_a_value_and_comes_once) {
-    EXPECT_EQ("1,2-1,2 @: Unexpected ',': a value or ']' is due", faultOf(k_jsonc, "[,]"));
-    EXPECT_EQ("1,2-1,2 @: Unexpected ',': a key or '}' is due", faultOf(k_jsonc, "{,}"));
-    EXPECT_EQ("1,4-1,4 @: Unexpected ',': a value or ']' is due", faultOf(k_jsonc, "[1,,]"));
-    EXPECT_EQ("1,5-1,5 @: Unexpected '}': a value or ']' is due", faultOf(k_jsonc, "[1, }"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected ',': expected a value or ']'", faultOf(k_jsonc, "[,]"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected ',': expected a key or '}'", faultOf(k_jsonc, "{,}"));
+    EXPECT_EQ("1,4-1,4 @: Unexpected ',': expected a value or ']'", faultOf(k_jsonc, "[1,,]"));
+    EXPECT_EQ("1,5-1,5 @: Unexpected '}': expected a value or ']'", faultOf(k_jsonc, "[1, }"));
     EXPECT_EQ("1,2-1,2 @: Unexpected ',': the document is complete", faultOf(k_jsonc, "1,"));
     EXPECT_EQ("1,4-1,4 @: The text ends before the document is complete", faultOf(k_jsonc, "[1,"));
     const ReadOptions only = with(&ReadOptions::allowTrailingCommas, true);
@@ -167,7 +167,7 @@ TEST(ReadOptions, utf8_of_comments_is_checked_to_the_byte) {
 }
 
 TEST(ReadOptions, a_byte_order_mark_is_named_at_the_begin_only) {
-    const std::string due = ": a value is due";
+    const std::string due = ": expected a value";
     EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark" + due,
               faultOf(k_whole, "\xEF\xBB\xBF[1]"));
     EXPECT_EQ("1,2-1,2 @: Unexpected byte 0xEF" + due, faultOf(k_whole, " \xEF\xBB\xBF[1]"));
@@ -215,8 +215,8 @@ TEST(ReadOptions, comments_are_blanks_or_faults) {
 
 TEST(ReadOptions, vertical_tab_and_form_feed_are_blanks_or_faults) {
     const ReadOptions none = with(&ReadOptions::allowOtherBlanks, false);
-    EXPECT_EQ("1,2-1,2 @: Unexpected byte 0x0B: a value or ']' is due", faultOf(none, "[\v1]"));
-    EXPECT_EQ("1,3-1,3 @: Unexpected byte 0x0C: ',' or ']' is due", faultOf(none, "[1\f]"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected byte 0x0B: expected a value or ']'", faultOf(none, "[\v1]"));
+    EXPECT_EQ("1,3-1,3 @: Unexpected byte 0x0C: expected ',' or ']'", faultOf(none, "[1\f]"));
     EXPECT_EQ("", faultOf(none, "[ \t\r\n1]"));
     EXPECT_EQ("", faultOf(k_whole, "\v[\f1]\v\f"));
 }
@@ -247,7 +247,8 @@ TEST(ReadOptions, a_long_repeated_key_is_not_named) {
 
 TEST(ReadOptions, the_first_fault_is_told) {
     EXPECT_EQ("1,8-1,10 @: Repeated key \"a\"", faultOf(k_strict, R"({"a":1,"a":x})"));
-    EXPECT_EQ("1,6-1,6 @a: Unexpected 'x': a value is due", faultOf(k_strict, R"({"a":x,"a":1})"));
+    EXPECT_EQ("1,6-1,6 @a: Unexpected 'x': expected a value",
+              faultOf(k_strict, R"({"a":x,"a":1})"));
 }
 
 TEST(ReadOptions, depth_is_limited_in_containers) {
@@ -269,7 +270,7 @@ TEST(ReadOptions, length_is_limited_in_bytes) {
     EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes", faultOf(five, "[1,2] "));
     EXPECT_EQ("2,4-2,4 @: The text is longer than 5 bytes", faultOf(five, "[\n1,23]"));
     EXPECT_EQ("2,4-2,4 @: The text is longer than 5 bytes", readStream(five, "[\n1,23]").fault);
-    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': a value or ']' is due", faultOf(five, "[x      ]"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': expected a value or ']'", faultOf(five, "[x      ]"));
     five.requireWholeDocument = true;
     EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes", faultOf(five, "[1,2]\n"));
     EXPECT_EQ("1,6-1,6 @: The text is longer than 5 bytes", readStream(five, "12345678").fault);
@@ -313,15 +314,15 @@ TEST(ReadOptions, faults_behind_a_long_token_have_their_place) {
 }
 
 TEST(ReadOptions, columns_count_bytes_and_lines_end_at_newlines) {
-    const std::string x = " @: Unexpected 'x': a value is due";
+    const std::string x = " @: Unexpected 'x': expected a value";
     EXPECT_EQ("1,4-1,4" + x, faultOf(k_strict, "[1,x"));
     EXPECT_EQ("2,1-2,1" + x, faultOf(k_strict, "[1,\nx"));
     EXPECT_EQ("3,2-3,2" + x, faultOf(k_strict, "[1,\r\n\r\n x"));
     EXPECT_EQ("1,5-1,5" + x, faultOf(k_strict, "[1,\rx"));
     EXPECT_EQ("1,10-1,10" + x, faultOf(k_strict, "[\"\xC3\xA9\xE2\x82\xAC\",x"));
-    EXPECT_EQ("3,4-3,4 @: Unexpected 'x': a value or ']' is due",
+    EXPECT_EQ("3,4-3,4 @: Unexpected 'x': expected a value or ']'",
               faultOf(k_jsonc, "[1,/*\n\n*/ x"));
-    EXPECT_EQ("2,1-2,1 @: Unexpected 'x': a value or ']' is due", faultOf(k_jsonc, "[1,//\nx"));
+    EXPECT_EQ("2,1-2,1 @: Unexpected 'x': expected a value or ']'", faultOf(k_jsonc, "[1,//\nx"));
 }
 
 TEST(ReadOptions, faults_of_syntax_have_their_place_with_any_option) {
@@ -329,23 +330,23 @@ TEST(ReadOptions, faults_of_syntax_have_their_place_with_any_option) {
         EXPECT_EQ(expected, faultOf(k_strict, text)) << text;
         EXPECT_EQ(expected, faultOf(k_pairs, text)) << text;
     };
-    check("1,1-1,1 @: Unexpected 'x': a value is due", "x");
-    check("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark: a value is due",
+    check("1,1-1,1 @: Unexpected 'x': expected a value", "x");
+    check("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark: expected a value",
           "\xEF\xBB\xBF{}");
-    check("1,2-1,2 @: Unexpected ',': a value or ']' is due", "[,]");
+    check("1,2-1,2 @: Unexpected ',': expected a value or ']'", "[,]");
     check("1,5-1,5 @: Unexpected ']' after a comma: trailing commas are not allowed", "[1, ]");
-    check("1,2-1,2 @: Unexpected ']': a key or '}' is due", "{]");
+    check("1,2-1,2 @: Unexpected ']': expected a key or '}'", "{]");
     check("1,8-1,8 @: Unexpected '}' after a comma: trailing commas are not allowed", "{\"a\":1,}");
-    check("1,5-1,5 @a: Unexpected '1': ':' is due", "{\"a\"1}");
-    check("1,7-1,7 @: Unexpected ']': ',' or '}' is due", "{\"a\":1]");
-    check("1,4-1,4 @: Unexpected '2': ',' or ']' is due", "[1 2]");
-    check("1,5-1,5 @: Unexpected ']': true is due", "[tru]");
-    check("1,4-1,4 @: Unexpected ']': null is due", "[nu]");
-    check("1,4-1,4 @: Unexpected ']': a digit is due", "[1.]");
-    check("1,3-1,3 @: Unexpected byte 0x20: a digit is due", "[- 1]");
+    check("1,5-1,5 @a: Unexpected '1': expected ':'", "{\"a\"1}");
+    check("1,7-1,7 @: Unexpected ']': expected ',' or '}'", "{\"a\":1]");
+    check("1,4-1,4 @: Unexpected '2': expected ',' or ']'", "[1 2]");
+    check("1,5-1,5 @: Unexpected ']': expected true", "[tru]");
+    check("1,4-1,4 @: Unexpected ']': expected null", "[nu]");
+    check("1,4-1,4 @: Unexpected ']': expected a digit", "[1.]");
+    check("1,3-1,3 @: Unexpected byte 0x20: expected a digit", "[- 1]");
     check("1,4-1,4 @: Unexpected 'x': no escape begins so", "[\"\\x\"]");
     check("1,4-1,4 @: Unexpected byte 0x00: no escape begins so", std::string("[\"\\\0\"]", 6));
-    check("1,8-1,8 @: Unexpected 'g': a hexadecimal digit is due", "[\"\\u00eg\"]");
+    check("1,8-1,8 @: Unexpected 'g': expected a hexadecimal digit", "[\"\\u00eg\"]");
     check("1,3-1,3 @: Control character 0x0A in a string: it must be escaped", "[\"\n\"]");
 }
 

@@ -100,7 +100,7 @@ TEST(TextScanner, stops_after_the_value_unless_the_document_must_be_whole) {
 TEST(TextScanner, comments_and_other_blanks_are_no_tokens) {
     EXPECT_EQ(whole("/* a **/[//]\n1/**/,\v2 /*]*/]\f// end", ReadOptions()),
               "8-9 [\n13-14 1\n18-19 ,\n20-21 2\n27-28 ]\ncomplete at 28\n");
-    EXPECT_EQ(whole("[\v]"), "0-1 [\n1-2 fault: Unexpected byte 0x0B: a value or ']' is due\n");
+    EXPECT_EQ(whole("[\v]"), "0-1 [\n1-2 fault: Unexpected byte 0x0B: expected a value or ']'\n");
 }
 
 TEST(TextScanner, a_refused_key_is_a_fault) {
