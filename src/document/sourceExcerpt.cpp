@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-#include "text/Utf8Sequence.h"
+#include "text/codePoints.h"
 
 namespace ko::Orvid {
 
@@ -48,24 +48,10 @@ std::optional<std::string_view> lineOf(std::string_view text, int number) {
     return text;
 }
 
-/// How many bytes the character at the begin of `text` has; 0 when it is no UTF-8.
-std::size_t characterLength(std::string_view text) {
-    Utf8Sequence sequence;
-    auto result = Utf8Sequence::Result::complete;
-    std::size_t length = 1;
-    if (static_cast<unsigned char>(text[0]) >= 0x80) {
-        result = sequence.begin(static_cast<unsigned char>(text[0]));
-    }
-    while (result == Utf8Sequence::Result::goesOn && length < text.size()) {
-        result = sequence.next(static_cast<unsigned char>(text[length]));
-        ++length;
-    }
-    return result == Utf8Sequence::Result::complete ? length : 0;
-}
-
 Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, const Span& fault) {
     const std::string_view rest = line.substr(offset);
-    const std::size_t whole = characterLength(rest);
+    const auto character = text::firstCodePoint(rest);
+    const std::size_t whole = character ? character->length : 0;
     length = std::max<std::size_t>(whole, 1);
     const bool isControl = static_cast<unsigned char>(rest[0]) < 0x20 || rest[0] == 0x7F;
     const bool isMarked = offset < fault.end && offset + length > fault.begin;

@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "query/codePoints.h"
 #include "query/Evaluation.h"
 #include "query/Scratch.h"
+#include "text/codePoints.h"
 
 namespace ko::Orvid {
 
@@ -122,7 +122,7 @@ Value Evaluation::lengthOf(const Value& value) {
     switch (element.type()) {
         case etString:
             m_visits.takeText(element.string().size());
-            return Value::ofCount(countCodePoints(element.string()));
+            return Value::ofCount(text::countCodePoints(element.string()));
         case etArray:
             return Value::ofCount(element.array().size());
         case etObject:

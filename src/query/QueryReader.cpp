@@ -5,7 +5,7 @@
 #include "query/QueryReader.h"
 
 #include "path/PathCharacters.h"
-#include "query/codePoints.h"
+#include "text/codePoints.h"
 
 namespace ko::Orvid {
 
@@ -42,7 +42,7 @@ int hexadecimalDigit(char c) {
 }  // namespace
 
 QueryReader::QueryReader(std::string_view text) : m_text(text) {
-    const std::size_t valid = validLength(text);
+    const std::size_t valid = text::validLength(text);
     if (valid < text.size()) {
         fail(valid, valid + 1, "Expected UTF-8, found a byte that is none",
              EParseError::querySyntax);
@@ -152,7 +152,7 @@ void QueryReader::takeCodePoint(std::string& to) {
         }
         value = 0x10000 + ((value - 0xD800) << bits) + (low - 0xDC00);
     }
-    appendUtf8(to, value);
+    text::appendUtf8(to, value);
 }
 
 char32_t QueryReader::takeCodeUnit() {
@@ -221,7 +221,7 @@ std::string QueryReader::takeNumber() {
 }
 
 std::size_t QueryReader::endOfCharacter(std::size_t position) const {
-    const std::optional<CodePoint> character = firstCodePoint(m_text.substr(position));
+    const std::optional<text::CodePoint> character = text::firstCodePoint(m_text.substr(position));
     return position + (character ? character->length : 1);
 }
 

@@ -5,10 +5,9 @@
 // meaning that they have there.
 
 #include "query/RegexpSyntax.h"
+#include "text/codePoints.h"
 
 #include <cstddef>
-
-#include "query/codePoints.h"
 
 namespace ko::Orvid {
 
@@ -92,7 +91,7 @@ public:
             }
             return std::string(take(2));
         }
-        const std::optional<CodePoint> next = firstCodePoint(m_text);
+        const std::optional<text::CodePoint> next = text::firstCodePoint(m_text);
         if (!next || isOneOf(special, front())) {
             return std::nullopt;
         }

@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "text/codePoints.h"
 #include "text/Utf8Sequence.h"
 
 namespace ko::Orvid::text {
@@ -109,25 +110,6 @@ StringScan scanEscape(const char* at, const char* end, const StringRules& rules)
     return isHighHalf(unitAt(at + 2)) ? scanSecondHalf(at, end) : unit;
 }
 
-void appendCharacter(std::string& out, unsigned int character) {
-    const auto append = [&](unsigned int byte) { out += static_cast<char>(byte); };
-    if (character < 0x80) {
-        return append(character);
-    }
-    if (character < 0x800) {
-        append(0xC0 | character >> 6U);
-    } else {
-        if (character < 0x10000) {
-            append(0xE0 | character >> 12U);
-        } else {
-            append(0xF0 | character >> 18U);
-            append(0x80 | (character >> 12U & 0x3FU));
-        }
-        append(0x80 | (character >> 6U & 0x3FU));
-    }
-    append(0x80 | (character & 0x3FU));
-}
-
 /// YAJL takes whatever unit follows a first half for the second.
 const char* appendPair(std::string& out, const char* at, const char* end) {
     const unsigned int first = unitAt(at + 2);
@@ -136,8 +118,8 @@ const char* appendPair(std::string& out, const char* at, const char* end) {
         out += '?';
         return at;
     }
-    appendCharacter(out, ((first & 0x3FU) << 10U) | (((first >> 6U & 0xFU) + 1) << 16U) |
-                             (unitAt(at + 2) & 0x3FFU));
+    appendUtf8(out, ((first & 0x3FU) << 10U) | (((first >> 6U & 0xFU) + 1) << 16U) |
+                        (unitAt(at + 2) & 0x3FFU));
     return at + k_unitLength;
 }
 
@@ -150,7 +132,7 @@ const char* appendEscape(std::string& out, const char* at, const char* end) {
     if (isHighHalf(unit)) {
         return appendPair(out, at, end);
     }
-    appendCharacter(out, unit);
+    appendUtf8(out, unit);
     return at + k_unitLength;
 }
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+#include "text/ByteRuns.h"
+
 namespace ko::Orvid::yajl {
 
 namespace {
@@ -16,7 +18,7 @@ constexpr std::size_t k_long = 64;
 /// In bytes; YAJL counts in 32 bits.
 constexpr std::size_t k_largestHeld = std::size_t(1) << 30;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+using text::isDigit;
 
 bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace ko::Orvid {
+namespace ko::Orvid::text {
 
 struct CodePoint {
     char32_t value = 0;
@@ -25,6 +25,7 @@ std::size_t countCodePoints(std::string_view text) noexcept;
 /// Where the first byte stands that is no valid UTF-8; the length when there is none.
 std::size_t validLength(std::string_view text);
 
-void appendUtf8(std::string& text, char32_t codePoint);
+/// Appends the character. A surrogate, which is none, becomes three bytes by the same rule.
+void appendUtf8(std::string& out, char32_t codePoint);
 
-}  // namespace ko::Orvid
+}  // namespace ko::Orvid::text

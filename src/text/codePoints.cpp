@@ -2,13 +2,13 @@
 //
 // UTF-8 and its code points.
 
-#include "query/codePoints.h"
+#include "text/codePoints.h"
 
 #include <algorithm>
 
 #include "text/StringText.h"
 
-namespace ko::Orvid {
+namespace ko::Orvid::text {
 
 namespace {
 
@@ -54,20 +54,20 @@ std::size_t countCodePoints(std::string_view text) noexcept {
 
 std::size_t validLength(std::string_view text) {
     const char* const end = text.data() + text.size();
-    return static_cast<std::size_t>(ko::Orvid::text::scanUtf8(text.data(), end).at - text.data());
+    return static_cast<std::size_t>(scanUtf8(text.data(), end).at - text.data());
 }
 
-void appendUtf8(std::string& text, char32_t codePoint) {
+void appendUtf8(std::string& out, char32_t codePoint) {
     if (codePoint < 0x80) {
-        text += byteOf(codePoint);
+        out += byteOf(codePoint);
         return;
     }
     const unsigned int following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
     const char32_t mark = 0xF00U >> (following + 1) & 0xFFU;
-    text += byteOf(mark | codePoint >> (following * k_payloadBits));
+    out += byteOf(mark | codePoint >> (following * k_payloadBits));
     for (unsigned int left = following; left-- > 0;) {
-        text += byteOf(0x80U | (codePoint >> (left * k_payloadBits) & k_payload));
+        out += byteOf(0x80U | (codePoint >> (left * k_payloadBits) & k_payload));
     }
 }
 
-}  // namespace ko::Orvid
+}  // namespace ko::Orvid::text
