@@ -90,6 +90,18 @@ private:
 
     void matchItems(const TNumbers& before, const TNumbers& now);
     TPositions unmovedItems(const TNumbers& before, const TNumbers& now) const;
+    /// Positions in an array before and now, each up to an end.
+    struct ItemRange {
+        std::size_t from;
+        std::size_t fromEnd;
+        std::size_t to;
+        std::size_t toEnd;
+
+        bool isEmpty() const { return from == fromEnd || to == toEnd; }
+    };
+
+    void alignRange(const TNumbers& before, const TNumbers& now, ItemRange range,
+                    std::uint64_t& sharedSteps, TPositions& result) const;
     TPositions alignItems(const TNumbers& before, const TNumbers& now,
                           const TPositions& pairs) const;
     void matchChanged(TNumbers& lost, TNumbers& added);
@@ -97,6 +109,7 @@ private:
     template<class Matches>
     void pairInOrder(TNumbers& lost, TNumbers& added, const Matches& matches);
     bool areAlike(std::uint32_t value, std::uint32_t element) const;
+    bool isSameKind(std::uint32_t value, std::uint32_t element) const;
 
     void matchMoved();
     std::uint32_t movedFrom(std::uint32_t element) const;

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_set>
 
 #include "change/SequenceAlign.h"
+#include "source/ChildCursor.h"
 #include "source/Counterparts.h"
 
 namespace ko::Orvid {
@@ -23,11 +25,11 @@ void forEachInterval(const TPositions& pairs, std::size_t fromEnd, std::size_t t
     std::size_t from = 0;
     std::size_t to = 0;
     for (const auto& [i, j] : pairs) {
-        look(from, i, to, j);
+        look({from, i, to, j});
         from = i + 1;
         to = j + 1;
     }
-    look(from, fromEnd, to, toEnd);
+    look({from, fromEnd, to, toEnd});
 }
 
 void forgetPaired(std::vector<std::uint32_t>& lost, std::vector<std::uint32_t>& added) {
@@ -55,29 +57,47 @@ Counterparts::TPositions Counterparts::unmovedItems(const TNumbers& before,
     return std::is_sorted(result.begin(), result.end()) ? result : TPositions();
 }
 
+/// As many items of the range as can keep their order and value. Of equal items, those at the ends
+/// stay where they are: the one between was changed.
+void Counterparts::alignRange(const TNumbers& before, const TNumbers& now, ItemRange range,
+                              std::uint64_t& sharedSteps, TPositions& result) const {
+    const auto isSame = [&](std::size_t i, std::size_t j) {
+        return m_old[before[i]].hash == m_new[now[j]].hash;
+    };
+    for (; !range.isEmpty() && isSame(range.from, range.to); ++range.from, ++range.to) {
+        result.emplace_back(range.from, range.to);
+    }
+    const std::size_t end = range.fromEnd;
+    for (; !range.isEmpty() && isSame(range.fromEnd - 1, range.toEnd - 1); --range.toEnd) {
+        --range.fromEnd;
+    }
+    std::vector<std::size_t> a;
+    std::vector<std::size_t> b;
+    for (std::size_t i = range.from; i < range.fromEnd; ++i) {
+        a.push_back(static_cast<std::size_t>(m_old[before[i]].hash));
+    }
+    for (std::size_t j = range.to; j < range.toEnd; ++j) {
+        b.push_back(static_cast<std::size_t>(m_new[now[j]].hash));
+    }
+    for (const auto& [i, j] : alignSequences(a, b, sharedSteps)) {
+        result.emplace_back(range.from + i, range.to + j);
+    }
+    for (; range.fromEnd < end; ++range.fromEnd, ++range.toEnd) {
+        result.emplace_back(range.fromEnd, range.toEnd);
+    }
+}
+
 /// As many items as can keep their order and value, those of `pairs` among them.
 Counterparts::TPositions Counterparts::alignItems(const TNumbers& before, const TNumbers& now,
                                                   const TPositions& pairs) const {
     TPositions result;
     std::uint64_t sharedSteps = k_sharedSteps;
-    const auto align = [&](std::size_t from, std::size_t fromEnd, std::size_t to,
-                           std::size_t toEnd) {
-        std::vector<std::size_t> a;
-        std::vector<std::size_t> b;
-        for (std::size_t i = from; i < fromEnd; ++i) {
-            a.push_back(static_cast<std::size_t>(m_old[before[i]].hash));
+    forEachInterval(pairs, before.size(), now.size(), [&](const ItemRange& range) {
+        alignRange(before, now, range, sharedSteps, result);
+        if (range.fromEnd < before.size() && range.toEnd < now.size()) {
+            result.emplace_back(range.fromEnd, range.toEnd);
         }
-        for (std::size_t j = to; j < toEnd; ++j) {
-            b.push_back(static_cast<std::size_t>(m_new[now[j]].hash));
-        }
-        for (const auto& [i, j] : alignSequences(a, b, sharedSteps)) {
-            result.emplace_back(from + i, to + j);
-        }
-        if (fromEnd < before.size() && toEnd < now.size()) {
-            result.emplace_back(fromEnd, toEnd);
-        }
-    };
-    forEachInterval(pairs, before.size(), now.size(), align);
+    });
     return result;
 }
 
@@ -87,16 +107,16 @@ void Counterparts::matchItems(const TNumbers& before, const TNumbers& now) {
         pair(before[i], now[j]);
     }
     matchByHash(before, now);
-    const auto match = [&](std::size_t from, std::size_t fromEnd, std::size_t to,
-                           std::size_t toEnd) {
+    const auto match = [&](const ItemRange& range) {
         TNumbers lost;
         TNumbers added;
-        std::copy_if(before.begin() + static_cast<std::ptrdiff_t>(from),
-                     before.begin() + static_cast<std::ptrdiff_t>(fromEnd),
+        std::copy_if(before.begin() + static_cast<std::ptrdiff_t>(range.from),
+                     before.begin() + static_cast<std::ptrdiff_t>(range.fromEnd),
                      std::back_inserter(lost),
                      [&](std::uint32_t value) { return !isPaired(value); });
-        std::copy_if(now.begin() + static_cast<std::ptrdiff_t>(to),
-                     now.begin() + static_cast<std::ptrdiff_t>(toEnd), std::back_inserter(added),
+        std::copy_if(now.begin() + static_cast<std::ptrdiff_t>(range.to),
+                     now.begin() + static_cast<std::ptrdiff_t>(range.toEnd),
+                     std::back_inserter(added),
                      [&](std::uint32_t element) { return m_new[element].counterpart == k_none; });
         matchChanged(lost, added);
     };
@@ -112,6 +132,11 @@ void Counterparts::matchChanged(TNumbers& lost, TNumbers& added) {
         pairInOrder(lost, added, [&](std::uint32_t value, std::uint32_t element) {
             return areAlike(value, element);
         });
+        if (lost.size() <= added.size()) {
+            pairInOrder(lost, added, [&](std::uint32_t value, std::uint32_t element) {
+                return isSameKind(value, element);
+            });
+        }
     }
 }
 
@@ -151,20 +176,29 @@ void Counterparts::pairInOrder(TNumbers& lost, TNumbers& added, const Matches& m
     forgetPaired(lost, added);
 }
 
+/// Whether both are containers of one type, or neither is a container.
+bool Counterparts::isSameKind(std::uint32_t value, std::uint32_t element) const {
+    return isContainer(*m_new[element].element) ? isSameContainer(value, element)
+                                                : !m_places.isContainer(value);
+}
+
 /// Whether both are containers of one type with at least one child in common: a member by key and
-/// value, an item by value.
+/// value, an item by value, or either by its address, which it keeps when the container moves.
 bool Counterparts::areAlike(std::uint32_t value, std::uint32_t element) const {
     if (!isSameContainer(value, element)) {
         return false;
     }
     std::unordered_map<std::uint64_t, std::uint32_t> known;
+    std::unordered_set<const Element*> addresses;
     for (const std::uint32_t child : childrenBefore(value)) {
         known.emplace(m_old[child].hash, child);
+        addresses.insert(m_places[child].element());
     }
     const TNumbers children = childrenNow(element);
     return std::any_of(children.begin(), children.end(), [&](std::uint32_t child) {
         const auto found = known.find(m_new[child].hash);
-        return found != known.end() && (!isMember(child) || haveSameKey(found->second, child));
+        return addresses.count(m_new[child].element) > 0 ||
+               (found != known.end() && (!isMember(child) || haveSameKey(found->second, child)));
     });
 }
 

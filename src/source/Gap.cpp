@@ -94,9 +94,15 @@ std::string commentsOf(std::string_view text) {
     return comments;
 }
 
-/// The whitespace after the last comment.
-std::string_view afterComments(std::string_view text) {
-    return text.substr(endOfLast(text, isSolid));
+/// The text from its first comment on.
+std::string_view fromComments(std::string_view text) {
+    TriviaReader reader(text);
+    Piece piece = reader.next();
+    while (piece.kind != PieceKind::end && !isComment(piece.kind)) {
+        text.remove_prefix(piece.text.size());
+        piece = reader.next();
+    }
+    return text;
 }
 
 }  // namespace
@@ -195,8 +201,8 @@ std::string leadAfter(std::string_view lineBreak, std::string_view lead) {
     if (hasLines && !mayJoin) {
         return withoutComma(lead);
     }
-    return std::string(lineBreak) + commentsOf(lead) +
-           std::string(hasLines ? " " : afterComments(lead));
+    return std::string(lineBreak) +
+           (hasLines ? commentsOf(lead) + " " : std::string(fromComments(lead)));
 }
 
 std::string Reindent::apply(std::string_view text) const {

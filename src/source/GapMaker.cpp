@@ -135,7 +135,8 @@ std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
         return {};
     }
     TText leadText = lead(frame, sides);
-    placeComma(frame, sides, tailText, leadText);
+    const bool isOneLine = !hasNewline(linesText) && !hasNewline(leadText);
+    placeComma(frame, sides, tailText, leadText, isOneLine);
     const std::string& indent = sides.right == nullptr ? frame.lineIndent : frame.itemIndent;
     TText gap = tailText;
     append(gap, linesText, indent);
@@ -217,7 +218,9 @@ std::string GapMaker::closingLead(const Frame& frame) {
     return lineBreak(frame, false);
 }
 
-void GapMaker::placeComma(const Frame& frame, const Sides& sides, TText& tail, TText& lead) {
+/// A new comma comes first, but after comments that would belong to what follows on the line.
+void GapMaker::placeComma(const Frame& frame, const Sides& sides, TText& tail, TText& lead,
+                          bool isOneLine) {
     const bool leads = hasComma(lead);
     const bool follows = hasComma(tail);
     const bool isBetween = sides.left != nullptr && sides.right != nullptr;
@@ -228,7 +231,7 @@ void GapMaker::placeComma(const Frame& frame, const Sides& sides, TText& tail, T
     if (follows && !isDue) {
         tail = withoutComma(tail);
     } else if (isDue && !follows && !hasComma(lead)) {
-        tail.insert(0, ",");
+        tail.insert(isOneLine && !endsInLineComment(tail) ? tail.size() : 0, ",");
     }
 }
 

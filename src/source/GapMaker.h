@@ -50,7 +50,8 @@ private:
     TText lines(const Frame& frame, const Sides& sides) const;
     TText lead(const Frame& frame, const Sides& sides);
     TText closingLead(const Frame& frame);
-    void placeComma(const Frame& frame, const Sides& sides, TText& tail, TText& lead);
+    void placeComma(const Frame& frame, const Sides& sides, TText& tail, TText& lead,
+                    bool isOneLine);
     TText usualBreak(const Frame& frame, bool isFirst);
     std::size_t usualGap(const Frame& frame) const;
     TText lineBreak(const Frame& frame, bool isWithin);

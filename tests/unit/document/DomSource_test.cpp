@@ -243,6 +243,32 @@ TEST(DomSource, keeps_comments_within_a_container_that_changes_and_moves) {
               "[\n  0,\n  {\n    // x\n    \"x\": 1,\n    \"y\": 5,\n    \"z\": 3\n  }\n]");
 }
 
+TEST(DomSource, keeps_comments_within_an_item_that_changes_while_others_come) {
+    const auto edit = [](Element& root) {
+        root.array()[0].object().erase("b");
+        root.array()[0].get("a").setNumber(2);
+        root.array().push_back(Element(7));
+        root.array().push_back(Element(8));
+    };
+    EXPECT_EQ(edited("[ // own\n  { // in\n    \"a\": 1,\n    \"b\": 2\n  } // at\n]", edit),
+              "[ // own\n  { // in\n    \"a\": 2\n  }, // at\n  7,\n  8\n]");
+    const char* const text = "[\n  [ // in\n    { \"a\": 1.0 }\n  ] // at\n]";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/0/0/a", "path": "/-"}])")),
+              "[\n  [ // in\n    {}\n  ], // at\n  1.0\n]");
+    EXPECT_EQ(edited("[1 /* a */]", patching(R"([{"op": "replace", "path": "/0", "value": 2},
+                                                {"op": "add", "path": "/-", "value": 3}])")),
+              "[2 /* a */, 3]");
+}
+
+TEST(DomSource, keeps_comments_with_the_rest_of_equal_items_when_one_is_replaced) {
+    EXPECT_EQ(
+        edited("[2, 2 /* b */]", patching(R"([{"op": "replace", "path": "/0", "value": 7}])")),
+        "[7, 2 /* b */]");
+    EXPECT_EQ(edited("[2 /* a */, 2, 2 /* c */]",
+                     patching(R"([{"op": "replace", "path": "/1", "value": 7}])")),
+              "[2 /* a */, 7, 2 /* c */]");
+}
+
 TEST(DomSource, writes_the_first_bytes_again_when_an_edit_is_undone) {
     const std::string text = "{\n  // a\n  \"a\": 1,\n\n  \"b\": [1, /* two */ 2,],\n}\n";
     Dom dom = Dom::parse(text);
