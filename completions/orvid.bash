@@ -18,7 +18,7 @@ _orvid() {
         *)
             if [[ $word == -* ]]; then
                 local options
-                options=$(orvid "$verb" --help 2>/dev/null | grep -oE '^  (-[a-z],)?--[a-z-]+' | sed 's/.*--/--/')
+                options=$(orvid "$verb" --help 2>/dev/null | grep -oE '^  (-[a-zA-Z],)?--[a-z-]+' | sed 's/.*--/--/')
                 mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
             else
                 compopt -o filenames 2>/dev/null

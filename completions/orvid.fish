@@ -6,7 +6,7 @@ function __orvid_verbs
 end
 function __orvid_options
     set -l verb (commandline -opc)[2]
-    orvid $verb --help 2>/dev/null | grep -oE '^  (-[a-z],)?--[a-z-]+' | sed 's/.*--/--/'
+    orvid $verb --help 2>/dev/null | grep -oE '^  (-[a-zA-Z],)?--[a-z-]+' | sed 's/.*--/--/'
 end
 complete -c orvid -n __fish_use_subcommand -f -a '(__orvid_verbs)'
 complete -c orvid -n 'not __fish_use_subcommand; and string match -q -- "-*" (commandline -ct)' -f -a '(__orvid_options)'

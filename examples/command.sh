@@ -21,6 +21,11 @@ try 'orvid get --default timeout data/settings.json'
 try "orvid get --default 'log\\.level' data/settings.json"
 try "echo '{\"servers\": [{}]}' | orvid get --default --schema data/settings.json 'servers[0].port'"
 
+try "echo '{}' | orvid set name=string:Ann 'tags[*]=string:a \"b\"' rate=file:data/rate.json --compact"
+try "echo '{}' | orvid set name=Ann"
+try "orvid get 'servers[-1].host' data/settings.json"
+try "orvid get /servers/0/host data/settings.json"
+
 try "echo '{}' | orvid set 'a.b[*].c' 1.50"
 try "echo '[1, 2]' | orvid set '[2]' 5"
 try "echo '{\"meta\": 1, \"a\": 2}' | orvid set a '\"two\"'"

@@ -70,9 +70,9 @@ TEST(remove, refuses_the_root) {
 TEST(remove, refuses_a_malformed_path_and_a_star_as_misuse) {
     EXPECT_EQ(orvid({"remove", "b[*]"}, k_document),
               failed(2, "path \"b[*]\": Index must be set!"));
-    EXPECT_EQ(orvid({"remove", "b[-1]"}, k_document),
+    EXPECT_EQ(orvid({"remove", "b[-]"}, k_document),
               failed(2,
-                     "path \"b[-1]\": Unexpected character '-' in path at \"\" 1,2 parser "
+                     "path \"b[-]\": Unexpected character '-' in path at \"\" 1,2 parser "
                      "state esArrayInit"));
 }
 

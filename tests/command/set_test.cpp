@@ -110,17 +110,28 @@ TEST(set, refuses_a_malformed_path_as_misuse) {
 TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
     EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
               failed(2, "JSON:1:6: at b: the text ends early"));
+    EXPECT_EQ(orvid({"set", "a", "\"x"}, k_document),
+              failed(2, "JSON:1:3: at (root): the text ends early"));
+    EXPECT_EQ(orvid({"set", "a", "[1] 2"}, k_document),
+              failed(2, "JSON:1:5: text follows the value"));
+}
+
+TEST(set, tells_how_a_text_without_quotes_is_written) {
     EXPECT_EQ(orvid({"set", "a", ""}, k_document),
-              failed(2, "JSON:1:1: at (root): the text ends early"));
-    EXPECT_EQ(orvid({"set", "a", "text"}, k_document),
-              failed(2, "JSON:1:2: at (root): lexical error: invalid string in json text."));
-    EXPECT_EQ(orvid({"set", "a", "1 2"}, k_document),
-              failed(2, "JSON:1:3: text follows the value"));
+              failed(2, "\"\" is no JSON; for the text write string:"));
+    EXPECT_EQ(orvid({"set", "a", "it's"}, k_document),
+              failed(2, "\"it's\" is no JSON; for the text write 'string:it'\\''s'"));
+    EXPECT_EQ(orvid({"set", "name=foo"}, k_document),
+              failed(2, "\"foo\" is no JSON; for the text write name=string:foo"));
+    EXPECT_EQ(orvid({"set", "http://x?a=b", "2"}, k_document),
+              failed(2,
+                     "\"b\" is no JSON; for the text write 'http://x?a=string:b'; a = in a key is "
+                     "written \\="));
 }
 
 TEST(set, refuses_a_value_before_it_reads_the_document) {
     EXPECT_EQ(orvid({"set", "a", "x", "/no/such/file"}),
-              failed(2, "JSON:1:1: at (root): lexical error: invalid char in json text."));
+              failed(2, "\"x\" is no JSON; for the text write string:x"));
 }
 
 TEST(set, refuses_a_faulty_document) {

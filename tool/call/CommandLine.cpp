@@ -69,6 +69,11 @@ Words& Words::option(const char* names, const std::function<void(const std::stri
     return *this;
 }
 
+Words& Words::optional(const char* name, const char* alone, std::string& value, const char* help) {
+    m_last = m_app->add_flag(std::string(name) + "{" + alone + "}", value, help);
+    return *this;
+}
+
 Words& Words::repeated(const char* names, std::vector<std::string>& values, const char* type,
                        const char* help) {
     m_last = m_app->add_option(names, values, help)->type_name(type)->allow_extra_args(false);

@@ -38,6 +38,8 @@ public:
     Words& option(const char* names, std::string& value, const char* type, const char* help);
     Words& option(const char* names, std::optional<std::string>& value, const char* type,
                   const char* help);
+    /// An option that may stand alone, and then means `--name=alone`. A value follows a `=`.
+    Words& optional(const char* name, const char* alone, std::string& value, const char* help);
     /// The same, with what becomes of the value, which throws Misuse for one that is wrong.
     Words& option(const char* names, const std::function<void(const std::string&)>& action,
                   const char* type, const char* help);

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-#include "input/PathWords.h"
+#include "input/withPath.h"
 
 namespace orvid_tool {
 

@@ -4,7 +4,7 @@
 
 #include "input/PathWords.h"
 
-#include "input/Document.h"
+#include "input/ValueWord.h"
 
 namespace orvid_tool {
 
@@ -21,18 +21,21 @@ std::size_t assignmentMark(const std::string& word) {
     return place < word.length() ? place : std::string::npos;
 }
 
-bool isFileName(const std::string& word) {
-    for (const char* const start : {"/", "./", "../"}) {
-        if (word.rfind(start, 0) == 0) {
-            return true;
-        }
+bool startsWith(const std::string& word, const char* start) { return word.rfind(start, 0) == 0; }
+
+/// After pointers, a word with a slash before its `=` is another of them.
+bool isFileName(const std::string& word, bool arePointers) {
+    if ((startsWith(word, "/") && !arePointers) || startsWith(word, "./") ||
+        startsWith(word, "../")) {
+        return true;
     }
     return assignmentMark(word) == std::string::npos;
 }
 
-SAssignment assignment(const std::string& path, const std::string& json) {
-    SAssignment result{path, {}};
-    readArgument("JSON", json, result.value);
+SAssignment assignment(const std::string& path, const std::string& value,
+                       const std::string& before) {
+    SAssignment result{CallPath(path), {}};
+    readValueWord(value, result.value, before);
     return result;
 }
 
@@ -48,16 +51,16 @@ SAssignments assignmentsOf(const std::vector<std::string>& words) {
         if (words.size() == 1) {
             throw Misuse("JSON is required");
         }
-        result.all.push_back(assignment(words[0], words[1]));
+        result.all.push_back(assignment(words[0], words[1], ""));
         word += 2;
     } else {
-        for (; word != words.end() && !isFileName(*word); ++word) {
+        const bool arePointers = startsWith(*word, "/");
+        do {
             const std::size_t mark = assignmentMark(*word);
-            result.all.push_back(assignment(word->substr(0, mark), word->substr(mark + 1)));
-        }
-    }
-    if (result.all.empty()) {
-        throw Misuse("PATH is required");
+            result.all.push_back(assignment(word->substr(0, mark), word->substr(mark + 1),
+                                            word->substr(0, mark + 1)));
+            ++word;
+        } while (word != words.end() && !isFileName(*word, arePointers));
     }
     result.files.assign(word, words.end());
     return result;

@@ -9,24 +9,14 @@
 #include <string>
 #include <vector>
 
-#include "output/Failure.h"
+#include "input/CallPath.h"
+#include "input/withPath.h"
 
 namespace orvid_tool {
 
-/// Does something with a path that the call gave. A path that is malformed is the call's fault:
-/// throws Failure.
-template<class Action>
-auto withPath(const std::string& path, const Action& action) {
-    try {
-        return action(ko::Orvid::Path(path));
-    } catch (const ko::Orvid::ParseException& error) {
-        throw malformedPath(path, error);
-    }
-}
-
 /// A value for a place.
 struct SAssignment {
-    std::string path;
+    CallPath path;
     ko::Orvid::Element value;
 };
 
@@ -37,8 +27,9 @@ struct SAssignments {
 
 /// Takes words apart that are `PATH JSON FILE...` or `PATH=JSON... FILE...`. It is the second where
 /// the first word has a `=` without a backslash before it; the files begin then at the first word
-/// without one, or at one that begins with `/`, `./` or `../`. Throws Misuse where a word is
-/// missing, Failure for a value that is no JSON.
+/// without one, or at one that begins with `/`, unless the first does too, `./` or `../`. Throws
+/// Misuse where a word is missing, Failure for a value that is none (see ValueWord.h) or a
+/// malformed pointer.
 SAssignments assignmentsOf(const std::vector<std::string>& words);
 
 }  // namespace orvid_tool

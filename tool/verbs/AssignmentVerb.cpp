@@ -8,12 +8,15 @@
 
 #include "call/Options.h"
 #include "edit/Kept.h"
+#include "input/ValueWord.h"
 
 namespace orvid_tool {
 
 void AssignmentVerb::addWords(Words& words, SCall& call) {
-    words.several("WORDS", m_words,
-                  "PATH JSON [FILE]..., or PATH=JSON... [FILE]...; the values are JSON text");
+    words.several(
+        "WORDS", m_words,
+        "PATH VALUE [FILE]..., or PATH=VALUE... [FILE]...; a value is JSON text, string:TEXT, "
+        "file:FILE, text-file:FILE or env:NAME");
     addLayout(words, call);
     addInPlace(words, call);
     addStrict(words, call);
@@ -35,7 +38,7 @@ void AssignmentVerb::prepareValue(SCall& call) {
         throw Misuse("JSON is required");
     }
     m_assignments.emplace_back();
-    readArgument("JSON", m_words.front(), m_assignments.back().value);
+    readValueWord(m_words.front(), m_assignments.back().value);
     call.files.assign(m_words.begin() + 1, m_words.end());
 }
 

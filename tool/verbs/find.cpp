@@ -8,7 +8,9 @@
 
 #include "call/Options.h"
 #include "edit/Answer.h"
-#include "input/PathWords.h"
+#include "input/CallPath.h"
+#include "input/ValueWord.h"
+#include "input/withPath.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
@@ -34,7 +36,7 @@ public:
     void addWords(Words& words, SCall& call) override {
         words.required("ITEMPATH", m_itemPath,
                        "where in an item the value is; empty for the item itself");
-        words.required("JSON", m_json, "the value, as JSON text");
+        words.required("VALUE", m_json, "the value: JSON text, string:TEXT and other forms");
         addFiles(words, call);
         words.option("--in", m_arrayPath, "PATH", "the array, by default the document's root");
         words.flag("--path", m_isPathWanted, "write the item's path and not the item");
@@ -43,13 +45,15 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override { readArgument("JSON", m_json, m_value); }
+    void prepare(SCall& /*call*/) override {
+        m_array = CallPath(m_arrayPath);
+        readValueWord(m_json, m_value);
+    }
 
 private:
     void apply(const SCall& call, Document& document, Bytes& out) const override {
-        const Element& array = withPath(m_arrayPath, [&](const Path& path) {
-            return std::cref(const_cast<const Element&>(document.root).get(path));
-        });
+        const Element& root = document.root;
+        const Element& array = m_array.get(root);
         if (!array.isArray()) {
             throw failure(document, "is no array");
         }
@@ -81,6 +85,7 @@ private:
     std::string m_itemPath;
     std::string m_json;
     std::string m_arrayPath;
+    CallPath m_array;
     bool m_isPathWanted = false;
     Element m_value;
 };

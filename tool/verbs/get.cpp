@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid get: the value at a path.
+// orvid get: the values at paths.
+
+#include <functional>
+#include <optional>
 
 #include "call/Options.h"
 #include "edit/Answer.h"
-#include "input/PathWords.h"
+#include "input/CallPath.h"
 #include "input/TextLookup.h"
+#include "input/ValueWord.h"
+#include "input/withPath.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
 
@@ -22,15 +27,20 @@ public:
     const char* help() const override { return "Write the value at a path"; }
     const char* examples() const override {
         return "  orvid get 'servers[0].host' settings.json\n"
+               "  orvid get --raw name --also 'servers[-1].host' settings.json\n"
                "  orvid get --default timeout settings.json\n"
+               "  orvid get --default=0 retries settings.json\n"
                "  orvid get --lines --raw -j 4 --on-error=skip user.name <records.jsonl";
     }
 
     void addWords(Words& words, SCall& call) override {
-        words.required("PATH", m_path, "a path such as a.b[3].c");
+        words.required("PATH", m_word, "a path such as a.b[3].c, or a JSON Pointer such as /a/b");
         addFiles(words, call);
-        words.flag("--default", m_isDefaultUsed,
-                   "where the data has no value, write the schema's default");
+        words.repeated("--also", m_also, "PATH",
+                       "a further path; with --lines the values of a record are an array then");
+        words.optional("--default", k_schemaDefault, m_default,
+                       "where the data has no value, write the schema's default, or with "
+                       "--default=VALUE that value");
         addSchema(words, call);
         addRaw(words, call);
         addLayout(words, call);
@@ -39,42 +49,93 @@ public:
 
     void prepare(SCall& call) override {
         m_schema.load(call.schemaFile);
-        try {
-            m_steps = stepsOf(m_path);
-        } catch (const Failure&) {
-            m_isTextEnough = false;  // it is told of when the path is followed
+        m_paths.emplace_back(m_word);
+        for (const std::string& word : m_also) {
+            m_paths.emplace_back(word);
         }
-        for (const SStep& step : m_steps) {
-            m_isTextEnough = m_isTextEnough && (step.isKey || step.index != ko::Orvid::k_noIndex);
+        if (!m_default.empty() && m_default != k_schemaDefault) {
+            m_value.emplace();
+            readValueWord(m_default, *m_value, "--default=");
         }
+        prepareText(call);
     }
 
 private:
+    static constexpr const char* k_schemaDefault = "schema";
+
+    /// A path that is malformed is told of when it is followed.
+    void prepareText(const SCall& call) {
+        m_isTextEnough = m_paths.size() == 1 || !call.lines.isOn;
+        for (const CallPath& path : m_paths) {
+            m_isTextEnough = m_isTextEnough && path.isPlain();
+        }
+        try {
+            for (std::size_t i = 0; m_isTextEnough && i < m_paths.size(); ++i) {
+                m_steps.push_back(stepsOf(m_paths[i].word()));
+            }
+        } catch (const Failure&) {
+            m_isTextEnough = false;
+        }
+        for (const std::vector<SStep>& steps : m_steps) {
+            for (const SStep& step : steps) {
+                m_isTextEnough =
+                    m_isTextEnough && (step.isKey || step.index != ko::Orvid::k_noIndex);
+            }
+        }
+    }
+
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         if (!m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
-        const std::optional<std::string_view> found = lookUp(document.text, m_steps);
-        return found && appendAnswer(call, *found, out);
+        for (const std::vector<SStep>& steps : m_steps) {
+            const std::optional<std::string_view> found = lookUp(document.text, steps);
+            if (!found || !appendAnswer(call, *found, out)) {
+                return false;
+            }
+        }
+        return true;
     }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {
-        withPath(m_path,
-                 [&](const Path& path) { appendAnswer(call, found(path, document.root), out); });
-    }
-
-    const Element& found(const Path& path, const Element& root) const {
-        if (!m_isDefaultUsed) {
-            return root.get(path);
+        if (call.lines.isOn && m_paths.size() > 1) {
+            appendAll(call, document.root, out);
+            return;
         }
-        const Element* const inData = Path::tryGetElement(path, root);
-        return inData != nullptr ? *inData : m_schema.of(root).getDefault(path);
+        for (const CallPath& path : m_paths) {
+            appendAnswer(call, found(path, document.root), out);
+        }
     }
 
-    std::string m_path;
-    bool m_isDefaultUsed = false;
+    void appendAll(const SCall& call, const Element& root, Bytes& out) const {
+        Element values;
+        Element::create(values.data(), ko::Orvid::etArray, &values);
+        for (const CallPath& path : m_paths) {
+            values.array().push_back(found(path, root));
+        }
+        appendAnswer(call, values, out);
+    }
+
+    const Element& found(const CallPath& path, const Element& root) const {
+        const Element* const inData = m_default.empty() ? &path.get(root) : path.find(root);
+        if (inData != nullptr) {
+            return *inData;
+        }
+        if (m_value) {
+            return *m_value;
+        }
+        return withPath(path.in(root), [&](const Path& place) {
+            return std::cref(m_schema.of(root).getDefault(place));
+        });
+    }
+
+    std::string m_word;
+    std::vector<std::string> m_also;
+    std::vector<CallPath> m_paths;
+    std::string m_default;           ///< empty where none is asked for
+    std::optional<Element> m_value;  ///< for what is not there
     Schema m_schema;
-    std::vector<SStep> m_steps;
+    std::vector<std::vector<SStep>> m_steps;
     bool m_isTextEnough = true;
 };
 

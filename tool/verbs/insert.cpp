@@ -2,7 +2,9 @@
 //
 // orvid insert: new members and items, with nothing overwritten.
 
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "edit/Insertion.h"
 #include "verbs/AssignmentVerb.h"
@@ -26,17 +28,23 @@ public:
     void prepare(SCall& call) override {
         AssignmentVerb::prepare(call);
         for (const SAssignment& assignment : assignments()) {
-            m_steps.emplace_back(assignment.path);
+            m_steps.emplace_back();
+            if (assignment.path.isPlain()) {
+                m_steps.back().emplace(assignment.path.word());
+            }
         }
     }
 
 private:
     void assign(Document& document, std::size_t index) const override {
-        ko::Orvid::Element value = assignments()[index].value;
-        insertAt(document.root, m_steps[index], std::move(value), document.place);
+        const SAssignment& assignment = assignments()[index];
+        ko::Orvid::Element value = assignment.value;
+        const std::optional<LastStep>& known = m_steps[index];
+        insertAt(document.root, known ? *known : LastStep(assignment.path.in(document.root)),
+                 std::move(value), document.place);
     }
 
-    std::vector<LastStep> m_steps;
+    std::vector<std::optional<LastStep>> m_steps;  ///< nothing where only the document tells
 };
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include "call/Options.h"
 #include "edit/Kept.h"
-#include "input/PathWords.h"
+#include "input/CallPath.h"
 #include "input/QueryWord.h"
 #include "verbs/verbs.h"
 
@@ -16,7 +16,6 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
-using ko::Orvid::Path;
 
 void removeElement(Element& element, const SPlace& place) {
     Element* const parent = element.parent();
@@ -46,7 +45,8 @@ public:
 
     void addWords(Words& words, SCall& call) override {
         words.several("WORDS", m_words, "PATH [FILE]...; a path such as a.b[3].c");
-        words.repeated("--also", m_paths, "PATH", "a further path, removed after those before it");
+        words.repeated("--also", m_also, "PATH", "a further path, removed after those before it");
+        words.flag("--if-present", m_isMissingRight, "what is not there is no failure");
         words.option("--query", m_queryText, "QUERY",
                      "remove all that the query selects; the words are [FILE]...");
         addLayout(words, call);
@@ -57,14 +57,18 @@ public:
 
     void prepare(SCall& call) override {
         if (m_queryText) {
-            if (!m_paths.empty()) {
-                throw Misuse("--also goes with PATH only");
+            if (!m_also.empty() || m_isMissingRight) {
+                throw Misuse(std::string(m_isMissingRight ? "--if-present" : "--also") +
+                             " goes with PATH only");
             }
             m_query.emplace(queryOf(*m_queryText));
         } else if (m_words.empty()) {
             throw Misuse("PATH is required");
         } else {
-            m_paths.insert(m_paths.begin(), m_words.front());
+            m_paths.emplace_back(m_words.front());
+            for (const std::string& word : m_also) {
+                m_paths.emplace_back(word);
+            }
             m_words.erase(m_words.begin());
         }
         call.files = m_words;
@@ -77,16 +81,18 @@ private:
         if (m_query) {
             m_query->remove(document.root);
         }
-        for (const std::string& word : m_paths) {
-            withPath(word, [&](const Path& path) {
-                removeElement(document.root.get(path), document.place);
-            });
+        for (const CallPath& path : m_paths) {
+            if (!m_isMissingRight || path.find(document.root) != nullptr) {
+                removeElement(path.get(document.root), document.place);
+            }
         }
         appendEdited(call, document, out);
     }
 
     std::vector<std::string> m_words;
-    std::vector<std::string> m_paths;  ///< all of them, in order
+    std::vector<std::string> m_also;
+    std::vector<CallPath> m_paths;  ///< all of them, in order
+    bool m_isMissingRight = false;
     std::optional<std::string> m_queryText;
     std::optional<ko::Orvid::JsonPath> m_query;
 };

@@ -2,6 +2,7 @@
 //
 // orvid set: values put at paths.
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -34,10 +35,14 @@ public:
     void addWords(Words& words, SCall& call) override {
         AssignmentVerb::addWords(words, call);
         words.option("--query", m_queryText, "QUERY",
-                     "set all that the query selects; the words are JSON [FILE]...");
+                     "set all that the query selects; the words are VALUE [FILE]...");
+        words.flag("--if-absent", m_isOnlyForAbsent, "leave the values alone that are there");
     }
 
     void prepare(SCall& call) override {
+        if (m_queryText && m_isOnlyForAbsent) {
+            throw Misuse("--if-absent goes with PATH only");
+        }
         if (m_queryText) {
             prepareValue(call);
             m_query.emplace(queryOf(*m_queryText));
@@ -52,9 +57,14 @@ public:
 private:
     /// A path that is malformed is told of when it is followed.
     void addTextEdit(const SAssignment& assignment) {
+        if (!assignment.path.isPlain()) {
+            m_textEdits.emplace_back();
+            m_isTextEnough = false;
+            return;
+        }
         try {
             m_textEdits.push_back(
-                {stepsOf(assignment.path), jsonLine(assignment.value, SLayout())});
+                {stepsOf(assignment.path.word()), jsonLine(assignment.value, SLayout())});
         } catch (const Failure&) {
             m_textEdits.emplace_back();
         } catch (const Unwritable&) {
@@ -64,7 +74,7 @@ private:
     }
 
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        if (m_query || !m_isTextEnough || !isPlain(call.layout)) {
+        if (m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
         return keepsText(call) ? spliceAll(document.text, out) : rewriteAll(call, document, out);
@@ -106,14 +116,27 @@ private:
             m_query->update(document.root, assignment.value);
             return;
         }
-        withPath(assignment.path,
-                 [&](const Path& path) { document.root.create(path, assignment.value); });
+        const std::string path = assignment.path.in(document.root);
+        if (!m_isOnlyForAbsent || isAbsent(path, document.root)) {
+            withPath(path,
+                     [&](const Path& place) { document.root.create(place, assignment.value); });
+        }
+    }
+
+    /// `[*]` is a new item each time.
+    static bool isAbsent(const std::string& path, const ko::Orvid::Element& root) {
+        const std::vector<SStep> steps = stepsOf(path);
+        const bool isNew = std::any_of(steps.begin(), steps.end(), [](const SStep& step) {
+            return !step.isKey && step.index == ko::Orvid::k_noIndex;
+        });
+        return isNew || !root.pathExists(path);
     }
 
     std::optional<std::string> m_queryText;
     std::optional<ko::Orvid::JsonPath> m_query;
     std::vector<STextEdit> m_textEdits;
     bool m_isTextEnough = true;
+    bool m_isOnlyForAbsent = false;
 };
 
 }  // namespace

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+//
+// The forms of a value in a call, and the paths that may be JSON Pointers or count from the end.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+const std::string k_document = R"({"a":{"b":[1,2,{"c":"x"}]},"":{"":0},"/x":4})";
+
+TEST(value_forms, are_a_text_as_it_is) {
+    EXPECT_EQ(orvid({"set", "--compact", "a", "string:say \"hi\" = \\n"}, "{}"),
+              printed("{\"a\":\"say \\\"hi\\\" = \\\\n\"}\n"));
+    EXPECT_EQ(orvid({"set", "--compact", "a=string:", "b=string:é"}, "{}"),
+              printed("{\"a\":\"\",\"b\":\"é\"}\n"));
+    EXPECT_EQ(orvid({"insert", "--compact", "[0]", "string:file:x"}, "[]"),
+              printed("[\"file:x\"]\n"));
+    EXPECT_EQ(orvid({"find", "--path", "", "string:1"}, "[1,\"1\"]"), printed("[1]\n"));
+    EXPECT_EQ(orvid({"set", "a", "string:\xFF"}, "{}"), failed(2, "the text is no UTF-8"));
+}
+
+TEST(value_forms, are_files_as_json_and_as_text) {
+    const ScratchFile file("{\"x\": 1.50} // end\n");
+    EXPECT_EQ(orvid({"set", "--compact", "a=file:" + file.name()}, "{}"),
+              printed("{\"a\":{\"x\":1.50}}\n"));
+    EXPECT_EQ(orvid({"set", "--compact", "a=text-file:" + file.name()}, "{}"),
+              printed("{\"a\":\"{\\\"x\\\": 1.50} // end\\n\"}\n"));
+    EXPECT_EQ(orvid({"set", "--compact", "x=file:-", file.name()}, "[2]").out, "{\"x\":[2]}\n");
+    EXPECT_EQ(orvid({"set", "a", "file:/no/such/file"}, "{}"),
+              failed(3, "/no/such/file: No such file or directory"));
+}
+
+TEST(value_forms, are_variables_of_the_environment) {
+    EXPECT_EQ(shell(R"(NAME='a "b"' "$0" set --compact a=env:NAME)", {}, "{}"),
+              printed("{\"a\":\"a \\\"b\\\"\"}\n"));
+    EXPECT_EQ(shell(R"(unset NAME; "$0" set a env:NAME)", {}, "{}"),
+              failed(2, "there is no environment variable \"NAME\""));
+}
+
+TEST(call_paths, may_be_json_pointers) {
+    EXPECT_EQ(orvid({"get", "/a/b/2/c"}, k_document), printed("\"x\"\n"));
+    EXPECT_EQ(orvid({"get", "//"}, k_document), printed("0\n"));
+    EXPECT_EQ(orvid({"get", R"(\/x)"}, k_document), printed("4\n"));
+    EXPECT_EQ(orvid({"set", "--compact", "/a/1=2", "/b.c=3", "/l/-=4"}, R"({"a":[0,1],"l":[]})"),
+              printed("{\"a\":[0,2],\"l\":[4],\"b.c\":3}\n"));
+    EXPECT_EQ(orvid({"set", "--compact", "/~1=1", "/no/such=2"}, "{}"),
+              printed("{\"/\":1,\"no\":{\"such\":2}}\n"));
+    EXPECT_EQ(orvid({"insert", "--compact", "/0=9"}, "[1]"), printed("[9,1]\n"));
+    EXPECT_EQ(orvid({"remove", "--compact", "/1", "--also", "/0/a"}, R"([{"a":1},2])"),
+              printed("[{}]\n"));
+    EXPECT_EQ(orvid({"find", "--path", "--in", "/l", "", "1"}, R"({"l":[1]})"), printed("l[0]\n"));
+    EXPECT_EQ(orvid({"set", "//a=1"}, "{}").status, 2);
+}
+
+TEST(call_paths, count_from_the_end) {
+    EXPECT_EQ(orvid({"get", "a.b[-1].c"}, k_document), printed("\"x\"\n"));
+    EXPECT_EQ(orvid({"get", "[-1][-1]"}, "[[1],[2,3]]"), printed("3\n"));
+    EXPECT_EQ(orvid({"set", "[-1]", "5"}, "[1, 2]"), printed("[1, 5]"));
+    EXPECT_EQ(orvid({"insert", "[-1]", "5"}, "[1, 2]"), printed("[1, 5, 2]"));
+    EXPECT_EQ(orvid({"remove", "[-2]", "--also", "[-1]"}, "[1, 2, 3]"), printed("[1]"));
+    EXPECT_EQ(orvid({"get", "[-4]"}, "[1,2,3]").status, 1);
+    EXPECT_EQ(orvid({"get", "[-0]"}, "[1,2,3]").status, 1);
+    EXPECT_EQ(orvid({"get", R"(\[-1])"}, R"({"[-1]":7})").status, 2);
+    EXPECT_EQ(orvid({"get", R"(\[-1\])"}, R"({"[-1]":7})"), printed("7\n"));
+}
+
+TEST(get_several, writes_one_after_the_other) {
+    EXPECT_EQ(orvid({"get", "a.b[0]", "--also", "/a/b/2/c", "--also=a.b[1]"}, k_document),
+              printed("1\n\"x\"\n2\n"));
+    EXPECT_EQ(orvid({"get", "a.b[0]", "--also", "nope"}, k_document).out, "");
+}
+
+TEST(get_several, writes_an_array_for_each_record) {
+    EXPECT_EQ(orvid({"get", "--lines", "--on-error=skip", "a", "--also", "b"},
+                    "{\"a\":1,\"b\":[]}\n{\"a\":2}\n{\"b\":\"x\",\"a\":1.0}\n")
+                  .out,
+              "[1,[]]\n[1.0,\"x\"]\n");
+}
+
+TEST(get_default, is_the_schemas_or_a_value) {
+    EXPECT_EQ(orvid({"get", "--default=3", "x", "--also", "a.b[0]"}, k_document),
+              printed("3\n1\n"));
+    EXPECT_EQ(orvid({"get", "--default=true", "a.x[-1]"}, k_document), printed("true\n"));
+    EXPECT_EQ(orvid({"get", "--default=string:none", "--raw", "x"}, "{}"), printed("none\n"));
+    EXPECT_EQ(orvid({"get", "--default=none", "x"}, "{}"),
+              failed(2, "\"none\" is no JSON; for the text write --default=string:none"));
+    EXPECT_EQ(orvid({"get", "--default", "x"}, "{}").status, 1);
+}
+
+TEST(set_if_absent, leaves_what_is_there) {
+    EXPECT_EQ(
+        orvid({"set", "--if-absent", "--compact", "a=1", "b=2", "l[*]=3"}, R"({"a":null,"l":[]})"),
+        printed("{\"a\":null,\"l\":[3],\"b\":2}\n"));
+    EXPECT_EQ(orvid({"set", "--if-absent", "a", "2"}, "{ \"a\" : 1 }"), printed("{ \"a\" : 1 }"));
+    EXPECT_EQ(orvid({"set", "--if-absent", "--query", "$.a", "1"}, "{}"),
+              failed(2, "--if-absent goes with PATH only; see orvid set --help"));
+}
+
+TEST(remove_if_present, passes_over_what_is_not_there) {
+    EXPECT_EQ(orvid({"remove", "--if-present", "x", "--also", "a", "--also", "l[-1]"},
+                    R"({"a": 1, "l": []})"),
+              printed(R"({"l": []})"));
+    EXPECT_EQ(orvid({"remove", "--if-present", "--query", "$.a"}, "{}"),
+              failed(2, "--if-present goes with PATH only; see orvid remove --help"));
+}
+
+}  // namespace

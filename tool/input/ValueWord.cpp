@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+//
+// The forms of a value, and the hint for the commonest slip: a text without its quotes.
+
+#include "input/ValueWord.h"
+
+#include <cstdlib>
+#include <string_view>
+
+#include "input/Document.h"
+#include "input/Input.h"
+#include "text/StringText.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+
+/// Takes the prefix away, where the word has it.
+bool takePrefix(std::string_view& word, std::string_view prefix) {
+    const bool isThere = word.substr(0, prefix.length()) == prefix;
+    word.remove_prefix(isThere ? prefix.length() : 0);
+    return isThere;
+}
+
+void setText(std::string_view text, const std::string& name, Element& value) {
+    const char* const end = text.data() + text.length();
+    if (ko::Orvid::text::scanUtf8(text.data(), end).at != end) {
+        throw Failure(ExitStatus::usage, name + " is no UTF-8");
+    }
+    value.setString(std::string(text));
+}
+
+void readVariable(const std::string& name, Element& value) {
+    const char* const text = std::getenv(name.c_str());
+    if (text == nullptr) {
+        throw Failure(ExitStatus::usage, "there is no environment variable \"" + name + "\"");
+    }
+    setText(text, "the environment variable \"" + name + "\"", value);
+}
+
+void readTextFile(const std::string& file, Element& value) {
+    Input input(file);
+    const Bytes ended = input.readAll();
+    setText(ended.view().substr(0, ended.length() - 1), input.name(), value);
+}
+
+/// The word as a shell takes it for one.
+std::string forShell(const std::string& word) {
+    const bool isPlain = word.find_first_not_of(
+                             "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                             "0123456789_-./:=@%+,") == std::string::npos;
+    if (isPlain) {
+        return word;
+    }
+    std::string quoted = "'";
+    for (const char c : word) {
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+/// Whether the word looks like a text and not like JSON with a fault in it.
+bool looksLikeText(const std::string& word) {
+    constexpr std::size_t longest = 80;
+    return word.length() <= longest && word.find_first_of("{[\"\n") != 0 &&
+           word.find('\n') == std::string::npos;
+}
+
+void readJson(const std::string& word, Element& value, const std::string& before) {
+    try {
+        readArgument("JSON", word, value);
+    } catch (const Failure&) {
+        if (!looksLikeText(word)) {
+            throw;
+        }
+        const bool isAddress = before.find_first_of("/?&") != std::string::npos;
+        throw Failure(ExitStatus::usage, "\"" + word + "\" is no JSON; for the text write " +
+                                             forShell(before + "string:" + word) +
+                                             (isAddress ? "; a = in a key is written \\=" : ""));
+    }
+}
+
+}  // namespace
+
+void readValueWord(const std::string& word, Element& value, const std::string& before) {
+    std::string_view rest = word;
+    if (takePrefix(rest, "string:")) {
+        setText(rest, "the text", value);
+    } else if (takePrefix(rest, "file:")) {
+        readFile(std::string(rest), value);
+    } else if (takePrefix(rest, "text-file:")) {
+        readTextFile(std::string(rest), value);
+    } else if (takePrefix(rest, "env:")) {
+        readVariable(std::string(rest), value);
+    } else {
+        readJson(word, value, before);
+    }
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+//
+// A value among the words of a call: JSON text, or one of the forms that spare a shell its quotes.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <string>
+
+namespace orvid_tool {
+
+/// Reads the word into `value`: JSON text, `string:TEXT`, `file:FILE` (its JSON), `text-file:FILE`
+/// (its text as a string) or `env:NAME` (a variable of the environment as a string). No JSON text
+/// begins as those forms do. `before` stands before the
+/// value in the same word, for a hint. Throws Failure.
+void readValueWord(const std::string& word, ko::Orvid::Element& value,
+                   const std::string& before = "");
+
+}  // namespace orvid_tool
