@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <csignal>
 #include <exception>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -19,6 +21,7 @@
 #include "output/Output.h"
 #include "output/Progress.h"
 #include "output/Report.h"
+#include "output/Similar.h"
 
 namespace {
 
@@ -56,8 +59,26 @@ Failure misuse(const std::string& verb, const std::string& text) {
     return {ExitStatus::usage, text + "; see orvid" + name + " --help"};
 }
 
+/// The verb that may have been meant, by a slip or by the name it has elsewhere.
+std::string meant(const std::string& word, const TVerbs& verbs) {
+    static const std::map<std::string, std::string> elsewhere{
+        {"add", "insert"},   {"append", "insert"}, {"cat", "print"},      {"count", "length"},
+        {"cp", "copy"},      {"del", "remove"},    {"delete", "remove"},  {"fmt", "print"},
+        {"format", "print"}, {"len", "length"},    {"lint", "check"},     {"mv", "move"},
+        {"pretty", "print"}, {"put", "set"},       {"rm", "remove"},      {"show", "print"},
+        {"slurp", "join"},   {"update", "set"},    {"validate", "check"}, {"view", "print"}};
+    const auto known = elsewhere.find(word);
+    if (known != elsewhere.end()) {
+        return " (did you mean \"" + known->second + "\"?)";
+    }
+    std::vector<std::string> names;
+    std::transform(verbs.begin(), verbs.end(), std::back_inserter(names),
+                   [](const auto& verb) { return verb->name(); });
+    return orvid_tool::suggestion(word, names);
+}
+
 /// The first word names the verb, or asks for what the command tells of itself.
-void requireVerb(const Verb* verb, const orvid_tool::CommandLine& line) {
+void requireVerb(const TVerbs& verbs, const Verb* verb, const orvid_tool::CommandLine& line) {
     const std::string word = line.verb();
     if (verb != nullptr || line.isRequest()) {
         return;
@@ -66,8 +87,8 @@ void requireVerb(const Verb* verb, const orvid_tool::CommandLine& line) {
         throw misuse("", "a verb is required");
     }
     const bool isOption = !word.empty() && word.front() == '-';
-    throw misuse(
-        "", isOption ? "a verb stands before its options" : "there is no verb \"" + word + "\"");
+    throw misuse("", isOption ? "a verb stands before its options"
+                              : "there is no verb \"" + word + "\"" + meant(word, verbs));
 }
 
 /// Lists the verbs, and declares what `given`, which may be null, takes.
@@ -88,7 +109,7 @@ ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& 
     SCall call;
     const TVerbs verbs = orvid_tool::allVerbs();
     Verb* const verb = verbOf(verbs, line.verb());
-    requireVerb(verb, line);
+    requireVerb(verbs, verb, line);
     declare(verbs, verb, line, call);
     try {
         if (const auto help = line.read()) {

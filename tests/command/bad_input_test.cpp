@@ -267,7 +267,8 @@ TEST(bad_output, that_is_closed_is_told) {
 
 TEST(bad_words, are_misuse_and_told_in_one_line) {
     EXPECT_EQ(orvid({}), failed(2, "a verb is required; see orvid --help"));
-    EXPECT_EQ(orvid({"prin", "x.json"}), failed(2, "there is no verb \"prin\"; see orvid --help"));
+    EXPECT_EQ(orvid({"prin", "x.json"}),
+              failed(2, "there is no verb \"prin\" (did you mean \"print\"?); see orvid --help"));
     EXPECT_EQ(orvid({""}), failed(2, "there is no verb \"\"; see orvid --help"));
     EXPECT_EQ(orvid({"--compact", "print"}),
               failed(2, "a verb stands before its options; see orvid --help"));
@@ -277,9 +278,8 @@ TEST(bad_words, are_misuse_and_told_in_one_line) {
     EXPECT_EQ(
         orvid({"schema-path", "a", "b"}),
         failed(2, "The following argument was not expected: b; see orvid schema-path --help"));
-    EXPECT_EQ(
-        orvid({"print", "--bogus"}),
-        failed(2, "The following argument was not expected: --bogus; see orvid print --help"));
+    EXPECT_EQ(orvid({"print", "--bogus"}),
+              failed(2, "there is no option --bogus; see orvid print --help"));
     EXPECT_EQ(
         orvid({"schema-path", "a", "b\nc"}),
         failed(2,

@@ -118,12 +118,18 @@ TEST(get, tells_the_path_the_missing_step_and_where_the_walk_stopped) {
         return failed(1, "(standard input): at " + place + ": path \"" + path +
                              "\" not found, there is no \"" + step + "\"");
     };
+    const auto mismatch = [](const std::string& place, const std::string& path,
+                             const std::string& type) {
+        return failed(1, "(standard input): at " + place + ": path \"" + path + "\" not found: \"" +
+                             place + "\" is " + type);
+    };
     EXPECT_EQ(orvid({"get", "z"}, k_document), notFound("(root)", "z", "z"));
     EXPECT_EQ(orvid({"get", "a.z.q"}, k_document), notFound("a", "a.z.q", "z"));
     EXPECT_EQ(orvid({"get", "a.b[3]"}, k_document), notFound("a.b", "a.b[3]", "[3]"));
-    EXPECT_EQ(orvid({"get", "a.b[2].c.d"}, k_document), notFound("a.b[2].c", "a.b[2].c.d", "d"));
-    EXPECT_EQ(orvid({"get", "a[0]"}, k_document), notFound("a", "a[0]", "[0]"));
-    EXPECT_EQ(orvid({"get", "a.b.c"}, k_document), notFound("a.b", "a.b.c", "c"));
+    EXPECT_EQ(orvid({"get", "a.b[2].c.d"}, k_document),
+              mismatch("a.b[2].c", "a.b[2].c.d", "a string"));
+    EXPECT_EQ(orvid({"get", "a[0]"}, k_document), mismatch("a", "a[0]", "an object"));
+    EXPECT_EQ(orvid({"get", "a.b.c"}, k_document), mismatch("a.b", "a.b.c", "an array"));
     EXPECT_EQ(orvid({"get", R"(x\.y)"}, k_document), notFound("(root)", R"(x\.y)", "x.y"));
     EXPECT_EQ(orvid({"get", "e.f"}, k_document), notFound("e", "e.f", "f"));
 }
@@ -132,7 +138,7 @@ TEST(get, keeps_the_error_on_one_line_when_the_path_has_newlines) {
     EXPECT_EQ(orvid({"get", "a\nb"}, k_document),
               failed(1,
                      "(standard input): at (root): path \"a\\u000ab\" not found, there is no "
-                     "\"a\\u000ab\""));
+                     "\"a\\u000ab\" (did you mean \"a b\"?)"));
 }
 
 TEST(get, names_the_file_in_the_error) {
@@ -170,7 +176,7 @@ TEST(get, prints_a_part_of_a_value_of_any_depth) {
 TEST(get, finds_a_value_below_a_million_levels) {
     const std::string deep = repeated("[", 1000000) + repeated("]", 1000000);
     EXPECT_EQ(orvid({"get", "[0].a"}, deep),
-              failed(1, "(standard input): at [0]: path \"[0].a\" not found, there is no \"a\""));
+              failed(1, "(standard input): at [0]: path \"[0].a\" not found: \"[0]\" is an array"));
 }
 
 TEST(get_default, prints_the_value_where_the_data_has_one) {

@@ -57,7 +57,7 @@ TEST(insert, adds_members_but_overwrites_none) {
     EXPECT_EQ(orvid({"insert", "c.d", "1"}, "{}"),
               failed(1, "(standard input): at (root): path \"c\" not found, there is no \"c\""));
     EXPECT_EQ(orvid({"insert", "a.b", "1"}, R"({"a":[]})"),
-              failed(1, "(standard input): at a: path \"a.b\" not found, there is no \"b\""));
+              failed(1, "(standard input): at a: path \"a.b\" not found: \"a\" is an array"));
     EXPECT_EQ(orvid({"insert", "", "1"}, "{}"),
               failed(2, "the path must have a step; see orvid insert --help"));
 }

@@ -6,10 +6,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
 #include "output/Failure.h"
+#include "output/Similar.h"
 
 namespace orvid_tool {
 
@@ -106,11 +108,34 @@ Words& Words::needs(const char* name) {
 }
 
 struct CommandLine::Impl {
-    Impl(int argc, char** argv) : words(argv + 1, argv + argc) {}
+    Impl(int argc, char** argv) : words(argv + 1, argv + argc) {
+        if (!words.empty() && words.front() == "help") {
+            words.erase(words.begin());
+            words.insert(words.begin() + (words.empty() ? 0 : 1), "--help");
+        }
+    }
 
     CLI::App app{"Read, edit and write JSON documents in which nothing may be lost", "orvid"};
     std::vector<std::string> words;  ///< behind the command's name
     CLI::App* given = nullptr;       ///< the verb of this call
+
+    /// Tells of the first word that looks like an option and is none, where there is one.
+    std::optional<std::string> unknownOption() const {
+        std::vector<std::string> known;
+        for (const CLI::Option* const option : given->get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                known.push_back("--" + name);
+            }
+        }
+        for (const std::string& word : words) {
+            const std::string name = word.substr(0, word.find('='));
+            const bool isOption = name.length() > 2 && name.compare(0, 2, "--") == 0;
+            if (isOption && std::find(known.begin(), known.end(), name) == known.end()) {
+                return "there is no option " + name + suggestion(name, known);
+            }
+        }
+        return std::nullopt;
+    }
 
     /// The last word first, as CLI11 wants them.
     std::vector<std::string> markedWords() const {
@@ -158,6 +183,8 @@ std::optional<std::string> CommandLine::read() {
     }
     try {
         m_impl->app.parse(m_impl->markedWords());
+    } catch (const CLI::ExtrasError& error) {
+        throw Misuse(m_impl->unknownOption().value_or(error.what()));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
             throw Misuse(error.what());

@@ -71,9 +71,9 @@ void addLayout(Words& words, SCall& call) {
     words.flag(
         "--tab", [indentBy] { indentBy("\t"); }, "indent by tabs");
     words.flag(
-        "--compact", [indentBy] { indentBy(""); }, "write each value on one line");
+        "-c,--compact", [indentBy] { indentBy(""); }, "write each value on one line");
     words.flag(
-        "--sort-keys", [&layout] { layout.options.sortKeys = layout.isAsked = true; },
+        "-S,--sort-keys", [&layout] { layout.options.sortKeys = layout.isAsked = true; },
         "write members in the order of their keys");
     words.flag(
         "--ascii", [&layout] { layout.options.asciiOnly = layout.isAsked = true; },
@@ -95,7 +95,7 @@ void addStrict(Words& words, SCall& call) {
 }
 
 void addRaw(Words& words, SCall& call) {
-    words.flag("--raw", call.isRaw, "write a string without quotes and escapes");
+    words.flag("-r,--raw", call.isRaw, "write a string without quotes and escapes");
 }
 
 void addSchema(Words& words, SCall& call) {

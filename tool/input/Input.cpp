@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string_view>
 
 #include "output/Failure.h"
 #include "output/Progress.h"
@@ -26,6 +27,11 @@ std::size_t knownSize(int descriptor) {
     return isKnown ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
+/// Nothing is said where standard error cannot be written.
+void writeNote(std::string_view text) {
+    static_cast<void>(write(STDERR_FILENO, text.data(), text.length()) < 0);
+}
+
 }  // namespace
 
 Input::Input(const std::string& file)
@@ -34,6 +40,9 @@ Input::Input(const std::string& file)
                                            : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
     if (m_descriptor < 0) {
         throw systemFailure(m_name);
+    }
+    if (m_descriptor == STDIN_FILENO && isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0) {
+        writeNote("orvid: reading what is typed here; Ctrl-D ends it\n");
     }
     Progress::begin(m_name, knownSize(m_descriptor));
 }

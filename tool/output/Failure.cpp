@@ -18,14 +18,6 @@ Failure::Failure(ExitStatus status, SPlace place, const std::string& text, std::
 
 Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, SPlace(), text) {}
 
-Failure missingPath(SPlace place, const ko::Orvid::PathNotFound& error) {
-    if (error.elementPath() != nullptr) {
-        place.path = *error.elementPath();
-    }
-    return {ExitStatus::failed, std::move(place),
-            "path \"" + error.path() + "\" not found, there is no \"" + error.key() + "\""};
-}
-
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error) {
     return {ExitStatus::usage, "path \"" + path + "\": " + error.message()};
 }

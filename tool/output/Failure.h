@@ -63,9 +63,6 @@ public:
     explicit OutputFailure(const Failure& failure) : Failure(failure) {}
 };
 
-/// A step of the path leads nowhere in the document at `place`.
-Failure missingPath(SPlace place, const ko::Orvid::PathNotFound& error);
-
 /// `path` itself is malformed.
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error);
 

@@ -11,6 +11,7 @@
 
 #include "edit/InPlace.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "lines/Lines.h"
 #include "output/Output.h"
 #include "output/Report.h"
@@ -126,7 +127,7 @@ void DocumentVerb::work(const SCall& call, Document& document, Bytes& out) const
         read(call, document);
         apply(call, document, out);
     } catch (const ko::Orvid::PathNotFound& error) {
-        throw missingPath(document.place, error);
+        throw missingPath(document.place, document.root, error);
     } catch (const ko::Exception& error) {
         throw Failure(ExitStatus::failed, document.place, error.what());
     } catch (const Unwritable& error) {

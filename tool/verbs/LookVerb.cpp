@@ -23,29 +23,10 @@ bool isFile(const std::string& word) {
            (!word.empty() && stat(word.c_str(), &status) == 0 && !S_ISDIR(status.st_mode));
 }
 
-const char* phraseOf(const Element& value) {
-    switch (value.type()) {
-        case ko::Orvid::etBoolean:
-            return "a boolean";
-        case ko::Orvid::etNumber:
-            return "a number";
-        case ko::Orvid::etString:
-            return "a string";
-        case ko::Orvid::etObject:
-            return "an object";
-        case ko::Orvid::etArray:
-            return "an array";
-        default:
-            return "null";
-    }
-}
-
 }  // namespace
 
-const char* typePhrase(const Element& value) { return phraseOf(value); }
-
 const char* typeName(const Element& value) {
-    const std::string_view phrase = phraseOf(value);
+    const std::string_view phrase = typePhrase(value);
     const std::size_t article = phrase.find(' ');
     return article == std::string_view::npos ? phrase.data() : phrase.data() + article + 1;
 }

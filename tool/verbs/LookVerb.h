@@ -9,6 +9,7 @@
 
 #include "call/Verb.h"
 #include "input/CallPath.h"
+#include "input/MissingPath.h"
 
 namespace orvid_tool {
 
@@ -36,8 +37,5 @@ private:
 
 /// The name of the value's type in JSON: "null", "boolean", "number", "string", "array", "object".
 const char* typeName(const ko::Orvid::Element& value);
-
-/// The same as in a sentence: "null", "a boolean", "an array".
-const char* typePhrase(const ko::Orvid::Element& value);
 
 }  // namespace orvid_tool

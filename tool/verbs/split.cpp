@@ -4,7 +4,7 @@
 
 #include "call/Options.h"
 #include "input/CallPath.h"
-#include "verbs/LookVerb.h"
+#include "input/MissingPath.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+//
+// What the command says to a slip: to misspelt verbs, options and keys, to the notations of other
+// tools, and to somebody who waits at a terminal.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+
+const std::string k_document = R"({"a":{"color":1},"files":[1],"n":2,"$x":3})";
+
+CommandResult missing(const std::string& text) { return failed(1, "(standard input): at " + text); }
+
+TEST(hints, name_the_verb_that_was_meant) {
+    EXPECT_EQ(orvid({"pirnt"}),
+              failed(2, "there is no verb \"pirnt\" (did you mean \"print\"?); see orvid --help"));
+    EXPECT_EQ(
+        orvid({"delete"}),
+        failed(2, "there is no verb \"delete\" (did you mean \"remove\"?); see orvid --help"));
+    EXPECT_EQ(orvid({"qwertz"}), failed(2, "there is no verb \"qwertz\"; see orvid --help"));
+}
+
+TEST(hints, name_the_option_that_was_meant) {
+    EXPECT_EQ(orvid({"print", "--sortkeys=1"}, "1"),
+              failed(2,
+                     "there is no option --sortkeys (did you mean \"--sort-keys\"?); see orvid "
+                     "print --help"));
+    EXPECT_EQ(orvid({"print", "--strange"}, "1"),
+              failed(2, "there is no option --strange; see orvid print --help"));
+}
+
+TEST(hints, name_the_key_that_was_meant) {
+    EXPECT_EQ(orvid({"get", "a.colour"}, k_document),
+              missing("a: path \"a.colour\" not found, there is no \"colour\" (did you mean "
+                      "\"color\"?)"));
+    EXPECT_EQ(orvid({"remove", "N"}, k_document),
+              missing("(root): path \"N\" not found, there is no \"N\" (did you mean \"n\"?)"));
+    EXPECT_EQ(orvid({"get", "zzz"}, k_document),
+              missing("(root): path \"zzz\" not found, there is no \"zzz\""));
+}
+
+TEST(hints, tell_what_is_at_the_place_instead) {
+    EXPECT_EQ(orvid({"get", "n.x"}, k_document),
+              missing("n: path \"n.x\" not found: \"n\" is a number"));
+    EXPECT_EQ(orvid({"set", "n[0]", "1"}, k_document),
+              missing("n: path \"n[0]\" not found: \"n\" is a number"));
+    EXPECT_EQ(orvid({"get", "a"}, "[1]"),
+              missing("(root): path \"a\" not found: the root is an array"));
+}
+
+TEST(hints, understand_the_notations_of_others) {
+    EXPECT_EQ(orvid({"get", "$.a.color"}, k_document),
+              missing("(root): path \"$.a.color\" not found, there is no \"$\"; a path has no $, "
+                      "write a.color"));
+    EXPECT_EQ(orvid({"get", "files.0"}, k_document),
+              missing("files: path \"files.0\" not found: \"files\" is an array; write files[0]"));
+    EXPECT_EQ(orvid({"get", ".a.color"}, k_document), printed("1\n"));
+    EXPECT_EQ(orvid({"get", "$x"}, k_document), printed("3\n"));
+}
+
+TEST(hints, tell_that_a_terminal_is_read) {
+    const CommandResult result = orvid_test::runOnTerminal(
+        {"sh", "-c", R"(stty -icanon min 0 time 0; "$0" print)", ORVID_TOOL});
+    EXPECT_NE(result.out.find("orvid: reading what is typed here; Ctrl-D ends it\r\n"),
+              std::string::npos)
+        << result;
+}
+
+TEST(help_verb, is_the_same_as_the_option) {
+    EXPECT_EQ(orvid({"help"}), orvid({"--help"}));
+    EXPECT_EQ(orvid({"help", "get"}), orvid({"get", "--help"}));
+    EXPECT_EQ(orvid({"help", "nope"}).status, 2);
+}
+
+TEST(short_options, are_those_that_people_know) {
+    EXPECT_EQ(orvid({"print", "-cS"}, R"({"b":[ ],"a":1})"), printed("{\"a\":1,\"b\":[]}\n"));
+    EXPECT_EQ(orvid({"get", "-r", ""}, "\"x\""), printed("x\n"));
+}
+
+}  // namespace

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+//
+// Hints for the notations of other tools, for misspelt keys, and for steps below what has none.
+
+#include "input/MissingPath.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "output/Similar.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::PathNotFound;
+
+/// The element at which the walk stopped; null where it is in no part of this document.
+const Element* holderIn(const Element& root, const PathNotFound& error) {
+    if (error.elementPath() == nullptr) {
+        return nullptr;
+    }
+    try {
+        return &root.get(*error.elementPath());
+    } catch (const ko::Exception&) {
+        return nullptr;
+    }
+}
+
+std::vector<std::string> keysOf(const Element& object) {
+    constexpr std::size_t most = 1000;
+    std::vector<std::string> keys;
+    for (const auto& member : object.object()) {
+        if (keys.size() == most) {
+            break;
+        }
+        keys.push_back(member.first);
+    }
+    return keys;
+}
+
+bool isNumber(const std::string& step) {
+    return !step.empty() && step.find_first_not_of("0123456789") == std::string::npos;
+}
+
+std::string named(const std::string& path) {
+    constexpr std::size_t longest = 100;
+    if (path.length() > longest) {
+        return "it";
+    }
+    return path.empty() ? "the root" : "\"" + path + "\"";
+}
+
+/// Why a value of another type has no such step.
+std::string mismatch(const Element& holder, const std::string& holderPath,
+                     const std::string& step) {
+    const std::string text = named(holderPath) + " is " + typePhrase(holder);
+    return holder.isArray() && isNumber(step) ? text + "; write " + holderPath + "[" + step + "]"
+                                              : text;
+}
+
+/// What may have been meant by a key that is not there.
+std::string hint(const Element& object, const std::string& holderPath, const std::string& step,
+                 const std::string& path) {
+    if (step == "$" && holderPath.empty() && path.size() > 1) {
+        return "; a path has no $, write " + path.substr(path[1] == '.' ? 2 : 1);
+    }
+    return suggestion(step, keysOf(object));
+}
+
+}  // namespace
+
+const char* typePhrase(const Element& value) {
+    switch (value.type()) {
+        case ko::Orvid::etBoolean:
+            return "a boolean";
+        case ko::Orvid::etNumber:
+            return "a number";
+        case ko::Orvid::etString:
+            return "a string";
+        case ko::Orvid::etObject:
+            return "an object";
+        case ko::Orvid::etArray:
+            return "an array";
+        default:
+            return "null";
+    }
+}
+
+Failure missingPath(SPlace place, const Element& root, const PathNotFound& error) {
+    const std::string holderPath = error.elementPath() == nullptr ? "" : *error.elementPath();
+    if (error.elementPath() != nullptr) {
+        place.path = holderPath;
+    }
+    const std::string start = "path \"" + error.path() + "\" not found";
+    const std::string& step = error.key();
+    const Element* const holder = holderIn(root, error);
+    const bool isIndex = !step.empty() && step.front() == '[';
+    std::string text = ", there is no \"" + step + "\"";
+    if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
+        text = ": " + mismatch(*holder, holderPath, step);
+    } else if (holder != nullptr && holder->isObject()) {
+        text += hint(*holder, holderPath, step, error.path());
+    }
+    return {ExitStatus::failed, std::move(place), start + text};
+}
+
+}  // namespace orvid_tool
