@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+//
+// That the table of knowledge in docs/architecture.md is true: the files that it names exist, and
+// the sign of a piece of knowledge stands in those files of its row and in no other source.
+
+#include "docs/Markdown.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace {
+
+using orvid_test::codeSpans;
+using orvid_test::Lines;
+using orvid_test::linesOf;
+using orvid_test::tableRows;
+using testing::UnorderedElementsAreArray;
+
+const std::filesystem::path k_source = ORVID_SOURCE;
+
+struct Source {
+    std::string name;
+    std::string code;
+};
+
+std::string readFile(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios_base::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+/// The text without lines that are comments.
+std::string codeOf(const std::string& text) {
+    std::string code;
+    for (const std::string& line : linesOf(text)) {
+        const std::size_t start = line.find_first_not_of(' ');
+        if (start == std::string::npos || line.compare(start, 2, "//") != 0) {
+            code += line + "\n";
+        }
+    }
+    return code;
+}
+
+std::vector<Source> sources() {
+    std::vector<Source> all;
+    for (const char* const folder : {"base", "include", "src", "tool"}) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(k_source / folder)) {
+            const std::string extension = entry.path().extension().string();
+            if (extension == ".cpp" || extension == ".h") {
+                all.push_back({entry.path().lexically_relative(k_source).generic_string(),
+                               codeOf(readFile(entry.path()))});
+            }
+        }
+    }
+    return all;
+}
+
+/// The rows of the section on knowledge.
+std::vector<Lines> knowledge() {
+    const Lines page = linesOf(readFile(k_source / "docs/architecture.md"));
+    const auto begin = std::find(page.begin(), page.end(), "## Knowledge");
+    const auto end =
+        std::find_if(begin == page.end() ? begin : begin + 1, page.end(),
+                     [](const std::string& line) { return line.rfind("## ", 0) == 0; });
+    return tableRows(Lines(begin, end));
+}
+
+TEST(Architecture, the_places_of_knowledge_exist) {
+    std::size_t checked = 0;
+    for (const Lines& row : knowledge()) {
+        for (const std::string& place : codeSpans(row.at(1) + row.at(2))) {
+            EXPECT_TRUE(std::filesystem::exists(k_source / place)) << place;
+            ++checked;
+        }
+    }
+    EXPECT_GT(checked, 0U);
+}
+
+TEST(Architecture, the_sign_of_a_piece_of_knowledge_stands_where_the_table_says) {
+    const std::vector<Source> all = sources();
+    std::size_t checked = 0;
+    for (const Lines& row : knowledge()) {
+        Lines places = codeSpans(row.at(3));
+        if (places.empty()) {
+            continue;
+        }
+        const std::string sign = places.front();
+        places.erase(places.begin());
+        Lines found;
+        for (const Source& source : all) {
+            if (source.code.find(sign) != std::string::npos) {
+                found.push_back(source.name);
+            }
+        }
+        EXPECT_THAT(found, UnorderedElementsAreArray(places))
+            << row.at(0) << ": " << sign << ". Use the unit that knows it, or say why not.";
+        ++checked;
+    }
+    EXPECT_GT(checked, 10U);
+}
+
+}  // namespace
