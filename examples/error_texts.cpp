@@ -65,6 +65,8 @@ void showNumbers() {
     SHOW(DecNumber("seven"));
     SHOW(DecNumber("1e99999999999999999999"));
     SHOW(static_cast<int>(DecNumber("1e10")));
+    SHOW(DecNumber("1e10000001") + DecNumber("1"));
+    SHOW(DecNumber("1e9223372036854775807") * DecNumber("1e1"));
 }
 
 void showText(Element& root) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // That the table of knowledge in docs/architecture.md is true: the files that it names exist, and
-// the sign of a piece of knowledge stands in those files of its row and in no other source.
+// the sign of a piece of knowledge stands in the first of its files, and in no file besides them.
 
 #include "docs/Markdown.h"
 
@@ -21,7 +21,8 @@ using orvid_test::codeSpans;
 using orvid_test::Lines;
 using orvid_test::linesOf;
 using orvid_test::tableRows;
-using testing::UnorderedElementsAreArray;
+using testing::Contains;
+using testing::IsSubsetOf;
 
 const std::filesystem::path k_source = ORVID_SOURCE;
 
@@ -98,7 +99,8 @@ TEST(Architecture, the_sign_of_a_piece_of_knowledge_stands_where_the_table_says)
                 found.push_back(source.name);
             }
         }
-        EXPECT_THAT(found, UnorderedElementsAreArray(places))
+        EXPECT_THAT(found, Contains(places.front())) << row.at(0);
+        EXPECT_THAT(found, IsSubsetOf(places))
             << row.at(0) << ": " << sign << ". Use the unit that knows it, or say why not.";
         ++checked;
     }
