@@ -58,6 +58,22 @@ void checkSelection(const JsonPath& query, const Element& root) {
     require(plain.isUnknown || *plain.nodes == query.select(root), "both select the same");
 }
 
+std::string textOf(const Nodes& nodes) {
+    std::string text;
+    for (const Element* const node : nodes) {
+        text += serialize(*node) + "\n";
+    }
+    return text;
+}
+
+/// The document holds no key twice.
+void checkReading(const JsonPath& query, const Element& root, const std::string& text) {
+    const Element part = parseFor(query, text, ko::Orvid::ReadOptions());
+    orvid_fuzz::requireNone(orvid_test::brokenLink(part, orvid_test::Indexes::exactOrZero));
+    require(textOf(query.select(part)) == textOf(query.select(root)),
+            "what is read for the query has the same results");
+}
+
 void checkEdits(const JsonPath& query, const Element& root) {
     const Nodes nodes = query.select(root);
     const std::size_t distinct =
@@ -81,12 +97,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Input input(bytes, size);
     const std::string text = input.textUntil('\n');
     Element root;
-    if (!isShallow(text) || !read(root, input.rest())) {
+    const std::string document = input.rest();
+    if (!isShallow(text) || !read(root, document)) {
         return 0;
     }
     try {
         const JsonPath query(text, options());
         checkSelection(query, root);
+        checkReading(query, root, document);
         checkEdits(query, root);
     } catch (const ParseException&) {
         require(!orvid_test::plainSelect(text, root).nodes, "the model does not know it either");

@@ -4,9 +4,17 @@
 
 #include <ko/Orvid/parse.h>
 
+#include <ko/detail/NodeMemory.h>
 #include <ko/Orvid/DomParser.h>
+#include <ko/Orvid/JsonPath.h>
 
 #include <limits>
+#include <optional>
+#include <utility>
+
+#include "document/SelectiveBuilder.h"
+#include "query/Projection.h"
+#include "text/TextScannerRun.h"
 
 namespace ko::Orvid {
 
@@ -15,6 +23,25 @@ namespace {
 ReadOptions whole(ReadOptions options) {
     options.requireWholeDocument = true;
     return options;
+}
+
+/// Nothing where the text has a fault, or keys whose order only the whole tree has.
+std::optional<Element> parseLookedAt(const JsonPath& query, std::string_view text,
+                                     const ReadOptions& options) {
+    Projection projection(query);
+    if (projection.root().isWhole) {
+        return std::nullopt;
+    }
+    std::optional<Element> root(std::in_place);
+    SelectiveBuilder builder(projection, *root);
+    TextScanner scanner(options);
+    NodeMemory nodes;
+    const NodeMemory::Scope scope(nodes);
+    scanner.scan(text, builder);
+    if (!scanner.fault()) {
+        scanner.finish(builder);
+    }
+    return scanner.fault() || builder.hasRepeated() ? std::nullopt : std::move(root);
 }
 
 }  // namespace
@@ -30,6 +57,11 @@ Element parse(std::string_view text, const ReadOptions& options) {
         parser.finish();
     }
     return root;
+}
+
+Element parseFor(const JsonPath& query, std::string_view text, const ReadOptions& options) {
+    std::optional<Element> root = parseLookedAt(query, text, whole(options));
+    return root ? std::move(*root) : parse(text, options);
 }
 
 Element parse(std::istream& in, const ReadOptions& options) {

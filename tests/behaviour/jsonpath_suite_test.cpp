@@ -81,10 +81,16 @@ void run(const Element& test) {
         return;
     }
     // A root of its own, with the true positions.
-    const Document doc(ko::Orvid::Generator().encode(test.get("document")));
-    const Nodes nodes = JsonPath(text).select(doc.root);
+    const std::string document = ko::Orvid::Generator().encode(test.get("document"));
+    const Document doc(document);
+    const JsonPath query(text);
+    const Nodes nodes = query.select(doc.root);
     EXPECT_TRUE(isExpected(test, "result", "results",
                            [&](const Element& values) { return sameValues(values, nodes); }));
+    const Element part = parseFor(query, document);
+    EXPECT_TRUE(isExpected(test, "result", "results", [&](const Element& values) {
+        return sameValues(values, query.select(part));
+    }));
     EXPECT_TRUE(isExpected(test, "result_paths", "results_paths",
                            [&](const Element& paths) { return samePaths(paths, nodes); }));
     checkPaths(doc.root, nodes);

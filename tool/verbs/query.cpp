@@ -56,6 +56,20 @@ public:
     void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
 
 private:
+    /// Only what the query looks at, where its places need not be told. Faults are told of as
+    /// always.
+    void read(const SCall& call, Document& document) const override {
+        if (m_form == EForm::values || m_form == EForm::count) {
+            try {
+                document.root = parseFor(*m_query, document.text, ko::Orvid::ReadOptions());
+                return;
+            } catch (const ko::Orvid::ParseException&) {
+                // The other reader finds it too, and shows where it is.
+            }
+        }
+        DocumentVerb::read(call, document);
+    }
+
     void setForm(EForm form) {
         if (m_form != EForm::values) {
             throw Misuse("only one of --paths, --pointers and --count can be had");

@@ -22,6 +22,7 @@
 namespace ko::Orvid {
 
 struct CompiledQuery;
+class Projection;
 
 /// Bounds for queries from strangers. A query that reaches one of them ends with an Exception that
 /// names the bound; nothing is changed then.
@@ -100,6 +101,8 @@ public:
     std::size_t updateEach(Element& root, const std::function<void(Element&)>& change) const;
 
 private:
+    friend class Projection;
+
     std::shared_ptr<const CompiledQuery> m_compiled;
 };
 

@@ -14,6 +14,8 @@
 
 namespace ko::Orvid {
 
+class JsonPath;
+
 /// The value of a whole document: whatever the options say, the text must hold one complete value
 /// and nothing else. Linear in the length of the text, which may lie in any element. Throws
 /// ParseException with the line and the columns of the fault, and std::bad_alloc.
@@ -21,5 +23,12 @@ KO_API Element parse(std::string_view text, const ReadOptions& options = ReadOpt
 /// The same of all that the stream holds, for which it is waited; the stream then has eofbit.
 /// Throws Exception as well, where the stream cannot be read or fails.
 KO_API Element parse(std::istream& in, const ReadOptions& options = ReadOptions::strict());
+
+/// The same as far as a query looks at it, which takes less time and memory: what the query selects
+/// in it is, value for value, what it selects in the whole document. All else may be missing, and
+/// items be null; so a result need not have the path that it has in the document. All faults of the
+/// text are found, except repeated keys in what is not looked at.
+KO_API Element parseFor(const JsonPath& query, std::string_view text,
+                        const ReadOptions& options = ReadOptions::strict());
 
 }  // namespace ko::Orvid

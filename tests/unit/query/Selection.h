@@ -54,6 +54,8 @@ inline void check(const Selection& test) {
     const Nodes nodes = query.select(root);
     EXPECT_EQ(valuesOf(nodes), test.values);
     EXPECT_EQ(pathsOf(nodes), test.paths);
+    const ko::Orvid::Element part = parseFor(query, test.document, ko::Orvid::ReadOptions());
+    EXPECT_EQ(valuesOf(query.select(part)), test.values);
     const std::vector<ko::Orvid::Element*> same = query.select(doc.root);
     EXPECT_EQ(Nodes(same.begin(), same.end()), nodes);
     EXPECT_EQ(query.first(root), nodes.empty() ? nullptr : nodes.front());
