@@ -69,6 +69,11 @@ document() {
     row "$runs" "set, $name" orvid "$orvid set $path=1 $file" jq "jq '$jq=1' $file" gojq "gojq '$jq=1' $file"
 }
 
+# query FILE NAME QUERY FILTER: a query, beside the filter that writes the same.
+query() {
+    row "$runs" "query $3, $2" orvid "$orvid query '$3' $1" jq "jq -c '$4' $1" gojq "gojq -c '$4' $1"
+}
+
 # Each with one thread and with two, beside the same run of the others.
 lines() {
     row "$line_runs" "get, $megabytes MB of records" \
@@ -90,6 +95,16 @@ if [ -d "${ORVID_CORPUS-}" ]; then
     document "$ORVID_CORPUS/canada.json" canada 'features[0].geometry.coordinates[5][3][1]' '.features[0].geometry.coordinates[5][3][1]'
     document "$ORVID_CORPUS/citm_catalog.json" citm_catalog 'performances[3].seatCategories[0].areas[1].areaId' '.performances[3].seatCategories[0].areas[1].areaId'
     document "$ORVID_CORPUS/twitter.json" twitter 'statuses[50].user.name' '.statuses[50].user.name'
+fi
+if [ -d "${ORVID_CORPUS-}" ]; then
+    for name in canada citm_catalog twitter; do
+        query "$ORVID_CORPUS/$name.json" $name '$..id' '.. | objects | select(has("id")) | .id'
+        query "$ORVID_CORPUS/$name.json" $name '$..[?@.price]' \
+            '.. | (arrays, objects) | .[] | objects | select(has("price"))'
+    done
+    query "$ORVID_CORPUS/twitter.json" twitter '$.statuses[*].user.screen_name' '.statuses[].user.screen_name'
+    query "$ORVID_CORPUS/twitter.json" twitter '$.statuses[?@.retweet_count > 10].text' \
+        '.statuses[] | select(.retweet_count > 10) | .text'
 fi
 lines
 bench/command_table.py $out "$orvid"

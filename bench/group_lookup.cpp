@@ -16,6 +16,7 @@ namespace {
 
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
+using ko::Orvid::JsonPath;
 using ko::Orvid::Path;
 
 std::shared_ptr<Element> treeOf(const std::string& text) {
@@ -50,6 +51,10 @@ Group lookUpGroup(const Lookup& lookup) {
     const auto root = treeOf(lookup.document.text);
     group.jobs.push_back(
         {"orvid, Path kept", [root, path = Path(lookup.path.dotted)] { keep(&root->get(path)); }});
+    group.jobs.push_back(
+        {"orvid, JsonPath kept", [root, query = JsonPath::fromPath(Path(lookup.path.dotted))] {
+             keep(query.first(*root));
+         }});
     group.noAllocations = "orvid, Path kept";
     if (lookup.hasBars) {
         group.bars = {{"orvid", "ordered_json", 1},
@@ -57,6 +62,7 @@ Group lookUpGroup(const Lookup& lookup) {
                       {"orvid", "Boost.JSON", 1},
                       {"orvid", "jsoncpp", 1}};
     }
+    group.bars.push_back({"orvid, JsonPath kept", "orvid, Path kept", 1.3});
     return group;
 }
 

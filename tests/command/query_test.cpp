@@ -94,6 +94,36 @@ TEST(query, shows_where_a_query_is_wrong) {
     EXPECT_EQ(orvid({"query"}, "{}"), failed(2, "QUERY is required; see orvid query --help"));
 }
 
+TEST(query, tells_of_faults_wherever_they_are) {
+    EXPECT_EQ(orvid({"query", "$.a", "--count"}, "{\"a\":1,\n\"b\":tru}"),
+              orvid({"query", "$.a", "--paths"}, "{\"a\":1,\n\"b\":tru}"));
+    EXPECT_EQ(orvid({"query", "$.a"}, "{\"a\":1} 2"),
+              failed(1, "(standard input):1:9: text follows the value"));
+    EXPECT_EQ(orvid({"query", "$.a"}, "{\"a\":1, // one\n\"a\":2}"), printed("2\n"));
+}
+
+TEST(select, writes_records_as_they_are) {
+    const std::string records =
+        "{\"a\": 1.0}\r\n {\"a\":null, \"b\":[2]}\n\n{\"a\":false}\n{\"a\":[]}\n{}";
+    EXPECT_EQ(orvid({"select", "--lines", "$.a"}, records),
+              printed("{\"a\": 1.0}\r\n{\"a\":[]}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "--not", "$.a"}, records),
+              printed(" {\"a\":null, \"b\":[2]}\n{\"a\":false}\n{}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "-j", "2", "$.b[?@ > 1]"}, records),
+              printed(" {\"a\":null, \"b\":[2]}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "$[?@ == 1]"}, records), printed("{\"a\": 1.0}\r\n"));
+}
+
+TEST(select, writes_whole_documents_and_tells_of_faults) {
+    const ScratchFile some("{ \"a\": 1 }\n");
+    const ScratchFile other("{}\n");
+    EXPECT_EQ(orvid({"select", "$.a", some.name(), other.name()}), printed("{ \"a\": 1 }\n"));
+    EXPECT_EQ(
+        orvid({"select", "--lines", "$.a", "--on-error", "skip"}, "{\"a\":1}\n{\"b\":tru}\n").out,
+        "{\"a\":1}\n");
+    EXPECT_EQ(orvid({"select", "$."}, "{}").status, 2);
+}
+
 TEST(set_query, sets_all_that_is_selected) {
     EXPECT_EQ(orvid({"set", "--compact", "--query", "$..v", "[0]"}, R"({"v":1,"a":{"v":2}})"),
               printed("{\"v\":[0],\"a\":{\"v\":[0]}}\n"));

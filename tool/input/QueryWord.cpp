@@ -34,4 +34,13 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
     }
 }
 
+void readFor(const ko::Orvid::JsonPath& query, Document& document) {
+    try {
+        document.root = parseFor(query, document.text, ko::Orvid::ReadOptions());
+    } catch (const ParseException&) {
+        // This finds the fault too, and shows where it is.
+        readTree(document.place, document.text, document.root);
+    }
+}
+
 }  // namespace orvid_tool

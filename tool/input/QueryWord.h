@@ -8,10 +8,15 @@
 
 #include <string>
 
+#include "input/Document.h"
+
 namespace orvid_tool {
 
 /// The query of that text. Throws Failure, which shows the query with carets under the error, for
 /// text that is none.
 ko::Orvid::JsonPath queryOf(const std::string& text);
+
+/// readTree() of the document's text into its root, but no more than the query looks at.
+void readFor(const ko::Orvid::JsonPath& query, Document& document);
 
 }  // namespace orvid_tool

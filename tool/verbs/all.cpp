@@ -18,6 +18,7 @@ std::vector<std::unique_ptr<Verb>> allVerbs() {
     verbs.push_back(makeCopy());
     verbs.push_back(makeFind());
     verbs.push_back(makeQuery());
+    verbs.push_back(makeSelect());
     verbs.push_back(makeKeys());
     verbs.push_back(makeLength());
     verbs.push_back(makeType());

@@ -56,18 +56,13 @@ public:
     void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
 
 private:
-    /// Only what the query looks at, where its places need not be told. Faults are told of as
-    /// always.
+    /// Where its places are not to be told, what the query looks at is enough.
     void read(const SCall& call, Document& document) const override {
         if (m_form == EForm::values || m_form == EForm::count) {
-            try {
-                document.root = parseFor(*m_query, document.text, ko::Orvid::ReadOptions());
-                return;
-            } catch (const ko::Orvid::ParseException&) {
-                // The other reader finds it too, and shows where it is.
-            }
+            readFor(*m_query, document);
+        } else {
+            DocumentVerb::read(call, document);
         }
-        DocumentVerb::read(call, document);
     }
 
     void setForm(EForm form) {

@@ -17,6 +17,7 @@ std::unique_ptr<Verb> makeInsert();
 std::unique_ptr<Verb> makeRemove();
 std::unique_ptr<Verb> makeFind();
 std::unique_ptr<Verb> makeQuery();
+std::unique_ptr<Verb> makeSelect();
 std::unique_ptr<Verb> makeRename();
 std::unique_ptr<Verb> makeMove();
 std::unique_ptr<Verb> makeCopy();
