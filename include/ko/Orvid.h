@@ -19,6 +19,7 @@
 #include <ko/Orvid/ElementGetter.h>
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/FileException.h>
+#include <ko/Orvid/FileLock.h>
 #include <ko/Orvid/FromSchemaPathConverter.h>
 #include <ko/Orvid/Generator.h>
 #include <ko/Orvid/JsonLines.h>

@@ -14,8 +14,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <random>
-#include <system_error>
 #include <utility>
+
+#include "document/FileAttributes.h"
+#include "document/SystemCall.h"
 
 namespace ko::Orvid {
 
@@ -24,43 +26,6 @@ namespace {
 constexpr const char* k_read = "read";
 constexpr const char* k_write = "write";
 constexpr const char* k_replace = "replace";
-
-[[noreturn]] void failAt(const std::string& name, const char* action, int error) {
-    throw FileException(name, action, std::generic_category().message(error), error);
-}
-
-/// Calls `attempt` again as long as a signal interrupts it.
-template<class Attempt>
-auto untilDone(const Attempt& attempt) {
-    auto result = attempt();
-    while (result < 0 && errno == EINTR) {
-        result = attempt();
-    }
-    return result;
-}
-
-/// Where the chain of symbolic links ends; that file need not exist.
-std::string linkTarget(const std::string& name) {
-    constexpr int mostLinks = 40;  // as the system itself
-    std::filesystem::path target = name;
-    std::error_code error;
-    for (int i = 0; i <= mostLinks; ++i) {
-        if (!std::filesystem::is_symlink(std::filesystem::symlink_status(target, error))) {
-            return target.string();
-        }
-        const std::filesystem::path next = std::filesystem::read_symlink(target, error);
-        if (error) {
-            failAt(name, k_write, error.value());
-        }
-        target = target.parent_path() / next;
-    }
-    failAt(name, k_write, ELOOP);
-}
-
-std::string folderOf(const std::string& file) {
-    const std::string folder = std::filesystem::path(file).parent_path().string();
-    return folder.empty() ? "." : folder;
-}
 
 std::string temporaryName(const std::string& target) {
     constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
@@ -73,23 +38,6 @@ std::string temporaryName(const std::string& target) {
     }
     return (std::filesystem::path(target).parent_path() / name).string();
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int file) : m_file(file) {}
-    ~Descriptor() {
-        if (m_file >= 0) {
-            ::close(m_file);
-        }
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int get() const noexcept { return m_file; }
-
-private:
-    int m_file;
-};
 
 }  // namespace
 
@@ -106,10 +54,35 @@ SafeFile::SafeFile(const std::string& name) : m_name(name), m_target(linkTarget(
     if (!isNew && ::faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0) {
         fail(k_write, errno);
     }
-    makeTemporary(isNew);
-    if (!isNew) {
-        keepOwnerAndMode(status.st_uid, status.st_gid, status.st_mode);
+    if (isNew) {
+        makeTemporary(true);
+        return;
     }
+    const Descriptor former(openFormer());
+    makeTemporary(false);
+    try {
+        keepAttributes(former.get());
+    } catch (...) {
+        discard();
+        throw;
+    }
+}
+
+/// The file that is replaced, to read what is to be kept of it. Where it may not be read it may be
+/// written to.
+int SafeFile::openFormer() const {
+    constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const auto opened = [&](int access) {
+        return untilDone([&] { return ::open(m_target.c_str(), access | flags); });
+    };
+    int file = opened(O_RDONLY);
+    if (file < 0 && errno == EACCES) {
+        file = opened(O_WRONLY);
+    }
+    if (file < 0) {
+        fail(k_write, errno);
+    }
+    return file;
 }
 
 SafeFile::~SafeFile() { discard(); }
@@ -135,26 +108,39 @@ void SafeFile::makeTemporary(bool isNew) {
     }
 }
 
-/// The owner comes first, for changing it may clear bits of the mode.
-void SafeFile::keepOwnerAndMode(unsigned int owner, unsigned int group, unsigned int mode) {
-    constexpr unsigned int allBits = 07777;
-    constexpr unsigned int plainBits = 0777;
-    constexpr unsigned int groupBits = 070;
-    constexpr unsigned int otherBits = 07;
+/// The owner comes first, for changing it may clear bits of the mode, and the mode last, for it is
+/// too narrow until the access control list is there.
+void SafeFile::keepAttributes(int former) {
+    constexpr mode_t allBits = 07777;
+    constexpr mode_t plainBits = 0777;
+    constexpr mode_t groupBits = 070;
+    constexpr mode_t otherBits = 07;
     constexpr unsigned int groupShift = 3;
-    unsigned int kept = mode & allBits;
-    if (::fchown(m_file, owner, group) != 0) {
+    struct stat status {};
+    if (::fstat(former, &status) != 0) {
+        fail(k_write, errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw FileException(m_name, k_write, "Not a regular file");
+    }
+    const FileAttributes attributes(former, m_name);
+    mode_t kept = status.st_mode & allBits;
+    bool isGroupKept = true;
+    if (::fchown(m_file, status.st_uid, status.st_gid) != 0) {
         kept &= plainBits;
-        if (::fchown(m_file, static_cast<uid_t>(-1), group) != 0) {
-            kept = (kept & ~groupBits) | ((kept & otherBits) << groupShift);
-        }
+        isGroupKept = ::fchown(m_file, static_cast<uid_t>(-1), status.st_gid) == 0;
+    }
+    attributes.giveTo(m_file, isGroupKept);
+    // Beside a list these bits are what it allows at most, and it has been narrowed itself.
+    if (!isGroupKept && !attributes.hasAccessList()) {
+        kept = (kept & ~groupBits) | ((kept & otherBits) << groupShift);
     }
     if (::fchmod(m_file, kept) != 0) {
-        const int error = errno;
-        discard();
-        fail(k_write, error);
+        fail(k_write, errno);
     }
 }
+
+void SafeFile::expect(const FileStamp& stamp) { m_expected = stamp; }
 
 void SafeFile::write(std::string_view bytes) {
     while (!bytes.empty()) {
@@ -169,6 +155,9 @@ void SafeFile::write(std::string_view bytes) {
 
 void SafeFile::commit() {
     closeTemporary();
+    if (m_expected && *m_expected != FileStamp::of(m_target)) {
+        throw FileException(m_name, k_replace, "It has changed since it was read", ESTALE);
+    }
     if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
         fail(k_replace, errno);
     }
@@ -199,7 +188,7 @@ void SafeFile::discard() noexcept {
 /// flush no folders.
 void SafeFile::flushFolder() {
     const Descriptor folder(::open(folderOf(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.get() < 0) {
+    if (!folder.isOpen()) {
         return;
     }
     if (untilDone([&] { return ::fsync(folder.get()); }) != 0 && errno != EINVAL &&
@@ -208,7 +197,7 @@ void SafeFile::flushFolder() {
     }
 }
 
-void SafeFile::fail(const char* action, int error) const { failAt(m_name, action, error); }
+void SafeFile::fail(const char* action, int error) const { failWith(m_name, action, error); }
 
 void replaceFile(const std::string& name, std::string_view content) {
     SafeFile file(name);
@@ -217,12 +206,18 @@ void replaceFile(const std::string& name, std::string_view content) {
 }
 
 std::string readFile(const std::string& name) {
+    FileStamp ignored;
+    return readFile(name, ignored);
+}
+
+std::string readFile(const std::string& name, FileStamp& stamp) {
     constexpr std::size_t firstRoom = 65536;
     const Descriptor file(untilDone([&] { return ::open(name.c_str(), O_RDONLY | O_CLOEXEC); }));
     struct stat status {};
-    if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
-        failAt(name, k_read, errno);
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0) {
+        failWith(name, k_read, errno);
     }
+    stamp = FileStamp::of(file.get(), name);
     // One byte more than the file is said to have tells its end without another round.
     const bool isRegular = S_ISREG(status.st_mode) && status.st_size > 0;
     std::string content(isRegular ? static_cast<std::size_t>(status.st_size) + 1 : firstRoom, '\0');
@@ -231,7 +226,7 @@ std::string readFile(const std::string& name) {
         const ssize_t got = untilDone(
             [&] { return ::read(file.get(), &content[length], content.size() - length); });
         if (got < 0) {
-            failAt(name, k_read, errno);
+            failWith(name, k_read, errno);
         }
         length += static_cast<std::size_t>(got);
         if (got == 0) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "text/codePoints.h"
+#include "text/terminal.h"
 
 namespace ko::Orvid {
 
@@ -53,7 +54,7 @@ Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, co
     const auto character = text::firstCodePoint(rest);
     const std::size_t whole = character ? character->length : 0;
     length = std::max<std::size_t>(whole, 1);
-    const bool isControl = static_cast<unsigned char>(rest[0]) < 0x20 || rest[0] == 0x7F;
+    const bool isControl = character && text::steersTerminal(character->value);
     const bool isMarked = offset < fault.end && offset + length > fault.begin;
     return {whole == 0 ? "?" : isControl ? " " : std::string(rest.substr(0, whole)), isMarked};
 }

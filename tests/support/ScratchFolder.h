@@ -20,7 +20,9 @@ namespace orvid_test {
 /// A new folder, which is removed with all that is in it at the end of the scope.
 class ScratchFolder {
 public:
-    ScratchFolder() : m_path(std::filesystem::temp_directory_path() / "orvid-test-XXXXXX") {
+    explicit ScratchFolder(
+        const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+        : m_path(parent / "orvid-test-XXXXXX") {
         std::string name = m_path.string();
         if (mkdtemp(name.data()) == nullptr) {
             throw std::runtime_error("no folder can be made in " + name);

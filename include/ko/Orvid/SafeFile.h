@@ -6,7 +6,9 @@
 #pragma once
 
 #include <ko/export.h>
+#include <ko/Orvid/FileLock.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,10 +19,13 @@ namespace ko::Orvid {
 /// killed leaves the file as it was, and perhaps the temporary one, named `.orvid-` and letters.
 ///
 /// A symbolic link is followed: the file it leads to is replaced, or made where it is missing. The
-/// mode stays, and the owner and group where the system permits; where the group cannot stay, it
-/// gets no more than all others may do. A new file has the mode that the umask leaves of 0666.
-/// Other hard links to the file keep the old content; access control lists and extended attributes
-/// are not carried over.
+/// mode, the access control list and the extended attributes stay, and the owner and group where
+/// the system permits; where the group cannot stay, it gets no more than all others may do. Where a
+/// list or an attribute of the user cannot stay, nothing is replaced. A new file has the mode that
+/// the umask leaves of 0666. Other hard links to the file keep the old content.
+///
+/// Two that edit a file at the same time lose no edit when each holds a FileLock from before it
+/// reads to after commit(), and says by expect() what it has read.
 ///
 /// All failures are FileException with the name that was given, and leave the file as it was, but
 /// for the one that commit() names.
@@ -34,6 +39,10 @@ public:
     SafeFile(const SafeFile&) = delete;
     SafeFile& operator=(const SafeFile&) = delete;
 
+    /// commit() fails, with ESTALE as error(), unless the file is still the one of that stamp,
+    /// which readFile() gave. It looks right before it replaces the file; against those who change
+    /// the file at that very moment only a FileLock helps.
+    void expect(const FileStamp& stamp);
     /// Appends bytes to the new content.
     void write(std::string_view bytes);
     /// Flushes the new content to the disk, gives the file that content, and flushes the folder.
@@ -42,10 +51,13 @@ public:
 
     /// The file that is replaced, with symbolic links followed.
     const std::string& target() const noexcept { return m_target; }
+    /// The temporary file, for a program that is ended by a signal to remove. Empty after commit().
+    const std::string& temporary() const noexcept { return m_temporary; }
 
 private:
     void makeTemporary(bool isNew);
-    void keepOwnerAndMode(unsigned int owner, unsigned int group, unsigned int mode);
+    int openFormer() const;
+    void keepAttributes(int former);
     void closeTemporary();
     void discard() noexcept;
     void flushFolder();
@@ -55,6 +67,7 @@ private:
     std::string m_target;
     std::string m_temporary;  ///< empty when there is none
     int m_file = -1;          ///< the temporary file's descriptor, or -1
+    std::optional<FileStamp> m_expected;
 };
 
 /// Gives the file that content, at once (see SafeFile).
@@ -62,5 +75,7 @@ KO_API void replaceFile(const std::string& name, std::string_view content);
 
 /// All bytes of a file, which may be a pipe or a device. Throws FileException.
 KO_API std::string readFile(const std::string& name);
+/// The same, with the stamp of the file before it was read.
+KO_API std::string readFile(const std::string& name, FileStamp& stamp);
 
 }  // namespace ko::Orvid

@@ -32,6 +32,8 @@ class ElementCreator;
 class ElementGetter;
 class Exception;
 class FileException;
+class FileLock;
+struct FileStamp;
 struct FillOptions;
 class FromSchemaPathConverter;
 class Generator;
