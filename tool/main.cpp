@@ -11,6 +11,7 @@
 #include <iterator>
 #include <map>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,7 @@
 #include "call/CommandLine.h"
 #include "call/Options.h"
 #include "call/Verb.h"
+#include "edit/SignalCleanup.h"
 #include "output/Output.h"
 #include "output/Progress.h"
 #include "output/Report.h"
@@ -137,9 +139,31 @@ ExitStatus runToTheEnd(int argc, char** argv, const Report& report) {
     } catch (const Failure& failure) {
         report.failure(failure);
         status = failure.status();
+    } catch (const std::bad_alloc&) {
+        report.failure(orvid_tool::memoryFailure({}));
+        status = ExitStatus::inputOutput;
     }
     out.close();
     return status;
+}
+
+/// The same where there may be no memory left to report that there is none.
+ExitStatus runWithLittleMemory(int argc, char** argv, const Report& report, bool hasJsonErrors) {
+    try {
+        return runToTheEnd(argc, argv, report);
+    } catch (const Failure& failure) {
+        report.failure(failure);
+        return failure.status();
+    } catch (const std::bad_alloc&) {
+        constexpr std::string_view text = "orvid: not enough memory\n";
+        constexpr std::string_view json = "{\"status\":3,\"message\":\"not enough memory\"}\n";
+        const std::string_view message = hasJsonErrors ? json : text;
+        static_cast<void>(!write(STDERR_FILENO, message.data(), message.size()));
+        return ExitStatus::inputOutput;
+    } catch (const std::exception& error) {
+        report.failure(Failure(ExitStatus::failed, error.what()));
+        return ExitStatus::failed;
+    }
 }
 
 }  // namespace
@@ -147,18 +171,10 @@ ExitStatus runToTheEnd(int argc, char** argv, const Report& report) {
 int main(int argc, char** argv) {
     occupyStandardDescriptors();
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
+    orvid_tool::makeLimitsFailures();
     const bool hasJsonErrors = std::any_of(argv, argv + argc, [](const char* word) {
         return std::string_view(word) == "--json-errors";
     });
     const Report report(hasJsonErrors);
-    ExitStatus status = ExitStatus::failed;
-    try {
-        status = runToTheEnd(argc, argv, report);
-    } catch (const Failure& failure) {
-        report.failure(failure);
-        status = failure.status();
-    } catch (const std::exception& error) {
-        report.failure(Failure(ExitStatus::failed, error.what()));
-    }
-    return static_cast<int>(status);
+    return static_cast<int>(runWithLittleMemory(argc, argv, report, hasJsonErrors));
 }

@@ -5,6 +5,7 @@
 #include "input/Document.h"
 
 #include <limits>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -146,9 +147,14 @@ void readArgument(const char* name, const std::string& text, Element& root) {
 }
 
 void readFile(const std::string& file, Element& root) {
-    Input input(file);
-    const Bytes ended = input.readAll();
-    readTree({input.name(), 0, 0, {}}, ended.view().substr(0, ended.length() - 1), root);
+    const SPlace place{inputName(file), 0, 0, {}};
+    try {
+        Input input(file);
+        const Bytes ended = input.readAll();
+        readTree(place, ended.view().substr(0, ended.length() - 1), root);
+    } catch (const std::bad_alloc&) {
+        throw memoryFailure(place);
+    }
 }
 
 }  // namespace orvid_tool

@@ -34,8 +34,12 @@ void writeNote(std::string_view text) {
 
 }  // namespace
 
+std::string inputName(const std::string& file) {
+    return file == k_standardInput ? "(standard input)" : file;
+}
+
 Input::Input(const std::string& file)
-    : m_name(file == k_standardInput ? "(standard input)" : file),
+    : m_name(inputName(file)),
       m_descriptor(file == k_standardInput ? STDIN_FILENO
                                            : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
     if (m_descriptor < 0) {
@@ -44,6 +48,7 @@ Input::Input(const std::string& file)
     if (m_descriptor == STDIN_FILENO && isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0) {
         writeNote("orvid: reading what is typed here; Ctrl-D ends it\n");
     }
+    m_stamp = ko::Orvid::FileStamp::of(m_descriptor, m_name);
     Progress::begin(m_name, knownSize(m_descriptor));
 }
 

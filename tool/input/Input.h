@@ -4,6 +4,8 @@
 
 #pragma once
 
+#include <ko/Orvid.h>
+
 #include <cstddef>
 #include <string>
 
@@ -13,6 +15,9 @@ namespace orvid_tool {
 
 /// The name under which standard input is given.
 inline const char* const k_standardInput = "-";
+
+/// The name of an input for errors: that of the file, or one in words for "-".
+std::string inputName(const std::string& file);
 
 /// Throws Failure, which names the file, when it cannot be opened or read.
 class Input {
@@ -25,6 +30,9 @@ public:
 
     /// The name for errors.
     const std::string& name() const { return m_name; }
+
+    /// The state of the file, taken before it is read.
+    const ko::Orvid::FileStamp& stamp() const { return m_stamp; }
 
     /// The rest of the input with a newline behind it.
     Bytes readAll();
@@ -39,6 +47,7 @@ private:
 
     std::string m_name;
     int m_descriptor;
+    ko::Orvid::FileStamp m_stamp;
 };
 
 }  // namespace orvid_tool

@@ -4,6 +4,7 @@
 
 #include "lines/LineReader.h"
 
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -25,6 +26,12 @@ bool LineReader::next(LineBatch& batch) {
         m_isAtEnd = true;
         batch.text.cut(0);
         batch.readFailure = failure;
+        return true;
+    } catch (const std::bad_alloc&) {
+        m_isAtEnd = true;
+        batch.text = Bytes();
+        m_rest = Bytes();
+        batch.readFailure = memoryFailure({m_input.name(), 0, 0, {}});
         return true;
     }
 }

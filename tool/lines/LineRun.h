@@ -17,8 +17,9 @@ struct SLineRun {
     LineWriter writer;
 };
 
-/// Passes all batches with so many threads. Reading and writing happen in order; only so many
-/// batches are under way at once. A 32 bit build does without it.
+/// Passes all batches with so many threads, at least two, or with as many as the system gives.
+/// Reading and writing happen in order; only so many batches are under way at once. Throws the
+/// first exception of any of them, when all have ended.
 void runInThreads(SLineRun& run, unsigned int threads);
 
 }  // namespace orvid_tool

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
-// Threads: an ordered pipeline in which reading and writing stay serial.
+// Threads that pass batches on: each reads one, works on it, and writes it or leaves it to the
+// thread that writes those before it.
 
-#include <oneapi/tbb/global_control.h>
-#include <oneapi/tbb/parallel_pipeline.h>
-#include <oneapi/tbb/task_arena.h>
+#include <malloc.h>
+#include <sys/resource.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <new>
+#include <system_error>
+#include <thread>
 #include <vector>
 
 #include "lines/LineRun.h"
@@ -18,34 +22,7 @@ namespace orvid_tool {
 
 namespace {
 
-using TBatch = LineBatch*;
-
-/// Batches that are used again and again, for the sake of their memory.
-class Batches {
-public:
-    TBatch take() {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_free.empty()) {
-            m_free.push_back(m_all.emplace_back(std::make_unique<LineBatch>()).get());
-        }
-        const TBatch batch = m_free.back();
-        m_free.pop_back();
-        batch->clear();
-        return batch;
-    }
-    void give(TBatch batch) {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_free.push_back(batch);
-    }
-
-private:
-    std::mutex m_mutex;
-    std::vector<std::unique_ptr<LineBatch>> m_all;
-    std::vector<TBatch> m_free;
-};
-
-/// The first exception of the run. It waits until the pipeline is empty, where no batch is worked
-/// on any more.
+/// The first exception of the run. It waits until no batch is worked on any more.
 class FirstFailure {
 public:
     template<class Call>
@@ -72,49 +49,171 @@ private:
     std::atomic<bool> m_isOver = false;
 };
 
+/// The batches under way, each in a place of its own, numbered in the order of the input. As many
+/// are under way as there are places, which are used in turn.
+class Batches {
+public:
+    explicit Batches(std::size_t count) : m_places(count) {}
+
+    /// The number of the batch that is read next, when its place is free again.
+    std::size_t begin() {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_begun - m_written < m_places.size(); });
+        return m_begun++;
+    }
+
+    LineBatch& batch(std::size_t number) { return place(number).batch; }
+
+    /// The batch of that number is ready to be written. Answers whether this thread has to write:
+    /// the batches that next() answers, and then those that have become ready.
+    bool finish(std::size_t number) {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        place(number).isReady = true;
+        if (m_isWriting || number != m_written) {
+            return false;
+        }
+        m_isWriting = true;
+        return true;
+    }
+
+    LineBatch& next() { return place(m_written).batch; }
+
+    /// The batch of next() has been written. Answers whether there is another one to write.
+    bool isNextReady() {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        place(m_written).isReady = false;
+        ++m_written;
+        m_isWriting = m_written < m_begun && place(m_written).isReady;
+        m_changed.notify_one();
+        return m_isWriting;
+    }
+
+private:
+    struct SPlace {
+        LineBatch batch;
+        bool isReady = false;
+    };
+
+    SPlace& place(std::size_t number) { return m_places[number % m_places.size()]; }
+
+    std::mutex m_mutex;  // guards all but the batches
+    std::condition_variable m_changed;
+    std::vector<SPlace> m_places;
+    std::size_t m_begun = 0;
+    std::size_t m_written = 0;
+    bool m_isWriting = false;
+};
+
+class Pipeline {
+public:
+    Pipeline(SLineRun& run, std::size_t places) : m_run(run), m_batches(places) {}
+
+    /// What each thread does.
+    void pass() {
+        std::size_t number = 0;
+        while (read(number)) {
+            if (!m_failure.isOver()) {
+                m_failure.guard([&] { m_run.worker.work(m_batches.batch(number)); });
+            }
+            if (m_batches.finish(number)) {
+                do {
+                    write(m_batches.next());
+                } while (m_batches.isNextReady());
+            }
+        }
+    }
+
+    void rethrow() const { m_failure.rethrow(); }
+
+private:
+    /// Answers false when there is nothing more to read.
+    bool read(std::size_t& number) {
+        const std::lock_guard<std::mutex> lock(m_reading);
+        if (m_isAtEnd || m_failure.isOver()) {
+            return false;
+        }
+        number = m_batches.begin();
+        bool isRead = false;
+        m_failure.guard([&] {
+            LineBatch& batch = m_batches.batch(number);
+            batch.clear();
+            isRead = m_run.reader.next(batch);
+        });
+        m_isAtEnd = !isRead;
+        return isRead;
+    }
+
+    void write(LineBatch& batch) {
+        if (m_failure.isOver()) {
+            return;
+        }
+        m_failure.guard([&] {
+            if (!m_run.writer.write(batch)) {
+                m_failure.stop();
+            }
+        });
+    }
+
+    SLineRun& m_run;
+    Batches m_batches;
+    std::mutex m_reading;  // guards the reader, and that batches are numbered as they are read
+    bool m_isAtEnd = false;
+    FirstFailure m_failure;
+};
+
+/// Where the address space is limited, memory of its own for each thread would take most of it.
+void shareMemory() {
+    rlimit limit = {};
+    if (getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
+        mallopt(M_ARENA_MAX, 1);
+    }
+}
+
+/// Threads that end before the scope does.
+class Threads {
+public:
+    Threads() = default;
+    Threads(const Threads&) = delete;
+    Threads& operator=(const Threads&) = delete;
+    ~Threads() {
+        for (std::thread& thread : m_all) {
+            thread.join();
+        }
+    }
+
+    /// Starts as many as the system gives, up to `count`, and leaves memory for their work.
+    template<class Call>
+    void start(unsigned int count, const Call& call) {
+        constexpr std::size_t leastLeft = std::size_t{1} << 26;
+        try {
+            const std::unique_ptr<char[]> reserve(new char[leastLeft]);
+            m_all.reserve(count);
+            while (m_all.size() < count) {
+                m_all.emplace_back(call);
+            }
+        } catch (const std::system_error&) {
+            // Fewer do the same work.
+        } catch (const std::bad_alloc&) {
+            // As above.
+        }
+    }
+
+private:
+    std::vector<std::thread> m_all;
+};
+
 }  // namespace
 
 void runInThreads(SLineRun& run, unsigned int threads) {
-    using tbb::filter_mode;
     constexpr std::size_t batchesForEach = 3;
-    const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
-    Batches batches;
-    FirstFailure failure;
-    const auto read = [&](tbb::flow_control& flow) -> TBatch {
-        TBatch batch = nullptr;
-        bool isRead = false;
-        failure.guard([&] {
-            batch = batches.take();
-            isRead = !failure.isOver() && run.reader.next(*batch);
-        });
-        if (!isRead) {
-            flow.stop();
-        }
-        return batch;
-    };
-    const auto work = [&](TBatch batch) {
-        if (!failure.isOver()) {
-            failure.guard([&] { run.worker.work(*batch); });
-        }
-        return batch;
-    };
-    const auto write = [&](TBatch batch) {
-        failure.guard([&] {
-            if (!failure.isOver() && !run.writer.write(*batch)) {
-                failure.stop();
-            }
-            batches.give(batch);
-        });
-    };
-    tbb::task_arena arena(static_cast<int>(threads));
-    arena.execute([&] {
-        tbb::parallel_pipeline(
-            threads * batchesForEach,
-            tbb::make_filter<void, TBatch>(filter_mode::serial_in_order, read) &
-                tbb::make_filter<TBatch, TBatch>(filter_mode::parallel, work) &
-                tbb::make_filter<TBatch, void>(filter_mode::serial_in_order, write));
-    });
-    failure.rethrow();
+    shareMemory();
+    Pipeline pipeline(run, threads * batchesForEach);
+    {
+        Threads helpers;
+        helpers.start(threads - 1, [&pipeline] { pipeline.pass(); });
+        pipeline.pass();
+    }
+    pipeline.rethrow();
 }
 
 }  // namespace orvid_tool

@@ -4,6 +4,7 @@
 
 #include "lines/LineWorker.h"
 
+#include <new>
 #include <string>
 
 namespace orvid_tool {
@@ -60,6 +61,11 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
     } catch (const Failure& failure) {
         batch.out.cut(start);
         fail(failure, line, batch);
+    } catch (const std::bad_alloc&) {
+        // The line is not to blame, and those that follow may fail the same way.
+        batch.out.cut(start);
+        fail(memoryFailure(document.place), line, batch);
+        batch.isStopped = true;
     }
 }
 

@@ -38,15 +38,11 @@ void writeStats(const SLineCounts& counts, const std::string& name, const Report
 SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, const Report& report,
                    Output& out) {
     SLineRun run{{input, call.lines.longest}, {verb, call, input.name()}, {report, out}};
-#ifdef ORVID_HAS_THREADS
     if (call.lines.threads > 1) {
         runInThreads(run, call.lines.threads);
     } else {
         runInOneThread(run);
     }
-#else
-    runInOneThread(run);
-#endif
     if (call.lines.hasStats) {
         writeStats(run.writer.counts(), input.name(), report);
     }

@@ -22,6 +22,10 @@ Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& 
     return {ExitStatus::usage, "path \"" + path + "\": " + error.message()};
 }
 
+Failure memoryFailure(SPlace place) {
+    return {ExitStatus::inputOutput, std::move(place), "not enough memory"};
+}
+
 Failure systemFailure(const std::string& name) {
     return {ExitStatus::inputOutput, SPlace{name, 0, 0, {}}, std::strerror(errno)};
 }

@@ -66,6 +66,9 @@ public:
 /// `path` itself is malformed.
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error);
 
+/// There was not enough memory for the file of that name.
+Failure memoryFailure(SPlace place);
+
 /// The last call of the system failed, as errno tells, on the file of that name.
 Failure systemFailure(const std::string& name);
 

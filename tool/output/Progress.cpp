@@ -4,6 +4,7 @@
 
 #include "output/Progress.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -12,7 +13,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <mutex>
+#include <system_error>
 #include <thread>
+
+#include "output/Report.h"
 
 namespace orvid_tool {
 
@@ -68,9 +72,9 @@ void show(SLine& shared) {
     const auto seconds =
         std::chrono::duration_cast<std::chrono::seconds>(TClock::now() - shared.start).count();
     std::string text = "orvid: ";
-    text += shared.name.length() > longestName
-                ? "..." + shared.name.substr(shared.name.length() - longestName)
-                : shared.name;
+    text += printable(shared.name.length() > longestName
+                          ? "..." + shared.name.substr(shared.name.length() - longestName)
+                          : shared.name);
     text += ": " + inMegabytes(count);
     if (shared.size >= count && shared.size > 0) {
         text += " of " + inMegabytes(shared.size);
@@ -82,6 +86,10 @@ void show(SLine& shared) {
 }
 
 void draw(SLine& shared) {
+    // Signals go to the thread that knows what is to be removed before the program ends.
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, nullptr);
     std::unique_lock<std::mutex> lock(shared.mutex);
     std::chrono::milliseconds wait = k_firstAfter;
     while (!shared.ended.wait_for(lock, wait, [&shared] { return shared.isEnding; })) {
@@ -100,7 +108,11 @@ Progress::Progress() {
     }
     shared.start = TClock::now();
     shared.isOn = true;
-    shared.thread = std::thread(&draw, std::ref(shared));
+    try {
+        shared.thread = std::thread(&draw, std::ref(shared));
+    } catch (const std::system_error&) {
+        shared.isOn = false;  // without a thread there is no line
+    }
 }
 
 Progress::~Progress() {

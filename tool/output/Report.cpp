@@ -6,11 +6,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
 #include "output/Layout.h"
 #include "output/Progress.h"
+#include "text/Characters.h"
 
 namespace orvid_tool {
 
@@ -38,20 +40,33 @@ std::string shortened(const std::string& path) {
     return path.substr(0, head) + " ... " + path.substr(tail);
 }
 
-/// The text with its control characters, newlines among them, written as \uXXXX.
-std::string onOneLine(const std::string& text) {
-    std::string line;
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x20) {
-            line += c;
+std::string escaped(char kind, int digits, unsigned int number) {
+    char text[16];
+    static_cast<void>(std::snprintf(text, sizeof text, "\\%c%0*x", kind, digits, number));
+    return text;
+}
+
+/// Hands each character of the text to one of the two: a whole one, or a byte that is no UTF-8.
+template<class Whole, class Broken>
+void forEachCharacter(std::string_view text, const Whole& whole, const Broken& broken) {
+    while (!text.empty()) {
+        const std::size_t length = ko::Orvid::characterLength(text);
+        if (length == 0) {
+            broken(static_cast<unsigned char>(text[0]));
         } else {
-            char escape[8];
-            static_cast<void>(
-                std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(c)));
-            line += escape;
+            whole(text.substr(0, length));
         }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
     }
-    return line;
+}
+
+/// The text with each byte that is no UTF-8 replaced by U+FFFD.
+std::string asUtf8(std::string_view text) {
+    std::string result;
+    forEachCharacter(
+        text, [&](std::string_view character) { result += character; },
+        [&](unsigned char /*byte*/) { result += "\xEF\xBF\xBD"; });
+    return result;
 }
 
 std::string placeText(const SPlace& place) {
@@ -87,8 +102,21 @@ void writeError(std::string_view text) {
 
 }  // namespace
 
+std::string printable(std::string_view text) {
+    std::string result;
+    forEachCharacter(
+        text,
+        [&](std::string_view character) {
+            const unsigned int codePoint = ko::Orvid::codePointOf(character);
+            const bool isShown = character.size() > 3 || !ko::Orvid::steersTerminal(codePoint);
+            result += isShown ? std::string(character) : escaped('u', 4, codePoint);
+        },
+        [&](unsigned char byte) { result += escaped('x', 2, byte); });
+    return result;
+}
+
 std::string failureLine(const Failure& failure) {
-    return onOneLine(placeText(failure.place()) + failure.text());
+    return printable(placeText(failure.place()) + failure.text());
 }
 
 std::string failureJson(const Failure& failure) {
@@ -96,14 +124,14 @@ std::string failureJson(const Failure& failure) {
     Element error = Element::k_emptyElement;
     error.create("status", static_cast<int>(failure.status()));
     if (!place.file.empty()) {
-        error.insert("file", place.file);
+        error.insert("file", asUtf8(place.file));
     }
     addNumber(error, "line", place.line);
     addNumber(error, "column", place.column);
     if (place.path) {
-        error.insert("path", *place.path);
+        error.insert("path", asUtf8(*place.path));
     }
-    error.insert("message", std::string(failure.text()));
+    error.insert("message", asUtf8(failure.text()));
     return jsonLine(error, SLayout());
 }
 
@@ -112,6 +140,9 @@ void Report::failure(const Failure& failure) const {
                         : "orvid: " + failureLine(failure) + "\n" + failure.excerpt());
 }
 
-void Report::note(const std::string& text) const { writeError("orvid: " + text + "\n"); }
+void Report::note(const std::string& text) const {
+    writeError(m_asJson ? failureJson({ExitStatus::done, text})
+                        : "orvid: " + printable(text) + "\n");
+}
 
 }  // namespace orvid_tool

@@ -6,17 +6,22 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "output/Failure.h"
 
 namespace orvid_tool {
 
+/// The text as a terminal shows it on one line: what it would obey is written as \uXXXX, bytes that
+/// are no UTF-8 as \xXX.
+std::string printable(std::string_view text);
+
 /// The line "FILE:LINE:COLUMN: at PATH: text", without the command's name and without a newline.
-/// The root is named, a very long path is shortened in its middle, and control characters are
-/// escaped.
+/// The root is named, a very long path is shortened in its middle, and the whole is printable().
 std::string failureLine(const Failure& failure);
 
-/// The same as a JSON object on one line, with its newline; what is not known is left out.
+/// The same as a JSON object on one line, with its newline; what is not known is left out, and
+/// bytes that are no UTF-8 are U+FFFD.
 std::string failureJson(const Failure& failure);
 
 class Report {
@@ -25,7 +30,7 @@ public:
 
     /// Writes the failure; nothing is said when standard error cannot be written.
     void failure(const Failure& failure) const;
-    /// Writes a line of information.
+    /// Writes a line of information, as JSON with the status 0.
     void note(const std::string& text) const;
 
 private:

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -20,55 +21,86 @@ namespace orvid_tool {
 
 namespace {
 
-/// The result of the verb for a whole file, and whether it differs from what the file holds.
-struct SResult {
-    Bytes bytes;
-    bool isChange;
+/// What a file is read into, and where its result goes.
+struct SWhole {
+    Document document;
+    Bytes result;
+    bool isChange = false;  ///< whether the result differs from what the file holds
+    ko::Orvid::FileStamp stamp;
 };
+
+/// The result of the verb for a whole file.
+std::unique_ptr<SWhole> resultOf(const DocumentVerb& verb, const SCall& call,
+                                 const std::string& file) {
+    auto whole = std::make_unique<SWhole>();
+    Input input(file);
+    whole->stamp = input.stamp();
+    const Bytes text = input.readAll();
+    Document& document = whole->document;
+    document.place.file = input.name();
+    document.text = text.view().substr(0, text.length() - 1);
+    verb.work(call, document, whole->result);
+    whole->isChange = whole->result.view() != document.text;
+    document.text = std::string_view();
+    return whole;
+}
 
 /// The tree of the last file is left to the system, which takes it back faster than it could be
 /// taken apart; it stays reachable until then.
-SResult resultOf(const DocumentVerb& verb, const SCall& call, const std::string& file) {
-    static std::unique_ptr<Document> document;
-    static Document* last = nullptr;
-    Input input(file);
-    const Bytes text = input.readAll();
-    document = std::make_unique<Document>();
-    document->place.file = input.name();
-    document->text = text.view().substr(0, text.length() - 1);
-    SResult result{};
-    verb.work(call, *document, result.bytes);
-    result.isChange = result.bytes.view() != document->text;
-    if (&file == &call.files.back()) {
-        last = document.release();
-        last->text = std::string_view();
+void leave(std::unique_ptr<SWhole> whole, bool isLast) {
+    static SWhole* last = nullptr;
+    if (isLast) {
+        last = whole.release();
+        last->result = Bytes();
     }
-    return result;
+}
+
+/// A file that another program has changed meanwhile is read, and edited, again.
+std::unique_ptr<SWhole> edit(const DocumentVerb& verb, const SCall& call, const std::string& file) {
+    constexpr int mostTries = 10;
+    const EditLock lock(file);
+    for (int tries = 1;; ++tries) {
+        std::unique_ptr<SWhole> whole = resultOf(verb, call, file);
+        try {
+            if (whole->isChange) {
+                InPlace edited(file);
+                edited.write(whole->result.view());
+                edited.finish(whole->stamp);
+            }
+            return whole;
+        } catch (const ChangedMeanwhile&) {
+            if (tries == mostTries) {
+                throw;
+            }
+        }
+    }
 }
 
 SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::string& file,
                    Output& out) {
-    const SResult result = resultOf(verb, call, file);
-    if (!call.isInPlace) {
-        out.write(result.bytes.view());
-    } else if (result.isChange) {
-        InPlace edited(file);
-        edited.write(result.bytes.view());
-        edited.finish();
+    std::unique_ptr<SWhole> whole;
+    if (call.isInPlace) {
+        whole = edit(verb, call, file);
+    } else {
+        whole = resultOf(verb, call, file);
+        out.write(whole->result.view());
     }
+    leave(std::move(whole), &file == &call.files.back());
     return {ExitStatus::done, true};
 }
 
 SLinesEnd runLinesOf(const DocumentVerb& verb, const SCall& call, const std::string& file,
                      const Report& report, Output& out) {
-    Input input(file);
     if (!call.isInPlace) {
+        Input input(file);
         return runLines(verb, call, input, report, out);
     }
+    const EditLock lock(file);
+    Input input(file);
     InPlace edited(file);
     const SLinesEnd end = runLines(verb, call, input, report, edited);
     if (end.isComplete) {
-        edited.finish();
+        edited.finish(input.stamp());
     }
     return end;
 }
@@ -101,6 +133,9 @@ ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& ou
             }
             report.failure(failure);
             highest = std::max(highest, failure.status());
+        } catch (const std::bad_alloc&) {
+            report.failure(memoryFailure({inputName(file), 0, 0, {}}));
+            highest = std::max(highest, ExitStatus::inputOutput);
         }
     }
     return std::max(highest, outcome());

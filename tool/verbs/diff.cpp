@@ -48,6 +48,8 @@ public:
             out.write(jsonText(ko::Orvid::makePatch(from, to, m_options), call.layout));
         } catch (const Unwritable& error) {
             throw Failure(ExitStatus::failed, error.what());
+        } catch (const std::bad_alloc&) {
+            throw memoryFailure({inputName(m_from) + ", " + inputName(m_to), 0, 0, {}});
         }
         return ExitStatus::done;
     }

@@ -40,9 +40,7 @@ public:
 protected:
     const Element& given() const { return m_change; }
     /// The file that holds the change, for errors.
-    SPlace place() const {
-        return {m_file == k_standardInput ? "(standard input)" : m_file, 0, 0, {}};
-    }
+    SPlace place() const { return {inputName(m_file), 0, 0, {}}; }
 
 private:
     virtual void make(Document& document, const Element& change) const = 0;

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of files that are edited in place by several calls at once, or by a call that a signal
+// ends.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/Command.h"
+#include "support/ScratchFolder.h"
+
+namespace {
+
+using orvid_test::CommandResult;
+using orvid_test::contentOf;
+using orvid_test::printed;
+using orvid_test::repeated;
+using orvid_test::ScratchFolder;
+using orvid_test::shell;
+
+TEST(in_place, three_writers_lose_no_edit) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "{}");
+    const CommandResult result = shell(
+        "for writer in 1 2 3; do\n"
+        "    for i in $(seq 40); do \"$0\" set -i \"w$writer.n$i=1\" \"$1\" || echo failed; done "
+        "&\n"
+        "done\n"
+        "wait\n"
+        "\"$0\" paths \"$1\" | wc -l",
+        {file});
+    EXPECT_EQ(result, printed("120\n"));
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"a.json"});
+}
+
+/// Ends an edit in place by the signal as soon as its temporary file is there, and writes its exit
+/// status. A shell has what it starts with & ignore SIGINT.
+constexpr const char* k_ended =
+    "env --default-signal=INT \"$0\" set --lines -i seen=true \"$1/records\" & call=$!\n"
+    "until ls \"$1\"/.orvid-???????????? >\"$1/seen\" 2>&1; do\n"
+    "    kill -0 $call || exit 99\n"
+    "done\n"
+    "rm \"$1/seen\"\n"
+    "kill -s $2 $call\n"
+    "wait $call\n"
+    "echo $?";
+
+TEST(in_place, a_signal_that_ends_the_call_leaves_no_file_behind) {
+    const ScratchFolder folder;
+    const std::string records = repeated("{\"a\": 1, \"text\": \"some text\"}\n", 400000);
+    folder.makeFile("records", records);
+    for (const auto& [signal, status] : {std::pair("HUP", 129), {"INT", 130}, {"TERM", 143}}) {
+        const CommandResult result = shell(k_ended, {folder.path().string(), signal});
+        EXPECT_EQ(result.out, std::to_string(status) + "\n") << signal << result.err;
+        EXPECT_EQ(folder.names(), std::vector<std::string>{"records"}) << signal;
+    }
+    EXPECT_TRUE(contentOf(folder.file("records")) == records);
+}
+
+TEST(in_place, a_signal_that_is_ignored_stays_ignored) {
+    const ScratchFolder folder;
+    const std::string name =
+        folder.makeFile("records", repeated("{\"a\": 1, \"text\": \"some text\"}\n", 100000));
+    const CommandResult result =
+        shell("trap '' HUP\n" + std::string(k_ended), {folder.path().string(), "HUP"});
+    EXPECT_EQ(result.out, "0\n");
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"records"});
+    EXPECT_EQ(contentOf(name).substr(0, 43),
+              "{\"a\":1,\"text\":\"some text\",\"seen\":true}\n{\"a\"");
+}
+
+TEST(in_place, setfacls_entries_stay) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "{}");
+    const CommandResult result = shell(
+        "command -v setfacl getfacl setfattr getfattr >/dev/null || exit 77\n"
+        "chmod 600 \"$1\"; setfacl -m u:12345:rw \"$1\" || exit 78\n"
+        "setfattr -n user.origin -v here \"$1\" || exit 78\n"
+        "getfacl -cp \"$1\" >\"$1.before\"\n"
+        "\"$0\" set -i a 1 \"$1\"\n"
+        "getfacl -cp \"$1\" | cmp - \"$1.before\" && getfattr --only-values -n user.origin \"$1\"",
+        {file});
+    if (result.status == 77 || result.status == 78) {
+        GTEST_SKIP() << "no setfacl, getfacl, setfattr, getfattr, or no lists in " << folder.path();
+    }
+    EXPECT_EQ(result.out, "here");
+    EXPECT_EQ(result.status, 0) << result;
+}
+
+}  // namespace
