@@ -45,14 +45,13 @@ Element& makeMember(Element& holder, const std::string& key) {
                                           : holder.insert(key, Element::k_emptyElement);
 }
 
-Element& makeItem(Element& holder, std::size_t index) {
-    constexpr std::size_t longestGap = 1000000;
+Element& makeItem(Element& holder, std::size_t index, Gaps& gaps) {
     fillEmpty(holder, ko::Orvid::etArray);
     if (!holder.isArray()) {
         throw Clash("[" + std::to_string(index) + "] is an item of what is no array");
     }
     auto& items = holder.array();
-    if (index > items.size() + longestGap) {
+    if (index > items.size() && !gaps.take(index - items.size())) {
         throw Clash("[" + std::to_string(index) + "] is too far after the item before it");
     }
     while (items.size() < index) {
@@ -73,7 +72,7 @@ unsigned int indexOf(const std::string& step) {
     return isIndex ? static_cast<unsigned int>(std::stoul(step)) : ko::Orvid::k_noIndex;
 }
 
-Element& makeStep(Element& holder, const std::string& step) {
+Element& makeStep(Element& holder, const std::string& step, Gaps& gaps) {
     const bool isItem = holder.isArray() || (holder.isEmpty() && step == "0");
     if (!isItem) {
         return makeMember(holder, step);
@@ -82,7 +81,7 @@ Element& makeStep(Element& holder, const std::string& step) {
     if (index == ko::Orvid::k_noIndex) {
         throw Clash("\"" + step + "\" is no index, but what holds it is an array");
     }
-    return makeItem(holder, index);
+    return makeItem(holder, index, gaps);
 }
 
 }  // namespace
@@ -95,21 +94,30 @@ std::vector<SStep> stepsOf(const std::string& path) {
     return steps.all;
 }
 
-Element& makeAt(Element& root, const std::vector<SStep>& steps) {
+bool Gaps::take(std::uint64_t count) {
+    if (count > m_left) {
+        return false;
+    }
+    m_left -= count;
+    return true;
+}
+
+Element& makeAt(Element& root, const std::vector<SStep>& steps, Gaps& gaps) {
     Element* element = &root;
     for (const SStep& step : steps) {
         if (!step.isKey && step.index == ko::Orvid::k_noIndex) {
             throw Clash("[*] is no place");
         }
-        element = step.isKey ? &makeMember(*element, step.key) : &makeItem(*element, step.index);
+        element =
+            step.isKey ? &makeMember(*element, step.key) : &makeItem(*element, step.index, gaps);
     }
     return *element;
 }
 
-Element& makeAt(Element& root, const ko::Orvid::JsonPointer& pointer) {
+Element& makeAt(Element& root, const ko::Orvid::JsonPointer& pointer, Gaps& gaps) {
     Element* element = &root;
     for (const std::string& step : pointer.steps()) {
-        element = &makeStep(*element, step);
+        element = &makeStep(*element, step, gaps);
     }
     return *element;
 }

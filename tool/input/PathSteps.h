@@ -6,6 +6,7 @@
 
 #include <ko/Orvid.h>
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -27,11 +28,23 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The items that paths may pass over, in all: a few short lines could ask for billions of them.
+class Gaps {
+public:
+    explicit Gaps(std::uint64_t most) : m_left(most) {}
+    /// Returns false when there are not as many left.
+    bool take(std::uint64_t count);
+
+private:
+    std::uint64_t m_left;
+};
+
 // The element at the steps below `root`. An empty element on the way becomes the object or the
 // array that a step needs, items that are passed over become null, and the last is new and empty
 // unless it was there. In a pointer, a step below an empty element is an index when it is 0. Throw
 // Clash; what was made before stays.
-ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const std::vector<SStep>& steps);
-ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const ko::Orvid::JsonPointer& pointer);
+ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const std::vector<SStep>& steps, Gaps& gaps);
+ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const ko::Orvid::JsonPointer& pointer,
+                           Gaps& gaps);
 
 }  // namespace orvid_tool

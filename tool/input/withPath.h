@@ -12,10 +12,15 @@
 
 namespace orvid_tool {
 
+/// Refuses what the path language takes for something else than it seems: a byte 0xFF, which ends a
+/// path, and the index 4294967295, which means [*]. Throws Failure.
+void refuseMisleading(const std::string& path);
+
 /// Does something with a path that the call gave. A path that is malformed is the call's fault:
 /// throws Failure.
 template<class Action>
 auto withPath(const std::string& path, const Action& action) {
+    refuseMisleading(path);
     try {
         return action(ko::Orvid::Path(path));
     } catch (const ko::Orvid::ParseException& error) {

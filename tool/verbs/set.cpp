@@ -74,7 +74,10 @@ private:
     }
 
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        if (m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout)) {
+        // Each edit is a pass over the text; the tree takes them all in one.
+        constexpr std::size_t mostPasses = 3;
+        if (m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout) ||
+            m_textEdits.size() > mostPasses) {
             return false;
         }
         return keepsText(call) ? spliceAll(document.text, out) : rewriteAll(call, document, out);

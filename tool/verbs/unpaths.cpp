@@ -30,6 +30,8 @@ public:
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
         words.flag("--json-pointer", m_isPointer, "the paths are JSON Pointers");
+        words.number("--max-gap", m_mostInGaps, "COUNT",
+                     "the most items that all paths together may pass over, 1000000 by default");
         addLayout(words, call);
     }
 
@@ -38,10 +40,11 @@ private:
         document.root = Element::k_emptyElement;
         SPlace place = document.place;
         std::string_view rest = document.text;
+        Gaps gaps(m_mostInGaps);
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('\n'), rest.length());
             ++place.line;
-            readLine(rest.substr(0, end), place, document.root);
+            readLine(rest.substr(0, end), place, document.root, gaps);
             rest.remove_prefix(std::min(end + 1, rest.length()));
         }
         if (document.root.isEmpty()) {
@@ -49,7 +52,7 @@ private:
         }
     }
 
-    void readLine(std::string_view line, const SPlace& place, Element& root) const {
+    void readLine(std::string_view line, const SPlace& place, Element& root, Gaps& gaps) const {
         if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
             return;
         }
@@ -60,7 +63,7 @@ private:
         Element value;
         readTree(place, line.substr(tab + 1), value);
         try {
-            Element& leaf = made(pathOfLine(line.substr(0, tab)), root);
+            Element& leaf = made(pathOfLine(line.substr(0, tab)), root, gaps);
             const bool isTaken = !leaf.isEmpty();
             leaf = value;
             if (isTaken) {
@@ -73,8 +76,9 @@ private:
         }
     }
 
-    Element& made(const std::string& path, Element& root) const {
-        return m_isPointer ? makeAt(root, pointerOf(path)) : makeAt(root, stepsOf(path));
+    Element& made(const std::string& path, Element& root, Gaps& gaps) const {
+        return m_isPointer ? makeAt(root, pointerOf(path), gaps)
+                           : makeAt(root, stepsOf(path), gaps);
     }
 
     static ko::Orvid::JsonPointer pointerOf(const std::string& text) {
@@ -90,6 +94,7 @@ private:
     }
 
     bool m_isPointer = false;
+    std::uint64_t m_mostInGaps = 1000000;
 };
 
 }  // namespace

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of calls that the system gives too little: the status is 0 to 3, and says what happened.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/Command.h"
+
+namespace {
+
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::repeated;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool k_isSanitized = true;
+#elif defined(__has_feature)
+constexpr bool k_isSanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+#else
+constexpr bool k_isSanitized = false;
+#endif
+
+class resources : public testing::Test {
+protected:
+    void SetUp() override {
+        if (k_isSanitized) {
+            GTEST_SKIP() << "a sanitizer takes more address space than any limit";
+        }
+    }
+};
+
+TEST_F(resources, memory_that_runs_out_in_a_line_ends_the_run_with_3) {
+    const std::string line = "{\"a\": 1}\n";
+    const std::string large = "[" + repeated("[],", 1500000) + "0]\n";
+    const ScratchFile file(repeated(line, 1000) + large + repeated(line, 1000));
+    for (const char* const options : {"", "-j 4", "--on-error=skip"}) {
+        const CommandResult result = shell("ulimit -v 130000; \"$0\" print --sort-keys --lines " +
+                                               std::string(options) + " \"$1\"",
+                                           {file.name()});
+        EXPECT_EQ(result.status, 3) << options << result.err;
+        EXPECT_NE(result.err.find(file.name()), std::string::npos) << result.err;
+        EXPECT_NE(result.err.find("not enough memory\n"), std::string::npos) << result.err;
+    }
+}
+
+TEST_F(resources, memory_that_runs_out_names_the_file) {
+    const ScratchFile file("[" + repeated("[],", 1500000) + "0]\n");
+    const ScratchFile small("[]");
+    for (const char* const call :
+         {"paths \"$1\"", "print --sort-keys \"$1\"", "find '' 1 \"$1\"", "diff \"$1\" \"$2\"",
+          "check \"$1\"", "remove -i '[0]' \"$1\"", "patch \"$1\" \"$2\""}) {
+        const CommandResult result =
+            shell("ulimit -v 130000; \"$0\" " + std::string(call), {file.name(), small.name()});
+        EXPECT_EQ(result.status, 3) << call << result.err;
+        EXPECT_NE(result.err.find(file.name()), std::string::npos) << call << result.err;
+        EXPECT_NE(result.err.find("not enough memory\n"), std::string::npos) << call << result.err;
+    }
+}
+
+TEST_F(resources, threads_that_cannot_be_had_are_done_without) {
+    const ScratchFile file(repeated("{\"a\": 1}\n", 50000));
+    const CommandResult result =
+        shell("ulimit -v 300000; \"$0\" set --lines -j 1000 b=2 \"$1\" | uniq -c | tr -s ' '",
+              {file.name()});
+    EXPECT_EQ(result.out, " 50000 {\"a\":1,\"b\":2}\n") << result.err;
+}
+
+TEST_F(resources, one_thread_does_when_no_other_can_be_had) {
+    const CommandResult result = shell(
+        "command -v setpriv >/dev/null && [ \"$(id -u)\" -eq 0 ] || exit 77\n"
+        "echo '{\"a\": 1}' | setpriv --reuid 54321 --regid 54321 --clear-groups "
+        "--bounding-set=-all "
+        "sh -c 'ulimit -u 1; exec \"$0\" set --lines -j 8 b=2' \"$0\"");
+    if (result.status == 77) {
+        GTEST_SKIP() << "only root can become a user who may start no thread";
+    }
+    EXPECT_EQ(result.out, "{\"a\":1,\"b\":2}\n") << result.err;
+}
+
+TEST(unpaths, gaps_are_bounded_in_all) {
+    std::string lines;
+    for (int i = 0; i < 9; ++i) {
+        lines += "a" + std::to_string(i) + "[200000]\t1\n";
+    }
+    EXPECT_EQ(orvid({"unpaths"}, lines),
+              failed(1, "(standard input):6: [200000] is too far after the item before it"));
+    EXPECT_EQ(orvid({"unpaths", "--max-gap", "1", "--compact"}, "a[1]\t1\n").out,
+              "{\"a\":[null,1]}\n");
+    EXPECT_EQ(orvid({"unpaths", "--max-gap", "1"}, "a[1]\t1\nb[1]\t1\n").status, 1);
+}
+
+}  // namespace
