@@ -52,6 +52,9 @@ set(about "Orvid reads a JSON document into a tree of elements that know their
 place, lets a program read and edit it by path, and writes it back with its
 numbers digit by digit and its members in their order.")
 
+# The shared library's own interface version would accept a YAJL without its fixes of 2023.
+set(patched_yajl "libyajl2 (>= 2.1.0-3+deb12u2)")
+
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library_package})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "JSON documents with exact numbers - shared library
@@ -59,6 +62,7 @@ ${about}
 .
 This package holds the shared library.")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "${patched_yajl}")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA
   ${PROJECT_SOURCE_DIR}/cmake/packages/postinst ${PROJECT_SOURCE_DIR}/cmake/packages/postrm)
 
@@ -86,5 +90,7 @@ set(CPACK_DEBIAN_COMMAND_PACKAGE_SHLIBDEPS ON)
 if(BUILD_SHARED_LIBS)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
   set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "${this_library}")
+else()
+  set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "${patched_yajl}")
 endif()
 include(CPack)
