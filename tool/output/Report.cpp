@@ -12,7 +12,8 @@
 
 #include "output/Layout.h"
 #include "output/Progress.h"
-#include "text/Characters.h"
+#include "text/codePoints.h"
+#include "text/terminal.h"
 
 namespace orvid_tool {
 
@@ -50,13 +51,14 @@ std::string escaped(char kind, int digits, unsigned int number) {
 template<class Whole, class Broken>
 void forEachCharacter(std::string_view text, const Whole& whole, const Broken& broken) {
     while (!text.empty()) {
-        const std::size_t length = ko::Orvid::characterLength(text);
-        if (length == 0) {
-            broken(static_cast<unsigned char>(text[0]));
+        std::size_t length = 1;
+        if (const auto character = ko::Orvid::text::firstCodePoint(text)) {
+            length = character->length;
+            whole(text.substr(0, length), character->value);
         } else {
-            whole(text.substr(0, length));
+            broken(static_cast<unsigned char>(text[0]));
         }
-        text.remove_prefix(std::max<std::size_t>(length, 1));
+        text.remove_prefix(length);
     }
 }
 
@@ -64,7 +66,7 @@ void forEachCharacter(std::string_view text, const Whole& whole, const Broken& b
 std::string asUtf8(std::string_view text) {
     std::string result;
     forEachCharacter(
-        text, [&](std::string_view character) { result += character; },
+        text, [&](std::string_view character, char32_t /*value*/) { result += character; },
         [&](unsigned char /*byte*/) { result += "\xEF\xBF\xBD"; });
     return result;
 }
@@ -106,10 +108,9 @@ std::string printable(std::string_view text) {
     std::string result;
     forEachCharacter(
         text,
-        [&](std::string_view character) {
-            const unsigned int codePoint = ko::Orvid::codePointOf(character);
-            const bool isShown = character.size() > 3 || !ko::Orvid::steersTerminal(codePoint);
-            result += isShown ? std::string(character) : escaped('u', 4, codePoint);
+        [&](std::string_view character, char32_t value) {
+            result += ko::Orvid::text::steersTerminal(value) ? escaped('u', 4, value)
+                                                             : std::string(character);
         },
         [&](unsigned char byte) { result += escaped('x', 2, byte); });
     return result;
