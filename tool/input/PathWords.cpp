@@ -41,19 +41,6 @@ SAssignment assignment(const std::string& path, const std::string& value,
 
 }  // namespace
 
-void refuseMisleading(const std::string& path) {
-    constexpr char pathEnd = static_cast<char>(0xFF);
-    for (std::size_t i = 0; i < path.length(); i += path[i] == '\\' ? 2U : 1U) {
-        if (path[i] == pathEnd) {
-            throw Failure(ExitStatus::usage,
-                          "path \"" + path + "\": a byte 0xFF needs a backslash before it");
-        }
-        if (path[i] == '[' && isHighestIndex(path.substr(i + 1, path.find(']', i) - i - 1))) {
-            throw Failure(ExitStatus::usage, "path \"" + path + "\": there is no index 4294967295");
-        }
-    }
-}
-
 SAssignments assignmentsOf(const std::vector<std::string>& words) {
     if (words.empty()) {
         throw Misuse("PATH is required");
