@@ -35,7 +35,7 @@ struct GrowthResult {
     /// The largest rise of the quotient from one size to the next.
     double worstStep() const;
     /// Between the law (1) and a quadratic job (10) lies their geometric middle. Larger data leaves
-    /// the caches, so a quotient above 1 is no fault.
+    /// the caches, so a quotient above 1 is no error.
     static constexpr double k_limit = 3.16;
 };
 

@@ -11,8 +11,8 @@
 
 namespace orvid_bench {
 
-/// Names and texts: compiler, flags, CPU, allocator, the peers' versions. The commit is told by the
-/// script that starts the program, in the environment variable ORVID_BENCH_COMMIT.
+/// Names and texts: compiler, flags, CPU, allocator, the peers' versions. The commit is given by
+/// the script that starts the program, in the environment variable ORVID_BENCH_COMMIT.
 std::vector<std::pair<std::string, std::string>> provenance();
 
 /// The file that malloc comes from.

@@ -47,7 +47,7 @@ void faultyPath() {
     }
 }
 
-/// A path is read as it is followed: a step that leads nowhere is met before a fault behind it.
+/// A path is read as it is followed: a step that leads nowhere is met before an error after it.
 void faultBehindMissingStep() {
     try {
         Element().get("a..b");

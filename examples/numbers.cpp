@@ -2,7 +2,7 @@
 //
 // What a user of numbers must know: the text is kept, typed reads are checked, and some of the
 // rules are odd. Each line shows an expression and its value, or what it throws. docs/values.md
-// tells why.
+// says why.
 
 #include <ko/Orvid.h>
 

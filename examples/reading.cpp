@@ -15,7 +15,7 @@ using namespace ko::Orvid;
 
 namespace {
 
-/// Reads one complete value with nothing behind it but blanks; throws ko::Exception for anything
+/// Reads one complete value with nothing after it but whitespace; throws ko::Exception for anything
 /// else.
 void readStrictly(Element& root, const std::string& text) {
     DomParser parser;

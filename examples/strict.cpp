@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Reading strictly: what may be lost or misunderstood is a fault, and a fault is shown where it
+// Reading strictly: what may be lost or misunderstood is an error, and an error is shown where it
 // stands. Also a document that comes in pieces, and limits for text from strangers.
 
 #include <ko/Orvid.h>
@@ -24,7 +24,7 @@ void show(const std::string& text, const ReadOptions& options) {
     }
 }
 
-/// The pieces may be cut anywhere: the tree and a fault's place are those of the whole text.
+/// The pieces may be cut anywhere: the tree and an error's place are those of the whole text.
 void readInPieces(Element& root) {
     DomParser parser(ReadOptions::strict());
     parser.begin(root);

@@ -33,13 +33,14 @@ std::string readFile(const std::filesystem::path& file) {
 
 void parse(Element& root, const std::string& text) {
     DomParser parser;
-    parser.parse(root, text + "\n");  // a number at the top needs something behind it
+    parser.parse(root, text + "\n");  // a number at the top needs something after it
     if (parser.state() != 0) {
         throw ko::RuntimeError("the text ends early, at \"" + parser.openElement()->path() + "\"");
     }
 }
 
-/// The element and all below it in the order of the text, but for the document's own description.
+/// The element and all below it in the order of the text, except for the document's own
+/// description.
 void collect(const Element& element, std::vector<const Element*>& found) {
     found.push_back(&element);
     if (element.isArray()) {

@@ -33,7 +33,7 @@ void showFinalNewline(const Element& root) {
     std::cout << "b is " << Generator(nullptr, options).encode(root.get("b")) << ".\n";
 }
 
-/// What ASCII cannot tell is replaced, and told.
+/// What ASCII cannot express is replaced, and reported.
 void showReplaced() {
     WriteOptions options;
     options.asciiOnly = true;

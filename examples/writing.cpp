@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Writing: elements, documents with and without "meta", values without a tree, and what the
-// generator's state tells. docs/reading-and-writing.md has the rules.
+// generator's state says. docs/reading-and-writing.md has the rules.
 
 #include <ko/Orvid.h>
 

@@ -101,7 +101,7 @@ void checkTransitivity(const Number& a, const Number& b, const Number& c) {
     }
 }
 
-/// Reads as T; the value is checked where the exact number tells it.
+/// Reads as T; the value is checked where the exact number says it.
 template<class T>
 void checkRead(const Number& number) {
     T value = 1;

@@ -37,7 +37,7 @@ bool read(Element& root, const std::string& text) {
            parser.state() == 0;
 }
 
-/// The two are the same but for the order of members. Recurses: the trees are shallow.
+/// The two are the same except for the order of members. Recurses: the trees are shallow.
 bool isSameButForOrder(const Element& a, const Element& b) {
     if (!a.isObject()) {
         if (!a.isArray()) {

@@ -37,7 +37,7 @@ struct Step {
     }
 };
 
-/// Keeps the steps; goes on after a fault as often as it is told to.
+/// Keeps the steps; goes on after an error as often as it is told to.
 class Steps : public ko::Orvid::PathParserListener {
 public:
     explicit Steps(std::size_t faultsToPass = 0) : m_faultsToPass(faultsToPass) {}

@@ -30,7 +30,7 @@ using orvid_fuzz::requireNone;
 using orvid_fuzz::throws;
 using orvid_test::RecordingListener;
 
-/// What a parser tells of a text.
+/// What a parser says of a text.
 struct Outcome {
     std::string events;
     int state = 0;

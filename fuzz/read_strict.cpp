@@ -115,7 +115,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const std::string sizes = input.textUntil('\n');
     const std::string text = input.rest();
 
-    // Without options a fault is told by what the reader saw of the piece.
+    // Without options an error is reported by what the reader saw of the piece.
     const bool comparesText = bytes[0] % 2 != 0 || (size > 1 && bytes[1] != 0);
 
     Element whole;

@@ -2,7 +2,7 @@
 //
 // Runs a fuzz target on stored inputs, without a fuzzer and with any compiler: each file that is
 // named, and each file of a folder that is named. Ends with 1 when there is none, and by a signal
-// at a finding, behind the name of its file.
+// at a finding, after the name of its file.
 
 #include <cstddef>
 #include <cstdint>

@@ -79,7 +79,7 @@ std::string meant(const std::string& word, const TVerbs& verbs) {
     return orvid_tool::suggestion(word, names);
 }
 
-/// The first word names the verb, or asks for what the command tells of itself.
+/// The first word names the verb, or asks for what the command says of itself.
 void requireVerb(const TVerbs& verbs, const Verb* verb, const orvid_tool::CommandLine& line) {
     const std::string word = line.verb();
     if (verb != nullptr || line.isRequest()) {

@@ -138,7 +138,7 @@ struct Power {
 };
 
 /// coefficient * 10^exponent. `digits` is the exact length of the coefficient, kept because it is
-/// dear to find out afterwards. Zero has exponent 0.
+/// expensive to find out afterwards. Zero has exponent 0.
 struct Decimal {
     BigInteger coefficient;
     std::int64_t exponent = 0;
@@ -186,7 +186,7 @@ std::string digitsOf(const Decimal& number) {
     return text;
 }
 
-/// `digits` without a sign; filled up with zeros in front of or behind them.
+/// `digits` without a sign; filled up with zeros in front of or after them.
 std::string plainForm(std::string digits, std::int64_t exponent) {
     const auto places = static_cast<std::size_t>(magnitudeOf(exponent));
     if (exponent >= 0) {

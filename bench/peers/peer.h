@@ -29,7 +29,7 @@ public:
     virtual ~Tree() = default;
 
     virtual Summary summary() const = 0;
-    /// The document as text, indented by four blanks where the library can. write() makes the same
+    /// The document as text, indented by four spaces where the library can. write() makes the same
     /// text, but only answers its length, and need not copy it out of the library's own buffer.
     virtual std::string text() const = 0;
     virtual std::size_t write() const = 0;

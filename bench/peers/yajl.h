@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// YAJL alone, the measure of what a tree costs on top of the characters: a pass over a text with
+// YAJL alone, the measure of what a tree costs on top of the characters: a pass through a text with
 // callbacks that do nothing, and the writing of tokens that cost nothing to walk.
 
 #pragma once
@@ -25,7 +25,7 @@ class TokenList {
 public:
     explicit TokenList(const std::string& text);
 
-    /// Writes the tokens with yajl_gen into its own buffer, indented by four blanks; answers the
+    /// Writes the tokens with yajl_gen into its own buffer, indented by four spaces; answers the
     /// length.
     std::size_t write() const;
     std::string text() const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Value, a plain model of a JSON value made of standard containers, and the operations by path that
-// the tree has, told in the simplest way: no links, no addresses, a copy for every argument.
+// the tree has, written in the simplest way: no links, no addresses, a copy for every argument.
 
 #pragma once
 
@@ -56,7 +56,7 @@ struct Value {
     /// Makes the path and sets its end to the value. False where a step cannot be made; what was
     /// made before stays.
     bool create(const Steps& steps, const Value& value);
-    /// Removes equal items; the one that follows a removed item is passed over.
+    /// Removes equal items; the one that follows a removed item is skipped.
     void removeItems(const Value& value, const Steps& itemPath);
     /// The position of the first equal item, or the number of items.
     std::size_t findItem(const Value& value, const Steps& itemPath);

@@ -44,11 +44,12 @@ public:
     /// Appends a copy of `value`, which may be an item of this sequence. Amortised constant cost.
     virtual void push_back(const T& value) { emplaceBack(value); }
 
-    /// Removes the last item. The sequence must not be empty.
+    /// Removes the last item. The sequence must not be empty. Constant cost.
     virtual void pop_back() { m_items.pop(); }
 
     /// Exchanges the items; each keeps its address. Throws, with no effect, where the items could
     /// not be freed any more, since one of these sequences lies within an item of the other.
+    /// Constant cost besides finding that out, which takes a walk up to the root.
     virtual void swap(IndexList& other) {
         if (this != &other) {
             TPlaces::beginExchange(*this, other);
@@ -64,12 +65,12 @@ public:
     iterator insert(const_iterator position, const T& value) {
         return emplaceAt(position.position(), value);
     }
-    /// The same. Throws std::out_of_range for a position behind the end.
+    /// The same. Throws std::out_of_range for a position after the end.
     iterator insert(size_type position, const T& value) {
         return emplaceAt(checked(position, size() + 1), value);
     }
 
-    /// Removes the item at `position` and answers the position behind it. Linear cost. Throws
+    /// Removes the item at `position` and answers the position after it. Linear cost. Throws
     /// std::bad_alloc, unless it is the last item.
     iterator erase(const_iterator position) { return erase(position, position + 1); }
     /// Removes the items from `first` to before `last`. Linear cost. Throws std::bad_alloc, unless
@@ -85,7 +86,8 @@ public:
     /// Removes all items. Linear cost.
     void clear() noexcept { m_items.clear(); }
 
-    /// Removes items from the end, or appends items made from nothing, up to that number.
+    /// Removes items from the end, or appends items made from nothing, up to that number. Linear in
+    /// the number of items that come or go.
     void resize(size_type count) {
         const size_type before = size();
         m_items.erase(std::min(before, count), before);
@@ -109,7 +111,7 @@ public:
 
     T& operator[](size_type position) { return m_items.at(position); }
     const T& operator[](size_type position) const { return m_items.at(position); }
-    /// Throws std::out_of_range when there is no such position.
+    /// Throws std::out_of_range when there is no such position. O(1).
     T& at(size_type position) { return m_items.at(checked(position, size())); }
     const T& at(size_type position) const { return m_items.at(checked(position, size())); }
     T& front() { return m_items.at(0); }
@@ -157,7 +159,7 @@ protected:
         return m_items.append(std::forward<Arguments>(arguments)...);
     }
 
-    /// As eraseIf(); where `skips`, the item that directly follows a removed one is passed over
+    /// As eraseIf(); where `skips`, the item that directly follows a removed one is skipped
     /// unseen.
     template<class Matches>
     size_type eraseMatches(Matches& matches, bool skips) {

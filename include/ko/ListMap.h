@@ -50,7 +50,7 @@ public:
         m_map.update(m_list);
     }
     /// The copy is complete before the former members are destroyed, so `other` may lie within
-    /// them.
+    /// them. Linear cost, and O(log n) for each member.
     ListMap& operator=(const ListMap& other) {
         if (this != &other) {
             ListMap copy(other);
@@ -83,6 +83,7 @@ public:
 
     /// Exchanges the members; each keeps its address. Throws, with no effect, where the members
     /// could not be freed any more, since one of these maps lies within a member of the other.
+    /// Constant cost besides finding that out, which takes a walk up to the root.
     virtual void swap(ListMap& other) {
         if (this != &other) {
             TPlaces::beginExchange(*this, other);
@@ -111,7 +112,7 @@ public:
         return find(key) != end();
     }
 
-    /// Removes the member and answers the position behind it. O(log n).
+    /// Removes the member and answers the position after it. O(log n).
     iterator erase(iterator position) {
         m_map.erase(m_list, position);
         return m_list.erase(position);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The document that a patch works on. Arrays that it edits stay open, so that neither runs of
-// removals nor edits here and there move the items behind them each time.
+// removals nor edits here and there move the items after them each time.
 
 #pragma once
 

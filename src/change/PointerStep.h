@@ -12,10 +12,10 @@
 
 namespace ko::Orvid {
 
-/// The step for the place behind an array's last item.
+/// The step for the place after an array's last item.
 constexpr std::string_view k_behindLast = "-";
 
-/// The 0-based index that the step stands for in an array: nothing for digits behind a zero, and
+/// The 0-based index that the step stands for in an array: nothing for digits after a zero, and
 /// for what reaches k_noIndex.
 std::optional<unsigned int> pointerIndex(std::string_view step);
 

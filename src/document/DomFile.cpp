@@ -32,7 +32,7 @@ constexpr const char* k_write = "write";
 constexpr const char* k_noRoot = "The document has no root";
 constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
-/// The first line of the message, behind its place where that is known.
+/// The first line of the message, after its place where that is known.
 std::string reasonOf(const ParseException& error) {
     std::string place;
     if (error.firstLine() >= 0) {

@@ -27,7 +27,7 @@ constexpr int k_complete = 0;
 constexpr int k_incomplete = 2;
 /// How much of a stream is read at once, in bytes: it should be in the cache still.
 constexpr std::size_t k_pieceSize = 16384;
-/// The same where a fault is shown within its piece.
+/// The same where an error is shown within its piece.
 constexpr std::size_t k_shownPieceSize = 255;
 /// How much of a token that a piece of a stream cuts off is finished in place, in bytes.
 constexpr std::size_t k_room = 256;
@@ -83,7 +83,7 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     }
     const bool isChecked = !m_reading->isLenient && m_reading->isBroken;
     if (m_isUsed && m_parser == nullptr && !isChecked && state() != k_complete) {
-        // The text goes on, though in another tree: only the events can tell what becomes of it.
+        // The text goes on, though in another tree: only the events can say what becomes of it.
         handOver({});
     }
     start(root);
@@ -318,7 +318,7 @@ Element* DomParser::current() const {
     return m_parser == nullptr ? m_reading->builder.current() : m_current;
 }
 
-/// The element being filled. Behind a complete value the current element is the root's parent.
+/// The element being filled. After a complete value the current element is the root's parent.
 const Element* DomParser::context() const {
     const Element* const element = current();
     return element == nullptr || state() == k_complete ? m_root : element;

@@ -2,7 +2,7 @@
 //
 // The events of YAJL's reader: what they make of the tree, for subclasses and for text that YAJL
 // decides about. With options the scanner runs ahead, and the reader gets only what it has found
-// free of faults.
+// free of errors.
 
 #include <ko/Orvid/DomParser.h>
 
@@ -57,7 +57,7 @@ void DomParser::readEvents(std::string_view piece) {
     finishNumber(fault);
 }
 
-/// The reader waits for a byte behind a number, as if it could go on.
+/// The reader waits for a byte after a number, as if it could go on.
 void DomParser::finishNumber(std::uint64_t end) {
     if (m_reading->events.isNumberEnd(end)) {
         m_parser->parse(" ", 1);

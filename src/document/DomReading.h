@@ -51,7 +51,7 @@ public:
     /// Whether a number ended at that offset.
     bool isNumberEnd(std::uint64_t offset) const noexcept { return m_numberEnd == offset; }
 
-    /// The text of the piece with blanks in place of trailing commas, which YAJL's reader refuses.
+    /// The text of the piece with spaces in place of trailing commas, which YAJL's reader refuses.
     /// So stands a comma that may yet prove to be one; where it does not, another is added before
     /// the token that follows it. Lives until the next call.
     std::string_view withoutTrailingCommas(std::string_view piece);
@@ -85,7 +85,7 @@ struct DomParser::Reading {
     }
 
     const ReadOptions options;
-    bool isLenient;  ///< faults are YAJL's: no option differs from its default, and none is fed
+    bool isLenient;  ///< errors are YAJL's: no option differs from its default, and none is fed
     std::optional<TextScanner> scanner{options};
     TreeBuilder builder;
     std::optional<NotingBuilder> noting;  ///< in the builder's place, for a document's own text
@@ -106,7 +106,7 @@ struct DomParser::Reading {
 
     bool isFed = false;                       ///< between begin() and finish()
     bool isBroken = false;                    ///< an exception has ended the reading
-    std::optional<std::uint64_t> faultBegin;  ///< offset of the fault
+    std::optional<std::uint64_t> faultBegin;  ///< offset of the error
 };
 
 }  // namespace ko::Orvid

@@ -15,7 +15,7 @@ namespace ko::Orvid {
 /// attribute to them.
 class FileAttributes {
 public:
-    /// `name` is for errors, which are FileException. Attributes that tell what the old content was
+    /// `name` is for errors, which are FileException. Attributes that say what the old content was
     /// (signatures, capabilities) are left out.
     FileAttributes(int file, std::string name);
 

@@ -49,7 +49,7 @@ Generator::~Generator() noexcept(false) {  // NOLINT(bugprone-exception-escape):
     try {
         flush();
     } catch (...) {
-        return;  // the exception that is on its way already tells of a failure
+        return;  // the exception that is on its way already reports a failure
     }
 }
 

@@ -218,7 +218,7 @@ std::string readFile(const std::string& name, FileStamp& stamp) {
         failWith(name, k_read, errno);
     }
     stamp = FileStamp::of(file.get(), name);
-    // One byte more than the file is said to have tells its end without another round.
+    // One byte more than the file is said to have shows its end without another round.
     const bool isRegular = S_ISREG(status.st_mode) && status.st_size > 0;
     std::string content(isRegular ? static_cast<std::size_t>(status.st_size) + 1 : firstRoom, '\0');
     std::size_t length = 0;

@@ -111,7 +111,7 @@ void SelectiveBuilder::makePlace() {
     makeKey(m_depth);
 }
 
-/// An item that is left out still counts where others have their positions behind it.
+/// An item that is left out still counts where others have their positions after it.
 void SelectiveBuilder::leaveOut() {
     if (m_depth > 0 && top().isArray && top().state->hasPositions) {
         makePlace();

@@ -76,7 +76,7 @@ private:
     Projection& m_projection;
     TreeBuilder m_tree;
     Projection::State* m_member = nullptr;  ///< of the member that is next
-    std::vector<Level> m_levels;            ///< those behind m_depth keep their memory
+    std::vector<Level> m_levels;            ///< those after m_depth keep their memory
     std::size_t m_depth = 0;
     std::size_t m_made = 0;     ///< of the levels, how many have a container in the tree
     std::string m_whole;        ///< the brackets that are open in a value of which all is made

@@ -91,7 +91,7 @@ private:
         return container;
     }
 
-    /// Throws Exception for what the events of a listener could not tell either.
+    /// Throws Exception for what the events of a listener could not report either.
     static unsigned int lengthOf(std::string_view text);
 
     const bool m_rejectsRepeated;

@@ -16,7 +16,7 @@ struct WriteFault {
     const Element* element;  ///< at which it is
 };
 
-/// The first fault of the tree, in the order of the text: a value of type etEmpty, the text of a
+/// The first error of the tree, in the order of the text: a value of type etEmpty, the text of a
 /// number that is none, and, unless the options allow it, a key or string that is no UTF-8.
 /// `leftOut` is a key of the root that is not written. Does not recurse.
 std::optional<WriteFault> findWriteFault(const Element& root, const WriteOptions& options,

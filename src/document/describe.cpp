@@ -174,7 +174,7 @@ std::string describeParse(const ParseException& error) {
            sentence(trimmed(error.message()));
 }
 
-/// Whether the reason is what the cause says, which is told of the cause.
+/// Whether the reason is what the cause says, which the cause reports itself.
 bool tellsOfCause(const FileException& error) {
     const std::string& reason = error.reason();
     if (const auto* const parse = dynamic_cast<const ParseException*>(error.cause())) {

@@ -14,7 +14,7 @@ namespace ko::Orvid {
 
 namespace {
 
-/// Takes every step; a fault throws already.
+/// Takes every step; an error throws already.
 class PathCheck : public PathParserListener {
 public:
     bool cbObjectProperty(const std::string& /*key*/) override { return true; }

@@ -25,7 +25,7 @@ ReadOptions whole(ReadOptions options) {
     return options;
 }
 
-/// Nothing where the text has a fault, or keys whose order only the whole tree has.
+/// Nothing where the text has an error, or keys whose order only the whole tree has.
 std::optional<Element> parseLookedAt(const JsonPath& query, std::string_view text,
                                      const ReadOptions& options) {
     Projection projection(query);

@@ -18,12 +18,12 @@ namespace ko::Orvid {
 namespace {
 
 constexpr std::size_t k_width = 78;            // characters of a line
-constexpr std::size_t k_before = 30;           // of them in front of the fault, where it is cut
+constexpr std::size_t k_before = 30;           // of them in front of the error, where it is cut
 constexpr std::size_t k_longestCharacter = 4;  // bytes
 constexpr const char* k_cut = "...";
 constexpr std::size_t k_cutWidth = 3;
 
-/// Offsets in a line of the first faulty byte and behind the last.
+/// Offsets in a line of the first faulty byte and after the last.
 struct Span {
     std::size_t begin;
     std::size_t end;
@@ -59,8 +59,8 @@ Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, co
     return {whole == 0 ? "?" : isControl ? " " : std::string(rest.substr(0, whole)), isMarked};
 }
 
-/// The characters of the line from about a width in front of the fault, or from the line's begin,
-/// to as far behind it. A fault at the line's end marks a blank there.
+/// The characters of the line from about a width in front of the error, or from the line's begin,
+/// to as far after it. An error at the line's end marks a space there.
 std::vector<Glyph> glyphsAround(std::string_view line, const Span& fault) {
     constexpr std::size_t reach = k_width * k_longestCharacter;
     std::size_t offset = fault.begin - std::min(fault.begin, reach);

@@ -30,7 +30,7 @@ T converted(const Value& value) {
 
 /// Converts a double that lies within T's range, cutting the fraction off. Two values have passed
 /// the range check that the language leaves undefined: a NaN becomes 0, and 2^64, which the check
-/// cannot tell from the largest unsigned value, becomes that value.
+/// cannot distinguish from the largest unsigned value, becomes that value.
 template<class T>
 T fromReal(double value) {
     if constexpr (std::is_integral_v<T>) {

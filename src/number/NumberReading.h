@@ -26,7 +26,7 @@ bool readWhole(std::string_view text, T& value) {
 }
 
 /// What strtod() and its like read at the beginning of the text: the nearest value, an infinity
-/// where that is beyond the largest one. `isWhole` tells whether the text is a decimal number from
+/// where that is beyond the largest one. `isWhole` says whether the text is a decimal number from
 /// beginning to end.
 template<class Real>
 Real readReal(std::string_view text, bool& isWhole);

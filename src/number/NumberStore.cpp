@@ -27,7 +27,7 @@ namespace {
 
 using SBinary = NumberStore::SBinary;
 
-// A packed binary value: from the lowest bit on two bits of kind, one that tells whether the text
+// A packed binary value: from the lowest bit on two bits of kind, one that says whether the text
 // is whole, and the value. Of a double that is the sign, eight bits of exponent and the fraction,
 // all zero for a positive zero.
 

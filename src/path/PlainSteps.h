@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // PlainSteps reads the steps of path text one by one, without a listener and without copies, as far
-// as the text is plain: no escapes, no `[*]`, no faults. Whatever else the text holds is left to
+// as the text is plain: no escapes, no `[*]`, no errors. Whatever else the text holds is left to
 // PathParser, which is the one that knows the whole language.
 
 #pragma once

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Projection tells, from the root of a document down, what of it a query looks at. It follows all
+// Projection says, from the root of a document down, what of it a query looks at. It follows all
 // places of the query, and of the queries in its filters, that a value may stand at: a set of such
 // places is a state, which is made when it is first met.
 
@@ -52,7 +52,7 @@ struct ProjectionState {
     std::vector<QueryPlace> places;
     bool isWhole = false;       ///< all of the value is looked at
     bool isWanted = false;      ///< the value itself is, and what the states of its children say
-    bool hasPositions = false;  ///< its items are told apart by their positions
+    bool hasPositions = false;  ///< its items are distinguished by their positions
     Children<std::string_view> members;
     Children<std::size_t> items;
 

@@ -24,7 +24,7 @@ bool startsName(char c) {
 bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
-/// What the escape of one character stands for, but for the quotes; 0 when it is none.
+/// What the escape of one character stands for, except for the quotes; 0 when it is none.
 char controlOf(char mark) {
     constexpr std::string_view marks = "bfnrt/\\";
     constexpr std::string_view controls = "\b\f\n\r\t/\\";

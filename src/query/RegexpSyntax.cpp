@@ -17,7 +17,7 @@ constexpr std::string_view k_digits = "0123456789";
 /// What an escape may stand for; `n`, `r` and `t` besides.
 constexpr std::string_view k_escaped = "()*+-.?[\\]^{|}";
 constexpr std::string_view k_controls = "nrt";
-/// What stands for itself only behind a backslash.
+/// What stands for itself only after a backslash.
 constexpr std::string_view k_special = "()*+.?[\\]{|}";
 constexpr std::string_view k_specialInClass = "-[\\]";
 constexpr std::string_view k_quantifiers = "*+?{";

@@ -60,7 +60,7 @@ std::unordered_set<const Element*> promisingBelow(const Element& schema) {
             found.emplace_back(items, nullptr);
         }
     }
-    // Descriptions stand behind those that hold them.
+    // Descriptions stand after those that hold them.
     std::unordered_set<const Element*> promising;
     for (auto place = found.rbegin(); place != found.rend(); ++place) {
         const bool holds = defaultOf(*place->first) != nullptr || promising.count(place->first) > 0;

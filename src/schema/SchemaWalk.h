@@ -13,7 +13,7 @@
 namespace ko::Orvid {
 
 /// The schema's default for the element at `path` below `element`: null when the schema has none,
-/// and nothing when only the text of the whole path can tell: a malformed path, or keys that path
+/// and nothing when only the text of the whole path can say: a malformed path, or keys that path
 /// text cannot express.
 std::optional<const Element*> walkToDefault(const Element& element, std::string_view path);
 

@@ -47,7 +47,7 @@ struct NewValue {
 class Counterparts {
 public:
     /// `leftOut` is a key of the root that is not written, or null. Linear in the size of text and
-    /// tree, but for sorting, and for arrays in which many items changed at once.
+    /// tree, except for sorting, and for arrays in which many items changed at once.
     Counterparts(const Places& places, const Element& root, const std::string* leftOut);
 
     const OldValue& before(std::uint32_t value) const noexcept { return m_old[value]; }

@@ -81,7 +81,7 @@ bool holds(std::string_view text, const Matches& matches) {
     return false;
 }
 
-/// The comments of a text, with a blank between two.
+/// The comments of a text, with a space between two.
 std::string commentsOf(std::string_view text) {
     std::string comments;
     TriviaReader reader(text);

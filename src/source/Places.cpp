@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The pass over a text that finds its values, and their elements.
+// The pass through a text that finds its values, and their elements.
 
 #include "source/Places.h"
 

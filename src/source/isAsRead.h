@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// isAsRead() tells whether a value of the text may be copied whole.
+// isAsRead() says whether a value of the text may be copied whole.
 
 #pragma once
 

@@ -36,7 +36,7 @@ Lead leadOf(unsigned char byte) {
     return {0, 0, 0};
 }
 
-/// Reads one character beyond ASCII and moves `at` behind it, or behind the bytes of an incomplete
+/// Reads one character beyond ASCII and moves `at` after it, or after the bytes of an incomplete
 /// one, for which it returns false.
 bool readCharacter(const char*& at, const char* end, char32_t& character) {
     const auto first = static_cast<unsigned char>(*at++);

@@ -28,7 +28,7 @@ public:
 
     /// A quote, a backslash or a control character: what may not stand in a string as it is.
     Marks special() const noexcept { return equal('"') | equal('\\') | below(0x20); }
-    /// None of blank, tab, newline and carriage return.
+    /// None of space, tab, newline and carriage return.
     Marks notWhitespace() const noexcept {
         return ~(equal(' ') | equal('\t') | equal('\n') | equal('\r')) & k_tops;
     }

@@ -63,7 +63,7 @@ const char* digitsEnd(const char* at, const char* end) noexcept {
 }
 
 /// The part of a string that stands for itself. `hasHigh` is set where a byte of it, or one not far
-/// behind it, is above ASCII.
+/// after it, is above ASCII.
 template<class AnyBlock = Block>
 const char* plainEnd(const char* at, const char* end, bool& hasHigh) noexcept {
     typename AnyBlock::Marks high = 0;

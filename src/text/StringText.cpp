@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Strings, from escape to escape. What lies between them is passed over in blocks.
+// Strings, from escape to escape. What lies between them is skipped in blocks.
 
 #include "text/StringText.h"
 
@@ -59,7 +59,7 @@ unsigned int unitAt(const char* digits) noexcept {
     return unit;
 }
 
-/// The escape at `at`. It ends at a quote when it is right: `at` is behind it then.
+/// The escape at `at`. It ends at a quote when it is right: `at` is after it then.
 StringScan scanUnit(const char* at, const char* end) noexcept {
     for (std::ptrdiff_t i = 2; i < k_unitLength; ++i) {
         if (end - at == i) {

@@ -38,7 +38,7 @@ struct StringScan {
     bool hasEscape = false;
 };
 
-/// Looks at the string from `at`, behind its quote, or where an earlier scan of it stopped.
+/// Looks at the string from `at`, after its quote, or where an earlier scan of it stopped.
 StringScan scanString(const char* at, const char* end, const StringRules& rules) noexcept;
 
 /// What scanUtf8() came to.
@@ -50,7 +50,7 @@ struct Utf8Scan {
 /// Looks for the first byte that is no UTF-8.
 Utf8Scan scanUtf8(const char* at, const char* end) noexcept;
 
-/// Appends what the text of a string, in which scanString() found no fault, stands for. The escape
+/// Appends what the text of a string, in which scanString() found no error, stands for. The escape
 /// of half a surrogate pair becomes what YAJL makes of it. Throws std::bad_alloc.
 void appendUnescaped(std::string& out, const char* at, const char* end);
 

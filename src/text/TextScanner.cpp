@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What is rare in a text: comments, tokens that are cut off, limits and faults.
+// What is rare in a text: comments, tokens that are cut off, limits and errors.
 
 #include "text/TextScanner.h"
 
@@ -34,7 +34,7 @@ TextScanner::TextScanner(const ReadOptions& options)
       m_afterMember(options.allowTrailingCommas ? Next::keyOrEnd : Next::key),
       m_afterItem(options.allowTrailingCommas ? Next::valueOrEnd : Next::item) {}
 
-/// How many bytes of the piece the limits let pass, and the fault behind them.
+/// How many bytes of the piece the limits let pass, and the error after them.
 std::size_t TextScanner::limited(std::string_view piece, std::optional<TextFault>& beyond) const {
     std::size_t size = piece.size();
     if (m_options.maxLength > 0 && m_options.maxLength - m_offset < size) {
@@ -81,7 +81,7 @@ const char* TextScanner::cut(const char* at, const char* verified) noexcept {
     return nullptr;
 }
 
-/// A string that the quick look leaves to this: with escapes, with faults, in pieces.
+/// A string that the quick look leaves to this: with escapes, with errors, in pieces.
 const char* TextScanner::takeOddText(const char* at, const char* end, std::string_view& text) {
     const bool isResumed = m_verified > 1;
     const text::StringScan scan = text::scanString(at + (isResumed ? m_verified : 1), end, m_rules);
@@ -133,7 +133,7 @@ const char* TextScanner::skipOtherBlanks(const char* at, const char* end) const 
     return at;
 }
 
-/// A byte that begins no token that may stand here: of a comment, or a fault.
+/// A byte that begins no token that may stand here: of a comment, or an error.
 const char* TextScanner::takeOdd(const char* at, const char* end) {
     if (*at == '/') {
         return takeComment(at, end);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // TextScanner: JSON text to tokens, in pieces that may be cut anywhere. It checks what the options
-// ask for and finds the first fault to the byte, wherever the text is cut. It knows no tree: a sink
+// ask for and finds the first error to the byte, wherever the text is cut. It knows no tree: a sink
 // receives the tokens. The loop over the tokens is in TextScannerRun.h, which the sinks include.
 
 #pragma once
@@ -30,7 +30,7 @@ struct TextFault {
     std::uint64_t length;
 };
 
-/// Where a token stands in the whole text, from 0; `end` is behind it. Strings and keys count with
+/// Where a token stands in the whole text, from 0; `end` is after it. Strings and keys count with
 /// their quotes.
 struct TokenPlace {
     std::uint64_t begin;
@@ -59,9 +59,9 @@ class TextScanner {
 public:
     explicit TextScanner(const ReadOptions& options);
 
-    /// Reads the next piece, until its end, a fault, or, unless a whole document is required, the
+    /// Reads the next piece, until its end, an error, or, unless a whole document is required, the
     /// end of the value. A token that the piece may have cut off is reported with its last piece. A
-    /// number is over when another byte follows it. After a fault nothing more may be read. Linear
+    /// number is over when another byte follows it. After an error nothing more may be read. Linear
     /// cost over all pieces, also of tokens of many pieces.
     template<class Sink>
     void scan(std::string_view piece, Sink& sink);
@@ -74,14 +74,14 @@ public:
     void finish(Sink& sink);
 
     const std::optional<TextFault>& fault() const noexcept { return m_fault; }
-    /// How many bytes were given, except after a fault.
+    /// How many bytes were given, except after an error.
     std::uint64_t offset() const noexcept { return m_offset; }
     /// Whether the value has been read.
     bool isComplete() const noexcept { return m_next == Next::nothing; }
-    /// The offset of the first byte behind the value, or else behind the text so far.
+    /// The offset of the first byte after the value, or else after the text so far.
     std::uint64_t position() const noexcept { return isComplete() ? m_end : m_offset; }
 
-    /// Counts the lines of the piece that was scanned last, whose faults can be placed no more.
+    /// Counts the lines of the piece that was scanned last, whose errors can be placed no more.
     void leave(std::string_view piece) noexcept { m_lines.count(piece); }
     /// The line and column of a byte in the piece that was scanned last.
     LineAndColumn place(std::string_view piece, std::uint64_t offset) const noexcept {
@@ -92,7 +92,7 @@ public:
     bool isInToken() const noexcept { return !m_held.empty() && m_held[0] != '/'; }
 
     /// A text that brings another reader to where this one stands, in the token that is cut off or
-    /// at fault: as many containers are open, and the same may follow.
+    /// in error: as many containers are open, and the same may follow.
     std::string entry() const;
     /// Of that token, what pieces before the last one have brought.
     std::string_view heldBefore(std::uint64_t offset) const noexcept;
@@ -169,9 +169,9 @@ private:
     const Next m_afterItem;
     std::optional<TextFault> m_fault;
     LineCounter m_lines;
-    std::uint64_t m_offset = 0;  ///< behind what was scanned, from 0
-    std::uint64_t m_token = 0;   ///< of the token that is cut off or at fault
-    std::uint64_t m_end = 0;     ///< behind the value
+    std::uint64_t m_offset = 0;  ///< after what was scanned, from 0
+    std::uint64_t m_token = 0;   ///< of the token that is cut off or in error
+    std::uint64_t m_end = 0;     ///< after the value
     const char* m_window = nullptr;
     std::uint64_t m_windowOffset = 0;
 

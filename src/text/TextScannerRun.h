@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The loop over the tokens, which is compiled for each sink, so that a token costs no call. A
-// function that takes a token returns the byte behind it, or null where the token is cut off or
+// function that takes a token returns the byte after it, or null where the token is cut off or
 // faulty. What is rare is in TextScanner.cpp.
 
 #pragma once

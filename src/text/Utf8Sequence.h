@@ -2,7 +2,7 @@
 //
 // Utf8Sequence looks at the bytes of one character as they come. A faulty sequence is followed to
 // the end that its first byte announces, or to the first byte that cannot belong to it, so that a
-// fault can be shown whole.
+// error can be shown whole.
 
 #pragma once
 
@@ -50,7 +50,7 @@ public:
         return m_isFaulty ? Result::isFaulty : Result::complete;
     }
 
-    /// Behind the valid sequences at `at`, the first byte of which is not ASCII: before the first
+    /// After the valid sequences at `at`, the first byte of which is not ASCII: before the first
     /// ASCII byte, or one that is faulty or cut off.
     static const char* skip(const char* at, const char* end) noexcept {
         while (at != end && static_cast<unsigned char>(*at) >= 0x80) {

@@ -31,7 +31,7 @@ enum class WriteStatus : int {
 /// How the text looks.
 struct Layout {
     /// Whether every member and item stands on a line of its own after one `indent` for each level.
-    /// An `indent` with anything but " \t\n\r\v\f" in it is replaced by two blanks.
+    /// An `indent` with anything but " \t\n\r\v\f" in it is replaced by two spaces.
     bool isIndented = true;
     std::string indent;
     /// Whether a newline ends the text.

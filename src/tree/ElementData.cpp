@@ -73,7 +73,7 @@ void moveTree(Element::SData& data, Element* owner) noexcept {
 
 void Element::create(SData& data, EType type, Element* owner) {
     data.type = type;
-    // A payload that cannot be had is null, which destroy() passes over.
+    // A payload that cannot be had is null, which destroy() skips.
     switch (type) {
         case etNumber:
             data.value.number = nullptr;

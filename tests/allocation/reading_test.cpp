@@ -253,7 +253,7 @@ const std::vector<Operation> k_texts = {
      }},
 };
 
-/// One record after the other, in which a line that lacked memory is passed over.
+/// One record after the other, in which a line that lacked memory is skipped.
 TEST(JsonLinesWithoutMemory, gives_each_line_whole_or_passes_it_over) {
     const std::string record = "[\"a string that is longer than what fits in place\"]";
     for (std::size_t number = 1, isRefused = 1; isRefused != 0; ++number) {

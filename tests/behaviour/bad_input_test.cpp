@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What becomes of text that is no JSON, or is cut off, empty, or odd: no input may do more than
-// throw ParseException or leave a partial tree whose links hold. Each kind of fault has its message
+// throw ParseException or leave a partial tree whose links hold. Each kind of error has its message
 // in CallbackParserErrors_test.cpp.
 
 #include <ko/Orvid.h>
@@ -23,7 +23,7 @@ using orvid_test::compact;
 using orvid_test::Document;
 using orvid_test::thrownBy;
 
-/// What reading the text as one piece, without a newline behind it, comes to.
+/// What reading the text as one piece, without a newline after it, comes to.
 struct Outcome {
     explicit Outcome(const std::string& text) {
         DomParser parser;
@@ -42,7 +42,7 @@ struct Outcome {
     Element root{"before"};
     int state = -1;
     unsigned long long position = 0;
-    std::string message;  ///< empty when there was no fault
+    std::string message;  ///< empty when there was no error
     std::string path;
 };
 

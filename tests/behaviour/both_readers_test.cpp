@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // A DomParser builds the tree from its scanner; a subclass gets the events of YAJL's reader. Tree,
-// state, position, open element, stream and the whole of every fault are the same.
+// state, position, open element, stream and the whole of every error are the same.
 
 #include <gtest/gtest.h>
 

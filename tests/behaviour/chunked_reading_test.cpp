@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// However a text is cut into pieces, the tree and the fault are those of the whole text: its
+// However a text is cut into pieces, the tree and the error are those of the whole text: its
 // message, lines, columns, element and offset. And options that refuse nothing change nothing.
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ using orvid_test::readSplit;
 using orvid_test::readStream;
 using orvid_test::readWhole;
 
-/// Texts with a token of each kind and a fault of each kind, over several lines.
+/// Texts with a token of each kind and an error of each kind, over several lines.
 const std::vector<std::string> k_texts = {
     "",
     " \n ",
@@ -118,7 +118,7 @@ TEST(ChunkedReading, gives_the_same_as_one_strict_parse_of_a_text_or_a_stream) {
     }
 }
 
-/// A text that is longer than the parser's own pieces, with the fault of `text` far behind.
+/// A text that is longer than the parser's own pieces, with the error of `text` far back.
 std::string behindLongText(const std::string& text) {
     std::string result = "[\n";
     while (result.size() < 40000) {
@@ -138,8 +138,8 @@ TEST(ChunkedReading, gives_the_same_in_long_texts) {
     }
 }
 
-/// Whether the readings come to the same but for what a fault tells. The options find a fault at
-/// its first byte, the lenient reading when the token that is out of place is over.
+/// Whether the readings come to the same except for what an error says. The options find an error
+/// at its first byte, the lenient reading when the token that is out of place is over.
 testing::AssertionResult isSameButForFaults(const Reading& lenient, const Reading& checked) {
     const bool isEarly = lenient.fault.empty() && lenient.state == 2 && !checked.fault.empty();
     const bool isFaulty = !lenient.fault.empty() && !checked.fault.empty();

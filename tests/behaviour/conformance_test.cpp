@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Strict reading, with repeated keys, against RFC 8259: what is accepted, and where a fault is. A
+// Strict reading, with repeated keys, against RFC 8259: what is accepted, and where an error is. A
 // table says what the grammar says by hand; everything else is judged by a recogniser that was
 // written from the grammar and not from the library.
 
@@ -22,7 +22,7 @@ using orvid_test::readPieces;
 using orvid_test::readWhole;
 using orvid_test::Rfc8259;
 
-/// Strict but for what the grammar does not decide: keys may be repeated.
+/// Strict except for what the grammar does not decide: keys may be repeated.
 ReadOptions asTheGrammar() {
     ReadOptions options = ReadOptions::strict();
     options.repeatedKeys = ko::Orvid::RepeatedKeys::replace;
@@ -41,7 +41,7 @@ std::string readable(std::string_view text) {
     return result;
 }
 
-/// Whether the library finds the same fault as the recogniser, or none, at the same place, whole
+/// Whether the library finds the same error as the recogniser, or none, at the same place, whole
 /// and byte by byte.
 testing::AssertionResult agrees(const std::string& text) {
     const std::optional<std::size_t> expected = Rfc8259::faultIn(text);

@@ -26,7 +26,7 @@ const std::string k_settings = ORVID_SAMPLES "/settings.json";
 const std::string k_document =
     R"({"a":{"b":[1,2.50,{"c":"x"}]},"e":{},"x.y[0]\\*":5,"a b":6,"äö":7,"tab\t":8,"\"":9})";
 
-/// The paths and values that `orvid paths` tells of a file.
+/// The paths and values that `orvid paths` writes for a file.
 std::vector<std::pair<std::string, std::string>> leavesOf(const std::string& file) {
     const CommandResult lines = orvid({"paths", file});
     EXPECT_EQ(lines.status, 0) << lines;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid keys, length and type: what they tell, and how path and files are told apart.
+// orvid keys, length and type: what they write, and how path and files are distinguished.
 
 #include "support/Command.h"
 

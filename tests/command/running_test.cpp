@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How the tests run programs: what is not installed is told from what fails.
+// How the tests run programs: what is not installed is distinguished from what fails.
 
 #include "support/Command.h"
 

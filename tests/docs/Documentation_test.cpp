@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// That the documentation tells the truth where a program can tell: what it shows as code stands in
+// That the documentation is true where a program can check it: what it shows as code stands in
 // the examples, what it shows as output is what they print (their own tests compare that), its
 // links lead somewhere, and it leaves out no header and no example.
 
@@ -131,7 +131,7 @@ TEST(Documentation, what_stands_beside_another_tool_s_operations_is_run_by_an_ex
     EXPECT_GT(checked, 0U);
 }
 
-/// Whether the link in that document leads to a file and, behind `#`, to a heading of it.
+/// Whether the link in that document leads to a file and, after `#`, to a heading of it.
 bool leadsSomewhere(const path& document, const std::string& target) {
     const std::size_t mark = target.find('#');
     const std::string name = target.substr(0, mark);

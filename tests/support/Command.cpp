@@ -136,7 +136,7 @@ void converse(Pipes& pipes, const std::string& input, CommandResult& result) {
     if (input.empty()) {
         pipes.in.closeEnd(1);
     }
-    // poll passes over the descriptors that are closed, which are -1.
+    // poll skips the descriptors that are closed, which are -1.
     while (pipes.out.ends[0] >= 0 || pipes.err.ends[0] >= 0 || pipes.in.ends[1] >= 0) {
         std::array<pollfd, 3> ends{{{pipes.in.ends[1], POLLOUT, 0},
                                     {pipes.out.ends[0], POLLIN, 0},

@@ -22,7 +22,7 @@ struct Document {
     ko::Orvid::Element root;
 };
 
-/// The element as JSON text on one line, with a blank after each colon. Linear, also where the
+/// The element as JSON text on one line, with a space after each colon. Linear, also where the
 /// tree is deep.
 inline std::string compact(const ko::Orvid::Element& element) {
     const std::string text =

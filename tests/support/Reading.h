@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Reading with options, whole, from a stream or in pieces: what became of the tree, and the fault
+// Reading with options, whole, from a stream or in pieces: what became of the tree, and the error
 // with all its fields, as one text that tests compare.
 
 #pragma once
@@ -15,7 +15,7 @@
 
 namespace orvid_test {
 
-/// "line,column-line,column @element: message" of a fault.
+/// "line,column-line,column @element: message" of an error.
 inline std::string faultText(const ko::Orvid::ParseException& error) {
     std::ostringstream text;
     text << error.firstLine() << ',' << error.firstColumn() << '-' << error.lastLine() << ','
@@ -92,7 +92,7 @@ inline Reading readPieces(const ko::Orvid::ReadOptions& options, std::string_vie
     });
 }
 
-/// The fault of the text read whole; empty when it has none.
+/// The error of the text read whole; empty when it has none.
 inline std::string faultOf(const ko::Orvid::ReadOptions& options, const std::string& text) {
     return readWhole(options, text).fault;
 }

@@ -19,7 +19,7 @@ namespace orvid_test {
 /// What the listener does at its special event.
 enum class Reaction { goOn, stop, fail };
 
-/// `[1,"a"]` gives "[ n1 sa ] ": one word for each event, with a blank behind it. The words are
+/// `[1,"a"]` gives "[ n1 sa ] ": one word for each event, with a space after it. The words are
 /// null, true, false, n and the digits, s and the string, k and the key, { } [ ]; with numbers by
 /// value i and the long, d and the double.
 class RecordingListener : public ko::Orvid::CallbackParserListener {

@@ -15,7 +15,7 @@ namespace orvid_test {
 
 class Rfc8259 {
 public:
-    /// The offset of the first fault: of the first byte that cannot go on what stands before it, of
+    /// The offset of the first error: of the first byte that cannot go on what stands before it, of
     /// the first byte of a faulty UTF-8 sequence or of half a surrogate pair's escape, or the
     /// length of a text that ends early. Nothing for a JSON text.
     static std::optional<std::size_t> faultIn(std::string_view text) {
@@ -73,7 +73,7 @@ private:
         }
     }
 
-    // begin-array = ws %x5B ws, and so on: the blanks around the six structural characters
+    // begin-array = ws %x5B ws, and so on: the whitespace around the six structural characters
     void structural(char byte) {
         ws();
         one(byte);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the options of a call say, but for the words that are a verb's own.
+// What the options of a call say, except for the words that are a verb's own.
 
 #pragma once
 

@@ -116,7 +116,7 @@ struct CommandLine::Impl {
     }
 
     CLI::App app{"Read, edit and write JSON documents in which nothing may be lost", "orvid"};
-    std::vector<std::string> words;  ///< behind the command's name
+    std::vector<std::string> words;  ///< after the command's name
     CLI::App* given = nullptr;       ///< the verb of this call
 
     /// Tells of the first word that looks like an option and is none, where there is one.

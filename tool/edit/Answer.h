@@ -13,7 +13,7 @@
 
 namespace orvid_tool {
 
-/// Appends the value in the call's layout with a newline behind it. With --raw a string goes
+/// Appends the value in the call's layout with a newline after it. With --raw a string goes
 /// without quotes and escapes; one that holds a line break keeps them where every line is an
 /// answer. Throws Unwritable.
 void appendAnswer(const SCall& call, const ko::Orvid::Element& value, Bytes& out);

@@ -23,7 +23,7 @@ public:
     const std::string& key() const { return m_key; }
     /// The position, from 0.
     unsigned int index() const { return m_index; }
-    /// Whether the step is `[*]`, the place behind the last item.
+    /// Whether the step is `[*]`, the place after the last item.
     bool isStar() const { return !m_isKey && m_index == ko::Orvid::k_noIndex; }
     /// The step for messages: the key, or the index in brackets.
     std::string text() const;

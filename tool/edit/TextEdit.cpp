@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One pass over the text that copies token after token. A member or an item that the path wants and
-// that is missing is written where its container ends.
+// One pass through the text that copies token after token. A member or an item that the path wants
+// and that is missing is written where its container ends.
 
 #include "edit/TextEdit.h"
 

@@ -17,7 +17,7 @@ namespace orvid_tool {
 /// A value that is to be put at a place.
 struct STextEdit {
     std::vector<SStep> steps;  ///< at least one
-    std::string value;         ///< compact JSON text with a newline behind it
+    std::string value;         ///< compact JSON text with a newline after it
 };
 
 struct STextLayout {
@@ -27,8 +27,8 @@ struct STextLayout {
 
 /// Appends the text in that layout, the edit made unless it is null, and a newline: what the
 /// library would write of the tree, byte for byte. Answers false, and may have appended something,
-/// where it cannot tell: of text that is no plain JSON, repeats a key, or has no place for the
-/// value, and where a member meta is to be left out. A newline stands behind the text.
+/// where it cannot say: of text that is no plain JSON, repeats a key, or has no place for the
+/// value, and where a member meta is to be left out. A newline stands after the text.
 bool rewrite(std::string_view text, const STextLayout& layout, const STextEdit* edit, Bytes& out);
 
 }  // namespace orvid_tool

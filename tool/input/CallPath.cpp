@@ -22,7 +22,7 @@ constexpr std::size_t k_none = std::string::npos;
 /// A step `[-N]` within a path.
 struct SNegative {
     std::size_t start = k_none;  ///< of its bracket
-    std::size_t end = k_none;    ///< behind its bracket
+    std::size_t end = k_none;    ///< after its bracket
     std::size_t count = 0;       ///< from the end, 1 is the last item; 0 where N is too great
 };
 

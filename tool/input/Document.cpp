@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Text to tree, and where in the text the fault is that the library tells of.
+// Text to tree, and where in the text the error is that the library reports.
 
 #include "input/Document.h"
 
@@ -46,9 +46,9 @@ std::string firstLine(const std::string& message) { return message.substr(0, mes
 
 bool startsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
 
-/// Where the fault begins that the message tells of. The parser stops at a character that does not
-/// belong into its token, but behind a character that begins none and behind a token in a wrong
-/// place; a token behind a member's value is the exception, there it stops inside.
+/// Where the error begins that the message reports. The parser stops at a character that does not
+/// belong into its token, but after a character that begins none and after a token in a wrong
+/// place; a token after a member's value is the exception, there it stops inside.
 std::size_t faultOffset(const std::string& message, std::string_view text, std::size_t stop) {
     if (startsWith(message, "parse error: after key and value")) {
         return tokenStart(text, stop + 1);
@@ -98,7 +98,7 @@ void parseFrom(DomParser& parser, const SText& document, std::size_t start, Elem
         const std::string message = firstLine(error.message());
         const std::size_t offset =
             start + faultOffset(message, text, static_cast<std::size_t>(parser.position()));
-        // Only the newline behind the text is at fault.
+        // Only the newline after the text is in error.
         const bool isEnd = offset >= document.text.length();
         failAt(document, offset, error.elementPath(), isEnd ? k_endsEarly : message);
     }

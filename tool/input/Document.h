@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Document, one document under way through a verb, and reading its text into the tree with errors
-// that tell the place.
+// that name the place.
 
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace orvid_tool {
 
-/// The text of a file or of a line, and the tree read from it. A newline stands behind the text and
+/// The text of a file or of a line, and the tree read from it. A newline stands after the text and
 /// may be read too. The tree is used again for the next document.
 struct Document {
     SPlace place;  ///< the file, and where the text is one of many lines, the line
@@ -24,19 +24,19 @@ struct Document {
     std::optional<ko::Orvid::Dom> kept;  ///< where the text is to be kept: its root is `root`
 };
 
-/// Reads the text into `root`. It must hold one complete value and, around it, nothing but blanks
-/// and comments. The byte behind it is a newline. Throws Failure, which tells the place: `place`
-/// with the column, and with the line unless it has one.
+/// Reads the text into `root`. It must hold one complete value and, around it, nothing but
+/// whitespace and comments. The byte after it is a newline. Throws Failure, which says the place:
+/// `place` with the column, and with the line unless it has one.
 void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
 
-/// Reads the first value at the offset or behind it, of several that stand in the text one after
-/// the other, into `root`, and answers the offset of its end; nothing, where there are only blanks
-/// and comments. Otherwise as readTree().
+/// Reads the first value at the offset or after it, of several that stand in the text one after
+/// the other, into `root`, and answers the offset of its end; nothing, where there are only
+/// whitespace and comments. Otherwise as readTree().
 std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
                                     ko::Orvid::Element& root);
 
 /// What the library says of a faulty text, with the place, `place` completed, and the line at
-/// fault.
+/// error.
 Failure faultOf(const SPlace& place, std::string_view text, const ko::Orvid::ParseException& error);
 
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.

@@ -34,7 +34,7 @@ public:
     /// The state of the file, taken before it is read.
     const ko::Orvid::FileStamp& stamp() const { return m_stamp; }
 
-    /// The rest of the input with a newline behind it.
+    /// The rest of the input with a newline after it.
     Bytes readAll();
 
     /// Appends up to `size` bytes, as many as can be had without waiting once there are any.

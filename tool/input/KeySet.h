@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// KeySet tells whether an object repeats a key. It is made for short objects, which most are.
+// KeySet says whether an object repeats a key. It is made for short objects, which most are.
 
 #pragma once
 
@@ -22,10 +22,10 @@ public:
     KeySet& operator=(const KeySet&) = delete;
     ~KeySet() { m_keys.resize(m_start); }
 
-    /// Adds a key. False says that it is there already; of many keys only areDifferent() tells.
+    /// Adds a key. False says that it is there already; of many keys only areDifferent() finds.
     bool add(std::string_view key);
     bool isEmpty() const { return m_keys.size() == m_start; }
-    /// Whether all are different. Linear, but for many keys n log n.
+    /// Whether all are different. Linear, except for many keys n log n.
     bool areDifferent();
 
 private:

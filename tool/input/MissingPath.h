@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What is told of a path that leads nowhere: how far it led, and what may have been meant.
+// What is reported for a path that leads nowhere: how far it led, and what may have been meant.
 
 #pragma once
 

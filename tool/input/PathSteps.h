@@ -22,13 +22,13 @@ struct SStep {
 /// Throws Failure for a malformed path.
 std::vector<SStep> stepsOf(const std::string& path);
 
-/// Where steps and what is there do not go together. what() tells how.
+/// Where steps and what is there do not go together. what() says how.
 class Clash : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The items that paths may pass over, in all: a few short lines could ask for billions of them.
+/// The items that paths may skip, in all: a few short lines could ask for billions of them.
 class Gaps {
 public:
     explicit Gaps(std::uint64_t most) : m_left(most) {}
@@ -40,7 +40,7 @@ private:
 };
 
 // The element at the steps below `root`. An empty element on the way becomes the object or the
-// array that a step needs, items that are passed over become null, and the last is new and empty
+// array that a step needs, items that are skipped become null, and the last is new and empty
 // unless it was there. In a pointer, a step below an empty element is an index when it is 0. Throw
 // Clash; what was made before stays.
 ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const std::vector<SStep>& steps, Gaps& gaps);

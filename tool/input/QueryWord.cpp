@@ -38,7 +38,7 @@ void readFor(const ko::Orvid::JsonPath& query, Document& document) {
     try {
         document.root = parseFor(query, document.text, ko::Orvid::ReadOptions());
     } catch (const ParseException&) {
-        // This finds the fault too, and shows where it is.
+        // This finds the error too, and shows where it is.
         readTree(document.place, document.text, document.root);
     }
 }

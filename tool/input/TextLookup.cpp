@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// One pass over the text. Of a repeated key the last value counts, as it does in a tree.
+// One pass through the text. Of a repeated key the last value counts, as it does in a tree.
 
 #include "input/TextLookup.h"
 

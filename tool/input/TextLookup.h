@@ -14,7 +14,7 @@
 namespace orvid_tool {
 
 /// The text of the value at the steps, if the whole of `text` is plain JSON: no comments, no
-/// escapes in keys, no more than a hundred containers deep. A newline stands behind the text.
+/// escapes in keys, no more than a hundred containers deep. A newline stands after the text.
 /// Nothing says nothing: neither that the text is faulty nor that there is no such value.
 std::optional<std::string_view> lookUp(std::string_view text, const std::vector<SStep>& steps);
 

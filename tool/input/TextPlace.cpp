@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Counting lines and columns, and passing over what carries no value.
+// Counting lines and columns, and skipping what carries no value.
 
 #include "input/TextPlace.h"
 

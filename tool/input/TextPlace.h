@@ -23,7 +23,7 @@ STextPlace placeOf(std::string_view text, std::size_t offset);
 /// start.
 std::size_t tokenStart(std::string_view text, std::size_t end);
 
-/// The offset of the first byte from `offset` on that belongs neither to blanks nor to a closed
+/// The offset of the first byte from `offset` on that belongs neither to whitespace nor to a closed
 /// comment; the text's length when there is none.
 std::size_t skipBlanks(std::string_view text, std::size_t offset);
 

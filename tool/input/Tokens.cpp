@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The grammar of JSON's tokens. The newline behind the text ends each of them.
+// The grammar of JSON's tokens. The newline after the text ends each of them.
 
 #include "input/Tokens.h"
 

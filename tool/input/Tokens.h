@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tokens of JSON text, passed over one by one. What these functions take for a token is one to the
+// Tokens of JSON text, skipped one by one. What these functions take for a token is one to the
 // library too; what they refuse may still be one.
 
 #pragma once
@@ -12,7 +12,7 @@
 
 namespace orvid_tool {
 
-/// A place in a text that has a newline behind it, so that one byte may always be looked at.
+/// A place in a text that has a newline after it, so that one byte may always be looked at.
 class Tokens {
 public:
     explicit Tokens(std::string_view text)

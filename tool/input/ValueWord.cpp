@@ -61,7 +61,7 @@ std::string forShell(const std::string& word) {
     return quoted + "'";
 }
 
-/// Whether the word looks like a text and not like JSON with a fault in it.
+/// Whether the word looks like a text and not like JSON with an error in it.
 bool looksLikeText(const std::string& word) {
     constexpr std::size_t longest = 80;
     return word.length() <= longest && word.find_first_of("{[\"\n") != 0 &&

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A path that the call gave, with its faults told as the call's.
+// A path that the call gave, with its errors reported as the call's.
 
 #pragma once
 
@@ -16,7 +16,7 @@ namespace orvid_tool {
 /// path, and the index 4294967295, which means [*]. Throws Failure.
 void refuseMisleading(const std::string& path);
 
-/// Does something with a path that the call gave. A path that is malformed is the call's fault:
+/// Does something with a path that the call gave. A path that is malformed is the call's error:
 /// throws Failure.
 template<class Action>
 auto withPath(const std::string& path, const Action& action) {

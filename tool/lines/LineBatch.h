@@ -39,7 +39,7 @@ struct LineBatch {
     EKind kind = whole;
     bool isFirst = false;  ///< of the input
     Bytes text;
-    std::optional<Failure> readFailure;  ///< the input could not be read behind the text
+    std::optional<Failure> readFailure;  ///< the input could not be read after the text
 
     Bytes out;
     SLineCounts counts;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Cutting at the last newline that has arrived. What stands behind it is kept for the next batch.
+// Cutting at the last newline that has arrived. What stands after it is kept for the next batch.
 
 #include "lines/LineReader.h"
 
@@ -40,7 +40,7 @@ bool LineReader::fill(LineBatch& batch) {
     Bytes& text = batch.text;
     text.append(m_rest.view());
     m_rest.cut(0);
-    // Behind a long line the rest may hold whole lines.
+    // After a long line the rest may hold whole lines.
     if (!m_isInLong && cutLines(text, 0)) {
         return true;
     }

@@ -32,7 +32,7 @@ private:
 
     Input& m_input;
     std::size_t m_longest;
-    Bytes m_rest;  ///< what was read behind the last batch
+    Bytes m_rest;  ///< what was read after the last batch
     bool m_isFirst = true;
     bool m_isInLong = false;  ///< inside a line that is longer than allowed
     bool m_isAtEnd = false;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Memory that is new from the system is dear to touch page by page, so it is asked for in greater
-// pieces, and for no more than will be needed soon.
+// Memory that is new from the system is expensive to touch page by page, so it is asked for in
+// greater pieces, and for no more than will be needed soon.
 
 #include "output/Bytes.h"
 

@@ -42,7 +42,7 @@ public:
             m_length += text.length();
         }
     }
-    /// Room for `count` bytes behind the end, which lengthen() makes a part of the text. Throws
+    /// Room for `count` bytes after the end, which lengthen() makes a part of the text. Throws
     /// std::bad_alloc.
     char* room(std::size_t count) {
         if (m_ready - m_length < count) {

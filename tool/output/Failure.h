@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Failure, what one document, or the whole run, of the command failed of: the exit status, the
-// place, and the text that a line on standard error tells.
+// place, and the text that a line on standard error says.
 
 #pragma once
 
@@ -33,14 +33,14 @@ struct SPlace {
 class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt = "");
-    /// No place: the call's own words are at fault.
+    /// No place: the call's own words are in error.
     Failure(ExitStatus status, const std::string& text);
 
     ExitStatus status() const { return m_status; }
     const SPlace& place() const { return m_place; }
     /// What went wrong, without the place.
     const char* text() const { return what(); }
-    /// Lines that show the fault, each with its newline; mostly empty.
+    /// Lines that show the error, each with its newline; mostly empty.
     const std::string& excerpt() const { return m_excerpt; }
     /// Puts the place, where there is one, into another line of its file.
     void setLine(std::size_t line) { m_place.line = m_place.file.empty() ? 0 : line; }
@@ -51,7 +51,7 @@ private:
     std::string m_excerpt;
 };
 
-/// The words of the call are wrong, which its help tells more of.
+/// The words of the call are wrong, which its help has more on.
 class Misuse : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -69,7 +69,7 @@ Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& 
 /// There was not enough memory for the file of that name.
 Failure memoryFailure(SPlace place);
 
-/// The last call of the system failed, as errno tells, on the file of that name.
+/// The last call of the system failed, as errno says, on the file of that name.
 Failure systemFailure(const std::string& name);
 
 }  // namespace orvid_tool

@@ -21,7 +21,7 @@ struct SLayout {
 /// Whether members stay in their order, all characters as they are, and nothing is coloured.
 bool isPlain(const SLayout& layout);
 
-/// A value that cannot be written. what() tells why.
+/// A value that cannot be written. what() says why.
 class Unwritable : public std::exception {
 public:
     explicit Unwritable(const char* why) : m_why(why) {}
@@ -31,11 +31,11 @@ private:
     const char* m_why;
 };
 
-/// The value, or the document as its Dom says, with a newline behind it. Throws Unwritable.
+/// The value, or the document as its Dom says, with a newline after it. Throws Unwritable.
 std::string jsonText(const ko::Orvid::Element& element, const SLayout& layout);
 std::string jsonText(const ko::Orvid::Dom& dom, const SLayout& layout);
 
-/// The value on one line, in the layout's other respects, with a newline behind it. Throws
+/// The value on one line, in the layout's other respects, with a newline after it. Throws
 /// Unwritable.
 std::string jsonLine(const ko::Orvid::Element& element, const SLayout& layout);
 

@@ -25,7 +25,7 @@ class StandardOutput : public Output {
 public:
     void write(std::string_view text) override;
     void flush() override;
-    /// Closes it, which may tell of a fault that writing did not. Nothing may follow.
+    /// Closes it, which may report an error that writing did not. Nothing may follow.
     void close();
 
 private:

@@ -38,7 +38,7 @@ public:
     /// The key or string as a JSON string.
     void putQuoted(const std::string& text);
     /// A JSON string with escapes, quotes included, as the library would write it. Answers false
-    /// where that is not simple to tell.
+    /// where that is not simple to say.
     bool putEscaped(const char* start, const char* end);
 
 private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// LookVerb, what the verbs share that tell something of the value at a path, the root unless told.
+// LookVerb, what the verbs share that report something of the value at a path, the root by default.
 
 #pragma once
 
@@ -25,7 +25,7 @@ protected:
                              const std::string& text);
 
 private:
-    /// Appends what is to be told, with its newlines.
+    /// Appends what is to be reported, with its newlines.
     virtual void tell(const SCall& call, const Document& document, const ko::Orvid::Element& value,
                       Bytes& out) const = 0;
     void apply(const SCall& call, Document& document, Bytes& out) const final;

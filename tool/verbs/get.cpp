@@ -63,7 +63,7 @@ public:
 private:
     static constexpr const char* k_schemaDefault = "schema";
 
-    /// A path that is malformed is told of when it is followed.
+    /// A path that is malformed is reported when it is followed.
     void prepareText(const SCall& call) {
         m_isTextEnough = m_paths.size() == 1 || !call.lines.isOn;
         for (const CallPath& path : m_paths) {

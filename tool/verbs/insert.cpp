@@ -44,7 +44,7 @@ private:
                  std::move(value), document.place);
     }
 
-    std::vector<std::optional<LastStep>> m_steps;  ///< nothing where only the document tells
+    std::vector<std::optional<LastStep>> m_steps;  ///< nothing where only the document says
 };
 
 }  // namespace

@@ -56,7 +56,7 @@ public:
     void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
 
 private:
-    /// Where its places are not to be told, what the query looks at is enough.
+    /// Where its places are not to be reported, what the query looks at is enough.
     void read(const SCall& call, Document& document) const override {
         if (m_form == EForm::values || m_form == EForm::count) {
             readFor(*m_query, document);

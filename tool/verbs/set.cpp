@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    /// A path that is malformed is told of when it is followed.
+    /// A path that is malformed is reported when it is followed.
     void addTextEdit(const SAssignment& assignment) {
         if (!assignment.path.isPlain()) {
             m_textEdits.emplace_back();
@@ -74,7 +74,7 @@ private:
     }
 
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        // Each edit is a pass over the text; the tree takes them all in one.
+        // Each edit is a pass through the text; the tree takes them all in one.
         constexpr std::size_t mostPasses = 3;
         if (m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout) ||
             m_textEdits.size() > mostPasses) {

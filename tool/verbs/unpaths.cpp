@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid unpaths: the document that lines of `orvid paths` tell of.
+// orvid unpaths: the document that lines of `orvid paths` describe.
 
 #include <algorithm>
 

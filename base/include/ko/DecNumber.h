@@ -36,8 +36,8 @@ public:
     /// digits. That is every number of JSON, and leading zeros ("007"), a leading '+', "5." and
     /// ".5" besides. "-0" is zero. Zero may carry any exponent. Cost grows a little faster than the
     /// length; an exponent costs nothing. Throws RuntimeError, whose message shows the text (a long
-    /// one shortened), for anything else, blanks and embedded NULs included, and where the power of
-    /// ten of the last digit written does not fit 64 bits.
+    /// one shortened), for anything else, whitespace and embedded NULs included, and where the
+    /// power of ten of the last digit written does not fit 64 bits.
     explicit DecNumber(const std::string& text);
     DecNumber(const DecNumber& other);
     DecNumber& operator=(const DecNumber& other);
@@ -105,13 +105,15 @@ private:
     std::unique_ptr<SImpl> m_impl;
 };
 
-// By DecNumber::compare().
+///@{
+/// By DecNumber::compare().
 inline bool operator==(const DecNumber& a, const DecNumber& b) { return a.compare(b) == 0; }
 inline bool operator!=(const DecNumber& a, const DecNumber& b) { return a.compare(b) != 0; }
 inline bool operator<(const DecNumber& a, const DecNumber& b) { return a.compare(b) < 0; }
 inline bool operator>(const DecNumber& a, const DecNumber& b) { return a.compare(b) > 0; }
 inline bool operator<=(const DecNumber& a, const DecNumber& b) { return a.compare(b) <= 0; }
 inline bool operator>=(const DecNumber& a, const DecNumber& b) { return a.compare(b) >= 0; }
+///@}
 
 /// As DecNumber::writeTo().
 inline std::ostream& operator<<(std::ostream& out, const DecNumber& number) {

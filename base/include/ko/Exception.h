@@ -14,7 +14,7 @@
 namespace ko {
 
 /// An error with a message and, where one error led to another, a copy of its cause.
-/// Owns everything it prints, so it outlives the objects it tells about.
+/// Owns everything it prints, so it outlives the objects it describes.
 class KO_API Exception : public std::exception {
 public:
     /// `cause` may be null; a cause is copied with its clone(), never kept by reference.
@@ -47,7 +47,7 @@ private:
     mutable std::string m_what;
 };
 
-/// A fault that no input explains: an internal rule was broken, or a value cannot be represented.
+/// An error that no input explains: an internal rule was broken, or a value cannot be represented.
 class KO_API RuntimeError : public Exception {
 public:
     explicit RuntimeError(const std::string& message, const Exception* cause = nullptr);

@@ -23,9 +23,9 @@ public:
     using typename IndexList<T>::iterator;
     using typename IndexList<T>::size_type;
 
-    /// An empty array whose items will name `parent`, which may be null.
+    /// An empty array whose items will name `parent`, which may be null. Constant cost.
     explicit Array(T* parent = nullptr);
-    /// Deep copies of the other's items. Throws std::bad_alloc.
+    /// Deep copies of the other's items. Throws std::bad_alloc. Linear cost.
     Array(const Array& other, T* parent = nullptr);
     /// The same in place of the present items; the parent stays. The copies are complete before the
     /// former items are destroyed. Calls updateVector(), after which the copies report index 0.
@@ -43,7 +43,8 @@ public:
     ~Array() override;
 
     void push_back(const T& value) override;
-    /// Appends a null item and returns it. With push_back(), the way to build an array.
+    /// Appends a null item and returns it. With push_back(), the way to build an array. Amortised
+    /// constant cost.
     T& appendNull();
     /// Appends `value`, which is null afterwards, and returns the item. Constant cost, except for a
     /// walk up to the root where `value` has children. Where this array lies within `value`,
@@ -53,7 +54,7 @@ public:
     /// Inserts `value`, which is treated as by emplace_back(), before the position and answers the
     /// new item's. Linear cost.
     iterator insert(const_iterator position, T&& value);
-    /// The same. Throws std::out_of_range for a position behind the end.
+    /// The same. Throws std::out_of_range for a position after the end.
     iterator insert(size_type position, T&& value);
     /// Makes places agree with the order of the items. Linear cost.
     void updateVector() override;
@@ -61,15 +62,16 @@ public:
     using IndexList<T>::swap;
     /// Exchanges the items; each array keeps its parent. Only the items that this array now holds
     /// learn their new place; for the others call other.setParent(other.parent()). Throws Exception
-    /// where one array lies within an item of the other, and std::bad_alloc, with no effect.
+    /// where one array lies within an item of the other, and std::bad_alloc, with no effect. Linear
+    /// in the number of items.
     virtual void swap(Array& other);
 
     /// Removes the items that `matches` accepts; the item that directly follows a removed one is
-    /// passed over unseen. Linear cost. Throws as erase_if().
+    /// skipped unseen. Linear cost. Throws as erase_if().
     void removeMatches(const std::function<bool(const T&)>& matches);
 
     T* parent() const noexcept { return m_parent; }
-    /// Gives all items that parent, and their positions as index.
+    /// Gives all items that parent, and their positions as index. Linear in the number of items.
     void setParent(T* parent);
 
 private:

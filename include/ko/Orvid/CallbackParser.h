@@ -53,14 +53,14 @@ public:
 class KO_API CallbackParser {
 public:
     /// `listener` is not owned and must outlive the parser's use. A parser made with null throws
-    /// Exception("No listener attached to CallbackParser!") at the first event.
+    /// Exception("No listener attached to CallbackParser!") at the first event. Constant cost.
     explicit CallbackParser(CallbackParserListener* listener);
     virtual ~CallbackParser();
     CallbackParser(const CallbackParser&) = delete;
     CallbackParser& operator=(const CallbackParser&) = delete;
 
     /// Reads the next `length` bytes. Linear cost over all pieces, also where a token goes on
-    /// through many. On a fault it calls cb_error() with a text of several lines that shows the
+    /// through many. On an error it calls cb_error() with a text of several lines that shows the
     /// place in this piece, and throws Exception with that text when cb_error() returns 0.
     /// Afterwards, and after an operation of the listener has thrown, the parser reads no more.
     void parse(const char* text, unsigned int length);
@@ -76,14 +76,15 @@ public:
     int state() const;
 
     /// The 0-based offset in bytes, from the start of the document, at which the last parse()
-    /// stopped: behind the text, behind the complete value, or near the fault.
+    /// stopped: after the text, after the complete value, or near the error. O(1).
     unsigned long long position() const;
 
     /// Asks the listener anew whether numbers are to come as text, from the next event on.
     void setCallbacks();
 
-    // Each hands one event to the listener of a parser, which `parser` points to, and returns its
-    // answer. They throw what the listener does, and Exception where there is none.
+    ///@{
+    /// Each hands one event to the listener of a parser, which `parser` points to, and returns its
+    /// answer. They throw what the listener does, and Exception where there is none.
     static int cb_null(void* parser);
     static int cb_boolean(void* parser, int value);
     static int cb_integer(void* parser, long value);
@@ -95,6 +96,7 @@ public:
     static int cb_end_map(void* parser);
     static int cb_start_array(void* parser);
     static int cb_end_array(void* parser);
+    ///@}
 
 private:
     friend class DomParser;
@@ -109,7 +111,7 @@ private:
     /// Goes to where another reader stands, without an event: in a document that begins with
     /// `text`, but as if that had `offset` bytes. A stopped one reads no more.
     void enter(const std::string& text, unsigned long long offset, bool isStopped);
-    /// Reads the piece from `from` on, after enter(); a fault is shown in the whole of it.
+    /// Reads the piece from `from` on, after enter(); an error is shown in the whole of it.
     void parseFrom(const char* text, unsigned int length, unsigned int from);
 
     CallbackParserListener& listener() const;

@@ -19,14 +19,14 @@
 
 namespace ko::Orvid {
 
-/// A handle on a root element, which it owns when told so. When the document is written, the root's
-/// member of the name metaKey() is left out unless writeMeta() is set.
+/// A handle on a root element, which it owns when asked to. When the document is written, the
+/// root's member of the name metaKey() is left out unless writeMeta() is set.
 class KO_API Dom {
 public:
     static const std::string k_defaultMetaKey;  ///< "meta"
 
     /// No root, which must be set before the document is read or written: without one both throw
-    /// Exception. Meta is not written.
+    /// Exception. Meta is not written. Constant cost.
     Dom();
     /// Takes the root over, in constant time; `other` has none afterwards, and its meta key is the
     /// default.
@@ -34,15 +34,15 @@ public:
     Dom& operator=(Dom&& other) noexcept;
     Dom(const Dom&) = delete;
     Dom& operator=(const Dom&) = delete;
-    /// Deletes the root if the document owns it.
+    /// Deletes the root if the document owns it. Linear in the size of an owned tree.
     virtual ~Dom();
 
     ///@{
     /// The document in a file or a text, with a root of its own, and set to write its meta, so that
     /// nothing is lost when it is saved again. It keeps the text, and beside the tree, 24 bytes for
     /// each value, where each stands, so that text() and save() can leave all that is unchanged as
-    /// it is. A UTF-8 byte order mark at the beginning is passed over, and kept. load() throws
-    /// FileException, the cause of which is the ParseException where the text is at fault; parse()
+    /// it is. A UTF-8 byte order mark at the beginning is skipped, and kept. load() throws
+    /// FileException, the cause of which is the ParseException where the text is in error; parse()
     /// throws that itself. Linear cost.
     static Dom load(const std::string& file, const ReadOptions& options = ReadOptions::jsonc());
     static Dom parse(std::string_view text, const ReadOptions& options = ReadOptions::jsonc());
@@ -55,7 +55,7 @@ public:
     ///
     /// Reading the text back, with the options it was read with, gives a tree that is equal to this
     /// one. Without a change it is the text that was read, byte for byte. Throws Exception, with
-    /// the element at fault as context, for what JSON cannot express, and where there is no root.
+    /// the element in error as context, for what JSON cannot express, and where there is no root.
     /// Linear cost, except for arrays in which many items changed at once.
     std::string text() const;
 
@@ -82,7 +82,7 @@ public:
 
     Element* root() noexcept { return m_root; }
     const Element* root() const noexcept { return m_root; }
-    /// The root. Throws Exception where there is none.
+    /// The root. Throws Exception where there is none. O(1).
     Element& operator*() { return *required(); }
     const Element& operator*() const { return *required(); }
     bool ownsRoot() const noexcept { return m_ownsRoot; }
@@ -107,7 +107,7 @@ private:
 
 }  // namespace ko::Orvid
 
-/// Writes the document as JSON text, indented by four blanks (see Generator).
+/// Writes the document as JSON text, indented by four spaces (see Generator).
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Dom& dom);
 /// Reads JSON text into the document's root as into an element.
 KO_API std::istream& operator>>(std::istream& in, ko::Orvid::Dom& dom);

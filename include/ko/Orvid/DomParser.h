@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// DomParser reads JSON text into an element tree. docs/reading.md tells what it accepts and what
-// becomes of text that is faulty or ends early.
+// DomParser reads JSON text into an element tree. docs/reading-and-writing.md says what it accepts
+// and what becomes of text that is faulty or ends early.
 
 #pragma once
 
@@ -31,13 +31,13 @@ class ValuePlaces;
 /// stays.
 ///
 /// One parser reads one document: a second parse() goes on with the text of the first. Reading is
-/// lenient: text that ends early is no error (state() tells), text behind the value is not looked
+/// lenient: text that ends early is no error (state() says), text after the value is not looked
 /// at. ReadOptions make it stricter.
 class KO_API DomParser : private CallbackParserListener {
 public:
     DomParser();
     /// Reads as the options say. With any that differs from its default, and also by feed(), a
-    /// ParseException holds the line and the columns of the fault in the whole text, and position()
+    /// ParseException holds the line and the columns of the error in the whole text, and position()
     /// its offset. Where whole documents are required, each parse() reads a document of its own, to
     /// its end: a stream is read until it ends, waiting where it has to, and Exception is thrown
     /// when it cannot be read or fails.
@@ -46,26 +46,31 @@ public:
     DomParser(const DomParser&) = delete;
     DomParser& operator=(const DomParser&) = delete;
 
-    // Reset the element to null and read the text, or what the stream has available, into it.
-    // The text may lie in the value that it replaces. Lengths are in bytes. A document must have a
-    // root. Throw ParseException, whose context is the element that was being filled and whose
-    // message shows the fault, for text that is no JSON; what was built before stays in the
-    // element.
+    ///@{
+    /// Reset the element to null and read the text, or what the stream has available, into it.
+    /// The text may lie in the value that it replaces. Lengths are in bytes. A document must have a
+    /// root. Throw ParseException, whose context is the element that was being filled and whose
+    /// message shows the error, for text that is no JSON; what was built before stays in the
+    /// element.
+    /// Linear in the length of the text.
     std::istream& parse(Element& root, std::istream& in);
     void parse(Element& root, const char* text, unsigned int length);
     void parse(Element& root, const std::string& text);
     std::istream& parse(Dom& dom, std::istream& in);
     void parse(Dom& dom, const char* text, unsigned int length);
     void parse(Dom& dom, const std::string& text);
-    /// Copies the text first; feed() reads a view where it is.
+    ///@}
+    /// Copies the text first; feed() reads a view where it is. Linear cost.
     template<class Root, class Text,
              class = std::enable_if_t<std::is_same_v<Text, std::string_view>>>
     void parse(Root& root, Text text) {
         parse(root, std::string(text));
     }
 
-    // A document in pieces, which may be cut anywhere, even within a character: neither the tree
-    // nor a fault depends on the cuts, and the cost is linear in the length of the text.
+    /// @name A document in pieces
+    /// The pieces may be cut anywhere, even within a character: neither the tree nor an error
+    /// depends on the cuts, and the cost is linear in the length of the text.
+    ///@{
     /// Resets the element to null and begins a new document in it. The element must live, and its
     /// tree be left alone, until finish(). The pieces may not lie in the value that it replaces.
     void begin(Element& root);
@@ -74,21 +79,25 @@ public:
     void feed(std::string_view piece);
     /// Says that the text is over, so that a number at its end is complete. Where whole documents
     /// are required it throws ParseException if the document is not complete; otherwise state()
-    /// tells.
+    /// says.
     void finish();
+    ///@}
 
     /// CallbackParser::state() of the text so far: 0 when it held a complete value, 2 when it did
-    /// not.
+    /// not. O(1).
     int state() const;
     /// CallbackParser::position(): the 0-based offset in bytes at which the last parse() stopped.
+    /// O(1).
     unsigned long long position() const;
     /// Where a text that ended early stopped: the element that was being filled. Null when the last
     /// parse() read a complete value or threw.
     const Element* openElement() const noexcept { return m_open; }
 
 protected:
-    // The events. Each throws ParseException, with the current element as context, where it does
-    // not fit the tree; none returns 0.
+    ///@{
+    /// The events. Each throws ParseException, with the current element as context, where it does
+    /// not fit the tree; none returns 0.
+    /// Constant cost, except for O(log n) of the keys of an object and for the length of a text.
     int cb_null() override;
     int cb_boolean(bool value) override;
     int cb_number(const char* text, unsigned int length) override;
@@ -101,6 +110,7 @@ protected:
     int cb_error(const char* message) override;
     int cb_integer(long value) override;
     int cb_double(double value) override;
+    ///@}
 
 private:
     friend class Dom;
@@ -151,7 +161,8 @@ private:
     bool m_isUsed = false;                     ///< text was read since the last start
     bool m_isReading = false;                  ///< a call that reads has not returned yet
     Element* m_root = nullptr;                 ///< what the last parse() was given
-    Element* m_current = nullptr;  ///< what the next event applies to; null when no value is due
+    Element* m_current =
+        nullptr;  ///< what the next event applies to; null when no value is expected
     Element* m_open = nullptr;
 };
 

@@ -95,7 +95,7 @@ public:
     Element(const Number& number);
     Element(const DecNumber& number);
     /// A deep copy of the value. The items of copied arrays report index 0 until their array is
-    /// next updated (Array::updateVector, setParent).
+    /// next updated (Array::updateVector, setParent). Linear cost.
     Element(const Element& other);
     /// The same into this place. `other` may be part of this element, or this element part of it.
     /// Throws std::bad_alloc, leaving this element unchanged.
@@ -103,15 +103,15 @@ public:
     /// Takes the value over, in constant time: children keep their addresses and name this element
     /// as their parent. `other` is null afterwards and stays where it is.
     Element(Element&& other) noexcept;
-    /// The same into this place, in constant time but for a walk up to the root where `other` has
-    /// children. A payload of the same type is kept and takes the value over, so references to it
-    /// stay valid. `other` may be part of this element. Where this element is part of `other`,
-    /// moving would tie a knot: the value is copied, and only then std::bad_alloc may be thrown,
+    /// The same into this place, in constant time except for a walk up to the root where `other`
+    /// has children. A payload of the same type is kept and takes the value over, so references to
+    /// it stay valid. `other` may be part of this element. Where this element is part of `other`,
+    /// moving would make a cycle: the value is copied, and only then std::bad_alloc may be thrown,
     /// leaving this element unchanged.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): the knot is untied by a copy
     Element& operator=(Element&& other);
     ~Element();
-    /// Exchanges the values, in constant time but for a walk up to each root; both places stay.
+    /// Exchanges the values, in constant time except for a walk up to each root; both places stay.
     /// Where one element is part of the other, its value replaces the other's.
     void swap(Element& other);
 
@@ -124,8 +124,10 @@ public:
     bool isObject() const noexcept { return m_data.type == etObject; }
     bool isArray() const noexcept { return m_data.type == etArray; }
 
-    // The payload, after ensureType(). References live until this element takes another type or is
-    // destroyed.
+    ///@{
+    /// The payload, after ensureType(). References live until this element takes another type or is
+    /// destroyed.
+    /// O(1).
     bool& boolean();
     const bool& boolean() const;
     Number& number();
@@ -136,10 +138,13 @@ public:
     const TObject& object() const;
     TArray& array();
     const TArray& array() const;
+    ///@}
 
-    // Set the value; the place stays. A payload of the right type is kept and updated, so
-    // references to it stay valid. Lengths are in bytes. The argument may lie in this element.
-    // Throw std::bad_alloc, leaving this element unchanged.
+    ///@{
+    /// Set the value; the place stays. A payload of the right type is kept and updated, so
+    /// references to it stay valid. Lengths are in bytes. The argument may lie in this element.
+    /// Throw std::bad_alloc, leaving this element unchanged.
+    /// Linear in the length of the text, and in the size of a former container.
     void setNull();
     void setBoolean(bool value);
     void setString(const std::string& text);
@@ -155,6 +160,7 @@ public:
     void setNumber(T value) {
         setNumber(numberOf(value));
     }
+    ///@}
 
     /// Throws TypeException<EType>, with this element as context, unless this is an `expected`.
     void ensureType(EType expected) const {
@@ -166,7 +172,7 @@ public:
     // The value in one step.
 
     /// The value as T: bool, std::string, Number, DecNumber, std::string_view (which lives as the
-    /// string does), an arithmetic type, for which Number::convertTo() tells the rules, or any
+    /// string does), an arithmetic type, for which Number::convertTo() has the rules, or any
     /// other type that convert.h, which then has to be included, makes known. Throws TypeException
     /// for a value of another type, ValueOutOfRange<Number, T> for a number that is no T, Exception
     /// for a number whose text is none, and what convert.h says, with the element that it concerns.
@@ -181,12 +187,12 @@ public:
     template<class T>
     static Element from(const T& value);
     /// The element at the path as T, or `fallback` where there is none. An element that is there
-    /// but is no T is not passed over: throws as to() does.
+    /// but is no T is not skipped: throws as to() does.
     template<class T>
     T toOr(const Path& path, T fallback) const;
     std::string toOr(const Path& path, const char* fallback) const;
     /// A copy of the element at the path, or `fallback` where there is none: unlike what tryGet()
-    /// answers, it depends on nothing.
+    /// answers, it depends on nothing. Costs the lookup and the copy.
     Element getOr(const Path& path, Element fallback) const;
 
     // Place in the tree.
@@ -199,7 +205,7 @@ public:
     /// setParent() runs; path() names their true place all the same.
     unsigned int index() const noexcept { return m_index; }
     /// The step from the parent to this element: the key, unescaped, in an object, `[index()]` in
-    /// an array, empty without a parent.
+    /// an array, empty without a parent. Linear in the length of the key.
     std::string key() const;
     /// The key under which this element sits in its parent object; empty otherwise. The reference
     /// lives as long as the element stays where it is.
@@ -216,6 +222,7 @@ public:
     std::string path(const Element* relativeTo = nullptr) const;
     std::ostream& path(std::ostream& out, const Element* relativeTo = nullptr) const;
     /// The path of this element's description in the schema, which always begins `meta.schema`.
+    /// Linear in the depth and the length of the keys.
     std::string schemaPath(const Element* relativeTo = nullptr) const;
     std::ostream& schemaPath(std::ostream& out, const Element* relativeTo = nullptr) const;
 
@@ -241,9 +248,12 @@ public:
     /// Whether this is an object that has a member under the key, which is no path. O(log n).
     bool contains(std::string_view key) const { return member(key) != nullptr; }
 
-    // Lookup by path. All of them throw ParseException for a malformed path and for a step `[*]`,
-    // the try forms included. The cost is that of parsing the path and, for each step, O(log n) in
-    // an object and O(1) in an array.
+    /// @name Lookup by path
+    /// All of them throw ParseException for a malformed path and for a step `[*]`, the try forms
+    /// included. The cost is that of parsing the path and, for each step, O(log n) in an object and
+    /// O(1) in an array. From any text that is no Path the path is read where it is: a plain one
+    /// (see docs/paths.md) that leads to an element needs no memory.
+    ///@{
 
     /// Whether the path leads to an element of that type; etEmpty accepts any.
     bool pathExists(const Path& path, EType type = etEmpty) const;
@@ -255,35 +265,39 @@ public:
     const Element& tryGet(const Path& path,
                           const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND;
 
-    // The same from any text, which is read where it is: a plain path (see docs/paths.md) that
-    // leads to an element needs no memory.
+    /// As pathExists(const Path&, EType).
     template<class Text, IfText<Text> = 0>
     bool pathExists(const Text& path, EType type = etEmpty) const {
         const Element* const found = lookUp(path);
         return found == nullptr ? pathExists(pathOf(path), type)
                                 : type == etEmpty || found->m_data.type == type;
     }
+    /// As get(const Path&).
     template<class Text, IfText<Text> = 0>
     Element& get(const Text& path) KO_LIFETIME_BOUND {
         const Element* const found = lookUp(path);
         return found == nullptr ? get(pathOf(path)) : const_cast<Element&>(*found);
     }
+    /// As get(const Path&).
     template<class Text, IfText<Text> = 0>
     const Element& get(const Text& path) const KO_LIFETIME_BOUND {
         const Element* const found = lookUp(path);
         return found == nullptr ? get(pathOf(path)) : *found;
     }
+    /// As tryGet(const Path&, const Element&).
     template<class Text, IfText<Text> = 0>
     const Element& tryGet(const Text& path,
                           const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND {
         const Element* const found = lookUp(path);
         return found == nullptr ? tryGet(pathOf(path), fallback) : *found;
     }
+    ///@}
 
     /// The first item of the array at `arrayPath` (this element when empty) whose element at
     /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is
-    /// none. Items that raise an Exception while they are looked into are passed over. Throws
-    /// PathNotFound when there is no such array, TypeException when it is no array.
+    /// none. Items that raise an Exception while they are looked into are skipped. Throws
+    /// PathNotFound when there is no such array, TypeException when it is no array. Linear in the
+    /// number of items up to the one that is found.
     Element* find(const Element& value, const Path& itemPath = Path(),
                   const Path& arrayPath = Path());
     const Element* find(const Element& value, const Path& itemPath = Path(),
@@ -293,18 +307,20 @@ public:
                            const Path& itemPath = Path(),
                            const Path& arrayPath = Path()) const KO_LIFETIME_BOUND;
 
-    // Editing by path. `value` may lie anywhere in the tree that is edited: what it was before the
-    // call counts.
+    /// @name Editing by path
+    /// `value` may lie anywhere in the tree that is edited: what it was before the call counts.
+    ///@{
 
-    /// Removes the items that find() would find, but for one rule: the item that directly follows a
-    /// removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1] leaves [1, 2].
-    /// Linear in the number of items. Throws as find() does.
+    /// Removes the items that find() would find, except for one rule: the item that directly
+    /// follows a removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1]
+    /// leaves [1, 2]. Linear in the number of items. Throws as find() does.
     void remove(const Element& value, const Path& itemPath = Path(),
                 const Path& arrayPath = Path());
     /// The same; every Exception is swallowed.
     void tryRemove(const Element& value, const Path& itemPath = Path(),
                    const Path& arrayPath = Path());
     /// Sets the element at the path to `value`, making what is missing (see Path::createElement).
+    /// Like all edits below, it costs the lookup of the path and a copy of `value`.
     Element& create(const Path& path, const Element& value);
     /// The same, with one Exception for any step that cannot be made (see Path::tryCreateElement).
     Element& tryCreate(const Path& path, const Element& value);
@@ -316,10 +332,14 @@ public:
     /// Adds or overwrites the member of this object whose key is the path's text, word for word: it
     /// is not parsed. Throws TypeException when this is no object.
     Element& insert(const Path& key, const Element& value);
+    ///@}
 
-    // Defaults from the document's own schema, which is looked up under meta.schema of the root;
-    // docs/defaults.md has an example. The data is never changed. `path` is relative to this
-    // element. A plain path (see docs/paths.md) that leads to a value needs no memory.
+    /// @name Defaults from the document's own schema
+    /// The schema is looked up under meta.schema of the root; docs/defaults.md has an example. The
+    /// data is never changed. `path` is relative to this element. The cost is that of get() in the
+    /// data and in the schema, and the depth of this element; a plain path (see docs/paths.md) that
+    /// leads to a value needs no memory.
+    ///@{
 
     /// The schema's default for the element at the path, or `fallback`.
     const Element& tryGetDefault(const Path& path, const Element& fallback KO_LIFETIME_BOUND) const
@@ -341,25 +361,29 @@ public:
         return usingDefaultAt(path.str());
     }
 
-    // The same from any text, which is read where it is.
+    /// As tryGetDefault(const Path&, const Element&).
     template<class Text, IfText<Text> = 0>
     const Element& tryGetDefault(const Text& path, const Element& fallback KO_LIFETIME_BOUND) const
         KO_LIFETIME_BOUND {
         return tryDefaultAt(path, fallback);
     }
+    /// As getDefault(const Path&).
     template<class Text, IfText<Text> = 0>
     const Element& getDefault(const Text& path) const KO_LIFETIME_BOUND {
         return defaultAt(path);
     }
+    /// As tryGetUsingDefault(const Path&, const Element&).
     template<class Text, IfText<Text> = 0>
     const Element& tryGetUsingDefault(
         const Text& path, const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND {
         return tryUsingDefaultAt(path, fallback);
     }
+    /// As getUsingDefault(const Path&).
     template<class Text, IfText<Text> = 0>
     const Element& getUsingDefault(const Text& path) const KO_LIFETIME_BOUND {
         return usingDefaultAt(path);
     }
+    ///@}
 
     // Payload records.
 
@@ -507,11 +531,13 @@ inline void swap(Element& a, Element& b) { a.swap(b); }
 /// in the other object; constant stack. Throws nothing but std::bad_alloc.
 KO_API bool operator==(const Element& a, const Element& b);
 inline bool operator!=(const Element& a, const Element& b) { return !(a == b); }
-// By Element::order(), which agrees with `==`.
+///@{
+/// By Element::order(), which agrees with `==`.
 inline bool operator<(const Element& a, const Element& b) { return a.order(b) < 0; }
 inline bool operator>(const Element& a, const Element& b) { return a.order(b) > 0; }
 inline bool operator<=(const Element& a, const Element& b) { return a.order(b) <= 0; }
 inline bool operator>=(const Element& a, const Element& b) { return a.order(b) >= 0; }
+///@}
 
 }  // namespace ko::Orvid
 
@@ -522,10 +548,10 @@ struct KO_API std::hash<ko::Orvid::Element> {
     std::size_t operator()(const ko::Orvid::Element& element) const;
 };
 
-/// Writes the element as JSON text, indented by four blanks (see Generator).
+/// Writes the element as JSON text, indented by four spaces (see Generator).
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Element& element);
 /// Reads JSON text into the element (see DomParser). A stream that is at its end, so that nothing
-/// is left to read, fails, and the element is null.
+/// is left to read, fails, and the element is null. Linear cost.
 KO_API std::istream& operator>>(std::istream& in, ko::Orvid::Element& element);
 
 namespace ko {

@@ -28,7 +28,7 @@ public:
 
     /// Whether every step so far could be made.
     bool pathExists() const { return m_pathExists; }
-    /// Where the walk stands: behind the last step that could be made.
+    /// Where the walk stands: after the last step that could be made.
     Element& currentElement() const { return *m_current; }
     const Element& value() const { return m_value; }
 

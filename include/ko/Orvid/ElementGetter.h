@@ -27,7 +27,7 @@ public:
 
     /// Whether every step so far led somewhere.
     bool pathExists() const { return m_pathExists; }
-    /// Where the walk stands: behind the last step that led somewhere.
+    /// Where the walk stands: after the last step that led somewhere.
     const Element& currentElement() const { return *m_current; }
 
 private:

@@ -11,11 +11,11 @@
 namespace ko::Orvid {
 
 /// A file could not be read or written. The text names it and says why; it does not repeat the
-/// cause, which is the exception that tells what is wrong with the content where that is at fault.
+/// cause, which is the exception that says what is wrong with the content where that is in error.
 class KO_API FileException : public Exception {
 public:
     /// `action` completes "Cannot ...", as in "read"; `reason` says why not; `error` is the errno,
-    /// 0 where the system is not at fault.
+    /// 0 where the system reported none.
     FileException(const std::string& file, const std::string& action, const std::string& reason,
                   int error = 0, const ko::Exception* cause = nullptr);
     FileException(const FileException& other);
@@ -31,7 +31,7 @@ public:
     const std::string& action() const { return m_action; }
     /// Why it could not be done.
     const std::string& reason() const { return m_reason; }
-    /// The system's errno; 0 where the content, not the system, is at fault.
+    /// The system's errno; 0 where the error is in the content.
     int error() const { return m_error; }
 
 private:

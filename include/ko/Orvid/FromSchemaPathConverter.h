@@ -24,7 +24,7 @@ public:
     bool cbArrayItem(unsigned int index) override;
 
 private:
-    /// What has been read last, which tells what may follow.
+    /// What has been read last, which says what may follow.
     enum EState : int {
         esNothing,     ///< `meta` must follow
         esMeta,        ///< `schema` must follow

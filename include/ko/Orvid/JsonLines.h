@@ -21,13 +21,13 @@ namespace ko::Orvid {
 /// record is in memory at a time.
 ///
 /// A faulty line throws ParseException, whose line is number() and whose columns are those in the
-/// line, and is passed over: going on, with next(), ++ or another loop, reads the line after it.
+/// line, and is skipped: going on, with next(), ++ or another loop, reads the line after it.
 class KO_API JsonLines {
 public:
     class iterator;
 
     /// Reads from `in`, which must live as long as this, by its buffer: its own state is left
-    /// alone but for eofbit at the end and badbit where it fails. Each line must be one whole
+    /// alone except for eofbit at the end and badbit where it fails. Each line must be one whole
     /// document, whatever the options say; their limits hold for each.
     explicit JsonLines(std::istream& in, const ReadOptions& options = ReadOptions::strict());
     ~JsonLines();
@@ -36,7 +36,7 @@ public:
 
     /// The next record; null after the last one. The element is the same each time: it can be
     /// changed, and moved from, and is read anew by the next call. Throws ParseException as above,
-    /// Exception where the stream fails, and std::bad_alloc, which passes the line over too.
+    /// Exception where the stream fails, and std::bad_alloc, which skips the line too.
     Element* next();
     /// The 1-based number of the line that was read last; 0 before the first one.
     unsigned long long number() const noexcept;

@@ -31,7 +31,7 @@ struct PatchOptions {
 /// replaced one keeps its place. Values are equal for "test" by Element::compare(), but that the
 /// order of members does not count. The patch may lie in the target's tree: what it was before the
 /// call counts. The cost is linear in the size of the target, of the patch and of what is copied,
-/// but for each operation in an array, which costs about the square root of its length.
+/// except for each operation in an array, which costs about the square root of its length.
 ///
 /// Throws TypeException<EType> for a patch that is no array and PatchException for an operation
 /// that fails or copies too much; the target is unchanged then, and references into it stay valid.
@@ -48,8 +48,8 @@ struct DiffOptions {
     std::uint64_t fineUpTo = 1024;
 };
 
-/// A patch that turns `from` into `to`, but for the order of members; numbers must agree in their
-/// text. It holds the operations "add", "remove" and "replace", none when there is nothing to
+/// A patch that turns `from` into `to`, except for the order of members; numbers must agree in
+/// their text. It holds the operations "add", "remove" and "replace", none when there is nothing to
 /// change. As many items of an array stay as can, as long as that takes no more than some 17
 /// million steps of comparing two items, and 64 for each item; beyond that, those that both arrays
 /// have in common at the beginning and at the end, and those that occur once in each. The cost is

@@ -51,13 +51,13 @@ class KO_API JsonPath {
 public:
     /// Throws ParseException for a text that is no well-formed and well-typed query, and one that
     /// is nested too deeply: with a message that says what was expected, line 1 and the 0-based
-    /// columns, in bytes, of the first and the last byte at fault. Linear in the length.
+    /// columns, in bytes, of the first and the last byte in error. Linear in the length.
     explicit JsonPath(std::string_view query, const QueryOptions& options = {});
     /// The query for the place that the path names. Throws ParseException for a malformed path and
-    /// Exception for one with `[*]`, which names no place.
+    /// Exception for one with `[*]`, which names no place. Linear in the length.
     static JsonPath fromPath(const Path& path);
     /// The query for the place that the pointer names: a step that can be an index is one. Throws
-    /// Exception for a step `-`, which names no element.
+    /// Exception for a step `-`, which names no element. Linear in the length.
     static JsonPath fromPointer(const JsonPointer& pointer);
     /// The same with the document below `root` to decide what is a key and what is an index.
     static JsonPath fromPointer(const JsonPointer& pointer, const Element& root);
@@ -73,11 +73,12 @@ public:
     JsonPointer toPointer() const;
 
     /// The elements that the query selects. Linear in the number of elements that it has to look
-    /// at; constant for each step of a singular query, but for the search in its objects. Throws
+    /// at; constant for each step of a singular query, except for the search in its objects. Throws
     /// Exception beyond the bounds, and std::bad_alloc.
     std::vector<const Element*> select(const Element& root) const;
     std::vector<Element*> select(Element& root) const;
-    /// The first of them, or null; the last segment is followed no further than there.
+    /// The first of them, or null; the last segment is followed no further than there. The cost is
+    /// at most that of select().
     const Element* first(const Element& root) const;
     Element* first(Element& root) const;
 
@@ -87,18 +88,23 @@ public:
     /// arrays that were copied.
     static std::string of(const Element& element, const Element* relativeTo = nullptr);
 
-    // Editing. An element that is selected twice counts once, and one within another that is
-    // removed or overwritten goes with it. Each returns how many distinct elements were selected.
+    /// @name Editing
+    /// An element that is selected twice counts once, and one within another that is removed or
+    /// overwritten goes with it. Each returns how many distinct elements were selected.
+    ///@{
 
     /// Removes all matches. Throws Exception, with nothing changed, where the root itself is one.
     /// The cost is that of select(), and for each array that loses items n log n of its length.
     std::size_t remove(Element& root) const;
-    /// Gives each match the value, which may lie in the same tree: what it was before counts.
+    /// Gives each match the value, which may lie in the same tree: what it was before counts. The
+    /// cost is that of select(), and a copy of `value` for each match.
     /// Throws std::bad_alloc, when some may have been changed.
     std::size_t update(Element& root, const Element& value) const;
     /// Calls `change` with each match: those that lie deeper first, otherwise in the order of the
-    /// results. It may change the element and what lies below it. What it throws ends the walk.
+    /// results. It may change the element and what lies below it. What it throws ends the walk. The
+    /// cost is that of select(), and n log n for putting n matches in order.
     std::size_t updateEach(Element& root, const std::function<void(Element&)>& change) const;
+    ///@}
 
 private:
     friend class Projection;

@@ -18,13 +18,13 @@ namespace ko::Orvid {
 
 /// The steps of a JSON Pointer, unescaped. A step does not tell by itself whether it is a key or an
 /// index: the document decides. An index is `0`, or digits that do not begin with one, below
-/// k_noIndex; `-` is the place behind the last item, which no lookup finds.
+/// k_noIndex; `-` is the place after the last item, which no lookup finds.
 class KO_API JsonPointer {
 public:
     /// The whole document.
     JsonPointer() = default;
-    /// Throws ParseException, with the 0-based columns of the fault, for a text that neither is
-    /// empty nor begins with `/`, and for a `~` that neither 0 nor 1 follows.
+    /// Throws ParseException, with the 0-based columns of the error, for a text that neither is
+    /// empty nor begins with `/`, and for a `~` that neither 0 nor 1 follows. Linear in the length.
     explicit JsonPointer(std::string_view text);
     /// The place of `element`, below `relativeTo` where that is a proper ancestor, or else below
     /// the root. Linear in the depth and the length of the keys.
@@ -36,12 +36,12 @@ public:
     const std::vector<std::string>& steps() const noexcept { return m_steps; }
     /// Whether it names the whole document.
     bool empty() const noexcept { return m_steps.empty(); }
-    /// The text, with `~0` and `~1` for `~` and `/` within a step.
+    /// The text, with `~0` and `~1` for `~` and `/` within a step. Linear in the length.
     std::string str() const;
 
-    /// Adds a step at the end, given unescaped.
+    /// Adds a step at the end, given unescaped. Linear in the length of the step.
     void push_back(std::string_view step) { m_steps.emplace_back(step); }
-    /// Takes the last step away; there must be one.
+    /// Takes the last step away; there must be one. Constant cost.
     void pop_back() { m_steps.pop_back(); }
     /// Whether `other` is this place or lies below it, step by step as text.
     bool contains(const JsonPointer& other) const noexcept;
@@ -53,7 +53,8 @@ public:
     /// where that ends, as toPath().
     Path toPath(const Element& start) const;
 
-    /// The element at this place below `start`, or null.
+    /// The element at this place below `start`, or null. For each step O(log n) in an object and
+    /// O(1) in an array.
     Element* find(Element& start) const;
     const Element* find(const Element& start) const;
     /// The element at this place below `start`. Throws PathNotFound, with this pointer's text as

@@ -2,7 +2,7 @@
 //
 // The value of a JSON number. It keeps the text that was read, digit by digit, and works out a
 // binary value only when one is asked for. What a user must know of its rules is in
-// docs/numbers.md.
+// docs/values.md.
 
 #pragma once
 
@@ -73,7 +73,7 @@ public:
                                             sizeof(T) <= sizeof(long long)) ||
                                            std::is_floating_point_v<T>;
 
-    /// Zero: signed, with the text "0".
+    /// Zero: signed, with the text "0". Constant cost.
     Number();
     Number(const Number& other) = default;
     /// Takes both sides over, in constant time; `other` is zero afterwards.
@@ -110,8 +110,10 @@ public:
         return *this;
     }
 
-    // Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths
-    // count characters. Strong guarantee.
+    ///@{
+    /// Text. It is stored as it is, without a check, and the binary value is forgotten. Lengths
+    /// count characters. Strong guarantee.
+    /// Linear in the length.
     void set(const std::string& text);
     void set(const char* text);
     void set(const char* text, unsigned int length);
@@ -122,8 +124,11 @@ public:
     void set(const std::wstring& text);
     void set(const wchar_t* text);
     void set(const wchar_t* text, unsigned int length);
+    ///@}
 
-    // Binary values. The text is forgotten.
+    ///@{
+    /// Binary values. The text is forgotten.
+    /// Constant cost.
     void set(char value);
     void set(short value);
     void set(int value);
@@ -136,14 +141,16 @@ public:
     void set(unsigned long long value);
     void set(float value);
     void set(double value);
+    ///@}
 
-    /// Takes over both sides of the other number. Strong guarantee.
+    /// Takes over both sides of the other number. Strong guarantee. Linear in the length of the
+    /// text.
     void set(const Number& other);
-    /// Takes the decimal's text; the number then is text only.
+    /// Takes the decimal's text; the number then is text only. Linear in the number of digits.
     void set(const DecNumber& value);
 
     /// The binary kind, computed from the text where there is none. Throws what syncToBinary()
-    /// does.
+    /// does. Linear in the length of the text the first time, then O(1).
     EBinaryType type() const;
 
     /// The text; a double that was set has six significant digits. The reference lives as long as
@@ -162,9 +169,10 @@ public:
     std::wostream& writeAt(std::wostream& out) const;
 
     /// The exact decimal value of the binary value. Throws what syncToBinary() does, and
-    /// ko::RuntimeError for a NaN or an infinity.
+    /// ko::RuntimeError for a NaN or an infinity. Linear in the number of digits.
     DecNumber toDecNumber() const;
-    /// The value. Throws ko::RuntimeError where it is none, and for an exponent beyond 64 bits.
+    /// The value. Throws ko::RuntimeError where it is none, and for an exponent beyond 64 bits. A
+    /// little more than linear in the number of digits.
     DecNumber decimal() const;
 
     /// Reads the number as T, one of the twelve types of k_isBinary, into `out` and returns `out`.
@@ -202,17 +210,21 @@ public:
     /// Negative, zero or positive as this number is below, equal to or above the other. A NaN
     /// equals every double; a signed zero is below an unsigned one. Throws what syncToBinary() does
     /// (the other number is converted first), and Exception("Uncomparable type.") when the other
-    /// number is of kind ebBigDecimal.
+    /// number is of kind ebBigDecimal. Constant cost, after the first time that a text is
+    /// converted.
     int compare(const Number& other) const;
 
-    // -1, 0 or 1 as x is below, equal to or above y. The text forms compare exactly and throw
-    // ko::RuntimeError for a text that is no decimal number.
+    ///@{
+    /// -1, 0 or 1 as x is below, equal to or above y. The text forms compare exactly and throw
+    /// ko::RuntimeError for a text that is no decimal number.
+    /// Constant cost, and for a text linear in its length.
     static int compare(long long x, unsigned long long y);
     static int compare(long long x, double y);
     static int compare(long long x, const std::string& y);
     static int compare(unsigned long long x, double y);
     static int compare(unsigned long long x, const std::string& y);
     static int compare(double x, const std::string& y);
+    ///@}
 
     /// -1, 0 or 1 as the value is below, equal to or above the other's: the order of `==` to `>=`.
     /// It is total. After the numbers, between the infinities, come the NaN, which is one, and then
@@ -251,13 +263,15 @@ private:
     NumberStore m_store;
 };
 
-// By Number::order().
+///@{
+/// By Number::order().
 inline bool operator==(const Number& a, const Number& b) { return a.order(b) == 0; }
 inline bool operator!=(const Number& a, const Number& b) { return a.order(b) != 0; }
 inline bool operator<(const Number& a, const Number& b) { return a.order(b) < 0; }
 inline bool operator>(const Number& a, const Number& b) { return a.order(b) > 0; }
 inline bool operator<=(const Number& a, const Number& b) { return a.order(b) <= 0; }
 inline bool operator>=(const Number& a, const Number& b) { return a.order(b) >= 0; }
+///@}
 
 extern template class KO_API ValueOutOfRange<Number, char>;
 extern template class KO_API ValueOutOfRange<Number, signed char>;

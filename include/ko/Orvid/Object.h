@@ -24,9 +24,10 @@ public:
     using typename TBase::iterator;
     using typename TBase::value_type;
 
-    /// An empty object whose values will name `parent`, which may be null.
+    /// An empty object whose values will name `parent`, which may be null. Constant cost.
     explicit Object(Value* parent = nullptr);
-    /// Deep copies of the other's members, in its order. Throws std::bad_alloc.
+    /// Deep copies of the other's members, in its order. Throws std::bad_alloc. Linear cost, and
+    /// O(log n) for each member.
     Object(const Object& other, Value* parent = nullptr);
     /// The same in place of the present members; the parent stays. The copies are complete before
     /// the former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
@@ -75,11 +76,11 @@ public:
     /// Exchanges the members; each object keeps its parent. Only the members that this object now
     /// holds learn their new place; for the others call other.setParent(other.parent()). Throws
     /// Exception where one object lies within a member of the other, and std::bad_alloc, with no
-    /// effect.
+    /// effect. Linear in the number of members.
     virtual void swap(Object& other);
 
     Value* parent() const noexcept { return m_parent; }
-    /// Gives all members that parent, and their key.
+    /// Gives all members that parent, and their key. Linear in the number of members.
     void setParent(Value* parent);
 
 private:

@@ -29,7 +29,7 @@ public:
     std::size_t number() const { return m_number; }
     /// Its name, as "add"; empty where it has none.
     const std::string& operation() const { return m_operation; }
-    /// The JSON Pointer at fault: the operation's "path", or its "from".
+    /// The JSON Pointer that the error concerns: the operation's "path", or its "from".
     const std::string& path() const { return m_path; }
     /// Why it failed.
     const std::string& reason() const { return m_reason; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Path, a value that holds path text such as `a.b[3].c`, and the operations on elements by path
-// that the members of Element stand on. The language is told in docs/paths.md.
+// that the members of Element stand on. The language is in docs/paths.md.
 
 #pragma once
 
@@ -19,7 +19,7 @@
 namespace ko::Orvid {
 
 /// Path text. It is not checked here: an operation that uses a path parses it and throws
-/// ParseException, with the 0-based columns of the fault, when it is malformed.
+/// ParseException, with the 0-based columns of the error, when it is malformed.
 class KO_API Path {
 public:
     /// The index that stands for no index: the step `[*]`.
@@ -52,27 +52,30 @@ public:
     friend bool operator!=(const Path& a, const Path& b) { return a.m_path != b.m_path; }
     friend bool operator<(const Path& a, const Path& b) { return a.m_path < b.m_path; }
 
-    // Lookup below `start`. The plain form throws PathNotFound, naming the element where the walk
-    // stopped and the missing step. tryGetElement answers null, and pathExists false, when the path
-    // leads nowhere or to another type than `type`; etEmpty accepts any type. A step `[*]` throws
-    // ParseException("Index must be set!") in all of them.
+    ///@{
+    /// Lookup below `start`. The plain form throws PathNotFound, naming the element where the walk
+    /// stopped and the missing step. tryGetElement answers null, and pathExists false, when the
+    /// path leads nowhere or to another type than `type`; etEmpty accepts any type. A step `[*]`
+    /// throws ParseException("Index must be set!") in all of them. The cost is that of parsing the
+    /// path and, for each step, O(log n) in an object and O(1) in an array.
     static const Element& getElement(const Path& path, const Element& start);
     static Element& getElement(const Path& path, Element& start);
     static const Element* tryGetElement(const Path& path, const Element& start,
                                         EType type = etEmpty);
     static Element* tryGetElement(const Path& path, Element& start, EType type = etEmpty);
     static bool pathExists(const Path& path, const Element& start, EType type = etEmpty);
+    ///@}
 
     /// The element below `start` to which a plain path leads: one without escapes, `[*]` and
-    /// faults. Null where it leads nowhere and for any other path, of which the operations above
-    /// tell more. Needs no memory.
+    /// errors. Null where it leads nowhere and for any other path, of which the operations above
+    /// say more. Needs no memory.
     static const Element* plainElement(std::string_view path, const Element& start);
 
     /// Walks below `start`, making what is missing: members, items for `[*]`, and containers out of
     /// empty elements; then copies what `value` was before the call into the last element, unless
     /// `value` is that element. `value` may lie in the same tree. Throws PathNotFound where a step
     /// meets a value that is no container of its kind, or an index past the end; what the steps
-    /// before made stays.
+    /// before made stays. The cost is that of a lookup and of a copy of `value`.
     static Element& createElement(Element& start, const Path& path, const Element& value);
     /// The same, but throws Exception with one message for any step that cannot be made.
     static Element& tryCreateElement(Element& start, const Path& path, const Element& value);
@@ -81,14 +84,15 @@ public:
     /// from the root. The cost is linear in the depth and the length of the text.
     static std::ostream& elementPath(std::ostream& out, const Element& element,
                                      const Element* relativeTo = nullptr);
-    /// The same steps as a schema path, behind `meta.schema` in both cases.
+    /// The same steps as a schema path, after `meta.schema` in both cases.
     static std::ostream& elementSchemaPath(std::ostream& out, const Element& element,
                                            const Element* relativeTo = nullptr);
 
-    /// The schema path of a data path: `a[2]` gives `meta.schema.properties.a.items`.
+    /// The schema path of a data path: `a[2]` gives `meta.schema.properties.a.items`. Linear in the
+    /// length.
     static Path toSchemaPath(const Path& path);
     /// The data path of a schema path, with `[*]` for `items`. Throws ParseException for a path
-    /// that is no schema path.
+    /// that is no schema path. Linear in the length.
     static Path fromSchemaPath(const Path& path);
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// PathGenerator writes path text step by step. PathParser reads it back to the same steps, but for
-// empty keys, which the path language cannot express, and a byte 0xFF, which ends a path.
+// PathGenerator writes path text step by step. PathParser reads it back to the same steps, except
+// for empty keys, which the path language cannot express, and a byte 0xFF, which ends a path.
 
 #pragma once
 
@@ -26,17 +26,19 @@ public:
         esError,   ///< never entered
     };
 
-    /// The characters of a key that are written behind a backslash.
+    /// The characters of a key that are written after a backslash.
     static constexpr std::string_view k_special = ".[]*\\";
 
     /// Writes nothing yet. `out` must outlive the generator's use.
     explicit PathGenerator(std::ostream& out);
 
-    /// Writes an object step: a `.` unless it is the first step, then the key, escaped.
+    /// Writes an object step: a dot unless it is the first step, then the key, escaped. Linear in
+    /// the length of the key.
     void genObjectProperty(const StringRef<char>& key);
     void genObjectProperty(const std::string& key);
 
-    /// Writes an array step: `[index]` with the 0-based index, or `[*]` for k_noIndex.
+    /// Writes an array step: `[index]` with the 0-based index, or `[*]` for k_noIndex. Constant
+    /// cost.
     void genListItem(unsigned int index);
 
 private:

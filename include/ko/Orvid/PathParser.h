@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // PathParser reads path text such as `a.b[3].c` and reports its steps to a listener. It knows no
-// tree. The language is told in docs/paths.md.
+// tree. The language is in docs/paths.md.
 
 #pragma once
 
@@ -24,9 +24,9 @@ public:
     virtual bool cbObjectProperty(const std::string& key) = 0;
     /// An array step with its 0-based index; k_noIndex for `[*]`. Returns false to stop the parse.
     virtual bool cbArrayItem(unsigned int index) = 0;
-    /// A syntax error. `message` tells all; `token` is the part of a key or index read so far,
+    /// A syntax error. `message` says all; `token` is the part of a key or index read so far,
     /// `start` and `end` are the 0-based offsets, in bytes, of the token and of the character at
-    /// fault. Returns true to skip that character and go on, false to stop. This one throws
+    /// error. Returns true to skip that character and go on, false to stop. This one throws
     /// ParseException(message, 1, start, 1, end).
     virtual bool cbParseError(const std::string& message, const std::string& token,
                               unsigned int start, unsigned int end);
@@ -37,10 +37,10 @@ public:
 class KO_API PathParser {
 public:
     enum EState : int {
-        esInit,        ///< between steps: at the start, or behind a `]`
-        esObjectInit,  ///< behind a `.`: a key must follow
+        esInit,        ///< between steps: at the start, or after a `]`
+        esObjectInit,  ///< after a `.`: a key must follow
         esObject,      ///< inside a key
-        esArrayInit,   ///< behind a `[`: an index must follow
+        esArrayInit,   ///< after a `[`: an index must follow
         esArray,       ///< inside an index
         esError,       ///< the listener refused to go on after an error
     };
@@ -58,7 +58,7 @@ public:
     explicit PathParser(PathParserListener* listener);
 
     /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops,
-    /// and reports the steps. Throws only what the listener does.
+    /// and reports the steps. Throws only what the listener does. Linear in the length.
     std::istream& parse(std::istream& in);
     /// The same on a text in memory.
     void parse(std::string_view text);
@@ -68,7 +68,7 @@ public:
     void parseEnd(SState& s, char c);
 
     /// Report an error to the listener; true means go on. The second form makes the message from
-    /// the character at fault, or from -1 for the end of the input.
+    /// the character in error, or from -1 for the end of the input.
     bool parseError(SState& s, std::string& message);
     bool parseError(SState& s, char c);
 

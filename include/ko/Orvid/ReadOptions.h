@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// ReadOptions says what a DomParser takes and what it refuses. docs/reading.md tells more of each.
+// ReadOptions says what a DomParser takes and what it refuses. docs/reading-and-writing.md says
+// more of each.
 
 #pragma once
 
@@ -12,27 +13,27 @@ namespace ko::Orvid {
 /// What becomes of a key that its object holds already.
 enum class RepeatedKeys {
     replace,  ///< the key keeps its first place and its last value
-    reject,   ///< it is a fault; the first value stays
+    reject,   ///< it is an error; the first value stays
 };
 
 /// How text is read. The defaults are the lenient reading, strict() is the preset for documents in
-/// which nothing may be lost. As soon as one field differs from its default, every fault of the
-/// text, those of syntax included, is told with its line and columns.
+/// which nothing may be lost. As soon as one field differs from its default, every error of the
+/// text, those of syntax included, is reported with its line and columns.
 struct ReadOptions {
-    /// The text must hold one complete value, with nothing but blanks and comments around it. A
-    /// number at the end of the text is complete. Otherwise text that ends early is no fault, and
-    /// what stands behind the value is not looked at.
+    /// The text must hold one complete value, with nothing but whitespace and comments around it. A
+    /// number at the end of the text is complete. Otherwise text that ends early is no error, and
+    /// what stands after the value is not looked at.
     bool requireWholeDocument = false;
     /// Strings, keys and comments must be UTF-8.
     bool validateUtf8 = false;
-    /// A `\u` escape of half a surrogate pair is a fault when the other half does not stand beside
+    /// A `\u` escape of half a surrogate pair is an error when the other half does not stand beside
     /// it. Otherwise it is read as something else.
     bool rejectLoneSurrogates = false;
-    /// Whether `/* */` and `//` comments are blanks, or faults.
+    /// Whether `/* */` and `//` comments are whitespace, or errors.
     bool allowComments = true;
-    /// Whether a comma may stand behind the last item or member; otherwise it is a fault.
+    /// Whether a comma may stand after the last item or member; otherwise it is an error.
     bool allowTrailingCommas = false;
-    /// Whether vertical tab and form feed are blanks, or faults.
+    /// Whether vertical tab and form feed are whitespace, or errors.
     bool allowOtherBlanks = true;
     RepeatedKeys repeatedKeys = RepeatedKeys::replace;
     /// How many arrays and objects may be open at once; 0 is no limit.
@@ -43,7 +44,7 @@ struct ReadOptions {
     std::uint64_t maxLineLength = 0;
 
     /// RFC 8259 with unique keys: whole documents of valid UTF-8, without comments, trailing
-    /// commas, lone surrogates, other blanks and repeated keys. There is no limit.
+    /// commas, lone surrogates, other whitespace and repeated keys. There is no limit.
     static ReadOptions strict() noexcept {
         ReadOptions options;
         options.requireWholeDocument = true;

@@ -13,8 +13,8 @@ namespace ko::Orvid {
 /// The defaults are the layout of a Generator that is made without options.
 struct WriteOptions {
     /// Stands before each member and item, once for each level. Empty: the compact layout, all on
-    /// one line and without blanks. Only blanks, tabs, `\n`, `\r`, `\v` and `\f` are an indent (the
-    /// last two are no white space to JSON); one with anything else is replaced by two blanks.
+    /// one line and without whitespace. Only spaces, tabs, `\n`, `\r`, `\v` and `\f` are an indent
+    /// (the last two are no whitespace to JSON); one with anything else is replaced by two spaces.
     std::string indent = "    ";
     /// Whether a newline ends the document, in the compact layout too.
     bool finalNewline = true;
@@ -23,7 +23,7 @@ struct WriteOptions {
     /// pointer for each member of the objects that are open.
     bool sortKeys = false;
     /// Whether characters beyond ASCII are written as `\uXXXX`, one beyond U+FFFF as two of them.
-    /// Bytes that are no UTF-8 become `\uFFFD`, and the generator's state() tells so.
+    /// Bytes that are no UTF-8 become `\uFFFD`, and the generator's state() says so.
     bool asciiOnly = false;
     /// Whether `{}` and `[]` are closed where they open; otherwise an empty container takes three
     /// lines. The compact layout always closes them there.
@@ -32,16 +32,16 @@ struct WriteOptions {
     /// bytes as they are, or refuse them. A Generator takes them.
     bool allowInvalidUtf8 = false;
 
-    /// Lines behind `indent` for each level and a final newline; neither when it is empty.
+    /// Lines after `indent` for each level and a final newline; neither when it is empty.
     static WriteOptions indented(const std::string& indent) {
         WriteOptions options;
         options.indent = indent;
         options.finalNewline = !indent.empty();
         return options;
     }
-    /// All on one line, without blanks and without a final newline.
+    /// All on one line, without whitespace and without a final newline.
     static WriteOptions compact() { return indented(""); }
-    /// indented() with `count` blanks.
+    /// indented() with `count` spaces.
     static WriteOptions blanks(std::size_t count) { return indented(std::string(count, ' ')); }
     /// blanks() with empty containers closed where they open.
     static WriteOptions pretty(std::size_t count = 4) {

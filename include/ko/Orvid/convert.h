@@ -51,7 +51,7 @@
 
 #define ORVID_DETAIL_READ_FIELD(field) orvidFields.read(#field, orvidValue.field);
 #define ORVID_DETAIL_WRITE_FIELD(field) orvidFields.write(#field, orvidValue.field);
-// The line and the first field tell the classes of one namespace apart: the name of the type may
+// The line and the first field distinguish the classes of one namespace: the name of the type may
 // have colons in it. Their size is asked for because nothing else instantiates those of a class
 // template, and the function stands at the end because a semicolon may follow it.
 #define ORVID_DETAIL_NAME(name, ...)                                           \

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// describe() tells an error in a whole sentence, for people. The texts of what() are for programs,
-// and stay as they are.
+// describe() explains an error in a whole sentence, for people. The texts of what() are for
+// programs, and stay as they are.
 
 #pragma once
 

@@ -16,11 +16,11 @@ namespace ko::Orvid {
 inline namespace literals {
 
 /// The value of the JSON text, read strictly (see ReadOptions::strict). Throws ParseException with
-/// the place of the fault.
+/// the place of the error. Linear cost.
 KO_API Element operator""_json(const char* text, std::size_t length);
 
-/// The path. Throws ParseException with the 0-based column of the fault when it is malformed, which
-/// a Path made in other ways does not look at.
+/// The path. Throws ParseException with the 0-based column of the error when it is malformed, which
+/// a Path made in other ways does not look at. Linear cost.
 KO_API Path operator""_path(const char* text, std::size_t length);
 
 }  // namespace literals

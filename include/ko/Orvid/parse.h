@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// parse() makes an element of a JSON text, in one step. docs/reading.md tells what it takes;
-// DomParser reads pieces, and into elements that are there already.
+// parse() makes an element of a JSON text, in one step. docs/reading-and-writing.md says what it
+// takes; DomParser reads pieces, and into elements that are there already.
 
 #pragma once
 
@@ -18,7 +18,7 @@ class JsonPath;
 
 /// The value of a whole document: whatever the options say, the text must hold one complete value
 /// and nothing else. Linear in the length of the text, which may lie in any element. Throws
-/// ParseException with the line and the columns of the fault, and std::bad_alloc.
+/// ParseException with the line and the columns of the error, and std::bad_alloc.
 KO_API Element parse(std::string_view text, const ReadOptions& options = ReadOptions::strict());
 /// The same of all that the stream holds, for which it is waited; the stream then has eofbit.
 /// Throws Exception as well, where the stream cannot be read or fails.
@@ -26,7 +26,7 @@ KO_API Element parse(std::istream& in, const ReadOptions& options = ReadOptions:
 
 /// The same as far as a query looks at it, which takes less time and memory: what the query selects
 /// in it is, value for value, what it selects in the whole document. All else may be missing, and
-/// items be null; so a result need not have the path that it has in the document. All faults of the
+/// items be null; so a result need not have the path that it has in the document. All errors of the
 /// text are found, except repeated keys in what is not looked at.
 KO_API Element parseFor(const JsonPath& query, std::string_view text,
                         const ReadOptions& options = ReadOptions::strict());

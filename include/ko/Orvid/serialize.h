@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // serialize() makes JSON text of an element or a document, in one step, or throws: what it returns
-// can be read back. docs/writing.md tells more; Generator writes to streams, and whatever it is
-// given.
+// can be read back. docs/reading-and-writing.md says more; Generator writes to streams, and
+// whatever it is given.
 
 #pragma once
 
@@ -16,7 +16,7 @@
 namespace ko::Orvid {
 
 /// The element as JSON text. Linear in the size of the tree, of any depth. Throws Exception, whose
-/// context is the element at fault, for what JSON cannot express: a value of type etEmpty, a NaN,
+/// context is the element in error, for what JSON cannot express: a value of type etEmpty, a NaN,
 /// an infinity or another number whose text is none, and strings and keys that are no UTF-8, unless
 /// the options allow those. Throws std::bad_alloc.
 KO_API std::string serialize(const Element& element,

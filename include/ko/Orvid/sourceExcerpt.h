@@ -13,10 +13,10 @@
 
 namespace ko::Orvid {
 
-/// The first faulty line of `text`, the whole JSON text of which `error` tells, and under it carets
-/// that mark the fault: two lines of at most 78 characters with a newline behind each. Of a longer
-/// line it is the part around the fault, with "..." where it is cut. Control characters become
-/// blanks and bytes that are no UTF-8 question marks, one for each. Empty when the error has no
+/// The first faulty line of `text`, the whole JSON text that `error` is about, and under it carets
+/// that mark the error: two lines of at most 78 characters with a newline after each. Of a longer
+/// line it is the part around the error, with "..." where it is cut. Control characters become
+/// spaces and bytes that are no UTF-8 question marks, one for each. Empty when the error has no
 /// line and column, or the text has no such line. The carets take each character for as wide as a
 /// letter. Cost: linear up to that line's end.
 KO_API std::string sourceExcerpt(std::string_view text, const ParseException& error);

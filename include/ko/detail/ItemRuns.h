@@ -139,7 +139,7 @@ public:
 private:
     static_assert(alignof(T) <= NodeMemory::k_alignment);
 
-    /// Of a first run whose length nobody has told: most arrays are empty or shorter.
+    /// Of a first run whose length is not known: most arrays are empty or shorter.
     static constexpr std::size_t k_firstLength = 2;
     static constexpr unsigned k_firstBits = 25;
     static constexpr std::size_t k_longestFirst = (std::size_t{1} << k_firstBits) - 1;
@@ -231,7 +231,7 @@ private:
         m_shape.firstLength = static_cast<std::uint32_t>(length) & ((1U << k_firstBits) - 1U);
     }
 
-    /// For the item behind the last one.
+    /// For the item after the last one.
     T* room() {
         if (m_size < m_shape.firstLength) {
             return m_first + m_size;

@@ -137,7 +137,7 @@ public:
 private:
     /// Up to here looking at every key, which mostly compares lengths, beats the binary search.
     static constexpr std::size_t k_largestScan = 8;
-    /// Up to here moving the entries behind a new one costs less than the nodes of a tree.
+    /// Up to here moving the entries after a new one costs less than the nodes of a tree.
     static constexpr std::size_t k_largestVector = 64;
     static constexpr bool k_isNatural = std::is_same_v<Compare, std::less<Key>>;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The lexical grammar as far as it tells where a long token may end. What it does not tell is left
+// The lexical grammar as far as it says where a long token may end. What it does not say is left
 // to YAJL.
 
 #include "text/yajl/LongToken.h"
@@ -37,7 +37,7 @@ LongToken::Place LongToken::betweenTokens(char c) noexcept {
         case '-':
             return Place::number;
         default:
-            // Blanks, brackets, separators and words.
+            // Whitespace, brackets, separators and words.
             return isDigit(c) ? Place::digit : Place::between;
     }
 }
@@ -68,7 +68,7 @@ LongToken::Place LongToken::inEscape(Place place, char c) noexcept {
     }
 }
 
-/// A zero may stand alone before the point, so one digit does not tell whether another may follow.
+/// A zero may stand alone before the point, so one digit does not say whether another may follow.
 LongToken::Place LongToken::inNumber(Place place, char c) noexcept {
     if (isDigit(c)) {
         return place == Place::number ? Place::digit : Place::digits;

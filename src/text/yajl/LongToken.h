@@ -14,10 +14,10 @@ namespace ko::Orvid::yajl {
 
 /// Follows the text as far as is needed to know in what token a piece ends, and holds back the
 /// pieces that go on with it and can be nothing else: characters and escapes of a string, digits of
-/// a number, a comment. They are text without events and without faults.
+/// a number, a comment. They are text without events and without errors.
 class LongToken {
 public:
-    /// A string or number has ended: what follows is behind it.
+    /// A string or number has ended: what follows is after it.
     void begin() noexcept {
         m_place = Place::between;
         m_size = 0;
@@ -52,7 +52,7 @@ private:
         lineComment,
         blockComment,
         star,
-        other,  ///< behind what should have ended it, or at a fault
+        other,  ///< after what should have ended it, or at an error
     };
 
     static Place after(Place place, char c) noexcept;

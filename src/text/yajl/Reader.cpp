@@ -2,7 +2,7 @@
 //
 // Reader: YAJL 2 always calls the trampolines below, whatever the callbacks ask for, because the
 // depth and the end of the value must be known to answer as YAJL 1 does. Between yajl_parse and the
-// callbacks lie C frames: nothing is thrown through them, it is kept and thrown again behind them.
+// callbacks lie C frames: nothing is thrown through them, it is kept and thrown again after them.
 
 #include "text/yajl/Reader.h"
 
@@ -35,7 +35,7 @@ bool isReal(const char* number, std::size_t length) {
                        [](char c) { return c == '.' || c == 'e' || c == 'E'; });
 }
 
-// strtod needs a NUL behind the digits, and takes the decimal point from the locale unless told.
+// strtod needs a NUL after the digits, and takes the decimal point from the locale.
 double realOf(const char* digits) {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(digits, nullptr, classic);
@@ -71,7 +71,7 @@ std::string excerptOf(const char* text, std::size_t length, std::size_t offset) 
 }  // namespace
 
 struct Reader::State {
-    static constexpr std::size_t k_quote = 1;  // behind the text of a string
+    static constexpr std::size_t k_quote = 1;  // after the text of a string
 
     State(const ReaderCallbacks& functions, void* listener);
 
@@ -111,7 +111,7 @@ struct Reader::State {
     yajl_handle handle = nullptr;         // null once memory has failed
     LongToken token;                      // in which the last piece ended
     std::string_view piece;               // that YAJL is reading
-    std::optional<std::size_t> tokenEnd;  // in it, behind its last string or number
+    std::optional<std::size_t> tokenEnd;  // in it, after its last string or number
     std::size_t depth = 0;                // containers open
     bool isComplete = false;              // the top-level value has been delivered
     bool isOver = false;                  // complete or failed: position stays

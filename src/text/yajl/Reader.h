@@ -40,9 +40,9 @@ struct ReaderCallbacks {
 };
 
 /// Reads one document, fed in pieces that may be cut anywhere: the pieces make no difference to the
-/// events and to the outcome. Comments count as blanks. Nothing behind the complete value is looked
-/// at. There is no limit of depth; UTF-8 is not checked (README.md lists what else passes). Not
-/// copyable; used by one thread.
+/// events and to the outcome. Comments count as whitespace. Nothing after the complete value is
+/// looked at. There is no limit of depth; UTF-8 is not checked (README.md lists what else passes).
+/// Not copyable; used by one thread.
 class Reader {
 public:
     /// Keeps `callbacks` by reference and hands `context` to each of them. Throws std::bad_alloc.
@@ -62,7 +62,7 @@ public:
     ReadStatus status() const;
 
     /// YAJL's text for the failure of the last parse(), which was given `text`: one line, or with
-    /// `verbose` the line, the text around the fault and a marker under it. Ends in a newline. A
+    /// `verbose` the line, the text around the error and a marker under it. Ends in a newline. A
     /// parse() after the failure keeps the line, but sets the marker to its own first byte. Where
     /// the text has `from` bytes more before what parse() was given, it shows them too. Throws
     /// std::bad_alloc and stays as it was.
@@ -75,7 +75,7 @@ public:
     /// end of a token that is out of place or whose callback stopped, but the begin of one that
     /// follows a member's value (of a string: two bytes on). A marker cannot leave the last
     /// piece; only for numbers that do not fit does the position, when they began in an earlier
-    /// one. Pieces after the end or the fault do not move it, nor does a std::bad_alloc of YAJL.
+    /// one. Pieces after the end or the error do not move it, nor does a std::bad_alloc of YAJL.
     std::uint64_t position() const;
 
 private:

@@ -29,7 +29,7 @@ struct SPatch {
     const char* result;  ///< null where the patch must fail
 };
 
-/// RFC 6902, appendix A, in its order. A.13 is a fault of the JSON text that a parser may or may
+/// RFC 6902, appendix A, in its order. A.13 is an error of the JSON text that a parser may or may
 /// not see; a repeated key counts with its last value here.
 const SPatch k_rfcExamples[] = {
     {R"({"foo":"bar"})", R"([{"op":"add","path":"/baz","value":"qux"}])",

@@ -28,7 +28,7 @@ using orvid_test::thrownBy;
 
 constexpr const char* k_marker = "                     (right here) ------^\n";
 
-/// The fault's first line, then the text with the byte at which the marker points in column 40.
+/// The error's first line, then the text with the byte at which the marker points in column 40.
 std::string verbose(const std::string& line, const std::string& excerpt, std::size_t offset) {
     return line + "\n" + std::string(40 - offset, ' ') + excerpt + "\n" + k_marker;
 }
@@ -185,7 +185,7 @@ TEST(CallbackParserErrors, a_swallowed_fault_in_a_stream_is_reported_for_each_pi
     EXPECT_EQ(0, in.rdbuf()->in_avail());
 }
 
-/// Throws when it is told of a fault.
+/// Throws when an error is reported to it.
 class ThrowingAtErrors : public RecordingListener {
 public:
     int cb_error(const char* message) override {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Tests of CallbackParser on texts that are JSON, or its beginning: events, pieces, streams, the
-// two forms of numbers, state() and position(). Faults and listeners that fail are in
+// two forms of numbers, state() and position(). Errors and listeners that fail are in
 // CallbackParserErrors_test.cpp.
 
 #include <ko/Orvid/CallbackParser.h>
@@ -326,7 +326,7 @@ TEST(CallbackParser, does_not_touch_a_stream_that_is_not_good) {
     }
 }
 
-/// Makes available what it is told, and never waits; it records the sizes of the reads.
+/// Makes available what it is given, and never waits; it records the sizes of the reads.
 class Terminal : public std::streambuf {
 public:
     void type(const std::string& text) {

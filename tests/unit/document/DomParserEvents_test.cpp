@@ -117,7 +117,7 @@ TEST(DomParserEvents, each_has_its_message_behind_a_complete_text) {
     }
 }
 
-/// Reads `text`, raising the events in front of its first string, and answers the fault.
+/// Reads `text`, raising the events in front of its first string, and answers the error.
 ParseException faultOf(const std::string& text, std::vector<Event> events, Element& root) {
     Builder builder;
     builder.events = std::move(events);
@@ -208,7 +208,7 @@ TEST(DomParserEvents, the_start_of_a_map_empties_the_current_object) {
 TEST(DomParserEvents, the_start_of_an_array_replaces_the_current_object) {
     Element root;
     const ParseException thrown = faultOf(R"({"a":1,"b":"x"})", {null, startArray}, root);
-    // Behind the string the text closes its object, which is an array now.
+    // After the string the text closes its object, which is an array now.
     expectUnexpected("Unexpected end of map!", thrown);
     EXPECT_EQ(R"(["x"])", compact(root));
     CHECK_LINKS(root);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A parser with options after a fault and for a second document.
+// A parser with options after an error and for a second document.
 
 #include <ko/Orvid/DomParser.h>
 

@@ -23,7 +23,7 @@ using orvid_test::compact;
 using orvid_test::Document;
 using orvid_test::thrownBy;
 
-/// The fault of the text, which must have one; `root` keeps what was built.
+/// The error of the text, which must have one; `root` keeps what was built.
 ParseException faultOf(const std::string& text, Element& root) {
     return thrownBy<ParseException>([&] { DomParser().parse(root, text); });
 }

@@ -23,7 +23,7 @@ using ko::Orvid::ReadOptions;
 using orvid_test::compact;
 using orvid_test::thrownBy;
 
-/// Each record behind its line's number.
+/// Each record after its line's number.
 std::vector<std::string> records(const std::string& text) {
     std::istringstream in(text);
     JsonLines lines(in);

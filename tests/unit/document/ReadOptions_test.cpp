@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Tests of ReadOptions: what each option refuses and lets pass, alone and in the strict preset, and
-// the message, the place and the element of each fault.
+// the message, the place and the element of each error.
 
 #include <ko/Orvid/ReadOptions.h>
 

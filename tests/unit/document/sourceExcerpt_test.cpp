@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tests of sourceExcerpt: the line, the carets under the fault, and how long lines are cut.
+// Tests of sourceExcerpt: the line, the carets under the error, and how long lines are cut.
 
 #include <ko/Orvid/sourceExcerpt.h>
 
@@ -23,7 +23,7 @@ std::string excerptOf(const std::string& text) {
                                    [&] { DomParser(ReadOptions::strict()).parse(root, text); }));
 }
 
-/// The excerpt for a fault given by its columns in the first line.
+/// The excerpt for an error given by its columns in the first line.
 std::string excerptAt(const std::string& text, int first, int last) {
     return sourceExcerpt(text, ParseException("", 1, first, 1, last));
 }

@@ -144,7 +144,7 @@ TEST(NumberValue, is_kept_beside_the_string) {
     }
 }
 
-/// The bits, so that zeros and NaN are told apart.
+/// The bits, so that zeros and NaN are distinguished.
 std::uint64_t bitsOf(double value) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);

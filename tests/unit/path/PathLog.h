@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A path listener that writes down what it is told and answers as it was told, and the two forms of
-// a parse. Shared by the tests of PathParser.
+// A path listener that writes down what it is called with and answers as it was told, and the two
+// forms of a parse. Shared by the tests of PathParser.
 
 #pragma once
 

@@ -23,7 +23,7 @@ constexpr char k_alphabet[] = {'a', '1', '.', '[', ']', '*', '\\'};
 /// One character of the text with its backslash taken away.
 struct Unit {
     char c;
-    bool isLiteral;  ///< stood behind a backslash
+    bool isLiteral;  ///< stood after a backslash
 };
 
 std::vector<Unit> unescaped(const std::string& text) {

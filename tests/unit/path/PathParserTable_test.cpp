@@ -91,7 +91,7 @@ std::vector<Row> endedByByteFF() {
          "1]",
          {R"(error Unexpexced EOF in path at "" 0,1 parser state esArrayInit)"}},
         {"[1\xFF]", {R"(error Unexpexced EOF in path at "1" 1,2 parser state esArray)"}},
-        // Behind a backslash it is a character of a key, and one that no index may hold.
+        // After a backslash it is a character of a key, and one that no index may hold.
         {"a\\\xFF"
          "b.c",
          {"key a\xFF"
@@ -247,8 +247,8 @@ bool startsWith(const std::string& text, const std::string& start) {
     return text.compare(0, start.size(), start) == 0;
 }
 
-/// The first false answer is the last callback, but for one: behind an unreadable index the item is
-/// reported whatever the answer was.
+/// The first false answer is the last callback, except for one: after an unreadable index the item
+/// is reported whatever the answer was.
 Lines untilRefused(const Lines& lines, const std::vector<bool>& answers) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (!answers[i]) {

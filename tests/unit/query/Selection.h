@@ -19,7 +19,7 @@ namespace orvid_test {
 struct Selection {
     const char* query;
     const char* document;
-    const char* values;  ///< compact, with a blank between two
+    const char* values;  ///< compact, with a space between two
     const char* paths;
     const char* why;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Schema steps turned back into data steps: the words that are due in each state, and the errors.
+// Schema steps turned back into data steps: the words that are expected in each state, and the
+// errors.
 
 #include <ko/Orvid/FromSchemaPathConverter.h>
 

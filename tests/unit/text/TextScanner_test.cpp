@@ -45,7 +45,7 @@ struct Log : TokenSink {
     void comma(TokenPlace place) { add(",", place); }
 };
 
-/// The tokens, then the fault and where the scanner is.
+/// The tokens, then the error and where the scanner is.
 std::string logOf(std::string_view text, const ReadOptions& options, std::size_t size,
                   const std::string& refused = "") {
     Log log;
@@ -108,7 +108,7 @@ TEST(TextScanner, a_refused_key_is_a_fault) {
               "0-1 {\n1-4 key a\n5-6 1\n6-7 ,\n7-10 key b\n7-10 fault: Repeated key \"b\"\n");
 }
 
-/// Texts in which every kind of token, comment and fault can be cut.
+/// Texts in which every kind of token, comment and error can be cut.
 const char* const k_texts[] = {
     R"({"key": [1, -2.5e+3, true, false, null, "\ud83d\ude00 \"x\" \u00e9"], "b": {}} )",
     "[ /* one * two ** / */ 1 // three\n , \"\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E\" ] // four",

@@ -179,7 +179,7 @@ TEST(ContainerMoves, a_map_assigned_to_an_object_gives_its_members_their_place) 
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
 
-/// Counts how often it is told that positions have changed.
+/// Counts how often it is reported that positions have changed.
 class Watched : public TArray {
 public:
     using TArray::operator=;

@@ -156,7 +156,7 @@ TEST(ElementEdit, throws_the_parse_error_of_a_faulty_path_in_every_form) {
                   "Unexpected character '.' in path at \"\" 3,4 parser state esObjectInit");
         EXPECT_EQ(error.firstColumn(), 3);
         EXPECT_EQ(error.lastColumn(), 4);
-        // The members that came before the fault were made, and nothing was put into the last.
+        // The members that came before the error were made, and nothing was put into the last.
         EXPECT_TRUE(document.root.get("a.b").isEmpty());
         CHECK_LINKS(document.root);
     }

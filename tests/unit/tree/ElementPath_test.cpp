@@ -60,7 +60,7 @@ TEST(ElementPath, of_a_root_is_empty_and_its_schema_path_is_the_schema) {
 
 struct Row {
     std::string document;
-    std::vector<std::string> steps;  ///< from the root: a key, or an index behind a '#'
+    std::vector<std::string> steps;  ///< from the root: a key, or an index after a '#'
     std::string key;
     std::string path;
     std::string schemaPath;

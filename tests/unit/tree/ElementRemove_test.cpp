@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Removing array items by content: which go, which are passed over, and what the rest looks like.
+// Removing array items by content: which go, which are skipped, and what the rest looks like.
 
 #include <ko/Orvid/Element.h>
 

@@ -339,7 +339,7 @@ TEST(ListMap, swap_exchanges_a_small_and_a_large_one) {
     EXPECT_EQ(7, large.find("7")->second);
 }
 
-/// A value whose copy fails when it is told to.
+/// A value whose copy fails when it is asked to.
 struct Fragile {
     explicit Fragile(bool broken = false) : isBroken(broken) {}
     Fragile(const Fragile& other) : isBroken(other.isBroken) { check(); }

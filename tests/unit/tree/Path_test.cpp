@@ -119,11 +119,11 @@ TEST(Path, has_the_words_of_the_path_language) {
 const char* const k_document =
     R"({"a": {"b": [10,{"c": 20}],"x.y": 30,"": 40},"n": null,"s": "t","l": [],"m": [[1,2],[3]]})";
 
-/// Exactly one of text, error and fault tells what a lookup gives.
+/// Exactly one of text, fault and error says what a lookup gives.
 struct Lookup {
     std::string path;
     std::string text;   ///< of the element found
-    std::string error;  ///< element and step of the PathNotFound, with a blank between them
+    std::string error;  ///< element and step of the PathNotFound, with a space between them
     std::string fault;  ///< message of the ParseException
 };
 

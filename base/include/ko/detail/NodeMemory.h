@@ -2,7 +2,7 @@
 //
 // ko::NodeMemory, memory for the many small objects that a tree is made of. What is made together,
 // when a tree is read or copied, is cut from slabs: neighbors in the tree are neighbors in memory,
-// and cost little to make and to free. docs/performance.md tells what it gives.
+// and cost little to make and to free. bench/performance.md says what it gives.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 namespace ko {
 
 /// Slabs for the blocks of one job. A slab is freed with the last of its blocks, wherever and in
-/// whatever thread that happens, also long after this object has gone. A block that stays behind
+/// whatever thread that happens, also long after this object has gone. A block that stays after
 /// alone keeps its slab, of k_largestSlab bytes at most. Used by one thread at a time.
 class KO_API NodeMemory {
 public:

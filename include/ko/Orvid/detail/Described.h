@@ -2,7 +2,7 @@
 //
 // How the macros of convert.h make a type known to the conversions. ORVID_FIELDS makes a class
 // beside or within the type, so that it may read private fields, and may itself be private. No
-// lookup finds such a class by name. So it tells of itself: by deriving from DescribesFields it
+// lookup finds such a class by name. So it describes itself: by deriving from DescribesFields it
 // defines the function that FieldsOf declares, whose result type is the class.
 
 #pragma once

@@ -29,7 +29,7 @@ enum class Reaction { goOn, stop, fail };
 
 /// Takes the events; `context` of the callbacks is its address.
 struct EventLog {
-    std::string words;              ///< each event, with a blank behind it
+    std::string words;              ///< each event, with a space after it
     std::size_t count = 0;          ///< of the events so far
     std::size_t special = k_never;  ///< the 0-based event that gets `reaction`
     Reaction reaction = Reaction::goOn;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Long tokens in many pieces: after each piece the reader has told what a reader tells that is
+// Long tokens in many pieces: after each piece the reader has reported what a reader says that is
 // given the text so far in one, and the cost does not grow with the square of the pieces.
 
 #include "text/yajl/LongToken.h"
@@ -23,7 +23,7 @@ bool isGoingOn(ReadStatus status) {
     return status == ReadStatus::ok || status == ReadStatus::insufficientData;
 }
 
-/// Feeds the text in pieces of `size` bytes, and looks at the outcome behind each of them.
+/// Feeds the text in pieces of `size` bytes, and looks at the outcome after each of them.
 void expectSameInPieces(const std::string& text, std::size_t size) {
     EventLog log;
     Reader reader(k_textual, &log);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tests of what Reader says of a failure: the line for every kind of fault, the text around it with
+// Tests of what Reader says of a failure: the line for every kind of error, the text around it with
 // the marker, byte for byte, and the position.
 
 #include "text/yajl/Reader.h"
@@ -155,7 +155,7 @@ TEST(ReaderErrors, show_nothing_of_a_text_that_is_too_short) {
     EventLog log;
     Reader reader(k_numeric, &log);
     feed(reader, "[1,    1e999]");
-    // YAJL counts the blanks from the place of the fault, text or no text.
+    // YAJL counts the whitespace from the place of the error, text or no text.
     EXPECT_EQ(reader.error(true, nullptr, 0), "parse error: numeric (floating point) overflow\n" +
                                                   std::string(33, ' ') + "\n" +
                                                   std::string(21, ' ') + "(right here) ------^\n");
