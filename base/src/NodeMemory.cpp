@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 //
-// Slabs and the blocks in them. Every block follows a header that names its slab, so that it can be
-// freed without knowing where it came from.
+// Slabs and the blocks in them. A block can be freed without knowing where it came from, since its
+// address tells: k_header bytes behind a multiple of k_grain it follows a header, which names the
+// slab or none; on a multiple of k_grain it lies in a page, whose head, at the multiple of k_page
+// below, names the slab. So most blocks of a slab need no header. Only what lies before its first
+// page, which is all of a small slab, is given out with headers.
 
 #include <ko/detail/NodeMemory.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <new>
 
@@ -19,17 +24,58 @@ namespace {
 constexpr std::size_t k_smallestSlab = 128;  // in bytes
 /// A larger block could leave much of a slab unused.
 constexpr std::size_t k_largestCut = 256;  // in bytes
+constexpr std::size_t k_grain = 16;
+constexpr std::size_t k_page = 2048;  // in bytes
+constexpr std::size_t k_header = 8;   // in bytes
 
-thread_local NodeMemory* t_current = nullptr;
+static_assert(k_header == NodeMemory::k_alignment && k_grain == 2 * k_header);
+static_assert(k_page % k_grain == 0 && k_page >= 4 * k_largestCut);
+
+// In every call of allocate() and release(), so it must not cost a call itself.
+[[gnu::tls_model("initial-exec")]] thread_local NodeMemory* t_current = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local NodeMemory::Freeing* t_freeing = nullptr;
+
+std::uintptr_t addressOf(const void* where) noexcept {
+    return reinterpret_cast<std::uintptr_t>(where);
+}
 
 constexpr std::size_t roundedUp(std::size_t size) {
-    return (size + NodeMemory::k_alignment - 1) / NodeMemory::k_alignment * NodeMemory::k_alignment;
+    return (size + k_grain - 1) / k_grain * k_grain;
+}
+
+/// How far it is up to the next multiple of `step`, a power of two.
+std::size_t distanceTo(std::size_t step, const char* from) noexcept {
+    return (step - addressOf(from) % step) % step;
+}
+
+void* obtain(std::size_t size) {
+    if constexpr (__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= k_grain) {
+        return ::operator new(size);
+    } else {
+        return ::operator new (size, std::align_val_t{k_grain});
+    }
+}
+
+void giveBack(void* bytes) noexcept {
+    if constexpr (__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= k_grain) {
+        ::operator delete(bytes);
+    } else {
+        ::operator delete (bytes, std::align_val_t{k_grain});
+    }
+}
+
+/// The heap of glibc gives what is free at its end back to the system, unless it has once freed a
+/// block of half that size; with each tree of the same size it would all be asked for again, page
+/// by page. So it is shown such a block, which is never touched.
+void showSize(std::size_t size) noexcept {
+    void* volatile block = std::malloc(size);  // volatile, since nothing else needs it
+    std::free(block);
 }
 
 }  // namespace
 
 /// What stands before the blocks of a slab.
-struct alignas(NodeMemory::k_alignment) NodeMemory::Slab {
+struct alignas(k_grain) NodeMemory::Slab {
     /// While a slab is being cut up, its blocks are too many, so that it stays whatever is freed.
     static constexpr std::size_t k_open = std::numeric_limits<std::size_t>::max() / 2;
 
@@ -37,14 +83,19 @@ struct alignas(NodeMemory::k_alignment) NodeMemory::Slab {
 
     void drop(std::size_t count) noexcept {
         if (blocks.fetch_sub(count, std::memory_order_acq_rel) == count) {
-            ::operator delete(this);
+            giveBack(this);
         }
     }
 };
 
-/// What stands before a block.
-struct alignas(NodeMemory::k_alignment) NodeMemory::Block {
+/// What stands before a block that has a header.
+struct alignas(k_header) NodeMemory::Header {
     Slab* slab;  ///< null for a block on its own
+};
+
+/// What stands at the begin of a page.
+struct alignas(k_grain) NodeMemory::Page {
+    Slab* slab;
 };
 
 NodeMemory::Scope::Scope(NodeMemory& memory) noexcept : m_outer(t_current) {
@@ -55,53 +106,133 @@ NodeMemory::Scope::Scope(NodeMemory& memory) noexcept : m_outer(t_current) {
 
 NodeMemory::Scope::~Scope() { t_current = m_outer; }
 
+NodeMemory::Freeing::Freeing() noexcept : m_isOuter(t_freeing == nullptr) {
+    if (m_isOuter) {
+        t_freeing = this;
+    }
+}
+
+NodeMemory::Freeing::~Freeing() {
+    if (m_isOuter) {
+        t_freeing = nullptr;
+        flush();
+    }
+}
+
+void NodeMemory::Freeing::drop(Slab* slab) noexcept {
+    if (slab != m_slab) {
+        flush();
+        m_slab = slab;
+    }
+    ++m_count;
+}
+
+void NodeMemory::Freeing::flush() noexcept {
+    if (m_slab != nullptr) {
+        m_slab->drop(m_count);
+    }
+    m_slab = nullptr;
+    m_count = 0;
+}
+
 void* NodeMemory::allocate(std::size_t size) {
     NodeMemory* const current = t_current;
     if (current != nullptr && size <= k_largestCut) {
-        return current->cut(sizeof(Block) + roundedUp(size)) + 1;
+        return current->cut(size);
     }
-    return new (::operator new(sizeof(Block) + size)) Block{nullptr} + 1;
+    char* const bytes = static_cast<char*>(obtain(k_header + size));
+    new (bytes) Header{nullptr};
+    return bytes + k_header;
 }
 
 void NodeMemory::release(void* block, std::size_t size) noexcept {
     if (block == nullptr) {
         return;
     }
-    Block* const header = static_cast<Block*>(block) - 1;
-    if (header->slab == nullptr) {
-        ::operator delete(header);
-        return;
+    char* bytes = static_cast<char*>(block);
+    Slab* slab = nullptr;
+    if (addressOf(block) % k_grain == 0) {
+        slab = reinterpret_cast<Page*>(bytes - addressOf(block) % k_page)->slab;
+    } else {
+        bytes -= k_header;
+        slab = reinterpret_cast<Header*>(bytes)->slab;
+        if (slab == nullptr) {
+            return giveBack(bytes);
+        }
     }
-    Slab* const slab = header->slab;
-    poison(header, sizeof(Block) + roundedUp(size));
-    slab->drop(1);
+    poison(block, size);
+    if (t_freeing != nullptr) {
+        t_freeing->drop(slab);
+    } else {
+        slab->drop(1);
+    }
 }
 
-NodeMemory::Block* NodeMemory::cut(std::size_t size) {
-    if (static_cast<std::size_t>(m_end - m_next) < size) {
+/// How much of the present part a block takes, with its header.
+inline std::size_t NodeMemory::strideOf(std::size_t size) const noexcept {
+    return roundedUp(m_header + size);
+}
+
+inline void* NodeMemory::cut(std::size_t size) {
+    if (static_cast<std::size_t>(m_end - m_next) < strideOf(size)) {
+        advance(size);
+    }
+    char* const begin = m_next;
+    unpoison(begin, m_header + size);
+    m_next += strideOf(size);
+    ++m_cuts;
+    if (m_header != 0) {
+        new (begin) Header{m_slab};
+    }
+    return begin + m_header;
+}
+
+/// Finds room for the block. Throws std::bad_alloc, with everything as it was.
+void NodeMemory::advance(std::size_t size) {
+    if (!turnPage() || static_cast<std::size_t>(m_end - m_next) < strideOf(size)) {
         open(size);
     }
-    unpoison(m_next, size);
-    Block* const block = new (m_next) Block{m_slab};
-    m_next += size;
-    ++m_cuts;
-    return block;
+    if (static_cast<std::size_t>(m_end - m_next) < strideOf(size)) {
+        turnPage();
+    }
+}
+
+/// Goes on with the next page of the slab. Answers whether there is one.
+bool NodeMemory::turnPage() noexcept {
+    if (m_end == m_slabEnd) {
+        return false;
+    }
+    unpoison(m_end, sizeof(Page));
+    new (m_end) Page{m_slab};
+    m_next = m_end + sizeof(Page);
+    const auto left = static_cast<std::size_t>(m_slabEnd - m_end);
+    m_end += std::min(k_page, left);
+    m_header = 0;
+    return true;
 }
 
 /// Each slab is as large as all before it, so that at most half of them is left over: a small tree
 /// wastes little. Throws std::bad_alloc, with everything as it was.
 void NodeMemory::open(std::size_t least) {
-    const std::size_t wanted = std::clamp(m_total == 0 ? m_expected : m_total,
-                                          std::size_t(k_smallestSlab), std::size_t(k_largestSlab));
-    const std::size_t size = std::max(wanted, sizeof(Slab) + least);
-    char* const bytes = static_cast<char*>(::operator new(size));
+    const std::size_t wanted = m_total == 0 ? std::min(m_expected, k_largestFirst) : m_total;
+    const std::size_t size = roundedUp(std::max(std::clamp(wanted, k_smallestSlab, k_largestSlab),
+                                                sizeof(Slab) + k_header + least));
+    char* const bytes = static_cast<char*>(obtain(size));
     close();
     m_slab = new (bytes) Slab;
     m_next = bytes + sizeof(Slab);
-    m_end = bytes + size;
+    m_slabEnd = bytes + size;
+    // So any block fits either before the first page or into it.
+    const bool hasPages = size >= 2 * k_page;
+    m_end = hasPages ? m_next + distanceTo(k_page, m_next) : m_slabEnd;
+    m_header = k_header;
     m_cuts = 0;
-    m_total += size;
     poison(m_next, size - sizeof(Slab));
+    m_total += size;
+    if (m_total >= m_toShow) {
+        showSize(m_total);
+        m_toShow = 2 * m_total;
+    }
 }
 
 void NodeMemory::close() noexcept {

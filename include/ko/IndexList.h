@@ -24,7 +24,7 @@ namespace ko {
 /// positions, which change when items before them come or go. An operation that throws leaves the
 /// sequence as it was. Positions count from 0; there are at most 2^32 - 2.
 template<class T>
-class IndexList {
+class IndexList : public detail::PlacesOf<T> {
 public:
     using value_type = T;
     using size_type = std::size_t;
@@ -39,7 +39,7 @@ public:
     IndexList() = default;
     IndexList(const IndexList&) = delete;
     IndexList& operator=(const IndexList&) = delete;
-    virtual ~IndexList() { TPlaces::end(*this); }
+    virtual ~IndexList() { TPlaces::end(); }
 
     /// Appends a copy of `value`, which may be an item of this sequence. Amortised constant cost.
     virtual void push_back(const T& value) { emplaceBack(value); }
@@ -153,6 +153,9 @@ protected:
 
     /// Exchanges the items with no further effect.
     void exchange(IndexList& other) noexcept { m_items.swap(other.m_items); }
+
+    /// See detail::ItemRuns.
+    void shorten(size_type size) noexcept { m_items.shorten(size); }
 
     template<class... Arguments>
     T& emplaceBack(Arguments&&... arguments) {

@@ -24,7 +24,7 @@ namespace ko {
 /// member's value through an iterator, never its key. An operation that throws while it adds a
 /// member leaves the map as it was.
 template<class Key, class Value, class Compare>
-class ListMap {
+class ListMap : public detail::PlacesOf<Value> {
 public:
     using key_type = Key;
     using mapped_type = Value;
@@ -43,7 +43,7 @@ public:
 
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
-    ListMap(const ListMap& other) : m_map(other.m_map.compare()) {
+    ListMap(const ListMap& other) : TPlaces(), m_map(other.m_map.compare()) {
         NodeMemory nodes(sizeof(value_type) * 2 * other.size());
         const NodeMemory::Scope scope(nodes);
         m_list = other.m_list;
@@ -60,7 +60,7 @@ public:
         return *this;
     }
 
-    virtual ~ListMap() { TPlaces::end(*this); }
+    virtual ~ListMap() { TPlaces::end(); }
 
     /// Appends a copy of `member`, or, when its key is there already, assigns to the present
     /// member, which keeps its place in the order. Answers the member and whether it is new.

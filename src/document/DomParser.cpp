@@ -33,7 +33,7 @@ constexpr std::size_t k_shownPieceSize = 255;
 constexpr std::size_t k_room = 256;
 /// What the nodes of a small document take, in bytes: so much, and more for a byte of its text.
 constexpr std::size_t k_leastNodes = 160;
-constexpr std::size_t k_nodesPerByte = 16;
+constexpr std::size_t k_nodesPerByte = 6;
 
 /// Lets a loop `while (in >> element)` end: a stream from which nothing was read, and in which
 /// nothing more will be, fails.
@@ -53,11 +53,8 @@ bool isLenient(const ReadOptions& options) {
 
 }  // namespace
 
-unsigned int TreeBuilder::lengthOf(std::string_view text) {
-    if (text.size() > std::numeric_limits<unsigned int>::max()) {
-        throw Exception("A string or number is longer than 4294967295 bytes!");
-    }
-    return static_cast<unsigned int>(text.size());
+void TreeBuilder::failLength() {
+    throw Exception("A string or number is longer than 4294967295 bytes!");
 }
 
 DomParser::DomParser() : DomParser(ReadOptions()) {}

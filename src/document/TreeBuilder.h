@@ -10,6 +10,8 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/ReadOptions.h>
 
+#include <limits>
+#include <string>
 #include <string_view>
 
 #include "text/TextScanner.h"
@@ -31,9 +33,7 @@ public:
 
     // Each of them returns the element that took the value.
     Element& null(TokenPlace /*place*/) {
-        Element& element = next();
-        element.setNull();
-        return element;
+        return next();
     }
     Element& boolean(bool value, TokenPlace /*place*/) {
         Element& element = next();
@@ -42,12 +42,14 @@ public:
     }
     Element& number(std::string_view text, TokenPlace /*place*/) {
         Element& element = next();
-        element.setNumber(text.data(), lengthOf(text));
+        element.data().value.number = new Number(text.data(), lengthOf(text));
+        element.data().type = etNumber;
         return element;
     }
     Element& string(std::string_view text, TokenPlace /*place*/) {
         Element& element = next();
-        element.setString(text.data(), lengthOf(text));
+        element.data().value.string = new std::string(text.data(), lengthOf(text));
+        element.data().type = etString;
         return element;
     }
     bool key(std::string_view text, TokenPlace /*place*/) {
@@ -75,24 +77,40 @@ public:
     Element* current() const noexcept { return m_value == nullptr ? m_container : m_value; }
 
 private:
+    /// Null yet.
     Element& next() {
         if (m_value == nullptr) {
             return m_container->data().value.array->appendNull();
         }
         Element& value = *m_value;
         m_value = nullptr;
+        if (!value.isNull()) {
+            value.setNull();
+        }
         return value;
     }
 
     Element& open(EType type) {
         Element& container = next();
-        becomeContainer(container, type);
+        Element::SData& data = container.data();
+        if (type == etObject) {
+            data.value.object = new Element::TObject(&container);
+        } else {
+            data.value.array = new Element::TArray(&container);
+        }
+        data.type = type;
         m_container = &container;
         return container;
     }
 
     /// Throws Exception for what the events of a listener could not report either.
-    static unsigned int lengthOf(std::string_view text);
+    static unsigned int lengthOf(std::string_view text) {
+        if (text.size() > std::numeric_limits<unsigned int>::max()) {
+            failLength();
+        }
+        return static_cast<unsigned int>(text.size());
+    }
+    [[noreturn]] static void failLength();
 
     const bool m_rejectsRepeated;
     bool m_hasRepeated = false;

@@ -48,9 +48,18 @@ public:
         return __builtin_ctzll(marks) / 8;
 #endif
     }
-    static unsigned int count(Marks marks) noexcept {
-        return static_cast<unsigned int>(__builtin_popcountll(marks));
-    }
+    /// How many bytes of the blocks that are added are `c`.
+    class Count {
+    public:
+        void add(const PlainBlock& block, char c) noexcept {
+            // The topmost byte of the product is the sum of the bytes of one factor.
+            m_total += ((block.equal(c) >> 7U) * k_ones) >> (8U * (sizeof(Marks) - 1));
+        }
+        std::uint64_t total() const noexcept { return m_total; }
+
+    private:
+        std::uint64_t m_total = 0;
+    };
 
 private:
     static constexpr Marks k_ones = ~Marks(0) / 255;
@@ -90,9 +99,22 @@ public:
     Marks equal(char c) const noexcept { return bits(compare(c)); }
 
     static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctz(marks); }
-    static unsigned int count(Marks marks) noexcept {
-        return static_cast<unsigned int>(__builtin_popcount(marks));
-    }
+    /// How many bytes of the blocks that are added are `c`.
+    class Count {
+    public:
+        void add(const Sse2Block& block, char c) noexcept {
+            const __m128i ones = _mm_and_si128(block.compare(c), _mm_set1_epi8(1));
+            m_halves = _mm_add_epi64(m_halves, _mm_sad_epu8(ones, _mm_setzero_si128()));
+        }
+        std::uint64_t total() const noexcept {
+            std::uint64_t halves[2];
+            std::memcpy(halves, &m_halves, sizeof halves);
+            return halves[0] + halves[1];
+        }
+
+    private:
+        __m128i m_halves = _mm_setzero_si128();
+    };
 
 private:
     static constexpr Marks k_all = 0xFFFF;
@@ -131,9 +153,17 @@ public:
     Marks equal(char c) const noexcept { return bits(compare(c)); }
 
     static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctzll(marks) / 4; }
-    static unsigned int count(Marks marks) noexcept {
-        return static_cast<unsigned int>(__builtin_popcountll(marks)) / 4;
-    }
+    /// How many bytes of the blocks that are added are `c`.
+    class Count {
+    public:
+        void add(const NeonBlock& block, char c) noexcept {
+            m_total += vaddvq_u8(vandq_u8(block.compare(c), vdupq_n_u8(1)));
+        }
+        std::uint64_t total() const noexcept { return m_total; }
+
+    private:
+        std::uint64_t m_total = 0;
+    };
 
 private:
     uint8x16_t compare(char c) const noexcept {

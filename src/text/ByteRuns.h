@@ -97,14 +97,15 @@ const char* asciiEnd(const char* at, const char* end) noexcept {
 /// How many bytes are `c`.
 template<class AnyBlock = Block>
 std::uint64_t countOf(char c, const char* at, const char* end) noexcept {
-    std::uint64_t count = 0;
+    typename AnyBlock::Count count;
     for (; end - at >= AnyBlock::k_length; at += AnyBlock::k_length) {
-        count += AnyBlock::count(AnyBlock(at).equal(c));
+        count.add(AnyBlock(at), c);
     }
+    std::uint64_t total = count.total();
     for (; at != end; ++at) {
-        count += *at == c ? 1 : 0;
+        total += *at == c ? 1 : 0;
     }
-    return count;
+    return total;
 }
 
 }  // namespace ko::Orvid::text

@@ -307,7 +307,10 @@ inline void TextScanner::setLevel() noexcept {
 inline const char* TextScanner::takeText(const char* at, const char* end, std::string_view& text) {
     bool hasHigh = false;
     const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
-    if (stop == end || *stop != '"' || (hasHigh && m_rules.validateUtf8)) {
+    const auto isFaulty = [&] {
+        return hasHigh && m_rules.validateUtf8 && text::scanUtf8(at + 1, stop).at != stop;
+    };
+    if (stop == end || *stop != '"' || isFaulty()) {
         return takeOddText(at, end, text);
     }
     text = {at + 1, static_cast<std::size_t>(stop - at) - 1};

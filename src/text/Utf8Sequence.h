@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 namespace ko::Orvid {
 
@@ -54,6 +56,10 @@ public:
     /// ASCII byte, or one that is faulty or cut off.
     static const char* skip(const char* at, const char* end) noexcept {
         while (at != end && static_cast<unsigned char>(*at) >= 0x80) {
+            if (end - at > 3 && isThreeBytes(at)) {
+                at += 3;
+                continue;
+            }
             const unsigned int length = validLength(reinterpret_cast<const unsigned char*>(at),
                                                     reinterpret_cast<const unsigned char*>(end));
             if (length == 0) {
@@ -71,6 +77,21 @@ public:
 
 private:
     static bool isNext(unsigned char byte) noexcept { return (byte & 0xC0U) == 0x80; }
+
+    /// Whether a sequence of three bytes, which most beyond Latin letters are, is whole and valid.
+    /// A fourth byte must be there.
+    static bool isThreeBytes(const char* at) noexcept {
+        std::uint32_t bytes = 0;
+        std::memcpy(&bytes, at, sizeof bytes);
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+        bytes = __builtin_bswap32(bytes);
+#endif
+        constexpr std::uint32_t k_shape = 0x00C0C0F0;
+        // What tells overlong forms from others, and surrogates: the third bit of the second byte.
+        constexpr std::uint32_t k_range = 0x0000200F;
+        return (bytes & k_shape) == 0x008080E0 && (bytes & k_range) != 0 &&
+               (bytes & k_range) != 0x0000200D;
+    }
 
     /// The length of a whole valid sequence; 0 when there is none.
     static unsigned int validLength(const unsigned char* at, const unsigned char* end) noexcept {

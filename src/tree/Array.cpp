@@ -13,10 +13,13 @@
 namespace ko::Orvid {
 
 template<class T>
-Array<T>::Array(T* parent) : m_parent(parent) {}
+Array<T>::Array(T* parent) {
+    this->m_link.setParent(parent);
+}
 
 template<class T>
-Array<T>::Array(const Array& other, T* parent) : IndexList<T>(), m_parent(parent) {
+Array<T>::Array(const Array& other, T* parent) : IndexList<T>() {
+    this->m_link.setParent(parent);
     copyItems(other);
     withoutPositions();
 }
@@ -32,7 +35,8 @@ void Array<T>::copyItems(const Array& other) {
 }
 
 template<class T>
-Array<T>::Array(Array&& other, T* parent) noexcept : m_parent(parent) {
+Array<T>::Array(Array&& other, T* parent) noexcept {
+    this->m_link.setParent(parent);
     this->exchange(other);
     tagAll();
 }
@@ -56,7 +60,7 @@ Array<T>& Array<T>::operator=(Array&& other) {
 template<class T>
 Array<T>& Array<T>::operator=(const Array& other) {
     if (this != &other) {
-        Array copy(m_parent);
+        Array copy(parent());
         copy.copyItems(other);
         this->exchange(copy);
         updateVector();
@@ -68,7 +72,7 @@ Array<T>& Array<T>::operator=(const Array& other) {
 
 template<class T>
 Array<T>::~Array() {
-    Strays::comeHome(m_parent);
+    Strays::comeHome(this->m_link);
 }
 
 template<class T>
@@ -76,7 +80,7 @@ template<class... Arguments>
 T& Array<T>::append(Arguments&&... arguments) {
     const auto position = this->size();
     T& item = this->emplaceBack(std::forward<Arguments>(arguments)...);
-    Place::inArray(item, m_parent, position);
+    Place::inArray(item, this->m_link, position);
     return item;
 }
 
@@ -129,7 +133,7 @@ void Array<T>::removeMatches(const std::function<bool(const T&)>& matches) {
 
 template<class T>
 void Array<T>::setParent(T* parent) {
-    m_parent = parent;
+    this->m_link.setParent(parent);
     tagAll();
 }
 
@@ -137,9 +141,9 @@ template<class T>
 void Array<T>::tagAll() noexcept {
     std::size_t position = 0;
     for (T& item : *this) {
-        Place::inArray(item, m_parent, position++);
+        Place::inArray(item, this->m_link, position++);
     }
-    Strays::settle(static_cast<IndexList<T>*>(this));
+    Strays::settle(this->m_link);
 }
 
 template<class T>

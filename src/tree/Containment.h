@@ -17,14 +17,15 @@ namespace ko::Orvid {
 
 /// The link of the container that holds the element, whatever parent the element names; null when
 /// there is none.
-inline Element* const* trueLink(const Element& element) noexcept {
-    return Strays::any() ? Strays::trueLink(element) : Place::linkOf(element);
+inline const detail::ParentLink* trueLink(const Element& element) noexcept {
+    const detail::ParentLink* const link = Place::linkOf(element);
+    return link != nullptr && link->hasNotes() ? Strays::trueLink(element, *link) : link;
 }
 
 /// The element whose container holds this one.
 inline Element* trueParent(const Element& element) noexcept {
-    Element* const* const link = trueLink(element);
-    return link == nullptr ? nullptr : *link;
+    const detail::ParentLink* const link = trueLink(element);
+    return link == nullptr ? nullptr : link->parent();
 }
 
 /// Whether `element` is `tree` or lies within it. Linear in the depth.

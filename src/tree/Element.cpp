@@ -286,7 +286,7 @@ std::string Element::key() const {
         case etObject:
             return memberKey();
         case etArray:
-            return "[" + std::to_string(m_index) + "]";
+            return "[" + std::to_string(index()) + "]";
         default:
             return std::string();
     }

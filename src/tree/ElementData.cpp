@@ -97,21 +97,11 @@ void Element::create(SData& data, EType type, Element* owner) {
 }
 
 void Element::destroy(SData& data) {
-    switch (data.type) {
-        case etNumber:
-            delete data.value.number;
-            break;
-        case etString:
-            delete data.value.string;
-            break;
-        case etObject:
-        case etArray: {
-            SData container = data;  // the caller's record stays as it is
-            destroyTree(container);
-            break;
-        }
-        default:
-            break;
+    if (isContainer(data)) {
+        SData container = data;  // the caller's record stays as it is
+        destroyTree(container);
+    } else {
+        releaseLeaf(data);
     }
 }
 

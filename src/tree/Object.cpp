@@ -16,11 +16,13 @@
 namespace ko::Orvid {
 
 template<class Key, class Value, class Compare>
-Object<Key, Value, Compare>::Object(Value* parent) : m_parent(parent) {}
+Object<Key, Value, Compare>::Object(Value* parent) {
+    this->m_link.setParent(parent);
+}
 
 template<class Key, class Value, class Compare>
-Object<Key, Value, Compare>::Object(const Object& other, Value* parent)
-    : TBase(other), m_parent(parent) {
+Object<Key, Value, Compare>::Object(const Object& other, Value* parent) : TBase(other) {
+    this->m_link.setParent(parent);
     tagAll();
 }
 
@@ -36,11 +38,12 @@ Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(const Object
 
 template<class Key, class Value, class Compare>
 Object<Key, Value, Compare>::~Object() {
-    Strays::comeHome(m_parent);
+    Strays::comeHome(this->m_link);
 }
 
 template<class Key, class Value, class Compare>
-Object<Key, Value, Compare>::Object(Object&& other, Value* parent) noexcept : m_parent(parent) {
+Object<Key, Value, Compare>::Object(Object&& other, Value* parent) noexcept {
+    this->m_link.setParent(parent);
     this->exchange(other);
     tagAll();
 }
@@ -64,14 +67,14 @@ Object<Key, Value, Compare>& Object<Key, Value, Compare>::operator=(Object&& oth
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert(const value_type& member) -> std::pair<iterator, bool> {
     const std::pair<iterator, bool> result = TBase::insert(member);
-    Place::inObject(result.first->second, m_parent, result.first->first);
+    Place::inObject(result.first->second, this->m_link, result.first->first);
     return result;
 }
 
 template<class Key, class Value, class Compare>
 auto Object<Key, Value, Compare>::insert(iterator position, const value_type& member) -> iterator {
     const iterator result = TBase::insert(position, member);
-    Place::inObject(result->second, m_parent, result->first);
+    Place::inObject(result->second, this->m_link, result->first);
     return result;
 }
 
@@ -115,7 +118,7 @@ template<class Key, class Value, class Compare>
 const Value& Object<Key, Value, Compare>::at(std::string_view key) const {
     const auto member = this->find(key);
     if (member == this->end()) {
-        throw PathNotFound(m_parent, std::string(key), std::string(key));
+        throw PathNotFound(parent(), std::string(key), std::string(key));
     }
     return member->second;
 }
@@ -132,7 +135,7 @@ auto Object<Key, Value, Compare>::findOrAppend(Text&& key, Arguments&&... value)
     const std::pair<iterator, bool> result =
         TBase::findOrAppend(std::forward<Text>(key), std::forward<Arguments>(value)...);
     if (result.second) {
-        Place::inObject(result.first->second, m_parent, result.first->first);
+        Place::inObject(result.first->second, this->m_link, result.first->first);
     }
     return result;
 }
@@ -148,16 +151,16 @@ void Object<Key, Value, Compare>::swap(Object& other) {
 
 template<class Key, class Value, class Compare>
 void Object<Key, Value, Compare>::setParent(Value* parent) {
-    m_parent = parent;
+    this->m_link.setParent(parent);
     tagAll();
 }
 
 template<class Key, class Value, class Compare>
 void Object<Key, Value, Compare>::tagAll() noexcept {
     for (value_type& member : *this) {
-        Place::inObject(member.second, m_parent, member.first);
+        Place::inObject(member.second, this->m_link, member.first);
     }
-    Strays::settle(static_cast<TBase*>(this));
+    Strays::settle(this->m_link);
 }
 
 template class Object<std::string, Element, std::less<std::string>>;

@@ -14,53 +14,50 @@
 #include <ko/Orvid/Object.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace ko::Orvid {
 
 struct Place {
-    /// `parent` is the container's field, which children refer to: it can take another parent
-    /// without touching them.
-    static void inArray(Element& item, Element* const& parent, std::size_t position) noexcept {
-        item.m_link = &parent;
-        item.m_key = nullptr;
-        item.m_index = static_cast<unsigned int>(position);
+    /// `link` is the container's.
+    static void inArray(Element& item, const detail::ParentLink& link,
+                        std::size_t position) noexcept {
+        item.m_link = &link;
+        item.m_step = stepOf(position);
     }
 
     /// `key` is that of the member, beside the element.
-    static void inObject(Element& member, Element* const& parent, const std::string& key) noexcept {
-        member.m_link = &parent;
-        member.m_key = &key;
-        member.m_index = k_noIndex;
+    static void inObject(Element& member, const detail::ParentLink& link,
+                         const std::string& key) noexcept {
+        member.m_link = &link;
+        member.m_step = reinterpret_cast<std::uintptr_t>(&key);
     }
 
     /// What all items of a copied array report.
-    static void withoutPosition(Element& item) noexcept { item.m_index = 0; }
+    static void withoutPosition(Element& item) noexcept { item.m_step = stepOf(0); }
 
     /// Makes `parent` the parent of a container and so of all its children, in constant time.
     template<class Container>
     static void moveTo(Container& container, Element* parent) noexcept {
-        container.m_parent = parent;
+        container.parentLink().setParent(parent);
     }
 
     /// Where the children of the container find their parent.
     template<class Container>
-    static Element* const& linkOf(const Container& container) noexcept {
-        return container.m_parent;
+    static const detail::ParentLink& linkOf(const Container& container) noexcept {
+        return container.parentLink();
     }
 
     /// Where the element finds its parent; null when it has none.
-    static Element* const* linkOf(const Element& child) noexcept { return child.m_link; }
+    static const detail::ParentLink* linkOf(const Element& child) noexcept { return child.m_link; }
 
     // The end of a container that is being destroyed.
 
+    /// Forgets the items from `size` on, which are null.
     template<class T>
-    static Element& lastOf(Array<T>& array) noexcept {
-        return array.back();
-    }
-    template<class T>
-    static void removeLast(Array<T>& array) noexcept {
-        array.Array<T>::pop_back();
+    static void shorten(Array<T>& array, std::size_t size) noexcept {
+        array.shorten(size);
     }
     template<class Key, class Value, class Compare>
     static Element& lastOf(Object<Key, Value, Compare>& object) noexcept {
@@ -72,11 +69,15 @@ struct Place {
     }
 
     /// An element that finds its parent at `from` finds it at `to` from now on.
-    static void relink(Element& child, Element* const* from, Element* const* to) noexcept {
+    static void relink(Element& child, const detail::ParentLink* from,
+                       const detail::ParentLink* to) noexcept {
         if (child.m_link == from) {
             child.m_link = to;
         }
     }
+
+private:
+    static std::uintptr_t stepOf(std::size_t position) noexcept { return 2 * position + 1; }
 };
 
 }  // namespace ko::Orvid

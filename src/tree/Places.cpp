@@ -41,8 +41,6 @@ void ElementPlaces::renew(TElementMap& map) noexcept {
     }
 }
 
-void ElementPlaces::end(const TElementList& list) noexcept { Strays::settle(&list); }
-
-void ElementPlaces::end(const TElementMap& map) noexcept { Strays::settle(&map); }
+void ElementPlaces::endNotes() noexcept { Strays::settle(m_link); }
 
 }  // namespace ko::Orvid::detail

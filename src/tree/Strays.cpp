@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The list of strays.
+// The notes of children that name another parent than that of their container.
 
 #include "tree/Strays.h"
 
@@ -9,50 +9,61 @@
 
 #include <algorithm>
 #include <memory>
-#include <mutex>
-#include <utility>
-#include <vector>
 
 #include "tree/Place.h"
 
 namespace ko::Orvid {
 
-std::atomic<unsigned> Strays::s_count{0};
+namespace detail {
+
+Handovers& ParentLink::needNotes() {
+    if (!hasNotes()) {
+        auto* const made = new Handovers{parent(), {}, {}};
+        m_word = reinterpret_cast<std::uintptr_t>(made) | k_notes;
+    }
+    return notes();
+}
+
+void ParentLink::tidy() noexcept {
+    if (hasNotes() && notes().holders.empty() && notes().origins.empty()) {
+        const std::unique_ptr<Handovers> former(&notes());
+        m_word = reinterpret_cast<std::uintptr_t>(former->parent);
+    }
+}
+
+Element* ParentLink::notedParent() const noexcept { return notes().parent; }
+
+void ParentLink::noteParent(Element* parent) noexcept { notes().parent = parent; }
+
+}  // namespace detail
 
 namespace {
 
-/// Some of the holder's children find their parent at `link`, which is that of another container.
-struct Note {
-    Element* const* link;
-    Strays::Holder holder;
-};
+using detail::Handovers;
+using detail::ParentLink;
+using Holder = Strays::Holder;
 
-using TNotes = std::vector<Note>;
+ParentLink& linkOf(const Holder& holder) {
+    return std::visit([](auto* container) -> ParentLink& { return container->parentLink(); },
+                      holder);
+}
 
-std::mutex s_mutex;
-/// Null while there are none. Not a vector itself, which would end before the last elements do.
-TNotes* s_notes = nullptr;
+bool isElements(const detail::TElementList* list) {
+    return dynamic_cast<const Element::TArray*>(list) != nullptr;
+}
 
-const void* addressOf(const Strays::Holder& holder) {
-    return std::visit([](const auto* container) -> const void* { return container; }, holder);
+bool isElements(const detail::TElementMap* map) {
+    return dynamic_cast<const Element::TObject*>(map) != nullptr;
 }
 
 /// Where the container's own children find their parent; null where it has none to name.
-Element* const* linkOf(detail::TElementList& list) {
-    auto* const array = dynamic_cast<Element::TArray*>(&list);
-    return array == nullptr ? nullptr : &Place::linkOf(*array);
+const ParentLink* namedLink(const Holder& holder) {
+    return std::visit([](auto* container) { return isElements(container); }, holder)
+               ? &linkOf(holder)
+               : nullptr;
 }
 
-Element* const* linkOf(detail::TElementMap& map) {
-    auto* const object = dynamic_cast<Element::TObject*>(&map);
-    return object == nullptr ? nullptr : &Place::linkOf(*object);
-}
-
-Element* const* linkOf(const Strays::Holder& holder) {
-    return std::visit([](auto* container) { return linkOf(*container); }, holder);
-}
-
-bool isEmpty(const Strays::Holder& holder) {
+bool isEmpty(const Holder& holder) {
     return std::visit([](const auto* container) { return container->empty(); }, holder);
 }
 
@@ -60,7 +71,7 @@ Element& elementOf(Element& item) { return item; }
 
 Element& elementOf(Element::TObject::value_type& member) { return member.second; }
 
-bool holds(const Strays::Holder& holder, const Element& element) {
+bool holds(const Holder& holder, const Element& element) {
     const auto isThere = [&](auto* container) {
         return std::any_of(container->begin(), container->end(),
                            [&](auto& child) { return &elementOf(child) == &element; });
@@ -68,8 +79,8 @@ bool holds(const Strays::Holder& holder, const Element& element) {
     return std::visit(isThere, holder);
 }
 
-void relinkChildren(const Strays::Holder& holder, Element* const* from) {
-    Element* const* const to = linkOf(holder);
+void relinkChildren(const Holder& holder, const ParentLink* from) {
+    const ParentLink* const to = namedLink(holder);
     const auto relinkAll = [=](auto* container) {
         for (auto& child : *container) {
             Place::relink(elementOf(child), from, to);
@@ -78,89 +89,111 @@ void relinkChildren(const Strays::Holder& holder, Element* const* from) {
     std::visit(relinkAll, holder);
 }
 
-/// What the children of `from` bring along to `to`, beyond what they bring already.
-void addNote(TNotes& notes, const Strays::Holder& from, const Strays::Holder& to) {
-    Element* const* const link = linkOf(from);
-    if (link != nullptr && !isEmpty(from)) {
-        notes.push_back({link, to});
-    }
+template<class Notes, class Note>
+bool contains(const Notes& notes, const Note& note) {
+    return std::find(notes.begin(), notes.end(), note) != notes.end();
 }
 
-/// All notes with a container in the place of the other.
-TNotes exchanged(const Strays::Holder& a, const Strays::Holder& b) {
-    TNotes notes = s_notes == nullptr ? TNotes() : *s_notes;
-    for (Note& note : notes) {
-        if (note.holder == a) {
-            note.holder = b;
-        } else if (note.holder == b) {
-            note.holder = a;
+template<class Notes, class Matches>
+void removeNotes(Notes& notes, const Matches& matches) {
+    notes.erase(std::remove_if(notes.begin(), notes.end(), matches), notes.end());
+}
+
+void removeHolder(ParentLink& origin, const ParentLink& holder) {
+    removeNotes(origin.notes().holders,
+                [&](const Holder& each) { return &linkOf(each) == &holder; });
+}
+
+void removeOrigin(ParentLink& holder, const ParentLink& origin) {
+    removeNotes(holder.notes().origins, [&](const ParentLink* each) { return each == &origin; });
+}
+
+/// Makes room for all that exchange() may add. Throws std::bad_alloc.
+void prepare(const Holder& holder, const Holder& other) {
+    Handovers& notes = linkOf(holder).needNotes();
+    const Handovers& others = linkOf(other).needNotes();
+    notes.holders.reserve(notes.holders.size() + 1);
+    notes.origins.reserve(notes.origins.size() + others.origins.size() + 1);
+}
+
+/// What is noted of the children of the one is true of the other's from now on.
+void exchangeOrigins(const Holder& a, const Holder& b) {
+    std::vector<ParentLink*>& left = linkOf(a).notes().origins;
+    std::vector<ParentLink*>& right = linkOf(b).notes().origins;
+    const auto rename = [&](const ParentLink* origin) {
+        for (Holder& holder : origin->notes().holders) {
+            holder = holder == a ? b : holder == b ? a : holder;
         }
-    }
-    addNote(notes, a, b);
-    addNote(notes, b, a);
-    const auto isHome = [](const Note& note) { return linkOf(note.holder) == note.link; };
-    notes.erase(std::remove_if(notes.begin(), notes.end(), isHome), notes.end());
-    return notes;
-}
-
-template<class Matches>
-void removeNotes(const Matches& matches) {
-    if (s_notes != nullptr) {
-        s_notes->erase(std::remove_if(s_notes->begin(), s_notes->end(), matches), s_notes->end());
-        if (s_notes->empty()) {
-            delete std::exchange(s_notes, nullptr);
+    };
+    std::for_each(left.begin(), left.end(), rename);
+    std::for_each(right.begin(), right.end(), [&](const ParentLink* origin) {
+        if (!contains(left, origin)) {
+            rename(origin);
         }
-    }
+    });
+    left.swap(right);
 }
 
-unsigned countNotes() { return s_notes == nullptr ? 0 : static_cast<unsigned>(s_notes->size()); }
+/// The children of `from`, which name its parent, go to `to`; those of its own that came back with
+/// them are at home.
+void noteChildren(const Holder& from, const Holder& to) {
+    ParentLink& origin = linkOf(from);
+    ParentLink& holder = linkOf(to);
+    if (namedLink(from) != nullptr && !isEmpty(from) &&
+        !contains(holder.notes().origins, &origin)) {
+        holder.notes().origins.push_back(&origin);
+        origin.notes().holders.push_back(to);
+    }
+    removeHolder(origin, origin);
+    removeOrigin(origin, origin);
+}
 
 }  // namespace
 
-void Strays::exchange(Holder a, Holder b) {
-    const std::lock_guard lock(s_mutex);
-    TNotes notes = exchanged(a, b);
-    if (notes.empty()) {
-        removeNotes([](const Note&) { return true; });
-    } else if (s_notes == nullptr) {
-        s_notes = new TNotes(std::move(notes));
-    } else {
-        s_notes->swap(notes);
+void Strays::exchange(const Holder& a, const Holder& b) {
+    try {
+        prepare(a, b);
+        prepare(b, a);
+    } catch (...) {
+        linkOf(a).tidy();
+        linkOf(b).tidy();
+        throw;
     }
-    s_count = countNotes();
+    exchangeOrigins(a, b);
+    noteChildren(a, b);
+    noteChildren(b, a);
+    linkOf(a).tidy();
+    linkOf(b).tidy();
 }
 
 // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-Element* const* Strays::trueLink(const Element& element) noexcept {
-    Element* const* const link = Place::linkOf(element);
-    const std::lock_guard lock(s_mutex);
-    for (std::size_t i = 0; i < countNotes(); ++i) {
-        const Note& note = (*s_notes)[i];
-        if (note.link == link && holds(note.holder, element)) {
-            return linkOf(note.holder);
+const ParentLink* Strays::trueLink(const Element& element, const ParentLink& link) noexcept {
+    for (const Holder& holder : link.notes().holders) {
+        if (holds(holder, element)) {
+            return namedLink(holder);
         }
     }
-    return link;
+    return &link;
 }
 
-void Strays::forget(const void* holder) noexcept {
-    const std::lock_guard lock(s_mutex);
-    removeNotes([=](const Note& note) { return addressOf(note.holder) == holder; });
-    s_count = countNotes();
+void Strays::forget(ParentLink& holder) noexcept {
+    for (ParentLink* const origin : holder.notes().origins) {
+        removeHolder(*origin, holder);
+        origin->tidy();
+    }
+    holder.notes().origins.clear();
+    holder.tidy();
 }
 
 // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-void Strays::relink(Element* const& link) noexcept {
-    const std::lock_guard lock(s_mutex);
-    if (s_notes != nullptr) {
-        for (const Note& note : *s_notes) {
-            if (note.link == &link) {
-                relinkChildren(note.holder, &link);
-            }
-        }
+void Strays::relink(ParentLink& link) noexcept {
+    for (const Holder& holder : link.notes().holders) {
+        relinkChildren(holder, &link);
+        removeOrigin(linkOf(holder), link);
+        linkOf(holder).tidy();
     }
-    removeNotes([&](const Note& note) { return note.link == &link; });
-    s_count = countNotes();
+    link.notes().holders.clear();
+    link.tidy();
 }
 
 }  // namespace ko::Orvid

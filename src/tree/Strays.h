@@ -2,15 +2,15 @@
 //
 // Strays, the children that still name the parent of a container which has handed them over without
 // telling them: Array::swap() and Object::swap() leave the other's children so, and a swap through
-// the IndexList or ListMap below leaves both so. That is rare, so it is noted in one list for the
-// whole program, which costs a look at a counter wherever there is nothing to do.
+// the IndexList or ListMap below leaves both so. That is rare, so it is noted in place of the
+// parent's address in the containers concerned, which costs a look at one bit elsewhere.
 
 #pragma once
 
 #include <ko/Orvid/detail/Places.h>
 
-#include <atomic>
 #include <variant>
+#include <vector>
 
 namespace ko::Orvid {
 
@@ -18,19 +18,19 @@ class Strays {
 public:
     using Holder = std::variant<detail::TElementList*, detail::TElementMap*>;
 
-    static bool any() noexcept { return s_count.load(std::memory_order_relaxed) != 0; }
-
     /// Notes that two containers are about to exchange their children, telling none of them.
-    /// Throws std::bad_alloc, having noted nothing.
-    static void exchange(Holder a, Holder b);
+    /// Throws std::bad_alloc, with no effect.
+    static void exchange(const Holder& a, const Holder& b);
 
-    /// The link of the container that holds the element, which may name another one's parent.
+    /// The link of the container that holds the element, which names a parent at `link`, where
+    /// there are notes; null for a container that is no element's.
     // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-    static Element* const* trueLink(const Element& element) noexcept;
+    static const detail::ParentLink* trueLink(const Element& element,
+                                              const detail::ParentLink& link) noexcept;
 
     /// All children of that container name its own parent now, or there are none.
-    static void settle(const void* holder) noexcept {
-        if (any()) {
+    static void settle(detail::ParentLink& holder) noexcept {
+        if (holder.hasNotes()) {
             forget(holder);
         }
     }
@@ -38,18 +38,26 @@ public:
     /// A container ends, whose children found their parent at `link`: those that are elsewhere now
     /// learn where that is.
     // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-    static void comeHome(Element* const& link) noexcept {
-        if (any()) {
+    static void comeHome(detail::ParentLink& link) noexcept {
+        if (link.hasNotes()) {
             relink(link);
         }
     }
 
 private:
-    static void forget(const void* holder) noexcept;
+    static void forget(detail::ParentLink& holder) noexcept;
     // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-    static void relink(Element* const& link) noexcept;
+    static void relink(detail::ParentLink& link) noexcept;
+};
 
-    static std::atomic<unsigned> s_count;  ///< of notes
+/// The notes of one container. A container is among another's `holders` where that one is among its
+/// `origins`, and neither twice.
+struct detail::Handovers {
+    Element* parent;
+    /// The containers in which there may be children that find their parent here.
+    std::vector<Strays::Holder> holders;
+    /// Where children of this container may find a parent, other than here.
+    std::vector<ParentLink*> origins;
 };
 
 }  // namespace ko::Orvid

@@ -13,6 +13,15 @@ inline bool isContainer(const Element::SData& data) {
     return data.type == etObject || data.type == etArray;
 }
 
+/// Releases the payload of anything but a container; the record stays as it is.
+inline void releaseLeaf(const Element::SData& data) {
+    if (data.type == etNumber) {
+        delete data.value.number;
+    } else if (data.type == etString) {
+        delete data.value.string;
+    }
+}
+
 /// A payload that is released unless it is handed on: what stands between an allocation and its
 /// owner.
 class OwnedData {

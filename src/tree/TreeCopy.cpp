@@ -18,7 +18,7 @@ namespace {
 using SData = Element::SData;
 
 /// What a node and its number take, in bytes.
-constexpr std::size_t k_nodesPerChild = 160;
+constexpr std::size_t k_nodesPerChild = 112;
 
 std::size_t childCount(const SData& source) {
     return source.type == etArray ? source.value.array->size() : source.value.object->size();

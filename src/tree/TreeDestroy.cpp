@@ -41,16 +41,46 @@ private:
         m_current = &element;
     }
 
-    /// Removes children up to one that has children, or all and then the container.
-    template<class Container>
-    void goOn(Container& container) noexcept {
-        while (!container.empty()) {
-            Element& child = Place::lastOf(container);
-            if (hasPayload(child.data())) {
-                return enter(child, m_current);
+    // Remove children up to one that has children, or all and then the container.
+
+    void goOn(Element::TArray& array) noexcept {
+        for (std::size_t size = array.size(); size != 0; --size) {
+            Element& item = array[size - 1];
+            if (hasPayload(item.data())) {
+                Place::shorten(array, size);
+                prefetch(array, size - 1);
+                return enter(item, m_current);
             }
-            Place::removeLast(container);
+            releaseLeaf(item.data());
+            item.data() = Element::SData();
         }
+        Place::shorten(array, 0);
+        leave(array);
+    }
+
+    void goOn(Element::TObject& object) noexcept {
+        while (!object.empty()) {
+            Element& value = Place::lastOf(object);
+            if (hasPayload(value.data())) {
+                return enter(value, m_current);
+            }
+            releaseLeaf(value.data());
+            value.data() = Element::SData();
+            Place::removeLast(object);
+        }
+        leave(object);
+    }
+
+    /// What comes after the next item is on its way from memory meanwhile.
+    static void prefetch(const Element::TArray& array, std::size_t next) noexcept {
+        constexpr std::size_t k_distance = 4;
+        if (next >= k_distance) {
+            __builtin_prefetch(array[next - k_distance].data().value.array);
+        }
+    }
+
+    template<class Container>
+    void leave(Container& container) noexcept {
         Element* const after = container.parent();
         delete &container;
         m_current->data() = Element::SData();
@@ -64,6 +94,7 @@ private:
 
 void destroyTree(Element::SData& data) noexcept {
     if (hasPayload(data)) {
+        const NodeMemory::Freeing freeing;
         Element root;
         std::swap(root.data(), data);
         Demolition().run(root);

@@ -23,9 +23,9 @@ using ko::NodeMemory;
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 
-std::string thousandNumbers() {
+std::string numbers(int count) {
     std::string text = "[0";
-    for (int i = 1; i < 1000; ++i) {
+    for (int i = 1; i < count; ++i) {
         text += ',' + std::to_string(i);
     }
     return text + ']';
@@ -94,7 +94,7 @@ TEST(NodeMemory, a_slab_that_cannot_be_had_leaves_the_present_one_in_use) {
 }
 
 TEST(NodeMemory, reading_and_copying_ask_for_slabs_and_not_for_nodes) {
-    const std::string text = thousandNumbers();
+    const std::string text = numbers(1000);
     Element root;
     std::size_t before = allocationCount();
     DomParser().parse(root, text);
@@ -110,7 +110,7 @@ TEST(NodeMemory, reading_and_copying_ask_for_slabs_and_not_for_nodes) {
 }
 
 TEST(NodeMemory, an_element_that_leaves_its_tree_keeps_no_more_than_its_slabs) {
-    const std::string text = thousandNumbers();
+    const std::string text = numbers(10000);
     const std::size_t before = liveBytes();
     Element kept;
     {

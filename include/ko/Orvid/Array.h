@@ -70,7 +70,7 @@ public:
     /// skipped unseen. Linear cost. Throws as erase_if().
     void removeMatches(const std::function<bool(const T&)>& matches);
 
-    T* parent() const noexcept { return m_parent; }
+    T* parent() const noexcept { return this->m_link.parent(); }
     /// Gives all items that parent, and their positions as index. Linear in the number of items.
     void setParent(T* parent);
 
@@ -82,8 +82,6 @@ private:
     T& append(Arguments&&... arguments);
     void tagAll() noexcept;
     void withoutPositions() noexcept;
-
-    T* m_parent;
 };
 
 /// Removes the items that `matches` accepts and answers how many there were. Linear cost. Throws

@@ -15,6 +15,7 @@
 #include <ko/Orvid/types.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -198,19 +199,25 @@ public:
     // Place in the tree.
 
     /// The element whose container holds this one; null for a root or a free-standing element.
-    Element* parent() noexcept { return m_link == nullptr ? nullptr : *m_link; }
-    const Element* parent() const noexcept { return m_link == nullptr ? nullptr : *m_link; }
+    Element* parent() noexcept { return m_link == nullptr ? nullptr : m_link->parent(); }
+    const Element* parent() const noexcept {
+        return m_link == nullptr ? nullptr : m_link->parent();
+    }
     /// The 0-based position in the parent array as it was last set; meaningful only while the
     /// parent is an array. Items of a copied array report 0 until Array::updateVector() or
     /// setParent() runs; path() names their true place all the same.
-    unsigned int index() const noexcept { return m_index; }
+    unsigned int index() const noexcept {
+        return isItem() || m_step == 0 ? static_cast<unsigned int>(m_step >> 1U) : k_noIndex;
+    }
     /// The step from the parent to this element: the key, unescaped, in an object, `[index()]` in
     /// an array, empty without a parent. Linear in the length of the key.
     std::string key() const;
     /// The key under which this element sits in its parent object; empty otherwise. The reference
     /// lives as long as the element stays where it is.
     const std::string& memberKey() const noexcept {
-        return m_key == nullptr ? k_emptyString : *m_key;
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit tells it from an index
+        return isItem() || m_step == 0 ? k_emptyString
+                                       : *reinterpret_cast<const std::string*>(m_step);
     }
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
@@ -443,12 +450,13 @@ private:
     const Element& tryUsingDefaultAt(std::string_view path, const Element& fallback) const;
     const Element& usingDefaultAt(std::string_view path) const;
     void replaceString(std::string* text) noexcept;
+    bool isItem() const noexcept { return (m_step & 1U) != 0; }
     void replaceNumber(Number* number) noexcept;
 
     SData m_data;
-    Element* const* m_link = nullptr;    ///< the container's parent; null without a container
-    const std::string* m_key = nullptr;  ///< the member's, beside this; null outside an object
-    unsigned int m_index = 0;
+    const detail::ParentLink* m_link = nullptr;  ///< the container's; null without one
+    /// The address of the member's key, beside this; or twice the index and 1; or 0.
+    std::uintptr_t m_step = 0;
 };
 
 template<class T>

@@ -79,7 +79,7 @@ public:
     /// effect. Linear in the number of members.
     virtual void swap(Object& other);
 
-    Value* parent() const noexcept { return m_parent; }
+    Value* parent() const noexcept { return this->m_link.parent(); }
     /// Gives all members that parent, and their key. Linear in the number of members.
     void setParent(Value* parent);
 
@@ -89,8 +89,6 @@ private:
     void tagAll() noexcept;
     template<class Text, class... Arguments>
     std::pair<iterator, bool> findOrAppend(Text&& key, Arguments&&... value);
-
-    Value* m_parent;
 };
 
 /// Removes the members that `matches` accepts, which is given each key and value as a pair, and

@@ -129,6 +129,16 @@ public:
 
     void clear() noexcept { truncate(0); }
 
+    /// Forgets the items from `size` on, whose destructors would have nothing to do. What memory
+    /// that sets free goes with the last item. Constant cost where the items lie in runs.
+    void shorten(std::size_t size) noexcept {
+        if (m_shape.isLoose) {
+            truncate(size);
+        } else {
+            m_size = static_cast<std::uint32_t>(size);
+        }
+    }
+
     void swap(ItemRuns& other) noexcept {
         std::swap(m_first, other.m_first);
         std::swap(m_more, other.m_more);

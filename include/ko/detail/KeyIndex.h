@@ -14,6 +14,7 @@
 #include <optional>
 #include <set>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -48,31 +49,31 @@ public:
         typename TTree::const_iterator m_inTree{};
     };
 
-    explicit KeyIndex(const Compare& compare) : m_order{compare} {}
+    explicit KeyIndex(const Compare& compare) : m_state(compare, nullptr) {}
 
-    const Compare& compare() const noexcept { return m_order.compare; }
+    const Compare& compare() const noexcept { return std::get<Compare>(m_state); }
 
     /// `key` is a Key or, where the order is std::less, anything that compares with one. O(log n).
     template<class Like>
     Spot find(List& list, const Like& key) const {
         Spot spot;
-        if (!m_large) {
+        if (!large()) {
             spot.position = scan(list, key);
             return spot;
         }
         spot.m_hash = hashOf(key);
         const Probe<Like> probe{spot.m_hash, key};
-        if (m_large->tree) {
-            spot.m_inTree = m_large->tree->lower_bound(probe);
+        if (large()->tree) {
+            spot.m_inTree = large()->tree->lower_bound(probe);
             const bool isThere =
-                spot.m_inTree != m_large->tree->end() && !m_order(probe, *spot.m_inTree);
+                spot.m_inTree != large()->tree->end() && !order()(probe, *spot.m_inTree);
             spot.position = isThere ? spot.m_inTree->position : list.end();
         } else {
-            const TVector& entries = m_large->entries;
-            const HashOrder order{m_order};
-            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, order);
+            const TVector& entries = large()->entries;
+            const HashOrder byHash{order()};
+            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, byHash);
             spot.m_inVector = entry - entries.begin();
-            const bool isThere = entry != entries.end() && !order(probe, *entry);
+            const bool isThere = entry != entries.end() && !byHash(probe, *entry);
             spot.position = isThere ? entry->position : list.end();
         }
         return spot;
@@ -82,17 +83,17 @@ public:
     /// Throws std::bad_alloc, with the index as it was. O(log n).
     void enter(List& list, Iterator position, const Spot& spot) {
         const Entry entry{spot.m_hash, position};
-        if (!m_large) {
+        if (!large()) {
             update(list);
-        } else if (m_large->tree) {
-            m_large->tree->insert(spot.m_inTree, entry);
-        } else if (m_large->entries.size() < k_largestVector) {
-            m_large->entries.insert(m_large->entries.begin() + spot.m_inVector, entry);
+        } else if (large()->tree) {
+            large()->tree->insert(spot.m_inTree, entry);
+        } else if (large()->entries.size() < k_largestVector) {
+            large()->entries.insert(large()->entries.begin() + spot.m_inVector, entry);
         } else {
-            TTree tree(m_large->entries.begin(), m_large->entries.end(), m_order);
+            TTree tree(large()->entries.begin(), large()->entries.end(), order());
             tree.insert(entry);
-            m_large->tree = std::move(tree);
-            m_large->entries = {};
+            large()->tree = std::move(tree);
+            large()->entries = {};
         }
     }
 
@@ -101,38 +102,35 @@ public:
         if (list.size() <= k_largestScan) {
             return;
         }
-        auto large = std::make_unique<Large>();
-        large->entries.reserve(std::max(list.size(), 2 * k_largestScan));
+        auto made = std::make_unique<Large>();
+        made->entries.reserve(std::max(list.size(), 2 * k_largestScan));
         for (Iterator position = list.begin(); position != list.end(); ++position) {
-            large->entries.push_back({hashOf(position->first), position});
+            made->entries.push_back({hashOf(position->first), position});
         }
-        std::sort(large->entries.begin(), large->entries.end(), HashOrder{m_order});
+        std::sort(made->entries.begin(), made->entries.end(), HashOrder{order()});
         if (list.size() > k_largestVector) {
-            large->tree.emplace(large->entries.begin(), large->entries.end(), m_order);
-            large->entries = {};
+            made->tree.emplace(made->entries.begin(), made->entries.end(), order());
+            made->entries = {};
         }
-        m_large = std::move(large);
+        large() = std::move(made);
     }
 
     /// Removes a position that is still in the list. O(log n).
     void erase(List& list, Iterator position) {
-        if (!m_large) {
+        if (!large()) {
             return;
         }
         const Spot spot = find(list, position->first);
-        if (m_large->tree) {
-            m_large->tree->erase(spot.m_inTree);
+        if (large()->tree) {
+            large()->tree->erase(spot.m_inTree);
         } else {
-            m_large->entries.erase(m_large->entries.begin() + spot.m_inVector);
+            large()->entries.erase(large()->entries.begin() + spot.m_inVector);
         }
     }
 
-    void clear() noexcept { m_large.reset(); }
+    void clear() noexcept { large().reset(); }
 
-    void swap(KeyIndex& other) noexcept {
-        std::swap(m_order, other.m_order);
-        m_large.swap(other.m_large);
-    }
+    void swap(KeyIndex& other) noexcept { m_state.swap(other.m_state); }
 
 private:
     /// Up to here looking at every key, which mostly compares lengths, beats the binary search.
@@ -183,7 +181,7 @@ private:
             return left.hash != right.hash ? left.hash < right.hash : byKey(left, right);
         }
 
-        const KeyOrder& byKey;
+        KeyOrder byKey;
     };
 
     /// The vector up to k_largestVector entries, the tree above.
@@ -208,13 +206,20 @@ private:
             if constexpr (k_isNatural) {
                 return pair.first == key;
             } else {
-                return !m_order.compare(pair.first, key) && !m_order.compare(key, pair.first);
+                return !compare()(pair.first, key) && !compare()(key, pair.first);
             }
         });
     }
 
-    KeyOrder m_order;
-    std::unique_ptr<Large> m_large;  ///< null while there is no index
+    using TLarge = std::unique_ptr<Large>;
+
+    KeyOrder order() const { return KeyOrder{compare()}; }
+
+    /// Null while there is no index.
+    TLarge& large() noexcept { return std::get<TLarge>(m_state); }
+    const TLarge& large() const noexcept { return std::get<TLarge>(m_state); }
+
+    std::tuple<Compare, TLarge> m_state;  ///< a tuple, in which an empty Compare takes no room
 };
 
 }  // namespace ko

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What a container does for the places of its items where these know them, as the children of an
-// element do.
+// What a container keeps and does for the places of its items where these know them, as the
+// children of an element do.
 
 #pragma once
 
@@ -9,9 +9,10 @@
 
 namespace ko::detail {
 
-/// T::Places where T names one, or else nothing to do.
+/// T::Places where T names one, or else nothing to do. A base of the containers of T.
 template<class T, class = void>
-struct PlacesOf {
+class PlacesOf {
+protected:
     /// Before two containers exchange their items without telling these.
     template<class Container>
     static void beginExchange(const Container& /*a*/, const Container& /*b*/) noexcept {}
@@ -19,11 +20,10 @@ struct PlacesOf {
     template<class Container>
     static void renew(const Container& /*container*/) noexcept {}
     /// At the end of a container.
-    template<class Container>
-    static void end(const Container& /*container*/) noexcept {}
+    void end() noexcept {}
 };
 
 template<class T>
-struct PlacesOf<T, std::void_t<typename T::Places>> : T::Places {};
+class PlacesOf<T, std::void_t<typename T::Places>> : public T::Places {};
 
 }  // namespace ko::detail

@@ -17,10 +17,13 @@ namespace ko {
 /// whatever thread that happens, also long after this object has gone. A block that stays after
 /// alone keeps its slab, of k_largestSlab bytes at most. Used by one thread at a time.
 class KO_API NodeMemory {
-public:
-    static constexpr std::size_t k_largestSlab = 4096;  ///< in bytes
+    struct Slab;
 
-    /// `expected` is what the blocks may come to, in bytes, for a first slab of that size.
+public:
+    static constexpr std::size_t k_largestSlab = 16384;  ///< in bytes
+
+    /// `expected` is what the blocks may come to, in bytes, for a first slab of that size, or of
+    /// k_largestFirst.
     explicit NodeMemory(std::size_t expected = 0) noexcept : m_expected(expected) {}
     ~NodeMemory() { close(); }
     NodeMemory(const NodeMemory&) = delete;
@@ -42,6 +45,27 @@ public:
         NodeMemory* const m_outer;
     };
 
+    /// While one lives, what its thread frees is counted slab by slab, so that a whole tree is
+    /// freed at little cost, though the slabs may go only with this. May be nested; the outermost
+    /// one counts.
+    class KO_API Freeing {
+    public:
+        Freeing() noexcept;
+        ~Freeing();
+        Freeing(const Freeing&) = delete;
+        Freeing& operator=(const Freeing&) = delete;
+
+    private:
+        friend class NodeMemory;
+
+        void drop(NodeMemory::Slab* slab) noexcept;
+        void flush() noexcept;
+
+        NodeMemory::Slab* m_slab = nullptr;  ///< of the blocks that were freed last
+        std::size_t m_count = 0;             ///< of these
+        bool m_isOuter;
+    };
+
     /// A block of `size` bytes, aligned for everything up to k_alignment: from the slabs of the
     /// outermost Scope of this thread, or else on its own. Throws std::bad_alloc.
     static void* allocate(std::size_t size);
@@ -51,19 +75,28 @@ public:
     static constexpr std::size_t k_alignment = 8;
 
 private:
-    struct Slab;
-    struct Block;
+    struct Header;
+    struct Page;
 
-    Block* cut(std::size_t size);
+    static constexpr std::size_t k_largestFirst = 4096;                      ///< slab, in bytes
+    static constexpr std::size_t k_smallestShown = std::size_t{128} * 1024;  ///< in bytes
+
+    std::size_t strideOf(std::size_t size) const noexcept;
+    void* cut(std::size_t size);
+    void advance(std::size_t size);
+    bool turnPage() noexcept;
     void open(std::size_t least);
     void close() noexcept;
 
     std::size_t m_expected;
-    std::size_t m_total = 0;  ///< bytes of all slabs so far
-    Slab* m_slab = nullptr;   ///< the one that is being cut up
-    char* m_next = nullptr;   ///< what is left of it
-    char* m_end = nullptr;
-    std::size_t m_cuts = 0;  ///< how many blocks it has given out
+    std::size_t m_total = 0;                 ///< bytes of all slabs so far
+    std::size_t m_toShow = k_smallestShown;  ///< the total of which the heap is told next
+    Slab* m_slab = nullptr;                  ///< the one that is being cut up
+    char* m_next = nullptr;     ///< what is left of the part of it that is being cut up
+    char* m_end = nullptr;      ///< of that part
+    char* m_slabEnd = nullptr;  ///< of the slab
+    std::size_t m_header = 0;   ///< bytes before each block in that part
+    std::size_t m_cuts = 0;     ///< how many blocks the slab has given out
 };
 
 /// For the nodes of a std::list. All are equal.

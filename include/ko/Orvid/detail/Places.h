@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
-// What containers do for the places of the elements in them where they are used as the IndexList or
-// ListMap below an Array or Object, which know no parent.
+// Where the elements in a container find their parent, and what containers do for these links where
+// they are used as the IndexList or ListMap below an Array or Object.
 
 #pragma once
 
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -25,15 +26,74 @@ namespace ko::Orvid::detail {
 using TElementList = IndexList<Element>;
 using TElementMap = ListMap<std::string, Element, std::less<std::string>>;
 
+struct Handovers;  // defined in tree/Strays.h
+
+/// The parent that the children of a container name, in the container itself, so that it can take
+/// another parent without touching them. A container that has exchanged its children without
+/// telling them notes here whose they are.
+class KO_API ParentLink {
+public:
+    ParentLink() = default;
+    ParentLink(const ParentLink&) = delete;
+    ParentLink& operator=(const ParentLink&) = delete;
+
+    Element* parent() const noexcept {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit tells it from notes
+        return hasNotes() ? notedParent() : reinterpret_cast<Element*>(m_word);
+    }
+    void setParent(Element* parent) noexcept {
+        if (hasNotes()) {
+            noteParent(parent);
+        } else {
+            m_word = reinterpret_cast<std::uintptr_t>(parent);
+        }
+    }
+
+    bool hasNotes() const noexcept { return (m_word & k_notes) != 0; }
+    /// Only where there are notes.
+    Handovers& notes() const noexcept {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): see parent()
+        return *reinterpret_cast<Handovers*>(m_word - k_notes);
+    }
+    /// Makes notes, where there are none yet. Throws std::bad_alloc.
+    Handovers& needNotes();
+    /// Drops notes, where there are some, in which nothing is left.
+    void tidy() noexcept;
+
+private:
+    static constexpr std::uintptr_t k_notes = 1;
+
+    Element* notedParent() const noexcept;
+    void noteParent(Element* parent) noexcept;
+
+    std::uintptr_t m_word = 0;  ///< the parent, or the notes, which name it, with the bit k_notes
+};
+
 /// See ko::detail::PlacesOf. Children that a container has handed over without telling them name
 /// its parent still. That is noted, and they learn of their own parent when it ends.
-struct KO_API ElementPlaces {
+class KO_API ElementPlaces {
+public:
+    ParentLink& parentLink() noexcept { return m_link; }
+    const ParentLink& parentLink() const noexcept { return m_link; }
+
+protected:
+    ElementPlaces() = default;
+    ~ElementPlaces() = default;
+
     /// Throws Exception where one of them lies within the other, and std::bad_alloc.
     static void beginExchange(TElementList& a, TElementList& b);
     static void beginExchange(TElementMap& a, TElementMap& b);
     static void renew(TElementMap& map) noexcept;
-    static void end(const TElementList& list) noexcept;
-    static void end(const TElementMap& map) noexcept;
+    void end() noexcept {
+        if (m_link.hasNotes()) {
+            endNotes();
+        }
+    }
+
+    ParentLink m_link;
+
+private:
+    void endNotes() noexcept;
 };
 
 }  // namespace ko::Orvid::detail
