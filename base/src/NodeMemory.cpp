@@ -120,11 +120,9 @@ NodeMemory::Freeing::~Freeing() {
 }
 
 void NodeMemory::Freeing::drop(Slab* slab) noexcept {
-    if (slab != m_slab) {
-        flush();
-        m_slab = slab;
-    }
-    ++m_count;
+    flush();
+    m_slab = slab;
+    m_count = 1;
 }
 
 void NodeMemory::Freeing::flush() noexcept {
@@ -161,8 +159,11 @@ void NodeMemory::release(void* block, std::size_t size) noexcept {
         }
     }
     poison(block, size);
-    if (t_freeing != nullptr) {
-        t_freeing->drop(slab);
+    Freeing* const freeing = t_freeing;
+    if (freeing != nullptr && freeing->m_slab == slab) {
+        ++freeing->m_count;
+    } else if (freeing != nullptr) {
+        freeing->drop(slab);
     } else {
         slab->drop(1);
     }

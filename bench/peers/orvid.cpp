@@ -52,7 +52,7 @@ public:
         return result;
     }
     bool equals(const Tree& other) const override {
-        return Element::compare(root.data(), static_cast<const OrvidTree&>(other).root.data()) == 0;
+        return root == static_cast<const OrvidTree&>(other).root;
     }
     void edit() override {
         root.tryUpdate("edited", 1);

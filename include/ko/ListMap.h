@@ -172,6 +172,18 @@ protected:
                 true};
     }
 
+    // For a map that is being filled, in which nothing is looked up before all keys are indexed.
+
+    /// Appends a member with a key that is not there yet. Throws std::bad_alloc, leaving the map as
+    /// it was.
+    template<class... Arguments>
+    value_type& appendNew(const Key& key, Arguments&&... value) {
+        return m_list.emplace_back(std::piecewise_construct, std::forward_as_tuple(key),
+                                   std::forward_as_tuple(std::forward<Arguments>(value)...));
+    }
+    /// O(n log n). Throws std::bad_alloc.
+    void indexKeys() { m_map.update(m_list); }
+
     // For a map that is being emptied, of which nothing is looked up any more.
 
     value_type& lastMember() noexcept { return m_list.back(); }

@@ -32,9 +32,7 @@ public:
     }
 
     // Each of them returns the element that took the value.
-    Element& null(TokenPlace /*place*/) {
-        return next();
-    }
+    Element& null(TokenPlace /*place*/) { return next(); }
     Element& boolean(bool value, TokenPlace /*place*/) {
         Element& element = next();
         element.setBoolean(value);

@@ -36,12 +36,15 @@ int Number::order(const Number& other) const {
     NumberBuffer otherBuffer;
     const std::string_view text = exactTextIn(buffer);
     const std::string_view otherText = other.exactTextIn(otherBuffer);
+    if (text == otherText) {
+        return 0;
+    }
     long long value = 0;
     long long otherValue = 0;
     if (readSmall(text, value) && readSmall(otherText, otherValue)) {
         return int{value > otherValue} - int{value < otherValue};
     }
-    return text == otherText ? 0 : DecimalView(text).compare(DecimalView(otherText));
+    return DecimalView(text).compare(DecimalView(otherText));
 }
 
 bool Number::isWhole() const {

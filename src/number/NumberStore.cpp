@@ -134,7 +134,9 @@ std::string_view NumberStore::givenOnHeap(const SHeap* heap, std::string_view ot
     return heap == nullptr ? otherwise : std::string_view(heap->text);
 }
 
-NumberStore::NumberStore(std::string_view text, const SBinary& binary) {
+NumberStore::NumberStore(std::string_view text, const SBinary& binary) { construct(text, binary); }
+
+void NumberStore::construct(std::string_view text, const SBinary& binary) {
     if (text.size() <= k_small) {
         layOut(nullptr, binary, static_cast<unsigned char>(text.size()));
         copyBytes(k_textOffset, text);
@@ -154,10 +156,21 @@ void NumberStore::constructLong(std::string_view text, const SBinary& binary) {
     m_word.store(word, std::memory_order_relaxed);
 }
 
-NumberStore::NumberStore(const NumberStore& other)
-    : NumberStore(other.givenText(), other.binary()) {
-    if (!other.hasGivenText()) {
-        m_length = k_noText;
+NumberStore::NumberStore(const NumberStore& other) {
+    const std::uint64_t word = other.isWide() ? other.m_word.load(std::memory_order_acquire) : 0;
+    if (other.isWide() && heapOf(word) == nullptr) {
+        m_length = other.m_length;
+        m_kind.store(0, std::memory_order_relaxed);
+        m_word.store(word, std::memory_order_relaxed);
+        std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
+    } else if (!other.isWide() && other.heap() == nullptr) {
+        layOut(nullptr, other.binary(), other.m_length);
+        std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
+    } else {
+        construct(other.givenText(), other.binary());
+        if (!other.hasGivenText()) {
+            m_length = k_noText;
+        }
     }
 }
 

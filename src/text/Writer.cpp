@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <new>
 
 #include "text/AsciiText.h"
 
@@ -245,20 +246,17 @@ char* Writer::grow(const char* at, std::size_t needed) {
     const auto used = static_cast<std::size_t>(at - m_room.get());
     const std::size_t size =
         std::max({used + needed, 2 * static_cast<std::size_t>(m_end - m_room.get()), k_leastRoom});
-    std::unique_ptr<char[]> room;
-    try {
-        room.reset(new char[size]);
-    } catch (...) {
+    const std::ptrdiff_t text = m_at - m_room.get();
+    auto* const room = static_cast<char*>(std::realloc(m_room.get(), size));
+    if (room == nullptr) {
         m_state = State::broken;
-        throw;
+        throw std::bad_alloc();
     }
-    if (used > 0) {
-        std::memcpy(room.get(), m_room.get(), used);
-    }
-    m_at = room.get() + (m_at - m_room.get());
-    m_end = room.get() + size;
-    m_room = std::move(room);
-    return m_room.get() + used;
+    static_cast<void>(m_room.release());
+    m_room.reset(room);
+    m_at = room + text;
+    m_end = room + size;
+    return room + used;
 }
 
 /// Makes room for what one level more needs.

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -117,7 +118,12 @@ private:
     char* newLine(char* at, std::size_t from) const noexcept;
     void finish(char* at) noexcept;
 
-    std::unique_ptr<char[]> m_room;
+    /// Of the C heap, which can enlarge a large block without touching what is in it.
+    struct Free {
+        void operator()(char* room) const noexcept { std::free(room); }
+    };
+
+    std::unique_ptr<char, Free> m_room;
     char* m_at = nullptr;  ///< the end of the text in m_room
     char* m_end = nullptr;
     State m_state = State::start;

@@ -52,6 +52,19 @@ struct Place {
     /// Where the element finds its parent; null when it has none.
     static const detail::ParentLink* linkOf(const Element& child) noexcept { return child.m_link; }
 
+    // The begin of an object that is being filled with members of different keys.
+
+    template<class Key, class Value, class Compare>
+    static Value& append(Object<Key, Value, Compare>& object, const Key& key) {
+        auto& member = object.appendNew(key);
+        inObject(member.second, object.parentLink(), member.first);
+        return member.second;
+    }
+    template<class Key, class Value, class Compare>
+    static void indexKeys(Object<Key, Value, Compare>& object) {
+        object.indexKeys();
+    }
+
     // The end of a container that is being destroyed.
 
     /// Forgets the items from `size` on, which are null.

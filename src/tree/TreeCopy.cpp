@@ -6,6 +6,7 @@
 #include <ko/Orvid/Object.h>
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "tree/Place.h"
@@ -68,7 +69,8 @@ private:
         const Element::TArray& source = *open.source->value.array;
         Element::TArray& target = *open.target->value.array;
         while (open.item != source.end()) {
-            const Element& item = *open.item++;
+            const Element& item = *open.item;
+            ++open.item;
             Element& copied = target.appendNull();
             Place::withoutPosition(copied);
             if (copyChild(copied, item)) {
@@ -83,10 +85,11 @@ private:
         Element::TObject& target = *open.target->value.object;
         while (open.member != source.end()) {
             const auto& [key, value] = *open.member++;
-            if (copyChild(target.resetMember(key), value)) {
+            if (copyChild(Place::append(target, key), value)) {
                 return false;
             }
         }
+        Place::indexKeys(target);
         return true;
     }
 
@@ -94,12 +97,26 @@ private:
     /// which is empty yet and has become the innermost one.
     bool copyChild(Element& target, const Element& source) {
         if (!isContainer(source.data())) {
-            Element::copy(target.data(), source.data(), &target);
+            copyLeaf(target, source.data());
             return false;
         }
         Element::create(target.data(), source.type(), &target);
         open(target.data(), source.data());
         return true;
+    }
+
+    /// `target` is null.
+    static void copyLeaf(Element& target, const SData& source) {
+        SData& data = target.data();
+        if (source.type == etNumber) {
+            data.value.number = new Number(*source.value.number);
+            data.type = etNumber;
+        } else if (source.type == etString) {
+            data.value.string = new std::string(*source.value.string);
+            data.type = etString;
+        } else {
+            Element::copy(data, source, &target);
+        }
     }
 
     std::vector<SOpen> m_open;

@@ -48,7 +48,6 @@ private:
             Element& item = array[size - 1];
             if (hasPayload(item.data())) {
                 Place::shorten(array, size);
-                prefetch(array, size - 1);
                 return enter(item, m_current);
             }
             releaseLeaf(item.data());
@@ -69,14 +68,6 @@ private:
             Place::removeLast(object);
         }
         leave(object);
-    }
-
-    /// What comes after the next item is on its way from memory meanwhile.
-    static void prefetch(const Element::TArray& array, std::size_t next) noexcept {
-        constexpr std::size_t k_distance = 4;
-        if (next >= k_distance) {
-            __builtin_prefetch(array[next - k_distance].data().value.array);
-        }
     }
 
     template<class Container>

@@ -58,6 +58,7 @@ public:
     private:
         friend class NodeMemory;
 
+        /// A block of a slab other than the last one.
         void drop(NodeMemory::Slab* slab) noexcept;
         void flush() noexcept;
 

@@ -160,6 +160,7 @@ private:
             std::memcpy(m_bytes + at, text.data(), text.size());
         }
     }
+    void construct(std::string_view text, const SBinary& binary);
     void constructLong(std::string_view text, const SBinary& binary);
     void steal(NumberStore& other) noexcept;
     void useHeap(SHeap& heap, const SBinary& binary, bool isDerived) noexcept;
