@@ -10,6 +10,9 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/ReadOptions.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -28,6 +31,7 @@ public:
     void begin(Element& root) noexcept {
         m_value = &root;
         m_container = root.parent();
+        m_depth = 0;
         m_hasRepeated = false;
     }
 
@@ -64,9 +68,12 @@ public:
         return true;
     }
     Element& openObject(TokenPlace /*place*/) { return open(etObject); }
-    void closeObject(TokenPlace /*place*/) { m_container = m_container->parent(); }
+    void closeObject(TokenPlace /*place*/) { close(); }
     Element& openArray(TokenPlace /*place*/) { return open(etArray); }
-    void closeArray(TokenPlace /*place*/) { m_container = m_container->parent(); }
+    void closeArray(TokenPlace /*place*/) {
+        noteLength(m_container->data().value.array->size());
+        close();
+    }
 
     /// Whether a member's value has taken the place of one with the same key.
     bool hasRepeated() const noexcept { return m_hasRepeated; }
@@ -97,8 +104,28 @@ private:
             data.value.array = new Element::TArray(&container);
         }
         data.type = type;
+        if (type == etArray) {
+            data.value.array->reserve(likelyLength());
+        }
         m_container = &container;
+        ++m_depth;
         return container;
+    }
+
+    void close() noexcept {
+        m_container = m_container->parent();
+        m_depth -= m_depth == 0 ? 0 : 1;
+    }
+
+    /// Of an array that is opened: most have as many items as the last one at the same depth.
+    std::size_t likelyLength() const noexcept {
+        return m_depth < k_depths ? m_lengths[m_depth] : 0;
+    }
+    /// Of the array that is closed.
+    void noteLength(std::size_t length) noexcept {
+        if (m_depth != 0 && m_depth <= k_depths) {
+            m_lengths[m_depth - 1] = static_cast<unsigned char>(std::min(length, k_longest));
+        }
     }
 
     /// Throws Exception for what the events of a listener could not report either.
@@ -110,10 +137,16 @@ private:
     }
     [[noreturn]] static void failLength();
 
+    static constexpr std::size_t k_depths = 16;
+    static constexpr std::size_t k_longest = 4;
+
     const bool m_rejectsRepeated;
     bool m_hasRepeated = false;
     Element* m_value = nullptr;      ///< becomes the next value; null where that is a new item
     Element* m_container = nullptr;  ///< the innermost one that is open
+    std::size_t m_depth = 0;         ///< how many were opened and not closed
+    /// Of the last array at each depth, up to k_longest.
+    std::array<unsigned char, k_depths> m_lengths{};
 };
 
 }  // namespace ko::Orvid

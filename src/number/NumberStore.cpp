@@ -146,6 +146,15 @@ void NumberStore::construct(std::string_view text, const SBinary& binary) {
 }
 
 void NumberStore::constructLong(std::string_view text, const SBinary& binary) {
+    if (text.size() <= k_capacity && binary.kind == Number::ebNone && binary.bits == 0) {
+        m_length = static_cast<unsigned char>(text.size());
+        m_kind.store(0, std::memory_order_relaxed);
+        m_word.store(0, std::memory_order_relaxed);
+        // Both halves of at most 16 bytes, which overlap.
+        std::memcpy(m_bytes, text.data(), k_small);
+        std::memcpy(m_bytes + text.size() - k_small, text.data() + text.size() - k_small, k_small);
+        return;
+    }
     const std::uint64_t word = packed(binary);
     if (text.size() > k_capacity || (word == 0 && isNeeded(binary, text))) {
         layOut(make(text, false, nullptr), binary, 0);

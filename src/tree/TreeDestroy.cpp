@@ -37,7 +37,11 @@ public:
 private:
     /// `element` is a container whose payload is there.
     void enter(Element& element, Element* after) noexcept {
-        moveTree(element.data(), after);
+        if (element.type() == etArray) {
+            Place::moveTo(*element.data().value.array, after);
+        } else {
+            Place::moveTo(*element.data().value.object, after);
+        }
         m_current = &element;
     }
 
@@ -58,14 +62,16 @@ private:
     }
 
     void goOn(Element::TObject& object) noexcept {
-        while (!object.empty()) {
-            Element& value = Place::lastOf(object);
+        for (auto member = object.end(); member != object.begin();) {
+            Element& value = (--member)->second;
             if (hasPayload(value.data())) {
+                while (&Place::lastOf(object) != &value) {
+                    Place::removeLast(object);
+                }
                 return enter(value, m_current);
             }
             releaseLeaf(value.data());
             value.data() = Element::SData();
-            Place::removeLast(object);
         }
         leave(object);
     }
