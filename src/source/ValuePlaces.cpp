@@ -4,18 +4,35 @@
 
 #include <ko/Orvid/Exception.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace ko::Orvid {
 
-void ValuePlaces::addBlock() {
+void ValuePlaces::grow() {
+    if (m_size == 0) {
+        m_blocks.push_back(std::make_unique<ValuePlace[]>(k_firstSize));
+        m_capacity = k_firstSize;
+        return;
+    }
+    if (m_size == k_firstSize) {
+        auto block = std::make_unique<ValuePlace[]>(k_blockSize);
+        std::copy_n(m_blocks.front().get(), k_firstSize, block.get());
+        m_blocks.front() = std::move(block);
+        m_capacity = k_blockSize;
+        return;
+    }
     if (m_size > k_none - 1 - k_blockSize) {
         throw Exception("The text holds too many values to note their places");
     }
     m_blocks.push_back(std::make_unique<ValuePlace[]>(k_blockSize));
+    m_capacity += k_blockSize;
 }
 
 void ValuePlaces::clear() noexcept {
     m_blocks.clear();
     m_size = 0;
+    m_capacity = 0;
 }
 
 }  // namespace ko::Orvid

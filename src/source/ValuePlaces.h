@@ -75,8 +75,8 @@ public:
     /// Adds a value that stands at those offsets, and returns its number. Constant cost. Throws
     /// Exception beyond 4,294,967,294 values.
     std::uint32_t add(const Element* element, std::uint64_t begin, std::uint64_t end) {
-        if (m_size % k_blockSize == 0) {
-            addBlock();
+        if (m_size == m_capacity) {
+            grow();
         }
         const std::uint32_t number = m_size++;
         (*this)[number] = {element, begin, end, m_size};
@@ -86,11 +86,14 @@ public:
 
 private:
     static constexpr std::uint32_t k_blockSize = 1024;
+    /// The size of the first block until it is full: most documents are small.
+    static constexpr std::uint32_t k_firstSize = 32;
 
-    void addBlock();
+    void grow();
 
     std::vector<std::unique_ptr<ValuePlace[]>> m_blocks;
     std::uint32_t m_size = 0;
+    std::uint32_t m_capacity = 0;
 };
 
 }  // namespace ko::Orvid

@@ -27,19 +27,21 @@ TEST(lines, go_one_in_and_one_out_for_every_verb_that_takes_them) {
     const std::string two = "{\"a\": [1.0, 2]}\n{\"a\": [3]}\n";
     EXPECT_EQ(orvid({"print", "--lines"}, two), printed("{\"a\":[1.0,2]}\n{\"a\":[3]}\n"));
     EXPECT_EQ(orvid({"get", "--lines", "a[0]"}, two), printed("1.0\n3\n"));
-    EXPECT_EQ(orvid({"set", "--lines", "a[0]", "0"}, two), printed("{\"a\":[0,2]}\n{\"a\":[0]}\n"));
+    EXPECT_EQ(orvid({"set", "--lines", "a[0]", "0"}, two),
+              printed("{\"a\": [0, 2]}\n{\"a\": [0]}\n"));
     EXPECT_EQ(orvid({"insert", "--lines", "a[0]=0"}, two),
-              printed("{\"a\":[0,1.0,2]}\n{\"a\":[0,3]}\n"));
-    EXPECT_EQ(orvid({"remove", "--lines", "a[0]"}, two), printed("{\"a\":[2]}\n{\"a\":[]}\n"));
+              printed("{\"a\": [0, 1.0, 2]}\n{\"a\": [0, 3]}\n"));
+    EXPECT_EQ(orvid({"remove", "--lines", "a[0]"}, two), printed("{\"a\": [2]}\n{\"a\": []}\n"));
     EXPECT_EQ(orvid({"find", "--lines", "--in=a", "", "3", "--on-error=null"}, two).out,
               "null\n3\n");
     const ScratchFile merge("{\"a\":null,\"b\":1}");
-    EXPECT_EQ(orvid({"merge", merge.name(), "--lines"}, two), printed("{\"b\":1}\n{\"b\":1}\n"));
+    EXPECT_EQ(orvid({"merge", merge.name(), "--lines"}, two), printed("{\"b\": 1}\n{\"b\": 1}\n"));
     const ScratchFile patch(R"([{"op":"remove","path":"/a/0"}])");
-    EXPECT_EQ(orvid({"patch", patch.name(), "--lines"}, two), printed("{\"a\":[2]}\n{\"a\":[]}\n"));
+    EXPECT_EQ(orvid({"patch", patch.name(), "--lines"}, two),
+              printed("{\"a\": [2]}\n{\"a\": []}\n"));
     const ScratchFile schema(R"({"properties":{"d":{"default":7}}})");
     EXPECT_EQ(orvid({"defaults", "--fill", "--schema", schema.name(), "--lines"}, two),
-              printed("{\"a\":[1.0,2],\"d\":7}\n{\"a\":[3],\"d\":7}\n"));
+              printed("{\"a\": [1.0, 2], \"d\": 7}\n{\"a\": [3], \"d\": 7}\n"));
     EXPECT_EQ(orvid({"check", "--lines"}, two), printed(""));
 }
 
@@ -48,6 +50,39 @@ TEST(lines, may_end_in_cr_lf_lack_the_last_newline_and_begin_with_a_byte_order_m
               printed("[1]\n[2]\n3\n"));
     EXPECT_EQ(orvid({"print", "--lines"}, "[1]\n\xEF\xBB\xBF[2]\n").status, 1);
     EXPECT_EQ(orvid({"print", "--lines"}, ""), printed(""));
+}
+
+TEST(lines, that_are_edited_keep_what_is_not_changed) {
+    const std::string records =
+        "\xEF\xBB\xBF{ \"a\" : 1.0, \"b\":[1,2 , 3] , \"c\":\"\\u00e9\" }\n"
+        "{\"a\":1E3}  \n"
+        "  {\"a\":5 /* x */, \"d\":1,} // c\r\n"
+        "{\"a\": 1, \"b\" :\"\xFF\\ud83d\"}\n";
+    EXPECT_EQ(orvid({"set", "--lines", "a=2"}, records),
+              printed("\xEF\xBB\xBF{ \"a\" : 2, \"b\":[1,2 , 3] , \"c\":\"\\u00e9\" }\n"
+                      "{\"a\":2}  \n"
+                      "  {\"a\":2 /* x */, \"d\":1,} // c\r\n"
+                      "{\"a\": 2, \"b\" :\"\xFF\\ud83d\"}\n"));
+    EXPECT_EQ(orvid({"remove", "--lines", "a"}, records),
+              printed("\xEF\xBB\xBF{ \"b\":[1,2 , 3] , \"c\":\"\\u00e9\" }\n"
+                      "{}  \n"
+                      "  {\"d\":1,} // c\r\n"
+                      "{\"b\" :\"\xFF\\ud83d\"}\n"));
+    EXPECT_EQ(orvid({"set", "--lines", "a=1.0", "e={\"x\":[1]}"}, "{ \"a\" : 1.0 }\n{\"a\":1.0}\n"),
+              printed("{ \"a\" : 1.0, \"e\" : { \"x\" : [1] } }\n"
+                      "{\"a\":1.0,\"e\":{\"x\":[1]}}\n"));
+    EXPECT_EQ(orvid({"set", "--lines", "--compact", "a=2"}, "{ \"a\" : 1.0 } // c\n"),
+              printed("{\"a\":2}\n"));
+    EXPECT_EQ(orvid({"remove", "--lines", "--strict", "a"}, "{ \"a\" : 1.0 } // c\n").err,
+              "orvid: (standard input):1:15: at (root): Comments are not allowed\n");
+}
+
+TEST(lines, that_are_edited_stay_one_line_each) {
+    const ScratchFile merge(R"({"b": {"c": [1, {}]}, "d": 2})");
+    EXPECT_EQ(orvid({"merge", merge.name(), "--lines"}, "{}\n{/* c */}\n7\n"),
+              printed("{\"b\":{\"c\":[1,{}]},\"d\":2}\n"
+                      "{/* c */\"b\": {\"c\": [1, {}]}, \"d\": 2}\n"
+                      "{\"b\":{\"c\":[1,{}]},\"d\":2}\n"));
 }
 
 TEST(lines, that_are_blank_are_passed_over_and_counted) {

@@ -67,7 +67,7 @@ TEST_F(resources, threads_that_cannot_be_had_are_done_without) {
     const CommandResult result =
         shell("ulimit -v 300000; \"$0\" set --lines -j 1000 b=2 \"$1\" | uniq -c | tr -s ' '",
               {file.name()});
-    EXPECT_EQ(result.out, " 50000 {\"a\":1,\"b\":2}\n") << result.err;
+    EXPECT_EQ(result.out, " 50000 {\"a\": 1, \"b\": 2}\n") << result.err;
 }
 
 TEST_F(resources, one_thread_does_when_no_other_can_be_had) {
@@ -79,7 +79,7 @@ TEST_F(resources, one_thread_does_when_no_other_can_be_had) {
     if (result.status == 77) {
         GTEST_SKIP() << "only root can become a user who may start no thread";
     }
-    EXPECT_EQ(result.out, "{\"a\":1,\"b\":2}\n") << result.err;
+    EXPECT_EQ(result.out, "{\"a\": 1, \"b\": 2}\n") << result.err;
 }
 
 TEST(unpaths, gaps_are_bounded_in_all) {

@@ -4,9 +4,11 @@
 
 #include "edit/Kept.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "edit/TextEdit.h"
 #include "output/Color.h"
 #include "output/Layout.h"
 
@@ -18,32 +20,101 @@ using ko::Orvid::Dom;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
+bool hasNewline(std::string_view text) { return text.find('\n') != std::string_view::npos; }
+
+/// Records may hold bytes that are no UTF-8 and halves of surrogate pairs: they are kept as well.
+ReadOptions readOptionsOf(const SCall& call) {
+    if (call.isStrict) {
+        return ReadOptions::strict();
+    }
+    ReadOptions options = ReadOptions::jsonc();
+    const bool keepsAll = call.lines.isOn && !call.layout.isAsked;
+    options.validateUtf8 = !keepsAll;
+    options.rejectLoneSurrogates = !keepsAll;
+    return options;
+}
+
+/// Whether the record is spelled and laid out as it would be written anew: then nothing is lost by
+/// that, and it is much faster.
+bool isAsWritten(std::string_view record) {
+    Bytes written;
+    return rewrite(record, {"", false}, nullptr, written) &&
+           written.view().substr(0, written.length() - 1) == record;
+}
+
+/// The text without its line breaks. A string holds none, and a comment in a record holds none.
+std::string joined(std::string_view text) {
+    std::string line;
+    while (hasNewline(text)) {
+        const std::size_t newline = text.find('\n');
+        line += text.substr(0, newline);
+        line += newline > 0 && text[newline - 1] == ',' ? " " : "";
+        text.remove_prefix(newline);
+        text.remove_prefix(std::min(text.find_first_not_of("\n "), text.size()));
+    }
+    return line += text;
+}
+
+/// A record without habits, such as {}, gets lines when it is filled. It is written compact, as
+/// records are, unless it has comments.
+std::string recordOf(const Document& document, std::string text) {
+    if (!hasNewline(text)) {
+        return text;
+    }
+    if (document.text.find('/') != std::string_view::npos) {
+        return joined(text);
+    }
+    std::string line = jsonLine(**document.kept, SLayout());
+    line.pop_back();  // the newline
+    return line;
+}
+
 }  // namespace
 
-bool keepsText(const SCall& call) { return !call.lines.isOn && !call.layout.isAsked; }
+bool keepsText(const SCall& call, const Document& document) {
+    return !call.layout.isAsked && !(call.lines.isOn && isAsWritten(document.text));
+}
 
 void readForEdit(const SCall& call, Document& document) {
-    if (call.lines.isOn) {
+    document.kept.reset();
+    if (call.lines.isOn && !call.layout.isAsked && !keepsText(call, document)) {
         readTree(document.place, document.text, document.root);
         return;
     }
     try {
-        document.kept.emplace(Dom::parse(
-            document.text, call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc()));
+        document.kept.emplace(Dom::parse(document.text, readOptionsOf(call)));
     } catch (const ParseException& error) {
-        throw faultOf(document.place, document.text, error);
+        Failure failure = faultOf(document.place, document.text, error);
+        if (call.lines.isOn) {  // an error a line
+            throw Failure(failure.status(), failure.place(), failure.text());
+        }
+        throw failure;
     }
     document.root = std::move(**document.kept);
 }
 
 void appendEdited(const SCall& call, Document& document, Bytes& out) {
-    if (!keepsText(call)) {
+    if (call.layout.isAsked || !document.kept) {
+        out.append(call.layout.isAsked ? std::string_view() : document.mark);
         out.append(jsonText(document.root, call.layout));
         return;
     }
     **document.kept = std::move(document.root);
-    const std::string text = document.kept->text();
-    out.append(call.layout.isColored ? colored(text) : text);
+    std::string text = document.kept->text();
+    if (call.lines.isOn) {
+        text = recordOf(document, std::move(text));
+    }
+    appendKept(call, document, call.layout.isColored ? colored(text) : text, out);
+}
+
+void appendKept(const SCall& call, const Document& document, std::string_view text, Bytes& out) {
+    if (!call.lines.isOn) {
+        out.append(text);
+        return;
+    }
+    out.append(document.mark);
+    out.append(text);
+    out.append("\n");
 }
 
 }  // namespace orvid_tool

@@ -5,22 +5,27 @@
 
 #pragma once
 
+#include <string_view>
+
 #include "call/Call.h"
 #include "input/Document.h"
 #include "output/Bytes.h"
 
 namespace orvid_tool {
 
-/// Whether the call keeps the text of its documents. It does not where an option asks for a layout,
-/// and not with --lines, where each document is to be one line.
-bool keepsText(const SCall& call);
+/// Whether what is unchanged of the document is to be copied from its text. It is not where an
+/// option asks for a layout, and need not be for a line that is in the layout of lines already.
+bool keepsText(const SCall& call, const Document& document);
 
 /// Reads the document's text into its root: JSON with comments and trailing commas, unless the call
-/// is strict; with --lines as readTree() does. Throws Failure.
+/// is strict. Throws Failure.
 void readForEdit(const SCall& call, Document& document);
 
 /// Appends the document as it is after the edit. The root may be used up by this. Throws Unwritable
 /// and what the library throws.
 void appendEdited(const SCall& call, Document& document, Bytes& out);
+
+/// Appends the text that the document has become; with --lines as the line that it was.
+void appendKept(const SCall& call, const Document& document, std::string_view text, Bytes& out);
 
 }  // namespace orvid_tool

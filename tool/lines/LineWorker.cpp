@@ -44,10 +44,9 @@ void LineWorker::workOnLines(LineBatch& batch) const {
 
 void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch& batch) const {
     const bool isFirst = batch.isFirst && batch.counts.lines == 1;
-    document.text = line;
-    if (isFirst && startsWith(line, k_byteOrderMark)) {
-        document.text.remove_prefix(k_byteOrderMark.length());
-    }
+    const bool isMarked = isFirst && startsWith(line, k_byteOrderMark);
+    document.mark = isMarked ? k_byteOrderMark : std::string_view();
+    document.text = line.substr(document.mark.length());
     if (document.text.find_first_not_of(" \t\r") == std::string_view::npos) {
         ++batch.counts.blank;
         return;

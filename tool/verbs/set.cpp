@@ -80,11 +80,16 @@ private:
             m_textEdits.size() > mostPasses) {
             return false;
         }
-        return keepsText(call) ? spliceAll(document.text, out) : rewriteAll(call, document, out);
+        if (keepsText(call, document)) {
+            return spliceAll(call, document, out);
+        }
+        out.append(call.layout.isAsked ? std::string_view() : document.mark);
+        return rewriteAll(call, document, out);
     }
 
-    bool spliceAll(std::string_view text, Bytes& out) const {
+    bool spliceAll(const SCall& call, const Document& document, Bytes& out) const {
         Bytes edited;
+        std::string_view text = document.text;
         for (std::size_t i = 0; i < m_textEdits.size(); ++i) {
             Bytes next;
             if (!splice(text, m_textEdits[i].steps, assignments()[i].value, next)) {
@@ -93,6 +98,10 @@ private:
             next.append("\n");  // which the next lookup needs
             edited = std::move(next);
             text = edited.view().substr(0, edited.length() - 1);
+        }
+        if (call.lines.isOn) {
+            appendKept(call, document, text, out);
+            return true;
         }
         edited.cut(text.length());
         out.swap(edited);

@@ -382,6 +382,20 @@ TEST(DomSource, knows_the_places_of_values_and_keys) {
     EXPECT_FALSE(dom.placeOf((*dom).get("a[2]")));
 }
 
+TEST(DomSource, knows_the_places_of_any_number_of_values) {
+    for (const std::size_t count : {30U, 31U, 32U, 33U, 1022U, 1023U, 1024U, 1025U, 2048U}) {
+        std::string text = "[";
+        for (std::size_t i = 0; i < count; ++i) {
+            text += i == 0 ? "1" : ",1";
+        }
+        Dom dom = Dom::parse(text + "]");
+        for (std::size_t i = 0; i < count; ++i) {
+            EXPECT_EQ(dom.placeOf((*dom).array()[i]).value().offset, 1 + 2 * i);
+        }
+        EXPECT_EQ(dom.placeOf(*dom).value().length, text.size() + 1);
+    }
+}
+
 TEST(DomSource, saves_its_text_and_leaves_a_file_alone_that_has_it) {
     const ScratchFolder folder;
     const std::string text = "{\r\n\t\"a\": 1.0, // one\r\n}";
