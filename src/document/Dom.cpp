@@ -9,6 +9,7 @@
 
 #include <utility>
 
+#include "document/FileVersion.h"
 #include "source/Source.h"
 
 namespace ko::Orvid {
@@ -22,7 +23,8 @@ Dom::Dom(Dom&& other) noexcept
       m_ownsRoot(std::exchange(other.m_ownsRoot, false)),
       m_writeMeta(other.m_writeMeta),
       m_metaKey(std::exchange(other.m_metaKey, k_defaultMetaKey)),
-      m_source(std::move(other.m_source)) {}
+      m_source(std::move(other.m_source)),
+      m_version(std::move(other.m_version)) {}
 
 Dom& Dom::operator=(Dom&& other) noexcept {
     if (this != &other) {
@@ -32,6 +34,7 @@ Dom& Dom::operator=(Dom&& other) noexcept {
         m_writeMeta = other.m_writeMeta;
         m_metaKey = std::exchange(other.m_metaKey, k_defaultMetaKey);
         m_source = std::move(other.m_source);
+        m_version = std::move(other.m_version);
     }
     return *this;
 }

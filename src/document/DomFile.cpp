@@ -18,6 +18,7 @@
 #include <system_error>
 #include <utility>
 
+#include "document/FileVersion.h"
 #include "document/WriteFault.h"
 #include "source/Source.h"
 #include "source/ValuePlaces.h"
@@ -109,7 +110,10 @@ Dom Dom::parse(std::string_view text, const ReadOptions& options) {
 
 Dom Dom::load(const std::string& file, const ReadOptions& options) {
     try {
-        return read(readFile(file), options, file);
+        FileStamp stamp;
+        Dom dom = read(readFile(file, stamp), options, file);
+        dom.m_version = std::make_unique<FileVersion>(file, stamp);
+        return dom;
     } catch (const ParseException& error) {
         throw FileException(file, k_read, reasonOf(error), 0, &error);
     }
@@ -138,14 +142,24 @@ std::string Dom::sourceText() const {
 void Dom::save(const std::string& file) const {
     requireWritable(*this, WriteOptions(), m_source != nullptr, file);
     const std::string content = m_source ? sourceText() : generated(*this, WriteOptions());
-    if (!holds(file, content)) {
+    if (isLoadedFrom(file)) {
+        m_version->replace(file, content, m_source->text());
+    } else if (!holds(file, content)) {
         replaceFile(file, content);
     }
 }
 
 void Dom::save(const std::string& file, const WriteOptions& options) const {
     requireWritable(*this, options, false, file);
-    replaceFile(file, generated(*this, options));
+    if (isLoadedFrom(file)) {
+        m_version->replace(file, generated(*this, options), m_source->text());
+    } else {
+        replaceFile(file, generated(*this, options));
+    }
+}
+
+bool Dom::isLoadedFrom(const std::string& file) const {
+    return m_version != nullptr && m_version->isOf(file);
 }
 
 }  // namespace ko::Orvid

@@ -82,6 +82,25 @@ TEST_F(resources, one_thread_does_when_no_other_can_be_had) {
     EXPECT_EQ(result.out, "{\"a\": 1, \"b\": 2}\n") << result.err;
 }
 
+/// Were each edit a pass over the text, it would take minutes.
+TEST_F(resources, thousands_of_edits_are_made_in_one_pass) {
+    constexpr int edits = 5000;
+    std::string document = "{";
+    std::string words;
+    for (int i = 0; i < edits; ++i) {
+        const std::string key = "k" + std::to_string(i);
+        document += (i == 0 ? "\"" : ",\"") + key + "\":\"" + std::string(300, 'x') + "\"";
+        words += key + "=1\n";
+    }
+    const ScratchFile file(document + "}\n");
+    const ScratchFile list(words);
+    const CommandResult result =
+        shell("ulimit -t 4; \"$0\" set $(cat \"$2\") --compact \"$1\"", {file.name(), list.name()});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.substr(0, 16), R"({"k0":1,"k1":1,")");
+    EXPECT_LT(result.out.size(), std::size_t{15} * edits);
+}
+
 TEST(unpaths, gaps_are_bounded_in_all) {
     std::string lines;
     for (int i = 0; i < 9; ++i) {

@@ -62,6 +62,11 @@ public:
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content
     /// already is left alone. Throws FileException, with the file as it was, also where text()
     /// would throw. The cause, where there is one, names the element.
+    ///
+    /// The file that the document was loaded from must still be as it was then, or as this document
+    /// saved it last: otherwise the edits of others would be lost, and FileException is thrown with
+    /// ESTALE as its error(). A FileLock, from before load() to after save(), keeps others waiting
+    /// who take it too.
     void save(const std::string& file) const;
 
     /// The same with the document laid out anew, without its comments. Throws also where the
@@ -97,12 +102,14 @@ private:
     static Dom read(std::string text, const ReadOptions& options, const std::string& file);
     void release() noexcept;
     std::string sourceText() const;
+    bool isLoadedFrom(const std::string& file) const;
 
     Element* m_root = nullptr;
     bool m_ownsRoot = false;
     bool m_writeMeta = false;
     std::string m_metaKey;
     std::unique_ptr<const Source> m_source;  ///< null unless it was loaded or parsed
+    std::unique_ptr<FileVersion> m_version;  ///< null unless it was loaded
 };
 
 }  // namespace ko::Orvid

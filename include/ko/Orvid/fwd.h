@@ -56,6 +56,7 @@ class PathParserListener;
 struct QueryOptions;
 struct ReadOptions;
 class SafeFile;
+class FileVersion;
 class Source;
 struct SourcePlace;
 struct SourceSpan;

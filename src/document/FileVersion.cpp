@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+//
+// Saving by comparison: first of stamps, which cost nothing, then of contents.
+
+#include "document/FileVersion.h"
+
+#include <fcntl.h>
+#include <ko/Orvid/FileException.h>
+#include <ko/Orvid/SafeFile.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "document/SystemCall.h"
+
+namespace ko::Orvid {
+
+namespace {
+
+std::string fullName(const std::string& file) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(file, error);
+    return error ? file : path.lexically_normal().string();
+}
+
+/// Nothing where there is no file.
+std::optional<FileStamp> stampOf(const std::string& file) {
+    try {
+        return FileStamp::of(file);
+    } catch (const FileException& error) {
+        if (error.error() != ENOENT) {
+            throw;
+        }
+        return std::nullopt;
+    }
+}
+
+/// The stamp of what was written, not of what another program may have put in its place by now.
+FileStamp committed(SafeFile& file, const std::string& name) {
+    const Descriptor written(::open(file.temporary().c_str(), O_RDONLY | O_CLOEXEC));
+    file.commit();
+    return written.isOpen() ? FileStamp::of(written.get(), name) : FileStamp::of(name);
+}
+
+}  // namespace
+
+FileVersion::FileVersion(const std::string& file, const FileStamp& stamp)
+    : m_name(fullName(file)), m_stamp(stamp) {}
+
+bool FileVersion::isOf(const std::string& file) const {
+    if (fullName(file) == m_name) {
+        return true;
+    }
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) {
+        return false;
+    }
+    const FileStamp present = FileStamp::of(file);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return present.device == m_stamp.device && present.inode == m_stamp.inode;
+}
+
+void FileVersion::replace(const std::string& file, std::string_view content,
+                          std::string_view read) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const bool isThere = stampOf(file).has_value();
+    if (isThere && !needsChange(file, content, read)) {
+        return;
+    }
+    SafeFile written(file);
+    if (isThere) {
+        written.expect(m_stamp);
+    }
+    written.write(content);
+    m_stamp = committed(written, file);
+    m_isAsRead = false;
+}
+
+/// Brings the stamp up to the present state of a file that has not changed.
+bool FileVersion::needsChange(const std::string& file, std::string_view content,
+                              std::string_view read) {
+    FileStamp present = FileStamp::of(file);
+    const bool hasChanged = present != m_stamp;
+    if (!hasChanged && present.size != content.size()) {
+        return true;
+    }
+    const std::string held = readFile(file, present);
+    if (held == content) {
+        m_stamp = present;
+        return false;
+    }
+    if (hasChanged && !(m_isAsRead && held == read)) {
+        throw FileException(file, "replace", "It has changed since it was read", ESTALE);
+    }
+    m_stamp = present;
+    return true;
+}
+
+}  // namespace ko::Orvid
