@@ -63,8 +63,7 @@ void checkApplied(const Element& from, const Element& patch, std::size_t size) {
     options.maxGrowth = k_limit;
     Element target(from);
     atCostOf(size + k_limit, [&] {
-        if (orvid_fuzz::throws<Exception>(
-                [&] { ko::Orvid::applyPatch(target, patch, options); })) {
+        if (orvid_fuzz::throws<Exception>([&] { ko::Orvid::applyPatch(target, patch, options); })) {
             require(SameTree::compare(target, from), "a patch that is refused changes nothing");
         }
     });
