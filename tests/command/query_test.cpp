@@ -94,6 +94,22 @@ TEST(query, shows_where_a_query_is_wrong) {
     EXPECT_EQ(orvid({"query"}, "{}"), failed(2, "QUERY is required; see orvid query --help"));
 }
 
+TEST(query, finds_the_same_one_value_in_text_and_tree) {
+    for (const char* const text :
+         {"{\"a\" : [ 1.50, {\"b\": [ 2 ]} ]}", "{\"a\":[0,{\"b\":\"x\\ty\"}]}\n",
+          "{\"a\":[0,{\"b\":1,\"b\":{}}]}", "{\"a\":[0,{\"b\":null}], // one\n\"c\":{}}"}) {
+        for (const char* const query :
+             {"$.a[1].b", "$.a[0]", "$", "$['a'][-1]", "$.a[2]", "$.a.b"}) {
+            EXPECT_EQ(orvid({"query", query}, text), orvid({"query", query, "--ascii"}, text))
+                << query << " " << text;
+            EXPECT_EQ(orvid({"query", query, "--exit-status"}, text).status,
+                      orvid({"query", query, "--exit-status", "--count"}, text).status);
+        }
+    }
+    EXPECT_EQ(orvid({"query", "--lines", "--raw", "$.a"}, "{\"a\":\"x\"}\n{}\n{\"a\":[ 1 ]}\n"),
+              printed("x\n[1]\n"));
+}
+
 TEST(query, tells_of_faults_wherever_they_are) {
     EXPECT_EQ(orvid({"query", "$.a", "--count"}, "{\"a\":1,\n\"b\":tru}"),
               orvid({"query", "$.a", "--paths"}, "{\"a\":1,\n\"b\":tru}"));

@@ -9,6 +9,7 @@
 #include "call/Options.h"
 #include "edit/Answer.h"
 #include "input/QueryWord.h"
+#include "input/TextLookup.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
@@ -19,6 +20,15 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::JsonPath;
 using ko::Orvid::JsonPointer;
+
+/// None where a path cannot say the same.
+std::vector<SStep> stepsFor(const JsonPath& query) {
+    try {
+        return stepsOf(query.toPath().str());
+    } catch (const ko::Exception&) {
+        return {};
+    }
+}
 
 /// What is written of the results.
 enum class EForm { values, paths, pointers, count };
@@ -53,12 +63,31 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
+    void prepare(SCall& /*call*/) override {
+        m_query.emplace(queryOf(m_text));
+        if (m_form == EForm::values && !m_isArray && m_query->isSingular()) {
+            m_steps = stepsFor(*m_query);
+        }
+    }
 
 private:
-    /// Where its places are not to be reported, what the query looks at is enough.
+    /// What a singular query selects can be found in the text.
+    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+        if (m_steps.empty() || !isPlain(call.layout)) {
+            return false;
+        }
+        const std::optional<std::string_view> found = lookUp(document.text, m_steps);
+        if (!found || !appendAnswer(call, *found, out)) {
+            return false;
+        }
+        m_isAnythingSelected = true;
+        return true;
+    }
+
+    /// Where its places are not to be reported, what the query looks at is enough. For a short
+    /// record it does not pay.
     void read(const SCall& call, Document& document) const override {
-        if (m_form == EForm::values || m_form == EForm::count) {
+        if (!call.lines.isOn && (m_form == EForm::values || m_form == EForm::count)) {
             readFor(*m_query, document);
         } else {
             DocumentVerb::read(call, document);
@@ -123,6 +152,7 @@ private:
 
     std::string m_text;
     std::optional<JsonPath> m_query;
+    std::vector<SStep> m_steps;  ///< of a singular query; none where the text is no help
     EForm m_form = EForm::values;
     bool m_isFirstWanted = false;
     bool m_isArray = false;

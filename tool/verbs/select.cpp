@@ -41,8 +41,12 @@ public:
     void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
 
 private:
-    void read(const SCall& /*call*/, Document& document) const override {
-        readFor(*m_query, document);
+    void read(const SCall& call, Document& document) const override {
+        if (call.lines.isOn) {
+            DocumentVerb::read(call, document);
+        } else {
+            readFor(*m_query, document);
+        }
     }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {
