@@ -59,6 +59,9 @@ try 'orvid split --in servers data/settings.json'
 try 'orvid split --in servers data/settings.json | orvid get --lines host | orvid join --compact'
 try 'orvid print data/rate.json data/rate.json | orvid split --values'
 
+try 'orvid split --in servers data/settings.json | orvid csv -f host -f port'
+try "printf 'id,name\\n1,\"Ann, Lee\"\\n' | orvid uncsv"
+
 try "orvid find --in servers host '\"beta.example\"' data/settings.json"
 try 'orvid find --in servers --path port 9e3 data/settings.json'
 try 'orvid find --in servers port 80 data/settings.json'
@@ -83,6 +86,7 @@ try 'orvid defaults data/settings.json'
 try "echo '{\"limits\": {\"cpu\": 8}}' | orvid defaults --fill --schema data/settings.json --compact"
 
 try "echo '{\"name\": \"billing\", \"rate\": 0.1}' | orvid diff --compact - data/rate.json"
+try "echo '{\"name\": \"billing\", \"rate\": 0.1}' | orvid diff --changes - data/rate.json"
 try "echo '[{\"op\": \"add\", \"path\": \"/limits/cpu\", \"value\": 4}]' | orvid patch - data/settings.json | orvid get limits"
 try "echo '{\"a\": 1, \"b\": {\"c\": 2, \"d\": 3}}' | orvid merge --compact data/merge.json -"
 try "echo '[{\"op\": \"remove\", \"path\": \"/b\"}]' | orvid patch - data/rate.json"

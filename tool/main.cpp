@@ -106,6 +106,12 @@ void declare(const TVerbs& verbs, Verb* given, orvid_tool::CommandLine& line, SC
     }
 }
 
+/// Looks before the words are read, which may fail.
+bool hasWord(int argc, char** argv, std::string_view wanted) {
+    return std::any_of(argv, argv + argc,
+                       [wanted](const char* word) { return std::string_view(word) == wanted; });
+}
+
 ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& out) {
     orvid_tool::CommandLine line(argc, argv, k_about);
     SCall call;
@@ -172,9 +178,9 @@ int main(int argc, char** argv) {
     occupyStandardDescriptors();
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     orvid_tool::makeLimitsFailures();
-    const bool hasJsonErrors = std::any_of(argv, argv + argc, [](const char* word) {
-        return std::string_view(word) == "--json-errors";
-    });
-    const Report report(hasJsonErrors);
+    const bool isQuiet = argc > 1 && std::string_view(argv[1]) == "check" &&
+                         (hasWord(argc, argv, "--quiet") || hasWord(argc, argv, "-q"));
+    const bool hasJsonErrors = hasWord(argc, argv, "--json-errors");
+    const Report report(hasJsonErrors, isQuiet);
     return static_cast<int>(runWithLittleMemory(argc, argv, report, hasJsonErrors));
 }

@@ -193,7 +193,7 @@ TEST(get_default, prints_the_default_where_the_data_has_no_value) {
     EXPECT_EQ(orvid({"get", "--default", "limits.cpu", k_settings}), printed("1\n"));
     EXPECT_EQ(orvid({"get", "--default", "servers[1].port", k_settings}), printed("8080\n"));
     EXPECT_EQ(orvid({"get", "--default", R"(log\.level)", k_settings}), printed("\"info\"\n"));
-    EXPECT_EQ(orvid({"get", "--default", "tags", k_settings}), printed("[\n\n]\n"));
+    EXPECT_EQ(orvid({"get", "--default", "tags", k_settings}), printed("[]\n"));
 }
 
 TEST(get_default, tells_where_the_schema_has_no_default_either) {

@@ -25,7 +25,7 @@ const std::string k_document = R"({"b":[1.50,{}],"a":"é\n"})";
 
 TEST(indent, is_the_number_of_blanks_for_a_level) {
     EXPECT_EQ(orvid({"print", "--indent", "1"}, k_document),
-              printed("{\n \"b\": [\n  1.50,\n  {\n\n  }\n ],\n \"a\": \"é\\n\"\n}\n"));
+              printed("{\n \"b\": [\n  1.50,\n  {}\n ],\n \"a\": \"é\\n\"\n}\n"));
     EXPECT_EQ(orvid({"print", "--indent=0"}, k_document),
               printed("{\"b\":[1.50,{}],\"a\":\"é\\n\"}\n"));
     EXPECT_EQ(orvid({"print", "--indent", "81"}, k_document).status, 2);
@@ -171,6 +171,22 @@ TEST(json_errors, are_objects_on_a_line) {
                              "{\"status\":2,\"message\":\"PATH is required; see orvid get "
                              "--help\"}\n",
                              2, 0}));
+}
+
+TEST(options, that_contradict_each_other_are_misuse) {
+    const std::string layouts =
+        "--indent, --tab and --compact exclude each other; see orvid print --help";
+    EXPECT_EQ(orvid({"print", "--compact", "--indent", "2"}, "1"), failed(2, layouts));
+    EXPECT_EQ(orvid({"print", "--tab", "--compact"}, "1"), failed(2, layouts));
+    EXPECT_EQ(orvid({"print", "--compact", "--indent=0", "--lines"}, "[ ]"), printed("[]\n"));
+    EXPECT_EQ(orvid({"print", "--lines", "--indent", "2"}, "1"),
+              failed(2,
+                     "--lines writes a value on one line: --indent and --tab do not go with it; "
+                     "see orvid print --help"));
+    EXPECT_EQ(orvid({"get", "--raw", "--ascii", ""}, "1"),
+              failed(2,
+                     "--raw writes strings as they are: --ascii does not go with it; see orvid "
+                     "get --help"));
 }
 
 TEST(schema, stands_in_for_documents_that_carry_none) {

@@ -129,16 +129,11 @@ TEST(print, writes_a_member_or_item_a_line_indented_by_four_blanks) {
 )"));
 }
 
-TEST(print, writes_empty_containers_over_three_lines) {
-    EXPECT_EQ(orvid({"print"}, R"([{},[]])"), printed(R"([
-    {
-
-    },
-    [
-
-    ]
-]
-)"));
+TEST(print, closes_empty_containers_where_they_open) {
+    EXPECT_EQ(orvid({"print"}, R"([{},[ ],[{}]])"),
+              printed("[\n    {},\n    [],\n    [\n        {}\n    ]\n]\n"));
+    EXPECT_EQ(orvid({"print", "--sort-keys", "--indent=1"}, R"([{},[]])"),
+              printed("[\n {},\n []\n]\n"));
 }
 
 TEST(print, keeps_every_number_letter_for_letter) {

@@ -48,7 +48,7 @@ TEST(join, makes_one_array_of_all_files) {
     EXPECT_EQ(orvid({"join", "--compact", "-", pretty.name()}, "1\n\n\"x\"\n"),
               printed("[1,\"x\",{\"a\":1.50},[]]\n"));
     EXPECT_EQ(orvid({"join", "--indent", "1"}, "1 2"), printed("[\n 1,\n 2\n]\n"));
-    EXPECT_EQ(orvid({"join"}, " "), printed("[\n\n]\n"));
+    EXPECT_EQ(orvid({"join"}, " "), printed("[]\n"));
 }
 
 TEST(join, is_the_way_back_from_split) {

@@ -182,7 +182,7 @@ TEST(diff, makes_the_patch_that_patch_applies) {
         shell(R"("$0" diff "$1" "$2" | "$0" patch --compact - "$1")", {from.name(), to.name()}),
         printed(R"({"a":[1,3],"b":{"c":1.00,"d":null}})"
                 "\n"));
-    EXPECT_EQ(orvid({"diff", from.name(), "-"}, bytesOfFile(from.name())), printed("[\n\n]\n"));
+    EXPECT_EQ(orvid({"diff", from.name(), "-"}, bytesOfFile(from.name())), printed("[]\n"));
     EXPECT_EQ(orvid({"diff", "-", "-"}).status, 2);
     EXPECT_EQ(orvid({"diff", from.name()}), failed(2, "TO is required; see orvid diff --help"));
 }

@@ -61,9 +61,13 @@ void addFiles(Words& words, SCall& call) {
 
 void addLayout(Words& words, SCall& call) {
     SLayout& layout = call.layout;
+    layout.options.closeEmpty = true;
     const auto indentBy = [&layout](std::string indent) {
+        if (layout.isIndentAsked && layout.options.indent != indent) {
+            throw Misuse("--indent, --tab and --compact exclude each other");
+        }
         layout.options.indent = std::move(indent);
-        layout.isAsked = true;
+        layout.isAsked = layout.isIndentAsked = true;
     };
     words.number(
         "--indent", [indentBy](std::size_t blanks) { indentBy(std::string(blanks, ' ')); }, 0,
@@ -146,6 +150,12 @@ void settleOptions(SCall& call) {
     }
     if (call.isInPlace) {
         call.layout.isColored = false;
+    }
+    if (call.isRaw && call.layout.options.asciiOnly) {
+        throw Misuse("--raw writes strings as they are: --ascii does not go with it");
+    }
+    if (call.lines.isOn && call.layout.isIndentAsked && !call.layout.options.indent.empty()) {
+        throw Misuse("--lines writes a value on one line: --indent and --tab do not go with it");
     }
     if (call.lines.isOn) {
         call.layout.options.indent.clear();

@@ -199,16 +199,15 @@ private:
             m_tokens.passByte();
         }
         m_sink.put(bracket);
-        if (!m_layout.indent.empty()) {
-            m_sink.put('\n');
-        }
     }
 
     void close(std::size_t depth, char bracket, bool isInText = true) {
         if (isInText) {
             m_tokens.passByte();
         }
-        putMargin(depth, true);
+        if (m_sink.last() != (bracket == '}' ? '{' : '[')) {
+            putMargin(depth);
+        }
         m_sink.put(bracket);
     }
 
@@ -216,11 +215,11 @@ private:
         if (!isFirst) {
             m_sink.put(',');
         }
-        putMargin(depth + 1, !isFirst);
+        putMargin(depth + 1);
     }
 
-    /// What stands before a token on a line of its own, with the newline before it or without.
-    void putMargin(std::size_t depth, bool hasNewline) {
+    /// What stands before a token on a line of its own.
+    void putMargin(std::size_t depth) {
         const std::string& indent = m_layout.indent;
         if (indent.empty()) {
             return;
@@ -229,7 +228,7 @@ private:
         while (m_margin.length() < length) {
             m_margin += indent;
         }
-        m_sink.put(m_margin.data() + (hasNewline ? 0 : 1), m_margin.data() + length);
+        m_sink.put(m_margin.data(), m_margin.data() + length);
     }
 
     void colon() {

@@ -15,6 +15,7 @@ namespace orvid_tool {
 struct SLayout {
     ko::Orvid::WriteOptions options;
     bool isAsked = false;  ///< by an option, other than colour
+    bool isIndentAsked = false;
     bool isColored = false;
 };
 

@@ -137,6 +137,9 @@ std::string failureJson(const Failure& failure) {
 }
 
 void Report::failure(const Failure& failure) const {
+    if (m_isQuiet && failure.status() == ExitStatus::failed) {
+        return;
+    }
     writeError(m_asJson ? failureJson(failure)
                         : "orvid: " + failureLine(failure) + "\n" + failure.excerpt());
 }

@@ -26,7 +26,8 @@ std::string failureJson(const Failure& failure);
 
 class Report {
 public:
-    explicit Report(bool asJson) : m_asJson(asJson) {}
+    /// With `isQuiet` nothing is said of faulty documents.
+    explicit Report(bool asJson, bool isQuiet = false) : m_asJson(asJson), m_isQuiet(isQuiet) {}
 
     /// Writes the failure; nothing is said when standard error cannot be written.
     void failure(const Failure& failure) const;
@@ -35,6 +36,7 @@ public:
 
 private:
     bool m_asJson;
+    bool m_isQuiet;
 };
 
 }  // namespace orvid_tool

@@ -25,6 +25,9 @@ public:
     /// Takes the end away again.
     void cut(std::size_t length) { m_place = m_out.data() + length; }
 
+    /// The last byte, of at least one.
+    char last() const { return m_place[-1]; }
+
     void put(char c) {
         ensure(1);
         *m_place++ = c;

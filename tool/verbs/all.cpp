@@ -24,6 +24,8 @@ std::vector<std::unique_ptr<Verb>> allVerbs() {
     verbs.push_back(makeType());
     verbs.push_back(makeSplit());
     verbs.push_back(makeJoin());
+    verbs.push_back(makeCsv());
+    verbs.push_back(makeUncsv());
     verbs.push_back(makePaths());
     verbs.push_back(makeUnpaths());
     verbs.push_back(makeDefaults());

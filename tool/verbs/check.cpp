@@ -27,6 +27,7 @@ public:
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
         words.flag("--no-comments", m_isCommentFault, "treat comments as errors");
+        words.flag("-q,--quiet", m_isQuiet, "say nothing of faulty documents: the status tells");
         addLines(words, call);
     }
 
@@ -47,6 +48,7 @@ private:
     void apply(const SCall& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
 
     bool m_isCommentFault = false;
+    bool m_isQuiet = false;  ///< what the report does
 };
 
 }  // namespace

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid diff: the JSON Patch that makes one document the other.
+// orvid diff: the JSON Patch that makes one document the other, or what it changes for people.
 
 #include "call/Options.h"
 #include "input/Input.h"
 #include "output/Output.h"
+#include "verbs/Changes.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -21,7 +22,8 @@ public:
     }
     const char* examples() const override {
         return "  orvid diff old.json new.json\n"
-               "  orvid diff --compact old.json new.json >change.json";
+               "  orvid diff --changes old.json new.json\n"
+               "  orvid diff --quiet old.json new.json || echo different";
     }
 
     void addWords(Words& words, SCall& call) override {
@@ -30,6 +32,10 @@ public:
         words.number("--fine-up-to", m_options.fineUpTo, "BYTES",
                      "keep single changes up to so many bytes, 1024 by default, and beyond it what "
                      "is shorter");
+        words.flag("--changes", m_isForPeople,
+                   "write a line for each change: - or + or both, the path and the value");
+        words.flag("--exit-code", m_hasExitCode, "end with 1 where the documents differ");
+        words.flag("-q,--quiet", m_isQuiet, "write nothing; end with 1 where the documents differ");
         addLayout(words, call);
     }
 
@@ -44,19 +50,27 @@ public:
         Element to;
         readFile(m_from, from);
         readFile(m_to, to);
+        const Element patch = ko::Orvid::makePatch(from, to, m_options);
         try {
-            out.write(jsonText(ko::Orvid::makePatch(from, to, m_options), call.layout));
+            if (!m_isQuiet) {
+                out.write(m_isForPeople ? changesText(from, patch, call.layout)
+                                        : jsonText(patch, call.layout));
+            }
         } catch (const Unwritable& error) {
             throw Failure(ExitStatus::failed, error.what());
         } catch (const std::bad_alloc&) {
             throw memoryFailure({inputName(m_from) + ", " + inputName(m_to), 0, 0, {}});
         }
-        return ExitStatus::done;
+        const bool isTold = (m_hasExitCode || m_isQuiet) && patch.size() > 0;
+        return isTold ? ExitStatus::failed : ExitStatus::done;
     }
 
 private:
     std::string m_from;
     std::string m_to;
+    bool m_isForPeople = false;
+    bool m_hasExitCode = false;
+    bool m_isQuiet = false;
     ko::Orvid::DiffOptions m_options;
 };
 

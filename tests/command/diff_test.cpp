@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid diff for people and for scripts, and check for scripts.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::CommandResult;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+
+const std::string k_from = R"({"a":1,"l":[1,2,3],"o":{"x":[0]},"":5,"k\t":0})";
+const std::string k_to = R"({"a":2,"l":[1,3,4,{"z":1.0}],"p":{"x":[0]},"":6,"k\t":1})";
+
+TEST(diff_changes, are_a_line_for_what_goes_and_for_what_comes) {
+    const ScratchFile from(k_from);
+    const ScratchFile to(k_to);
+    const CommandResult result = orvid({"diff", "--changes", from.name(), to.name()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    for (const char* const line :
+         {"- a\t1\n+ a\t2\n", "- /\t5\n+ /\t6\n", "- l[1]\t2\n", "+ l[3]\t{\"z\":1.0}\n",
+          "- o\t{\"x\":[0]}\n", "+ p\t{\"x\":[0]}\n", "- \"k\\t\"\t0\n"}) {
+        EXPECT_NE(result.out.find(line), std::string::npos) << line << result;
+    }
+}
+
+TEST(diff_changes, are_red_and_green_where_colour_is_wanted) {
+    const ScratchFile from("{\"a\":1}");
+    EXPECT_EQ(orvid({"diff", "--changes", "--color=always", from.name(), "-"}, "{\"a\":[]}"),
+              printed("\x1B[31m- a\t1\x1B[0m\n\x1B[32m+ a\t[]\x1B[0m\n"));
+    EXPECT_EQ(orvid({"diff", "--changes", from.name(), "-"}, "{\"a\":1}"), printed(""));
+}
+
+TEST(diff_status, tells_a_difference_where_asked_to) {
+    const ScratchFile from("{\"a\":1}");
+    const CommandResult different = orvid({"diff", "--exit-code", "-c", from.name(), "-"}, "{}");
+    EXPECT_EQ(different.out, "[{\"op\":\"remove\",\"path\":\"/a\"}]\n");
+    EXPECT_EQ(different.status, 1);
+    EXPECT_EQ(orvid({"diff", "--quiet", from.name(), "-"}, "{}"), (CommandResult{"", "", 1, 0}));
+    EXPECT_EQ(orvid({"diff", "-q", from.name(), "-"}, "{ \"a\": 1}"), printed(""));
+    EXPECT_EQ(orvid({"diff", "--exit-code", from.name(), "-"}, "{\"a\":1}"), printed("[]\n"));
+}
+
+TEST(check_quiet, says_nothing_of_a_faulty_document) {
+    EXPECT_EQ(orvid({"check", "--quiet"}, "[1,]"), (CommandResult{"", "", 1, 0}));
+    EXPECT_EQ(orvid({"check", "-q"}, "[1]"), printed(""));
+    EXPECT_EQ(orvid({"check", "-q", "/no/such/file"}),
+              failed(3, "/no/such/file: No such file or directory"));
+    EXPECT_EQ(orvid({"check", "-q", "--bogus"}).status, 2);
+}
+
+}  // namespace

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+//
+// Rows to text and back.
+
+#include "output/Csv.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace orvid_tool {
+
+namespace {
+
+std::string quoted(const std::string& field) {
+    std::string text = "\"";
+    for (const char c : field) {
+        text += c == '"' ? "\"\"" : std::string(1, c);
+    }
+    return text + "\"";
+}
+
+}  // namespace
+
+std::string csvRow(const std::vector<std::string>& fields, char separator) {
+    const std::string special = std::string("\"\r\n") + separator;
+    std::string row;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const std::string& field = fields[i];
+        const bool needsQuotes = field.find_first_of(special) != std::string::npos ||
+                                 (field.empty() && fields.size() == 1);
+        row += i == 0 ? "" : std::string(1, separator);
+        row += needsQuotes ? quoted(field) : field;
+    }
+    return row + "\n";
+}
+
+bool CsvReader::next(SCsvRow& row) {
+    row.fields.clear();
+    row.wereQuoted.clear();
+    row.line = m_line;
+    if (m_rest.empty()) {
+        return false;
+    }
+    takeField(row);
+    while (!m_rest.empty() && m_rest.front() == m_separator) {
+        m_rest.remove_prefix(1);
+        takeField(row);
+    }
+    if (!m_rest.empty() && !takeLineBreak()) {
+        throw std::runtime_error("text follows the quote that ends a field");
+    }
+    return true;
+}
+
+void CsvReader::takeField(SCsvRow& row) {
+    const bool isQuoted = !m_rest.empty() && m_rest.front() == '"';
+    row.wereQuoted.push_back(isQuoted);
+    if (isQuoted) {
+        row.fields.push_back(takeQuoted());
+        return;
+    }
+    const char ends[] = {m_separator, '\n', '\0'};
+    std::size_t length = std::min(m_rest.find_first_of(ends), m_rest.length());
+    const bool endsLine = length == m_rest.length() || m_rest[length] == '\n';
+    const bool hasReturn = endsLine && length > 0 && m_rest[length - 1] == '\r';
+    row.fields.emplace_back(m_rest.substr(0, length - (hasReturn ? 1 : 0)));
+    m_rest.remove_prefix(length);
+}
+
+std::string CsvReader::takeQuoted() {
+    std::string field;
+    m_rest.remove_prefix(1);
+    while (true) {
+        const std::size_t length = m_rest.find('"');
+        if (length == std::string_view::npos) {
+            throw std::runtime_error("a quote is not closed");
+        }
+        field += m_rest.substr(0, length);
+        m_line += static_cast<std::size_t>(
+            std::count(m_rest.begin(), m_rest.begin() + static_cast<std::ptrdiff_t>(length), '\n'));
+        m_rest.remove_prefix(length + 1);
+        if (m_rest.empty() || m_rest.front() != '"') {
+            return field;
+        }
+        field += '"';
+        m_rest.remove_prefix(1);
+    }
+}
+
+bool CsvReader::takeLineBreak() {
+    for (const std::string_view end : {std::string_view("\r\n"), std::string_view("\n")}) {
+        if (m_rest.substr(0, end.length()) == end) {
+            m_rest.remove_prefix(end.length());
+            ++m_line;
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+//
+// A JSON Patch told for people: what stands where it changes something, before and after.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <string>
+
+#include "output/Layout.h"
+
+namespace orvid_tool {
+
+/// A line `- PATH<TAB>VALUE` for what goes and `+ PATH<TAB>VALUE` for what comes, in the order of
+/// the patch, each path as it is when the operation is done. A value that is replaced has both.
+/// Throws Unwritable.
+std::string changesText(const ko::Orvid::Element& from, const ko::Orvid::Element& patch,
+                        const SLayout& layout);
+
+}  // namespace orvid_tool
