@@ -106,6 +106,21 @@ TEST(set_if_absent, leaves_what_is_there) {
               failed(2, "--if-absent goes with PATH only; see orvid set --help"));
 }
 
+TEST(set_new, begins_with_nothing) {
+    EXPECT_EQ(orvid({"set", "-n", "a.b=1", "l[*]=2", "-c"}),
+              printed("{\"a\":{\"b\":1},\"l\":[2]}\n"));
+    EXPECT_EQ(orvid({"set", "-n", "a.b=1", "l=[]"}, "no JSON"),
+              printed("{\n    \"a\": {\n        \"b\": 1\n    },\n    \"l\": []\n}\n"));
+    EXPECT_EQ(orvid({"insert", "--new", "-c", "a", "string:x"}), printed("{\"a\":\"x\"}\n"));
+    EXPECT_EQ(orvid({"set", "-n", "", "[1]", "--indent=0"}), printed("[1]\n"));
+    EXPECT_EQ(orvid({"set", "-n", "a=1", "x.json"}),
+              failed(2,
+                     "--new reads nothing: files, --in-place and --lines do not go with it; see "
+                     "orvid set --help"));
+    EXPECT_EQ(orvid({"set", "-n", "--query", "$.a", "1"}),
+              failed(2, "--new goes with PATH only; see orvid set --help"));
+}
+
 TEST(remove_if_present, passes_over_what_is_not_there) {
     EXPECT_EQ(orvid({"remove", "--if-present", "x", "--also", "a", "--also", "l[-1]"},
                     R"({"a": 1, "l": []})"),

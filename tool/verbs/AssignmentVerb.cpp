@@ -17,6 +17,7 @@ void AssignmentVerb::addWords(Words& words, SCall& call) {
         "WORDS", m_words,
         "PATH VALUE [FILE]..., or PATH=VALUE... [FILE]...; a value is JSON text, string:TEXT, "
         "file:FILE, text-file:FILE or env:NAME");
+    words.flag("-n,--new", m_isNew, "begin with an empty object and read nothing");
     addLayout(words, call);
     addInPlace(words, call);
     addStrict(words, call);
@@ -27,9 +28,24 @@ void AssignmentVerb::prepare(SCall& call) {
     SAssignments words = assignmentsOf(m_words);
     m_assignments = std::move(words.all);
     call.files = std::move(words.files);
+    if (m_isNew) {
+        beginNew(call);
+    }
+}
+
+void AssignmentVerb::beginNew(SCall& call) {
+    if (call.isInPlace || call.lines.isOn || !call.files.empty()) {
+        throw Misuse("--new reads nothing: files, --in-place and --lines do not go with it");
+    }
+    call.files.emplace_back("/dev/null");
+    call.layout.isAsked = true;
 }
 
 void AssignmentVerb::read(const SCall& call, Document& document) const {
+    if (m_isNew) {
+        document.place.file = "(new)";
+        document.text = std::string_view("{}\n").substr(0, 2);
+    }
     readForEdit(call, document);
 }
 

@@ -18,6 +18,8 @@ public:
     void prepare(SCall& call) override;
 
 protected:
+    /// Whether the document is a new one, which no text is read for.
+    bool isNew() const { return m_isNew; }
     const std::vector<SAssignment>& assignments() const { return m_assignments; }
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.
     void prepareValue(SCall& call);
@@ -28,6 +30,9 @@ private:
     void read(const SCall& call, Document& document) const final;
     void apply(const SCall& call, Document& document, Bytes& out) const final;
 
+    void beginNew(SCall& call);
+
+    bool m_isNew = false;
     std::vector<std::string> m_words;
     std::vector<SAssignment> m_assignments;
 };

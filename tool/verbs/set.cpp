@@ -40,8 +40,8 @@ public:
     }
 
     void prepare(SCall& call) override {
-        if (m_queryText && m_isOnlyForAbsent) {
-            throw Misuse("--if-absent goes with PATH only");
+        if (m_queryText && (m_isOnlyForAbsent || isNew())) {
+            throw Misuse(std::string(isNew() ? "--new" : "--if-absent") + " goes with PATH only");
         }
         if (m_queryText) {
             prepareValue(call);
@@ -76,7 +76,7 @@ private:
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         // Each edit is a pass through the text; the tree takes them all in one.
         constexpr std::size_t mostPasses = 3;
-        if (m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout) ||
+        if (isNew() || m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout) ||
             m_textEdits.size() > mostPasses) {
             return false;
         }
