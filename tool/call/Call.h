@@ -27,6 +27,7 @@ struct SLines {
     EOnError onError = EOnError::stop;
     std::size_t longest = std::size_t(1) << 30;  ///< of a line, in bytes
     unsigned int threads = 1;
+    std::optional<std::string> rejects;  ///< the file to which lines that fail are appended
 };
 
 struct SCall {

@@ -131,6 +131,10 @@ void addLines(Words& words, SCall& call) {
             "--max-line", [&lines](const std::string& text) { lines.longest = byteCount(text); },
             "SIZE", "with --lines: the longest line in bytes, 1G by default")
         .needs("--lines");
+    words
+        .option("--rejects", lines.rejects, "FILE",
+                "with --lines: append the lines that fail to a file")
+        .needs("--lines");
     words.flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error")
         .needs("--lines");
 }
@@ -156,6 +160,11 @@ void settleOptions(SCall& call) {
     }
     if (call.lines.isOn && call.layout.isIndentAsked && !call.layout.options.indent.empty()) {
         throw Misuse("--lines writes a value on one line: --indent and --tab do not go with it");
+    }
+    const EOnError onError = call.lines.onError;
+    if (call.isInPlace && (onError == EOnError::skip || onError == EOnError::null) &&
+        !call.lines.rejects) {
+        throw Misuse("the lines that fail would be lost: --rejects FILE keeps them");
     }
     if (call.lines.isOn) {
         call.layout.options.indent.clear();

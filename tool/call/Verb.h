@@ -38,6 +38,10 @@ class DocumentVerb : public Verb {
 public:
     ExitStatus run(const SCall& call, const Report& report, Output& out) const final;
 
+    /// Does it to a whole file in pieces, with nothing to write, and answers true; or answers
+    /// false, and it has to be done as to any document. Throws Failure.
+    virtual bool passes(const std::string& file) const;
+
     // These are called by several threads at once, each with a document of its own.
 
     /// Reads the document's text, does it, and appends what is to be written to `out`. Throws

@@ -42,6 +42,7 @@ struct LineBatch {
     std::optional<Failure> readFailure;  ///< the input could not be read after the text
 
     Bytes out;
+    Bytes rejects;  ///< the lines that failed
     SLineCounts counts;
     std::vector<Failure> failures;  ///< their lines count from 1 in this batch
     bool isStopped = false;         ///< the last failure ends the run
@@ -51,8 +52,10 @@ struct LineBatch {
         LineBatch empty;
         empty.text.swap(text);
         empty.out.swap(out);
+        empty.rejects.swap(rejects);
         empty.text.cut(0);
         empty.out.cut(0);
+        empty.rejects.cut(0);
         *this = std::move(empty);
     }
 };

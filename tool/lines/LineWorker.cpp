@@ -24,8 +24,8 @@ void LineWorker::work(LineBatch& batch) const {
         workOnLines(batch);
     } else if (batch.kind == LineBatch::head) {
         workOnHead(batch);
-    } else if (m_call.lines.onError == EOnError::passthrough) {
-        batch.out.append(batch.text.view());
+    } else {
+        workOnPart(batch);
     }
 }
 
@@ -73,8 +73,21 @@ void LineWorker::workOnHead(LineBatch& batch) const {
     Failure failure = tooLong();
     failure.setLine(1);
     fail(failure, batch.text.view(), batch);
+    // The line goes on in the batches that follow.
     if (m_call.lines.onError == EOnError::passthrough) {
-        batch.out.cut(batch.out.length() - 1);  // the line goes on in the batches that follow
+        batch.out.cut(batch.out.length() - 1);
+    }
+    if (m_call.lines.rejects) {
+        batch.rejects.cut(batch.rejects.length() - 1);
+    }
+}
+
+void LineWorker::workOnPart(LineBatch& batch) const {
+    if (m_call.lines.onError == EOnError::passthrough) {
+        batch.out.append(batch.text.view());
+    }
+    if (m_call.lines.rejects) {
+        batch.rejects.append(batch.text.view());
     }
 }
 
@@ -83,6 +96,10 @@ void LineWorker::fail(const Failure& failure, std::string_view line, LineBatch& 
     batch.failures.push_back(failure);
     batch.failures.back().setLine(batch.counts.lines);
     const EOnError onError = m_call.lines.onError;
+    if (m_call.lines.rejects) {
+        batch.rejects.append(line);
+        batch.rejects.append("\n");
+    }
     if (onError == EOnError::stop || failure.status() == ExitStatus::usage) {
         batch.isStopped = true;
     } else if (onError == EOnError::passthrough) {

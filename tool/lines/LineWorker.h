@@ -27,6 +27,7 @@ private:
     void workOnLines(LineBatch& batch) const;
     void workOnLine(std::string_view line, Document& document, LineBatch& batch) const;
     void workOnHead(LineBatch& batch) const;
+    void workOnPart(LineBatch& batch) const;
     void fail(const Failure& failure, std::string_view line, LineBatch& batch) const;
     Failure tooLong() const;
 

@@ -9,6 +9,9 @@
 namespace orvid_tool {
 
 bool LineWriter::write(LineBatch& batch) {
+    if (m_rejects != nullptr) {
+        m_rejects->write(batch.rejects.view());
+    }
     m_out.write(batch.out.view());
     m_out.flush();
     for (Failure& failure : batch.failures) {

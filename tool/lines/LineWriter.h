@@ -12,7 +12,9 @@ namespace orvid_tool {
 
 class LineWriter {
 public:
-    LineWriter(const Report& report, Output& out) : m_report(report), m_out(out) {}
+    /// `rejects` takes the lines that failed; it may be null.
+    LineWriter(const Report& report, Output& out, Output* rejects)
+        : m_report(report), m_out(out), m_rejects(rejects) {}
 
     /// Writes the batch's output and reports its failures. Returns false when the run is over.
     bool write(LineBatch& batch);
@@ -29,6 +31,7 @@ private:
 
     const Report& m_report;
     Output& m_out;
+    Output* m_rejects;
     SLineCounts m_counts;
     ExitStatus m_status = ExitStatus::done;
     bool m_isComplete = true;

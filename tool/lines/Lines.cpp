@@ -4,10 +4,12 @@
 
 #include "lines/Lines.h"
 
+#include <optional>
 #include <string>
 
 #include "input/Input.h"
 #include "lines/LineRun.h"
+#include "output/AppendedFile.h"
 
 namespace orvid_tool {
 
@@ -37,7 +39,13 @@ void writeStats(const SLineCounts& counts, const std::string& name, const Report
 
 SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, const Report& report,
                    Output& out) {
-    SLineRun run{{input, call.lines.longest}, {verb, call, input.name()}, {report, out}};
+    std::optional<AppendedFile> rejects;
+    if (call.lines.rejects) {
+        rejects.emplace(*call.lines.rejects);
+    }
+    SLineRun run{{input, call.lines.longest},
+                 {verb, call, input.name()},
+                 {report, out, rejects ? &*rejects : nullptr}};
     if (call.lines.threads > 1) {
         runInThreads(run, call.lines.threads);
     } else {

@@ -4,6 +4,8 @@
 
 #include "call/Verb.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <memory>
 #include <new>
@@ -78,6 +80,9 @@ std::unique_ptr<SWhole> edit(const DocumentVerb& verb, const SCall& call, const 
 
 SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::string& file,
                    Output& out) {
+    if (verb.passes(file)) {
+        return {ExitStatus::done, true};
+    }
     std::unique_ptr<SWhole> whole;
     if (call.isInPlace) {
         whole = edit(verb, call, file);
@@ -105,6 +110,15 @@ SLinesEnd runLinesOf(const DocumentVerb& verb, const SCall& call, const std::str
     return end;
 }
 
+/// Another name of the file keeps the old content, for the new one is a new file.
+void warnOfLinks(const std::string& file, const Report& report) {
+    struct stat status = {};
+    if (stat(file.c_str(), &status) == 0 && status.st_nlink > 1) {
+        report.note(file + ": has " + std::to_string(status.st_nlink) +
+                    " names (hard links); the others keep the old content");
+    }
+}
+
 /// Whether a failure ends the run, though further files wait.
 bool isFatal(const Failure& failure) {
     return failure.status() == ExitStatus::usage ||
@@ -120,6 +134,9 @@ void Verb::prepare(SCall& /*call*/) {}
 ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& out) const {
     ExitStatus highest = ExitStatus::done;
     for (const std::string& file : call.files) {
+        if (call.isInPlace) {
+            warnOfLinks(file, report);
+        }
         try {
             const SLinesEnd end = call.lines.isOn ? runLinesOf(*this, call, file, report, out)
                                                   : runWhole(*this, call, file, out);
@@ -146,6 +163,8 @@ ExitStatus DocumentVerb::outcome() const { return ExitStatus::done; }
 void DocumentVerb::read(const SCall& /*call*/, Document& document) const {
     readTree(document.place, document.text, document.root);
 }
+
+bool DocumentVerb::passes(const std::string& /*file*/) const { return false; }
 
 bool DocumentVerb::applyToText(const SCall& /*call*/, const Document& /*document*/,
                                Bytes& /*out*/) const {

@@ -3,6 +3,7 @@
 // orvid check: strict reading, which says nothing of a document that is right.
 
 #include "call/Options.h"
+#include "input/QuickCheck.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -32,10 +33,16 @@ public:
     }
 
 private:
-    void read(const SCall& /*call*/, Document& document) const override {
+    bool passes(const std::string& file) const override { return isSurelyRight(file, options()); }
+
+    ReadOptions options() const {
         ReadOptions options = ReadOptions::strict();
         options.allowComments = !m_isCommentFault;
-        ko::Orvid::DomParser parser(options);
+        return options;
+    }
+
+    void read(const SCall& /*call*/, Document& document) const override {
+        ko::Orvid::DomParser parser(options());
         try {
             parser.begin(document.root);
             parser.feed(document.text);

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid check of files, which are read in pieces, beside the same documents from a pipe.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::repeated;
+using orvid_test::ScratchFile;
+using orvid_test::shell;
+
+/// The same from the file, from a redirection and from a pipe, but for the file's name.
+void expectSame(const std::string& document) {
+    const ScratchFile file(document);
+    const orvid_test::CommandResult piped = shell(R"(cat "$1" | "$0" check)", {file.name()});
+    EXPECT_EQ(shell(R"("$0" check <"$1")", {file.name()}), piped) << document.substr(0, 100);
+    orvid_test::CommandResult named = orvid({"check", file.name()});
+    const std::size_t place = named.err.find(file.name());
+    if (place != std::string::npos) {
+        named.err.replace(place, file.name().length(), "(standard input)");
+    }
+    EXPECT_EQ(named, piped) << document.substr(0, 100);
+}
+
+TEST(check_in_pieces, says_what_a_reading_at_once_says) {
+    const std::string many = repeated(R"({"id":123,"text":"some é text"},)", 20000);
+    for (const std::string& document :
+         {std::string(), std::string("[1]"), std::string("[1] x"), std::string("{\"a\":1,\"a\":2}"),
+          std::string("{\"a\":{\"b\":1},\"c\":{\"b\":1}}"), std::string("\"\xFF\""),
+          std::string("\"\\ud800\""), "[" + many + "0]", "[" + many + "]", "[" + many + "0",
+          "[" + many + "{\"k\":1,\"x\":2,\"k\":3}]"}) {
+        expectSame(document);
+    }
+}
+
+TEST(check_in_pieces, finds_a_repeated_key_among_many) {
+    std::string object = "{";
+    for (int i = 0; i < 1000; ++i) {
+        object += "\"key" + std::to_string(i) + "\":0,";
+    }
+    const ScratchFile right(object + "\"last\":0}");
+    EXPECT_EQ(orvid({"check", right.name()}), printed(""));
+    const ScratchFile wrong(object + "\"key7\":0}");
+    EXPECT_NE(orvid({"check", wrong.name()}).err.find("Repeated key \"key7\""), std::string::npos);
+}
+
+TEST(check_in_pieces, leaves_the_rest_of_standard_input_alone) {
+    const ScratchFile file("skipped\n[1]");
+    EXPECT_EQ(shell(R"({ read line; "$0" check; } <"$1")", {file.name()}), printed(""));
+}
+
+TEST(check_in_pieces, tells_what_cannot_be_read) {
+    EXPECT_EQ(orvid({"check", "/no/such/file"}),
+              failed(3, "/no/such/file: No such file or directory"));
+    EXPECT_EQ(orvid({"check", "/"}), failed(3, "/: Is a directory"));
+}
+
+}  // namespace

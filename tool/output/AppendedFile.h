@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+//
+// AppendedFile, an output that goes after what a file holds.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "output/Output.h"
+
+namespace orvid_tool {
+
+/// Makes the file where there is none. Throws Failure, which names the file, when it cannot be
+/// opened or written.
+class AppendedFile : public Output {
+public:
+    explicit AppendedFile(std::string file);
+    AppendedFile(const AppendedFile&) = delete;
+    AppendedFile& operator=(const AppendedFile&) = delete;
+    ~AppendedFile() override;
+    void write(std::string_view text) override;
+    void flush() override {}
+
+private:
+    std::string m_file;
+    int m_descriptor;
+};
+
+}  // namespace orvid_tool
