@@ -32,7 +32,7 @@ TEST(completion, of_bash_offers_verbs_options_and_choices) {
     if (!isInstalled("bash")) {
         GTEST_SKIP() << "bash is not installed";
     }
-    EXPECT_EQ(offeredByBash("orvid un"), "\nunpaths\n");
+    EXPECT_EQ(offeredByBash("orvid un"), "\nuncsv\nunpaths\n");
     EXPECT_NE(offeredByBash("orvid ").find("\ndata-path\n"), std::string::npos);
     EXPECT_EQ(offeredByBash("orvid set --in"), "\n--indent\n--in-place\n");
     EXPECT_EQ(offeredByBash("orvid get --on-error s"), "\nstop\nskip\n");

@@ -26,6 +26,7 @@ std::vector<std::unique_ptr<Verb>> allVerbs() {
     verbs.push_back(makeJoin());
     verbs.push_back(makeCsv());
     verbs.push_back(makeUncsv());
+    verbs.push_back(makeEdit());
     verbs.push_back(makePaths());
     verbs.push_back(makeUnpaths());
     verbs.push_back(makeDefaults());

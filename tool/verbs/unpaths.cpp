@@ -3,6 +3,7 @@
 // orvid unpaths: the document that lines of `orvid paths` describe.
 
 #include <algorithm>
+#include <utility>
 
 #include "call/Options.h"
 #include "input/PathSteps.h"
@@ -61,7 +62,7 @@ private:
             throw Failure(ExitStatus::failed, place, "there is no tab after the path");
         }
         Element value;
-        readTree(place, line.substr(tab + 1), value);
+        readValue(place, line, tab + 1, value);
         try {
             Element& leaf = made(pathOfLine(line.substr(0, tab)), root, gaps);
             const bool isTaken = !leaf.isEmpty();
@@ -73,6 +74,18 @@ private:
             throw Failure(ExitStatus::failed, place, fault.what());
         } catch (const Failure& fault) {
             throw Failure(ExitStatus::failed, place, fault.text());
+        }
+    }
+
+    /// The place of an error is that in the line.
+    static void readValue(const SPlace& place, std::string_view line, std::size_t start,
+                          Element& value) {
+        try {
+            readTree(place, line.substr(start), value);
+        } catch (const Failure& failure) {
+            SPlace at = failure.place();
+            at.column += at.column == 0 ? 0 : start;
+            throw Failure(failure.status(), std::move(at), failure.text());
         }
     }
 

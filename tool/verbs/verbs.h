@@ -28,6 +28,7 @@ std::unique_ptr<Verb> makeSplit();
 std::unique_ptr<Verb> makeJoin();
 std::unique_ptr<Verb> makeCsv();
 std::unique_ptr<Verb> makeUncsv();
+std::unique_ptr<Verb> makeEdit();
 std::unique_ptr<Verb> makePaths();
 std::unique_ptr<Verb> makeUnpaths();
 std::unique_ptr<Verb> makeDefaults();

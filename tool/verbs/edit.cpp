@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid edit: a file in the user's editor, checked before it takes the file's place.
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "call/Options.h"
+#include "edit/InPlace.h"
+#include "input/Input.h"
+#include "output/AppendedFile.h"
+#include "output/Report.h"
+#include "verbs/verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::ReadOptions;
+
+/// A copy of a file's text, in a file of its own that only the user may read. It is removed in the
+/// end, unless it is to be kept.
+class Copy {
+public:
+    /// The name ends as the file's does, so that an editor knows what it holds.
+    Copy(const std::string& file, std::string_view text) {
+        const char* const folder = std::getenv("TMPDIR");
+        const std::size_t slash = file.find_last_of('/');
+        const std::string base = slash == std::string::npos ? file : file.substr(slash + 1);
+        m_name = std::string(folder == nullptr || *folder == '\0' ? "/tmp" : folder) +
+                 "/orvid-XXXXXX-" + base;
+        const int descriptor = mkstemps(m_name.data(), static_cast<int>(base.length() + 1));
+        if (descriptor < 0) {
+            throw systemFailure(m_name);
+        }
+        close(descriptor);
+        AppendedFile(m_name).write(text);
+    }
+    Copy(const Copy&) = delete;
+    Copy& operator=(const Copy&) = delete;
+    ~Copy() {
+        if (!m_isKept) {
+            unlink(m_name.c_str());
+        }
+    }
+
+    const std::string& name() const { return m_name; }
+    void keep() { m_isKept = true; }
+
+private:
+    std::string m_name;
+    bool m_isKept = false;
+};
+
+std::string editorCommand() {
+    for (const char* const variable : {"VISUAL", "EDITOR"}) {
+        const char* const command = std::getenv(variable);
+        if (command != nullptr && *command != '\0') {
+            return command;
+        }
+    }
+    return "vi";
+}
+
+/// The variables may hold a command with options, so a shell reads them.
+void runEditor(const std::string& file) {
+    const std::string script = editorCommand() + " \"$1\"";
+    const pid_t child = fork();
+    if (child == 0) {
+        execl("/bin/sh", "sh", "-c", script.c_str(), "sh", file.c_str(), nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (child < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        throw Failure(ExitStatus::failed,
+                      "the editor \"" + editorCommand() + "\" failed; the file is as it was");
+    }
+}
+
+bool isEditedAgain() {
+    if (isatty(STDIN_FILENO) == 0) {
+        return false;
+    }
+    std::cerr << "orvid: edit again? [Y/n] " << std::flush;
+    std::string answer;
+    return std::getline(std::cin, answer) &&
+           (answer.empty() || answer[0] == 'y' || answer[0] == 'Y');
+}
+
+class Edit : public Verb {
+public:
+    const char* name() const override { return "edit"; }
+    const char* help() const override {
+        return "Open a file in $VISUAL or $EDITOR, check it, and replace it";
+    }
+    const char* examples() const override {
+        return "  orvid edit settings.json\n"
+               "  EDITOR=nano orvid edit --strict settings.json";
+    }
+
+    void addWords(Words& words, SCall& call) override {
+        words.required("FILE", m_file, "the file");
+        addStrict(words, call);
+    }
+
+    ExitStatus run(const SCall& call, const Report& report, Output& /*out*/) const override {
+        Input input(m_file);
+        const ko::Orvid::FileStamp stamp = input.stamp();
+        const Bytes ended = input.readAll();
+        const std::string_view before = ended.view().substr(0, ended.length() - 1);
+        Copy copy(m_file, before);
+        try {
+            const Bytes edited = editedText(call, report, copy.name());
+            const std::string_view after = edited.view().substr(0, edited.length() - 1);
+            if (after != before) {
+                const EditLock lock(m_file);
+                InPlace file(m_file);
+                file.write(after);
+                file.finish(stamp);
+            }
+        } catch (const Failure&) {
+            copy.keep();
+            report.note(m_file + " is as it was; what was edited is in " + copy.name());
+            throw;
+        }
+        return ExitStatus::done;
+    }
+
+private:
+    /// What the editor leaves, once it is right, with a newline after it. Throws Failure where the
+    /// user gives up.
+    Bytes editedText(const SCall& call, const Report& report, const std::string& copy) const {
+        while (true) {
+            runEditor(copy);
+            Bytes text = Input(copy).readAll();
+            try {
+                check(call, text.view().substr(0, text.length() - 1));
+                return text;
+            } catch (const Failure& failure) {
+                report.failure(failure);
+                if (!isEditedAgain()) {
+                    throw Failure(ExitStatus::failed, "nothing was replaced");
+                }
+            }
+        }
+    }
+
+    void check(const SCall& call, std::string_view text) const {
+        try {
+            ko::Orvid::Dom::parse(text,
+                                  call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc());
+        } catch (const ko::Orvid::ParseException& error) {
+            throw faultOf({m_file, 0, 0, {}}, text, error);
+        }
+    }
+
+    std::string m_file;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeEdit() { return std::make_unique<Edit>(); }
+
+}  // namespace orvid_tool
