@@ -52,6 +52,16 @@ void selectByQuery() {
     }
 }
 
+void readPart() {
+    const JsonPath names("$.servers[*].name");
+    const Element part = parseFor(
+        names, R"({"servers": [{"name": "alpha", "log": [1, 2]}, {"name": "beta"}], "x": {}})");
+    for (const Element* const name : names.select(part)) {
+        std::cout << name->string() << "\n";
+    }
+    std::cout << serialize(part) << "\n";
+}
+
 void changeByQuery() {
     Element root = parse(R"({"a": {"password": "x"}, "b": [{"password": "y", "n": 1}]})");
     const std::size_t count = JsonPath("$..password").update(root, "***");
@@ -101,6 +111,7 @@ std::vector<Recipe> editing() {
         {"Find the item that has a value", findItem},
         {"Move a value without copying it", moveValue},
         {"Select many elements", selectByQuery},
+        {"Read only what a query looks at", readPart},
         {"Change or remove many elements", changeByQuery},
         {"Use JSON Pointers", usePointers},
         {"List the differences of two documents", listDifferences},
