@@ -31,8 +31,8 @@ void showNested(const Element& root) {
 void showServers(const Element& root) {
     for (const Element& server : root.get("servers").array()) {
         std::cout << server.path() << " " << server.getUsingDefault("host").string() << ":"
-                  << server.getUsingDefault("port").number().toInt() << ", "
-                  << server.getUsingDefault("retries").number().toInt() << " retries\n";
+                  << server.getUsingDefault("port").to<int>() << ", "
+                  << server.getUsingDefault("retries").to<int>() << " retries\n";
     }
     std::cout << "a third one would have the port " << root.getDefault("servers[2].port");
 }
@@ -60,9 +60,8 @@ void showPaths(const Element& root) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    Element root;
     std::ifstream file(argc > 1 ? argv[1] : "data/settings.json");
-    DomParser().parse(root, file);
+    Element root = parse(file);
     showTopLevel(root);
     showNested(root);
     showServers(root);

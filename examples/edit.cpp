@@ -27,8 +27,7 @@ std::string oneLine(const Element& element) {
 
 template<class Action>
 void edit(const char* call, const char* before, const Action& action) {
-    Element root;
-    DomParser().parse(root, before);
+    Element root = parse(before);
     std::cout << call << "\n    " << before << "\n";
     try {
         action(root);

@@ -143,8 +143,7 @@ void runtimeError() {
 }  // namespace
 
 int main() {
-    Element root;
-    DomParser().parse(root, R"({"list": [{"name": "x"}]})");
+    Element root = parse(R"({"list": [{"name": "x"}]})");
     faultyDocument();
     faultyPath();
     faultBehindMissingStep();

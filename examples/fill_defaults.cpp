@@ -19,8 +19,7 @@ void explain(const Element& root) {
 }  // namespace
 
 int main() {
-    Element root;
-    DomParser().parse(root, R"({
+    Element root = parse(R"({
         "meta": { "schema": { "properties": {
             "name": { "default": "unnamed" },
             "servers": { "items": { "properties": {
@@ -35,6 +34,5 @@ int main() {
 
     Dom document;
     document.setRoot(root, false);
-    Generator(nullptr, WriteOptions::compact()).encode(std::cout, document);
-    std::cout << "\n" << explainDefault(root, "limits.cpu").text() << "\n";
+    std::cout << serialize(document) << "\n" << explainDefault(root, "limits.cpu").text() << "\n";
 }

@@ -12,35 +12,26 @@ using namespace ko::Orvid;
 
 namespace {
 
-void print(const Element& element) {
-    Generator(nullptr, WriteOptions::compact()).encode(std::cout, element);
-    std::cout << "\n";
-}
-
-Element read(const std::string& text) {
-    Element element;
-    DomParser().parse(element, text);
-    return element;
-}
+void print(const Element& element) { std::cout << serialize(element) << "\n"; }
 
 void showMerge() {
-    Element settings = read(R"({"name": "billing", "limits": {"cpu": 2, "memory": 512}})");
-    mergePatch(settings, read(R"({"limits": {"cpu": null, "memory": 1024}, "debug": true})"));
+    Element settings = parse(R"({"name": "billing", "limits": {"cpu": 2, "memory": 512}})");
+    mergePatch(settings, parse(R"({"limits": {"cpu": null, "memory": 1024}, "debug": true})"));
     print(settings);
 }
 
 void showApply() {
-    Element list = read(R"({"list": ["a", "b"], "old": 1.50})");
-    applyPatch(list, read(R"([
+    Element list = parse(R"({"list": ["a", "b"], "old": 1.50})");
+    applyPatch(list, parse(R"([
         { "op": "add", "path": "/list/1", "value": "between" },
         { "op": "move", "from": "/old", "path": "/new" } ])"));
     print(list);
 }
 
 void showFailure() {
-    Element list = read(R"({"list": ["a", "b"]})");
+    Element list = parse(R"({"list": ["a", "b"]})");
     try {
-        applyPatch(list, read(R"([
+        applyPatch(list, parse(R"([
             { "op": "remove", "path": "/list/0" },
             { "op": "test", "path": "/list/0", "value": "a" } ])"));
     } catch (const PatchException& error) {
@@ -50,8 +41,8 @@ void showFailure() {
 }
 
 void showMake() {
-    const Element before = read(R"({"list": [1, 2, 3], "price": 0.10})");
-    const Element after = read(R"({"list": [2, 3, 4], "price": 0.1})");
+    const Element before = parse(R"({"list": [1, 2, 3], "price": 0.10})");
+    const Element after = parse(R"({"list": [2, 3, 4], "price": 0.1})");
     print(makePatch(before, after));
 }
 

@@ -18,7 +18,7 @@ void showText() {
 
 void showElements(Element& root) {
     const JsonPointer port("/servers/0/port");
-    std::cout << port.get(root).number().toInt() << "\n";
+    std::cout << port.get(root).to<int>() << "\n";
     port.get(root).setNumber(8080);
     std::cout << JsonPointer::of(root.get("servers[0].port")) << " is now " << port.get(root);
     const bool isThere = JsonPointer("/servers/1").find(root) != nullptr;
@@ -27,8 +27,7 @@ void showElements(Element& root) {
 
 /// The document decides whether "0" is a key or an index.
 void showDoubt() {
-    Element root;
-    DomParser().parse(root, R"({"0": ["zero"]})");
+    Element root = parse(R"({"0": ["zero"]})");
     const JsonPointer pointer("/0/0");
     std::cout << pointer.toPath() << " or, in this document, " << pointer.toPath(root) << "\n";
 }
@@ -36,8 +35,7 @@ void showDoubt() {
 }  // namespace
 
 int main() {
-    Element root;
-    DomParser().parse(root, R"({"servers": [{"host": "alpha", "port": 80}]})");
+    Element root = parse(R"({"servers": [{"host": "alpha", "port": 80}]})");
     showText();
     showElements(root);
     showDoubt();

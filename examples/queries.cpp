@@ -19,15 +19,14 @@ void select(const Element& root) {
         std::cout << JsonPath::of(*name) << " is " << name->string() << "\n";
     }
     const Element* first = JsonPath("$..port").first(root);
-    std::cout << "the first port: " << first->number().toInt() << "\n";
+    std::cout << "the first port: " << first->to<int>() << "\n";
 }
 
 void edit(Element& root) {
     const std::size_t removed = JsonPath("$.servers[?search(@.name, '^test-')]").remove(root);
     std::cout << removed << " removed\n";
     JsonPath("$..tags").update(root, makeArray({"checked"}));
-    JsonPath("$..port").updateEach(
-        root, [](Element& port) { port.setNumber(port.number().toInt() + 1); });
+    JsonPath("$..port").updateEach(root, [](Element& port) { port.set(port.to<int>() + 1); });
     std::cout << root;
 }
 
@@ -50,8 +49,7 @@ void showError(const char* text) {
 }  // namespace
 
 int main() {
-    Element root;
-    DomParser().parse(root, R"({"servers": [{"name": "alpha", "port": 8080, "tags": []},
+    Element root = parse(R"({"servers": [{"name": "alpha", "port": 8080, "tags": []},
                                             {"name": "test-1", "port": 9090},
                                             {"name": "omega", "port": 80}]})");
     select(root);

@@ -19,7 +19,7 @@ namespace {
 void build() {
     Element server = makeObject({{"host", "a.example"}, {"ports", makeArray({80, 443})}});
     Element settings = makeObject({{"servers", makeArray({std::move(server)})}, {"debug", false}});
-    std::cout << Generator().encode(settings);
+    std::cout << serialize(settings, WriteOptions::pretty());
 
     const Element same =
         R"({"servers": [{"host": "a.example", "ports": [80, 443.0]}], "debug": false})"_json;
@@ -44,8 +44,8 @@ void move() {
     Element queue = R"({"todo": [{"id": 1}, {"id": 2}], "done": []})"_json;
     Element& job = queue.get("todo[0]");
     queue.get("done").array().emplace_back(std::move(job));
-    std::cout << "moved to " << queue.get("done[0].id").path() << ", left behind: "
-              << Generator(nullptr, WriteOptions::compact()).encode(queue.get("todo")) << "\n";
+    std::cout << "moved to " << queue.get("done[0].id").path()
+              << ", left behind: " << serialize(queue.get("todo")) << "\n";
 }
 
 void exchange() {
@@ -65,13 +65,12 @@ void sort() {
                                 std::make_move_iterator(items.end()));
     std::sort(sorted.begin(), sorted.end());
     std::move(sorted.begin(), sorted.end(), items.begin());
-    std::cout << Generator(nullptr, WriteOptions::compact()).encode(list) << "\n";
+    std::cout << serialize(list) << "\n";
 }
 
 void lookUpViews() {
     const std::string_view text = R"({"a": {"b": [1, 2]}} and more)";
-    Element root;
-    DomParser().parse(root, text.substr(0, 20));
+    Element root = parse(text.substr(0, 20));
     const std::string_view path = "path a.b[1] in a longer text";
     std::cout << root.get(path.substr(5, 6)).to<int>() << "\n";
 }
