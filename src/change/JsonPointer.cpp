@@ -6,7 +6,6 @@
 
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/PathException.h>
-#include <ko/Orvid/PathParser.h>
 
 #include <algorithm>
 #include <ostream>
@@ -75,20 +74,6 @@ void appendStep(std::string& text, std::string_view step) {
     }
 }
 
-class StepCollector : public PathParserListener {
-public:
-    bool cbObjectProperty(const std::string& key) override {
-        steps.push_back(key);
-        return true;
-    }
-    bool cbArrayItem(unsigned int index) override {
-        steps.push_back(index == k_noIndex ? std::string(k_behindLast) : std::to_string(index));
-        return true;
-    }
-
-    std::vector<std::string> steps;
-};
-
 void appendKey(std::string& path, const std::string& key) {
     if (key.empty()) {
         throw Exception("Path text cannot express the empty key of a JSON Pointer");
@@ -155,10 +140,12 @@ JsonPointer JsonPointer::of(const Element& element, const Element* relativeTo) {
 }
 
 JsonPointer JsonPointer::fromPath(const Path& path) {
-    StepCollector collector;
-    PathParser(&collector).parse(path.str());
     JsonPointer pointer;
-    pointer.m_steps = std::move(collector.steps);
+    for (PathStep& step : path.steps()) {
+        pointer.m_steps.push_back(step.key                  ? std::move(*step.key)
+                                  : step.index == k_noIndex ? std::string(k_behindLast)
+                                                            : std::to_string(step.index));
+    }
     return pointer;
 }
 

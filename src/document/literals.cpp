@@ -5,23 +5,11 @@
 #include <ko/Orvid/literals.h>
 
 #include <ko/Orvid/DomParser.h>
-#include <ko/Orvid/PathParser.h>
 #include <ko/Orvid/ReadOptions.h>
 
 #include <string_view>
 
 namespace ko::Orvid {
-
-namespace {
-
-/// Takes every step; an error throws already.
-class PathCheck : public PathParserListener {
-public:
-    bool cbObjectProperty(const std::string& /*key*/) override { return true; }
-    bool cbArrayItem(unsigned int /*index*/) override { return true; }
-};
-
-}  // namespace
 
 inline namespace literals {
 
@@ -35,9 +23,9 @@ Element operator""_json(const char* text, std::size_t length) {
 }
 
 Path operator""_path(const char* text, std::size_t length) {
-    PathCheck check;
-    PathParser(&check).parse(std::string_view(text, length));
-    return Path(std::string_view(text, length));
+    Path path(std::string_view(text, length));
+    static_cast<void>(path.steps());  // which throws for a malformed one
+    return path;
 }
 
 }  // namespace literals

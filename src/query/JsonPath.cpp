@@ -6,7 +6,6 @@
 
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/PathGenerator.h>
-#include <ko/Orvid/PathParser.h>
 
 #include <algorithm>
 #include <limits>
@@ -24,24 +23,6 @@ namespace ko::Orvid {
 namespace {
 
 constexpr std::size_t k_all = std::numeric_limits<std::size_t>::max();
-
-/// Writes the steps of a path as those of a query.
-class StepWriter : public PathParserListener {
-public:
-    bool cbObjectProperty(const std::string& key) override {
-        appendNormalized(text, key);
-        return true;
-    }
-    bool cbArrayItem(unsigned int index) override {
-        if (index == k_noIndex) {
-            throw Exception("A path with \"[*]\" names no place that a query could");
-        }
-        appendNormalized(text, index);
-        return true;
-    }
-
-    std::string text = "$";
-};
 
 void appendStep(std::string& query, const std::string& step, bool mayBeIndex) {
     const std::optional<unsigned int> index = mayBeIndex ? pointerIndex(step) : std::nullopt;
@@ -89,9 +70,17 @@ JsonPath::JsonPath(std::string_view query, const QueryOptions& options)
     : m_compiled(std::make_shared<const CompiledQuery>(QueryParser(query, options).parse())) {}
 
 JsonPath JsonPath::fromPath(const Path& path) {
-    StepWriter writer;
-    PathParser(&writer).parse(path.str());
-    return JsonPath(writer.text);
+    std::string text = "$";
+    for (const PathStep& step : path.steps()) {
+        if (step.key) {
+            appendNormalized(text, *step.key);
+        } else if (step.index != k_noIndex) {
+            appendNormalized(text, step.index);
+        } else {
+            throw Exception("A path with \"[*]\" names no place that a query could");
+        }
+    }
+    return JsonPath(text);
 }
 
 JsonPath JsonPath::fromPointer(const JsonPointer& pointer) {

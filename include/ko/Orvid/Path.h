@@ -11,12 +11,20 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace ko::Orvid {
+
+/// One step of a path: to a member or to an item.
+struct PathStep {
+    std::optional<std::string> key;  ///< with its escapes resolved; nothing for an item
+    unsigned int index = k_noIndex;  ///< from 0; k_noIndex for `[*]`, and for a member
+};
 
 /// Path text. It is not checked here: an operation that uses a path parses it and throws
 /// ParseException, with the 0-based columns of the error, when it is malformed.
@@ -47,6 +55,9 @@ public:
 
     const std::string& str() const noexcept { return m_path; }
     bool empty() const noexcept { return m_path.empty(); }
+    /// The steps in their order; none for the empty path. Linear cost. Throws ParseException, with
+    /// the 0-based columns of the error, for a malformed path.
+    std::vector<PathStep> steps() const;
 
     friend bool operator==(const Path& a, const Path& b) { return a.m_path == b.m_path; }
     friend bool operator!=(const Path& a, const Path& b) { return a.m_path != b.m_path; }
