@@ -49,15 +49,15 @@ def quoted(string):
                   json.dumps(string, ensure_ascii=False))
 
 
-# An Array or an Object begins with the address of its table of virtual functions, and what holds its items comes
-# next. A program need not know these types whole, since only the library has the tables, so they are read by their
+# An Array or an Object begins with the address of its table of virtual functions and its link to the parent, and
+# what holds its items comes next. A program need not know these types whole, since only the library has the tables, so they are read by their
 # layout.
 
 
 def member_addresses(members):
     """The address of each member of an object. The std::list is the head of a ring of nodes, each of which begins
     with its links to the next and to the one before."""
-    head = int(members.address) + word_size()
+    head = int(members.address) + 2 * word_size()
     node = word(head)
     while node != head:
         yield node + 2 * word_size()
@@ -67,7 +67,7 @@ def member_addresses(members):
 def item_addresses(array):
     """The address of each item of an array, from its ItemRuns: the first run, more of them, the number of items
     and the shape. After a removal or an insertion in the middle, a vector has the addresses instead."""
-    runs = int(array.address) + word_size()
+    runs = int(array.address) + 2 * word_size()
     first, more = word(runs), word(runs + word_size())
     size, shape = struct.unpack("=II", memory(runs + 2 * word_size(), 8))
     if shape >> 31:
