@@ -92,10 +92,9 @@ TEST(several_files, are_worked_on_when_one_of_them_fails) {
     const CommandResult result = orvid({"get", "a", bad.name(), "/no/such/file", good.name()});
     EXPECT_EQ(result.out, "1\n");
     EXPECT_EQ(result.status, 3);
-    EXPECT_EQ(result.err,
-              "orvid: " + bad.name() +
-                  ":1:6: at a: parse error: object key and value must be separated by a colon "
-                  "(':')\norvid: /no/such/file: No such file or directory\n");
+    EXPECT_EQ(result.err, "orvid: " + bad.name() +
+                              ":1:6: at a: Unexpected '1': expected ':'\n{\"a\" 1}\n     ^\n"
+                              "orvid: /no/such/file: No such file or directory\n");
 }
 
 TEST(in_place, gives_each_file_its_result_and_prints_nothing) {
@@ -163,8 +162,8 @@ TEST(json_errors, are_objects_on_a_line) {
     EXPECT_EQ(orvid({"print", "--json-errors"}, "[1,\n2 3]"),
               (CommandResult{"",
                              "{\"status\":1,\"file\":\"(standard input)\",\"line\":2,\"column\":3,"
-                             "\"path\":\"\",\"message\":\"parse error: after array element, I "
-                             "expect ',' or ']'\"}\n",
+                             "\"path\":\"\",\"message\":\"Unexpected '3': "
+                             "expected ',' or ']'\"}\n",
                              1, 0}));
     EXPECT_EQ(orvid({"get", "--json-errors"}),
               (CommandResult{"",

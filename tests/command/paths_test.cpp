@@ -89,8 +89,8 @@ TEST(paths, can_be_cut_by_tools) {
 TEST(paths, writes_nothing_of_a_faulty_document) {
     EXPECT_EQ(orvid({"paths"}, "{\"a\":1,\"b\":[2,}"),
               failed(1,
-                     "(standard input):1:15: at b: parse error: unallowed token at this point "
-                     "in JSON text"));
+                     "(standard input):1:15: at b: Unexpected '}': expected a value or ']'\n"
+                     "{\"a\":1,\"b\":[2,}\n              ^"));
 }
 
 }  // namespace

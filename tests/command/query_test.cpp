@@ -114,7 +114,9 @@ TEST(query, tells_of_faults_wherever_they_are) {
     EXPECT_EQ(orvid({"query", "$.a", "--count"}, "{\"a\":1,\n\"b\":tru}"),
               orvid({"query", "$.a", "--paths"}, "{\"a\":1,\n\"b\":tru}"));
     EXPECT_EQ(orvid({"query", "$.a"}, "{\"a\":1} 2"),
-              failed(1, "(standard input):1:9: text follows the value"));
+              failed(1,
+                     "(standard input):1:9: at (root): Unexpected '2': the document is complete\n"
+                     "{\"a\":1} 2\n        ^"));
     EXPECT_EQ(orvid({"query", "$.a"}, "{\"a\":1, // one\n\"a\":2}"), printed("2\n"));
 }
 

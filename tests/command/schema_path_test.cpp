@@ -33,8 +33,8 @@ TEST(schema_path, keeps_the_escapes_of_keys) {
 TEST(schema_path, refuses_a_malformed_path_as_misuse) {
     EXPECT_EQ(orvid({"schema-path", "a["}),
               failed(2,
-                     "path \"a[\": Unexpexced EOF in path at \"\" 1,2 parser state "
-                     "esArrayInit"));
+                     "path \"a[\": it ends where a key or an index is expected\n"
+                     "a[\n  ^"));
 }
 
 TEST(schema_path, leads_to_the_default_below_the_schema) {

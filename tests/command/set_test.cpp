@@ -103,17 +103,17 @@ TEST(set, tells_the_step_that_cannot_be_made) {
 TEST(set, refuses_a_malformed_path_as_misuse) {
     EXPECT_EQ(orvid({"set", "a[", "1"}, k_document),
               failed(2,
-                     "path \"a[\": Unexpexced EOF in path at \"\" 1,2 parser state "
-                     "esArrayInit"));
+                     "path \"a[\": it ends where a key or an index is expected\n"
+                     "a[\n  ^"));
 }
 
 TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
     EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
-              failed(2, "JSON:1:6: at b: the text ends early"));
+              failed(2, "JSON:1:6: at b: The text ends before the document is complete"));
     EXPECT_EQ(orvid({"set", "a", "\"x"}, k_document),
-              failed(2, "JSON:1:3: at (root): the text ends early"));
+              failed(2, "JSON:1:3: at (root): The text ends before the document is complete"));
     EXPECT_EQ(orvid({"set", "a", "[1] 2"}, k_document),
-              failed(2, "JSON:1:5: text follows the value"));
+              failed(2, "JSON:1:5: at (root): Unexpected '2': the document is complete"));
 }
 
 TEST(set, tells_how_a_text_without_quotes_is_written) {

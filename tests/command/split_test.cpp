@@ -38,9 +38,11 @@ TEST(split, takes_values_that_follow_each_other) {
 
 TEST(split, tells_the_place_of_a_fault_behind_other_values) {
     EXPECT_EQ(orvid({"split", "--values"}, "{}\n[1] {\"a\":\n tru}"),
-              failed(1, "(standard input):3:5: at a: lexical error: invalid string in json text."));
-    EXPECT_EQ(orvid({"split", "--values"}, "{}\n["),
-              failed(1, "(standard input):2:2: at (root): the text ends early"));
+              failed(1, "(standard input):3:5: at a: Unexpected '}': expected true\n tru}\n    ^"));
+    EXPECT_EQ(
+        orvid({"split", "--values"}, "{}\n["),
+        failed(1,
+               "(standard input):2:2: at (root): The text ends before the document is complete"));
 }
 
 TEST(join, makes_one_array_of_all_files) {

@@ -151,8 +151,10 @@ TEST(unpaths, tells_the_line_that_does_not_fit) {
               failed(1, "(standard input):2: \"b\" is a member of what is no object"));
     EXPECT_EQ(orvid({"unpaths"}, "a.b\t1\na[0]\t2\n"),
               failed(1, "(standard input):2: [0] is an item of what is no array"));
-    EXPECT_EQ(orvid({"unpaths"}, "a\ttru\n"),
-              failed(1, "(standard input):1:6: at (root): the text ends early"));
+    EXPECT_EQ(
+        orvid({"unpaths"}, "a\ttru\n"),
+        failed(1,
+               "(standard input):1:6: at (root): The text ends before the document is complete"));
     EXPECT_EQ(orvid({"unpaths"}, "\n"),
               failed(1, "(standard input): there is no line with a path"));
 }

@@ -243,6 +243,11 @@ bool failsWithOneLine(const CommandResult& result, int status) {
            line.find('\n') == line.length() - 1;
 }
 
+CommandResult withoutExcerpt(CommandResult result) {
+    result.err.resize(std::min(result.err.find('\n'), result.err.size() - 1) + 1);
+    return result;
+}
+
 ScratchFile::ScratchFile(const std::string& bytes)
     : m_name((std::filesystem::temp_directory_path() / "orvid-test-XXXXXX").string()) {
     const int file = mkstemp(m_name.data());

@@ -46,6 +46,8 @@ CommandResult shell(const std::string& script, const std::vector<std::string>& a
 /// Whether the run failed as orvid does: with `status`, nothing on standard output, and one line of
 /// error that bears the command's name.
 bool failsWithOneLine(const CommandResult& result, int status);
+/// The same result with the first of its error lines alone, without those that show the text.
+CommandResult withoutExcerpt(CommandResult result);
 
 /// A file with the given bytes, for as long as the object lives.
 class ScratchFile {

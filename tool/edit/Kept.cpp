@@ -84,11 +84,7 @@ void readForEdit(const SCall& call, Document& document) {
     try {
         document.kept.emplace(Dom::parse(document.text, readOptionsOf(call)));
     } catch (const ParseException& error) {
-        Failure failure = faultOf(document.place, document.text, error);
-        if (call.lines.isOn) {  // an error a line
-            throw Failure(failure.status(), failure.place(), failure.text());
-        }
-        throw failure;
+        throw faultOf(document.place, document.text, error, !call.lines.isOn);
     }
     document.root = std::move(**document.kept);
 }

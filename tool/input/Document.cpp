@@ -19,62 +19,28 @@ namespace {
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 using ko::Orvid::ParseException;
+using ko::Orvid::ReadOptions;
 
 constexpr int k_complete = 0;
-constexpr const char* k_endsEarly = "the text ends early";
+constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
+constexpr const char* k_endsEarly = "The text ends before the document is complete";
 
-/// A text under way, for errors in it.
-struct SText {
-    const SPlace& place;
-    std::string_view text;
-};
+/// With comments and trailing commas, whatever the bytes of strings are; of a repeated key the last
+/// value counts.
+ReadOptions looseOptions(bool isWhole) {
+    ReadOptions options;
+    options.requireWholeDocument = isWhole;
+    options.allowTrailingCommas = true;
+    return options;
+}
 
-[[noreturn]] void failAt(const SText& document, std::size_t offset, const std::string* elementPath,
-                         const std::string& message) {
-    const STextPlace where = placeOf(document.text, offset);
-    SPlace place = document.place;
-    place.line = place.line == 0 ? where.line : place.line;
-    place.column = where.column;
-    if (elementPath != nullptr) {
-        place.path = *elementPath;
-    }
-    throw Failure(ExitStatus::failed, std::move(place), message);
+std::string_view withoutMark(std::string_view text) {
+    const bool isMarked = text.substr(0, k_byteOrderMark.size()) == k_byteOrderMark;
+    return text.substr(isMarked ? k_byteOrderMark.size() : 0);
 }
 
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
-
-bool startsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
-
-/// Where the error begins that the message reports. The parser stops at a character that does not
-/// belong into its token, but after a character that begins none and after a token in a wrong
-/// place; a token after a member's value is the exception, there it stops inside.
-std::size_t faultOffset(const std::string& message, std::string_view text, std::size_t stop) {
-    if (startsWith(message, "parse error: after key and value")) {
-        return tokenStart(text, stop + 1);
-    }
-    if (startsWith(message, "parse error")) {
-        return tokenStart(text, stop);
-    }
-    const bool isBehind = stop > 0 && startsWith(message, "lexical error: invalid char in json");
-    return isBehind ? stop - 1 : stop;
-}
-
-void requireValue(const DomParser& parser, const SText& document) {
-    if (parser.state() != k_complete) {
-        const std::string path = parser.openElement()->path();
-        failAt(document, document.text.length(), &path, k_endsEarly);
-    }
-}
-
-void requireComplete(const DomParser& parser, const SText& document) {
-    const std::string_view text = document.text;
-    requireValue(parser, document);
-    const std::size_t rest = skipBlanks(text, static_cast<std::size_t>(parser.position()));
-    if (rest < text.length()) {
-        failAt(document, rest, nullptr, "text follows the value");
-    }
-}
 
 /// A parser counts in 32 bits, so what is longer goes as a string.
 void parse(DomParser& parser, Element& root, std::string_view text) {
@@ -89,24 +55,18 @@ std::size_t numberOf(int lineOrColumn) {
     return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
 }
 
-void parseFrom(DomParser& parser, const SText& document, std::size_t start, Element& root) {
-    const std::string_view text = document.text.substr(start);
-    try {
-        // A number is known to be over only when something follows it: the newline.
-        parse(parser, root, std::string_view(text.data(), text.length() + 1));
-    } catch (const ParseException& error) {
-        const std::string message = firstLine(error.message());
-        const std::size_t offset =
-            start + faultOffset(message, text, static_cast<std::size_t>(parser.position()));
-        // Only the newline after the text is in error.
-        const bool isEnd = offset >= document.text.length();
-        failAt(document, offset, error.elementPath(), isEnd ? k_endsEarly : message);
-    }
+/// Moves the place of an error in the text from the offset on to where it is in the whole text.
+SPlace placeFrom(SPlace place, std::string_view text, std::size_t offset) {
+    const STextPlace start = placeOf(text, offset);
+    place.column += place.line == 1 ? start.column - 1 : 0;
+    place.line += start.line - 1;
+    return place;
 }
 
 }  // namespace
 
-Failure faultOf(const SPlace& place, std::string_view text, const ParseException& error) {
+Failure faultOf(const SPlace& place, std::string_view text, const ParseException& error,
+                bool isShown) {
     SPlace at = place;
     at.line = at.line == 0 ? numberOf(error.firstLine()) : at.line;
     at.column = numberOf(error.firstColumn());
@@ -114,14 +74,18 @@ Failure faultOf(const SPlace& place, std::string_view text, const ParseException
         at.path = *error.elementPath();
     }
     return {ExitStatus::failed, std::move(at), firstLine(error.message()),
-            ko::Orvid::sourceExcerpt(text, error)};
+            isShown ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
 }
 
 void readTree(const SPlace& place, std::string_view text, Element& root) {
-    const SText document{place, text};
-    DomParser parser;
-    parseFrom(parser, document, 0, root);
-    requireComplete(parser, document);
+    const bool isRecord = place.line != 0;
+    const std::string_view document = isRecord ? text : withoutMark(text);
+    DomParser parser(looseOptions(true));
+    try {
+        parse(parser, root, document);
+    } catch (const ParseException& error) {
+        throw faultOf(place, document, error, !isRecord);
+    }
 }
 
 std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
@@ -130,10 +94,21 @@ std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, 
     if (offset == text.length()) {
         return std::nullopt;
     }
-    const SText document{place, text};
-    DomParser parser;
-    parseFrom(parser, document, offset, root);
-    requireValue(parser, document);
+    DomParser parser(looseOptions(false));
+    try {
+        // A number is known to be over only when something follows it: the newline.
+        parse(parser, root, {text.data() + offset, text.length() - offset + 1});
+    } catch (const ParseException& error) {
+        const Failure failure = faultOf(place, text.substr(offset), error, true);
+        throw Failure(failure.status(), placeFrom(failure.place(), text, offset), failure.text(),
+                      failure.excerpt());
+    }
+    if (parser.state() != k_complete) {
+        const STextPlace end = placeOf(text, text.length());
+        throw Failure(ExitStatus::failed,
+                      {place.file, end.line, end.column, parser.openElement()->path()},
+                      k_endsEarly);
+    }
     return offset + static_cast<std::size_t>(parser.position());
 }
 

@@ -25,20 +25,21 @@ struct Document {
     std::optional<ko::Orvid::Dom> kept;  ///< where the text is to be kept: its root is `root`
 };
 
-/// Reads the text into `root`. It must hold one complete value and, around it, nothing but
-/// whitespace and comments. The byte after it is a newline. Throws Failure, which says the place:
-/// `place` with the column, and with the line unless it has one.
+/// Reads the text into `root`. It must hold one complete value, with comments and trailing commas
+/// where they are wanted, and around it nothing but whitespace, comments and a byte order mark.
+/// Throws Failure as faultOf() makes it; a text that is a line of a longer one is not shown.
 void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
 
 /// Reads the first value at the offset or after it, of several that stand in the text one after
 /// the other, into `root`, and answers the offset of its end; nothing, where there are only
-/// whitespace and comments. Otherwise as readTree().
+/// whitespace and comments. The byte after the text is a newline. Throws as readTree().
 std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
                                     ko::Orvid::Element& root);
 
-/// What the library says of a faulty text, with the place, `place` completed, and the line at
-/// error.
-Failure faultOf(const SPlace& place, std::string_view text, const ko::Orvid::ParseException& error);
+/// What the library says of a faulty text, with the place: `place` with the column and, unless it
+/// has one, the line. Where it is shown, the line of the text follows, with a caret.
+Failure faultOf(const SPlace& place, std::string_view text, const ko::Orvid::ParseException& error,
+                bool isShown);
 
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.
 void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);

@@ -25,43 +25,7 @@ std::size_t commentEnd(std::string_view text, std::size_t offset) {
     return end + (isLine ? 1 : 2);
 }
 
-bool isWordCharacter(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || c == 'E' || c == '+' || c == '-' ||
-           c == '.';
-}
-
-std::size_t stringEnd(std::string_view text, std::size_t start) {
-    std::size_t offset = start + 1;
-    while (offset < text.length() && text[offset] != '"') {
-        offset += text[offset] == '\\' ? 2U : 1U;
-    }
-    return std::min(offset + 1, text.length());
-}
-
-std::size_t tokenEnd(std::string_view text, std::size_t start) {
-    if (text[start] == '"') {
-        return stringEnd(text, start);
-    }
-    std::size_t end = start + 1;
-    while (isWordCharacter(text[start]) && end < text.length() && isWordCharacter(text[end])) {
-        ++end;
-    }
-    return end;
-}
-
 }  // namespace
-
-std::size_t tokenStart(std::string_view text, std::size_t end) {
-    std::size_t start = skipBlanks(text, 0);
-    while (start < text.length()) {
-        const std::size_t stop = tokenEnd(text, start);
-        if (stop >= end) {
-            return start;
-        }
-        start = skipBlanks(text, stop);
-    }
-    return start;
-}
 
 STextPlace placeOf(std::string_view text, std::size_t offset) {
     const std::string_view before = text.substr(0, std::min(offset, text.length()));

@@ -18,11 +18,6 @@ struct STextPlace {
 /// The place of the byte at `offset` (from 0).
 STextPlace placeOf(std::string_view text, std::size_t offset);
 
-/// The offset of the first byte of the token that reaches to the offset `end` or beyond: a string,
-/// a word, a number or a single character; the text's length when there is none. Scans from the
-/// start.
-std::size_t tokenStart(std::string_view text, std::size_t end);
-
 /// The offset of the first byte from `offset` on that belongs neither to whitespace nor to a closed
 /// comment; the text's length when there is none.
 std::size_t skipBlanks(std::string_view text, std::size_t offset);

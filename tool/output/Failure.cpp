@@ -4,11 +4,35 @@
 
 #include "output/Failure.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
 namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::EParseError;
+using ko::Orvid::ParseException;
+
+/// Empty for errors that say it themselves.
+const char* pathFault(const ParseException& error) {
+    switch (error.code()) {
+        case EParseError::pathTruncated:
+            return "it ends where a key or an index is expected";
+        case EParseError::pathCharacter:
+            return "this character may not stand here, except after a backslash";
+        case EParseError::pathIndexRange:
+            return "the index is beyond 4294967294";
+        case EParseError::pathNoIndex:
+            return "[*] names no item that could be looked up";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
 
 Failure::Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt)
     : std::runtime_error(text),
@@ -18,8 +42,23 @@ Failure::Failure(ExitStatus status, SPlace place, const std::string& text, std::
 
 Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, SPlace(), text) {}
 
-Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error) {
-    return {ExitStatus::usage, "path \"" + path + "\": " + error.message()};
+std::string wordExcerpt(std::string word, const ParseException& error) {
+    const auto isBreak = [](char c) { return c == '\n' || c == '\r'; };
+    std::replace_if(word.begin(), word.end(), isBreak, ' ');
+    const ParseException fromOne(error.message(), 1, error.firstColumn() + 1, 1,
+                                 error.lastColumn() + 1);
+    return ko::Orvid::sourceExcerpt(word, fromOne);
+}
+
+Failure malformedPath(const std::string& path, const ParseException& error) {
+    const std::string fault = pathFault(error);
+    // The last column is that of the character in error; the first may be that of its step.
+    const int column = error.lastColumn();
+    const ParseException at(error.message(), 1, column, 1, column);
+    const bool hasPlace = error.code() != EParseError::pathNoIndex && column >= 0;
+    return {ExitStatus::usage, SPlace(),
+            "path \"" + path + "\": " + (fault.empty() ? error.message() : fault),
+            hasPlace ? wordExcerpt(path, at) : std::string()};
 }
 
 Failure memoryFailure(SPlace place) {

@@ -63,6 +63,9 @@ public:
     explicit OutputFailure(const Failure& failure) : Failure(failure) {}
 };
 
+/// A word of the call, on one line, with carets below the columns of the error, which count from 0.
+std::string wordExcerpt(std::string word, const ko::Orvid::ParseException& error);
+
 /// `path` itself is malformed.
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error);
 

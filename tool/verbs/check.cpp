@@ -48,7 +48,7 @@ private:
             parser.feed(document.text);
             parser.finish();
         } catch (const ParseException& error) {
-            throw faultOf(document.place, document.text, error);
+            throw faultOf(document.place, document.text, error, true);
         }
     }
 

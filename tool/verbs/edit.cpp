@@ -159,7 +159,7 @@ private:
             ko::Orvid::Dom::parse(text,
                                   call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc());
         } catch (const ko::Orvid::ParseException& error) {
-            throw faultOf({m_file, 0, 0, {}}, text, error);
+            throw faultOf({m_file, 0, 0, {}}, text, error, true);
         }
     }
 
