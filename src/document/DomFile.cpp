@@ -22,6 +22,7 @@
 #include "document/WriteFault.h"
 #include "source/Source.h"
 #include "source/ValuePlaces.h"
+#include "text/byteOrderMark.h"
 #include "tree/TreeEqual.h"
 
 namespace ko::Orvid {
@@ -31,7 +32,6 @@ namespace {
 constexpr const char* k_read = "read";
 constexpr const char* k_write = "write";
 constexpr const char* k_noRoot = "The document has no root";
-constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
 /// The first line of the message, after its place where that is known.
 std::string reasonOf(const ParseException& error) {
@@ -84,9 +84,7 @@ bool holds(const std::string& file, std::string_view text) {
 }  // namespace
 
 Dom Dom::read(std::string text, const ReadOptions& options, const std::string& file) {
-    const bool hasMark =
-        std::string_view(text).substr(0, k_byteOrderMark.size()) == k_byteOrderMark;
-    const std::size_t begin = hasMark ? k_byteOrderMark.size() : 0;
+    const std::size_t begin = text::markLength(text);
     Dom dom;
     auto root = std::make_unique<Element>();
     dom.setRoot(*root, true);

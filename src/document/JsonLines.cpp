@@ -13,11 +13,11 @@
 #include <string>
 #include <string_view>
 
+#include "text/byteOrderMark.h"
+
 namespace ko::Orvid {
 
 namespace {
-
-constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 
 ReadOptions whole(ReadOptions options) {
     options.requireWholeDocument = true;
@@ -65,8 +65,8 @@ bool JsonLines::State::readLine() {
         in.setstate(std::ios_base::eofbit);
         return false;
     }
-    if (number == 1 && std::string_view(line).substr(0, 3) == k_byteOrderMark) {
-        line.erase(0, k_byteOrderMark.size());
+    if (number == 1) {
+        line.erase(0, text::markLength(line));
     }
     return true;
 }

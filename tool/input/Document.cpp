@@ -11,6 +11,7 @@
 
 #include "input/Input.h"
 #include "input/TextPlace.h"
+#include "text/byteOrderMark.h"
 
 namespace orvid_tool {
 
@@ -22,7 +23,6 @@ using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
 constexpr int k_complete = 0;
-constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
 constexpr const char* k_endsEarly = "The text ends before the document is complete";
 
 /// With comments and trailing commas, whatever the bytes of strings are; of a repeated key the last
@@ -32,11 +32,6 @@ ReadOptions looseOptions(bool isWhole) {
     options.requireWholeDocument = isWhole;
     options.allowTrailingCommas = true;
     return options;
-}
-
-std::string_view withoutMark(std::string_view text) {
-    const bool isMarked = text.substr(0, k_byteOrderMark.size()) == k_byteOrderMark;
-    return text.substr(isMarked ? k_byteOrderMark.size() : 0);
 }
 
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
@@ -79,7 +74,8 @@ Failure faultOf(const SPlace& place, std::string_view text, const ParseException
 
 void readTree(const SPlace& place, std::string_view text, Element& root) {
     const bool isRecord = place.line != 0;
-    const std::string_view document = isRecord ? text : withoutMark(text);
+    const std::string_view document =
+        isRecord ? text : text.substr(ko::Orvid::text::markLength(text));
     DomParser parser(looseOptions(true));
     try {
         parse(parser, root, document);

@@ -7,17 +7,9 @@
 #include <new>
 #include <string>
 
+#include "text/byteOrderMark.h"
+
 namespace orvid_tool {
-
-namespace {
-
-constexpr std::string_view k_byteOrderMark = "\xEF\xBB\xBF";
-
-bool startsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.length()) == start;
-}
-
-}  // namespace
 
 void LineWorker::work(LineBatch& batch) const {
     if (batch.kind == LineBatch::whole) {
@@ -44,8 +36,7 @@ void LineWorker::workOnLines(LineBatch& batch) const {
 
 void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch& batch) const {
     const bool isFirst = batch.isFirst && batch.counts.lines == 1;
-    const bool isMarked = isFirst && startsWith(line, k_byteOrderMark);
-    document.mark = isMarked ? k_byteOrderMark : std::string_view();
+    document.mark = line.substr(0, isFirst ? ko::Orvid::text::markLength(line) : 0);
     document.text = line.substr(document.mark.length());
     if (document.text.find_first_not_of(" \t\r") == std::string_view::npos) {
         ++batch.counts.blank;

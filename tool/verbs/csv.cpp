@@ -10,6 +10,7 @@
 #include "input/Input.h"
 #include "output/Csv.h"
 #include "output/Output.h"
+#include "text/byteOrderMark.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -165,10 +166,7 @@ public:
             Input input(file);
             const Bytes ended = input.readAll();
             std::string_view text = ended.view().substr(0, ended.length() - 1);
-            constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-            if (text.substr(0, byteOrderMark.length()) == byteOrderMark) {
-                text.remove_prefix(byteOrderMark.length());
-            }
+            text.remove_prefix(ko::Orvid::text::markLength(text));
             writeRecords(input.name(), text, out);
         }
         return ExitStatus::done;
