@@ -88,14 +88,12 @@ std::string CsvReader::takeQuoted() {
 }
 
 bool CsvReader::takeLineBreak() {
-    for (const std::string_view end : {std::string_view("\r\n"), std::string_view("\n")}) {
-        if (m_rest.substr(0, end.length()) == end) {
-            m_rest.remove_prefix(end.length());
-            ++m_line;
-            return true;
-        }
-    }
-    return false;
+    const std::size_t length = m_rest.substr(0, 2) == "\r\n" ? 2
+                               : m_rest.substr(0, 1) == "\n" ? 1
+                                                             : 0;
+    m_rest.remove_prefix(length);
+    m_line += length > 0 ? 1 : 0;
+    return length > 0;
 }
 
 }  // namespace orvid_tool

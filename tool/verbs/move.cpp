@@ -2,7 +2,7 @@
 //
 // orvid move and orvid copy: a value in another place as well, or instead.
 
-#include <iterator>
+#include <algorithm>
 #include <utility>
 
 #include "call/Options.h"
@@ -21,13 +21,17 @@ using ko::Orvid::Path;
 /// Takes the element out of what holds it.
 Element taken(Element& element) {
     Element& parent = *element.parent();
-    Element value = std::move(element);
     if (parent.isObject()) {
-        parent.object().erase(std::string(element.memberKey()));
-    } else {
-        auto& items = parent.array();
-        items.erase(std::next(items.begin(), static_cast<std::ptrdiff_t>(element.index())));
+        const auto member = parent.object().find(element.memberKey());
+        Element value = std::move(member->second);
+        parent.object().erase(member);
+        return value;
     }
+    auto& items = parent.array();
+    const auto item = std::find_if(items.begin(), items.end(),
+                                   [&](const Element& other) { return &other == &element; });
+    Element value = std::move(*item);
+    items.erase(item);
     return value;
 }
 

@@ -215,9 +215,11 @@ public:
     /// The key under which this element sits in its parent object; empty otherwise. The reference
     /// lives as long as the element stays where it is.
     const std::string& memberKey() const noexcept {
+        if (isItem() || m_step == 0) {
+            return k_emptyString;
+        }
         // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit tells it from an index
-        return isItem() || m_step == 0 ? k_emptyString
-                                       : *reinterpret_cast<const std::string*>(m_step);
+        return *reinterpret_cast<const std::string*>(m_step);
     }
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
