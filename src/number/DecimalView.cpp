@@ -180,6 +180,9 @@ std::size_t DecimalView::hash() const {
     const std::size_t signs = (m_isNegative ? 1U : 0U) + (m_power.isNegative ? 2U : 0U);
     std::size_t result = mixed(static_cast<std::size_t>(m_rank) + 1, signs << 3U);
     result = mixed(result, static_cast<std::size_t>(m_power.value));
+    if constexpr (sizeof result < sizeof m_power.value) {
+        result = mixed(result, static_cast<std::size_t>(m_power.value >> 32));
+    }
     result = mixed(result, std::hash<std::string>()(m_power.beyond));
     if (m_rest.empty()) {
         return mixed(result, std::hash<std::string_view>()(m_first));

@@ -31,6 +31,9 @@ protected:
         if (k_isSanitized) {
             GTEST_SKIP() << "a sanitizer takes more address space than any limit";
         }
+        if (sizeof(void*) < 8) {
+            GTEST_SKIP() << "the limits are those of 64 bit";
+        }
     }
 };
 
