@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "require.h"
-#include "support/Document.h"
 
 namespace {
 
@@ -68,13 +67,13 @@ void checkTranslation(const JsonPath& query, const Element& root) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    static const orvid_test::Document document(k_document);
+    static const ko::Orvid::Element root = ko::Orvid::parse(k_document);
     const std::string text(bytes, bytes + size);
     try {
         const JsonPath query(text, options());
         require(query.str() == text, "a query keeps its text");
-        checkTranslation(query, document.root);
-        checkPlaces(query, document.root);
+        checkTranslation(query, root);
+        checkPlaces(query, root);
     } catch (const ParseException& error) {
         checkError(error, text);
     } catch (const Exception&) {
