@@ -32,10 +32,12 @@ public:
         }
     }
     void operator()(const Comparison& comparison) const {
-        const auto isQuery = [](const Operand& operand) {
-            return std::holds_alternative<Query>(operand.value);
+        // A literal is no container, but what a query or a call gives may be one.
+        const auto isElement = [](const Operand& operand) {
+            return std::holds_alternative<Query>(operand.value) ||
+                   std::holds_alternative<Call>(operand.value);
         };
-        const bool isWhole = isQuery(comparison.left) && isQuery(comparison.right);
+        const bool isWhole = isElement(comparison.left) && isElement(comparison.right);
         take(comparison.left, isWhole);
         take(comparison.right, isWhole);
     }
