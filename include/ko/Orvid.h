@@ -37,6 +37,7 @@
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/PathGenerator.h>
 #include <ko/Orvid/PathParser.h>
+#include <ko/Orvid/PathView.h>
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/SafeFile.h>
 #include <ko/Orvid/SchemaDefaults.h>

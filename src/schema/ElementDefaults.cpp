@@ -23,33 +23,33 @@ Path defaultPath(const Element& element, std::string_view path) {
 
 }  // namespace
 
-const Element& Element::tryDefaultAt(std::string_view path, const Element& fallback) const {
-    const auto walked = walkToDefault(*this, path);
+const Element& Element::tryGetDefault(PathView path, const Element& fallback) const {
+    const auto walked = walkToDefault(*this, path.text());
     if (!walked) {
-        return root()->tryGet(defaultPath(*this, path), fallback);
+        return root()->tryGet(defaultPath(*this, path.text()), fallback);
     }
     return *walked == nullptr ? fallback : **walked;
 }
 
-const Element& Element::defaultAt(std::string_view path) const {
-    const auto walked = walkToDefault(*this, path);
-    return walked && *walked != nullptr ? **walked : root()->get(defaultPath(*this, path));
+const Element& Element::getDefault(PathView path) const {
+    const auto walked = walkToDefault(*this, path.text());
+    return walked && *walked != nullptr ? **walked : root()->get(defaultPath(*this, path.text()));
 }
 
-const Element& Element::tryUsingDefaultAt(std::string_view path, const Element& fallback) const {
-    if (const auto walked = walkToBoth(*this, path)) {
+const Element& Element::tryGetUsingDefault(PathView path, const Element& fallback) const {
+    if (const auto walked = walkToBoth(*this, path.text())) {
         const Element* const found = walked->inData != nullptr ? walked->inData : walked->inSchema;
         return found == nullptr ? fallback : *found;
     }
-    return tryGet(pathOf(path), tryDefaultAt(path, fallback));
+    return tryGet(path, tryGetDefault(path, fallback));
 }
 
-const Element& Element::usingDefaultAt(std::string_view path) const {
-    const auto walked = walkToBoth(*this, path);
+const Element& Element::getUsingDefault(PathView path) const {
+    const auto walked = walkToBoth(*this, path.text());
     if (walked && walked->inSchema != nullptr) {
         return walked->inData != nullptr ? *walked->inData : *walked->inSchema;
     }
-    return tryGet(pathOf(path), defaultAt(path));
+    return tryGet(path, getDefault(path));
 }
 
 }  // namespace ko::Orvid

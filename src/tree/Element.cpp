@@ -120,6 +120,8 @@ void Element::swap(Element& other) {
     }
 }
 
+void swap(Element& a, Element& b) { a.swap(b); }
+
 Element::~Element() { destroy(m_data); }
 
 void Element::destroy() {}
@@ -134,30 +136,34 @@ void Element::throwTypeException(EType expected) const {
     throw TypeException<EType>(this, expected, m_data.type);
 }
 
-void Element::throwNoNumber(const RuntimeError& error) const {
-    throw Exception("The value is no number", this, &error);
+namespace detail {
+
+void throwNoNumber(const Element& element, const RuntimeError& error) {
+    throw Exception("The value is no number", &element, &error);
 }
 
 template<class T>
-void Element::throwOutOfRange() const {
+void throwOutOfRange(const Element& element) {
     using Limits = std::numeric_limits<T>;
-    throw ValueOutOfRange<Number, T>(this, number(), Limits::lowest(), Limits::max());
+    throw ValueOutOfRange<Number, T>(&element, element.number(), Limits::lowest(), Limits::max());
 }
 
-template void Element::throwOutOfRange<char>() const;
-template void Element::throwOutOfRange<signed char>() const;
-template void Element::throwOutOfRange<unsigned char>() const;
-template void Element::throwOutOfRange<short>() const;
-template void Element::throwOutOfRange<unsigned short>() const;
-template void Element::throwOutOfRange<int>() const;
-template void Element::throwOutOfRange<unsigned int>() const;
-template void Element::throwOutOfRange<long>() const;
-template void Element::throwOutOfRange<unsigned long>() const;
-template void Element::throwOutOfRange<long long>() const;
-template void Element::throwOutOfRange<unsigned long long>() const;
-template void Element::throwOutOfRange<float>() const;
-template void Element::throwOutOfRange<double>() const;
-template void Element::throwOutOfRange<long double>() const;
+template void throwOutOfRange<char>(const Element&);
+template void throwOutOfRange<signed char>(const Element&);
+template void throwOutOfRange<unsigned char>(const Element&);
+template void throwOutOfRange<short>(const Element&);
+template void throwOutOfRange<unsigned short>(const Element&);
+template void throwOutOfRange<int>(const Element&);
+template void throwOutOfRange<unsigned int>(const Element&);
+template void throwOutOfRange<long>(const Element&);
+template void throwOutOfRange<unsigned long>(const Element&);
+template void throwOutOfRange<long long>(const Element&);
+template void throwOutOfRange<unsigned long long>(const Element&);
+template void throwOutOfRange<float>(const Element&);
+template void throwOutOfRange<double>(const Element&);
+template void throwOutOfRange<long double>(const Element&);
+
+}  // namespace detail
 
 bool& Element::boolean() {
     ensureType(etBoolean);

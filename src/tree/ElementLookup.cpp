@@ -8,25 +8,45 @@
 
 #include <utility>
 
+#include "tree/followPlain.h"
 #include "tree/ItemMatch.h"
 
 namespace ko::Orvid {
 
-bool Element::pathExists(const Path& path, EType type) const {
-    return Path::pathExists(path, *this, type);
+const Element* Element::elementAt(PathView path) const {
+    const auto followed = followPlain(path.text(), *this);
+    return followed ? *followed : Path::tryGetElement(path.path(), *this);
 }
 
-Element& Element::get(const Path& path) {
-    return path.empty() ? *this : Path::getElement(path, *this);
+bool Element::pathExists(PathView path, EType type) const {
+    const Element* const found = elementAt(path);
+    return found != nullptr && (type == etEmpty || found->type() == type);
 }
 
-const Element& Element::get(const Path& path) const {
-    return path.empty() ? *this : Path::getElement(path, *this);
+const Element& Element::get(PathView path) const {
+    const Element* const found = Path::plainElement(path.text(), *this);
+    return found != nullptr ? *found : Path::getElement(path.path(), *this);
 }
 
-const Element& Element::tryGet(const Path& path, const Element& fallback) const {
-    const Element* const found = Path::tryGetElement(path, *this);
+Element& Element::get(PathView path) {
+    return const_cast<Element&>(std::as_const(*this).get(path));
+}
+
+const Element& Element::tryGet(PathView path, const Element& fallback) const {
+    const Element* const found = elementAt(path);
     return found == nullptr ? fallback : *found;
+}
+
+std::string Element::toOr(PathView path, const char* fallback) const {
+    return toOr<std::string>(path, fallback);
+}
+
+Element Element::getOr(PathView path, Element fallback) const {
+    const Element* const found = elementAt(path);
+    if (found == nullptr) {
+        return fallback;
+    }
+    return *found;
 }
 
 const Element* Element::find(const Element& value, const Path& itemPath,

@@ -15,9 +15,8 @@
 #include <utility>
 
 #include "path/PathText.h"
-#include "path/PlainSteps.h"
 #include "tree/Ancestors.h"
-#include "tree/PathStep.h"
+#include "tree/followPlain.h"
 #include "tree/ValueBefore.h"
 
 namespace ko::Orvid {
@@ -29,19 +28,6 @@ const std::string Path::k_default = "default";
 const std::string Path::k_metaObjectProperty = "properties";
 const std::string Path::k_metaArrayItem = "items";
 const std::string Path::k_escapeChars(PathGenerator::k_special);
-
-namespace {
-
-/// Follows a plain path to its end, also where it leads nowhere. Answers nothing for any other
-/// path.
-std::optional<const Element*> followPlain(std::string_view path, const Element& start) {
-    const Element* element = &start;
-    const bool isPlain = takePlainSteps(
-        path, [&](auto step) { element = element == nullptr ? nullptr : childAt(*element, step); });
-    return isPlain ? std::optional(element) : std::nullopt;
-}
-
-}  // namespace
 
 const Element* Path::plainElement(std::string_view path, const Element& start) {
     return followPlain(path, start).value_or(nullptr);

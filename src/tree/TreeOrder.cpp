@@ -138,4 +138,6 @@ int Element::order(const Element& other) const {
     return this == &other ? 0 : Order().of(*this, other);
 }
 
+bool operator<(const Element& a, const Element& b) { return a.order(b) < 0; }
+
 }  // namespace ko::Orvid

@@ -53,6 +53,7 @@ class PathGenerator;
 class PathNotFound;
 class PathParser;
 class PathParserListener;
+class PathView;
 struct QueryOptions;
 struct ReadOptions;
 class SafeFile;

@@ -7,6 +7,7 @@
 
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
+#include <ko/Orvid/types.h>
 
 #include <cstdint>
 #include <functional>
@@ -68,6 +69,23 @@ private:
 
     std::uintptr_t m_word = 0;  ///< the parent, or the notes, which name it, with the bit k_notes
 };
+
+inline Element* parentOf(const ParentLink* link) noexcept {
+    return link == nullptr ? nullptr : link->parent();
+}
+
+/// An element's step from its parent: the address of the member's key, beside the element; or twice
+/// the index and 1; or 0 without a parent.
+inline bool isItem(std::uintptr_t step) noexcept { return (step & 1U) != 0; }
+/// k_noIndex of a member.
+inline unsigned int indexOf(std::uintptr_t step) noexcept {
+    return isItem(step) || step == 0 ? static_cast<unsigned int>(step >> 1U) : k_noIndex;
+}
+/// Null unless of a member.
+inline const std::string* keyOf(std::uintptr_t step) noexcept {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit distinguishes it from an index
+    return isItem(step) ? nullptr : reinterpret_cast<const std::string*>(step);
+}
 
 /// See ko::detail::PlacesOf. Children that a container has handed over without telling them name
 /// its parent still. That is noted, and they learn of their own parent when it ends.
