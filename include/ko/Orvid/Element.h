@@ -137,7 +137,7 @@ public:
         const Element* const found = elementAt(path);
         return found == nullptr ? std::move(fallback) : found->to<T>();
     }
-    std::string toOr(PathView path, const char* fallback) const;
+    std::string toOr(PathView path, const char* fallback) const;  ///< the same
     /// -1, 0 or 1 as this value is below, equal to or above the other's: the total order of `==` to
     /// `>=`. Types as in compare(), numbers by Number::order(), strings by their bytes, arrays item
     /// by item, objects by their members in the order of their keys; what begins the other is the
@@ -186,7 +186,7 @@ public:
     /// number of items up to the one that is found.
     Element* find(const Element& value, const Path& itemPath = {}, const Path& arrayPath = {});
     const Element* find(const Element& value, const Path& itemPath = {},
-                        const Path& arrayPath = {}) const;
+                        const Path& arrayPath = {}) const;  ///< the same
     /// The same, answering `fallback` when nothing is found and when there is no such array.
     const Element& tryFind(const Element& value, const Element& fallback KO_LIFETIME_BOUND,
                            const Path& itemPath = {},
