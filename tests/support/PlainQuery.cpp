@@ -1,137 +1,22 @@
 // SPDX-License-Identifier: MIT
 //
-// The grammar of RFC 9535, each production a function that returns what carries it out.
+// The grammar of RFC 9535, each production a function that returns what carries it out, from
+// PlainEvaluation.h.
 
 #include "support/PlainQuery.h"
 
-#include <algorithm>
-#include <functional>
 #include <utility>
+
+#include "support/PlainEvaluation.h"
 
 namespace orvid_test {
 
 namespace {
 
 using ko::Orvid::Element;
-using Nodes = std::vector<const Element*>;
+using namespace plain;
 
 struct NoQuery {};
-struct TooMuch {};
-
-/// `$` and `@`.
-struct Place {
-    const Element* root;
-    const Element* current;
-};
-
-using Query = std::function<Nodes(const Place&)>;
-using Test = std::function<bool(const Place&)>;
-using Value = std::function<std::optional<Element>(const Place&)>;
-
-constexpr int k_budget = 200000;
-int budget = 0;
-
-void spend(std::size_t cost) {
-    budget -= static_cast<int>(std::min<std::size_t>(cost, k_budget)) + 1;
-    if (budget < 0) {
-        throw TooMuch();
-    }
-}
-
-Nodes childrenOf(const Element& element) {
-    Nodes result;
-    if (element.isArray()) {
-        for (const Element& item : element.array()) {
-            result.push_back(&item);
-        }
-    } else if (element.isObject()) {
-        for (const auto& member : element.object()) {
-            result.push_back(&member.second);
-        }
-    }
-    spend(result.size());
-    return result;
-}
-
-void addDescendants(const Element& element, Nodes& result) {
-    result.push_back(&element);
-    for (const Element* const child : childrenOf(element)) {
-        addDescendants(*child, result);
-    }
-}
-
-/// Numbers whose exponents need many digits are no matter of queries.
-ko::DecNumber decimal(const Element& element) {
-    constexpr std::size_t mostDigits = 12;
-    const std::string& text = element.number().toString();
-    if (text.size() - std::min(text.find_first_of("eE"), text.size()) > mostDigits) {
-        throw TooMuch();
-    }
-    return ko::DecNumber(text);
-}
-
-std::optional<int> order(const Element& a, const Element& b) {
-    if (a.isNumber() && b.isNumber()) {
-        return decimal(a).compare(decimal(b));
-    }
-    if (a.isString() && b.isString()) {
-        return a.string().compare(b.string());
-    }
-    return std::nullopt;
-}
-
-bool same(const Element& a, const Element& b) {
-    spend(0);
-    if (a.type() != b.type() || childrenOf(a).size() != childrenOf(b).size()) {
-        return false;
-    }
-    if (a.isBoolean()) {
-        return a.boolean() == b.boolean();
-    }
-    if (a.isArray()) {
-        return std::equal(a.array().begin(), a.array().end(), b.array().begin(), same);
-    }
-    if (a.isObject()) {
-        return std::all_of(a.object().begin(), a.object().end(), [&b](const auto& member) {
-            const auto other = b.object().find(member.first);
-            return other != b.object().end() && same(member.second, other->second);
-        });
-    }
-    return a.isNull() || order(a, b) == 0;
-}
-
-bool sameOrNothing(const std::optional<Element>& a, const std::optional<Element>& b) {
-    return a && b ? same(*a, *b) : !a && !b;
-}
-
-bool less(const std::optional<Element>& a, const std::optional<Element>& b) {
-    return a && b && order(*a, *b).value_or(0) < 0;
-}
-
-bool compare(const std::optional<Element>& a, const std::string& mark,
-             const std::optional<Element>& b) {
-    if (mark == "<" || mark == ">") {
-        return mark == "<" ? less(a, b) : less(b, a);
-    }
-    const bool isSame = sameOrNothing(a, b);
-    if (mark == "==" || mark == "!=") {
-        return isSame == (mark == "==");
-    }
-    return isSame || (mark == "<=" ? less(a, b) : less(b, a));
-}
-
-std::optional<Element> lengthOf(const std::optional<Element>& value) {
-    if (!value || !(value->isString() || value->isArray() || value->isObject())) {
-        return std::nullopt;
-    }
-    if (!value->isString()) {
-        return Element(childrenOf(*value).size());
-    }
-    const std::string& text = value->string();
-    return Element(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-    }));
-}
 
 /// What an operand may be used as.
 struct Operand {
@@ -176,7 +61,7 @@ private:
         return isLower() || (next() >= 'A' && next() <= 'Z') || next() == '_' ||
                static_cast<unsigned char>(next()) >= 0x80;
     }
-    bool blanks() {
+    bool whitespace() {
         const std::size_t before = m_at;
         while (take(" ") || take("\t") || take("\n") || take("\r")) {
         }
@@ -188,13 +73,12 @@ private:
         bool isSingular = true;
         bool isStrict = true;
     };
-    using Selector = std::function<Nodes(const Place&, const Element&)>;
 
     Segments segments(Query start) {
         Segments result{std::move(start), true, true};
         for (;;) {
             const std::size_t before = m_at;
-            blanks();
+            whitespace();
             if (!is("[") && !is(".")) {
                 m_at = before;
                 return result;
@@ -210,9 +94,9 @@ private:
         m_isSingle = true;
         if (take("[")) {
             do {
-                isSpaced = blanks() || isSpaced;
+                isSpaced = whitespace() || isSpaced;
                 selectors.push_back(selector());
-                isSpaced = blanks() || isSpaced;
+                isSpaced = whitespace() || isSpaced;
             } while (take(","));
             need("]");
         } else {
@@ -225,29 +109,6 @@ private:
             result.isSingular && !isDescendant && selectors.size() == 1 && m_isSingle;
         result.isStrict = result.isStrict && !isSpaced;
         result.query = applied(std::move(result.query), isDescendant, std::move(selectors));
-    }
-
-    static Query applied(Query before, bool isDescendant, std::vector<Selector> selectors) {
-        return [before = std::move(before), isDescendant,
-                selectors = std::move(selectors)](const Place& at) {
-            Nodes result;
-            for (const Element* const node : before(at)) {
-                Nodes inputs;
-                if (isDescendant) {
-                    addDescendants(*node, inputs);
-                } else {
-                    inputs.push_back(node);
-                }
-                for (const Element* const input : inputs) {
-                    for (const Selector& selector : selectors) {
-                        const Nodes found = selector(at, *input);
-                        spend(found.size());
-                        result.insert(result.end(), found.begin(), found.end());
-                    }
-                }
-            }
-            return result;
-        };
     }
 
     Selector shorthand() {
@@ -264,25 +125,6 @@ private:
         return named(text);
     }
 
-    Selector wildcard() {
-        m_isSingle = false;
-        return [](const Place&, const Element& node) { return childrenOf(node); };
-    }
-
-    static Selector named(const std::string& name) {
-        return [name](const Place&, const Element& node) {
-            Nodes result;
-            if (node.isObject()) {
-                for (const auto& member : node.object()) {
-                    if (member.first == name) {
-                        result.push_back(&member.second);
-                    }
-                }
-            }
-            return result;
-        };
-    }
-
     Selector selector() {
         if (is("'") || is("\"")) {
             return named(string());
@@ -296,19 +138,16 @@ private:
         return indexOrSlice();
     }
 
-    Selector filter() {
-        blanks();
-        const Test test = condition();
+    Selector wildcard() {
         m_isSingle = false;
-        return [test](const Place& at, const Element& node) {
-            Nodes result;
-            for (const Element* const child : childrenOf(node)) {
-                if (test({at.root, child})) {
-                    result.push_back(child);
-                }
-            }
-            return result;
-        };
+        return everyChild();
+    }
+
+    Selector filter() {
+        whitespace();
+        Test test = condition();
+        m_isSingle = false;
+        return childrenThat(std::move(test));
     }
 
     std::optional<long long> optionalInteger() {
@@ -318,54 +157,24 @@ private:
     Selector indexOrSlice() {
         const std::optional<long long> start = optionalInteger();
         const std::size_t before = m_at;
-        blanks();
+        whitespace();
         if (!take(":")) {
             m_at = before;
             if (!start) {
                 throw NoQuery();
             }
-            return [index = *start](const Place&, const Element& node) {
-                const Nodes items = node.isArray() ? childrenOf(node) : Nodes();
-                const auto size = static_cast<long long>(items.size());
-                const long long at = index < 0 ? index + size : index;
-                return at >= 0 && at < size ? Nodes{items[static_cast<std::size_t>(at)]} : Nodes();
-            };
+            return itemAt(*start);
         }
         m_isSingle = false;
-        blanks();
+        whitespace();
         const std::optional<long long> end = optionalInteger();
-        blanks();
+        whitespace();
         std::optional<long long> step;
         if (take(":")) {
-            blanks();
+            whitespace();
             step = optionalInteger();
         }
-        return [start, end, step](const Place&, const Element& node) {
-            return slice(node, start, end, step.value_or(1));
-        };
-    }
-
-    /// The pseudo code of section 2.3.4.2.2.
-    static Nodes slice(const Element& node, std::optional<long long> givenStart,
-                       std::optional<long long> givenEnd, long long step) {
-        Nodes result;
-        const Nodes items = node.isArray() ? childrenOf(node) : Nodes();
-        const auto len = static_cast<long long>(items.size());
-        const auto normalize = [len](long long i) { return i >= 0 ? i : len + i; };
-        const long long start = normalize(givenStart.value_or(step >= 0 ? 0 : len - 1));
-        const long long end = normalize(givenEnd.value_or(step >= 0 ? len : -len - 1));
-        if (step > 0) {
-            const long long upper = std::min(std::max(end, 0LL), len);
-            for (long long i = std::min(std::max(start, 0LL), len); i < upper; i += step) {
-                result.push_back(items[static_cast<std::size_t>(i)]);
-            }
-        } else if (step < 0) {
-            const long long lower = std::min(std::max(end, -1LL), len - 1);
-            for (long long i = std::min(std::max(start, -1LL), len - 1); lower < i; i += step) {
-                result.push_back(items[static_cast<std::size_t>(i)]);
-            }
-        }
-        return result;
+        return slice(start, end, step.value_or(1));
     }
 
     std::string digits() {
@@ -445,12 +254,12 @@ private:
         Test result = conjunction();
         for (;;) {
             const std::size_t before = m_at;
-            blanks();
+            whitespace();
             if (!take("||")) {
                 m_at = before;
                 return result;
             }
-            blanks();
+            whitespace();
             result = [a = result, b = conjunction()](const Place& at) { return a(at) || b(at); };
         }
     }
@@ -459,12 +268,12 @@ private:
         Test result = basic();
         for (;;) {
             const std::size_t before = m_at;
-            blanks();
+            whitespace();
             if (!take("&&")) {
                 m_at = before;
                 return result;
             }
-            blanks();
+            whitespace();
             result = [a = result, b = basic()](const Place& at) { return a(at) && b(at); };
         }
     }
@@ -472,13 +281,13 @@ private:
     Test basic() {
         const bool isNegated = take("!");
         if (isNegated) {
-            blanks();
+            whitespace();
         }
         Test test;
         if (take("(")) {
-            blanks();
+            whitespace();
             test = condition();
-            blanks();
+            whitespace();
             need(")");
         } else {
             test = comparisonOrTest(isNegated);
@@ -489,10 +298,10 @@ private:
     Test comparisonOrTest(bool isNegated) {
         const Operand left = operand();
         const std::size_t before = m_at;
-        blanks();
+        whitespace();
         for (const char* const mark : {"==", "!=", "<=", ">=", "<", ">"}) {
             if (take(mark)) {
-                blanks();
+                whitespace();
                 const Operand right = operand();
                 if (isNegated || !isComparable(left) || !isComparable(right)) {
                     throw NoQuery();
@@ -540,26 +349,15 @@ private:
         return result;
     }
 
-    static Value constant(const Element& element) {
-        return [element](const Place&) { return std::optional(element); };
-    }
-
-    static Value valueOf(const Query& query) {
-        return [query](const Place& at) {
-            const Nodes nodes = query(at);
-            return nodes.size() == 1 ? std::optional(*nodes.front()) : std::nullopt;
-        };
-    }
-
     void word(Operand& result) {
         std::string name;
         while (isLower() || (!name.empty() && (isDigit() || is("_")))) {
             name += m_text[m_at++];
         }
         if (take("(")) {
-            blanks();
+            whitespace();
             call(name, result);
-            blanks();
+            whitespace();
             need(")");
         } else if (isNameFirst() || isDigit()) {
             throw NoQuery();
@@ -586,9 +384,9 @@ private:
         } else if (name == "match" || name == "search") {
             usesPatterns = true;
             valueArgument();
-            blanks();
+            whitespace();
             need(",");
-            blanks();
+            whitespace();
             valueArgument();
             result.test = [](const Place&) { return true; };
         } else {
@@ -634,7 +432,7 @@ bool isUtf8(const std::string& text) {
 
 PlainResult plainSelect(const std::string& text, const Element& root) {
     PlainResult result;
-    budget = k_budget;
+    startBudget();
     Parser parser(text);
     try {
         if (!isUtf8(text)) {
