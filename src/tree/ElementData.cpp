@@ -7,6 +7,7 @@
 #include <ko/Orvid/Object.h>
 
 #include "tree/Place.h"
+#include "tree/Strays.h"
 #include "tree/Tree.h"
 
 namespace ko::Orvid {
@@ -61,13 +62,20 @@ Element::SData copied(const Element::SData& source, Element* owner) {
     return data;
 }
 
+/// Former children, who are elsewhere, are not taken along.
+template<class Container>
+void moveContainer(Container& container, Element* owner) noexcept {
+    Strays::comeHome(Place::linkOf(container));
+    Place::moveTo(container, owner);
+}
+
 }  // namespace
 
 void moveTree(Element::SData& data, Element* owner) noexcept {
     if (data.type == etArray && data.value.array != nullptr) {
-        Place::moveTo(*data.value.array, owner);
+        moveContainer(*data.value.array, owner);
     } else if (data.type == etObject && data.value.object != nullptr) {
-        Place::moveTo(*data.value.object, owner);
+        moveContainer(*data.value.object, owner);
     }
 }
 

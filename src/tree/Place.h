@@ -42,6 +42,10 @@ struct Place {
     static void moveTo(Container& container, Element* parent) noexcept {
         container.parentLink().setParent(parent);
     }
+    template<class Container>
+    static detail::ParentLink& linkOf(Container& container) noexcept {
+        return container.parentLink();
+    }
 
     /// Where the children of the container find their parent.
     template<class Container>
@@ -51,6 +55,10 @@ struct Place {
 
     /// Where the element finds its parent; null when it has none.
     static const detail::ParentLink* linkOf(const Element& child) noexcept { return child.m_link; }
+    /// The same to be changed: no container is a constant.
+    static detail::ParentLink* linkOf(Element& child) noexcept {
+        return const_cast<detail::ParentLink*>(child.m_link);
+    }
 
     // The begin of an object that is being filled with members of different keys.
 
@@ -81,12 +89,9 @@ struct Place {
         object.removeLastMember();
     }
 
-    /// An element that finds its parent at `from` finds it at `to` from now on.
-    static void relink(Element& child, const detail::ParentLink* from,
-                       const detail::ParentLink* to) noexcept {
-        if (child.m_link == from) {
-            child.m_link = to;
-        }
+    /// The element finds its parent there from now on; its key or index stays.
+    static void relink(Element& child, const detail::ParentLink* link) noexcept {
+        child.m_link = link;
     }
 
 private:

@@ -7,8 +7,8 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
-#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "tree/Place.h"
 
@@ -71,114 +71,86 @@ Element& elementOf(Element& item) { return item; }
 
 Element& elementOf(Element::TObject::value_type& member) { return member.second; }
 
-bool holds(const Holder& holder, const Element& element) {
-    const auto isThere = [&](auto* container) {
-        return std::any_of(container->begin(), container->end(),
-                           [&](auto& child) { return &elementOf(child) == &element; });
-    };
-    return std::visit(isThere, holder);
-}
-
-void relinkChildren(const Holder& holder, const ParentLink* from) {
-    const ParentLink* const to = namedLink(holder);
-    const auto relinkAll = [=](auto* container) {
+/// All children of the container find their parent there from now on.
+void relinkChildren(const Holder& holder) {
+    const ParentLink* const link = namedLink(holder);
+    const auto relinkAll = [link](auto* container) {
         for (auto& child : *container) {
-            Place::relink(elementOf(child), from, to);
+            Place::relink(elementOf(child), link);
         }
     };
     std::visit(relinkAll, holder);
 }
 
-template<class Notes, class Note>
-bool contains(const Notes& notes, const Note& note) {
-    return std::find(notes.begin(), notes.end(), note) != notes.end();
-}
+/// A note that is ready to be made, for which no memory will be needed then.
+class Note {
+public:
+    Note(const Holder& from, const Holder& to)
+        : m_origin(linkOf(from)), m_holder(linkOf(to)), m_isNeeded(canBeNamed(from)) {
+        if (m_isNeeded) {
+            m_holders.emplace(&m_holder, to);
+            m_origins.insert(&m_origin);
+        }
+        m_origin.needNotes();
+    }
+    ~Note() { m_origin.tidy(); }
+    Note(const Note&) = delete;
+    Note& operator=(const Note&) = delete;
 
-template<class Notes, class Matches>
-void removeNotes(Notes& notes, const Matches& matches) {
-    notes.erase(std::remove_if(notes.begin(), notes.end(), matches), notes.end());
-}
+    /// Children of the origin go to the holder; those that come back from there are at home.
+    void make() noexcept {
+        m_origin.notes().holders.merge(m_holders);
+        m_holder.notes().origins.merge(m_origins);
+        m_origin.notes().holders.erase(&m_origin);
+        m_origin.notes().origins.erase(&m_origin);
+    }
 
-void removeHolder(ParentLink& origin, const ParentLink& holder) {
-    removeNotes(origin.notes().holders,
-                [&](const Holder& each) { return &linkOf(each) == &holder; });
-}
+private:
+    static bool canBeNamed(const Holder& from) {
+        return namedLink(from) != nullptr && !isEmpty(from);
+    }
 
-void removeOrigin(ParentLink& holder, const ParentLink& origin) {
-    removeNotes(holder.notes().origins, [&](const ParentLink* each) { return each == &origin; });
-}
+    ParentLink& m_origin;
+    ParentLink& m_holder;
+    bool m_isNeeded;
+    Handovers::THolders m_holders;
+    Handovers::TOrigins m_origins;
+};
 
-/// Makes room for all that exchange() may add. Throws std::bad_alloc.
-void prepare(const Holder& holder, const Holder& other) {
-    Handovers& notes = linkOf(holder).needNotes();
-    const Handovers& others = linkOf(other).needNotes();
-    notes.holders.reserve(notes.holders.size() + 1);
-    notes.origins.reserve(notes.origins.size() + others.origins.size() + 1);
+/// Renames a holder wherever it is noted, except where the other one is noted as well.
+void renameHolder(const Holder& from, const Holder& to) {
+    const Handovers::TOrigins& others = linkOf(to).notes().origins;
+    for (ParentLink* const origin : linkOf(from).notes().origins) {
+        if (others.count(origin) == 0) {
+            Handovers::THolders& holders = origin->notes().holders;
+            auto note = holders.extract(&linkOf(from));
+            note.key() = &linkOf(to);
+            note.mapped() = to;
+            holders.insert(std::move(note));
+        }
+    }
 }
 
 /// What is noted of the children of the one is true of the other's from now on.
 void exchangeOrigins(const Holder& a, const Holder& b) {
-    std::vector<ParentLink*>& left = linkOf(a).notes().origins;
-    std::vector<ParentLink*>& right = linkOf(b).notes().origins;
-    const auto rename = [&](const ParentLink* origin) {
-        for (Holder& holder : origin->notes().holders) {
-            holder = holder == a ? b : holder == b ? a : holder;
-        }
-    };
-    std::for_each(left.begin(), left.end(), rename);
-    std::for_each(right.begin(), right.end(), [&](const ParentLink* origin) {
-        if (!contains(left, origin)) {
-            rename(origin);
-        }
-    });
-    left.swap(right);
-}
-
-/// The children of `from`, which name its parent, go to `to`; those of its own that came back with
-/// them are at home.
-void noteChildren(const Holder& from, const Holder& to) {
-    ParentLink& origin = linkOf(from);
-    ParentLink& holder = linkOf(to);
-    if (namedLink(from) != nullptr && !isEmpty(from) &&
-        !contains(holder.notes().origins, &origin)) {
-        holder.notes().origins.push_back(&origin);
-        origin.notes().holders.push_back(to);
-    }
-    removeHolder(origin, origin);
-    removeOrigin(origin, origin);
+    renameHolder(a, b);
+    renameHolder(b, a);
+    linkOf(a).notes().origins.swap(linkOf(b).notes().origins);
 }
 
 }  // namespace
 
 void Strays::exchange(const Holder& a, const Holder& b) {
-    try {
-        prepare(a, b);
-        prepare(b, a);
-    } catch (...) {
-        linkOf(a).tidy();
-        linkOf(b).tidy();
-        throw;
-    }
+    Note there(a, b);
+    Note back(b, a);
     exchangeOrigins(a, b);
-    noteChildren(a, b);
-    noteChildren(b, a);
-    linkOf(a).tidy();
-    linkOf(b).tidy();
-}
-
-// NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-const ParentLink* Strays::trueLink(const Element& element, const ParentLink& link) noexcept {
-    for (const Holder& holder : link.notes().holders) {
-        if (holds(holder, element)) {
-            return namedLink(holder);
-        }
-    }
-    return &link;
+    there.make();
+    back.make();
 }
 
 void Strays::forget(ParentLink& holder) noexcept {
     for (ParentLink* const origin : holder.notes().origins) {
-        removeHolder(*origin, holder);
+        origin->notes().holders.erase(&holder);
         origin->tidy();
     }
     holder.notes().origins.clear();
@@ -187,13 +159,11 @@ void Strays::forget(ParentLink& holder) noexcept {
 
 // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
 void Strays::relink(ParentLink& link) noexcept {
-    for (const Holder& holder : link.notes().holders) {
-        relinkChildren(holder, &link);
-        removeOrigin(linkOf(holder), link);
-        linkOf(holder).tidy();
+    while (link.hasNotes() && !link.notes().holders.empty()) {
+        const Holder holder = link.notes().holders.begin()->second;
+        relinkChildren(holder);
+        forget(linkOf(holder));
     }
-    link.notes().holders.clear();
-    link.tidy();
 }
 
 }  // namespace ko::Orvid

@@ -9,8 +9,9 @@
 
 #include <ko/Orvid/detail/Places.h>
 
+#include <map>
+#include <set>
 #include <variant>
-#include <vector>
 
 namespace ko::Orvid {
 
@@ -22,12 +23,6 @@ public:
     /// Throws std::bad_alloc, with no effect.
     static void exchange(const Holder& a, const Holder& b);
 
-    /// The link of the container that holds the element, which names a parent at `link`, where
-    /// there are notes; null for a container that is no element's.
-    // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
-    static const detail::ParentLink* trueLink(const Element& element,
-                                              const detail::ParentLink& link) noexcept;
-
     /// All children of that container name its own parent now, or there are none.
     static void settle(detail::ParentLink& holder) noexcept {
         if (holder.hasNotes()) {
@@ -35,8 +30,8 @@ public:
         }
     }
 
-    /// A container ends, whose children found their parent at `link`: those that are elsewhere now
-    /// learn where that is.
+    /// Those children that find their parent at `link` but are elsewhere now learn where that is,
+    /// with all that are there. Linear in the number of these.
     // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
     static void comeHome(detail::ParentLink& link) noexcept {
         if (link.hasNotes()) {
@@ -51,13 +46,16 @@ private:
 };
 
 /// The notes of one container. A container is among another's `holders` where that one is among its
-/// `origins`, and neither twice.
+/// `origins`.
 struct detail::Handovers {
+    using THolders = std::map<const ParentLink*, Strays::Holder>;
+    using TOrigins = std::set<ParentLink*>;
+
     Element* parent;
-    /// The containers in which there may be children that find their parent here.
-    std::vector<Strays::Holder> holders;
+    /// The containers, by their links, in which there may be children that find their parent here.
+    THolders holders;
     /// Where children of this container may find a parent, other than here.
-    std::vector<ParentLink*> origins;
+    TOrigins origins;
 };
 
 }  // namespace ko::Orvid

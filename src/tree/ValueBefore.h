@@ -12,11 +12,11 @@
 
 namespace ko::Orvid {
 
-/// Keeps a copy of `value` when it lies in the tree of `edited`, and refers to it otherwise.
+/// Keeps a copy of `value` when it may lie in the tree of `edited`, and refers to it otherwise.
 class ValueBefore {
 public:
     ValueBefore(const Element& value, const Element& edited) : m_value(&value) {
-        if (shareTree(value, edited)) {
+        if (mayShareTree(value, edited)) {
             m_copy.emplace(value);
         }
     }

@@ -161,11 +161,65 @@ TEST(ContainerMoves, no_cycle_is_made_through_children_that_name_another_parent)
     TArray& inner = b[0].array();
     EXPECT_EQ(inner.parent()->parent(), &doc.root.get("a"));
     inner.emplace_back(std::move(doc.root.get("b")));
+    EXPECT_EQ(inner.parent()->parent(), &doc.root.get("b"));
     EXPECT_EQ(R"({"a": [],"b": [[1,[[1]]]]})", compact(doc.root));
     EXPECT_THROW(inner.swap(b), Exception);
     inner[0] = std::move(doc.root.get("b"));
     EXPECT_EQ(R"({"a": [],"b": [[[[1,[[1]]]],[[1]]]]})", compact(doc.root));
     b.updateVector();
+    CHECK_LINKS_AFTER_COPY(doc.root);
+}
+
+TEST(ContainerMoves, the_value_of_a_former_parent_is_swapped_into_its_former_child) {
+    Document doc(R"({"x": [[]], "y": []})");
+    Element& x = doc.root.get("x");
+    Element& child = x.array()[0];
+    x.array().swap(doc.root.get("y").array());
+    EXPECT_EQ(child.parent(), &x);
+    child.swap(x);
+    EXPECT_EQ(child.path(), "y[0]");
+    EXPECT_EQ(child.root(), &doc.root);
+    EXPECT_EQ(R"({"x": [],"y": [[]]})", compact(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
+TEST(ContainerMoves, an_ancestor_of_a_former_parent_is_moved_into_its_former_child) {
+    Document doc(R"({"p": {"x": [[], {}]}, "y": []})");
+    doc.root.get("p.x").array().swap(doc.root.get("y").array());
+    Element& child = doc.root.get("y[0]");
+    const Element& added = child.array().emplace_back(std::move(doc.root.get("p")));
+    EXPECT_EQ(added.get("x").path(), "y[0][0].x");
+    EXPECT_EQ(child.parent(), &doc.root.get("y"));
+    doc.root.get("y[1]").object().emplace("q", std::move(child));
+    EXPECT_EQ(R"({"p": null,"y": [null,{"q": [{"x": []}]}]})", compact(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
+TEST(ContainerMoves, a_container_of_a_former_parent_is_swapped_into_its_former_child) {
+    Document doc(R"({"p": [{"x": {"c": {"d": []}}}], "y": {}})");
+    doc.root.get("p[0].x").object().swap(doc.root.get("y").object());
+    Element& child = doc.root.get("y.c");
+    child.get("d").array().swap(doc.root.get("p").array());
+    EXPECT_EQ(R"({"p": [],"y": {"c": {"d": [{"x": {}}]}}})", compact(doc.root));
+    EXPECT_EQ(child.path(), "y.c");
+    EXPECT_EQ(doc.root.get("y.c.d[0].x").path(), "y.c.d[0].x");
+    CHECK_LINKS(doc.root);
+}
+
+TEST(ContainerMoves, an_emptied_former_parent_is_moved_into_its_former_child) {
+    Document doc(R"({"x": {"c": {}}, "y": {}})");
+    doc.root.get("x").object().swap(doc.root.get("y").object());
+    doc.root.get("y.c").object().emplace("d", std::move(doc.root.get("x")));
+    EXPECT_EQ(doc.root.get("y.c.d").path(), "y.c.d");
+    EXPECT_EQ(R"({"x": null,"y": {"c": {"d": {}}}})", compact(doc.root));
+    CHECK_LINKS(doc.root);
+}
+
+TEST(ContainerMoves, a_value_from_below_a_child_that_names_another_parent_is_kept) {
+    Document doc(R"({"x": [[7]], "y": []})");
+    doc.root.get("x").array().swap(doc.root.get("y").array());
+    doc.root.create("y", doc.root.get("y[0]"));
+    EXPECT_EQ(R"({"x": [],"y": [7]})", compact(doc.root));
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
 
