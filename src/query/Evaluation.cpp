@@ -122,8 +122,17 @@ const Element* follow(const Query& query, const Element& start) {
     return element;
 }
 
-Evaluation::Evaluation(const CompiledQuery& query, const Element& root)
-    : m_query(query), m_root(root), m_visits(query.options.maxVisits), m_absolute(query.slots) {}
+std::vector<const Element*> evaluate(const CompiledQuery& compiled, const Element& root,
+                                     std::size_t most, Visits& visits) {
+    if (!compiled.query.isSingular) {
+        return Evaluation(compiled, root, visits).run(most);
+    }
+    const Element* const found = follow(compiled.query, root);
+    return found == nullptr ? std::vector<const Element*>() : std::vector<const Element*>{found};
+}
+
+Evaluation::Evaluation(const CompiledQuery& query, const Element& root, Visits& visits)
+    : m_query(query), m_root(root), m_visits(visits), m_absolute(query.slots) {}
 
 Evaluation::~Evaluation() = default;
 

@@ -24,8 +24,8 @@ namespace ko::Orvid {
 
 class Evaluation {
 public:
-    /// Both must outlive the evaluation.
-    Evaluation(const CompiledQuery& query, const Element& root);
+    /// All must outlive the evaluation.
+    Evaluation(const CompiledQuery& query, const Element& root, Visits& visits);
     ~Evaluation();
 
     /// The results, or the first `most` of them. Throws Exception beyond the query's bounds.
@@ -63,7 +63,7 @@ private:
 
     const CompiledQuery& m_query;
     const Element& m_root;
-    Visits m_visits;
+    Visits& m_visits;
     ListPool m_lists;
     /// What absolute queries within filters select, by their slots.
     std::vector<std::optional<std::vector<const Element*>>> m_absolute;
@@ -72,5 +72,9 @@ private:
 
 /// The element that a singular query leads to, or null.
 const Element* follow(const Query& query, const Element& start);
+
+/// What the query selects, or the first `most` of it. Throws Exception beyond the query's bounds.
+std::vector<const Element*> evaluate(const CompiledQuery& compiled, const Element& root,
+                                     std::size_t most, Visits& visits);
 
 }  // namespace ko::Orvid

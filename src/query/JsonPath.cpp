@@ -55,15 +55,6 @@ void forEachStep(const CompiledQuery& compiled, const Name& name, const Index& i
     }
 }
 
-std::vector<const Element*> evaluate(const CompiledQuery& compiled, const Element& root,
-                                     std::size_t most) {
-    if (!compiled.query.isSingular) {
-        return Evaluation(compiled, root).run(most);
-    }
-    const Element* const found = follow(compiled.query, root);
-    return found == nullptr ? std::vector<const Element*>() : std::vector<const Element*>{found};
-}
-
 }  // namespace
 
 JsonPath::JsonPath(std::string_view query, const QueryOptions& options)
@@ -127,7 +118,8 @@ JsonPointer JsonPath::toPointer() const {
 }
 
 std::vector<const Element*> JsonPath::select(const Element& root) const {
-    return evaluate(*m_compiled, root, k_all);
+    Visits visits(m_compiled->options.maxVisits);
+    return evaluate(*m_compiled, root, k_all, visits);
 }
 
 std::vector<Element*> JsonPath::select(Element& root) const {
@@ -142,7 +134,8 @@ const Element* JsonPath::first(const Element& root) const {
     if (isSingular()) {
         return follow(m_compiled->query, root);
     }
-    const std::vector<const Element*> found = evaluate(*m_compiled, root, 1);
+    Visits visits(m_compiled->options.maxVisits);
+    const std::vector<const Element*> found = evaluate(*m_compiled, root, 1, visits);
     return found.empty() ? nullptr : found.front();
 }
 

@@ -12,23 +12,30 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <limits>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "query/Evaluation.h"
+#include "tree/Containment.h"
 #include "tree/ValueBefore.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-/// What a query selects, each element once, in the order of the results.
+/// What a query selects, each element once, in the order of the results. The steps up from there
+/// count as looks at elements, like those of the selection; none is made twice.
 class Matches {
 public:
-    explicit Matches(const std::vector<Element*>& selected) {
-        for (Element* const element : selected) {
-            if (m_set.insert(element).second) {
-                m_order.push_back(element);
+    Matches(const CompiledQuery& compiled, Element& root)
+        : m_root(root), m_visits(compiled.options.maxVisits) {
+        constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
+        for (const Element* const found : evaluate(compiled, root, all, m_visits)) {
+            if (m_set.insert(found).second) {
+                m_order.push_back(const_cast<Element*>(found));
             }
         }
     }
@@ -37,52 +44,72 @@ public:
     bool contains(const Element* element) const { return m_set.count(element) > 0; }
 
     /// Those that lie in no other.
-    std::vector<Element*> outermost() const {
+    std::vector<Element*> outermost() {
+        Known<bool> isMatched{{&m_root, contains(&m_root)}};
+        const auto below = [this](const Element& element, bool isAboveMatched) {
+            return isAboveMatched || contains(&element);
+        };
         std::vector<Element*> result;
-        std::unordered_set<const Element*> free;  // looked at already, with nothing selected above
         for (Element* const element : m_order) {
-            if (!liesInAnother(*element, free)) {
+            if (element == &m_root || !tell(isMatched, *trueParent(*element), below)) {
                 result.push_back(element);
             }
         }
         return result;
     }
 
-private:
-    bool liesInAnother(const Element& element, std::unordered_set<const Element*>& free) const {
-        std::vector<const Element*> way;
-        for (const Element* above = element.parent(); above != nullptr; above = above->parent()) {
-            if (contains(above)) {
-                return true;
-            }
-            if (free.count(above) > 0) {
-                break;
-            }
-            way.push_back(above);
+    /// All, those that lie deeper first.
+    std::vector<Element*> deepestFirst() {
+        Known<std::size_t> depths{{&m_root, 0}};
+        const auto below = [](const Element& /*element*/, std::size_t above) { return above + 1; };
+        std::vector<std::pair<std::size_t, Element*>> byDepth;
+        for (Element* const element : m_order) {
+            byDepth.emplace_back(tell(depths, *element, below), element);
         }
-        free.insert(way.begin(), way.end());
-        return false;
+        std::stable_sort(byDepth.begin(), byDepth.end(),
+                         [](const auto& a, const auto& b) { return a.first > b.first; });
+        std::vector<Element*> result;
+        for (const auto& [depth, element] : byDepth) {
+            result.push_back(element);
+        }
+        return result;
     }
 
+private:
+    /// What is known of some elements, among them the root.
+    template<class Value>
+    using Known = std::unordered_map<const Element*, Value>;
+
+    /// What is true of the element, where `below` tells it from what is true of its parent.
+    template<class Value, class Below>
+    Value tell(Known<Value>& known, Element& element, const Below& below) {
+        std::vector<Element*> way;
+        Element* step = &element;
+        for (; known.count(step) == 0; step = trueParent(*step)) {
+            m_visits.take(1);
+            way.push_back(step);
+        }
+        Value value = known.at(step);
+        for (auto child = way.rbegin(); child != way.rend(); ++child) {
+            value = below(**child, value);
+            known.emplace(*child, value);
+        }
+        return value;
+    }
+
+    Element& m_root;
+    Visits m_visits;
     std::unordered_set<const Element*> m_set;
     std::vector<Element*> m_order;
 };
 
-void removeItems(Element& parent, const Matches& matches) {
-    const auto isMatch = [&matches](const Element& item) { return matches.contains(&item); };
-    Element::TArray& items = parent.array();
-    // Each pass leaves at most half of a row of neighbours.
-    while (std::any_of(items.begin(), items.end(), isMatch)) {
-        items.removeMatches(isMatch);
-    }
-}
-
-/// Each once.
+/// Those that hold items among the elements, each once.
 std::vector<Element*> parentArrays(const std::vector<Element*>& elements) {
     std::vector<Element*> arrays;
     for (Element* const element : elements) {
-        if (element->parent()->isArray()) {
-            arrays.push_back(element->parent());
+        Element* const parent = trueParent(*element);
+        if (parent->isArray()) {
+            arrays.push_back(parent);
         }
     }
     std::sort(arrays.begin(), arrays.end(), std::less<>());
@@ -90,37 +117,29 @@ std::vector<Element*> parentArrays(const std::vector<Element*>& elements) {
     return arrays;
 }
 
-std::size_t depthOf(const Element& element) {
-    std::size_t depth = 0;
-    for (const Element* above = element.parent(); above != nullptr; above = above->parent()) {
-        ++depth;
-    }
-    return depth;
-}
-
 }  // namespace
 
 std::size_t JsonPath::remove(Element& root) const {
-    const Matches matches(select(root));
+    Matches matches(*m_compiled, root);
     if (matches.contains(&root)) {
         throw Exception("The whole document cannot be removed", &root);
     }
     const std::vector<Element*> removed = matches.outermost();
     const std::vector<Element*> arrays = parentArrays(removed);
     for (Element* const element : removed) {
-        if (element->parent()->isObject()) {
-            Element::TObject& members = element->parent()->object();
-            members.erase(members.find(element->memberKey()));
+        Element& parent = *trueParent(*element);
+        if (parent.isObject()) {
+            parent.object().erase(parent.object().find(element->memberKey()));
         }
     }
     for (Element* const array : arrays) {
-        removeItems(*array, matches);
+        erase_if(array->array(), [&](const Element& item) { return matches.contains(&item); });
     }
     return matches.all().size();
 }
 
 std::size_t JsonPath::update(Element& root, const Element& value) const {
-    const Matches matches(select(root));
+    Matches matches(*m_compiled, root);
     const ValueBefore before(value, root);
     for (Element* const element : matches.outermost()) {
         before.copyTo(*element);
@@ -129,14 +148,8 @@ std::size_t JsonPath::update(Element& root, const Element& value) const {
 }
 
 std::size_t JsonPath::updateEach(Element& root, const std::function<void(Element&)>& change) const {
-    const Matches matches(select(root));
-    std::vector<std::pair<std::size_t, Element*>> byDepth;
-    for (Element* const element : matches.all()) {
-        byDepth.emplace_back(depthOf(*element), element);
-    }
-    std::stable_sort(byDepth.begin(), byDepth.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
-    for (const auto& [depth, element] : byDepth) {
+    Matches matches(*m_compiled, root);
+    for (Element* const element : matches.deepestFirst()) {
         change(*element);
     }
     return matches.all().size();

@@ -94,7 +94,7 @@ public:
     ///@{
 
     /// Removes all matches. Throws Exception, with nothing changed, where the root itself is one.
-    /// The cost is that of select(), and for each array that loses items n log n of its length.
+    /// The cost is that of select(), and linear in the length of each array that loses items.
     std::size_t remove(Element& root) const;
     /// Gives each match the value, which may lie in the same tree: what it was before counts. The
     /// cost is that of select(), and a copy of `value` for each match.

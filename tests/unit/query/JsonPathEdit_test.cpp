@@ -9,6 +9,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Selection.h"
@@ -153,6 +154,53 @@ TEST(JsonPathEdit, nothing_changes_beyond_the_bounds) {
     EXPECT_THROW(query.updateEach(doc.root, [](Element& element) { element.setNull(); }),
                  Exception);
     EXPECT_EQ(dense(doc.root), "[1,2,3]");
+}
+
+/// A member "top" of so many objects in each other, with a member "x" in each.
+std::string nest(int depth) {
+    std::string text = "1";
+    for (int i = 0; i < depth; ++i) {
+        text = R"({"x":0,"k":)" + text + "}";
+    }
+    return R"({"top":)" + text + "}";
+}
+
+TEST(JsonPathEdit, looks_a_few_times_at_each_element_above_the_matches) {
+    constexpr std::size_t depth = 3000;
+    QueryOptions options;
+    options.maxVisits = 8 * depth;
+    const auto setNull = [](Element& element) { element.setNull(); };
+    for (const auto& [text, count] : {std::pair("$..x", depth), {"$..['top','x']", depth + 1}}) {
+        SCOPED_TRACE(text);
+        const JsonPath query(text, options);
+        Document doc(nest(depth));
+        EXPECT_EQ(query.updateEach(doc.root, setNull), count);
+        Document second(nest(depth));
+        EXPECT_EQ(query.update(second.root, 1), count);
+        Document third(nest(depth));
+        EXPECT_EQ(query.remove(third.root), count);
+    }
+}
+
+TEST(JsonPathEdit, the_ways_up_count_as_visits) {
+    QueryOptions options;
+    options.maxVisits = 12;
+    const JsonPath query("$.a.b[*]", options);
+    Document doc(R"({"a":{"b":[1,2,3,4,5]}})");
+    EXPECT_EQ(query.select(doc.root).size(), 5U);
+    EXPECT_THROW(query.updateEach(doc.root, [](Element& element) { element.setNull(); }),
+                 Exception);
+    EXPECT_EQ(dense(doc.root), R"({"a":{"b":[1,2,3,4,5]}})");
+}
+
+TEST(JsonPathEdit, finds_children_whose_place_they_were_not_told) {
+    Document doc(R"({"a":{"x":[1]},"b":{"y":2,"z":[3,4]}})");
+    doc.root.get("a").object().swap(doc.root.get("b").object());
+    doc.root.get("a.z").array().swap(doc.root.get("b.x").array());
+    EXPECT_EQ(JsonPath("$.b.x[1]").remove(doc.root), 1U);
+    EXPECT_EQ(JsonPath("$.b.x").remove(doc.root), 1U);
+    EXPECT_EQ(dense(doc.root), R"({"a":{"y":2,"z":[1]},"b":{}})");
+    CHECK_LINKS(doc.root);
 }
 
 }  // namespace
