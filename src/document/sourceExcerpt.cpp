@@ -94,20 +94,37 @@ std::string drawing(const std::vector<Glyph>& glyphs, std::size_t first) {
     return text + '\n' + marks + '\n';
 }
 
+/// Whether the text is a path, a pointer or a query: one line, whose columns count from 0.
+bool isOneLine(EParseError code) {
+    switch (code) {
+        case EParseError::unspecified:
+        case EParseError::syntax:
+        case EParseError::strictSyntax:
+        case EParseError::eventOutOfOrder:
+        case EParseError::repeatedKey:
+            return false;
+        default:
+            return true;
+    }
+}
+
 }  // namespace
 
 std::string sourceExcerpt(std::string_view text, const ParseException& error) {
-    if (error.firstLine() < 1 || error.firstColumn() < 1) {
+    const int origin = isOneLine(error.code()) ? 0 : 1;
+    if (error.firstLine() < 1 || error.firstColumn() < origin) {
         return "";
     }
-    const std::optional<std::string_view> line = lineOf(text, error.firstLine());
-    const auto begin = static_cast<std::size_t>(error.firstColumn()) - 1;
+    const std::optional<std::string_view> line =
+        origin == 0 ? text : lineOf(text, error.firstLine());
     if (!line) {
         return "";
     }
+    const auto begin = static_cast<std::size_t>(error.firstColumn() - origin);
     Span fault{std::min(begin, line->size()), line->size()};
     if (error.lastLine() == error.firstLine()) {
-        fault.end = std::max(begin + 1, static_cast<std::size_t>(std::max(error.lastColumn(), 0)));
+        const int behind = std::max(error.lastColumn() + 1 - origin, 0);
+        fault.end = std::max(begin + 1, static_cast<std::size_t>(behind));
     }
     const std::vector<Glyph> glyphs = glyphsAround(*line, fault);
     const auto mark = std::find_if(glyphs.begin(), glyphs.end(),

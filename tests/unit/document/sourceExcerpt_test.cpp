@@ -128,4 +128,25 @@ TEST(SourceExcerpt, marks_the_rest_of_the_line_for_a_fault_of_several_lines) {
     EXPECT_EQ("[ab\n ^^\n", sourceExcerpt("[ab\ncd]", ParseException("", 1, 2, 2, 1)));
 }
 
+/// The excerpt of a text of which no T can be made.
+template<class T>
+std::string excerptOfWord(const std::string& text) {
+    return sourceExcerpt(text, orvid_test::thrownBy<ParseException>([&] { T{text}; }));
+}
+
+TEST(SourceExcerpt, puts_a_caret_under_the_fault_of_a_query_a_pointer_or_a_path) {
+    EXPECT_EQ("$.a[?]\n     ^\n", excerptOfWord<ko::Orvid::JsonPath>("$.a[?]"));
+    EXPECT_EQ("x\n^\n", excerptOfWord<ko::Orvid::JsonPath>("x"));
+    EXPECT_EQ("$.\n  ^\n", excerptOfWord<ko::Orvid::JsonPath>("$."));
+    EXPECT_EQ("/a/~2\n   ^^\n", excerptOfWord<ko::Orvid::JsonPointer>("/a/~2"));
+    const auto error =
+        orvid_test::thrownBy<ParseException>([] { return ko::Orvid::Path("a[x").steps(); });
+    EXPECT_EQ("a[x\n ^^\n", sourceExcerpt("a[x", error));
+}
+
+TEST(SourceExcerpt, shows_a_query_of_several_lines_as_one) {
+    EXPECT_EQ("$[?@.a ==  x]\n           ^\n",
+              excerptOfWord<ko::Orvid::JsonPath>("$[?@.a ==\n\nx]"));
+}
+
 }  // namespace
