@@ -52,7 +52,15 @@ TEST(query, counts_takes_the_first_and_makes_an_array) {
     EXPECT_EQ(orvid({"query", "--array", "--first", "$..v"}, k_text), printed("[1.50]\n"));
     EXPECT_EQ(orvid({"query", "--count", "--paths", "$"}, k_text),
               failed(2,
-                     "only one of --paths, --pointers and --count can be had; "
+                     "--paths, --pointers and --count exclude each other; "
+                     "see orvid query --help"));
+    EXPECT_EQ(orvid({"query", "--count", "--array", "$"}, k_text),
+              failed(2,
+                     "--count writes a number: --array does not go with it; "
+                     "see orvid query --help"));
+    EXPECT_EQ(orvid({"query", "--array", "--raw", "$"}, k_text),
+              failed(2,
+                     "--array writes JSON: --raw does not go with it; "
                      "see orvid query --help"));
 }
 
@@ -91,6 +99,9 @@ TEST(query, shows_where_a_query_is_wrong) {
               "orvid: query: Expected a name or \"*\" after \".\", found the end\n"
               "$.a .\n"
               "     ^\n");
+    EXPECT_EQ(orvid({"query", "--json-errors", "$.a[?@.b = 1]"}, "{}").err,
+              "{\"status\":2,\"column\":10,\"message\":\"query: Expected \\\"==\\\" for a "
+              "comparison, found \\\"=\\\"\"}\n");
     EXPECT_EQ(orvid({"query"}, "{}"), failed(2, "QUERY is required; see orvid query --help"));
 }
 

@@ -56,7 +56,8 @@ Failure malformedPath(const std::string& path, const ParseException& error) {
     const int column = error.lastColumn();
     const ParseException at(error.message(), 1, column, 1, column);
     const bool hasPlace = error.code() != EParseError::pathNoIndex && column >= 0;
-    return {ExitStatus::usage, SPlace(),
+    const std::size_t shown = hasPlace ? static_cast<std::size_t>(column) + 1 : 0;
+    return {ExitStatus::usage, SPlace{{}, 0, shown, {}},
             "path \"" + path + "\": " + (fault.empty() ? error.message() : fault),
             hasPlace ? wordExcerpt(path, at) : std::string()};
 }

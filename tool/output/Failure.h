@@ -26,7 +26,7 @@ enum class ExitStatus : int {
 struct SPlace {
     std::string file;                 ///< its name as the call gave it
     std::size_t line = 0;             ///< from 1
-    std::size_t column = 0;           ///< from 1, in bytes
+    std::size_t column = 0;           ///< from 1, in bytes; without a line, of a word of the call
     std::optional<std::string> path;  ///< of the element concerned
 };
 

@@ -73,9 +73,8 @@ std::string asUtf8(std::string_view text) {
 
 std::string placeText(const SPlace& place) {
     std::string text = place.file;
-    for (const std::size_t number : {place.line, place.column}) {
-        text += number == 0 ? "" : ":" + std::to_string(number);
-    }
+    text += place.line == 0 ? "" : ":" + std::to_string(place.line);
+    text += place.line == 0 || place.column == 0 ? "" : ":" + std::to_string(place.column);
     text += text.empty() ? "" : ":";
     if (place.path) {
         text += (text.empty() ? "at " : " at ");

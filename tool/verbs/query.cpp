@@ -63,7 +63,13 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
+    void prepare(SCall& call) override {
+        if (m_isArray && m_form == EForm::count) {
+            throw Misuse("--count writes a number: --array does not go with it");
+        }
+        if (m_isArray && call.isRaw) {
+            throw Misuse("--array writes JSON: --raw does not go with it");
+        }
         m_query.emplace(queryOf(m_text));
         if (m_form == EForm::values && !m_isArray && m_query->isSingular()) {
             m_steps = stepsFor(*m_query);
@@ -96,7 +102,7 @@ private:
 
     void setForm(EForm form) {
         if (m_form != EForm::values) {
-            throw Misuse("only one of --paths, --pointers and --count can be had");
+            throw Misuse("--paths, --pointers and --count exclude each other");
         }
         m_form = form;
     }
