@@ -123,6 +123,10 @@ std::vector<const Element*> JsonPath::select(const Element& root) const {
 }
 
 std::vector<Element*> JsonPath::select(Element& root) const {
+    if (isSingular()) {
+        Element* const found = first(root);
+        return found == nullptr ? std::vector<Element*>() : std::vector<Element*>{found};
+    }
     const std::vector<const Element*> found = select(std::as_const(root));
     std::vector<Element*> result(found.size());
     std::transform(found.begin(), found.end(), result.begin(),
