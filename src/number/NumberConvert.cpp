@@ -123,6 +123,15 @@ bool fromText(std::string_view text, T& out) {
     }
 }
 
+/// Whether the binary value of a text says all that a T has of it. An integer has no negative zero.
+template<class T>
+bool isExactAs(const NumberStore::SBinary& value) {
+    if (value.kind == Number::ebDouble) {
+        return std::is_same_v<T, double>;
+    }
+    return !std::is_floating_point_v<T> || value.kind != Number::ebLongLong || value.bits != 0;
+}
+
 }  // namespace
 
 template<class T>
@@ -130,8 +139,7 @@ bool Number::convertTo(T& out) const {
     SBinary value = m_store.binary();
     if (m_store.hasGivenText()) {
         const bool isRead = value.kind != ebNone || convertGivenText(value) == ERefusal::none;
-        const bool isExact = value.kind != ebDouble || std::is_same_v<T, double>;
-        if (!isRead || !value.isWhole || !isExact) {
+        if (!isRead || !value.isWhole || !isExactAs<T>(value)) {
             return fromText(m_store.givenText(), out);
         }
     }

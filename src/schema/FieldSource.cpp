@@ -6,52 +6,75 @@
 #include <ko/Orvid/detail/FieldSource.h>
 
 #include <ko/Orvid/Array.h>
+#include <ko/Orvid/LimitExceeded.h>
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PathException.h>
 
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "path/PathText.h"
+#include "schema/DefaultsAllowance.h"
 #include "schema/SchemaNode.h"
 #include "tree/Ancestors.h"
 #include "tree/Tree.h"
+#include "tree/TreeWeight.h"
 
 namespace ko::Orvid::detail {
 
-FieldSource::FieldSource(const Element& object) : m_object(&object) { object.ensureType(etObject); }
+bool ReadPlace::isPromising() const {
+    return m_description != nullptr && holdsDefault(*m_description);
+}
 
-FieldSource::FieldSource(FieldSource& parent, const char* name, const Place& place)
-    : m_object(place.value),
-      m_description(place.description),
-      m_isDescriptionKnown(true),
-      m_parent(&parent),
-      m_name(name) {
-    if (m_object != nullptr) {
-        m_object->ensureType(etObject);
+void ReadPlace::describe(const ReadPlace& whole) {
+    m_parent = &whole;
+    m_description = childDescription(whole.m_description, *m_value);
+}
+
+/// Counts what multiplies: containers, and texts in them, that complete other defaults.
+void ReadPlace::takeDefault(const Element& value) const {
+    if (isInData() || !(value.isObject() || value.isArray() || value.isString())) {
+        return;
+    }
+    m_use->weight += weightOf(value, std::numeric_limits<std::uint64_t>::max());
+    if (m_use->weight <= FillOptions::k_leastElements * k_elementWeight) {
+        return;
+    }
+    if (m_use->limit == 0) {
+        m_use->limit = DefaultsAllowance::inProportion(*value.root());
+    }
+    if (m_use->weight / k_elementWeight > m_use->limit) {
+        throw LimitExceeded(&value, "The number of elements that the schema's defaults add",
+                            "maxElements", m_use->limit);
     }
 }
 
-FieldSource::Place FieldSource::find(std::string_view name) {
-    Place place;
-    const Element* const member = childOf(m_object, name);
-    if (member != nullptr && !member->isEmpty() && m_parent == nullptr) {
-        place.value = member;
-        place.isInData = true;
-        return place;
+FieldSource::FieldSource(const ReadPlace& object)
+    : m_place(object),
+      m_description(object.m_description),
+      m_isDescriptionKnown(!object.isInData()) {
+    if (object.value() != nullptr) {
+        object.value()->ensureType(etObject);
     }
-    place.description = memberDescription(description(), name);
+}
+
+ReadPlace FieldSource::find(const char* name) {
+    const Element* const member = childOf(m_place.value(), name);
     if (member != nullptr && !member->isEmpty()) {
-        place.value = member;
-    } else if (place.description != nullptr) {
-        place.value = defaultOf(*place.description);
+        return ReadPlace(m_place, *member);
     }
-    return place;
+    const Element* const described = memberDescription(description(), name);
+    const Element* const value = described == nullptr ? nullptr : defaultOf(*described);
+    if (value != nullptr) {
+        m_place.takeDefault(*value);
+    }
+    return ReadPlace(m_place, name, value, described);
 }
 
 const Element* FieldSource::description() {
     if (!m_isDescriptionKnown) {
-        m_description = descriptionOf(*m_object);
+        m_description = descriptionOf(*m_place.value());
         m_isDescriptionKnown = true;
     }
     return m_description;
@@ -59,19 +82,24 @@ const Element* FieldSource::description() {
 
 /// Names the place in the data where the field should be, whatever was looked into.
 void FieldSource::throwMissing(const char* name) const {
-    std::vector<const char*> names{name};
-    const FieldSource* source = this;
-    for (; source->m_parent != nullptr; source = source->m_parent) {
-        names.push_back(source->m_name);
+    std::vector<const ReadPlace*> way;
+    const ReadPlace* place = &m_place;
+    for (; !place->isInData(); place = place->m_parent) {
+        way.push_back(place);
     }
     PathText text;
-    walkDown(
-        *source->m_object, nullptr, [&](const std::string& key) { text.genObjectProperty(key); },
-        [&](unsigned int index) { text.genListItem(index); });
-    for (auto step = names.rbegin(); step != names.rend(); ++step) {
-        text.genObjectProperty(*step);
+    const auto takeKey = [&](const std::string& key) { text.genObjectProperty(key); };
+    const auto takeIndex = [&](unsigned int index) { text.genListItem(index); };
+    walkDown(*place->value(), nullptr, takeKey, takeIndex);
+    for (auto step = way.rbegin(); step != way.rend(); ++step) {
+        if ((*step)->m_field != nullptr) {
+            text.genObjectProperty((*step)->m_field);
+        } else {
+            walkDown(*(*step)->value(), (*step)->value()->parent(), takeKey, takeIndex);
+        }
     }
-    throw PathNotFound(source->m_object, text.take(), names.back());
+    text.genObjectProperty(name);
+    throw PathNotFound(place->value(), text.take(), way.empty() ? name : way.back()->m_field);
 }
 
 FieldTarget::FieldTarget(Element& element)

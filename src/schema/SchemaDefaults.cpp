@@ -6,31 +6,23 @@
 #include <ko/Orvid/SchemaDefaults.h>
 
 #include <ko/Orvid/Array.h>
-#include <ko/Orvid/LimitExceeded.h>
 #include <ko/Orvid/Object.h>
 
-#include <limits>
 #include <ostream>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "core/EnumNames.h"
+#include "schema/DefaultsAllowance.h"
 #include "schema/SchemaNode.h"
 #include "tree/PathStep.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
-#include "tree/TreeWeight.h"
 
 namespace ko::Orvid {
 
 namespace {
-
-/// The descriptions of an object's members, or null.
-const Element::TObject* propertiesOf(const Element& schema) {
-    const Element* const properties = childAt(schema, Path::k_metaObjectProperty);
-    return properties == nullptr || !properties->isObject() ? nullptr : &properties->object();
-}
 
 bool isMetaOf(const Element& root, const Element& element) {
     return element.parent() == &root && root.isObject() && element.memberKey() == Path::k_meta;
@@ -71,53 +63,12 @@ std::unordered_set<const Element*> promisingBelow(const Element& schema) {
     return promising;
 }
 
-/// The elements that filling may still write, by weight.
-class Allowance {
-public:
-    Allowance(const FillOptions& options, const Element& root)
-        : m_isUnlimited(options.maxElements == 0),
-          m_limit(limitOf(options, root)),
-          m_left(m_limit > k_all / k_elementWeight ? k_all : m_limit * k_elementWeight) {}
-
-    std::uint64_t limit() const { return m_limit; }
-
-    /// Takes what the member weighs with that value, or as an empty object without one. Returns
-    /// false when there is not as much left.
-    bool take(const std::string& key, const Element* value) {
-        if (m_isUnlimited) {
-            return true;
-        }
-        const std::uint64_t weight =
-            key.size() + (value == nullptr ? k_elementWeight : weightOf(*value, m_left));
-        if (weight > m_left) {
-            return false;
-        }
-        m_left -= weight;
-        return true;
-    }
-
-private:
-    static constexpr std::uint64_t k_all = std::numeric_limits<std::uint64_t>::max();
-
-    static std::uint64_t limitOf(const FillOptions& options, const Element& root) {
-        if (options.maxElements != FillOptions::k_inProportion) {
-            return options.maxElements;
-        }
-        return FillOptions::k_leastElements +
-               FillOptions::k_elementsFactor * (weightOf(root, k_all) / k_elementWeight);
-    }
-
-    bool m_isUnlimited;
-    std::uint64_t m_limit;
-    std::uint64_t m_left;
-};
-
 class Filling {
 public:
     Filling(Element& element, const Element& schema, const FillOptions& options)
         : m_root(*element.root()),
           m_promising(promisingBelow(schema)),
-          m_allowance(options, m_root) {
+          m_allowance(options.maxElements, m_root) {
         m_open.emplace_back(&element, &schema);
     }
 
@@ -204,10 +155,7 @@ private:
         if (value == nullptr && m_promising.count(&description) == 0) {
             return nullptr;
         }
-        if (!m_allowance.take(key, value)) {
-            throw LimitExceeded(&data, "The number of elements that the schema's defaults add",
-                                "maxElements", m_allowance.limit());
-        }
+        m_allowance.take(data, key, value);
         Element made;
         if (value != nullptr) {
             copyValue(made, *value);
@@ -225,7 +173,7 @@ private:
     std::unordered_set<const Element*> m_promising;
     std::vector<std::pair<Element*, const Element*>> m_open;
     std::vector<SWritten> m_written;
-    Allowance m_allowance;
+    DefaultsAllowance m_allowance;
     std::size_t m_count = 0;
 };
 

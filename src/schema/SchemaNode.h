@@ -8,10 +8,9 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/Path.h>
 
-#include <string>
 #include <string_view>
+#include <vector>
 
-#include "tree/Ancestors.h"
 #include "tree/PathStep.h"
 
 namespace ko::Orvid {
@@ -31,16 +30,24 @@ inline const Element* memberDescription(const Element* description, std::string_
     return childOf(childOf(description, Path::k_metaObjectProperty), key);
 }
 
-/// What describes the element; null where nothing does. Linear in the depth.
-inline const Element* descriptionOf(const Element& element) {
-    const Element* found = childOf(childAt(*element.root(), Path::k_meta), Path::k_schema);
-    if (found != nullptr) {
-        walkDown(
-            element, nullptr,
-            [&](const std::string& key) { found = memberDescription(found, key); },
-            [&](unsigned int) { found = childOf(found, Path::k_metaArrayItem); });
-    }
-    return found;
+/// The descriptions of an object's members, or null.
+inline const Element::TObject* propertiesOf(const Element& description) {
+    const Element* const properties = childAt(description, Path::k_metaObjectProperty);
+    return properties == nullptr || !properties->isObject() ? nullptr : &properties->object();
 }
+
+/// The description of `child` where its parent is described so, or null.
+const Element* childDescription(const Element* description, const Element& child);
+
+/// The elements from a child of the root down to the element. Linear in the depth.
+std::vector<const Element*> wayTo(const Element& element);
+
+/// What describes the element; null where nothing does. What lies in a default is described as the
+/// value that the default stands for. Linear in the depth.
+const Element* descriptionOf(const Element& element);
+
+/// Whether a default stands below the description, reached through objects alone. Linear in the
+/// size of what the description holds; does not recurse.
+bool holdsDefault(const Element& description);
 
 }  // namespace ko::Orvid

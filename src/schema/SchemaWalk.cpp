@@ -9,7 +9,7 @@
 
 #include "path/PathCharacters.h"
 #include "path/PlainSteps.h"
-#include "tree/Ancestors.h"
+#include "schema/SchemaNode.h"
 #include "tree/PathStep.h"
 
 namespace ko::Orvid {
@@ -27,9 +27,13 @@ public:
     explicit SchemaWalker(const Element& element) : m_current(element.root()) {
         descend(Path::k_meta);
         descend(Path::k_schema);
-        walkDown(
-            element, nullptr, [&](const std::string& key) { takeAny(key); },
-            [&](unsigned int index) { take(index); });
+        for (const Element* const step : wayTo(element)) {
+            if (step->parent()->isArray()) {
+                descend(Path::k_metaArrayItem);
+            } else {
+                takeAny(step->memberKey());
+            }
+        }
     }
 
     void take(std::string_view key) {

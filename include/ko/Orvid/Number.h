@@ -185,10 +185,11 @@ public:
 
     /// Reads the value as T, one of the types of k_isReadable, if it is one: for an integral type a
     /// whole number from T's smallest to its largest value; for a floating type any number whose
-    /// nearest T is finite, which is the result. Zero is any T's; a NaN that was set is a floating
-    /// type's. Answers whether it is, with `out` unchanged where it is not. Throws ko::RuntimeError
-    /// for text that is no number. No heap memory is used unless it throws or the text is longer
-    /// than NumberStore::k_capacity.
+    /// nearest T is finite, which is the result. Zero is any T's, and a floating T's keeps its
+    /// sign, as in the texts `-0` and `-0.0`; a NaN that was set is a floating type's. Answers
+    /// whether it is, with `out` unchanged where it is not. Throws ko::RuntimeError for text that
+    /// is no number. No heap memory is used unless it throws or the text is longer than
+    /// NumberStore::k_capacity.
     template<class T>
     bool convertTo(T& out) const;
     /// Whether the value is one and has no fraction, as in `1`, `1.0` and `10e-1`.

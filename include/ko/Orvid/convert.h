@@ -29,10 +29,12 @@
 /// Describes a class by its fields, in its namespace or as the last line of its body, where the
 /// fields may be private. Each field is the member of the same name; they are written in this
 /// order. A member that is missing, or of type etEmpty, takes the default that the document's own
-/// schema has for it, field by field where the field is a described class itself and the schema
-/// describes it; else it is std::nullopt for an optional field; else PathNotFound is thrown, with
-/// the path from the root. Members without a field are skipped. Up to 100 fields; the class must
-/// be default constructible, and the fields assignable.
+/// schema has for it. Such a default is completed by those of its members, and an object that is
+/// missing is made of them where the schema describes it (for an optional field: where it has a
+/// default for a member), as fillDefaults() does. Else the field is std::nullopt if it is optional;
+/// else PathNotFound is thrown, with the path from the root. Members without a field are skipped.
+/// Throws LimitExceeded for defaults within defaults that multiply beyond what fillDefaults()
+/// writes. Up to 100 fields; the class must be default constructible, and the fields assignable.
 ///
 ///     ORVID_FIELDS(Server, host, port, tags)
 #define ORVID_FIELDS(Type, ...)                                                                    \

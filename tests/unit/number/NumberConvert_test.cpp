@@ -99,6 +99,30 @@ TEST(NumberConvert, floating_types_take_zero_and_negative_numbers) {
     EXPECT_EQ(as<double>(Number(3ULL)), 3.0);
 }
 
+template<class T>
+bool isNegativeZero(const Number& number) {
+    const std::optional<T> value = as<T>(number);
+    return value && *value == 0 && std::signbit(*value);
+}
+
+TEST(NumberConvert, floating_types_keep_the_sign_of_zero) {
+    for (const char* const text : {"-0", "-0.0", "-0e5", "-0.000000000000000000"}) {
+        const Number number(text);
+        EXPECT_TRUE(isNegativeZero<double>(number)) << text;
+        EXPECT_TRUE(isNegativeZero<float>(number)) << text;
+        EXPECT_TRUE(isNegativeZero<long double>(number)) << text;
+        EXPECT_TRUE(isNegativeZero<double>(number)) << text << ", asked again";
+    }
+    EXPECT_TRUE(isNegativeZero<double>(Number("-1e-999")));
+    EXPECT_TRUE(isNegativeZero<double>(Number(-0.0)));
+    EXPECT_TRUE(isNegativeZero<double>(Number(Number::exact(-0.0).toString())));
+    EXPECT_TRUE(isNegativeZero<float>(Number(Number::exact(-0.0F).toString())));
+    for (const Number& number : {Number("0"), Number("0.0"), Number(), Number(0), Number(0U)}) {
+        EXPECT_EQ(as<double>(number), 0.0);
+        EXPECT_FALSE(isNegativeZero<double>(number)) << number.toString();
+    }
+}
+
 TEST(NumberConvert, floating_types_end_at_their_largest_value) {
     EXPECT_EQ(as<double>(Number("1.7976931348623157e308")), std::numeric_limits<double>::max());
     EXPECT_EQ(as<double>(Number("-1.7976931348623157e308")), std::numeric_limits<double>::lowest());

@@ -12,7 +12,9 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "support/Document.h"
@@ -253,6 +255,125 @@ struct Wrong {
     Server wrong;
 };
 ORVID_FIELDS(Wrong, wrong)
+
+struct Part {
+    int id = 0;
+    int size = 0;
+    std::optional<std::string> note;
+};
+ORVID_FIELDS(Part, id, size, note)
+bool operator==(const Part& a, const Part& b) {
+    return a.id == b.id && a.size == b.size && a.note == b.note;
+}
+
+struct Machine {
+    std::optional<Part> engine;
+    std::optional<Part> horn;
+    std::vector<Part> wheels;
+    std::map<std::string, Part> doors;
+    std::pair<int, Part> spare{};
+    std::variant<std::string, Part> seat;
+    std::optional<std::vector<std::optional<Part>>> extras;
+};
+ORVID_FIELDS(Machine, engine, horn, wheels, doors, spare, seat, extras)
+bool operator==(const Machine& a, const Machine& b) {
+    const auto fields = [](const Machine& m) {
+        return std::tie(m.engine, m.horn, m.wheels, m.doors, m.spare, m.seat, m.extras);
+    };
+    return fields(a) == fields(b);
+}
+
+constexpr const char* k_machine = R"({"meta":{"schema":{"properties":{
+    "engine":{"properties":{"id":{"default":1},"size":{"default":2}}},
+    "horn":{"properties":{"id":{},"size":{"type":"integer"}}},
+    "wheels":{"default":[{"id":3},{"size":4,"note":"n"}],"items":{"properties":{
+        "id":{"default":5},"size":{"default":6}}}},
+    "doors":{"default":{"left":{"id":7},"right":{}},"properties":{
+        "left":{"properties":{"size":{"default":8}}},
+        "right":{"properties":{"id":{"default":9},"size":{"default":10}}}}},
+    "spare":{"default":[11,{"id":12}],"items":{"properties":{"size":{"default":13}}}},
+    "seat":{"default":{"size":14},"properties":{"id":{"default":15}}},
+    "extras":{"default":[null,{}],"items":{"properties":{"id":{"default":16},"size":{"default":17},
+                                                         "note":{"default":"d"}}}}
+}}}})";
+
+TEST(convertFields, are_completed_in_whatever_holds_them) {
+    const Document doc(k_machine);
+    const auto machine = doc.root.to<Machine>();
+    EXPECT_EQ((Part{1, 2, std::nullopt}), machine.engine);
+    EXPECT_FALSE(machine.horn) << "nothing in it has a default";
+    EXPECT_EQ((std::vector<Part>{{3, 6, std::nullopt}, {5, 4, "n"}}), machine.wheels);
+    EXPECT_EQ((std::map<std::string, Part>{{"left", {7, 8, std::nullopt}},
+                                           {"right", {9, 10, std::nullopt}}}),
+              machine.doors);
+    EXPECT_EQ((std::pair<int, Part>{11, {12, 13, std::nullopt}}), machine.spare);
+    EXPECT_EQ((Part{15, 14, std::nullopt}), std::get<Part>(machine.seat));
+    ASSERT_TRUE(machine.extras && machine.extras->size() == 2);
+    EXPECT_FALSE((*machine.extras)[0]);
+    EXPECT_EQ((Part{16, 17, "d"}), (*machine.extras)[1]);
+}
+
+TEST(convertFields, are_those_that_filling_the_defaults_gives) {
+    for (const char* const data :
+         {"{}", R"({"engine":{"size":20}})", R"({"engine":null,"wheels":[{},{"id":21}]})",
+          R"({"doors":{"left":{"id":1}},"spare":[1,{"id":2}],"extras":[{},null]})"}) {
+        Document doc(k_machine);
+        Element values = parse(data);
+        for (auto& value : values.object()) {
+            doc.root.object().insert_or_assign(value.first, std::move(value.second));
+        }
+        const auto read = doc.root.to<Machine>();
+        const auto readAsCopy = Element(doc.root).to<Machine>();
+        fillDefaults(doc.root);
+        if (data == std::string("{}")) {
+            EXPECT_TRUE(read == doc.root.to<Machine>()) << data;
+        }
+        EXPECT_TRUE(read.engine == doc.root.to<Machine>().engine) << data;
+        EXPECT_TRUE(read.wheels == doc.root.to<Machine>().wheels) << data;
+        EXPECT_TRUE(read == readAsCopy) << data;
+    }
+}
+
+TEST(convertFields, name_the_place_in_the_data_also_in_what_a_default_holds) {
+    const Document doc(R"({"meta":{"schema":{"properties":{"list":{"items":{"properties":{
+        "doors":{"default":{"a.b":[{"id":1,"size":1},{"id":2}]}}}}}}}},"list":[{}]})");
+    using Doors = std::map<std::string, std::vector<Part>>;
+    struct House {
+        Doors doors;
+        ORVID_FIELDS(House, doors)
+    };
+    const auto error =
+        thrownBy<PathNotFound>([&] { doc.root.get("list").to<std::vector<House>>(); });
+    EXPECT_EQ("list[0].doors.a\\.b[1].size", error.path());
+    EXPECT_EQ("doors", error.key());
+    EXPECT_EQ("list[0]", *error.elementPath());
+}
+
+TEST(convertFields, complete_a_default_that_is_read_by_itself) {
+    const Document doc(k_machine);
+    const Element& wheels = doc.root.getUsingDefault("wheels");
+    EXPECT_EQ((std::vector<Part>{{3, 6, std::nullopt}, {5, 4, "n"}}),
+              wheels.to<std::vector<Part>>());
+    EXPECT_EQ((Part{9, 10, std::nullopt}), doc.root.getDefault("doors").get("right").to<Part>());
+}
+
+/// Each level doubles: two items, of which each has such a default.
+struct Doubling {
+    std::vector<Doubling> a;
+    ORVID_FIELDS(Doubling, a)
+};
+
+TEST(convertFields, do_not_follow_defaults_that_multiply_without_end) {
+    std::string schema = R"({"default":[]})";
+    for (int i = 0; i < 40; ++i) {
+        schema = R"({"default":[{},{}],"items":{"properties":{"a":)" + schema + "}}}";
+    }
+    const Document doc(R"({"meta":{"schema":{"properties":{"a":)" + schema + "}}}}");
+    const auto error =
+        thrownBy<ko::Orvid::LimitExceeded>([&] { static_cast<void>(doc.root.to<Doubling>()); });
+    EXPECT_EQ("maxElements", error.option());
+    EXPECT_LE(1U << 18U, error.limit());
+}
 
 TEST(convertFields, name_the_place_in_the_data_where_neither_has_a_value) {
     const Document doc(withSchema(""));

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// The conversions themselves, one function for each kind of type and direction.
+// The conversions themselves: which function of ReadValue.h and WriteValue.h a type takes.
 
 #pragma once
 
-#include <ko/export.h>
-#include <ko/Orvid/Array.h>
 #include <ko/Orvid/detail/ConvertTraits.h>
 #include <ko/Orvid/detail/FieldSource.h>
-#include <ko/Orvid/Object.h>
+#include <ko/Orvid/detail/ReadValue.h>
+#include <ko/Orvid/detail/WriteValue.h>
 
 #include <cstddef>
-#include <exception>
-#include <limits>
 #include <new>
-#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -31,238 +27,48 @@ namespace ko::Orvid::detail {
     "field, field), or with fromElement(const Element&, Type&) and toElement(Element&, const "    \
     "Type&) in its namespace"
 
-template<std::size_t>
-void get_if();  // so that get_if<0>(...) is read as a call, which then finds that of std::variant
-
-/// The array's items, as many as T takes. Throws TypeException, and Exception for another number.
-KO_API const Element::TArray& itemsOf(const Element& element, std::size_t size);
-[[noreturn]] KO_API void throwNoAlternative(const Element& element);
-[[noreturn]] KO_API void throwNoName(const Element& element, const std::string& names);
-[[noreturn]] KO_API void throwNoEnumerator(const Element& element, long long value);
-
-template<class T>
-T readFunction(const Element& element) {
-    T value{};
-    fromElement(element, value);
-    return value;
-}
-
-template<class T>
-T readFields(const Element& element) {
-    FieldSource source(element);
-    T value{};
-    Fields<T>::read(source, value);
-    return value;
-}
-
-/// The arithmetic types that Number::convertTo() does not read: they are as wide as one that it
-/// does.
-template<class T>
-T readOtherNumber(const Element& element) {
-    using Same = std::conditional_t<sizeof(T) == sizeof(unsigned short), unsigned short,
-                                    std::conditional_t<std::is_signed_v<T>, int, unsigned int>>;
-    return static_cast<T>(element.to<Same>());
-}
-
-template<class T>
-T readName(const Element& element) {
-    const std::string& text = element.string();
-    std::string names;
-    for (const EnumName<T>& known : orvidNamesOf(T())) {
-        if (text == known.name) {
-            return known.value;
-        }
-        names.append(names.empty() ? "\"" : ", \"").append(known.name) += '"';
-    }
-    throwNoName(element, names);
-}
-
-template<class T>
-T readSequence(const Element& element) {
-    const Element::TArray& items = element.array();
-    T result;
-    if constexpr (k_canReserve<T>) {
-        result.reserve(items.size());
-    }
-    for (const Element& item : items) {
-        if constexpr (kindOf<T>() == Kind::set) {
-            result.insert(item.to<typename T::value_type>());
-        } else {
-            result.push_back(item.to<typename T::value_type>());
-        }
-    }
-    return result;
-}
-
-template<class T>
-T readMap(const Element& element) {
-    T result;
-    for (const auto& member : element.object()) {
-        result.emplace(member.first, member.second.template to<typename T::mapped_type>());
-    }
-    return result;
-}
-
-template<class T>
-T readArray(const Element& element) {
-    const Element::TArray& items = itemsOf(element, std::tuple_size<T>::value);
-    T result{};
-    auto target = result.begin();
-    for (const Element& item : items) {
-        *target++ = item.to<typename T::value_type>();
-    }
-    return result;
-}
-
-template<class T, std::size_t... Indexes>
-T readTuple(const Element& element, std::index_sequence<Indexes...>) {
-    [[maybe_unused]] const Element::TArray& items = itemsOf(element, sizeof...(Indexes));
-    return T(items[Indexes].template to<std::remove_cv_t<std::tuple_element_t<Indexes, T>>>()...);
-}
-
-/// The type of the elements that a T is read from; etEmpty where several are.
-template<class T>
-constexpr EType typeOf() {
-    switch (kindOf<T>()) {
-        case Kind::boolean:
-            return etBoolean;
-        case Kind::number:
-        case Kind::exactNumber:
-        case Kind::decimal:
-        case Kind::duration:
-            return etNumber;
-        case Kind::text:
-        case Kind::names:
-        case Kind::filePath:
-            return etString;
-        case Kind::fields:
-        case Kind::map:
-            return etObject;
-        case Kind::array:
-        case Kind::tuple:
-        case Kind::sequence:
-        case Kind::set:
-            return etArray;
-        default:
-            return etEmpty;
-    }
-}
-
-/// An empty type, such as std::monostate, stands for null.
-template<class T>
-constexpr bool k_isNothing = std::is_empty_v<T>&& kindOf<T>() == Kind::none;
-
-template<class T, class Alternatives>
-struct VariantReader;
-template<class T, template<class...> class Variant, class... Alternatives>
-struct VariantReader<T, Variant<Alternatives...>> {
-    static T read(const Element& element) { return readAny<0, Alternatives...>(element); }
-
-private:
-    template<std::size_t index, class First, class... Rest>
-    static T readAny(const Element& element) {
-        if (mayBe<First>(element)) {
-            try {
-                return readOne<index, First>(element);
-            } catch (const std::bad_alloc&) {
-                throw;
-            } catch (const std::exception&) {
-                static_cast<void>(element);  // it may be another alternative
-            }
-        }
-        if constexpr (sizeof...(Rest) == 0) {
-            throwNoAlternative(element);
-        } else {
-            return readAny<index + 1, Rest...>(element);
-        }
-    }
-
-    template<class First>
-    static bool mayBe(const Element& element) {
-        constexpr EType type = k_isNothing<First> ? etNull : typeOf<First>();
-        return type == etEmpty || type == element.type();
-    }
-
-    template<std::size_t index, class First>
-    static T readOne([[maybe_unused]] const Element& element) {
-        if constexpr (k_isNothing<First>) {
-            return T(std::in_place_index<index>);
-        } else {
-            return T(std::in_place_index<index>, element.to<First>());
-        }
-    }
-};
-
-template<class T, std::size_t... Indexes>
-void writeTuple(Element& element, const T& value, std::index_sequence<Indexes...>) {
-    using std::get;
-    [[maybe_unused]] ItemTarget target(element);
-    (target.write(get<Indexes>(value)), ...);
-}
-
-template<class T>
-void writeName(Element& element, T value) {
-    for (const EnumName<T>& known : orvidNamesOf(value)) {
-        if (known.value == value) {
-            element.setString(known.name);
-            return;
-        }
-    }
-    throwNoEnumerator(element, static_cast<long long>(value));
-}
-
-template<class T>
-void writeItems(Element& element, const T& value) {
-    ItemTarget target(element);
-    for (const typename T::value_type& item : value) {
-        target.write(item);
-    }
-}
-
-template<class T>
-void writeMap(Element& element, const T& value) {
-    FieldTarget target(element);
-    for (const auto& member : value) {
-        target.write(member.first, member.second);
-    }
-}
-
 template<class T>
 struct Converter {
     static T read(const Element& element) {
+        DefaultsUse use;
+        return readAt(ReadPlace(element, use));
+    }
+
+    /// The place has a value, but for what canBeMade() says.
+    static T readAt(const ReadPlace& place) {
         static_assert(isReadable<T>(), ORVID_DETAIL_NO_CONVERSION);
         constexpr Kind kind = kindOf<T>();
         if constexpr (!isReadable<T>()) {
             throw std::bad_alloc();  // never reached: only so that there is one error and no other
         } else if constexpr (kind == Kind::function) {
-            return readFunction<T>(element);
+            return readFunction<T>(*place.value());
         } else if constexpr (kind == Kind::fields) {
-            return readFields<T>(element);
+            return readFields<T>(place);
         } else if constexpr (kind == Kind::element) {
-            return T(element);
+            return T(*place.value());
         } else if constexpr (kind == Kind::null) {
-            element.ensureType(etNull);
+            place.value()->ensureType(etNull);
             return nullptr;
         } else if constexpr (kind == Kind::number) {
-            return readOtherNumber<T>(element);
+            return readOtherNumber<T>(*place.value());
         } else if constexpr (kind == Kind::text || kind == Kind::filePath) {
-            return T(element.string());
+            return T(place.value()->string());
         } else if constexpr (kind == Kind::names) {
-            return readName<T>(element);
+            return readName<T>(*place.value());
         } else if constexpr (kind == Kind::optional) {
-            return element.isNull() ? T() : T(element.to<typename T::value_type>());
+            return readOptional<T>(place);
         } else if constexpr (kind == Kind::duration) {
-            return T(element.to<typename T::rep>());
+            return T(readValue<typename T::rep>(place));
         } else if constexpr (kind == Kind::variant) {
-            return VariantReader<T, T>::read(element);
+            return VariantReader<T, T>::read(place);
         } else if constexpr (kind == Kind::map) {
-            return readMap<T>(element);
+            return readMap<T>(place);
         } else if constexpr (kind == Kind::array) {
-            return readArray<T>(element);
+            return readArray<T>(place);
         } else if constexpr (kind == Kind::tuple) {
-            return readTuple<T>(element, std::make_index_sequence<std::tuple_size<T>::value>());
+            return readTuple<T>(place, std::make_index_sequence<std::tuple_size<T>::value>());
         } else {
-            return readSequence<T>(element);
+            return readSequence<T>(place);
         }
     }
 
@@ -342,16 +148,9 @@ private:
 
 template<class T>
 void FieldSource::read(const char* name, T& field) {
-    const Place place = find(name);
-    if constexpr (kindOf<T>() == Kind::fields) {
-        if (!place.isInData && (place.value != nullptr || place.description != nullptr)) {
-            FieldSource source(*this, name, place);
-            Fields<T>::read(source, field);
-            return;
-        }
-    }
-    if (place.value != nullptr) {
-        field = place.value->to<T>();
+    const ReadPlace place = find(name);
+    if (place.value() != nullptr || canBeMade<T>(place)) {
+        field = readValue<T>(place);
     } else if constexpr (k_isOptional<T>) {
         field = T();
     } else {

@@ -8,40 +8,78 @@
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
 
+#include <cstdint>
 #include <string_view>
 
 namespace ko::Orvid::detail {
+
+/// How much of the schema's defaults one conversion has taken from within other defaults.
+struct DefaultsUse {
+    std::uint64_t weight = 0;
+    std::uint64_t limit = 0;  ///< in elements; 0 as long as it is not known
+};
+
+/// What a value is read from. In the data that is an element, which finds its description itself.
+/// For what the data lack it is the schema's default, or nothing, and the description and the way
+/// back to the data come along. Lives within one call, and as long as the places made of it.
+class KO_API ReadPlace {
+public:
+    /// An element of the data. `use` must live as long as the place.
+    ReadPlace(const Element& value, DefaultsUse& use) : m_value(&value), m_use(&use) {}
+    /// An item or member of what `whole` holds.
+    ReadPlace(const ReadPlace& whole, const Element& part) : m_value(&part), m_use(whole.m_use) {
+        if (!whole.isInData()) {
+            describe(whole);
+        }
+    }
+    /// The field of an object that lacks it: its default, which may be null, and its description,
+    /// which may be null too.
+    ReadPlace(const ReadPlace& object, const char* field, const Element* value,
+              const Element* description)
+        : m_value(value),
+          m_description(description),
+          m_parent(&object),
+          m_field(field),
+          m_use(object.m_use) {}
+
+    bool isInData() const noexcept { return m_parent == nullptr; }
+    /// Null where there is neither a value nor a default.
+    const Element* value() const noexcept { return m_value; }
+    /// Whether the schema describes what the data lack, and then whether it has a default below.
+    bool isDescribed() const noexcept { return m_description != nullptr; }
+    bool isPromising() const;
+
+private:
+    friend class FieldSource;
+
+    void describe(const ReadPlace& whole);
+    void takeDefault(const Element& value) const;
+
+    const Element* m_value;
+    const Element* m_description = nullptr;
+    const ReadPlace* m_parent = nullptr;
+    const char* m_field = nullptr;
+    DefaultsUse* m_use;
+};
 
 /// An object that is read field by field. It may be missing itself, where the schema describes it:
 /// then all of its members are. Lives within one call.
 class KO_API FieldSource {
 public:
-    /// What a field is read from.
-    struct Place {
-        const Element* value = nullptr;        ///< the member or its default; null without either
-        const Element* description = nullptr;  ///< in the schema; null where it was not looked up
-        bool isInData = false;
-    };
-
-    /// Throws TypeException unless the element is an object.
-    explicit FieldSource(const Element& object);
-    /// The member `name` of `parent`, which is not in the data. Throws as above for a default that
-    /// is no object.
-    FieldSource(FieldSource& parent, const char* name, const Place& place);
+    /// Throws TypeException where there is a value that is no object.
+    explicit FieldSource(const ReadPlace& object);
 
     template<class T>
     void read(const char* name, T& field);
 
 private:
-    Place find(std::string_view name);
+    ReadPlace find(const char* name);
     const Element* description();
     [[noreturn]] void throwMissing(const char* name) const;
 
-    const Element* m_object;  ///< null where it is missing
-    const Element* m_description = nullptr;
-    bool m_isDescriptionKnown = false;
-    const FieldSource* m_parent = nullptr;  ///< null in the data
-    const char* m_name = "";                ///< in the parent
+    const ReadPlace& m_place;
+    const Element* m_description;
+    bool m_isDescriptionKnown;
 };
 
 /// An object that is made, member by member.

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+//
+// Reading values of C++ from elements, one function for each kind of type.
+
+#pragma once
+
+#include <ko/export.h>
+#include <ko/Orvid/Array.h>
+#include <ko/Orvid/detail/ConvertTraits.h>
+#include <ko/Orvid/detail/FieldSource.h>
+#include <ko/Orvid/Object.h>
+
+#include <cstddef>
+#include <exception>
+#include <new>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace ko::Orvid::detail {
+
+/// The array's items, as many as T takes. Throws TypeException, and Exception for another number.
+KO_API const Element::TArray& itemsOf(const Element& element, std::size_t size);
+[[noreturn]] KO_API void throwNoAlternative(const Element& element);
+[[noreturn]] KO_API void throwNoName(const Element& element, const std::string& names);
+
+/// Whether Element::to() reads a T itself.
+template<class T>
+constexpr bool k_isSimple = std::is_same_v<T, bool> || Number::k_isReadable<T> ||
+                            std::is_same_v<T, Number> || std::is_same_v<T, DecNumber> ||
+                            std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>;
+
+/// What is there to be read. The place has a value, but for what canBeMade() says.
+template<class T>
+T readValue(const ReadPlace& place) {
+    if constexpr (k_isSimple<T>) {
+        return place.value()->to<T>();
+    } else {
+        return Converter<T>::readAt(place);
+    }
+}
+
+/// An item or member of what the place holds.
+template<class T>
+T readPart(const ReadPlace& whole, const Element& part) {
+    if constexpr (k_isSimple<T>) {
+        return part.to<T>();
+    } else {
+        return Converter<T>::readAt(ReadPlace(whole, part));
+    }
+}
+
+/// Whether a T can be read although neither the data nor the schema has a value: an object whose
+/// members the schema describes.
+template<class T>
+bool canBeMade([[maybe_unused]] const ReadPlace& place) {
+    constexpr Kind kind = kindOf<T>();
+    if constexpr (kind == Kind::fields) {
+        return place.isDescribed();
+    } else if constexpr (kind == Kind::optional) {
+        return canBeMade<typename T::value_type>(place) && place.isPromising();
+    } else {
+        return false;
+    }
+}
+
+template<class T>
+T readOptional(const ReadPlace& place) {
+    const bool isNull = place.value() != nullptr && place.value()->isNull();
+    return isNull ? T() : T(readValue<typename T::value_type>(place));
+}
+
+template<class T>
+T readFunction(const Element& element) {
+    T value{};
+    fromElement(element, value);
+    return value;
+}
+
+template<class T>
+T readFields(const ReadPlace& place) {
+    FieldSource source(place);
+    T value{};
+    Fields<T>::read(source, value);
+    return value;
+}
+
+/// The arithmetic types that Number::convertTo() does not read: they are as wide as one that it
+/// does.
+template<class T>
+T readOtherNumber(const Element& element) {
+    using Same = std::conditional_t<sizeof(T) == sizeof(unsigned short), unsigned short,
+                                    std::conditional_t<std::is_signed_v<T>, int, unsigned int>>;
+    return static_cast<T>(element.to<Same>());
+}
+
+template<class T>
+T readName(const Element& element) {
+    const std::string& text = element.string();
+    std::string names;
+    for (const EnumName<T>& known : orvidNamesOf(T())) {
+        if (text == known.name) {
+            return known.value;
+        }
+        names.append(names.empty() ? "\"" : ", \"").append(known.name) += '"';
+    }
+    throwNoName(element, names);
+}
+
+template<class T>
+T readSequence(const ReadPlace& place) {
+    const Element::TArray& items = place.value()->array();
+    T result;
+    if constexpr (k_canReserve<T>) {
+        result.reserve(items.size());
+    }
+    for (const Element& item : items) {
+        if constexpr (kindOf<T>() == Kind::set) {
+            result.insert(readPart<typename T::value_type>(place, item));
+        } else {
+            result.push_back(readPart<typename T::value_type>(place, item));
+        }
+    }
+    return result;
+}
+
+template<class T>
+T readMap(const ReadPlace& place) {
+    T result;
+    for (const auto& member : place.value()->object()) {
+        result.emplace(member.first, readPart<typename T::mapped_type>(place, member.second));
+    }
+    return result;
+}
+
+template<class T>
+T readArray(const ReadPlace& place) {
+    const Element::TArray& items = itemsOf(*place.value(), std::tuple_size<T>::value);
+    T result{};
+    auto target = result.begin();
+    for (const Element& item : items) {
+        *target++ = readPart<typename T::value_type>(place, item);
+    }
+    return result;
+}
+
+template<class T, std::size_t... Indexes>
+T readTuple(const ReadPlace& place, std::index_sequence<Indexes...>) {
+    [[maybe_unused]] const Element::TArray& items = itemsOf(*place.value(), sizeof...(Indexes));
+    return T(
+        readPart<std::remove_cv_t<std::tuple_element_t<Indexes, T>>>(place, items[Indexes])...);
+}
+
+/// The type of the elements that a T is read from; etEmpty where several are.
+template<class T>
+constexpr EType typeOf() {
+    switch (kindOf<T>()) {
+        case Kind::boolean:
+            return etBoolean;
+        case Kind::number:
+        case Kind::exactNumber:
+        case Kind::decimal:
+        case Kind::duration:
+            return etNumber;
+        case Kind::text:
+        case Kind::names:
+        case Kind::filePath:
+            return etString;
+        case Kind::fields:
+        case Kind::map:
+            return etObject;
+        case Kind::array:
+        case Kind::tuple:
+        case Kind::sequence:
+        case Kind::set:
+            return etArray;
+        default:
+            return etEmpty;
+    }
+}
+
+/// An empty type, such as std::monostate, stands for null.
+template<class T>
+constexpr bool k_isNothing = std::is_empty_v<T>&& kindOf<T>() == Kind::none;
+
+template<class T, class Alternatives>
+struct VariantReader;
+template<class T, template<class...> class Variant, class... Alternatives>
+struct VariantReader<T, Variant<Alternatives...>> {
+    static T read(const ReadPlace& place) { return readAny<0, Alternatives...>(place); }
+
+private:
+    template<std::size_t index, class First, class... Rest>
+    static T readAny(const ReadPlace& place) {
+        if (mayBe<First>(*place.value())) {
+            try {
+                return readOne<index, First>(place);
+            } catch (const std::bad_alloc&) {
+                throw;
+            } catch (const std::exception&) {
+                static_cast<void>(place);  // it may be another alternative
+            }
+        }
+        if constexpr (sizeof...(Rest) == 0) {
+            throwNoAlternative(*place.value());
+        } else {
+            return readAny<index + 1, Rest...>(place);
+        }
+    }
+
+    template<class First>
+    static bool mayBe(const Element& element) {
+        constexpr EType type = k_isNothing<First> ? etNull : typeOf<First>();
+        return type == etEmpty || type == element.type();
+    }
+
+    template<std::size_t index, class First>
+    static T readOne([[maybe_unused]] const ReadPlace& place) {
+        if constexpr (k_isNothing<First>) {
+            return T(std::in_place_index<index>);
+        } else {
+            return T(std::in_place_index<index>, readValue<First>(place));
+        }
+    }
+};
+
+}  // namespace ko::Orvid::detail
