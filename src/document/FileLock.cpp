@@ -109,8 +109,10 @@ FileLock::~FileLock() { release(true); }
 /// Answers false when there can be no lock.
 bool FileLock::open() {
     constexpr mode_t mode = 0644;
-    m_file = untilDone(
-        [&] { return ::open(m_name.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode); });
+    m_file = untilDone([&] {
+        return ::open(m_name.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK,
+                      mode);
+    });
     if (m_file < 0 && !meansNoLocks(errno)) {
         failWith(m_name, k_lock, errno);
     }

@@ -4,8 +4,11 @@
 
 #include "edit/InPlace.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <thread>
 
 namespace orvid_tool {
@@ -34,7 +37,18 @@ void translating(const Action& action) {
 
 }  // namespace
 
+void requireReplaceable(const std::string& file) {
+    struct stat status = {};
+    if (stat(file.c_str(), &status) != 0 || S_ISREG(status.st_mode)) {
+        return;
+    }
+    const char* const reason =
+        S_ISDIR(status.st_mode) ? std::strerror(EISDIR) : "Not a regular file";
+    throw Failure(ExitStatus::inputOutput, SPlace{file, 0, 0, {}}, reason);
+}
+
 EditLock::EditLock(const std::string& file) {
+    requireReplaceable(file);
     constexpr std::chrono::milliseconds pause(5);
     const auto deadline = std::chrono::steady_clock::now() + FileLock::k_patience;
     while (!take(file)) {

@@ -23,8 +23,13 @@ public:
     explicit ChangedMeanwhile(const Failure& failure) : Failure(failure) {}
 };
 
+/// Only regular files can be replaced. Throws Failure where the file is there and is something
+/// else, which reading might wait for.
+void requireReplaceable(const std::string& file);
+
 /// The lock of a file (see ko::Orvid::FileLock), from before it is read to when its replacement is
-/// done. Throws Failure, which names the file, when the lock cannot be had.
+/// done. Throws Failure, which names the file, when it cannot be replaced or the lock cannot be
+/// had.
 class EditLock {
 public:
     explicit EditLock(const std::string& file);

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "output/Bytes.h"
+#include "output/FileIdentity.h"
 
 namespace orvid_tool {
 
@@ -33,6 +34,8 @@ public:
 
     /// The state of the file, taken before it is read.
     const ko::Orvid::FileStamp& stamp() const { return m_stamp; }
+
+    FileIdentity identity() const { return FileIdentity(m_descriptor); }
 
     /// The rest of the input with a newline after it.
     Bytes readAll();

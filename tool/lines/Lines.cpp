@@ -8,6 +8,7 @@
 #include <string>
 
 #include "input/Input.h"
+#include "lines/ApartFiles.h"
 #include "lines/LineRun.h"
 #include "output/AppendedFile.h"
 
@@ -42,6 +43,7 @@ SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, co
     std::optional<AppendedFile> rejects;
     if (call.lines.rejects) {
         rejects.emplace(*call.lines.rejects);
+        requireApart(*rejects, input);
     }
     SLineRun run{{input, call.lines.longest},
                  {verb, call, input.name()},

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "output/FileIdentity.h"
 #include "output/Output.h"
 
 namespace orvid_tool {
@@ -21,6 +22,8 @@ public:
     ~AppendedFile() override;
     void write(std::string_view text) override;
     void flush() override {}
+
+    FileIdentity identity() const { return FileIdentity(m_descriptor); }
 
 private:
     std::string m_file;

@@ -15,6 +15,7 @@
 #include "edit/InPlace.h"
 #include "input/Input.h"
 #include "input/MissingPath.h"
+#include "lines/ApartFiles.h"
 #include "lines/Lines.h"
 #include "output/Output.h"
 #include "output/Report.h"
@@ -113,7 +114,7 @@ SLinesEnd runLinesOf(const DocumentVerb& verb, const SCall& call, const std::str
 /// Another name of the file keeps the old content, for the new one is a new file.
 void warnOfLinks(const std::string& file, const Report& report) {
     struct stat status = {};
-    if (stat(file.c_str(), &status) == 0 && status.st_nlink > 1) {
+    if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1) {
         report.note(file + ": has " + std::to_string(status.st_nlink) +
                     " names (hard links); the others keep the old content");
     }
@@ -132,6 +133,9 @@ Verb::~Verb() = default;
 void Verb::prepare(SCall& /*call*/) {}
 
 ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& out) const {
+    if (call.lines.isOn) {
+        requireApart(call);
+    }
     ExitStatus highest = ExitStatus::done;
     for (const std::string& file : call.files) {
         if (call.isInPlace) {

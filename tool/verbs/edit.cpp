@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -26,7 +27,7 @@ namespace {
 using ko::Orvid::ReadOptions;
 
 /// A copy of a file's text, in a file of its own that only the user may read. It is removed in the
-/// end, unless it is to be kept.
+/// end, unless it is kept.
 class Copy {
 public:
     /// The name ends as the file's does, so that an editor knows what it holds.
@@ -52,7 +53,13 @@ public:
     }
 
     const std::string& name() const { return m_name; }
+    bool isThere() const { return access(m_name.c_str(), F_OK) == 0; }
+    bool holds(std::string_view text) const {
+        const Bytes ended = Input(m_name).readAll();
+        return ended.view().substr(0, ended.length() - 1) == text;
+    }
     void keep() { m_isKept = true; }
+    void drop() { m_isKept = false; }
 
 private:
     std::string m_name;
@@ -69,11 +76,33 @@ std::string editorCommand() {
     return "vi";
 }
 
+/// While one lives, Ctrl-C and Ctrl-\ at the terminal are the editor's.
+class KeysForEditor {
+public:
+    KeysForEditor()
+        : m_interrupt(std::signal(SIGINT, SIG_IGN)), m_quit(std::signal(SIGQUIT, SIG_IGN)) {}
+    KeysForEditor(const KeysForEditor&) = delete;
+    KeysForEditor& operator=(const KeysForEditor&) = delete;
+    ~KeysForEditor() { restore(); }
+
+    void restore() const {
+        static_cast<void>(std::signal(SIGINT, m_interrupt));
+        static_cast<void>(std::signal(SIGQUIT, m_quit));
+    }
+
+private:
+    using THandler = void (*)(int);
+    THandler m_interrupt;
+    THandler m_quit;
+};
+
 /// The variables may hold a command with options, so a shell reads them.
 void runEditor(const std::string& file) {
     const std::string script = editorCommand() + " \"$1\"";
+    const KeysForEditor keys;
     const pid_t child = fork();
     if (child == 0) {
+        keys.restore();
         execl("/bin/sh", "sh", "-c", script.c_str(), "sh", file.c_str(), nullptr);
         _exit(127);
     }
@@ -81,8 +110,7 @@ void runEditor(const std::string& file) {
     while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     if (child < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-        throw Failure(ExitStatus::failed,
-                      "the editor \"" + editorCommand() + "\" failed; the file is as it was");
+        throw Failure(ExitStatus::failed, "the editor \"" + editorCommand() + "\" failed");
     }
 }
 
@@ -112,14 +140,22 @@ public:
         addStrict(words, call);
     }
 
+    void prepare(SCall& /*call*/) override {
+        if (m_file == k_standardInput) {
+            throw Misuse("an editor needs a file, not standard input");
+        }
+    }
+
     ExitStatus run(const SCall& call, const Report& report, Output& /*out*/) const override {
+        requireReplaceable(m_file);
         Input input(m_file);
         const ko::Orvid::FileStamp stamp = input.stamp();
         const Bytes ended = input.readAll();
         const std::string_view before = ended.view().substr(0, ended.length() - 1);
         Copy copy(m_file, before);
+        copy.keep();
         try {
-            const Bytes edited = editedText(call, report, copy.name());
+            const Bytes edited = editedText(call, report, copy);
             const std::string_view after = edited.view().substr(0, edited.length() - 1);
             if (after != before) {
                 const EditLock lock(m_file);
@@ -127,21 +163,33 @@ public:
                 file.write(after);
                 file.finish(stamp);
             }
-        } catch (const Failure&) {
-            copy.keep();
-            report.note(m_file + " is as it was; what was edited is in " + copy.name());
+            copy.drop();
+        } catch (...) {
+            report.note(m_file + " is as it was" + whereaboutsOf(copy, before));
             throw;
         }
         return ExitStatus::done;
     }
 
 private:
+    /// Drops the copy where it holds nothing new, and answers what is to be said of it.
+    static std::string whereaboutsOf(Copy& copy, std::string_view before) {
+        if (!copy.isThere() || copy.holds(before)) {
+            copy.drop();
+            return "";
+        }
+        return "; what was edited is in " + copy.name();
+    }
+
     /// What the editor leaves, once it is right, with a newline after it. Throws Failure where the
     /// user gives up.
-    Bytes editedText(const SCall& call, const Report& report, const std::string& copy) const {
+    Bytes editedText(const SCall& call, const Report& report, const Copy& copy) const {
         while (true) {
-            runEditor(copy);
-            Bytes text = Input(copy).readAll();
+            runEditor(copy.name());
+            if (!copy.isThere()) {
+                throw Failure(ExitStatus::failed, "the editor removed the copy that it was given");
+            }
+            Bytes text = Input(copy.name()).readAll();
             try {
                 check(call, text.view().substr(0, text.length() - 1));
                 return text;
