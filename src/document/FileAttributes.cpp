@@ -35,8 +35,13 @@ bool matters(std::string_view attribute) {
     return startsWith(attribute, "user.") || startsWith(attribute, "system.");
 }
 
-bool meansNone(int error) {
-    return error == ENODATA || error == ENOTSUP || error == ENOSYS || error == EPERM;
+/// Of a file system. What may not be seen may be there.
+bool meansNoAttributes(int error) { return error == ENOTSUP || error == ENOSYS; }
+
+bool meansNone(int error) { return meansNoAttributes(error) || error == ENODATA || error == EPERM; }
+
+int setValue(int file, const char* attribute, const std::string& value) {
+    return untilDone([&] { return ::fsetxattr(file, attribute, value.data(), value.size(), 0); });
 }
 
 /// Calls `get` with more and more room until the answer fits. Returns nothing, with errno set, when
@@ -46,7 +51,7 @@ std::pair<bool, std::string> whole(const Get& get) {
     constexpr std::size_t firstRoom = 256;
     std::string bytes(firstRoom, '\0');
     for (;;) {
-        const ssize_t length = get(bytes.data(), bytes.size());
+        const ssize_t length = untilDone([&] { return get(bytes.data(), bytes.size()); });
         if (length >= 0) {
             bytes.resize(static_cast<std::size_t>(length));
             return {true, bytes};
@@ -97,7 +102,7 @@ private:
 FileAttributes::FileAttributes(int file, std::string name) : m_name(std::move(name)) {
     const auto [isListed, names] =
         whole([&](char* room, std::size_t size) { return ::flistxattr(file, room, size); });
-    if (!isListed && !meansNone(errno)) {
+    if (!isListed && !meansNoAttributes(errno)) {
         failWith(m_name, k_keepAttributes, errno);
     }
     std::string_view rest = names;
@@ -128,21 +133,21 @@ void FileAttributes::giveTo(int file, bool isGroupKept) const {
     }
     if (m_accessList.empty()) {
         // A list that the folder gave would come to count with the file's own mode.
-        if (::fremovexattr(file, k_accessList) != 0 && (errno == EPERM || !meansNone(errno))) {
+        const int result = untilDone([&] { return ::fremovexattr(file, k_accessList); });
+        if (result != 0 && errno != ENODATA && !meansNoAttributes(errno)) {
             failWith(m_name, k_keepAccessList, errno);
         }
         return;
     }
     const std::string list =
         isGroupKept ? m_accessList : AccessList(m_accessList).withGroupAsOthers();
-    if (::fsetxattr(file, k_accessList, list.data(), list.size(), 0) != 0) {
+    if (setValue(file, k_accessList, list) != 0) {
         failWith(m_name, k_keepAccessList, errno);
     }
 }
 
 void FileAttributes::set(int file, const std::string& attribute, const std::string& value) const {
-    if (::fsetxattr(file, attribute.c_str(), value.data(), value.size(), 0) != 0 &&
-        matters(attribute)) {
+    if (setValue(file, attribute.c_str(), value) != 0 && matters(attribute)) {
         failWith(m_name, k_keepAttributes, errno);
     }
 }

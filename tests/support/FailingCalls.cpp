@@ -7,6 +7,7 @@
 
 #include <dlfcn.h>
 #include <sys/types.h>
+#include <sys/xattr.h>
 
 #include <array>
 #include <cerrno>
@@ -20,7 +21,7 @@ struct Errors {
     std::size_t count;
 };
 
-std::array<Errors, 7> g_errors{};
+std::array<Errors, 11> g_errors{};
 
 /// The error that this call is to fail with, or 0.
 int nextError(orvid_test::Call call) {
@@ -94,6 +95,28 @@ int fchmod(int file, mode_t mode) noexcept {
 int fchown(int file, uid_t owner, gid_t group) noexcept {
     static auto* const systemsFchown = systems<int(int, uid_t, gid_t)>("fchown");
     return fails(orvid_test::Call::fchown) ? -1 : systemsFchown(file, owner, group);
+}
+
+ssize_t fgetxattr(int file, const char* name, void* value, std::size_t size) noexcept {
+    static auto* const systemsGet =
+        systems<ssize_t(int, const char*, void*, std::size_t)>("fgetxattr");
+    return fails(orvid_test::Call::fgetxattr) ? -1 : systemsGet(file, name, value, size);
+}
+
+ssize_t flistxattr(int file, char* names, std::size_t size) noexcept {
+    static auto* const systemsList = systems<ssize_t(int, char*, std::size_t)>("flistxattr");
+    return fails(orvid_test::Call::flistxattr) ? -1 : systemsList(file, names, size);
+}
+
+int fremovexattr(int file, const char* name) noexcept {
+    static auto* const systemsRemove = systems<int(int, const char*)>("fremovexattr");
+    return fails(orvid_test::Call::fremovexattr) ? -1 : systemsRemove(file, name);
+}
+
+int fsetxattr(int file, const char* name, const void* value, std::size_t size, int flags) noexcept {
+    static auto* const systemsSet =
+        systems<int(int, const char*, const void*, std::size_t, int)>("fsetxattr");
+    return fails(orvid_test::Call::fsetxattr) ? -1 : systemsSet(file, name, value, size, flags);
 }
 
 int fsync(int file) {

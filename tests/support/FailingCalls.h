@@ -9,7 +9,19 @@
 
 namespace orvid_test {
 
-enum class Call { close, faccessat, fchmod, fchown, fsync, rename, write };
+enum class Call {
+    close,
+    faccessat,
+    fchmod,
+    fchown,
+    fgetxattr,
+    flistxattr,
+    fremovexattr,
+    fsetxattr,
+    fsync,
+    rename,
+    write
+};
 
 /// In place of an error: a write takes only half of its bytes.
 constexpr int k_half = -1;
