@@ -57,6 +57,20 @@ int statusOf(pid_t child) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+/// Where anybody may make files, somebody may make this one.
+TEST(FileLock, does_not_wait_for_a_pipe_in_its_place) {
+    const ScratchFolder folder;
+    const std::string name = folder.makeFile("a", "1");
+    const std::string lockFile = FileLock(name).lockFile();
+    ASSERT_EQ(mkfifo(lockFile.c_str(), 0600), 0);
+    const pid_t child = inChild([&] {
+        alarm(20);
+        const FileLock lock(name, k_noPatience);
+    });
+    EXPECT_EQ(statusOf(child), 0);
+    EXPECT_EQ(folder.names(), TNames{"a"});
+}
+
 TEST(FileLock, keeps_all_edits_of_several_writers) {
     constexpr int writers = 3;
     constexpr int edits = 60;
