@@ -13,6 +13,7 @@
 #include <list>
 #include <utility>
 
+#include "document/listenerLength.h"
 #include "document/ReadingScope.h"
 #include "text/yajl/Reader.h"
 
@@ -21,14 +22,6 @@ namespace ko::Orvid {
 namespace {
 
 constexpr unsigned int k_chunkSize = 255;
-
-/// The listener's lengths have 32 bits.
-unsigned int lengthOf(std::size_t length) {
-    if (length > std::numeric_limits<unsigned int>::max()) {
-        throw Exception("A string or number is longer than 4294967295 bytes!");
-    }
-    return static_cast<unsigned int>(length);
-}
 
 /// Hears everything and says the same to all of it.
 class Deaf : public CallbackParserListener {
@@ -105,15 +98,15 @@ void CallbackParser::setCallbacks(bool numbersAsText) {
     table.number = nullptr;
     if (numbersAsText) {
         table.number = [](void* parser, const char* text, std::size_t length) {
-            return cb_number(parser, text, lengthOf(length));
+            return cb_number(parser, text, listenerLength(length));
         };
     }
     table.string = [](void* parser, const unsigned char* text, std::size_t length) {
-        return cb_string(parser, text, lengthOf(length));
+        return cb_string(parser, text, listenerLength(length));
     };
     table.startMap = cb_start_map;
     table.mapKey = [](void* parser, const unsigned char* text, std::size_t length) {
-        return cb_map_key(parser, text, lengthOf(length));
+        return cb_map_key(parser, text, listenerLength(length));
     };
     table.endMap = cb_end_map;
     table.startArray = cb_start_array;
