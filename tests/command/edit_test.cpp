@@ -73,6 +73,13 @@ TEST(edit, keeps_no_copy_that_holds_nothing_new) {
     EXPECT_EQ(editWith("sh -c 'echo 2 >>\"$0\"; exit 1'", file).out, "orvid-NAME\n");
 }
 
+TEST(edit, takes_a_name_of_the_greatest_length) {
+    const orvid_test::ScratchFolder folder;
+    const std::string file = folder.makeFile(std::string(250, 'n') + ".json", "1");
+    EXPECT_EQ(shell("VISUAL='sed -i s/1/2/' \"$0\" edit \"$1\"", {file}), printed(""));
+    EXPECT_EQ(bytesOfFile(file), "2");
+}
+
 TEST(edit, wants_a_regular_file) {
     const orvid_test::ScratchFolder folder;
     const std::string pipe = folder.file("pipe");

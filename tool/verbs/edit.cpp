@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -30,11 +31,14 @@ using ko::Orvid::ReadOptions;
 /// end, unless it is kept.
 class Copy {
 public:
-    /// The name ends as the file's does, so that an editor knows what it holds.
+    /// The name ends as the file's does, so that an editor knows what it holds. A name of the
+    /// greatest length has no room for more, so of a long one only the end is taken.
     Copy(const std::string& file, std::string_view text) {
         const char* const folder = std::getenv("TMPDIR");
         const std::size_t slash = file.find_last_of('/');
-        const std::string base = slash == std::string::npos ? file : file.substr(slash + 1);
+        constexpr std::size_t longest = 100;
+        std::string base = slash == std::string::npos ? file : file.substr(slash + 1);
+        base.erase(0, base.length() - std::min(base.length(), longest));
         m_name = std::string(folder == nullptr || *folder == '\0' ? "/tmp" : folder) +
                  "/orvid-XXXXXX-" + base;
         const int descriptor = mkstemps(m_name.data(), static_cast<int>(base.length() + 1));
