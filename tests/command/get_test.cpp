@@ -107,38 +107,39 @@ TEST(get, works_from_a_shell) {
 }
 
 TEST(get, tells_the_path_the_missing_step_and_where_the_walk_stopped) {
-    const auto notFound = [](const std::string& place, const std::string& path,
+    const auto notFound = [](const char* column, const std::string& place, const std::string& path,
                              const std::string& step) {
-        return failed(1, "(standard input): at " + place + ": path \"" + path +
-                             "\" not found, there is no \"" + step + "\"");
+        return failed(1, std::string("(standard input):1:") + column + ": at " + place +
+                             ": path \"" + path + "\" not found, there is no \"" + step + "\"");
     };
-    const auto mismatch = [](const std::string& place, const std::string& path,
+    const auto mismatch = [](const char* column, const std::string& place, const std::string& path,
                              const std::string& type) {
-        return failed(1, "(standard input): at " + place + ": path \"" + path + "\" not found: \"" +
-                             place + "\" is " + type);
+        return failed(1, std::string("(standard input):1:") + column + ": at " + place +
+                             ": path \"" + path + "\" not found: \"" + place + "\" is " + type);
     };
-    EXPECT_EQ(orvid({"get", "z"}, k_document), notFound("(root)", "z", "z"));
-    EXPECT_EQ(orvid({"get", "a.z.q"}, k_document), notFound("a", "a.z.q", "z"));
-    EXPECT_EQ(orvid({"get", "a.b[3]"}, k_document), notFound("a.b", "a.b[3]", "[3]"));
+    EXPECT_EQ(orvid({"get", "z"}, k_document), notFound("1", "(root)", "z", "z"));
+    EXPECT_EQ(orvid({"get", "a.z.q"}, k_document), notFound("6", "a", "a.z.q", "z"));
+    EXPECT_EQ(orvid({"get", "a.b[3]"}, k_document), notFound("11", "a.b", "a.b[3]", "[3]"));
     EXPECT_EQ(orvid({"get", "a.b[2].c.d"}, k_document),
-              mismatch("a.b[2].c", "a.b[2].c.d", "a string"));
-    EXPECT_EQ(orvid({"get", "a[0]"}, k_document), mismatch("a", "a[0]", "an object"));
-    EXPECT_EQ(orvid({"get", "a.b.c"}, k_document), mismatch("a.b", "a.b.c", "an array"));
-    EXPECT_EQ(orvid({"get", R"(x\.y)"}, k_document), notFound("(root)", R"(x\.y)", "x.y"));
-    EXPECT_EQ(orvid({"get", "e.f"}, k_document), notFound("e", "e.f", "f"));
+              mismatch("24", "a.b[2].c", "a.b[2].c.d", "a string"));
+    EXPECT_EQ(orvid({"get", "a[0]"}, k_document), mismatch("6", "a", "a[0]", "an object"));
+    EXPECT_EQ(orvid({"get", "a.b.c"}, k_document), mismatch("11", "a.b", "a.b.c", "an array"));
+    EXPECT_EQ(orvid({"get", R"(x\.y)"}, k_document), notFound("1", "(root)", R"(x\.y)", "x.y"));
+    EXPECT_EQ(orvid({"get", "e.f"}, k_document), notFound("35", "e", "e.f", "f"));
 }
 
 TEST(get, keeps_the_error_on_one_line_when_the_path_has_newlines) {
     EXPECT_EQ(orvid({"get", "a\nb"}, k_document),
               failed(1,
-                     "(standard input): at (root): path \"a\\u000ab\" not found, there is no "
+                     "(standard input):1:1: at (root): path \"a\\u000ab\" not found, there is no "
                      "\"a\\u000ab\" (did you mean \"a b\"?)"));
 }
 
 TEST(get, names_the_file_in_the_error) {
-    EXPECT_EQ(orvid({"get", "limits.cpu", k_settings}),
-              failed(1, k_settings + ": at limits: path \"limits.cpu\" not found, there is no "
-                                     "\"cpu\""));
+    EXPECT_EQ(
+        orvid({"get", "limits.cpu", k_settings}),
+        failed(1, k_settings + ":33:15: at limits: path \"limits.cpu\" not found, there is no "
+                               "\"cpu\""));
 }
 
 TEST(get, shows_where_a_path_is_malformed) {
@@ -166,8 +167,9 @@ TEST(get, prints_a_part_of_a_value_of_any_depth) {
 
 TEST(get, finds_a_value_below_a_million_levels) {
     const std::string deep = repeated("[", 1000000) + repeated("]", 1000000);
-    EXPECT_EQ(orvid({"get", "[0].a"}, deep),
-              failed(1, "(standard input): at [0]: path \"[0].a\" not found: \"[0]\" is an array"));
+    EXPECT_EQ(
+        orvid({"get", "[0].a"}, deep),
+        failed(1, "(standard input):1:2: at [0]: path \"[0].a\" not found: \"[0]\" is an array"));
 }
 
 TEST(get_default, prints_the_value_where_the_data_has_one) {
@@ -188,19 +190,20 @@ TEST(get_default, prints_the_default_where_the_data_has_no_value) {
 }
 
 TEST(get_default, tells_where_the_schema_has_no_default_either) {
-    EXPECT_EQ(orvid({"get", "--default", "servers[1].user", k_settings}),
-              failed(1, k_settings + ": at meta.schema.properties.servers.items.properties: path "
-                                     "\"meta.schema.properties.servers.items.properties.user."
-                                     "default\" not found, there is no \"user\""));
+    EXPECT_EQ(
+        orvid({"get", "--default", "servers[1].user", k_settings}),
+        failed(1, k_settings + ":20:39: at meta.schema.properties.servers.items.properties: path "
+                               "\"meta.schema.properties.servers.items.properties.user."
+                               "default\" not found, there is no \"user\""));
     EXPECT_EQ(orvid({"get", "--default", "z"}, k_document),
               failed(1,
-                     "(standard input): at (root): path \"meta.schema.properties.z.default\" "
+                     "(standard input):1:1: at (root): path \"meta.schema.properties.z.default\" "
                      "not found, there is no \"meta\""));
 }
 
 TEST(get_default, is_off_unless_asked_for) {
     EXPECT_EQ(orvid({"get", "debug", k_settings}),
-              failed(1, k_settings + ": at (root): path \"debug\" not found, there is no "
+              failed(1, k_settings + ":1:1: at (root): path \"debug\" not found, there is no "
                                      "\"debug\""));
 }
 

@@ -18,7 +18,7 @@ using orvid_test::printed;
 
 const std::string k_document = R"({"a":{"color":1},"files":[1],"n":2,"$x":3})";
 
-CommandResult missing(const std::string& text) { return failed(1, "(standard input): at " + text); }
+CommandResult missing(const std::string& text) { return failed(1, "(standard input):" + text); }
 
 TEST(hints, name_the_verb_that_was_meant) {
     EXPECT_EQ(orvid({"pirnt"}),
@@ -39,30 +39,35 @@ TEST(hints, name_the_option_that_was_meant) {
 }
 
 TEST(hints, name_the_key_that_was_meant) {
-    EXPECT_EQ(orvid({"get", "a.colour"}, k_document),
-              missing("a: path \"a.colour\" not found, there is no \"colour\" (did you mean "
-                      "\"color\"?)"));
-    EXPECT_EQ(orvid({"remove", "N"}, k_document),
-              missing("(root): path \"N\" not found, there is no \"N\" (did you mean \"n\"?)"));
+    EXPECT_EQ(
+        orvid({"get", "a.colour"}, k_document),
+        missing("1:6: at a: path \"a.colour\" not found, there is no \"colour\" (did you mean "
+                "\"color\"?)"));
+    EXPECT_EQ(
+        orvid({"remove", "N"}, k_document),
+        missing("1:1: at (root): path \"N\" not found, there is no \"N\" (did you mean \"n\"?)"));
     EXPECT_EQ(orvid({"get", "zzz"}, k_document),
-              missing("(root): path \"zzz\" not found, there is no \"zzz\""));
+              missing("1:1: at (root): path \"zzz\" not found, there is no \"zzz\""));
 }
 
 TEST(hints, tell_what_is_at_the_place_instead) {
     EXPECT_EQ(orvid({"get", "n.x"}, k_document),
-              missing("n: path \"n.x\" not found: \"n\" is a number"));
+              missing("1:34: at n: path \"n.x\" not found: \"n\" is a number"));
     EXPECT_EQ(orvid({"set", "n[0]", "1"}, k_document),
-              missing("n: path \"n[0]\" not found: \"n\" is a number"));
+              missing("1:34: at n: path \"n[0]\" not found: \"n\" is a number"));
     EXPECT_EQ(orvid({"get", "a"}, "[1]"),
-              missing("(root): path \"a\" not found: the root is an array"));
+              missing("1:1: at (root): path \"a\" not found: the root is an array"));
 }
 
 TEST(hints, understand_the_notations_of_others) {
-    EXPECT_EQ(orvid({"get", "$.a.color"}, k_document),
-              missing("(root): path \"$.a.color\" not found, there is no \"$\"; a path has no $, "
-                      "write a.color"));
-    EXPECT_EQ(orvid({"get", "files.0"}, k_document),
-              missing("files: path \"files.0\" not found: \"files\" is an array; write files[0]"));
+    EXPECT_EQ(
+        orvid({"get", "$.a.color"}, k_document),
+        missing("1:1: at (root): path \"$.a.color\" not found, there is no \"$\"; a path has no $, "
+                "write a.color"));
+    EXPECT_EQ(
+        orvid({"get", "files.0"}, k_document),
+        missing(
+            "1:26: at files: path \"files.0\" not found: \"files\" is an array; write files[0]"));
     EXPECT_EQ(orvid({"get", ".a.color"}, k_document), printed("1\n"));
     EXPECT_EQ(orvid({"get", "$x"}, k_document), printed("3\n"));
 }

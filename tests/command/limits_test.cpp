@@ -34,10 +34,10 @@ TEST(limits, patch_refuses_copies_beyond_max_growth_and_leaves_the_file) {
     const ScratchFile file(R"({"a":["text"]})");
     const std::string bomb = R"([{"op":"copy","from":"/a","path":"/a/-"},)"
                              R"({"op":"copy","from":"/a","path":"/a/-"}])";
-    EXPECT_EQ(
-        orvid({"patch", "--max-growth", "395", "-", "-i", file.name()}, bomb),
-        failed(1, file.name() + ": at a: operation 1 of the patch, \"copy\" of \"/a\": the patch "
-                                "copies more than maxGrowth allows"));
+    EXPECT_EQ(orvid({"patch", "--max-growth", "395", "-", "-i", file.name()}, bomb),
+              failed(1, file.name() +
+                            ":1:6: at a: operation 1 of the patch, \"copy\" of \"/a\": the patch "
+                            "copies more than maxGrowth allows"));
     EXPECT_EQ(bytesOfFile(file.name()), R"({"a":["text"]})");
     EXPECT_EQ(orvid({"patch", "--max-growth", "396", "--compact", "-", file.name()}, bomb),
               printed(R"({"a":["text",["text"],["text",["text"]]]})"
@@ -49,7 +49,7 @@ TEST(limits, defaults_refuses_more_than_max_elements_and_names_the_place) {
         R"({"meta":{"schema":{"properties":{"b":{"properties":{"c":{"default":[1,2]}}}}}},"b":{}})";
     EXPECT_EQ(orvid({"defaults", "--max-elements", "3"}, document),
               failed(1,
-                     "(standard input): at b: the schema's defaults add more than 3 elements; "
+                     "(standard input):1:84: at b: the schema's defaults add more than 3 elements; "
                      "--max-elements sets another limit"));
     EXPECT_EQ(orvid({"defaults", "--max-elements", "4"}, document), printed("b.c\t[1,2]\n"));
     EXPECT_EQ(orvid({"defaults", "--max-elements", "0"}, document), printed("b.c\t[1,2]\n"));

@@ -95,7 +95,7 @@ TEST(lines, that_are_blank_are_passed_over_and_counted) {
 const std::string k_mixed = "{\"n\":1}\n\n{\"n\" 2}\r\n{\"m\":3}\n{\"n\":4}\n";
 const std::string k_fault = "orvid: (standard input):3:6: at n: Unexpected '2': expected ':'\n";
 const std::string k_missing =
-    "orvid: (standard input):4: at (root): path \"n\" not found, there is no \"n\"\n";
+    "orvid: (standard input):4:1: at (root): path \"n\" not found, there is no \"n\"\n";
 
 TEST(on_error, stop_ends_the_run_behind_what_was_done) {
     const CommandResult stopped{"1\n", k_fault, 1, 0};

@@ -35,9 +35,9 @@ TEST(keys, of_a_record_are_an_array) {
 
 TEST(keys, are_those_of_an_object_only) {
     EXPECT_EQ(orvid({"keys", "b"}, k_document),
-              failed(1, "(standard input): at b: an array has no keys"));
+              failed(1, "(standard input):1:6: at b: an array has no keys"));
     EXPECT_EQ(orvid({"keys", "a.c"}, k_document),
-              failed(1, "(standard input): at a.c: a string has no keys"));
+              failed(1, "(standard input):1:36: at a.c: a string has no keys"));
 }
 
 TEST(length, counts_items_members_and_characters) {
@@ -46,7 +46,7 @@ TEST(length, counts_items_members_and_characters) {
     EXPECT_EQ(orvid({"length", "a.c"}, k_document), printed("2\n"));
     EXPECT_EQ(orvid({"length", "--lines"}, "[]\n\"\xF0\x9F\x98\x80\"\n"), printed("0\n1\n"));
     EXPECT_EQ(orvid({"length", R"(x\.y)"}, k_document),
-              failed(1, "(standard input): at x\\.y: a boolean has no length"));
+              failed(1, "(standard input):1:53: at x\\.y: a boolean has no length"));
 }
 
 TEST(type, names_the_type) {
@@ -61,8 +61,9 @@ TEST(look_paths, may_be_pointers_and_count_from_the_end) {
     EXPECT_EQ(orvid({"type", R"(\/)"}, k_document), printed("number\n"));
     EXPECT_EQ(orvid({"keys", "b[-1]"}, k_document), printed("x\nw\n"));
     EXPECT_EQ(orvid({"type", "[-1][-2]"}, "[[1],[2,[]]]"), printed("number\n"));
-    EXPECT_EQ(orvid({"type", "b[-3]"}, k_document),
-              failed(1, "(standard input): at b: path \"b[-3]\" not found, there is no \"[-3]\""));
+    EXPECT_EQ(
+        orvid({"type", "b[-3]"}, k_document),
+        failed(1, "(standard input):1:6: at b: path \"b[-3]\" not found, there is no \"[-3]\""));
     EXPECT_EQ(orvid({"type", "//x"}, R"({"":{"x":0}})"), printed("number\n"));
     EXPECT_EQ(orvid({"type", "/a~2"}, k_document).status, 2);
 }

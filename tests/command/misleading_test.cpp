@@ -58,7 +58,7 @@ TEST(misleading, names_do_not_steer_the_terminal) {
         folder.makeFile("\x1B[2J\x7F\xC2\x9B\xE2\x80\xAE\xFFx", "{\"\xC2\x9B\":1}");
     const std::string shown = folder.path().string() + "/\\u001b[2J\\u007f\\u009b\\u202e\\xffx";
     EXPECT_EQ(orvid({"get", "b", name}),
-              failed(1, shown + ": at (root): path \"b\" not found, there is no \"b\""));
+              failed(1, shown + ":1:1: at (root): path \"b\" not found, there is no \"b\""));
     EXPECT_EQ(orvid({"get", "\xC2\x9B.b", name}).err.find('\xC2'), std::string::npos);
     EXPECT_EQ(orvid({"print", "--lines", "--stats", name}).err,
               "orvid: " + shown + ": 1 lines, 1 done, 0 blank, 0 failed\n");

@@ -51,14 +51,14 @@ TEST(rename_verb, keeps_the_order_of_members) {
 
 TEST(rename_verb, refuses_a_key_that_is_taken_and_what_has_none) {
     EXPECT_EQ(orvid({"rename", "on", "port"}, k_settings),
-              failed(1, "(standard input): at (root): there is \"port\" already"));
+              failed(1, "(standard input):1:1: at (root): there is \"port\" already"));
     EXPECT_EQ(orvid({"rename", "servers[0]", "x"}, k_settings),
               failed(1,
-                     "(standard input): at servers[0]: is no member of an object, so it has no "
+                     "(standard input):6:5: at servers[0]: is no member of an object, so it has no "
                      "key"));
     EXPECT_EQ(
         orvid({"rename", "", "x"}, k_settings),
-        failed(1, "(standard input): at (root): is no member of an object, so it has no key"));
+        failed(1, "(standard input):1:1: at (root): is no member of an object, so it has no key"));
 }
 
 TEST(move_verb, takes_comments_along) {
@@ -88,7 +88,7 @@ TEST(move_verb, puts_items_where_they_are_wanted) {
 TEST(move_verb, overwrites_nothing_and_leaves_the_file_alone_then) {
     const ScratchFile file(k_settings);
     EXPECT_EQ(orvid({"move", "-i", "port", "on", file.name()}),
-              failed(1, file.name() + ": at (root): there is \"on\" already"));
+              failed(1, file.name() + ":1:1: at (root): there is \"on\" already"));
     EXPECT_EQ(orvid({"move", "-i", "port", "servers[5]", file.name()}).status, 1);
     EXPECT_EQ(orvid({"move", "-i", "nope", "x", file.name()}).status, 1);
     EXPECT_EQ(orvid({"move", "-i", "", "x", file.name()}),
@@ -103,7 +103,7 @@ TEST(copy_verb, leaves_the_source_where_it_is) {
     EXPECT_EQ(orvid({"copy", "--compact", "a", "a.c"}, R"({"a":{"b":1}})"),
               printed("{\"a\":{\"b\":1,\"c\":{\"b\":1}}}\n"));
     EXPECT_EQ(orvid({"copy", "a", "a"}, R"({"a":1})"),
-              failed(1, "(standard input): at (root): there is \"a\" already"));
+              failed(1, "(standard input):1:1: at (root): there is \"a\" already"));
     EXPECT_EQ(orvid({"copy", "a", ""}, R"({"a":1})"),
               failed(2, "the path must have a step; see orvid copy --help"));
 }

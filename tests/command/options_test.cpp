@@ -127,7 +127,7 @@ TEST(in_place, keeps_the_mode_and_follows_a_link) {
 TEST(in_place, leaves_a_file_alone_when_any_edit_fails) {
     const ScratchFile file("{\"a\": 1}");
     EXPECT_EQ(orvid({"set", "b=1", "a.c=2", "-i", file.name()}),
-              failed(1, file.name() + ": at a: path \"a.c\" not found: \"a\" is a number"));
+              failed(1, file.name() + ":1:7: at a: path \"a.c\" not found: \"a\" is a number"));
     EXPECT_EQ(bytesOfFile(file.name()), "{\"a\": 1}");
 }
 

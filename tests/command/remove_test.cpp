@@ -56,10 +56,11 @@ TEST(remove, works_in_a_pipeline) {
 }
 
 TEST(remove, tells_the_missing_step) {
-    EXPECT_EQ(orvid({"remove", "b[3]"}, k_document),
-              failed(1, "(standard input): at b: path \"b[3]\" not found, there is no \"[3]\""));
+    EXPECT_EQ(
+        orvid({"remove", "b[3]"}, k_document),
+        failed(1, "(standard input):1:6: at b: path \"b[3]\" not found, there is no \"[3]\""));
     EXPECT_EQ(orvid({"remove", "a.z"}, k_document),
-              failed(1, "(standard input): at a: path \"a.z\" not found, there is no \"z\""));
+              failed(1, "(standard input):1:18: at a: path \"a.z\" not found, there is no \"z\""));
 }
 
 TEST(remove, refuses_the_root) {

@@ -25,7 +25,7 @@ TEST(split, writes_an_item_a_line) {
 
 TEST(split, refuses_what_has_no_items) {
     EXPECT_EQ(orvid({"split"}, "{}"),
-              failed(1, "(standard input): at (root): an object has no items to split"));
+              failed(1, "(standard input):1:1: at (root): an object has no items to split"));
     EXPECT_EQ(orvid({"split", "--in", "a", "--values"}, "{}"),
               failed(2, "--in and --values exclude each other; see orvid split --help"));
 }

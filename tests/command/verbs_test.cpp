@@ -46,18 +46,19 @@ TEST(insert, puts_an_item_before_another_and_behind_the_last) {
     EXPECT_EQ(orvid({"insert", "--compact", "a[*]", "3"}, R"({"a":[]})"), printed("{\"a\":[3]}\n"));
     EXPECT_EQ(
         orvid({"insert", "[3]", "3"}, "[1,2]"),
-        failed(1, "(standard input): at (root): path \"[3]\" not found, there is no \"[3]\""));
+        failed(1, "(standard input):1:1: at (root): path \"[3]\" not found, there is no \"[3]\""));
 }
 
 TEST(insert, adds_members_but_overwrites_none) {
     EXPECT_EQ(orvid({"insert", "--compact", R"(a.x\.y)", "1"}, R"({"a":{},"b":0})"),
               printed("{\"a\":{\"x.y\":1},\"b\":0}\n"));
     EXPECT_EQ(orvid({"insert", "b", "1"}, R"({"a":{},"b":0})"),
-              failed(1, "(standard input): at (root): there is \"b\" already"));
-    EXPECT_EQ(orvid({"insert", "c.d", "1"}, "{}"),
-              failed(1, "(standard input): at (root): path \"c\" not found, there is no \"c\""));
+              failed(1, "(standard input):1:1: at (root): there is \"b\" already"));
+    EXPECT_EQ(
+        orvid({"insert", "c.d", "1"}, "{}"),
+        failed(1, "(standard input):1:1: at (root): path \"c\" not found, there is no \"c\""));
     EXPECT_EQ(orvid({"insert", "a.b", "1"}, R"({"a":[]})"),
-              failed(1, "(standard input): at a: path \"a.b\" not found: \"a\" is an array"));
+              failed(1, "(standard input):1:6: at a: path \"a.b\" not found: \"a\" is an array"));
     EXPECT_EQ(orvid({"insert", "", "1"}, "{}"),
               failed(2, "the path must have a step; see orvid insert --help"));
 }
@@ -67,7 +68,7 @@ TEST(remove_several, removes_in_their_order_all_or_none) {
               printed("[3]\n"));
     EXPECT_EQ(
         orvid({"remove", "[0]", "--also", "[5]"}, "[1,2]"),
-        failed(1, "(standard input): at (root): path \"[5]\" not found, there is no \"[5]\""));
+        failed(1, "(standard input):1:1: at (root): path \"[5]\" not found, there is no \"[5]\""));
 }
 
 TEST(find, writes_the_first_item_with_the_value) {
@@ -76,11 +77,12 @@ TEST(find, writes_the_first_item_with_the_value) {
               printed("{\"id\":2.0,\"n\":\"a\"}\n"));
     EXPECT_EQ(orvid({"find", "--path", "--in", "l", "n", "\"b\""}, text), printed("l[2]\n"));
     EXPECT_EQ(orvid({"find", "--in", "l", "id", "3"}, text),
-              failed(1, "(standard input): at l: no item has that value"));
+              failed(1, "(standard input):1:6: at l: no item has that value"));
     EXPECT_EQ(orvid({"find", "--in", "o", "id", "3"}, text),
-              failed(1, "(standard input): at o: is no array"));
-    EXPECT_EQ(orvid({"find", "--in", "x", "id", "3"}, text),
-              failed(1, "(standard input): at (root): path \"x\" not found, there is no \"x\""));
+              failed(1, "(standard input):1:57: at o: is no array"));
+    EXPECT_EQ(
+        orvid({"find", "--in", "x", "id", "3"}, text),
+        failed(1, "(standard input):1:1: at (root): path \"x\" not found, there is no \"x\""));
     EXPECT_EQ(orvid({"find", "", "[2]", "--path"}, "[1,[2]]"), printed("[1]\n"));
 }
 
@@ -88,7 +90,7 @@ TEST(find, compares_numbers_exactly_and_members_in_any_order) {
     const std::string ids = "[5,0,10000000000000000000]";
     EXPECT_EQ(orvid({"find", "--path", "", "10000000000000000000"}, ids), printed("[2]\n"));
     EXPECT_EQ(orvid({"find", "", "10000000000000000001"}, ids),
-              failed(1, "(standard input): at (root): no item has that value"));
+              failed(1, "(standard input):1:1: at (root): no item has that value"));
     EXPECT_EQ(orvid({"find", "--path", "", "-0.0"}, ids), printed("[1]\n"));
     EXPECT_EQ(orvid({"find", "--path", "", R"({"a":1,"b":2})"}, R"([{"b":2,"a":1.0}])"),
               printed("[0]\n"));
@@ -196,7 +198,7 @@ TEST(patch, tells_the_operation_that_failed_and_changes_nothing) {
               R"([{"op":"remove","path":"/a"},{"op":"test","path":"/b","value":1}])");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err.rfind("orvid: " + file.name() +
-                                   ": at (root): operation 1 of the patch, "
+                                   ":1:1: at (root): operation 1 of the patch, "
                                    "\"test\" of \"/b\": ",
                                0),
               0U)

@@ -44,6 +44,7 @@ public:
     const std::string& excerpt() const { return m_excerpt; }
     /// Puts the place, where there is one, into another line of its file.
     void setLine(std::size_t line) { m_place.line = m_place.file.empty() ? 0 : line; }
+    void setColumn(std::size_t column) { m_place.column = m_place.file.empty() ? 0 : column; }
 
 private:
     ExitStatus m_status;

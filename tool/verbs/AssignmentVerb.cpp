@@ -47,6 +47,10 @@ void AssignmentVerb::read(const SCall& call, Document& document) const {
         document.text = std::string_view("{}\n").substr(0, 2);
     }
     readForEdit(call, document);
+    if (m_isNew) {
+        document.kept.reset();
+        document.text = {};  // no place in it is worth telling
+    }
 }
 
 void AssignmentVerb::prepareValue(SCall& call) {

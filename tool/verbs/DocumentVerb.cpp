@@ -15,6 +15,7 @@
 #include "edit/InPlace.h"
 #include "input/Input.h"
 #include "input/MissingPath.h"
+#include "input/ValuePlace.h"
 #include "lines/ApartFiles.h"
 #include "lines/Lines.h"
 #include "output/Output.h"
@@ -185,7 +186,9 @@ void DocumentVerb::work(const SCall& call, Document& document, Bytes& out) const
         read(call, document);
         apply(call, document, out);
     } catch (const ko::Orvid::PathNotFound& error) {
-        throw missingPath(document.place, document.root, error);
+        throw located(missingPath(document.place, document.root, error), document);
+    } catch (const Failure& failure) {
+        throw located(failure, document);
     } catch (const ko::Exception& error) {
         throw Failure(ExitStatus::failed, document.place, error.what());
     } catch (const Unwritable& error) {

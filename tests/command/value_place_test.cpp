@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+//
+// Failures that concern a value name its line and column, of the text as it was read.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using orvid_test::failed;
+using orvid_test::orvid;
+
+constexpr const char* k_document =
+    "{ // own\n"
+    "  \"list\": [{\"a\": 1}, {\"b\": 2}],\n"
+    "  /* */ \"text\": \"x\",\n"
+    "}\n";
+
+/// The line and the column of the first error.
+std::string placeOf(const std::vector<std::string>& words, const std::string& document) {
+    const std::string error = orvid(words, document).err;
+    const std::string begin = "orvid: (standard input):";
+    EXPECT_EQ(error.rfind(begin, 0), 0U) << error;
+    return error.substr(begin.size(), error.find(" at ") - begin.size());
+}
+
+TEST(value_place, is_told_by_the_verbs_that_look) {
+    EXPECT_EQ(placeOf({"get", "list[1].c"}, k_document), "2:22:");
+    EXPECT_EQ(placeOf({"get", "/text/x"}, k_document), "3:17:");
+    EXPECT_EQ(placeOf({"keys", "list"}, k_document), "2:11:");
+    EXPECT_EQ(placeOf({"length", "list[0].a"}, k_document), "2:18:");
+    EXPECT_EQ(placeOf({"type", "none"}, k_document), "1:1:");
+    EXPECT_EQ(placeOf({"find", "", "7", "--in", "list"}, k_document), "2:11:");
+}
+
+TEST(value_place, is_told_by_the_verbs_that_edit) {
+    EXPECT_EQ(placeOf({"set", "text.x", "1"}, k_document), "3:17:");
+    EXPECT_EQ(placeOf({"set", "text.x", "1", "--indent=2"}, k_document), "3:17:");
+    EXPECT_EQ(placeOf({"insert", "list[0].a", "1"}, k_document), "2:12:");
+    EXPECT_EQ(placeOf({"remove", "list[1].c"}, k_document), "2:22:");
+    EXPECT_EQ(placeOf({"move", "list[1].c", "d"}, k_document), "2:22:");
+    EXPECT_EQ(placeOf({"rename", "list[1]", "b"}, k_document), "2:22:");
+}
+
+TEST(value_place, is_that_of_the_value_and_not_of_its_path) {
+    EXPECT_EQ(placeOf({"remove", "list[0]", "--also", "list[0].a"}, k_document), "2:22:");
+    EXPECT_EQ(placeOf({"set", "new={}", "new[0]=1"}, k_document), "");
+    EXPECT_EQ(placeOf({"remove", "[0]", "--also", "[0].c", "--lines"}, "[1, 2]\n"), "1:5:");
+    EXPECT_EQ(placeOf({"remove", "[0]", "--also", "[0].c", "--lines"}, "[1,2]\n"), "1:");
+}
+
+TEST(value_place, is_told_of_records) {
+    EXPECT_EQ(placeOf({"get", "--lines", "a.b"}, "{\"a\":{\"b\":1}}\n\n{\"a\": 1}\n"), "3:7:");
+    EXPECT_EQ(placeOf({"set", "--lines", "a.b", "1"}, "{\"a\":{\"b\":1}}\n\n{\"a\":1}\n"), "3:6:");
+}
+
+TEST(value_place, counts_no_byte_order_mark) {
+    const std::string mark = "\xEF\xBB\xBF";
+    for (const char* const verb : {"get", "remove"}) {
+        EXPECT_EQ(placeOf({verb, "a.b"}, mark + "{\"a\": 1}"), "1:7:");
+        EXPECT_EQ(placeOf({verb, "--lines", "a.b"}, mark + "{\"a\": 1}"), "1:7:");
+        EXPECT_EQ(placeOf({verb, "a.b"}, mark + "{\n\"a\": 1}"), "2:6:");
+    }
+}
+
+TEST(value_place, is_told_as_json_as_well) {
+    EXPECT_EQ(orvid({"get", "--json-errors", "a.b"}, "{\n\"a\": 1}").err,
+              "{\"status\":1,\"file\":\"(standard input)\",\"line\":2,\"column\":6,\"path\":\"a\","
+              "\"message\":\"path \\\"a.b\\\" not found: \\\"a\\\" is a number\"}\n");
+}
+
+TEST(value_place, is_not_told_of_a_document_that_is_made) {
+    EXPECT_EQ(orvid({"set", "--new", "[0]", "1"}),
+              failed(1, "(new): at (root): path \"[0]\" not found: the root is an object"));
+}
+
+}  // namespace

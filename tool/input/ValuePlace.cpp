@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+//
+// The library knows where a value stands when it reads a document that keeps its text.
+
+#include "input/ValuePlace.h"
+
+#include <new>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "text/byteOrderMark.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::ReadOptions;
+using ko::Orvid::SourcePlace;
+
+/// Those of readTree(): the text was read before, so they can take all that any verb takes.
+ReadOptions options() {
+    ReadOptions options;
+    options.requireWholeDocument = true;
+    options.allowTrailingCommas = true;
+    return options;
+}
+
+/// Appending the document may have given the tree back already.
+std::optional<SourcePlace> placeInKept(const std::string& path, Document& document) {
+    Dom& kept = *document.kept;
+    if (!document.root.isNull()) {
+        *kept = std::move(document.root);
+    }
+    return kept.placeOf((*kept).get(path));
+}
+
+/// Of a file the tree is as it was read, and large; that of a record may have been changed, and
+/// then the path may lead to another value.
+std::optional<SourcePlace> placeInText(const std::string& path, Document& document) {
+    const bool isRecord = document.place.line != 0;
+    if (!isRecord) {
+        document.root = Element();
+    }
+    const Dom read = Dom::parse(document.text, options());
+    if (isRecord && *read != document.root) {
+        return std::nullopt;
+    }
+    return read.placeOf((*read).get(path));
+}
+
+std::optional<SourcePlace> placeOf(const std::string& path, Document& document) {
+    try {
+        return document.kept ? placeInKept(path, document) : placeInText(path, document);
+    } catch (const ko::Exception&) {
+        return std::nullopt;  // path text cannot express every key
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+Failure located(Failure failure, Document& document) {
+    const SPlace& at = failure.place();
+    if (!at.path || at.line != document.place.line || at.column != 0) {
+        return failure;
+    }
+    if (const auto place = placeOf(*at.path, document)) {
+        // A byte order mark is no column here, as in errors of the text.
+        const std::size_t mark = place->line == 1 ? ko::Orvid::text::markLength(document.text) : 0;
+        failure.setLine(document.place.line == 0 ? place->line : document.place.line);
+        failure.setColumn(place->column - mark);
+    }
+    return failure;
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+//
+// Lines and columns for failures that concern a value of a document, not an error in its text.
+
+#pragma once
+
+#include "input/Document.h"
+#include "output/Failure.h"
+
+namespace orvid_tool {
+
+/// The failure with the line and the column at which the value of its path begins in the document's
+/// text; as it is, where it has a place already or none is known: for a value that was not read
+/// from there, and in a record that was changed before. The tree may be used up by this, and the
+/// text is read once more unless the document keeps it.
+Failure located(Failure failure, Document& document);
+
+}  // namespace orvid_tool
