@@ -3,7 +3,8 @@
 // The bytes are choices of which a document with comments is made, and a script of edits. After
 // each edit the text reads back as the tree, keeps what it must, and comes to rest: read again and
 // written, it is the same. Undone, the edits leave the first bytes. Inputs that begin with a zero
-// byte are a document as they are.
+// byte are a document as they are, and those that begin with a 1 make one with comments and
+// whitespace in every place.
 
 #include <ko/Orvid.h>
 
@@ -18,6 +19,7 @@
 #include "support/CommentedJson.h"
 #include "support/Links.h"
 #include "support/RandomEdits.h"
+#include "support/ScatteredJson.h"
 
 namespace {
 
@@ -44,6 +46,14 @@ void checkText(const Dom& dom, const ReadOptions& options) {
     const Dom back = Dom::parse(text, options);
     require(SameTree::compare(*back, *dom) || *back == *dom, "the text reads back as the tree");
     require(back.text() == text, "a text without an edit is the same");
+}
+
+std::string documentOf(Input& input, unsigned firstByte, const orvid_test::Choice& choose) {
+    if (firstByte > 1) {
+        return orvid_test::makeCommentedJson(choose).text;
+    }
+    input.byte();
+    return firstByte == 0 ? input.textUntil('\0') : orvid_test::makeScatteredJson(choose);
 }
 
 void edit(const std::string& text, Input& input, const ReadOptions& options) {
@@ -74,8 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const orvid_test::Choice choose = [&](unsigned count) {
         return input.left() > 0 ? input.below(count) : static_cast<unsigned>(random() % count);
     };
-    const std::string text = size > 0 && bytes[0] == 0 ? (input.byte(), input.textUntil('\0'))
-                                                       : orvid_test::makeCommentedJson(choose).text;
+    const std::string text = documentOf(input, size > 0 ? bytes[0] : 2U, choose);
     if (isRead(text, ReadOptions::jsonc())) {
         edit(
             text, input,
