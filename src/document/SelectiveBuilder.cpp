@@ -4,9 +4,6 @@
 
 #include "document/SelectiveBuilder.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace ko::Orvid {
 
 namespace {
@@ -62,15 +59,12 @@ void SelectiveBuilder::push(Projection::State& state, bool isArray) {
     level.state = &state;
     level.isArray = isArray;
     level.items = 0;
-    level.firstKey = m_keys.size();
+    m_keys.open();
 }
 
 void SelectiveBuilder::pop() {
     const Level& level = top();
-    const auto keys = std::next(m_keys.begin(), static_cast<std::ptrdiff_t>(level.firstKey));
-    std::sort(keys, m_keys.end());
-    m_hasRepeated = m_hasRepeated || std::adjacent_find(keys, m_keys.end()) != m_keys.end();
-    m_keys.erase(keys, m_keys.end());
+    m_hasRepeated = !m_keys.close() || m_hasRepeated;
     const bool isMade = m_made == m_depth;
     --m_depth;
     if (isMade) {

@@ -9,13 +9,13 @@
 #include <ko/Orvid/ReadOptions.h>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "document/TreeBuilder.h"
 #include "query/Projection.h"
+#include "text/KeyHashes.h"
 #include "text/TextScanner.h"
 
 namespace ko::Orvid {
@@ -56,8 +56,7 @@ private:
         Projection::State* state = nullptr;
         bool isArray = false;
         std::size_t items = 0;
-        std::size_t firstKey = 0;  ///< of its keys in m_keys
-        std::string key;           ///< of the member that is next, or open
+        std::string key;  ///< of the member that is next, or open
     };
 
     Level& top() { return m_levels[m_depth - 1]; }
@@ -81,7 +80,7 @@ private:
     std::size_t m_made = 0;     ///< of the levels, how many have a container in the tree
     std::string m_whole;        ///< the brackets that are open in a value of which all is made
     std::size_t m_skipped = 0;  ///< how many are, in one of which nothing is
-    std::vector<std::size_t> m_keys;  ///< the hashes of keys that are looked at
+    text::KeyHashes m_keys;     ///< those that are looked at
     bool m_hasRepeated = false;
 };
 
@@ -120,7 +119,7 @@ inline bool SelectiveBuilder::key(std::string_view text, TokenPlace place) {
     m_member = &m_projection.member(*level.state, text);
     if (!m_member->isNothing()) {
         level.key.assign(text);
-        m_keys.push_back(std::hash<std::string_view>()(text));
+        m_hasRepeated = !m_keys.add(text) || m_hasRepeated;
     }
     return true;
 }

@@ -82,7 +82,8 @@ const char* TextScanner::cut(const char* at, const char* verified) noexcept {
 }
 
 /// A string that the quick look leaves to this: with escapes, with errors, in pieces.
-const char* TextScanner::takeOddText(const char* at, const char* end, std::string_view& text) {
+const char* TextScanner::takeOddText(const char* at, const char* end, std::string_view& text,
+                                     bool isRead) {
     const bool isResumed = m_verified > 1;
     const text::StringScan scan = text::scanString(at + (isResumed ? m_verified : 1), end, m_rules);
     if (scan.end == text::StringEnd::text) {
@@ -93,7 +94,7 @@ const char* TextScanner::takeOddText(const char* at, const char* end, std::strin
     }
     m_verified = 0;
     text = between(at + 1, scan.at);
-    if (scan.hasEscape || isResumed) {
+    if (isRead && (scan.hasEscape || isResumed)) {
         m_text.clear();
         text::appendUnescaped(m_text, at + 1, scan.at);
         text = m_text;
@@ -112,12 +113,9 @@ const char* TextScanner::stopNumber(const char* at, const char* stop, const char
     return nullptr;
 }
 
-const char* TextScanner::wordEnd(const char* at, const char* end, std::string_view word) {
+/// A word that is not there as a whole.
+const char* TextScanner::stopWord(const char* at, const char* end, std::string_view word) {
     const std::string_view there = between(at, end).substr(0, word.size());
-    if (there == word) {
-        m_verified = 0;
-        return at + word.size();
-    }
     const auto [wrong, expected] =
         std::mismatch(there.begin(), there.end(), word.begin(), word.end());
     static_cast<void>(expected);

@@ -40,6 +40,9 @@ struct TokenPlace {
 /// A sink takes the tokens in their order. What it throws leaves the scanner, which can only be
 /// destroyed then. Texts live during the call. This one is for those that want only some of them.
 struct TokenSink {
+    /// Whether string() looks at its text. Otherwise escapes in strings may be left as they are.
+    static constexpr bool k_readsStrings = true;
+
     void null(TokenPlace /*place*/) {}
     void boolean(bool /*value*/, TokenPlace /*place*/) {}
     /// The number as it stands.
@@ -127,13 +130,13 @@ private:
     template<class Sink>
     const char* close(const char* at, Sink& sink);
 
-    const char* takeText(const char* at, const char* end, std::string_view& text);
-    const char* takeOddText(const char* at, const char* end, std::string_view& text);
+    const char* takeText(const char* at, const char* end, std::string_view& text, bool isRead);
+    const char* takeOddText(const char* at, const char* end, std::string_view& text, bool isRead);
     const char* takeOdd(const char* at, const char* end);
     const char* takeComment(const char* at, const char* end);
     const char* stopNumber(const char* at, const char* stop, const char* end,
                            text::NumberPart part);
-    const char* wordEnd(const char* at, const char* end, std::string_view word);
+    const char* stopWord(const char* at, const char* end, std::string_view word);
     const char* skipWhitespace(const char* at, const char* end) const noexcept;
     const char* skipOtherBlanks(const char* at, const char* end) const noexcept;
     const char* pause(const char* at, Next next) noexcept;

@@ -204,7 +204,7 @@ inline const char* TextScanner::takeScalar(const char* at, const char* end, Sink
 template<class Sink>
 inline const char* TextScanner::takeString(const char* at, const char* end, Sink& sink) {
     std::string_view text;
-    const char* const stop = takeText(at, end, text);
+    const char* const stop = takeText(at, end, text, Sink::k_readsStrings);
     if (stop != nullptr) {
         sink.string(text, placeOf(at, stop));
     }
@@ -214,7 +214,7 @@ inline const char* TextScanner::takeString(const char* at, const char* end, Sink
 template<class Sink>
 inline const char* TextScanner::takeKey(const char* at, const char* end, Sink& sink) {
     std::string_view text;
-    const char* const stop = takeText(at, end, text);
+    const char* const stop = takeText(at, end, text, true);
     if (stop != nullptr && !sink.key(text, placeOf(at, stop))) {
         return failRepeated(text, placeOf(at, stop));
     }
@@ -235,18 +235,23 @@ inline const char* TextScanner::takeNumber(const char* at, const char* end, Sink
 }
 
 template<class Sink>
-const char* TextScanner::takeWord(const char* at, const char* end, Sink& sink) {
-    const std::string_view word = *at == 't' ? "true" : *at == 'f' ? "false" : "null";
-    const char* const stop = wordEnd(at, end, word);
-    if (stop == nullptr) {
-        return stop;
+inline const char* TextScanner::takeWord(const char* at, const char* end, Sink& sink) {
+    const auto isThere = [&](const char* word, std::ptrdiff_t length) {
+        return end - at >= length && std::memcmp(at, word, static_cast<std::size_t>(length)) == 0;
+    };
+    if (isThere("null", 4)) {
+        sink.null(placeOf(at, at + 4));
+        return at + 4;
     }
-    if (word[0] == 'n') {
-        sink.null(placeOf(at, stop));
-    } else {
-        sink.boolean(word[0] == 't', placeOf(at, stop));
+    if (isThere("true", 4)) {
+        sink.boolean(true, placeOf(at, at + 4));
+        return at + 4;
     }
-    return stop;
+    if (isThere("false", 5)) {
+        sink.boolean(false, placeOf(at, at + 5));
+        return at + 5;
+    }
+    return stopWord(at, end, *at == 't' ? "true" : *at == 'f' ? "false" : "null");
 }
 
 /// A bracket that may stand here, a comment, or an error.
@@ -304,14 +309,15 @@ inline void TextScanner::setLevel() noexcept {
     m_afterComma = m_level == Level::object ? m_afterMember : m_afterItem;
 }
 
-inline const char* TextScanner::takeText(const char* at, const char* end, std::string_view& text) {
+inline const char* TextScanner::takeText(const char* at, const char* end, std::string_view& text,
+                                         bool isRead) {
     bool hasHigh = false;
     const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
     const auto isFaulty = [&] {
         return hasHigh && m_rules.validateUtf8 && text::scanUtf8(at + 1, stop).at != stop;
     };
     if (stop == end || *stop != '"' || isFaulty()) {
-        return takeOddText(at, end, text);
+        return takeOddText(at, end, text, isRead);
     }
     text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
     return stop + 1;

@@ -167,6 +167,14 @@ WriteStatus Writer::string(const char* text, std::size_t length) {
     return WriteStatus::ok;
 }
 
+void Writer::restart() noexcept {
+    clear();
+    m_outer.clear();
+    m_leadLength = m_isIndented ? 1 : 0;
+    m_state = State::start;
+    m_first = WriteStatus::ok;
+}
+
 /// Bytes beyond ASCII stand beside each other in every character, so they can be taken by runs.
 WriteStatus Writer::asciiString(const char* text, const char* end) {
     return replaced([&](std::string& ascii) {

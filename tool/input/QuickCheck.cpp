@@ -7,13 +7,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <string_view>
-#include <vector>
 
 #include "input/Input.h"
+#include "text/KeyHashes.h"
 #include "text/TextScannerRun.h"
 
 namespace orvid_tool {
@@ -21,41 +19,23 @@ namespace orvid_tool {
 namespace {
 
 /// Two keys of the same hash are most likely one key twice. Which it is, a second reading tells.
-class KeyHashes : public ko::Orvid::TokenSink {
+class KeyWatcher : public ko::Orvid::TokenSink {
 public:
+    static constexpr bool k_readsStrings = false;
+
     bool key(std::string_view text, ko::Orvid::TokenPlace /*place*/) {
-        m_hashes.push_back(std::hash<std::string_view>()(text));
+        m_isRepeated = !m_keys.add(text) || m_isRepeated;
         return true;
     }
-    void openObject(ko::Orvid::TokenPlace /*place*/) { m_starts.push_back(m_hashes.size()); }
+    void openObject(ko::Orvid::TokenPlace /*place*/) { m_keys.open(); }
     void closeObject(ko::Orvid::TokenPlace /*place*/) {
-        const auto start = m_hashes.begin() + static_cast<std::ptrdiff_t>(m_starts.back());
-        m_isRepeated = m_isRepeated || isRepeated(start, m_hashes.end());
-        m_hashes.erase(start, m_hashes.end());
-        m_starts.pop_back();
+        m_isRepeated = !m_keys.close() || m_isRepeated;
     }
 
     bool isAnyRepeated() const { return m_isRepeated; }
 
 private:
-    using TPlace = std::vector<std::size_t>::iterator;
-
-    static bool isRepeated(TPlace start, TPlace end) {
-        constexpr std::ptrdiff_t few = 16;
-        if (end - start > few) {
-            std::sort(start, end);
-            return std::adjacent_find(start, end) != end;
-        }
-        for (TPlace place = start; place != end; ++place) {
-            if (std::find(start, place, *place) != place) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-    std::vector<std::size_t> m_hashes;  ///< of the keys of all open objects
-    std::vector<std::size_t> m_starts;  ///< where those of each begin
+    ko::Orvid::text::KeyHashes m_keys;
     bool m_isRepeated = false;
 };
 
@@ -80,7 +60,7 @@ bool isSurelyRight(const std::string& file, const ko::Orvid::ReadOptions& option
     }
     Input input(name);
     ko::Orvid::TextScanner scanner(options);
-    KeyHashes keys;
+    KeyWatcher keys;
     Bytes piece;
     while (input.readSome(piece, pieceSize) > 0) {
         scanner.scan(piece.view(), keys);

@@ -336,5 +336,46 @@ TEST(Writer, clears_the_text_and_keeps_the_nesting) {
     EXPECT_EQ(writer.text(), "");
 }
 
+TEST(Writer, writes_plain_strings_like_others_of_every_length) {
+    for (const bool isAscii : {false, true}) {
+        Writer plain({false, "", false, isAscii, false});
+        Writer other({false, "", false, isAscii, false});
+        for (Writer* const writer : {&plain, &other}) {
+            writer->openArray();
+            for (std::size_t length = 0; length < 70; ++length) {
+                const std::string text = std::string(length, 'x') + "\xC3\xA4";
+                writer == &plain ? writer->plainString(text.data(), text.size())
+                                 : write(*writer, text);
+            }
+            writer->closeArray();
+        }
+        EXPECT_EQ(plain.text(), other.text());
+        EXPECT_EQ(plain.plainString("x", 1), WriteStatus::generationComplete);
+    }
+}
+
+TEST(Writer, begins_anew_after_a_document_and_within_one) {
+    for (const bool isWhole : {false, true}) {
+        Writer writer(layout(true, "  "));
+        writer.openArray();
+        writer.openMap();
+        write(writer, "key");
+        if (isWhole) {
+            writer.null();
+            writer.closeMap();
+            writer.closeArray();
+        } else {
+            writer.real(k_nan);
+        }
+        writer.restart();
+        EXPECT_EQ(writer.text(), "");
+        EXPECT_EQ(writer.state(), WriteStatus::ok);
+        writer.openArray();
+        writer.null();
+        writer.closeArray();
+        EXPECT_EQ(writer.text(), "[\n  null\n]\n");
+    }
+}
+
 }  // namespace
 }  // namespace textTests

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: MIT
+//
+// Sinks of the scanner that write what it reads. A member or an item that the edit wants and that
+// is missing is written where its container ends.
+
+#include "text/TextRewriter.h"
+
+#include <algorithm>
+
+#include "text/scanWhole.h"
+#include "text/StepFollower.h"
+
+namespace ko::Orvid::text {
+
+namespace {
+
+/// Writes every token.
+class TokenWriter : public TokenSink {
+public:
+    explicit TokenWriter(Writer& writer) : m_writer(writer) {}
+
+    void null(TokenPlace /*place*/) { m_writer.null(); }
+    void boolean(bool value, TokenPlace /*place*/) { m_writer.boolean(value); }
+    void number(std::string_view text, TokenPlace /*place*/) {
+        m_writer.number(text.data(), text.size());
+    }
+    void string(std::string_view text, TokenPlace place) {
+        // Every escape is longer than what it stands for.
+        constexpr std::uint64_t k_quotes = 2;
+        if (place.end - place.begin == text.size() + k_quotes) {
+            m_writer.plainString(text.data(), text.size());
+        } else {
+            m_writer.string(text.data(), text.size());
+        }
+    }
+    bool key(std::string_view text, TokenPlace place) {
+        string(text, place);
+        return true;
+    }
+    void openObject(TokenPlace /*place*/) { m_writer.openMap(); }
+    void closeObject(TokenPlace /*place*/) { m_writer.closeMap(); }
+    void openArray(TokenPlace /*place*/) { m_writer.openArray(); }
+    void closeArray(TokenPlace /*place*/) { m_writer.closeArray(); }
+
+private:
+    Writer& m_writer;
+};
+
+/// Writes every token, if no object repeats a key.
+class Copier : public TokenWriter {
+public:
+    Copier(Writer& writer, KeyHashes& keys) : TokenWriter(writer), m_keys(keys) {}
+
+    bool key(std::string_view text, TokenPlace place) {
+        return m_keys.add(text) && TokenWriter::key(text, place);
+    }
+    void openObject(TokenPlace place) {
+        m_keys.open();
+        TokenWriter::openObject(place);
+    }
+    void closeObject(TokenPlace place) {
+        m_areDifferent = m_keys.close() && m_areDifferent;
+        TokenWriter::closeObject(place);
+    }
+
+    bool areKeysDifferent() const noexcept { return m_areDifferent; }
+
+private:
+    KeyHashes& m_keys;
+    bool m_areDifferent = true;
+};
+
+/// The same, but stops at a member `meta` of the root.
+class MetaWatcher : public Copier {
+public:
+    using Copier::Copier;
+
+    bool key(std::string_view text, TokenPlace place) {
+        return !(m_depth == 1 && text == "meta") && Copier::key(text, place);
+    }
+    void openObject(TokenPlace place) {
+        ++m_depth;
+        Copier::openObject(place);
+    }
+    void closeObject(TokenPlace place) {
+        --m_depth;
+        Copier::closeObject(place);
+    }
+    void openArray(TokenPlace place) {
+        ++m_depth;
+        Copier::openArray(place);
+    }
+    void closeArray(TokenPlace place) {
+        --m_depth;
+        Copier::closeArray(place);
+    }
+
+private:
+    std::size_t m_depth = 0;
+};
+
+/// Writes all but some values, which it skips.
+class Editor : public Copier {
+public:
+    Editor(Writer& writer, KeyHashes& keys, const TextEdit& edit)
+        : Copier(writer, keys), m_writer(writer), m_edit(edit), m_follower(edit.steps) {}
+
+    void null(TokenPlace place) {
+        if (takes()) {
+            Copier::null(place);
+        }
+    }
+    void boolean(bool value, TokenPlace place) {
+        if (takes()) {
+            Copier::boolean(value, place);
+        }
+    }
+    void number(std::string_view text, TokenPlace place) {
+        if (takes()) {
+            Copier::number(text, place);
+        }
+    }
+    void string(std::string_view text, TokenPlace place) {
+        if (takes()) {
+            Copier::string(text, place);
+        }
+    }
+    bool key(std::string_view text, TokenPlace place) {
+        if (m_skipped > 0) {
+            return true;
+        }
+        m_follower.key(text);
+        return Copier::key(text, place);
+    }
+    void openObject(TokenPlace place) {
+        if (opens(false)) {
+            Copier::openObject(place);
+        }
+    }
+    void closeObject(TokenPlace place) {
+        if (closes()) {
+            Copier::closeObject(place);
+        }
+    }
+    void openArray(TokenPlace place) {
+        if (opens(true)) {
+            Copier::openArray(place);
+        }
+    }
+    void closeArray(TokenPlace place) {
+        if (closes()) {
+            Copier::closeArray(place);
+        }
+    }
+
+    bool isMade() const noexcept { return m_isMade && !m_isImpossible; }
+
+private:
+    /// Whether the scalar that comes is to be written.
+    bool takes() { return m_skipped == 0 && !(m_follower.begin() && replaces()); }
+    bool opens(bool isArray) {
+        if (m_skipped > 0) {
+            ++m_skipped;
+            return false;
+        }
+        const bool isOnWay = m_follower.begin();
+        if (isOnWay && replaces()) {
+            m_skipped = 1;
+            return false;
+        }
+        m_follower.open(isArray, isOnWay);
+        return true;
+    }
+    bool closes() {
+        if (m_skipped > 0) {
+            --m_skipped;
+            return false;
+        }
+        if (m_follower.missing() != nullptr) {
+            make(m_follower.depth() - 1);
+        }
+        m_follower.close();
+        return true;
+    }
+
+    bool replaces() {
+        if (!m_follower.isTarget()) {
+            return false;
+        }
+        putValue();
+        return true;
+    }
+
+    /// Writes the child that the step wants, with all that is to be in it. Only members can be made
+    /// below it.
+    void make(std::size_t step) {
+        const ValueSteps& steps = m_edit.steps;
+        const std::size_t first = step;
+        for (; step < steps.size(); ++step) {
+            if (step > first) {
+                m_isImpossible = m_isImpossible || !steps[step].isKey;
+                m_writer.openMap();
+            }
+            if (steps[step].isKey) {
+                m_writer.string(steps[step].key.data(), steps[step].key.size());
+            }
+        }
+        putValue();
+        for (std::size_t i = first + 1; i < steps.size(); ++i) {
+            m_writer.closeMap();
+        }
+    }
+
+    void putValue() {
+        TokenWriter value(m_writer);
+        m_isImpossible = !scanWhole(m_edit.value, ReadOptions(), value) || m_isImpossible;
+        m_isMade = true;
+    }
+
+    Writer& m_writer;
+    const TextEdit& m_edit;
+    StepFollower m_follower;
+    std::size_t m_skipped = 0;  ///< how many containers are open in what the value replaces
+    bool m_isMade = false;
+    bool m_isImpossible = false;
+};
+
+}  // namespace
+
+bool TextRewriter::rewrite(std::string_view text, const TextEdit* edit, ReadOptions options) {
+    // The indents of deep levels are much longer than the text, which may be faulty.
+    constexpr std::size_t k_deepest = 100;
+    options.maxDepth = options.maxDepth == 0 ? k_deepest : std::min(options.maxDepth, k_deepest);
+    m_writer.restart();
+    m_keys.clear();
+    const auto copies = [&](auto&& copier) {
+        return scanWhole(text, options, copier) && copier.areKeysDifferent();
+    };
+    if (edit == nullptr) {
+        return m_stopsAtMeta ? copies(MetaWatcher(m_writer, m_keys))
+                             : copies(Copier(m_writer, m_keys));
+    }
+    Editor editor(m_writer, m_keys, *edit);
+    return copies(editor) && editor.isMade();
+}
+
+}  // namespace ko::Orvid::text

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+//
+// TextRewriter writes JSON text anew, in a layout of its own and with a value put at a place, in
+// one pass and without a tree.
+
+#pragma once
+
+#include <ko/Orvid/ReadOptions.h>
+
+#include <string>
+#include <string_view>
+
+#include "text/KeyHashes.h"
+#include "text/ValueStep.h"
+#include "text/Writer.h"
+
+namespace ko::Orvid::text {
+
+/// A value that is to be put at a place.
+struct TextEdit {
+    ValueSteps steps;   ///< at least one
+    std::string value;  ///< its JSON text
+};
+
+/// One object serves many texts, and keeps its memory for the next.
+class TextRewriter {
+public:
+    /// `stopsAtMeta` has rewrite() return false where it meets a member `meta` of the root and has
+    /// no edit to make.
+    explicit TextRewriter(const Layout& layout, bool stopsAtMeta = false)
+        : m_writer(layout), m_stopsAtMeta(stopsAtMeta) {}
+
+    /// Writes the document in the text with the edit made, unless that is null: what is written of
+    /// a tree that was read from the text, byte for byte. Returns false, and may have written
+    /// something, where it cannot say: of text that `options` refuse or that is more than a hundred
+    /// levels deep, of objects that repeat a key, and where there is no place for the value. Throws
+    /// std::bad_alloc.
+    bool rewrite(std::string_view text, const TextEdit* edit, ReadOptions options);
+
+    /// What was written last; valid until the next call.
+    std::string_view text() const noexcept { return m_writer.text(); }
+
+private:
+    Writer m_writer;
+    KeyHashes m_keys;
+    const bool m_stopsAtMeta;
+};
+
+}  // namespace ko::Orvid::text

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+//
+// Reading a text that is there as a whole.
+
+#pragma once
+
+#include <string_view>
+
+#include "text/TextScannerRun.h"
+
+namespace ko::Orvid::text {
+
+/// Gives the tokens of the text to the sink. Returns whether the text is one whole document, right
+/// as `options` say; of a faulty one the sink has got a part. Throws what the sink throws, and
+/// std::bad_alloc.
+template<class Sink>
+bool scanWhole(std::string_view text, ReadOptions options, Sink& sink) {
+    options.requireWholeDocument = true;
+    TextScanner scanner(options);
+    scanner.scan(text, sink);
+    if (!scanner.fault()) {
+        scanner.finish(sink);
+    }
+    return !scanner.fault();
+}
+
+}  // namespace ko::Orvid::text
