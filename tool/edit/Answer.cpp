@@ -4,7 +4,8 @@
 
 #include "edit/Answer.h"
 
-#include "edit/TextEdit.h"
+#include "edit/rewrite.h"
+#include "input/Document.h"
 
 namespace orvid_tool {
 
@@ -23,7 +24,7 @@ void appendAnswer(const SCall& call, const ko::Orvid::Element& value, Bytes& out
 bool appendAnswer(const SCall& call, std::string_view value, Bytes& out) {
     const char first = value.front();
     if (first == '{' || first == '[') {
-        return rewrite(value, {call.layout.options.indent, false}, nullptr, out);
+        return rewrite(value, {call.layout.options.indent, false}, nullptr, wholeOptions(), out);
     }
     if (first == '"' && value.find('\\') != std::string_view::npos) {
         return false;

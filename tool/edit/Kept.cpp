@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "edit/TextEdit.h"
+#include "edit/rewrite.h"
 #include "output/Color.h"
 #include "output/Layout.h"
 
@@ -22,23 +22,11 @@ using ko::Orvid::ReadOptions;
 
 bool hasNewline(std::string_view text) { return text.find('\n') != std::string_view::npos; }
 
-/// Records may hold bytes that are no UTF-8 and halves of surrogate pairs: they are kept as well.
-ReadOptions readOptionsOf(const SCall& call) {
-    if (call.isStrict) {
-        return ReadOptions::strict();
-    }
-    ReadOptions options = ReadOptions::jsonc();
-    const bool keepsAll = call.lines.isOn && !call.layout.isAsked;
-    options.validateUtf8 = !keepsAll;
-    options.rejectLoneSurrogates = !keepsAll;
-    return options;
-}
-
 /// Whether the record is spelled and laid out as it would be written anew: then nothing is lost by
 /// that, and it is much faster.
 bool isAsWritten(std::string_view record) {
     Bytes written;
-    return rewrite(record, {"", false}, nullptr, written) &&
+    return rewrite(record, {"", false}, nullptr, wholeOptions(), written) &&
            written.view().substr(0, written.length() - 1) == record;
 }
 
@@ -71,6 +59,18 @@ std::string recordOf(const Document& document, std::string text) {
 
 }  // namespace
 
+/// Records may hold bytes that are no UTF-8 and halves of surrogate pairs: they are kept as well.
+ReadOptions editOptions(const SCall& call) {
+    if (call.isStrict) {
+        return ReadOptions::strict();
+    }
+    ReadOptions options = ReadOptions::jsonc();
+    const bool keepsAll = call.lines.isOn && !call.layout.isAsked;
+    options.validateUtf8 = !keepsAll;
+    options.rejectLoneSurrogates = !keepsAll;
+    return options;
+}
+
 bool keepsText(const SCall& call, const Document& document) {
     return !call.layout.isAsked && !(call.lines.isOn && isAsWritten(document.text));
 }
@@ -82,7 +82,7 @@ void readForEdit(const SCall& call, Document& document) {
         return;
     }
     try {
-        document.kept.emplace(Dom::parse(document.text, readOptionsOf(call)));
+        document.kept.emplace(Dom::parse(document.text, editOptions(call)));
     } catch (const ParseException& error) {
         throw faultOf(document.place, document.text, error, !call.lines.isOn);
     }

@@ -13,12 +13,14 @@
 
 namespace orvid_tool {
 
+/// How such documents are read: JSON with comments and trailing commas, unless the call is strict.
+ko::Orvid::ReadOptions editOptions(const SCall& call);
+
 /// Whether what is unchanged of the document is to be copied from its text. It is not where an
 /// option asks for a layout, and need not be for a line that is in the layout of lines already.
 bool keepsText(const SCall& call, const Document& document);
 
-/// Reads the document's text into its root: JSON with comments and trailing commas, unless the call
-/// is strict. Throws Failure.
+/// Reads the document's text into its root. Throws Failure.
 void readForEdit(const SCall& call, Document& document);
 
 /// Appends the document as it is after the edit. The root may be used up by this. Throws Unwritable

@@ -19,14 +19,14 @@ using ko::Orvid::PathGenerator;
 }  // namespace
 
 LastStep::LastStep(const std::string& path) : m_path(path) {
-    const std::vector<SStep> steps = stepsOf(path);
+    const ValueSteps steps = stepsOf(path);
     if (steps.empty()) {
         throw Misuse("the path must have a step");
     }
     std::ostringstream holder;
     PathGenerator generator(holder);
     for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
-        const SStep& step = steps[i];
+        const ValueStep& step = steps[i];
         if (step.isKey) {
             generator.genObjectProperty(step.key);
         } else {

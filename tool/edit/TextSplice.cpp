@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "input/TextLookup.h"
+#include "text/TextLookup.h"
 
 namespace orvid_tool {
 
@@ -20,10 +20,10 @@ bool isContainer(const Element& value) { return value.isObject() || value.isArra
 
 }  // namespace
 
-bool splice(std::string_view text, const std::vector<SStep>& steps, const Element& value,
-            Bytes& out) {
+bool splice(std::string_view text, const ValueSteps& steps, const Element& value, Bytes& out) {
     const std::optional<std::string_view> found =
-        isContainer(value) ? std::nullopt : lookUpStrictly(text, steps);
+        isContainer(value) ? std::nullopt
+                           : ko::Orvid::text::lookUp(text, steps, ko::Orvid::ReadOptions::strict());
     if (!found || found->front() == '{' || found->front() == '[') {
         return false;
     }

@@ -17,9 +17,8 @@ namespace orvid_tool {
 
 /// Appends the text with the value at the steps, all other bytes as they are. Answers false, with
 /// nothing appended, where the library has to be asked: where either value is a container, where
-/// there is none at the steps, and of text that lookUpStrictly() does not know. A newline stands
-/// after the text.
-bool splice(std::string_view text, const std::vector<SStep>& steps, const ko::Orvid::Element& value,
+/// there is none at the steps, and of text that strict reading refuses.
+bool splice(std::string_view text, const ValueSteps& steps, const ko::Orvid::Element& value,
             Bytes& out);
 
 }  // namespace orvid_tool

@@ -25,15 +25,6 @@ using ko::Orvid::ReadOptions;
 constexpr int k_complete = 0;
 constexpr const char* k_endsEarly = "The text ends before the document is complete";
 
-/// With comments and trailing commas, whatever the bytes of strings are; of a repeated key the last
-/// value counts.
-ReadOptions looseOptions(bool isWhole) {
-    ReadOptions options;
-    options.requireWholeDocument = isWhole;
-    options.allowTrailingCommas = true;
-    return options;
-}
-
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
 
@@ -60,6 +51,13 @@ SPlace placeFrom(SPlace place, std::string_view text, std::size_t offset) {
 
 }  // namespace
 
+ReadOptions wholeOptions() {
+    ReadOptions options;
+    options.requireWholeDocument = true;
+    options.allowTrailingCommas = true;
+    return options;
+}
+
 Failure faultOf(const SPlace& place, std::string_view text, const ParseException& error,
                 bool isShown) {
     SPlace at = place;
@@ -76,7 +74,7 @@ void readTree(const SPlace& place, std::string_view text, Element& root) {
     const bool isRecord = place.line != 0;
     const std::string_view document =
         isRecord ? text : text.substr(ko::Orvid::text::markLength(text));
-    DomParser parser(looseOptions(true));
+    DomParser parser(wholeOptions());
     try {
         parse(parser, root, document);
     } catch (const ParseException& error) {
@@ -90,7 +88,9 @@ std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, 
     if (offset == text.length()) {
         return std::nullopt;
     }
-    DomParser parser(looseOptions(false));
+    ReadOptions options = wholeOptions();
+    options.requireWholeDocument = false;
+    DomParser parser(options);
     try {
         // A number is known to be over only when something follows it: the newline.
         parse(parser, root, {text.data() + offset, text.length() - offset + 1});

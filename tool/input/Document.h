@@ -25,6 +25,10 @@ struct Document {
     std::optional<ko::Orvid::Dom> kept;  ///< where the text is to be kept: its root is `root`
 };
 
+/// How whole texts are read: with comments and trailing commas, whatever the bytes of strings are;
+/// of a repeated key the last value counts.
+ko::Orvid::ReadOptions wholeOptions();
+
 /// Reads the text into `root`. It must hold one complete value, with comments and trailing commas
 /// where they are wanted, and around it nothing but whitespace, comments and a byte order mark.
 /// Throws Failure as faultOf() makes it; a text that is a line of a longer one is not shown.

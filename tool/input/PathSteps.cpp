@@ -4,7 +4,7 @@
 
 #include "input/PathSteps.h"
 
-#include <string_view>
+#include <utility>
 
 #include "input/PathWords.h"
 
@@ -14,20 +14,6 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::EType;
-
-class Steps : public ko::Orvid::PathParserListener {
-public:
-    bool cbObjectProperty(const std::string& key) override {
-        all.push_back({true, key, 0});
-        return true;
-    }
-    bool cbArrayItem(unsigned int index) override {
-        all.push_back({false, "", index});
-        return true;
-    }
-
-    std::vector<SStep> all;
-};
 
 void fillEmpty(Element& element, EType type) {
     if (element.isEmpty()) {
@@ -86,12 +72,15 @@ Element& makeStep(Element& holder, const std::string& step, Gaps& gaps) {
 
 }  // namespace
 
-std::vector<SStep> stepsOf(const std::string& path) {
-    Steps steps;
+ValueSteps stepsOf(const std::string& path) {
+    ValueSteps steps;
     withPath(path, [&steps](const ko::Orvid::Path& text) {
-        ko::Orvid::PathParser(&steps).parse(std::string_view(text.str()));
+        for (ko::Orvid::PathStep& step : text.steps()) {
+            steps.push_back(
+                {step.key.has_value(), std::move(step.key).value_or(std::string()), step.index});
+        }
     });
-    return steps.all;
+    return steps;
 }
 
 bool Gaps::take(std::uint64_t count) {
@@ -102,9 +91,9 @@ bool Gaps::take(std::uint64_t count) {
     return true;
 }
 
-Element& makeAt(Element& root, const std::vector<SStep>& steps, Gaps& gaps) {
+Element& makeAt(Element& root, const ValueSteps& steps, Gaps& gaps) {
     Element* element = &root;
-    for (const SStep& step : steps) {
+    for (const ValueStep& step : steps) {
         if (!step.isKey && step.index == ko::Orvid::k_noIndex) {
             throw Clash("[*] is no place");
         }

@@ -9,18 +9,16 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
-#include <vector>
+
+#include "text/ValueStep.h"
 
 namespace orvid_tool {
 
-struct SStep {
-    bool isKey = false;
-    std::string key;         ///< escapes resolved
-    unsigned int index = 0;  ///< from 0; k_noIndex for `[*]`
-};
+using ko::Orvid::text::ValueStep;
+using ko::Orvid::text::ValueSteps;
 
 /// Throws Failure for a malformed path.
-std::vector<SStep> stepsOf(const std::string& path);
+ValueSteps stepsOf(const std::string& path);
 
 /// Where steps and what is there do not go together. what() says how.
 class Clash : public std::runtime_error {
@@ -43,7 +41,7 @@ private:
 // array that a step needs, items that are skipped become null, and the last is new and empty
 // unless it was there. In a pointer, a step below an empty element is an index when it is 0. Throw
 // Clash; what was made before stays.
-ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const std::vector<SStep>& steps, Gaps& gaps);
+ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const ValueSteps& steps, Gaps& gaps);
 ko::Orvid::Element& makeAt(ko::Orvid::Element& root, const ko::Orvid::JsonPointer& pointer,
                            Gaps& gaps);
 

@@ -8,9 +8,10 @@
 #include "call/Options.h"
 #include "edit/Answer.h"
 #include "input/CallPath.h"
-#include "input/TextLookup.h"
+#include "input/PathSteps.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
+#include "text/TextLookup.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
 
@@ -76,8 +77,8 @@ private:
         } catch (const Failure&) {
             m_isTextEnough = false;
         }
-        for (const std::vector<SStep>& steps : m_steps) {
-            for (const SStep& step : steps) {
+        for (const ValueSteps& steps : m_steps) {
+            for (const ValueStep& step : steps) {
                 m_isTextEnough =
                     m_isTextEnough && (step.isKey || step.index != ko::Orvid::k_noIndex);
             }
@@ -88,8 +89,9 @@ private:
         if (!m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
-        for (const std::vector<SStep>& steps : m_steps) {
-            const std::optional<std::string_view> found = lookUp(document.text, steps);
+        for (const ValueSteps& steps : m_steps) {
+            const std::optional<std::string_view> found =
+                lookUp(document.text, steps, wholeOptions());
             if (!found || !appendAnswer(call, *found, out)) {
                 return false;
             }
@@ -135,7 +137,7 @@ private:
     std::string m_default;           ///< empty where none is asked for
     std::optional<Element> m_value;  ///< for what is not there
     Schema m_schema;
-    std::vector<std::vector<SStep>> m_steps;
+    std::vector<ValueSteps> m_steps;
     bool m_isTextEnough = true;
 };
 

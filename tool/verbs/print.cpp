@@ -3,7 +3,7 @@
 // orvid print: the document in another layout.
 
 #include "call/Options.h"
-#include "edit/TextEdit.h"
+#include "edit/rewrite.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -34,7 +34,7 @@ public:
 private:
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         const STextLayout layout{call.layout.options.indent, !call.hasMeta};
-        return isPlain(call.layout) && rewrite(document.text, layout, nullptr, out);
+        return isPlain(call.layout) && rewrite(document.text, layout, nullptr, wholeOptions(), out);
     }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {

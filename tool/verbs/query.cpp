@@ -8,8 +8,9 @@
 
 #include "call/Options.h"
 #include "edit/Answer.h"
+#include "input/PathSteps.h"
 #include "input/QueryWord.h"
-#include "input/TextLookup.h"
+#include "text/TextLookup.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
@@ -22,7 +23,7 @@ using ko::Orvid::JsonPath;
 using ko::Orvid::JsonPointer;
 
 /// None where a path cannot say the same.
-std::vector<SStep> stepsFor(const JsonPath& query) {
+ValueSteps stepsFor(const JsonPath& query) {
     try {
         return stepsOf(query.toPath().str());
     } catch (const ko::Exception&) {
@@ -82,7 +83,8 @@ private:
         if (m_steps.empty() || !isPlain(call.layout)) {
             return false;
         }
-        const std::optional<std::string_view> found = lookUp(document.text, m_steps);
+        const std::optional<std::string_view> found =
+            lookUp(document.text, m_steps, wholeOptions());
         if (!found || !appendAnswer(call, *found, out)) {
             return false;
         }
@@ -158,7 +160,7 @@ private:
 
     std::string m_text;
     std::optional<JsonPath> m_query;
-    std::vector<SStep> m_steps;  ///< of a singular query; none where the text is no help
+    ValueSteps m_steps;  ///< of a singular query; none where the text is no help
     EForm m_form = EForm::values;
     bool m_isFirstWanted = false;
     bool m_isArray = false;

@@ -7,8 +7,9 @@
 #include <utility>
 
 #include "edit/Kept.h"
-#include "edit/TextEdit.h"
+#include "edit/rewrite.h"
 #include "edit/TextSplice.h"
+#include "input/PathSteps.h"
 #include "input/QueryWord.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
@@ -18,6 +19,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Path;
+using ko::Orvid::text::TextEdit;
 
 class Set : public AssignmentVerb {
 public:
@@ -95,31 +97,32 @@ private:
             if (!splice(text, m_textEdits[i].steps, assignments()[i].value, next)) {
                 return false;
             }
-            next.append("\n");  // which the next lookup needs
             edited = std::move(next);
-            text = edited.view().substr(0, edited.length() - 1);
+            text = edited.view();
         }
         if (call.lines.isOn) {
             appendKept(call, document, text, out);
             return true;
         }
-        edited.cut(text.length());
         out.swap(edited);
         return true;
     }
 
     bool rewriteAll(const SCall& call, const Document& document, Bytes& out) const {
+        const ko::Orvid::ReadOptions options =
+            call.layout.isAsked ? editOptions(call) : wholeOptions();
         Bytes edited;
         std::string_view text = document.text;
         for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {
             Bytes next;
-            if (!rewrite(text, {"", false}, &m_textEdits[i], next)) {
+            if (!rewrite(text, {"", false}, &m_textEdits[i], options, next)) {
                 return false;
             }
             edited = std::move(next);
-            text = edited.view().substr(0, edited.length() - 1);
+            text = edited.view();
         }
-        return rewrite(text, {call.layout.options.indent, false}, &m_textEdits.back(), out);
+        return rewrite(text, {call.layout.options.indent, false}, &m_textEdits.back(), options,
+                       out);
     }
 
     void assign(Document& document, std::size_t index) const override {
@@ -137,8 +140,8 @@ private:
 
     /// `[*]` is a new item each time.
     static bool isAbsent(const std::string& path, const ko::Orvid::Element& root) {
-        const std::vector<SStep> steps = stepsOf(path);
-        const bool isNew = std::any_of(steps.begin(), steps.end(), [](const SStep& step) {
+        const ValueSteps steps = stepsOf(path);
+        const bool isNew = std::any_of(steps.begin(), steps.end(), [](const ValueStep& step) {
             return !step.isKey && step.index == ko::Orvid::k_noIndex;
         });
         return isNew || !root.pathExists(path);
@@ -146,7 +149,7 @@ private:
 
     std::optional<std::string> m_queryText;
     std::optional<ko::Orvid::JsonPath> m_query;
-    std::vector<STextEdit> m_textEdits;
+    std::vector<TextEdit> m_textEdits;
     bool m_isTextEnough = true;
     bool m_isOnlyForAbsent = false;
 };
