@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -314,6 +315,43 @@ TEST(help, of_the_command_names_every_verb) {
 
 TEST(help, version_is_one_line) {
     EXPECT_EQ(orvid({"--version"}), printed("orvid " ORVID_VERSION "\n"));
+}
+
+TEST(strict, is_a_word_of_every_verb_that_reads) {
+    const std::vector<std::vector<std::string>> calls{{"print"},
+                                                      {"print", "--compact"},
+                                                      {"get", "a"},
+                                                      {"find", "--in", "a", "", "1"},
+                                                      {"query", "$.a"},
+                                                      {"query", "--count", "$.a[*]"},
+                                                      {"select", "$.a"},
+                                                      {"keys"},
+                                                      {"length"},
+                                                      {"type"},
+                                                      {"paths"},
+                                                      {"split", "--in", "a"},
+                                                      {"split", "--in", "/a"},
+                                                      {"join", "--compact"},
+                                                      {"csv"},
+                                                      {"set", "b=1"},
+                                                      {"remove", "a"}};
+    for (std::vector<std::string> call : calls) {
+        const std::string good = R"({"a":[1]})";
+        const orvid_test::CommandResult result = orvid(call, good);
+        EXPECT_EQ(result.status, 0) << testing::PrintToString(call);
+        call.emplace_back("--strict");
+        EXPECT_EQ(orvid(call, good), result) << testing::PrintToString(call);
+        EXPECT_NE(orvid(call, "{\"a\":[1] /* x */}").err.find("Comments are not allowed"),
+                  std::string::npos)
+            << testing::PrintToString(call);
+        EXPECT_NE(orvid(call, "{\"a\":[1,]}").status, 0) << testing::PrintToString(call);
+    }
+    EXPECT_NE(orvid({"get", "--strict", "a"}, R"({"a":1,"a":2})").err.find("Repeated key \"a\""),
+              std::string::npos);
+    EXPECT_EQ(
+        orvid({"get", "--lines", "--strict", "--on-error=skip", "a"}, "{\"a\":1,}\n{\"a\":2}\n")
+            .out,
+        "2\n");
 }
 
 }  // namespace

@@ -10,17 +10,33 @@
 
 namespace {
 
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
+using orvid_test::repeated;
 using orvid_test::ScratchFile;
 using orvid_test::shell;
 
 TEST(csv, has_a_column_for_each_key_of_the_first_record) {
-    EXPECT_EQ(orvid({"csv"}, "{\"id\":1.50,\"a/b\":\"x\"}\n{\"a/b\":true,\"z\":0}\n"),
+    EXPECT_EQ(orvid({"csv"}, "{\"id\":1.50,\"a/b\":\"x\"}\n{\"a/b\":true}\n"),
               printed("id,a/b\n1.50,x\n,true\n"));
     EXPECT_EQ(orvid({"csv"}, R"([{"a":null,"b":[1,{}]},{"a":"","b":{}}])"),
               printed("a,b\n,\"[1,{}]\"\n,{}\n"));
+}
+
+TEST(csv, drops_nothing_unasked) {
+    const std::string records = "{\"a\":1}\n{\"a\":2,\"z\":0}\n";
+    EXPECT_EQ(
+        orvid({"csv"}, records),
+        (CommandResult{"a\n1\n",
+                       "orvid: (standard input):2:1: at (root): the first record has no \"z\", "
+                       "so there is no column for it: name the columns with --field\n",
+                       1, 0}));
+    EXPECT_EQ(orvid({"csv", "-f", "a"}, records), printed("a\n1\n2\n"));
+    EXPECT_EQ(orvid({"csv"}, R"([{"a":1},2])").err,
+              "orvid: (standard input):1:10: at [1]: the record is no object: name the columns "
+              "with --field\n");
 }
 
 TEST(csv, has_the_columns_that_are_named) {
@@ -36,14 +52,43 @@ TEST(csv, puts_quotes_where_they_are_needed) {
                     R"([["a,b","say \"x\""],["line\nbreak","a\tb"],["",""]])"),
               printed("\"a,b\",\"say \"\"x\"\"\"\n\"line\nbreak\",a\tb\n,\n"));
     EXPECT_EQ(orvid({"csv", "--no-header", "-f", ""}, R"([""])"), printed("\"\"\n"));
+    EXPECT_EQ(orvid({"csv"}, "{\"\uFEFFid\":\"1\",\"b\":\"null\",\"c\":\"1a\",\"d\":1}"),
+              printed("\"\uFEFFid\",b,c,d\n\"1\",\"null\",1a,1\n"));
 }
 
 TEST(csv, needs_columns_and_whole_values) {
     EXPECT_EQ(orvid({"csv"}, "[[1]]"),
               failed(1,
-                     "(standard input): the first record has no keys: name the columns with "
-                     "--field"));
-    EXPECT_EQ(orvid({"csv"}, "[{\"a\":1}").status, 1);
+                     "(standard input):1:2: at [0]: the first record has no keys: name the "
+                     "columns with --field"));
+    EXPECT_EQ(orvid({"csv", "-f", "a..b"}, "{}"),
+              failed(2,
+                     "path \"a..b\": this character may not stand here, except after a "
+                     "backslash\na..b\n  ^"));
+}
+
+TEST(csv, writes_what_comes_before_a_fault) {
+    EXPECT_EQ(orvid({"csv"}, "[{\"a\":1}"),
+              (CommandResult{"a\n1\n",
+                             "orvid: (standard input):1:9: at (root): The text ends before the "
+                             "document is complete\n[{\"a\":1}\n        ^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"csv", "-f", "a"}, "{\"a\":1}\n  {\"b\": tru}"),
+              (CommandResult{"a\n1\n",
+                             "orvid: (standard input):2:12: at b: Unexpected '}': expected true\n"
+                             "  {\"b\": tru}\n           ^\n",
+                             1, 0}));
+}
+
+TEST(csv, takes_lines_when_the_columns_are_named) {
+    EXPECT_EQ(orvid({"csv", "--lines", "-j", "2", "--on-error=skip", "-f", "a", "-f", "b"},
+                    "{\"a\":1}\n\n{x\n[{\"b\":2},{}]\n"),
+              (CommandResult{"a,b\n1,\n,2\n,\n",
+                             "orvid: (standard input):3:2: at (root): Unexpected 'x': expected a "
+                             "key or '}'\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"csv", "--lines"}, ""),
+              failed(2, "--lines needs the columns: name them with --field; see orvid csv --help"));
 }
 
 TEST(uncsv, reads_what_a_field_says) {
@@ -62,21 +107,37 @@ TEST(uncsv, reads_what_a_field_says) {
 }
 
 TEST(uncsv, tells_the_line_at_fault) {
-    EXPECT_EQ(orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),
-              (orvid_test::CommandResult{
-                  "{\"a\":\"x\\ny\",\"b\":1}\n",
-                  "orvid: (standard input):4: the row has 1 fields, the header 2\n", 1, 0}));
+    EXPECT_EQ(
+        orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),
+        (CommandResult{"{\"a\":\"x\\ny\",\"b\":1}\n",
+                       "orvid: (standard input):4: the row has 1 fields, the header 2\n", 1, 0}));
     EXPECT_EQ(orvid({"uncsv"}, "a\n\"x"), failed(1, "(standard input):2: a quote is not closed"));
     EXPECT_EQ(orvid({"uncsv"}, "a\n\"x\"y\n"),
               failed(1, "(standard input):2: text follows the quote that ends a field"));
     EXPECT_EQ(orvid({"uncsv"}, "a,a\n1,2\n"),
-              failed(1, "(standard input):2: two columns are called \"a\""));
+              failed(1, "(standard input):1: two columns are called \"a\""));
+    EXPECT_EQ(orvid({"uncsv"}, "a\nx\n\xFF\n").err,
+              "orvid: (standard input):3: the row is no UTF-8\n");
 }
 
 TEST(uncsv, is_the_way_back) {
-    const std::string records = R"([{"a":1,"b":"x, \"y\"\nz"},{"a":true,"b":"é"}])";
+    const std::string records =
+        "[{\"\uFEFFa\":1,\"b\":\"x, \\\"y\\\"\\nz\"},{\"\uFEFFa\":true,\"b\":\"é\"},"
+        "{\"\uFEFFa\":\"-1.5\",\"b\":\"true\"}]\n";
     EXPECT_EQ(shell(R"("$0" csv | "$0" uncsv | "$0" join --compact)", {}, records),
-              printed("[{\"a\":1,\"b\":\"x, \\\"y\\\"\\nz\"},{\"a\":true,\"b\":\"é\"}]\n"));
+              printed(records));
+}
+
+TEST(uncsv, reads_rows_longer_than_a_piece) {
+    const std::string field = repeated("x\n", 400000);
+    EXPECT_TRUE(
+        orvid({"uncsv"}, "a,b\n1,\"" + field + "\"\r\n2,y") ==
+        printed("{\"a\":1,\"b\":\"" + repeated("x\\n", 400000) + "\"}\n{\"a\":2,\"b\":\"y\"}\n"));
+    const std::string rows = repeated("1,\"\"\n", 100000);
+    EXPECT_TRUE(orvid({"uncsv"}, "a,b\n" + rows) ==
+                printed(repeated("{\"a\":1,\"b\":\"\"}\n", 100000)));
+    EXPECT_EQ(orvid({"uncsv"}, "a,b\n" + rows + "1\n").err,
+              "orvid: (standard input):100002: the row has 1 fields, the header 2\n");
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/Command.h"
 
@@ -62,6 +64,24 @@ TEST_F(resources, memory_that_runs_out_names_the_file) {
         EXPECT_EQ(result.status, 3) << call << result.err;
         EXPECT_NE(result.err.find(file.name()), std::string::npos) << call << result.err;
         EXPECT_NE(result.err.find("not enough memory\n"), std::string::npos) << call << result.err;
+    }
+}
+
+/// Of each text there are more bytes than the memory there is.
+TEST_F(resources, streams_need_memory_for_one_value_only) {
+    const std::string name = repeated("name", 150);
+    const std::string record = "{\"name\":\"" + name + "\",\"id\":12345678}";
+    const std::string records = "yes '" + record + "' | head -40000";
+    const std::string items = "{ printf '['; " + records + " | sed 's/$/,/'; echo '0]'; }";
+    const std::string rows = "{ echo a,b; yes '" + name + ",second' | head -40000; }";
+    const std::vector<std::pair<std::string, std::string>> calls{
+        {items + " | \"$0\" split | tail -n 1", "0"},
+        {records + " | \"$0\" split --values | tail -n 1", record},
+        {records + " | \"$0\" join -c | tail -c 13", "\":12345678}]"},
+        {records + " | \"$0\" csv | tail -n 1", name + ",12345678"},
+        {rows + " | \"$0\" uncsv | tail -n 1", R"({"a":")" + name + R"(","b":"second"})"}};
+    for (const auto& [call, last] : calls) {
+        EXPECT_EQ(shell("ulimit -v 24000; " + call), orvid_test::printed(last + "\n")) << call;
     }
 }
 

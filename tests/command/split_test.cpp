@@ -10,6 +10,7 @@
 
 namespace {
 
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
@@ -38,11 +39,71 @@ TEST(split, takes_values_that_follow_each_other) {
 
 TEST(split, tells_the_place_of_a_fault_behind_other_values) {
     EXPECT_EQ(orvid({"split", "--values"}, "{}\n[1] {\"a\":\n tru}"),
-              failed(1, "(standard input):3:5: at a: Unexpected '}': expected true\n tru}\n    ^"));
-    EXPECT_EQ(
-        orvid({"split", "--values"}, "{}\n["),
-        failed(1,
-               "(standard input):2:2: at (root): The text ends before the document is complete"));
+              (CommandResult{"{}\n[1]\n",
+                             "orvid: (standard input):3:5: at a: Unexpected '}': expected true\n"
+                             " tru}\n    ^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split", "--values"}, "{} [\n"),
+              (CommandResult{"{}\n",
+                             "orvid: (standard input):2:1: at (root): The text ends before the "
+                             "document is complete\n\n^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split", "--values"}, "1 2 \"x"),
+              (CommandResult{"1\n2\n",
+                             "orvid: (standard input):1:7: at (root): The text ends before the "
+                             "document is complete\n1 2 \"x\n      ^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split", "--values"}, "1 /* 2"),
+              (CommandResult{"1\n",
+                             "orvid: (standard input):1:7: at (root): The text ends before the "
+                             "document is complete\n1 /* 2\n      ^\n",
+                             1, 0}));
+}
+
+TEST(split, tells_the_place_of_a_fault_in_an_item) {
+    EXPECT_EQ(orvid({"split", "--in", "s"}, "{\"s\":[{\"a\":1},\n {\"b\": [1, tru]}]}"),
+              (CommandResult{"{\"a\":1}\n",
+                             "orvid: (standard input):2:15: at s[1].b: Unexpected ']': expected "
+                             "true\n {\"b\": [1, tru]}]}\n              ^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split"}, "[1,2] x"),
+              (CommandResult{"1\n2\n",
+                             "orvid: (standard input):1:7: at (root): Unexpected 'x': the document "
+                             "is complete\n[1,2] x\n      ^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split", "--strict"}, "[{\"a\":1},\n {\"a\":1, \"a\":2}]"),
+              (CommandResult{"{\"a\":1}\n",
+                             "orvid: (standard input):2:10: at [1]: Repeated key \"a\"\n"
+                             " {\"a\":1, \"a\":2}]\n         ^\n",
+                             1, 0}));
+}
+
+TEST(split, tells_of_a_way_that_leads_nowhere_or_twice) {
+    EXPECT_EQ(orvid({"split", "--in", "servrs"}, R"({"servers":[1]})"),
+              failed(1,
+                     "(standard input): at (root): path \"servrs\" not found, there is no "
+                     "\"servrs\" (did you mean \"servers\"?)"));
+    EXPECT_EQ(orvid({"split", "--in", "a.b.c"}, R"({"a":{"b":1}})"),
+              failed(1, "(standard input): at a.b: path \"a.b.c\" not found: \"a.b\" is a number"));
+    EXPECT_EQ(orvid({"split", "--in", "a[2]"}, R"({"a":[[],[]]})"),
+              failed(1, "(standard input): at a: path \"a[2]\" not found, there is no \"[2]\""));
+    EXPECT_EQ(orvid({"split", "--in", "a"}, R"({"a":[1],"a":[2]})"),
+              (CommandResult{"1\n",
+                             "orvid: (standard input): at a: a key on the way is there twice, so "
+                             "this may be the wrong value\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split", "--in", "a[1].b"},
+                    R"({"b":[0],"a":[{"b":[1]},{"a":{"b":[2]},"b":[3,[4]]}]})"),
+              printed("3\n[4]\n"));
+}
+
+TEST(split, takes_the_items_of_each_line) {
+    EXPECT_EQ(orvid({"split", "--lines", "--in", "s", "--on-error=skip"},
+                    "{\"s\":[1,[2]]}\n{\"s\":[]}\n{}\n{\"s\":[3]}\n"),
+              (CommandResult{"1\n[2]\n3\n",
+                             "orvid: (standard input):3: at (root): path \"s\" not found, there is "
+                             "no \"s\"\n",
+                             1, 0}));
 }
 
 TEST(join, makes_one_array_of_all_files) {
@@ -59,10 +120,18 @@ TEST(join, is_the_way_back_from_split) {
               printed("[{\"b\":1e5,\"a\":[]},null,\"é\",[[0.10]]]\n"));
 }
 
-TEST(join, writes_nothing_when_a_file_is_faulty) {
-    EXPECT_EQ(orvid({"join", "-", "/no/such/file"}, "1"),
-              failed(3, "/no/such/file: No such file or directory"));
-    EXPECT_EQ(orvid({"join"}, "1\n{\"a\"}").out, "");
+TEST(join, leaves_the_array_open_after_a_fault) {
+    EXPECT_EQ(orvid({"join", "-c", "-", "/no/such/file"}, "1"),
+              (CommandResult{"[1", "orvid: /no/such/file: No such file or directory\n", 3, 0}));
+    EXPECT_EQ(orvid({"join", "-c"}, "1\n{\"a\"}").out, "[1");
+}
+
+TEST(join, lays_out_each_value_as_it_is_told) {
+    EXPECT_EQ(orvid({"join", "--tab", "-S", "--ascii"}, R"({"b":[1],"a":"é"} [])"),
+              printed("[\n\t{\n\t\t\"a\": \"\\u00E9\",\n\t\t\"b\": [\n\t\t\t1\n\t\t]\n\t},"
+                      "\n\t[]\n]\n"));
+    EXPECT_EQ(orvid({"join", "--strict", "-c"}, "1 // one").err,
+              "orvid: (standard input):1:3: at (root): Comments are not allowed\n1 // one\n  ^\n");
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ struct SCall {
     std::vector<std::string> files;  ///< none is standard input
     std::optional<std::string> schemaFile;
     bool isInPlace = false;
-    bool isStrict = false;  ///< verbs that edit refuse comments and trailing commas
+    bool isStrict = false;  ///< text is read as ReadOptions::strict() says
     bool isRaw = false;
     bool hasMeta = true;  ///< print writes the root's member meta
     bool hasJsonErrors = false;

@@ -95,7 +95,8 @@ void addInPlace(Words& words, SCall& call) {
 }
 
 void addStrict(Words& words, SCall& call) {
-    words.flag("--strict", call.isStrict, "refuse comments and trailing commas");
+    words.flag("--strict", call.isStrict,
+               "refuse what RFC 8259 does: comments, trailing commas, repeated keys and others");
 }
 
 void addRaw(Words& words, SCall& call) {

@@ -38,9 +38,10 @@ class DocumentVerb : public Verb {
 public:
     ExitStatus run(const SCall& call, const Report& report, Output& out) const final;
 
-    /// Does it to a whole file in pieces, with nothing to write, and answers true; or answers
-    /// false, and it has to be done as to any document. Throws Failure.
-    virtual bool passes(const std::string& file) const;
+    /// Does it to a whole file in pieces, and answers true; or answers false, with nothing read
+    /// that cannot be read again and nothing written, and it has to be done as to any document.
+    /// Throws Failure.
+    virtual bool streams(const SCall& call, const std::string& file, Output& out) const;
 
     // These are called by several threads at once, each with a document of its own.
 
@@ -60,6 +61,9 @@ private:
     /// Does it to the root and appends what is to be written to `out`. Throws Failure or what the
     /// library throws.
     virtual void apply(const SCall& call, Document& document, Bytes& out) const = 0;
+
+    /// Writes what stands before the results of all lines.
+    virtual void beginLines(const SCall& call, Output& out) const;
 
     /// The least status of the run, asked for when all documents are done.
     virtual ExitStatus outcome() const;

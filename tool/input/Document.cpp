@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "input/Input.h"
-#include "input/TextPlace.h"
 #include "text/byteOrderMark.h"
 
 namespace orvid_tool {
@@ -21,9 +20,6 @@ using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
-
-constexpr int k_complete = 0;
-constexpr const char* k_endsEarly = "The text ends before the document is complete";
 
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
@@ -39,14 +35,6 @@ void parse(DomParser& parser, Element& root, std::string_view text) {
 
 std::size_t numberOf(int lineOrColumn) {
     return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
-}
-
-/// Moves the place of an error in the text from the offset on to where it is in the whole text.
-SPlace placeFrom(SPlace place, std::string_view text, std::size_t offset) {
-    const STextPlace start = placeOf(text, offset);
-    place.column += place.line == 1 ? start.column - 1 : 0;
-    place.line += start.line - 1;
-    return place;
 }
 
 }  // namespace
@@ -70,42 +58,16 @@ Failure faultOf(const SPlace& place, std::string_view text, const ParseException
             isShown ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
 }
 
-void readTree(const SPlace& place, std::string_view text, Element& root) {
+void readTree(const SPlace& place, std::string_view text, Element& root, bool isStrict) {
     const bool isRecord = place.line != 0;
     const std::string_view document =
         isRecord ? text : text.substr(ko::Orvid::text::markLength(text));
-    DomParser parser(wholeOptions());
+    DomParser parser(isStrict ? ReadOptions::strict() : wholeOptions());
     try {
         parse(parser, root, document);
     } catch (const ParseException& error) {
         throw faultOf(place, document, error, !isRecord);
     }
-}
-
-std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
-                                    Element& root) {
-    offset = skipBlanks(text, offset);
-    if (offset == text.length()) {
-        return std::nullopt;
-    }
-    ReadOptions options = wholeOptions();
-    options.requireWholeDocument = false;
-    DomParser parser(options);
-    try {
-        // A number is known to be over only when something follows it: the newline.
-        parse(parser, root, {text.data() + offset, text.length() - offset + 1});
-    } catch (const ParseException& error) {
-        const Failure failure = faultOf(place, text.substr(offset), error, true);
-        throw Failure(failure.status(), placeFrom(failure.place(), text, offset), failure.text(),
-                      failure.excerpt());
-    }
-    if (parser.state() != k_complete) {
-        const STextPlace end = placeOf(text, text.length());
-        throw Failure(ExitStatus::failed,
-                      {place.file, end.line, end.column, parser.openElement()->path()},
-                      k_endsEarly);
-    }
-    return offset + static_cast<std::size_t>(parser.position());
 }
 
 void readArgument(const char* name, const std::string& text, Element& root) {

@@ -30,15 +30,11 @@ struct Document {
 ko::Orvid::ReadOptions wholeOptions();
 
 /// Reads the text into `root`. It must hold one complete value, with comments and trailing commas
-/// where they are wanted, and around it nothing but whitespace, comments and a byte order mark.
+/// where they are wanted, and around it nothing but whitespace, comments and a byte order mark;
+/// `isStrict` refuses all that ReadOptions::strict() does.
 /// Throws Failure as faultOf() makes it; a text that is a line of a longer one is not shown.
-void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root);
-
-/// Reads the first value at the offset or after it, of several that stand in the text one after
-/// the other, into `root`, and answers the offset of its end; nothing, where there are only
-/// whitespace and comments. The byte after the text is a newline. Throws as readTree().
-std::optional<std::size_t> readNext(const SPlace& place, std::string_view text, std::size_t offset,
-                                    ko::Orvid::Element& root);
+void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root,
+              bool isStrict = false);
 
 /// What the library says of a faulty text, with the place: `place` with the column and, unless it
 /// has one, the line. Where it is shown, the line of the text follows, with a caret.

@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "text/byteOrderMark.h"
+#include "text/NumberText.h"
+
 namespace orvid_tool {
 
 namespace {
@@ -21,13 +24,18 @@ std::string quoted(const std::string& field) {
 
 }  // namespace
 
-std::string csvRow(const std::vector<std::string>& fields, char separator) {
+bool isJsonField(std::string_view text) {
+    return text == "null" || text == "true" || text == "false" || ko::Orvid::text::isNumber(text);
+}
+
+std::string csvRow(const std::vector<SCsvField>& fields, char separator) {
     const std::string special = std::string("\"\r\n") + separator;
     std::string row;
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        const std::string& field = fields[i];
-        const bool needsQuotes = field.find_first_of(special) != std::string::npos ||
-                                 (field.empty() && fields.size() == 1);
+        const std::string& field = fields[i].text;
+        const bool needsQuotes =
+            fields[i].isQuoted || field.find_first_of(special) != std::string::npos ||
+            ko::Orvid::text::markLength(field) > 0 || (field.empty() && fields.size() == 1);
         row += i == 0 ? "" : std::string(1, separator);
         row += needsQuotes ? quoted(field) : field;
     }
@@ -73,6 +81,7 @@ std::string CsvReader::takeQuoted() {
     while (true) {
         const std::size_t length = m_rest.find('"');
         if (length == std::string_view::npos) {
+            m_rest = {};
             throw std::runtime_error("a quote is not closed");
         }
         field += m_rest.substr(0, length);

@@ -11,10 +11,19 @@
 
 namespace orvid_tool {
 
+/// Whether a field without quotes stands for something else than a string: a number, true, false or
+/// null.
+bool isJsonField(std::string_view text);
+
+struct SCsvField {
+    std::string text;
+    bool isQuoted = false;  ///< in any case
+};
+
 /// The fields with the separator between them and a newline at the end. A field that has the
-/// separator, a quote or a line break in it, or is empty and alone, is put in quotes, a quote in it
-/// doubled.
-std::string csvRow(const std::vector<std::string>& fields, char separator);
+/// separator, a quote or a line break in it, begins with a byte order mark, or is empty and alone,
+/// is put in quotes, a quote in it doubled.
+std::string csvRow(const std::vector<SCsvField>& fields, char separator);
 
 /// A row that was read.
 struct SCsvRow {
@@ -26,12 +35,16 @@ struct SCsvRow {
 /// Reads rows from a text, which must outlive it. Lines may end in CR LF.
 class CsvReader {
 public:
-    CsvReader(std::string_view text, char separator) : m_rest(text), m_separator(separator) {}
+    /// `line` is that of the text's first byte.
+    CsvReader(std::string_view text, char separator, std::size_t line = 1)
+        : m_rest(text), m_separator(separator), m_line(line) {}
 
     /// The next row, or false at the end. Throws std::runtime_error for a quote that is not closed
-    /// or does not end its field; line() is where.
+    /// or does not end its field; line() is where. Where more text could mend that, none is left.
     bool next(SCsvRow& row);
     std::size_t line() const { return m_line; }
+    /// What has not been read.
+    std::string_view rest() const { return m_rest; }
 
 private:
     void takeField(SCsvRow& row);
@@ -40,7 +53,7 @@ private:
 
     std::string_view m_rest;
     char m_separator;
-    std::size_t m_line = 1;
+    std::size_t m_line;
 };
 
 }  // namespace orvid_tool

@@ -82,7 +82,7 @@ std::unique_ptr<SWhole> edit(const DocumentVerb& verb, const SCall& call, const 
 
 SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::string& file,
                    Output& out) {
-    if (verb.passes(file)) {
+    if (verb.streams(call, file, out)) {
         return {ExitStatus::done, true};
     }
     std::unique_ptr<SWhole> whole;
@@ -138,6 +138,9 @@ ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& ou
         requireApart(call);
     }
     ExitStatus highest = ExitStatus::done;
+    if (call.lines.isOn) {
+        beginLines(call, out);
+    }
     for (const std::string& file : call.files) {
         if (call.isInPlace) {
             warnOfLinks(file, report);
@@ -165,11 +168,16 @@ ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& ou
 
 ExitStatus DocumentVerb::outcome() const { return ExitStatus::done; }
 
-void DocumentVerb::read(const SCall& /*call*/, Document& document) const {
-    readTree(document.place, document.text, document.root);
+void DocumentVerb::read(const SCall& call, Document& document) const {
+    readTree(document.place, document.text, document.root, call.isStrict);
 }
 
-bool DocumentVerb::passes(const std::string& /*file*/) const { return false; }
+bool DocumentVerb::streams(const SCall& /*call*/, const std::string& /*file*/,
+                           Output& /*out*/) const {
+    return false;
+}
+
+void DocumentVerb::beginLines(const SCall& /*call*/, Output& /*out*/) const {}
 
 bool DocumentVerb::applyToText(const SCall& /*call*/, const Document& /*document*/,
                                Bytes& /*out*/) const {

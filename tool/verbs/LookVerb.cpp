@@ -35,6 +35,7 @@ void LookVerb::addWords(Words& words, SCall& call) {
     words.several("WORDS", m_words,
                   "[PATH] [FILE]...; a word alone is a file where there is one of that name");
     words.option("--in", m_in, "PATH", "the path; all words are files then");
+    addStrict(words, call);
     addLines(words, call);
 }
 

@@ -33,7 +33,9 @@ public:
     }
 
 private:
-    bool passes(const std::string& file) const override { return isSurelyRight(file, options()); }
+    bool streams(const SCall& /*call*/, const std::string& file, Output& /*out*/) const override {
+        return isSurelyRight(file, options());
+    }
 
     ReadOptions options() const {
         ReadOptions options = ReadOptions::strict();

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid csv and orvid uncsv: records to a table and back.
+// orvid csv: records to a table.
 
 #include <algorithm>
+#include <optional>
+#include <set>
+#include <stdexcept>
 #include <utility>
 
-#include "call/Options.h"
 #include "input/CallPath.h"
-#include "input/Input.h"
+#include "input/ValueStream.h"
 #include "output/Csv.h"
 #include "output/Output.h"
-#include "text/byteOrderMark.h"
+#include "verbs/TableWords.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -19,228 +21,183 @@ namespace {
 
 using ko::Orvid::Element;
 
-/// What both directions are told of a table.
-class TableVerb : public Verb {
-public:
-    void addWords(Words& words, SCall& call) override {
-        addFiles(words, call);
-        words.flag("--tsv", m_isTabbed, "tabs between the fields");
-        words.flag("--no-header", m_hasNoHeader, "the first row holds values, too");
+/// A string as it is, null as nothing, all else as its JSON. What uncsv would take for another
+/// value is put in quotes.
+SCsvField fieldOf(const Element& value) {
+    if (value.isNull()) {
+        return {"", false};
     }
+    if (value.isString()) {
+        return {value.string(), isJsonField(value.string())};
+    }
+    std::string json = jsonLine(value, SLayout());
+    json.pop_back();
+    return {std::move(json), false};
+}
 
-protected:
-    char separator() const { return m_isTabbed ? '\t' : ','; }
-    bool hasHeader() const { return !m_hasNoHeader; }
-
-private:
-    bool m_isTabbed = false;
-    bool m_hasNoHeader = false;
+/// A record that does not go with the columns. what() says why.
+class Misfit : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
 };
 
-class Csv : public TableVerb {
+/// The columns of a table and the rows of records.
+class Columns {
+public:
+    /// Throws Failure for a malformed path.
+    explicit Columns(const std::vector<std::string>& words) : m_areNamed(!words.empty()) {
+        for (const std::string& word : words) {
+            addPath(word, CallPath(word));
+        }
+    }
+
+    bool areKnown() const { return !m_names.empty(); }
+
+    /// One for each key of the record. Throws Misfit where it has none.
+    void takeKeys(const Element& record) {
+        if (!record.isObject() || record.object().empty()) {
+            throw Misfit("the first record has no keys: name the columns with --field");
+        }
+        for (const auto& member : record.object()) {
+            m_names.push_back({member.first, false});
+            m_keys.insert(member.first);
+        }
+    }
+
+    std::string header(char separator) const { return csvRow(m_names, separator); }
+
+    /// Throws Misfit where the record has more than the columns, unless they are named.
+    std::string row(const Element& record, char separator) const {
+        return csvRow(m_areNamed ? fieldsAtPaths(record) : fieldsOfKeys(record), separator);
+    }
+
+private:
+    void addPath(const std::string& word, CallPath path) {
+        if (path.isPlain()) {
+            static_cast<void>(stepsOf(word));  // which fails for a path that is malformed
+        }
+        m_names.push_back({word, false});
+        m_paths.push_back(std::move(path));
+    }
+
+    std::vector<SCsvField> fieldsAtPaths(const Element& record) const {
+        std::vector<SCsvField> fields;
+        for (const CallPath& path : m_paths) {
+            const Element* const value = path.find(record);
+            fields.push_back(value == nullptr ? SCsvField() : fieldOf(*value));
+        }
+        return fields;
+    }
+
+    std::vector<SCsvField> fieldsOfKeys(const Element& record) const {
+        if (!record.isObject()) {
+            throw Misfit("the record is no object: name the columns with --field");
+        }
+        for (const auto& member : record.object()) {
+            if (m_keys.count(member.first) == 0) {
+                throw Misfit("the first record has no \"" + member.first +
+                             "\", so there is no column for it: name the columns with --field");
+            }
+        }
+        std::vector<SCsvField> fields;
+        for (const SCsvField& name : m_names) {
+            const auto member = record.object().find(name.text);
+            fields.push_back(member == record.object().end() ? SCsvField()
+                                                             : fieldOf(member->second));
+        }
+        return fields;
+    }
+
+    bool m_areNamed;
+    std::vector<SCsvField> m_names;
+    std::vector<CallPath> m_paths;  ///< where they are named
+    std::set<std::string> m_keys;   ///< otherwise
+};
+
+class Csv : public DocumentVerb {
 public:
     const char* name() const override { return "csv"; }
     const char* help() const override { return "Write records as a table of their fields"; }
     const char* examples() const override {
         return "  orvid csv <records.jsonl\n"
                "  orvid csv -f name -f 'address.city' -f 'tags[0]' people.json\n"
+               "  orvid csv --lines -j 4 --on-error=skip -f id <records.jsonl\n"
                "  orvid csv --tsv --no-header -f id <records.jsonl";
     }
 
     void addWords(Words& words, SCall& call) override {
         words.repeated("-f,--field", m_words, "PATH",
                        "a column; by default one for each key of the first record");
-        TableVerb::addWords(words, call);
+        addFiles(words, call);
+        m_table.addTo(words);
+        addStrict(words, call);
+        addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
-        for (const std::string& word : m_words) {
-            m_paths.emplace_back(word);
+    void prepare(SCall& call) override {
+        if (call.lines.isOn && m_words.empty()) {
+            throw Misuse("--lines needs the columns: name them with --field");
         }
-    }
-
-    ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
-        STable table{out, m_paths, m_words, false};
-        for (const std::string& file : call.files) {
-            Input input(file);
-            const Bytes ended = input.readAll();
-            writeValues({input.name(), 0, 0, {}}, ended.view().substr(0, ended.length() - 1),
-                        table);
-        }
-        return ExitStatus::done;
+        m_columns.emplace(m_words);
     }
 
 private:
-    struct STable {
-        Output& out;
-        std::vector<CallPath> paths;
-        std::vector<std::string> names;
-        bool isBegun;
-    };
+    void beginLines(const SCall& /*call*/, Output& out) const override { begin(out); }
+
+    void begin(Output& out) const {
+        if (!m_isBegun && !m_table.hasNoHeader) {
+            out.write(m_columns->header(m_table.separator()));
+        }
+        m_isBegun = true;
+    }
 
     /// Records one after the other, or arrays of them.
-    void writeValues(const SPlace& place, std::string_view text, STable& table) const {
-        std::size_t offset = 0;
-        Element value;
-        while (const auto end = readNext(place, text, offset, value)) {
-            offset = *end;
-            if (!value.isArray()) {
-                writeRecord(place, value, table);
-                continue;
+    bool streams(const SCall& call, const std::string& file, Output& out) const override {
+        Input input(file);
+        ValueStream records(input, {true, true, {}}, {call.isStrict, false});
+        Element record;
+        while (records.next()) {
+            records.read(record);
+            try {
+                addRow(record, out);
+            } catch (const Misfit& error) {
+                throw Failure(ExitStatus::failed, records.place(), error.what());
             }
-            for (const Element& item : value.array()) {
-                writeRecord(place, item, table);
-            }
         }
+        if (m_columns->areKnown()) {
+            begin(out);
+        }
+        return true;
     }
 
-    void writeRecord(const SPlace& place, const Element& record, STable& table) const {
-        if (table.paths.empty()) {
-            takeKeys(place, record, table);
+    void addRow(const Element& record, Output& out) const {
+        if (!m_columns->areKnown()) {
+            m_columns->takeKeys(record);
         }
-        if (!table.isBegun && hasHeader()) {
-            table.out.write(csvRow(table.names, separator()));
-        }
-        table.isBegun = true;
-        std::vector<std::string> fields;
-        for (const CallPath& path : table.paths) {
-            const Element* const value = path.find(record);
-            fields.push_back(value == nullptr ? "" : fieldOf(*value));
-        }
-        table.out.write(csvRow(fields, separator()));
+        const std::string row = m_columns->row(record, m_table.separator());
+        begin(out);
+        out.write(row);
     }
 
-    static void takeKeys(const SPlace& place, const Element& record, STable& table) {
-        if (!record.isObject() || record.object().empty()) {
-            throw Failure(ExitStatus::failed, place,
-                          "the first record has no keys: name the columns with --field");
+    /// A line: its columns are named.
+    void apply(const SCall& /*call*/, Document& document, Bytes& out) const override {
+        if (!document.root.isArray()) {
+            out.append(m_columns->row(document.root, m_table.separator()));
+            return;
         }
-        for (const auto& member : record.object()) {
-            table.names.push_back(member.first);
-            table.paths.emplace_back("/" + pointerStep(member.first));
+        for (const Element& record : document.root.array()) {
+            out.append(m_columns->row(record, m_table.separator()));
         }
-    }
-
-    static std::string pointerStep(const std::string& key) {
-        ko::Orvid::JsonPointer pointer;
-        pointer.push_back(key);
-        return pointer.str().substr(1);
-    }
-
-    /// A string as it is, null as nothing, all else as its JSON.
-    static std::string fieldOf(const Element& value) {
-        if (value.isNull()) {
-            return "";
-        }
-        if (value.isString()) {
-            return value.string();
-        }
-        std::string json = jsonLine(value, SLayout());
-        json.pop_back();
-        return json;
     }
 
     std::vector<std::string> m_words;
-    std::vector<CallPath> m_paths;
-};
-
-class Uncsv : public TableVerb {
-public:
-    const char* name() const override { return "uncsv"; }
-    const char* help() const override { return "Write the records of a table, one a line"; }
-    const char* examples() const override {
-        return "  orvid uncsv people.csv\n"
-               "  orvid uncsv --strings <codes.csv\n"
-               "  orvid uncsv people.csv | orvid join";
-    }
-
-    void addWords(Words& words, SCall& call) override {
-        TableVerb::addWords(words, call);
-        words.flag("--strings", m_isTextOnly,
-                   "every field is a string; otherwise numbers, true, false and null without "
-                   "quotes are what they say");
-    }
-
-    ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
-        for (const std::string& file : call.files) {
-            Input input(file);
-            const Bytes ended = input.readAll();
-            std::string_view text = ended.view().substr(0, ended.length() - 1);
-            text.remove_prefix(ko::Orvid::text::markLength(text));
-            writeRecords(input.name(), text, out);
-        }
-        return ExitStatus::done;
-    }
-
-private:
-    void writeRecords(const std::string& file, std::string_view text, Output& out) const {
-        CsvReader reader(text, separator());
-        SCsvRow row;
-        std::vector<std::string> keys;
-        try {
-            if (hasHeader() && reader.next(row)) {
-                keys = row.fields;
-            }
-            while (reader.next(row)) {
-                const bool isBlank =
-                    row.fields.size() == 1 && row.fields[0].empty() && !row.wereQuoted[0];
-                if (isBlank && keys.size() > 1) {
-                    continue;
-                }
-                out.write(jsonLine(record({file, row.line, 0, {}}, keys, row), SLayout()));
-            }
-        } catch (const Failure&) {
-            throw;
-        } catch (const std::runtime_error& error) {
-            throw Failure(ExitStatus::failed, SPlace{file, reader.line(), 0, {}}, error.what());
-        }
-    }
-
-    Element record(const SPlace& place, const std::vector<std::string>& keys,
-                   const SCsvRow& row) const {
-        Element result;
-        Element::create(result.data(), hasHeader() ? ko::Orvid::etObject : ko::Orvid::etArray,
-                        &result);
-        if (hasHeader() && row.fields.size() != keys.size()) {
-            throw Failure(ExitStatus::failed, place,
-                          "the row has " + std::to_string(row.fields.size()) +
-                              " fields, the header " + std::to_string(keys.size()));
-        }
-        for (std::size_t i = 0; i < row.fields.size(); ++i) {
-            Element value = valueOf(row.fields[i], row.wereQuoted[i]);
-            if (!hasHeader()) {
-                result.array().emplace_back(std::move(value));
-            } else if (!result.object().emplace(keys[i], std::move(value)).second) {
-                throw Failure(ExitStatus::failed, place,
-                              "two columns are called \"" + keys[i] + "\"");
-            }
-        }
-        return result;
-    }
-
-    Element valueOf(const std::string& field, bool wasQuoted) const {
-        const bool mayBeJson = !m_isTextOnly && !wasQuoted && !field.empty() &&
-                               field.find_first_of("-0123456789tfn") == 0 &&
-                               field.find_first_of(" \t/") == std::string::npos;
-        if (mayBeJson) {
-            try {
-                Element value;
-                readArgument("JSON", field, value);
-                return value;
-            } catch (const Failure&) {
-                return Element(field);
-            }
-        }
-        return Element(field);
-    }
-
-    bool m_isTextOnly = false;
+    STableWords m_table;
+    mutable std::optional<Columns> m_columns;  ///< known from the first record on
+    mutable bool m_isBegun = false;
 };
 
 }  // namespace
 
 std::unique_ptr<Verb> makeCsv() { return std::make_unique<Csv>(); }
-
-std::unique_ptr<Verb> makeUncsv() { return std::make_unique<Uncsv>(); }
 
 }  // namespace orvid_tool

@@ -42,6 +42,7 @@ public:
         words.flag("--path", m_isPathWanted, "write the item's path and not the item");
         addRaw(words, call);
         addLayout(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 

@@ -45,6 +45,7 @@ public:
         addSchema(words, call);
         addRaw(words, call);
         addLayout(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 
@@ -86,7 +87,7 @@ private:
     }
 
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        if (!m_isTextEnough || !isPlain(call.layout)) {
+        if (call.isStrict || !m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
         for (const ValueSteps& steps : m_steps) {

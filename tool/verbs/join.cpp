@@ -2,10 +2,9 @@
 //
 // orvid join: an array of all values.
 
-#include <utility>
-
 #include "call/Options.h"
-#include "input/Input.h"
+#include "edit/TextEdit.h"
+#include "input/ValueStream.h"
 #include "output/Output.h"
 #include "output/Report.h"
 #include "verbs/verbs.h"
@@ -16,6 +15,53 @@ namespace {
 
 using ko::Orvid::Element;
 
+/// The array as it is written, which is closed when all went well.
+class OpenArray {
+public:
+    OpenArray(Output& out, const SLayout& layout) : m_out(out), m_layout(layout) {}
+
+    void add(const ValueStream& value, bool isStrict) {
+        Bytes text;
+        if (isStrict || !isPlain(m_layout) ||
+            !rewrite(value.text(), {m_layout.options.indent, false}, nullptr, text)) {
+            text.cut(0);
+            value.read(m_value);
+            text.append(jsonText(m_value, m_layout));
+        }
+        m_out.write(m_isEmpty ? "[" : ",");
+        m_isEmpty = false;
+        writeIndented(text.view().substr(0, text.length() - 1));
+    }
+
+    void close() {
+        const bool hasLines = !m_isEmpty && !m_layout.options.indent.empty();
+        m_out.write(m_isEmpty ? "[" : "");
+        m_out.write(hasLines ? "\n]\n" : "]\n");
+    }
+
+private:
+    /// One level deeper. A newline in JSON text always belongs to the layout.
+    void writeIndented(std::string_view text) {
+        const std::string& indent = m_layout.options.indent;
+        if (indent.empty()) {
+            m_out.write(text);
+            return;
+        }
+        std::size_t end = 0;
+        do {
+            end = text.find('\n');
+            m_out.write("\n" + indent);
+            m_out.write(text.substr(0, end));
+            text.remove_prefix(end == std::string_view::npos ? text.length() : end + 1);
+        } while (end != std::string_view::npos);
+    }
+
+    Output& m_out;
+    const SLayout& m_layout;
+    Element m_value;
+    bool m_isEmpty = true;
+};
+
 class Join : public Verb {
 public:
     const char* name() const override { return "join"; }
@@ -24,39 +70,31 @@ public:
     }
     const char* examples() const override {
         return "  orvid join <records.jsonl\n"
-               "  orvid join --compact first.json second.json";
+               "  orvid join --compact first.json second.json\n"
+               "  orvid print --lines --on-error=skip <records.jsonl | orvid join";
     }
 
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
         addLayout(words, call);
+        addStrict(words, call);
     }
 
     ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
-        Element all;
-        Element::create(all.data(), ko::Orvid::etArray, &all);
+        OpenArray all(out, call.layout);
         for (const std::string& file : call.files) {
-            addValues(file, all.array());
+            Input input(file);
+            ValueStream values(input, {}, {call.isStrict, false});
+            try {
+                while (values.next()) {
+                    all.add(values, call.isStrict);
+                }
+            } catch (const Unwritable& error) {
+                throw Failure(ExitStatus::failed, values.place(), error.what());
+            }
         }
-        try {
-            out.write(jsonText(all, call.layout));
-        } catch (const Unwritable& error) {
-            throw Failure(ExitStatus::failed, error.what());
-        }
+        all.close();
         return ExitStatus::done;
-    }
-
-private:
-    static void addValues(const std::string& file, Element::TArray& all) {
-        Input input(file);
-        const Bytes ended = input.readAll();
-        const std::string_view text = ended.view().substr(0, ended.length() - 1);
-        std::size_t offset = 0;
-        Element value;
-        while (const auto end = readNext({input.name(), 0, 0, {}}, text, offset, value)) {
-            all.emplace_back(std::move(value));
-            offset = *end;
-        }
     }
 };
 

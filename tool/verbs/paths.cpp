@@ -30,6 +30,7 @@ public:
         words.flag("--json-pointer", m_isPointer, "write JSON Pointers, such as /a/b/3/c");
         words.flag("--ascii", call.layout.options.asciiOnly,
                    "write other characters of values as \\uXXXX");
+        addStrict(words, call);
     }
 
 private:

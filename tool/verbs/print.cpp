@@ -28,13 +28,15 @@ public:
             "--meta", [&call] { call.hasMeta = true; }, "write the member \"meta\", as it is now");
         addLayout(words, call);
         addInPlace(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 
 private:
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         const STextLayout layout{call.layout.options.indent, !call.hasMeta};
-        return isPlain(call.layout) && rewrite(document.text, layout, nullptr, wholeOptions(), out);
+        return !call.isStrict && isPlain(call.layout) &&
+               rewrite(document.text, layout, nullptr, wholeOptions(), out);
     }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {

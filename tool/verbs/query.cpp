@@ -61,6 +61,7 @@ public:
         addRaw(words, call);
         call.layout.options.indent.clear();
         addLayout(words, call);
+        addStrict(words, call);
         addLines(words, call);
     }
 
@@ -80,7 +81,7 @@ public:
 private:
     /// What a singular query selects can be found in the text.
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        if (m_steps.empty() || !isPlain(call.layout)) {
+        if (call.isStrict || m_steps.empty() || !isPlain(call.layout)) {
             return false;
         }
         const std::optional<std::string_view> found =
@@ -95,7 +96,8 @@ private:
     /// Where its places are not to be reported, what the query looks at is enough. For a short
     /// record it does not pay.
     void read(const SCall& call, Document& document) const override {
-        if (!call.lines.isOn && (m_form == EForm::values || m_form == EForm::count)) {
+        if (!call.lines.isOn && !call.isStrict &&
+            (m_form == EForm::values || m_form == EForm::count)) {
             readFor(*m_query, document);
         } else {
             DocumentVerb::read(call, document);

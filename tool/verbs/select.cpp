@@ -35,6 +35,7 @@ public:
         words.required("QUERY", m_text, "true where its first result is neither null nor false");
         addFiles(words, call);
         words.flag("--not", m_isInverted, "write the others");
+        addStrict(words, call);
         addLines(words, call);
     }
 
@@ -42,7 +43,7 @@ public:
 
 private:
     void read(const SCall& call, Document& document) const override {
-        if (call.lines.isOn) {
+        if (call.lines.isOn || call.isStrict) {
             DocumentVerb::read(call, document);
         } else {
             readFor(*m_query, document);

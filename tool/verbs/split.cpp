@@ -2,9 +2,14 @@
 //
 // orvid split: values one a line.
 
+#include <algorithm>
+
 #include "call/Options.h"
+#include "edit/TextEdit.h"
 #include "input/CallPath.h"
 #include "input/MissingPath.h"
+#include "input/ValueStream.h"
+#include "output/Output.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -22,7 +27,8 @@ public:
     const char* examples() const override {
         return "  orvid split servers.json\n"
                "  orvid split --in servers settings.json\n"
-               "  cat *.json | orvid split --values | orvid get --lines id";
+               "  cat *.json | orvid split --values | orvid get --lines id\n"
+               "  orvid split --lines --in items <orders.jsonl";
     }
 
     void addWords(Words& words, SCall& call) override {
@@ -30,27 +36,54 @@ public:
         words.option("--in", m_in, "PATH", "the array, by default the document's root");
         words.flag("--values", m_isOfValues,
                    "the text holds values one after the other: write each, not its items");
+        addStrict(words, call);
+        addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
-        if (m_in && m_isOfValues) {
-            throw Misuse("--in and --values exclude each other");
+    void prepare(SCall& call) override {
+        if (m_isOfValues && (m_in || call.lines.isOn)) {
+            throw Misuse(std::string(m_in ? "--in" : "--lines") +
+                         " and --values exclude each other");
         }
         m_path = CallPath(m_in.value_or(""));
+        prepareStream();
     }
 
 private:
-    void read(const SCall& call, Document& document) const override {
-        if (!m_isOfValues) {
-            DocumentVerb::read(call, document);
+    /// An item that is counted from the end is not known before the end.
+    void prepareStream() {
+        if (!m_path.isPlain()) {
+            return;
+        }
+        SWanted wanted{!m_isOfValues, false, stepsOf(m_path.word())};
+        const bool hasPlace = std::all_of(
+            wanted.steps.begin(), wanted.steps.end(),
+            [](const SStep& step) { return step.isKey || step.index != ko::Orvid::k_noIndex; });
+        if (hasPlace) {
+            m_wanted = std::move(wanted);
         }
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
-        if (m_isOfValues) {
-            writeValues(call, document, out);
-            return;
+    bool streams(const SCall& call, const std::string& file, Output& out) const override {
+        if (!m_wanted) {
+            return false;
         }
+        Input input(file);
+        ValueStream values(input, *m_wanted, {call.isStrict, !m_isOfValues});
+        Element value;
+        while (values.next()) {
+            Bytes line;
+            if (call.isStrict || !rewrite(values.text(), {"", false}, nullptr, line)) {
+                values.read(value);
+                line.cut(0);
+                line.append(jsonLine(value, call.layout));
+            }
+            out.write(line.view());
+        }
+        return true;
+    }
+
+    void apply(const SCall& call, Document& document, Bytes& out) const override {
         const Element& root = document.root;
         const Element& array = m_path.get(root);
         if (!array.isArray()) {
@@ -64,17 +97,10 @@ private:
         }
     }
 
-    static void writeValues(const SCall& call, Document& document, Bytes& out) {
-        std::size_t offset = 0;
-        while (const auto end = readNext(document.place, document.text, offset, document.root)) {
-            out.append(jsonLine(document.root, call.layout));
-            offset = *end;
-        }
-    }
-
     std::optional<std::string> m_in;
     CallPath m_path;
     bool m_isOfValues = false;
+    std::optional<SWanted> m_wanted;  ///< nothing where the whole document is needed
 };
 
 }  // namespace

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+//
+// Following the steps among the tokens.
+
+#include "input/ValueSpans.h"
+
+#include <ko/Orvid/Object.h>
+
+#include <string>
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::TokenPlace;
+
+Element emptyContainer(bool isArray) {
+    Element result;
+    Element::create(result.data(), isArray ? ko::Orvid::etArray : ko::Orvid::etObject, &result);
+    return result;
+}
+
+}  // namespace
+
+void ValueSpans::begin(std::uint64_t offset) {
+    m_base = offset;
+    m_count = 0;
+    m_targets = 0;
+    m_isBegun = false;
+}
+
+bool ValueSpans::key(std::string_view text, TokenPlace /*place*/) {
+    constexpr std::size_t mostKeys = 1000;
+    if (!isAtWay()) {
+        return true;
+    }
+    const SStep& step = m_wanted.steps[m_depth - 1];
+    m_isStepKey = step.isKey && text == step.key;
+    if (m_reached == m_depth - 1 && m_atReach.isObject() && m_atReach.object().size() < mostKeys) {
+        m_atReach.object().emplace(std::string(text), Element());
+    }
+    return true;
+}
+
+/// Whether the value that begins here, a child of the last container on the way, is the next step.
+bool ValueSpans::leads() {
+    if (m_depth == 0) {
+        return true;
+    }
+    SOnWay& holder = m_way.back();
+    const SStep& step = m_wanted.steps[m_depth - 1];
+    return holder.isArray ? !step.isKey && holder.next++ == step.index : m_isStepKey;
+}
+
+void ValueSpans::reach(const Element& value) {
+    if (m_targets == 0 && m_depth >= m_reached) {
+        m_reached = m_depth;
+        m_atReach = value;
+    }
+}
+
+void ValueSpans::target(bool isArray) {
+    ++m_targets;
+    m_isNoArray = m_wanted.areItems && !isArray && !m_wanted.mayBeOther;
+    m_isInTarget = m_targets == 1 && !m_isNoArray;
+    m_wantedDepth = m_depth + (m_wanted.areItems && isArray ? 1 : 0);
+}
+
+void ValueSpans::followScalar(const Element& value) {
+    if (leads()) {
+        reach(value);
+        if (m_depth == m_wanted.steps.size()) {
+            target(false);
+        }
+    }
+}
+
+void ValueSpans::open(bool isArray, TokenPlace place) {
+    if (isAtWay() && leads()) {
+        reach(emptyContainer(isArray));
+        if (m_depth == m_wanted.steps.size()) {
+            target(isArray);
+        } else {
+            m_way.push_back({isArray, 0});
+        }
+    }
+    enter(place);
+    ++m_depth;
+}
+
+void ValueSpans::close(TokenPlace place) {
+    --m_depth;
+    if (m_depth < m_way.size()) {
+        m_way.pop_back();
+        m_isStepKey = false;
+    }
+    leave(place);
+}
+
+Element ValueSpans::way() const {
+    Element root = Element::k_emptyElement;
+    constexpr std::uint64_t mostGaps = 1000000;
+    Gaps gaps(mostGaps);
+    const auto end = m_wanted.steps.begin() + static_cast<std::ptrdiff_t>(m_reached);
+    makeAt(root, std::vector<SStep>(m_wanted.steps.begin(), end), gaps) = m_atReach;
+    return root;
+}
+
+}  // namespace orvid_tool

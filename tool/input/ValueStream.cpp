@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: MIT
+//
+// The scanner in pieces; of the text only what is not yet handed out is kept, and a little before
+// it, to show where a fault is.
+
+#include "input/ValueStream.h"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
+
+#include "input/Document.h"
+#include "input/MissingPath.h"
+#include "input/TextPlace.h"
+#include "text/byteOrderMark.h"
+#include "text/TextScannerRun.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::ParseException;
+using ko::Orvid::ReadOptions;
+
+constexpr std::size_t k_pieceSize = 262144;
+constexpr const char* k_endsEarly = "The text ends before the document is complete";
+
+ReadOptions optionsFor(ValueStream::SReading reading) {
+    ReadOptions options;
+    if (reading.isStrict) {
+        options = ReadOptions::strict();
+    }
+    options.allowTrailingCommas = !reading.isStrict;
+    options.requireWholeDocument = reading.isOneRoot;
+    return options;
+}
+
+std::string pathOf(const std::vector<SStep>& steps) {
+    std::ostringstream path;
+    ko::Orvid::PathGenerator generator(path);
+    for (const SStep& step : steps) {
+        if (step.isKey) {
+            generator.genObjectProperty(step.key);
+        } else {
+            generator.genListItem(step.index);
+        }
+    }
+    return path.str();
+}
+
+std::string joinedPath(const std::string& start, const std::string& rest) {
+    const bool needsDot = !start.empty() && !rest.empty() && rest.front() != '[';
+    return start + (needsDot ? "." : "") + rest;
+}
+
+/// The offset of a place that readTree() reports of a text.
+std::size_t offsetOf(std::string_view text, const SPlace& place) {
+    std::size_t offset = 0;
+    for (std::size_t line = 1; line < place.line; ++line) {
+        offset = text.find('\n', offset) + 1;
+    }
+    return offset + place.column - std::min<std::size_t>(place.column, 1);
+}
+
+}  // namespace
+
+ValueStream::ValueStream(Input& input, const SWanted& wanted, SReading reading)
+    : m_input(input),
+      m_wanted(wanted),
+      m_reading(reading),
+      m_options(optionsFor(reading)),
+      m_sink(wanted) {
+    while (m_buffer.length() < ko::Orvid::text::k_byteOrderMark.length() && readPiece()) {
+    }
+    m_buffer.erase(0, ko::Orvid::text::markLength(m_buffer));
+    restart(0);
+}
+
+bool ValueStream::next() {
+    while (m_next == m_sink.spans().size()) {
+        if (m_scanner->fault()) {
+            throw scanFailure(*m_scanner->fault());
+        }
+        if (m_isCutOff) {
+            throw scanFailure({{}, k_endsEarly, end() - m_root, 1});
+        }
+        requireTarget();
+        m_sink.spans().clear();
+        m_next = 0;
+        m_index = m_sink.count();
+        if (!advance()) {
+            return false;
+        }
+    }
+    m_span = m_sink.spans()[m_next++];
+    ++m_index;
+    m_text.assign(from(m_span.first), 0, static_cast<std::size_t>(m_span.second - m_span.first));
+    m_text += '\n';
+    return true;
+}
+
+/// Scans more of the text; false where there is no more.
+bool ValueStream::advance() {
+    if (m_scanner->isComplete() && !m_reading.isOneRoot) {
+        restart(m_root + m_scanner->position());
+        return true;
+    }
+    if (m_isAtEnd) {
+        return false;
+    }
+    drop();
+    const std::uint64_t read = end();
+    if (!readPiece()) {
+        return advanceAtEnd();
+    }
+    m_scanner->scan(from(read), m_sink);
+    return true;
+}
+
+bool ValueStream::advanceAtEnd() {
+    m_isAtEnd = true;
+    const std::string_view rest = from(std::max(m_root, m_start));
+    if (!m_reading.isOneRoot && !m_sink.isBegun() && skipBlanks(rest, 0) == rest.length()) {
+        return false;
+    }
+    m_scanner->finish(m_sink);
+    m_isCutOff = !m_scanner->isComplete() && !m_scanner->fault();
+    return true;
+}
+
+/// A new root begins.
+void ValueStream::restart(std::uint64_t offset) {
+    m_root = offset;
+    m_index = 0;
+    m_scanner.emplace(m_options);
+    m_sink.begin(offset);
+    m_scanner->scan(from(offset), m_sink);
+}
+
+bool ValueStream::readPiece() {
+    Bytes piece;
+    const bool isMore = m_input.readSome(piece, k_pieceSize) > 0;
+    m_buffer.append(piece.view());
+    return isMore;
+}
+
+/// Forgets what is not needed any more.
+void ValueStream::drop() {
+    constexpr std::uint64_t shown = 512;
+    const std::uint64_t rest = std::max(m_root, m_start);
+    const bool isBlank =
+        m_sink.isBegun() || from(rest).find_first_not_of(" \t\r\n") == std::string_view::npos;
+    const std::uint64_t needed = m_sink.openOr(isBlank ? end() : rest);
+    if (needed > m_start + shown) {
+        const auto count = static_cast<std::size_t>(needed - shown - m_start);
+        m_lines.count(std::string_view(m_buffer).substr(0, count));
+        m_buffer.erase(0, count);
+        m_start += count;
+    }
+}
+
+/// Throws Failure where the steps lead to no array, to two values, or, at the end, nowhere.
+void ValueStream::requireTarget() const {
+    SPlace place{m_input.name(), 0, 0, pathOf(m_wanted.steps)};
+    if (m_sink.targets() > 1) {
+        throw Failure(ExitStatus::failed, std::move(place),
+                      "a key on the way is there twice, so this may be the wrong value");
+    }
+    if (!m_sink.isNoArray() && !(m_isAtEnd && m_sink.isBegun() && m_sink.targets() == 0)) {
+        return;
+    }
+    const Element root = m_sink.way();
+    if (m_sink.isNoArray()) {
+        throw Failure(ExitStatus::failed, std::move(place),
+                      std::string(typePhrase(root.get(*place.path))) + " has no items to split");
+    }
+    try {
+        static_cast<void>(root.get(*place.path));
+    } catch (const ko::Orvid::PathNotFound& error) {
+        throw missingPath({m_input.name(), 0, 0, {}}, root, error);
+    }
+}
+
+void ValueStream::read(Element& root) const {
+    try {
+        readTree({m_input.name(), 0, 0, {}}, text(), root, m_reading.isStrict);
+    } catch (const Failure& failure) {
+        const std::string path = failure.place().path.value_or("");
+        throw failureAt(m_span.first + offsetOf(text(), failure.place()), 1,
+                        joinedPath(*place().path, path), failure.text());
+    }
+}
+
+std::string ValueStream::itemPath(std::size_t index) const {
+    return pathOf(m_wanted.steps) + (m_sink.areItems() ? "[" + std::to_string(index) + "]" : "");
+}
+
+SPlace ValueStream::place() const {
+    const auto place = m_lines.place(m_buffer, m_span.first);
+    return {m_input.name(), static_cast<std::size_t>(place.line),
+            static_cast<std::size_t>(place.column), itemPath(m_index - 1)};
+}
+
+Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
+                               const std::string& text) const {
+    const auto at = m_lines.place(m_buffer, begin);
+    const auto before = static_cast<std::uint64_t>(at.column) - 1;
+    const std::uint64_t shown = std::max(m_start, begin - std::min(begin, before));
+    const int column = static_cast<int>(begin - shown) + 1;
+    const ParseException error("", 1, column, 1, column + static_cast<int>(length) - 1);
+    SPlace place{m_input.name(), static_cast<std::size_t>(at.line),
+                 static_cast<std::size_t>(at.column), path};
+    return {ExitStatus::failed, std::move(place), text,
+            ko::Orvid::sourceExcerpt(from(shown), error)};
+}
+
+/// The tree of what there is of the value knows the path of the fault.
+Failure ValueStream::scanFailure(const ko::Orvid::TextFault& fault) const {
+    const std::uint64_t open = m_sink.openOr(end());
+    std::string path = pathOf(m_wanted.steps);
+    if (open < end()) {
+        path = itemPath(m_sink.count());
+        try {
+            Element part;
+            readTree({m_input.name(), 0, 0, {}}, from(open), part, m_reading.isStrict);
+        } catch (const Failure& failure) {
+            path = joinedPath(path, failure.place().path.value_or(""));
+        }
+    }
+    return failureAt(m_root + fault.begin, fault.length, path, fault.message);
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+//
+// orvid uncsv: the records of a table.
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "input/Input.h"
+#include "output/Csv.h"
+#include "output/Output.h"
+#include "text/byteOrderMark.h"
+#include "text/StringText.h"
+#include "verbs/TableWords.h"
+#include "verbs/verbs.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+
+bool isUtf8(std::string_view text) {
+    const char* const end = text.data() + text.length();
+    return ko::Orvid::text::scanUtf8(text.data(), end).at == end;
+}
+
+/// The rows of an input, of which no more than a row and a piece is in memory.
+class Rows {
+public:
+    Rows(Input& input, char separator)
+        : m_input(input), m_reader({}, separator), m_separator(separator) {
+        read();
+        m_text.erase(0, ko::Orvid::text::markLength(m_text));
+        m_reader = CsvReader(m_text, separator);
+    }
+
+    /// The next row, or false at the end. Throws Failure.
+    bool next(SCsvRow& row) {
+        while (true) {
+            const CsvReader before = m_reader;
+            try {
+                const bool isRow = m_reader.next(row);
+                if (m_isAtEnd || !m_reader.rest().empty()) {
+                    return isRow;
+                }
+            } catch (const std::runtime_error& error) {
+                if (m_isAtEnd || !m_reader.rest().empty()) {
+                    throw Failure(ExitStatus::failed, place(m_reader.line()), error.what());
+                }
+            }
+            // The row may go on behind what has been read so far.
+            m_text.erase(0, m_text.length() - before.rest().length());
+            read();
+            m_reader = CsvReader(m_text, m_separator, before.line());
+        }
+    }
+
+    SPlace place(std::size_t line) const { return {m_input.name(), line, 0, {}}; }
+
+private:
+    /// At least as much again as there is, so that a long row is looked at a few times only.
+    void read() {
+        constexpr std::size_t least = 262144;
+        const std::size_t wanted = 2 * m_text.length();
+        do {
+            Bytes piece;
+            m_isAtEnd = m_input.readSome(piece, std::max(least, m_text.length())) == 0;
+            m_text.append(piece.view());
+        } while (!m_isAtEnd && m_text.length() < wanted);
+    }
+
+    Input& m_input;
+    std::string m_text;
+    CsvReader m_reader;
+    char m_separator;
+    bool m_isAtEnd = false;
+};
+
+class Uncsv : public Verb {
+public:
+    const char* name() const override { return "uncsv"; }
+    const char* help() const override { return "Write the records of a table, one a line"; }
+    const char* examples() const override {
+        return "  orvid uncsv people.csv\n"
+               "  orvid uncsv --strings <codes.csv\n"
+               "  orvid uncsv people.csv | orvid join";
+    }
+
+    void addWords(Words& words, SCall& call) override {
+        addFiles(words, call);
+        m_table.addTo(words);
+        words.flag("--strings", m_isTextOnly,
+                   "every field is a string; otherwise numbers, true, false and null without "
+                   "quotes are what they say");
+    }
+
+    ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
+        for (const std::string& file : call.files) {
+            Input input(file);
+            Rows rows(input, m_table.separator());
+            writeRecords(rows, out);
+        }
+        return ExitStatus::done;
+    }
+
+private:
+    void writeRecords(Rows& rows, Output& out) const {
+        SCsvRow row;
+        std::vector<std::string> keys;
+        if (!m_table.hasNoHeader && rows.next(row)) {
+            requireKeys(rows.place(row.line), row.fields);
+            keys = row.fields;
+        }
+        while (rows.next(row)) {
+            const bool isBlank =
+                row.fields.size() == 1 && row.fields[0].empty() && !row.wereQuoted[0];
+            if (!isBlank || keys.size() <= 1) {
+                out.write(jsonLine(record(rows.place(row.line), keys, row), SLayout()));
+            }
+        }
+    }
+
+    static void requireKeys(const SPlace& place, std::vector<std::string> keys) {
+        requireUtf8(place, keys);
+        std::sort(keys.begin(), keys.end());
+        const auto twice = std::adjacent_find(keys.begin(), keys.end());
+        if (twice != keys.end()) {
+            throw Failure(ExitStatus::failed, place, "two columns are called \"" + *twice + "\"");
+        }
+    }
+
+    static void requireUtf8(const SPlace& place, const std::vector<std::string>& fields) {
+        if (!std::all_of(fields.begin(), fields.end(), isUtf8)) {
+            throw Failure(ExitStatus::failed, place, "the row is no UTF-8");
+        }
+    }
+
+    Element record(const SPlace& place, const std::vector<std::string>& keys,
+                   const SCsvRow& row) const {
+        requireUtf8(place, row.fields);
+        if (!m_table.hasNoHeader && row.fields.size() != keys.size()) {
+            throw Failure(ExitStatus::failed, place,
+                          "the row has " + std::to_string(row.fields.size()) +
+                              " fields, the header " + std::to_string(keys.size()));
+        }
+        Element result;
+        Element::create(result.data(),
+                        m_table.hasNoHeader ? ko::Orvid::etArray : ko::Orvid::etObject, &result);
+        for (std::size_t i = 0; i < row.fields.size(); ++i) {
+            Element value = valueOf(row.fields[i], row.wereQuoted[i]);
+            if (m_table.hasNoHeader) {
+                result.array().emplace_back(std::move(value));
+            } else {
+                result.object().emplace(keys[i], std::move(value));
+            }
+        }
+        return result;
+    }
+
+    Element valueOf(const std::string& field, bool wasQuoted) const {
+        Element value(field);
+        if (!m_isTextOnly && !wasQuoted && isJsonField(field)) {
+            readArgument("JSON", field, value);
+        }
+        return value;
+    }
+
+    STableWords m_table;
+    bool m_isTextOnly = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> makeUncsv() { return std::make_unique<Uncsv>(); }
+
+}  // namespace orvid_tool
