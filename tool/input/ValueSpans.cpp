@@ -35,7 +35,7 @@ bool ValueSpans::key(std::string_view text, TokenPlace /*place*/) {
     if (!isAtWay()) {
         return true;
     }
-    const SStep& step = m_wanted.steps[m_depth - 1];
+    const ValueStep& step = m_wanted.steps[m_depth - 1];
     m_isStepKey = step.isKey && text == step.key;
     if (m_reached == m_depth - 1 && m_atReach.isObject() && m_atReach.object().size() < mostKeys) {
         m_atReach.object().emplace(std::string(text), Element());
@@ -49,7 +49,7 @@ bool ValueSpans::leads() {
         return true;
     }
     SOnWay& holder = m_way.back();
-    const SStep& step = m_wanted.steps[m_depth - 1];
+    const ValueStep& step = m_wanted.steps[m_depth - 1];
     return holder.isArray ? !step.isKey && holder.next++ == step.index : m_isStepKey;
 }
 
@@ -103,7 +103,7 @@ Element ValueSpans::way() const {
     constexpr std::uint64_t mostGaps = 1000000;
     Gaps gaps(mostGaps);
     const auto end = m_wanted.steps.begin() + static_cast<std::ptrdiff_t>(m_reached);
-    makeAt(root, std::vector<SStep>(m_wanted.steps.begin(), end), gaps) = m_atReach;
+    makeAt(root, ValueSteps(m_wanted.steps.begin(), end), gaps) = m_atReach;
     return root;
 }
 

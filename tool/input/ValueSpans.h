@@ -20,9 +20,9 @@ namespace orvid_tool {
 
 /// Which values are wanted.
 struct SWanted {
-    bool areItems = false;     ///< of the array at the steps; otherwise the value there
-    bool mayBeOther = false;   ///< what is no array is wanted itself
-    std::vector<SStep> steps;  ///< from the root; without `[*]`
+    bool areItems = false;    ///< of the array at the steps; otherwise the value there
+    bool mayBeOther = false;  ///< what is no array is wanted itself
+    ValueSteps steps;         ///< from the root; without `[*]`
 };
 
 class ValueSpans : public ko::Orvid::TokenSink {

@@ -36,10 +36,10 @@ ReadOptions optionsFor(ValueStream::SReading reading) {
     return options;
 }
 
-std::string pathOf(const std::vector<SStep>& steps) {
+std::string pathOf(const ValueSteps& steps) {
     std::ostringstream path;
     ko::Orvid::PathGenerator generator(path);
-    for (const SStep& step : steps) {
+    for (const ValueStep& step : steps) {
         if (step.isKey) {
             generator.genObjectProperty(step.key);
         } else {

@@ -3,7 +3,8 @@
 // orvid join: an array of all values.
 
 #include "call/Options.h"
-#include "edit/TextEdit.h"
+#include "edit/rewrite.h"
+#include "input/Document.h"
 #include "input/ValueStream.h"
 #include "output/Output.h"
 #include "output/Report.h"
@@ -23,7 +24,8 @@ public:
     void add(const ValueStream& value, bool isStrict) {
         Bytes text;
         if (isStrict || !isPlain(m_layout) ||
-            !rewrite(value.text(), {m_layout.options.indent, false}, nullptr, text)) {
+            !rewrite(value.text(), {m_layout.options.indent, false}, nullptr, wholeOptions(),
+                     text)) {
             text.cut(0);
             value.read(m_value);
             text.append(jsonText(m_value, m_layout));

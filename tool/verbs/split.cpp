@@ -5,8 +5,9 @@
 #include <algorithm>
 
 #include "call/Options.h"
-#include "edit/TextEdit.h"
+#include "edit/rewrite.h"
 #include "input/CallPath.h"
+#include "input/Document.h"
 #include "input/MissingPath.h"
 #include "input/ValueStream.h"
 #include "output/Output.h"
@@ -58,7 +59,7 @@ private:
         SWanted wanted{!m_isOfValues, false, stepsOf(m_path.word())};
         const bool hasPlace = std::all_of(
             wanted.steps.begin(), wanted.steps.end(),
-            [](const SStep& step) { return step.isKey || step.index != ko::Orvid::k_noIndex; });
+            [](const ValueStep& step) { return step.isKey || step.index != ko::Orvid::k_noIndex; });
         if (hasPlace) {
             m_wanted = std::move(wanted);
         }
@@ -73,7 +74,8 @@ private:
         Element value;
         while (values.next()) {
             Bytes line;
-            if (call.isStrict || !rewrite(values.text(), {"", false}, nullptr, line)) {
+            if (call.isStrict ||
+                !rewrite(values.text(), {"", false}, nullptr, wholeOptions(), line)) {
                 values.read(value);
                 line.cut(0);
                 line.append(jsonLine(value, call.layout));

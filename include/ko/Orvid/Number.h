@@ -19,6 +19,16 @@
 
 namespace ko::Orvid {
 
+namespace detail {
+
+/// Whether T is an integer type, except those wider than long long. T may be incomplete.
+template<class T, bool isIntegral = std::is_integral_v<T>>
+inline constexpr bool k_isNarrowInteger = false;
+template<class T>
+inline constexpr bool k_isNarrowInteger<T, true> = sizeof(T) <= sizeof(long long);
+
+}  // namespace detail
+
 /// A number as text, as binary value, or as both. Either side is computed from the other on demand
 /// and then kept. Const operations may run in any number of threads at once. None of them changes
 /// what another one answers, except for the first that reports a refused text (see syncToBinary())
@@ -68,10 +78,9 @@ public:
     /// What a number can be made of: the types of k_isBinary, and the other character types, which
     /// are promoted as in an expression, and the wider floating types, which are rounded to double.
     template<class T>
-    static constexpr bool k_isArithmetic = k_isBinary<T> ||
-                                           (std::is_integral_v<T> && !std::is_same_v<T, bool> &&
-                                            sizeof(T) <= sizeof(long long)) ||
-                                           std::is_floating_point_v<T>;
+    static constexpr bool k_isArithmetic =
+        k_isBinary<T> ||
+        (detail::k_isNarrowInteger<T> && !std::is_same_v<T, bool>) || std::is_floating_point_v<T>;
 
     /// Zero: signed, with the text "0". Constant cost.
     Number();
