@@ -31,7 +31,7 @@ struct QueryOptions {
     std::size_t maxResults = 10'000'000;
     /// How often an evaluation may look at an element: what bounds its time. Long texts that are
     /// compared or searched count once for each piece of 64 or 8 bytes. The default takes some
-    /// seconds.
+    /// seconds, and half a minute of comparisons.
     unsigned long long maxVisits = 1'000'000'000;
     /// How deep filters, parentheses and calls of functions may be nested in the text. More than
     /// k_mostNesting count as that many.
@@ -102,7 +102,7 @@ public:
     std::size_t update(Element& root, const Element& value) const;
     /// Calls `change` with each match: those that lie deeper first, otherwise in the order of the
     /// results. It may change the element and what lies below it. What it throws ends the walk. The
-    /// cost is that of select(), and n log n for putting n matches in order.
+    /// cost is that of select(), n log n for n matches, and a look at each element above them.
     std::size_t updateEach(Element& root, const std::function<void(Element&)>& change) const;
     ///@}
 
