@@ -69,6 +69,7 @@ public:
         std::stable_sort(byDepth.begin(), byDepth.end(),
                          [](const auto& a, const auto& b) { return a.first > b.first; });
         std::vector<Element*> result;
+        result.reserve(byDepth.size());
         for (const auto& [depth, element] : byDepth) {
             result.push_back(element);
         }
