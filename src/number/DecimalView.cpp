@@ -75,6 +75,30 @@ std::size_t mixed(std::size_t hash, std::size_t value) {
     return hash ^ hash >> (sizeof hash * 4);
 }
 
+/// All 64 bits, also where std::size_t has fewer.
+std::size_t mixedWhole(std::size_t hash, unsigned long long value) {
+    hash = mixed(hash, static_cast<std::size_t>(value));
+    if constexpr (sizeof hash < sizeof value) {
+        hash = mixed(hash, static_cast<std::size_t>(value >> 32U));
+    }
+    return hash;
+}
+
+/// Of a value whose significant digits, without zeros around them, are a number of 64 bits.
+std::size_t hashOfFew(bool isNegative, long long power, unsigned long long digits) {
+    const std::size_t hash = mixedWhole(isNegative ? 1 : 2, static_cast<unsigned long long>(power));
+    return mixedWhole(hash, digits);
+}
+
+/// The digits appended to those of `value`.
+unsigned long long valueOf(std::string_view digits, unsigned long long value) {
+    constexpr unsigned long long base = 10;
+    for (const char digit : digits) {
+        value = value * base + static_cast<unsigned long long>(digit - '0');
+    }
+    return value;
+}
+
 }  // namespace
 
 int DecimalPower::compare(const DecimalPower& other) const noexcept {
@@ -176,13 +200,27 @@ int DecimalView::compare(const DecimalView& other) const noexcept {
     return sign * (byPower != 0 ? byPower : compareDigits(other));
 }
 
+std::size_t DecimalView::hashOf(long long value) noexcept {
+    constexpr unsigned long long base = 10;
+    const bool isNegative = value < 0;
+    auto digits = static_cast<unsigned long long>(isNegative ? -value : value);
+    long long power = 0;
+    for (; digits != 0 && digits % base == 0; digits /= base) {
+        ++power;
+    }
+    for (unsigned long long rest = digits; rest >= base; rest /= base) {
+        ++power;
+    }
+    return hashOfFew(isNegative, power, digits);
+}
+
 std::size_t DecimalView::hash() const {
+    if (isNumber() && m_power.beyond.empty() && digitCount() <= k_fewDigits) {
+        return hashOfFew(m_isNegative, m_power.value, valueOf(m_rest, valueOf(m_first, 0)));
+    }
     const std::size_t signs = (m_isNegative ? 1U : 0U) + (m_power.isNegative ? 2U : 0U);
     std::size_t result = mixed(static_cast<std::size_t>(m_rank) + 1, signs << 3U);
-    result = mixed(result, static_cast<std::size_t>(m_power.value));
-    if constexpr (sizeof result < sizeof m_power.value) {
-        result = mixed(result, static_cast<std::size_t>(m_power.value >> 32));
-    }
+    result = mixedWhole(result, static_cast<unsigned long long>(m_power.value));
     result = mixed(result, std::hash<std::string>()(m_power.beyond));
     if (m_rest.empty()) {
         return mixed(result, std::hash<std::string_view>()(m_first));

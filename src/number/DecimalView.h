@@ -42,7 +42,13 @@ public:
 
     /// -1, 0 or 1.
     int compare(const DecimalView& other) const noexcept;
+    /// Equal for equal values, and hashOf() for integers of few digits.
     std::size_t hash() const;
+
+    /// The most digits of which every number is within 64 bits.
+    static constexpr std::size_t k_fewDigits = 18;
+    /// The hash of a whole number of up to k_fewDigits digits.
+    static std::size_t hashOf(long long value) noexcept;
 
 private:
     enum class Rank { below, number, above, notANumber, text };

@@ -19,10 +19,9 @@ namespace {
 /// Reads an integer of few digits; answers false for all that may need more than 64 bits or is
 /// written in another way.
 bool readSmall(std::string_view text, long long& value) noexcept {
-    constexpr std::size_t safeDigits = 18;
     const char* const end = text.data() + text.size();
-    return text.size() <= safeDigits && std::from_chars(text.data(), end, value).ptr == end &&
-           !text.empty();
+    return text.size() <= DecimalView::k_fewDigits &&
+           std::from_chars(text.data(), end, value).ptr == end && !text.empty();
 }
 
 }  // namespace
@@ -61,5 +60,8 @@ DecNumber Number::decimal() const {
 
 std::size_t std::hash<ko::Orvid::Number>::operator()(const ko::Orvid::Number& number) const {
     ko::Orvid::NumberBuffer buffer;
-    return ko::Orvid::DecimalView(number.exactTextIn(buffer)).hash();
+    const std::string_view text = number.exactTextIn(buffer);
+    long long value = 0;
+    return ko::Orvid::readSmall(text, value) ? ko::Orvid::DecimalView::hashOf(value)
+                                             : ko::Orvid::DecimalView(text).hash();
 }

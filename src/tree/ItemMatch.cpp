@@ -10,7 +10,8 @@ namespace ko::Orvid {
 
 bool itemMatches(const Element& item, const Path& itemPath, const Element& value) {
     try {
-        return Element::compare(value.data(), item.get(itemPath).data()) == 0;
+        const Element& part = itemPath.empty() ? item : item.get(itemPath);
+        return Element::compare(value.data(), part.data()) == 0;
     } catch (const Exception&) {
         return false;
     }

@@ -11,6 +11,7 @@
 #include <ko/Exception.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <set>
 #include <string>
@@ -150,6 +151,23 @@ TEST(NumberDecimal, is_the_exact_value) {
         0);
     EXPECT_THROW((void)Number("12abc").decimal(), ko::RuntimeError);
     EXPECT_THROW((void)Number(k_nan).decimal(), ko::RuntimeError);
+}
+
+TEST(NumberHash, is_that_of_the_value_however_long_and_however_spelled) {
+    const std::hash<Number> hash;
+    for (const char* const text :
+         {"0", "7", "-7", "10", "-1200", "99999999999999999", "-99999999999999999",
+          "100000000000000000", "999999999999999999", "-999999999999999999", "1234567890123456789",
+          "-12345678901234567890123"}) {
+        const std::string number = text;
+        for (const std::string& other : {number + ".0", number + "e0", number + "0e-1"}) {
+            EXPECT_EQ(hash(Number(number)), hash(Number(other))) << other;
+        }
+        EXPECT_NE(hash(Number(number)), hash(Number(number + "1"))) << number;
+        EXPECT_NE(hash(Number(number)), hash(Number(number + ".5"))) << number;
+    }
+    EXPECT_EQ(hash(Number(-1200)), hash(Number("-12e2")));
+    EXPECT_EQ(hash(Number(0.5)), hash(Number("5e-1")));
 }
 
 TEST(NumberIsWhole, goes_by_the_value) {
