@@ -4,6 +4,7 @@
 
 #include <ko/Orvid/PathException.h>
 
+#include "core/elementType.h"
 #include "core/TextStream.h"
 
 namespace ko::Orvid {
@@ -29,7 +30,10 @@ void KeyNotFound::generateWhat(std::string& out) const {
 
 PathNotFound::PathNotFound(const Element* element, const std::string& path, const std::string& key,
                            const Orvid::Exception* cause)
-    : Exception(element, cause), m_path(path), m_key(key) {}
+    : Exception(element, cause),
+      m_path(path),
+      m_key(key),
+      m_stoppedAt(element == nullptr ? etEmpty : elementType(*element)) {}
 
 PathNotFound::PathNotFound(const PathNotFound&) = default;
 

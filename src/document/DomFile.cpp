@@ -43,19 +43,27 @@ std::string reasonOf(const ParseException& error) {
     return place + error.message().substr(0, error.message().find('\n'));
 }
 
-/// What the document would write that is no JSON. One that keeps its source may have been read with
-/// bytes that are no UTF-8, and writes them as they were.
-std::optional<WriteFault> faultOf(const Dom& dom, WriteOptions options, bool keepsSource) {
-    options.allowInvalidUtf8 = options.allowInvalidUtf8 || keepsSource;
+/// Of a document that is written with its source. One that may have been read with bytes that are
+/// no UTF-8, as halves of surrogate pairs give, writes them as they were.
+WriteOptions optionsFor(const Source* source) {
+    WriteOptions options;
+    if (source != nullptr) {
+        const ReadOptions& read = source->options();
+        options.allowInvalidUtf8 = !read.validateUtf8 || !read.rejectLoneSurrogates;
+    }
+    return options;
+}
+
+/// What the document would write that is no JSON.
+std::optional<WriteFault> faultOf(const Dom& dom, const WriteOptions& options) {
     return findWriteFault(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
 }
 
-void requireWritable(const Dom& dom, const WriteOptions& options, bool keepsSource,
-                     const std::string& file) {
+void requireWritable(const Dom& dom, const WriteOptions& options, const std::string& file) {
     if (dom.root() == nullptr) {
         throw FileException(file, k_write, k_noRoot);
     }
-    if (const auto fault = faultOf(dom, options, keepsSource)) {
+    if (const auto fault = faultOf(dom, options)) {
         const Exception cause(fault->message, fault->element);
         throw FileException(file, k_write,
                             std::string(fault->message) + ", at \"" + fault->element->path() + "\"",
@@ -121,7 +129,7 @@ std::string Dom::text() const {
     if (m_root == nullptr) {
         throw Exception(k_noRoot);
     }
-    if (const auto fault = faultOf(*this, WriteOptions(), m_source != nullptr)) {
+    if (const auto fault = faultOf(*this, optionsFor(m_source.get()))) {
         throw Exception(fault->message, fault->element);
     }
     return m_source ? sourceText() : generated(*this, WriteOptions());
@@ -138,7 +146,7 @@ std::string Dom::sourceText() const {
 }
 
 void Dom::save(const std::string& file) const {
-    requireWritable(*this, WriteOptions(), m_source != nullptr, file);
+    requireWritable(*this, optionsFor(m_source.get()), file);
     const std::string content = m_source ? sourceText() : generated(*this, WriteOptions());
     if (isLoadedFrom(file)) {
         m_version->replace(file, content, m_source->text());
@@ -148,7 +156,7 @@ void Dom::save(const std::string& file) const {
 }
 
 void Dom::save(const std::string& file, const WriteOptions& options) const {
-    requireWritable(*this, options, false, file);
+    requireWritable(*this, options, file);
     if (isLoadedFrom(file)) {
         m_version->replace(file, generated(*this, options), m_source->text());
     } else {

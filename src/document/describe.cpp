@@ -72,11 +72,21 @@ std::string describeType(const TypeException<EType>& error) {
                     nameOf(error.requested()));
 }
 
+/// What the element where the walk stopped is, if it cannot have such a step at all.
+std::string describeStop(const PathNotFound& error) {
+    const bool isIndex = !error.key().empty() && error.key().front() == '[';
+    const EType type = error.stoppedAt();
+    if (error.elementPath() == nullptr || type == etObject || (type == etArray && isIndex)) {
+        return "";
+    }
+    return std::string(" is ") + nameOf(type) + " and";
+}
+
 std::string describePath(const PathNotFound& error) {
     const std::string* const stop = error.elementPath();
     return "The path " + quoted(error.path()) +
-           " leads nowhere: " + (stop == nullptr ? "its start" : elementText(*stop)) + " has no " +
-           quoted(error.key()) + ".";
+           " leads nowhere: " + (stop == nullptr ? "its start" : elementText(*stop)) +
+           describeStop(error) + " has no " + quoted(error.key()) + ".";
 }
 
 std::string describeKey(const KeyNotFound& error) {

@@ -46,7 +46,7 @@ const Element& Element::at(std::size_t position) const {
     const Element* const found = item(position);
     if (found == nullptr) {
         const std::string step = "[" + std::to_string(position) + "]";
-        throw PathNotFound(this, step, step);
+        throw PathNotFound(this, path() + step, step);
     }
     return *found;
 }

@@ -9,11 +9,25 @@
 #include <string>
 #include <utility>
 
+#include "path/PathText.h"
 #include "tree/Containment.h"
 #include "tree/Place.h"
 #include "tree/Strays.h"
 
 namespace ko::Orvid {
+
+namespace {
+
+[[noreturn]] void throwNoMember(const Element* object, std::string_view key) {
+    std::string path = object == nullptr ? "" : object->path();
+    if (!path.empty()) {
+        path += '.';
+    }
+    appendEscaped(path, key);
+    throw PathNotFound(object, path, std::string(key));
+}
+
+}  // namespace
 
 template<class Key, class Value, class Compare>
 Object<Key, Value, Compare>::Object(Value* parent) {
@@ -118,7 +132,7 @@ template<class Key, class Value, class Compare>
 const Value& Object<Key, Value, Compare>::at(std::string_view key) const {
     const auto member = this->find(key);
     if (member == this->end()) {
-        throw PathNotFound(parent(), std::string(key), std::string(key));
+        throwNoMember(parent(), key);
     }
     return member->second;
 }

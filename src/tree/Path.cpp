@@ -14,6 +14,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/elementType.h"
 #include "path/PathText.h"
 #include "tree/Ancestors.h"
 #include "tree/followPlain.h"
@@ -97,6 +98,8 @@ std::ostream& Path::elementPath(std::ostream& out, const Element& element,
 }
 
 std::string pathText(const Element& element) { return element.path(); }
+
+EType elementType(const Element& element) noexcept { return element.type(); }
 
 }  // namespace ko::Orvid
 

@@ -22,6 +22,8 @@ namespace ko {
 /// std::bad_alloc. What it needs is a small multiple of the digits that the caller already holds.
 class KO_API DecNumber {
 public:
+    /// Zero.
+    DecNumber();
     explicit DecNumber(long long value);
     explicit DecNumber(unsigned long long value);
     /// Of every other integer type. Characters count as numbers.
@@ -100,7 +102,6 @@ private:
             return static_cast<unsigned long long>(value);
         }
     }
-    DecNumber();
 
     std::unique_ptr<SImpl> m_impl;
 };

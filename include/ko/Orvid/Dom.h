@@ -55,7 +55,8 @@ public:
     ///
     /// Reading the text back, with the options it was read with, gives a tree that is equal to this
     /// one. Without a change it is the text that was read, byte for byte. Throws Exception, with
-    /// the element in error as context, for what JSON cannot express, and where there is no root.
+    /// the element in error as context, for what JSON cannot express (a text that is no UTF-8 among
+    /// it, unless it was read with options that may let one in), and where there is no root.
     /// Linear cost, except for arrays in which many items changed at once.
     std::string text() const;
 

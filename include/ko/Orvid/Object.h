@@ -8,7 +8,9 @@
 #include <ko/Orvid/Element.h>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace ko::Orvid {
@@ -55,6 +57,10 @@ public:
     /// root where `value` has children. Where this object lies within `value`, a copy is set, and
     /// `value` stays as it is. Throws std::bad_alloc, with both as they were.
     std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);
+    template<class Text, class = std::enable_if_t<std::is_same_v<Text, std::string_view>>>
+    std::pair<iterator, bool> insert_or_assign(Text key, Value&& value) {
+        return insert_or_assign(Key(key), std::move(value));
+    }
     /// Appends a member with that key and a value made of the arguments, unless the key is there
     /// already. Answers the member and whether it is new. O(log n). As insert_or_assign()
     /// otherwise.
@@ -63,9 +69,14 @@ public:
     std::pair<iterator, bool> emplace(Key key, Arguments&&... arguments) {
         return emplace(std::move(key), Value(std::forward<Arguments>(arguments)...));
     }
+    template<class Text, class... Arguments,
+             class = std::enable_if_t<std::is_same_v<Text, std::string_view>>>
+    std::pair<iterator, bool> emplace(Text key, Arguments&&... arguments) {
+        return emplace(Key(key), std::forward<Arguments>(arguments)...);
+    }
 
-    /// The value of the member with that key. O(log n). Throws PathNotFound, with the parent as
-    /// context, when there is none.
+    /// The value of the member with that key. O(log n). Throws PathNotFound, with the path from the
+    /// root and the parent as context, when there is none.
     Value& at(std::string_view key);
     const Value& at(std::string_view key) const;
     /// The value of the member with that key; a null member is appended when there is none. O(log

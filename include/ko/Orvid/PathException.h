@@ -6,6 +6,7 @@
 #pragma once
 
 #include <ko/Orvid/Exception.h>
+#include <ko/Orvid/types.h>
 
 #include <string>
 
@@ -44,10 +45,13 @@ public:
 
     const std::string& path() const { return m_path; }
     const std::string& key() const { return m_key; }
+    /// The type of the element where the walk stopped; etEmpty where none is known.
+    EType stoppedAt() const { return m_stoppedAt; }
 
 private:
     std::string m_path;
     std::string m_key;
+    EType m_stoppedAt;
 };
 
 }  // namespace ko::Orvid

@@ -140,6 +140,12 @@ TYPED_TEST(DecNumberToInteger, gives_back_random_values_of_the_type) {
     }
 }
 
+TEST(DecNumber, is_zero_without_a_value) {
+    EXPECT_EQ(DecNumber(), DecNumber(0));
+    EXPECT_EQ(DecNumber().toString(), "0");
+    EXPECT_EQ((DecNumber() + DecNumber(7)).toString(), "7");
+}
+
 TEST(DecNumber, converts_negative_integers_toward_zero) {
     EXPECT_EQ(-12, static_cast<int>(DecNumber(std::string("-12.999"))));
     EXPECT_EQ(-12, static_cast<char>(DecNumber(std::string("-12.999"))));

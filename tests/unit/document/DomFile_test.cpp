@@ -27,6 +27,7 @@ namespace {
 
 using ko::Orvid::Dom;
 using ko::Orvid::Element;
+using ko::Orvid::Exception;
 using ko::Orvid::FileException;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
@@ -189,6 +190,16 @@ TEST(DomFile, saves_no_text_that_is_no_utf8_unless_told_to) {
     options.asciiOnly = false;
     dom.save(folder.file("bytes"), options);
     EXPECT_EQ(contentOf(folder.file("bytes")), "{\"a\":[\"\xFF\"]}");
+}
+
+TEST(DomFile, takes_no_text_that_is_no_utf8_into_a_source_that_has_none) {
+    Dom dom = Dom::parse(R"({"a": [1]})");
+    dom.root()->get("a[0]") = "\xFF";
+    EXPECT_EQ(failureToSave(dom).reason(), "The string is no valid UTF-8, at \"a[0]\"");
+    const auto error = thrownBy<Exception>([&] { static_cast<void>(dom.text()); });
+    EXPECT_EQ(*error.elementPath(), "a[0]");
+    const Dom lenient = Dom::parse("[\"\xFF\"]", ReadOptions());
+    EXPECT_EQ(lenient.text(), "[\"\xFF\"]") << "as it was read";
 }
 
 TEST(DomFile, saves_no_key_that_is_no_utf8) {

@@ -59,6 +59,14 @@ TEST(Describe, tells_where_a_path_stopped) {
               "The path \"list[7].name\" leads nowhere: the element \"list\" has no \"[7]\".");
     EXPECT_EQ(sentenceOf([&] { document.root.get("colour"); }),
               "The path \"colour\" leads nowhere: the root has no \"colour\".");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list.x"); }),
+              "The path \"list.x\" leads nowhere: the element \"list\" is an array and has no "
+              "\"x\".");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("list[0][1]"); }),
+              "The path \"list[0][1]\" leads nowhere: the element \"list[0]\" is a number and has "
+              "no \"[1]\".");
+    EXPECT_EQ(sentenceOf([] { Element().create("a", 1); }),
+              "The path \"a\" leads nowhere: the root is null and has no \"a\".");
     EXPECT_EQ(sentenceOf([] { throw ko::Orvid::PathNotFound(nullptr, "a", "b"); }),
               "The path \"a\" leads nowhere: its start has no \"b\".");
 }

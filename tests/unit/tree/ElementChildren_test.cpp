@@ -47,9 +47,13 @@ TEST(ElementChildren, at_throws_with_the_path_of_the_element) {
     const auto missingItem = thrownBy<PathNotFound>([&] { doc.root.get("o.list").at(1); });
     EXPECT_EQ(*missingItem.elementPath(), "o.list");
     EXPECT_EQ(missingItem.key(), "[1]");
+    EXPECT_EQ(missingItem.path(), "o.list[1]");
+    EXPECT_EQ(missingItem.stoppedAt(), ko::Orvid::etArray);
     const auto missingMember = thrownBy<PathNotFound>([&] { doc.root.get("o").at("x"); });
     EXPECT_EQ(*missingMember.elementPath(), "o");
     EXPECT_EQ(missingMember.key(), "x");
+    EXPECT_EQ(missingMember.path(), "o.x");
+    EXPECT_EQ(thrownBy<PathNotFound>([&] { doc.root.at("a.b"); }).path(), "a\\.b");
     const auto noArray = thrownBy<TypeException<EType>>([&] { doc.root.get("o").at(0); });
     EXPECT_EQ(*noArray.elementPath(), "o");
     EXPECT_EQ(noArray.requested(), ko::Orvid::etArray);
@@ -102,7 +106,9 @@ TEST(Object, emplace_keeps_a_member_that_is_there) {
     const auto [added, isAdded] = object.emplace("b", "x");
     EXPECT_TRUE(isAdded);
     EXPECT_EQ(added->second.path(), "b");
-    EXPECT_EQ(compact(doc.root), R"({"a": 1,"b": "x"})");
+    EXPECT_TRUE(object.emplace(std::string_view("c"), 3).second);
+    EXPECT_FALSE(object.insert_or_assign(std::string_view("c"), Element(4)).second);
+    EXPECT_EQ(compact(doc.root), R"({"a": 1,"b": "x","c": 4})");
     CHECK_LINKS(doc.root);
 }
 

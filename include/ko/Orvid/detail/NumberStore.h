@@ -15,6 +15,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace ko::Orvid {
 
@@ -129,7 +130,16 @@ private:
             return nullptr;
         }
         // NOLINTNEXTLINE(performance-no-int-to-ptr): a tag in the word tells it from a binary value
-        return reinterpret_cast<SHeap*>(static_cast<std::uintptr_t>(word));
+        return reinterpret_cast<SHeap*>(addressIn(word));
+    }
+    /// Without a cast where the types are one, which some compilers are asked to report.
+    template<class Word>
+    static std::uintptr_t addressIn(Word word) noexcept {
+        if constexpr (std::is_same_v<Word, std::uintptr_t>) {
+            return word;
+        } else {
+            return static_cast<std::uintptr_t>(word);
+        }
     }
     SHeap* heap() const noexcept {
         return isWide() ? heapOf(m_word.load(std::memory_order_acquire))
