@@ -7,9 +7,18 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <chrono>
+#include <deque>
+#include <filesystem>
+#include <list>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -41,6 +50,31 @@ ORVID_FIELDS(Named, inner)
 constexpr const char* k_described =
     R"({"meta":{"schema":{"properties":{"inner":{"properties":{"name":{)"
     R"("default":"a default that is longer than what fits in place"}}}}}}})";
+
+struct Machine {
+    std::optional<Inner> engine;
+    std::vector<Inner> parts;
+};
+ORVID_FIELDS(Machine, engine, parts)
+
+constexpr const char* k_machine =
+    R"({"meta":{"schema":{"properties":{"engine":{"properties":{"name":{)"
+    R"("default":"a default that is longer than what fits in place"}}},"parts":{)"
+    R"("default":[{"name":"n"},{}],"items":{"properties":{"name":{)"
+    R"("default":"another default that is longer than what fits in place"}}}}}}}})";
+constexpr const char* k_unnamed =
+    R"({"meta":{"schema":{"properties":{"parts":{"default":[{"name":"n"},{}]}}}}})";
+
+enum class Level { low, high };
+ORVID_NAMES(Level, {{Level::low, "low"}, {Level::high, "a name that is not held in place"}})
+
+using Types = std::tuple<std::set<std::string>, std::deque<Level>, std::pair<bool, double>,
+                         std::array<std::chrono::seconds, 2>, std::filesystem::path,
+                         ko::Orvid::Number, std::unordered_map<std::string, std::list<long>>>;
+constexpr const char* k_types =
+    R"([["a text that is not held in place"],["low","a name that is not held in place"],)"
+    R"([true,0.25],[1,2],"/a/path/that/is/not/held/in/place",12345678901234567890123456789,)"
+    R"({"a key that is not held in place":[-1]}])";
 
 using Records = std::map<std::string, std::vector<Record>>;
 using Values = std::vector<std::variant<int, std::map<std::string, std::string>, Element>>;
@@ -74,6 +108,40 @@ const std::vector<Operation> k_conversions = {
      [](Trees& trees) {
          const auto named = parse(k_described).to<Named>();
          return named.inner.name + std::to_string(trees.root.object().size());
+     }},
+    {"to_with_defaults_in_defaults", Leaves::everything,
+     [](Trees&) {
+         const auto machine = parse(k_machine).to<Machine>();
+         return machine.engine->name + machine.parts.at(1).name;
+     }},
+    {"to_without_a_field_in_a_default", Leaves::everything,
+     [](Trees&) {
+         try {
+             parse(k_unnamed).to<Machine>();
+         } catch (const ko::Orvid::PathNotFound& error) {
+             return error.path();
+         }
+         return std::string("nothing thrown");
+     }},
+    {"types_of_the_standard_library", Leaves::everything,
+     [](Trees&) { return serialize(Element::from(parse(k_types).to<Types>())); }},
+    {"a_name_that_there_is_not", Leaves::everything,
+     [](Trees& trees) {
+         try {
+             trees.root.get("s").to<Level>();
+         } catch (const ko::Orvid::Exception& error) {
+             return *error.elementPath();
+         }
+         return std::string("nothing thrown");
+     }},
+    {"set_what_has_no_name", Leaves::everything,
+     [](Trees& trees) {
+         try {
+             trees.root.get("a").set(std::vector<Level>{Level::high, static_cast<Level>(7)});
+         } catch (const ko::Orvid::Exception& error) {
+             return *error.elementPath();
+         }
+         return std::string("nothing thrown");
      }},
     {"to_without_a_field", Leaves::everything,
      [](Trees& trees) {

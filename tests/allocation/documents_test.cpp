@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+//
+// Whole documents while memory is refused: texts to trees and back, records, sources that are kept.
+
+#include <ko/Orvid.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/EachAllocation.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::Exception;
+using ko::Orvid::JsonLines;
+using ko::Orvid::JsonPath;
+using ko::Orvid::parse;
+using ko::Orvid::ReadOptions;
+using ko::Orvid::serialize;
+using ko::Orvid::WriteOptions;
+
+constexpr const char* k_lines =
+    "{\"id\":1,\"name\":\"a name that is not held in place\"}\n\n[2] x\n[3,[4]]\n";
+constexpr const char* k_source =
+    "{ // a comment\n  \"a name that is not held in place\": [1, 2.50,],\n  \"b\": true\n}\n";
+
+/// The records, and the line of the one in error.
+std::string readLines() {
+    std::istringstream in(k_lines);
+    JsonLines lines(in);
+    std::string read;
+    for (bool isDone = false; !isDone;) {
+        try {
+            for (const Element& record : lines) {
+                read += std::to_string(lines.number()) + serialize(record);
+            }
+            isDone = true;
+        } catch (const Exception&) {
+            read += "fault in " + std::to_string(lines.number());
+        }
+    }
+    return read;
+}
+
+std::string editedText() {
+    Dom dom = Dom::parse(k_source);
+    Element& list = dom.root()->get("a name that is not held in place");
+    list.array().insert(std::size_t{1}, Element("an item that is not held in place"));
+    dom.root()->get("b").set(false);
+    return dom.text() + std::to_string(dom.placeOf(list)->key.column);
+}
+
+std::string refused(const Element& element) {
+    try {
+        return serialize(element);
+    } catch (const Exception& error) {
+        return *error.elementPath();
+    }
+}
+
+const std::vector<Operation> k_documents = {
+    {"parse", Leaves::everything, [](Trees&) { return compact(parse(Trees::k_text)); }},
+    {"parse_a_stream", Leaves::everything,
+     [](Trees&) {
+         std::istringstream in(Trees::k_text);
+         return compact(parse(in));
+     }},
+    {"parse_with_comments", Leaves::everything,
+     [](Trees&) { return compact(parse(k_source, ReadOptions::jsonc())); }},
+    {"serialize", Leaves::everything, [](Trees& trees) { return serialize(trees.root); }},
+    {"serialize_indented", Leaves::everything,
+     [](Trees& trees) { return serialize(trees.root, WriteOptions::pretty(2)); }},
+    {"refuse_to_serialize", Leaves::everything,
+     [](Trees&) {
+         Element element = parse("{\"a name that is not held in place\":[1]}");
+         element.get("a name that is not held in place[0]") = Element::k_emptyElement;
+         return refused(element);
+     }},
+    {"read_lines", Leaves::everything, [](Trees&) { return readLines(); }},
+    {"edit_a_source", Leaves::everything, [](Trees&) { return editedText(); }},
+    {"normalized_path", Leaves::everything,
+     [](Trees& trees) {
+         const JsonPath query("$.a.list[3][2][0]");
+         return JsonPath::of(*query.first(trees.root));
+     }},
+};
+
+class DocumentsWithoutMemory : public testing::TestWithParam<Operation> {};
+
+TEST_P(DocumentsWithoutMemory, are_read_and_written_whole_or_not_at_all) {
+    failEachAllocation(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, DocumentsWithoutMemory, testing::ValuesIn(k_documents),
+                         [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace orvid_test
