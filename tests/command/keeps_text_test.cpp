@@ -129,4 +129,32 @@ TEST(keeps_text, of_scalars_with_and_without_the_short_cut) {
     }
 }
 
+TEST(keeps_text, of_records_when_a_scalar_takes_the_place_of_another) {
+    EXPECT_EQ(
+        orvid({"set", "--lines", "b[0]", "7"},
+              "{\"a\": 1, \"b\": [1, 2]}\n\n{\"b\":[\"x\"] /* b */, \"a\" : 1e2}\n{\"b\":[7.0]}\n"),
+        printed("{\"a\": 1, \"b\": [7, 2]}\n{\"b\":[7] /* b */, \"a\" : 1e2}\n"
+                "{\"b\":[7.0]}\n"));
+}
+
+TEST(keeps_text, with_every_token_that_is_equal_already) {
+    const std::string before = "// comment\n{ \"v\" : ";
+    for (const char* const token : {"1", "1.0", "10e-1", "\"\\u0061\"", "\"a\"", "true", "null"}) {
+        const std::string document = before + token + ", } // end";
+        for (const char* const value : {"1", "\"a\"", "true", "null"}) {
+            const bool isEqual = orvid({"get", "v"}, document).out == std::string(value) + "\n" ||
+                                 (value[0] == '1' && token[0] == '1');
+            EXPECT_EQ(orvid({"set", "v", value}, document),
+                      printed(isEqual ? document : before + value + ", } // end"));
+        }
+    }
+    EXPECT_EQ(orvid({"set", "v", "0"}, before + "-0}"), printed(before + "0}"));
+    EXPECT_EQ(orvid({"set", "v", "1.50"}, before + "1.5}"), printed(before + "1.50}"));
+}
+
+TEST(keeps_text, after_a_mark_when_there_are_comments) {
+    EXPECT_EQ(orvid({"set", "a", "2"}, "\xEF\xBB\xBF// one\n{\"a\": 1,}"),
+              printed("\xEF\xBB\xBF// one\n{\"a\": 2,}"));
+}
+
 }  // namespace

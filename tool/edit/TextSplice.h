@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Putting one scalar in the place of another in JSON text, without a tree: a short cut for text of
-// the common kind, which may be long.
+// Putting one scalar in the place of another in JSON text, without a tree: a short cut for the
+// usual edit, of text that may be long.
 
 #pragma once
 
@@ -15,10 +15,17 @@
 
 namespace orvid_tool {
 
-/// Appends the text with the value at the steps, all other bytes as they are. Answers false, with
-/// nothing appended, where the library has to be asked: where either value is a container, where
-/// there is none at the steps, and of text that strict reading refuses.
-bool splice(std::string_view text, const ValueSteps& steps, const ko::Orvid::Element& value,
-            Bytes& out);
+/// The value to be put.
+struct SScalar {
+    const ko::Orvid::Element& element;
+    std::string_view text;  ///< the same as JSON
+};
+
+/// Appends the text with the value at the steps, all other bytes as they are: what the library
+/// would make of it. Answers false, with nothing appended, where the library has to be asked: where
+/// either value is a container, where there is none at the steps, of text that `options` refuse and
+/// of what repeats a key.
+bool splice(std::string_view text, const ValueSteps& steps, const SScalar& value,
+            const ko::Orvid::ReadOptions& options, Bytes& out);
 
 }  // namespace orvid_tool

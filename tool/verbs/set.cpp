@@ -82,30 +82,42 @@ private:
             m_textEdits.size() > mostPasses) {
             return false;
         }
+        if (!call.layout.isAsked && spliceAll(call, document, out)) {
+            return true;
+        }
         if (keepsText(call, document)) {
-            return spliceAll(call, document, out);
+            return false;
         }
         out.append(call.layout.isAsked ? std::string_view() : document.mark);
         return rewriteAll(call, document, out);
     }
 
+    /// All but the last of the edits go through a text of their own.
     bool spliceAll(const SCall& call, const Document& document, Bytes& out) const {
         Bytes edited;
         std::string_view text = document.text;
-        for (std::size_t i = 0; i < m_textEdits.size(); ++i) {
+        for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {
             Bytes next;
-            if (!splice(text, m_textEdits[i].steps, assignments()[i].value, next)) {
+            if (!spliceOne(call, text, i, next)) {
                 return false;
             }
             edited = std::move(next);
             text = edited.view();
         }
-        if (call.lines.isOn) {
-            appendKept(call, document, text, out);
-            return true;
+        const std::size_t start = out.length();
+        out.append(call.lines.isOn ? document.mark : std::string_view());
+        if (!spliceOne(call, text, m_textEdits.size() - 1, out)) {
+            out.cut(start);
+            return false;
         }
-        out.swap(edited);
+        out.append(call.lines.isOn ? "\n" : "");
         return true;
+    }
+
+    bool spliceOne(const SCall& call, std::string_view text, std::size_t index, Bytes& out) const {
+        const std::string_view line = m_textEdits[index].value;
+        const SScalar value{assignments()[index].value, line.substr(0, line.length() - 1)};
+        return splice(text, m_textEdits[index].steps, value, editOptions(call), out);
     }
 
     bool rewriteAll(const SCall& call, const Document& document, Bytes& out) const {
