@@ -26,7 +26,7 @@ TEST(split, writes_an_item_a_line) {
 
 TEST(split, refuses_what_has_no_items) {
     EXPECT_EQ(orvid({"split"}, "{}"),
-              failed(1, "(standard input):1:1: at (root): an object has no items to split"));
+              failed(1, "(standard input): at (root): an object has no items to split"));
     EXPECT_EQ(orvid({"split", "--in", "a", "--values"}, "{}"),
               failed(2, "--in and --values exclude each other; see orvid split --help"));
 }
@@ -98,12 +98,13 @@ TEST(split, tells_of_a_way_that_leads_nowhere_or_twice) {
 }
 
 TEST(split, takes_the_items_of_each_line) {
-    EXPECT_EQ(orvid({"split", "--lines", "--in", "s", "--on-error=skip"},
-                    "{\"s\":[1,[2]]}\n{\"s\":[]}\n{}\n{\"s\":[3]}\n"),
-              (CommandResult{"1\n[2]\n3\n",
-                             "orvid: (standard input):3: at (root): path \"s\" not found, there is "
-                             "no \"s\"\n",
-                             1, 0}));
+    EXPECT_EQ(
+        orvid({"split", "--lines", "--in", "s", "--on-error=skip"},
+              "{\"s\":[1,[2]]}\n{\"s\":[]}\n{}\n{\"s\":[3]}\n"),
+        (CommandResult{"1\n[2]\n3\n",
+                       "orvid: (standard input):3:1: at (root): path \"s\" not found, there is "
+                       "no \"s\"\n",
+                       1, 0}));
 }
 
 TEST(join, makes_one_array_of_all_files) {

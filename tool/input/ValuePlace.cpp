@@ -17,16 +17,7 @@ namespace {
 
 using ko::Orvid::Dom;
 using ko::Orvid::Element;
-using ko::Orvid::ReadOptions;
 using ko::Orvid::SourcePlace;
-
-/// Those of readTree(): the text was read before, so they can take all that any verb takes.
-ReadOptions options() {
-    ReadOptions options;
-    options.requireWholeDocument = true;
-    options.allowTrailingCommas = true;
-    return options;
-}
 
 /// Appending the document may have given the tree back already.
 std::optional<SourcePlace> placeInKept(const std::string& path, Document& document) {
@@ -44,7 +35,7 @@ std::optional<SourcePlace> placeInText(const std::string& path, Document& docume
     if (!isRecord) {
         document.root = Element();
     }
-    const Dom read = Dom::parse(document.text, options());
+    const Dom read = Dom::parse(document.text, wholeOptions());
     if (isRecord && *read != document.root) {
         return std::nullopt;
     }
