@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -16,31 +17,35 @@ namespace ko::Orvid::text {
 class StepFollower {
 public:
     /// The steps must outlive it.
-    explicit StepFollower(const ValueSteps& steps) : m_steps(steps) { m_way.reserve(steps.size()); }
+    explicit StepFollower(const ValueSteps& steps) : m_steps(steps) {
+        m_far.resize(steps.size() > k_near ? steps.size() - k_near : 0);
+    }
 
     /// A value begins. Returns whether it lies on the way: the first steps lead to it.
-    bool begin() noexcept { return m_depth == m_way.size() && (m_depth == 0 || isNext()); }
+    bool begin() noexcept { return m_depth == m_way && (m_depth == 0 || isNext()); }
     /// Whether a value that lies on the way, and begins now, is the one that all steps lead to.
     bool isTarget() const noexcept { return m_depth == m_steps.size(); }
 
     /// A member begins.
     void key(std::string_view key) noexcept {
-        if (m_depth == m_way.size()) {
+        if (m_depth == m_way) {
             const ValueStep& step = m_steps[m_depth - 1];
             m_isMember = step.isKey && key == step.key;
-            m_way.back().isFound = m_way.back().isFound || m_isMember;
+            Level& level = last();
+            level.isFound = level.isFound || m_isMember;
         }
     }
     /// The value is a container. `isOnWay` is what begin() returned of it.
     void open(bool isArray, bool isOnWay) {
         if (isOnWay && !isTarget()) {
-            m_way.push_back({isArray, false, 0});
+            ++m_way;
+            last() = {isArray, false, 0};
         }
         ++m_depth;
     }
     void close() noexcept {
-        if (m_depth == m_way.size()) {
-            m_way.pop_back();
+        if (m_depth == m_way) {
+            --m_way;
         }
         --m_depth;
     }
@@ -50,10 +55,10 @@ public:
     /// The step that leads on from the container which is open, when it lies on the way and holds
     /// no such child so far, but may get one; otherwise null.
     const ValueStep* missing() const noexcept {
-        if (m_depth == 0 || m_depth != m_way.size()) {
+        if (m_depth == 0 || m_depth != m_way) {
             return nullptr;
         }
-        const Level& level = m_way.back();
+        const Level& level = last();
         const ValueStep& step = m_steps[m_depth - 1];
         const bool isMissing =
             level.isArray ? !step.isKey && step.index == k_noIndex : step.isKey && !level.isFound;
@@ -68,8 +73,16 @@ private:
         unsigned int count;  ///< of items so far
     };
 
+    static constexpr std::size_t k_near = 8;
+
+    const Level& last() const noexcept {
+        return m_way <= k_near ? m_near[m_way - 1] : m_far[m_way - 1 - k_near];
+    }
+    Level& last() noexcept {
+        return m_way <= k_near ? m_near[m_way - 1] : m_far[m_way - 1 - k_near];
+    }
     bool isNext() noexcept {
-        Level& level = m_way.back();
+        Level& level = last();
         if (!level.isArray) {
             return m_isMember;
         }
@@ -80,7 +93,9 @@ private:
     }
 
     const ValueSteps& m_steps;
-    std::vector<Level> m_way;
+    std::size_t m_way = 0;  ///< how many of the containers that are open lie on the way
+    std::array<Level, k_near> m_near;
+    std::vector<Level> m_far;  ///< those after the first few
     std::size_t m_depth = 0;
     bool m_isMember = false;  ///< whether the member that began last is the one that is wanted
 };

@@ -213,7 +213,7 @@ private:
 
     void putValue() {
         TokenWriter value(m_writer);
-        m_isImpossible = !scanWhole(m_edit.value, ReadOptions(), value) || m_isImpossible;
+        m_isImpossible = !scanWhole(m_edit.value, ReadOptions::strict(), value) || m_isImpossible;
         m_isMade = true;
     }
 
@@ -225,13 +225,40 @@ private:
     bool m_isImpossible = false;
 };
 
+/// Lets the writer write a new document at the end of bytes.
+class WriterAt {
+public:
+    WriterAt(Writer& writer, Bytes& out) : m_writer(writer), m_out(out) {
+        m_writer.restart();
+        m_writer.swapText(m_out);
+    }
+    WriterAt(const WriterAt&) = delete;
+    WriterAt& operator=(const WriterAt&) = delete;
+    ~WriterAt() { m_writer.swapText(m_out); }
+
+private:
+    Writer& m_writer;
+    Bytes& m_out;
+};
+
 }  // namespace
 
-bool TextRewriter::rewrite(std::string_view text, const TextEdit* edit, ReadOptions options) {
+bool TextRewriter::rewrite(std::string_view text, const TextEdit* edit, ReadOptions options,
+                           Bytes& out) {
     // The indents of deep levels are much longer than the text, which may be faulty.
     constexpr std::size_t k_deepest = 100;
     options.maxDepth = options.maxDepth == 0 ? k_deepest : std::min(options.maxDepth, k_deepest);
-    m_writer.restart();
+    const std::size_t start = out.length();
+    const bool isWritten = write(text, edit, options, out);
+    if (!isWritten) {
+        out.cut(start);
+    }
+    return isWritten;
+}
+
+bool TextRewriter::write(std::string_view text, const TextEdit* edit, const ReadOptions& options,
+                         Bytes& out) {
+    const WriterAt writer(m_writer, out);
     m_keys.clear();
     const auto copies = [&](auto&& copier) {
         return scanWhole(text, options, copier) && copier.areKeysDifferent();

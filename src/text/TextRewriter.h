@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "text/Bytes.h"
 #include "text/KeyHashes.h"
 #include "text/ValueStep.h"
 #include "text/Writer.h"
@@ -30,17 +31,16 @@ public:
     explicit TextRewriter(const Layout& layout, bool stopsAtMeta = false)
         : m_writer(layout), m_stopsAtMeta(stopsAtMeta) {}
 
-    /// Writes the document in the text with the edit made, unless that is null: what is written of
-    /// a tree that was read from the text, byte for byte. Returns false, and may have written
-    /// something, where it cannot say: of text that `options` refuse or that is more than a hundred
-    /// levels deep, of objects that repeat a key, and where there is no place for the value. Throws
-    /// std::bad_alloc.
-    bool rewrite(std::string_view text, const TextEdit* edit, ReadOptions options);
-
-    /// What was written last; valid until the next call.
-    std::string_view text() const noexcept { return m_writer.text(); }
+    /// Appends the document in the text with the edit made, unless that is null: what is written of
+    /// a tree that was read from the text, byte for byte. Returns false, and appends nothing, where
+    /// it cannot say: of text that `options` refuse, which must require a whole document, or that
+    /// is more than a hundred levels deep, of objects that repeat a key, and where there is no
+    /// place for the value. Throws std::bad_alloc.
+    bool rewrite(std::string_view text, const TextEdit* edit, ReadOptions options, Bytes& out);
 
 private:
+    bool write(std::string_view text, const TextEdit* edit, const ReadOptions& options, Bytes& out);
+
     Writer m_writer;
     KeyHashes m_keys;
     const bool m_stopsAtMeta;

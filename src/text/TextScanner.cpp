@@ -82,10 +82,11 @@ const char* TextScanner::cut(const char* at, const char* verified) noexcept {
 }
 
 /// A string that the quick look leaves to this: with escapes, with errors, in pieces.
-const char* TextScanner::takeOddText(const char* at, const char* end, std::string_view& text,
-                                     bool isRead) {
+/// What lies before `from` has been looked at.
+const char* TextScanner::takeOddText(const char* at, const char* from, const char* end,
+                                     std::string_view& text, bool isRead) {
     const bool isResumed = m_verified > 1;
-    const text::StringScan scan = text::scanString(at + (isResumed ? m_verified : 1), end, m_rules);
+    const text::StringScan scan = text::scanString(from, end, m_rules);
     if (scan.end == text::StringEnd::text) {
         return cut(at, scan.at);
     }
@@ -260,9 +261,9 @@ const char* TextScanner::expectedText() const noexcept {
 std::string TextScanner::entry() const {
     std::string text;
     for (std::size_t i = 0; i < m_open.size(); ++i) {
-        const bool isObject = m_open[i] == '{';
+        const bool isObject = m_open.isObject(i);
         const bool isLast = i + 1 == m_open.size();
-        text += m_open[i];
+        text += isObject ? '{' : '[';
         if (!isLast) {
             text += isObject ? "\"\":" : "";
         } else if (m_next == Next::colon || m_next == Next::value) {

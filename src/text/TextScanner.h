@@ -17,6 +17,7 @@
 
 #include "text/LineCounter.h"
 #include "text/NumberText.h"
+#include "text/OpenBrackets.h"
 #include "text/StringText.h"
 
 namespace ko::Orvid {
@@ -131,7 +132,8 @@ private:
     const char* close(const char* at, Sink& sink);
 
     const char* takeText(const char* at, const char* end, std::string_view& text, bool isRead);
-    const char* takeOddText(const char* at, const char* end, std::string_view& text, bool isRead);
+    const char* takeOddText(const char* at, const char* from, const char* end,
+                            std::string_view& text, bool isRead);
     const char* takeOdd(const char* at, const char* end);
     const char* takeComment(const char* at, const char* end);
     const char* stopNumber(const char* at, const char* stop, const char* end,
@@ -178,7 +180,7 @@ private:
     const char* m_window = nullptr;
     std::uint64_t m_windowOffset = 0;
 
-    std::string m_open;  ///< the brackets that are open
+    text::OpenBrackets m_open;
     Next m_next = Next::value;
     Next m_afterComma = Next::value;
     Level m_level = Level::root;

@@ -15,6 +15,13 @@ namespace ko::Orvid {
 
 template<class Sink>
 void TextScanner::scan(std::string_view piece, Sink& sink) {
+    if (m_held.empty() && !hasLimits()) {
+        if (!piece.empty()) {
+            scanWindow(piece, m_offset, sink);
+        }
+        m_offset += piece.size();
+        return;
+    }
     std::optional<TextFault> beyond;
     const std::string_view allowed = piece.substr(0, limited(piece, beyond));
     std::string_view rest = allowed;
@@ -51,8 +58,10 @@ void TextScanner::scanWindow(std::string_view window, std::uint64_t offset, Sink
     m_windowOffset = offset;
     const char* const end = window.data() + window.size();
     const char* const stop = run(window.data(), end, sink);
-    if (!m_fault) {
-        m_held.assign(stop, isOver() ? stop : end);
+    if (stop == end || isOver()) {
+        m_held.clear();
+    } else if (!m_fault) {
+        m_held.assign(stop, end);
     }
 }
 
@@ -93,7 +102,9 @@ void TextScanner::finish(Sink& sink) {
         m_end = m_offset;
         m_next = Next::nothing;
     }
-    failMissing();
+    if (!isComplete() || !m_held.empty()) {
+        failMissing();
+    }
 }
 
 /// One round of the loop takes a member or an item with its comma, and each case goes on into the
@@ -275,7 +286,7 @@ const char* TextScanner::open(const char* at, Sink& sink) {
     if (m_options.maxDepth > 0 && m_open.size() == m_options.maxDepth) {
         return failDepth(at);
     }
-    m_open.push_back(*at);
+    m_open.push(*at == '{');
     if (*at == '{') {
         sink.openObject(placeOf(at, at + 1));
         m_next = Next::keyOrEnd;
@@ -294,7 +305,7 @@ const char* TextScanner::close(const char* at, Sink& sink) {
     } else {
         sink.closeArray(placeOf(at, at + 1));
     }
-    m_open.pop_back();
+    m_open.pop();
     setLevel();
     m_next = Next::commaOrEnd;
     if (m_level == Level::root) {
@@ -305,7 +316,7 @@ const char* TextScanner::close(const char* at, Sink& sink) {
 }
 
 inline void TextScanner::setLevel() noexcept {
-    m_level = m_open.empty() ? Level::root : m_open.back() == '{' ? Level::object : Level::array;
+    m_level = m_open.isEmpty() ? Level::root : m_open.isObject() ? Level::object : Level::array;
     m_afterComma = m_level == Level::object ? m_afterMember : m_afterItem;
 }
 
@@ -313,11 +324,11 @@ inline const char* TextScanner::takeText(const char* at, const char* end, std::s
                                          bool isRead) {
     bool hasHigh = false;
     const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
-    const auto isFaulty = [&] {
-        return hasHigh && m_rules.validateUtf8 && text::scanUtf8(at + 1, stop).at != stop;
-    };
+    const bool isUnsure = m_verified > 0 || (hasHigh && m_rules.validateUtf8);
+    const auto isFaulty = [&] { return isUnsure && text::scanUtf8(at + 1, stop).at != stop; };
     if (stop == end || *stop != '"' || isFaulty()) {
-        return takeOddText(at, end, text, isRead);
+        return takeOddText(at, isUnsure ? at + std::max<std::size_t>(m_verified, 1) : stop, end,
+                           text, isRead);
     }
     text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
     return stop + 1;

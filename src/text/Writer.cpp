@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <new>
 
 #include "text/AsciiText.h"
 
@@ -19,7 +18,6 @@ namespace ko::Orvid::text {
 namespace {
 
 constexpr std::size_t k_escapeLength = 6;
-constexpr std::size_t k_leastRoom = 256;
 /// What copyLoosely() reads beyond the end.
 constexpr std::size_t k_padding = 16;
 
@@ -167,6 +165,13 @@ WriteStatus Writer::string(const char* text, std::size_t length) {
     return WriteStatus::ok;
 }
 
+void Writer::swapText(Bytes& bytes) noexcept {
+    m_bytes.cut(text().size());
+    m_bytes.swap(bytes);
+    m_at = m_bytes.data() + m_bytes.length();
+    m_end = m_at + m_bytes.spare();
+}
+
 void Writer::restart() noexcept {
     clear();
     m_outer.clear();
@@ -251,20 +256,18 @@ char* Writer::roomForEscape(char* at, std::size_t rest) {
 
 /// Makes room for `needed` bytes from `at` on, and returns where that is then.
 char* Writer::grow(const char* at, std::size_t needed) {
-    const auto used = static_cast<std::size_t>(at - m_room.get());
-    const std::size_t size =
-        std::max({used + needed, 2 * static_cast<std::size_t>(m_end - m_room.get()), k_leastRoom});
-    const std::ptrdiff_t text = m_at - m_room.get();
-    auto* const room = static_cast<char*>(std::realloc(m_room.get(), size));
-    if (room == nullptr) {
+    const std::ptrdiff_t used = at - m_bytes.data();
+    const std::ptrdiff_t text = m_at - m_bytes.data();
+    m_bytes.cut(static_cast<std::size_t>(used));
+    try {
+        static_cast<void>(m_bytes.room(needed));
+    } catch (...) {
         m_state = State::broken;
-        throw std::bad_alloc();
+        throw;
     }
-    static_cast<void>(m_room.release());
-    m_room.reset(room);
-    m_at = room + text;
-    m_end = room + size;
-    return room + used;
+    m_at = m_bytes.data() + text;
+    m_end = m_bytes.data() + used + m_bytes.spare();
+    return m_bytes.data() + used;
 }
 
 /// Makes room for what one level more needs.

@@ -7,15 +7,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "text/ByteRuns.h"
+#include "text/Bytes.h"
 
 namespace ko::Orvid::text {
 
@@ -77,10 +76,12 @@ public:
     WriteStatus state() const noexcept { return m_first; }
     /// What has been written since the last clear(); valid until the next call.
     std::string_view text() const noexcept {
-        return {m_room.get(), static_cast<std::size_t>(m_at - m_room.get())};
+        return {m_bytes.data(), static_cast<std::size_t>(m_at - m_bytes.data())};
     }
     /// Empties the text; the nesting stays.
-    void clear() noexcept { m_at = m_room.get(); }
+    void clear() noexcept { m_at = m_bytes.data(); }
+    /// Exchanges the text for `bytes`, after which what comes next is written; the nesting stays.
+    void swapText(Bytes& bytes) noexcept;
     /// Empties the text, and a new document begins, as if nothing had been written before.
     void restart() noexcept;
 
@@ -122,13 +123,8 @@ private:
     char* newLine(char* at, std::size_t from) const noexcept;
     void finish(char* at) noexcept;
 
-    /// Of the C heap, which can enlarge a large block without touching what is in it.
-    struct Free {
-        void operator()(char* room) const noexcept { std::free(room); }
-    };
-
-    std::unique_ptr<char, Free> m_room;
-    char* m_at = nullptr;  ///< the end of the text in m_room
+    Bytes m_bytes;         ///< the text, but its length is that of an earlier one
+    char* m_at = nullptr;  ///< the end of the text
     char* m_end = nullptr;
     State m_state = State::start;
     const bool m_isIndented;

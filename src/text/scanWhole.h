@@ -10,12 +10,10 @@
 
 namespace ko::Orvid::text {
 
-/// Gives the tokens of the text to the sink. Returns whether the text is one whole document, right
-/// as `options` say; of a faulty one the sink has got a part. Throws what the sink throws, and
-/// std::bad_alloc.
+/// Gives the tokens of the text to the sink. Returns whether the text is right as `options` say; of
+/// a faulty one the sink has got a part. Throws what the sink throws, and std::bad_alloc.
 template<class Sink>
-bool scanWhole(std::string_view text, ReadOptions options, Sink& sink) {
-    options.requireWholeDocument = true;
+bool scanWhole(std::string_view text, const ReadOptions& options, Sink& sink) {
     TextScanner scanner(options);
     scanner.scan(text, sink);
     if (!scanner.fault()) {

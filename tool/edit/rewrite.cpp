@@ -5,6 +5,7 @@
 #include "edit/rewrite.h"
 
 #include <optional>
+#include <string>
 
 namespace orvid_tool {
 
@@ -15,22 +16,23 @@ using ko::Orvid::text::TextRewriter;
 class KeptRewriter {
 public:
     TextRewriter& with(const STextLayout& layout) {
-        const bool isSame = m_rewriter && m_layout.indent == layout.indent &&
-                            m_layout.stopsAtMeta == layout.stopsAtMeta;
+        const bool isSame =
+            m_rewriter && m_stopsAtMeta == layout.stopsAtMeta && layout.indent == m_indent;
         if (!isSame) {
             ko::Orvid::text::Layout whole;
             whole.isIndented = !layout.indent.empty();
-            whole.indent = layout.indent;
+            whole.indent = m_indent = layout.indent;
             whole.closesEmpty = true;
             m_rewriter.emplace(whole, layout.stopsAtMeta);
-            m_layout = layout;
+            m_stopsAtMeta = layout.stopsAtMeta;
         }
         return *m_rewriter;
     }
 
 private:
     std::optional<TextRewriter> m_rewriter;
-    STextLayout m_layout;
+    std::string m_indent;
+    bool m_stopsAtMeta = false;
 };
 
 }  // namespace
@@ -39,12 +41,7 @@ bool rewrite(std::string_view text, const STextLayout& layout,
              const ko::Orvid::text::TextEdit* edit, const ko::Orvid::ReadOptions& options,
              Bytes& out) {
     static thread_local KeptRewriter kept;  // one serves a million lines
-    TextRewriter& rewriter = kept.with(layout);
-    const bool isRewritten = rewriter.rewrite(text, edit, options);
-    if (isRewritten) {
-        out.append(rewriter.text());
-    }
-    return isRewritten;
+    return kept.with(layout).rewrite(text, edit, options, out);
 }
 
 }  // namespace orvid_tool

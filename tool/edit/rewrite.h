@@ -7,7 +7,6 @@
 
 #include <ko/Orvid.h>
 
-#include <string>
 #include <string_view>
 
 #include "output/Bytes.h"
@@ -16,7 +15,7 @@
 namespace orvid_tool {
 
 struct STextLayout {
-    std::string indent;        ///< for each level; empty is the compact layout
+    std::string_view indent;   ///< for each level; empty is the compact layout
     bool stopsAtMeta = false;  ///< the root's member meta is not to be written
 };
 

@@ -12,9 +12,15 @@ namespace {
 ValueStep member(const std::string& key) { return {true, key, 0}; }
 ValueStep item(unsigned int index) { return {false, "", index}; }
 
+ReadOptions whole() {
+    ReadOptions options;
+    options.requireWholeDocument = true;
+    return options;
+}
+
 /// The text of the value; "nothing" where there is none.
 std::string found(std::string_view text, const ValueSteps& steps,
-                  const ReadOptions& options = ReadOptions()) {
+                  const ReadOptions& options = whole()) {
     return std::string(lookUp(text, steps, options).value_or("nothing"));
 }
 
@@ -80,7 +86,7 @@ TEST(TextLookup, finds_nothing_in_text_that_is_faulty_or_not_over) {
 
 TEST(TextLookup, takes_what_the_options_take) {
     const std::string text = "{\"a\":1, /* b */ \"c\":\"\xFF\",}";
-    ReadOptions options;
+    ReadOptions options = whole();
     EXPECT_EQ(found(text, {member("a")}, options), "nothing");
     options.allowTrailingCommas = true;
     EXPECT_EQ(found(text, {member("a")}, options), "1");

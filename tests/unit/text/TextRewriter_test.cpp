@@ -19,8 +19,12 @@ Layout indented() { return {true, "  ", true, false, true}; }
 std::string rewritten(const std::string& text, const Layout& layout,
                       const TextEdit* edit = nullptr) {
     TextRewriter rewriter(layout);
-    const bool isRewritten = rewriter.rewrite(text, edit, ReadOptions::jsonc());
-    return isRewritten ? std::string(rewriter.text()) : "nothing";
+    Bytes out;
+    out.append("before ");
+    const bool isRewritten = rewriter.rewrite(text, edit, ReadOptions::jsonc(), out);
+    EXPECT_EQ(out.view().substr(0, 7), "before ");
+    EXPECT_EQ(out.length() > 7, isRewritten);
+    return isRewritten ? std::string(out.view().substr(7)) : "nothing";
 }
 
 std::string edited(const std::string& text, const ValueSteps& steps, const std::string& value) {
@@ -95,18 +99,20 @@ TEST(TextRewriter, goes_a_hundred_levels_deep) {
 
 TEST(TextRewriter, stops_at_the_meta_of_the_root_when_asked) {
     TextRewriter rewriter(compact(), true);
-    EXPECT_FALSE(rewriter.rewrite(R"({"a":1,"meta":2})", nullptr, ReadOptions()));
-    EXPECT_TRUE(rewriter.rewrite(R"({"a":{"meta":2}})", nullptr, ReadOptions()));
-    EXPECT_TRUE(rewriter.rewrite(R"([{"meta":2}])", nullptr, ReadOptions()));
+    Bytes out;
+    EXPECT_FALSE(rewriter.rewrite(R"({"a":1,"meta":2})", nullptr, ReadOptions::jsonc(), out));
+    EXPECT_TRUE(rewriter.rewrite(R"({"a":{"meta":2}})", nullptr, ReadOptions::jsonc(), out));
+    EXPECT_TRUE(rewriter.rewrite(R"([{"meta":2}])", nullptr, ReadOptions::jsonc(), out));
 }
 
 TEST(TextRewriter, serves_one_text_after_the_other_whatever_became_of_the_first) {
     TextRewriter rewriter(indented());
-    EXPECT_FALSE(rewriter.rewrite(R"([{"a":[1,)", nullptr, ReadOptions()));
-    EXPECT_TRUE(rewriter.rewrite(R"({"a":1})", nullptr, ReadOptions()));
-    EXPECT_EQ(rewriter.text(), "{\n  \"a\": 1\n}\n");
-    EXPECT_TRUE(rewriter.rewrite("2", nullptr, ReadOptions()));
-    EXPECT_EQ(rewriter.text(), "2\n");
+    Bytes out;
+    EXPECT_FALSE(rewriter.rewrite(R"([{"a":[1,)", nullptr, ReadOptions::jsonc(), out));
+    EXPECT_TRUE(rewriter.rewrite(R"({"a":1})", nullptr, ReadOptions::jsonc(), out));
+    EXPECT_EQ(out.view(), "{\n  \"a\": 1\n}\n");
+    EXPECT_TRUE(rewriter.rewrite("2", nullptr, ReadOptions::jsonc(), out));
+    EXPECT_EQ(out.view(), "{\n  \"a\": 1\n}\n2\n");
 }
 
 }  // namespace

@@ -377,5 +377,22 @@ TEST(Writer, begins_anew_after_a_document_and_within_one) {
     }
 }
 
+TEST(Writer, writes_after_the_text_that_it_is_given) {
+    Writer writer(layout(false, ""));
+    writer.openArray();
+    ko::Orvid::text::Bytes bytes;
+    bytes.append("before ");
+    writer.swapText(bytes);
+    EXPECT_EQ(bytes.view(), "[");
+    for (int i = 0; i < 1000; ++i) {
+        writer.integer(7);
+    }
+    writer.closeArray();
+    writer.swapText(bytes);
+    EXPECT_EQ(writer.text(), "[");
+    EXPECT_EQ(bytes.length(), 7U + 2000U);
+    EXPECT_EQ(bytes.view().substr(0, 10), "before 7,7");
+}
+
 }  // namespace
 }  // namespace textTests

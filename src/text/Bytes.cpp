@@ -3,7 +3,7 @@
 // Memory that is new from the system is expensive to touch page by page, so it is asked for in
 // greater pieces, and for no more than will be needed soon.
 
-#include "output/Bytes.h"
+#include "text/Bytes.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -12,11 +12,11 @@
 #include <cstdint>
 #include <new>
 
-namespace orvid_tool {
+namespace ko::Orvid::text {
 
 namespace {
 
-constexpr std::size_t k_least = 4096;
+constexpr std::size_t k_least = 256;
 /// Below it memory rarely comes fresh from the system.
 constexpr std::size_t k_much = std::size_t(1) << 17;
 
@@ -59,4 +59,4 @@ void Bytes::makeRoom(std::size_t count) {
     m_ready = ready;
 }
 
-}  // namespace orvid_tool
+}  // namespace ko::Orvid::text
