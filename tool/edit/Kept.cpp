@@ -11,6 +11,7 @@
 #include "edit/rewrite.h"
 #include "output/Color.h"
 #include "output/Layout.h"
+#include "text/byteOrderMark.h"
 
 namespace orvid_tool {
 
@@ -84,7 +85,8 @@ void readForEdit(const SCall& call, Document& document) {
     try {
         document.kept.emplace(Dom::parse(document.text, editOptions(call)));
     } catch (const ParseException& error) {
-        throw faultOf(document.place, document.text, error, !call.lines.isOn);
+        const std::size_t mark = ko::Orvid::text::markLength(document.text);
+        throw faultOf(document.place, document.text.substr(mark), error, !call.lines.isOn);
     }
     document.root = std::move(**document.kept);
 }
