@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
-// AsciiText: a decoder of UTF-8 by the table of well-formed sequences in the Unicode standard, and
-// the escapes for what it finds.
+// AsciiText: characters beyond ASCII to escapes.
 
 #include "text/AsciiText.h"
 
 #include <algorithm>
+#include <optional>
+
+#include "text/codePoints.h"
+#include "text/Utf8Sequence.h"
 
 namespace ko::Orvid::text {
 
@@ -13,49 +16,12 @@ namespace {
 
 constexpr char32_t k_replacement = 0xFFFD;
 
-/// What a first byte beyond ASCII asks for. Its second byte is the only one with limits of its own:
-/// they keep out overlong forms, surrogates and what is beyond U+10FFFF.
-struct Lead {
-    unsigned int followers;  // 0: no first byte of a character
-    unsigned char low;       // of the second byte
-    unsigned char high;
-};
-
-Lead leadOf(unsigned char byte) {
-    if (byte >= 0xC2 && byte <= 0xDF) {
-        return {1, 0x80, 0xBF};
-    }
-    if (byte >= 0xE0 && byte <= 0xEF) {
-        return {2, static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80),
-                static_cast<unsigned char>(byte == 0xED ? 0x9F : 0xBF)};
-    }
-    if (byte >= 0xF0 && byte <= 0xF4) {
-        return {3, static_cast<unsigned char>(byte == 0xF0 ? 0x90 : 0x80),
-                static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF)};
-    }
-    return {0, 0, 0};
-}
-
 /// Reads one character beyond ASCII and moves `at` after it, or after the bytes of an incomplete
-/// one, for which it returns false.
-bool readCharacter(const char*& at, const char* end, char32_t& character) {
-    const auto first = static_cast<unsigned char>(*at++);
-    Lead lead = leadOf(first);
-    if (lead.followers == 0) {
-        return false;
-    }
-    character = first & (0x3Fu >> lead.followers);
-    for (; lead.followers > 0; --lead.followers) {
-        const unsigned char next = at == end ? 0 : static_cast<unsigned char>(*at);
-        if (next < lead.low || next > lead.high) {
-            return false;
-        }
-        character = character << 6 | (next & 0x3Fu);
-        lead.low = 0x80;
-        lead.high = 0xBF;
-        ++at;
-    }
-    return true;
+/// one, for which it returns nothing.
+std::optional<char32_t> readCharacter(const char*& at, const char* end) {
+    const auto character = firstCodePoint({at, static_cast<std::size_t>(end - at)});
+    at += character ? character->length : Utf8Sequence::begunLength(at, end);
+    return character ? std::optional<char32_t>(character->value) : std::nullopt;
 }
 
 void appendUnit(std::string& out, char32_t unit) {
@@ -95,10 +61,9 @@ bool appendAscii(std::string& out, const char* text, std::size_t length) {
         out.append(text, beyond);
         text = beyond;
         if (text != end) {
-            char32_t character = 0;
-            const bool isRead = readCharacter(text, end, character);
-            isValid = isValid && isRead;
-            appendEscape(out, isRead ? character : k_replacement);
+            const std::optional<char32_t> character = readCharacter(text, end);
+            isValid = isValid && character;
+            appendEscape(out, character.value_or(k_replacement));
         }
     }
     return isValid;

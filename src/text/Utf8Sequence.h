@@ -60,14 +60,53 @@ public:
                 at += 3;
                 continue;
             }
-            const unsigned int length = validLength(reinterpret_cast<const unsigned char*>(at),
-                                                    reinterpret_cast<const unsigned char*>(end));
+            const unsigned int length = validLength(at, end);
             if (length == 0) {
                 break;
             }
             at += length;
         }
         return at;
+    }
+
+    /// The length of the whole valid sequence at `at`, the first byte of which is not ASCII; 0 when
+    /// there is none.
+    static unsigned int validLength(const char* text, const char* end) noexcept {
+        const auto* const at = reinterpret_cast<const unsigned char*>(text);
+        const unsigned int length = missingAfter(*at) + 1;
+        if (static_cast<unsigned int>(std::min<std::ptrdiff_t>(end - text, 4)) < length) {
+            return 0;
+        }
+        const unsigned int pair = *at * 256U + (length > 1 ? at[1] : 0U);
+        switch (length) {
+            case 2:
+                return pair >= 0xC280 && isNext(at[1]) ? 2 : 0;
+            case 3: {
+                const bool isBad = pair < 0xE0A0 || (pair >= 0xEDA0 && pair < 0xEE00);
+                return !isBad && isNext(at[1]) && isNext(at[2]) ? 3 : 0;
+            }
+            case 4: {
+                const bool isBad = pair < 0xF090 || pair >= 0xF490;
+                return !isBad && isNext(at[1]) && isNext(at[2]) && isNext(at[3]) ? 4 : 0;
+            }
+            default:
+                return 0;
+        }
+    }
+
+    /// How many bytes at `at`, where no valid sequence is, belong to the longest begin of one: at
+    /// least the first byte.
+    static unsigned int begunLength(const char* at, const char* end) noexcept {
+        Utf8Sequence sequence;
+        sequence.begin(static_cast<unsigned char>(*at));
+        while (sequence.isOpen() && !sequence.m_isFaulty && ++at != end) {
+            const auto byte = static_cast<unsigned char>(*at);
+            if (byte < sequence.m_low || byte > sequence.m_high) {
+                break;
+            }
+            sequence.next(byte);
+        }
+        return sequence.length();
     }
 
     /// Whether a begun sequence lacks bytes.
@@ -91,29 +130,6 @@ private:
         constexpr std::uint32_t k_range = 0x0000200F;
         return (bytes & k_shape) == 0x008080E0 && (bytes & k_range) != 0 &&
                (bytes & k_range) != 0x0000200D;
-    }
-
-    /// The length of a whole valid sequence; 0 when there is none.
-    static unsigned int validLength(const unsigned char* at, const unsigned char* end) noexcept {
-        const unsigned int length = missingAfter(*at) + 1;
-        if (static_cast<unsigned int>(std::min<std::ptrdiff_t>(end - at, 4)) < length) {
-            return 0;
-        }
-        const unsigned int pair = *at * 256U + (length > 1 ? at[1] : 0U);
-        switch (length) {
-            case 2:
-                return pair >= 0xC280 && isNext(at[1]) ? 2 : 0;
-            case 3: {
-                const bool isBad = pair < 0xE0A0 || (pair >= 0xEDA0 && pair < 0xEE00);
-                return !isBad && isNext(at[1]) && isNext(at[2]) ? 3 : 0;
-            }
-            case 4: {
-                const bool isBad = pair < 0xF090 || pair >= 0xF490;
-                return !isBad && isNext(at[1]) && isNext(at[2]) && isNext(at[3]) ? 4 : 0;
-            }
-            default:
-                return 0;
-        }
     }
 
     static unsigned int missingAfter(unsigned char byte) noexcept {

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "text/StringText.h"
+#include "text/Utf8Sequence.h"
 
 namespace ko::Orvid::text {
 
@@ -21,11 +22,6 @@ const unsigned char* bytesOf(std::string_view text) {
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-/// By the first byte of a valid sequence.
-std::size_t lengthOf(unsigned char first) {
-    return first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-}
-
 char byteOf(char32_t bits) { return static_cast<char>(static_cast<unsigned char>(bits)); }
 
 }  // namespace
@@ -35,11 +31,11 @@ std::optional<CodePoint> firstCodePoint(std::string_view text) {
     if (first < 0x80) {
         return CodePoint{first, 1};
     }
-    const std::size_t length = lengthOf(first);
-    const std::string_view sequence = text.substr(0, length);
-    if (sequence.size() < length || validLength(sequence) < length) {
+    const std::size_t length = Utf8Sequence::validLength(text.data(), text.data() + text.size());
+    if (length == 0) {
         return std::nullopt;
     }
+    const std::string_view sequence = text.substr(0, length);
     char32_t value = first & (0x7FU >> length);
     for (const char next : sequence.substr(1)) {
         value = (value << k_payloadBits) | (static_cast<unsigned char>(next) & k_payload);
