@@ -54,7 +54,7 @@ public:
     std::size_t depth() const noexcept { return m_depth; }
     /// The step that leads on from the container which is open, when it lies on the way and holds
     /// no such child so far, but may get one; otherwise null.
-    const ValueStep* missing() const noexcept {
+    const ValueStep* missing() noexcept {
         if (m_depth == 0 || m_depth != m_way) {
             return nullptr;
         }
@@ -75,11 +75,11 @@ private:
 
     static constexpr std::size_t k_near = 8;
 
-    const Level& last() const noexcept {
-        return m_way <= k_near ? m_near[m_way - 1] : m_far[m_way - 1 - k_near];
-    }
     Level& last() noexcept {
-        return m_way <= k_near ? m_near[m_way - 1] : m_far[m_way - 1 - k_near];
+        if (m_way <= k_near) {
+            return m_near[m_way - 1];
+        }
+        return m_far[m_way - 1 - k_near];
     }
     bool isNext() noexcept {
         Level& level = last();

@@ -12,10 +12,8 @@ namespace ko::Orvid::text {
 
 namespace {
 
-class ValueFinder : public TokenSink {
+class ValueFinder : public KeySink {
 public:
-    static constexpr bool k_readsStrings = false;
-
     explicit ValueFinder(const ValueSteps& steps) : m_follower(steps) {}
 
     void null(TokenPlace place) { take(place); }

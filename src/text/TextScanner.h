@@ -39,11 +39,8 @@ struct TokenPlace {
 };
 
 /// A sink takes the tokens in their order. What it throws leaves the scanner, which can only be
-/// destroyed then. Texts live during the call. This one is for those that want only some of them.
-struct TokenSink {
-    /// Whether string() looks at its text. Otherwise escapes in strings may be left as they are.
-    static constexpr bool k_readsStrings = true;
-
+/// destroyed then. Texts live during the call. These are for those that want only some of them.
+struct TokenSinkBase {
     void null(TokenPlace /*place*/) {}
     void boolean(bool /*value*/, TokenPlace /*place*/) {}
     /// The number as it stands.
@@ -57,6 +54,16 @@ struct TokenSink {
     void openArray(TokenPlace /*place*/) {}
     void closeArray(TokenPlace /*place*/) {}
     void comma(TokenPlace /*place*/) {}
+};
+
+/// One that looks at the text of strings.
+struct TokenSink : TokenSinkBase {
+    static constexpr bool k_readsStrings = true;
+};
+
+/// One that does not, so that escapes in strings may be left as they are; in keys they are not.
+struct KeySink : TokenSinkBase {
+    static constexpr bool k_readsStrings = false;
 };
 
 class TextScanner {

@@ -19,10 +19,8 @@ namespace orvid_tool {
 namespace {
 
 /// Two keys of the same hash are most likely one key twice. Which it is, a second reading tells.
-class KeyWatcher : public ko::Orvid::TokenSink {
+class KeyWatcher : public ko::Orvid::KeySink {
 public:
-    static constexpr bool k_readsStrings = false;
-
     bool key(std::string_view text, ko::Orvid::TokenPlace /*place*/) {
         m_isRepeated = !m_keys.add(text) || m_isRepeated;
         return true;
