@@ -3,7 +3,7 @@
 #
 # Measures the command orvid beside jq, gojq, gron and python3 -m json.tool, those that are installed, in one run of
 # hyperfine, and writes a table and a chart (gnuplot) to build/bench. The folder in ORVID_CORPUS, when set, gives
-# three more documents. usage: bench/command.sh [--publish] [MEGABYTES OF RECORDS, 200 unless told]
+# three more documents. usage: bench/command.sh [--publish] [MEGABYTES OF RECORDS, 200 by default]
 # --publish also puts the table and the chart into bench/.
 # shellcheck source=scripts/common.sh
 . "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/../scripts/common.sh"

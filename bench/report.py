@@ -82,7 +82,7 @@ def linked_table(linked):
 
 def markdown(results, mimalloc, linked):
     lines = ["# Speed", "",
-             "Written by `scripts/bench`; [README.md](README.md) tells what is measured and how.",
+             "Written by `scripts/bench`; [README.md](README.md) says what is measured and how.",
              "Times are medians. A ratio is Orvid's time divided by the other's, measured in pairs: below 1, Orvid",
              "is faster.", "",
              *table([("Run", 0), ("", 0)], [[f"{name}", value] for name, value in results["provenance"].items()]),

@@ -1,4 +1,4 @@
-# The libraries that the library itself links; docs/dependencies.md tells what each is for.
+# The libraries that the library itself links; docs/dependencies.md says what each is for.
 # libyajl-dev, libgmp-dev and libre2-dev carry pkg-config files, but not in every version, so the plain search is used.
 find_path(YAJL_INCLUDE_DIR yajl/yajl_parse.h REQUIRED)
 find_library(YAJL_LIBRARY yajl REQUIRED)

@@ -1,4 +1,4 @@
-# What makes a fault in the library or in the command harder to use, and their files the same whatever
+# What makes an error in the library or in the command harder to use, and their files the same whatever
 # folder they are built in. Optimised builds only: a debugger wants the real folders, and the checks of
 # _FORTIFY_SOURCE need the optimiser; sanitizers see more without it. The flags are given to each target, so
 # that a project which adds this one as a sub-directory and links liborvid.a keeps its own.

@@ -52,7 +52,7 @@ void faultBehindMissingStep() {
     try {
         Element().get("a..b");
     } catch (const PathNotFound& error) {
-        std::cout << "PathNotFound (before the fault in the path is seen)\n"
+        std::cout << "PathNotFound (before the error in the path is seen)\n"
                   << "    key():         " << error.key() << "\n";
     }
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Reading strictly: the parser takes more than the standard allows and takes an early end for no
-// error, so a program that wants to be sure asks it afterwards. docs/reading-and-writing.md has the
+// Reading strictly: the parser accepts more than the standard allows, and an early end is no error
+// to it, so a program that wants to be sure asks it afterwards. docs/reading-and-writing.md has the
 // whole list.
 
 #include <ko/Orvid.h>

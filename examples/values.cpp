@@ -45,7 +45,7 @@ void move() {
     Element& job = queue.get("todo[0]");
     queue.get("done").array().emplace_back(std::move(job));
     std::cout << "moved to " << queue.get("done[0].id").path()
-              << ", left behind: " << serialize(queue.get("todo")) << "\n";
+              << ", left: " << serialize(queue.get("todo")) << "\n";
 }
 
 void exchange() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Whether two trees are the same to the letter: types, keys in their order, strings, and numbers by
-// their text, where Element::compare() goes by their value.
+// their text, where Element::compare() compares their value.
 
 #pragma once
 

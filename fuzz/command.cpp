@@ -120,6 +120,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         isSilent = out.isEmpty() && errors.isEmpty();
     }
     require(status >= 0 && status <= 3, "the exit status is one of the command's");
-    require(status < 2 || !isSilent, "a failure is told");
+    require(status < 2 || !isSilent, "a failure is reported");
     return 0;
 }

@@ -38,20 +38,20 @@ bool read(Element& root, const std::string& text) {
 }
 
 /// The two are the same except for the order of members. Recurses: the trees are shallow.
-bool isSameButForOrder(const Element& a, const Element& b) {
+bool isSameExceptForOrder(const Element& a, const Element& b) {
     if (!a.isObject()) {
         if (!a.isArray()) {
             return SameTree::compare(a, b);
         }
         return b.isArray() && std::equal(a.array().begin(), a.array().end(), b.array().begin(),
-                                         b.array().end(), isSameButForOrder);
+                                         b.array().end(), isSameExceptForOrder);
     }
     if (!b.isObject() || a.object().size() != b.object().size()) {
         return false;
     }
     return std::all_of(a.object().begin(), a.object().end(), [&b](const auto& member) {
         const auto other = b.object().find(member.first);
-        return other != b.object().end() && isSameButForOrder(member.second, other->second);
+        return other != b.object().end() && isSameExceptForOrder(member.second, other->second);
     });
 }
 
@@ -85,8 +85,8 @@ void checkMade(const Element& from, const Element& to) {
     Element target(from);
     ko::Orvid::applyPatch(target, patch);
     requireNone(orvid_test::brokenLink(target, orvid_test::Indexes::exactOrZero));
-    require(isSameButForOrder(target, to), "the patch of two trees turns one into the other");
-    require(!isSameButForOrder(from, to) || patch.array().empty(),
+    require(isSameExceptForOrder(target, to), "the patch of two trees turns one into the other");
+    require(!isSameExceptForOrder(from, to) || patch.array().empty(),
             "there is nothing to change between equal trees");
 }
 
@@ -102,7 +102,8 @@ void checkMerged(const Element& from, const Element& patch) {
     Element target(from);
     ko::Orvid::mergePatch(target, patch);
     requireNone(orvid_test::brokenLink(target, orvid_test::Indexes::exactOrZero));
-    require(isSameButForOrder(target, merged(from, patch)), "a merge is what its definition says");
+    require(isSameExceptForOrder(target, merged(from, patch)),
+            "a merge is what its definition says");
 }
 
 /// The patch lies in the tree that it changes.

@@ -37,7 +37,7 @@ struct Step {
     }
 };
 
-/// Keeps the steps; goes on after an error as often as it is told to.
+/// Keeps the steps; goes on after an error as often as it is asked to.
 class Steps : public ko::Orvid::PathParserListener {
 public:
     explicit Steps(std::size_t faultsToPass = 0) : m_faultsToPass(faultsToPass) {}
@@ -55,7 +55,7 @@ public:
     }
     bool cbParseError(const std::string& message, const std::string& token, unsigned int start,
                       unsigned int end) override {
-        require(start <= end, "a fault ends behind its start");
+        require(start <= end, "an error ends after its start");
         faults += message + '\n' + token + '\n';
         return m_faultsToPass-- > 0;
     }
@@ -69,7 +69,7 @@ void compareWithStream(const std::string& text, const Steps& fromText, std::size
     std::istringstream in(text);
     PathParser(&fromStream).parse(in);
     require(fromText.list == fromStream.list, "a stream gives the steps of the text");
-    require(fromText.faults == fromStream.faults, "a stream gives the faults of the text");
+    require(fromText.faults == fromStream.faults, "a stream gives the errors of the text");
 }
 
 /// Whether the byte is there that ends a path, or a key, wherever it stands without a backslash.
@@ -92,7 +92,7 @@ std::string generated(const std::vector<Step>& steps) {
 std::vector<Step> parsed(const std::string& text) {
     Steps steps;
     PathParser(&steps).parse(text);
-    require(steps.faults.empty(), "a written path has no fault");
+    require(steps.faults.empty(), "a written path has no error");
     return steps.list;
 }
 
@@ -146,7 +146,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     checkAsSchemaPath(text);
     const bool isFaulty = !steps.faults.empty();
     require(isFaulty == throws<ParseException>([&] { Path::toSchemaPath(text); }),
-            "a schema path can be had of every path without a fault");
+            "a schema path can be had of every path without an error");
     if (isFaulty) {
         return 0;
     }

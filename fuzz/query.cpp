@@ -34,7 +34,7 @@ void checkError(const ParseException& error, const std::string& text) {
     require(error.firstLine() == 1 && error.lastLine() == 1, "a query has one line");
     require(error.firstColumn() >= 0 && error.firstColumn() <= error.lastColumn() &&
                 error.lastColumn() <= size,
-            "the error lies in the text, or right behind it");
+            "the error lies in the text, or right after it");
     require(error.message().find("xpected") != std::string::npos, "it says what is expected");
     require(error.code() != ko::Orvid::EParseError::unspecified, "it has a code");
 }

@@ -23,9 +23,9 @@ inline void require(bool holds, const char* promise) {
 }
 
 /// For a check that answers what is wrong.
-inline void requireNone(const std::string& fault) {
-    if (!fault.empty()) {
-        fail(fault);
+inline void requireNone(const std::string& problem) {
+    if (!problem.empty()) {
+        fail(problem);
     }
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tells the address sanitizer, where there is one, which bytes of a larger block may be used.
+// Says to the address sanitizer, where there is one, which bytes of a larger block may be used.
 
 #pragma once
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The little interface behind which each library reads, writes and edits the same documents. Every
+// The small interface through which each library reads, writes and edits the same documents. Every
 // operation is done the way the library's own documentation does it.
 
 #pragma once

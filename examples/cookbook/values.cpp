@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Recipes: values built, compared, sorted, walked through and written.
+// Recipes: values built, compared, sorted, traversed and written.
 
 #include "recipe.h"
 

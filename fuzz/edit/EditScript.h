@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// EditScript carries out operations on two trees as bytes tell, each one on a tree and on its plain
+// EditScript carries out operations on two trees as bytes say, each one on a tree and on its plain
 // model. What it chooses from the bytes is here; the operations are in the sources beside it, by
 // kind.
 

@@ -57,7 +57,7 @@ public:
         }
     }
 
-    /// Tells a subclass that positions have changed. Here it has nothing to do.
+    /// Notifies a subclass that positions have changed. Here it has nothing to do.
     virtual void updateVector() {}
 
     /// Inserts a copy of `value`, which may be an item of this sequence, before the position and

@@ -94,7 +94,7 @@ public:
     /// The member with that key, or end(). O(log n).
     iterator find(const Key& key) { return m_map.find(m_list, key).position; }
     const_iterator find(const Key& key) const {
-        // The index hands out positions of a list that may be changed; this one is not.
+        // The index gives positions of a list that may be changed; this one is not.
         return m_map.find(const_cast<TList&>(m_list), key).position;
     }
     /// The same without a Key, such as by a std::string_view where keys are std::string.

@@ -140,7 +140,7 @@ TEST(ChunkedReading, gives_the_same_in_long_texts) {
 
 /// Whether the readings come to the same except for what an error says. The options find an error
 /// at its first byte, the lenient reading when the token that is out of place is over.
-testing::AssertionResult isSameButForFaults(const Reading& lenient, const Reading& checked) {
+testing::AssertionResult isSameExceptForErrors(const Reading& lenient, const Reading& checked) {
     const bool isEarly = lenient.fault.empty() && lenient.state == 2 && !checked.fault.empty();
     const bool isFaulty = !lenient.fault.empty() && !checked.fault.empty();
     if (isEarly || isFaulty ? lenient.tree == checked.tree : lenient == checked) {
@@ -161,7 +161,8 @@ TEST(ChunkedReading, with_options_that_refuse_nothing_takes_what_lenient_reading
             std::string replaced = text.substr(0, at) + byte;
             replaced += at < text.size() ? text.substr(at + 1) : "";
             for (const std::string& faulty : {inserted, replaced, inserted.substr(0, at + 1)}) {
-                EXPECT_TRUE(isSameButForFaults(readWhole({}, faulty), readWhole(options, faulty)))
+                EXPECT_TRUE(
+                    isSameExceptForErrors(readWhole({}, faulty), readWhole(options, faulty)))
                     << faulty;
             }
         }
@@ -172,8 +173,8 @@ TEST(ChunkedReading, with_options_that_refuse_nothing_changes_nothing_of_odd_tex
     ReadOptions options;
     options.maxLength = 1000000;
     for (const std::string& text : k_texts) {
-        EXPECT_TRUE(isSameButForFaults(readWhole({}, text), readWhole(options, text))) << text;
-        EXPECT_TRUE(isSameButForFaults(readStream({}, text), readStream(options, text))) << text;
+        EXPECT_TRUE(isSameExceptForErrors(readWhole({}, text), readWhole(options, text))) << text;
+        EXPECT_TRUE(isSameExceptForErrors(readStream({}, text), readStream(options, text))) << text;
     }
 }
 

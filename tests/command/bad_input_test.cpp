@@ -33,16 +33,16 @@ const std::string k_everything =
     "  \"escapes\": \"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u00e4\\ud83d\\ude00\",\n"
     "  \"\": {}, \"empty\": [], \"nested\": {\"a\": [{\"b\": [[1]]}]}, \"\xC3\xA4\": \"\xFF\" }";
 
-struct Fault {
+struct BadText {
     std::string text;
     std::string line;  // without the name of the input
 };
 
-void expectLines(const std::vector<Fault>& faults) {
-    for (const Fault& fault : faults) {
-        EXPECT_EQ(withoutExcerpt(orvid({"print"}, fault.text)),
-                  failed(1, "(standard input):" + fault.line))
-            << "of the text: " << fault.text;
+void expectLines(const std::vector<BadText>& rows) {
+    for (const BadText& row : rows) {
+        EXPECT_EQ(withoutExcerpt(orvid({"print"}, row.text)),
+                  failed(1, "(standard input):" + row.line))
+            << "of the text: " << row.text;
     }
 }
 

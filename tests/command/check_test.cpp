@@ -17,7 +17,7 @@ using orvid_test::repeated;
 using orvid_test::ScratchFile;
 using orvid_test::shell;
 
-/// The same from the file, from a redirection and from a pipe, but for the file's name.
+/// The same from the file, from a redirection and from a pipe, except for the file's name.
 void expectSame(const std::string& document) {
     const ScratchFile file(document);
     const orvid_test::CommandResult piped = shell(R"(cat "$1" | "$0" check)", {file.name()});

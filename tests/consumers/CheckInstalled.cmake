@@ -18,7 +18,7 @@ foreach(file ${wanted})
   endif()
 endforeach()
 
-# is_compatible(ASKED ANSWER): what find_package() would be told.
+# is_compatible(ASKED ANSWER): what find_package() would answer.
 function(is_compatible asked answer)
   set(PACKAGE_FIND_VERSION ${asked})
   string(REGEX MATCH "^([0-9]+)\\.([0-9]+)" unused ${asked})

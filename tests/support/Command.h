@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Runs programs as a user does and hands out all that they leave: both outputs, as bytes, and how
+// Runs programs as a user does and returns all that they leave: both outputs, as bytes, and how
 // they ended. Arguments and input reach the program unchanged; a shell is in between only where
 // asked for.
 

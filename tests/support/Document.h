@@ -48,7 +48,7 @@ inline testing::AssertionResult linksHold(const ko::Orvid::Element& root,
     return broken.empty() ? testing::AssertionSuccess() : testing::AssertionFailure() << broken;
 }
 
-/// Calls `action` and hands out the exception of type E that it must throw.
+/// Calls `action` and returns the exception of type E that it must throw.
 template<class E, class Action>
 E thrownBy(const Action& action) {
     try {

@@ -23,7 +23,7 @@ inline std::vector<std::string> linesOf(const std::string& text) {
 }
 
 /// For each run of changed lines "@ " and the number of its first line in `from`, the lines that
-/// went, each behind "-", and those that came, after "+".
+/// went, each after "-", and those that came, after "+".
 inline std::string lineDiff(const std::string& from, const std::string& to) {
     const std::vector<std::string> a = linesOf(from);
     const std::vector<std::string> b = linesOf(to);

@@ -18,18 +18,18 @@ public:
     /// The offset of the first error: of the first byte that cannot go on what stands before it, of
     /// the first byte of a faulty UTF-8 sequence or of half a surrogate pair's escape, or the
     /// length of a text that ends early. Nothing for a JSON text.
-    static std::optional<std::size_t> faultIn(std::string_view text) {
+    static std::optional<std::size_t> errorIn(std::string_view text) {
         Rfc8259 recogniser(text);
         try {
             recogniser.jsonText();
-        } catch (const Fault& fault) {
-            return fault.offset;
+        } catch (const Invalid& error) {
+            return error.offset;
         }
         return std::nullopt;
     }
 
 private:
-    struct Fault {
+    struct Invalid {
         std::size_t offset;
     };
 
@@ -40,7 +40,7 @@ private:
     int peek() const {
         return m_at < m_text.size() ? static_cast<unsigned char>(m_text[m_at]) : k_end;
     }
-    [[noreturn]] void fail() const { throw Fault{m_at}; }
+    [[noreturn]] void fail() const { throw Invalid{m_at}; }
     /// The next byte, if it is in the range; faulty otherwise.
     int range(int low, int high) {
         const int byte = peek();
@@ -208,7 +208,7 @@ private:
         }
         const int unit = hexadecimal();
         if (unit >= 0xDC00 && unit <= 0xDFFF) {
-            throw Fault{begin};
+            throw Invalid{begin};
         }
         if (unit >= 0xD800 && unit <= 0xDBFF) {
             secondHalf(begin);
@@ -217,15 +217,15 @@ private:
 
     /// What follows the escape of a high surrogate that begins at `first`.
     void secondHalf(std::size_t first) {
-        for (const char due : {'\\', 'u'}) {
-            if (peek() != k_end && peek() != due) {
-                throw Fault{first};
+        for (const char expected : {'\\', 'u'}) {
+            if (peek() != k_end && peek() != expected) {
+                throw Invalid{first};
             }
-            m_at += due == '\\' && peek() != k_end ? 1U : 0U;
+            m_at += expected == '\\' && peek() != k_end ? 1U : 0U;
         }
         const int unit = hexadecimal();
         if (unit < 0xDC00 || unit > 0xDFFF) {
-            throw Fault{first};
+            throw Invalid{first};
         }
     }
 
@@ -250,8 +250,8 @@ private:
         const std::size_t begin = m_at;
         try {
             sequence();
-        } catch (const Fault&) {
-            throw Fault{begin};
+        } catch (const Invalid&) {
+            throw Invalid{begin};
         }
     }
 

@@ -16,7 +16,7 @@
 
 namespace ko::Orvid {
 
-/// The steps of a JSON Pointer, unescaped. A step does not tell by itself whether it is a key or an
+/// The steps of a JSON Pointer, unescaped. A step does not say by itself whether it is a key or an
 /// index: the document decides. An index is `0`, or digits that do not begin with one, below
 /// k_noIndex; `-` is the place after the last item, which no lookup finds.
 class KO_API JsonPointer {

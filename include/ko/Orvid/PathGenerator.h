@@ -15,8 +15,7 @@
 
 namespace ko::Orvid {
 
-/// Writes path text to a stream that it does not own. Failures of the stream are the stream's to
-/// tell.
+/// Writes path text to a stream that it does not own, which reports its own failures.
 class KO_API PathGenerator {
 public:
     enum EState : int {

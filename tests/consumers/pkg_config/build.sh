@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 #
-# Builds and runs the consumer with what pkg-config tells, as a Makefile would.
+# Builds and runs the consumer with what pkg-config says, as a Makefile would.
 # usage: build.sh PROGRAM     with CXX, CXXFLAGS and PKG_CONFIG_PATH in the environment
 set -eu
 cd -- "$(dirname -- "$0")/.."

@@ -263,7 +263,7 @@ TEST(DomFile, is_whole_whenever_the_process_that_saves_it_is_killed) {
             std::filesystem::remove(other == "a" ? folder.path() / "none" : folder.path() / other);
         }
     }
-    std::cout << runs << " kills, amid a write " << leftovers << " times\n";
+    std::cout << runs << " kills, during a write " << leftovers << " times\n";
 }
 
 }  // namespace

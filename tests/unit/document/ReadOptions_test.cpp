@@ -167,11 +167,11 @@ TEST(ReadOptions, utf8_of_comments_is_checked_to_the_byte) {
 }
 
 TEST(ReadOptions, a_byte_order_mark_is_named_at_the_begin_only) {
-    const std::string due = ": expected a value";
-    EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark" + due,
+    const std::string wanted = ": expected a value";
+    EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark" + wanted,
               faultOf(k_whole, "\xEF\xBB\xBF[1]"));
-    EXPECT_EQ("1,2-1,2 @: Unexpected byte 0xEF" + due, faultOf(k_whole, " \xEF\xBB\xBF[1]"));
-    EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xFE" + due, faultOf(k_whole, "\xFE\xFF[1]"));
+    EXPECT_EQ("1,2-1,2 @: Unexpected byte 0xEF" + wanted, faultOf(k_whole, " \xEF\xBB\xBF[1]"));
+    EXPECT_EQ("1,1-1,1 @: Unexpected byte 0xFE" + wanted, faultOf(k_whole, "\xFE\xFF[1]"));
 }
 
 TEST(ReadOptions, limits_count_from_the_begin_of_the_text_in_pieces_too) {

@@ -346,8 +346,8 @@ TEST(SafeFile, is_whole_whenever_the_process_that_writes_it_is_killed) {
         }
     }
     std::cout << runs << " kills: one text " << found[0] << " times, the other " << found[1]
-              << " times, amid a write " << leftovers << " times\n";
-    EXPECT_GT(leftovers, 0) << "no kill came amid a write, so this run shows nothing";
+              << " times, during a write " << leftovers << " times\n";
+    EXPECT_GT(leftovers, 0) << "no kill came during a write, so this run shows nothing";
 }
 
 TEST(ReadFile, reads_every_byte) {

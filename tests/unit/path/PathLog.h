@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A path listener that writes down what it is called with and answers as it was told, and the two
-// forms of a parse. Shared by the tests of PathParser.
+// A path listener that writes down what it is called with and answers as it was asked to, and the
+// two forms of a parse. Shared by the tests of PathParser.
 
 #pragma once
 
@@ -52,7 +52,7 @@ private:
     bool m_hasErrors = false;
 };
 
-/// Parses the text in both forms, which must agree, and hands out the log of one.
+/// Parses the text in both forms, which must agree, and returns the log of one.
 inline PathLog logOf(const std::string& path, const std::vector<bool>& answers = {}) {
     PathLog fromText(answers);
     ko::Orvid::PathParser(&fromText).parse(path);

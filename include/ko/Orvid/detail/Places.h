@@ -39,7 +39,7 @@ public:
     ParentLink& operator=(const ParentLink&) = delete;
 
     Element* parent() const noexcept {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit tells it from notes
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit distinguishes it from notes
         return hasNotes() ? notedParent() : reinterpret_cast<Element*>(m_word);
     }
     void setParent(Element* parent) noexcept {

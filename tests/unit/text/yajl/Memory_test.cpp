@@ -297,7 +297,7 @@ TEST(MemoryFailure, is_named_by_the_reader) {
 }
 
 TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
-    std::size_t told = 0;
+    std::size_t reported = 0;
     failEach(false, [&] {
         Reader reader(k_silent, nullptr);
         reader.parse("[1,]", 4);
@@ -305,7 +305,7 @@ TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
             reader.error(true, "[1,]", 4);
         } catch (const std::bad_alloc&) {
             g_allocations.isArmed = false;
-            ++told;
+            ++reported;
             EXPECT_EQ(reader.error(false, "[1,]", 4),
                       "parse error: unallowed token at this point in JSON text\n");
             EXPECT_EQ(reader.status(), ReadStatus::error);
@@ -313,7 +313,7 @@ TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
             throw;
         }
     });
-    EXPECT_EQ(told, 3U);
+    EXPECT_EQ(reported, 3U);
 }
 
 TEST(MemoryFailure, is_not_brought_nearer_by_telling_a_fault_often) {
