@@ -29,7 +29,7 @@ public:
     Array(const Array& other, T* parent = nullptr);
     /// The same in place of the present items; the parent stays. The copies are complete before the
     /// former items are destroyed. Calls updateVector(), after which the copies report index 0.
-    /// Throws std::bad_alloc, leaving this array unchanged.
+    /// Throws std::bad_alloc, leaving this array unchanged. Linear cost.
     Array& operator=(const Array& other);
     /// Takes the other's items over, with their addresses, whose parent is `parent` then; `other`
     /// is empty afterwards. Linear in the number of items.
@@ -40,8 +40,10 @@ public:
     // A cycle is avoided by a copy.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor,bugprone-exception-escape)
     Array& operator=(Array&& other);
+    /// Linear cost.
     ~Array() override;
 
+    /// Appends a copy, at the cost of making it.
     void push_back(const T& value) override;
     /// Appends a null item and returns it. With push_back(), the way to build an array. Amortised
     /// constant cost.

@@ -67,7 +67,7 @@ public:
     /// The same for a text of any length.
     void parse(const std::string& text);
     /// Reads what the stream has available until it reports no more, in pieces of at most 255
-    /// bytes.
+    /// bytes. Linear cost.
     std::istream& parse(std::istream& in);
 
     /// The result of the last parse(): 0 a complete value was read, 1 the listener stopped it, 2

@@ -62,7 +62,7 @@ public:
 
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content
     /// already is left alone. Throws FileException, with the file as it was, also where text()
-    /// would throw. The cause, where there is one, names the element.
+    /// would throw. The cause, where there is one, names the element. Costs text() and the writing.
     ///
     /// The file that the document was loaded from must still be as it was then, or as this document
     /// saved it last: otherwise the edits of others would be lost, and FileException is thrown with
@@ -71,7 +71,7 @@ public:
     void save(const std::string& file) const;
 
     /// The same with the document laid out anew, without its comments. Throws also where the
-    /// generator refuses a value (see Generator::state()).
+    /// generator refuses a value (see Generator::state()). Linear cost.
     void save(const std::string& file, const WriteOptions& options) const;
 
     /// Where the element stood in the text that the document was loaded or parsed from. Nothing for

@@ -17,8 +17,9 @@
 namespace ko::Orvid {
 
 /// An error, with the path of the element that it concerns where there is one. The path is computed
-/// when the exception is built and owned by it, so the exception outlives the tree. What the
-/// constructors throw (out of memory, while the path or a text is copied) passes through.
+/// when the exception is built, which costs Element::path(), and owned by it, so the exception
+/// outlives the tree. What the constructors throw (out of memory, while the path or a text is
+/// copied) passes through.
 class KO_API Exception : public ko::Exception {
 public:
     explicit Exception(const ko::Exception* cause);

@@ -42,8 +42,9 @@ class KO_API FileLock {
 public:
     static constexpr std::chrono::milliseconds k_patience{60000};
 
-    /// Waits for the lock as long as `patience`. Throws FileException when that is over (its
-    /// error() is ETIMEDOUT), or when the lock cannot be had for lack of space or descriptors.
+    /// Waits for the lock as long as `patience`, asking for it again and again. Throws
+    /// FileException when that is over (its error() is ETIMEDOUT), or when the lock cannot be had
+    /// for lack of space or descriptors.
     explicit FileLock(const std::string& name, std::chrono::milliseconds patience = k_patience);
     ~FileLock();
     FileLock(const FileLock&) = delete;

@@ -36,7 +36,8 @@ public:
 
     /// The next record; null after the last one. The element is the same each time: it can be
     /// changed, and moved from, and is read anew by the next call. Throws ParseException as above,
-    /// Exception where the stream fails, and std::bad_alloc, which skips the line too.
+    /// Exception where the stream fails, and std::bad_alloc, which skips the line too. Linear in
+    /// the length of the line.
     Element* next();
     /// The 1-based number of the line that was read last; 0 before the first one.
     unsigned long long number() const noexcept;

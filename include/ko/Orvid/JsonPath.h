@@ -59,7 +59,8 @@ public:
     /// The query for the place that the pointer names: a step that can be an index is one. Throws
     /// Exception for a step `-`, which names no element. Linear in the length.
     static JsonPath fromPointer(const JsonPointer& pointer);
-    /// The same with the document below `root` to decide what is a key and what is an index.
+    /// The same with the document below `root` to decide what is a key and what is an index, which
+    /// costs the lookup.
     static JsonPath fromPointer(const JsonPointer& pointer, const Element& root);
 
     /// The text as it was given.
@@ -68,7 +69,7 @@ public:
     bool isSingular() const noexcept;
     /// The same place as path text or pointer. Throw Exception for a query that is not singular, or
     /// has an index that the other language cannot express: a negative one, or one that is not
-    /// below k_noIndex. toPath() does so also for an empty key.
+    /// below k_noIndex. toPath() does so also for an empty key. Linear in the length.
     Path toPath() const;
     JsonPointer toPointer() const;
 

@@ -30,7 +30,7 @@ public:
     /// the root. Linear in the depth and the length of the keys.
     static JsonPointer of(const Element& element, const Element* relativeTo = nullptr);
     /// The steps of a path: a key as it is, an index in digits, `-` for `[*]`. Throws
-    /// ParseException for a malformed path.
+    /// ParseException for a malformed path. Linear in the length.
     static JsonPointer fromPath(const Path& path);
 
     const std::vector<std::string>& steps() const noexcept { return m_steps; }
@@ -43,14 +43,14 @@ public:
     void push_back(std::string_view step) { m_steps.emplace_back(step); }
     /// Takes the last step away; there must be one. Constant cost.
     void pop_back() { m_steps.pop_back(); }
-    /// Whether `other` is this place or lies below it, step by step as text.
+    /// Whether `other` is this place or lies below it, step by step as text. Linear in the length.
     bool contains(const JsonPointer& other) const noexcept;
 
     /// Path text with every step that can be an index as one, and `[*]` for `-`. Throws Exception
-    /// for an empty key, which path text cannot express.
+    /// for an empty key, which path text cannot express. Linear in the length.
     Path toPath() const;
     /// The same with the document below `start` to decide what is a key and what is an index; from
-    /// where that ends, as toPath().
+    /// where that ends, as toPath(). Costs find() besides.
     Path toPath(const Element& start) const;
 
     /// The element at this place below `start`, or null. For each step O(log n) in an object and
@@ -58,7 +58,8 @@ public:
     Element* find(Element& start) const;
     const Element* find(const Element& start) const;
     /// The element at this place below `start`. Throws PathNotFound, with this pointer's text as
-    /// path, the step that leads nowhere as key, and the element before that as context.
+    /// path, the step that leads nowhere as key, and the element before that as context. Costs
+    /// find().
     Element& get(Element& start) const;
     const Element& get(const Element& start) const;
 

@@ -27,8 +27,8 @@ namespace ko::Orvid {
 /// Two that edit a file at the same time lose no edit when each holds a FileLock from before it
 /// reads to after commit(), and says by expect() what it has read.
 ///
-/// All failures are FileException with the name that was given, and leave the file as it was, but
-/// for the one that commit() names.
+/// All failures are FileException with the name that was given, and leave the file as it was,
+/// except for the one that commit() names.
 class KO_API SafeFile {
 public:
     /// Makes the temporary file. Throws where the file is no regular file, or may not be written
@@ -47,6 +47,7 @@ public:
     void write(std::string_view bytes);
     /// Flushes the new content to the disk, gives the file that content, and flushes the folder.
     /// When only that last step fails, it throws with the new content in place. Nothing may follow.
+    /// Waits for the disk, twice.
     void commit();
 
     /// The file that is replaced, with symbolic links followed.
@@ -70,7 +71,7 @@ private:
     std::optional<FileStamp> m_expected;
 };
 
-/// Gives the file that content, at once (see SafeFile).
+/// Gives the file that content, at once (see SafeFile), and waits for the disk.
 KO_API void replaceFile(const std::string& name, std::string_view content);
 
 /// All bytes of a file, which may be a pipe or a device. Throws FileException.
