@@ -10,30 +10,21 @@
 #include <string>
 
 #include "Input.h"
+#include "readShallow.h"
 #include "require.h"
 #include "SameTree.h"
 #include "support/CountedMemory.h"
 
 namespace {
 
-using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 using ko::Orvid::Exception;
-using ko::Orvid::ParseException;
 using orvid_fuzz::Input;
+using orvid_fuzz::readShallow;
 using orvid_fuzz::require;
 using orvid_fuzz::SameTree;
 
-constexpr std::size_t k_deepest = 60;
 constexpr std::uint64_t k_limit = 1000;
-
-bool read(Element& root, const std::string& text) {
-    ko::Orvid::ReadOptions options;
-    options.maxDepth = k_deepest;
-    DomParser parser(options);
-    return !orvid_fuzz::throws<ParseException>([&] { parser.parse(root, text + "\n"); }) &&
-           parser.state() == 0;
-}
 
 /// Holds the action to its cost for a `size` of all that goes in.
 template<class Action>
@@ -71,7 +62,7 @@ void checkApplied(const Element& from, const Element& patch, std::size_t size) {
 
 void checkFilled(const std::string& data, const std::string& schema, std::size_t size) {
     Element root;
-    if (!read(root, "{\"meta\":{\"schema\":" + schema + "},\"data\":" + data + "}")) {
+    if (!readShallow(root, "{\"meta\":{\"schema\":" + schema + "},\"data\":" + data + "}")) {
         return;
     }
     const Element before(root);
@@ -92,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const std::string second = input.rest();
     Element from;
     Element to;
-    if (!read(from, first) || !read(to, second)) {
+    if (!readShallow(from, first) || !readShallow(to, second)) {
         return 0;
     }
     checkMade(from, to, size);

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "support/Document.h"
+#include "support/Order.h"
 
 namespace {
 
@@ -26,6 +27,8 @@ using ko::Orvid::makeObject;
 using ko::Orvid::Number;
 using namespace ko::Orvid::literals;
 using orvid_test::Document;
+using orvid_test::expectOrder;
+using orvid_test::orderOfPlaces;
 
 Element empty() { return Element::k_emptyElement; }
 
@@ -68,21 +71,6 @@ std::vector<std::vector<Element>> values() {
             {"[{}]"_json}};
 }
 
-int sign(int result) { return int{result > 0} - int{result < 0}; }
-
-void expectOrder(const Element& a, const Element& b, int expected) {
-    EXPECT_EQ(a.order(b), expected);
-    EXPECT_EQ(a == b, expected == 0);
-    EXPECT_EQ(a != b, expected != 0);
-    EXPECT_EQ(a < b, expected < 0);
-    EXPECT_EQ(a > b, expected > 0);
-    EXPECT_EQ(a <= b, expected <= 0);
-    EXPECT_EQ(a >= b, expected >= 0);
-    if (expected == 0) {
-        EXPECT_EQ(std::hash<Element>()(a), std::hash<Element>()(b));
-    }
-}
-
 TEST(ElementOrder, is_total_and_the_same_each_time) {
     const std::vector<std::vector<Element>> lines = values();
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -90,7 +78,7 @@ TEST(ElementOrder, is_total_and_the_same_each_time) {
             for (const Element& a : lines[i]) {
                 for (const Element& b : lines[j]) {
                     SCOPED_TRACE("lines " + std::to_string(i) + " and " + std::to_string(j));
-                    expectOrder(a, b, sign(static_cast<int>(i) - static_cast<int>(j)));
+                    expectOrder(a, b, orderOfPlaces(i, j));
                     EXPECT_EQ(a == b, i == j);
                 }
             }
