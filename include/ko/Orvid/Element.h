@@ -12,7 +12,6 @@
 #include <ko/Orvid/detail/ElementValue.h>
 #include <ko/Orvid/detail/Places.h>
 #include <ko/Orvid/fwd.h>
-#include <ko/Orvid/Path.h>
 #include <ko/Orvid/PathView.h>
 #include <ko/Orvid/types.h>
 
@@ -105,18 +104,19 @@ public:
     ///@}
 
     /// @name Reading: the payload
-    /// After ensureType(). References live until this element takes another type or is destroyed.
+    /// After ensureType(). References live until this element takes another type or is destroyed:
+    /// `for (Element& item : parse(text).array())` goes through what is gone already.
     ///@{
-    bool& boolean();
-    const bool& boolean() const;
-    Number& number();
-    const Number& number() const;
-    std::string& string();
-    const std::string& string() const;
-    TObject& object();
-    const TObject& object() const;
-    TArray& array();
-    const TArray& array() const;
+    bool& boolean() KO_LIFETIME_BOUND;
+    const bool& boolean() const KO_LIFETIME_BOUND;
+    Number& number() KO_LIFETIME_BOUND;
+    const Number& number() const KO_LIFETIME_BOUND;
+    std::string& string() KO_LIFETIME_BOUND;
+    const std::string& string() const KO_LIFETIME_BOUND;
+    TObject& object() KO_LIFETIME_BOUND;
+    const TObject& object() const KO_LIFETIME_BOUND;
+    TArray& array() KO_LIFETIME_BOUND;
+    const TArray& array() const KO_LIFETIME_BOUND;
     ///@}
 
     /// @name Reading: the value in one step
@@ -151,14 +151,14 @@ public:
     /// TypeException unless this is an array, or an object; item() and member() answer null.
     ///@{
     std::size_t size() const noexcept;  ///< 0 unless this is an array or an object
-    Element& at(std::size_t position);
-    const Element& at(std::size_t position) const;
-    Element& at(std::string_view key);
-    const Element& at(std::string_view key) const;
-    Element* item(std::size_t position) noexcept;
-    const Element* item(std::size_t position) const noexcept;
-    Element* member(std::string_view key);
-    const Element* member(std::string_view key) const;
+    Element& at(std::size_t position) KO_LIFETIME_BOUND;
+    const Element& at(std::size_t position) const KO_LIFETIME_BOUND;
+    Element& at(std::string_view key) KO_LIFETIME_BOUND;
+    const Element& at(std::string_view key) const KO_LIFETIME_BOUND;
+    Element* item(std::size_t position) noexcept KO_LIFETIME_BOUND;
+    const Element* item(std::size_t position) const noexcept KO_LIFETIME_BOUND;
+    Element* member(std::string_view key) KO_LIFETIME_BOUND;
+    const Element* member(std::string_view key) const KO_LIFETIME_BOUND;
     bool contains(std::string_view key) const { return member(key) != nullptr; }
     ///@}
 
