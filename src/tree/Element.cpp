@@ -122,6 +122,11 @@ void Element::swap(Element& other) {
 
 void swap(Element& a, Element& b) { a.swap(b); }
 
+bool operator!=(const Element& a, const Element& b) { return !(a == b); }
+bool operator>(const Element& a, const Element& b) { return b < a; }
+bool operator<=(const Element& a, const Element& b) { return !(b < a); }
+bool operator>=(const Element& a, const Element& b) { return !(a < b); }
+
 Element::~Element() { destroy(m_data); }
 
 void Element::destroy() {}

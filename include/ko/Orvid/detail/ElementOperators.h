@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What an element can do that is no member of it: comparison, swap(), its hash and its streams.
-// Part of Element.h, which includes it.
+// Part of Element.h, which includes it before Element is defined: nothing is called here.
 
 #pragma once
 
@@ -22,15 +22,15 @@ KO_API void swap(Element& a, Element& b);
 /// members in whatever order. Linear, except for a logarithm for each member that stands elsewhere
 /// in the other object; constant stack. Throws nothing but std::bad_alloc.
 KO_API bool operator==(const Element& a, const Element& b);
-inline bool operator!=(const Element& a, const Element& b) { return !(a == b); }
+KO_API bool operator!=(const Element& a, const Element& b);
 ///@}
 
 ///@{
 /// By Element::order(), which agrees with `==` and has the cost. Throws nothing but std::bad_alloc.
 KO_API bool operator<(const Element& a, const Element& b);
-inline bool operator>(const Element& a, const Element& b) { return b < a; }
-inline bool operator<=(const Element& a, const Element& b) { return !(b < a); }
-inline bool operator>=(const Element& a, const Element& b) { return !(a < b); }
+KO_API bool operator>(const Element& a, const Element& b);
+KO_API bool operator<=(const Element& a, const Element& b);
+KO_API bool operator>=(const Element& a, const Element& b);
 ///@}
 
 }  // namespace ko::Orvid
