@@ -67,7 +67,9 @@ private:
                                                                : nullptr;
     }
 
-    bool isText(const std::string& text) const { return m_allowInvalidUtf8 || isUtf8(text); }
+    bool isText(const std::string& text) const {
+        return m_allowInvalidUtf8 || text.empty() || isUtf8(text);
+    }
 
     void open(const Element& element) {
         if (element.isObject()) {

@@ -42,6 +42,12 @@ const char* runEnd(const char* at, const char* end, const StopsIn& stopsIn,
         }
         at += AnyBlock::k_length;
     }
+    if (AnyBlock::k_length > PlainBlock::k_length && end - at >= PlainBlock::k_length) {
+        if (const auto stops = stopsIn(PlainBlock(at))) {
+            return at + PlainBlock::first(stops);
+        }
+        at += PlainBlock::k_length;
+    }
     while (at != end && !isStop(*at)) {
         ++at;
     }
@@ -51,14 +57,14 @@ const char* runEnd(const char* at, const char* end, const StopsIn& stopsIn,
 template<class AnyBlock = Block>
 const char* whitespaceEnd(const char* at, const char* end) noexcept {
     return runEnd<AnyBlock>(
-        at, end, [](const AnyBlock& block) { return block.notWhitespace(); },
+        at, end, [](const auto& block) { return block.notWhitespace(); },
         [](char c) { return !isWhitespace(c); });
 }
 
 template<class AnyBlock = Block>
 const char* digitsEnd(const char* at, const char* end) noexcept {
     return runEnd<AnyBlock>(
-        at, end, [](const AnyBlock& block) { return block.notDigit(); },
+        at, end, [](const auto& block) { return block.notDigit(); },
         [](char c) { return !isDigit(c); });
 }
 
@@ -66,10 +72,10 @@ const char* digitsEnd(const char* at, const char* end) noexcept {
 /// after it, is above ASCII.
 template<class AnyBlock = Block>
 const char* plainEnd(const char* at, const char* end, bool& hasHigh) noexcept {
-    typename AnyBlock::Marks high = 0;
+    std::uint64_t high = 0;
     const char* const stop = runEnd<AnyBlock>(
         at, end,
-        [&](const AnyBlock& block) {
+        [&](const auto& block) {
             high |= block.high();
             return block.special();
         },
@@ -90,8 +96,7 @@ const char* plainEnd(const char* at, const char* end) noexcept {
 template<class AnyBlock = Block>
 const char* asciiEnd(const char* at, const char* end) noexcept {
     return runEnd<AnyBlock>(
-        at, end, [](const AnyBlock& block) { return block.high(); },
-        [](char c) { return isHigh(c); });
+        at, end, [](const auto& block) { return block.high(); }, [](char c) { return isHigh(c); });
 }
 
 /// How many bytes are `c`.

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "text/ByteRuns.h"
@@ -90,6 +91,34 @@ inline NumberPart followNumber(NumberPart part, const char*& at, const char* end
         part = NumberPart::power;
     }
     return part;
+}
+
+/// The end of a number that something follows, looked for without a question after each byte
+/// whether the text is over. Null for one with many digits or an exponent, for a faulty one, and
+/// near the end of the text.
+template<class AnyBlock = Block>
+const char* usualNumberEnd(const char* at, const char* end) noexcept {
+    constexpr std::ptrdiff_t k_digits = 20;
+    if (end - at <= 2 + k_digits + AnyBlock::k_length) {
+        return nullptr;
+    }
+    at += *at == '-' ? 1 : 0;
+    const char* const first = at;
+    while (isDigit(*at) && at - first < k_digits) {
+        ++at;
+    }
+    if (at == first || (*first == '0' && at - first > 1)) {
+        return nullptr;
+    }
+    if (*at == '.') {
+        const auto stops = AnyBlock(++at).notDigit();
+        at = stops == 0 ? digitsEnd<AnyBlock>(at + AnyBlock::k_length, end)
+                        : at + AnyBlock::first(stops);
+        if (at == end || !isDigit(at[-1])) {
+            return nullptr;
+        }
+    }
+    return (*at | 0x20) == 'e' || isDigit(*at) ? nullptr : at;
 }
 
 /// The end of the number that begins at `at`, if there is a whole one; otherwise null.

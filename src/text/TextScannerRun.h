@@ -234,6 +234,11 @@ inline const char* TextScanner::takeKey(const char* at, const char* end, Sink& s
 
 template<class Sink>
 inline const char* TextScanner::takeNumber(const char* at, const char* end, Sink& sink) {
+    const char* const usual = m_verified == 0 ? text::usualNumberEnd(at, end) : nullptr;
+    if (usual != nullptr) {
+        sink.number({at, static_cast<std::size_t>(usual - at)}, placeOf(at, usual));
+        return usual;
+    }
     const char* stop = at + m_verified;
     const text::NumberPart part =
         text::followNumber(m_verified == 0 ? text::NumberPart::nothing : m_part, stop, end);

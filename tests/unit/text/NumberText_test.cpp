@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -49,6 +51,45 @@ TEST(NumberText, takes_nothing_else) {
           "1e-", "e5",  "01", "-01", "00",  "1.5.5",    "1e5e5", "1e5.5", " 1",
           "1 ",  "0x1", "1a", "--1", "NaN", "Infinity", "1,5"}) {
         EXPECT_FALSE(text::isNumber(number)) << number;
+    }
+}
+
+/// What usualNumberEnd() says of `number` with `after` and enough else behind it.
+template<class Block>
+std::ptrdiff_t usualLength(const std::string& number, char after) {
+    const std::string text = number + after + std::string(64, ' ');
+    const char* const end = text::usualNumberEnd<Block>(text.data(), text.data() + text.size());
+    return end == nullptr ? 0 : end - text.data();
+}
+
+template<class Block>
+void expectUsualNumbersOnly() {
+    for (const std::string number :
+         {"0", "-0", "7", "-7", "10", "0.0", "-0.5", "12.25", "12345678901234567890",
+          "-65.613616999999977", "1.123456789012345678901234567890"}) {
+        for (const char after : {',', ']', '}', ' ', '\n', ':', 'x', '-'}) {
+            EXPECT_EQ(static_cast<std::ptrdiff_t>(number.size()), usualLength<Block>(number, after))
+                << number;
+        }
+    }
+    for (const std::string number : {"-", "+1", ".5", "1.", "-.5", "1.e5", "1e5", "1E5", "1.5e5",
+                                     "01", "-01", "00", "--1", "", "123456789012345678901"}) {
+        EXPECT_EQ(0, usualLength<Block>(number, ',')) << number;
+    }
+}
+
+TEST(NumberText, finds_the_end_of_usual_numbers_at_once) {
+    expectUsualNumbersOnly<text::Block>();
+    expectUsualNumbersOnly<text::PlainBlock>();
+}
+
+TEST(NumberText, leaves_numbers_near_the_end_of_the_text_to_others) {
+    const std::string number = "-12345678901234567890.1234567890123456";
+    for (std::size_t length = 0; length <= number.size(); ++length) {
+        // Of its own, so that a sanitizer sees a look beyond the end.
+        const std::vector<char> text(number.begin(),
+                                     number.begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_EQ(nullptr, text::usualNumberEnd(text.data(), text.data() + text.size()));
     }
 }
 
