@@ -75,8 +75,6 @@ Number::Number(const char* text) : m_store(std::string_view(text)) {}
 
 Number::Number(const char* text, unsigned int length) : m_store(std::string_view(text, length)) {}
 
-Number::Number(std::string_view text) : m_store(text) {}
-
 Number::Number(const std::wstring& text) : m_store(convert(text)) {}
 
 Number::Number(const wchar_t* text) : Number(std::wstring(text)) {}

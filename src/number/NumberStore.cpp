@@ -147,39 +147,22 @@ void NumberStore::construct(std::string_view text, const SBinary& binary) {
 
 void NumberStore::constructLong(std::string_view text, const SBinary& binary) {
     if (text.size() <= k_capacity && binary.kind == Number::ebNone && binary.bits == 0) {
-        m_length = static_cast<unsigned char>(text.size());
-        m_kind.store(0, std::memory_order_relaxed);
-        m_word.store(0, std::memory_order_relaxed);
-        // Both halves of at most 16 bytes, which overlap.
-        std::memcpy(m_bytes, text.data(), k_small);
-        std::memcpy(m_bytes + text.size() - k_small, text.data() + text.size() - k_small, k_small);
-        return;
+        return layOutWide(text);
     }
     const std::uint64_t word = packed(binary);
     if (text.size() > k_capacity || (word == 0 && isNeeded(binary, text))) {
         layOut(make(text, false, nullptr), binary, 0);
         return;
     }
-    m_length = static_cast<unsigned char>(text.size());
-    copyBytes(0, text);
+    layOutWide(text);
     m_word.store(word, std::memory_order_relaxed);
 }
 
-NumberStore::NumberStore(const NumberStore& other) {
-    const std::uint64_t word = other.isWide() ? other.m_word.load(std::memory_order_acquire) : 0;
-    if (other.isWide() && heapOf(word) == nullptr) {
-        m_length = other.m_length;
-        m_kind.store(0, std::memory_order_relaxed);
-        m_word.store(word, std::memory_order_relaxed);
-        std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
-    } else if (!other.isWide() && other.heap() == nullptr) {
-        layOut(nullptr, other.binary(), other.m_length);
-        std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
-    } else {
-        construct(other.givenText(), other.binary());
-        if (!other.hasGivenText()) {
-            m_length = k_noText;
-        }
+/// A text on the heap, or one that came there just now.
+void NumberStore::constructLike(const NumberStore& other) {
+    construct(other.givenText(), other.binary());
+    if (!other.hasGivenText()) {
+        m_length = k_noText;
     }
 }
 

@@ -24,24 +24,34 @@ public:
     /// Nothing where the budget is too small.
     std::optional<bool> holds(const Element& a, const Element& b) {
         bool result = compare(a, b);
-        while (result && !m_open.empty()) {
-            result = m_open.back().isArray ? compareItems() : compareMembers();
+        while (result && m_isOpen) {
+            m_isInterrupted = false;
+            result = m_open.a->isArray() ? compareItems() : compareMembers();
         }
         return m_isSpent ? std::nullopt : std::optional<bool>(result);
     }
     unsigned long long budget() const { return m_budget; }
 
 private:
-    /// Two containers of the same size, and how far they agree.
+    using Member = Element::TObject::const_iterator;
+
+    /// Two containers of the same type and size, and how many of their children agree.
     struct SOpen {
-        bool isArray;
-        Element::TArray::const_iterator item;
-        Element::TArray::const_iterator otherItem;
-        const Element::TObject* otherObject;
-        Element::TObject::const_iterator member;
-        Element::TObject::const_iterator beside;  ///< mostly the members stand in the same order
-        std::size_t left;                         ///< how many are still to be compared
+        const Element* a;
+        const Element* b;
+        std::size_t done;
+        // Of objects: the next ones, whose keys are mostly the same.
+        Member member;
+        Member beside;
     };
+
+    // Without a look at the type.
+    static const Element::TArray& arrayOf(const Element& element) {
+        return *element.data().value.array;
+    }
+    static const Element::TObject& objectOf(const Element& element) {
+        return *element.data().value.object;
+    }
 
     /// Answers for scalars. Containers of the same size are opened.
     bool compare(const Element& a, const Element& b) {
@@ -58,32 +68,39 @@ private:
             case etString:
                 return sameString(*left.value.string, *right.value.string);
             case etObject:
-                return open(*left.value.object, *right.value.object);
+                return sameSize(*left.value.object, *right.value.object) && openObject(a, b);
             case etArray:
-                return open(*left.value.array, *right.value.array);
+                return sameSize(*left.value.array, *right.value.array) && open({&a, &b, 0, {}, {}});
             default:
                 return true;
         }
     }
 
-    bool open(const Element::TArray& a, const Element::TArray& b) {
-        if (a.size() != b.size() || !spend(a.size())) {
-            return false;
+    bool openObject(const Element& a, const Element& b) {
+        return open({&a, &b, 0, objectOf(a).begin(), objectOf(b).begin()});
+    }
+
+    bool open(const SOpen& opened) {
+        if (m_isOpen) {
+            m_outer.push_back(m_open);
         }
-        if (!a.empty()) {
-            m_open.push_back({true, a.begin(), b.begin(), nullptr, {}, {}, a.size()});
-        }
+        m_open = opened;
+        m_isOpen = true;
+        m_isInterrupted = true;
         return true;
     }
 
-    bool open(const Element::TObject& a, const Element::TObject& b) {
-        if (a.size() != b.size() || !spend(a.size())) {
-            return false;
+    void close() {
+        m_isOpen = !m_outer.empty();
+        if (m_isOpen) {
+            m_open = m_outer.back();
+            m_outer.pop_back();
         }
-        if (!a.empty()) {
-            m_open.push_back({false, {}, {}, &b, a.begin(), b.begin(), a.size()});
-        }
-        return true;
+    }
+
+    template<class Container>
+    bool sameSize(const Container& a, const Container& b) {
+        return a.size() == b.size() && spend(a.size());
     }
 
     bool sameString(const std::string& a, const std::string& b) {
@@ -106,46 +123,40 @@ private:
     // trees are walked in the order in which they lie in memory.
 
     bool compareItems() {
-        const std::size_t depth = m_open.size();
-        while (m_open.size() == depth) {
-            SOpen& open = m_open.back();
-            if (open.left == 0) {
-                m_open.pop_back();
-                return true;
-            }
-            const Element& item = *open.item;
-            const Element& other = *open.otherItem;
-            ++open.item;
-            ++open.otherItem;
-            --open.left;
-            if (!compare(item, other)) {
+        const Element::TArray& items = arrayOf(*m_open.a);
+        const Element::TArray& others = arrayOf(*m_open.b);
+        while (m_open.done != items.size()) {
+            const std::size_t position = m_open.done++;
+            if (!compare(items[position], others[position])) {
                 return false;
             }
+            if (m_isInterrupted) {
+                return true;
+            }
         }
+        close();
         return true;
     }
 
     bool compareMembers() {
-        const std::size_t depth = m_open.size();
-        while (m_open.size() == depth) {
-            SOpen& open = m_open.back();
-            if (open.left == 0) {
-                m_open.pop_back();
-                return true;
-            }
-            const auto& [key, value] = *open.member;
-            const auto other =
-                open.beside->first == key ? open.beside : open.otherObject->find(key);
-            if (other == open.otherObject->end()) {
+        const Element::TObject& members = objectOf(*m_open.a);
+        const Element::TObject& others = objectOf(*m_open.b);
+        while (m_open.done != members.size()) {
+            const auto& [key, value] = *m_open.member++;
+            const Member other = m_open.beside->first == key ? m_open.beside : others.find(key);
+            if (other == others.end()) {
                 return false;
             }
-            ++open.member;
-            ++open.beside;
-            --open.left;
+            ++m_open.beside;
+            ++m_open.done;
             if (!compare(value, other->second)) {
                 return false;
             }
+            if (m_isInterrupted) {
+                return true;
+            }
         }
+        close();
         return true;
     }
 
@@ -163,7 +174,10 @@ private:
     unsigned long long m_budget;
     const bool m_isUnlimited;
     bool m_isSpent = false;
-    std::vector<SOpen> m_open;
+    bool m_isOpen = false;         ///< whether there is a container in m_open
+    bool m_isInterrupted = false;  ///< since it was opened just now
+    SOpen m_open{};
+    std::vector<SOpen> m_outer;
 };
 
 }  // namespace

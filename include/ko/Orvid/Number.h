@@ -106,7 +106,7 @@ public:
     Number(const std::string& text);
     Number(const char* text);
     Number(const char* text, unsigned int length);
-    explicit Number(std::string_view text);
+    explicit Number(std::string_view text) : m_store(text) {}
     explicit Number(const std::wstring& text);
     explicit Number(const wchar_t* text);
     Number(const wchar_t* text, unsigned int length);
@@ -254,6 +254,7 @@ public:
     void syncToString() const;
 
 private:
+    friend bool operator==(const Number& a, const Number& b);
     friend struct NumberProbe;  // lets the tests make the kind that no operation produces
 
     using SBinary = NumberStore::SBinary;
@@ -275,8 +276,10 @@ private:
 
 ///@{
 /// By Number::order().
-inline bool operator==(const Number& a, const Number& b) { return a.order(b) == 0; }
-inline bool operator!=(const Number& a, const Number& b) { return a.order(b) != 0; }
+inline bool operator==(const Number& a, const Number& b) {
+    return a.m_store.hasSameTextAs(b.m_store) || a.order(b) == 0;
+}
+inline bool operator!=(const Number& a, const Number& b) { return !(a == b); }
 inline bool operator<(const Number& a, const Number& b) { return a.order(b) < 0; }
 inline bool operator>(const Number& a, const Number& b) { return a.order(b) > 0; }
 inline bool operator<=(const Number& a, const Number& b) { return a.order(b) <= 0; }

@@ -53,6 +53,8 @@ public:
         if (text.size() <= k_small) {
             layOut(nullptr, {}, static_cast<unsigned char>(text.size()));
             copyBytes(k_textOffset, text);
+        } else if (text.size() <= k_capacity) {
+            layOutWide(text);
         } else {
             constructLong(text, {});
         }
@@ -60,7 +62,22 @@ public:
     NumberStore(std::string_view text, const SBinary& binary);
     /// Without a given text.
     explicit NumberStore(const SBinary& binary) noexcept { layOut(nullptr, binary, k_noText); }
-    NumberStore(const NumberStore& other);
+    NumberStore(const NumberStore& other) {
+        // Each word is read once: another thread may add a heap text meanwhile.
+        const std::uint64_t word =
+            other.isWide() ? other.m_word.load(std::memory_order_acquire) : 0;
+        if (other.isWide() && heapOf(word) == nullptr) {
+            m_length = other.m_length;
+            m_kind.store(0, std::memory_order_relaxed);
+            m_word.store(word, std::memory_order_relaxed);
+            std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
+        } else if (!other.isWide() && other.heap() == nullptr) {
+            layOut(nullptr, other.binary(), other.m_length);
+            std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
+        } else {
+            constructLike(other);
+        }
+    }
     /// `other` is left with neither text nor kind.
     NumberStore(NumberStore&& other) noexcept;
     NumberStore& operator=(const NumberStore&) = delete;
@@ -94,6 +111,16 @@ public:
         return {m_word.load(std::memory_order_relaxed), static_cast<unsigned char>(kind & k_kinds),
                 (kind & k_whole) != 0};
     }
+    /// Whether both were given the same text, and have it in here. False says nothing.
+    bool hasSameTextAs(const NumberStore& other) const noexcept {
+        if (m_length != other.m_length || m_length > k_capacity || hasHeapText() ||
+            other.hasHeapText()) {
+            return false;
+        }
+        const std::size_t begin = isWide() ? 0 : k_textOffset;
+        return areEqual(m_bytes + begin, other.m_bytes + begin, m_length);
+    }
+
     /// Keeps the binary value of a given text, if there is room for it.
     void keep(const SBinary& binary) const noexcept;
 
@@ -116,6 +143,38 @@ private:
     static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
     static constexpr unsigned char k_kinds = 0x7F;
     static constexpr std::uint64_t k_tag = 3;  ///< in m_word: the packed kind, 0 for a pointer
+
+    template<class Word>
+    static Word wordAt(const void* bytes) noexcept {
+        Word word;
+        std::memcpy(&word, bytes, sizeof word);
+        return word;
+    }
+    /// Of at most k_capacity bytes, in words that overlap.
+    static bool areEqual(const unsigned char* a, const unsigned char* b,
+                         std::size_t length) noexcept {
+        const auto differ = [=](auto word, std::size_t at) {
+            using Word = decltype(word);
+            return static_cast<std::uint64_t>(wordAt<Word>(a + at) ^ wordAt<Word>(b + at));
+        };
+        if (length >= sizeof(std::uint64_t)) {
+            const std::size_t last = length - sizeof(std::uint64_t);
+            const std::size_t middle =
+                length > 2 * sizeof(std::uint64_t) ? sizeof(std::uint64_t) : 0;
+            const std::uint64_t none = 0;
+            return (differ(none, 0) | differ(none, middle) | differ(none, last)) == 0;
+        }
+        if (length >= sizeof(std::uint32_t)) {
+            const std::uint32_t none = 0;
+            return (differ(none, 0) | differ(none, length - sizeof none)) == 0;
+        }
+        for (std::size_t i = 0; i < length; ++i) {
+            if (a[i] != b[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
 
     static SHeap* make(std::string_view text, bool isDerived, SHeap* former);
     static void release(SHeap* heap) noexcept;
@@ -165,13 +224,39 @@ private:
     static unsigned char kindByte(const SBinary& binary) noexcept {
         return static_cast<unsigned char>(binary.kind | (binary.isWhole ? k_whole : 0U));
     }
+    /// At most k_small bytes, in words that overlap.
     void copyBytes(std::size_t at, std::string_view text) noexcept {
-        if (!text.empty()) {
-            std::memcpy(m_bytes + at, text.data(), text.size());
+        unsigned char* const to = m_bytes + at;
+        const char* const from = text.data();
+        const std::size_t length = text.size();
+        const auto copyEnds = [=](auto word) {
+            const auto last = wordAt<decltype(word)>(from + length - sizeof word);
+            word = wordAt<decltype(word)>(from);
+            std::memcpy(to, &word, sizeof word);
+            std::memcpy(to + length - sizeof last, &last, sizeof last);
+        };
+        if (length >= sizeof(std::uint64_t)) {
+            copyEnds(std::uint64_t());
+        } else if (length >= sizeof(std::uint32_t)) {
+            copyEnds(std::uint32_t());
+        } else {
+            for (std::size_t i = 0; i < length; ++i) {
+                to[i] = static_cast<unsigned char>(from[i]);
+            }
         }
+    }
+    /// A wide text without a binary value.
+    void layOutWide(std::string_view text) noexcept {
+        m_length = static_cast<unsigned char>(text.size());
+        m_kind.store(0, std::memory_order_relaxed);
+        m_word.store(0, std::memory_order_relaxed);
+        // Both halves of at most 16 bytes, which overlap.
+        std::memcpy(m_bytes, text.data(), k_small);
+        std::memcpy(m_bytes + text.size() - k_small, text.data() + text.size() - k_small, k_small);
     }
     void construct(std::string_view text, const SBinary& binary);
     void constructLong(std::string_view text, const SBinary& binary);
+    void constructLike(const NumberStore& other);
     void steal(NumberStore& other) noexcept;
     void useHeap(SHeap& heap, const SBinary& binary, bool isDerived) noexcept;
     SBinary wideBinary() const noexcept;
