@@ -4,7 +4,9 @@
 // address tells: k_header bytes behind a multiple of k_grain it follows a header, which names the
 // slab or none; on a multiple of k_grain it lies in a page, whose head, at the multiple of k_page
 // below, names the slab. So most blocks of a slab need no header. Only what lies before its first
-// page, which is all of a small slab, is given out with headers.
+// page, which is all of a small slab, is given out with headers. Pages of cells are taken from the
+// end of a slab. A cell lies k_header bytes behind a multiple of k_grain, where `new` gives nothing
+// of that size.
 
 #include <ko/detail/NodeMemory.h>
 
@@ -22,45 +24,32 @@ namespace ko {
 namespace {
 
 constexpr std::size_t k_smallestSlab = 128;  // in bytes
-/// A larger block could leave much of a slab unused.
-constexpr std::size_t k_largestCut = 256;  // in bytes
-constexpr std::size_t k_grain = 16;
-constexpr std::size_t k_page = 2048;  // in bytes
-constexpr std::size_t k_header = 8;   // in bytes
-
-static_assert(k_header == NodeMemory::k_alignment && k_grain == 2 * k_header);
-static_assert(k_page % k_grain == 0 && k_page >= 4 * k_largestCut);
 
 // In every call of allocate() and release(), so it must not cost a call itself.
 [[gnu::tls_model("initial-exec")]] thread_local NodeMemory* t_current = nullptr;
 [[gnu::tls_model("initial-exec")]] thread_local NodeMemory::Freeing* t_freeing = nullptr;
 
-std::uintptr_t addressOf(const void* where) noexcept {
-    return reinterpret_cast<std::uintptr_t>(where);
-}
-
-constexpr std::size_t roundedUp(std::size_t size) {
-    return (size + k_grain - 1) / k_grain * k_grain;
-}
+constexpr std::size_t k_alignmentOfNew = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+constexpr std::size_t k_alignmentOfSlabs = 16;
 
 /// How far it is up to the next multiple of `step`, a power of two.
 std::size_t distanceTo(std::size_t step, const char* from) noexcept {
-    return (step - addressOf(from) % step) % step;
+    return (step - reinterpret_cast<std::uintptr_t>(from) % step) % step;
 }
 
 void* obtain(std::size_t size) {
-    if constexpr (__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= k_grain) {
+    if constexpr (k_alignmentOfNew >= k_alignmentOfSlabs) {
         return ::operator new(size);
     } else {
-        return ::operator new (size, std::align_val_t{k_grain});
+        return ::operator new (size, std::align_val_t{k_alignmentOfSlabs});
     }
 }
 
 void giveBack(void* bytes) noexcept {
-    if constexpr (__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= k_grain) {
+    if constexpr (k_alignmentOfNew >= k_alignmentOfSlabs) {
         ::operator delete(bytes);
     } else {
-        ::operator delete (bytes, std::align_val_t{k_grain});
+        ::operator delete (bytes, std::align_val_t{k_alignmentOfSlabs});
     }
 }
 
@@ -75,7 +64,7 @@ void showSize(std::size_t size) noexcept {
 }  // namespace
 
 /// What stands before the blocks of a slab.
-struct alignas(k_grain) NodeMemory::Slab {
+struct alignas(16) NodeMemory::Slab {
     /// While a slab is being cut up, its blocks are too many, so that it stays whatever is freed.
     static constexpr std::size_t k_open = std::numeric_limits<std::size_t>::max() / 2;
 
@@ -89,14 +78,14 @@ struct alignas(k_grain) NodeMemory::Slab {
 };
 
 /// What stands before a block that has a header.
-struct alignas(k_header) NodeMemory::Header {
+struct alignas(8) NodeMemory::Header {
     Slab* slab;  ///< null for a block on its own
 };
 
-/// What stands at the begin of a page.
-struct alignas(k_grain) NodeMemory::Page {
-    Slab* slab;
-};
+NodeMemory::~NodeMemory() {
+    closeCells();
+    close();
+}
 
 NodeMemory::Scope::Scope(NodeMemory& memory) noexcept : m_outer(t_current) {
     if (m_outer == nullptr) {
@@ -106,14 +95,12 @@ NodeMemory::Scope::Scope(NodeMemory& memory) noexcept : m_outer(t_current) {
 
 NodeMemory::Scope::~Scope() { t_current = m_outer; }
 
-NodeMemory::Freeing::Freeing() noexcept : m_isOuter(t_freeing == nullptr) {
-    if (m_isOuter) {
-        t_freeing = this;
-    }
+NodeMemory::Freeing::Freeing() noexcept : m_outer(t_freeing == nullptr ? this : t_freeing) {
+    t_freeing = m_outer;
 }
 
 NodeMemory::Freeing::~Freeing() {
-    if (m_isOuter) {
+    if (m_outer == this) {
         t_freeing = nullptr;
         flush();
     }
@@ -150,7 +137,7 @@ void NodeMemory::release(void* block, std::size_t size) noexcept {
     char* bytes = static_cast<char*>(block);
     Slab* slab = nullptr;
     if (addressOf(block) % k_grain == 0) {
-        slab = reinterpret_cast<Page*>(bytes - addressOf(block) % k_page)->slab;
+        slab = slabOf(block);
     } else {
         bytes -= k_header;
         slab = reinterpret_cast<Header*>(bytes)->slab;
@@ -159,13 +146,60 @@ void NodeMemory::release(void* block, std::size_t size) noexcept {
         }
     }
     poison(block, size);
-    Freeing* const freeing = t_freeing;
-    if (freeing != nullptr && freeing->m_slab == slab) {
-        ++freeing->m_count;
-    } else if (freeing != nullptr) {
-        freeing->drop(slab);
+    drop(slab);
+}
+
+/// One block of the slab is free.
+inline void NodeMemory::drop(Slab* slab) noexcept {
+    if (Freeing* const freeing = t_freeing) {
+        freeing->count(slab);
     } else {
         slab->drop(1);
+    }
+}
+
+NodeMemory* NodeMemory::current() noexcept { return t_current; }
+
+void* NodeMemory::cutCell() noexcept {
+    if (m_cell == m_cellEnd && !openCells()) {
+        return nullptr;
+    }
+    char* const cell = m_cell;
+    m_cell += k_cell;
+    unpoison(cell, k_cell);
+    return cell;
+}
+
+void NodeMemory::releaseCell(void* cell) noexcept {
+    poison(cell, k_cell);
+    drop(slabOf(cell));
+}
+
+/// Takes the last page of the slab, of which each cell is a block that is given out.
+bool NodeMemory::openCells() noexcept {
+    if (m_slabEnd == m_end) {
+        return false;
+    }
+    char* const page = m_slabEnd - 1 - addressOf(m_slabEnd - 1) % k_page;
+    const auto room = static_cast<std::size_t>(m_slabEnd - page);
+    const std::size_t count = (room - std::min(room, k_grain + k_header)) / k_cell;
+    m_slabEnd = page;
+    if (count == 0) {
+        return false;
+    }
+    unpoison(page, sizeof(Page));
+    new (page) Page{m_slab};
+    m_cuts += count;
+    m_cell = page + k_grain + k_header;
+    m_cellEnd = m_cell + count * k_cell;
+    return true;
+}
+
+/// Those that are left over go.
+void NodeMemory::closeCells() noexcept {
+    const auto left = static_cast<std::size_t>(m_cellEnd - m_cell) / k_cell;
+    if (left != 0) {
+        slabOf(m_cell)->drop(left);
     }
 }
 
@@ -174,7 +208,7 @@ inline std::size_t NodeMemory::strideOf(std::size_t size) const noexcept {
     return roundedUp(m_header + size);
 }
 
-inline void* NodeMemory::cut(std::size_t size) {
+void* NodeMemory::cutAnywhere(std::size_t size) {
     if (static_cast<std::size_t>(m_end - m_next) < strideOf(size)) {
         advance(size);
     }
@@ -205,7 +239,7 @@ bool NodeMemory::turnPage() noexcept {
     }
     unpoison(m_end, sizeof(Page));
     new (m_end) Page{m_slab};
-    m_next = m_end + sizeof(Page);
+    m_next = m_end + k_grain;
     const auto left = static_cast<std::size_t>(m_slabEnd - m_end);
     m_end += std::min(k_page, left);
     m_header = 0;

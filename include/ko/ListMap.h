@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::ListMap, a map that keeps its members in the order in which they came in: a linked list of
-// the members and, beside it, a sorted index of the list's positions by key.
+// the members and, beside it once a key is looked up, a sorted index of the list's positions by
+// key.
 
 #pragma once
 
@@ -47,10 +48,9 @@ public:
         NodeMemory nodes(sizeof(value_type) * 2 * other.size());
         const NodeMemory::Scope scope(nodes);
         m_list = other.m_list;
-        m_map.update(m_list);
     }
     /// The copy is complete before the former members are destroyed, so `other` may lie within
-    /// them. Linear cost, and O(log n) for each member.
+    /// them. Linear cost.
     ListMap& operator=(const ListMap& other) {
         if (this != &other) {
             ListMap copy(other);
@@ -91,7 +91,8 @@ public:
         }
     }
 
-    /// The member with that key, or end(). O(log n).
+    /// The member with that key, or end(). O(log n), and O(n log n) for the first time in a map of
+    /// more than a few members.
     iterator find(const Key& key) { return m_map.find(m_list, key).position; }
     const_iterator find(const Key& key) const {
         // The index gives positions of a list that may be changed; this one is not.
@@ -172,17 +173,15 @@ protected:
                 true};
     }
 
-    // For a map that is being filled, in which nothing is looked up before all keys are indexed.
-
-    /// Appends a member with a key that is not there yet. Throws std::bad_alloc, leaving the map as
-    /// it was.
-    template<class... Arguments>
-    value_type& appendNew(const Key& key, Arguments&&... value) {
+    /// Appends a member with a key that is not there yet, and forgets the index: of use while a map
+    /// is filled in which nothing is looked up. Throws std::bad_alloc, with the members as they
+    /// were.
+    template<class Like, class... Arguments>
+    value_type& appendNew(const Like& key, Arguments&&... value) {
+        m_map.clear();
         return m_list.emplace_back(std::piecewise_construct, std::forward_as_tuple(key),
                                    std::forward_as_tuple(std::forward<Arguments>(value)...));
     }
-    /// O(n log n). Throws std::bad_alloc.
-    void indexKeys() { m_map.update(m_list); }
 
     // For a map that is being emptied, of which nothing is looked up any more.
 
@@ -206,7 +205,7 @@ private:
     iterator add(const Spot& spot, iterator position, Arguments&&... arguments) {
         const iterator added = m_list.emplace(position, std::forward<Arguments>(arguments)...);
         try {
-            m_map.enter(m_list, added, spot);
+            m_map.enter(added, spot);
         } catch (...) {
             m_list.erase(added);
             throw;

@@ -93,6 +93,7 @@ struct DomParser::Reading {
     /// Calls `use` with what takes the scanner's tokens.
     template<class Use>
     void withSink(const Use& use) {
+        builder.resume();
         if (noting) {
             use(*noting);
         } else {

@@ -18,6 +18,9 @@
 #include <string_view>
 
 #include "text/TextScanner.h"
+#include "tree/OpenKeys.h"
+#include "tree/Place.h"
+#include "tree/StringNode.h"
 #include "tree/Tree.h"
 
 namespace ko::Orvid {
@@ -29,46 +32,61 @@ public:
 
     /// The next value becomes that of `root`, whose place stays.
     void begin(Element& root) noexcept {
+        resume();
         m_value = &root;
         m_container = root.parent();
         m_depth = 0;
         m_hasRepeated = false;
     }
 
+    /// The text goes on, in the present scope of node memory; members may have been removed.
+    void resume() noexcept {
+        m_nodes = NodeMemory::current();
+        m_keys.clear();
+    }
+
     // Each of them returns the element that took the value.
     Element& null(TokenPlace /*place*/) { return next(); }
     Element& boolean(bool value, TokenPlace /*place*/) {
         Element& element = next();
-        element.setBoolean(value);
+        element.data().value.boolean = value;
+        element.data().type = etBoolean;
         return element;
     }
     Element& number(std::string_view text, TokenPlace /*place*/) {
         Element& element = next();
-        element.data().value.number = new Number(text.data(), lengthOf(text));
+        static_cast<void>(lengthOf(text));
+        element.data().value.number =
+            m_nodes == nullptr ? new Number(text) : newIn<Number>(*m_nodes, text);
         element.data().type = etNumber;
         return element;
     }
     Element& string(std::string_view text, TokenPlace /*place*/) {
         Element& element = next();
-        element.data().value.string = new std::string(text.data(), lengthOf(text));
+        static_cast<void>(lengthOf(text));
+        element.data().value.string = newString(m_nodes, text);
         element.data().type = etString;
         return element;
     }
     bool key(std::string_view text, TokenPlace /*place*/) {
         static_cast<void>(lengthOf(text));
-        const auto [member, isNew] = m_container->data().value.object->try_emplace(text);
-        if (!isNew) {
-            if (m_rejectsRepeated) {
-                return false;
-            }
-            member->second.setNull();
-            m_hasRepeated = true;
+        Element::TObject& object = *m_container->data().value.object;
+        if (object.size() >= OpenKeys::k_most) {
+            const auto [member, isNew] = object.try_emplace(text);
+            return isNew ? expect(member->second) : expectAgain(member->second);
         }
-        m_value = &member->second;
-        return true;
+        if (OpenKeys::Member* const present = m_keys.find(object, text)) {
+            return expectAgain(present->second);
+        }
+        OpenKeys::Member& member = Place::append(object, text);
+        m_keys.add(object, member);
+        return expect(member.second);
     }
     Element& openObject(TokenPlace /*place*/) { return open(etObject); }
-    void closeObject(TokenPlace /*place*/) { close(); }
+    void closeObject(TokenPlace /*place*/) {
+        m_keys.close(*m_container->data().value.object);
+        close();
+    }
     Element& openArray(TokenPlace /*place*/) { return open(etArray); }
     void closeArray(TokenPlace /*place*/) {
         noteLength(m_container->data().value.array->size());
@@ -85,7 +103,7 @@ private:
     /// Null yet.
     Element& next() {
         if (m_value == nullptr) {
-            return m_container->data().value.array->appendNull();
+            return Place::append(*m_container->data().value.array);
         }
         Element& value = *m_value;
         m_value = nullptr;
@@ -93,6 +111,20 @@ private:
             value.setNull();
         }
         return value;
+    }
+
+    bool expect(Element& value) noexcept {
+        m_value = &value;
+        return true;
+    }
+    /// Of a member that is there already.
+    bool expectAgain(Element& value) {
+        if (m_rejectsRepeated) {
+            return false;
+        }
+        value.setNull();
+        m_hasRepeated = true;
+        return expect(value);
     }
 
     Element& open(EType type) {
@@ -144,7 +176,9 @@ private:
     bool m_hasRepeated = false;
     Element* m_value = nullptr;      ///< becomes the next value; null where that is a new item
     Element* m_container = nullptr;  ///< the innermost one that is open
-    std::size_t m_depth = 0;         ///< how many were opened and not closed
+    NodeMemory* m_nodes = nullptr;   ///< of the present scope; null outside of any
+    OpenKeys m_keys;
+    std::size_t m_depth = 0;  ///< how many were opened and not closed
     /// Of the last array at each depth, up to k_longest.
     std::array<unsigned char, k_depths> m_lengths{};
 };

@@ -33,10 +33,10 @@ std::optional<Element> parseLookedAt(const JsonPath& query, std::string_view tex
         return std::nullopt;
     }
     std::optional<Element> root(std::in_place);
-    SelectiveBuilder builder(projection, *root);
-    TextScanner scanner(options);
     NodeMemory nodes;
     const NodeMemory::Scope scope(nodes);
+    SelectiveBuilder builder(projection, *root);
+    TextScanner scanner(options);
     scanner.scan(text, builder);
     if (!scanner.fault()) {
         scanner.finish(builder);

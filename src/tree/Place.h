@@ -60,17 +60,22 @@ struct Place {
         return const_cast<detail::ParentLink*>(child.m_link);
     }
 
-    // The begin of an object that is being filled with members of different keys.
+    // The end of a container that is being filled.
 
-    template<class Key, class Value, class Compare>
-    static Value& append(Object<Key, Value, Compare>& object, const Key& key) {
+    /// Appends a null item.
+    template<class T>
+    static T& append(Array<T>& array) {
+        const std::size_t position = array.size();
+        T& item = array.emplaceBack();
+        inArray(item, array.parentLink(), position);
+        return item;
+    }
+    /// Appends a member with a key that is not there yet and a null value.
+    template<class Key, class Value, class Compare, class Text>
+    static auto& append(Object<Key, Value, Compare>& object, const Text& key) {
         auto& member = object.appendNew(key);
         inObject(member.second, object.parentLink(), member.first);
-        return member.second;
-    }
-    template<class Key, class Value, class Compare>
-    static void indexKeys(Object<Key, Value, Compare>& object) {
-        object.indexKeys();
+        return member;
     }
 
     // The end of a container that is being destroyed.

@@ -7,6 +7,8 @@
 
 #include <ko/Orvid/Element.h>
 
+#include "tree/StringNode.h"
+
 namespace ko::Orvid {
 
 inline bool isContainer(const Element::SData& data) {
@@ -18,7 +20,7 @@ inline void releaseLeaf(const Element::SData& data) {
     if (data.type == etNumber) {
         delete data.value.number;
     } else if (data.type == etString) {
-        delete data.value.string;
+        deleteString(data.value.string);
     }
 }
 

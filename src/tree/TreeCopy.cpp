@@ -27,11 +27,19 @@ std::size_t childCount(const SData& source) {
 
 class TreeCopier {
 public:
+    /// `nodes` is that of the present scope.
+    explicit TreeCopier(NodeMemory& nodes) : m_nodes(nodes) {}
+
     /// `target` is an empty container of the source's type.
     void run(SData& target, const SData& source) {
         open(target, source);
-        while (!m_open.empty()) {
-            copyNext();
+        while (m_isOpen) {
+            m_isInterrupted = false;
+            if (m_open.source->type == etArray) {
+                copyItems();
+            } else {
+                copyMembers();
+            }
         }
     }
 
@@ -40,86 +48,100 @@ private:
     struct SOpen {
         SData* target;
         const SData* source;
-        Element::TArray::const_iterator item;
-        Element::TObject::const_iterator member;
+        std::size_t done;                       ///< items
+        Element::TObject::const_iterator next;  ///< member
     };
 
     void open(SData& target, const SData& source) {
-        SOpen opened{&target, &source, {}, {}};
+        if (m_isOpen) {
+            m_outer.push_back(m_open);
+        }
+        m_open = {&target, &source, 0, {}};
         if (source.type == etArray) {
-            opened.item = source.value.array->begin();
             target.value.array->reserve(source.value.array->size());
         } else {
-            opened.member = source.value.object->begin();
+            m_open.next = source.value.object->begin();
         }
-        m_open.push_back(opened);
+        m_isOpen = true;
+        m_isInterrupted = true;
     }
 
-    /// Goes on in the innermost container, up to its end or to a container in it.
-    void copyNext() {
-        const bool isArray = m_open.back().source->type == etArray;
-        if (isArray ? copyItems(m_open.back()) : copyMembers(m_open.back())) {
-            m_open.pop_back();
+    void close() {
+        m_isOpen = !m_outer.empty();
+        if (m_isOpen) {
+            m_open = m_outer.back();
+            m_outer.pop_back();
         }
     }
 
-    // Answer whether the container is complete. Where it is not, `open` is no longer the innermost.
+    // Go on in the innermost container, up to its end or to a container in it.
 
-    bool copyItems(SOpen& open) {
-        const Element::TArray& source = *open.source->value.array;
-        Element::TArray& target = *open.target->value.array;
-        while (open.item != source.end()) {
-            const Element& item = *open.item;
-            ++open.item;
-            Element& copied = target.appendNull();
+    void copyItems() {
+        const Element::TArray& source = *m_open.source->value.array;
+        Element::TArray& target = *m_open.target->value.array;
+        while (m_open.done != source.size()) {
+            const Element& item = source[m_open.done++];
+            Element& copied = Place::append(target);
             Place::withoutPosition(copied);
-            if (copyChild(copied, item)) {
-                return false;
+            copyChild(copied, item.data());
+            if (m_isInterrupted) {
+                return;
             }
         }
-        return true;
+        close();
     }
 
-    bool copyMembers(SOpen& open) {
-        const Element::TObject& source = *open.source->value.object;
-        Element::TObject& target = *open.target->value.object;
-        while (open.member != source.end()) {
-            const auto& [key, value] = *open.member++;
-            if (copyChild(Place::append(target, key), value)) {
-                return false;
+    void copyMembers() {
+        const Element::TObject& source = *m_open.source->value.object;
+        Element::TObject& target = *m_open.target->value.object;
+        while (m_open.next != source.end()) {
+            const auto& [key, value] = *m_open.next++;
+            copyChild(Place::append(target, key).second, value.data());
+            if (m_isInterrupted) {
+                return;
             }
         }
-        Place::indexKeys(target);
-        return true;
+        close();
     }
 
-    /// Gives `target`, which is null, the source's value. Answers whether that is a container,
-    /// which is empty yet and has become the innermost one.
-    bool copyChild(Element& target, const Element& source) {
-        if (!isContainer(source.data())) {
-            copyLeaf(target, source.data());
-            return false;
-        }
-        Element::create(target.data(), source.type(), &target);
-        open(target.data(), source.data());
-        return true;
-    }
-
-    /// `target` is null.
-    static void copyLeaf(Element& target, const SData& source) {
+    /// Gives `target`, which is null, the source's value. A container is empty yet and becomes the
+    /// innermost one.
+    void copyChild(Element& target, const SData& source) {
         SData& data = target.data();
-        if (source.type == etNumber) {
-            data.value.number = new Number(*source.value.number);
-            data.type = etNumber;
-        } else if (source.type == etString) {
-            data.value.string = new std::string(*source.value.string);
-            data.type = etString;
-        } else {
-            Element::copy(data, source, &target);
+        switch (source.type) {
+            case etNull:
+            case etBoolean:
+                data = source;
+                break;
+            case etNumber:
+                data.value.number = newIn<Number>(m_nodes, *source.value.number);
+                data.type = etNumber;
+                break;
+            case etString:
+                data.value.string = newString(&m_nodes, *source.value.string);
+                data.type = etString;
+                break;
+            case etObject:
+                data.value.object = newIn<Element::TObject>(m_nodes, &target);
+                data.type = etObject;
+                open(data, source);
+                break;
+            case etArray:
+                data.value.array = newIn<Element::TArray>(m_nodes, &target);
+                data.type = etArray;
+                open(data, source);
+                break;
+            default:
+                Element::copy(data, source, &target);
+                break;
         }
     }
 
-    std::vector<SOpen> m_open;
+    NodeMemory& m_nodes;
+    bool m_isOpen = false;         ///< whether there is a container in m_open
+    bool m_isInterrupted = false;  ///< since it was opened just now
+    SOpen m_open{};
+    std::vector<SOpen> m_outer;
 };
 
 }  // namespace
@@ -127,7 +149,7 @@ private:
 void copyTree(SData& target, const SData& source) {
     NodeMemory nodes(k_nodesPerChild * (1 + childCount(source)));
     const NodeMemory::Scope scope(nodes);
-    TreeCopier().run(target, source);
+    TreeCopier(*NodeMemory::current()).run(target, source);
 }
 
 }  // namespace ko::Orvid

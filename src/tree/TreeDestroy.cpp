@@ -23,6 +23,8 @@ bool hasPayload(const Element::SData& data) noexcept {
 
 class Demolition {
 public:
+    explicit Demolition(NodeMemory::Freeing& freeing) : m_freeing(freeing) {}
+
     void run(Element& root) noexcept {
         enter(root, nullptr);
         while (m_current != nullptr) {
@@ -54,7 +56,7 @@ private:
                 Place::shorten(array, size);
                 return enter(item, m_current);
             }
-            releaseLeaf(item.data());
+            release(item.data());
             item.data() = Element::SData();
         }
         Place::shorten(array, 0);
@@ -70,10 +72,20 @@ private:
                 }
                 return enter(value, m_current);
             }
-            releaseLeaf(value.data());
+            release(value.data());
             value.data() = Element::SData();
         }
         leave(object);
+    }
+
+    /// Of no container.
+    void release(const Element::SData& data) noexcept {
+        if (data.type == etNumber && data.value.number != nullptr) {
+            data.value.number->~Number();
+            m_freeing.release(data.value.number, sizeof(Number));
+        } else if (data.type == etString) {
+            deleteString(data.value.string, m_freeing);
+        }
     }
 
     template<class Container>
@@ -84,6 +96,7 @@ private:
         m_current = after;
     }
 
+    NodeMemory::Freeing& m_freeing;
     Element* m_current = nullptr;
 };
 
@@ -91,10 +104,10 @@ private:
 
 void destroyTree(Element::SData& data) noexcept {
     if (hasPayload(data)) {
-        const NodeMemory::Freeing freeing;
+        NodeMemory::Freeing freeing;
         Element root;
         std::swap(root.data(), data);
-        Demolition().run(root);
+        Demolition(freeing).run(root);
     }
 }
 

@@ -76,5 +76,28 @@ TEST_F(LookupMemory, is_none_for_a_path_that_is_kept) {
         requestsOf([&] { EXPECT_EQ(root.getUsingDefault(defaulted).number().toInt(), 8080); }), 0U);
 }
 
+TEST(ObjectMemory, a_first_lookup_among_many_members_needs_no_memory_to_find) {
+    Element root;
+    std::string text = "{\"key0\": 0";
+    for (int i = 1; i < 100; ++i) {
+        text += ", \"key" + std::to_string(i) + "\": " + std::to_string(i);
+    }
+    DomParser().parse(root, text + '}');
+    const Element copy = root;
+    for (int i = 0; i < 100; ++i) {
+        const std::string key = "key" + std::to_string(i);
+        refuseAllocation(1, Refusal::forGood);
+        const Element* const found = copy.member(key);
+        const Element* const missing = copy.member("none");
+        EXPECT_TRUE(refuseNone());
+        ASSERT_NE(nullptr, found);
+        EXPECT_EQ(i, found->to<int>());
+        EXPECT_EQ(nullptr, missing);
+    }
+    const std::size_t before = allocationCount();
+    EXPECT_NE(nullptr, copy.member("key7"));
+    EXPECT_LT(before, allocationCount());
+}
+
 }  // namespace
 }  // namespace orvid_test

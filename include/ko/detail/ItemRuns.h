@@ -70,13 +70,12 @@ public:
     /// what the constructor throws.
     template<class... Arguments>
     T& append(Arguments&&... arguments) {
-        requireNumber();
-        if (m_shape.isLoose) {
-            return insertLoose(m_size, std::forward<Arguments>(arguments)...);
+        if (m_size < m_shape.firstLength) {
+            T* const item = new (m_first + m_size) T(std::forward<Arguments>(arguments)...);
+            ++m_size;
+            return *item;
         }
-        T* const item = new (room()) T(std::forward<Arguments>(arguments)...);
-        ++m_size;
-        return *item;
+        return appendFurther(std::forward<Arguments>(arguments)...);
     }
 
     /// Before the item at the position. Linear cost, except at the end. Throws as append().
@@ -229,6 +228,18 @@ private:
     /// With no more items than this, the last of so many runs is empty, and the one before it too:
     /// so adding and removing an item by turns costs no run each time.
     std::size_t leastFor(unsigned runs) const noexcept { return runs < 2 ? 0 : lengthOf(runs - 2); }
+
+    /// Where the first run is full, or there is none.
+    template<class... Arguments>
+    [[gnu::noinline]] T& appendFurther(Arguments&&... arguments) {
+        requireNumber();
+        if (m_shape.isLoose) {
+            return insertLoose(m_size, std::forward<Arguments>(arguments)...);
+        }
+        T* const item = new (room()) T(std::forward<Arguments>(arguments)...);
+        ++m_size;
+        return *item;
+    }
 
     void requireNumber() const {
         if (m_size >= std::numeric_limits<std::uint32_t>::max() - 1) {

@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::KeyIndex, the index that ListMap keeps beside its list: list positions in the order of the
-// keys that stand there. Most objects are small and need none; the index of a larger one is a
-// sorted vector at first, which needs few allocations, and becomes a tree when it grows.
+// keys that stand there. Most objects are small and need none; that of a larger one is made when a
+// key is first looked up, as a sorted vector, which needs few allocations, and becomes a tree when
+// it grows.
 
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <functional>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -22,10 +25,9 @@
 namespace ko {
 
 /// Finds the pairs of a list by their first members, which are unique. Every operation is given the
-/// list that the index belongs to. Not copyable.
+/// list that the index belongs to. Not copyable. Any number of threads may find at once.
 ///
-/// The invariant: the index holds the positions of all pairs, or it is empty and there are at most
-/// k_largestScan pairs.
+/// The invariant: the index holds the positions of all pairs, or there is none.
 template<class List, class Key, class Compare>
 class KeyIndex {
     struct Entry;
@@ -50,26 +52,31 @@ public:
     };
 
     explicit KeyIndex(const Compare& compare) : m_state(compare, nullptr) {}
+    KeyIndex(const KeyIndex&) = delete;
+    KeyIndex& operator=(const KeyIndex&) = delete;
+    ~KeyIndex() { clear(); }
 
     const Compare& compare() const noexcept { return std::get<Compare>(m_state); }
 
-    /// `key` is a Key or, where the order is std::less, anything that compares with one. O(log n).
+    /// `key` is a Key or, where the order is std::less, anything that compares with one. O(log n),
+    /// and O(n log n) where the index is made; without memory for that, O(n).
     template<class Like>
     Spot find(List& list, const Like& key) const {
         Spot spot;
-        if (!large()) {
+        const Large* const index = indexFor(list);
+        if (index == nullptr) {
             spot.position = scan(list, key);
             return spot;
         }
         spot.m_hash = hashOf(key);
         const Probe<Like> probe{spot.m_hash, key};
-        if (large()->tree) {
-            spot.m_inTree = large()->tree->lower_bound(probe);
+        if (index->tree) {
+            spot.m_inTree = index->tree->lower_bound(probe);
             const bool isThere =
-                spot.m_inTree != large()->tree->end() && !order()(probe, *spot.m_inTree);
+                spot.m_inTree != index->tree->end() && !order()(probe, *spot.m_inTree);
             spot.position = isThere ? spot.m_inTree->position : list.end();
         } else {
-            const TVector& entries = large()->entries;
+            const TVector& entries = index->entries;
             const HashOrder byHash{order()};
             const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, byHash);
             spot.m_inVector = entry - entries.begin();
@@ -81,56 +88,49 @@ public:
 
     /// Enters a position that the list has just taken in; its key was sought before, and not found.
     /// Throws std::bad_alloc, with the index as it was. O(log n).
-    void enter(List& list, Iterator position, const Spot& spot) {
-        const Entry entry{spot.m_hash, position};
-        if (!large()) {
-            update(list);
-        } else if (large()->tree) {
-            large()->tree->insert(spot.m_inTree, entry);
-        } else if (large()->entries.size() < k_largestVector) {
-            large()->entries.insert(large()->entries.begin() + spot.m_inVector, entry);
-        } else {
-            TTree tree(large()->entries.begin(), large()->entries.end(), order());
-            tree.insert(entry);
-            large()->tree = std::move(tree);
-            large()->entries = {};
-        }
-    }
-
-    /// Makes an empty index for the list. O(n log n). Throws std::bad_alloc, with the index empty.
-    void update(List& list) {
-        if (list.size() <= k_largestScan) {
+    void enter(Iterator position, const Spot& spot) {
+        Large* const index = large();
+        if (index == nullptr) {
             return;
         }
-        auto made = std::make_unique<Large>();
-        made->entries.reserve(std::max(list.size(), 2 * k_largestScan));
-        for (Iterator position = list.begin(); position != list.end(); ++position) {
-            made->entries.push_back({hashOf(position->first), position});
+        const Entry entry{spot.m_hash, position};
+        if (index->tree) {
+            index->tree->insert(spot.m_inTree, entry);
+        } else if (index->entries.size() < k_largestVector) {
+            index->entries.insert(index->entries.begin() + spot.m_inVector, entry);
+        } else {
+            TTree tree(index->entries.begin(), index->entries.end(), order());
+            tree.insert(entry);
+            index->tree = std::move(tree);
+            index->entries = {};
         }
-        std::sort(made->entries.begin(), made->entries.end(), HashOrder{order()});
-        if (list.size() > k_largestVector) {
-            made->tree.emplace(made->entries.begin(), made->entries.end(), order());
-            made->entries = {};
-        }
-        large() = std::move(made);
     }
 
     /// Removes a position that is still in the list. O(log n).
     void erase(List& list, Iterator position) {
-        if (!large()) {
+        Large* const index = large();
+        if (index == nullptr) {
             return;
         }
         const Spot spot = find(list, position->first);
-        if (large()->tree) {
-            large()->tree->erase(spot.m_inTree);
+        if (index->tree) {
+            index->tree->erase(spot.m_inTree);
         } else {
-            large()->entries.erase(large()->entries.begin() + spot.m_inVector);
+            index->entries.erase(index->entries.begin() + spot.m_inVector);
         }
     }
 
-    void clear() noexcept { large().reset(); }
+    void clear() noexcept {
+        delete large();
+        setLarge(nullptr);
+    }
 
-    void swap(KeyIndex& other) noexcept { m_state.swap(other.m_state); }
+    void swap(KeyIndex& other) noexcept {
+        std::swap(std::get<Compare>(m_state), std::get<Compare>(other.m_state));
+        Large* const index = large();
+        setLarge(other.large());
+        other.setLarge(index);
+    }
 
 private:
     /// Up to here looking at every key, which mostly compares lengths, beats the binary search.
@@ -211,15 +211,55 @@ private:
         });
     }
 
-    using TLarge = std::unique_ptr<Large>;
+    using TLarge = std::atomic<Large*>;
 
     KeyOrder order() const { return KeyOrder{compare()}; }
 
-    /// Null while there is no index.
-    TLarge& large() noexcept { return std::get<TLarge>(m_state); }
-    const TLarge& large() const noexcept { return std::get<TLarge>(m_state); }
+    /// The index, made where it is missed; null for few pairs, and without memory.
+    const Large* indexFor(List& list) const {
+        const Large* const index = large();
+        return index != nullptr || list.size() <= k_largestScan ? index : makeIndex(list);
+    }
 
-    std::tuple<Compare, TLarge> m_state;  ///< a tuple, in which an empty Compare takes no room
+    [[gnu::noinline]] const Large* makeIndex(List& list) const {
+        std::unique_ptr<Large> made;
+        try {
+            made = indexOf(list);
+        } catch (const std::bad_alloc&) {
+            return nullptr;
+        }
+        // Another thread may have come first.
+        Large* present = nullptr;
+        return std::get<TLarge>(m_state).compare_exchange_strong(present, made.get(),
+                                                                 std::memory_order_acq_rel)
+                   ? made.release()
+                   : present;
+    }
+
+    std::unique_ptr<Large> indexOf(List& list) const {
+        auto made = std::make_unique<Large>();
+        made->entries.reserve(list.size());
+        for (Iterator position = list.begin(); position != list.end(); ++position) {
+            made->entries.push_back({hashOf(position->first), position});
+        }
+        std::sort(made->entries.begin(), made->entries.end(), HashOrder{order()});
+        if (list.size() > k_largestVector) {
+            made->tree.emplace(made->entries.begin(), made->entries.end(), order());
+            made->entries = {};
+        }
+        return made;
+    }
+
+    /// Null while there is no index.
+    Large* large() const noexcept {
+        return std::get<TLarge>(m_state).load(std::memory_order_acquire);
+    }
+    void setLarge(Large* index) noexcept {
+        std::get<TLarge>(m_state).store(index, std::memory_order_release);
+    }
+
+    /// A tuple, in which an empty Compare takes no room.
+    mutable std::tuple<Compare, TLarge> m_state;
 };
 
 }  // namespace ko

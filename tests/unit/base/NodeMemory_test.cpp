@@ -98,6 +98,44 @@ TEST(NodeMemory, may_be_left_unused) {
     NodeMemory::release(nullptr, 8);
 }
 
+TEST(NodeMemory, gives_cells_of_their_own_beside_blocks) {
+    std::vector<unsigned char*> cells;
+    std::vector<Block> blocks;
+    {
+        NodeMemory memory(4096);
+        for (std::size_t i = 0; i < 1000; ++i) {
+            blocks.push_back(
+                {static_cast<unsigned char*>(memory.cut(80)), 80, static_cast<unsigned char>(i)});
+            std::memset(blocks.back().bytes, blocks.back().fill, 80);
+            if (void* const cell = memory.cutCell()) {
+                std::memset(cell, 1, NodeMemory::k_cell);
+                cells.push_back(static_cast<unsigned char*>(cell));
+            }
+        }
+    }
+    EXPECT_GT(cells.size(), 500u);
+    for (unsigned char* const cell : cells) {
+        EXPECT_TRUE(NodeMemory::isCell(cell));
+        EXPECT_TRUE(isIntact({cell, NodeMemory::k_cell, 1}));
+        NodeMemory::releaseCell(cell);
+    }
+    expectBlocksOfTheirOwn(blocks);
+}
+
+TEST(NodeMemory, has_no_cells_before_there_is_a_slab) {
+    NodeMemory memory;
+    EXPECT_EQ(nullptr, memory.cutCell());
+}
+
+TEST(NodeMemory, knows_the_memory_of_the_outermost_scope) {
+    EXPECT_EQ(nullptr, NodeMemory::current());
+    NodeMemory outer;
+    NodeMemory inner;
+    const NodeMemory::Scope scope(outer);
+    const NodeMemory::Scope within(inner);
+    EXPECT_EQ(&outer, NodeMemory::current());
+}
+
 struct Base : ko::InNodeMemory {
     virtual ~Base() = default;
     int number = 1;

@@ -9,6 +9,7 @@
 #include <ko/export.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
 
 namespace ko {
@@ -25,7 +26,7 @@ public:
     /// `expected` is what the blocks may come to, in bytes, for a first slab of that size, or of
     /// k_largestFirst.
     explicit NodeMemory(std::size_t expected = 0) noexcept : m_expected(expected) {}
-    ~NodeMemory() { close(); }
+    ~NodeMemory();
     NodeMemory(const NodeMemory&) = delete;
     NodeMemory& operator=(const NodeMemory&) = delete;
 
@@ -55,16 +56,22 @@ public:
         Freeing(const Freeing&) = delete;
         Freeing& operator=(const Freeing&) = delete;
 
+        /// As NodeMemory::release(), for a loop; null is no block.
+        void release(void* block, std::size_t size) noexcept;
+        /// As NodeMemory::releaseCell().
+        void releaseCell(void* cell) noexcept;
+
     private:
         friend class NodeMemory;
 
+        void count(NodeMemory::Slab* slab) noexcept;
         /// A block of a slab other than the last one.
         void drop(NodeMemory::Slab* slab) noexcept;
         void flush() noexcept;
 
         NodeMemory::Slab* m_slab = nullptr;  ///< of the blocks that were freed last
         std::size_t m_count = 0;             ///< of these
-        bool m_isOuter;
+        Freeing* m_outer;                    ///< the outermost one
     };
 
     /// A block of `size` bytes, aligned for everything up to k_alignment: from the slabs of the
@@ -73,17 +80,65 @@ public:
     /// Frees a block that allocate() gave out for that size, in any thread. Null is no block.
     static void release(void* block, std::size_t size) noexcept;
 
+    /// What allocate() cuts from in this thread; null outside of any Scope.
+    static NodeMemory* current() noexcept;
+    /// As allocate() in a Scope of this memory, for a loop. At most k_largestCut bytes.
+    void* cut(std::size_t size);
+
+    // Cells, for objects that may come from plain `new` as well: the address tells which it was.
+
+    /// A block of k_cell bytes; null where none is left just now, so that it must be `new`.
+    void* cutCell() noexcept;
+    /// Whether an object of k_cell bytes lies in a cell.
+    static bool isCell(const void* object) noexcept { return addressOf(object) % k_grain != 0; }
+    static void releaseCell(void* cell) noexcept;
+
     static constexpr std::size_t k_alignment = 8;
+    static constexpr std::size_t k_cell = 32;  ///< in bytes
+    /// Where `new` gives no address that a cell may have.
+    static constexpr bool k_hasCells = __STDCPP_DEFAULT_NEW_ALIGNMENT__ >= 16;
+    /// A larger block could leave much of a slab unused.
+    static constexpr std::size_t k_largestCut = 256;  ///< in bytes
 
 private:
     struct Header;
-    struct Page;
+    /// What stands at the begin of a page.
+    struct Page {
+        Slab* slab;
+    };
 
     static constexpr std::size_t k_largestFirst = 4096;                      ///< slab, in bytes
     static constexpr std::size_t k_smallestShown = std::size_t{128} * 1024;  ///< in bytes
 
+    static constexpr std::size_t k_grain = 16;
+    static constexpr std::size_t k_page = 2048;  ///< in bytes
+    static constexpr std::size_t k_header = 8;   ///< in bytes
+    /// Whether a sanitizer is told which bytes of a slab may be used.
+#if defined(__SANITIZE_ADDRESS__)
+    static constexpr bool k_isWatched = true;
+#elif defined(__has_feature)
+    static constexpr bool k_isWatched = __has_feature(address_sanitizer);
+#else
+    static constexpr bool k_isWatched = false;
+#endif
+
+    static std::uintptr_t addressOf(const void* where) noexcept {
+        return reinterpret_cast<std::uintptr_t>(where);
+    }
+    static constexpr std::size_t roundedUp(std::size_t size) noexcept {
+        return (size + k_grain - 1) / k_grain * k_grain;
+    }
+    /// Of a block without a header.
+    static Slab* slabOf(const void* block) noexcept {
+        const char* const page = static_cast<const char*>(block) - addressOf(block) % k_page;
+        return reinterpret_cast<const Page*>(page)->slab;
+    }
+    static void drop(Slab* slab) noexcept;
+
     std::size_t strideOf(std::size_t size) const noexcept;
-    void* cut(std::size_t size);
+    void* cutAnywhere(std::size_t size);
+    bool openCells() noexcept;
+    void closeCells() noexcept;
     void advance(std::size_t size);
     bool turnPage() noexcept;
     void open(std::size_t least);
@@ -98,7 +153,44 @@ private:
     char* m_slabEnd = nullptr;  ///< of the slab
     std::size_t m_header = 0;   ///< bytes before each block in that part
     std::size_t m_cuts = 0;     ///< how many blocks the slab has given out
+    char* m_cell = nullptr;     ///< the next one
+    char* m_cellEnd = nullptr;  ///< of the page of cells
 };
+
+inline void NodeMemory::Freeing::count(Slab* slab) noexcept {
+    if (m_slab == slab) {
+        ++m_count;
+    } else {
+        drop(slab);
+    }
+}
+
+inline void NodeMemory::Freeing::release(void* block, std::size_t size) noexcept {
+    if (k_isWatched || block == nullptr || addressOf(block) % k_grain != 0) {
+        NodeMemory::release(block, size);
+    } else {
+        m_outer->count(slabOf(block));
+    }
+}
+
+inline void NodeMemory::Freeing::releaseCell(void* cell) noexcept {
+    if (k_isWatched) {
+        NodeMemory::releaseCell(cell);
+    } else {
+        m_outer->count(slabOf(cell));
+    }
+}
+
+inline void* NodeMemory::cut(std::size_t size) {
+    const std::size_t stride = roundedUp(size);
+    if (k_isWatched || m_header != 0 || static_cast<std::size_t>(m_end - m_next) < stride) {
+        return cutAnywhere(size);
+    }
+    char* const block = m_next;
+    m_next += stride;
+    ++m_cuts;
+    return block;
+}
 
 /// For the nodes of a std::list. All are equal.
 template<class T>

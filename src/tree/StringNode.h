@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+//
+// The strings of elements: in a cell of the node memory where a tree is read or copied, else on the
+// heap, as a caller's own are. Their addresses tell which it was.
+
+#pragma once
+
+#include <ko/detail/NodeMemory.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+#include <string_view>
+
+namespace ko::Orvid {
+
+constexpr bool k_hasStringCells =
+    NodeMemory::k_hasCells && sizeof(std::string) == NodeMemory::k_cell;
+
+/// For an element; `nodes` may be null. Throws std::bad_alloc.
+inline std::string* newString(NodeMemory* nodes, std::string_view text) {
+    void* const cell = k_hasStringCells && nodes != nullptr ? nodes->cutCell() : nullptr;
+    if (cell == nullptr) {
+        return new std::string(text);
+    }
+    try {
+        return new (cell) std::string(text);
+    } catch (...) {
+        NodeMemory::releaseCell(cell);
+        throw;
+    }
+}
+
+/// As `new T(source)` in a Scope of that memory, for a T that is InNodeMemory.
+template<class T, class Source>
+T* newIn(NodeMemory& nodes, const Source& source) {
+    static_assert(sizeof(T) <= NodeMemory::k_largestCut);
+    void* const block = nodes.cut(sizeof(T));
+    try {
+        return new (block) T(source);
+    } catch (...) {
+        NodeMemory::release(block, sizeof(T));
+        throw;
+    }
+}
+
+inline void deleteString(std::string* text, NodeMemory::Freeing& freeing) noexcept {
+    if (k_hasStringCells && NodeMemory::isCell(text)) {
+        text->~basic_string();
+        freeing.releaseCell(text);
+    } else {
+        delete text;
+    }
+}
+
+/// Whether it came from newString() or from `new`; null is none.
+inline void deleteString(std::string* text) noexcept {
+    if (k_hasStringCells && NodeMemory::isCell(text)) {
+        text->~basic_string();
+        NodeMemory::releaseCell(text);
+    } else {
+        delete text;
+    }
+}
+
+}  // namespace ko::Orvid
