@@ -93,11 +93,14 @@ void requireVerb(const TVerbs& verbs, const Verb* verb, const orvid_tool::Comman
                               : "there is no verb \"" + word + "\"" + meant(word, verbs));
 }
 
-/// Lists the verbs, and declares what `given`, which may be null, takes.
+/// Lists the verbs where the call asks for them, and declares what `given`, which may be null,
+/// takes.
 void declare(const TVerbs& verbs, Verb* given, orvid_tool::CommandLine& line, SCall& call) {
     for (const auto& verb : verbs) {
         if (verb.get() != given) {
-            line.list(verb->name(), verb->help());
+            if (line.isRequest()) {
+                line.list(verb->name(), verb->help());
+            }
             continue;
         }
         orvid_tool::Words words = line.take(verb->name(), verb->help(), verb->examples());

@@ -291,7 +291,7 @@ TEST(bad_words, are_misuse_and_told_in_one_line) {
         failed(2,
                "The following argument was not expected: b\\u000ac; see orvid schema-path --help"));
     EXPECT_EQ(orvid({"get"}), failed(2, "PATH is required; see orvid get --help"));
-    EXPECT_EQ(orvid({"set", "a"}), failed(2, "JSON is required; see orvid set --help"));
+    EXPECT_EQ(orvid({"set", "a"}), failed(2, "VALUE is required; see orvid set --help"));
     EXPECT_EQ(orvid({"remove"}), failed(2, "PATH is required; see orvid remove --help"));
     EXPECT_EQ(orvid({"schema-path"}), failed(2, "PATH is required; see orvid schema-path --help"));
     EXPECT_EQ(orvid({"data-path"}),

@@ -63,4 +63,19 @@ TEST(check_in_pieces, tells_what_cannot_be_read) {
     EXPECT_EQ(orvid({"check", "/"}), failed(3, "/: Is a directory"));
 }
 
+TEST(check, takes_a_byte_order_mark) {
+    const std::string mark = "\xEF\xBB\xBF";
+    EXPECT_EQ(orvid({"check"}, mark + "[1]"), printed(""));
+    const orvid_test::ScratchFile file(mark + "[1]");
+    EXPECT_EQ(orvid({"check", file.name()}), printed(""));
+    EXPECT_EQ(orvid({"check"}, mark + mark + "[1]").status, 1);
+}
+
+TEST(check, shows_no_excerpts_of_lines) {
+    EXPECT_EQ(orvid({"check", "--lines"}, "[1]\n{\"a\":1,\n"),
+              failed(1,
+                     "(standard input):2:8: at (root): The text ends before the document is "
+                     "complete"));
+}
+
 }  // namespace

@@ -91,4 +91,47 @@ TEST(short_options, are_those_that_people_know) {
     EXPECT_EQ(orvid({"get", "-r", ""}, "\"x\""), printed("x\n"));
 }
 
+TEST(hints, tell_what_a_pointer_misses_in_an_array) {
+    const std::string text = R"({"s":[1,2]})";
+    EXPECT_EQ(orvid({"remove", "/s/-"}, text),
+              failed(1,
+                     "(standard input): at s: path \"/s/-\" not found: \"-\" is the place after "
+                     "the last item"));
+    EXPECT_EQ(orvid({"get", "/s/7"}, text),
+              failed(1, "(standard input): at s: path \"/s/7\" not found, there is no item 7"));
+    EXPECT_EQ(orvid({"get", "/s/01"}, text),
+              failed(1,
+                     "(standard input): at s: path \"/s/01\" not found: \"01\" is no index of an "
+                     "array"));
+}
+
+TEST(hints, refuse_to_make_a_member_of_the_sign_that_begins_queries) {
+    for (const char* const verb : {"set", "insert"}) {
+        EXPECT_EQ(orvid({verb, "$.a", "1"}, "{}"),
+                  failed(2,
+                         "path \"$.a\": a path has no $, write a; a key that begins so is "
+                         "written \\$.a"));
+        EXPECT_EQ(orvid({verb, "$.a", "1"}, R"({"$":{}})"), printed("{\"$\":{\"a\":1}}"));
+    }
+    EXPECT_EQ(orvid({"copy", "a", "$[0]"}, R"({"a":1})").status, 2);
+    EXPECT_EQ(orvid({"set", "--compact", "\\$.a", "1"}, "{}"), printed("{\"$\":{\"a\":1}}\n"));
+}
+
+TEST(hints, tell_that_the_value_was_forgotten) {
+    const orvid_test::ScratchFile file("{}");
+    EXPECT_EQ(
+        orvid({"set", "b[0]", file.name()}),
+        failed(2, "VALUE is missing before the file \"" + file.name() +
+                      "\"; for that text write string:" + file.name() + "; see orvid set --help"));
+}
+
+TEST(hints, do_not_wait_for_input_where_a_file_was_meant) {
+    EXPECT_EQ(orvid({"keys", "nofile.json"}, R"({"nofile":{"json":{"a":1}}})"),
+              failed(3,
+                     "nofile.json: there is no such file; for a path of standard input write --in "
+                     "nofile.json"));
+    EXPECT_EQ(orvid({"keys", "--in", "nofile.json"}, R"({"nofile":{"json":{"a":1}}})"),
+              printed("a\n"));
+}
+
 }  // namespace

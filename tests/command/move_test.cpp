@@ -116,4 +116,10 @@ TEST(move_and_copy, edit_records_and_pass_faulty_ones_on) {
               "{\"c\":1}\n{\"b\":2}\n");
 }
 
+TEST(copy, makes_new_items_on_the_way) {
+    EXPECT_EQ(orvid({"copy", "a", "b[*].c"}, R"({"a":1})"), printed(R"({"a":1,"b":[{"c":1}]})"));
+    EXPECT_EQ(orvid({"move", "a", "s[*].b[*].c[*]"}, R"({"a":1,"s":[2,{"b":[]}]})"),
+              printed(R"({"s":[2,{"b":[]},{"b":[{"c":[1]}]}]})"));
+}
+
 }  // namespace

@@ -162,7 +162,7 @@ TEST(set_query, sets_all_that_is_selected) {
               printed(""));
     EXPECT_EQ(bytesOfFile(file.name()), "[1,null,null]\n");
     EXPECT_EQ(orvid({"set", "--query", "$"}, "1"),
-              failed(2, "JSON is required; see orvid set --help"));
+              failed(2, "VALUE is required; see orvid set --help"));
     EXPECT_EQ(orvid({"set", "--query", "$.", "1"}, "1").status, 2);
 }
 
@@ -183,6 +183,25 @@ TEST(remove_query, removes_all_that_is_selected) {
     EXPECT_EQ(orvid({"remove", "--query", "$.a", "--also", "b"}, "{}"),
               failed(2, "--also goes with PATH only; see orvid remove --help"));
     EXPECT_EQ(orvid({"remove"}, "{}"), failed(2, "PATH is required; see orvid remove --help"));
+}
+
+TEST(query, refuses_options_that_do_not_go_together) {
+    EXPECT_EQ(orvid({"query", "--array", "--raw", "$"}, "1"),
+              failed(2, "--raw and --array exclude each other; see orvid query --help"));
+    EXPECT_EQ(orvid({"query", "--array", "--count", "$"}, "1"),
+              failed(2, "--count and --array exclude each other; see orvid query --help"));
+    EXPECT_EQ(orvid({"query", "--pointers", "--raw", "$"}, "1"),
+              failed(2,
+                     "--raw is for values: --paths, --pointers and --count exclude it; see orvid "
+                     "query --help"));
+}
+
+TEST(query, tells_programs_the_column_of_its_error) {
+    EXPECT_EQ(orvid({"query", "--json-errors", "$.["}, "1").err,
+              "{\"status\":2,\"column\":3,\"message\":\"query: Expected a name or \\\"*\\\" after "
+              "\\\".\\\", found \\\"[\\\"\"}\n");
+    EXPECT_NE(orvid({"get", "--json-errors", "a.."}, R"({"a":1})").err.find("\"column\":3,"),
+              std::string::npos);
 }
 
 }  // namespace

@@ -150,4 +150,18 @@ TEST(set, writes_a_document_of_any_depth) {
               CommandResult({"{\"a\":" + deep + "}\n", "", 0, 0}));
 }
 
+TEST(set, takes_pointers_with_empty_keys) {
+    EXPECT_EQ(orvid({"set", "/", "1"}, R"({"a":0})"), printed(R"({"a":0,"":1})"));
+    EXPECT_EQ(orvid({"set", "//0", "1"}, R"({"":[0]})"), printed(R"({"":[1]})"));
+    EXPECT_EQ(orvid({"set", "--if-absent", "/x/", "1"}, R"({"x":{"":0}})"),
+              printed(R"({"x":{"":0}})"));
+    EXPECT_EQ(
+        orvid({"set", "/a/", "1"}, R"({"a":0})"),
+        failed(1, "(standard input): pointer \"/a/\": \"\" is a member of what is no object"));
+    EXPECT_EQ(orvid({"insert", "/", "1"}, "{}"),
+              failed(2,
+                     "pointer \"/\": a place with an empty key can be set, but not inserted or "
+                     "moved to"));
+}
+
 }  // namespace

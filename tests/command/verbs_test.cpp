@@ -242,8 +242,7 @@ TEST(check, names_the_line_among_lines) {
         orvid({"check", "--lines", "--on-error=skip"}, "1\n[1,2\n{\"a\":1,\"a\":2}\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err.rfind("orvid: (standard input):2:", 0), 0U) << result;
-    EXPECT_NE(result.err.find("\norvid: (standard input):3:8: at (root): Repeated key \"a\"\n"
-                              "{\"a\":1,\"a\":2}\n       ^^^\n"),
+    EXPECT_NE(result.err.find("\norvid: (standard input):3:8: at (root): Repeated key \"a\"\n"),
               std::string::npos)
         << result;
 }

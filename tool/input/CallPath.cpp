@@ -4,6 +4,7 @@
 
 #include "input/CallPath.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "input/withPath.h"
@@ -76,8 +77,10 @@ std::string CallPath::in(const Element& root) const {
     if (m_pointer) {
         try {
             return m_pointer->toPath(root).str();
-        } catch (const ko::Exception& error) {
-            throw Failure(ExitStatus::usage, "pointer \"" + m_word + "\": " + error.what());
+        } catch (const ko::Exception&) {
+            throw Failure(ExitStatus::usage, "pointer \"" + m_word +
+                                                 "\": a place with an empty key can be set, but "
+                                                 "not inserted or moved to");
         }
     }
     std::string path = m_word;
@@ -88,6 +91,23 @@ std::string CallPath::in(const Element& root) const {
         path.replace(step.start, step.end - step.start, "[" + std::to_string(index) + "]");
     }
     return path;
+}
+
+std::string CallPath::placeIn(const Element& root) const {
+    const bool isQuery = m_word == "$" || m_word.rfind("$.", 0) == 0 || m_word.rfind("$[", 0) == 0;
+    if (isQuery && !(root.isObject() && root.object().contains("$"))) {
+        const std::string rest = m_word.substr(m_word.substr(1, 1) == "." ? 2 : 1);
+        throw Failure(ExitStatus::usage, "path \"" + m_word + "\": a path has no $, write " +
+                                             (rest.empty() ? "''" : rest) +
+                                             "; a key that begins so is written \\" + m_word);
+    }
+    return in(root);
+}
+
+const JsonPointer* CallPath::onlyPointer() const {
+    const bool isOnly = m_pointer && std::find(m_pointer->steps().begin(), m_pointer->steps().end(),
+                                               "") != m_pointer->steps().end();
+    return isOnly ? &*m_pointer : nullptr;
 }
 
 const Element& CallPath::get(const Element& root) const {

@@ -27,6 +27,12 @@ public:
     /// negative index must. Throws PathNotFound, and Failure for a malformed path.
     std::string in(const ko::Orvid::Element& root) const;
 
+    /// The same for a place where something is to be put. Throws Failure where the path begins as
+    /// queries do, with a `$` that is no key.
+    std::string placeIn(const ko::Orvid::Element& root) const;
+    /// The pointer, where the word is one with an empty key, which a path cannot express; or null.
+    const ko::Orvid::JsonPointer* onlyPointer() const;
+
     /// The element at the place. Throw PathNotFound, and Failure for a malformed path.
     ko::Orvid::Element& get(ko::Orvid::Element& root) const;
     const ko::Orvid::Element& get(const ko::Orvid::Element& root) const;

@@ -38,6 +38,11 @@ std::string inputName(const std::string& file) {
     return file == k_standardInput ? "(standard input)" : file;
 }
 
+bool isFileThere(const std::string& name) {
+    struct stat status = {};
+    return !name.empty() && stat(name.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
 Input::Input(const std::string& file)
     : m_name(inputName(file)),
       m_descriptor(file == k_standardInput ? STDIN_FILENO

@@ -20,6 +20,9 @@ inline const char* const k_standardInput = "-";
 /// The name of an input for errors: that of the file, or one in words for "-".
 std::string inputName(const std::string& file);
 
+/// Whether there is a file of that name that is no folder.
+bool isFileThere(const std::string& name);
+
 /// Throws Failure, which names the file, when it cannot be opened or read.
 class Input {
 public:

@@ -62,6 +62,15 @@ std::string mismatch(const Element& holder, const std::string& holderPath,
                                               : text;
 }
 
+/// Why an array has no such step of a JSON Pointer.
+std::string noItem(const std::string& step) {
+    if (step == "-") {
+        return ": \"-\" is the place after the last item";
+    }
+    const bool isIndex = isNumber(step) && (step.length() == 1 || step.front() != '0');
+    return isIndex ? ", there is no item " + step : ": \"" + step + "\" is no index of an array";
+}
+
 /// What may have been meant by a key that is not there.
 std::string hint(const Element& object, const std::string& holderPath, const std::string& step,
                  const std::string& path) {
@@ -100,7 +109,10 @@ Failure missingPath(SPlace place, const Element& root, const PathNotFound& error
     const Element* const holder = holderIn(root, error);
     const bool isIndex = !step.empty() && step.front() == '[';
     std::string text = ", there is no \"" + step + "\"";
-    if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
+    const bool isPointer = !error.path().empty() && error.path().front() == '/';
+    if (holder != nullptr && holder->isArray() && isPointer) {
+        text = noItem(step);
+    } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
         text = ": " + mismatch(*holder, holderPath, step);
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, error.path());

@@ -4,6 +4,7 @@
 
 #include "input/PathWords.h"
 
+#include "input/Input.h"
 #include "input/ValueWord.h"
 
 namespace orvid_tool {
@@ -39,6 +40,20 @@ SAssignment assignment(const std::string& path, const std::string& value,
     return result;
 }
 
+/// Of a path and a value. Where the value is none and no file follows, but is the name of one, it
+/// is the value that was forgotten.
+SAssignment onlyAssignment(const std::vector<std::string>& words) {
+    try {
+        return assignment(words[0], words[1], "");
+    } catch (const Failure&) {
+        if (words.size() > 2 || !isFileThere(words[1])) {
+            throw;
+        }
+        throw Misuse("VALUE is missing before the file \"" + words[1] +
+                     "\"; for that text write string:" + words[1]);
+    }
+}
+
 }  // namespace
 
 SAssignments assignmentsOf(const std::vector<std::string>& words) {
@@ -49,9 +64,9 @@ SAssignments assignmentsOf(const std::vector<std::string>& words) {
     TWord word = words.begin();
     if (assignmentMark(*word) == std::string::npos) {
         if (words.size() == 1) {
-            throw Misuse("JSON is required");
+            throw Misuse("VALUE is required");
         }
-        result.all.push_back(assignment(words[0], words[1], ""));
+        result.all.push_back(onlyAssignment(words));
         word += 2;
     } else {
         const bool arePointers = startsWith(*word, "/");

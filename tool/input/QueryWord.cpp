@@ -14,9 +14,8 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
     try {
         return ko::Orvid::JsonPath(text);
     } catch (const ParseException& error) {
-        const auto column = static_cast<std::size_t>(error.firstColumn()) + 1;
-        throw Failure(ExitStatus::usage, SPlace{{}, 0, column, {}}, "query: " + error.message(),
-                      wordExcerpt(text, error));
+        throw Failure(ExitStatus::usage, placeInWord(error.firstColumn()),
+                      "query: " + error.message(), wordExcerpt(text, error));
     }
 }
 

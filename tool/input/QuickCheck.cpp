@@ -11,12 +11,15 @@
 #include <string_view>
 
 #include "input/Input.h"
+#include "text/byteOrderMark.h"
 #include "text/KeyHashes.h"
 #include "text/TextScannerRun.h"
 
 namespace orvid_tool {
 
 namespace {
+
+using ko::Orvid::text::markLength;
 
 /// Two keys of the same hash are most likely one key twice. Which it is, a second reading tells.
 class KeyWatcher : public ko::Orvid::KeySink {
@@ -61,7 +64,8 @@ bool isSurelyRight(const std::string& file, const ko::Orvid::ReadOptions& option
     KeyWatcher keys;
     Bytes piece;
     while (input.readSome(piece, pieceSize) > 0) {
-        scanner.scan(piece.view(), keys);
+        const std::size_t mark = scanner.offset() == 0 ? markLength(piece.view()) : 0;
+        scanner.scan(piece.view().substr(mark), keys);
         if (scanner.fault() || keys.isAnyRepeated()) {
             return false;
         }

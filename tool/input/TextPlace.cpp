@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Counting lines and columns, and skipping what carries no value.
+// Skipping whitespace and comments.
 
 #include "input/TextPlace.h"
-
-#include <algorithm>
 
 namespace orvid_tool {
 
@@ -26,14 +24,6 @@ std::size_t commentEnd(std::string_view text, std::size_t offset) {
 }
 
 }  // namespace
-
-STextPlace placeOf(std::string_view text, std::size_t offset) {
-    const std::string_view before = text.substr(0, std::min(offset, text.length()));
-    const auto lines = std::count(before.begin(), before.end(), '\n');
-    const std::size_t newline = before.rfind('\n');
-    const std::size_t start = newline == std::string_view::npos ? 0 : newline + 1;
-    return {static_cast<std::size_t>(lines) + 1, before.length() - start + 1};
-}
 
 std::size_t skipBlanks(std::string_view text, std::size_t offset) {
     constexpr const char* blanks = " \t\r\n\v\f";

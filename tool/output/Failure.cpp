@@ -50,14 +50,17 @@ std::string wordExcerpt(std::string word, const ParseException& error) {
     return ko::Orvid::sourceExcerpt(word, fromOne);
 }
 
+SPlace placeInWord(int column) {
+    return {{}, 0, column < 0 ? 0 : static_cast<std::size_t>(column) + 1, {}};
+}
+
 Failure malformedPath(const std::string& path, const ParseException& error) {
     const std::string fault = pathFault(error);
     // The last column is that of the character in error; the first may be that of its step.
     const int column = error.lastColumn();
     const ParseException at(error.message(), 1, column, 1, column);
     const bool hasPlace = error.code() != EParseError::pathNoIndex && column >= 0;
-    const std::size_t shown = hasPlace ? static_cast<std::size_t>(column) + 1 : 0;
-    return {ExitStatus::usage, SPlace{{}, 0, shown, {}},
+    return {ExitStatus::usage, hasPlace ? placeInWord(column) : SPlace(),
             "path \"" + path + "\": " + (fault.empty() ? error.message() : fault),
             hasPlace ? wordExcerpt(path, at) : std::string()};
 }

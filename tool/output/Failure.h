@@ -67,6 +67,10 @@ public:
 /// A word of the call, on one line, with carets below the columns of the error, which count from 0.
 std::string wordExcerpt(std::string word, const ko::Orvid::ParseException& error);
 
+/// The place of a column, which counts from 0 and is -1 where it is not known, in a word of the
+/// call. It is told to programs only: people are shown the word.
+SPlace placeInWord(int column);
+
 /// `path` itself is malformed.
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error);
 

@@ -73,8 +73,9 @@ std::string asUtf8(std::string_view text) {
 
 std::string placeText(const SPlace& place) {
     std::string text = place.file;
-    text += place.line == 0 ? "" : ":" + std::to_string(place.line);
-    text += place.line == 0 || place.column == 0 ? "" : ":" + std::to_string(place.column);
+    for (const std::size_t number : {place.line, place.column}) {
+        text += number == 0 || place.file.empty() ? "" : ":" + std::to_string(number);
+    }
     text += text.empty() ? "" : ":";
     if (place.path) {
         text += (text.empty() ? "at " : " at ");

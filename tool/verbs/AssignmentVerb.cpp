@@ -55,7 +55,7 @@ void AssignmentVerb::read(const SCall& call, Document& document) const {
 
 void AssignmentVerb::prepareValue(SCall& call) {
     if (m_words.empty()) {
-        throw Misuse("JSON is required");
+        throw Misuse("VALUE is required");
     }
     m_assignments.emplace_back();
     readValueWord(m_words.front(), m_assignments.back().value);

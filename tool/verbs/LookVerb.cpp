@@ -4,8 +4,6 @@
 
 #include "verbs/LookVerb.h"
 
-#include <sys/stat.h>
-
 #include <utility>
 
 #include "call/Options.h"
@@ -17,10 +15,24 @@ namespace {
 
 using ko::Orvid::Element;
 
+bool endsAsFile(const std::string& word) {
+    const std::size_t dot = word.rfind('.');
+    const std::string end = dot == std::string::npos ? "" : word.substr(dot);
+    return end == ".json" || end == ".jsonc" || end == ".jsonl" || end == ".ndjson";
+}
+
+/// Throws Failure for what looks like the name of a file but is none, lest standard input be
+/// waited for.
 bool isFile(const std::string& word) {
-    struct stat status = {};
-    return word == k_standardInput || word.rfind("./", 0) == 0 || word.rfind("../", 0) == 0 ||
-           (!word.empty() && stat(word.c_str(), &status) == 0 && !S_ISDIR(status.st_mode));
+    if (word == k_standardInput || word.rfind("./", 0) == 0 || word.rfind("../", 0) == 0 ||
+        isFileThere(word)) {
+        return true;
+    }
+    if (endsAsFile(word)) {
+        throw Failure(ExitStatus::inputOutput, {word, 0, 0, {}},
+                      "there is no such file; for a path of standard input write --in " + word);
+    }
+    return false;
 }
 
 }  // namespace

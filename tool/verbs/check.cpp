@@ -4,6 +4,7 @@
 
 #include "call/Options.h"
 #include "input/QuickCheck.h"
+#include "text/byteOrderMark.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -43,14 +44,16 @@ private:
         return options;
     }
 
-    void read(const SCall& /*call*/, Document& document) const override {
+    void read(const SCall& call, Document& document) const override {
+        const std::string_view text =
+            document.text.substr(ko::Orvid::text::markLength(document.text));
         ko::Orvid::DomParser parser(options());
         try {
             parser.begin(document.root);
-            parser.feed(document.text);
+            parser.feed(text);
             parser.finish();
         } catch (const ParseException& error) {
-            throw faultOf(document.place, document.text, error, true);
+            throw faultOf(document.place, text, error, !call.lines.isOn);
         }
     }
 

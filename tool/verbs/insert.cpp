@@ -29,7 +29,7 @@ public:
         AssignmentVerb::prepare(call);
         for (const SAssignment& assignment : assignments()) {
             m_steps.emplace_back();
-            if (assignment.path.isPlain()) {
+            if (assignment.path.isPlain() && assignment.path.word().substr(0, 1) != "$") {
                 m_steps.back().emplace(assignment.path.word());
             }
         }
@@ -40,7 +40,7 @@ private:
         const SAssignment& assignment = assignments()[index];
         ko::Orvid::Element value = assignment.value;
         const std::optional<LastStep>& known = m_steps[index];
-        insertAt(document.root, known ? *known : LastStep(assignment.path.in(document.root)),
+        insertAt(document.root, known ? *known : LastStep(assignment.path.placeIn(document.root)),
                  std::move(value), document.place);
     }
 

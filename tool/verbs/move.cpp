@@ -3,12 +3,15 @@
 // orvid move and orvid copy: a value in another place as well, or instead.
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
+#include <vector>
 
 #include "call/Options.h"
 #include "edit/Insertion.h"
 #include "edit/Kept.h"
 #include "input/CallPath.h"
+#include "input/PathSteps.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -35,16 +38,42 @@ Element taken(Element& element) {
     return value;
 }
 
+bool isNewItem(const SStep& step) { return !step.isKey && step.index == ko::Orvid::k_noIndex; }
+
+bool hasNewItem(const std::vector<SStep>& steps) {
+    return std::any_of(steps.begin(), steps.end(), isNewItem);
+}
+
+/// The path with each `[*]`, but for one at its end, made the last item there is.
+std::string withLastItems(const Element& root, const std::string& path) {
+    const std::vector<SStep> steps = stepsOf(path);
+    std::ostringstream text;
+    ko::Orvid::PathGenerator generator(text);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (steps[i].isKey) {
+            generator.genObjectProperty(steps[i].key);
+        } else if (isNewItem(steps[i]) && i + 1 < steps.size()) {
+            const std::size_t size = root.get(text.str()).size();
+            generator.genListItem(static_cast<unsigned int>(size - 1));
+        } else {
+            generator.genListItem(steps[i].index);
+        }
+    }
+    return text.str();
+}
+
 /// The step to the place, what holds it made where it is missing.
 LastStep stepIn(Element& root, const CallPath& path) {
-    LastStep step(path.in(root));
-    if (!root.pathExists(step.holder())) {
+    const std::string place = path.placeIn(root);
+    const LastStep step(place);
+    const bool isNewOnWay = hasNewItem(stepsOf(step.holder().str()));
+    if (isNewOnWay || !root.pathExists(step.holder())) {
         Element holder;
         const auto type = step.isKey() ? ko::Orvid::etObject : ko::Orvid::etArray;
         Element::create(holder.data(), type, &holder);
         root.create(step.holder(), holder);
     }
-    return step;
+    return isNewOnWay ? LastStep(withLastItems(root, place)) : step;
 }
 
 class Carry : public DocumentVerb {
@@ -62,7 +91,7 @@ public:
     void prepare(SCall& /*call*/) override {
         m_from = CallPath(m_fromWord);
         m_to = CallPath(m_toWord);
-        if (m_to.isPlain()) {
+        if (m_to.isPlain() && m_toWord.substr(0, 1) != "$") {
             static_cast<void>(LastStep(m_toWord));
         }
     }

@@ -66,11 +66,12 @@ public:
     }
 
     void prepare(SCall& call) override {
-        if (m_isArray && m_form == EForm::count) {
-            throw Misuse("--count writes a number: --array does not go with it");
+        if (m_isArray && (call.isRaw || m_form == EForm::count)) {
+            throw Misuse(std::string(call.isRaw ? "--raw" : "--count") +
+                         " and --array exclude each other");
         }
-        if (m_isArray && call.isRaw) {
-            throw Misuse("--array writes JSON: --raw does not go with it");
+        if (call.isRaw && m_form != EForm::values) {
+            throw Misuse("--raw is for values: --paths, --pointers and --count exclude it");
         }
         m_query.emplace(queryOf(m_text));
         if (m_form == EForm::values && !m_isArray && m_query->isSingular()) {

@@ -23,7 +23,7 @@ class Select : public DocumentVerb {
 public:
     const char* name() const override { return "select"; }
     const char* help() const override {
-        return "Write the documents or records for which a query (JSONPath) selects something";
+        return "Write the documents or records of which a query (JSONPath) is true";
     }
     const char* examples() const override {
         return "  orvid select --lines -j 4 '$[?@.name == \"ada\"]' <records.jsonl\n"

@@ -59,7 +59,7 @@ public:
 private:
     /// A path that is malformed is reported when it is followed.
     void addTextEdit(const SAssignment& assignment) {
-        if (!assignment.path.isPlain()) {
+        if (!assignment.path.isPlain() || assignment.path.word().substr(0, 1) == "$") {
             m_textEdits.emplace_back();
             m_isTextEnough = false;
             return;
@@ -143,10 +143,28 @@ private:
             m_query->update(document.root, assignment.value);
             return;
         }
-        const std::string path = assignment.path.in(document.root);
+        if (const auto* const pointer = assignment.path.onlyPointer()) {
+            setAt(*pointer, assignment.value, document);
+            return;
+        }
+        const std::string path = assignment.path.placeIn(document.root);
         if (!m_isOnlyForAbsent || isAbsent(path, document.root)) {
             withPath(path,
                      [&](const Path& place) { document.root.create(place, assignment.value); });
+        }
+    }
+
+    void setAt(const ko::Orvid::JsonPointer& pointer, const ko::Orvid::Element& value,
+               Document& document) const {
+        if (m_isOnlyForAbsent && pointer.find(document.root) != nullptr) {
+            return;
+        }
+        try {
+            Gaps none(0);
+            makeAt(document.root, pointer, none) = value;
+        } catch (const Clash& fault) {
+            throw Failure(ExitStatus::failed, document.place,
+                          "pointer \"" + pointer.str() + "\": " + fault.what());
         }
     }
 
