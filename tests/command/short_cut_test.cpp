@@ -36,7 +36,31 @@ const std::vector<std::vector<std::string>> k_calls{
     {"set", "a.b[*]=1"},
     {"set", "a\\.b=1", "ke\\\"y.\xC3\xA4=2"},
     {"set", "", "1"},
+    {"remove", "a"},
+    {"remove", "s"},
+    {"remove", "a[1]"},
+    {"remove", "a.q", "--also", "s"},
+    {"remove", "[0]"},
+    {"remove", "[2]"},
+    {"insert", "x", "1"},
+    {"insert", "s", "1"},
+    {"insert", "[1]", "\"\xC3\xA4\\n\""},
+    {"insert", "[*]=1e5", "[0]=null", "[3]=\"\""},
+    {"insert", "a[0]=1", "a[*]=2.50"},
+    {"insert", "a.x\\.y=true", "z=[]"},
 };
+
+/// Of containers in many layouts: what is taken out and put in.
+const std::vector<std::vector<std::string>> k_edits{
+    {"remove", "a"},        {"remove", "b"},         {"remove", "c"},
+    {"remove", "c.d"},      {"remove", "c.e"},       {"remove", "[0]"},
+    {"remove", "[1]"},      {"remove", "[2]"},       {"insert", "new", "1"},
+    {"insert", "c.x", "1"}, {"insert", "[0]", "9"},  {"insert", "[1]", "9"},
+    {"insert", "[2]", "9"}, {"insert", "[3]", "9"},  {"insert", "[*]", "\"x\""},
+    {"insert", "[4]", "9"}, {"insert", "c[0]", "9"}, {"insert", "c[*]", "9"},
+};
+const std::vector<std::string> k_gaps{"",      " ",     "\n",    "\n  ", "\n\t",
+                                      "\r\n ", "\n\n ", " \n  ", "  ",   "\n \n  "};
 
 const std::vector<std::string> k_texts{
     R"({"a":{"b":1.50,"q":[]},"s":"text","c":{"d":[{"e":-0},{"e":{}}]},"meta":{"a":2}})",
@@ -80,6 +104,31 @@ TEST(short_cut, says_the_same_of_whole_texts_in_every_layout) {
         for (const std::string& text : k_texts) {
             expectSameWithoutShortCut(call, text);
             expectSameWithoutShortCut(tabbed, text);
+        }
+    }
+}
+
+TEST(short_cut, says_the_same_of_children_in_every_layout) {
+    std::size_t turn = 0;
+    const auto gap = [&turn] { return k_gaps[(turn * turn + turn / 3) % k_gaps.size()]; };
+    for (std::size_t round = 0; round < 20; ++round) {
+        turn = round;
+        const std::string open = gap();
+        turn += round % 4;
+        const std::string between = gap();
+        turn += round % 3;
+        const std::string close = gap();
+        turn += round % 5;
+        const std::string comma = round % 4 == 0 ? gap() + "," + between : "," + between;
+        const std::string colon = round % 3 == 0 ? " : " : round % 2 == 0 ? ": " : ":";
+        const std::string inner = "{" + open + "\"d\"" + colon + "1" + comma + "\"e\":[" + open +
+                                  "1" + comma + "2" + close + "]" + close + "}";
+        const std::string object = "{" + open + "\"a\"" + colon + "1" + comma + "\"b\":\"x\"" +
+                                   comma + "\"c\"" + colon + inner + close + "}\n";
+        const std::string array =
+            "[" + open + "1" + "," + open + "\"[,\"" + comma + inner + close + "]";
+        for (const std::vector<std::string>& call : k_edits) {
+            expectSameWithoutShortCut(call, call[1].front() == '[' ? array : object);
         }
     }
 }

@@ -2,11 +2,13 @@
 //
 // orvid insert: new members and items, with nothing overwritten.
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "edit/Insertion.h"
+#include "edit/TextChildren.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -36,6 +38,21 @@ public:
     }
 
 private:
+    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+        const auto isPlainPath = [](const std::optional<LastStep>& step) {
+            return step.has_value();
+        };
+        if (isNew() || !std::all_of(m_steps.begin(), m_steps.end(), isPlainPath) ||
+            !mayTakeShortCut(call, m_steps.size())) {
+            return false;
+        }
+        const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
+            return insertChild(text, stepsOf(m_steps[index]->path()), assignments()[index].value,
+                               edited);
+        };
+        return editInTurn(document.text, m_steps.size(), edit, out);
+    }
+
     void assign(Document& document, std::size_t index) const override {
         const SAssignment& assignment = assignments()[index];
         ko::Orvid::Element value = assignment.value;

@@ -2,11 +2,13 @@
 //
 // orvid remove: members and items taken out.
 
+#include <algorithm>
 #include <iterator>
 #include <optional>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
+#include "edit/TextChildren.h"
 #include "input/CallPath.h"
 #include "input/QueryWord.h"
 #include "verbs/verbs.h"
@@ -76,6 +78,22 @@ public:
 
 private:
     void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+
+    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+        const bool arePlain = std::all_of(m_paths.begin(), m_paths.end(),
+                                          [](const CallPath& path) { return path.isPlain(); });
+        if (m_query || !arePlain || !mayTakeShortCut(call, m_paths.size())) {
+            return false;
+        }
+        const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
+            return removeChild(text, stepsOf(m_paths[index].word()), edited);
+        };
+        try {
+            return editInTurn(document.text, m_paths.size(), edit, out);
+        } catch (const Failure&) {
+            return false;  // a path is malformed, which is reported when it is followed
+        }
+    }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {
         if (m_query) {

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+//
+// The text around a child says how children are laid out where that is the same on both sides.
+
+#include "edit/TextChildren.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "input/TextLookup.h"
+#include "output/Layout.h"
+#include "text/TextScannerRun.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::Element;
+using ko::Orvid::TokenPlace;
+
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+/// The offset after the whitespace that begins there.
+std::size_t blanksEnd(std::string_view text, std::size_t offset) {
+    while (offset < text.length() && isBlank(text[offset])) {
+        ++offset;
+    }
+    return offset;
+}
+
+/// The offset of the whitespace that ends there. A bracket stands before all children.
+std::size_t blanksBegin(std::string_view text, std::size_t offset) {
+    while (isBlank(text[offset - 1])) {
+        --offset;
+    }
+    return offset;
+}
+
+bool breaksLine(std::string_view blanks) { return blanks.find('\n') != std::string_view::npos; }
+
+/// Whether the whitespace is more than an indent: what becomes of blank lines and of whitespace at
+/// a line's end, the library knows.
+bool isMoreThanIndent(std::string_view blanks) {
+    blanks.remove_prefix(blanks.substr(0, 2) == "\r\n" ? 1 : 0);
+    return breaksLine(blanks) && (blanks.front() != '\n' || breaksLine(blanks.substr(1)));
+}
+
+/// A child in its text, and what stands around it.
+struct SChild {
+    std::size_t begin;  ///< with its key
+    std::size_t end;
+    std::string_view lead;  ///< the whitespace before it
+    std::string_view tail;  ///< the whitespace behind it, after the comma where there is one
+    bool hasBefore;         ///< whether another child stands there
+    bool hasAfter;
+};
+
+/// The key of the value that begins there. It has no escapes.
+std::size_t keyBegin(std::string_view text, std::size_t value) {
+    const std::size_t colon = blanksBegin(text, value) - 1;
+    const std::size_t quote = blanksBegin(text, colon) - 1;
+    return text.rfind('"', quote - 1);
+}
+
+/// Nothing where there is none, or whitespace stands before a comma.
+std::optional<SChild> childAt(std::string_view text, const std::vector<SStep>& steps) {
+    const std::optional<std::string_view> found =
+        steps.empty() ? std::nullopt : lookUpStrictly(text, steps);
+    if (!found) {
+        return std::nullopt;
+    }
+    const auto value = static_cast<std::size_t>(found->data() - text.data());
+    SChild child{};
+    child.begin = steps.back().isKey ? keyBegin(text, value) : value;
+    child.end = value + found->length();
+    const std::size_t lead = blanksBegin(text, child.begin);
+    const std::size_t after = blanksEnd(text, child.end);
+    child.hasBefore = text[lead - 1] == ',';
+    child.hasAfter = text[after] == ',';
+    const std::size_t tail = child.hasAfter ? after + 1 : child.end;
+    child.lead = text.substr(lead, child.begin - lead);
+    child.tail = text.substr(tail, blanksEnd(text, tail) - tail);
+    const bool isSpaced =
+        (child.hasAfter && after != child.end) || (child.hasBefore && isBlank(text[lead - 2]));
+    const bool isOdd = isSpaced || isMoreThanIndent(child.lead) || isMoreThanIndent(child.tail);
+    return isOdd ? std::nullopt : std::optional<SChild>(child);
+}
+
+/// Whether children after this one are laid out as this one is.
+bool isLaidOutAlike(const SChild& child) {
+    return child.hasBefore && child.hasAfter ? child.lead == child.tail
+                                             : breaksLine(child.lead) == breaksLine(child.tail);
+}
+
+void appendWithout(std::string_view text, std::size_t begin, std::size_t end, Bytes& out) {
+    static_cast<void>(out.room(text.length()));
+    out.append(text.substr(0, begin));
+    out.append(text.substr(end));
+}
+
+void appendWith(std::string_view text, std::size_t place, std::string_view added, Bytes& out) {
+    static_cast<void>(out.room(text.length() + added.length()));
+    out.append(text.substr(0, place));
+    out.append(added);
+    out.append(text.substr(place));
+}
+
+std::string jsonOf(const Element& value) {
+    std::string json = jsonLine(value, SLayout());
+    json.pop_back();
+    return json;
+}
+
+/// Notes the last two children of a container, which is all of the text.
+class LastChildren : public ko::Orvid::TokenSink {
+public:
+    struct SPlace {
+        std::size_t begin;
+        std::size_t keyEnd;  ///< of a member
+        std::size_t value;
+        std::size_t end;
+    };
+
+    explicit LastChildren(const std::string* key) : m_key(key) {}
+
+    std::size_t count() const { return m_count; }
+    bool hasKey() const { return m_hasKey; }
+    const SPlace& last() const { return m_last; }
+    const SPlace& before() const { return m_before; }
+
+    void null(TokenPlace place) { scalar(place); }
+    void boolean(bool /*value*/, TokenPlace place) { scalar(place); }
+    void number(std::string_view /*text*/, TokenPlace place) { scalar(place); }
+    void string(std::string_view /*text*/, TokenPlace place) { scalar(place); }
+    bool key(std::string_view text, TokenPlace place) {
+        if (m_depth == 1) {
+            m_hasKey = m_hasKey || (m_key != nullptr && text == *m_key);
+            m_keyPlace = place;
+        }
+        return true;
+    }
+    void openObject(TokenPlace place) { open(place); }
+    void closeObject(TokenPlace place) { close(place); }
+    void openArray(TokenPlace place) { open(place); }
+    void closeArray(TokenPlace place) { close(place); }
+
+private:
+    void scalar(TokenPlace place) {
+        begin(place);
+        end(place);
+    }
+    void open(TokenPlace place) {
+        begin(place);
+        ++m_depth;
+    }
+    void close(TokenPlace place) {
+        --m_depth;
+        end(place);
+    }
+    void begin(TokenPlace place) {
+        if (m_depth == 1) {
+            m_before = m_last;
+            const bool isMember = m_key != nullptr;
+            m_last = {offset(isMember ? m_keyPlace.begin : place.begin), offset(m_keyPlace.end),
+                      offset(place.begin), 0};
+            ++m_count;
+        }
+    }
+    void end(TokenPlace place) {
+        if (m_depth == 1) {
+            m_last.end = offset(place.end);
+        }
+    }
+    static std::size_t offset(std::uint64_t place) { return static_cast<std::size_t>(place); }
+
+    const std::string* m_key;  ///< that is looked for; null in an array
+    std::size_t m_depth = 0;
+    std::size_t m_count = 0;
+    bool m_hasKey = false;
+    TokenPlace m_keyPlace{};
+    SPlace m_before{};
+    SPlace m_last{};
+};
+
+/// A new last child, laid out as the last two are.
+bool appendChild(std::string_view text, std::vector<SStep> steps, const Element& value,
+                 Bytes& out) {
+    const SStep last = steps.back();
+    steps.pop_back();
+    const std::optional<std::string_view> holder = lookUpStrictly(text, steps);
+    if (!holder || holder->front() != (last.isKey ? '{' : '[')) {
+        return false;
+    }
+    LastChildren children(last.isKey ? &last.key : nullptr);
+    ko::Orvid::TextScanner scanner((ko::Orvid::ReadOptions()));
+    scanner.scan(*holder, children);
+    const bool isEnd =
+        last.isKey || last.index == ko::Orvid::k_noIndex || last.index == children.count();
+    if (children.count() < 2 || children.hasKey() || !isEnd) {
+        return false;
+    }
+    const LastChildren::SPlace& model = children.last();
+    const std::string_view gap =
+        holder->substr(children.before().end, model.begin - children.before().end);
+    const std::string_view tail = holder->substr(model.end, holder->length() - 1 - model.end);
+    if (gap.front() != ',' || isMoreThanIndent(gap.substr(1)) || isMoreThanIndent(tail) ||
+        breaksLine(gap) != breaksLine(*holder)) {
+        return false;
+    }
+    std::string added(gap);
+    if (last.isKey) {
+        added += jsonOf(Element(last.key));
+        added += holder->substr(model.keyEnd, model.value - model.keyEnd);
+    }
+    const auto start = static_cast<std::size_t>(holder->data() - text.data());
+    appendWith(text, start + model.end, added + jsonOf(value), out);
+    return true;
+}
+
+}  // namespace
+
+bool mayTakeShortCut(const SCall& call, std::size_t edits) {
+    // Each edit is a pass through the text; the tree takes them all in one.
+    constexpr std::size_t mostPasses = 3;
+    return edits <= mostPasses && !call.lines.isOn && !call.layout.isAsked && isPlain(call.layout);
+}
+
+bool removeChild(std::string_view text, const std::vector<SStep>& steps, Bytes& out) {
+    const std::optional<SChild> child = childAt(text, steps);
+    if (!child || !isLaidOutAlike(*child) || (!child->hasBefore && !child->hasAfter)) {
+        return false;
+    }
+    if (child->hasAfter) {
+        const auto next = static_cast<std::size_t>(child->tail.data() - text.data());
+        appendWithout(text, child->begin, next + child->tail.length(), out);
+    } else {
+        appendWithout(text, child->begin - child->lead.length() - 1, child->end, out);
+    }
+    return true;
+}
+
+bool insertChild(std::string_view text, const std::vector<SStep>& steps, const Element& value,
+                 Bytes& out) {
+    if (steps.empty() || value.isObject() || value.isArray()) {
+        return false;
+    }
+    if (steps.back().isKey || steps.back().index == ko::Orvid::k_noIndex) {
+        return appendChild(text, steps, value, out);
+    }
+    const std::optional<SChild> child = childAt(text, steps);
+    if (!child) {
+        return appendChild(text, steps, value, out);
+    }
+    if (!isLaidOutAlike(*child) || (!child->hasBefore && !child->hasAfter)) {
+        return false;
+    }
+    const std::string_view gap = child->hasBefore ? child->lead : child->tail;
+    appendWith(text, child->begin, jsonOf(value) + "," + std::string(gap), out);
+    return true;
+}
+
+}  // namespace orvid_tool
