@@ -69,6 +69,9 @@ std::string meant(const std::string& word, const TVerbs& verbs) {
         {"format", "print"}, {"len", "length"},    {"lint", "check"},     {"mv", "move"},
         {"pretty", "print"}, {"put", "set"},       {"rm", "remove"},      {"show", "print"},
         {"slurp", "join"},   {"update", "set"},    {"validate", "check"}, {"view", "print"}};
+    if (!word.empty() && std::string_view(".[/$").find(word.front()) != std::string_view::npos) {
+        return word.front() == '$' ? " (did you mean \"query\"?)" : " (did you mean \"get\"?)";
+    }
     const auto known = elsewhere.find(word);
     if (known != elsewhere.end()) {
         return " (did you mean \"" + known->second + "\"?)";

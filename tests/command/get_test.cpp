@@ -156,7 +156,10 @@ TEST(get, shows_where_a_path_is_malformed) {
     EXPECT_EQ(orvid({"get", "a.b[x]"}, k_document), malformed("a.b[x]", character, 4));
     EXPECT_EQ(orvid({"get", "]"}, k_document), malformed("]", character, 0));
     EXPECT_EQ(orvid({"get", "a.b[*]"}, k_document),
-              failed(2, "path \"a.b[*]\": [*] names no item that could be looked up"));
+              failed(2,
+                     "path \"a.b[*]\": [*] names no item that could be looked up; for all items: "
+                     "orvid query "
+                     "'$.a.b[*]'"));
     EXPECT_EQ(orvid({"get", "--default", "a["}, k_document), malformed("a[", ends, 2));
 }
 

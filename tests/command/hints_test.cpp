@@ -4,6 +4,7 @@
 // tools, and to somebody who waits at a terminal.
 
 #include "support/Command.h"
+#include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -132,6 +133,46 @@ TEST(hints, do_not_wait_for_input_where_a_file_was_meant) {
                      "nofile.json"));
     EXPECT_EQ(orvid({"keys", "--in", "nofile.json"}, R"({"nofile":{"json":{"a":1}}})"),
               printed("a\n"));
+}
+
+TEST(hints, lead_from_one_way_of_saying_it_to_the_other) {
+    EXPECT_EQ(orvid({"get", "s[*].a"}, R"({"s":[]})"),
+              failed(2,
+                     "path \"s[*].a\": [*] names no item that could be looked up; for all items: "
+                     "orvid query '$.s[*].a'"));
+    EXPECT_EQ(orvid({"query", ".a"}, "{}").err,
+              "orvid: query: Expected \"$\" at the beginning, found \".\"; write '$.a'\n.a\n^\n");
+    EXPECT_EQ(orvid({".a"}),
+              failed(2, "there is no verb \".a\" (did you mean \"get\"?); see orvid --help"));
+    EXPECT_EQ(orvid({"$.a"}),
+              failed(2, "there is no verb \"$.a\" (did you mean \"query\"?); see orvid --help"));
+    EXPECT_EQ(orvid({"insert", "s[*].a", "1"}, R"({"s":[]})"),
+              failed(2,
+                     "path \"s[*].a\": [*] stands at the end only, for insert makes nothing on the "
+                     "way; set does; see orvid insert --help"));
+}
+
+TEST(hints, tell_of_records_that_were_read_as_one_document) {
+    const std::string hint =
+        "orvid: (standard input):2:1: at (root): Unexpected '2': the document is complete (for "
+        "values that follow each other there are --lines, split --values and join)\n2\n^\n";
+    for (const char* const verb : {"print", "check"}) {
+        EXPECT_EQ(orvid({verb}, "1\n2\n").err, hint);
+    }
+}
+
+TEST(hints, tell_that_the_path_was_forgotten) {
+    const orvid_test::ScratchFolder folder;
+    const std::string script = "cd \"$1\"; echo '{\"a\":{\"json\":1}}' >a.json; \"$0\" ";
+    for (const std::string verb : {"get", "remove"}) {
+        EXPECT_EQ(
+            orvid_test::shell(script + verb + " a.json </dev/null", {folder.path()}),
+            failed(2,
+                   "PATH is missing before the file \"a.json\"; where that is the PATH, give - "
+                   "for standard input; see orvid " +
+                       verb + " --help"));
+    }
+    EXPECT_EQ(orvid_test::shell(script + "get a.json - <a.json", {folder.path()}), printed("1\n"));
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST(call_paths, may_be_json_pointers) {
     EXPECT_EQ(orvid({"remove", "--compact", "/1", "--also", "/0/a"}, R"([{"a":1},2])"),
               printed("[{}]\n"));
     EXPECT_EQ(orvid({"find", "--path", "--in", "/l", "", "1"}, R"({"l":[1]})"), printed("l[0]\n"));
-    EXPECT_EQ(orvid({"set", "//a=1"}, "{}").status, 2);
+    EXPECT_EQ(orvid({"set", "-c", "//a=1"}, "{}"), printed("{\"\":{\"a\":1}}\n"));
 }
 
 TEST(call_paths, count_from_the_end) {

@@ -11,6 +11,7 @@
 
 #include "input/TextLookup.h"
 #include "output/Layout.h"
+#include "text/ByteRuns.h"
 #include "text/TextScannerRun.h"
 
 namespace orvid_tool {
@@ -19,12 +20,11 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::TokenPlace;
-
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+using ko::Orvid::text::isWhitespace;
 
 /// The offset after the whitespace that begins there.
 std::size_t blanksEnd(std::string_view text, std::size_t offset) {
-    while (offset < text.length() && isBlank(text[offset])) {
+    while (offset < text.length() && isWhitespace(text[offset])) {
         ++offset;
     }
     return offset;
@@ -32,7 +32,7 @@ std::size_t blanksEnd(std::string_view text, std::size_t offset) {
 
 /// The offset of the whitespace that ends there. A bracket stands before all children.
 std::size_t blanksBegin(std::string_view text, std::size_t offset) {
-    while (isBlank(text[offset - 1])) {
+    while (isWhitespace(text[offset - 1])) {
         --offset;
     }
     return offset;
@@ -83,7 +83,7 @@ std::optional<SChild> childAt(std::string_view text, const std::vector<SStep>& s
     child.lead = text.substr(lead, child.begin - lead);
     child.tail = text.substr(tail, blanksEnd(text, tail) - tail);
     const bool isSpaced =
-        (child.hasAfter && after != child.end) || (child.hasBefore && isBlank(text[lead - 2]));
+        (child.hasAfter && after != child.end) || (child.hasBefore && isWhitespace(text[lead - 2]));
     const bool isOdd = isSpaced || isMoreThanIndent(child.lead) || isMoreThanIndent(child.tail);
     return isOdd ? std::nullopt : std::optional<SChild>(child);
 }

@@ -21,6 +21,14 @@ using ko::Orvid::Element;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
+constexpr std::string_view k_isComplete = ": the document is complete";
+constexpr const char* k_severalValues =
+    " (for values that follow each other there are --lines, split --values and join)";
+
+bool endsWith(std::string_view text, std::string_view end) {
+    return text.length() >= end.length() && text.substr(text.length() - end.length()) == end;
+}
+
 /// The parser's message shows the place in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
 
@@ -54,7 +62,11 @@ Failure faultOf(const SPlace& place, std::string_view text, const ParseException
     if (error.elementPath() != nullptr) {
         at.path = *error.elementPath();
     }
-    return {ExitStatus::failed, std::move(at), firstLine(error.message()),
+    std::string message = firstLine(error.message());
+    if (isShown && at.line > 1 && at.column == 1 && endsWith(message, k_isComplete)) {
+        message += k_severalValues;
+    }
+    return {ExitStatus::failed, std::move(at), message,
             isShown ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
 }
 

@@ -43,6 +43,20 @@ bool isFileThere(const std::string& name) {
     return !name.empty() && stat(name.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
+bool endsAsFile(const std::string& word) {
+    const std::size_t dot = word.rfind('.');
+    const std::string end = dot == std::string::npos ? "" : word.substr(dot);
+    return end == ".json" || end == ".jsonc" || end == ".jsonl" || end == ".ndjson";
+}
+
+void requireNoFile(const char* what, const std::string& word,
+                   const std::vector<std::string>& files) {
+    if (files.empty() && endsAsFile(word) && isFileThere(word)) {
+        throw Misuse(std::string(what) + " is missing before the file \"" + word +
+                     "\"; where that is the " + what + ", give - for standard input");
+    }
+}
+
 Input::Input(const std::string& file)
     : m_name(inputName(file)),
       m_descriptor(file == k_standardInput ? STDIN_FILENO

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "output/Bytes.h"
 #include "output/FileIdentity.h"
@@ -22,6 +23,13 @@ std::string inputName(const std::string& file);
 
 /// Whether there is a file of that name that is no folder.
 bool isFileThere(const std::string& name);
+
+/// Whether the word ends as the names of JSON files do.
+bool endsAsFile(const std::string& word);
+
+/// Throws Misuse where no file is given and the word, which is to be `what`, names a JSON file.
+void requireNoFile(const char* what, const std::string& word,
+                   const std::vector<std::string>& files);
 
 /// Throws Failure, which names the file, when it cannot be opened or read.
 class Input {

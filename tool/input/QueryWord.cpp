@@ -10,12 +10,25 @@ namespace orvid_tool {
 
 using ko::Orvid::ParseException;
 
+namespace {
+
+/// What to write of a path that was taken for a query.
+std::string hint(const std::string& text) {
+    if (text.empty() || text.front() == '$') {
+        return "";
+    }
+    const bool isStep = text.front() == '.' || text.front() == '[';
+    return "; write '$" + std::string(isStep ? "" : ".") + text + "'";
+}
+
+}  // namespace
+
 ko::Orvid::JsonPath queryOf(const std::string& text) {
     try {
         return ko::Orvid::JsonPath(text);
     } catch (const ParseException& error) {
         throw Failure(ExitStatus::usage, placeInWord(error.firstColumn()),
-                      "query: " + error.message(), wordExcerpt(text, error));
+                      "query: " + error.message() + hint(text), wordExcerpt(text, error));
     }
 }
 

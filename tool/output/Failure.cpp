@@ -61,7 +61,11 @@ Failure malformedPath(const std::string& path, const ParseException& error) {
     const ParseException at(error.message(), 1, column, 1, column);
     const bool hasPlace = error.code() != EParseError::pathNoIndex && column >= 0;
     return {ExitStatus::usage, hasPlace ? placeInWord(column) : SPlace(),
-            "path \"" + path + "\": " + (fault.empty() ? error.message() : fault),
+            "path \"" + path + "\": " + (fault.empty() ? error.message() : fault) +
+                (error.code() == EParseError::pathNoIndex
+                     ? "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") +
+                           path + "'"
+                     : ""),
             hasPlace ? wordExcerpt(path, at) : std::string()};
 }
 

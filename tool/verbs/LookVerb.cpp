@@ -15,12 +15,6 @@ namespace {
 
 using ko::Orvid::Element;
 
-bool endsAsFile(const std::string& word) {
-    const std::size_t dot = word.rfind('.');
-    const std::string end = dot == std::string::npos ? "" : word.substr(dot);
-    return end == ".json" || end == ".jsonc" || end == ".jsonl" || end == ".ndjson";
-}
-
 /// Throws Failure for what looks like the name of a file but is none, lest standard input be
 /// waited for.
 bool isFile(const std::string& word) {

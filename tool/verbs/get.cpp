@@ -8,6 +8,7 @@
 #include "call/Options.h"
 #include "edit/Answer.h"
 #include "input/CallPath.h"
+#include "input/Input.h"
 #include "input/PathSteps.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
@@ -50,6 +51,7 @@ public:
     }
 
     void prepare(SCall& call) override {
+        requireNoFile("PATH", m_word, call.files);
         m_schema.load(call.schemaFile);
         m_paths.emplace_back(m_word);
         for (const std::string& word : m_also) {

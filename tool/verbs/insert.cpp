@@ -30,6 +30,7 @@ public:
     void prepare(SCall& call) override {
         AssignmentVerb::prepare(call);
         for (const SAssignment& assignment : assignments()) {
+            requirePlace(assignment.path);
             m_steps.emplace_back();
             if (assignment.path.isPlain() && assignment.path.word().substr(0, 1) != "$") {
                 m_steps.back().emplace(assignment.path.word());
@@ -38,6 +39,16 @@ public:
     }
 
 private:
+    static void requirePlace(const CallPath& path) {
+        const std::size_t star = path.isPlain() ? path.word().find("[*]") : std::string::npos;
+        if (star != std::string::npos && star + 3 < path.word().length() &&
+            (star == 0 || path.word()[star - 1] != '\\')) {
+            throw Misuse("path \"" + path.word() +
+                         "\": [*] stands at the end only, for insert makes nothing on the way; "
+                         "set does");
+        }
+    }
+
     bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
         const auto isPlainPath = [](const std::optional<LastStep>& step) {
             return step.has_value();

@@ -10,6 +10,7 @@
 #include "edit/Kept.h"
 #include "edit/TextChildren.h"
 #include "input/CallPath.h"
+#include "input/Input.h"
 #include "input/QueryWord.h"
 #include "verbs/verbs.h"
 
@@ -72,6 +73,7 @@ public:
                 m_paths.emplace_back(word);
             }
             m_words.erase(m_words.begin());
+            requireNoFile("PATH", m_paths.front().word(), m_words);
         }
         call.files = m_words;
     }
