@@ -1,6 +1,6 @@
 # cmake -DMANUAL=docs/orvid.1 -DPAGE=docs/command.md -DTOOL=orvid -DVERSION=0.1.0 -P CheckManual.cmake
 # Holds the manual page and docs/command.md to the command: its version, every verb and every option that its
-# help names stand in both, and man formats the page without a warning. Without man, the last is SKIPPED.
+# help names stand in both, its EXAMPLES show ten verbs that there are, and man formats the page without a warning. Without man, the last is SKIPPED.
 cmake_policy(VERSION 3.22)
 file(READ ${MANUAL} source)
 string(REPLACE "\\-" "-" manual "${source}")
@@ -48,6 +48,19 @@ foreach(word ${words})
       string(APPEND errors "the ${text} does not mention '${wanted}'\n")
     endif()
   endforeach()
+endforeach()
+string(REGEX MATCH "\n\\.SH EXAMPLES\n.*" examples "${manual}")
+string(REGEX MATCHALL "orvid [a-z-]+" shown "${examples}")
+list(REMOVE_DUPLICATES shown)
+list(LENGTH shown count)
+if(count LESS 10)
+  string(APPEND faults "the manual's EXAMPLES show ${count} verbs only\n")
+endif()
+foreach(call ${shown})
+  string(REPLACE "orvid " "" verb "${call}")
+  if(NOT verb IN_LIST verbs)
+    string(APPEND faults "the manual's EXAMPLES show the verb '${verb}', which there is not\n")
+  endif()
 endforeach()
 if(NOT manual MATCHES "\"orvid ${VERSION}\"")
   string(APPEND errors "the manual is not that of version ${VERSION}\n")
