@@ -162,9 +162,9 @@ void ValueStream::drop() {
 
 /// Throws Failure where the steps lead to no array, to two values, or, at the end, nowhere.
 void ValueStream::requireTarget() const {
-    SPlace place{m_input.name(), 0, 0, pathOf(m_wanted.steps)};
+    const SPlace place{m_input.name(), 0, 0, pathOf(m_wanted.steps)};
     if (m_sink.targets() > 1) {
-        throw Failure(ExitStatus::failed, std::move(place),
+        throw Failure(ExitStatus::failed, place,
                       "a key on the way is there twice, so this may be the wrong value");
     }
     if (!m_sink.isNoArray() && !(m_isAtEnd && m_sink.isBegun() && m_sink.targets() == 0)) {
@@ -172,7 +172,7 @@ void ValueStream::requireTarget() const {
     }
     const Element root = m_sink.way();
     if (m_sink.isNoArray()) {
-        throw Failure(ExitStatus::failed, std::move(place),
+        throw Failure(ExitStatus::failed, place,
                       std::string(typePhrase(root.get(*place.path))) + " has no items to split");
     }
     try {
