@@ -54,14 +54,6 @@ TEST(query, counts_takes_the_first_and_makes_an_array) {
               failed(2,
                      "--paths, --pointers and --count exclude each other; "
                      "see orvid query --help"));
-    EXPECT_EQ(orvid({"query", "--count", "--array", "$"}, k_text),
-              failed(2,
-                     "--count writes a number: --array does not go with it; "
-                     "see orvid query --help"));
-    EXPECT_EQ(orvid({"query", "--array", "--raw", "$"}, k_text),
-              failed(2,
-                     "--array writes JSON: --raw does not go with it; "
-                     "see orvid query --help"));
 }
 
 TEST(query, ends_with_1_for_nothing_only_when_asked) {

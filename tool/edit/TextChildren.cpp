@@ -9,9 +9,9 @@
 #include <optional>
 #include <string>
 
-#include "input/TextLookup.h"
 #include "output/Layout.h"
 #include "text/ByteRuns.h"
+#include "text/TextLookup.h"
 #include "text/TextScannerRun.h"
 
 namespace orvid_tool {
@@ -19,8 +19,10 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::ReadOptions;
 using ko::Orvid::TokenPlace;
 using ko::Orvid::text::isWhitespace;
+using ko::Orvid::text::lookUp;
 
 /// The offset after the whitespace that begins there.
 std::size_t blanksEnd(std::string_view text, std::size_t offset) {
@@ -57,17 +59,26 @@ struct SChild {
     bool hasAfter;
 };
 
-/// The key of the value that begins there. It has no escapes.
+/// Whether an odd number of backslashes stands before the offset.
+bool isEscaped(std::string_view text, std::size_t offset) {
+    return (offset - 1 - text.find_last_not_of('\\', offset - 1)) % 2 != 0;
+}
+
+/// The key of the value that begins there.
 std::size_t keyBegin(std::string_view text, std::size_t value) {
     const std::size_t colon = blanksBegin(text, value) - 1;
     const std::size_t quote = blanksBegin(text, colon) - 1;
-    return text.rfind('"', quote - 1);
+    std::size_t begin = text.rfind('"', quote - 1);
+    while (isEscaped(text, begin)) {
+        begin = text.rfind('"', begin - 1);
+    }
+    return begin;
 }
 
 /// Nothing where there is none, or whitespace stands before a comma.
-std::optional<SChild> childAt(std::string_view text, const std::vector<SStep>& steps) {
+std::optional<SChild> childAt(std::string_view text, const ValueSteps& steps) {
     const std::optional<std::string_view> found =
-        steps.empty() ? std::nullopt : lookUpStrictly(text, steps);
+        steps.empty() ? std::nullopt : lookUp(text, steps, ReadOptions::strict());
     if (!found) {
         return std::nullopt;
     }
@@ -185,16 +196,15 @@ private:
 };
 
 /// A new last child, laid out as the last two are.
-bool appendChild(std::string_view text, std::vector<SStep> steps, const Element& value,
-                 Bytes& out) {
-    const SStep last = steps.back();
+bool appendChild(std::string_view text, ValueSteps steps, const Element& value, Bytes& out) {
+    const ValueStep last = steps.back();
     steps.pop_back();
-    const std::optional<std::string_view> holder = lookUpStrictly(text, steps);
+    const std::optional<std::string_view> holder = lookUp(text, steps, ReadOptions::strict());
     if (!holder || holder->front() != (last.isKey ? '{' : '[')) {
         return false;
     }
     LastChildren children(last.isKey ? &last.key : nullptr);
-    ko::Orvid::TextScanner scanner((ko::Orvid::ReadOptions()));
+    ko::Orvid::TextScanner scanner((ReadOptions()));
     scanner.scan(*holder, children);
     const bool isEnd =
         last.isKey || last.index == ko::Orvid::k_noIndex || last.index == children.count();
@@ -227,7 +237,7 @@ bool mayTakeShortCut(const SCall& call, std::size_t edits) {
     return edits <= mostPasses && !call.lines.isOn && !call.layout.isAsked && isPlain(call.layout);
 }
 
-bool removeChild(std::string_view text, const std::vector<SStep>& steps, Bytes& out) {
+bool removeChild(std::string_view text, const ValueSteps& steps, Bytes& out) {
     const std::optional<SChild> child = childAt(text, steps);
     if (!child || !isLaidOutAlike(*child) || (!child->hasBefore && !child->hasAfter)) {
         return false;
@@ -241,8 +251,7 @@ bool removeChild(std::string_view text, const std::vector<SStep>& steps, Bytes& 
     return true;
 }
 
-bool insertChild(std::string_view text, const std::vector<SStep>& steps, const Element& value,
-                 Bytes& out) {
+bool insertChild(std::string_view text, const ValueSteps& steps, const Element& value, Bytes& out) {
     if (steps.empty() || value.isObject() || value.isArray()) {
         return false;
     }

@@ -31,27 +31,24 @@ bool editInTurn(std::string_view text, std::size_t edits, const Edit& edit, Byte
         if (!edit(text, i, next)) {
             return false;
         }
-        next.append("\n");  // which the next lookup needs
         edited = std::move(next);
-        text = edited.view().substr(0, edited.length() - 1);
+        text = edited.view();
     }
-    edited.cut(text.length());
     out.swap(edited);
     return true;
 }
 
 // Each appends the changed text, all other bytes as they are: what the library would write, byte
 // for byte. Where the library has to be asked it answers false, with nothing appended: of text that
-// lookUpStrictly() does not know, where there is no such place or something is there already, and
-// where the neighbours are not laid out alike, or are too few to tell how. A newline stands after
-// the text.
+// strict reading refuses, where there is no such place or something is there already, and where the
+// neighbours are not laid out alike, or are too few to tell how.
 
 /// Takes out what is at the steps.
-bool removeChild(std::string_view text, const std::vector<SStep>& steps, Bytes& out);
+bool removeChild(std::string_view text, const ValueSteps& steps, Bytes& out);
 
 /// Puts the value before the item at the steps, after the last item, or as a new member after the
 /// last one. Of containers it answers false.
-bool insertChild(std::string_view text, const std::vector<SStep>& steps,
-                 const ko::Orvid::Element& value, Bytes& out);
+bool insertChild(std::string_view text, const ValueSteps& steps, const ko::Orvid::Element& value,
+                 Bytes& out);
 
 }  // namespace orvid_tool

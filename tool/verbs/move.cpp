@@ -38,15 +38,15 @@ Element taken(Element& element) {
     return value;
 }
 
-bool isNewItem(const SStep& step) { return !step.isKey && step.index == ko::Orvid::k_noIndex; }
+bool isNewItem(const ValueStep& step) { return !step.isKey && step.index == ko::Orvid::k_noIndex; }
 
-bool hasNewItem(const std::vector<SStep>& steps) {
+bool hasNewItem(const ValueSteps& steps) {
     return std::any_of(steps.begin(), steps.end(), isNewItem);
 }
 
 /// The path with each `[*]`, but for one at its end, made the last item there is.
 std::string withLastItems(const Element& root, const std::string& path) {
-    const std::vector<SStep> steps = stepsOf(path);
+    const ValueSteps steps = stepsOf(path);
     std::ostringstream text;
     ko::Orvid::PathGenerator generator(text);
     for (std::size_t i = 0; i < steps.size(); ++i) {
