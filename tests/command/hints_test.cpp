@@ -94,16 +94,18 @@ TEST(short_options, are_those_that_people_know) {
 
 TEST(hints, tell_what_a_pointer_misses_in_an_array) {
     const std::string text = R"({"s":[1,2]})";
-    EXPECT_EQ(orvid({"remove", "/s/-"}, text),
-              failed(1,
-                     "(standard input): at s: path \"/s/-\" not found: \"-\" is the place after "
-                     "the last item"));
+    EXPECT_EQ(
+        orvid({"remove", "/s/-"}, text),
+        failed(1,
+               "(standard input):1:6: at s: path \"/s/-\" not found: \"-\" is the place after "
+               "the last item"));
     EXPECT_EQ(orvid({"get", "/s/7"}, text),
-              failed(1, "(standard input): at s: path \"/s/7\" not found, there is no item 7"));
-    EXPECT_EQ(orvid({"get", "/s/01"}, text),
-              failed(1,
-                     "(standard input): at s: path \"/s/01\" not found: \"01\" is no index of an "
-                     "array"));
+              failed(1, "(standard input):1:6: at s: path \"/s/7\" not found, there is no item 7"));
+    EXPECT_EQ(
+        orvid({"get", "/s/01"}, text),
+        failed(1,
+               "(standard input):1:6: at s: path \"/s/01\" not found: \"01\" is no index of an "
+               "array"));
 }
 
 TEST(hints, refuse_to_make_a_member_of_the_sign_that_begins_queries) {

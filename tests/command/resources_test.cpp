@@ -58,7 +58,7 @@ TEST_F(resources, memory_that_runs_out_names_the_file) {
     const ScratchFile small("[]");
     for (const char* const call :
          {"paths \"$1\"", "print --sort-keys \"$1\"", "find '' 1 \"$1\"", "diff \"$1\" \"$2\"",
-          "remove -i '[0]' \"$1\"", "patch \"$1\" \"$2\""}) {
+          "remove -i --sort-keys '[0]' \"$1\"", "patch \"$1\" \"$2\""}) {
         const CommandResult result =
             shell("ulimit -v 130000; \"$0\" " + std::string(call), {file.name(), small.name()});
         EXPECT_EQ(result.status, 3) << call << result.err;
