@@ -60,8 +60,8 @@ Seen scan(const std::string& text, const ReadOptions& options) {
     TextScanner scanner(options);
     scanner.scan(text, counter);
     scanner.finish(counter);
-    if (scanner.fault()) {
-        throw std::runtime_error(scanner.fault()->message);
+    if (scanner.error()) {
+        throw std::runtime_error(scanner.error()->message);
     }
     return counter.seen;
 }

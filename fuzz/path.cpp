@@ -40,10 +40,10 @@ struct Step {
 /// Keeps the steps; goes on after an error as often as it is asked to.
 class Steps : public ko::Orvid::PathParserListener {
 public:
-    explicit Steps(std::size_t faultsToPass = 0) : m_faultsToPass(faultsToPass) {}
+    explicit Steps(std::size_t errorsToSkip = 0) : m_errorsToSkip(errorsToSkip) {}
 
     std::vector<Step> list;
-    std::string faults;
+    std::string errors;
 
     bool cbObjectProperty(const std::string& key) override {
         list.push_back({false, key, 0});
@@ -56,20 +56,20 @@ public:
     bool cbParseError(const std::string& message, const std::string& token, unsigned int start,
                       unsigned int end) override {
         require(start <= end, "an error ends after its start");
-        faults += message + '\n' + token + '\n';
-        return m_faultsToPass-- > 0;
+        errors += message + '\n' + token + '\n';
+        return m_errorsToSkip-- > 0;
     }
 
 private:
-    std::size_t m_faultsToPass;
+    std::size_t m_errorsToSkip;
 };
 
-void compareWithStream(const std::string& text, const Steps& fromText, std::size_t faultsToPass) {
-    Steps fromStream(faultsToPass);
+void compareWithStream(const std::string& text, const Steps& fromText, std::size_t errorsToSkip) {
+    Steps fromStream(errorsToSkip);
     std::istringstream in(text);
     PathParser(&fromStream).parse(in);
     require(fromText.list == fromStream.list, "a stream gives the steps of the text");
-    require(fromText.faults == fromStream.faults, "a stream gives the errors of the text");
+    require(fromText.errors == fromStream.errors, "a stream gives the errors of the text");
 }
 
 /// Whether the byte is there that ends a path, or a key, wherever it stands without a backslash.
@@ -92,7 +92,7 @@ std::string generated(const std::vector<Step>& steps) {
 std::vector<Step> parsed(const std::string& text) {
     Steps steps;
     PathParser(&steps).parse(text);
-    require(steps.faults.empty(), "a written path has no error");
+    require(steps.errors.empty(), "a written path has no error");
     return steps.list;
 }
 
@@ -139,12 +139,12 @@ void checkCreation(const std::string& text, const std::vector<Step>& steps) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const std::string text(bytes, bytes + size);
-    const std::size_t faultsToPass = size % 3;
-    Steps steps(faultsToPass);
+    const std::size_t errorsToSkip = size % 3;
+    Steps steps(errorsToSkip);
     PathParser(&steps).parse(text);
-    compareWithStream(text, steps, faultsToPass);
+    compareWithStream(text, steps, errorsToSkip);
     checkAsSchemaPath(text);
-    const bool isFaulty = !steps.faults.empty();
+    const bool isFaulty = !steps.errors.empty();
     require(isFaulty == throws<ParseException>([&] { Path::toSchemaPath(text); }),
             "a schema path can be had of every path without an error");
     if (isFaulty) {

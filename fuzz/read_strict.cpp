@@ -29,7 +29,7 @@ using orvid_fuzz::requireNone;
 using orvid_fuzz::SameTree;
 
 struct Outcome {
-    std::string fault;  ///< with its place; empty when the text was taken
+    std::string error;  ///< with its place; empty when the text was taken
     unsigned long long position = 0;
     int state = 0;
 };
@@ -42,7 +42,7 @@ Outcome read(Element& root, const ReadOptions& options, const Feed& feed) {
     try {
         feed(parser);
     } catch (const ParseException& error) {
-        outcome.fault = error.message() + " at " + std::to_string(error.firstLine()) + "," +
+        outcome.error = error.message() + " at " + std::to_string(error.firstLine()) + "," +
                         std::to_string(error.firstColumn());
     }
     outcome.position = parser.position();
@@ -78,11 +78,11 @@ Outcome readPieces(Element& root, const ReadOptions& options, const std::string&
 }
 
 void compare(const Outcome& whole, const Outcome& pieces, bool comparesText) {
-    if (comparesText ? whole.fault != pieces.fault : whole.fault.empty() != pieces.fault.empty()) {
-        orvid_fuzz::fail("pieces give another fault:\n" + whole.fault + "\n" + pieces.fault);
+    if (comparesText ? whole.error != pieces.error : whole.error.empty() != pieces.error.empty()) {
+        orvid_fuzz::fail("pieces give another error:\n" + whole.error + "\n" + pieces.error);
     }
     require(whole.state == pieces.state, "pieces give the state of the whole text");
-    require(!whole.fault.empty() || whole.position == pieces.position,
+    require(!whole.error.empty() || whole.position == pieces.position,
             "pieces stop where the whole text does");
 }
 
@@ -132,12 +132,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     }
 
     // Lenient reading knows no trailing commas; all else that options take, it takes too.
-    if (fromText.fault.empty() && !options.allowTrailingCommas) {
+    if (fromText.error.empty() && !options.allowTrailingCommas) {
         Element lenient;
         // The newline ends a number, which no later text would do.
         const std::string end = options.requireWholeDocument ? "\n" : "";
         const Outcome again = readWhole(lenient, ReadOptions(), text + end);
-        require(again.fault.empty(), "what is taken under options is taken leniently");
+        require(again.error.empty(), "what is taken under options is taken leniently");
         require(!options.requireWholeDocument || SameTree::compare(whole, lenient),
                 "a whole document reads the same leniently");
     }

@@ -56,7 +56,7 @@ Verb* verbOf(const TVerbs& verbs, const std::string& name) {
     return found == verbs.end() ? nullptr : found->get();
 }
 
-Failure misuse(const std::string& verb, const std::string& text) {
+Failure usageError(const std::string& verb, const std::string& text) {
     const std::string name = verb.empty() ? "" : " " + verb;
     return {ExitStatus::usage, text + "; see orvid" + name + " --help"};
 }
@@ -89,11 +89,11 @@ void requireVerb(const TVerbs& verbs, const Verb* verb, const orvid_tool::Comman
         return;
     }
     if (line.isEmpty()) {
-        throw misuse("", "a verb is required");
+        throw usageError("", "a verb is required");
     }
     const bool isOption = !word.empty() && word.front() == '-';
-    throw misuse("", isOption ? "a verb stands before its options"
-                              : "there is no verb \"" + word + "\"" + meant(word, verbs));
+    throw usageError("", isOption ? "a verb stands before its options"
+                                  : "there is no verb \"" + word + "\"" + meant(word, verbs));
 }
 
 /// Lists the verbs where the call asks for them, and declares what `given`, which may be null,
@@ -132,8 +132,8 @@ ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& 
         }
         verb->prepare(call);
         settleOptions(call);
-    } catch (const orvid_tool::Misuse& error) {
-        throw misuse(verb == nullptr ? "" : verb->name(), error.what());
+    } catch (const orvid_tool::UsageError& error) {
+        throw usageError(verb == nullptr ? "" : verb->name(), error.what());
     }
     const orvid_tool::Progress progress;
     return verb->run(call, report, out);

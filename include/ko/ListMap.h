@@ -7,8 +7,8 @@
 #pragma once
 
 #include <ko/detail/KeyIndex.h>
-#include <ko/detail/NodeMemory.h>
 #include <ko/detail/PlacesOf.h>
+#include <ko/detail/SlabArena.h>
 
 #include <cstddef>
 #include <functional>
@@ -45,8 +45,8 @@ public:
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
     ListMap(const ListMap& other) : TPlaces(), m_map(other.m_map.compare()) {
-        NodeMemory nodes(sizeof(value_type) * 2 * other.size());
-        const NodeMemory::Scope scope(nodes);
+        SlabArena nodes(sizeof(value_type) * 2 * other.size());
+        const SlabArena::Scope scope(nodes);
         m_list = other.m_list;
     }
     /// The copy is complete before the former members are destroyed, so `other` may lie within

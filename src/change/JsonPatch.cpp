@@ -15,10 +15,10 @@
 
 #include "change/PatchTarget.h"
 #include "change/PointerStep.h"
+#include "tree/Snapshot.h"
 #include "tree/TreeEqual.h"
 #include "tree/TreeMove.h"
 #include "tree/TreeWeight.h"
-#include "tree/ValueBefore.h"
 
 namespace ko::Orvid {
 
@@ -177,7 +177,7 @@ private:
         m_target.insert(parent, index, moved);
     }
 
-    /// Takes the value out of the target and hands it out.
+    /// Takes the value out of the target and returns it.
     Element take(const JsonPointer& place) {
         at(place);
         if (place.empty()) {
@@ -247,7 +247,7 @@ private:
 
 void applyPatch(Element& target, const Element& patch, const PatchOptions& options) {
     patch.ensureType(etArray);
-    const ValueBefore before(patch, target);
+    const Snapshot before(patch, target);
     Element former;
     copyValue(former, target);
     // The target works on the copy, so that errors name elements by their place in its tree.

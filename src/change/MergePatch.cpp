@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "tree/Snapshot.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
-#include "tree/ValueBefore.h"
 
 namespace ko::Orvid {
 
@@ -57,7 +57,7 @@ private:
 }  // namespace
 
 void mergePatch(Element& target, const Element& patch) {
-    const ValueBefore before(patch, target);
+    const Snapshot before(patch, target);
     Merge().run(target, before.get());
 }
 

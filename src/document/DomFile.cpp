@@ -19,7 +19,7 @@
 #include <utility>
 
 #include "document/FileVersion.h"
-#include "document/WriteFault.h"
+#include "document/WriteError.h"
 #include "source/Source.h"
 #include "source/ValuePlaces.h"
 #include "text/byteOrderMark.h"
@@ -55,18 +55,18 @@ WriteOptions optionsFor(const Source* source) {
 }
 
 /// What the document would write that is no JSON.
-std::optional<WriteFault> faultOf(const Dom& dom, const WriteOptions& options) {
-    return findWriteFault(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
+std::optional<WriteError> writeErrorOf(const Dom& dom, const WriteOptions& options) {
+    return findWriteError(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
 }
 
 void requireWritable(const Dom& dom, const WriteOptions& options, const std::string& file) {
     if (dom.root() == nullptr) {
         throw FileException(file, k_write, k_noRoot);
     }
-    if (const auto fault = faultOf(dom, options)) {
-        const Exception cause(fault->message, fault->element);
+    if (const auto error = writeErrorOf(dom, options)) {
+        const Exception cause(error->message, error->element);
         throw FileException(file, k_write,
-                            std::string(fault->message) + ", at \"" + fault->element->path() + "\"",
+                            std::string(error->message) + ", at \"" + error->element->path() + "\"",
                             0, &cause);
     }
 }
@@ -129,8 +129,8 @@ std::string Dom::text() const {
     if (m_root == nullptr) {
         throw Exception(k_noRoot);
     }
-    if (const auto fault = faultOf(*this, optionsFor(m_source.get()))) {
-        throw Exception(fault->message, fault->element);
+    if (const auto error = writeErrorOf(*this, optionsFor(m_source.get()))) {
+        throw Exception(error->message, error->element);
     }
     return m_source ? sourceText() : generated(*this, WriteOptions());
 }

@@ -72,7 +72,7 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     Element former;
     std::swap(former.data(), root.data());
     m_nodes.expect(k_leastNodes + k_nodesPerByte * length);
-    const NodeMemory::Scope scope(m_nodes);
+    const SlabArena::Scope scope(m_nodes);
     if (isWhole()) {
         restart(root);
         feed();
@@ -141,7 +141,7 @@ void DomParser::begin(Element& root) {
 void DomParser::feed(std::string_view piece) {
     requireFed();
     const ReadingScope reading(m_isReading);
-    const NodeMemory::Scope scope(m_nodes);
+    const SlabArena::Scope scope(m_nodes);
     readText(piece);
 }
 
@@ -149,7 +149,7 @@ void DomParser::finish() {
     requireFed();
     const ReadingScope reading(m_isReading);
     m_reading->isFed = false;
-    const NodeMemory::Scope scope(m_nodes);
+    const SlabArena::Scope scope(m_nodes);
     end();
 }
 
@@ -190,7 +190,7 @@ void DomParser::end() {
     } else {
         scanner.finish(m_reading->events);
     }
-    if (scanner.fault()) {
+    if (scanner.error()) {
         failScan({});
     }
     if (m_parser != nullptr) {
@@ -266,7 +266,7 @@ void DomParser::readPiece(std::string_view piece, std::size_t room) {
 
 void DomParser::readLenient(std::string_view piece, std::size_t room) {
     scan(piece, room);
-    if (m_reading->scanner->fault()) {
+    if (m_reading->scanner->error()) {
         handOver(piece);
     }
 }
@@ -298,13 +298,13 @@ void DomParser::handOver(std::string_view piece) {
 }
 
 void DomParser::failScan(std::string_view piece) {
-    const TextFault& fault = *m_reading->scanner->fault();
-    failAt(piece, fault.message, fault.code, {fault.begin, fault.begin + fault.length});
+    const TextError& error = *m_reading->scanner->error();
+    failAt(piece, error.message, error.code, {error.begin, error.begin + error.length});
 }
 
 void DomParser::failAt(std::string_view piece, const std::string& message, EParseError code,
                        TokenPlace place) {
-    m_reading->faultBegin = place.begin;
+    m_reading->errorBegin = place.begin;
     const LineAndColumn first = m_reading->scanner->place(piece, place.begin);
     const LineAndColumn last = m_reading->scanner->place(piece, place.end - 1);
     throw ParseException(context(), message, first.line, first.column, last.line, last.column)
@@ -329,8 +329,8 @@ int DomParser::state() const {
 }
 
 unsigned long long DomParser::position() const {
-    if (m_reading->faultBegin) {
-        return *m_reading->faultBegin;
+    if (m_reading->errorBegin) {
+        return *m_reading->errorBegin;
     }
     return m_parser != nullptr ? m_parser->position() - m_reading->events.added()
                                : m_reading->scanner->position();

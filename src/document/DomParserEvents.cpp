@@ -33,7 +33,7 @@ void DomParser::readChecked(std::string_view piece, std::size_t room) {
     } else {
         readEvents(piece);
     }
-    if (scanner.fault()) {
+    if (scanner.error()) {
         failScan(piece);
     }
     scanner.leave(piece);
@@ -46,15 +46,15 @@ void DomParser::readEvents(std::string_view piece) {
     m_reading->keys = 0;
     events.begin(begin);
     scanner.scan(piece, events);
-    if (!scanner.fault()) {
+    if (!scanner.error()) {
         if (scanner.isInToken()) {
             events.cutToken(scanner.tokenBegin());
         }
         return handOn(piece, piece.size());
     }
-    const std::uint64_t fault = scanner.fault()->begin;
-    handOn(piece, static_cast<std::size_t>(fault - std::min(fault, begin)));
-    finishNumber(fault);
+    const std::uint64_t error = scanner.error()->begin;
+    handOn(piece, static_cast<std::size_t>(error - std::min(error, begin)));
+    finishNumber(error);
 }
 
 /// The reader waits for a byte after a number, as if it could go on.

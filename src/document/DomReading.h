@@ -80,7 +80,7 @@ struct DomParser::Reading {
     void restart() {
         scanner.emplace(options);
         events = EventNotes();
-        faultBegin.reset();
+        errorBegin.reset();
         isBroken = false;
     }
 
@@ -107,7 +107,7 @@ struct DomParser::Reading {
 
     bool isFed = false;                       ///< between begin() and finish()
     bool isBroken = false;                    ///< an exception has ended the reading
-    std::optional<std::uint64_t> faultBegin;  ///< offset of the error
+    std::optional<std::uint64_t> errorBegin;  ///< offset of the error
 };
 
 }  // namespace ko::Orvid

@@ -41,7 +41,7 @@ public:
 
     /// The text goes on, in the present scope of node memory; members may have been removed.
     void resume() noexcept {
-        m_nodes = NodeMemory::current();
+        m_nodes = SlabArena::current();
         m_keys.clear();
     }
 
@@ -176,7 +176,7 @@ private:
     bool m_hasRepeated = false;
     Element* m_value = nullptr;      ///< becomes the next value; null where that is a new item
     Element* m_container = nullptr;  ///< the innermost one that is open
-    NodeMemory* m_nodes = nullptr;   ///< of the present scope; null outside of any
+    SlabArena* m_nodes = nullptr;    ///< of the present scope; null outside of any
     OpenKeys m_keys;
     std::size_t m_depth = 0;  ///< how many were opened and not closed
     /// Of the last array at each depth, up to k_longest.

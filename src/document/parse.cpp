@@ -4,7 +4,7 @@
 
 #include <ko/Orvid/parse.h>
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 #include <ko/Orvid/DomParser.h>
 #include <ko/Orvid/JsonPath.h>
 
@@ -33,15 +33,15 @@ std::optional<Element> parseLookedAt(const JsonPath& query, std::string_view tex
         return std::nullopt;
     }
     std::optional<Element> root(std::in_place);
-    NodeMemory nodes;
-    const NodeMemory::Scope scope(nodes);
+    SlabArena nodes;
+    const SlabArena::Scope scope(nodes);
     SelectiveBuilder builder(projection, *root);
     TextScanner scanner(options);
     scanner.scan(text, builder);
-    if (!scanner.fault()) {
+    if (!scanner.error()) {
         scanner.finish(builder);
     }
-    return scanner.fault() || builder.hasRepeated() ? std::nullopt : std::move(root);
+    return scanner.error() || builder.hasRepeated() ? std::nullopt : std::move(root);
 }
 
 }  // namespace

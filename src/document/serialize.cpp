@@ -9,15 +9,15 @@
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/Generator.h>
 
-#include "document/WriteFault.h"
+#include "document/WriteError.h"
 
 namespace ko::Orvid {
 
 namespace {
 
 void requireJson(const Element& root, const WriteOptions& options, const std::string* leftOut) {
-    if (const auto fault = findWriteFault(root, options, leftOut)) {
-        throw Exception(fault->message, fault->element);
+    if (const auto error = findWriteError(root, options, leftOut)) {
+        throw Exception(error->message, error->element);
     }
 }
 

@@ -49,29 +49,29 @@ std::optional<std::string_view> lineOf(std::string_view text, int number) {
     return text;
 }
 
-Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, const Span& fault) {
+Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, const Span& marked) {
     const std::string_view rest = line.substr(offset);
     const auto character = text::firstCodePoint(rest);
     const std::size_t whole = character ? character->length : 0;
     length = std::max<std::size_t>(whole, 1);
     const bool isControl = character && text::steersTerminal(character->value);
-    const bool isMarked = offset < fault.end && offset + length > fault.begin;
+    const bool isMarked = offset < marked.end && offset + length > marked.begin;
     return {whole == 0 ? "?" : isControl ? " " : std::string(rest.substr(0, whole)), isMarked};
 }
 
 /// The characters of the line from about a width in front of the error, or from the line's begin,
 /// to as far after it. An error at the line's end marks a space there.
-std::vector<Glyph> glyphsAround(std::string_view line, const Span& fault) {
+std::vector<Glyph> glyphsAround(std::string_view line, const Span& marked) {
     constexpr std::size_t reach = k_width * k_longestCharacter;
-    std::size_t offset = fault.begin - std::min(fault.begin, reach);
-    const std::size_t end = std::min(line.size(), fault.begin + reach);
+    std::size_t offset = marked.begin - std::min(marked.begin, reach);
+    const std::size_t end = std::min(line.size(), marked.begin + reach);
     std::vector<Glyph> glyphs;
     while (offset < end) {
         std::size_t length = 0;
-        glyphs.push_back(glyphAt(line, offset, length, fault));
+        glyphs.push_back(glyphAt(line, offset, length, marked));
         offset += length;
     }
-    if (fault.begin == line.size()) {
+    if (marked.begin == line.size()) {
         glyphs.push_back({" ", true});
     }
     return glyphs;
@@ -121,12 +121,12 @@ std::string sourceExcerpt(std::string_view text, const ParseException& error) {
         return "";
     }
     const auto begin = static_cast<std::size_t>(error.firstColumn() - origin);
-    Span fault{std::min(begin, line->size()), line->size()};
+    Span marked{std::min(begin, line->size()), line->size()};
     if (error.lastLine() == error.firstLine()) {
         const int behind = std::max(error.lastColumn() + 1 - origin, 0);
-        fault.end = std::max(begin + 1, static_cast<std::size_t>(behind));
+        marked.end = std::max(begin + 1, static_cast<std::size_t>(behind));
     }
-    const std::vector<Glyph> glyphs = glyphsAround(*line, fault);
+    const std::vector<Glyph> glyphs = glyphsAround(*line, marked);
     const auto mark = std::find_if(glyphs.begin(), glyphs.end(),
                                    [](const Glyph& glyph) { return glyph.isMarked; });
     const auto place = static_cast<std::size_t>(mark - glyphs.begin());

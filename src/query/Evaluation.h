@@ -2,7 +2,7 @@
 //
 // Evaluation carries a compiled query out on one document, once. It holds all that changes on the
 // way, so that queries themselves are shared. Recursion goes as deep as the query's filters are
-// nested; the document's depth is walked with a stack.
+// nested; the document is traversed with a stack, whatever its depth.
 
 #pragma once
 

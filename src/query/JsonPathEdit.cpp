@@ -20,7 +20,7 @@
 
 #include "query/Evaluation.h"
 #include "tree/Containment.h"
-#include "tree/ValueBefore.h"
+#include "tree/Snapshot.h"
 
 namespace ko::Orvid {
 
@@ -141,7 +141,7 @@ std::size_t JsonPath::remove(Element& root) const {
 
 std::size_t JsonPath::update(Element& root, const Element& value) const {
     Matches matches(*m_compiled, root);
-    const ValueBefore before(value, root);
+    const Snapshot before(value, root);
     for (Element* const element : matches.outermost()) {
         before.copyTo(*element);
     }

@@ -168,10 +168,10 @@ std::string GapMaker::tail(const Frame& frame, const Sides& sides) const {
 
 /// The comments of a container that was empty come first.
 std::string GapMaker::lines(const Frame& frame, const Sides& sides) const {
-    const bool isDue = frame.siblings.empty()
-                           ? sides.left == nullptr && frame.self.before != k_none
-                           : sides.right == nullptr || staysHere(frame, *sides.right);
-    if (!isDue) {
+    const bool needsComma = frame.siblings.empty()
+                                ? sides.left == nullptr && frame.self.before != k_none
+                                : sides.right == nullptr || staysHere(frame, *sides.right);
+    if (!needsComma) {
         return {};
     }
     const std::size_t last = sides.right == nullptr || frame.siblings.empty()
@@ -224,13 +224,13 @@ void GapMaker::placeComma(const Frame& frame, const Sides& sides, TText& tail, T
     const bool leads = hasComma(lead);
     const bool follows = hasComma(tail);
     const bool isBetween = sides.left != nullptr && sides.right != nullptr;
-    const bool isDue = isBetween || (sides.left != nullptr && endsWithComma(frame));
-    if (leads && (!isDue || follows || !isBetween)) {
+    const bool needsComma = isBetween || (sides.left != nullptr && endsWithComma(frame));
+    if (leads && (!needsComma || follows || !isBetween)) {
         lead = withoutComma(lead);
     }
-    if (follows && !isDue) {
+    if (follows && !needsComma) {
         tail = withoutComma(tail);
-    } else if (isDue && !follows && !hasComma(lead)) {
+    } else if (needsComma && !follows && !hasComma(lead)) {
         tail.insert(isOneLine && !endsInLineComment(tail) ? tail.size() : 0, ",");
     }
 }

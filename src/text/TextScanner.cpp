@@ -35,7 +35,7 @@ TextScanner::TextScanner(const ReadOptions& options)
       m_afterItem(options.allowTrailingCommas ? Next::valueOrEnd : Next::item) {}
 
 /// How many bytes of the piece the limits let pass, and the error after them.
-std::size_t TextScanner::limited(std::string_view piece, std::optional<TextFault>& beyond) const {
+std::size_t TextScanner::limited(std::string_view piece, std::optional<TextError>& beyond) const {
     std::size_t size = piece.size();
     if (m_options.maxLength > 0 && m_options.maxLength - m_offset < size) {
         size = static_cast<std::size_t>(m_options.maxLength - m_offset);
@@ -125,7 +125,7 @@ const char* TextScanner::stopWord(const char* at, const char* end, std::string_v
                : failUnexpected(at + (wrong - there.begin()), "expected " + std::string(word));
 }
 
-const char* TextScanner::skipOtherBlanks(const char* at, const char* end) const noexcept {
+const char* TextScanner::skipOtherWhitespace(const char* at, const char* end) const noexcept {
     while (at != end && (text::isWhitespace(*at) || *at == '\v' || *at == '\f')) {
         ++at;
     }
@@ -195,7 +195,7 @@ void TextScanner::failMissing() {
 
 const char* TextScanner::fail(std::string message, std::uint64_t begin, std::uint64_t length,
                               EParseError code) {
-    m_fault = {code, std::move(message), begin, length};
+    m_error = {code, std::move(message), begin, length};
     return nullptr;
 }
 

@@ -24,7 +24,7 @@ namespace ko::Orvid {
 
 /// What is wrong, and where in the whole text: an offset from 0 and a number of bytes, which stand
 /// on one line.
-struct TextFault {
+struct TextError {
     EParseError code;
     std::string message;
     std::uint64_t begin;
@@ -84,7 +84,7 @@ public:
     template<class Sink>
     void finish(Sink& sink);
 
-    const std::optional<TextFault>& fault() const noexcept { return m_fault; }
+    const std::optional<TextError>& error() const noexcept { return m_error; }
     /// How many bytes were given, except after an error.
     std::uint64_t offset() const noexcept { return m_offset; }
     /// Whether the value has been read.
@@ -147,7 +147,7 @@ private:
                            text::NumberPart part);
     const char* stopWord(const char* at, const char* end, std::string_view word);
     const char* skipWhitespace(const char* at, const char* end) const noexcept;
-    const char* skipOtherBlanks(const char* at, const char* end) const noexcept;
+    const char* skipOtherWhitespace(const char* at, const char* end) const noexcept;
     const char* pause(const char* at, Next next) noexcept;
     void setLevel() noexcept;
     const char* cut(const char* at, const char* verified) noexcept;
@@ -158,7 +158,7 @@ private:
     bool hasLimits() const noexcept {
         return m_options.maxLength > 0 || m_options.maxLineLength > 0;
     }
-    std::size_t limited(std::string_view piece, std::optional<TextFault>& beyond) const;
+    std::size_t limited(std::string_view piece, std::optional<TextError>& beyond) const;
     std::optional<std::size_t> longLineEnd(std::string_view piece) const noexcept;
     std::uint64_t offsetOf(const char* at) const noexcept {
         return m_windowOffset + static_cast<std::uint64_t>(at - m_window);
@@ -179,7 +179,7 @@ private:
     const text::StringRules m_rules;
     const Next m_afterMember;  ///< and its comma
     const Next m_afterItem;
-    std::optional<TextFault> m_fault;
+    std::optional<TextError> m_error;
     LineCounter m_lines;
     std::uint64_t m_offset = 0;  ///< after what was scanned, from 0
     std::uint64_t m_token = 0;   ///< of the token that is cut off or in error

@@ -22,18 +22,18 @@ void TextScanner::scan(std::string_view piece, Sink& sink) {
         m_offset += piece.size();
         return;
     }
-    std::optional<TextFault> beyond;
+    std::optional<TextError> beyond;
     const std::string_view allowed = piece.substr(0, limited(piece, beyond));
     std::string_view rest = allowed;
     if (!m_held.empty()) {
         scanHeld(rest, sink);
     }
-    if (!m_fault && !rest.empty()) {
+    if (!m_error && !rest.empty()) {
         scanWindow(rest, m_offset + (allowed.size() - rest.size()), sink);
     }
     m_offset += allowed.size();
-    if (!m_fault && beyond) {
-        m_fault = std::move(beyond);
+    if (!m_error && beyond) {
+        m_error = std::move(beyond);
     }
 }
 
@@ -60,7 +60,7 @@ void TextScanner::scanWindow(std::string_view window, std::uint64_t offset, Sink
     const char* const stop = run(window.data(), end, sink);
     if (stop == end || isOver()) {
         m_held.clear();
-    } else if (!m_fault) {
+    } else if (!m_error) {
         m_held.assign(stop, end);
     }
 }
@@ -80,7 +80,7 @@ void TextScanner::scanHeld(std::string_view& piece, Sink& sink) {
         m_windowOffset = begin;
         const char* const end = m_held.data() + m_held.size();
         const char* const stop = run(m_held.data(), end, sink);
-        if (m_fault) {
+        if (m_error) {
             return;
         }
         const auto left = static_cast<std::size_t>(end - stop);
@@ -351,7 +351,7 @@ inline const char* TextScanner::skipWhitespace(const char* at, const char* end) 
         }
     }
     at = text::whitespaceEnd(at, end);
-    return isOther() || !m_options.allowOtherBlanks ? at : skipOtherBlanks(at, end);
+    return isOther() || !m_options.allowOtherBlanks ? at : skipOtherWhitespace(at, end);
 }
 
 inline const char* TextScanner::pause(const char* at, Next next) noexcept {

@@ -126,7 +126,7 @@ private:
         bytes = __builtin_bswap32(bytes);
 #endif
         constexpr std::uint32_t k_shape = 0x00C0C0F0;
-        // What tells overlong forms from others, and surrogates: the third bit of the second byte.
+        // What distinguishes overlong forms, and surrogates: the third bit of the second byte.
         constexpr std::uint32_t k_range = 0x0000200F;
         return (bytes & k_shape) == 0x008080E0 && (bytes & k_range) != 0 &&
                (bytes & k_range) != 0x0000200D;

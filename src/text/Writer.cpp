@@ -22,8 +22,8 @@ constexpr std::size_t k_escapeLength = 6;
 constexpr std::size_t k_padding = 16;
 
 std::string acceptedIndent(const std::string& indent) {
-    const bool isBlank = indent.find_first_not_of(" \t\n\r\v\f") == std::string::npos;
-    return isBlank ? indent : "  ";
+    const bool isWhitespace = indent.find_first_not_of(" \t\n\r\v\f") == std::string::npos;
+    return isWhitespace ? indent : "  ";
 }
 
 /// Copies the block at `text`. Answers whether it is plain; otherwise `text` and `at` are moved to

@@ -16,10 +16,10 @@ template<class Sink>
 bool scanWhole(std::string_view text, const ReadOptions& options, Sink& sink) {
     TextScanner scanner(options);
     scanner.scan(text, sink);
-    if (!scanner.fault()) {
+    if (!scanner.error()) {
         scanner.finish(sink);
     }
-    return !scanner.fault();
+    return !scanner.error();
 }
 
 }  // namespace ko::Orvid::text

@@ -26,8 +26,8 @@ Array<T>::Array(const Array& other, T* parent) : IndexList<T>() {
 
 template<class T>
 void Array<T>::copyItems(const Array& other) {
-    NodeMemory nodes(sizeof(T) * 2 * other.size());
-    const NodeMemory::Scope scope(nodes);
+    SlabArena nodes(sizeof(T) * 2 * other.size());
+    const SlabArena::Scope scope(nodes);
     this->reserve(other.size());
     for (const T& item : other) {
         append(item);

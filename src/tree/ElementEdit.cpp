@@ -9,13 +9,13 @@
 #include <ko/Orvid/Object.h>
 
 #include "tree/ItemMatch.h"
-#include "tree/ValueBefore.h"
+#include "tree/Snapshot.h"
 
 namespace ko::Orvid {
 
 void Element::remove(const Element& value, const Path& itemPath, const Path& arrayPath) {
     TArray& items = get(arrayPath).array();
-    const ValueBefore before(value, *this);
+    const Snapshot before(value, *this);
     items.removeMatches(
         [&](const Element& item) { return itemMatches(item, itemPath, before.get()); });
 }

@@ -18,7 +18,7 @@
 #include "path/PathText.h"
 #include "tree/Ancestors.h"
 #include "tree/followPlain.h"
-#include "tree/ValueBefore.h"
+#include "tree/Snapshot.h"
 
 namespace ko::Orvid {
 
@@ -68,7 +68,7 @@ bool Path::pathExists(const Path& path, const Element& start, EType type) {
 }
 
 Element& Path::createElement(Element& start, const Path& path, const Element& value) {
-    const ValueBefore before(value, start);
+    const Snapshot before(value, start);
     ElementCreator creator(path, start, value, true);
     PathParser(&creator).parse(path.str());
     before.copyTo(creator.currentElement());
@@ -76,7 +76,7 @@ Element& Path::createElement(Element& start, const Path& path, const Element& va
 }
 
 Element& Path::tryCreateElement(Element& start, const Path& path, const Element& value) {
-    const ValueBefore before(value, start);
+    const Snapshot before(value, start);
     ElementCreator creator(path, start, value, false);
     PathParser(&creator).parse(path.str());
     if (!creator.pathExists()) {

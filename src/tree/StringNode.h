@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 
 #include <cstddef>
 #include <new>
@@ -14,11 +14,10 @@
 
 namespace ko::Orvid {
 
-constexpr bool k_hasStringCells =
-    NodeMemory::k_hasCells && sizeof(std::string) == NodeMemory::k_cell;
+constexpr bool k_hasStringCells = SlabArena::k_hasCells && sizeof(std::string) == SlabArena::k_cell;
 
 /// For an element; `nodes` may be null. Throws std::bad_alloc.
-inline std::string* newString(NodeMemory* nodes, std::string_view text) {
+inline std::string* newString(SlabArena* nodes, std::string_view text) {
     void* const cell = k_hasStringCells && nodes != nullptr ? nodes->cutCell() : nullptr;
     if (cell == nullptr) {
         return new std::string(text);
@@ -26,26 +25,26 @@ inline std::string* newString(NodeMemory* nodes, std::string_view text) {
     try {
         return new (cell) std::string(text);
     } catch (...) {
-        NodeMemory::releaseCell(cell);
+        SlabArena::releaseCell(cell);
         throw;
     }
 }
 
-/// As `new T(source)` in a Scope of that memory, for a T that is InNodeMemory.
+/// As `new T(source)` in a Scope of that memory, for a T that is InSlabArena.
 template<class T, class Source>
-T* newIn(NodeMemory& nodes, const Source& source) {
-    static_assert(sizeof(T) <= NodeMemory::k_largestCut);
+T* newIn(SlabArena& nodes, const Source& source) {
+    static_assert(sizeof(T) <= SlabArena::k_largestCut);
     void* const block = nodes.cut(sizeof(T));
     try {
         return new (block) T(source);
     } catch (...) {
-        NodeMemory::release(block, sizeof(T));
+        SlabArena::release(block, sizeof(T));
         throw;
     }
 }
 
-inline void deleteString(std::string* text, NodeMemory::Freeing& freeing) noexcept {
-    if (k_hasStringCells && NodeMemory::isCell(text)) {
+inline void deleteString(std::string* text, SlabArena::Freeing& freeing) noexcept {
+    if (k_hasStringCells && SlabArena::isCell(text)) {
         text->~basic_string();
         freeing.releaseCell(text);
     } else {
@@ -55,9 +54,9 @@ inline void deleteString(std::string* text, NodeMemory::Freeing& freeing) noexce
 
 /// Whether it came from newString() or from `new`; null is none.
 inline void deleteString(std::string* text) noexcept {
-    if (k_hasStringCells && NodeMemory::isCell(text)) {
+    if (k_hasStringCells && SlabArena::isCell(text)) {
         text->~basic_string();
-        NodeMemory::releaseCell(text);
+        SlabArena::releaseCell(text);
     } else {
         delete text;
     }

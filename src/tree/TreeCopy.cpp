@@ -28,7 +28,7 @@ std::size_t childCount(const SData& source) {
 class TreeCopier {
 public:
     /// `nodes` is that of the present scope.
-    explicit TreeCopier(NodeMemory& nodes) : m_nodes(nodes) {}
+    explicit TreeCopier(SlabArena& nodes) : m_nodes(nodes) {}
 
     /// `target` is an empty container of the source's type.
     void run(SData& target, const SData& source) {
@@ -137,7 +137,7 @@ private:
         }
     }
 
-    NodeMemory& m_nodes;
+    SlabArena& m_nodes;
     bool m_isOpen = false;         ///< whether there is a container in m_open
     bool m_isInterrupted = false;  ///< since it was opened just now
     SOpen m_open{};
@@ -147,9 +147,9 @@ private:
 }  // namespace
 
 void copyTree(SData& target, const SData& source) {
-    NodeMemory nodes(k_nodesPerChild * (1 + childCount(source)));
-    const NodeMemory::Scope scope(nodes);
-    TreeCopier(*NodeMemory::current()).run(target, source);
+    SlabArena nodes(k_nodesPerChild * (1 + childCount(source)));
+    const SlabArena::Scope scope(nodes);
+    TreeCopier(*SlabArena::current()).run(target, source);
 }
 
 }  // namespace ko::Orvid

@@ -23,7 +23,7 @@ bool hasPayload(const Element::SData& data) noexcept {
 
 class Demolition {
 public:
-    explicit Demolition(NodeMemory::Freeing& freeing) : m_freeing(freeing) {}
+    explicit Demolition(SlabArena::Freeing& freeing) : m_freeing(freeing) {}
 
     void run(Element& root) noexcept {
         enter(root, nullptr);
@@ -96,7 +96,7 @@ private:
         m_current = after;
     }
 
-    NodeMemory::Freeing& m_freeing;
+    SlabArena::Freeing& m_freeing;
     Element* m_current = nullptr;
 };
 
@@ -104,7 +104,7 @@ private:
 
 void destroyTree(Element::SData& data) noexcept {
     if (hasPayload(data)) {
-        NodeMemory::Freeing freeing;
+        SlabArena::Freeing freeing;
         Element root;
         std::swap(root.data(), data);
         Demolition(freeing).run(root);

@@ -120,7 +120,7 @@ private:
     }
 
     // Go on in the innermost containers, up to their end or to containers in them, so that both
-    // trees are walked in the order in which they lie in memory.
+    // trees are traversed in the order in which they lie in memory.
 
     bool compareItems() {
         const Element::TArray& items = arrayOf(*m_open.a);

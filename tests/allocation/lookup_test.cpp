@@ -90,12 +90,12 @@ TEST(ObjectMemory, a_first_lookup_among_many_members_needs_no_memory_to_find) {
         const Element* const found = copy.member(key);
         const Element* const missing = copy.member("none");
         EXPECT_TRUE(refuseNone());
-        ASSERT_NE(nullptr, found);
+        ASSERT_NE(found, nullptr);
         EXPECT_EQ(i, found->to<int>());
-        EXPECT_EQ(nullptr, missing);
+        EXPECT_EQ(missing, nullptr);
     }
     const std::size_t before = allocationCount();
-    EXPECT_NE(nullptr, copy.member("key7"));
+    EXPECT_NE(copy.member("key7"), nullptr);
     EXPECT_LT(before, allocationCount());
 }
 

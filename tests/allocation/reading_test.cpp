@@ -272,9 +272,9 @@ TEST(JsonLinesWithoutMemory, gives_each_line_whole_or_passes_it_over) {
             }
         }
         isRefused = refuseNone() ? 1 : 0;
-        EXPECT_EQ(3U, read + refused) << "request " << number;
-        EXPECT_EQ(isRefused, refused);
-        EXPECT_EQ(3U, lines.number());
+        EXPECT_EQ(read + refused, 3U) << "request " << number;
+        EXPECT_EQ(refused, isRefused);
+        EXPECT_EQ(lines.number(), 3U);
         ASSERT_LT(number, 10000U) << "no end of requests";
     }
 }

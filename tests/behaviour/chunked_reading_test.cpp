@@ -86,7 +86,7 @@ std::vector<ReadOptions> allOptions() {
     return options;
 }
 
-TEST(ChunkedReading, gives_the_same_tree_and_fault_wherever_the_text_is_cut_in_two) {
+TEST(ChunkedReading, gives_the_same_tree_and_error_wherever_the_text_is_cut_in_two) {
     for (const ReadOptions& options : allOptions()) {
         for (const std::string& text : k_texts) {
             const Reading whole = readPieces(options, text, text.size() + 1);
@@ -97,7 +97,7 @@ TEST(ChunkedReading, gives_the_same_tree_and_fault_wherever_the_text_is_cut_in_t
     }
 }
 
-TEST(ChunkedReading, gives_the_same_tree_and_fault_in_pieces_of_any_size) {
+TEST(ChunkedReading, gives_the_same_tree_and_error_in_pieces_of_any_size) {
     for (const ReadOptions& options : allOptions()) {
         for (const std::string& text : k_texts) {
             const Reading whole = readPieces(options, text, text.size() + 1);
@@ -141,8 +141,8 @@ TEST(ChunkedReading, gives_the_same_in_long_texts) {
 /// Whether the readings come to the same except for what an error says. The options find an error
 /// at its first byte, the lenient reading when the token that is out of place is over.
 testing::AssertionResult isSameExceptForErrors(const Reading& lenient, const Reading& checked) {
-    const bool isEarly = lenient.fault.empty() && lenient.state == 2 && !checked.fault.empty();
-    const bool isFaulty = !lenient.fault.empty() && !checked.fault.empty();
+    const bool isEarly = lenient.error.empty() && lenient.state == 2 && !checked.error.empty();
+    const bool isFaulty = !lenient.error.empty() && !checked.error.empty();
     if (isEarly || isFaulty ? lenient.tree == checked.tree : lenient == checked) {
         return testing::AssertionSuccess();
     }

@@ -118,24 +118,24 @@ TEST_P(DeepNesting, of_a_million_levels_takes_no_stack) {
         Element root;
         DomParser parser;
         parser.parse(root, text);
-        EXPECT_EQ(0, parser.state());
-        EXPECT_EQ(text.size(), parser.position());
-        EXPECT_EQ(k_million, levelsOf(root));
-        EXPECT_EQ("x", innermostOf(root).string());
+        EXPECT_EQ(parser.state(), 0);
+        EXPECT_EQ(parser.position(), text.size());
+        EXPECT_EQ(levelsOf(root), k_million);
+        EXPECT_EQ(innermostOf(root).string(), "x");
         CHECK_LINKS(root);
-        EXPECT_EQ(&root, innermostOf(root).root());
+        EXPECT_EQ(innermostOf(root).root(), &root);
         EXPECT_TRUE(path == innermostOf(root).path());
 
         Element copy(root);
         EXPECT_TRUE(equal(root, copy));
         innermostOf(copy).setString("y");
-        EXPECT_EQ(-1, Element::compare(root.data(), copy.data()));
+        EXPECT_EQ(Element::compare(root.data(), copy.data()), -1);
         root = copy;
         EXPECT_TRUE(equal(root, copy));
-        EXPECT_EQ("y", innermostOf(root).string());
+        EXPECT_EQ(innermostOf(root).string(), "y");
 
         const std::string written = ko::Orvid::serialize(root);
-        EXPECT_EQ(withoutBlanks(GetParam().text(k_million, "\"y\"")).size(), written.size());
+        EXPECT_EQ(written.size(), withoutBlanks(GetParam().text(k_million, "\"y\"")).size());
         EXPECT_TRUE(equal(root, ko::Orvid::parse(written)));
     });
 }
@@ -145,7 +145,7 @@ TEST_P(DeepNesting, is_read_from_a_stream) {
     onSmallStack([&] {
         Element root;
         in >> root;
-        EXPECT_EQ(k_levels, levelsOf(root));
+        EXPECT_EQ(levelsOf(root), k_levels);
         EXPECT_TRUE(innermostOf(root).isNull());
     });
 }
@@ -154,15 +154,15 @@ TEST_P(DeepNesting, is_copied_and_assigned) {
     const Document doc(deepText("1"));
     onSmallStack([&] {
         Element copy(doc.root);
-        EXPECT_EQ(k_levels, levelsOf(copy));
+        EXPECT_EQ(levelsOf(copy), k_levels);
         CHECK_LINKS_AFTER_COPY(copy);
         Element other("of another type");
         other = copy;
-        EXPECT_EQ(k_levels, levelsOf(other));
+        EXPECT_EQ(levelsOf(other), k_levels);
         copy = doc.root;
-        EXPECT_EQ(k_levels, levelsOf(copy));
+        EXPECT_EQ(levelsOf(copy), k_levels);
         innermostOf(copy).setString("changed");
-        EXPECT_EQ("1", innermostOf(other).number().toString());
+        EXPECT_EQ(innermostOf(other).number().toString(), "1");
         CHECK_LINKS_AFTER_COPY(other);
     });
 }
@@ -176,9 +176,9 @@ TEST_P(DeepNesting, takes_its_own_inside_and_is_taken_by_it) {
                 inside->isArray() ? &inside->array().front() : &inside->object().begin()->second;
         }
         doc.root = *inside;
-        EXPECT_EQ(k_levels - 10, levelsOf(doc.root));
+        EXPECT_EQ(levelsOf(doc.root), k_levels - 10);
         innermostOf(doc.root) = Element(doc.root);
-        EXPECT_EQ(2 * (k_levels - 10), levelsOf(doc.root));
+        EXPECT_EQ(levelsOf(doc.root), 2 * (k_levels - 10));
         CHECK_LINKS_AFTER_COPY(doc.root);
     });
 }
@@ -189,10 +189,10 @@ TEST_P(DeepNesting, is_compared) {
     const Document greater(deepText("2"));
     const Document deeper(deepText("[1]"));
     onSmallStack([&] {
-        EXPECT_EQ(0, Element::compare(doc.root.data(), same.root.data()));
-        EXPECT_EQ(-1, Element::compare(doc.root.data(), greater.root.data()));
-        EXPECT_EQ(1, Element::compare(greater.root.data(), doc.root.data()));
-        EXPECT_EQ(-1, Element::compare(doc.root.data(), deeper.root.data()));
+        EXPECT_EQ(Element::compare(doc.root.data(), same.root.data()), 0);
+        EXPECT_EQ(Element::compare(doc.root.data(), greater.root.data()), -1);
+        EXPECT_EQ(Element::compare(greater.root.data(), doc.root.data()), 1);
+        EXPECT_EQ(Element::compare(doc.root.data(), deeper.root.data()), -1);
     });
 }
 
@@ -201,10 +201,10 @@ TEST_P(DeepNesting, knows_root_and_path_of_its_innermost_element) {
     const std::string path = GetParam().path(k_levels);
     onSmallStack([&] {
         const Element& innermost = innermostOf(doc.root);
-        EXPECT_EQ(&doc.root, innermost.root());
+        EXPECT_EQ(innermost.root(), &doc.root);
         EXPECT_TRUE(path == innermost.path());
-        EXPECT_EQ(innermost.key(), innermost.path(innermost.parent()));
-        EXPECT_EQ(0u, innermost.schemaPath().rfind("meta.schema.", 0));
+        EXPECT_EQ(innermost.path(innermost.parent()), innermost.key());
+        EXPECT_EQ(innermost.schemaPath().rfind("meta.schema.", 0), 0u);
     });
 }
 
@@ -212,14 +212,14 @@ TEST_P(DeepNesting, is_reached_and_changed_by_path) {
     Document doc(deepText("1"));
     const std::string path = GetParam().path(k_levels);
     onSmallStack([&] {
-        EXPECT_EQ(&innermostOf(doc.root), &doc.root.get(path));
+        EXPECT_EQ(&doc.root.get(path), &innermostOf(doc.root));
         EXPECT_TRUE(doc.root.pathExists(path));
         EXPECT_FALSE(doc.root.pathExists(path + ".k"));
         doc.root.update(path, "new");
-        EXPECT_EQ("new", innermostOf(doc.root).string());
+        EXPECT_EQ(innermostOf(doc.root).string(), "new");
         Element made(Element::k_emptyElement);
         made.create(GetParam().newPath(k_levels), "new");
-        EXPECT_EQ(k_levels, levelsOf(made));
+        EXPECT_EQ(levelsOf(made), k_levels);
         EXPECT_TRUE(equal(doc.root, made));
     });
 }
@@ -231,7 +231,7 @@ TEST_P(DeepNesting, is_named_by_exceptions) {
         const auto error =
             thrownBy<TypeException<ko::Orvid::EType>>([&] { innermostOf(doc.root).string(); });
         EXPECT_TRUE(path == *error.elementPath());
-        EXPECT_NE(std::string::npos, std::string(error.what()).find(path));
+        EXPECT_NE(std::string(error.what()).find(path), std::string::npos);
     });
 }
 
@@ -240,7 +240,7 @@ TEST_P(DeepNesting, is_written_whole) {
     onSmallStack([&] {
         Generator generator(nullptr, ko::Orvid::WriteOptions::compact());
         EXPECT_TRUE(withoutBlanks(deepText("1")) == generator.encode(doc.root));
-        EXPECT_EQ(0, generator.state());
+        EXPECT_EQ(generator.state(), 0);
         ko::Orvid::WriteOptions sorted = ko::Orvid::WriteOptions::compact();
         sorted.sortKeys = true;
         EXPECT_TRUE(withoutBlanks(deepText("1")) == ko::Orvid::serialize(doc.root, sorted));
@@ -279,7 +279,7 @@ TEST_P(DeepNesting, is_destroyed_by_every_edit_that_drops_it) {
         doc.root.remove(deep.root, "", "[2]");
         array.push_back(deep.root);
         array = Element::k_emptyArray;
-        EXPECT_EQ(R"([true,{"a": null},[]])", compact(doc.root));
+        EXPECT_EQ(compact(doc.root), R"([true,{"a": null},[]])");
         CHECK_LINKS(doc.root);
     });
 }
@@ -291,16 +291,16 @@ TEST_P(DeepNesting, that_ends_early_or_badly_keeps_what_was_read) {
         Element root;
         DomParser parser;
         parser.parse(root, opening);
-        EXPECT_EQ(2, parser.state());
-        ASSERT_NE(nullptr, parser.openElement());
+        EXPECT_EQ(parser.state(), 2);
+        ASSERT_NE(parser.openElement(), nullptr);
         std::size_t levels = 0;
-        EXPECT_EQ(&innermostOf(root, levels), parser.openElement());
+        EXPECT_EQ(parser.openElement(), &innermostOf(root, levels));
         EXPECT_LE(k_levels - 1, levels);
 
         const auto error =
             thrownBy<ParseException>([&] { DomParser().parse(root, opening + "#"); });
         EXPECT_LE(k_levels - 1, levelsOf(root));
-        EXPECT_EQ(path.substr(0, error.elementPath()->size()), *error.elementPath());
+        EXPECT_EQ(*error.elementPath(), path.substr(0, error.elementPath()->size()));
         EXPECT_LE(path.size() - 3, error.elementPath()->size());
         CHECK_LINKS(root);
     });

@@ -64,7 +64,7 @@ TEST(FailedEdit, keeps_what_the_steps_before_the_failing_one_made) {
     }
 }
 
-TEST(FailedEdit, keeps_the_empty_elements_made_before_a_fault_in_the_path_text) {
+TEST(FailedEdit, keeps_the_empty_elements_made_before_an_error_in_the_path_text) {
     for (const Edit edit : k_making) {
         for (const std::string path : {"a.b..", "a.b[", "a.b[x]", "a.b.]"}) {
             Document document("{}");
@@ -100,7 +100,7 @@ TEST(FailedEdit, of_a_value_from_the_tree_leaves_the_value_alone) {
     }
 }
 
-TEST(FailedEdit, tells_where_it_stopped_although_the_tree_has_grown) {
+TEST(FailedEdit, says_where_it_stopped_although_the_tree_has_grown) {
     Document document(R"({"a.b": [0]})");
     const auto error =
         thrownBy<PathNotFound>([&] { document.root.create(R"(a\.b[*].c[5].d)", Element(1)); });

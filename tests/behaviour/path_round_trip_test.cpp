@@ -183,7 +183,7 @@ TEST(PathRoundTrip, reads_random_steps_as_they_were_written) {
     }
 }
 
-TEST(PathRoundTrip, is_lost_behind_an_empty_first_key_and_a_byte_FF) {
+TEST(PathRoundTrip, is_lost_after_an_empty_first_key_and_a_byte_FF) {
     Element root;
     makeContainer(root, etObject);
     const Element& emptyKey = root.insert("", Element(1));

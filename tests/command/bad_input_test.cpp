@@ -56,7 +56,7 @@ TEST(bad_text, without_a_value_ends_early) {
                  {"/* note */", "1:11: at (root): The text ends before the document is complete"}});
 }
 
-TEST(bad_text, that_ends_early_tells_where_and_in_which_element) {
+TEST(bad_text, that_ends_early_says_where_and_in_which_element) {
     expectLines({{"{", "1:2: at (root): The text ends before the document is complete"},
                  {"{\"a\"", "1:5: at a: The text ends before the document is complete"},
                  {"{\"a\":", "1:6: at a: The text ends before the document is complete"},
@@ -130,7 +130,7 @@ TEST(bad_text, with_bytes_that_are_no_text_is_refused_at_the_first_one) {
                  {"\xFF\xFE[\0"s, "1:1: at (root): Unexpected byte 0xFF: expected a value"}});
 }
 
-TEST(bad_text, behind_the_value_is_refused) {
+TEST(bad_text, after_the_value_is_refused) {
     const std::string complete = "the document is complete";
     expectLines(
         {{"[1] x", "1:5: at (root): Unexpected 'x': " + complete},
@@ -160,7 +160,7 @@ TEST(bad_text, shows_the_path_of_the_element_on_one_line) {
                   "1:22: at a\\u000ab.x\\.y: The text ends before the document is complete"}});
 }
 
-TEST(bad_text, that_breaks_off_below_a_million_levels_is_told_in_a_short_line) {
+TEST(bad_text, that_breaks_off_below_a_million_levels_is_reported_in_a_short_line) {
     const std::string end = repeated("[0]", 40);
     const CommandResult expected =
         failed(1, "(standard input):1:1000001: at " + end + " ... " + end +
@@ -216,7 +216,7 @@ TEST(bad_text, with_one_byte_changed_ends_in_a_value_or_one_line) {
     }
 }
 
-TEST(bad_file, that_is_missing_is_told_with_its_name) {
+TEST(bad_file, that_is_missing_is_reported_with_its_name) {
     EXPECT_EQ(orvid({"print", "/no/such/file"}),
               failed(3, "/no/such/file: No such file or directory"));
     EXPECT_EQ(orvid({"get", "a", "/no/such/file"}),
@@ -228,7 +228,7 @@ TEST(bad_file, that_is_a_folder_is_refused) {
     EXPECT_EQ(orvid({"print", "/"}), failed(3, "/: Is a directory"));
 }
 
-TEST(bad_file, that_cannot_be_opened_is_told_with_the_reason) {
+TEST(bad_file, that_cannot_be_opened_is_reported_with_the_reason) {
     const ScratchFile place("");
     const std::string loop = place.name() + "-loop";
     std::filesystem::create_symlink(loop, loop);
@@ -236,7 +236,7 @@ TEST(bad_file, that_cannot_be_opened_is_told_with_the_reason) {
     std::filesystem::remove(loop);
 }
 
-TEST(bad_file, that_may_not_be_read_is_told_with_the_reason) {
+TEST(bad_file, that_may_not_be_read_is_reported_with_the_reason) {
     if (geteuid() == 0) {
         GTEST_SKIP() << "NOT RUN: root may read every file";
     }
@@ -245,17 +245,17 @@ TEST(bad_file, that_may_not_be_read_is_told_with_the_reason) {
     EXPECT_EQ(orvid({"print", file.name()}), failed(3, file.name() + ": Permission denied"));
 }
 
-TEST(bad_file, with_faulty_text_is_told_with_its_name) {
+TEST(bad_file, with_faulty_text_is_reported_with_its_name) {
     const ScratchFile file("[1,\n 2 3]\n");
     EXPECT_EQ(withoutExcerpt(orvid({"print", file.name()})),
               failed(1, file.name() + ":2:4: at (root): Unexpected '3': expected ',' or ']'"));
 }
 
-TEST(bad_file, closed_standard_input_is_told) {
+TEST(bad_file, closed_standard_input_is_reported) {
     EXPECT_EQ(shell(R"("$0" print <&-)"), failed(3, "(standard input): Bad file descriptor"));
 }
 
-TEST(bad_output, that_is_full_is_told) {
+TEST(bad_output, that_is_full_is_reported) {
     const std::string input = R"({"a":1})";
     const CommandResult full = failed(3, "(standard output): No space left on device");
     EXPECT_EQ(shell(R"("$0" print >/dev/full)", {}, input), full);
@@ -264,14 +264,14 @@ TEST(bad_output, that_is_full_is_told) {
     EXPECT_EQ(shell(R"("$0" print >/dev/full)", {}, "[" + repeated("1,", 100000) + "1]"), full);
 }
 
-TEST(bad_output, that_is_closed_is_told) {
+TEST(bad_output, that_is_closed_is_reported) {
     const ScratchFile file("{\"a\":1}");
     const CommandResult closed = failed(3, "(standard output): Bad file descriptor");
     EXPECT_EQ(shell(R"("$0" print "$1" >&-)", {file.name()}), closed);
     EXPECT_EQ(shell(R"("$0" set a 2 "$1" >&-)", {file.name()}), closed);
 }
 
-TEST(bad_words, are_misuse_and_told_in_one_line) {
+TEST(bad_words, are_misuse_and_reported_in_one_line) {
     EXPECT_EQ(orvid({}), failed(2, "a verb is required; see orvid --help"));
     EXPECT_EQ(orvid({"prin", "x.json"}),
               failed(2, "there is no verb \"prin\" (did you mean \"print\"?); see orvid --help"));

@@ -57,7 +57,7 @@ TEST(check_in_pieces, leaves_the_rest_of_standard_input_alone) {
     EXPECT_EQ(shell(R"({ read line; "$0" check; } <"$1")", {file.name()}), printed(""));
 }
 
-TEST(check_in_pieces, tells_what_cannot_be_read) {
+TEST(check_in_pieces, says_what_cannot_be_read) {
     EXPECT_EQ(orvid({"check", "/no/such/file"}),
               failed(3, "/no/such/file: No such file or directory"));
     EXPECT_EQ(orvid({"check", "/"}), failed(3, "/: Is a directory"));

@@ -67,7 +67,7 @@ TEST(csv, needs_columns_and_whole_values) {
                      "backslash\na..b\n  ^"));
 }
 
-TEST(csv, writes_what_comes_before_a_fault) {
+TEST(csv, writes_what_comes_before_an_error) {
     EXPECT_EQ(orvid({"csv"}, "[{\"a\":1}"),
               (CommandResult{"a\n1\n",
                              "orvid: (standard input):1:9: at (root): The text ends before the "
@@ -106,7 +106,7 @@ TEST(uncsv, reads_what_a_field_says) {
     EXPECT_EQ(orvid({"uncsv"}, ""), printed(""));
 }
 
-TEST(uncsv, tells_the_line_at_fault) {
+TEST(uncsv, names_the_line_in_error) {
     EXPECT_EQ(
         orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),
         (CommandResult{"{\"a\":\"x\\ny\",\"b\":1}\n",

@@ -91,7 +91,7 @@ TEST(get, prints_the_whole_document_with_meta_for_an_empty_path) {
               printed("{\n    \"meta\": 1,\n    \"a\": 2\n}\n"));
 }
 
-TEST(get, takes_keys_with_special_characters_behind_a_backslash) {
+TEST(get, takes_keys_with_special_characters_after_a_backslash) {
     EXPECT_EQ(orvid({"get", R"(x\.y\[0\]\\\*)"}, k_document), printed("5\n"));
     EXPECT_EQ(orvid({"get", "a b"}, k_document), printed("6\n"));
     EXPECT_EQ(orvid({"get", "äö"}, k_document), printed("7\n"));
@@ -106,7 +106,7 @@ TEST(get, works_from_a_shell) {
               printed("port 9000\n"));
 }
 
-TEST(get, tells_the_path_the_missing_step_and_where_the_walk_stopped) {
+TEST(get, names_the_path_the_missing_step_and_where_the_walk_stopped) {
     const auto notFound = [](const char* column, const std::string& place, const std::string& path,
                              const std::string& step) {
         return failed(1, std::string("(standard input):1:") + column + ": at " + place +
@@ -143,9 +143,9 @@ TEST(get, names_the_file_in_the_error) {
 }
 
 TEST(get, shows_where_a_path_is_malformed) {
-    const auto malformed = [](const std::string& path, const std::string& fault,
+    const auto malformed = [](const std::string& path, const std::string& problem,
                               std::size_t column) {
-        return failed(2, "path \"" + path + "\": " + fault + "\n" + path + "\n" +
+        return failed(2, "path \"" + path + "\": " + problem + "\n" + path + "\n" +
                              std::string(column, ' ') + "^");
     };
     const std::string ends = "it ends where a key or an index is expected";
@@ -192,7 +192,7 @@ TEST(get_default, prints_the_default_where_the_data_has_no_value) {
     EXPECT_EQ(orvid({"get", "--default", "tags", k_settings}), printed("[]\n"));
 }
 
-TEST(get_default, tells_where_the_schema_has_no_default_either) {
+TEST(get_default, says_where_the_schema_has_no_default_either) {
     EXPECT_EQ(
         orvid({"get", "--default", "servers[1].user", k_settings}),
         failed(1, k_settings + ":20:39: at meta.schema.properties.servers.items.properties: path "

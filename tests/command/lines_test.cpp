@@ -85,7 +85,7 @@ TEST(lines, that_are_edited_stay_one_line_each) {
                       "{\"b\":{\"c\":[1,{}]},\"d\":2}\n"));
 }
 
-TEST(lines, that_are_blank_are_passed_over_and_counted) {
+TEST(lines, that_are_blank_are_skipped_and_counted) {
     EXPECT_EQ(
         orvid({"print", "--lines", "--stats"}, "\n1\n \t\r\n2\n\n"),
         (CommandResult{"1\n2\n", "orvid: (standard input): 5 lines, 2 done, 3 blank, 0 failed\n", 0,
@@ -93,29 +93,29 @@ TEST(lines, that_are_blank_are_passed_over_and_counted) {
 }
 
 const std::string k_mixed = "{\"n\":1}\n\n{\"n\" 2}\r\n{\"m\":3}\n{\"n\":4}\n";
-const std::string k_fault = "orvid: (standard input):3:6: at n: Unexpected '2': expected ':'\n";
+const std::string k_error = "orvid: (standard input):3:6: at n: Unexpected '2': expected ':'\n";
 const std::string k_missing =
     "orvid: (standard input):4:1: at (root): path \"n\" not found, there is no \"n\"\n";
 
-TEST(on_error, stop_ends_the_run_behind_what_was_done) {
-    const CommandResult stopped{"1\n", k_fault, 1, 0};
+TEST(on_error, stop_ends_the_run_after_what_was_done) {
+    const CommandResult stopped{"1\n", k_error, 1, 0};
     EXPECT_EQ(orvid({"get", "--lines", "n"}, k_mixed), stopped);
     EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=stop", "-j2"}, k_mixed), stopped);
 }
 
 TEST(on_error, skip_writes_nothing_for_the_line) {
     EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=skip"}, k_mixed),
-              (CommandResult{"1\n4\n", k_fault + k_missing, 1, 0}));
+              (CommandResult{"1\n4\n", k_error + k_missing, 1, 0}));
 }
 
 TEST(on_error, passthrough_writes_the_line_as_it_was) {
     EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=passthrough"}, k_mixed),
-              (CommandResult{"1\n{\"n\" 2}\r\n{\"m\":3}\n4\n", k_fault + k_missing, 1, 0}));
+              (CommandResult{"1\n{\"n\" 2}\r\n{\"m\":3}\n4\n", k_error + k_missing, 1, 0}));
 }
 
 TEST(on_error, null_writes_null) {
     EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=null"}, k_mixed),
-              (CommandResult{"1\nnull\nnull\n4\n", k_fault + k_missing, 1, 0}));
+              (CommandResult{"1\nnull\nnull\n4\n", k_error + k_missing, 1, 0}));
     EXPECT_EQ(orvid({"get", "--lines", "n", "--on-error=nil"}, k_mixed).status, 2);
 }
 

@@ -23,7 +23,7 @@ using orvid_test::shell;
 
 const std::string k_document = R"({"b":[1.50,{}],"a":"é\n"})";
 
-TEST(indent, is_the_number_of_blanks_for_a_level) {
+TEST(indent, is_the_number_of_spaces_for_a_level) {
     EXPECT_EQ(orvid({"print", "--indent", "1"}, k_document),
               printed("{\n \"b\": [\n  1.50,\n  {}\n ],\n \"a\": \"é\\n\"\n}\n"));
     EXPECT_EQ(orvid({"print", "--indent=0"}, k_document),
@@ -143,7 +143,7 @@ TEST(in_place, needs_a_file) {
               failed(2, "--in-place needs a file; see orvid print --help"));
 }
 
-TEST(in_place, tells_of_a_folder_that_cannot_be_written) {
+TEST(in_place, reports_a_folder_that_cannot_be_written) {
     EXPECT_EQ(orvid({"print", "-i", "/proc/version"}).status == 0, false);
     EXPECT_EQ(orvid({"set", "a=1", "-i", "/no/such/file"}),
               failed(3, "/no/such/file: No such file or directory"));

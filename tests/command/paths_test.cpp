@@ -41,7 +41,7 @@ TEST(paths, includes_the_member_meta) {
     EXPECT_EQ(orvid({"paths"}, R"({"meta":{"v":1},"a":2})"), printed("meta.v\t1\na\t2\n"));
 }
 
-TEST(paths, writes_special_characters_of_keys_behind_a_backslash) {
+TEST(paths, writes_special_characters_of_keys_after_a_backslash) {
     EXPECT_EQ(orvid({"paths"}, R"({"x.y":1,"[0]":2,"*":3,"a\\b":4,"c d":5,"é":6})"),
               printed("x\\.y\t1\n\\[0\\]\t2\n\\*\t3\na\\\\b\t4\nc d\t5\né\t6\n"));
 }

@@ -109,7 +109,7 @@ TEST(print_files, sample_keeps_its_numbers_and_print_of_print_is_print) {
     expectPrintKeepsFolder(ORVID_SAMPLES);
 }
 
-TEST(print, writes_a_member_or_item_a_line_indented_by_four_blanks) {
+TEST(print, writes_a_member_or_item_a_line_indented_by_four_spaces) {
     EXPECT_EQ(orvid({"print"}, R"({"z":[1,{"b":true,"a":null}],"y":"t","x":[[false]]})"),
               printed(R"({
     "z": [
@@ -156,7 +156,7 @@ TEST(print, keeps_every_number_letter_for_letter) {
 )"));
 }
 
-TEST(print, prints_a_lone_value_of_each_kind_without_a_newline_behind_it) {
+TEST(print, prints_a_lone_value_of_each_kind_without_a_newline_after_it) {
     for (const char* const value : {"12", "-0.50", "1e3", "null", "true", "false", "\"text\""}) {
         EXPECT_EQ(orvid({"print"}, value), printed(std::string(value) + "\n"));
     }
@@ -188,14 +188,14 @@ TEST(print, passes_invalid_utf8_unchanged) {
               printed("{\n    \"\xFF\xFE\": \"\xC0\x80 \xED\xA0\x80 \xF8\"\n}\n"));
 }
 
-TEST(print, passes_over_comments_and_blanks_around_and_inside_the_value) {
+TEST(print, skips_comments_and_whitespace_around_and_inside_the_value) {
     EXPECT_EQ(orvid({"print"},
                     "// one\n\t /* two\n */ [ /* three */ 1, // four\r\n 2 ]\r\n\v\f"
                     " // five\n /* six */ // seven"),
               printed("[\n    1,\n    2\n]\n"));
 }
 
-TEST(print, leaves_out_the_member_meta_of_the_root_only_when_told_to) {
+TEST(print, leaves_out_the_member_meta_of_the_root_only_when_asked_to) {
     EXPECT_EQ(orvid({"print", "--no-meta"}, R"({"a":{"meta":1},"meta":{"b":2},"c":3})"),
               printed(R"({
     "a": {
@@ -231,7 +231,7 @@ TEST(print, reads_the_file_named_and_standard_input_for_a_dash_or_no_file) {
     EXPECT_EQ(orvid({"print"}, input), printed("[\n    \"of the input\"\n]\n"));
 }
 
-TEST(print, takes_a_word_behind_two_dashes_for_a_file) {
+TEST(print, takes_a_word_after_two_dashes_for_a_file) {
     EXPECT_EQ(orvid({"print", "--", "--meta"}), failed(3, "--meta: No such file or directory"));
 }
 

@@ -113,7 +113,7 @@ TEST(query, finds_the_same_one_value_in_text_and_tree) {
               printed("x\n[1]\n"));
 }
 
-TEST(query, tells_of_faults_wherever_they_are) {
+TEST(query, reports_errors_wherever_they_are) {
     EXPECT_EQ(orvid({"query", "$.a", "--count"}, "{\"a\":1,\n\"b\":tru}"),
               orvid({"query", "$.a", "--paths"}, "{\"a\":1,\n\"b\":tru}"));
     EXPECT_EQ(orvid({"query", "$.a"}, "{\"a\":1} 2"),
@@ -135,7 +135,7 @@ TEST(select, writes_records_as_they_are) {
     EXPECT_EQ(orvid({"select", "--lines", "$[?@ == 1]"}, records), printed("{\"a\": 1.0}\r\n"));
 }
 
-TEST(select, writes_whole_documents_and_tells_of_faults) {
+TEST(select, writes_whole_documents_and_reports_errors) {
     const ScratchFile some("{ \"a\": 1 }\n");
     const ScratchFile other("{}\n");
     EXPECT_EQ(orvid({"select", "$.a", some.name(), other.name()}), printed("{ \"a\": 1 }\n"));

@@ -34,7 +34,7 @@ TEST(remove, leaves_an_empty_container_behind) {
     EXPECT_EQ(orvid({"remove", "[0]"}, "[1]"), printed("[]"));
 }
 
-TEST(remove, takes_a_key_with_special_characters_behind_a_backslash) {
+TEST(remove, takes_a_key_with_special_characters_after_a_backslash) {
     EXPECT_EQ(orvid({"remove", R"(x\.y)"}, R"({"x":{"y":1},"x.y":2})"),
               printed(R"({"x":{"y":1}})"));
 }
@@ -55,7 +55,7 @@ TEST(remove, works_in_a_pipeline) {
     EXPECT_EQ(shell(R"(echo '[1,2,3]' | "$0" remove '[0]' | "$0" remove '[0]')"), printed("[3]\n"));
 }
 
-TEST(remove, tells_the_missing_step) {
+TEST(remove, names_the_missing_step) {
     EXPECT_EQ(
         orvid({"remove", "b[3]"}, k_document),
         failed(1, "(standard input):1:6: at b: path \"b[3]\" not found, there is no \"[3]\""));

@@ -79,7 +79,7 @@ std::vector<std::vector<std::string>> calls(const std::string& empty, const std:
             {"diff", "-", empty}};
 }
 
-TEST(same_error, is_told_by_every_verb_that_reads_documents) {
+TEST(same_error, is_reported_by_every_verb_that_reads_documents) {
     const ScratchFile empty("{}");
     const ScratchFile none("[]");
     for (const std::string& text : k_faulty) {
@@ -93,7 +93,7 @@ TEST(same_error, is_told_by_every_verb_that_reads_documents) {
     }
 }
 
-TEST(same_error, is_told_where_a_byte_order_mark_stands_before_it) {
+TEST(same_error, is_reported_where_a_byte_order_mark_stands_before_it) {
     const ScratchFile empty("{}");
     const ScratchFile none("[]");
     for (const std::vector<std::string>& call : calls(empty.name(), none.name())) {

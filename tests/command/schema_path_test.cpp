@@ -59,7 +59,7 @@ TEST(data_path, refuses_what_is_no_schema_path_as_misuse) {
     EXPECT_TRUE(failsWithOneLine(orvid({"data-path", "meta.schema[0]"}), 2));
 }
 
-TEST(data_path, refuses_a_file_behind_the_path) {
+TEST(data_path, refuses_a_file_after_the_path) {
     EXPECT_TRUE(failsWithOneLine(orvid({"data-path", "meta.schema", "-"}), 2));
     EXPECT_TRUE(failsWithOneLine(orvid({"schema-path", "a", "-"}), 2));
 }

@@ -29,7 +29,7 @@ TEST(set, overwrites_an_item_in_its_place) {
               printed(R"({"b":[{"d":null},2],"a":{"c":1.50}})"));
 }
 
-TEST(set, adds_a_member_behind_the_others) {
+TEST(set, adds_a_member_after_the_others) {
     EXPECT_EQ(orvid({"set", "a.z", "1e2"}, k_document),
               printed(R"({"b":[1,2],"a":{"c":1.50,"z":1e2}})"));
 }
@@ -87,7 +87,7 @@ TEST(set, works_in_a_pipeline) {
               printed("{\"a\":{\"b\":\"it's\",\"c\":[7]}}\n"));
 }
 
-TEST(set, tells_the_step_that_cannot_be_made) {
+TEST(set, names_the_step_that_cannot_be_made) {
     EXPECT_EQ(
         orvid({"set", "b[2]", "1"}, k_document),
         failed(1, "(standard input):1:6: at b: path \"b[2]\" not found, there is no \"[2]\""));
@@ -118,7 +118,7 @@ TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
               failed(2, "JSON:1:5: at (root): Unexpected '2': the document is complete"));
 }
 
-TEST(set, tells_how_a_text_without_quotes_is_written) {
+TEST(set, says_how_a_text_without_quotes_is_written) {
     EXPECT_EQ(orvid({"set", "a", ""}, k_document),
               failed(2, "\"\" is no JSON; for the text write string:"));
     EXPECT_EQ(orvid({"set", "a", "it's"}, k_document),

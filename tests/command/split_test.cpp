@@ -37,7 +37,7 @@ TEST(split, takes_values_that_follow_each_other) {
     EXPECT_EQ(orvid({"split", "--values"}, ""), printed(""));
 }
 
-TEST(split, tells_the_place_of_a_fault_behind_other_values) {
+TEST(split, names_the_place_of_an_error_after_other_values) {
     EXPECT_EQ(orvid({"split", "--values"}, "{}\n[1] {\"a\":\n tru}"),
               (CommandResult{"{}\n[1]\n",
                              "orvid: (standard input):3:5: at a: Unexpected '}': expected true\n"
@@ -60,7 +60,7 @@ TEST(split, tells_the_place_of_a_fault_behind_other_values) {
                              1, 0}));
 }
 
-TEST(split, tells_the_place_of_a_fault_in_an_item) {
+TEST(split, names_the_place_of_an_error_in_an_item) {
     EXPECT_EQ(orvid({"split", "--in", "s"}, "{\"s\":[{\"a\":1},\n {\"b\": [1, tru]}]}"),
               (CommandResult{"{\"a\":1}\n",
                              "orvid: (standard input):2:15: at s[1].b: Unexpected ']': expected "
@@ -78,7 +78,7 @@ TEST(split, tells_the_place_of_a_fault_in_an_item) {
                              1, 0}));
 }
 
-TEST(split, tells_of_a_way_that_leads_nowhere_or_twice) {
+TEST(split, reports_a_way_that_leads_nowhere_or_twice) {
     EXPECT_EQ(orvid({"split", "--in", "servrs"}, R"({"servers":[1]})"),
               failed(1,
                      "(standard input): at (root): path \"servrs\" not found, there is no "
@@ -121,13 +121,13 @@ TEST(join, is_the_way_back_from_split) {
               printed("[{\"b\":1e5,\"a\":[]},null,\"é\",[[0.10]]]\n"));
 }
 
-TEST(join, leaves_the_array_open_after_a_fault) {
+TEST(join, leaves_the_array_open_after_an_error) {
     EXPECT_EQ(orvid({"join", "-c", "-", "/no/such/file"}, "1"),
               (CommandResult{"[1", "orvid: /no/such/file: No such file or directory\n", 3, 0}));
     EXPECT_EQ(orvid({"join", "-c"}, "1\n{\"a\"}").out, "[1");
 }
 
-TEST(join, lays_out_each_value_as_it_is_told) {
+TEST(join, lays_out_each_value_as_it_is_reported) {
     EXPECT_EQ(orvid({"join", "--tab", "-S", "--ascii"}, R"({"b":[1],"a":"é"} [])"),
               printed("[\n\t{\n\t\t\"a\": \"\\u00E9\",\n\t\t\"b\": [\n\t\t\t1\n\t\t]\n\t},"
                       "\n\t[]\n]\n"));

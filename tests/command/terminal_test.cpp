@@ -31,7 +31,7 @@ TEST(terminal, shows_colour) {
               "[\x1B[36m1\x1B[0m]\r\n");
 }
 
-TEST(terminal, shows_no_colour_when_told_not_to) {
+TEST(terminal, shows_no_colour_when_asked_not_to) {
     const ScratchFile file("[1]");
     for (const char* const script :
          {R"(NO_COLOR=1 "$0" print --compact "$1")", R"("$0" print --compact --color=never "$1")",

@@ -28,7 +28,7 @@ std::string placeOf(const std::vector<std::string>& words, const std::string& do
     return error.substr(begin.size(), error.find(" at ") - begin.size());
 }
 
-TEST(value_place, is_told_by_the_verbs_that_look) {
+TEST(value_place, is_reported_by_the_verbs_that_look) {
     EXPECT_EQ(placeOf({"get", "list[1].c"}, k_document), "2:22:");
     EXPECT_EQ(placeOf({"get", "/text/x"}, k_document), "3:17:");
     EXPECT_EQ(placeOf({"keys", "list"}, k_document), "2:11:");
@@ -37,7 +37,7 @@ TEST(value_place, is_told_by_the_verbs_that_look) {
     EXPECT_EQ(placeOf({"find", "", "7", "--in", "list"}, k_document), "2:11:");
 }
 
-TEST(value_place, is_told_by_the_verbs_that_edit) {
+TEST(value_place, is_reported_by_the_verbs_that_edit) {
     EXPECT_EQ(placeOf({"set", "text.x", "1"}, k_document), "3:17:");
     EXPECT_EQ(placeOf({"set", "text.x", "1", "--indent=2"}, k_document), "3:17:");
     EXPECT_EQ(placeOf({"insert", "list[0].a", "1"}, k_document), "2:12:");
@@ -53,7 +53,7 @@ TEST(value_place, is_that_of_the_value_and_not_of_its_path) {
     EXPECT_EQ(placeOf({"remove", "[0]", "--also", "[0].c", "--lines"}, "[1,2]\n"), "1:");
 }
 
-TEST(value_place, is_told_of_records) {
+TEST(value_place, is_reported_records) {
     EXPECT_EQ(placeOf({"get", "--lines", "a.b"}, "{\"a\":{\"b\":1}}\n\n{\"a\": 1}\n"), "3:7:");
     EXPECT_EQ(placeOf({"set", "--lines", "a.b", "1"}, "{\"a\":{\"b\":1}}\n\n{\"a\":1}\n"), "3:6:");
 }
@@ -67,13 +67,13 @@ TEST(value_place, counts_no_byte_order_mark) {
     }
 }
 
-TEST(value_place, is_told_as_json_as_well) {
+TEST(value_place, is_reported_as_json_as_well) {
     EXPECT_EQ(orvid({"get", "--json-errors", "a.b"}, "{\n\"a\": 1}").err,
               "{\"status\":1,\"file\":\"(standard input)\",\"line\":2,\"column\":6,\"path\":\"a\","
               "\"message\":\"path \\\"a.b\\\" not found: \\\"a\\\" is a number\"}\n");
 }
 
-TEST(value_place, is_not_told_of_a_document_that_is_made) {
+TEST(value_place, is_not_reported_a_document_that_is_made) {
     EXPECT_EQ(orvid({"set", "--new", "[0]", "1"}),
               failed(1, "(new): at (root): path \"[0]\" not found: the root is an object"));
 }

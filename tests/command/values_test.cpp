@@ -121,7 +121,7 @@ TEST(set_new, begins_with_nothing) {
               failed(2, "--new goes with PATH only; see orvid set --help"));
 }
 
-TEST(remove_if_present, passes_over_what_is_not_there) {
+TEST(remove_if_present, skips_what_is_not_there) {
     EXPECT_EQ(orvid({"remove", "--if-present", "x", "--also", "a", "--also", "l[-1]"},
                     R"({"a": 1, "l": []})"),
               printed(R"({"l": []})"));

@@ -25,7 +25,7 @@ TEST(set_several, makes_all_edits_in_their_order) {
               printed("{\"c\":[\"x\",[]],\"a\":{\"b\":2}}\n"));
 }
 
-TEST(set_several, takes_a_file_behind_the_edits_and_an_equals_sign_in_a_key) {
+TEST(set_several, takes_a_file_after_the_edits_and_an_equals_sign_in_a_key) {
     const ScratchFile file("{}");
     EXPECT_EQ(orvid({"set", "--compact", "a=1", R"(b\=c=2)", file.name()}),
               printed("{\"a\":1,\"b=c\":2}\n"));
@@ -39,7 +39,7 @@ TEST(set_several, splits_at_the_first_equals_sign) {
               failed(2, "\"\" is no JSON; for the text write a=string:"));
 }
 
-TEST(insert, puts_an_item_before_another_and_behind_the_last) {
+TEST(insert, puts_an_item_before_another_and_after_the_last) {
     EXPECT_EQ(orvid({"insert", "--compact", "[0]", "[]"}, "[1,2]"), printed("[[],1,2]\n"));
     EXPECT_EQ(orvid({"insert", "--compact", "[1]", "1.5"}, "[1,2]"), printed("[1,1.5,2]\n"));
     EXPECT_EQ(orvid({"insert", "--compact", "[2]", "3"}, "[1,2]"), printed("[1,2,3]\n"));
@@ -132,7 +132,7 @@ TEST(unpaths, is_the_way_back) {
         printed(empty + "\n"));
 }
 
-TEST(unpaths, passes_over_blank_lines) {
+TEST(unpaths, skips_blank_lines) {
     EXPECT_EQ(orvid({"unpaths", "--compact"}, "\n \t\r\na\t1\n\t\n  \nb\t2"),
               printed("{\"a\":1,\"b\":2}\n"));
 }
@@ -144,7 +144,7 @@ TEST(unpaths, fills_gaps_with_null_but_no_large_ones) {
               failed(1, "(standard input):2: [4000000000] is too far after the item before it"));
 }
 
-TEST(unpaths, tells_the_line_that_does_not_fit) {
+TEST(unpaths, names_the_line_that_does_not_fit) {
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\nb 2\n"),
               failed(1, "(standard input):2: there is no tab after the path"));
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\na\t2\n"),
@@ -161,7 +161,7 @@ TEST(unpaths, tells_the_line_that_does_not_fit) {
               failed(1, "(standard input): there is no line with a path"));
 }
 
-TEST(defaults, are_told_without_changing_the_document) {
+TEST(defaults, are_reported_without_changing_the_document) {
     EXPECT_EQ(orvid({"defaults", k_settings}),
               printed("limits.cpu\t1\nservers[0].retries\t3\nservers[1].port\t8080\n"
                       "servers[1].retries\t3\ndebug\tfalse\nowner\tnull\ntimeout\t2.50\n"
@@ -191,7 +191,7 @@ TEST(diff, makes_the_patch_that_patch_applies) {
     EXPECT_EQ(orvid({"diff", from.name()}), failed(2, "TO is required; see orvid diff --help"));
 }
 
-TEST(patch, tells_the_operation_that_failed_and_changes_nothing) {
+TEST(patch, names_the_operation_that_failed_and_changes_nothing) {
     const ScratchFile file("{\"a\":1}");
     const CommandResult result =
         orvid({"patch", "-", "-i", file.name()},

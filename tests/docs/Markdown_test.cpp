@@ -28,7 +28,7 @@ TEST(Markdown, a_block_knows_its_language_its_line_and_the_line_before_it) {
     EXPECT_THAT(blocks[0].lines, ElementsAre("a", "", "b"));
 }
 
-TEST(Markdown, blocks_are_told_apart_from_what_stands_between_them) {
+TEST(Markdown, blocks_are_distinguished_from_what_stands_between_them) {
     const auto blocks = fencedBlocks(linesOf("```\na\n```\nb\n```sh\nc\n```\n"));
     ASSERT_EQ(blocks.size(), 2U);
     EXPECT_EQ(blocks[0].marker, "");

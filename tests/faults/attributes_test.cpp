@@ -86,7 +86,7 @@ private:
 
 constexpr Call k_calls[] = {Call::flistxattr, Call::fgetxattr, Call::fsetxattr};
 
-TEST_F(GuardedFile, goes_on_behind_signals) {
+TEST_F(GuardedFile, goes_on_after_signals) {
     for (const Call call : k_calls) {
         EXPECT_TRUE(isReplaced(call, {EINTR, 0, EINTR}));
         EXPECT_TRUE(isReplaced(call, {EINTR, EINTR}));
@@ -105,7 +105,7 @@ TEST_F(GuardedFile, stays_where_its_list_or_an_attribute_cannot_be_read_or_given
     }
 }
 
-TEST_F(GuardedFile, stays_where_it_cannot_be_told_whether_it_has_a_list) {
+TEST_F(GuardedFile, stays_where_it_cannot_be_reported_whether_it_has_a_list) {
     for (const int error : {EPERM, EACCES, EIO, ENOMEM}) {
         EXPECT_FALSE(isReplaced(Call::flistxattr, {error})) << error;
         EXPECT_TRUE(m_isUsedUp);

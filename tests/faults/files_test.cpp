@@ -70,7 +70,7 @@ private:
     std::string m_name;
 };
 
-TEST_F(ReplacedFile, goes_on_behind_signals_and_writes_in_part) {
+TEST_F(ReplacedFile, goes_on_after_signals_and_writes_in_part) {
     replacesInSpiteOf(Call::write, {EINTR, k_half, EINTR, EINTR, k_half, k_half});
     replacesInSpiteOf(Call::fsync, {EINTR, EINTR, 0, EINTR, EINTR});
     replacesInSpiteOf(Call::close, {0, EINTR});

@@ -102,7 +102,7 @@ public:
             read();
             m_text += "read\n";
         } catch (const ko::Orvid::ParseException& error) {
-            m_text += "fault " + std::to_string(static_cast<int>(error.code())) + ' ' +
+            m_text += "error " + std::to_string(static_cast<int>(error.code())) + ' ' +
                       std::to_string(error.firstLine()) + ',' +
                       std::to_string(error.firstColumn()) + '-' + std::to_string(error.lastLine()) +
                       ',' + std::to_string(error.lastColumn()) + pathOf(error) + error.message() +

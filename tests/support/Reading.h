@@ -16,7 +16,7 @@
 namespace orvid_test {
 
 /// "line,column-line,column @element: message" of an error.
-inline std::string faultText(const ko::Orvid::ParseException& error) {
+inline std::string errorText(const ko::Orvid::ParseException& error) {
     std::ostringstream text;
     text << error.firstLine() << ',' << error.firstColumn() << '-' << error.lastLine() << ','
          << error.lastColumn() << " @"
@@ -28,16 +28,16 @@ inline std::string faultText(const ko::Orvid::ParseException& error) {
 /// What one reading came to.
 struct Reading {
     std::string tree;   ///< compact
-    std::string fault;  ///< faultText(), or empty
+    std::string error;  ///< errorText(), or empty
     int state;
     unsigned long long position;
 
     bool operator==(const Reading& other) const {
-        return tree == other.tree && fault == other.fault && state == other.state &&
+        return tree == other.tree && error == other.error && state == other.state &&
                position == other.position;
     }
     friend std::ostream& operator<<(std::ostream& out, const Reading& reading) {
-        return out << reading.tree << " | " << reading.fault << " | state " << reading.state
+        return out << reading.tree << " | " << reading.error << " | state " << reading.state
                    << " | position " << reading.position;
     }
 };
@@ -46,14 +46,14 @@ template<class Read>
 Reading readingOf(const ko::Orvid::ReadOptions& options, const Read& read) {
     ko::Orvid::Element root("before");
     ko::Orvid::DomParser parser(options);
-    std::string fault;
+    std::string message;
     try {
         read(parser, root);
     } catch (const ko::Orvid::ParseException& error) {
-        fault = faultText(error);
+        message = errorText(error);
     }
     EXPECT_TRUE(linksHold(root));
-    return {compact(root), fault, parser.state(), parser.position()};
+    return {compact(root), message, parser.state(), parser.position()};
 }
 
 inline Reading readWhole(const ko::Orvid::ReadOptions& options, const std::string& text) {
@@ -93,8 +93,8 @@ inline Reading readPieces(const ko::Orvid::ReadOptions& options, std::string_vie
 }
 
 /// The error of the text read whole; empty when it has none.
-inline std::string faultOf(const ko::Orvid::ReadOptions& options, const std::string& text) {
-    return readWhole(options, text).fault;
+inline std::string errorOf(const ko::Orvid::ReadOptions& options, const std::string& text) {
+    return readWhole(options, text).error;
 }
 
 }  // namespace orvid_test

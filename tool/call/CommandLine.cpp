@@ -119,7 +119,7 @@ struct CommandLine::Impl {
     std::vector<std::string> words;  ///< after the command's name
     CLI::App* given = nullptr;       ///< the verb of this call
 
-    /// Tells of the first word that looks like an option and is none, where there is one.
+    /// Names the first word that looks like an unknown option, where there is one.
     std::optional<std::string> unknownOption() const {
         std::vector<std::string> known;
         for (const CLI::Option* const option : given->get_options()) {
@@ -184,10 +184,10 @@ std::optional<std::string> CommandLine::read() {
     try {
         m_impl->app.parse(m_impl->markedWords());
     } catch (const CLI::ExtrasError& error) {
-        throw Misuse(m_impl->unknownOption().value_or(error.what()));
+        throw UsageError(m_impl->unknownOption().value_or(error.what()));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
-            throw Misuse(error.what());
+            throw UsageError(error.what());
         }
         std::ostringstream text;
         m_impl->app.exit(error, text, text);

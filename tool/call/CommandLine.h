@@ -31,7 +31,7 @@ public:
     Words take(const char* name, const char* help, const std::string& examples);
 
     /// Reads the words into what was declared. Returns the text of the help or the version where
-    /// they ask for one, and nothing else. Throws Misuse.
+    /// they ask for one, and nothing else. Throws UsageError.
     std::optional<std::string> read();
 
 private:

@@ -43,12 +43,12 @@ std::size_t byteCount(const std::string& text) {
     constexpr std::size_t mostDigits = 10;
     const std::string number = text.substr(0, digits);
     if (number.empty() || number.length() > mostDigits || (!unit.empty() && found == units.end())) {
-        throw Misuse("--max-line: no number of bytes: " + text);
+        throw UsageError("--max-line: no number of bytes: " + text);
     }
     const std::uint64_t bytes = std::stoull(number) << (unit.empty() ? 0 : found->second);
     constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
     if (bytes == 0 || bytes > most) {
-        throw Misuse("--max-line: must be from 1 to 2147483647: " + text);
+        throw UsageError("--max-line: must be from 1 to 2147483647: " + text);
     }
     return static_cast<std::size_t>(bytes);
 }
@@ -64,7 +64,7 @@ void addLayout(Words& words, SCall& call) {
     layout.options.closeEmpty = true;
     const auto indentBy = [&layout](std::string indent) {
         if (layout.isIndentAsked && layout.options.indent != indent) {
-            throw Misuse("--indent, --tab and --compact exclude each other");
+            throw UsageError("--indent, --tab and --compact exclude each other");
         }
         layout.options.indent = std::move(indent);
         layout.isAsked = layout.isIndentAsked = true;
@@ -151,21 +151,22 @@ void settleOptions(SCall& call) {
     const bool isInput =
         std::find(call.files.begin(), call.files.end(), k_standardInput) != call.files.end();
     if (call.isInPlace && isInput) {
-        throw Misuse("--in-place needs a file");
+        throw UsageError("--in-place needs a file");
     }
     if (call.isInPlace) {
         call.layout.isColored = false;
     }
     if (call.isRaw && call.layout.options.asciiOnly) {
-        throw Misuse("--raw writes strings as they are: --ascii does not go with it");
+        throw UsageError("--raw writes strings as they are: --ascii does not go with it");
     }
     if (call.lines.isOn && call.layout.isIndentAsked && !call.layout.options.indent.empty()) {
-        throw Misuse("--lines writes a value on one line: --indent and --tab do not go with it");
+        throw UsageError(
+            "--lines writes a value on one line: --indent and --tab do not go with it");
     }
     const EOnError onError = call.lines.onError;
     if (call.isInPlace && (onError == EOnError::skip || onError == EOnError::null) &&
         !call.lines.rejects) {
-        throw Misuse("the lines that fail would be lost: --rejects FILE keeps them");
+        throw UsageError("the lines that fail would be lost: --rejects FILE keeps them");
     }
     if (call.lines.isOn) {
         call.layout.options.indent.clear();

@@ -26,8 +26,8 @@ void addLines(Words& words, SCall& call);
 /// --json-errors
 void addErrors(Words& words, SCall& call);
 
-/// Looks at what only the options together tell, and settles what the options left open. Throws
-/// Misuse.
+/// Looks at what only the options together say, and settles what the options left open. Throws
+/// UsageError.
 void settleOptions(SCall& call);
 
 }  // namespace orvid_tool

@@ -28,7 +28,7 @@ public:
     virtual const char* examples() const = 0;
     /// Adds the words and options that the verb takes.
     virtual void addWords(Words& words, SCall& call) = 0;
-    /// Looks at the words before any document is read. Throws Misuse or Failure.
+    /// Looks at the words before any document is read. Throws UsageError or Failure.
     virtual void prepare(SCall& call);
     /// Does it. Failures that do not end the run are reported; the highest status is returned.
     virtual ExitStatus run(const SCall& call, const Report& report, Output& out) const = 0;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Words, what a verb takes after its name: the words and options are declared here, and filled in
-// when the call is read. The library that reads them is behind it, so that only CommandLine.cpp is
-// compiled with that.
+// when the call is read. The library that reads them is hidden by it, so that only CommandLine.cpp
+// is compiled with that.
 
 #pragma once
 
@@ -40,7 +40,7 @@ public:
                   const char* help);
     /// An option that may stand alone, and then means `--name=alone`. A value follows a `=`.
     Words& optional(const char* name, const char* alone, std::string& value, const char* help);
-    /// The same, with what becomes of the value, which throws Misuse for one that is wrong.
+    /// The same, with what becomes of the value, which throws UsageError for one that is wrong.
     Words& option(const char* names, const std::function<void(const std::string&)>& action,
                   const char* type, const char* help);
     /// An option that may be given several times.

@@ -86,7 +86,7 @@ void readForEdit(const SCall& call, Document& document) {
         document.kept.emplace(Dom::parse(document.text, editOptions(call)));
     } catch (const ParseException& error) {
         const std::size_t mark = ko::Orvid::text::markLength(document.text);
-        throw faultOf(document.place, document.text.substr(mark), error, !call.lines.isOn);
+        throw failureOf(document.place, document.text.substr(mark), error, !call.lines.isOn);
     }
     document.root = std::move(**document.kept);
 }

@@ -21,7 +21,7 @@ using ko::Orvid::PathGenerator;
 LastStep::LastStep(const std::string& path) : m_path(path) {
     const ValueSteps steps = stepsOf(path);
     if (steps.empty()) {
-        throw Misuse("the path must have a step");
+        throw UsageError("the path must have a step");
     }
     std::ostringstream holder;
     PathGenerator generator(holder);

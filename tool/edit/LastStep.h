@@ -12,7 +12,7 @@ namespace orvid_tool {
 
 class LastStep {
 public:
-    /// Throws Failure for a path that is malformed, Misuse for one without a step.
+    /// Throws Failure for a path that is malformed, UsageError for one without a step.
     explicit LastStep(const std::string& path);
 
     const std::string& path() const { return m_path; }

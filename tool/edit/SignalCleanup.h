@@ -29,7 +29,7 @@ private:
 };
 
 /// While one lives, these signals remove the file before they end the program. One that the program
-/// was told to ignore stays ignored. To be made under the SignalPause that the file is made under.
+/// was set to ignore stays ignored. To be made under the SignalPause that the file is made under.
 /// There may be k_most at a time.
 class RemovedBySignal {
 public:

@@ -25,7 +25,7 @@ using ko::Orvid::text::isWhitespace;
 using ko::Orvid::text::lookUp;
 
 /// The offset after the whitespace that begins there.
-std::size_t blanksEnd(std::string_view text, std::size_t offset) {
+std::size_t whitespaceEnd(std::string_view text, std::size_t offset) {
     while (offset < text.length() && isWhitespace(text[offset])) {
         ++offset;
     }
@@ -87,12 +87,12 @@ std::optional<SChild> childAt(std::string_view text, const ValueSteps& steps) {
     child.begin = steps.back().isKey ? keyBegin(text, value) : value;
     child.end = value + found->length();
     const std::size_t lead = blanksBegin(text, child.begin);
-    const std::size_t after = blanksEnd(text, child.end);
+    const std::size_t after = whitespaceEnd(text, child.end);
     child.hasBefore = text[lead - 1] == ',';
     child.hasAfter = text[after] == ',';
     const std::size_t tail = child.hasAfter ? after + 1 : child.end;
     child.lead = text.substr(lead, child.begin - lead);
-    child.tail = text.substr(tail, blanksEnd(text, tail) - tail);
+    child.tail = text.substr(tail, whitespaceEnd(text, tail) - tail);
     const bool isSpaced =
         (child.hasAfter && after != child.end) || (child.hasBefore && isWhitespace(text[lead - 2]));
     const bool isOdd = isSpaced || isMoreThanIndent(child.lead) || isMoreThanIndent(child.tail);

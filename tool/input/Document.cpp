@@ -54,8 +54,8 @@ ReadOptions wholeOptions() {
     return options;
 }
 
-Failure faultOf(const SPlace& place, std::string_view text, const ParseException& error,
-                bool isShown) {
+Failure failureOf(const SPlace& place, std::string_view text, const ParseException& error,
+                  bool isShown) {
     SPlace at = place;
     at.line = at.line == 0 ? numberOf(error.firstLine()) : at.line;
     at.column = numberOf(error.firstColumn());
@@ -78,7 +78,7 @@ void readTree(const SPlace& place, std::string_view text, Element& root, bool is
     try {
         parse(parser, root, document);
     } catch (const ParseException& error) {
-        throw faultOf(place, document, error, !isRecord);
+        throw failureOf(place, document, error, !isRecord);
     }
 }
 

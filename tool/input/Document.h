@@ -32,14 +32,14 @@ ko::Orvid::ReadOptions wholeOptions();
 /// Reads the text into `root`. It must hold one complete value, with comments and trailing commas
 /// where they are wanted, and around it nothing but whitespace, comments and a byte order mark;
 /// `isStrict` refuses all that ReadOptions::strict() does.
-/// Throws Failure as faultOf() makes it; a text that is a line of a longer one is not shown.
+/// Throws Failure as failureOf() makes it; a text that is a line of a longer one is not shown.
 void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root,
               bool isStrict = false);
 
 /// What the library says of a faulty text, with the place: `place` with the column and, unless it
 /// has one, the line. Where it is shown, the line of the text follows, with a caret.
-Failure faultOf(const SPlace& place, std::string_view text, const ko::Orvid::ParseException& error,
-                bool isShown);
+Failure failureOf(const SPlace& place, std::string_view text,
+                  const ko::Orvid::ParseException& error, bool isShown);
 
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.
 void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);

@@ -52,8 +52,8 @@ bool endsAsFile(const std::string& word) {
 void requireNoFile(const char* what, const std::string& word,
                    const std::vector<std::string>& files) {
     if (files.empty() && endsAsFile(word) && isFileThere(word)) {
-        throw Misuse(std::string(what) + " is missing before the file \"" + word +
-                     "\"; where that is the " + what + ", give - for standard input");
+        throw UsageError(std::string(what) + " is missing before the file \"" + word +
+                         "\"; where that is the " + what + ", give - for standard input");
     }
 }
 

@@ -27,7 +27,7 @@ bool isFileThere(const std::string& name);
 /// Whether the word ends as the names of JSON files do.
 bool endsAsFile(const std::string& word);
 
-/// Throws Misuse where no file is given and the word, which is to be `what`, names a JSON file.
+/// Throws UsageError where no file is given and the word, which is to be `what`, names a JSON file.
 void requireNoFile(const char* what, const std::string& word,
                    const std::vector<std::string>& files);
 

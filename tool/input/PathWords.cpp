@@ -49,8 +49,8 @@ SAssignment onlyAssignment(const std::vector<std::string>& words) {
         if (words.size() > 2 || !isFileThere(words[1])) {
             throw;
         }
-        throw Misuse("VALUE is missing before the file \"" + words[1] +
-                     "\"; for that text write string:" + words[1]);
+        throw UsageError("VALUE is missing before the file \"" + words[1] +
+                         "\"; for that text write string:" + words[1]);
     }
 }
 
@@ -58,13 +58,13 @@ SAssignment onlyAssignment(const std::vector<std::string>& words) {
 
 SAssignments assignmentsOf(const std::vector<std::string>& words) {
     if (words.empty()) {
-        throw Misuse("PATH is required");
+        throw UsageError("PATH is required");
     }
     SAssignments result;
     TWord word = words.begin();
     if (assignmentMark(*word) == std::string::npos) {
         if (words.size() == 1) {
-            throw Misuse("VALUE is required");
+            throw UsageError("VALUE is required");
         }
         result.all.push_back(onlyAssignment(words));
         word += 2;

@@ -21,7 +21,7 @@ namespace {
 
 using ko::Orvid::text::markLength;
 
-/// Two keys of the same hash are most likely one key twice. Which it is, a second reading tells.
+/// Two keys of the same hash are most likely one key twice. Which it is, a second reading says.
 class KeyWatcher : public ko::Orvid::KeySink {
 public:
     bool key(std::string_view text, ko::Orvid::TokenPlace /*place*/) {
@@ -66,13 +66,13 @@ bool isSurelyRight(const std::string& file, const ko::Orvid::ReadOptions& option
     while (input.readSome(piece, pieceSize) > 0) {
         const std::size_t mark = scanner.offset() == 0 ? markLength(piece.view()) : 0;
         scanner.scan(piece.view().substr(mark), keys);
-        if (scanner.fault() || keys.isAnyRepeated()) {
+        if (scanner.error() || keys.isAnyRepeated()) {
             return false;
         }
         piece.cut(0);
     }
     scanner.finish(keys);
-    return !scanner.fault() && !keys.isAnyRepeated();
+    return !scanner.error() && !keys.isAnyRepeated();
 }
 
 }  // namespace orvid_tool

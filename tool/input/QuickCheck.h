@@ -10,8 +10,8 @@
 
 namespace orvid_tool {
 
-/// Whether the file, or standard input for "-", is right as the options say, so far as can be told
-/// in one pass: true is certain, false means that it has to be read again, by those who can tell
+/// Whether the file, or standard input for "-", is right as the options say, so far as can be said
+/// in one pass: true is certain, false means that it has to be read again, by those who can say
 /// what is wrong. What cannot be read again, such as a pipe, is not touched. Memory is that of one
 /// piece, and eight bytes for each key of the objects that are open at once. Throws Failure where
 /// the file cannot be opened or read.

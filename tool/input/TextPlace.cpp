@@ -25,10 +25,10 @@ std::size_t commentEnd(std::string_view text, std::size_t offset) {
 
 }  // namespace
 
-std::size_t skipBlanks(std::string_view text, std::size_t offset) {
-    constexpr const char* blanks = " \t\r\n\v\f";
+std::size_t skipWhitespace(std::string_view text, std::size_t offset) {
+    constexpr const char* whitespace = " \t\r\n\v\f";
     while (true) {
-        const std::size_t word = text.find_first_not_of(blanks, offset);
+        const std::size_t word = text.find_first_not_of(whitespace, offset);
         if (word == std::string_view::npos) {
             return text.length();
         }

@@ -11,6 +11,6 @@ namespace orvid_tool {
 
 /// The offset of the first byte from `offset` on that belongs neither to whitespace nor to a closed
 /// comment; the text's length when there is none.
-std::size_t skipBlanks(std::string_view text, std::size_t offset);
+std::size_t skipWhitespace(std::string_view text, std::size_t offset);
 
 }  // namespace orvid_tool

@@ -79,8 +79,8 @@ ValueStream::ValueStream(Input& input, const SWanted& wanted, SReading reading)
 
 bool ValueStream::next() {
     while (m_next == m_sink.spans().size()) {
-        if (m_scanner->fault()) {
-            throw scanFailure(*m_scanner->fault());
+        if (m_scanner->error()) {
+            throw scanFailure(*m_scanner->error());
         }
         if (m_isCutOff) {
             throw scanFailure({{}, k_endsEarly, end() - m_root, 1});
@@ -121,11 +121,11 @@ bool ValueStream::advance() {
 bool ValueStream::advanceAtEnd() {
     m_isAtEnd = true;
     const std::string_view rest = from(std::max(m_root, m_start));
-    if (!m_reading.isOneRoot && !m_sink.isBegun() && skipBlanks(rest, 0) == rest.length()) {
+    if (!m_reading.isOneRoot && !m_sink.isBegun() && skipWhitespace(rest, 0) == rest.length()) {
         return false;
     }
     m_scanner->finish(m_sink);
-    m_isCutOff = !m_scanner->isComplete() && !m_scanner->fault();
+    m_isCutOff = !m_scanner->isComplete() && !m_scanner->error();
     return true;
 }
 
@@ -216,7 +216,7 @@ Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const 
 }
 
 /// The tree of what there is of the value knows the path of the fault.
-Failure ValueStream::scanFailure(const ko::Orvid::TextFault& fault) const {
+Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) const {
     const std::uint64_t open = m_sink.openOr(end());
     std::string path = pathOf(m_wanted.steps);
     if (open < end()) {

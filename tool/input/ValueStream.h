@@ -60,7 +60,7 @@ private:
     std::string itemPath(std::size_t index) const;
     Failure failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
                       const std::string& text) const;
-    Failure scanFailure(const ko::Orvid::TextFault& fault) const;
+    Failure scanFailure(const ko::Orvid::TextError& fault) const;
 
     Input& m_input;
     const SWanted m_wanted;

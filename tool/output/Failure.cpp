@@ -17,7 +17,7 @@ using ko::Orvid::EParseError;
 using ko::Orvid::ParseException;
 
 /// Empty for errors that say it themselves.
-const char* pathFault(const ParseException& error) {
+const char* pathProblem(const ParseException& error) {
     switch (error.code()) {
         case EParseError::pathTruncated:
             return "it ends where a key or an index is expected";
@@ -55,13 +55,13 @@ SPlace placeInWord(int column) {
 }
 
 Failure malformedPath(const std::string& path, const ParseException& error) {
-    const std::string fault = pathFault(error);
+    const std::string problem = pathProblem(error);
     // The last column is that of the character in error; the first may be that of its step.
     const int column = error.lastColumn();
     const ParseException at(error.message(), 1, column, 1, column);
     const bool hasPlace = error.code() != EParseError::pathNoIndex && column >= 0;
     return {ExitStatus::usage, hasPlace ? placeInWord(column) : SPlace(),
-            "path \"" + path + "\": " + (fault.empty() ? error.message() : fault) +
+            "path \"" + path + "\": " + (problem.empty() ? error.message() : problem) +
                 (error.code() == EParseError::pathNoIndex
                      ? "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") +
                            path + "'"

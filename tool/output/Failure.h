@@ -53,7 +53,7 @@ private:
 };
 
 /// The words of the call are wrong, which its help has more on.
-class Misuse : public std::runtime_error {
+class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };

@@ -35,7 +35,7 @@ void AssignmentVerb::prepare(SCall& call) {
 
 void AssignmentVerb::beginNew(SCall& call) {
     if (call.isInPlace || call.lines.isOn || !call.files.empty()) {
-        throw Misuse("--new reads nothing: files, --in-place and --lines do not go with it");
+        throw UsageError("--new reads nothing: files, --in-place and --lines do not go with it");
     }
     call.files.emplace_back("/dev/null");
     call.layout.isAsked = true;
@@ -55,7 +55,7 @@ void AssignmentVerb::read(const SCall& call, Document& document) const {
 
 void AssignmentVerb::prepareValue(SCall& call) {
     if (m_words.empty()) {
-        throw Misuse("VALUE is required");
+        throw UsageError("VALUE is required");
     }
     m_assignments.emplace_back();
     readValueWord(m_words.front(), m_assignments.back().value);

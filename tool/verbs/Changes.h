@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A JSON Patch told for people: what stands where it changes something, before and after.
+// A JSON Patch in words for people: what stands where it changes something, before and after.
 
 #pragma once
 

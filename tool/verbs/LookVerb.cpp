@@ -61,7 +61,7 @@ Failure LookVerb::failureAt(const Document& document, const Element& element,
 
 void LookVerb::apply(const SCall& call, Document& document, Bytes& out) const {
     const Element& root = document.root;
-    tell(call, document, m_path.get(root), out);
+    report(call, document, m_path.get(root), out);
 }
 
 }  // namespace orvid_tool

@@ -16,7 +16,7 @@ namespace orvid_tool {
 class LookVerb : public DocumentVerb {
 public:
     void addWords(Words& words, SCall& call) override;
-    /// Tells path and files apart.
+    /// Distinguishes path and files.
     void prepare(SCall& call) final;
 
 protected:
@@ -26,8 +26,8 @@ protected:
 
 private:
     /// Appends what is to be reported, with its newlines.
-    virtual void tell(const SCall& call, const Document& document, const ko::Orvid::Element& value,
-                      Bytes& out) const = 0;
+    virtual void report(const SCall& call, const Document& document,
+                        const ko::Orvid::Element& value, Bytes& out) const = 0;
     void apply(const SCall& call, Document& document, Bytes& out) const final;
 
     std::vector<std::string> m_words;

@@ -28,8 +28,8 @@ public:
 
     void addWords(Words& words, SCall& call) override {
         addFiles(words, call);
-        words.flag("--no-comments", m_isCommentFault, "treat comments as errors");
-        words.flag("-q,--quiet", m_isQuiet, "say nothing of faulty documents: the status tells");
+        words.flag("--no-comments", m_refusesComments, "treat comments as errors");
+        words.flag("-q,--quiet", m_isQuiet, "report nothing: only the exit status says");
         addLines(words, call);
     }
 
@@ -40,7 +40,7 @@ private:
 
     ReadOptions options() const {
         ReadOptions options = ReadOptions::strict();
-        options.allowComments = !m_isCommentFault;
+        options.allowComments = !m_refusesComments;
         return options;
     }
 
@@ -53,13 +53,13 @@ private:
             parser.feed(text);
             parser.finish();
         } catch (const ParseException& error) {
-            throw faultOf(document.place, text, error, !call.lines.isOn);
+            throw failureOf(document.place, text, error, !call.lines.isOn);
         }
     }
 
     void apply(const SCall& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
 
-    bool m_isCommentFault = false;
+    bool m_refusesComments = false;
     bool m_isQuiet = false;  ///< what the report does
 };
 

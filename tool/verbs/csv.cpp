@@ -136,7 +136,7 @@ public:
 
     void prepare(SCall& call) override {
         if (call.lines.isOn && m_words.empty()) {
-            throw Misuse("--lines needs the columns: name them with --field");
+            throw UsageError("--lines needs the columns: name them with --field");
         }
         m_columns.emplace(m_words);
     }

@@ -85,7 +85,7 @@ public:
 
     void prepare(SCall& call) override {
         if ((call.isInPlace || call.lines.isOn) && !m_isFilling) {
-            throw Misuse("--in-place and --lines need --fill");
+            throw UsageError("--in-place and --lines need --fill");
         }
         m_schema.load(call.schemaFile);
     }

@@ -41,7 +41,7 @@ public:
 
     void prepare(SCall& /*call*/) override {
         if (m_from == k_standardInput && m_to == k_standardInput) {
-            throw Misuse("FROM and TO cannot both be standard input");
+            throw UsageError("FROM and TO cannot both be standard input");
         }
     }
 

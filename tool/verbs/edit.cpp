@@ -146,7 +146,7 @@ public:
 
     void prepare(SCall& /*call*/) override {
         if (m_file == k_standardInput) {
-            throw Misuse("an editor needs a file, not standard input");
+            throw UsageError("an editor needs a file, not standard input");
         }
     }
 
@@ -211,7 +211,7 @@ private:
             ko::Orvid::Dom::parse(text,
                                   call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc());
         } catch (const ko::Orvid::ParseException& error) {
-            throw faultOf({m_file, 0, 0, {}}, text, error, true);
+            throw failureOf({m_file, 0, 0, {}}, text, error, true);
         }
     }
 

@@ -43,9 +43,9 @@ private:
         const std::size_t star = path.isPlain() ? path.word().find("[*]") : std::string::npos;
         if (star != std::string::npos && star + 3 < path.word().length() &&
             (star == 0 || path.word()[star - 1] != '\\')) {
-            throw Misuse("path \"" + path.word() +
-                         "\": [*] stands at the end only, for insert makes nothing on the way; "
-                         "set does");
+            throw UsageError("path \"" + path.word() +
+                             "\": [*] stands at the end only, for insert makes nothing on the way; "
+                             "set does");
         }
     }
 

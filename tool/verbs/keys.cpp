@@ -23,8 +23,8 @@ public:
     }
 
 private:
-    void tell(const SCall& call, const Document& document, const Element& value,
-              Bytes& out) const override {
+    void report(const SCall& call, const Document& document, const Element& value,
+                Bytes& out) const override {
         if (!value.isObject()) {
             throw failureAt(document, value, std::string(typePhrase(value)) + " has no keys");
         }

@@ -28,8 +28,8 @@ public:
     }
 
 private:
-    void tell(const SCall& /*call*/, const Document& document, const Element& value,
-              Bytes& out) const override {
+    void report(const SCall& /*call*/, const Document& document, const Element& value,
+                Bytes& out) const override {
         std::size_t length = value.size();
         if (value.isString()) {
             const std::string& text = value.string();

@@ -32,7 +32,7 @@ public:
             call.files.empty() ||
             std::find(call.files.begin(), call.files.end(), k_standardInput) != call.files.end();
         if (m_file == k_standardInput && isInputTaken) {
-            throw Misuse("PATCH and FILE cannot both be standard input");
+            throw UsageError("PATCH and FILE cannot both be standard input");
         }
         readFile(m_file, m_change);
     }

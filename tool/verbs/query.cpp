@@ -67,11 +67,11 @@ public:
 
     void prepare(SCall& call) override {
         if (m_isArray && (call.isRaw || m_form == EForm::count)) {
-            throw Misuse(std::string(call.isRaw ? "--raw" : "--count") +
-                         " and --array exclude each other");
+            throw UsageError(std::string(call.isRaw ? "--raw" : "--count") +
+                             " and --array exclude each other");
         }
         if (call.isRaw && m_form != EForm::values) {
-            throw Misuse("--raw is for values: --paths, --pointers and --count exclude it");
+            throw UsageError("--raw is for values: --paths, --pointers and --count exclude it");
         }
         m_query.emplace(queryOf(m_text));
         if (m_form == EForm::values && !m_isArray && m_query->isSingular()) {
@@ -107,7 +107,7 @@ private:
 
     void setForm(EForm form) {
         if (m_form != EForm::values) {
-            throw Misuse("--paths, --pointers and --count exclude each other");
+            throw UsageError("--paths, --pointers and --count exclude each other");
         }
         m_form = form;
     }

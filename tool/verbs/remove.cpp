@@ -61,12 +61,12 @@ public:
     void prepare(SCall& call) override {
         if (m_queryText) {
             if (!m_also.empty() || m_isMissingRight) {
-                throw Misuse(std::string(m_isMissingRight ? "--if-present" : "--also") +
-                             " goes with PATH only");
+                throw UsageError(std::string(m_isMissingRight ? "--if-present" : "--also") +
+                                 " goes with PATH only");
             }
             m_query.emplace(queryOf(*m_queryText));
         } else if (m_words.empty()) {
-            throw Misuse("PATH is required");
+            throw UsageError("PATH is required");
         } else {
             m_paths.emplace_back(m_words.front());
             for (const std::string& word : m_also) {

@@ -43,7 +43,8 @@ public:
 
     void prepare(SCall& call) override {
         if (m_queryText && (m_isOnlyForAbsent || isNew())) {
-            throw Misuse(std::string(isNew() ? "--new" : "--if-absent") + " goes with PATH only");
+            throw UsageError(std::string(isNew() ? "--new" : "--if-absent") +
+                             " goes with PATH only");
         }
         if (m_queryText) {
             prepareValue(call);

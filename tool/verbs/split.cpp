@@ -43,8 +43,8 @@ public:
 
     void prepare(SCall& call) override {
         if (m_isOfValues && (m_in || call.lines.isOn)) {
-            throw Misuse(std::string(m_in ? "--in" : "--lines") +
-                         " and --values exclude each other");
+            throw UsageError(std::string(m_in ? "--in" : "--lines") +
+                             " and --values exclude each other");
         }
         m_path = CallPath(m_in.value_or(""));
         prepareStream();

@@ -70,10 +70,10 @@ private:
             if (isTaken) {
                 throw Clash("there is a value already");
             }
-        } catch (const Clash& fault) {
-            throw Failure(ExitStatus::failed, place, fault.what());
-        } catch (const Failure& fault) {
-            throw Failure(ExitStatus::failed, place, fault.text());
+        } catch (const Clash& problem) {
+            throw Failure(ExitStatus::failed, place, problem.what());
+        } catch (const Failure& problem) {
+            throw Failure(ExitStatus::failed, place, problem.text());
         }
     }
 

@@ -17,7 +17,7 @@ namespace ko::Orvid {
 /// Every item has an empty key, the array's parent, and its position as index, except after a copy:
 /// the copies report index 0 until updateVector() or setParent() runs.
 template<class T>
-class KO_API Array : public IndexList<T>, public InNodeMemory {
+class KO_API Array : public IndexList<T>, public InSlabArena {
 public:
     using typename IndexList<T>::const_iterator;
     using typename IndexList<T>::iterator;

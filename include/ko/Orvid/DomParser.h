@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 #include <ko/export.h>
 #include <ko/Orvid/CallbackParser.h>
 #include <ko/Orvid/Exception.h>
@@ -155,7 +155,7 @@ private:
     void requireCurrent(const char* unexpected) const;
     [[noreturn]] void fail(const std::string& message) const;
 
-    NodeMemory m_nodes;  ///< of the trees that are read
+    SlabArena m_nodes;  ///< of the trees that are read
     std::unique_ptr<Reading> m_reading;
     std::unique_ptr<CallbackParser> m_parser;  ///< null while the events are not needed
     bool m_isUsed = false;                     ///< text was read since the last start

@@ -6,7 +6,7 @@
 
 #pragma once
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 #include <ko/Orvid/detail/NumberStore.h>
 #include <ko/Orvid/ValueOutOfRange.h>
 
@@ -38,7 +38,7 @@ inline constexpr bool k_isNarrowInteger<T, true> = sizeof(T) <= sizeof(long long
 /// of its text, exactly. A number that was set from a binary value has the value of the shortest
 /// decimal number that reads back as that one. type(), compare(), getValue() and the reads named
 /// after types go by the binary value.
-class KO_API Number : public InNodeMemory {
+class KO_API Number : public InSlabArena {
 public:
     /// The kind of the binary value.
     enum EBinaryType : int {

@@ -20,7 +20,7 @@ namespace ko::Orvid {
 ///
 /// Every value has its member's key, the object's parent and the index k_noIndex.
 template<class Key, class Value, class Compare>
-class KO_API Object : public ListMap<Key, Value, Compare>, public InNodeMemory {
+class KO_API Object : public ListMap<Key, Value, Compare>, public InSlabArena {
 public:
     using TBase = ListMap<Key, Value, Compare>;
     using typename TBase::iterator;

@@ -7,7 +7,7 @@
 
 #pragma once
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -146,7 +146,7 @@ public:
     }
 
 private:
-    static_assert(alignof(T) <= NodeMemory::k_alignment);
+    static_assert(alignof(T) <= SlabArena::k_alignment);
 
     /// Of a first run whose length is not known: most arrays are empty or shorter.
     static constexpr std::size_t k_firstLength = 2;
@@ -203,10 +203,10 @@ private:
     };
 
     static T* allocate(std::size_t count) {
-        return static_cast<T*>(NodeMemory::allocate(count * sizeof(T)));
+        return static_cast<T*>(SlabArena::allocate(count * sizeof(T)));
     }
     static void release(T* memory, std::size_t count) noexcept {
-        NodeMemory::release(memory, count * sizeof(T));
+        SlabArena::release(memory, count * sizeof(T));
     }
 
     static unsigned width(std::size_t number) noexcept {
@@ -281,7 +281,7 @@ private:
 
     void moveRuns(bool isWide) {
         const std::size_t room = isWide ? k_mostRuns : k_fewRuns;
-        auto** const runs = static_cast<T**>(NodeMemory::allocate(room * sizeof(T*)));
+        auto** const runs = static_cast<T**>(SlabArena::allocate(room * sizeof(T*)));
         std::copy_n(m_more.runs, m_shape.runs, runs);
         releaseRuns();
         m_more.runs = runs;
@@ -290,7 +290,7 @@ private:
 
     /// The array of runs, not these.
     void releaseRuns() noexcept {
-        NodeMemory::release(m_more.runs, roomForRuns() * sizeof(T*));
+        SlabArena::release(m_more.runs, roomForRuns() * sizeof(T*));
         m_more.runs = nullptr;
     }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Memory: a list of blocks from ::operator new, each behind a header with its links and its
+// Memory: a list of blocks from ::operator new, each after a header with its links and its
 // capacity.
 
 #include "text/yajl/Memory.h"
@@ -32,7 +32,7 @@ void* Memory::allocate(void* memory, std::size_t size) {
     void* const raw =
         size <= k_maxSize ? ::operator new(sizeof(Block) + size, std::nothrow) : nullptr;
     if (raw == nullptr) {
-        std::longjmp(*self.m_exit, 1);  // NOLINT(cert-err52-cpp): the header tells why
+        std::longjmp(*self.m_exit, 1);  // NOLINT(cert-err52-cpp): the header says why
     }
     Block* const block = new (raw) Block{nullptr, self.m_first, size};
     if (block->next != nullptr) {

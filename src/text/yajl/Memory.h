@@ -52,7 +52,7 @@ template<typename Call>
 void Memory::run(Call call) {
     std::jmp_buf exit;
     std::jmp_buf* const outer = std::exchange(m_exit, &exit);
-    if (setjmp(exit) != 0) {  // NOLINT(cert-err52-cpp): the class comment tells why
+    if (setjmp(exit) != 0) {  // NOLINT(cert-err52-cpp): the class comment says why
         m_exit = outer;
         throw std::bad_alloc();
     }

@@ -80,7 +80,7 @@ struct Reader::State {
     void move(yajl_status result);
     void follow();
     ReadStatus statusOf(yajl_status result) const;
-    std::string faultLine() const;
+    std::string numberErrorLine() const;
     std::string yajlText(bool verbose, const char* text, std::size_t length);
 
     static State& of(void* state) { return *static_cast<State*>(state); }
@@ -89,7 +89,7 @@ struct Reader::State {
     template<auto function, typename... Values>
     int forward(Values... values) noexcept;
     void noteValue() { isComplete = isComplete || depth == 0; }
-    void noteEnd(const void* end, std::size_t behind);
+    void noteEnd(const void* end, std::size_t after);
     int integer(const char* text, std::size_t length) noexcept;
     int real(const char* text, std::size_t length) noexcept;
     int overflow(const char* message, std::size_t length) noexcept;
@@ -116,9 +116,9 @@ struct Reader::State {
     bool isComplete = false;              // the top-level value has been delivered
     bool isOver = false;                  // complete or failed: position stays
     std::exception_ptr failure;           // thrown by a callback, not yet passed on
-    const char* fault = nullptr;          // the message of a number that does not fit
-    std::size_t faultLength = 0;          // the bytes of that number
-    std::size_t faultOffset = 0;          // of that number in the last piece, for the marker
+    const char* numberError = nullptr;    // the message of a number that does not fit
+    std::size_t numberErrorLength = 0;    // the bytes of that number
+    std::size_t numberErrorOffset = 0;    // of that number in the last piece, for the marker
     ReadStatus status = ReadStatus::insufficientData;
     std::uint64_t position = 0;
 };
@@ -178,10 +178,10 @@ yajl_status Reader::State::give(std::string_view text) {
 
 void Reader::State::move(yajl_status result) {
     const std::size_t consumed = yajl_get_bytes_consumed(handle);
-    faultOffset = consumed - std::min(consumed, faultLength);
+    numberErrorOffset = consumed - std::min(consumed, numberErrorLength);
     if (!isOver) {
         position += consumed;
-        position -= faultLength;
+        position -= numberErrorLength;
         isOver = isComplete || result != yajl_status_ok;
         follow();
     }
@@ -196,21 +196,23 @@ void Reader::State::follow() {
 
 // A text that YAJL has put together, of escapes or of pieces, lies elsewhere; asking YAJL each time
 // would be felt.
-void Reader::State::noteEnd(const void* end, std::size_t behind) {
+void Reader::State::noteEnd(const void* end, std::size_t after) {
     const std::size_t offset =
         reinterpret_cast<std::uintptr_t>(end) - reinterpret_cast<std::uintptr_t>(piece.data());
-    tokenEnd = offset < piece.size() ? offset + behind : yajl_get_bytes_consumed(handle);
+    tokenEnd = offset < piece.size() ? offset + after : yajl_get_bytes_consumed(handle);
 }
 
 ReadStatus Reader::State::statusOf(yajl_status result) const {
     if (result == yajl_status_ok) {
         return isComplete ? ReadStatus::ok : ReadStatus::insufficientData;
     }
-    const bool isCanceled = result == yajl_status_client_canceled && fault == nullptr;
+    const bool isCanceled = result == yajl_status_client_canceled && numberError == nullptr;
     return isCanceled ? ReadStatus::clientCanceled : ReadStatus::error;
 }
 
-std::string Reader::State::faultLine() const { return std::string("parse error: ") + fault + '\n'; }
+std::string Reader::State::numberErrorLine() const {
+    return std::string("parse error: ") + numberError + '\n';
+}
 
 std::string Reader::State::yajlText(bool verbose, const char* text, std::size_t length) {
     unsigned char* rendered = nullptr;
@@ -263,8 +265,8 @@ int Reader::State::real(const char* text, std::size_t length) noexcept {
 }
 
 int Reader::State::overflow(const char* message, std::size_t length) noexcept {
-    fault = message;
-    faultLength = length;
+    numberError = message;
+    numberErrorLength = length;
     return 0;
 }
 
@@ -337,13 +339,14 @@ std::string Reader::error(bool verbose, const char* text, std::size_t length,
     if (state.handle == nullptr) {
         return "parse error: out of memory\n";
     }
-    if (state.fault == nullptr && from == 0) {
+    if (state.numberError == nullptr && from == 0) {
         return state.yajlText(verbose, text, length);
     }
-    const std::string line =
-        state.fault != nullptr ? state.faultLine() : state.yajlText(false, text, length);
+    const std::string line = state.numberError != nullptr ? state.numberErrorLine()
+                                                          : state.yajlText(false, text, length);
     const std::size_t offset =
-        from + (state.fault != nullptr ? state.faultOffset : yajl_get_bytes_consumed(state.handle));
+        from + (state.numberError != nullptr ? state.numberErrorOffset
+                                             : yajl_get_bytes_consumed(state.handle));
     return verbose ? line + excerptOf(text, length, offset) : line;
 }
 

@@ -97,66 +97,67 @@ struct STestName {
 TYPED_TEST_SUITE(DecNumberToInteger, Integers, STestName);
 
 TYPED_TEST(DecNumberToInteger, takes_the_limits_and_nothing_beyond) {
-    EXPECT_EQ(TestFixture::Limits::max(), this->converted(this->max()));
-    EXPECT_EQ(TestFixture::Limits::min(), this->converted(this->min()));
+    EXPECT_EQ(this->converted(this->max()), TestFixture::Limits::max());
+    EXPECT_EQ(this->converted(this->min()), TestFixture::Limits::min());
     const std::string above = beyond(this->max());
     const std::string below = TestFixture::Limits::is_signed ? beyond(this->min()) : "-1";
-    EXPECT_EQ(this->outOfRange(above), this->failure(above));
-    EXPECT_EQ(this->outOfRange(below), this->failure(below));
-    EXPECT_EQ(this->outOfRange("-99999999999999999999"), this->failure("-99999999999999999999"));
-    EXPECT_EQ(this->outOfRange("18446744073709551616"), this->failure("18446744073709551616"));
+    EXPECT_EQ(this->failure(above), this->outOfRange(above));
+    EXPECT_EQ(this->failure(below), this->outOfRange(below));
+    EXPECT_EQ(this->failure("-99999999999999999999"), this->outOfRange("-99999999999999999999"));
+    EXPECT_EQ(this->failure("18446744073709551616"), this->outOfRange("18446744073709551616"));
 }
 
 TYPED_TEST(DecNumberToInteger, cuts_the_fraction_off_before_the_range_is_looked_at) {
-    EXPECT_EQ(TestFixture::Limits::max(),
-              this->converted(this->max() + ".9999999999999999999999999"));
-    EXPECT_EQ(TestFixture::Limits::min(),
-              this->converted((TestFixture::Limits::is_signed ? this->min() : "-0") + ".99999"));
-    EXPECT_EQ(TypeParam{0}, this->converted("-0.5"));
-    EXPECT_EQ(TypeParam{0}, this->converted("0.999"));
-    EXPECT_EQ(TypeParam{12}, this->converted("12.999"));
-    EXPECT_EQ(TypeParam{12}, this->converted("1299999999999999999999999999e-26"));
-    EXPECT_EQ(TypeParam{120}, this->converted("1.2e2"));
-    EXPECT_EQ(TypeParam{0}, this->converted("0"));
-    EXPECT_EQ(this->outOfRange(beyond(this->max()) + ".0"),
-              this->failure(beyond(this->max()) + ".0"));
+    EXPECT_EQ(this->converted(this->max() + ".9999999999999999999999999"),
+              TestFixture::Limits::max());
+    EXPECT_EQ(this->converted((TestFixture::Limits::is_signed ? this->min() : "-0") + ".99999"),
+              TestFixture::Limits::min());
+    EXPECT_EQ(this->converted("-0.5"), TypeParam{0});
+    EXPECT_EQ(this->converted("0.999"), TypeParam{0});
+    EXPECT_EQ(this->converted("12.999"), TypeParam{12});
+    EXPECT_EQ(this->converted("1299999999999999999999999999e-26"), TypeParam{12});
+    EXPECT_EQ(this->converted("1.2e2"), TypeParam{120});
+    EXPECT_EQ(this->converted("0"), TypeParam{0});
+    EXPECT_EQ(this->failure(beyond(this->max()) + ".0"),
+              this->outOfRange(beyond(this->max()) + ".0"));
 }
 
 TYPED_TEST(DecNumberToInteger, decides_huge_exponents_without_scaling) {
-    EXPECT_EQ(this->outOfRange("1e+1000000000000"), this->failure("1e1000000000000"));
-    EXPECT_EQ(this->outOfRange("-1e+9223372036854775807"), this->failure("-1e9223372036854775807"));
-    EXPECT_EQ(TypeParam{0}, this->converted("1e-1000000000000"));
-    EXPECT_EQ(TypeParam{0}, this->converted("-99e-9223372036854775808"));
-    EXPECT_EQ(TypeParam{0}, this->converted("0e9223372036854775807"));
+    EXPECT_EQ(this->failure("1e1000000000000"), this->outOfRange("1e+1000000000000"));
+    EXPECT_EQ(this->failure("-1e9223372036854775807"), this->outOfRange("-1e+9223372036854775807"));
+    EXPECT_EQ(this->converted("1e-1000000000000"), TypeParam{0});
+    EXPECT_EQ(this->converted("-99e-9223372036854775808"), TypeParam{0});
+    EXPECT_EQ(this->converted("0e9223372036854775807"), TypeParam{0});
 }
 
 TYPED_TEST(DecNumberToInteger, gives_back_random_values_of_the_type) {
     auto random = repeatable<std::mt19937_64>(5);
     for (int round = 0; round < 2000; ++round) {
         const auto value = static_cast<TypeParam>(random() >> random() % 64);
-        ASSERT_EQ(value, this->converted(std::to_string(value)));
-        ASSERT_EQ(value, this->converted(std::to_string(value) + "." + std::to_string(random())));
-        ASSERT_EQ(value, this->converted(std::to_string(value) + std::string(30, '0') + "e-30"));
+        ASSERT_EQ(this->converted(std::to_string(value)), value);
+        ASSERT_EQ(this->converted(std::to_string(value) + "." + std::to_string(random())), value);
+        ASSERT_EQ(this->converted(std::to_string(value) + std::string(30, '0') + "e-30"), value);
     }
 }
 
 TEST(DecNumber, is_zero_without_a_value) {
-    EXPECT_EQ(DecNumber(), DecNumber(0));
+    EXPECT_EQ(DecNumber(0), DecNumber());
     EXPECT_EQ(DecNumber().toString(), "0");
     EXPECT_EQ((DecNumber() + DecNumber(7)).toString(), "7");
 }
 
 TEST(DecNumber, converts_negative_integers_toward_zero) {
-    EXPECT_EQ(-12, static_cast<int>(DecNumber(std::string("-12.999"))));
-    EXPECT_EQ(-12, static_cast<char>(DecNumber(std::string("-12.999"))));
-    EXPECT_EQ(-12LL, static_cast<long long>(DecNumber(-12.999)));
-    EXPECT_EQ(255, static_cast<unsigned char>(DecNumber(std::string("255.9"))));
+    EXPECT_EQ(static_cast<int>(DecNumber(std::string("-12.999"))), -12);
+    EXPECT_EQ(static_cast<char>(DecNumber(std::string("-12.999"))), -12);
+    EXPECT_EQ(static_cast<long long>(DecNumber(-12.999)), -12LL);
+    EXPECT_EQ(static_cast<unsigned char>(DecNumber(std::string("255.9"))), 255);
 }
 
 TEST(DecNumber, shortens_a_long_number_that_is_out_of_range) {
     const DecNumber number(std::string(5000, '7'));
-    EXPECT_EQ("The number " + std::string(60, '7') + "... (5000 bytes) is out of the range of int.",
-              messageOf([&] { static_cast<void>(static_cast<int>(number)); }));
+    EXPECT_EQ(
+        messageOf([&] { static_cast<void>(static_cast<int>(number)); }),
+        "The number " + std::string(60, '7') + "... (5000 bytes) is out of the range of int.");
 }
 
 double toDouble(const std::string& text) { return static_cast<double>(DecNumber(text)); }
@@ -191,11 +192,11 @@ bool hasEvenMantissa(Float value) {
 template<class Float, class Read>
 void expectRoundedBetween(Float low, Float high, long double middle, Read read) {
     const std::string tie = exact(middle);
-    ASSERT_EQ(hasEvenMantissa(low) ? low : high, read(tie)) << tie;
-    ASSERT_EQ(high, read(aLittleMore(tie))) << tie;
-    ASSERT_EQ(low, read(aLittleLess(tie))) << tie;
-    ASSERT_EQ(-high, read("-" + aLittleMore(tie))) << tie;
-    ASSERT_EQ(low, read(exact(low))) << tie;
+    ASSERT_EQ(read(tie), hasEvenMantissa(low) ? low : high) << tie;
+    ASSERT_EQ(read(aLittleMore(tie)), high) << tie;
+    ASSERT_EQ(read(aLittleLess(tie)), low) << tie;
+    ASSERT_EQ(read("-" + aLittleMore(tie)), -high) << tie;
+    ASSERT_EQ(read(exact(low)), low) << tie;
 }
 
 TEST(DecNumber, rounds_to_the_nearest_double) {
@@ -226,52 +227,52 @@ TEST(DecNumber, rounds_to_the_nearest_float) {
 
 TEST(DecNumber, rounds_a_product_of_more_bits_only_once) {
     // Rounded to 64 bits first, the product falls on the middle between two doubles.
-    EXPECT_EQ(0x1.05ee69bc7b107p+119, toDouble("6800125354261403e20"));
+    EXPECT_EQ(toDouble("6800125354261403e20"), 0x1.05ee69bc7b107p+119);
 }
 
 TEST(DecNumber, takes_the_limits_of_the_floating_types_and_nothing_beyond) {
-    EXPECT_EQ(DBL_MAX, toDouble(exact(DBL_MAX)));
-    EXPECT_EQ(-DBL_MAX, toDouble(exact(-DBL_MAX)));
-    EXPECT_EQ(FLT_MAX, toFloat(exact(FLT_MAX)));
+    EXPECT_EQ(toDouble(exact(DBL_MAX)), DBL_MAX);
+    EXPECT_EQ(toDouble(exact(-DBL_MAX)), -DBL_MAX);
+    EXPECT_EQ(toFloat(exact(FLT_MAX)), FLT_MAX);
     // Half a unit above the largest double is where rounding reaches the infinity.
     const std::string doubleEdge = exact(static_cast<long double>(DBL_MAX) + std::ldexp(1.0L, 970));
-    EXPECT_EQ(DBL_MAX, toDouble(aLittleLess(doubleEdge)));
+    EXPECT_EQ(toDouble(aLittleLess(doubleEdge)), DBL_MAX);
     EXPECT_THROW(toDouble(doubleEdge), ko::RuntimeError);
     EXPECT_THROW(toDouble("-" + doubleEdge), ko::RuntimeError);
     const std::string floatEdge = exact(static_cast<long double>(FLT_MAX) + std::ldexp(1.0L, 103));
-    EXPECT_EQ(FLT_MAX, toFloat(aLittleLess(floatEdge)));
+    EXPECT_EQ(toFloat(aLittleLess(floatEdge)), FLT_MAX);
     EXPECT_THROW(toFloat(floatEdge), ko::RuntimeError);
-    EXPECT_EQ("The number 1e+309 is out of the range of double.",
-              messageOf([] { toDouble("1e309"); }));
-    EXPECT_EQ("The number -1e+39 is out of the range of float.",
-              messageOf([] { toFloat("-1e39"); }));
+    EXPECT_EQ(messageOf([] { toDouble("1e309"); }),
+              "The number 1e+309 is out of the range of double.");
+    EXPECT_EQ(messageOf([] { toFloat("-1e39"); }),
+              "The number -1e+39 is out of the range of float.");
 }
 
 TEST(DecNumber, underflows_to_the_nearest_denormal_or_zero) {
-    EXPECT_EQ(DBL_TRUE_MIN, toDouble("5e-324"));
-    EXPECT_EQ(DBL_TRUE_MIN, toDouble("2.5e-324"));
-    EXPECT_EQ(0.0, toDouble("2.4e-324"));
-    EXPECT_EQ(-DBL_TRUE_MIN, toDouble("-2.5e-324"));
-    EXPECT_EQ(FLT_TRUE_MIN, toFloat("1e-45"));
-    EXPECT_EQ(0.0F, toFloat("7e-46"));
-    EXPECT_EQ(0.0, toDouble("1e-1000000000000"));
-    EXPECT_EQ(0.0, toDouble("-1e-9223372036854775808"));
-    EXPECT_EQ(0.0F, toFloat("123e-9223372036854775808"));
-    EXPECT_EQ(0.0, toDouble("0e9223372036854775807"));
+    EXPECT_EQ(toDouble("5e-324"), DBL_TRUE_MIN);
+    EXPECT_EQ(toDouble("2.5e-324"), DBL_TRUE_MIN);
+    EXPECT_EQ(toDouble("2.4e-324"), 0.0);
+    EXPECT_EQ(toDouble("-2.5e-324"), -DBL_TRUE_MIN);
+    EXPECT_EQ(toFloat("1e-45"), FLT_TRUE_MIN);
+    EXPECT_EQ(toFloat("7e-46"), 0.0F);
+    EXPECT_EQ(toDouble("1e-1000000000000"), 0.0);
+    EXPECT_EQ(toDouble("-1e-9223372036854775808"), 0.0);
+    EXPECT_EQ(toFloat("123e-9223372036854775808"), 0.0F);
+    EXPECT_EQ(toDouble("0e9223372036854775807"), 0.0);
 }
 
 TEST(DecNumber, decides_huge_exponents_of_floating_types_without_scaling) {
-    EXPECT_EQ("The number 1e+1000000000000 is out of the range of double.",
-              messageOf([] { toDouble("1e1000000000000"); }));
-    EXPECT_EQ("The number -1.23e+9223372036854775809 is out of the range of float.",
-              messageOf([] { toFloat("-123e9223372036854775807"); }));
+    EXPECT_EQ(messageOf([] { toDouble("1e1000000000000"); }),
+              "The number 1e+1000000000000 is out of the range of double.");
+    EXPECT_EQ(messageOf([] { toFloat("-123e9223372036854775807"); }),
+              "The number -1.23e+9223372036854775809 is out of the range of float.");
 }
 
 TEST(DecNumber, converts_long_digits_with_a_long_exponent_to_floating_types) {
     const std::string digits = "15" + std::string(100000, '0') + "1";
-    EXPECT_EQ(1.5, toDouble(digits + "e-100002"));
-    EXPECT_EQ(1.5e300, toDouble(digits + "e-99702"));
-    EXPECT_EQ(1.5F, toFloat("0." + std::string(100000, '0') + "15e100001"));
+    EXPECT_EQ(toDouble(digits + "e-100002"), 1.5);
+    EXPECT_EQ(toDouble(digits + "e-99702"), 1.5e300);
+    EXPECT_EQ(toFloat("0." + std::string(100000, '0') + "15e100001"), 1.5F);
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ TEST(DecNumber, reads_every_form_it_documents) {
         {"1e-0", "1"},        {"12345678901234567890123", "12345678901234567890123"},
     };
     for (const auto& [text, expected] : samples) {
-        EXPECT_EQ(expected, rewritten(text)) << text;
+        EXPECT_EQ(rewritten(text), expected) << text;
     }
 }
 
@@ -81,46 +81,46 @@ TEST(DecNumber, rejects_text_that_is_no_decimal_number_and_shows_it) {
     for (const std::string& text : samples) {
         EXPECT_THROW(DecNumber number(text), ko::RuntimeError) << '"' << text << '"';
     }
-    EXPECT_EQ("Not a decimal number: \"\"", readError(""));
-    EXPECT_EQ("Not a decimal number: \"abc\"", readError("abc"));
-    EXPECT_EQ("Not a decimal number: \"1\\x0A\"", readError("1\n"));
-    EXPECT_EQ("Not a decimal number: \"1\\x1F \\x7F\"", readError("1\x1F \x7F"));
+    EXPECT_EQ(readError(""), "Not a decimal number: \"\"");
+    EXPECT_EQ(readError("abc"), "Not a decimal number: \"abc\"");
+    EXPECT_EQ(readError("1\n"), "Not a decimal number: \"1\\x0A\"");
+    EXPECT_EQ(readError("1\x1F \x7F"), "Not a decimal number: \"1\\x1F \\x7F\"");
 }
 
 TEST(DecNumber, rejects_an_embedded_nul) {
-    EXPECT_EQ("Not a decimal number: \"1\\x00x\"", readError(std::string("1\0x", 3)));
-    EXPECT_EQ("Not a decimal number: \"12\\x00\"", readError(std::string("12\0", 3)));
-    EXPECT_EQ("Not a decimal number: \"1e5\\x00\"", readError(std::string("1e5\0", 4)));
+    EXPECT_EQ(readError(std::string("1\0x", 3)), "Not a decimal number: \"1\\x00x\"");
+    EXPECT_EQ(readError(std::string("12\0", 3)), "Not a decimal number: \"12\\x00\"");
+    EXPECT_EQ(readError(std::string("1e5\0", 4)), "Not a decimal number: \"1e5\\x00\"");
 }
 
 TEST(DecNumber, shortens_a_long_text_in_its_message) {
     const std::string sixty(60, 'x');
-    EXPECT_EQ("Not a decimal number: \"" + sixty + "\"", readError(sixty));
-    EXPECT_EQ("Not a decimal number: \"" + sixty + "... (61 bytes)\"", readError(sixty + "y"));
-    EXPECT_EQ("Not a decimal number: \"" + sixty + "... (1000000 bytes)\"",
-              readError(std::string(1000000, 'x')));
+    EXPECT_EQ(readError(sixty), "Not a decimal number: \"" + sixty + "\"");
+    EXPECT_EQ(readError(sixty + "y"), "Not a decimal number: \"" + sixty + "... (61 bytes)\"");
+    EXPECT_EQ(readError(std::string(1000000, 'x')),
+              "Not a decimal number: \"" + sixty + "... (1000000 bytes)\"");
 }
 
 TEST(DecNumber, shortens_a_long_text_between_two_characters) {
     const std::string text = std::string(59, 'x') + "\xC3\xA4 and so on";
-    EXPECT_EQ("Not a decimal number: \"" + std::string(59, 'x') + "... (71 bytes)\"",
-              readError(text));
+    EXPECT_EQ(readError(text),
+              "Not a decimal number: \"" + std::string(59, 'x') + "... (71 bytes)\"");
 }
 
 TEST(DecNumber, reads_exponents_up_to_64_bits) {
-    EXPECT_EQ("1e+9223372036854775807", rewritten("1e9223372036854775807"));
-    EXPECT_EQ("1e-9223372036854775808", rewritten("1e-9223372036854775808"));
-    EXPECT_EQ("1.2e+9223372036854775808", rewritten("12e9223372036854775807"));
-    EXPECT_EQ("1.2e+9223372036854775808", rewritten("1.2e9223372036854775808"));
-    EXPECT_EQ("1.2e-9223372036854775807", rewritten("12e-9223372036854775808"));
-    EXPECT_EQ("1.2e-9223372036854775807", rewritten("1.2e-9223372036854775807"));
-    EXPECT_EQ("1e+9223372036854775807",
-              rewritten("1e" + std::string(1000, '0') + "9223372036854775807"));
+    EXPECT_EQ(rewritten("1e9223372036854775807"), "1e+9223372036854775807");
+    EXPECT_EQ(rewritten("1e-9223372036854775808"), "1e-9223372036854775808");
+    EXPECT_EQ(rewritten("12e9223372036854775807"), "1.2e+9223372036854775808");
+    EXPECT_EQ(rewritten("1.2e9223372036854775808"), "1.2e+9223372036854775808");
+    EXPECT_EQ(rewritten("12e-9223372036854775808"), "1.2e-9223372036854775807");
+    EXPECT_EQ(rewritten("1.2e-9223372036854775807"), "1.2e-9223372036854775807");
+    EXPECT_EQ(rewritten("1e" + std::string(1000, '0') + "9223372036854775807"),
+              "1e+9223372036854775807");
 }
 
 TEST(DecNumber, rejects_an_exponent_beyond_64_bits) {
-    EXPECT_EQ("The exponent does not fit 64 bits: \"1e9223372036854775808\"",
-              readError("1e9223372036854775808"));
+    EXPECT_EQ(readError("1e9223372036854775808"),
+              "The exponent does not fit 64 bits: \"1e9223372036854775808\"");
     for (const char* text :
          {"1e-9223372036854775809", "1.0e-9223372036854775808", "0.1e-9223372036854775808",
           "1.5e9223372036854775809", "1e18446744073709551615", "1e18446744073709551616",
@@ -132,9 +132,9 @@ TEST(DecNumber, rejects_an_exponent_beyond_64_bits) {
 }
 
 TEST(DecNumber, takes_zero_with_any_exponent) {
-    EXPECT_EQ("0", rewritten("0e99999999999999999999999999"));
-    EXPECT_EQ("0", rewritten("-0.00e-99999999999999999999999999"));
-    EXPECT_EQ(0, compared("0e9223372036854775807", "0e-99999999999999999999"));
+    EXPECT_EQ(rewritten("0e99999999999999999999999999"), "0");
+    EXPECT_EQ(rewritten("-0.00e-99999999999999999999999999"), "0");
+    EXPECT_EQ(compared("0e9223372036854775807", "0e-99999999999999999999"), 0);
 }
 
 TEST(DecNumber, reads_very_long_text_exactly) {
@@ -142,14 +142,14 @@ TEST(DecNumber, reads_very_long_text_exactly) {
     for (int i = 0; i < 200000; ++i) {
         digits += static_cast<char>('1' + i % 97 * (i % 89) % 9);
     }
-    EXPECT_EQ(digits, rewritten(digits));
-    EXPECT_EQ("-" + digits + "." + digits, rewritten("-" + digits + "." + digits));
+    EXPECT_EQ(rewritten(digits), digits);
+    EXPECT_EQ(rewritten("-" + digits + "." + digits), "-" + digits + "." + digits);
     const std::string zeros(200000, '0');
-    EXPECT_EQ("1" + zeros, rewritten(zeros + "1" + zeros));
-    EXPECT_EQ(0, compared("1" + zeros, "1e200000"));
-    EXPECT_EQ(0, compared("0." + zeros + "1", "1e-200001"));
-    EXPECT_EQ(0, compared("1." + zeros, "1"));
-    EXPECT_EQ(1, compared("1." + zeros + "1", "1"));
+    EXPECT_EQ(rewritten(zeros + "1" + zeros), "1" + zeros);
+    EXPECT_EQ(compared("1" + zeros, "1e200000"), 0);
+    EXPECT_EQ(compared("0." + zeros + "1", "1e-200001"), 0);
+    EXPECT_EQ(compared("1." + zeros, "1"), 0);
+    EXPECT_EQ(compared("1." + zeros + "1", "1"), 1);
 }
 
 TEST(DecNumber, is_built_exactly_from_integers) {
@@ -157,38 +157,38 @@ TEST(DecNumber, is_built_exactly_from_integers) {
     for (const long long value : {0LL, 1LL, -1LL, 9LL, 10LL, -10LL, 99LL, 100LL, 4294967295LL,
                                   4294967296LL, -4294967296LL, 2147483648LL, 999999999999999999LL,
                                   1000000000000000000LL, Signed::max(), Signed::min()}) {
-        EXPECT_EQ(std::to_string(value), written(DecNumber(value)));
-        EXPECT_EQ(0, DecNumber(value).compare(DecNumber(std::to_string(value))));
+        EXPECT_EQ(written(DecNumber(value)), std::to_string(value));
+        EXPECT_EQ(DecNumber(value).compare(DecNumber(std::to_string(value))), 0);
     }
     for (const unsigned long long value :
          {0ULL, 4294967296ULL, 9223372036854775808ULL, 10000000000000000000ULL,
           std::numeric_limits<unsigned long long>::max()}) {
-        EXPECT_EQ(std::to_string(value), written(DecNumber(value)));
-        EXPECT_EQ(0, DecNumber(value).compare(DecNumber(std::to_string(value))));
+        EXPECT_EQ(written(DecNumber(value)), std::to_string(value));
+        EXPECT_EQ(DecNumber(value).compare(DecNumber(std::to_string(value))), 0);
     }
 }
 
 TEST(DecNumber, is_built_exactly_from_doubles) {
-    EXPECT_EQ("0", written(DecNumber(0.0)));
-    EXPECT_EQ("0", written(DecNumber(-0.0)));
-    EXPECT_EQ("1.5", written(DecNumber(1.5)));
-    EXPECT_EQ("-0.375", written(DecNumber(-0.375)));
-    EXPECT_EQ("3", written(DecNumber(3.0)));
-    EXPECT_EQ("9007199254740992", written(DecNumber(9007199254740992.0)));
-    EXPECT_EQ("10000000000000000000000", written(DecNumber(1e22)));
-    EXPECT_EQ("0.1000000000000000055511151231257827021181583404541015625", written(DecNumber(0.1)));
+    EXPECT_EQ(written(DecNumber(0.0)), "0");
+    EXPECT_EQ(written(DecNumber(-0.0)), "0");
+    EXPECT_EQ(written(DecNumber(1.5)), "1.5");
+    EXPECT_EQ(written(DecNumber(-0.375)), "-0.375");
+    EXPECT_EQ(written(DecNumber(3.0)), "3");
+    EXPECT_EQ(written(DecNumber(9007199254740992.0)), "9007199254740992");
+    EXPECT_EQ(written(DecNumber(1e22)), "10000000000000000000000");
+    EXPECT_EQ(written(DecNumber(0.1)), "0.1000000000000000055511151231257827021181583404541015625");
     for (const double value : {DBL_MAX, -DBL_MAX, DBL_MIN, DBL_TRUE_MIN, -DBL_TRUE_MIN,
                                DBL_MIN - DBL_TRUE_MIN, DBL_EPSILON, 1 + DBL_EPSILON, 1e308}) {
-        EXPECT_EQ(0, DecNumber(value).compare(DecNumber(exact(value)))) << value;
+        EXPECT_EQ(DecNumber(value).compare(DecNumber(exact(value))), 0) << value;
     }
 }
 
 TEST(DecNumber, is_not_built_from_nan_and_infinities) {
     using Limits = std::numeric_limits<double>;
-    EXPECT_EQ("Not a finite number: nan", messageOf([] { DecNumber number(Limits::quiet_NaN()); }));
-    EXPECT_EQ("Not a finite number: inf", messageOf([] { DecNumber number(Limits::infinity()); }));
-    EXPECT_EQ("Not a finite number: -inf",
-              messageOf([] { DecNumber number(-Limits::infinity()); }));
+    EXPECT_EQ(messageOf([] { DecNumber number(Limits::quiet_NaN()); }), "Not a finite number: nan");
+    EXPECT_EQ(messageOf([] { DecNumber number(Limits::infinity()); }), "Not a finite number: inf");
+    EXPECT_EQ(messageOf([] { DecNumber number(-Limits::infinity()); }),
+              "Not a finite number: -inf");
 }
 
 TEST(DecNumber, copies_are_independent) {
@@ -197,13 +197,13 @@ TEST(DecNumber, copies_are_independent) {
     DecNumber assigned(7LL);
     assigned = *original;
     *original = DecNumber(8LL);
-    EXPECT_EQ("8", written(*original));
+    EXPECT_EQ(written(*original), "8");
     original.reset();
-    EXPECT_EQ("1.25", written(copy));
-    EXPECT_EQ("1.25", written(assigned));
+    EXPECT_EQ(written(copy), "1.25");
+    EXPECT_EQ(written(assigned), "1.25");
     const DecNumber& same = copy;
     copy = same;
-    EXPECT_EQ("1.25", written(copy));
+    EXPECT_EQ(written(copy), "1.25");
 }
 
 /// Groups of equal numbers, in ascending order.
@@ -256,7 +256,7 @@ TEST(DecNumber, compares_all_pairs_of_a_table_in_its_order) {
             const int expected = (left > right) - (left < right);
             for (const std::string& leftText : groups[left]) {
                 for (const std::string& rightText : groups[right]) {
-                    EXPECT_EQ(expected, compared(leftText, rightText))
+                    EXPECT_EQ(compared(leftText, rightText), expected)
                         << leftText << " against " << rightText;
                 }
             }
@@ -267,13 +267,13 @@ TEST(DecNumber, compares_all_pairs_of_a_table_in_its_order) {
 TEST(DecNumber, compares_huge_exponents_without_scaling) {
     // Scaling would need a billion digits and more, which no machine of the tests has the memory
     // for.
-    EXPECT_EQ(1, compared("1e1000000000000", "1e-1000000000000"));
-    EXPECT_EQ(1, compared("1e9223372036854775807", "1e-9223372036854775808"));
-    EXPECT_EQ(-1, compared("1e-9223372036854775808", "1e9223372036854775807"));
-    EXPECT_EQ(-1, compared("-1e9223372036854775807", "-1e-9223372036854775808"));
-    EXPECT_EQ(1, compared("1e9223372036854775807", "1"));
-    EXPECT_EQ(-1, compared("-1e9223372036854775807", "1e9223372036854775807"));
-    EXPECT_EQ(1, compared("-1e-9223372036854775808", "-1"));
+    EXPECT_EQ(compared("1e1000000000000", "1e-1000000000000"), 1);
+    EXPECT_EQ(compared("1e9223372036854775807", "1e-9223372036854775808"), 1);
+    EXPECT_EQ(compared("1e-9223372036854775808", "1e9223372036854775807"), -1);
+    EXPECT_EQ(compared("-1e9223372036854775807", "-1e-9223372036854775808"), -1);
+    EXPECT_EQ(compared("1e9223372036854775807", "1"), 1);
+    EXPECT_EQ(compared("-1e9223372036854775807", "1e9223372036854775807"), -1);
+    EXPECT_EQ(compared("-1e-9223372036854775808", "-1"), 1);
 }
 
 /// A decimal as a child writes it: sign, digits, power of ten of the last digit.
@@ -343,8 +343,8 @@ TEST(DecNumber, compares_random_numbers_as_schoolbook_arithmetic_does) {
         const std::string other = right.text(random);
         const int expected = comparedBySchoolbook(left, right);
         equal += expected == 0;
-        ASSERT_EQ(expected, compared(one, other)) << one << " against " << other;
-        ASSERT_EQ(-expected, compared(other, one)) << other << " against " << one;
+        ASSERT_EQ(compared(one, other), expected) << one << " against " << other;
+        ASSERT_EQ(compared(other, one), -expected) << other << " against " << one;
     }
     EXPECT_GT(equal, 100);
 }
@@ -356,8 +356,8 @@ TEST(DecNumber, compares_random_doubles_as_the_processor_does) {
         const double right = round % 2 == 0 ? randomDouble(random)
                                             : std::nextafter(left, round % 4 == 1 ? HUGE_VAL : 0.0);
         if (std::isfinite(right)) {
-            ASSERT_EQ((left > right) - (left < right),
-                      signOf(DecNumber(left).compare(DecNumber(right))))
+            ASSERT_EQ(signOf(DecNumber(left).compare(DecNumber(right))),
+                      (left > right) - (left < right))
                 << exact(left) << " against " << exact(right);
         }
     }
@@ -367,8 +367,8 @@ TEST(DecNumber, takes_random_doubles_as_exactly_as_printf_writes_them) {
     auto random = repeatable<std::mt19937_64>(3);
     for (int round = 0; round < 500; ++round) {
         const double value = randomDouble(random);
-        ASSERT_EQ(0, DecNumber(value).compare(DecNumber(exact(value)))) << exact(value);
-        ASSERT_EQ(value, static_cast<double>(DecNumber(value)));
+        ASSERT_EQ(DecNumber(value).compare(DecNumber(exact(value))), 0) << exact(value);
+        ASSERT_EQ(static_cast<double>(DecNumber(value)), value);
     }
 }
 
@@ -397,16 +397,16 @@ TEST(DecNumber, writes_plain_or_with_an_exponent_by_one_rule) {
         {"-1.5e-1000000000", "-1.5e-1000000000"},
     };
     for (const auto& [text, expected] : samples) {
-        EXPECT_EQ(expected, rewritten(text)) << text;
+        EXPECT_EQ(rewritten(text), expected) << text;
     }
 }
 
 TEST(DecNumber, writes_an_integer_of_any_length_as_it_was_read) {
     for (const std::size_t length : {18U, 19U, 20U, 30U, 1000U}) {
         const std::string nines(length, '9');
-        EXPECT_EQ(nines, rewritten(nines));
-        EXPECT_EQ("-" + nines, rewritten("-" + nines));
-        EXPECT_EQ("1" + std::string(length, '0'), rewritten("1" + std::string(length, '0')));
+        EXPECT_EQ(rewritten(nines), nines);
+        EXPECT_EQ(rewritten("-" + nines), "-" + nines);
+        EXPECT_EQ(rewritten("1" + std::string(length, '0')), "1" + std::string(length, '0'));
     }
 }
 
@@ -448,8 +448,8 @@ TEST(DecNumber, writes_a_json_number_that_reads_back_equal) {
         const DecNumber number(text);
         const std::string again = written(number);
         ASSERT_TRUE(isJsonNumber(again)) << text << " gave " << again;
-        ASSERT_EQ(0, number.compare(DecNumber(again))) << text << " gave " << again;
-        ASSERT_EQ(again, rewritten(again)) << text;
+        ASSERT_EQ(number.compare(DecNumber(again)), 0) << text << " gave " << again;
+        ASSERT_EQ(rewritten(again), again) << text;
         ASSERT_LE(again.length(), text.length() + 30) << text << " gave " << again;
     }
 }
@@ -459,9 +459,9 @@ TEST(DecNumber, writes_the_same_whatever_the_state_of_the_stream) {
     out << std::hex << std::showpos << std::showpoint;
     out.width(20);
     out.fill('*');
-    EXPECT_EQ(&out, &DecNumber(255LL).writeTo(out));
+    EXPECT_EQ(&DecNumber(255LL).writeTo(out), &out);
     DecNumber(std::string("1e300")).writeTo(out);
-    EXPECT_EQ("2551e+300", out.str());
+    EXPECT_EQ(out.str(), "2551e+300");
 }
 
 TEST(DecNumber, is_made_of_every_integer_type) {

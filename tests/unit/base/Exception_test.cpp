@@ -52,39 +52,39 @@ public:
 
 TEST(Exception, shows_its_message) {
     const ko::Exception error("out of paper");
-    EXPECT_STREQ("out of paper", error.what());
+    EXPECT_STREQ(error.what(), "out of paper");
 }
 
 TEST(Exception, shows_an_empty_message) {
     const ko::Exception error("");
-    EXPECT_STREQ("", error.what());
+    EXPECT_STREQ(error.what(), "");
 }
 
 TEST(Exception, adds_the_text_of_its_cause) {
     const ko::Exception cause("no printer");
     const ko::Exception error("out of paper", &cause);
-    EXPECT_STREQ("out of paper Cause: no printer", error.what());
+    EXPECT_STREQ(error.what(), "out of paper Cause: no printer");
 }
 
 TEST(Exception, adds_the_texts_of_a_chain_of_causes) {
     const ko::Exception first("one");
     const ko::Exception second("two", &first);
     const ko::RuntimeError third("three", &second);
-    EXPECT_STREQ("three Cause: two Cause: one", third.what());
+    EXPECT_STREQ(third.what(), "three Cause: two Cause: one");
 }
 
 TEST(Exception, shows_what_the_most_derived_class_generates) {
     const NumberedError error(7);
     const ko::Exception& base = error;
     const std::exception& root = error;
-    EXPECT_STREQ("#7 base text", base.what());
-    EXPECT_STREQ("#7 base text", root.what());
+    EXPECT_STREQ(base.what(), "#7 base text");
+    EXPECT_STREQ(root.what(), "#7 base text");
 }
 
 TEST(Exception, keeps_the_type_of_its_cause) {
     const NumberedError cause(3);
     const ko::Exception error("failed", &cause);
-    EXPECT_STREQ("failed Cause: #3 base text", error.what());
+    EXPECT_STREQ(error.what(), "failed Cause: #3 base text");
 }
 
 TEST(Exception, outlives_its_cause) {
@@ -92,42 +92,42 @@ TEST(Exception, outlives_its_cause) {
     const ko::Exception error("failed", cause.get());
     cause->setNumber(4);
     cause.reset();
-    EXPECT_STREQ("failed Cause: #3 base text", error.what());
+    EXPECT_STREQ(error.what(), "failed Cause: #3 base text");
 }
 
 TEST(Exception, generates_anew_on_each_call_of_what) {
     NumberedError error(1);
-    EXPECT_STREQ("#1 base text", error.what());
+    EXPECT_STREQ(error.what(), "#1 base text");
     error.setNumber(2);
-    EXPECT_STREQ("#2 base text", error.what());
+    EXPECT_STREQ(error.what(), "#2 base text");
 }
 
 TEST(Exception, leaves_the_text_of_one_object_alone_when_another_is_asked) {
     const ko::Exception one("one, with a text too long to be stored inside the string object");
     const ko::Exception other("other, with a text too long to be stored inside the string");
     const char* text = one.what();
-    EXPECT_STREQ("other, with a text too long to be stored inside the string", other.what());
-    EXPECT_STREQ("one, with a text too long to be stored inside the string object", text);
+    EXPECT_STREQ(other.what(), "other, with a text too long to be stored inside the string");
+    EXPECT_STREQ(text, "one, with a text too long to be stored inside the string object");
 }
 
 TEST(Exception, replaces_the_text_it_generates_into) {
     const ko::Exception error("new");
     std::string text = "old";
     error.generateWhat(text);
-    EXPECT_EQ("new", text);
+    EXPECT_EQ(text, "new");
 }
 
 TEST(Exception, does_not_throw_from_what_when_its_text_cannot_be_made) {
     static_assert(noexcept(std::declval<const ko::Exception&>().what()));
     const MuteError error;
-    EXPECT_STREQ("ko::Exception (its text could not be made)", error.what());
-    EXPECT_STREQ("ko::Exception (its text could not be made)", error.what());
+    EXPECT_STREQ(error.what(), "ko::Exception (its text could not be made)");
+    EXPECT_STREQ(error.what(), "ko::Exception (its text could not be made)");
 }
 
 TEST(Exception, shows_its_message_though_its_cause_has_no_text) {
     const MuteError cause;
     const ko::Exception error("failed", &cause);
-    EXPECT_STREQ("failed Cause: ko::Exception (its text could not be made)", error.what());
+    EXPECT_STREQ(error.what(), "failed Cause: ko::Exception (its text could not be made)");
 }
 
 TEST(Exception, copies_are_independent) {
@@ -135,9 +135,9 @@ TEST(Exception, copies_are_independent) {
     auto original = std::make_unique<NumberedError>(1, &cause);
     NumberedError copy(*original);
     copy.setNumber(2);
-    EXPECT_STREQ("#1 base text Cause: cause", original->what());
+    EXPECT_STREQ(original->what(), "#1 base text Cause: cause");
     original.reset();
-    EXPECT_STREQ("#2 base text Cause: cause", copy.what());
+    EXPECT_STREQ(copy.what(), "#2 base text Cause: cause");
 }
 
 TEST(Exception, assignment_replaces_message_and_cause) {
@@ -146,9 +146,9 @@ TEST(Exception, assignment_replaces_message_and_cause) {
     ko::Exception target("target");
     target = *source;
     source.reset();
-    EXPECT_STREQ("source Cause: cause", target.what());
+    EXPECT_STREQ(target.what(), "source Cause: cause");
     target = ko::Exception("bare");
-    EXPECT_STREQ("bare", target.what());
+    EXPECT_STREQ(target.what(), "bare");
 }
 
 TEST(Exception, survives_assignment_to_itself) {
@@ -156,7 +156,7 @@ TEST(Exception, survives_assignment_to_itself) {
     ko::Exception error("error", &cause);
     const ko::Exception& same = error;
     error = same;
-    EXPECT_STREQ("error Cause: cause", error.what());
+    EXPECT_STREQ(error.what(), "error Cause: cause");
 }
 
 TEST(Exception, is_unchanged_by_a_failed_assignment) {
@@ -182,7 +182,7 @@ TEST(Exception, is_unchanged_by_a_failed_assignment) {
     const ko::Exception source("source", std::make_unique<Late>(fails).get());
     fails = true;  // NOLINT(clang-analyzer-deadcode.DeadStores): Late reads it by reference
     EXPECT_THROW(target = source, std::bad_alloc);
-    EXPECT_STREQ("with Cause: cause", target.what());
+    EXPECT_STREQ(target.what(), "with Cause: cause");
 }
 
 TEST(Exception, is_not_made_when_its_cause_cannot_be_cloned) {
@@ -197,12 +197,12 @@ TEST(Exception, clone_is_of_the_most_derived_type) {
     const auto cloneOf = [](const ko::Exception& error) {
         return std::unique_ptr<ko::Exception>(error.clone());
     };
-    EXPECT_STREQ("plain", cloneOf(plain)->what());
-    EXPECT_STREQ("#5 base text", cloneOf(numbered)->what());
-    EXPECT_STREQ("fault", cloneOf(fault)->what());
-    EXPECT_NE(nullptr, dynamic_cast<NumberedError*>(cloneOf(numbered).get()));
-    EXPECT_NE(nullptr, dynamic_cast<ko::RuntimeError*>(cloneOf(fault).get()));
-    EXPECT_EQ(nullptr, dynamic_cast<ko::RuntimeError*>(cloneOf(plain).get()));
+    EXPECT_STREQ(cloneOf(plain)->what(), "plain");
+    EXPECT_STREQ(cloneOf(numbered)->what(), "#5 base text");
+    EXPECT_STREQ(cloneOf(fault)->what(), "fault");
+    EXPECT_NE(dynamic_cast<NumberedError*>(cloneOf(numbered).get()), nullptr);
+    EXPECT_NE(dynamic_cast<ko::RuntimeError*>(cloneOf(fault).get()), nullptr);
+    EXPECT_EQ(dynamic_cast<ko::RuntimeError*>(cloneOf(plain).get()), nullptr);
 }
 
 TEST(Exception, clone_outlives_the_original) {
@@ -210,7 +210,7 @@ TEST(Exception, clone_outlives_the_original) {
     auto original = std::make_unique<ko::RuntimeError>("fault", &cause);
     const std::unique_ptr<ko::Exception> clone(original->clone());
     original.reset();
-    EXPECT_STREQ("fault Cause: cause", clone->what());
+    EXPECT_STREQ(clone->what(), "fault Cause: cause");
 }
 
 TEST(RuntimeError, is_caught_as_any_of_its_bases) {
@@ -226,8 +226,8 @@ TEST(RuntimeError, copies_and_assigns_message_and_cause) {
         fault);  // NOLINT(performance-unnecessary-copy-initialization): the copy is what is tested
     ko::RuntimeError target("target");
     target = fault;
-    EXPECT_STREQ("fault Cause: cause", copy.what());
-    EXPECT_STREQ("fault Cause: cause", target.what());
+    EXPECT_STREQ(copy.what(), "fault Cause: cause");
+    EXPECT_STREQ(target.what(), "fault Cause: cause");
 }
 
 }  // namespace

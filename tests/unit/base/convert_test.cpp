@@ -41,25 +41,25 @@ std::string encoded(unsigned long code) {
 }
 
 TEST(convert, keeps_empty_text_empty) {
-    EXPECT_EQ("", ko::convert(L""));
-    EXPECT_EQ(L"", ko::wconvert(""));
+    EXPECT_EQ(ko::convert(L""), "");
+    EXPECT_EQ(ko::wconvert(""), L"");
 }
 
 TEST(convert, converts_text_of_one_to_four_bytes) {
     const std::string narrow = "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80z";
     const std::wstring wideText = wide({'a', 0xE4, 0x20AC, 0x1F600, 'z'});
-    EXPECT_EQ(narrow, ko::convert(wideText));
-    EXPECT_EQ(wideText, ko::wconvert(narrow));
+    EXPECT_EQ(ko::convert(wideText), narrow);
+    EXPECT_EQ(ko::wconvert(narrow), wideText);
 }
 
 TEST(convert, converts_every_scalar_value_and_replaces_every_surrogate) {
     for (unsigned long code = 0; code <= 0x10FFFF; ++code) {
         const std::wstring one(1, static_cast<wchar_t>(code));
         if (code >= 0xD800 && code <= 0xDFFF) {
-            ASSERT_EQ(k_mark, ko::convert(one)) << std::hex << code;
+            ASSERT_EQ(ko::convert(one), k_mark) << std::hex << code;
         } else {
-            ASSERT_EQ(encoded(code), ko::convert(one)) << std::hex << code;
-            ASSERT_EQ(one, ko::wconvert(encoded(code))) << std::hex << code;
+            ASSERT_EQ(ko::convert(one), encoded(code)) << std::hex << code;
+            ASSERT_EQ(ko::wconvert(encoded(code)), one) << std::hex << code;
         }
     }
 }
@@ -67,22 +67,22 @@ TEST(convert, converts_every_scalar_value_and_replaces_every_surrogate) {
 TEST(convert, keeps_embedded_nuls) {
     const std::wstring wideText = wide({0, 'a', 0, 0xE4, 0});
     const std::string narrow("\0a\0\xC3\xA4\0", 6);
-    EXPECT_EQ(narrow, ko::convert(wideText));
-    EXPECT_EQ(wideText, ko::wconvert(narrow));
+    EXPECT_EQ(ko::convert(wideText), narrow);
+    EXPECT_EQ(ko::wconvert(narrow), wideText);
 }
 
 TEST(convert, replaces_each_unit_that_is_no_scalar_value) {
-    EXPECT_EQ("a" + k_mark + "b", ko::convert(wide({'a', 0x110000, 'b'})));
-    EXPECT_EQ(k_mark, ko::convert(wide({-1})));
-    EXPECT_EQ(k_mark, ko::convert(wide({std::numeric_limits<wchar_t>::min()})));
-    EXPECT_EQ(k_mark, ko::convert(wide({std::numeric_limits<wchar_t>::max()})));
+    EXPECT_EQ(ko::convert(wide({'a', 0x110000, 'b'})), "a" + k_mark + "b");
+    EXPECT_EQ(ko::convert(wide({-1})), k_mark);
+    EXPECT_EQ(ko::convert(wide({std::numeric_limits<wchar_t>::min()})), k_mark);
+    EXPECT_EQ(ko::convert(wide({std::numeric_limits<wchar_t>::max()})), k_mark);
     // A pair of surrogates is a matter of UTF-16 and no code point here.
-    EXPECT_EQ(k_mark + k_mark, ko::convert(wide({0xD83D, 0xDE00})));
+    EXPECT_EQ(ko::convert(wide({0xD83D, 0xDE00})), k_mark + k_mark);
 }
 
 TEST(convert, keeps_the_noncharacters) {
-    EXPECT_EQ("\xEF\xBF\xBE\xF4\x8F\xBF\xBF", ko::convert(wide({0xFFFE, 0x10FFFF})));
-    EXPECT_EQ(wide({0xFFFE, 0x10FFFF}), ko::wconvert("\xEF\xBF\xBE\xF4\x8F\xBF\xBF"));
+    EXPECT_EQ(ko::convert(wide({0xFFFE, 0x10FFFF})), "\xEF\xBF\xBE\xF4\x8F\xBF\xBF");
+    EXPECT_EQ(ko::wconvert("\xEF\xBF\xBE\xF4\x8F\xBF\xBF"), wide({0xFFFE, 0x10FFFF}));
 }
 
 struct SIllFormed {
@@ -116,7 +116,7 @@ std::vector<SIllFormed> illFormed() {
 
 TEST(wconvert, replaces_each_ill_formed_sequence_once) {
     for (const SIllFormed& sample : illFormed()) {
-        EXPECT_EQ(sample.wideText, ko::wconvert(sample.narrow)) << sample.name;
+        EXPECT_EQ(ko::wconvert(sample.narrow), sample.wideText) << sample.name;
     }
 }
 
@@ -131,7 +131,7 @@ TEST(wconvert, makes_valid_text_of_any_bytes_and_reads_none_past_the_end) {
         bytes.shrink_to_fit();
         const std::wstring text = ko::wconvert(bytes);
         ASSERT_LE(text.length(), bytes.length());
-        ASSERT_EQ(text, ko::wconvert(ko::convert(text)));
+        ASSERT_EQ(ko::wconvert(ko::convert(text)), text);
         for (const wchar_t unit : text) {
             const auto code = static_cast<char32_t>(unit);
             ASSERT_TRUE(code < 0xD800 || (code > 0xDFFF && code <= 0x10FFFF));

@@ -51,14 +51,14 @@ std::string nested(const std::string& innermost, std::size_t depth) {
     return std::string(depth, '[') + innermost + std::string(depth, ']');
 }
 
-TEST(JsonPatchCost, null_and_true_below_many_levels_are_told_apart_at_once) {
+TEST(JsonPatchCost, null_and_true_below_many_levels_are_distinguished_at_once) {
     constexpr std::size_t depth = 100000;
     const Document from(nested("null", depth));
     const Document to(nested("true", depth));
     EXPECT_EQ(makePatch(from.root, to.root).array().size(), 1U);
 }
 
-TEST(JsonPatchCost, rows_that_differ_deep_within_are_told_apart_at_once) {
+TEST(JsonPatchCost, rows_that_differ_deep_within_are_distinguished_at_once) {
     std::string rows;
     for (int i = 0; i < 100; ++i) {
         rows += (i == 0 ? "" : ",") + nested(i % 2 == 0 ? "null" : "true", 2000);

@@ -72,7 +72,7 @@ TEST(JsonPatchMake, replaces_what_has_nothing_in_common) {
                R"([{"op":"replace","path":"/a","value":{"d":3}}])");
 }
 
-TEST(JsonPatchMake, tells_numbers_apart_by_their_text) {
+TEST(JsonPatchMake, distinguishes_numbers_by_their_text) {
     checkPatch("[0.10]", "[0.1]", R"([{"op":"replace","path":"/0","value":0.1}])");
     checkPatch("[900719925474099312345]", "[900719925474099312346]",
                R"([{"op":"replace","path":"/0","value":900719925474099312346}])");
@@ -87,7 +87,7 @@ TEST(JsonPatchMake, keeps_the_items_of_an_array_that_stay) {
     checkPatch("[1,1,1]", "[1]", R"([{"op":"remove","path":"/1"},{"op":"remove","path":"/1"}])");
 }
 
-TEST(JsonPatchMake, looks_into_items_that_changed_behind_ones_that_went) {
+TEST(JsonPatchMake, looks_into_items_that_changed_after_ones_that_went) {
     checkPatch(R"([0,{"id":1,"x":1},{"id":2}])", R"([{"id":1,"x":2},{"id":2},{"id":3}])",
                R"([{"op":"remove","path":"/1"},{"op":"add","path":"/2","value":{"id":3}},
                    {"op":"replace","path":"/0","value":{"id":1,"x":2}}])");

@@ -98,12 +98,12 @@ TEST(JsonPointer, reads_and_writes_the_same_text) {
     EXPECT_FALSE(JsonPointer("/").empty());
 }
 
-TEST(JsonPointer, refuses_text_that_is_no_pointer_with_the_columns_of_the_fault) {
-    const std::vector<std::pair<std::string, std::pair<int, int>>> faults = {
+TEST(JsonPointer, refuses_text_that_is_no_pointer_with_the_columns_of_the_error) {
+    const std::vector<std::pair<std::string, std::pair<int, int>>> rows = {
         {"a", {0, 0}}, {"#/a", {0, 0}}, {"/~", {1, 2}}, {"/ab~2", {3, 4}}, {"/a~/b", {2, 3}}};
-    for (const auto& fault : faults) {
-        const std::string& text = fault.first;
-        const auto& columns = fault.second;
+    for (const auto& row : rows) {
+        const std::string& text = row.first;
+        const auto& columns = row.second;
         const auto error = thrownBy<ParseException>([&] { JsonPointer{text}; });
         EXPECT_EQ(error.firstLine(), 1) << text;
         EXPECT_EQ(error.firstColumn(), columns.first) << text;
@@ -129,7 +129,7 @@ TEST(JsonPointer, takes_only_plain_numbers_for_indexes) {
     EXPECT_EQ(compact(JsonPointer("/4294967296").get(object.root)), "3");
 }
 
-TEST(JsonPointer, tells_where_it_stopped_when_it_leads_nowhere) {
+TEST(JsonPointer, says_where_it_stopped_when_it_leads_nowhere) {
     Document document(R"({"a": [{"b": 1}]})");
     const auto error =
         thrownBy<PathNotFound>([&] { JsonPointer("/a/0/x~1y/z").get(document.root); });

@@ -30,39 +30,39 @@ static_assert(std::is_base_of_v<Exception, PathNotFound>);
 static_assert(!std::is_base_of_v<KeyNotFound, PathNotFound>);
 
 TEST(KeyNotFound, prints_the_key) {
-    EXPECT_EQ("Key \"a b\" not found!", generated(KeyNotFound(nullptr, "a b")));
-    EXPECT_STREQ("Key \"a b\" not found!", KeyNotFound(nullptr, "a b").what());
+    EXPECT_EQ(generated(KeyNotFound(nullptr, "a b")), "Key \"a b\" not found!");
+    EXPECT_STREQ(KeyNotFound(nullptr, "a b").what(), "Key \"a b\" not found!");
 }
 
 TEST(KeyNotFound, of_an_empty_key_prints_two_adjacent_quotes) {
-    EXPECT_EQ("Key \"\" not found!", generated(KeyNotFound(nullptr, "")));
+    EXPECT_EQ(generated(KeyNotFound(nullptr, "")), "Key \"\" not found!");
 }
 
 TEST(KeyNotFound, prints_special_characters_unescaped) {
-    EXPECT_EQ("Key \"a\"\\\n\" not found!", generated(KeyNotFound(nullptr, "a\"\\\n")));
+    EXPECT_EQ(generated(KeyNotFound(nullptr, "a\"\\\n")), "Key \"a\"\\\n\" not found!");
 }
 
 TEST(KeyNotFound, keeps_the_key_and_the_path) {
     const Document document(R"({"o":{}})");
     const KeyNotFound error(&document.root.get("o"), "k");
-    EXPECT_EQ("k", error.key());
-    ASSERT_NE(nullptr, error.elementPath());
-    EXPECT_EQ("o", *error.elementPath());
+    EXPECT_EQ(error.key(), "k");
+    ASSERT_NE(error.elementPath(), nullptr);
+    EXPECT_EQ(*error.elementPath(), "o");
 }
 
 TEST(KeyNotFound, prints_the_address_of_its_path_in_place_of_the_path) {
     const Document document(R"({"o":{}})");
     const KeyNotFound error(&document.root.get("o"), "k");
-    EXPECT_EQ("Key \"k\" not found!" + addressPart(error), generated(error));
+    EXPECT_EQ(generated(error), "Key \"k\" not found!" + addressPart(error));
 }
 
 TEST(KeyNotFound, of_no_element_has_no_path) {
-    EXPECT_EQ(nullptr, KeyNotFound(nullptr, "k").elementPath());
+    EXPECT_EQ(KeyNotFound(nullptr, "k").elementPath(), nullptr);
 }
 
 TEST(KeyNotFound, does_not_print_its_cause) {
     const Exception cause("because");
-    EXPECT_STREQ("Key \"k\" not found!", KeyNotFound(nullptr, "k", &cause).what());
+    EXPECT_STREQ(KeyNotFound(nullptr, "k", &cause).what(), "Key \"k\" not found!");
 }
 
 TEST(KeyNotFound, clone_prints_the_same_with_the_address_of_its_own_path) {
@@ -71,11 +71,11 @@ TEST(KeyNotFound, clone_prints_the_same_with_the_address_of_its_own_path) {
     const std::unique_ptr<ko::Exception> clone(
         static_cast<const ko::Exception&>(*original).clone());
     const auto& typed = dynamic_cast<const KeyNotFound&>(*clone);
-    EXPECT_NE(original->elementPath(), typed.elementPath());
+    EXPECT_NE(typed.elementPath(), original->elementPath());
     original.reset();
-    EXPECT_EQ("k", typed.key());
-    EXPECT_EQ("o", *typed.elementPath());
-    EXPECT_EQ("Key \"k\" not found!" + addressPart(typed), generated(typed));
+    EXPECT_EQ(typed.key(), "k");
+    EXPECT_EQ(*typed.elementPath(), "o");
+    EXPECT_EQ(generated(typed), "Key \"k\" not found!" + addressPart(typed));
 }
 
 TEST(KeyNotFound, copy_is_independent_of_the_original) {
@@ -83,18 +83,18 @@ TEST(KeyNotFound, copy_is_independent_of_the_original) {
     auto original = std::make_unique<KeyNotFound>(&document.root.get("o"), "k");
     const KeyNotFound copy(*original);
     original.reset();
-    EXPECT_EQ("k", copy.key());
-    EXPECT_EQ("o", *copy.elementPath());
+    EXPECT_EQ(copy.key(), "k");
+    EXPECT_EQ(*copy.elementPath(), "o");
 }
 
 TEST(KeyNotFound, assignment_takes_over_path_and_key) {
     const Document document(R"({"o":{},"p":{}})");
     KeyNotFound target(&document.root.get("o"), "old");
     const std::string* const before = target.elementPath();
-    EXPECT_EQ(&target, &(target = KeyNotFound(&document.root.get("p"), "new")));
-    EXPECT_EQ("new", target.key());
-    EXPECT_EQ("p", *target.elementPath());
-    EXPECT_EQ("o", *before);
+    EXPECT_EQ(&(target = KeyNotFound(&document.root.get("p"), "new")), &target);
+    EXPECT_EQ(target.key(), "new");
+    EXPECT_EQ(*target.elementPath(), "p");
+    EXPECT_EQ(*before, "o");
 }
 
 TEST(KeyNotFound, assignment_to_itself_changes_nothing) {
@@ -103,43 +103,43 @@ TEST(KeyNotFound, assignment_to_itself_changes_nothing) {
     const std::string before = generated(error);
     const KeyNotFound& same = error;
     error = same;
-    EXPECT_EQ(before, generated(error));
-    EXPECT_EQ("k", error.key());
+    EXPECT_EQ(generated(error), before);
+    EXPECT_EQ(error.key(), "k");
 }
 
 TEST(PathNotFound, prints_the_path_and_the_step) {
-    EXPECT_EQ("Path \"a.b[7].c\" not found! Key \"[7]\".",
-              generated(PathNotFound(nullptr, "a.b[7].c", "[7]")));
-    EXPECT_STREQ("Path \"a.b\" not found! Key \"b\".", PathNotFound(nullptr, "a.b", "b").what());
+    EXPECT_EQ(generated(PathNotFound(nullptr, "a.b[7].c", "[7]")),
+              "Path \"a.b[7].c\" not found! Key \"[7]\".");
+    EXPECT_STREQ(PathNotFound(nullptr, "a.b", "b").what(), "Path \"a.b\" not found! Key \"b\".");
 }
 
 TEST(PathNotFound, of_empty_texts_prints_adjacent_quotes) {
-    EXPECT_EQ("Path \"\" not found! Key \"\".", generated(PathNotFound(nullptr, "", "")));
+    EXPECT_EQ(generated(PathNotFound(nullptr, "", "")), "Path \"\" not found! Key \"\".");
 }
 
 TEST(PathNotFound, keeps_path_step_and_element_path) {
     const Document document(R"({"o":[{}]})");
     const PathNotFound error(&document.root.get("o[0]"), "o[0].k", "k");
-    EXPECT_EQ("o[0].k", error.path());
-    EXPECT_EQ("k", error.key());
-    ASSERT_NE(nullptr, error.elementPath());
-    EXPECT_EQ("o[0]", *error.elementPath());
+    EXPECT_EQ(error.path(), "o[0].k");
+    EXPECT_EQ(error.key(), "k");
+    ASSERT_NE(error.elementPath(), nullptr);
+    EXPECT_EQ(*error.elementPath(), "o[0]");
 }
 
 TEST(PathNotFound, prints_the_address_of_its_path_in_place_of_the_path) {
     const Document document(R"({"o":{}})");
     const PathNotFound error(&document.root.get("o"), "o.k", "k");
-    EXPECT_EQ("Path \"o.k\" not found! Key \"k\"." + addressPart(error), generated(error));
+    EXPECT_EQ(generated(error), "Path \"o.k\" not found! Key \"k\"." + addressPart(error));
 }
 
 TEST(PathNotFound, of_no_element_has_no_path) {
-    EXPECT_EQ(nullptr, PathNotFound(nullptr, "a", "a").elementPath());
+    EXPECT_EQ(PathNotFound(nullptr, "a", "a").elementPath(), nullptr);
 }
 
 TEST(PathNotFound, does_not_print_its_cause) {
     const Exception cause("because");
-    EXPECT_STREQ("Path \"a\" not found! Key \"a\".",
-                 PathNotFound(nullptr, "a", "a", &cause).what());
+    EXPECT_STREQ(PathNotFound(nullptr, "a", "a", &cause).what(),
+                 "Path \"a\" not found! Key \"a\".");
 }
 
 TEST(PathNotFound, clone_prints_the_same_with_the_address_of_its_own_path) {
@@ -148,11 +148,11 @@ TEST(PathNotFound, clone_prints_the_same_with_the_address_of_its_own_path) {
     const std::unique_ptr<ko::Exception> clone(
         static_cast<const ko::Exception&>(*original).clone());
     const auto& typed = dynamic_cast<const PathNotFound&>(*clone);
-    EXPECT_NE(original->elementPath(), typed.elementPath());
+    EXPECT_NE(typed.elementPath(), original->elementPath());
     original.reset();
-    EXPECT_EQ("o.k", typed.path());
-    EXPECT_EQ("k", typed.key());
-    EXPECT_EQ("Path \"o.k\" not found! Key \"k\"." + addressPart(typed), generated(typed));
+    EXPECT_EQ(typed.path(), "o.k");
+    EXPECT_EQ(typed.key(), "k");
+    EXPECT_EQ(generated(typed), "Path \"o.k\" not found! Key \"k\"." + addressPart(typed));
 }
 
 TEST(PathNotFound, copy_is_independent_of_the_original) {
@@ -160,20 +160,20 @@ TEST(PathNotFound, copy_is_independent_of_the_original) {
     auto original = std::make_unique<PathNotFound>(&document.root.get("o"), "o.k", "k");
     const PathNotFound copy(*original);
     original.reset();
-    EXPECT_EQ("o.k", copy.path());
-    EXPECT_EQ("k", copy.key());
-    EXPECT_EQ("o", *copy.elementPath());
+    EXPECT_EQ(copy.path(), "o.k");
+    EXPECT_EQ(copy.key(), "k");
+    EXPECT_EQ(*copy.elementPath(), "o");
 }
 
 TEST(PathNotFound, assignment_takes_over_element_path_path_and_step) {
     const Document document(R"({"o":{},"p":{}})");
     PathNotFound target(&document.root.get("o"), "o.old", "old");
     const std::string* const before = target.elementPath();
-    EXPECT_EQ(&target, &(target = PathNotFound(&document.root.get("p"), "p.new", "new")));
-    EXPECT_EQ("p.new", target.path());
-    EXPECT_EQ("new", target.key());
-    EXPECT_EQ("p", *target.elementPath());
-    EXPECT_EQ("o", *before);
+    EXPECT_EQ(&(target = PathNotFound(&document.root.get("p"), "p.new", "new")), &target);
+    EXPECT_EQ(target.path(), "p.new");
+    EXPECT_EQ(target.key(), "new");
+    EXPECT_EQ(*target.elementPath(), "p");
+    EXPECT_EQ(*before, "o");
 }
 
 TEST(PathNotFound, assignment_to_itself_changes_nothing) {
@@ -182,7 +182,7 @@ TEST(PathNotFound, assignment_to_itself_changes_nothing) {
     const std::string before = generated(error);
     const PathNotFound& same = error;
     error = same;
-    EXPECT_EQ(before, generated(error));
+    EXPECT_EQ(generated(error), before);
 }
 
 }  // namespace

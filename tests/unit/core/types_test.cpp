@@ -65,18 +65,18 @@ const int k_noTypes[] = {
     6, 7, 42, -2, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
 
 TEST(EType, values_give_the_order_of_types) {
-    EXPECT_EQ(-1, ko::Orvid::etEmpty);
-    EXPECT_EQ(0, ko::Orvid::etNull);
-    EXPECT_EQ(1, ko::Orvid::etBoolean);
-    EXPECT_EQ(2, ko::Orvid::etNumber);
-    EXPECT_EQ(3, ko::Orvid::etString);
-    EXPECT_EQ(4, ko::Orvid::etObject);
-    EXPECT_EQ(5, ko::Orvid::etArray);
+    EXPECT_EQ(ko::Orvid::etEmpty, -1);
+    EXPECT_EQ(ko::Orvid::etNull, 0);
+    EXPECT_EQ(ko::Orvid::etBoolean, 1);
+    EXPECT_EQ(ko::Orvid::etNumber, 2);
+    EXPECT_EQ(ko::Orvid::etString, 3);
+    EXPECT_EQ(ko::Orvid::etObject, 4);
+    EXPECT_EQ(ko::Orvid::etArray, 5);
 }
 
 TEST(EType, is_held_in_a_signed_integer_of_32_bits) {
     using TUnderlying = std::underlying_type_t<EType>;
-    EXPECT_EQ(4U, sizeof(EType));
+    EXPECT_EQ(sizeof(EType), 4U);
     EXPECT_TRUE(std::is_signed_v<TUnderlying>);
 }
 
@@ -84,7 +84,7 @@ TEST(EType, prints_the_name_of_each_type) {
     for (const auto& [type, name] : k_narrowNames) {
         std::ostringstream text;
         text << type;
-        EXPECT_EQ(name, text.str());
+        EXPECT_EQ(text.str(), name);
     }
 }
 
@@ -92,7 +92,7 @@ TEST(EType, prints_the_name_of_each_type_on_a_wide_stream) {
     for (const auto& [type, name] : k_wideNames) {
         std::wostringstream text;
         text << type;
-        EXPECT_EQ(name, text.str());
+        EXPECT_EQ(text.str(), name);
     }
 }
 
@@ -100,7 +100,7 @@ TEST(EType, prints_what_is_no_type_as_invalid) {
     for (const int value : k_noTypes) {
         std::ostringstream text;
         text << static_cast<EType>(value);
-        EXPECT_EQ(">>INVALID<<", text.str()) << value;
+        EXPECT_EQ(text.str(), ">>INVALID<<") << value;
         EXPECT_TRUE(text.good());
     }
 }
@@ -109,64 +109,64 @@ TEST(EType, prints_what_is_no_type_as_invalid_on_a_wide_stream) {
     for (const int value : k_noTypes) {
         std::wostringstream text;
         text << static_cast<EType>(value);
-        EXPECT_EQ(L">>INVALID<<", text.str()) << value;
+        EXPECT_EQ(text.str(), L">>INVALID<<") << value;
         EXPECT_TRUE(text.good());
     }
 }
 
 TEST(EType, operator_returns_the_stream) {
     std::ostringstream text;
-    EXPECT_EQ(&text, &(text << ko::Orvid::etNull));
+    EXPECT_EQ(&(text << ko::Orvid::etNull), &text);
     std::wostringstream wideText;
-    EXPECT_EQ(&wideText, &(wideText << ko::Orvid::etNull));
+    EXPECT_EQ(&(wideText << ko::Orvid::etNull), &wideText);
 }
 
 TEST(EType, operators_stand_in_the_global_namespace) {
     std::ostringstream text;
     ::operator<<(text, ko::Orvid::etArray);
-    EXPECT_EQ("etArray", text.str());
+    EXPECT_EQ(text.str(), "etArray");
     std::wostringstream wideText;
     ::operator<<(wideText, ko::Orvid::etArray);
-    EXPECT_EQ(L"etArray", wideText.str());
+    EXPECT_EQ(wideText.str(), L"etArray");
 }
 
 TEST(EType, name_is_printed_by_the_test_framework) {
-    EXPECT_EQ("etArray", testing::PrintToString(ko::Orvid::etArray));
+    EXPECT_EQ(testing::PrintToString(ko::Orvid::etArray), "etArray");
 }
 
 TEST(KNoIndex, has_all_bits_set) {
-    EXPECT_EQ(0xFFFFFFFFU, ko::Orvid::k_noIndex);
-    EXPECT_EQ(ko::Orvid::k_noIndex, ko::Orvid::Path::k_noIndex);
+    EXPECT_EQ(ko::Orvid::k_noIndex, 0xFFFFFFFFU);
+    EXPECT_EQ(ko::Orvid::Path::k_noIndex, ko::Orvid::k_noIndex);
 }
 
 // --- lookup of the operators from another namespace
 // -------------------------------------------------
 
 TEST(StreamOperators, of_types_are_found_from_a_namespace_with_an_operator_of_its_own) {
-    EXPECT_EQ("thing etString", elsewhere::narrow(ko::Orvid::etString));
-    EXPECT_EQ(L"thing etString", elsewhere::wide(ko::Orvid::etString));
+    EXPECT_EQ(elsewhere::narrow(ko::Orvid::etString), "thing etString");
+    EXPECT_EQ(elsewhere::wide(ko::Orvid::etString), L"thing etString");
 }
 
 TEST(StreamOperators, of_number_kinds_are_found_from_a_namespace_with_an_operator_of_its_own) {
-    EXPECT_EQ("thing ebDouble", elsewhere::narrow(Number::ebDouble));
-    EXPECT_EQ(L"thing ebDouble", elsewhere::wide(Number::ebDouble));
+    EXPECT_EQ(elsewhere::narrow(Number::ebDouble), "thing ebDouble");
+    EXPECT_EQ(elsewhere::wide(Number::ebDouble), L"thing ebDouble");
 }
 
 TEST(StreamOperators, of_elements_are_found_from_a_namespace_with_an_operator_of_its_own) {
-    EXPECT_EQ("thing \"text\"\n", elsewhere::narrow(ko::Orvid::Element("text")));
+    EXPECT_EQ(elsewhere::narrow(ko::Orvid::Element("text")), "thing \"text\"\n");
     ko::Orvid::Element element;
     elsewhere::read("\"text\"\n", element);
-    EXPECT_EQ("text", element.string());
+    EXPECT_EQ(element.string(), "text");
 }
 
 TEST(StreamOperators, of_paths_are_found_from_a_namespace_with_an_operator_of_its_own) {
-    EXPECT_EQ("thing a.b[3]", elsewhere::narrow(ko::Orvid::Path("a.b[3]")));
+    EXPECT_EQ(elsewhere::narrow(ko::Orvid::Path("a.b[3]")), "thing a.b[3]");
 }
 
 TEST(StreamOperators, are_what_the_test_framework_prints_with) {
-    EXPECT_EQ("a.b[3]", testing::PrintToString(ko::Orvid::Path("a.b[3]")));
-    EXPECT_EQ("ebLongLong", testing::PrintToString(Number::ebLongLong));
-    EXPECT_EQ("12\n", testing::PrintToString(ko::Orvid::Element(12)));
+    EXPECT_EQ(testing::PrintToString(ko::Orvid::Path("a.b[3]")), "a.b[3]");
+    EXPECT_EQ(testing::PrintToString(Number::ebLongLong), "ebLongLong");
+    EXPECT_EQ(testing::PrintToString(ko::Orvid::Element(12)), "12\n");
 }
 
 }  // namespace

@@ -17,8 +17,11 @@
 
 #include "support/Document.h"
 #include "support/RecordingListener.h"
+#include "support/YajlMessages.h"
 
 namespace {
+
+namespace yajl = orvid_test::yajl;
 
 using ko::Orvid::CallbackParser;
 using ko::Orvid::Exception;
@@ -34,51 +37,47 @@ std::string verbose(const std::string& line, const std::string& excerpt, std::si
 }
 
 /// The message of the exception that the text leads to.
-std::string faultOf(const std::string& text) {
+std::string errorOf(const std::string& text) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     const std::string what = thrownBy<Exception>([&] { parser.parse(text); }).what();
-    EXPECT_EQ((std::vector<std::string>{what}), listener.errors);
-    EXPECT_EQ(3, parser.state());
+    EXPECT_EQ(listener.errors, (std::vector<std::string>{what}));
+    EXPECT_EQ(parser.state(), 3);
     return what;
 }
 
-TEST(CallbackParserErrors, a_fault_is_shown_with_the_text_around_it) {
-    EXPECT_EQ(verbose("parse error: unallowed token at this point in JSON text", "[1,]", 4),
-              faultOf("[1,]"));
+TEST(CallbackParserErrors, an_error_is_shown_with_the_text_around_it) {
+    EXPECT_EQ(errorOf("[1,]"), verbose(yajl::k_unallowedToken, "[1,]", 4));
 }
 
-TEST(CallbackParserErrors, each_kind_of_fault_has_its_line) {
+TEST(CallbackParserErrors, each_kind_of_error_has_its_line) {
     const struct {
         const char* text;
-        const char* line;
+        std::string line;
         std::size_t offset;
     } rows[] = {
-        {"nulx", "lexical error: invalid string in json text.", 3},
-        {"[x]", "lexical error: invalid char in json text.", 2},
-        {"]", "parse error: unallowed token at this point in JSON text", 1},
-        {"[1 2]", "parse error: after array element, I expect ',' or ']'", 4},
-        {"[1}", "parse error: after array element, I expect ',' or ']'", 3},
-        {"{1:2}", "parse error: invalid object key (must be a string)", 2},
-        {"{\"a\":1,}", "parse error: invalid object key (must be a string)", 8},
-        {"{\"a\" 1}", "parse error: object key and value must be separated by a colon (':')", 6},
-        {"{\"a\":1 2}", "parse error: after key and value, inside map, I expect ',' or '}'", 7},
-        {"[1.]", "lexical error: malformed number, a digit is required after the decimal point.",
-         3},
-        {"-x", "lexical error: malformed number, a digit is required after the minus sign.", 1},
-        {"1ex", "lexical error: malformed number, a digit is required after the exponent.", 2},
-        {"[\"\\x\"]",
-         "lexical error: inside a string, '\\' occurs before a character which it may not.", 3},
-        {"[\"\\u12g4\"]",
-         "lexical error: invalid (non-hex) character occurs after '\\u' inside string.", 6},
-        {"[\"\x01\"]", "lexical error: invalid character inside string.", 2},
+        {"nulx", yajl::k_invalidWord, 3},
+        {"[x]", yajl::k_invalidCharacter, 2},
+        {"]", yajl::k_unallowedToken, 1},
+        {"[1 2]", yajl::k_afterItem, 4},
+        {"[1}", yajl::k_afterItem, 3},
+        {"{1:2}", yajl::k_invalidKey, 2},
+        {"{\"a\":1,}", yajl::k_invalidKey, 8},
+        {"{\"a\" 1}", yajl::k_noColon, 6},
+        {"{\"a\":1 2}", yajl::k_afterMember, 7},
+        {"[1.]", yajl::k_noDigitAfterPoint, 3},
+        {"-x", yajl::k_noDigitAfterMinus, 1},
+        {"1ex", yajl::k_noDigitAfterExponent, 2},
+        {"[\"\\x\"]", yajl::k_invalidEscape, 3},
+        {"[\"\\u12g4\"]", yajl::k_invalidHex, 6},
+        {"[\"\x01\"]", yajl::k_invalidInString, 2},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(verbose(row.line, row.text, row.offset), faultOf(row.text)) << row.text;
+        EXPECT_EQ(errorOf(row.text), verbose(row.line, row.text, row.offset)) << row.text;
     }
 }
 
-TEST(CallbackParserErrors, a_fault_is_found_wherever_the_text_is_cut) {
+TEST(CallbackParserErrors, an_error_is_found_wherever_the_text_is_cut) {
     const std::string text = R"({"a":[true,"x",1.5e]})";
     for (std::size_t size = 1; size <= text.size(); ++size) {
         RecordingListener listener;
@@ -89,11 +88,10 @@ TEST(CallbackParserErrors, a_fault_is_found_wherever_the_text_is_cut) {
             }
         });
         const std::string what = error.what();
-        EXPECT_EQ("lexical error: malformed number, a digit is required after the exponent.",
-                  what.substr(0, what.find('\n')));
-        EXPECT_EQ("{ ka [ true sx ", listener.words) << "in pieces of " << size;
-        EXPECT_EQ(19u, parser.position()) << "in pieces of " << size;
-        EXPECT_EQ(3, parser.state());
+        EXPECT_EQ(what.substr(0, what.find('\n')), yajl::k_noDigitAfterExponent);
+        EXPECT_EQ(listener.words, "{ ka [ true sx ") << "in pieces of " << size;
+        EXPECT_EQ(parser.position(), 19u) << "in pieces of " << size;
+        EXPECT_EQ(parser.state(), 3);
     }
 }
 
@@ -101,88 +99,87 @@ TEST(CallbackParserErrors, the_exception_is_a_plain_one_without_element) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     const auto error = thrownBy<Exception>([&] { parser.parse("]"); });
-    EXPECT_EQ(typeid(Exception), typeid(error));
-    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_EQ(typeid(error), typeid(Exception));
+    EXPECT_EQ(error.elementPath(), nullptr);
 }
 
-TEST(CallbackParserErrors, a_fault_is_shown_with_30_bytes_on_both_sides) {
+TEST(CallbackParserErrors, an_error_is_shown_with_30_bytes_on_both_sides) {
     const std::string before = "[\"" + std::string(50, 'b') + "\", ";
     const std::string after(50, 'a');
-    EXPECT_EQ(verbose("lexical error: invalid char in json text.",
-                      before.substr(before.size() - 29) + "#" + after.substr(0, 30), 30),
-              faultOf(before + "#" + after));
+    EXPECT_EQ(errorOf(before + "#" + after),
+              verbose(yajl::k_invalidCharacter,
+                      before.substr(before.size() - 29) + "#" + after.substr(0, 30), 30));
 }
 
-TEST(CallbackParserErrors, a_fault_is_shown_with_line_ends_as_blanks) {
-    EXPECT_EQ(verbose("lexical error: invalid char in json text.", "[ 1, # ]", 6),
-              faultOf("[\n1,\r# ]"));
+TEST(CallbackParserErrors, an_error_is_shown_with_line_ends_as_spaces) {
+    EXPECT_EQ(errorOf("[\n1,\r# ]"), verbose(yajl::k_invalidCharacter, "[ 1, # ]", 6));
 }
 
-TEST(CallbackParserErrors, a_fault_is_shown_with_the_last_piece_only) {
+TEST(CallbackParserErrors, an_error_is_shown_with_the_last_piece_only) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse("[1, 2, ");
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(parser.state(), 2);
     const std::string what = thrownBy<Exception>([&] { parser.parse("3, #]"); }).what();
-    EXPECT_EQ(verbose("lexical error: invalid char in json text.", "3, #]", 4), what);
-    EXPECT_EQ(11u, parser.position());
+    EXPECT_EQ(what, verbose(yajl::k_invalidCharacter, "3, #]", 4));
+    EXPECT_EQ(parser.position(), 11u);
 }
 
-TEST(CallbackParserErrors, a_fault_in_a_stream_is_shown_with_its_255_bytes_only) {
+TEST(CallbackParserErrors, an_error_in_a_stream_is_shown_with_its_255_bytes_only) {
     const std::string firstPiece = "[\"" + std::string(250, 'x') + "\",";
-    ASSERT_EQ(254u, firstPiece.size());
+    ASSERT_EQ(firstPiece.size(), 254u);
     std::istringstream in(firstPiece + " 7 8]");
     RecordingListener listener;
     CallbackParser parser(&listener);
     const std::string what = thrownBy<Exception>([&] { parser.parse(in); }).what();
-    EXPECT_EQ(verbose("parse error: after array element, I expect ',' or ']'", "7 8]", 3), what);
-    EXPECT_EQ(258u, parser.position());
+    EXPECT_EQ(what, verbose(yajl::k_afterItem, "7 8]", 3));
+    EXPECT_EQ(parser.position(), 258u);
 }
 
-TEST(CallbackParserErrors, no_more_of_a_stream_is_read_behind_a_fault) {
+TEST(CallbackParserErrors, no_more_of_a_stream_is_read_after_an_error) {
     std::istringstream in("#" + std::string(300, ' '));
     RecordingListener listener;
     CallbackParser parser(&listener);
     EXPECT_THROW(parser.parse(in), Exception);
-    EXPECT_EQ(46, in.rdbuf()->in_avail());
+    EXPECT_EQ(in.rdbuf()->in_avail(), 46);
     EXPECT_TRUE(in.good());
 }
 
-TEST(CallbackParserErrors, a_swallowed_fault_ends_the_call_quietly) {
+TEST(CallbackParserErrors, a_swallowed_error_ends_the_call_quietly) {
     for (const int answer : {1, -1}) {
         RecordingListener listener;
         listener.errorAnswer = answer;
         CallbackParser parser(&listener);
         EXPECT_NO_THROW(parser.parse("[1,]"));
-        EXPECT_EQ("[ n1 ", listener.words);
-        EXPECT_EQ(1u, listener.errors.size());
-        EXPECT_EQ(3, parser.state());
+        EXPECT_EQ(listener.words, "[ n1 ");
+        EXPECT_EQ(listener.errors.size(), 1u);
+        EXPECT_EQ(parser.state(), 3);
     }
 }
 
-TEST(CallbackParserErrors, each_call_behind_a_swallowed_fault_reports_it_again) {
+TEST(CallbackParserErrors, each_call_after_a_swallowed_error_reports_it_again) {
     RecordingListener listener;
     listener.errorAnswer = 1;
     CallbackParser parser(&listener);
     parser.parse("[1,]");
     parser.parse("2]");
-    ASSERT_EQ(2u, listener.errors.size());
-    const std::string line = "parse error: unallowed token at this point in JSON text\n";
-    EXPECT_EQ(line, listener.errors[0].substr(0, line.size()));
-    EXPECT_EQ(line, listener.errors[1].substr(0, line.size()));
-    EXPECT_EQ("[ n1 ", listener.words);
-    EXPECT_EQ(3, parser.state());
-    EXPECT_EQ(4u, parser.position());
+    ASSERT_EQ(listener.errors.size(), 2u);
+    const std::string line = yajl::k_unallowedToken + "\n";
+    EXPECT_EQ(listener.errors[0].substr(0, line.size()), line);
+    EXPECT_EQ(listener.errors[1].substr(0, line.size()), line);
+    EXPECT_EQ(listener.words, "[ n1 ");
+    EXPECT_EQ(parser.state(), 3);
+    EXPECT_EQ(parser.position(), 4u);
 }
 
-TEST(CallbackParserErrors, a_swallowed_fault_in_a_stream_is_reported_for_each_piece) {
+TEST(CallbackParserErrors, a_swallowed_error_in_a_stream_is_reported_for_each_piece) {
     std::istringstream in("#" + std::string(600, ' '));
     RecordingListener listener;
     listener.errorAnswer = 1;
     CallbackParser parser(&listener);
-    EXPECT_EQ(&in, &parser.parse(in));
-    EXPECT_EQ(3u, listener.errors.size());
-    EXPECT_EQ(0, in.rdbuf()->in_avail());
+    EXPECT_EQ(&parser.parse(in), &in);
+    EXPECT_EQ(listener.errors.size(), 3u);
+    EXPECT_EQ(in.rdbuf()->in_avail(), 0);
 }
 
 /// Throws when an error is reported to it.
@@ -198,9 +195,9 @@ TEST(CallbackParserErrors, what_cb_error_throws_passes_unchanged) {
     ThrowingAtErrors listener;
     CallbackParser parser(&listener);
     const auto error = thrownBy<std::domain_error>([&] { parser.parse("]"); });
-    EXPECT_STREQ("thrown by cb_error", error.what());
-    EXPECT_EQ(1u, listener.errors.size());
-    EXPECT_EQ(3, parser.state());
+    EXPECT_STREQ(error.what(), "thrown by cb_error");
+    EXPECT_EQ(listener.errors.size(), 1u);
+    EXPECT_EQ(parser.state(), 3);
 }
 
 // Each event of this document in turn is made to fail.
@@ -224,11 +221,11 @@ TEST(CallbackParserErrors, any_event_that_returns_0_stops_the_parser) {
         listener.reaction = Reaction::stop;
         CallbackParser parser(&listener);
         const auto error = thrownBy<Exception>([&] { parser.parse(k_allEvents); });
-        const std::string line = "parse error: client cancelled parse via callback return value\n";
-        EXPECT_EQ(line, std::string(error.what()).substr(0, line.size())) << event;
-        EXPECT_EQ((std::vector<std::string>{error.what()}), listener.errors);
-        EXPECT_EQ(wordsUpTo(event + 1), listener.words);
-        EXPECT_EQ(1, parser.state()) << event;
+        const std::string line = yajl::k_cancelled + "\n";
+        EXPECT_EQ(std::string(error.what()).substr(0, line.size()), line) << event;
+        EXPECT_EQ(listener.errors, (std::vector<std::string>{error.what()}));
+        EXPECT_EQ(listener.words, wordsUpTo(event + 1));
+        EXPECT_EQ(parser.state(), 1) << event;
     }
 }
 
@@ -239,12 +236,12 @@ TEST(CallbackParserErrors, a_stop_may_be_swallowed_and_is_an_error_afterwards) {
     listener.errorAnswer = 1;
     CallbackParser parser(&listener);
     EXPECT_NO_THROW(parser.parse("[1,2]"));
-    EXPECT_EQ(1, parser.state());
+    EXPECT_EQ(parser.state(), 1);
     parser.parse(",3]");
-    EXPECT_EQ(3, parser.state());
-    ASSERT_EQ(2u, listener.errors.size());
-    EXPECT_EQ(listener.errors[0].substr(0, 61), listener.errors[1].substr(0, 61));
-    EXPECT_EQ("[ n1 ", listener.words);
+    EXPECT_EQ(parser.state(), 3);
+    ASSERT_EQ(listener.errors.size(), 2u);
+    EXPECT_EQ(listener.errors[1].substr(0, 61), listener.errors[0].substr(0, 61));
+    EXPECT_EQ(listener.words, "[ n1 ");
 }
 
 TEST(CallbackParserErrors, what_any_event_throws_passes_unchanged) {
@@ -254,11 +251,11 @@ TEST(CallbackParserErrors, what_any_event_throws_passes_unchanged) {
         listener.reaction = Reaction::fail;
         CallbackParser parser(&listener);
         const auto error = thrownBy<std::runtime_error>([&] { parser.parse(k_allEvents); });
-        EXPECT_EQ(typeid(std::runtime_error), typeid(error));
-        EXPECT_EQ(wordsUpTo(event + 1), wordsUpTo(event) + error.what() + " ");
-        EXPECT_EQ(wordsUpTo(event + 1), listener.words);
+        EXPECT_EQ(typeid(error), typeid(std::runtime_error));
+        EXPECT_EQ(wordsUpTo(event) + error.what() + " ", wordsUpTo(event + 1));
+        EXPECT_EQ(listener.words, wordsUpTo(event + 1));
         EXPECT_TRUE(listener.errors.empty()) << event;
-        EXPECT_EQ(2, parser.state()) << event;
+        EXPECT_EQ(parser.state(), 2) << event;
     }
 }
 
@@ -268,9 +265,9 @@ TEST(CallbackParserErrors, an_exception_of_the_listener_keeps_the_state_before_i
     listener.reaction = Reaction::fail;
     CallbackParser parser(&listener);
     parser.parse("[1,");
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(parser.state(), 2);
     EXPECT_THROW(parser.parse("2]"), std::runtime_error);
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(parser.state(), 2);
     EXPECT_TRUE(listener.errors.empty());
 }
 
@@ -281,7 +278,7 @@ TEST(CallbackParserErrors, an_exception_of_the_listener_ends_the_reading_of_a_st
     listener.reaction = Reaction::fail;
     CallbackParser parser(&listener);
     EXPECT_THROW(parser.parse(in), std::runtime_error);
-    EXPECT_EQ(48, in.rdbuf()->in_avail());
+    EXPECT_EQ(in.rdbuf()->in_avail(), 48);
 }
 
 TEST(CallbackParserErrors, nothing_is_read_after_an_exception_of_the_listener) {
@@ -291,8 +288,8 @@ TEST(CallbackParserErrors, nothing_is_read_after_an_exception_of_the_listener) {
     CallbackParser parser(&listener);
     EXPECT_THROW(parser.parse("[1,2]"), std::runtime_error);
     EXPECT_THROW(parser.parse("3]"), Exception);
-    EXPECT_EQ("[ ", listener.words);
-    EXPECT_EQ(3, parser.state());
+    EXPECT_EQ(listener.words, "[ ");
+    EXPECT_EQ(parser.state(), 3);
 }
 
 /// Throws what is no std::exception, or what stands for an exhausted memory.
@@ -314,16 +311,16 @@ TEST(CallbackParserErrors, a_parser_without_listener_throws_at_the_first_event) 
          {"null", "true", "1 ", "1.5 ", "\"x\"", "{", "{\"a\"", "{}", "[", "[]"}) {
         CallbackParser parser(nullptr);
         const auto error = thrownBy<Exception>([&] { parser.parse(text); });
-        EXPECT_STREQ("No listener attached to CallbackParser!", error.what()) << text;
-        EXPECT_EQ(nullptr, error.elementPath());
-        EXPECT_EQ(2, parser.state());
+        EXPECT_STREQ(error.what(), "No listener attached to CallbackParser!") << text;
+        EXPECT_EQ(error.elementPath(), nullptr);
+        EXPECT_EQ(parser.state(), 2);
     }
 }
 
-TEST(CallbackParserErrors, a_parser_without_listener_reads_blanks) {
+TEST(CallbackParserErrors, a_parser_without_listener_reads_whitespace) {
     CallbackParser parser(nullptr);
     EXPECT_NO_THROW(parser.parse(" /* c */ "));
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(parser.state(), 2);
 }
 
 TEST(CallbackParserErrors, a_number_beyond_long_is_an_error_only_where_it_is_wanted_by_value) {
@@ -333,13 +330,13 @@ TEST(CallbackParserErrors, a_number_beyond_long_is_an_error_only_where_it_is_wan
     CallbackParser parser(&byValue);
     const std::string text = "[1," + beyond + "]";
     const std::string what = thrownBy<Exception>([&] { parser.parse(text); }).what();
-    EXPECT_EQ(verbose("parse error: integer overflow", text, 3), what);
-    EXPECT_EQ("[ i1 ", byValue.words);
-    EXPECT_EQ(3, parser.state());
+    EXPECT_EQ(what, verbose(yajl::k_integerOverflow, text, 3));
+    EXPECT_EQ(byValue.words, "[ i1 ");
+    EXPECT_EQ(parser.state(), 3);
 
     RecordingListener byText;
     EXPECT_NO_THROW(CallbackParser(&byText).parse(text));
-    EXPECT_EQ("[ n1 n" + beyond + " ] ", byText.words);
+    EXPECT_EQ(byText.words, "[ n1 n" + beyond + " ] ");
 }
 
 TEST(CallbackParserErrors, a_number_beyond_double_is_an_error_only_where_it_is_wanted_by_value) {
@@ -348,8 +345,8 @@ TEST(CallbackParserErrors, a_number_beyond_double_is_an_error_only_where_it_is_w
         byValue.numbersAsText = false;
         CallbackParser parser(&byValue);
         const std::string what = thrownBy<Exception>([&] { parser.parse(text); }).what();
-        EXPECT_EQ(verbose("parse error: numeric (floating point) overflow", text, 1), what);
-        EXPECT_EQ(3, parser.state());
+        EXPECT_EQ(what, verbose(yajl::k_floatOverflow, text, 1));
+        EXPECT_EQ(parser.state(), 3);
     }
 }
 
@@ -369,8 +366,7 @@ TEST(CallbackParserErrors, the_messages_of_swallowed_errors_live_as_long_as_the_
     parser.parse("[1,]");
     parser.parse("more");
     ASSERT_EQ(listener.shown.size(), 2U);
-    EXPECT_EQ(listener.shown[0],
-              verbose("parse error: unallowed token at this point in JSON text", "[1,]", 4));
+    EXPECT_EQ(verbose(yajl::k_unallowedToken, "[1,]", 4), listener.shown[0]);
     EXPECT_EQ(std::string(listener.shown[1]).substr(0, 12), "parse error:");
 }
 

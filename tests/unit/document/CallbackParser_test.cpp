@@ -51,57 +51,57 @@ Outcome parsed(const std::string& text, std::size_t size = 0) {
 TEST(CallbackParser, has_read_nothing_when_new) {
     RecordingListener listener;
     const CallbackParser parser(&listener);
-    EXPECT_EQ(2, parser.state());
-    EXPECT_EQ(0u, parser.position());
-    EXPECT_EQ("", listener.words);
+    EXPECT_EQ(parser.state(), 2);
+    EXPECT_EQ(parser.position(), 0u);
+    EXPECT_EQ(listener.words, "");
 }
 
 TEST(CallbackParser, delivers_an_array_in_order) {
-    EXPECT_EQ((Outcome{"[ n1 n2 ] ", 0}), parsed("[1,2]"));
+    EXPECT_EQ(parsed("[1,2]"), (Outcome{"[ n1 n2 ] ", 0}));
 }
 
 TEST(CallbackParser, delivers_every_kind_of_value) {
-    EXPECT_EQ((Outcome{"{ ka null kb true kc false kd n-1.50e+3 ke sx kf [ ] kg { } } ", 0}),
-              parsed(R"({"a":null,"b":true,"c":false,"d":-1.50e+3,"e":"x","f":[],"g":{}})"));
+    EXPECT_EQ(parsed(R"({"a":null,"b":true,"c":false,"d":-1.50e+3,"e":"x","f":[],"g":{}})"),
+              (Outcome{"{ ka null kb true kc false kd n-1.50e+3 ke sx kf [ ] kg { } } ", 0}));
 }
 
 TEST(CallbackParser, completes_a_literal_a_string_and_a_container_with_their_last_byte) {
-    EXPECT_EQ((Outcome{"null ", 0}), parsed("null"));
-    EXPECT_EQ((Outcome{"true ", 0}), parsed("true"));
-    EXPECT_EQ((Outcome{"false ", 0}), parsed("false"));
-    EXPECT_EQ((Outcome{"s ", 0}), parsed("\"\""));
-    EXPECT_EQ((Outcome{"{ } ", 0}), parsed("{}"));
-    EXPECT_EQ((Outcome{"[ ] ", 0}), parsed("[]"));
+    EXPECT_EQ(parsed("null"), (Outcome{"null ", 0}));
+    EXPECT_EQ(parsed("true"), (Outcome{"true ", 0}));
+    EXPECT_EQ(parsed("false"), (Outcome{"false ", 0}));
+    EXPECT_EQ(parsed("\"\""), (Outcome{"s ", 0}));
+    EXPECT_EQ(parsed("{}"), (Outcome{"{ } ", 0}));
+    EXPECT_EQ(parsed("[]"), (Outcome{"[ ] ", 0}));
 }
 
 TEST(CallbackParser, delivers_a_top_level_number_only_when_a_byte_follows) {
-    EXPECT_EQ((Outcome{"", 2}), parsed("123"));
-    EXPECT_EQ((Outcome{"n123 ", 0}), parsed("123 "));
-    EXPECT_EQ((Outcome{"n42 ", 0}), parsed("42\n"));
-    EXPECT_EQ((Outcome{"n42 ", 0}), parsed("42x"));
-    EXPECT_EQ((Outcome{"n42 ", 0}), parsed("42]"));
+    EXPECT_EQ(parsed("123"), (Outcome{"", 2}));
+    EXPECT_EQ(parsed("123 "), (Outcome{"n123 ", 0}));
+    EXPECT_EQ(parsed("42\n"), (Outcome{"n42 ", 0}));
+    EXPECT_EQ(parsed("42x"), (Outcome{"n42 ", 0}));
+    EXPECT_EQ(parsed("42]"), (Outcome{"n42 ", 0}));
 }
 
-TEST(CallbackParser, is_not_told_the_end_of_a_number_by_an_empty_piece) {
+TEST(CallbackParser, is_not_given_the_end_of_a_number_by_an_empty_piece) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse("42");
     parser.parse("");
-    EXPECT_EQ("", listener.words);
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(listener.words, "");
+    EXPECT_EQ(parser.state(), 2);
     parser.parse("3 ");
-    EXPECT_EQ("n423 ", listener.words);
-    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(listener.words, "n423 ");
+    EXPECT_EQ(parser.state(), 0);
 }
 
 TEST(CallbackParser, takes_text_that_stops_early_as_no_error) {
-    EXPECT_EQ((Outcome{"[ n1 ", 2}), parsed("[1, 2"));
-    EXPECT_EQ((Outcome{"{ ka [ ", 2}), parsed(R"({"a": [1)"));
-    EXPECT_EQ((Outcome{"", 2}), parsed("tru"));
-    EXPECT_EQ((Outcome{"", 2}), parsed("\"abc"));
-    EXPECT_EQ((Outcome{"[ ", 2}), parsed("[\"\\u12"));
-    EXPECT_EQ((Outcome{"", 2}), parsed(" \n\t\r"));
-    EXPECT_EQ((Outcome{"", 2}), parsed("-"));
+    EXPECT_EQ(parsed("[1, 2"), (Outcome{"[ n1 ", 2}));
+    EXPECT_EQ(parsed(R"({"a": [1)"), (Outcome{"{ ka [ ", 2}));
+    EXPECT_EQ(parsed("tru"), (Outcome{"", 2}));
+    EXPECT_EQ(parsed("\"abc"), (Outcome{"", 2}));
+    EXPECT_EQ(parsed("[\"\\u12"), (Outcome{"[ ", 2}));
+    EXPECT_EQ(parsed(" \n\t\r"), (Outcome{"", 2}));
+    EXPECT_EQ(parsed("-"), (Outcome{"", 2}));
 }
 
 TEST(CallbackParser, takes_an_empty_text_as_no_error) {
@@ -110,22 +110,22 @@ TEST(CallbackParser, takes_an_empty_text_as_no_error) {
     parser.parse("");
     parser.parse(nullptr, 0);
     parser.parse(std::string());
-    EXPECT_EQ("", listener.words);
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(listener.words, "");
+    EXPECT_EQ(parser.state(), 2);
 }
 
-TEST(CallbackParser, passes_over_comments_of_both_forms) {
-    EXPECT_EQ((Outcome{"[ n1 n2 ] ", 0}), parsed("[1, /* c */ 2]"));
+TEST(CallbackParser, skips_comments_of_both_forms) {
+    EXPECT_EQ(parsed("[1, /* c */ 2]"), (Outcome{"[ n1 n2 ] ", 0}));
     EXPECT_EQ((Outcome{"[ n1 n2 ] ", 0}), parsed("// a\n[1, // b ] \n2/**/]"));
-    EXPECT_EQ((Outcome{"[ n1 ] ", 0}), parsed("/* [ ** / */[1]"));
+    EXPECT_EQ(parsed("/* [ ** / */[1]"), (Outcome{"[ n1 ] ", 0}));
     EXPECT_EQ((Outcome{"", 2}), parsed("/* only a comment */ // and another\n"));
-    EXPECT_EQ((Outcome{"[ s/*x*/ ] ", 0}), parsed(R"(["/*x*/"])"));
+    EXPECT_EQ(parsed(R"(["/*x*/"])"), (Outcome{"[ s/*x*/ ] ", 0}));
 }
 
-TEST(CallbackParser, looks_at_nothing_behind_the_complete_value) {
-    EXPECT_EQ((Outcome{"[ ] ", 0}), parsed("[] garbage ]}\x01"));
-    EXPECT_EQ((Outcome{"{ } ", 0}), parsed("{}[1,2]"));
-    EXPECT_EQ((Outcome{"null ", 0}), parsed("nullnull"));
+TEST(CallbackParser, looks_at_nothing_after_the_complete_value) {
+    EXPECT_EQ(parsed("[] garbage ]}\x01"), (Outcome{"[ ] ", 0}));
+    EXPECT_EQ(parsed("{}[1,2]"), (Outcome{"{ } ", 0}));
+    EXPECT_EQ(parsed("nullnull"), (Outcome{"null ", 0}));
 }
 
 TEST(CallbackParser, looks_at_no_later_piece_once_the_value_is_complete) {
@@ -134,50 +134,50 @@ TEST(CallbackParser, looks_at_no_later_piece_once_the_value_is_complete) {
     parser.parse("[1]");
     for (const char* const more : {"", " ", "[2]", "garbage", "]"}) {
         parser.parse(more);
-        EXPECT_EQ(0, parser.state()) << more;
+        EXPECT_EQ(parser.state(), 0) << more;
     }
-    EXPECT_EQ("[ n1 ] ", listener.words);
-    EXPECT_EQ(3u, parser.position());
+    EXPECT_EQ(listener.words, "[ n1 ] ");
+    EXPECT_EQ(parser.position(), 3u);
 }
 
 TEST(CallbackParser, resolves_escapes_in_strings_and_keys) {
-    EXPECT_EQ((Outcome{"{ k\"\\/\b\f\n\r\t s\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E } ", 0}),
-              parsed(R"({"\"\\\/\b\f\n\r\t":"\u00e9\u20AC\uD834\udd1e"})"));
+    EXPECT_EQ(parsed(R"({"\"\\\/\b\f\n\r\t":"\u00e9\u20AC\uD834\udd1e"})"),
+              (Outcome{"{ k\"\\/\b\f\n\r\t s\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E } ", 0}));
 }
 
 TEST(CallbackParser, keeps_a_nul_in_strings_and_keys) {
     const std::string nul(1, '\0');
-    EXPECT_EQ((Outcome{"{ ka" + nul + "b s" + nul + " } ", 0}), parsed(R"({"a\u0000b":"\u0000"})"));
+    EXPECT_EQ(parsed(R"({"a\u0000b":"\u0000"})"), (Outcome{"{ ka" + nul + "b s" + nul + " } ", 0}));
 }
 
 TEST(CallbackParser, delivers_bytes_that_are_no_utf8_as_they_are) {
-    EXPECT_EQ((Outcome{"{ k\xFF s\x80\xC0\xAF\xED\xA0\x80 } ", 0}),
-              parsed("{\"\xFF\":\"\x80\xC0\xAF\xED\xA0\x80\"}"));
+    EXPECT_EQ(parsed("{\"\xFF\":\"\x80\xC0\xAF\xED\xA0\x80\"}"),
+              (Outcome{"{ k\xFF s\x80\xC0\xAF\xED\xA0\x80 } ", 0}));
 }
 
 TEST(CallbackParser, delivers_repeated_keys_each_time) {
-    EXPECT_EQ((Outcome{"{ ka n1 ka n2 } ", 0}), parsed(R"({"a":1,"a":2})"));
+    EXPECT_EQ(parsed(R"({"a":1,"a":2})"), (Outcome{"{ ka n1 ka n2 } ", 0}));
 }
 
 TEST(CallbackParser, delivers_numbers_letter_for_letter) {
-    EXPECT_EQ((Outcome{"[ n-0 n1.50 n1E400 n123456789012345678901234567890 n0.1e-7 ] ", 0}),
-              parsed("[-0,1.50,1E400,123456789012345678901234567890,0.1e-7]"));
+    EXPECT_EQ(parsed("[-0,1.50,1E400,123456789012345678901234567890,0.1e-7]"),
+              (Outcome{"[ n-0 n1.50 n1E400 n123456789012345678901234567890 n0.1e-7 ] ", 0}));
 }
 
 TEST(CallbackParser, reads_the_same_wherever_the_text_is_cut) {
     const std::string text =
         " {\"a\\u00e9\": [ -1.5e+10 , true, false, null, \"x\\\"y\" ] /* c */, // d\n \"\": {} } ";
     const Outcome whole = parsed(text);
-    EXPECT_EQ((Outcome{"{ ka\xC3\xA9 [ n-1.5e+10 true false null sx\"y ] k { } } ", 0}), whole);
+    EXPECT_EQ(whole, (Outcome{"{ ka\xC3\xA9 [ n-1.5e+10 true false null sx\"y ] k { } } ", 0}));
     for (std::size_t size = 1; size < text.size(); ++size) {
-        EXPECT_EQ(whole, parsed(text, size)) << "in pieces of " << size;
+        EXPECT_EQ(parsed(text, size), whole) << "in pieces of " << size;
     }
     for (std::size_t cut = 0; cut <= text.size(); ++cut) {
         RecordingListener listener;
         CallbackParser parser(&listener);
         parser.parse(text.data(), static_cast<unsigned int>(cut));
         parser.parse(text.substr(cut));
-        EXPECT_EQ(whole, (Outcome{listener.words, parser.state()})) << "cut at " << cut;
+        EXPECT_EQ((Outcome{listener.words, parser.state()}), whole) << "cut at " << cut;
     }
 }
 
@@ -185,30 +185,30 @@ TEST(CallbackParser, goes_on_with_the_same_document_in_a_second_call) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse("[1");
-    EXPECT_EQ("[ ", listener.words);
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(listener.words, "[ ");
+    EXPECT_EQ(parser.state(), 2);
     parser.parse(",2]");
-    EXPECT_EQ("[ n1 n2 ] ", listener.words);
-    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(listener.words, "[ n1 n2 ] ");
+    EXPECT_EQ(parser.state(), 0);
 }
 
 TEST(CallbackParser, reads_only_the_length_that_it_is_given) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse("[1]garbage", 2);
-    EXPECT_EQ("[ ", listener.words);
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(listener.words, "[ ");
+    EXPECT_EQ(parser.state(), 2);
 }
 
 TEST(CallbackParser, counts_its_position_over_all_pieces) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse("  [1");
-    EXPECT_EQ(4u, parser.position());
+    EXPECT_EQ(parser.position(), 4u);
     parser.parse(" ,2");
-    EXPECT_EQ(7u, parser.position());
+    EXPECT_EQ(parser.position(), 7u);
     parser.parse("]  ");
-    EXPECT_EQ(8u, parser.position());
+    EXPECT_EQ(parser.position(), 8u);
 }
 
 TEST(CallbackParser, takes_any_answer_but_0_as_to_go_on) {
@@ -217,8 +217,8 @@ TEST(CallbackParser, takes_any_answer_but_0_as_to_go_on) {
         listener.goOn = answer;
         CallbackParser parser(&listener);
         parser.parse("[1,{\"a\":null}]");
-        EXPECT_EQ("[ n1 { ka null } ] ", listener.words) << answer;
-        EXPECT_EQ(0, parser.state()) << answer;
+        EXPECT_EQ(listener.words, "[ n1 { ka null } ] ") << answer;
+        EXPECT_EQ(parser.state(), 0) << answer;
     }
 }
 
@@ -227,8 +227,8 @@ TEST(CallbackParser, delivers_numbers_by_value_to_a_listener_that_wants_no_text)
     listener.numbersAsText = false;
     CallbackParser parser(&listener);
     parser.parse("[7,7.5,-3,1e2,0,-0.0,5E-1]");
-    EXPECT_EQ("[ i7 d7.5 i-3 d100 i0 d-0 d0.5 ] ", listener.words);
-    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(listener.words, "[ i7 d7.5 i-3 d100 i0 d-0 d0.5 ] ");
+    EXPECT_EQ(parser.state(), 0);
 }
 
 TEST(CallbackParser, delivers_the_whole_range_of_long_by_value) {
@@ -238,17 +238,17 @@ TEST(CallbackParser, delivers_the_whole_range_of_long_by_value) {
     const std::string largest = std::to_string(std::numeric_limits<long>::max());
     const std::string smallest = std::to_string(std::numeric_limits<long>::min());
     parser.parse("[" + largest + "," + smallest + "]");
-    EXPECT_EQ("[ i" + largest + " i" + smallest + " ] ", listener.words);
+    EXPECT_EQ(listener.words, "[ i" + largest + " i" + smallest + " ] ");
 }
 
 TEST(CallbackParser, asks_once_for_the_form_of_numbers_and_when_it_is_made) {
     RecordingListener listener;
     CallbackParser parser(&listener);
-    EXPECT_EQ(1, listener.timesAsked);
+    EXPECT_EQ(listener.timesAsked, 1);
     listener.numbersAsText = false;
     parser.parse("[1,2.5]");
-    EXPECT_EQ("[ n1 n2.5 ] ", listener.words);
-    EXPECT_EQ(1, listener.timesAsked);
+    EXPECT_EQ(listener.words, "[ n1 n2.5 ] ");
+    EXPECT_EQ(listener.timesAsked, 1);
 }
 
 /// Says nothing about numbers.
@@ -273,21 +273,21 @@ public:
     std::string number;
 };
 
-TEST(CallbackParser, delivers_numbers_as_text_unless_told_otherwise) {
+TEST(CallbackParser, delivers_numbers_as_text_unless_asked_otherwise) {
     SilentListener listener;
     EXPECT_TRUE(listener.use_number_callback());
     CallbackParser parser(&listener);
     parser.parse("[1.50]");
-    EXPECT_EQ("1.50", listener.number);
+    EXPECT_EQ(listener.number, "1.50");
 }
 
 TEST(CallbackParser, reads_a_stream_to_its_end) {
     std::istringstream in(R"({"a":[1,2]} )");
     RecordingListener listener;
     CallbackParser parser(&listener);
-    EXPECT_EQ(&in, &parser.parse(in));
-    EXPECT_EQ("{ ka [ n1 n2 ] } ", listener.words);
-    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(&parser.parse(in), &in);
+    EXPECT_EQ(listener.words, "{ ka [ n1 n2 ] } ");
+    EXPECT_EQ(parser.state(), 0);
 }
 
 TEST(CallbackParser, reads_a_stream_of_many_pieces) {
@@ -299,17 +299,17 @@ TEST(CallbackParser, reads_a_stream_of_many_pieces) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse(in);
-    EXPECT_EQ(parsed(text), (Outcome{listener.words, parser.state()}));
-    EXPECT_EQ(text.size(), parser.position());
+    EXPECT_EQ((Outcome{listener.words, parser.state()}), parsed(text));
+    EXPECT_EQ(parser.position(), text.size());
 }
 
-TEST(CallbackParser, consumes_what_a_stream_has_behind_the_value) {
+TEST(CallbackParser, consumes_what_a_stream_has_after_the_value) {
     std::istringstream in("[1] [2]");
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse(in);
-    EXPECT_EQ("[ n1 ] ", listener.words);
-    EXPECT_EQ(0, in.rdbuf()->in_avail());
+    EXPECT_EQ(listener.words, "[ n1 ] ");
+    EXPECT_EQ(in.rdbuf()->in_avail(), 0);
 }
 
 TEST(CallbackParser, does_not_touch_a_stream_that_is_not_good) {
@@ -318,11 +318,11 @@ TEST(CallbackParser, does_not_touch_a_stream_that_is_not_good) {
         in.setstate(bit);
         RecordingListener listener;
         CallbackParser parser(&listener);
-        EXPECT_EQ(&in, &parser.parse(in));
-        EXPECT_EQ(bit, in.rdstate());
-        EXPECT_EQ(3, in.rdbuf()->in_avail());
-        EXPECT_EQ("", listener.words);
-        EXPECT_EQ(2, parser.state());
+        EXPECT_EQ(&parser.parse(in), &in);
+        EXPECT_EQ(in.rdstate(), bit);
+        EXPECT_EQ(in.rdbuf()->in_avail(), 3);
+        EXPECT_EQ(listener.words, "");
+        EXPECT_EQ(parser.state(), 2);
     }
 }
 
@@ -353,17 +353,17 @@ TEST(CallbackParser, does_not_wait_for_a_stream_that_has_nothing_yet) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse(in);
-    EXPECT_EQ("", listener.words);
-    EXPECT_EQ(2, parser.state());
+    EXPECT_EQ(listener.words, "");
+    EXPECT_EQ(parser.state(), 2);
     EXPECT_TRUE(in.good());
 
     terminal.type("[1,");
     parser.parse(in);
-    EXPECT_EQ("[ n1 ", listener.words);
+    EXPECT_EQ(listener.words, "[ n1 ");
     terminal.type("2]");
     parser.parse(in);
-    EXPECT_EQ("[ n1 n2 ] ", listener.words);
-    EXPECT_EQ(0, parser.state());
+    EXPECT_EQ(listener.words, "[ n1 n2 ] ");
+    EXPECT_EQ(parser.state(), 0);
     EXPECT_TRUE(in.good());
 }
 
@@ -374,8 +374,8 @@ TEST(CallbackParser, reads_a_stream_in_pieces_of_at_most_255_bytes) {
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse(in);
-    EXPECT_EQ("255 255 94 ", terminal.reads);
-    EXPECT_EQ("[ s" + std::string(600, 'x') + " ] ", listener.words);
+    EXPECT_EQ(terminal.reads, "255 255 94 ");
+    EXPECT_EQ(listener.words, "[ s" + std::string(600, 'x') + " ] ");
 }
 
 /// If each piece made the token be read again from its beginning, this would take hours.
@@ -388,8 +388,8 @@ TEST(CallbackParser, reads_a_long_token_of_a_stream_in_pieces_of_255_bytes_too) 
     RecordingListener listener;
     CallbackParser parser(&listener);
     parser.parse(in);
-    EXPECT_EQ("[ s" + token + " n1 ] ", listener.words);
-    EXPECT_EQ(std::string::npos, terminal.reads.find("256"));
+    EXPECT_EQ(listener.words, "[ s" + token + " n1 ] ");
+    EXPECT_EQ(terminal.reads.find("256"), std::string::npos);
     const auto pieces = std::count(terminal.reads.begin(), terminal.reads.end(), ' ');
     EXPECT_GE(pieces, 7000000 / 255);
 }

@@ -21,6 +21,7 @@
 #include "support/Document.h"
 #include "support/FullDisk.h"
 #include "support/ScratchFolder.h"
+#include "support/YajlMessages.h"
 
 namespace orvid_test {
 namespace {
@@ -57,7 +58,7 @@ TEST(DomFile, saves_without_meta_where_that_is_not_to_be_written) {
     EXPECT_EQ(contentOf(folder.file("a")), R"({"a":{"meta":2}})");
 }
 
-TEST(DomFile, passes_over_a_byte_order_mark_and_writes_none) {
+TEST(DomFile, skips_a_byte_order_mark_and_writes_none) {
     const ScratchFolder folder;
     const std::string name = folder.makeFile("a", "\xEF\xBB\xBF[1]");
     Dom::load(name).save(name, WriteOptions::compact());
@@ -67,7 +68,7 @@ TEST(DomFile, passes_over_a_byte_order_mark_and_writes_none) {
     EXPECT_THROW(Dom::load(folder.makeFile("b", std::string("\xFF\xFE[\0", 4))), FileException);
 }
 
-TEST(DomFile, reads_strictly_unless_told_otherwise) {
+TEST(DomFile, reads_strictly_unless_asked_otherwise) {
     const ScratchFolder folder;
     for (const char* const text : {"", "[1] x", "[1", R"({"a":1,"a":2})", "[\"\xFF\"]"}) {
         const std::string name = folder.makeFile("a", text);
@@ -77,7 +78,7 @@ TEST(DomFile, reads_strictly_unless_told_otherwise) {
     EXPECT_EQ(compact(*Dom::load(folder.makeFile("a", "42"))), "42");
 }
 
-TEST(DomFile, names_the_file_and_the_place_of_a_fault) {
+TEST(DomFile, names_the_file_and_the_place_of_an_error) {
     const ScratchFolder folder;
     const std::string name = folder.makeFile("a.json", "{\"a\":\n  [1, x]}");
     const auto error = thrownBy<FileException>([&] { Dom::load(name); });
@@ -92,11 +93,11 @@ TEST(DomFile, names_the_file_and_the_place_of_a_fault) {
     EXPECT_EQ(*cause->elementPath(), "a");
 }
 
-TEST(DomFile, tells_no_place_where_lenient_reading_knows_none) {
+TEST(DomFile, gives_no_place_where_lenient_reading_knows_none) {
     const ScratchFolder folder;
     const std::string name = folder.makeFile("a.json", "[1, ]");
     const auto error = thrownBy<FileException>([&] { Dom::load(name, ReadOptions()); });
-    EXPECT_EQ(error.reason(), "parse error: unallowed token at this point in JSON text");
+    EXPECT_EQ(error.reason(), yajl::k_unallowedToken);
 }
 
 TEST(DomFile, names_a_file_that_cannot_be_read) {
@@ -174,7 +175,7 @@ TEST(DomFile, saves_containers_of_any_depth) {
     EXPECT_EQ(contentOf(folder.file("a")), text);
 }
 
-TEST(DomFile, saves_no_text_that_is_no_utf8_unless_told_to) {
+TEST(DomFile, saves_no_text_that_is_no_utf8_unless_asked_to) {
     Dom dom = documentOf(Document(R"({"a": [1]})").root);
     (*dom).get("a[0]") = "\xFF";
     WriteOptions options = WriteOptions::compact();

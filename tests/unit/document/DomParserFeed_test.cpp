@@ -25,7 +25,7 @@ using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 using orvid_test::compact;
 using orvid_test::Document;
-using orvid_test::faultText;
+using orvid_test::errorText;
 using orvid_test::thrownBy;
 
 /// The text of the Exception that the action must throw.
@@ -45,9 +45,9 @@ TEST(DomParserFeed, builds_a_document_from_pieces) {
         parser.feed(piece);
     }
     parser.finish();
-    EXPECT_EQ(R"({"a": [12,true],"b": {}})", compact(root));
-    EXPECT_EQ(0, parser.state());
-    EXPECT_EQ(nullptr, parser.openElement());
+    EXPECT_EQ(compact(root), R"({"a": [12,true],"b": {}})");
+    EXPECT_EQ(parser.state(), 0);
+    EXPECT_EQ(parser.openElement(), nullptr);
     CHECK_LINKS(root);
 }
 
@@ -64,7 +64,7 @@ TEST(DomParserFeed, reads_a_long_value_that_comes_byte_by_byte) {
         }
         parser.feed("\"]");
         parser.finish();
-        EXPECT_EQ(value, root.get("[0]").string());
+        EXPECT_EQ(root.get("[0]").string(), value);
     }
 }
 
@@ -73,9 +73,9 @@ TEST(DomParserFeed, shows_what_is_built_so_far) {
     DomParser parser;
     parser.begin(root);
     parser.feed("{\"a\": [1, 2");
-    EXPECT_EQ(R"({"a": [1]})", compact(root));
-    EXPECT_EQ(2, parser.state());
-    EXPECT_EQ(11U, parser.position());
+    EXPECT_EQ(compact(root), R"({"a": [1]})");
+    EXPECT_EQ(parser.state(), 2);
+    EXPECT_EQ(parser.position(), 11U);
 }
 
 TEST(DomParserFeed, completes_a_number_at_the_end_of_the_text) {
@@ -86,9 +86,9 @@ TEST(DomParserFeed, completes_a_number_at_the_end_of_the_text) {
     parser.feed("2");
     EXPECT_TRUE(root.isNull());
     parser.finish();
-    EXPECT_EQ("42", compact(root));
-    EXPECT_EQ(0, parser.state());
-    EXPECT_EQ(2U, parser.position());
+    EXPECT_EQ(compact(root), "42");
+    EXPECT_EQ(parser.state(), 0);
+    EXPECT_EQ(parser.position(), 2U);
 }
 
 TEST(DomParserFeed, leaves_a_text_that_ends_early_to_the_caller_unless_it_must_be_whole) {
@@ -97,37 +97,37 @@ TEST(DomParserFeed, leaves_a_text_that_ends_early_to_the_caller_unless_it_must_b
     parser.begin(root);
     parser.feed("{\"a\": [-");
     parser.finish();
-    EXPECT_EQ(R"({"a": []})", compact(root));
-    EXPECT_EQ(2, parser.state());
-    ASSERT_NE(nullptr, parser.openElement());
-    EXPECT_EQ("a", parser.openElement()->path());
+    EXPECT_EQ(compact(root), R"({"a": []})");
+    EXPECT_EQ(parser.state(), 2);
+    ASSERT_NE(parser.openElement(), nullptr);
+    EXPECT_EQ(parser.openElement()->path(), "a");
 
     DomParser strict(ReadOptions::strict());
     strict.begin(root);
     strict.feed("{\"a\": [-");
-    EXPECT_EQ("1,9-1,9 @a: The text ends before the document is complete",
-              faultText(thrownBy<ParseException>([&] { strict.finish(); })));
-    EXPECT_EQ(nullptr, strict.openElement());
-    EXPECT_EQ(8U, strict.position());
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { strict.finish(); })),
+              "1,9-1,9 @a: The text ends before the document is complete");
+    EXPECT_EQ(strict.openElement(), nullptr);
+    EXPECT_EQ(strict.position(), 8U);
 }
 
-TEST(DomParserFeed, places_faults_also_when_it_is_lenient) {
+TEST(DomParserFeed, places_errors_also_when_it_is_lenient) {
     Element root;
     DomParser parser;
     parser.begin(root);
     parser.feed("[1,\n");
-    EXPECT_EQ("2,1-2,1 @: Unexpected ']' after a comma: trailing commas are not allowed",
-              faultText(thrownBy<ParseException>([&] { parser.feed("]"); })));
-    EXPECT_EQ("[1]", compact(root));
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.feed("]"); })),
+              "2,1-2,1 @: Unexpected ']' after a comma: trailing commas are not allowed");
+    EXPECT_EQ(compact(root), "[1]");
 }
 
-TEST(DomParserFeed, is_over_after_a_fault) {
+TEST(DomParserFeed, is_over_after_an_error) {
     Element root;
     DomParser parser(ReadOptions::strict());
     parser.begin(root);
     EXPECT_THROW(parser.feed("x"), ParseException);
-    EXPECT_EQ(k_notFed, messageOf([&] { parser.feed("[]"); }));
-    EXPECT_EQ(k_notFed, messageOf([&] { parser.finish(); }));
+    EXPECT_EQ(messageOf([&] { parser.feed("[]"); }), k_notFed);
+    EXPECT_EQ(messageOf([&] { parser.finish(); }), k_notFed);
     EXPECT_TRUE(root.isNull());
 }
 
@@ -135,13 +135,13 @@ TEST(DomParserFeed, needs_a_begin) {
     Element root;
     for (const ReadOptions& options : {ReadOptions(), ReadOptions::strict()}) {
         DomParser parser(options);
-        EXPECT_EQ(k_notFed, messageOf([&] { parser.feed("1"); }));
-        EXPECT_EQ(k_notFed, messageOf([&] { parser.finish(); }));
+        EXPECT_EQ(messageOf([&] { parser.feed("1"); }), k_notFed);
+        EXPECT_EQ(messageOf([&] { parser.finish(); }), k_notFed);
         parser.begin(root);
         parser.feed("[]");
         parser.finish();
-        EXPECT_EQ(k_notFed, messageOf([&] { parser.finish(); }));
-        EXPECT_EQ(k_notFed, messageOf([&] { parser.feed(""); }));
+        EXPECT_EQ(messageOf([&] { parser.finish(); }), k_notFed);
+        EXPECT_EQ(messageOf([&] { parser.feed(""); }), k_notFed);
     }
 }
 
@@ -152,15 +152,15 @@ TEST(DomParserFeed, begins_a_document_of_its_own_each_time) {
     parser.begin(first);
     parser.feed("[1,\n2,");
     parser.begin(second);
-    EXPECT_EQ("2,2-2,2 @a: Unexpected 'x': expected a value",
-              faultText(thrownBy<ParseException>([&] { parser.feed("{\"a\":\n x"); })));
-    EXPECT_EQ(7U, parser.position());
-    EXPECT_EQ("[1,2]", compact(first));
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.feed("{\"a\":\n x"); })),
+              "2,2-2,2 @a: Unexpected 'x': expected a value");
+    EXPECT_EQ(parser.position(), 7U);
+    EXPECT_EQ(compact(first), "[1,2]");
     parser.begin(first);
     parser.feed("true");
     parser.finish();
-    EXPECT_EQ("true", compact(first));
-    EXPECT_EQ(4U, parser.position());
+    EXPECT_EQ(compact(first), "true");
+    EXPECT_EQ(parser.position(), 4U);
 }
 
 TEST(DomParserFeed, parse_ends_what_was_begun) {
@@ -170,7 +170,7 @@ TEST(DomParserFeed, parse_ends_what_was_begun) {
         DomParser parser(options);
         parser.begin(root);
         parser.parse(other, "[1]");
-        EXPECT_EQ("[1]", compact(other));
+        EXPECT_EQ(compact(other), "[1]");
         EXPECT_THROW(parser.feed("[]"), Exception);
     }
 }
@@ -180,11 +180,11 @@ TEST(DomParserFeed, strict_parses_are_documents_of_their_own) {
     DomParser parser(ReadOptions::strict());
     parser.parse(root, "[1]");
     EXPECT_THROW(parser.parse(root, "[1,\n2"), ParseException);
-    EXPECT_EQ("1,2-1,2 @: Unexpected 'x': expected a value or ']'",
-              faultText(thrownBy<ParseException>([&] { parser.parse(root, "[x"); })));
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.parse(root, "[x"); })),
+              "1,2-1,2 @: Unexpected 'x': expected a value or ']'");
     parser.parse(root, "{\"a\": 2}", 8);
-    EXPECT_EQ("{\"a\": 2}", compact(root));
-    EXPECT_EQ(8U, parser.position());
+    EXPECT_EQ(compact(root), "{\"a\": 2}");
+    EXPECT_EQ(parser.position(), 8U);
 }
 
 TEST(DomParserFeed, lenient_parses_with_checks_go_on_with_their_text) {
@@ -195,27 +195,27 @@ TEST(DomParserFeed, lenient_parses_with_checks_go_on_with_their_text) {
     parser.parse(root, "[1]");
     parser.parse(root, "x");
     EXPECT_TRUE(root.isNull());
-    EXPECT_EQ(0, parser.state());
-    EXPECT_EQ("1,7-1,7 @: The text is longer than 6 bytes",
-              faultText(thrownBy<ParseException>([&] { parser.parse(root, "yzz"); })));
-    EXPECT_EQ("An error has ended the document!", messageOf([&] { parser.parse(root, "[]"); }));
+    EXPECT_EQ(parser.state(), 0);
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.parse(root, "yzz"); })),
+              "1,7-1,7 @: The text is longer than 6 bytes");
+    EXPECT_EQ(messageOf([&] { parser.parse(root, "[]"); }), "An error has ended the document!");
 }
 
 TEST(DomParserFeed, strict_text_may_lie_in_the_value_that_it_replaces) {
     Element root(R"({"a": "a text that is too long to be kept in place"})");
     DomParser(ReadOptions::strict()).parse(root, root.string());
-    EXPECT_EQ(R"({"a": "a text that is too long to be kept in place"})", compact(root));
+    EXPECT_EQ(compact(root), R"({"a": "a text that is too long to be kept in place"})");
 }
 
-TEST(DomParserFeed, faults_name_the_element_by_its_whole_path) {
+TEST(DomParserFeed, errors_name_the_element_by_its_whole_path) {
     const Document doc(R"({"x": [0, {"y": 1}]})");
     Element& place = const_cast<Element&>(doc.root.get("x[1].y"));
     DomParser parser(ReadOptions::strict());
-    EXPECT_EQ("1,6-1,6 @x[1].y.a: Unexpected 'x': expected a value",
-              faultText(thrownBy<ParseException>([&] { parser.parse(place, R"({"a":x)"); })));
-    EXPECT_EQ("1,4-1,4 @x[1].y: Unexpected 'x': the document is complete",
-              faultText(thrownBy<ParseException>([&] { parser.parse(place, "{} x"); })));
-    EXPECT_EQ(R"({"x": [0,{"y": {}}]})", compact(doc.root));
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.parse(place, R"({"a":x)"); })),
+              "1,6-1,6 @x[1].y.a: Unexpected 'x': expected a value");
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.parse(place, "{} x"); })),
+              "1,4-1,4 @x[1].y: Unexpected 'x': the document is complete");
+    EXPECT_EQ(compact(doc.root), R"({"x": [0,{"y": {}}]})");
     CHECK_LINKS(doc.root);
 }
 
@@ -225,10 +225,10 @@ TEST(DomParserFeed, reads_the_root_of_a_document) {
     dom.setRoot(root, false);
     DomParser parser(ReadOptions::strict());
     parser.parse(dom, "[1]");
-    EXPECT_EQ("[1]", compact(root));
+    EXPECT_EQ(compact(root), "[1]");
     std::istringstream in("[2]");
     parser.parse(dom, in);
-    EXPECT_EQ("[2]", compact(root));
+    EXPECT_EQ(compact(root), "[2]");
     EXPECT_THROW(parser.parse(dom, "[3", 2), ParseException);
 }
 
@@ -262,16 +262,16 @@ TEST(DomParserFeed, a_stream_is_waited_for_when_the_document_must_be_whole) {
     std::istream in(&pipe);
     Element root;
     DomParser(ReadOptions::strict()).parse(root, in);
-    EXPECT_EQ(R"({"a": [1,2]})", compact(root));
-    EXPECT_EQ(std::ios_base::eofbit, in.rdstate());
+    EXPECT_EQ(compact(root), R"({"a": [1,2]})");
+    EXPECT_EQ(in.rdstate(), std::ios_base::eofbit);
 }
 
-TEST(DomParserFeed, a_stream_may_throw_at_its_end_when_told_to) {
+TEST(DomParserFeed, a_stream_may_throw_at_its_end_when_asked_to) {
     std::istringstream in("[1]");
     in.exceptions(std::ios_base::failbit | std::ios_base::badbit);
     Element root;
     DomParser(ReadOptions::strict()).parse(root, in);
-    EXPECT_EQ("[1]", compact(root));
+    EXPECT_EQ(compact(root), "[1]");
 }
 
 TEST(DomParserFeed, a_stream_that_fails_is_no_end_of_the_text) {
@@ -279,15 +279,15 @@ TEST(DomParserFeed, a_stream_that_fails_is_no_end_of_the_text) {
     std::istream in(&pipe);
     Element root;
     DomParser parser(ReadOptions::strict());
-    EXPECT_EQ("The stream has failed!", messageOf([&] { parser.parse(root, in); }));
+    EXPECT_EQ(messageOf([&] { parser.parse(root, in); }), "The stream has failed!");
     EXPECT_TRUE(in.bad());
 }
 
-TEST(DomParserFeed, a_stream_that_is_not_good_is_told_of) {
+TEST(DomParserFeed, a_stream_that_is_not_good_is_reported) {
     std::ifstream in("/there/is/no/such/file.json");
     Element root("before");
     DomParser parser(ReadOptions::strict());
-    EXPECT_EQ("The stream cannot be read!", messageOf([&] { parser.parse(root, in); }));
+    EXPECT_EQ(messageOf([&] { parser.parse(root, in); }), "The stream cannot be read!");
     EXPECT_TRUE(root.isNull());
 }
 
@@ -300,16 +300,16 @@ TEST(DomParserFeed, a_stream_that_is_not_good_is_empty_unless_the_document_must_
     DomParser parser(options);
     parser.parse(root, in);
     EXPECT_TRUE(root.isNull());
-    EXPECT_EQ(0U, parser.position());
-    EXPECT_EQ(std::ios_base::failbit, in.rdstate());
+    EXPECT_EQ(parser.position(), 0U);
+    EXPECT_EQ(in.rdstate(), std::ios_base::failbit);
 }
 
 TEST(DomParserFeed, a_stream_ends_early_as_a_text_does) {
     std::istringstream in("");
     Element root;
     DomParser parser(ReadOptions::strict());
-    EXPECT_EQ("1,1-1,1 @: The text ends before the document is complete",
-              faultText(thrownBy<ParseException>([&] { parser.parse(root, in); })));
+    EXPECT_EQ(errorText(thrownBy<ParseException>([&] { parser.parse(root, in); })),
+              "1,1-1,1 @: The text ends before the document is complete");
 }
 
 }  // namespace

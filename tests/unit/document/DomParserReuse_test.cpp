@@ -19,7 +19,7 @@ using ko::Orvid::Exception;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
-TEST(DomParserReuse, a_fault_ends_the_feeding) {
+TEST(DomParserReuse, an_error_ends_the_feeding) {
     Element root;
     DomParser parser(ReadOptions::strict());
     parser.begin(root);
@@ -34,7 +34,7 @@ TEST(DomParserReuse, a_fault_ends_the_feeding) {
     EXPECT_EQ(compact(root), left);
 }
 
-TEST(DomParserReuse, a_document_can_begin_after_a_fault) {
+TEST(DomParserReuse, a_document_can_begin_after_an_error) {
     Element root;
     DomParser parser(ReadOptions::strict());
     parser.begin(root);

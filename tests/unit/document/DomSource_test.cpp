@@ -302,7 +302,7 @@ TEST(DomSource, keeps_a_text_that_is_no_whole_document_until_it_changes) {
     EXPECT_EQ(dom.text(), "[\n    1,\n    2,\n    3\n]\n");
 }
 
-TEST(DomSource, leaves_out_the_meta_when_told_to) {
+TEST(DomSource, leaves_out_the_meta_when_asked_to) {
     Dom dom = Dom::parse("{\n  \"meta\": 1, // m\n  \"a\": {\"meta\": 2}\n}");
     dom.setWriteMeta(false);
     EXPECT_EQ(dom.text(), "{\n  \"a\": {\"meta\": 2}\n}");

@@ -57,44 +57,43 @@ const struct {
 TEST(GeneratorEvents, each_writes_its_value) {
     Written written;
     Generator& generator = written.generator;
-    EXPECT_EQ(0, generator.gen_array_open());
-    EXPECT_EQ(0, generator.gen_null());
-    EXPECT_EQ(0, generator.gen_bool(true));
-    EXPECT_EQ(0, generator.gen_bool(false));
-    EXPECT_EQ(0, generator.gen_number(Number("1.50")));
-    EXPECT_EQ(0, generator.gen_string("a\"b"));
-    EXPECT_EQ(0, generator.gen_integer(-7));
-    EXPECT_EQ(0, generator.gen_double(2.5));
-    EXPECT_EQ(0, generator.gen_object_open());
-    EXPECT_EQ(0, generator.gen_string("key"));
-    EXPECT_EQ(0, generator.gen_string("value"));
-    EXPECT_EQ(0, generator.gen_object_close());
-    EXPECT_EQ(0, generator.gen_array_close());
-    EXPECT_EQ(
-        "[\n    null,\n    true,\n    false,\n    1.50,\n    \"a\\\"b\",\n    -7,\n    2.5,\n"
-        "    {\n        \"key\": \"value\"\n    }\n]\n",
-        written.text());
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(generator.gen_array_open(), 0);
+    EXPECT_EQ(generator.gen_null(), 0);
+    EXPECT_EQ(generator.gen_bool(true), 0);
+    EXPECT_EQ(generator.gen_bool(false), 0);
+    EXPECT_EQ(generator.gen_number(Number("1.50")), 0);
+    EXPECT_EQ(generator.gen_string("a\"b"), 0);
+    EXPECT_EQ(generator.gen_integer(-7), 0);
+    EXPECT_EQ(generator.gen_double(2.5), 0);
+    EXPECT_EQ(generator.gen_object_open(), 0);
+    EXPECT_EQ(generator.gen_string("key"), 0);
+    EXPECT_EQ(generator.gen_string("value"), 0);
+    EXPECT_EQ(generator.gen_object_close(), 0);
+    EXPECT_EQ(generator.gen_array_close(), 0);
+    EXPECT_EQ(written.text(),
+              "[\n    null,\n    true,\n    false,\n    1.50,\n    \"a\\\"b\",\n    -7,\n    2.5,\n"
+              "    {\n        \"key\": \"value\"\n    }\n]\n");
+    EXPECT_EQ(generator.state(), 0);
 }
 
 TEST(GeneratorEvents, printString_writes_a_string) {
     Written written;
     written.generator.printString("x\n");
-    EXPECT_EQ("\"x\\n\"\n", written.text());
+    EXPECT_EQ(written.text(), "\"x\\n\"\n");
 }
 
 TEST(GeneratorEvents, gen_string_keeps_nul_bytes) {
     Written written;
     written.generator.gen_string(std::string("a\0b", 3));
-    EXPECT_EQ("\"a\\u0000b\"\n", written.text());
+    EXPECT_EQ(written.text(), "\"a\\u0000b\"\n");
 }
 
 TEST(GeneratorEvents, gen_integer_writes_the_limits_of_long) {
     for (const long value :
          {std::numeric_limits<long>::min(), std::numeric_limits<long>::max(), 0L}) {
         Written written;
-        EXPECT_EQ(0, written.generator.gen_integer(value));
-        EXPECT_EQ(std::to_string(value) + "\n", written.text());
+        EXPECT_EQ(written.generator.gen_integer(value), 0);
+        EXPECT_EQ(written.text(), std::to_string(value) + "\n");
     }
 }
 
@@ -112,8 +111,8 @@ TEST(GeneratorEvents, gen_double_writes_up_to_twenty_digits) {
     };
     for (const auto& [value, text] : rows) {
         Written written;
-        EXPECT_EQ(0, written.generator.gen_double(value));
-        EXPECT_EQ(text, written.text());
+        EXPECT_EQ(written.generator.gen_double(value), 0);
+        EXPECT_EQ(written.text(), text);
     }
 }
 
@@ -121,80 +120,80 @@ TEST(GeneratorEvents, gen_double_refuses_what_is_not_finite) {
     for (const double value :
          {std::nan(""), static_cast<double>(INFINITY), -static_cast<double>(INFINITY)}) {
         Written written;
-        EXPECT_EQ(0, written.generator.gen_array_open());
-        EXPECT_EQ(k_notFinite, written.generator.gen_double(value));
-        EXPECT_EQ(0, written.generator.gen_integer(1));
-        EXPECT_EQ(0, written.generator.gen_array_close());
-        EXPECT_EQ("[\n    1\n]\n", written.text());
-        EXPECT_EQ(k_notFinite, written.generator.state());
+        EXPECT_EQ(written.generator.gen_array_open(), 0);
+        EXPECT_EQ(written.generator.gen_double(value), k_notFinite);
+        EXPECT_EQ(written.generator.gen_integer(1), 0);
+        EXPECT_EQ(written.generator.gen_array_close(), 0);
+        EXPECT_EQ(written.text(), "[\n    1\n]\n");
+        EXPECT_EQ(written.generator.state(), k_notFinite);
     }
 }
 
 TEST(GeneratorEvents, gen_number_writes_the_text_that_was_read) {
     Number read;
     read.set("0.10");
-    EXPECT_EQ(0.1, read.toDouble());
+    EXPECT_EQ(read.toDouble(), 0.1);
     Written written;
-    EXPECT_EQ(0, written.generator.gen_number(read));
-    EXPECT_EQ("0.10\n", written.text());
+    EXPECT_EQ(written.generator.gen_number(read), 0);
+    EXPECT_EQ(written.text(), "0.10\n");
 }
 
 TEST(GeneratorEvents, a_value_that_is_no_string_is_refused_where_a_key_is_due) {
     for (const auto& row : k_noStrings) {
         Written written;
         Generator& generator = written.generator;
-        EXPECT_EQ(0, generator.gen_object_open());
-        EXPECT_EQ(k_keyDue, row.event(generator)) << row.name;
-        EXPECT_EQ(0, generator.gen_string("a"));
-        EXPECT_EQ(0, generator.gen_integer(1));
-        EXPECT_EQ(k_keyDue, row.event(generator)) << row.name;
-        EXPECT_EQ(0, generator.gen_object_close());
-        EXPECT_EQ("{\n    \"a\": 1\n}\n", written.text()) << row.name;
-        EXPECT_EQ(k_keyDue, generator.state());
+        EXPECT_EQ(generator.gen_object_open(), 0);
+        EXPECT_EQ(row.event(generator), k_keyDue) << row.name;
+        EXPECT_EQ(generator.gen_string("a"), 0);
+        EXPECT_EQ(generator.gen_integer(1), 0);
+        EXPECT_EQ(row.event(generator), k_keyDue) << row.name;
+        EXPECT_EQ(generator.gen_object_close(), 0);
+        EXPECT_EQ(written.text(), "{\n    \"a\": 1\n}\n") << row.name;
+        EXPECT_EQ(generator.state(), k_keyDue);
     }
 }
 
-TEST(GeneratorEvents, everything_is_refused_behind_a_complete_document) {
+TEST(GeneratorEvents, everything_is_refused_after_a_complete_document) {
     Written written;
     Generator& generator = written.generator;
-    EXPECT_EQ(0, generator.gen_null());
+    EXPECT_EQ(generator.gen_null(), 0);
     for (const auto& row : k_noStrings) {
-        EXPECT_EQ(k_complete, row.event(generator)) << row.name;
+        EXPECT_EQ(row.event(generator), k_complete) << row.name;
     }
-    EXPECT_EQ(k_complete, generator.gen_string("x"));
-    EXPECT_EQ("null\n", written.text());
-    EXPECT_EQ(k_complete, generator.state());
+    EXPECT_EQ(generator.gen_string("x"), k_complete);
+    EXPECT_EQ(written.text(), "null\n");
+    EXPECT_EQ(generator.state(), k_complete);
 }
 
 TEST(GeneratorEvents, a_container_completes_the_document_with_its_end) {
     Written written;
     Generator& generator = written.generator;
-    EXPECT_EQ(0, generator.gen_array_open());
-    EXPECT_EQ(0, generator.gen_array_close());
-    EXPECT_EQ(k_complete, generator.gen_array_open());
-    EXPECT_EQ(k_complete, generator.gen_string("x"));
-    EXPECT_EQ("[\n\n]\n", written.text());
+    EXPECT_EQ(generator.gen_array_open(), 0);
+    EXPECT_EQ(generator.gen_array_close(), 0);
+    EXPECT_EQ(generator.gen_array_open(), k_complete);
+    EXPECT_EQ(generator.gen_string("x"), k_complete);
+    EXPECT_EQ(written.text(), "[\n\n]\n");
 }
 
 TEST(GeneratorEvents, a_document_stays_complete_after_a_flush) {
     Written written;
-    EXPECT_EQ(0, written.generator.gen_null());
-    EXPECT_EQ("null\n", written.text());
-    EXPECT_EQ(k_complete, written.generator.gen_null());
-    EXPECT_EQ("null\n", written.text());
+    EXPECT_EQ(written.generator.gen_null(), 0);
+    EXPECT_EQ(written.text(), "null\n");
+    EXPECT_EQ(written.generator.gen_null(), k_complete);
+    EXPECT_EQ(written.text(), "null\n");
 }
 
 TEST(GeneratorEvents, a_close_without_an_open_is_refused) {
     for (const bool isObject : {false, true}) {
         Written written;
         Generator& generator = written.generator;
-        EXPECT_EQ(k_notOpen, isObject ? generator.gen_object_close() : generator.gen_array_close());
-        EXPECT_EQ("", written.text());
-        EXPECT_EQ(0, generator.gen_array_open());
-        EXPECT_EQ(0, generator.gen_array_close());
-        EXPECT_NE(0, generator.gen_array_close());
-        EXPECT_EQ("[\n\n]\n", written.text());
-        EXPECT_EQ(k_notOpen, generator.state());
+        EXPECT_EQ(isObject ? generator.gen_object_close() : generator.gen_array_close(), k_notOpen);
+        EXPECT_EQ(written.text(), "");
+        EXPECT_EQ(generator.gen_array_open(), 0);
+        EXPECT_EQ(generator.gen_array_close(), 0);
+        EXPECT_NE(generator.gen_array_close(), 0);
+        EXPECT_EQ(written.text(), "[\n\n]\n");
+        EXPECT_EQ(generator.state(), k_notOpen);
     }
 }
 
@@ -202,29 +201,29 @@ TEST(GeneratorEvents, a_string_takes_the_place_of_a_missing_value) {
     Written written;
     Generator& generator = written.generator;
     generator.gen_object_open();
-    EXPECT_EQ(0, generator.gen_string("a"));
-    EXPECT_EQ(0, generator.gen_string("b"));
-    EXPECT_EQ(0, generator.gen_string("c"));
-    EXPECT_EQ(0, generator.gen_object_close());
-    EXPECT_EQ("{\n    \"a\": \"b\",\n    \"c\"\n}\n", written.text());
+    EXPECT_EQ(generator.gen_string("a"), 0);
+    EXPECT_EQ(generator.gen_string("b"), 0);
+    EXPECT_EQ(generator.gen_string("c"), 0);
+    EXPECT_EQ(generator.gen_object_close(), 0);
+    EXPECT_EQ(written.text(), "{\n    \"a\": \"b\",\n    \"c\"\n}\n");
 }
 
 TEST(GeneratorEvents, state_keeps_the_first_result_other_than_0) {
     Written written;
     Generator& generator = written.generator;
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(generator.state(), 0);
     generator.gen_object_open();
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(generator.state(), 0);
     generator.gen_null();
-    EXPECT_EQ(k_keyDue, generator.state());
+    EXPECT_EQ(generator.state(), k_keyDue);
     generator.gen_string("a");
     generator.gen_double(std::nan(""));
-    EXPECT_EQ(k_keyDue, generator.state());
+    EXPECT_EQ(generator.state(), k_keyDue);
     generator.gen_integer(1);
     generator.gen_object_close();
     generator.gen_null();
-    EXPECT_EQ(k_keyDue, generator.state());
-    EXPECT_EQ("{\n    \"a\": 1\n}\n", written.text());
+    EXPECT_EQ(generator.state(), k_keyDue);
+    EXPECT_EQ(written.text(), "{\n    \"a\": 1\n}\n");
 }
 
 /// `depth` containers, one in the other: arrays, or objects with the member `k`, with a 1
@@ -244,8 +243,8 @@ TEST(GeneratorEvents, containers_are_written_at_any_depth) {
             const std::string text = nested(depth, objects, "1");
             const Document doc(text);
             Generator generator;
-            EXPECT_EQ(text, compact(Document(generator.encode(doc.root)).root));
-            EXPECT_EQ(0, generator.state());
+            EXPECT_EQ(compact(Document(generator.encode(doc.root)).root), text);
+            EXPECT_EQ(generator.state(), 0);
         }
     }
 }
@@ -259,26 +258,26 @@ TEST(GeneratorEvents, two_hundred_arrays_are_indented_to_the_last) {
     for (unsigned int i = 200; i-- > 0;) {
         expected += "\n" + std::string(std::size_t{4} * i, ' ') + "]";
     }
-    EXPECT_EQ(expected + "\n", Generator().encode(doc.root));
+    EXPECT_EQ(Generator().encode(doc.root), expected + "\n");
 }
 
 TEST(GeneratorEvents, single_events_nest_at_any_depth) {
     Written written;
     Generator& generator = written.generator;
     for (unsigned int i = 0; i < 1000; ++i) {
-        ASSERT_EQ(0, i % 2 == 0 ? generator.gen_array_open() : generator.gen_object_open());
-        ASSERT_EQ(0, i % 2 == 0 ? 0 : generator.gen_string("k"));
+        ASSERT_EQ(i % 2 == 0 ? generator.gen_array_open() : generator.gen_object_open(), 0);
+        ASSERT_EQ(i % 2 == 0 ? 0 : generator.gen_string("k"), 0);
     }
-    EXPECT_EQ(0, generator.gen_integer(1));
+    EXPECT_EQ(generator.gen_integer(1), 0);
     for (unsigned int i = 1000; i-- > 0;) {
-        ASSERT_EQ(0, i % 2 == 0 ? generator.gen_array_close() : generator.gen_object_close());
+        ASSERT_EQ(i % 2 == 0 ? generator.gen_array_close() : generator.gen_object_close(), 0);
     }
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(generator.state(), 0);
     std::string expected = "1";
     for (unsigned int i = 1000; i-- > 0;) {
         expected = i % 2 == 0 ? "[" + expected + "]" : "{\"k\": " + expected + "}";
     }
-    EXPECT_EQ(expected, compact(Document(written.text()).root));
+    EXPECT_EQ(compact(Document(written.text()).root), expected);
 }
 
 }  // namespace

@@ -32,8 +32,8 @@ constexpr const char* k_noStream = "Generator: output stream not set!";
 
 std::string encoded(const std::string& text) { return Generator().encode(Document(text).root); }
 
-TEST(Generator, writes_one_member_or_item_a_line_indented_by_four_blanks) {
-    EXPECT_EQ(R"({
+TEST(Generator, writes_one_member_or_item_a_line_indented_by_four_spaces) {
+    EXPECT_EQ(encoded(R"({"a":[1,{"b":null}],"c":true})"), R"({
     "a": [
         1,
         {
@@ -42,40 +42,38 @@ TEST(Generator, writes_one_member_or_item_a_line_indented_by_four_blanks) {
     ],
     "c": true
 }
-)",
-              encoded(R"({"a":[1,{"b":null}],"c":true})"));
+)");
 }
 
 TEST(Generator, writes_empty_containers_with_an_empty_line) {
-    EXPECT_EQ("{\n\n}\n", encoded("{}"));
-    EXPECT_EQ("[\n\n]\n", encoded("[]"));
-    EXPECT_EQ("[\n    [\n\n    ],\n    {\n\n    }\n]\n", encoded("[[],{}]"));
+    EXPECT_EQ(encoded("{}"), "{\n\n}\n");
+    EXPECT_EQ(encoded("[]"), "[\n\n]\n");
+    EXPECT_EQ(encoded("[[],{}]"), "[\n    [\n\n    ],\n    {\n\n    }\n]\n");
 }
 
 TEST(Generator, writes_a_newline_behind_every_top_level_value) {
-    EXPECT_EQ("null\n", encoded("null"));
-    EXPECT_EQ("true\n", encoded("true"));
-    EXPECT_EQ("false\n", encoded("false"));
-    EXPECT_EQ("1.50\n", encoded("1.50"));
-    EXPECT_EQ("\"x\"\n", encoded("\"x\""));
+    EXPECT_EQ(encoded("null"), "null\n");
+    EXPECT_EQ(encoded("true"), "true\n");
+    EXPECT_EQ(encoded("false"), "false\n");
+    EXPECT_EQ(encoded("1.50"), "1.50\n");
+    EXPECT_EQ(encoded("\"x\""), "\"x\"\n");
 }
 
 TEST(Generator, writes_members_in_their_order_and_numbers_with_their_digits) {
-    EXPECT_EQ("{\n    \"b\": 1.50,\n    \"a\": [\n        true,\n        null\n    ]\n}\n",
-              encoded(R"({"b":1.50,"a":[true,null]})"));
-    EXPECT_EQ("[\n    -0,\n    1E400,\n    0.10,\n    123456789012345678901234567890\n]\n",
-              encoded("[-0,1E400,0.10,123456789012345678901234567890]"));
+    EXPECT_EQ(encoded(R"({"b":1.50,"a":[true,null]})"),
+              "{\n    \"b\": 1.50,\n    \"a\": [\n        true,\n        null\n    ]\n}\n");
+    EXPECT_EQ(encoded("[-0,1E400,0.10,123456789012345678901234567890]"),
+              "[\n    -0,\n    1E400,\n    0.10,\n    123456789012345678901234567890\n]\n");
 }
 
 TEST(Generator, escapes_strings_and_keys) {
-    EXPECT_EQ(
-        "{\n    \"\\\"\\\\/\\b\\f\\n\\r\\t\": "
-        "\"\\u0000\\u0001\\u000B\\u001F\x7F\xC3\xA9\xE2\x82\xAC\"\n}\n",
-        encoded(R"({"\"\\\/\b\f\n\r\t":"\u0000\u0001\u000b\u001f\u007f\u00e9\u20AC"})"));
+    EXPECT_EQ(encoded(R"({"\"\\\/\b\f\n\r\t":"\u0000\u0001\u000b\u001f\u007f\u00e9\u20AC"})"),
+              "{\n    \"\\\"\\\\/\\b\\f\\n\\r\\t\": "
+              "\"\\u0000\\u0001\\u000B\\u001F\x7F\xC3\xA9\xE2\x82\xAC\"\n}\n");
 }
 
 TEST(Generator, writes_bytes_that_are_no_utf8_as_they_are) {
-    EXPECT_EQ("\"\x80\xFF\xC0\xAF\"\n", encoded("\"\x80\xFF\xC0\xAF\""));
+    EXPECT_EQ(encoded("\"\x80\xFF\xC0\xAF\""), "\"\x80\xFF\xC0\xAF\"\n");
 }
 
 TEST(Generator, writes_numbers_set_by_value_with_their_text) {
@@ -93,31 +91,31 @@ TEST(Generator, writes_numbers_set_by_value_with_their_text) {
         {Element(-1e300), "-1e+300\n"},
     };
     for (const auto& [element, text] : rows) {
-        EXPECT_EQ(text, Generator().encode(element));
+        EXPECT_EQ(Generator().encode(element), text);
     }
 }
 
 TEST(Generator, writes_the_text_of_a_number_unchecked) {
-    EXPECT_EQ("+1,5 apples\n", Generator().encode(Element(Number("+1,5 apples"))));
+    EXPECT_EQ(Generator().encode(Element(Number("+1,5 apples"))), "+1,5 apples\n");
 }
 
 TEST(Generator, writes_nothing_for_an_empty_element) {
-    EXPECT_EQ("", Generator().encode(Element::k_emptyElement));
+    EXPECT_EQ(Generator().encode(Element::k_emptyElement), "");
     std::ostringstream out;
     out << Element::k_emptyElement;
-    EXPECT_EQ("", out.str());
+    EXPECT_EQ(out.str(), "");
 }
 
 TEST(Generator, drops_an_empty_item_of_an_array) {
     Document doc("[1]");
     doc.root.array().push_back(Element::k_emptyElement);
     doc.root.array().push_back(2);
-    ASSERT_EQ(3u, doc.root.array().size());
-    EXPECT_EQ("[\n    1,\n    2\n]\n", Generator().encode(doc.root));
+    ASSERT_EQ(doc.root.array().size(), 3u);
+    EXPECT_EQ(Generator().encode(doc.root), "[\n    1,\n    2\n]\n");
 
     Document only("[]");
     only.root.array().push_back(Element::k_emptyElement);
-    EXPECT_EQ("[\n\n]\n", Generator().encode(only.root));
+    EXPECT_EQ(Generator().encode(only.root), "[\n\n]\n");
 }
 
 TEST(Generator, lets_the_next_key_become_the_value_of_an_empty_member) {
@@ -125,23 +123,23 @@ TEST(Generator, lets_the_next_key_become_the_value_of_an_empty_member) {
     doc.root.get("a") = Element::k_emptyElement;
     Generator generator;
     // The 2 then stands where a key is expected, and is refused.
-    EXPECT_EQ("{\n    \"a\": \"b\",\n    \"c\": 3\n}\n", generator.encode(doc.root));
-    EXPECT_EQ(1, generator.state());
+    EXPECT_EQ(generator.encode(doc.root), "{\n    \"a\": \"b\",\n    \"c\": 3\n}\n");
+    EXPECT_EQ(generator.state(), 1);
 }
 
 TEST(Generator, leaves_the_key_of_an_empty_last_member_without_a_value) {
     Document doc(R"({"a":1})");
     doc.root.get("a") = Element::k_emptyElement;
     Generator generator;
-    EXPECT_EQ("{\n    \"a\"\n}\n", generator.encode(doc.root));
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(generator.encode(doc.root), "{\n    \"a\"\n}\n");
+    EXPECT_EQ(generator.state(), 0);
 }
 
 TEST(Generator, writes_nothing_for_a_type_that_is_none) {
     Element element;
     for (const int type : {6, 42, -2}) {
         element.data().type = static_cast<ko::Orvid::EType>(type);
-        EXPECT_EQ("", Generator().encode(element));
+        EXPECT_EQ(Generator().encode(element), "");
     }
     element.data().type = ko::Orvid::etNull;
 }
@@ -153,7 +151,7 @@ TEST(Generator, writes_the_containers_alone_as_well) {
         Generator generator(&out);
         generator.printObject(object.root.object());
     }
-    EXPECT_EQ("{\n    \"b\": 1,\n    \"a\": 2\n}\n", out.str());
+    EXPECT_EQ(out.str(), "{\n    \"b\": 1,\n    \"a\": 2\n}\n");
 
     const Document array("[1,2]");
     std::ostringstream more;
@@ -161,7 +159,7 @@ TEST(Generator, writes_the_containers_alone_as_well) {
         Generator generator(&more);
         generator.printArray(array.root.array());
     }
-    EXPECT_EQ("[\n    1,\n    2\n]\n", more.str());
+    EXPECT_EQ(more.str(), "[\n    1,\n    2\n]\n");
 }
 
 TEST(Generator, encodes_to_a_stream_and_answers_it) {
@@ -169,9 +167,9 @@ TEST(Generator, encodes_to_a_stream_and_answers_it) {
     std::ostringstream out;
     out << "before ";
     Generator generator;
-    EXPECT_EQ(&out, &generator.encode(out, doc.root));
-    EXPECT_EQ("before [\n    1\n]\n", out.str());
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(&generator.encode(out, doc.root), &out);
+    EXPECT_EQ(out.str(), "before [\n    1\n]\n");
+    EXPECT_EQ(generator.state(), 0);
 }
 
 TEST(Generator, keeps_the_stream_of_encode) {
@@ -180,10 +178,10 @@ TEST(Generator, keeps_the_stream_of_encode) {
     std::ostringstream second;
     Generator generator(&first);
     generator.encode(second, doc.root);
-    EXPECT_EQ("", first.str());
-    EXPECT_EQ("[\n    1\n]\n", second.str());
+    EXPECT_EQ(first.str(), "");
+    EXPECT_EQ(second.str(), "[\n    1\n]\n");
     EXPECT_NO_THROW(generator.flush());
-    EXPECT_EQ("[\n    1\n]\n", second.str());
+    EXPECT_EQ(second.str(), "[\n    1\n]\n");
 }
 
 TEST(Generator, encodes_documents_in_every_form) {
@@ -192,18 +190,18 @@ TEST(Generator, encodes_documents_in_every_form) {
     dom.setRoot(doc.root, false);
     const std::string expected = "{\n    \"x\": 2\n}\n";
     std::ostringstream out;
-    EXPECT_EQ(&out, &Generator().encode(out, dom));
-    EXPECT_EQ(expected, out.str());
+    EXPECT_EQ(&Generator().encode(out, dom), &out);
+    EXPECT_EQ(out.str(), expected);
     std::string text;
     Generator().encode(text, dom);
-    EXPECT_EQ(expected, text);
-    EXPECT_EQ(expected, Generator().encode(dom));
+    EXPECT_EQ(text, expected);
+    EXPECT_EQ(Generator().encode(dom), expected);
     std::ostringstream printed;
     {
         Generator generator(&printed);
         generator.print(dom);
     }
-    EXPECT_EQ(expected, printed.str());
+    EXPECT_EQ(printed.str(), expected);
 }
 
 TEST(Generator, writes_the_meta_member_when_the_document_says_so) {
@@ -211,36 +209,36 @@ TEST(Generator, writes_the_meta_member_when_the_document_says_so) {
     Dom dom;
     dom.setRoot(doc.root, false);
     dom.setWriteMeta(true);
-    EXPECT_EQ(R"({"x": 2,"meta": 1,"info": 3})", compact(Document(Generator().encode(dom)).root));
+    EXPECT_EQ(compact(Document(Generator().encode(dom)).root), R"({"x": 2,"meta": 1,"info": 3})");
     dom.setWriteMeta(false);
     dom.setMetaKey("info");
-    EXPECT_EQ(R"({"x": 2,"meta": 1})", compact(Document(Generator().encode(dom)).root));
+    EXPECT_EQ(compact(Document(Generator().encode(dom)).root), R"({"x": 2,"meta": 1})");
     dom.setMetaKey("nothing");
-    EXPECT_EQ(R"({"x": 2,"meta": 1,"info": 3})", compact(Document(Generator().encode(dom)).root));
+    EXPECT_EQ(compact(Document(Generator().encode(dom)).root), R"({"x": 2,"meta": 1,"info": 3})");
 }
 
 TEST(Generator, encodes_over_the_beginning_of_a_longer_text) {
     std::string text(20, 'X');
     Generator().encode(text, Document("[]").root);
-    EXPECT_EQ("[\n\n]\n" + std::string(15, 'X'), text);
+    EXPECT_EQ(text, "[\n\n]\n" + std::string(15, 'X'));
 }
 
 TEST(Generator, encodes_over_a_shorter_text) {
     std::string text = "XX";
     Generator().encode(text, Document("[1]").root);
-    EXPECT_EQ("[\n    1\n]\n", text);
+    EXPECT_EQ(text, "[\n    1\n]\n");
 }
 
 TEST(Generator, encodes_nothing_over_a_text_that_stays) {
     std::string text = "XX";
     Generator().encode(text, Element::k_emptyElement);
-    EXPECT_EQ("XX", text);
+    EXPECT_EQ(text, "XX");
 }
 
 TEST(Generator, encodes_an_element_over_its_own_string) {
     Element element("[1,2]");
     Generator().encode(element.string(), element);
-    EXPECT_EQ("\"[1,2]\"\n", element.string());
+    EXPECT_EQ(element.string(), "\"[1,2]\"\n");
 }
 
 TEST(Generator, has_no_stream_after_it_encoded_to_a_text) {
@@ -248,22 +246,22 @@ TEST(Generator, has_no_stream_after_it_encoded_to_a_text) {
     auto generator = std::make_unique<Generator>(&out);
     std::string text;
     generator->encode(text, Element::k_emptyElement);
-    EXPECT_EQ(0, generator->gen_null());
-    EXPECT_STREQ(k_noStream, thrownBy<Exception>([&] { generator->flush(); }).what());
-    EXPECT_EQ("", out.str());
+    EXPECT_EQ(generator->gen_null(), 0);
+    EXPECT_STREQ(thrownBy<Exception>([&] { generator->flush(); }).what(), k_noStream);
+    EXPECT_EQ(out.str(), "");
     generator->encode(out, Element::k_emptyElement);
-    EXPECT_EQ("null\n", out.str());
+    EXPECT_EQ(out.str(), "null\n");
 }
 
 TEST(Generator, refuses_a_second_document) {
     const Document doc("[1]");
     Generator generator;
-    EXPECT_EQ("[\n    1\n]\n", generator.encode(doc.root));
-    EXPECT_EQ("", generator.encode(doc.root));
-    EXPECT_EQ(4, generator.state());
+    EXPECT_EQ(generator.encode(doc.root), "[\n    1\n]\n");
+    EXPECT_EQ(generator.encode(doc.root), "");
+    EXPECT_EQ(generator.state(), 4);
     std::ostringstream out;
     generator.encode(out, Element("x"));
-    EXPECT_EQ("", out.str());
+    EXPECT_EQ(out.str(), "");
 }
 
 TEST(Generator, flushes_what_is_pending_when_destroyed) {
@@ -271,28 +269,28 @@ TEST(Generator, flushes_what_is_pending_when_destroyed) {
     {
         Generator generator(&out);
         generator.print(Element("x"));
-        EXPECT_EQ("", out.str());
+        EXPECT_EQ(out.str(), "");
     }
-    EXPECT_EQ("\"x\"\n", out.str());
+    EXPECT_EQ(out.str(), "\"x\"\n");
 }
 
 TEST(Generator, writes_one_value_in_several_flushes) {
     const Document doc(R"({"a":[1,2]})");
     std::ostringstream out;
     Generator generator(&out);
-    EXPECT_EQ(0, generator.gen_array_open());
+    EXPECT_EQ(generator.gen_array_open(), 0);
     generator.flush();
-    EXPECT_EQ("[\n", out.str());
+    EXPECT_EQ(out.str(), "[\n");
     generator.print(doc.root);
     generator.flush();
     generator.flush();
     generator.print(Element("x"));
     generator.flush();
-    EXPECT_EQ(0, generator.gen_array_close());
+    EXPECT_EQ(generator.gen_array_close(), 0);
     generator.flush();
-    EXPECT_EQ(R"([{"a": [1,2]},"x"])", compact(Document(out.str()).root));
-    EXPECT_EQ(Generator().encode(Document(R"([{"a":[1,2]},"x"])").root), out.str());
-    EXPECT_EQ(0, generator.state());
+    EXPECT_EQ(compact(Document(out.str()).root), R"([{"a": [1,2]},"x"])");
+    EXPECT_EQ(out.str(), Generator().encode(Document(R"([{"a":[1,2]},"x"])").root));
+    EXPECT_EQ(generator.state(), 0);
 }
 
 TEST(Generator, does_not_flush_the_stream_itself) {
@@ -302,8 +300,8 @@ TEST(Generator, does_not_flush_the_stream_itself) {
     } buffer;
     std::ostream out(&buffer);
     Generator().encode(out, Element(1));
-    EXPECT_EQ("1\n", buffer.str());
-    EXPECT_EQ(0, buffer.syncs);
+    EXPECT_EQ(buffer.str(), "1\n");
+    EXPECT_EQ(buffer.syncs, 0);
 }
 
 TEST(Generator, flush_without_stream_throws_only_when_text_is_pending) {
@@ -313,12 +311,12 @@ TEST(Generator, flush_without_stream_throws_only_when_text_is_pending) {
     EXPECT_NO_THROW(generator->flush());
     generator->print(Element(1));
     const auto error = thrownBy<Exception>([&] { generator->flush(); });
-    EXPECT_STREQ(k_noStream, error.what());
-    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_STREQ(error.what(), k_noStream);
+    EXPECT_EQ(error.elementPath(), nullptr);
     // The text is still there, and goes to the stream that is set at last.
     std::ostringstream out;
     generator->encode(out, Element::k_emptyElement);
-    EXPECT_EQ("1\n", out.str());
+    EXPECT_EQ(out.str(), "1\n");
 }
 
 TEST(Generator, destructor_throws_when_text_is_pending_without_a_stream) {
@@ -326,7 +324,7 @@ TEST(Generator, destructor_throws_when_text_is_pending_without_a_stream) {
         Generator generator;
         generator.print(Element(1));
     });
-    EXPECT_STREQ(k_noStream, error.what());
+    EXPECT_STREQ(error.what(), k_noStream);
 }
 
 TEST(Generator, destructor_does_not_throw_when_nothing_was_printed) {
@@ -343,7 +341,7 @@ TEST(Generator, destructor_lets_an_exception_pass_that_is_on_its_way) {
         generator.print(Element(1));
         throw std::logic_error("on its way");
     });
-    EXPECT_STREQ("on its way", error.what());
+    EXPECT_STREQ(error.what(), "on its way");
 }
 
 /// Takes nothing.
@@ -381,10 +379,10 @@ TEST(Generator, destructor_lets_the_exception_of_its_stream_pass) {
 
 TEST(Generator, writes_with_the_layout_it_was_made_with) {
     Generator generator;
-    EXPECT_EQ("    ", generator.indent());
+    EXPECT_EQ(generator.indent(), "    ");
     generator.setIndent("");
-    EXPECT_EQ("", generator.indent());
-    EXPECT_EQ("[\n    1\n]\n", generator.encode(Document("[1]").root));
+    EXPECT_EQ(generator.indent(), "");
+    EXPECT_EQ(generator.encode(Document("[1]").root), "[\n    1\n]\n");
 }
 
 TEST(Generator, keeps_its_layout_when_the_indent_changes_in_the_middle) {
@@ -393,12 +391,12 @@ TEST(Generator, keeps_its_layout_when_the_indent_changes_in_the_middle) {
     generator.gen_array_open();
     for (const char* const indent : {"\t", "", "anything at all, and longer than before", " "}) {
         generator.setIndent(indent);
-        EXPECT_EQ(indent, generator.indent());
+        EXPECT_EQ(generator.indent(), indent);
         generator.gen_null();
     }
     generator.gen_array_close();
     generator.flush();
-    EXPECT_EQ("[\n    null,\n    null,\n    null,\n    null\n]\n", out.str());
+    EXPECT_EQ(out.str(), "[\n    null,\n    null,\n    null,\n    null\n]\n");
 }
 
 TEST(Generator, ignores_the_formatting_of_the_stream) {
@@ -408,14 +406,14 @@ TEST(Generator, ignores_the_formatting_of_the_stream) {
     out.fill('*');
     out.precision(2);
     Generator().encode(out, Document("[255,3.14159]").root);
-    EXPECT_EQ("[\n    255,\n    3.14159\n]\n", out.str());
+    EXPECT_EQ(out.str(), "[\n    255,\n    3.14159\n]\n");
 }
 
 TEST(Generator, writes_an_element_within_a_tree_like_a_root) {
     const Document doc(R"({"a":{"b":[1]}})");
     std::ostringstream out;
     out << doc.root.get("a.b");
-    EXPECT_EQ("[\n    1\n]\n", out.str());
+    EXPECT_EQ(out.str(), "[\n    1\n]\n");
 }
 
 TEST(Generator, reads_back_what_it_wrote) {
@@ -423,8 +421,8 @@ TEST(Generator, reads_back_what_it_wrote) {
         R"({"":[null,true,false,-1.5e-10,"\u0000\u001F\"\\/",[],{}],"a":{"b":{"c":[[[0]]]}}})");
     const std::string text = Generator().encode(doc.root);
     const Document again(text);
-    EXPECT_EQ(0, Element::compare(doc.root.data(), again.root.data()));
-    EXPECT_EQ(text, Generator().encode(again.root));
+    EXPECT_EQ(Element::compare(doc.root.data(), again.root.data()), 0);
+    EXPECT_EQ(Generator().encode(again.root), text);
 }
 
 TEST(Generator, may_not_be_copied_but_derived_from) {

@@ -37,18 +37,19 @@ std::vector<std::string> records(const std::string& text) {
 using Records = std::vector<std::string>;
 
 TEST(JsonLines, gives_each_line_with_its_number) {
-    EXPECT_EQ((Records{"1:{\"a\": 1}", "2:[2]", "3:3"}), records("{\"a\":1}\n[2]\n3\n"));
-    EXPECT_EQ((Records{"1:1"}), records("1"));
-    EXPECT_EQ(Records(), records(""));
+    EXPECT_EQ(records("{\"a\":1}\n[2]\n3\n"), (Records{"1:{\"a\": 1}", "2:[2]", "3:3"}));
+    EXPECT_EQ(records("1"), (Records{"1:1"}));
+    EXPECT_EQ(records(""), Records());
 }
 
 TEST(JsonLines, skips_blank_lines_and_counts_them) {
-    EXPECT_EQ((Records{"2:1", "5:2"}), records("\n1\n \t\n\r\n2\n\n"));
+    EXPECT_EQ(records("\n1\n \t\n\r\n2\n\n"), (Records{"2:1", "5:2"}));
 }
 
 TEST(JsonLines, takes_the_line_ends_and_the_mark_of_other_systems) {
-    EXPECT_EQ((Records{"1:1", "2:[2]"}), records("\xEF\xBB\xBF"
-                                                 "1\r\n[2]\r\n"));
+    EXPECT_EQ(records("\xEF\xBB\xBF"
+                      "1\r\n[2]\r\n"),
+              (Records{"1:1", "2:[2]"}));
 }
 
 TEST(JsonLines, names_a_faulty_line_and_goes_on_after_it) {
@@ -62,13 +63,13 @@ TEST(JsonLines, names_a_faulty_line_and_goes_on_after_it) {
             }
             isOver = true;
         } catch (const ParseException& error) {
-            EXPECT_EQ(lines.number(), static_cast<unsigned int>(error.firstLine()));
-            EXPECT_EQ(error.firstLine(), error.lastLine());
-            seen.push_back("fault in " + std::to_string(error.firstLine()) + "," +
+            EXPECT_EQ(static_cast<unsigned int>(error.firstLine()), lines.number());
+            EXPECT_EQ(error.lastLine(), error.firstLine());
+            seen.push_back("error in " + std::to_string(error.firstLine()) + "," +
                            std::to_string(error.firstColumn()));
         }
     }
-    EXPECT_EQ((Records{"1", "fault in 2,4", "fault in 4,3", "5"}), seen);
+    EXPECT_EQ(seen, (Records{"1", "error in 2,4", "error in 4,3", "5"}));
 }
 
 TEST(JsonLines, goes_on_with_the_iterator_that_has_thrown) {
@@ -77,9 +78,9 @@ TEST(JsonLines, goes_on_with_the_iterator_that_has_thrown) {
     auto record = lines.begin();
     EXPECT_THROW(++record, ParseException);
     ++record;
-    EXPECT_EQ("2", compact(*record));
+    EXPECT_EQ(compact(*record), "2");
     ++record;
-    EXPECT_EQ(lines.end(), record);
+    EXPECT_EQ(record, lines.end());
 }
 
 TEST(JsonLines, hands_each_record_out_to_be_kept) {
@@ -87,9 +88,9 @@ TEST(JsonLines, hands_each_record_out_to_be_kept) {
     JsonLines lines(in);
     Element kept;
     kept = std::move(*lines.next());
-    EXPECT_EQ("[2]", compact(*lines.next()));
-    EXPECT_EQ(nullptr, lines.next());
-    EXPECT_EQ("[1]", compact(kept));
+    EXPECT_EQ(compact(*lines.next()), "[2]");
+    EXPECT_EQ(lines.next(), nullptr);
+    EXPECT_EQ(compact(kept), "[1]");
     CHECK_LINKS(kept);
 }
 
@@ -98,21 +99,21 @@ TEST(JsonLines, reads_each_line_as_the_options_say) {
     ReadOptions options;
     options.maxDepth = 1;
     JsonLines lines(in, options);
-    EXPECT_EQ("{\"a\": 2}", compact(*lines.next()));
+    EXPECT_EQ(compact(*lines.next()), "{\"a\": 2}");
     EXPECT_THROW(lines.next(), ParseException);
     EXPECT_THROW(lines.next(), ParseException) << "a line is a whole document";
-    EXPECT_EQ(3U, lines.number());
+    EXPECT_EQ(lines.number(), 3U);
 }
 
 TEST(JsonLines, leaves_the_stream_at_its_end) {
     std::istringstream in("1\n");
     JsonLines lines(in);
-    EXPECT_EQ(0U, lines.number());
+    EXPECT_EQ(lines.number(), 0U);
     lines.next();
     EXPECT_TRUE(in.good());
-    EXPECT_EQ(nullptr, lines.next());
-    EXPECT_EQ(nullptr, lines.next());
-    EXPECT_EQ(1U, lines.number());
+    EXPECT_EQ(lines.next(), nullptr);
+    EXPECT_EQ(lines.next(), nullptr);
+    EXPECT_EQ(lines.number(), 1U);
     EXPECT_TRUE(in.eof());
     EXPECT_FALSE(in.fail());
 }
@@ -138,7 +139,7 @@ TEST(JsonLines, does_not_take_a_stream_that_fails_for_one_that_ends) {
     Breaking breaking;
     std::istream in(&breaking);
     JsonLines lines(in);
-    EXPECT_EQ("1", compact(*lines.next()));
+    EXPECT_EQ(compact(*lines.next()), "1");
     EXPECT_THROW(lines.next(), Exception);
     EXPECT_TRUE(in.bad());
 }

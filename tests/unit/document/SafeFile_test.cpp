@@ -280,18 +280,18 @@ TEST(SafeFile, replaces_regular_files_only) {
     EXPECT_EQ(folder.names(), TNames{"pipe"});
 }
 
-TEST(SafeFile, tells_the_name_and_the_reason_when_it_cannot_be_made) {
+TEST(SafeFile, names_the_name_and_the_reason_when_it_cannot_be_made) {
     const ScratchFolder folder;
     std::filesystem::create_symlink("loop", folder.file("loop"));
     folder.makeFile("file", "");
-    const std::vector<std::pair<std::string, int>> faults = {{"loop", ELOOP},
-                                                             {"none/a", ENOENT},
-                                                             {"file/a", ENOTDIR},
-                                                             {std::string(300, 'x'), ENAMETOOLONG}};
-    for (const auto& fault : faults) {
-        const std::string name = folder.file(fault.first);
+    const std::vector<std::pair<std::string, int>> rows = {{"loop", ELOOP},
+                                                           {"none/a", ENOENT},
+                                                           {"file/a", ENOTDIR},
+                                                           {std::string(300, 'x'), ENAMETOOLONG}};
+    for (const auto& row : rows) {
+        const std::string name = folder.file(row.first);
         const auto error = thrownBy<FileException>([&] { replaceFile(name, "x"); });
-        EXPECT_EQ(error.error(), fault.second) << name;
+        EXPECT_EQ(error.error(), row.second) << name;
         EXPECT_EQ(error.file(), name);
         EXPECT_NE(std::string(error.what()).find(name), std::string::npos);
     }
@@ -377,7 +377,7 @@ TEST(ReadFile, reads_a_pipe_to_its_end) {
     EXPECT_EQ(readFile(name), bytes);
 }
 
-TEST(ReadFile, tells_the_name_and_the_reason_when_it_cannot) {
+TEST(ReadFile, names_the_name_and_the_reason_when_it_cannot) {
     const ScratchFolder folder;
     const std::string missing = folder.file("missing");
     const auto error = thrownBy<FileException>([&] { readFile(missing); });

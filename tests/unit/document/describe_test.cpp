@@ -39,7 +39,7 @@ std::string sentenceOf(const Action& action) {
     return "nothing was thrown";
 }
 
-TEST(Describe, tells_the_expected_and_the_actual_type_of_an_element) {
+TEST(Describe, names_the_expected_and_the_actual_type_of_an_element) {
     const Document document(R"({"list": [1, null, {}]})");
     EXPECT_EQ(sentenceOf([&] { document.root.get("list").string(); }),
               "The element \"list\" is an array, but should be a string.");
@@ -53,7 +53,7 @@ TEST(Describe, tells_the_expected_and_the_actual_type_of_an_element) {
               "The root is empty, of no type, but should be a number.");
 }
 
-TEST(Describe, tells_where_a_path_stopped) {
+TEST(Describe, says_where_a_path_stopped) {
     const Document document(R"({"list": [1]})");
     EXPECT_EQ(sentenceOf([&] { document.root.get("list[7].name"); }),
               "The path \"list[7].name\" leads nowhere: the element \"list\" has no \"[7]\".");
@@ -71,7 +71,7 @@ TEST(Describe, tells_where_a_path_stopped) {
               "The path \"a\" leads nowhere: its start has no \"b\".");
 }
 
-TEST(Describe, tells_which_member_an_object_lacks) {
+TEST(Describe, says_which_member_an_object_lacks) {
     const Document document(R"({"a": {}})");
     EXPECT_EQ(sentenceOf([&] { throw ko::Orvid::KeyNotFound(&document.root.get("a"), "b"); }),
               "The element \"a\" has no member \"b\".");
@@ -79,7 +79,7 @@ TEST(Describe, tells_which_member_an_object_lacks) {
               "The object has no member \"b\".");
 }
 
-TEST(Describe, tells_what_is_wrong_with_a_path) {
+TEST(Describe, says_what_is_wrong_with_a_path) {
     const auto ofPath = [](const char* path) {
         return sentenceOf([&] { Path::toSchemaPath(path); });
     };
@@ -106,7 +106,7 @@ TEST(Describe, tells_what_is_wrong_with_a_path) {
               "In a JSON Pointer \"~\" must be followed by 0 or 1: see column 3 (counted from 0).");
 }
 
-TEST(Describe, tells_the_place_and_the_element_of_faulty_text) {
+TEST(Describe, names_the_place_and_the_element_of_faulty_text) {
     Element root;
     const auto ofText = [&](const char* text, const ko::Orvid::ReadOptions& options) {
         return sentenceOf([&] { ko::Orvid::DomParser(options).parse(root, std::string(text)); });
@@ -134,7 +134,7 @@ std::string readingOf(const char* number) {
     });
 }
 
-TEST(Describe, tells_the_limits_of_every_type_of_number) {
+TEST(Describe, names_the_limits_of_every_type_of_number) {
     EXPECT_EQ(readingOf<int>("3000000000"),
               "The number 3000000000 is out of the range of int: it "
               "should be from -2147483648 to 2147483647.");
@@ -190,7 +190,7 @@ TEST(Describe, tells_a_patch_and_a_file_that_failed) {
               "Cannot read the file \"/no/such/file\": No such file or directory.");
 }
 
-TEST(Describe, tells_where_the_element_stands_in_its_file) {
+TEST(Describe, says_where_the_element_stands_in_its_file) {
     const ScratchFolder folder;
     const std::string text = "{\n  \"a\": [1, true]\n}";
     const Dom loaded = Dom::load(folder.makeFile("a.json", text));
@@ -229,7 +229,7 @@ TEST(Describe, goes_on_with_the_causes) {
               "array.");
 }
 
-TEST(Describe, tells_the_cause_of_a_file_error_once) {
+TEST(Describe, names_the_cause_of_a_file_error_once) {
     const ScratchFolder folder;
     const std::string name = folder.makeFile("a", "[1,]");
     const std::string text =

@@ -118,7 +118,7 @@ TEST(parseFor, refuses_repeated_keys_where_it_looks) {
     EXPECT_EQ(compact(parseFor(query, R"({"b":{"x":1,"x":2}})")), "null");
 }
 
-TEST(parseFor, finds_every_fault_that_parse_finds) {
+TEST(parseFor, finds_every_error_that_parse_finds) {
     const JsonPath query("$.a");
     for (const char* const text : {"", "{", R"({"b":[1,})", R"({"b":1} 2)", R"({"b":tru})",
                                    R"({"b":"\x"})", R"({"b":[[1]})", "{\"b\":\"\xff\"}", "01"}) {

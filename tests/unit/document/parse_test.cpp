@@ -22,14 +22,14 @@ using orvid_test::thrownBy;
 
 TEST(parse, gives_the_value_of_a_text) {
     const Element root = parse(R"({"b":[1.50,{}],"a":"x"})");
-    EXPECT_EQ(R"({"b": [1.50,{}],"a": "x"})", compact(root));
-    EXPECT_EQ(nullptr, root.parent());
+    EXPECT_EQ(compact(root), R"({"b": [1.50,{}],"a": "x"})");
+    EXPECT_EQ(root.parent(), nullptr);
     CHECK_LINKS(root);
 }
 
 TEST(parse, takes_a_number_that_the_end_of_the_text_completes) {
-    EXPECT_EQ("42", parse("42").number().toString());
-    EXPECT_EQ("-0.10", parse(std::string_view("-0.10 7").substr(0, 5)).number().toString());
+    EXPECT_EQ(parse("42").number().toString(), "42");
+    EXPECT_EQ(parse(std::string_view("-0.10 7").substr(0, 5)).number().toString(), "-0.10");
 }
 
 TEST(parse, refuses_a_text_that_is_no_whole_document_whatever_the_options_say) {
@@ -44,18 +44,18 @@ TEST(parse, refuses_a_text_that_is_no_whole_document_whatever_the_options_say) {
 TEST(parse, goes_by_the_options_otherwise) {
     constexpr const char* k_repeated = R"({"a":1,"a":2})";
     EXPECT_THROW(parse(k_repeated), ParseException);
-    EXPECT_EQ(R"({"a": 2})", compact(parse(k_repeated, ReadOptions())));
+    EXPECT_EQ(compact(parse(k_repeated, ReadOptions())), R"({"a": 2})");
 }
 
-TEST(parse, tells_the_line_and_the_column_of_a_fault) {
+TEST(parse, names_the_line_and_the_column_of_an_error) {
     const auto error = thrownBy<ParseException>([] { parse("{\n  \"a\": tru\n}"); });
-    EXPECT_EQ(2, error.firstLine());
-    EXPECT_EQ(11, error.firstColumn());
+    EXPECT_EQ(error.firstLine(), 2);
+    EXPECT_EQ(error.firstColumn(), 11);
 }
 
 TEST(parse, reads_all_of_a_stream) {
     std::istringstream in(" [1,\n2]\n ");
-    EXPECT_EQ("[1,2]", compact(parse(in)));
+    EXPECT_EQ(compact(parse(in)), "[1,2]");
     EXPECT_TRUE(in.eof());
     EXPECT_FALSE(in.fail());
 }

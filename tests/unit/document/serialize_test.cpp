@@ -25,13 +25,13 @@ using orvid_test::thrownBy;
 
 constexpr const char* k_text = R"({"b":[1.50,{},[],"x"],"a":{"c":null}})";
 
-TEST(serialize, is_compact_unless_told_otherwise) {
-    EXPECT_EQ(k_text, serialize(parse(k_text)));
-    EXPECT_EQ("7", serialize(Element(7)));
+TEST(serialize, is_compact_unless_asked_otherwise) {
+    EXPECT_EQ(serialize(parse(k_text)), k_text);
+    EXPECT_EQ(serialize(Element(7)), "7");
 }
 
 TEST(serialize, closes_empty_containers_where_they_open_in_the_pretty_layout) {
-    EXPECT_EQ(R"({
+    EXPECT_EQ(serialize(parse(k_text), WriteOptions::pretty()), R"({
     "b": [
         1.50,
         {},
@@ -42,20 +42,19 @@ TEST(serialize, closes_empty_containers_where_they_open_in_the_pretty_layout) {
         "c": null
     }
 }
-)",
-              serialize(parse(k_text), WriteOptions::pretty()));
-    EXPECT_EQ("[\n  {}\n]\n", serialize(parse("[{}]"), WriteOptions::pretty(2)));
-    EXPECT_EQ("{}\n", serialize(parse("{}"), WriteOptions::pretty()));
-    EXPECT_EQ("[]", serialize(parse("[]"), WriteOptions::pretty(0)));
+)");
+    EXPECT_EQ(serialize(parse("[{}]"), WriteOptions::pretty(2)), "[\n  {}\n]\n");
+    EXPECT_EQ(serialize(parse("{}"), WriteOptions::pretty()), "{}\n");
+    EXPECT_EQ(serialize(parse("[]"), WriteOptions::pretty(0)), "[]");
 }
 
 TEST(serialize, leaves_out_the_meta_of_a_document_unless_it_is_to_be_written) {
     Element root = parse(R"({"meta":{"x":1},"a":{"meta":2}})");
     Dom dom;
     dom.setRoot(root, false);
-    EXPECT_EQ(R"({"a":{"meta":2}})", serialize(dom));
+    EXPECT_EQ(serialize(dom), R"({"a":{"meta":2}})");
     dom.setWriteMeta(true);
-    EXPECT_EQ(R"({"meta":{"x":1},"a":{"meta":2}})", serialize(dom));
+    EXPECT_EQ(serialize(dom), R"({"meta":{"x":1},"a":{"meta":2}})");
 }
 
 TEST(serialize, refuses_a_document_without_a_root) { EXPECT_THROW(serialize(Dom()), Exception); }
@@ -70,17 +69,17 @@ std::string refusedPath(const Element& value) {
 }
 
 TEST(serialize, names_the_first_element_that_json_cannot_express) {
-    EXPECT_EQ("a[1].b", refusedPath(Element::k_emptyElement));
-    EXPECT_EQ("a[1].b", refusedPath(std::numeric_limits<double>::quiet_NaN()));
-    EXPECT_EQ("a[1].b", refusedPath(-std::numeric_limits<double>::infinity()));
-    EXPECT_EQ("a[1].b", refusedPath("\xFF"));
+    EXPECT_EQ(refusedPath(Element::k_emptyElement), "a[1].b");
+    EXPECT_EQ(refusedPath(std::numeric_limits<double>::quiet_NaN()), "a[1].b");
+    EXPECT_EQ(refusedPath(-std::numeric_limits<double>::infinity()), "a[1].b");
+    EXPECT_EQ(refusedPath("\xFF"), "a[1].b");
 }
 
-TEST(serialize, names_the_root_where_it_is_at_fault) {
+TEST(serialize, names_the_root_where_it_is_in_error) {
     const auto error =
         thrownBy<Exception>([] { serialize(std::numeric_limits<double>::infinity()); });
-    ASSERT_NE(nullptr, error.elementPath());
-    EXPECT_EQ("", *error.elementPath());
+    ASSERT_NE(error.elementPath(), nullptr);
+    EXPECT_EQ(*error.elementPath(), "");
 }
 
 TEST(serialize, refuses_the_text_of_a_number_that_is_none) {
@@ -90,7 +89,7 @@ TEST(serialize, refuses_the_text_of_a_number_that_is_none) {
         EXPECT_THROW(serialize(Element(Number(text))), Exception);
     }
     for (const char* const text : {"0", "-0", "10", "-1.0", "0.10", "1e5", "1E-05", "-0.5e+10"}) {
-        EXPECT_EQ(text, serialize(Element(Number(text))));
+        EXPECT_EQ(serialize(Element(Number(text))), text);
     }
 }
 
@@ -98,18 +97,18 @@ TEST(serialize, refuses_what_is_no_utf8_unless_that_is_allowed) {
     Element root;
     ko::Orvid::DomParser().parse(root, "{\"a\":[{\"k\xC3\":1}]}");
     const auto error = thrownBy<Exception>([&] { serialize(root); });
-    EXPECT_EQ("a[0].k\xC3", *error.elementPath());
+    EXPECT_EQ(*error.elementPath(), "a[0].k\xC3");
     WriteOptions options = WriteOptions::compact();
     options.allowInvalidUtf8 = true;
-    EXPECT_EQ("{\"a\":[{\"k\xC3\":1}]}", serialize(root, options));
+    EXPECT_EQ(serialize(root, options), "{\"a\":[{\"k\xC3\":1}]}");
     options.asciiOnly = true;
-    EXPECT_EQ("{\"a\":[{\"k\\uFFFD\":1}]}", serialize(root, options));
+    EXPECT_EQ(serialize(root, options), "{\"a\":[{\"k\\uFFFD\":1}]}");
 }
 
 TEST(serialize, takes_every_valid_character) {
     const std::string text =
         "\"\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF\"";
-    EXPECT_EQ(text, serialize(parse(text)));
+    EXPECT_EQ(serialize(parse(text)), text);
 }
 
 TEST(serialize, does_not_look_at_what_it_leaves_out) {
@@ -117,7 +116,7 @@ TEST(serialize, does_not_look_at_what_it_leaves_out) {
     root.get("meta") = Element::k_emptyElement;
     Dom dom;
     dom.setRoot(root, false);
-    EXPECT_EQ(R"({"a":2})", serialize(dom));
+    EXPECT_EQ(serialize(dom), R"({"a":2})");
     EXPECT_THROW(serialize(root), Exception);
 }
 

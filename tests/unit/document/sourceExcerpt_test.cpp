@@ -36,69 +36,71 @@ std::size_t charactersOf(const std::string& line) {
     return count;
 }
 
-TEST(SourceExcerpt, puts_a_caret_under_the_fault) {
-    EXPECT_EQ("[1, x]\n    ^\n", excerptOf("[1, x]"));
-    EXPECT_EQ("x\n^\n", excerptOf("x"));
+TEST(SourceExcerpt, puts_a_caret_under_the_error) {
+    EXPECT_EQ(excerptOf("[1, x]"), "[1, x]\n    ^\n");
+    EXPECT_EQ(excerptOf("x"), "x\n^\n");
 }
 
 TEST(SourceExcerpt, shows_the_line_alone) {
-    EXPECT_EQ("  2,]\n    ^\n", excerptOf("[1,\n  2,]\n,3]"));
-    EXPECT_EQ("  2,]\n    ^\n", excerptOf("[1,\r\n  2,]\r\n"));
-    EXPECT_EQ("]\n^\n", excerptOf("[1,\n]"));
+    EXPECT_EQ(excerptOf("[1,\n  2,]\n,3]"), "  2,]\n    ^\n");
+    EXPECT_EQ(excerptOf("[1,\r\n  2,]\r\n"), "  2,]\n    ^\n");
+    EXPECT_EQ(excerptOf("[1,\n]"), "]\n^\n");
 }
 
-TEST(SourceExcerpt, marks_every_character_of_the_fault) {
-    EXPECT_EQ("{\"a\":1,\"a\":2}\n       ^^^\n", excerptOf(R"({"a":1,"a":2})"));
-    EXPECT_EQ("[\"\\ud800\"]\n  ^^^^^^\n", excerptOf(R"(["\ud800"])"));
+TEST(SourceExcerpt, marks_every_character_of_the_error) {
+    EXPECT_EQ(excerptOf(R"({"a":1,"a":2})"), "{\"a\":1,\"a\":2}\n       ^^^\n");
+    EXPECT_EQ(excerptOf(R"(["\ud800"])"), "[\"\\ud800\"]\n  ^^^^^^\n");
 }
 
-TEST(SourceExcerpt, marks_one_character_where_the_last_column_is_not_behind_the_first) {
-    EXPECT_EQ("[1, x]\n    ^\n", excerptAt("[1, x]", 5, 5));
-    EXPECT_EQ("[1, x]\n    ^\n", excerptAt("[1, x]", 5, 2));
-    EXPECT_EQ("[1, x]\n    ^\n", excerptAt("[1, x]", 5, -1));
+TEST(SourceExcerpt, marks_one_character_where_the_last_column_is_not_after_the_first) {
+    EXPECT_EQ(excerptAt("[1, x]", 5, 5), "[1, x]\n    ^\n");
+    EXPECT_EQ(excerptAt("[1, x]", 5, 2), "[1, x]\n    ^\n");
+    EXPECT_EQ(excerptAt("[1, x]", 5, -1), "[1, x]\n    ^\n");
 }
 
-TEST(SourceExcerpt, marks_the_place_behind_the_last_character_of_a_text_that_ends_early) {
-    EXPECT_EQ("[1, 2\n     ^\n", excerptOf("[1, 2"));
-    EXPECT_EQ("\n^\n", excerptOf(""));
-    EXPECT_EQ("\n^\n", excerptOf("[\n"));
+TEST(SourceExcerpt, marks_the_place_after_the_last_character_of_a_text_that_ends_early) {
+    EXPECT_EQ(excerptOf("[1, 2"), "[1, 2\n     ^\n");
+    EXPECT_EQ(excerptOf(""), "\n^\n");
+    EXPECT_EQ(excerptOf("[\n"), "\n^\n");
 }
 
 TEST(SourceExcerpt, counts_characters_and_not_bytes) {
-    EXPECT_EQ("[\"\xC3\xA9\xE2\x82\xAC\", x]\n       ^\n",
-              excerptOf("[\"\xC3\xA9\xE2\x82\xAC\", x]"));
-    EXPECT_EQ("\xE2\x82\xAC\n^\n", excerptAt("\xE2\x82\xAC", 2, 3));
+    EXPECT_EQ(excerptOf("[\"\xC3\xA9\xE2\x82\xAC\", x]"),
+              "[\"\xC3\xA9\xE2\x82\xAC\", x]\n       ^\n");
+    EXPECT_EQ(excerptAt("\xE2\x82\xAC", 2, 3), "\xE2\x82\xAC\n^\n");
 }
 
 TEST(SourceExcerpt, shows_nothing_that_upsets_a_terminal) {
-    EXPECT_EQ("[\"a?\"]\n   ^\n", excerptOf("[\"a\xFF\"]"));
-    EXPECT_EQ("[\"??\"]\n  ^^\n", excerptOf("[\"\xE2\x82\"]"));
-    EXPECT_EQ("[\"a b\"]\n   ^\n", excerptOf("[\"a\x1B"
-                                             "b\"]"));
-    EXPECT_EQ("  [ x]\n    ^\n", excerptOf("\t\t[\tx]"));
-    EXPECT_EQ("a b\n ^\n", excerptAt(std::string("a\0b", 3), 2, 2));
-    EXPECT_EQ("a b\n ^\n", excerptAt("a\x7F"
-                                     "b",
-                                     2, 2));
+    EXPECT_EQ(excerptOf("[\"a\xFF\"]"), "[\"a?\"]\n   ^\n");
+    EXPECT_EQ(excerptOf("[\"\xE2\x82\"]"), "[\"??\"]\n  ^^\n");
+    EXPECT_EQ(excerptOf("[\"a\x1B"
+                        "b\"]"),
+              "[\"a b\"]\n   ^\n");
+    EXPECT_EQ(excerptOf("\t\t[\tx]"), "  [ x]\n    ^\n");
+    EXPECT_EQ(excerptAt(std::string("a\0b", 3), 2, 2), "a b\n ^\n");
+    EXPECT_EQ(excerptAt("a\x7F"
+                        "b",
+                        2, 2),
+              "a b\n ^\n");
 }
 
-TEST(SourceExcerpt, cuts_a_long_line_around_the_fault) {
+TEST(SourceExcerpt, cuts_a_long_line_around_the_error) {
     const std::string long_begin(100, 'a');
     const std::string long_end(100, 'b');
-    EXPECT_EQ("..." + std::string(30, 'a') + "x" + std::string(41, 'b') + "...\n" +
-                  std::string(33, ' ') + "^\n",
-              excerptAt(long_begin + "x" + long_end, 101, 101));
-    EXPECT_EQ("aaaxx" + std::string(70, 'b') + "...\n   ^^\n", excerptAt("aaaxx" + long_end, 4, 5));
-    EXPECT_EQ("..." + std::string(30, 'a') + "xyz\n" + std::string(33, ' ') + "^\n",
-              excerptAt(long_begin + "xyz", 101, 101));
+    EXPECT_EQ(excerptAt(long_begin + "x" + long_end, 101, 101), "..." + std::string(30, 'a') + "x" +
+                                                                    std::string(41, 'b') + "...\n" +
+                                                                    std::string(33, ' ') + "^\n");
+    EXPECT_EQ(excerptAt("aaaxx" + long_end, 4, 5), "aaaxx" + std::string(70, 'b') + "...\n   ^^\n");
+    EXPECT_EQ(excerptAt(long_begin + "xyz", 101, 101),
+              "..." + std::string(30, 'a') + "xyz\n" + std::string(33, ' ') + "^\n");
 }
 
 TEST(SourceExcerpt, leaves_a_line_whole_that_just_fits) {
     const std::string line(78, 'a');
-    EXPECT_EQ(line + "\n" + std::string(77, ' ') + "^\n", excerptAt(line, 78, 78));
+    EXPECT_EQ(excerptAt(line, 78, 78), line + "\n" + std::string(77, ' ') + "^\n");
     const std::string longer(79, 'a');
-    EXPECT_EQ("..." + std::string(31, 'a') + "\n" + std::string(33, ' ') + "^\n",
-              excerptAt(longer, 79, 79));
+    EXPECT_EQ(excerptAt(longer, 79, 79),
+              "..." + std::string(31, 'a') + "\n" + std::string(33, ' ') + "^\n");
 }
 
 TEST(SourceExcerpt, is_never_wider_than_a_terminal) {
@@ -112,20 +114,20 @@ TEST(SourceExcerpt, is_never_wider_than_a_terminal) {
             const std::size_t newline = text.find('\n');
             EXPECT_LE(charactersOf(text.substr(0, newline)), 78U);
             EXPECT_LE(text.size() - newline - 2, 78U);
-            EXPECT_NE(std::string::npos, text.find('^'));
+            EXPECT_NE(text.find('^'), std::string::npos);
         }
     }
 }
 
 TEST(SourceExcerpt, is_empty_where_there_is_no_such_place) {
-    EXPECT_EQ("", sourceExcerpt("[]", ParseException("", -1, -1, -1, -1)));
-    EXPECT_EQ("", sourceExcerpt("[]", ParseException("", 2, 1, 2, 1)));
-    EXPECT_EQ("", sourceExcerpt("[]", ParseException("", 1, -1, 1, -1)));
-    EXPECT_EQ("[]\n  ^\n", excerptAt("[]", 900, 901));
+    EXPECT_EQ(sourceExcerpt("[]", ParseException("", -1, -1, -1, -1)), "");
+    EXPECT_EQ(sourceExcerpt("[]", ParseException("", 2, 1, 2, 1)), "");
+    EXPECT_EQ(sourceExcerpt("[]", ParseException("", 1, -1, 1, -1)), "");
+    EXPECT_EQ(excerptAt("[]", 900, 901), "[]\n  ^\n");
 }
 
-TEST(SourceExcerpt, marks_the_rest_of_the_line_for_a_fault_of_several_lines) {
-    EXPECT_EQ("[ab\n ^^\n", sourceExcerpt("[ab\ncd]", ParseException("", 1, 2, 2, 1)));
+TEST(SourceExcerpt, marks_the_rest_of_the_line_for_an_error_of_several_lines) {
+    EXPECT_EQ(sourceExcerpt("[ab\ncd]", ParseException("", 1, 2, 2, 1)), "[ab\n ^^\n");
 }
 
 /// The excerpt of a text of which no T can be made.
@@ -134,19 +136,19 @@ std::string excerptOfWord(const std::string& text) {
     return sourceExcerpt(text, orvid_test::thrownBy<ParseException>([&] { T{text}; }));
 }
 
-TEST(SourceExcerpt, puts_a_caret_under_the_fault_of_a_query_a_pointer_or_a_path) {
-    EXPECT_EQ("$.a[?]\n     ^\n", excerptOfWord<ko::Orvid::JsonPath>("$.a[?]"));
-    EXPECT_EQ("x\n^\n", excerptOfWord<ko::Orvid::JsonPath>("x"));
-    EXPECT_EQ("$.\n  ^\n", excerptOfWord<ko::Orvid::JsonPath>("$."));
-    EXPECT_EQ("/a/~2\n   ^^\n", excerptOfWord<ko::Orvid::JsonPointer>("/a/~2"));
+TEST(SourceExcerpt, puts_a_caret_under_the_error_of_a_query_a_pointer_or_a_path) {
+    EXPECT_EQ(excerptOfWord<ko::Orvid::JsonPath>("$.a[?]"), "$.a[?]\n     ^\n");
+    EXPECT_EQ(excerptOfWord<ko::Orvid::JsonPath>("x"), "x\n^\n");
+    EXPECT_EQ(excerptOfWord<ko::Orvid::JsonPath>("$."), "$.\n  ^\n");
+    EXPECT_EQ(excerptOfWord<ko::Orvid::JsonPointer>("/a/~2"), "/a/~2\n   ^^\n");
     const auto error =
         orvid_test::thrownBy<ParseException>([] { return ko::Orvid::Path("a[x").steps(); });
-    EXPECT_EQ("a[x\n ^^\n", sourceExcerpt("a[x", error));
+    EXPECT_EQ(sourceExcerpt("a[x", error), "a[x\n ^^\n");
 }
 
 TEST(SourceExcerpt, shows_a_query_of_several_lines_as_one) {
-    EXPECT_EQ("$[?@.a ==  x]\n           ^\n",
-              excerptOfWord<ko::Orvid::JsonPath>("$[?@.a ==\n\nx]"));
+    EXPECT_EQ(excerptOfWord<ko::Orvid::JsonPath>("$[?@.a ==\n\nx]"),
+              "$[?@.a ==  x]\n           ^\n");
 }
 
 }  // namespace

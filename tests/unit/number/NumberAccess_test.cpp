@@ -348,9 +348,9 @@ TYPED_TEST(NumberReadAsReal, of_a_nan_is_a_nan) {
 }
 
 TEST(NumberToFloat, rounds_to_the_nearest_float) {
-    EXPECT_EQ(0.1F, Number(0.1).toFloat());
-    EXPECT_EQ(16777216.0F, Number(16777217).toFloat());
-    EXPECT_EQ(0.1F, NumberProbe::bigDecimal("0.1").toFloat());
+    EXPECT_EQ(Number(0.1).toFloat(), 0.1F);
+    EXPECT_EQ(Number(16777217).toFloat(), 16777216.0F);
+    EXPECT_EQ(NumberProbe::bigDecimal("0.1").toFloat(), 0.1F);
 }
 
 TEST(NumberToFloat, refuses_doubles_beyond_its_range) {
@@ -359,15 +359,14 @@ TEST(NumberToFloat, refuses_doubles_beyond_its_range) {
 }
 
 TEST(NumberToDouble, of_the_largest_signed_value_is_the_next_power_of_two) {
-    EXPECT_EQ(9.2233720368547758e18, Number(9223372036854775807LL).toDouble());
+    EXPECT_EQ(Number(9223372036854775807LL).toDouble(), 9.2233720368547758e18);
 }
 
 TEST(NumberToDouble, error_names_the_smallest_positive_value_as_minimum) {
     for (const Number& number : {Number(0.0), Number("0"), Number(-1.5)}) {
         const auto error = thrownBy<ReadError<double>>([&] { number.toDouble(); });
-        EXPECT_EQ("Value out of range! Value: " + number.toString() +
-                      " Min: 2.22507e-308 Max: 1.79769e+308",
-                  std::string(error.what()));
+        EXPECT_EQ(std::string(error.what()), "Value out of range! Value: " + number.toString() +
+                                                 " Min: 2.22507e-308 Max: 1.79769e+308");
     }
 }
 
@@ -421,42 +420,42 @@ TEST(NumberRead, text_below_the_lowest_value_reads_as_the_lowest_value) {
 TEST(NumberRead, int_refusal_tells_value_and_limits) {
     const Number number("3000000000");
     const auto error = thrownBy<ReadError<int>>([&] { number.toInt(); });
-    EXPECT_STREQ("Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647",
-                 error.what());
+    EXPECT_STREQ(error.what(),
+                 "Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647");
 }
 
 TEST(NumberRead, char_refusal_tells_its_limits_as_raw_bytes) {
     const auto error = thrownBy<ReadError<char>>([] { Number(128).toChar(); });
-    EXPECT_STREQ("Value out of range! Value: 128 Min: \x80 Max: \x7F", error.what());
+    EXPECT_STREQ(error.what(), "Value out of range! Value: 128 Min: \x80 Max: \x7F");
 }
 
 TEST(NumberRead, of_text_that_cannot_be_converted_throws_the_error_of_the_text) {
     int out = 77;
     EXPECT_THROW(Number("1e400").getValue(out), TextError);
     EXPECT_THROW(Number("99999999999999999999").toULongLong(), TextError);
-    EXPECT_EQ(77, out);
+    EXPECT_EQ(out, 77);
 }
 
 TEST(NumberRead, of_an_unknown_kind_is_not_implemented) {
     int out = 77;
     const Number number = NumberProbe::unknown();
     const auto error = thrownBy<ko::RuntimeError>([&] { number.getValue(out); });
-    EXPECT_STREQ("Unknown type, implementation missing", error.what());
-    EXPECT_EQ(77, out);
+    EXPECT_STREQ(error.what(), "Unknown type, implementation missing");
+    EXPECT_EQ(out, 77);
 }
 
 TEST(NumberRead, does_not_change_the_text) {
     const Number number("1.50");
-    EXPECT_EQ(1, number.toInt());
-    EXPECT_EQ(1.5, number.toDouble());
-    EXPECT_EQ("1.50", number.toString());
+    EXPECT_EQ(number.toInt(), 1);
+    EXPECT_EQ(number.toDouble(), 1.5);
+    EXPECT_EQ(number.toString(), "1.50");
 }
 
 TEST(NumberRead, does_not_depend_on_the_locale) {
     const orvid_test::GroupingLocale locale;
-    EXPECT_EQ(1234567, Number("1234567").toInt());
-    EXPECT_EQ(1234.5, Number("1234.5").toDouble());
-    EXPECT_EQ(-1234567, Number("-1234567").toLongLong());
+    EXPECT_EQ(Number("1234567").toInt(), 1234567);
+    EXPECT_EQ(Number("1234.5").toDouble(), 1234.5);
+    EXPECT_EQ(Number("-1234567").toLongLong(), -1234567);
 }
 
 }  // namespace

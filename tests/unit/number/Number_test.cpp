@@ -48,19 +48,19 @@ static_assert(!std::is_constructible_v<Number, Number*>);
 TEST(Number, by_default_is_a_signed_zero_with_text) {
     const Number number;
     EXPECT_TRUE(holds(number, Number::ebLongLong, "0"));
-    EXPECT_EQ(0, NumberProbe::heldSigned(number));
+    EXPECT_EQ(NumberProbe::heldSigned(number), 0);
 }
 
 TEST(Number, limits_are_the_texts_of_the_binary_limits) {
-    EXPECT_EQ("9223372036854775807", Number::k_limits.llMax);
-    EXPECT_EQ("-9223372036854775808", Number::k_limits.llMin);
-    EXPECT_EQ("18446744073709551615", Number::k_limits.ullMax);
-    EXPECT_EQ("2.22507e-308", Number::k_limits.dblMin);
-    EXPECT_EQ("1.79769e+308", Number::k_limits.dblMax);
+    EXPECT_EQ(Number::k_limits.llMax, "9223372036854775807");
+    EXPECT_EQ(Number::k_limits.llMin, "-9223372036854775808");
+    EXPECT_EQ(Number::k_limits.ullMax, "18446744073709551615");
+    EXPECT_EQ(Number::k_limits.dblMin, "2.22507e-308");
+    EXPECT_EQ(Number::k_limits.dblMax, "1.79769e+308");
 }
 
 TEST(Number, smallest_unsigned_limit_is_the_largest_value_too) {
-    EXPECT_EQ("18446744073709551615", Number::k_limits.ullMin);
+    EXPECT_EQ(Number::k_limits.ullMin, "18446744073709551615");
 }
 
 // --- setters
@@ -81,9 +81,9 @@ TEST(Number, set_to_text_forgets_the_binary_value) {
 TEST(Number, set_to_text_of_a_length_takes_exactly_that_many_bytes) {
     Number number;
     number.set("12345", 3);
-    EXPECT_EQ("123", number.toString());
+    EXPECT_EQ(number.toString(), "123");
     number.set("1\0002", 3);
-    EXPECT_EQ(std::string("1\0002", 3), number.toString());
+    EXPECT_EQ(number.toString(), std::string("1\0002", 3));
     number.set("12345", 0);
     EXPECT_TRUE(holds(number, Number::ebNone, ""));
 }
@@ -91,7 +91,7 @@ TEST(Number, set_to_text_of_a_length_takes_exactly_that_many_bytes) {
 TEST(Number, set_to_text_does_not_check_it) {
     for (const char* const text : {"007", "+1", "abc", " 1", "1 2", "--", "1.2.3", "0x10"}) {
         const Number number(text);
-        EXPECT_EQ(text, number.toString());
+        EXPECT_EQ(number.toString(), text);
     }
 }
 
@@ -110,8 +110,8 @@ TEST(Number, set_to_wide_text_stores_it_narrow) {
 TEST(Number, set_to_wide_text_encodes_it_as_utf8) {
     Number number;
     number.set(L"\u0664");
-    EXPECT_EQ("\xD9\xA4", number.toString());
-    EXPECT_EQ(L"\u0664", number.toWString());
+    EXPECT_EQ(number.toString(), "\xD9\xA4");
+    EXPECT_EQ(number.toWString(), L"\u0664");
 }
 
 template<class T>
@@ -119,7 +119,7 @@ void expectSigned(T value) {
     Number number("1.5");
     number.set(value);
     EXPECT_TRUE(holds(number, Number::ebLongLong, "")) << value;
-    EXPECT_EQ(static_cast<long long>(value), NumberProbe::heldSigned(number));
+    EXPECT_EQ(NumberProbe::heldSigned(number), static_cast<long long>(value));
     EXPECT_TRUE(holds(Number(value), Number::ebLongLong, "")) << value;
 }
 
@@ -128,7 +128,7 @@ void expectUnsigned(T value) {
     Number number("1.5");
     number.set(value);
     EXPECT_TRUE(holds(number, Number::ebULongLong, "")) << value;
-    EXPECT_EQ(static_cast<unsigned long long>(value), NumberProbe::heldUnsigned(number));
+    EXPECT_EQ(NumberProbe::heldUnsigned(number), static_cast<unsigned long long>(value));
     EXPECT_TRUE(holds(Number(value), Number::ebULongLong, "")) << value;
 }
 
@@ -137,7 +137,7 @@ void expectReal(T value) {
     Number number("1");
     number.set(value);
     EXPECT_TRUE(holds(number, Number::ebDouble, "")) << value;
-    EXPECT_EQ(static_cast<double>(value), NumberProbe::heldReal(number));
+    EXPECT_EQ(NumberProbe::heldReal(number), static_cast<double>(value));
     EXPECT_TRUE(holds(Number(value), Number::ebDouble, "")) << value;
 }
 
@@ -173,24 +173,24 @@ TEST(Number, set_to_a_floating_type_forgets_the_text) {
 TEST(Number, char_is_a_signed_type) {
     Number number;
     number.set('\xFF');
-    EXPECT_EQ("-1", number.toString());
-    EXPECT_EQ("97", Number('a').toString());
+    EXPECT_EQ(number.toString(), "-1");
+    EXPECT_EQ(Number('a').toString(), "97");
 }
 
 TEST(Number, set_to_a_number_takes_over_both_sides_as_they_are) {
     const Number textOnly("1.50");
     const Number binaryOnly(7U);
     const Number both("12");
-    EXPECT_EQ(Number::ebULongLong, both.type());
+    EXPECT_EQ(both.type(), Number::ebULongLong);
     Number target(5);
     target.set(textOnly);
     EXPECT_TRUE(holds(target, Number::ebNone, "1.50"));
     target.set(binaryOnly);
     EXPECT_TRUE(holds(target, Number::ebULongLong, ""));
-    EXPECT_EQ(7U, NumberProbe::heldUnsigned(target));
+    EXPECT_EQ(NumberProbe::heldUnsigned(target), 7U);
     target.set(both);
     EXPECT_TRUE(holds(target, Number::ebULongLong, "12"));
-    EXPECT_EQ(12U, NumberProbe::heldUnsigned(target));
+    EXPECT_EQ(NumberProbe::heldUnsigned(target), 12U);
     EXPECT_TRUE(holds(textOnly, Number::ebNone, "1.50"));
     EXPECT_TRUE(holds(binaryOnly, Number::ebULongLong, ""));
 }
@@ -200,12 +200,12 @@ TEST(Number, copy_and_assignment_take_over_both_sides_as_they_are) {
     const Number copy(source);
     EXPECT_TRUE(holds(copy, Number::ebNone, "1.50"));
     Number target(5);
-    EXPECT_EQ(&target, &(target = source));
+    EXPECT_EQ(&(target = source), &target);
     EXPECT_TRUE(holds(target, Number::ebNone, "1.50"));
-    EXPECT_EQ(Number::ebDouble, source.type());
+    EXPECT_EQ(source.type(), Number::ebDouble);
     target = source;
     EXPECT_TRUE(holds(target, Number::ebDouble, "1.50"));
-    EXPECT_EQ(1.5, NumberProbe::heldReal(target));
+    EXPECT_EQ(NumberProbe::heldReal(target), 1.5);
     EXPECT_TRUE(holds(copy, Number::ebNone, "1.50"));
 }
 
@@ -236,16 +236,16 @@ TEST(Number, set_to_a_decimal_takes_its_text) {
 }
 
 TEST(Number, of_a_decimal_is_classified_by_its_text) {
-    EXPECT_EQ(Number::ebDouble, Number(DecNumber("1.50")).type());
-    EXPECT_EQ(Number::ebULongLong, Number(DecNumber("150")).type());
-    EXPECT_EQ(Number::ebLongLong, Number(DecNumber("-150")).type());
-    EXPECT_EQ(Number::ebULongLong, Number(DecNumber("18446744073709551615")).type());
+    EXPECT_EQ(Number(DecNumber("1.50")).type(), Number::ebDouble);
+    EXPECT_EQ(Number(DecNumber("150")).type(), Number::ebULongLong);
+    EXPECT_EQ(Number(DecNumber("-150")).type(), Number::ebLongLong);
+    EXPECT_EQ(Number(DecNumber("18446744073709551615")).type(), Number::ebULongLong);
 }
 
 TEST(Number, of_a_decimal_with_twenty_digits_is_out_of_range) {
     const Number number(DecNumber("12345678901234567890"));
     const auto error = thrownBy<TextError>([&] { number.type(); });
-    EXPECT_EQ("12345678901234567890", error.value());
+    EXPECT_EQ(error.value(), "12345678901234567890");
     EXPECT_THROW(Number(DecNumber("18446744073709551616")).type(), TextError);
 }
 
@@ -254,26 +254,26 @@ TEST(Number, of_a_decimal_with_twenty_digits_is_out_of_range) {
 
 TEST(Number, type_computes_the_binary_value_and_keeps_the_text) {
     const Number number("1.50");
-    EXPECT_EQ(Number::ebDouble, number.type());
+    EXPECT_EQ(number.type(), Number::ebDouble);
     EXPECT_TRUE(holds(number, Number::ebDouble, "1.50"));
-    EXPECT_EQ(1.5, NumberProbe::heldReal(number));
+    EXPECT_EQ(NumberProbe::heldReal(number), 1.5);
 }
 
 TEST(Number, typed_read_computes_the_binary_value_and_keeps_the_text) {
     const Number number("0012");
-    EXPECT_EQ(12, number.toInt());
+    EXPECT_EQ(number.toInt(), 12);
     EXPECT_TRUE(holds(number, Number::ebULongLong, "0012"));
 }
 
 TEST(Number, to_string_computes_the_text_and_keeps_the_binary_value) {
     const Number number(12U);
-    EXPECT_EQ("12", number.toString());
+    EXPECT_EQ(number.toString(), "12");
     EXPECT_TRUE(holds(number, Number::ebULongLong, "12"));
 }
 
 TEST(Number, to_wide_string_and_write_at_compute_the_text) {
     const Number first(12U);
-    EXPECT_EQ(L"12", first.toWString());
+    EXPECT_EQ(first.toWString(), L"12");
     EXPECT_TRUE(holds(first, Number::ebULongLong, "12"));
     const Number second(-3);
     std::ostringstream text;
@@ -287,29 +287,29 @@ TEST(Number, to_wide_string_and_write_at_compute_the_text) {
 
 TEST(Number, to_string_of_a_text_does_not_compute_the_binary_value) {
     const Number number("1.50");
-    EXPECT_EQ("1.50", number.toString());
-    EXPECT_EQ(L"1.50", number.toWString());
+    EXPECT_EQ(number.toString(), "1.50");
+    EXPECT_EQ(number.toWString(), L"1.50");
     EXPECT_TRUE(holds(number, Number::ebNone, "1.50"));
 }
 
 TEST(Number, to_string_returns_the_string_that_the_number_keeps) {
     const Number number(12);
     EXPECT_EQ(&number.toString(), &number.toString());
-    EXPECT_EQ(&NumberProbe::heldText(number), &number.toString());
+    EXPECT_EQ(&number.toString(), &NumberProbe::heldText(number));
 }
 
 TEST(Number, to_dec_number_is_the_exact_binary_value) {
-    EXPECT_EQ(0, Number(-7).toDecNumber().compare(DecNumber("-7")));
+    EXPECT_EQ(Number(-7).toDecNumber().compare(DecNumber("-7")), 0);
     EXPECT_EQ(
-        0, Number("18446744073709551615").toDecNumber().compare(DecNumber("18446744073709551615")));
-    EXPECT_EQ(0, Number(0.1).toDecNumber().compare(DecNumber(0.1)));
-    EXPECT_EQ(0, Number("0.1").toDecNumber().compare(DecNumber(0.1)));
-    EXPECT_NE(0, Number("0.1").toDecNumber().compare(DecNumber("0.1")));
+        Number("18446744073709551615").toDecNumber().compare(DecNumber("18446744073709551615")), 0);
+    EXPECT_EQ(Number(0.1).toDecNumber().compare(DecNumber(0.1)), 0);
+    EXPECT_EQ(Number("0.1").toDecNumber().compare(DecNumber(0.1)), 0);
+    EXPECT_NE(Number("0.1").toDecNumber().compare(DecNumber("0.1")), 0);
 }
 
 TEST(Number, to_dec_number_computes_the_binary_value) {
     const Number number("1.50");
-    EXPECT_EQ(0, number.toDecNumber().compare(DecNumber("1.5")));
+    EXPECT_EQ(number.toDecNumber().compare(DecNumber("1.5")), 0);
     EXPECT_TRUE(holds(number, Number::ebDouble, "1.50"));
 }
 
@@ -324,23 +324,23 @@ TEST(Number, to_dec_number_of_text_out_of_range_throws) {
 TEST(NumberOfEmptyText, stays_empty_in_to_string) {
     Number number(5);
     number.set("");
-    EXPECT_EQ("", number.toString());
-    EXPECT_EQ(L"", number.toWString());
+    EXPECT_EQ(number.toString(), "");
+    EXPECT_EQ(number.toWString(), L"");
     EXPECT_TRUE(holds(number, Number::ebNone, ""));
 }
 
 TEST(NumberOfEmptyText, is_unsigned_and_keeps_the_bits_from_before) {
     Number number(5);
     number.set("");
-    EXPECT_EQ(Number::ebULongLong, number.type());
-    EXPECT_EQ(5U, number.toUInt());
+    EXPECT_EQ(number.type(), Number::ebULongLong);
+    EXPECT_EQ(number.toUInt(), 5U);
 }
 
 TEST(NumberOfEmptyText, gets_the_text_of_those_bits_once_its_kind_is_known) {
     Number number(5);
     number.set("");
-    EXPECT_EQ(Number::ebULongLong, number.type());
-    EXPECT_EQ("5", number.toString());
+    EXPECT_EQ(number.type(), Number::ebULongLong);
+    EXPECT_EQ(number.toString(), "5");
 }
 
 // --- kinds that no operation produces
@@ -348,22 +348,22 @@ TEST(NumberOfEmptyText, gets_the_text_of_those_bits_once_its_kind_is_known) {
 
 TEST(BigDecimalNumber, keeps_kind_and_text_in_all_readers_and_copies) {
     const Number number = NumberProbe::bigDecimal("123456789012345678901234567890.5");
-    EXPECT_EQ(Number::ebBigDecimal, number.type());
-    EXPECT_EQ("123456789012345678901234567890.5", number.toString());
-    EXPECT_EQ(L"123456789012345678901234567890.5", number.toWString());
+    EXPECT_EQ(number.type(), Number::ebBigDecimal);
+    EXPECT_EQ(number.toString(), "123456789012345678901234567890.5");
+    EXPECT_EQ(number.toWString(), L"123456789012345678901234567890.5");
     Number copy;
     copy.set(number);
     EXPECT_TRUE(holds(copy, Number::ebBigDecimal, "123456789012345678901234567890.5"));
 }
 
 TEST(BigDecimalNumber, has_no_text_but_its_own) {
-    EXPECT_EQ("", NumberProbe::bigDecimal("").toString());
+    EXPECT_EQ(NumberProbe::bigDecimal("").toString(), "");
 }
 
 TEST(BigDecimalNumber, is_the_decimal_of_its_text) {
     const std::string text = "123456789012345678901234567890.5";
-    EXPECT_EQ(0, NumberProbe::bigDecimal(text).toDecNumber().compare(DecNumber(text)));
-    EXPECT_EQ(0, NumberProbe::bigDecimal("0.1").toDecNumber().compare(DecNumber("0.1")));
+    EXPECT_EQ(NumberProbe::bigDecimal(text).toDecNumber().compare(DecNumber(text)), 0);
+    EXPECT_EQ(NumberProbe::bigDecimal("0.1").toDecNumber().compare(DecNumber("0.1")), 0);
 }
 
 TEST(BigDecimalNumber, is_text_only_after_a_setter) {
@@ -374,25 +374,25 @@ TEST(BigDecimalNumber, is_text_only_after_a_setter) {
 
 TEST(NumberOfUnknownKind, has_no_text_and_keeps_its_kind) {
     const Number number = NumberProbe::unknown();
-    EXPECT_EQ("", number.toString());
-    EXPECT_EQ(7, static_cast<int>(number.type()));
+    EXPECT_EQ(number.toString(), "");
+    EXPECT_EQ(static_cast<int>(number.type()), 7);
 }
 
 TEST(NumberOfUnknownKind, has_no_decimal) {
     const Number number = NumberProbe::unknown();
     const auto error = thrownBy<ko::RuntimeError>([&] { number.toDecNumber(); });
-    EXPECT_STREQ("Unknown type, implementation missing", error.what());
+    EXPECT_STREQ(error.what(), "Unknown type, implementation missing");
 }
 
 // --- names of the kinds
 // -------------------------------------------------------------------------------
 
 TEST(EBinaryType, values_are_settled) {
-    EXPECT_EQ(0, Number::ebNone);
-    EXPECT_EQ(1, Number::ebLongLong);
-    EXPECT_EQ(2, Number::ebULongLong);
-    EXPECT_EQ(3, Number::ebDouble);
-    EXPECT_EQ(4, Number::ebBigDecimal);
+    EXPECT_EQ(Number::ebNone, 0);
+    EXPECT_EQ(Number::ebLongLong, 1);
+    EXPECT_EQ(Number::ebULongLong, 2);
+    EXPECT_EQ(Number::ebDouble, 3);
+    EXPECT_EQ(Number::ebBigDecimal, 4);
 }
 
 TEST(EBinaryType, prints_the_name_of_each_kind) {
@@ -404,8 +404,8 @@ TEST(EBinaryType, prints_the_name_of_each_kind) {
         {Number::ebBigDecimal, "ebBigDecimal"}};
     for (const auto& [kind, name] : names) {
         std::ostringstream text;
-        EXPECT_EQ(&text, &(text << kind));
-        EXPECT_EQ(name, text.str());
+        EXPECT_EQ(&(text << kind), &text);
+        EXPECT_EQ(text.str(), name);
     }
 }
 
@@ -418,8 +418,8 @@ TEST(EBinaryType, prints_the_name_of_each_kind_on_a_wide_stream) {
         {Number::ebBigDecimal, L"ebBigDecimal"}};
     for (const auto& [kind, name] : names) {
         std::wostringstream text;
-        EXPECT_EQ(&text, &(text << kind));
-        EXPECT_EQ(name, text.str());
+        EXPECT_EQ(&(text << kind), &text);
+        EXPECT_EQ(text.str(), name);
     }
 }
 
@@ -428,11 +428,11 @@ TEST(EBinaryType, prints_what_is_no_kind_as_unknown) {
          {5, 7, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
         std::ostringstream text;
         text << static_cast<Number::EBinaryType>(value);
-        EXPECT_EQ(">>Unknown<<", text.str()) << value;
+        EXPECT_EQ(text.str(), ">>Unknown<<") << value;
         EXPECT_TRUE(text.good());
         std::wostringstream wideText;
         wideText << static_cast<Number::EBinaryType>(value);
-        EXPECT_EQ(L">>Unknown<<", wideText.str()) << value;
+        EXPECT_EQ(wideText.str(), L">>Unknown<<") << value;
         EXPECT_TRUE(wideText.good());
     }
 }

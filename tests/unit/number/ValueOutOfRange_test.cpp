@@ -41,98 +41,97 @@ std::string textFor(const std::string& text) {
 
 TEST(ValueOutOfRange, of_text_prints_value_and_limits) {
     const TextError error("99999999999999999999", "-9223372036854775808", "9223372036854775807");
-    EXPECT_EQ(
-        "Value out of range! Value: 99999999999999999999"
-        " Min: -9223372036854775808 Max: 9223372036854775807",
-        generated(error));
-    EXPECT_EQ(generated(error), error.what());
+    EXPECT_EQ(generated(error),
+              "Value out of range! Value: 99999999999999999999"
+              " Min: -9223372036854775808 Max: 9223372036854775807");
+    EXPECT_EQ(error.what(), generated(error));
 }
 
 TEST(ValueOutOfRange, of_text_keeps_what_it_was_given) {
     const TextError error("value", "min", "max");
-    EXPECT_EQ("value", error.value());
-    EXPECT_EQ("min", error.min());
-    EXPECT_EQ("max", error.max());
-    EXPECT_EQ(nullptr, error.elementPath());
+    EXPECT_EQ(error.value(), "value");
+    EXPECT_EQ(error.min(), "min");
+    EXPECT_EQ(error.max(), "max");
+    EXPECT_EQ(error.elementPath(), nullptr);
 }
 
 TEST(ValueOutOfRange, does_not_print_its_cause) {
     const ko::Exception cause("because");
-    EXPECT_EQ("Value out of range! Value: v Min: a Max: b",
-              generated(TextError("v", "a", "b", &cause)));
-    EXPECT_EQ("Value out of range! Value: 3 Min: 1 Max: 2",
-              generated(ReadError<int>(Number(3), 1, 2, &cause)));
+    EXPECT_EQ(generated(TextError("v", "a", "b", &cause)),
+              "Value out of range! Value: v Min: a Max: b");
+    EXPECT_EQ(generated(ReadError<int>(Number(3), 1, 2, &cause)),
+              "Value out of range! Value: 3 Min: 1 Max: 2");
 }
 
 TEST(ValueOutOfRange, prints_integral_limits_as_numbers) {
-    EXPECT_EQ("Value out of range! Value: 40000 Min: -32768 Max: 32767", textFor<short>("40000"));
-    EXPECT_EQ("Value out of range! Value: -1 Min: 0 Max: 65535", textFor<unsigned short>("-1"));
-    EXPECT_EQ("Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647",
-              textFor<int>("3000000000"));
-    EXPECT_EQ("Value out of range! Value: -1 Min: 0 Max: 4294967295", textFor<unsigned int>("-1"));
-    EXPECT_EQ("Value out of range! Value: 1e30 Min: -9223372036854775808 Max: 9223372036854775807",
-              textFor<long long>("1e30"));
-    EXPECT_EQ("Value out of range! Value: -1 Min: 0 Max: 18446744073709551615",
-              textFor<unsigned long long>("-1"));
+    EXPECT_EQ(textFor<short>("40000"), "Value out of range! Value: 40000 Min: -32768 Max: 32767");
+    EXPECT_EQ(textFor<unsigned short>("-1"), "Value out of range! Value: -1 Min: 0 Max: 65535");
+    EXPECT_EQ(textFor<int>("3000000000"),
+              "Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647");
+    EXPECT_EQ(textFor<unsigned int>("-1"), "Value out of range! Value: -1 Min: 0 Max: 4294967295");
+    EXPECT_EQ(textFor<long long>("1e30"),
+              "Value out of range! Value: 1e30 Min: -9223372036854775808 Max: 9223372036854775807");
+    EXPECT_EQ(textFor<unsigned long long>("-1"),
+              "Value out of range! Value: -1 Min: 0 Max: 18446744073709551615");
 }
 
 TEST(ValueOutOfRange, prints_the_limits_of_long_in_the_width_of_the_platform) {
     if (sizeof(long) == sizeof(int)) {
-        EXPECT_EQ(textFor<int>("-1"), textFor<long>("-1"));
-        EXPECT_EQ(textFor<unsigned int>("-1"), textFor<unsigned long>("-1"));
+        EXPECT_EQ(textFor<long>("-1"), textFor<int>("-1"));
+        EXPECT_EQ(textFor<unsigned long>("-1"), textFor<unsigned int>("-1"));
     } else {
-        EXPECT_EQ(textFor<long long>("-1"), textFor<long>("-1"));
-        EXPECT_EQ(textFor<unsigned long long>("-1"), textFor<unsigned long>("-1"));
+        EXPECT_EQ(textFor<long>("-1"), textFor<long long>("-1"));
+        EXPECT_EQ(textFor<unsigned long>("-1"), textFor<unsigned long long>("-1"));
     }
 }
 
 TEST(ValueOutOfRange, prints_limits_of_the_character_types_as_raw_bytes) {
-    EXPECT_EQ("Value out of range! Value: 128 Min: \x80 Max: \x7F", textFor<char>("128"));
+    EXPECT_EQ(textFor<char>("128"), "Value out of range! Value: 128 Min: \x80 Max: \x7F");
     const std::string nul(1, '\0');
-    EXPECT_EQ("Value out of range! Value: 256 Min: " + nul + " Max: \xFF",
-              textFor<unsigned char>("256"));
+    EXPECT_EQ(textFor<unsigned char>("256"),
+              "Value out of range! Value: 256 Min: " + nul + " Max: \xFF");
 }
 
 TEST(ValueOutOfRange, shows_its_text_up_to_the_first_null_byte_in_what) {
-    EXPECT_STREQ("Value out of range! Value: 256 Min: ",
-                 ReadError<unsigned char>(Number("256"), 0, 255).what());
+    EXPECT_STREQ(ReadError<unsigned char>(Number("256"), 0, 255).what(),
+                 "Value out of range! Value: 256 Min: ");
 }
 
 TEST(ValueOutOfRange, prints_floating_limits_with_six_digits) {
-    EXPECT_EQ("Value out of range! Value: 0 Min: 1.17549e-38 Max: 3.40282e+38",
-              textFor<float>("0"));
-    EXPECT_EQ("Value out of range! Value: 0 Min: 2.22507e-308 Max: 1.79769e+308",
-              textFor<double>("0"));
+    EXPECT_EQ(textFor<float>("0"),
+              "Value out of range! Value: 0 Min: 1.17549e-38 Max: 3.40282e+38");
+    EXPECT_EQ(textFor<double>("0"),
+              "Value out of range! Value: 0 Min: 2.22507e-308 Max: 1.79769e+308");
 }
 
 TEST(ValueOutOfRange, prints_a_double_with_six_digits) {
-    EXPECT_EQ("Value out of range! Value: 1.23457e+06 Min: 1 Max: 2",
-              generated(ReadError<int>(Number(1234567.5), 1, 2)));
+    EXPECT_EQ(generated(ReadError<int>(Number(1234567.5), 1, 2)),
+              "Value out of range! Value: 1.23457e+06 Min: 1 Max: 2");
 }
 
 TEST(ValueOutOfRange, prints_the_text_of_a_number_as_it_was_read) {
-    EXPECT_EQ("Value out of range! Value: 3.000E+99 Min: 1 Max: 2",
-              generated(ReadError<int>(Number("3.000E+99"), 1, 2)));
+    EXPECT_EQ(generated(ReadError<int>(Number("3.000E+99"), 1, 2)),
+              "Value out of range! Value: 3.000E+99 Min: 1 Max: 2");
 }
 
 TEST(ValueOutOfRange, keeps_a_copy_of_the_number_with_what_it_held) {
     const Number textOnly("300");
     const ReadError<char> first(textOnly, 0, 1);
-    EXPECT_EQ(Number::ebNone, NumberProbe::heldKind(first.value()));
-    EXPECT_EQ("300", NumberProbe::heldText(first.value()));
+    EXPECT_EQ(NumberProbe::heldKind(first.value()), Number::ebNone);
+    EXPECT_EQ(NumberProbe::heldText(first.value()), "300");
     const Number binaryOnly(300);
     const ReadError<char> second(binaryOnly, 0, 1);
-    EXPECT_EQ(Number::ebLongLong, NumberProbe::heldKind(second.value()));
-    EXPECT_EQ("", NumberProbe::heldText(second.value()));
+    EXPECT_EQ(NumberProbe::heldKind(second.value()), Number::ebLongLong);
+    EXPECT_EQ(NumberProbe::heldText(second.value()), "");
 }
 
 TEST(ValueOutOfRange, of_a_failed_read_holds_what_the_number_held_then) {
     const auto fromText = thrownBy<ReadError<char>>([] { Number("300").toChar(); });
-    EXPECT_EQ(Number::ebULongLong, NumberProbe::heldKind(fromText.value()));
-    EXPECT_EQ("300", NumberProbe::heldText(fromText.value()));
+    EXPECT_EQ(NumberProbe::heldKind(fromText.value()), Number::ebULongLong);
+    EXPECT_EQ(NumberProbe::heldText(fromText.value()), "300");
     const auto fromBinary = thrownBy<ReadError<char>>([] { Number(300).toChar(); });
-    EXPECT_EQ(Number::ebLongLong, NumberProbe::heldKind(fromBinary.value()));
-    EXPECT_EQ("", NumberProbe::heldText(fromBinary.value()));
+    EXPECT_EQ(NumberProbe::heldKind(fromBinary.value()), Number::ebLongLong);
+    EXPECT_EQ(NumberProbe::heldText(fromBinary.value()), "");
 }
 
 TEST(ValueOutOfRange, outlives_the_number) {
@@ -142,16 +141,16 @@ TEST(ValueOutOfRange, outlives_the_number) {
         number->toShort();
     });
     number.reset();
-    EXPECT_EQ("Value out of range! Value: 70000 Min: -32768 Max: 32767", generated(error));
+    EXPECT_EQ(generated(error), "Value out of range! Value: 70000 Min: -32768 Max: 32767");
 }
 
 TEST(ValueOutOfRange, text_does_not_depend_on_the_locale) {
     const orvid_test::GroupingLocale locale;
-    EXPECT_EQ("Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647",
-              textFor<int>("3000000000"));
-    EXPECT_EQ("Value out of range! Value: 0.5 Min: 1.17549e-38 Max: 3.40282e+38",
-              generated(ReadError<float>(Number(0.5), std::numeric_limits<float>::min(),
-                                         std::numeric_limits<float>::max())));
+    EXPECT_EQ(textFor<int>("3000000000"),
+              "Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647");
+    EXPECT_EQ(generated(ReadError<float>(Number(0.5), std::numeric_limits<float>::min(),
+                                         std::numeric_limits<float>::max())),
+              "Value out of range! Value: 0.5 Min: 1.17549e-38 Max: 3.40282e+38");
 }
 
 // --- copies, the same for each of the thirteen types
@@ -204,28 +203,28 @@ TYPED_TEST(ValueOutOfRangeCopies, clone_has_the_same_type_and_text) {
     const std::unique_ptr<ko::Exception> clone(
         static_cast<const ko::Exception&>(*original).clone());
     original.reset();
-    EXPECT_NE(nullptr, dynamic_cast<const TypeParam*>(clone.get()));
-    EXPECT_EQ("Value out of range! Value: 9 Min: 1 Max: 2", generated(*clone));
+    EXPECT_NE(dynamic_cast<const TypeParam*>(clone.get()), nullptr);
+    EXPECT_EQ(generated(*clone), "Value out of range! Value: 9 Min: 1 Max: 2");
 }
 
 TYPED_TEST(ValueOutOfRangeCopies, copy_has_the_same_text) {
     auto original = std::make_unique<TypeParam>(makeError<TypeParam>('9', '1', '2'));
     const TypeParam copy(*original);
     original.reset();
-    EXPECT_EQ("Value out of range! Value: 9 Min: 1 Max: 2", generated(copy));
+    EXPECT_EQ(generated(copy), "Value out of range! Value: 9 Min: 1 Max: 2");
 }
 
 TYPED_TEST(ValueOutOfRangeCopies, assignment_takes_over_value_and_limits) {
     auto target = makeError<TypeParam>('9', '1', '2');
-    EXPECT_EQ(&target, &(target = makeError<TypeParam>('3', '4', '5')));
-    EXPECT_EQ("Value out of range! Value: 3 Min: 4 Max: 5", generated(target));
+    EXPECT_EQ(&(target = makeError<TypeParam>('3', '4', '5')), &target);
+    EXPECT_EQ(generated(target), "Value out of range! Value: 3 Min: 4 Max: 5");
 }
 
 TYPED_TEST(ValueOutOfRangeCopies, assignment_to_itself_changes_nothing) {
     auto error = makeError<TypeParam>('9', '1', '2');
     const auto& same = error;
     error = same;
-    EXPECT_EQ("Value out of range! Value: 9 Min: 1 Max: 2", generated(error));
+    EXPECT_EQ(generated(error), "Value out of range! Value: 9 Min: 1 Max: 2");
 }
 
 TYPED_TEST(ValueOutOfRangeCopies, is_caught_as_its_own_type_and_as_its_bases) {

@@ -132,7 +132,7 @@ TEST(PathParserGrammar, accepts_exactly_the_paths_of_the_grammar_with_the_same_s
     EXPECT_LT(accepted, 19000U);
 }
 
-TEST(PathParserGrammar, reports_nothing_behind_the_error_that_a_listener_refuses) {
+TEST(PathParserGrammar, reports_nothing_after_the_error_that_a_listener_refuses) {
     for (const std::string& text : textsOf(4)) {
         const Lines all = logOf(text).lines();
         for (std::size_t refused = 0; refused < all.size(); ++refused) {

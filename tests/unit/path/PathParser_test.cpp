@@ -89,7 +89,7 @@ TEST(PathParser, leaves_what_follows_a_refused_character_in_the_stream) {
     }
 }
 
-TEST(PathParser, tells_no_end_of_input_error_after_a_refused_key) {
+TEST(PathParser, gives_no_end_of_input_error_after_a_refused_key) {
     EXPECT_EQ(logOf("a.b", {false}).lines(), (Lines{"key a"}));
     EXPECT_EQ(logOf("a.", {false}).lines(), (Lines{"key a"}));
     EXPECT_EQ(logOf("a[", {false}).lines(), (Lines{"key a"}));
@@ -181,7 +181,7 @@ class Plain : public PathParserListener {
     bool cbArrayItem(unsigned int /*index*/) override { return true; }
 };
 
-TEST(PathParserListener, throws_a_parse_error_with_the_columns_of_the_fault) {
+TEST(PathParserListener, throws_a_parse_error_with_the_columns_of_the_error) {
     Plain listener;
     const auto error = thrownBy<ParseException>([&] { PathParser(&listener).parse("a."); });
     EXPECT_EQ(error.message(), "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit");

@@ -193,7 +193,7 @@ TEST(JsonPathEdit, the_ways_up_count_as_visits) {
     EXPECT_EQ(dense(doc.root), R"({"a":{"b":[1,2,3,4,5]}})");
 }
 
-TEST(JsonPathEdit, finds_children_whose_place_they_were_not_told) {
+TEST(JsonPathEdit, finds_children_whose_place_they_were_not_reported) {
     Document doc(R"({"a":{"x":[1]},"b":{"y":2,"z":[3,4]}})");
     doc.root.get("a").object().swap(doc.root.get("b").object());
     doc.root.get("a.z").array().swap(doc.root.get("b.x").array());

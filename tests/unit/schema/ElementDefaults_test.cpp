@@ -53,7 +53,7 @@ TEST(ElementDefaults, are_looked_up_in_the_schema_of_the_document) {
     EXPECT_EQ(three.number().toInt(), 3);
 }
 
-TEST(ElementDefaults, stand_behind_what_the_data_holds) {
+TEST(ElementDefaults, stand_after_what_the_data_holds) {
     Document document(k_small);
     Element& seven = document.root.create("a", Element(7));
     const Element& root = document.root;
@@ -63,7 +63,7 @@ TEST(ElementDefaults, stand_behind_what_the_data_holds) {
     EXPECT_EQ(root.tryGetDefault("a", k_fallback).number().toInt(), 3);
 }
 
-TEST(ElementDefaults, stand_behind_data_of_any_type) {
+TEST(ElementDefaults, stand_after_data_of_any_type) {
     for (const std::string data : {"null", "false", "0", "\"\"", "{}", "[]"}) {
         const ReadDocument document(
             R"({"meta": {"schema": {"properties": {"a": {"default": 3}}}}, "a": )" + data + "}");
@@ -333,7 +333,7 @@ TEST(ElementDefaults, are_those_at_the_joined_and_converted_path_whatever_its_te
     EXPECT_GT(found, 1000U);
 }
 
-TEST(ElementDefaults, stand_behind_the_value_at_the_same_path_whatever_its_text) {
+TEST(ElementDefaults, stand_after_the_value_at_the_same_path_whatever_its_text) {
     const DescribedTree tree;
     std::set<std::string> outcomes;
     for (const Element* start : tree.starts) {

@@ -75,7 +75,7 @@ TEST(FromSchemaPathConverter, converts_whole_paths) {
     }
 }
 
-TEST(FromSchemaPathConverter, takes_the_schema_words_as_names_behind_properties) {
+TEST(FromSchemaPathConverter, takes_the_schema_words_as_names_after_properties) {
     const std::vector<Row> rows = {
         {"meta.schema.properties.properties", "properties"},
         {"meta.schema.properties.items", "items"},
@@ -128,7 +128,7 @@ TEST(FromSchemaPathConverter, accepts_no_array_step_in_any_state) {
     }
 }
 
-TEST(FromSchemaPathConverter, reports_the_first_fault_of_several) {
+TEST(FromSchemaPathConverter, reports_the_first_error_of_several) {
     EXPECT_EQ(errorOf("meta.schema.default[0]"), "\"properties\" or \"items\" expeced!");
     EXPECT_EQ(errorOf("a[0]..b"), "Schema path must begin with meta.schema!");
 }
@@ -142,7 +142,7 @@ TEST(FromSchemaPathConverter, passes_on_the_error_of_a_malformed_path) {
     EXPECT_EQ(error.lastColumn(), 18);
 }
 
-TEST(FromSchemaPathConverter, undoes_the_other_direction_but_for_positions) {
+TEST(FromSchemaPathConverter, undoes_the_other_direction_except_for_positions) {
     const std::vector<Row> rows = {
         {"a.b.c", "a.b.c"},
         {R"(a\.b)", R"(a\.b)"},

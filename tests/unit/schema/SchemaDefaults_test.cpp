@@ -226,7 +226,7 @@ TEST(FillDefaults, agrees_with_the_lookups) {
     EXPECT_GT(agreed, 300);
 }
 
-TEST(ExplainDefault, tells_data_schema_and_nowhere_apart) {
+TEST(ExplainDefault, distinguishes_data_schema_and_nowhere) {
     const Document document(withSchema(
         R"({"properties":{"a":{"default":3},"b":{"items":{"properties":{"c":{"default":4}}}}}})",
         R"(,"a":1,"b":[{}],"x":2)"));

@@ -30,7 +30,7 @@ TEST(ToSchemaPathConverter, writes_the_way_to_the_schema_at_once) {
     EXPECT_EQ(out.str(), "meta.schema");
 }
 
-TEST(ToSchemaPathConverter, goes_on_behind_what_its_generator_wrote_before) {
+TEST(ToSchemaPathConverter, goes_on_after_what_its_generator_wrote_before) {
     std::ostringstream out;
     PathGenerator generator(out);
     generator.genObjectProperty(std::string("x"));

@@ -121,29 +121,29 @@ std::string through(const std::string& text) {
 }
 
 TEST(convertFields, are_read_by_name_and_written_in_their_order) {
-    EXPECT_EQ(R"({"host":"a","port":80,"tags":["x","y"]})",
-              through<Server>(R"({"tags":["x","y"],"other":{},"port":80,"host":"a"})"));
+    EXPECT_EQ(through<Server>(R"({"tags":["x","y"],"other":{},"port":80,"host":"a"})"),
+              R"({"host":"a","port":80,"tags":["x","y"]})");
 }
 
 TEST(convertFields, may_be_private_and_described_in_a_private_section) {
     const auto account = parse(R"({"m_name":"n","m_number":7})").to<Account>();
-    EXPECT_EQ(7, account.number());
-    EXPECT_EQ("n", account.name());
-    EXPECT_EQ(R"({"m_number":8,"m_name":"o"})", serialize(Element::from(Account(8, "o"))));
+    EXPECT_EQ(account.number(), 7);
+    EXPECT_EQ(account.name(), "n");
+    EXPECT_EQ(serialize(Element::from(Account(8, "o"))), R"({"m_number":8,"m_name":"o"})");
 }
 
 TEST(convertFields, are_described_for_nested_local_and_derived_classes_and_templates) {
     constexpr const char* k_outer = R"({"inner":[{"x":0.5},{"x":2}],"own":{"a":{"is":true}}})";
-    EXPECT_EQ(k_outer, through<described::Outer>(k_outer));
-    EXPECT_EQ(R"({"value":{"value":"x"}})",
-              (through<described::Box<described::Box<std::string>>>(R"({"value":{"value":"x"}})")));
-    EXPECT_EQ(R"({"inherited":1,"own":2})",
-              through<described::Derived>(R"({"own":2,"inherited":1})"));
+    EXPECT_EQ(through<described::Outer>(k_outer), k_outer);
+    EXPECT_EQ((through<described::Box<described::Box<std::string>>>(R"({"value":{"value":"x"}})")),
+              R"({"value":{"value":"x"}})");
+    EXPECT_EQ(through<described::Derived>(R"({"own":2,"inherited":1})"),
+              R"({"inherited":1,"own":2})");
     struct Local {
         int q = 0;
         ORVID_FIELDS(Local, q)
     };
-    EXPECT_EQ(R"({"q":3})", through<Local>(R"({"q":3})"));
+    EXPECT_EQ(through<Local>(R"({"q":3})"), R"({"q":3})");
 }
 
 TEST(convertFields, may_be_a_hundred) {
@@ -151,13 +151,13 @@ TEST(convertFields, may_be_a_hundred) {
     for (int i = 1; i <= 100; ++i) {
         text += "\"f" + std::to_string(i) + "\":" + std::to_string(i) + (i < 100 ? "," : "}");
     }
-    EXPECT_EQ(text, through<described::Wide>(text));
+    EXPECT_EQ(through<described::Wide>(text), text);
 }
 
 TEST(convertFields, may_hold_their_own_class) {
     constexpr const char* k_tree =
         R"({"id":1,"children":[{"id":2,"children":[]},{"id":3,"children":[]}]})";
-    EXPECT_EQ(k_tree, through<described::Node>(k_tree));
+    EXPECT_EQ(through<described::Node>(k_tree), k_tree);
 }
 
 TEST(convertFields, are_set_in_place_of_whatever_was_there) {
@@ -165,7 +165,7 @@ TEST(convertFields, are_set_in_place_of_whatever_was_there) {
     Server server;
     server.host = "new";
     doc.root.get("a").set(server);
-    EXPECT_EQ(R"({"a":{"host":"new","port":0,"tags":null}})", serialize(doc.root));
+    EXPECT_EQ(serialize(doc.root), R"({"a":{"host":"new","port":0,"tags":null}})");
     CHECK_LINKS(doc.root);
 }
 
@@ -178,20 +178,20 @@ TEST(convertFields, take_null_where_they_are_optional_and_missing) {
 TEST(convertFields, that_are_missing_are_named_with_their_path_from_the_root) {
     const Element root = parse(R"({"list":[{"host":"a","port":1},{"host":"b"}]})");
     const auto error = thrownBy<PathNotFound>([&] { root.get("list").to<std::vector<Server>>(); });
-    EXPECT_EQ("list[1].port", error.path());
-    EXPECT_EQ("port", error.key());
-    EXPECT_EQ("list[1]", *error.elementPath());
+    EXPECT_EQ(error.path(), "list[1].port");
+    EXPECT_EQ(error.key(), "port");
+    EXPECT_EQ(*error.elementPath(), "list[1]");
     const auto atRoot = thrownBy<PathNotFound>([] { parse("{}").to<Server>(); });
-    EXPECT_EQ("host", atRoot.path());
+    EXPECT_EQ(atRoot.path(), "host");
 }
 
 TEST(convertFields, of_the_wrong_type_are_named) {
     const auto error = thrownBy<Exception>(
         [] { parse(R"([{"host":"a","port":"x"}])").to<std::vector<Server>>(); });
-    EXPECT_EQ("[0].port", *error.elementPath());
+    EXPECT_EQ(*error.elementPath(), "[0].port");
     const auto whole = thrownBy<ko::Orvid::TypeException<ko::Orvid::EType>>(
         [] { parse("[[]]").to<std::vector<Server>>(); });
-    EXPECT_EQ("[0]", *whole.elementPath());
+    EXPECT_EQ(*whole.elementPath(), "[0]");
 }
 
 /// A document whose schema knows defaults for a server, and has these data besides.
@@ -211,28 +211,28 @@ std::string withSchema(const std::string& data) {
 TEST(convertFields, that_are_missing_take_the_default_of_the_documents_own_schema) {
     const Document doc(withSchema(R"(,"server":{"port":8080})"));
     const auto config = doc.root.to<Config>();
-    EXPECT_EQ("localhost", config.server.host);
-    EXPECT_EQ(8080, config.server.port);
-    EXPECT_EQ(0.5, config.ratio);
+    EXPECT_EQ(config.server.host, "localhost");
+    EXPECT_EQ(config.server.port, 8080);
+    EXPECT_EQ(config.ratio, 0.5);
     EXPECT_TRUE(config.more.empty());
 }
 
 TEST(convertFields, take_the_defaults_of_the_items_of_arrays) {
     const Document doc(withSchema(R"(,"more":[{"host":"a"},{"host":"b","port":1,"tags":null}])"));
     const auto config = doc.root.to<Config>();
-    ASSERT_EQ(2U, config.more.size());
-    EXPECT_EQ(81, config.more[0].port);
-    EXPECT_EQ((std::vector<std::string>{"t"}), config.more[0].tags);
-    EXPECT_EQ(1, config.more[1].port);
+    ASSERT_EQ(config.more.size(), 2U);
+    EXPECT_EQ(config.more[0].port, 81);
+    EXPECT_EQ(config.more[0].tags, (std::vector<std::string>{"t"}));
+    EXPECT_EQ(config.more[1].port, 1);
     EXPECT_FALSE(config.more[1].tags) << "null is there, so nothing is missing";
-    EXPECT_EQ(81, doc.root.get("more[0]").to<Server>().port) << "read alone";
+    EXPECT_EQ(doc.root.get("more[0]").to<Server>().port, 81) << "read alone";
 }
 
 TEST(convertFields, of_an_object_that_is_missing_take_their_own_defaults) {
     const Document doc(withSchema(""));
     const auto config = doc.root.to<Config>();
-    EXPECT_EQ("localhost", config.server.host);
-    EXPECT_EQ(80, config.server.port);
+    EXPECT_EQ(config.server.host, "localhost");
+    EXPECT_EQ(config.server.port, 80);
     EXPECT_FALSE(config.server.tags);
 }
 
@@ -243,8 +243,8 @@ ORVID_FIELDS(Given, given)
 
 TEST(convertFields, complete_the_default_of_an_object) {
     const auto value = Document(withSchema("")).root.to<Given>();
-    EXPECT_EQ("of the object", value.given.host);
-    EXPECT_EQ(82, value.given.port);
+    EXPECT_EQ(value.given.host, "of the object");
+    EXPECT_EQ(value.given.port, 82);
 }
 
 struct Missing {
@@ -300,17 +300,16 @@ constexpr const char* k_machine = R"({"meta":{"schema":{"properties":{
 TEST(convertFields, are_completed_in_whatever_holds_them) {
     const Document doc(k_machine);
     const auto machine = doc.root.to<Machine>();
-    EXPECT_EQ((Part{1, 2, std::nullopt}), machine.engine);
+    EXPECT_EQ(machine.engine, (Part{1, 2, std::nullopt}));
     EXPECT_FALSE(machine.horn) << "nothing in it has a default";
-    EXPECT_EQ((std::vector<Part>{{3, 6, std::nullopt}, {5, 4, "n"}}), machine.wheels);
-    EXPECT_EQ((std::map<std::string, Part>{{"left", {7, 8, std::nullopt}},
-                                           {"right", {9, 10, std::nullopt}}}),
-              machine.doors);
-    EXPECT_EQ((std::pair<int, Part>{11, {12, 13, std::nullopt}}), machine.spare);
-    EXPECT_EQ((Part{15, 14, std::nullopt}), std::get<Part>(machine.seat));
+    EXPECT_EQ(machine.wheels, (std::vector<Part>{{3, 6, std::nullopt}, {5, 4, "n"}}));
+    EXPECT_EQ(machine.doors, (std::map<std::string, Part>{{"left", {7, 8, std::nullopt}},
+                                                          {"right", {9, 10, std::nullopt}}}));
+    EXPECT_EQ(machine.spare, (std::pair<int, Part>{11, {12, 13, std::nullopt}}));
+    EXPECT_EQ(std::get<Part>(machine.seat), (Part{15, 14, std::nullopt}));
     ASSERT_TRUE(machine.extras && machine.extras->size() == 2);
     EXPECT_FALSE((*machine.extras)[0]);
-    EXPECT_EQ((Part{16, 17, "d"}), (*machine.extras)[1]);
+    EXPECT_EQ((*machine.extras)[1], (Part{16, 17, "d"}));
 }
 
 TEST(convertFields, are_those_that_filling_the_defaults_gives) {
@@ -344,17 +343,17 @@ TEST(convertFields, name_the_place_in_the_data_also_in_what_a_default_holds) {
     };
     const auto error =
         thrownBy<PathNotFound>([&] { doc.root.get("list").to<std::vector<House>>(); });
-    EXPECT_EQ("list[0].doors.a\\.b[1].size", error.path());
-    EXPECT_EQ("doors", error.key());
-    EXPECT_EQ("list[0]", *error.elementPath());
+    EXPECT_EQ(error.path(), "list[0].doors.a\\.b[1].size");
+    EXPECT_EQ(error.key(), "doors");
+    EXPECT_EQ(*error.elementPath(), "list[0]");
 }
 
 TEST(convertFields, complete_a_default_that_is_read_by_itself) {
     const Document doc(k_machine);
     const Element& wheels = doc.root.getUsingDefault("wheels");
-    EXPECT_EQ((std::vector<Part>{{3, 6, std::nullopt}, {5, 4, "n"}}),
-              wheels.to<std::vector<Part>>());
-    EXPECT_EQ((Part{9, 10, std::nullopt}), doc.root.getDefault("doors").get("right").to<Part>());
+    EXPECT_EQ(wheels.to<std::vector<Part>>(),
+              (std::vector<Part>{{3, 6, std::nullopt}, {5, 4, "n"}}));
+    EXPECT_EQ(doc.root.getDefault("doors").get("right").to<Part>(), (Part{9, 10, std::nullopt}));
 }
 
 /// Each level doubles: two items, of which each has such a default.
@@ -371,28 +370,28 @@ TEST(convertFields, do_not_follow_defaults_that_multiply_without_end) {
     const Document doc(R"({"meta":{"schema":{"properties":{"a":)" + schema + "}}}}");
     const auto error =
         thrownBy<ko::Orvid::LimitExceeded>([&] { static_cast<void>(doc.root.to<Doubling>()); });
-    EXPECT_EQ("maxElements", error.option());
+    EXPECT_EQ(error.option(), "maxElements");
     EXPECT_LE(1U << 18U, error.limit());
 }
 
 TEST(convertFields, name_the_place_in_the_data_where_neither_has_a_value) {
     const Document doc(withSchema(""));
     const auto error = thrownBy<PathNotFound>([&] { doc.root.to<Missing>(); });
-    EXPECT_EQ("server.inherited", error.path());
-    EXPECT_EQ("server", error.key());
-    EXPECT_EQ("", *error.elementPath());
+    EXPECT_EQ(error.path(), "server.inherited");
+    EXPECT_EQ(error.key(), "server");
+    EXPECT_EQ(*error.elementPath(), "");
 }
 
 TEST(convertFields, name_a_default_of_the_wrong_type) {
     const Document doc(withSchema(""));
     const auto error = thrownBy<Exception>([&] { doc.root.to<Wrong>(); });
-    EXPECT_EQ("meta.schema.properties.wrong.default", *error.elementPath());
+    EXPECT_EQ(*error.elementPath(), "meta.schema.properties.wrong.default");
 }
 
 TEST(convertFields, of_type_empty_count_as_missing) {
     Document doc(withSchema(R"(,"host":"x","port":1)"));
     doc.root.get("host") = Element::k_emptyElement;
-    EXPECT_EQ("by default", doc.root.to<Server>().host);
+    EXPECT_EQ(doc.root.to<Server>().host, "by default");
 }
 
 }  // namespace

@@ -85,7 +85,7 @@ std::string through(const std::string& text) {
     CHECK_LINKS(element);
     const Element made = Element::from(value);
     CHECK_LINKS(made);
-    EXPECT_EQ(serialize(made), serialize(element));
+    EXPECT_EQ(serialize(element), serialize(made));
     return serialize(element);
 }
 
@@ -98,154 +98,155 @@ std::string pathOfRefusal(const std::string& text) {
 }
 
 TEST(convert, reads_and_writes_every_arithmetic_type) {
-    EXPECT_EQ("true", through<bool>("true"));
-    EXPECT_EQ("-7", through<short>("-7"));
-    EXPECT_EQ("18446744073709551615", through<std::uint64_t>("18446744073709551615"));
-    EXPECT_EQ("65", through<char>("65"));
-    EXPECT_EQ("-128", through<signed char>("-128"));
-    EXPECT_EQ("200", through<unsigned char>("200"));
-    EXPECT_EQ("65", through<wchar_t>("65"));
-    EXPECT_EQ("65535", through<char16_t>("65535"));
-    EXPECT_EQ("1114111", through<char32_t>("1114111"));
-    EXPECT_EQ("0.5", through<double>("0.5"));
-    EXPECT_EQ("-0.25", through<float>("-0.25"));
-    EXPECT_EQ("0.125", through<long double>("0.125"));
+    EXPECT_EQ(through<bool>("true"), "true");
+    EXPECT_EQ(through<short>("-7"), "-7");
+    EXPECT_EQ(through<std::uint64_t>("18446744073709551615"), "18446744073709551615");
+    EXPECT_EQ(through<char>("65"), "65");
+    EXPECT_EQ(through<signed char>("-128"), "-128");
+    EXPECT_EQ(through<unsigned char>("200"), "200");
+    EXPECT_EQ(through<wchar_t>("65"), "65");
+    EXPECT_EQ(through<char16_t>("65535"), "65535");
+    EXPECT_EQ(through<char32_t>("1114111"), "1114111");
+    EXPECT_EQ(through<double>("0.5"), "0.5");
+    EXPECT_EQ(through<float>("-0.25"), "-0.25");
+    EXPECT_EQ(through<long double>("0.125"), "0.125");
 }
 
 TEST(convert, refuses_what_the_type_cannot_hold_and_names_the_element) {
-    EXPECT_EQ("[1]", (pathOfRefusal<std::vector<char16_t>>("[1,65536]")));
-    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<char32_t>>("[-1]")));
-    EXPECT_EQ("a[1]", (pathOfRefusal<std::map<std::string, std::vector<int>>>(R"({"a":[1,1.5]})")));
-    EXPECT_EQ("[1]", (pathOfRefusal<std::vector<signed char>>("[-128,128]")));
-    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<long double>>("[1e999999]")));
-    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<bool>>("[0]")));
-    EXPECT_EQ("[0]", (pathOfRefusal<std::vector<std::string>>("[0]")));
+    EXPECT_EQ((pathOfRefusal<std::vector<char16_t>>("[1,65536]")), "[1]");
+    EXPECT_EQ((pathOfRefusal<std::vector<char32_t>>("[-1]")), "[0]");
+    EXPECT_EQ((pathOfRefusal<std::map<std::string, std::vector<int>>>(R"({"a":[1,1.5]})")), "a[1]");
+    EXPECT_EQ((pathOfRefusal<std::vector<signed char>>("[-128,128]")), "[1]");
+    EXPECT_EQ((pathOfRefusal<std::vector<long double>>("[1e999999]")), "[0]");
+    EXPECT_EQ((pathOfRefusal<std::vector<bool>>("[0]")), "[0]");
+    EXPECT_EQ((pathOfRefusal<std::vector<std::string>>("[0]")), "[0]");
 }
 
 TEST(convert, reads_and_writes_texts) {
-    EXPECT_EQ(R"("a\u0000b")", through<std::string>(R"("a\u0000b")"));
-    EXPECT_EQ(R"("x")", through<std::string_view>(R"("x")"));
-    EXPECT_EQ(R"("/a/b.txt")", through<std::filesystem::path>(R"("/a/b.txt")"));
+    EXPECT_EQ(through<std::string>(R"("a\u0000b")"), R"("a\u0000b")");
+    EXPECT_EQ(through<std::string_view>(R"("x")"), R"("x")");
+    EXPECT_EQ(through<std::filesystem::path>(R"("/a/b.txt")"), R"("/a/b.txt")");
     const char* const pointer = "pointer";
-    EXPECT_EQ("pointer", Element::from(pointer).string());
-    EXPECT_EQ("array", Element::from("array").string());
-    EXPECT_EQ("a label", Element::from(converted::Label()).string());
-    EXPECT_EQ(R"(["a","b"])", serialize(Element::from(std::vector<const char*>{"a", "b"})));
+    EXPECT_EQ(Element::from(pointer).string(), "pointer");
+    EXPECT_EQ(Element::from("array").string(), "array");
+    EXPECT_EQ(Element::from(converted::Label()).string(), "a label");
+    EXPECT_EQ(serialize(Element::from(std::vector<const char*>{"a", "b"})), R"(["a","b"])");
 }
 
 TEST(convert, keeps_the_payload_where_a_scalar_is_set) {
     Element element("a string that is longer than what fits in place");
     const std::string& text = element.string();
     element.set(std::string_view("short"));
-    EXPECT_EQ("short", text);
+    EXPECT_EQ(text, "short");
     element.set(1);
     const Number& number = element.number();
     element.set(2U);
-    EXPECT_EQ("2", number.toString());
+    EXPECT_EQ(number.toString(), "2");
 }
 
 TEST(convert, reads_and_writes_numbers_and_elements_as_they_are) {
-    EXPECT_EQ("0.10", through<Number>("0.10"));
-    EXPECT_EQ("900719925474099312345.5", through<ko::DecNumber>("900719925474099312345.5"));
-    EXPECT_EQ(R"({"a":[1.50]})", through<Element>(R"({"a":[1.50]})"));
-    EXPECT_EQ("null", through<std::nullptr_t>("null"));
-    EXPECT_EQ("[1]", pathOfRefusal<std::vector<std::nullptr_t>>("[null,1]"));
+    EXPECT_EQ(through<Number>("0.10"), "0.10");
+    EXPECT_EQ(through<ko::DecNumber>("900719925474099312345.5"), "900719925474099312345.5");
+    EXPECT_EQ(through<Element>(R"({"a":[1.50]})"), R"({"a":[1.50]})");
+    EXPECT_EQ(through<std::nullptr_t>("null"), "null");
+    EXPECT_EQ(pathOfRefusal<std::vector<std::nullptr_t>>("[null,1]"), "[1]");
 }
 
 TEST(convert, reads_and_writes_sequences_and_sets) {
-    EXPECT_EQ("[1,2]", through<std::vector<int>>("[1,2]"));
-    EXPECT_EQ("[true,false]", through<std::vector<bool>>("[true,false]"));
-    EXPECT_EQ("[]", through<std::deque<std::string>>("[]"));
-    EXPECT_EQ("[[1],[]]", through<std::list<std::vector<int>>>("[[1],[]]"));
-    EXPECT_EQ("[1,2]", through<std::set<int>>("[2,1,2]"));
-    EXPECT_EQ(R"(["x"])", through<std::unordered_set<std::string>>(R"(["x"])"));
-    EXPECT_EQ("[1,2,3]", (through<std::array<int, 3>>("[1,2,3]")));
-    EXPECT_EQ("[]", (through<std::array<int, 0>>("[]")));
-    EXPECT_EQ("", (pathOfRefusal<std::array<int, 3>>("[1,2]")));
-    EXPECT_EQ("[1]", (pathOfRefusal<std::vector<std::array<int, 1>>>("[[1],[1,2]]")));
-    EXPECT_EQ("", pathOfRefusal<std::vector<int>>("{}"));
+    EXPECT_EQ(through<std::vector<int>>("[1,2]"), "[1,2]");
+    EXPECT_EQ(through<std::vector<bool>>("[true,false]"), "[true,false]");
+    EXPECT_EQ(through<std::deque<std::string>>("[]"), "[]");
+    EXPECT_EQ(through<std::list<std::vector<int>>>("[[1],[]]"), "[[1],[]]");
+    EXPECT_EQ(through<std::set<int>>("[2,1,2]"), "[1,2]");
+    EXPECT_EQ(through<std::unordered_set<std::string>>(R"(["x"])"), R"(["x"])");
+    EXPECT_EQ((through<std::array<int, 3>>("[1,2,3]")), "[1,2,3]");
+    EXPECT_EQ((through<std::array<int, 0>>("[]")), "[]");
+    EXPECT_EQ((pathOfRefusal<std::array<int, 3>>("[1,2]")), "");
+    EXPECT_EQ((pathOfRefusal<std::vector<std::array<int, 1>>>("[[1],[1,2]]")), "[1]");
+    EXPECT_EQ(pathOfRefusal<std::vector<int>>("{}"), "");
 }
 
 TEST(convert, reads_and_writes_pairs_and_tuples) {
-    EXPECT_EQ(R"([1,"x"])", (through<std::pair<int, std::string>>(R"([1,"x"])")));
-    EXPECT_EQ("[1,[true],null]",
-              (through<std::tuple<int, std::tuple<bool>, std::optional<int>>>("[1,[true],null]")));
-    EXPECT_EQ("[]", through<std::tuple<>>("[]"));
-    EXPECT_EQ("", (pathOfRefusal<std::pair<int, int>>("[1]")));
-    EXPECT_EQ("[1]", (pathOfRefusal<std::tuple<int, int>>("[1,\"x\"]")));
+    EXPECT_EQ((through<std::pair<int, std::string>>(R"([1,"x"])")), R"([1,"x"])");
+    EXPECT_EQ((through<std::tuple<int, std::tuple<bool>, std::optional<int>>>("[1,[true],null]")),
+              "[1,[true],null]");
+    EXPECT_EQ(through<std::tuple<>>("[]"), "[]");
+    EXPECT_EQ((pathOfRefusal<std::pair<int, int>>("[1]")), "");
+    EXPECT_EQ((pathOfRefusal<std::tuple<int, int>>("[1,\"x\"]")), "[1]");
 }
 
 TEST(convert, reads_and_writes_maps_with_keys_that_are_strings) {
-    EXPECT_EQ(R"({"a":[1],"b":[]})",
-              (through<std::map<std::string, std::vector<int>>>(R"({"b":[],"a":[1]})")));
+    EXPECT_EQ((through<std::map<std::string, std::vector<int>>>(R"({"b":[],"a":[1]})")),
+              R"({"a":[1],"b":[]})");
     EXPECT_EQ(
-        R"({"a":{"x":1}})",
-        (through<std::unordered_map<std::string, std::map<std::string, int>>>(R"({"a":{"x":1}})")));
-    EXPECT_EQ("a.x", (pathOfRefusal<std::map<std::string, std::map<std::string, int>>>(
-                         R"({"a":{"x":"no number"}})")));
-    EXPECT_EQ("", (pathOfRefusal<std::map<std::string, int>>("[]")));
+        (through<std::unordered_map<std::string, std::map<std::string, int>>>(R"({"a":{"x":1}})")),
+        R"({"a":{"x":1}})");
+    EXPECT_EQ((pathOfRefusal<std::map<std::string, std::map<std::string, int>>>(
+                  R"({"a":{"x":"no number"}})")),
+              "a.x");
+    EXPECT_EQ((pathOfRefusal<std::map<std::string, int>>("[]")), "");
 }
 
 TEST(convert, reads_null_as_an_optional_without_a_value) {
-    EXPECT_EQ("1", through<std::optional<int>>("1"));
-    EXPECT_EQ("null", through<std::optional<int>>("null"));
-    EXPECT_EQ("[1,null]", through<std::vector<std::optional<int>>>("[1,null]"));
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<std::optional<int>>>("[\"x\"]"));
+    EXPECT_EQ(through<std::optional<int>>("1"), "1");
+    EXPECT_EQ(through<std::optional<int>>("null"), "null");
+    EXPECT_EQ(through<std::vector<std::optional<int>>>("[1,null]"), "[1,null]");
+    EXPECT_EQ(pathOfRefusal<std::vector<std::optional<int>>>("[\"x\"]"), "[0]");
 }
 
 TEST(convert, reads_the_first_alternative_of_a_variant_that_converts) {
     using Value = std::variant<int, double, std::string, std::vector<int>, std::monostate>;
     const auto indexOf = [](const char* text) { return parse(text).to<Value>().index(); };
-    EXPECT_EQ(0U, indexOf("1"));
-    EXPECT_EQ(1U, indexOf("1.5"));
-    EXPECT_EQ(2U, indexOf("\"x\""));
-    EXPECT_EQ(3U, indexOf("[1]"));
-    EXPECT_EQ(4U, indexOf("null"));
-    EXPECT_EQ("[1,0.5,\"x\",[2],null]", through<std::vector<Value>>("[1,0.5,\"x\",[2],null]"));
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Value>>("[true]"));
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Value>>("[[1.5]]"));
-    EXPECT_EQ("2", (through<std::variant<int, int>>("2")));
+    EXPECT_EQ(indexOf("1"), 0U);
+    EXPECT_EQ(indexOf("1.5"), 1U);
+    EXPECT_EQ(indexOf("\"x\""), 2U);
+    EXPECT_EQ(indexOf("[1]"), 3U);
+    EXPECT_EQ(indexOf("null"), 4U);
+    EXPECT_EQ(through<std::vector<Value>>("[1,0.5,\"x\",[2],null]"), "[1,0.5,\"x\",[2],null]");
+    EXPECT_EQ(pathOfRefusal<std::vector<Value>>("[true]"), "[0]");
+    EXPECT_EQ(pathOfRefusal<std::vector<Value>>("[[1.5]]"), "[0]");
+    EXPECT_EQ((through<std::variant<int, int>>("2")), "2");
 }
 
 TEST(convert, reads_and_writes_durations_as_their_count) {
-    EXPECT_EQ("1500", through<std::chrono::milliseconds>("1500"));
-    EXPECT_EQ("0.25", through<std::chrono::duration<double>>("0.25"));
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<std::chrono::seconds>>("[1.5]"));
+    EXPECT_EQ(through<std::chrono::milliseconds>("1500"), "1500");
+    EXPECT_EQ(through<std::chrono::duration<double>>("0.25"), "0.25");
+    EXPECT_EQ(pathOfRefusal<std::vector<std::chrono::seconds>>("[1.5]"), "[0]");
 }
 
 TEST(convert, reads_and_writes_the_names_of_an_enumeration) {
-    EXPECT_EQ(R"(["low","high"])", through<std::vector<Level>>(R"(["low","high"])"));
-    EXPECT_EQ(R"("high")", through<Level>(R"("top")"));
-    EXPECT_EQ(R"("one")", through<converted::Plain>(R"("one")"));
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Level>>(R"(["middle"])"));
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Level>>("[1]"));
+    EXPECT_EQ(through<std::vector<Level>>(R"(["low","high"])"), R"(["low","high"])");
+    EXPECT_EQ(through<Level>(R"("top")"), R"("high")");
+    EXPECT_EQ(through<converted::Plain>(R"("one")"), R"("one")");
+    EXPECT_EQ(pathOfRefusal<std::vector<Level>>(R"(["middle"])"), "[0]");
+    EXPECT_EQ(pathOfRefusal<std::vector<Level>>("[1]"), "[0]");
     const std::vector<Level> levels{Level::low, static_cast<Level>(7)};
-    EXPECT_EQ("[1]", *thrownBy<Exception>([&] { Element::from(levels); }).elementPath());
+    EXPECT_EQ(*thrownBy<Exception>([&] { Element::from(levels); }).elementPath(), "[1]");
 }
 
 TEST(convert, uses_the_functions_of_a_type) {
-    EXPECT_EQ("[365,730]", through<std::vector<Age>>("[365,735]"));
-    EXPECT_EQ(R"("x")", through<converted::Tags>(R"("x")"));
-    EXPECT_EQ("report", Element::from(converted::Report()).string());
-    EXPECT_EQ("[0]", pathOfRefusal<std::vector<Age>>("[\"x\"]"));
+    EXPECT_EQ(through<std::vector<Age>>("[365,735]"), "[365,730]");
+    EXPECT_EQ(through<converted::Tags>(R"("x")"), R"("x")");
+    EXPECT_EQ(Element::from(converted::Report()).string(), "report");
+    EXPECT_EQ(pathOfRefusal<std::vector<Age>>("[\"x\"]"), "[0]");
 }
 
 TEST(convert, leaves_an_element_as_it_is_where_a_part_cannot_be_written) {
     Document doc(R"({"a":[1]})");
     Element& item = doc.root.get("a");
     EXPECT_THROW(item.set(std::vector<Level>{Level::low, static_cast<Level>(7)}), Exception);
-    EXPECT_EQ(R"({"a": [1]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": [1]})");
     item.set(std::vector<Level>{Level::low});
-    EXPECT_EQ(R"({"a": ["low"]})", compact(doc.root));
-    EXPECT_EQ("a", item.path());
+    EXPECT_EQ(compact(doc.root), R"({"a": ["low"]})");
+    EXPECT_EQ(item.path(), "a");
     CHECK_LINKS(doc.root);
 }
 
 TEST(convert, toOr_takes_every_type_that_converts) {
     const Element root = parse(R"({"a":[1,2]})");
-    EXPECT_EQ((std::vector<int>{1, 2}), root.toOr("a", std::vector<int>{}));
-    EXPECT_EQ((std::vector<int>{3}), root.toOr("b", std::vector<int>{3}));
-    EXPECT_EQ(Level::high, root.toOr("b", Level::high));
+    EXPECT_EQ(root.toOr("a", std::vector<int>{}), (std::vector<int>{1, 2}));
+    EXPECT_EQ(root.toOr("b", std::vector<int>{3}), (std::vector<int>{3}));
+    EXPECT_EQ(root.toOr("b", Level::high), Level::high);
 }
 
 }  // namespace

@@ -61,8 +61,8 @@ TEST(AsciiText, escapes_every_character_beyond_ascii) {
             std::string out = "<";
             const std::string text = utf8(value);
             ASSERT_TRUE(appendAscii(out, text.data(), text.size())) << value;
-            ASSERT_EQ("<" + escaped(value), out);
-            ASSERT_EQ(value > 0x7F, hasBeyondAscii(text.data(), text.size())) << value;
+            ASSERT_EQ(out, "<" + escaped(value));
+            ASSERT_EQ(hasBeyondAscii(text.data(), text.size()), value > 0x7F) << value;
         }
     }
 }
@@ -71,7 +71,7 @@ TEST(AsciiText, escapes_between_other_text) {
     std::string out;
     const std::string text = "a\xC3\xA9z\xE2\x82\xAC\xF0\x9F\x98\x80!";
     EXPECT_TRUE(appendAscii(out, text.data(), text.size()));
-    EXPECT_EQ("a\\u00E9z\\u20AC\\uD83D\\uDE00!", out);
+    EXPECT_EQ(out, "a\\u00E9z\\u20AC\\uD83D\\uDE00!");
     EXPECT_TRUE(appendAscii(out, "", 0));
     EXPECT_FALSE(hasBeyondAscii("", 0));
 }
@@ -102,7 +102,7 @@ TEST(AsciiText, replaces_each_incomplete_character_by_one) {
     for (const auto& [text, ascii] : rows) {
         std::string out;
         EXPECT_FALSE(appendAscii(out, text.data(), text.size())) << ascii;
-        EXPECT_EQ(ascii, out);
+        EXPECT_EQ(out, ascii);
     }
 }
 
@@ -112,7 +112,7 @@ TEST(AsciiText, knows_every_value_spread_over_the_wrong_number_of_bytes) {
             std::string out;
             const std::string text = encoded(value, count);
             const bool isValid = isCharacter(value) && text == utf8(value);
-            ASSERT_EQ(isValid, appendAscii(out, text.data(), text.size())) << value << " " << count;
+            ASSERT_EQ(appendAscii(out, text.data(), text.size()), isValid) << value << " " << count;
         }
     }
 }
@@ -134,42 +134,42 @@ TEST(AsciiText, stands_in_keys_and_values_of_either_layout) {
     for (const bool beautify : {false, true}) {
         Writer writer{Ascii(beautify)};
         writer.openMap();
-        EXPECT_EQ(WriteStatus::ok, write(writer, "\xC3\xA9\n\xC3\xA9"));
+        EXPECT_EQ(write(writer, "\xC3\xA9\n\xC3\xA9"), WriteStatus::ok);
         writer.openArray();
-        EXPECT_EQ(WriteStatus::ok, write(writer, "\xC3\xA9\"\\/\x7F\x01"));
-        EXPECT_EQ(WriteStatus::ok, write(writer, "plain"));
+        EXPECT_EQ(write(writer, "\xC3\xA9\"\\/\x7F\x01"), WriteStatus::ok);
+        EXPECT_EQ(write(writer, "plain"), WriteStatus::ok);
         writer.closeArray();
         writer.closeMap();
-        EXPECT_EQ(beautify ? "{\n \"\\u00E9\\n\\u00E9\": [\n  \"\\u00E9\\\"\\\\/\x7F\\u0001\",\n"
+        EXPECT_EQ(writer.text(),
+                  beautify ? "{\n \"\\u00E9\\n\\u00E9\": [\n  \"\\u00E9\\\"\\\\/\x7F\\u0001\",\n"
                              "  \"plain\"\n ]\n}\n"
-                           : "{\"\\u00E9\\n\\u00E9\":[\"\\u00E9\\\"\\\\/\x7F\\u0001\",\"plain\"]}",
-                  writer.text());
-        EXPECT_EQ(WriteStatus::ok, writer.state());
+                           : "{\"\\u00E9\\n\\u00E9\":[\"\\u00E9\\\"\\\\/\x7F\\u0001\",\"plain\"]}");
+        EXPECT_EQ(writer.state(), WriteStatus::ok);
     }
 }
 
-TEST(AsciiText, is_told_of_when_it_replaced_something) {
+TEST(AsciiText, is_reported_when_it_replaced_something) {
     Writer writer{Ascii(false)};
     writer.openArray();
-    EXPECT_EQ(WriteStatus::ok, write(writer, "\xC3\xA9"));
-    EXPECT_EQ(WriteStatus::replacedText, write(writer, "a\xC3\nb\xC3\xA9"));
-    EXPECT_EQ(WriteStatus::ok, write(writer, "\xC3\xA9"));
-    EXPECT_EQ(WriteStatus::ok, writer.closeArray());
-    EXPECT_EQ(R"(["\u00E9","a\uFFFD\nb\u00E9","\u00E9"])", writer.text());
-    EXPECT_EQ(WriteStatus::replacedText, writer.state());
+    EXPECT_EQ(write(writer, "\xC3\xA9"), WriteStatus::ok);
+    EXPECT_EQ(write(writer, "a\xC3\nb\xC3\xA9"), WriteStatus::replacedText);
+    EXPECT_EQ(write(writer, "\xC3\xA9"), WriteStatus::ok);
+    EXPECT_EQ(writer.closeArray(), WriteStatus::ok);
+    EXPECT_EQ(writer.text(), R"(["\u00E9","a\uFFFD\nb\u00E9","\u00E9"])");
+    EXPECT_EQ(writer.state(), WriteStatus::replacedText);
 }
 
 TEST(AsciiText, is_all_there_is_even_in_the_text_of_a_number) {
     Writer writer{Ascii(false)};
-    EXPECT_EQ(WriteStatus::ok, writer.number("1\xC3\xA9", 3));
-    EXPECT_EQ("1\\u00E9", writer.text());
+    EXPECT_EQ(writer.number("1\xC3\xA9", 3), WriteStatus::ok);
+    EXPECT_EQ(writer.text(), "1\\u00E9");
 }
 
 TEST(AsciiText, is_not_written_unless_asked_for) {
     Writer writer(Layout{false, "", false, false, false});
-    EXPECT_EQ(WriteStatus::ok, write(writer, "\xC3\xA9\xFF"));
-    EXPECT_EQ("\"\xC3\xA9\xFF\"", writer.text());
-    EXPECT_EQ(WriteStatus::ok, writer.state());
+    EXPECT_EQ(write(writer, "\xC3\xA9\xFF"), WriteStatus::ok);
+    EXPECT_EQ(writer.text(), "\"\xC3\xA9\xFF\"");
+    EXPECT_EQ(writer.state(), WriteStatus::ok);
 }
 
 }  // namespace

@@ -39,8 +39,8 @@ TEST(NumberText, takes_the_numbers_of_JSON) {
     for (const std::string number : k_numbers) {
         EXPECT_TRUE(text::isNumber(number)) << number;
         const std::string more = number + ",";
-        EXPECT_EQ(text::numberEnd(more.data(), more.data() + more.size()),
-                  more.data() + number.size())
+        EXPECT_EQ(more.data() + number.size(),
+                  text::numberEnd(more.data(), more.data() + more.size()))
             << number;
     }
 }
@@ -68,13 +68,13 @@ void expectUsualNumbersOnly() {
          {"0", "-0", "7", "-7", "10", "0.0", "-0.5", "12.25", "12345678901234567890",
           "-65.613616999999977", "1.123456789012345678901234567890"}) {
         for (const char after : {',', ']', '}', ' ', '\n', ':', 'x', '-'}) {
-            EXPECT_EQ(static_cast<std::ptrdiff_t>(number.size()), usualLength<Block>(number, after))
+            EXPECT_EQ(usualLength<Block>(number, after), static_cast<std::ptrdiff_t>(number.size()))
                 << number;
         }
     }
     for (const std::string number : {"-", "+1", ".5", "1.", "-.5", "1.e5", "1e5", "1E5", "1.5e5",
                                      "01", "-01", "00", "--1", "", "123456789012345678901"}) {
-        EXPECT_EQ(0, usualLength<Block>(number, ',')) << number;
+        EXPECT_EQ(usualLength<Block>(number, ','), 0) << number;
     }
 }
 
@@ -89,13 +89,13 @@ TEST(NumberText, leaves_numbers_near_the_end_of_the_text_to_others) {
         // Of its own, so that a sanitizer sees a look beyond the end.
         const std::vector<char> text(number.begin(),
                                      number.begin() + static_cast<std::ptrdiff_t>(length));
-        EXPECT_EQ(nullptr, text::usualNumberEnd(text.data(), text.data() + text.size()));
+        EXPECT_EQ(text::usualNumberEnd(text.data(), text.data() + text.size()), nullptr);
     }
 }
 
 TEST(NumberText, a_zero_takes_no_more_digits) {
     const std::string number = "0123";
-    EXPECT_EQ(text::numberEnd(number.data(), number.data() + 4), number.data() + 1);
+    EXPECT_EQ(number.data() + 1, text::numberEnd(number.data(), number.data() + 4));
 }
 
 struct SPart {
@@ -104,7 +104,7 @@ struct SPart {
     bool isWhole;
 };
 
-TEST(NumberText, tells_what_a_number_has_so_far) {
+TEST(NumberText, says_what_a_number_has_so_far) {
     for (const SPart& row :
          {SPart{"-", NumberPart::minus, false}, SPart{"0", NumberPart::zero, true},
           SPart{"-0", NumberPart::zero, true}, SPart{"12", NumberPart::integer, true},
@@ -115,9 +115,9 @@ TEST(NumberText, tells_what_a_number_has_so_far) {
         const char* at = number.data();
         const NumberPart part =
             text::followNumber(NumberPart::nothing, at, number.data() + number.size());
-        EXPECT_EQ(part, row.part) << number;
-        EXPECT_EQ(text::isWholeNumber(part), row.isWhole) << number;
-        EXPECT_EQ(at, number.data() + number.size()) << number;
+        EXPECT_EQ(row.part, part) << number;
+        EXPECT_EQ(row.isWhole, text::isWholeNumber(part)) << number;
+        EXPECT_EQ(number.data() + number.size(), at) << number;
     }
 }
 
@@ -128,11 +128,11 @@ TEST(NumberText, goes_on_where_the_text_was_cut) {
             const char* at = more.data();
             const NumberPart before =
                 text::followNumber(NumberPart::nothing, at, more.data() + cut);
-            EXPECT_EQ(at, more.data() + cut) << number << " cut at " << cut;
+            EXPECT_EQ(more.data() + cut, at) << number << " cut at " << cut;
             EXPECT_TRUE(
                 text::isWholeNumber(text::followNumber(before, at, more.data() + more.size())))
                 << number << " cut at " << cut;
-            EXPECT_EQ(at, more.data() + number.size()) << number << " cut at " << cut;
+            EXPECT_EQ(more.data() + number.size(), at) << number << " cut at " << cut;
         }
     }
 }
@@ -148,7 +148,7 @@ TEST(NumberText, stops_at_the_byte_that_is_wrong) {
         const char* at = number.data();
         EXPECT_FALSE(text::isWholeNumber(
             text::followNumber(NumberPart::nothing, at, number.data() + number.size())));
-        EXPECT_EQ(at - number.data(), row.wrong) << number;
+        EXPECT_EQ(row.wrong, at - number.data()) << number;
     }
 }
 

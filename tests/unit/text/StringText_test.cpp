@@ -82,7 +82,7 @@ TEST(StringText, finds_what_is_no_utf8_when_asked) {
     EXPECT_EQ(scanned("\xFF\"", k_lenient), "quote 1+1");
 }
 
-TEST(StringText, tells_how_far_a_cut_text_needs_no_second_look) {
+TEST(StringText, says_how_far_a_cut_text_needs_no_second_look) {
     EXPECT_EQ(scanned(""), "text 0+1");
     EXPECT_EQ(scanned("abc"), "text 3+1");
     EXPECT_EQ(scanned("abc\\"), "text 3+1 escaped");

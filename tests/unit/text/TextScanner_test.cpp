@@ -51,18 +51,18 @@ std::string logOf(std::string_view text, const ReadOptions& options, std::size_t
     Log log;
     log.refused = refused;
     TextScanner scanner(options);
-    for (std::size_t at = 0; at < text.size() && !scanner.fault(); at += size) {
+    for (std::size_t at = 0; at < text.size() && !scanner.error(); at += size) {
         // A copy of its own, so that reading beyond the piece shows.
         const std::string piece(text.substr(at, size));
         scanner.scan(piece, log);
         scanner.leave(piece);
     }
-    if (!scanner.fault()) {
+    if (!scanner.error()) {
         scanner.finish(log);
     }
-    if (scanner.fault()) {
-        log.add("fault: " + scanner.fault()->message,
-                {scanner.fault()->begin, scanner.fault()->begin + scanner.fault()->length});
+    if (scanner.error()) {
+        log.add("error: " + scanner.error()->message,
+                {scanner.error()->begin, scanner.error()->begin + scanner.error()->length});
     } else {
         log.text += scanner.isComplete() ? "complete at " : "incomplete at ";
         log.text += std::to_string(scanner.position()) + '\n';
@@ -86,26 +86,26 @@ TEST(TextScanner, reports_each_token_with_its_place) {
 TEST(TextScanner, a_number_is_over_at_the_end_of_the_text) {
     EXPECT_EQ(whole("42"), "0-2 42\ncomplete at 2\n");
     EXPECT_EQ(whole("42 "), "0-2 42\ncomplete at 2\n");
-    EXPECT_EQ(whole("-"), "1-2 fault: The text ends before the document is complete\n");
-    EXPECT_EQ(whole("[42"), "0-1 [\n3-4 fault: The text ends before the document is complete\n");
+    EXPECT_EQ(whole("-"), "1-2 error: The text ends before the document is complete\n");
+    EXPECT_EQ(whole("[42"), "0-1 [\n3-4 error: The text ends before the document is complete\n");
 }
 
 TEST(TextScanner, stops_after_the_value_unless_the_document_must_be_whole) {
     EXPECT_EQ(whole("[] x", ReadOptions()), "0-1 [\n1-2 ]\ncomplete at 2\n");
     EXPECT_EQ(whole("1 x", ReadOptions()), "0-1 1\ncomplete at 1\n");
     EXPECT_EQ(whole("[1", ReadOptions()), "0-1 [\nincomplete at 2\n");
-    EXPECT_EQ(whole("[] x"), "0-1 [\n1-2 ]\n3-4 fault: Unexpected 'x': the document is complete\n");
+    EXPECT_EQ(whole("[] x"), "0-1 [\n1-2 ]\n3-4 error: Unexpected 'x': the document is complete\n");
 }
 
-TEST(TextScanner, comments_and_other_blanks_are_no_tokens) {
+TEST(TextScanner, comments_and_other_whitespace_are_no_tokens) {
     EXPECT_EQ(whole("/* a **/[//]\n1/**/,\v2 /*]*/]\f// end", ReadOptions()),
               "8-9 [\n13-14 1\n18-19 ,\n20-21 2\n27-28 ]\ncomplete at 28\n");
-    EXPECT_EQ(whole("[\v]"), "0-1 [\n1-2 fault: Unexpected byte 0x0B: expected a value or ']'\n");
+    EXPECT_EQ(whole("[\v]"), "0-1 [\n1-2 error: Unexpected byte 0x0B: expected a value or ']'\n");
 }
 
-TEST(TextScanner, a_refused_key_is_a_fault) {
+TEST(TextScanner, a_refused_key_is_an_error) {
     EXPECT_EQ(logOf(R"({"a":1,"b":2})", ReadOptions(), 100, "b"),
-              "0-1 {\n1-4 key a\n5-6 1\n6-7 ,\n7-10 key b\n7-10 fault: Repeated key \"b\"\n");
+              "0-1 {\n1-4 key a\n5-6 1\n6-7 ,\n7-10 key b\n7-10 error: Repeated key \"b\"\n");
 }
 
 /// Texts in which every kind of token, comment and error can be cut.

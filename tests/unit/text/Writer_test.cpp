@@ -117,7 +117,7 @@ TEST(Writer, ends_a_single_value_with_a_newline_only_when_indenting) {
     }
 }
 
-TEST(Writer, indents_with_any_blanks) {
+TEST(Writer, indents_with_any_whitespace) {
     for (const std::string indent : {"", " ", "\t", " \t\n\r\v\f", "          "}) {
         Writer writer(layout(true, indent));
         writer.openArray();
@@ -127,7 +127,7 @@ TEST(Writer, indents_with_any_blanks) {
     }
 }
 
-TEST(Writer, replaces_another_indent_by_two_blanks) {
+TEST(Writer, replaces_another_indent_by_two_spaces) {
     for (const std::string& indent :
          {std::string("--"), std::string(" x"), std::string(" \xC2\xA0"), std::string(" \0", 2),
           std::string("\b")}) {

@@ -37,8 +37,8 @@ TEST(ArrayEdit, insert_puts_the_value_before_the_position) {
     const auto inserted = array.insert(array.begin() + 1, Element("x"));
     EXPECT_EQ(inserted - array.begin(), 1);
     EXPECT_EQ(inserted->path(), "[1]");
-    EXPECT_EQ(R"([1,"x",2,3])", compact(doc.root));
-    EXPECT_EQ(third, &array[3]);
+    EXPECT_EQ(compact(doc.root), R"([1,"x",2,3])");
+    EXPECT_EQ(&array[3], third);
     CHECK_LINKS(doc.root);
 }
 
@@ -47,10 +47,10 @@ TEST(ArrayEdit, insert_takes_a_number_as_position) {
     TArray& array = doc.root.array();
     array.insert(0, 0);
     array.insert(array.size(), 9);
-    EXPECT_EQ("[0,1,2,9]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[0,1,2,9]");
     EXPECT_THROW(array.insert(5, 1), std::out_of_range);
     EXPECT_THROW(array.insert(5, array[0]), std::out_of_range);
-    EXPECT_EQ("[0,1,2,9]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[0,1,2,9]");
     CHECK_LINKS(doc.root);
 }
 
@@ -59,7 +59,7 @@ TEST(ArrayEdit, insert_copies_an_item_of_its_own) {
     TArray& array = doc.root.array();
     array.insert(array.begin(), array[1]);
     array.insert(1, array[1]);
-    EXPECT_EQ("[2,[1],[1],2]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[2,[1],[1],2]");
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
 
@@ -68,9 +68,9 @@ TEST(ArrayEdit, insert_takes_a_moved_value_over) {
     Document other("[[3]]");
     const Element* const three = &other.root.array()[0].array()[0];
     doc.root.array().insert(1, std::move(other.root.array()[0]));
-    EXPECT_EQ("[1,[3],2]", compact(doc.root));
-    EXPECT_EQ("[null]", compact(other.root));
-    EXPECT_EQ(three, &doc.root.array()[1].array()[0]);
+    EXPECT_EQ(compact(doc.root), "[1,[3],2]");
+    EXPECT_EQ(compact(other.root), "[null]");
+    EXPECT_EQ(&doc.root.array()[1].array()[0], three);
     EXPECT_EQ(three->path(), "[1][0]");
     CHECK_LINKS(doc.root);
     CHECK_LINKS(other.root);
@@ -82,25 +82,25 @@ TEST(ArrayEdit, erase_removes_a_range) {
     const Element* const four = &array[4];
     const auto next = array.erase(array.begin() + 1, array.begin() + 4);
     EXPECT_EQ(valueOf(*next), 4);
-    EXPECT_EQ("[0,4,5]", compact(doc.root));
-    EXPECT_EQ(four, &array[1]);
+    EXPECT_EQ(compact(doc.root), "[0,4,5]");
+    EXPECT_EQ(&array[1], four);
     CHECK_LINKS(doc.root);
     EXPECT_TRUE(array.erase(array.begin() + 1, array.end()) == array.end());
-    EXPECT_EQ("[0]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[0]");
     CHECK_LINKS(doc.root);
     EXPECT_TRUE(array.erase(array.begin(), array.begin()) == array.begin());
     EXPECT_TRUE(array.erase(array.begin(), array.end()) == array.end());
-    EXPECT_EQ("[]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[]");
     CHECK_LINKS(doc.root);
 }
 
 TEST(ArrayEdit, clear_leaves_an_array_that_takes_new_items) {
     Document doc("[0,[1,[2]],3]");
     doc.root.array().clear();
-    EXPECT_EQ("[]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[]");
     CHECK_LINKS(doc.root);
     fill(doc.root.array(), 3);
-    EXPECT_EQ("[0,1,2]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[0,1,2]");
     CHECK_LINKS(doc.root);
 }
 
@@ -108,14 +108,14 @@ TEST(ArrayEdit, resize_appends_nulls_or_removes_from_the_end) {
     Document doc("[0,1]");
     TArray& array = doc.root.array();
     array.resize(4);
-    EXPECT_EQ("[0,1,null,null]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[0,1,null,null]");
     CHECK_LINKS(doc.root);
     array.resize(1);
-    EXPECT_EQ("[0]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[0]");
     CHECK_LINKS(doc.root);
     array.resize(1);
     array.resize(0);
-    EXPECT_EQ("[]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[]");
     CHECK_LINKS(doc.root);
 }
 
@@ -123,11 +123,11 @@ TEST(ArrayEdit, erase_if_removes_all_matches) {
     Document doc("[1,1,2,1,3,1,1]");
     EXPECT_EQ(erase_if(doc.root.array(), [](const Element& item) { return valueOf(item) == 1; }),
               5U);
-    EXPECT_EQ("[2,3]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[2,3]");
     CHECK_LINKS(doc.root);
     EXPECT_EQ(erase_if(doc.root.array(), [](const auto& item) { return item.isNull(); }), 0U);
     EXPECT_EQ(erase_if(doc.root.array(), [](Element&) { return true; }), 2U);
-    EXPECT_EQ("[]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[]");
     CHECK_LINKS(doc.root);
 }
 
@@ -135,7 +135,7 @@ TEST(ArrayEdit, erase_if_that_throws_removes_nothing) {
     Document doc(R"([1,"x",1])");
     EXPECT_THROW(erase_if(doc.root.array(), [](const Element& item) { return valueOf(item) == 1; }),
                  ko::Orvid::Exception);
-    EXPECT_EQ(R"([1,"x",1])", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"([1,"x",1])");
     CHECK_LINKS(doc.root);
 }
 
@@ -172,11 +172,11 @@ TEST(ArrayEdit, iterators_go_backwards) {
     std::vector<int> seen;
     const TArray& array = doc.root.array();
     std::transform(array.rbegin(), array.rend(), std::back_inserter(seen), valueOf);
-    EXPECT_EQ(seen, (std::vector<int>{3, 2, 1}));
+    EXPECT_EQ((std::vector<int>{3, 2, 1}), seen);
     for (auto item = doc.root.array().rbegin(); item != doc.root.array().rend(); ++item) {
         *item = valueOf(*item) * 2;
     }
-    EXPECT_EQ("[2,4,6]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[2,4,6]");
     CHECK_LINKS(doc.root);
 }
 
@@ -198,22 +198,22 @@ TEST(ArrayEdit, sorting_leaves_places_true) {
     EXPECT_EQ(rows.array()[321].get("tags[0].name").path(), "rows[321].tags[0].name");
     std::stable_sort(rows.array().rbegin(), rows.array().rend(), byId);
     CHECK_LINKS(doc.root);
-    EXPECT_EQ(rows.array()[0].get("tags").parent(), &rows.array()[0]);
+    EXPECT_EQ(&rows.array()[0], rows.array()[0].get("tags").parent());
 }
 
 TEST(ArrayEdit, algorithms_that_move_items_leave_places_true) {
     Document doc(R"([[0],{"a":1},[2],"three",[4,[5]]])");
     TArray& array = doc.root.array();
     std::rotate(array.begin(), array.begin() + 2, array.end());
-    EXPECT_EQ(R"([[2],"three",[4,[5]],[0],{"a": 1}])", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"([[2],"three",[4,[5]],[0],{"a": 1}])");
     CHECK_LINKS(doc.root);
     std::reverse(array.begin(), array.end());
-    EXPECT_EQ(R"([{"a": 1},[0],[4,[5]],"three",[2]])", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"([{"a": 1},[0],[4,[5]],"three",[2]])");
     CHECK_LINKS(doc.root);
     array.erase(std::remove_if(array.begin(), array.end(),
                                [](const Element& item) { return item.isArray(); }),
                 array.end());
-    EXPECT_EQ(R"([{"a": 1},"three"])", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"([{"a": 1},"three"])");
     CHECK_LINKS(doc.root);
 }
 

@@ -30,12 +30,12 @@ TEST(ContainerMoves, emplace_back_of_an_ancestor_appends_a_copy) {
     Document doc(R"({"a": [1, [2]]})");
     TArray& inner = doc.root.get("a[1]").array();
     const Element& added = inner.emplace_back(std::move(doc.root));
-    EXPECT_EQ(R"({"a": [1,[2,{"a": [1,[2]]}]]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": [1,[2,{"a": [1,[2]]}]]})");
     EXPECT_EQ(added.path(), "a[1][1]");
     CHECK_LINKS_AFTER_COPY(doc.root);
     Document list("[]");
     list.root.array().emplace_back(std::move(list.root));
-    EXPECT_EQ("[[]]", compact(list.root));
+    EXPECT_EQ(compact(list.root), "[[]]");
     CHECK_LINKS(list.root);
 }
 
@@ -44,7 +44,7 @@ TEST(ContainerMoves, insert_of_an_ancestor_inserts_a_copy) {
     TArray& inner = doc.root.array()[1].array();
     inner.insert(inner.begin(), std::move(doc.root));
     inner.insert(0, std::move(doc.root.array()[1]));
-    EXPECT_EQ("[1,[[[1,[2]],2],[1,[2]],2]]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[1,[[[1,[2]],2],[1,[2]],2]]");
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
 
@@ -52,7 +52,7 @@ TEST(ContainerMoves, insert_or_assign_of_an_ancestor_sets_a_copy) {
     Document doc(R"({"a": {"b": 1}})");
     TObject& inner = doc.root.get("a").object();
     inner.insert_or_assign("c", std::move(doc.root));
-    EXPECT_EQ(R"({"a": {"b": 1,"c": {"a": {"b": 1}}}})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": {"b": 1,"c": {"a": {"b": 1}}}})");
     CHECK_LINKS(doc.root);
     inner.insert_or_assign("b", std::move(doc.root));
     EXPECT_EQ(doc.root.get("a.b.a.b").to<int>(), 1);
@@ -66,11 +66,11 @@ TEST(ContainerMoves, a_container_assigned_from_one_that_it_lies_in_gets_copies) 
     Document doc("[1,[2,[3]]]");
     TArray& inner = doc.root.get("[1][1]").array();
     inner = std::move(doc.root.array());
-    EXPECT_EQ("[1,[2,[1,[2,[3]]]]]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[1,[2,[1,[2,[3]]]]]");
     CHECK_LINKS_AFTER_COPY(doc.root);
     Document objects(R"({"a": {"b": {}}})");
     objects.root.get("a.b").object() = std::move(objects.root.object());
-    EXPECT_EQ(R"({"a": {"b": {"a": {"b": {}}}}})", compact(objects.root));
+    EXPECT_EQ(compact(objects.root), R"({"a": {"b": {"a": {"b": {}}}}})");
     CHECK_LINKS(objects.root);
 }
 
@@ -78,7 +78,7 @@ TEST(ContainerMoves, a_container_is_assigned_from_one_in_it) {
     Document doc("[1,[2,[3]]]");
     const Element* const two = &doc.root.get("[1][0]");
     doc.root.array() = std::move(doc.root.get("[1]").array());
-    EXPECT_EQ("[2,[3]]", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), "[2,[3]]");
     EXPECT_EQ(two, &doc.root.array()[0]);
     CHECK_LINKS(doc.root);
 }
@@ -95,7 +95,7 @@ TEST(ContainerMoves, swap_with_a_container_around_it_is_refused) {
     TObject& deeper = doc.root.get("[0].a[1]").object();
     EXPECT_THROW(object.swap(deeper), Exception);
     EXPECT_THROW(static_cast<TMap&>(deeper).swap(object), Exception);
-    EXPECT_EQ(R"([{"a": [1,{}]}])", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"([{"a": [1,{}]}])");
     CHECK_LINKS(doc.root);
 }
 
@@ -107,7 +107,7 @@ TEST(ContainerMoves, children_learn_of_their_parent_when_the_one_they_name_is_go
     doc.root.object().erase("b");
     EXPECT_EQ(left[0].parent(), &doc.root.get("a"));
     EXPECT_EQ(left[0].path(), "a[0]");
-    EXPECT_EQ(R"({"a": [3]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": [3]})");
     CHECK_LINKS(doc.root);
 }
 
@@ -127,7 +127,7 @@ TEST(ContainerMoves, a_list_of_its_own_keeps_no_link_to_an_array_that_is_gone) {
     {
         Document doc("[[2],3]");
         doc.root.array().IndexList::swap(list);
-        EXPECT_EQ("[1]", compact(doc.root));
+        EXPECT_EQ(compact(doc.root), "[1]");
         EXPECT_EQ(list[1].parent(), &doc.root);
         doc.root.array().updateVector();
         CHECK_LINKS(doc.root);
@@ -162,10 +162,10 @@ TEST(ContainerMoves, no_cycle_is_made_through_children_that_name_another_parent)
     EXPECT_EQ(inner.parent()->parent(), &doc.root.get("a"));
     inner.emplace_back(std::move(doc.root.get("b")));
     EXPECT_EQ(inner.parent()->parent(), &doc.root.get("b"));
-    EXPECT_EQ(R"({"a": [],"b": [[1,[[1]]]]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": [],"b": [[1,[[1]]]]})");
     EXPECT_THROW(inner.swap(b), Exception);
     inner[0] = std::move(doc.root.get("b"));
-    EXPECT_EQ(R"({"a": [],"b": [[[[1,[[1]]]],[[1]]]]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": [],"b": [[[[1,[[1]]]],[[1]]]]})");
     b.updateVector();
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
@@ -179,7 +179,7 @@ TEST(ContainerMoves, the_value_of_a_former_parent_is_swapped_into_its_former_chi
     child.swap(x);
     EXPECT_EQ(child.path(), "y[0]");
     EXPECT_EQ(child.root(), &doc.root);
-    EXPECT_EQ(R"({"x": [],"y": [[]]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"x": [],"y": [[]]})");
     CHECK_LINKS(doc.root);
 }
 
@@ -191,7 +191,7 @@ TEST(ContainerMoves, an_ancestor_of_a_former_parent_is_moved_into_its_former_chi
     EXPECT_EQ(added.get("x").path(), "y[0][0].x");
     EXPECT_EQ(child.parent(), &doc.root.get("y"));
     doc.root.get("y[1]").object().emplace("q", std::move(child));
-    EXPECT_EQ(R"({"p": null,"y": [null,{"q": [{"x": []}]}]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"p": null,"y": [null,{"q": [{"x": []}]}]})");
     CHECK_LINKS(doc.root);
 }
 
@@ -200,7 +200,7 @@ TEST(ContainerMoves, a_container_of_a_former_parent_is_swapped_into_its_former_c
     doc.root.get("p[0].x").object().swap(doc.root.get("y").object());
     Element& child = doc.root.get("y.c");
     child.get("d").array().swap(doc.root.get("p").array());
-    EXPECT_EQ(R"({"p": [],"y": {"c": {"d": [{"x": {}}]}}})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"p": [],"y": {"c": {"d": [{"x": {}}]}}})");
     EXPECT_EQ(child.path(), "y.c");
     EXPECT_EQ(doc.root.get("y.c.d[0].x").path(), "y.c.d[0].x");
     CHECK_LINKS(doc.root);
@@ -211,7 +211,7 @@ TEST(ContainerMoves, an_emptied_former_parent_is_moved_into_its_former_child) {
     doc.root.get("x").object().swap(doc.root.get("y").object());
     doc.root.get("y.c").object().emplace("d", std::move(doc.root.get("x")));
     EXPECT_EQ(doc.root.get("y.c.d").path(), "y.c.d");
-    EXPECT_EQ(R"({"x": null,"y": {"c": {"d": {}}}})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"x": null,"y": {"c": {"d": {}}}})");
     CHECK_LINKS(doc.root);
 }
 
@@ -219,7 +219,7 @@ TEST(ContainerMoves, a_value_from_below_a_child_that_names_another_parent_is_kep
     Document doc(R"({"x": [[7]], "y": []})");
     doc.root.get("x").array().swap(doc.root.get("y").array());
     doc.root.create("y", doc.root.get("y[0]"));
-    EXPECT_EQ(R"({"x": [],"y": [7]})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"x": [],"y": [7]})");
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
 
@@ -228,7 +228,7 @@ TEST(ContainerMoves, a_map_assigned_to_an_object_gives_its_members_their_place) 
     const Document source(R"({"y": [2]})");
     TMap& map = doc.root.get("a").object();
     map = static_cast<const TMap&>(source.root.object());
-    EXPECT_EQ(R"({"a": {"y": [2]}})", compact(doc.root));
+    EXPECT_EQ(compact(doc.root), R"({"a": {"y": [2]}})");
     EXPECT_EQ(doc.root.get("a.y[0]").path(), "a.y[0]");
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
@@ -258,7 +258,7 @@ TEST(ContainerMoves, assignment_of_an_array_updates_the_target_and_leaves_index_
     EXPECT_EQ(watched[2].path(), "[2]");
     Element::copy(target.data(), source.root.data(), &target);
     EXPECT_EQ(watched.updates, 2);
-    EXPECT_EQ("[1,2,3]", compact(target));
+    EXPECT_EQ(compact(target), "[1,2,3]");
     CHECK_LINKS_AFTER_COPY(target);
 }
 

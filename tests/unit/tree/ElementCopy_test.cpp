@@ -25,7 +25,7 @@ using orvid_test::oneOfEachType;
 TEST(ElementCopy, of_every_type_is_an_equal_free_standing_value) {
     for (const auto& element : oneOfEachType()) {
         const Element copy(*element);
-        EXPECT_EQ(element->type(), copy.type());
+        EXPECT_EQ(copy.type(), element->type());
         EXPECT_TRUE(equal(*element, copy)) << element->type();
         EXPECT_TRUE(isFreeStanding(copy)) << element->type();
         CHECK_LINKS_AFTER_COPY(copy);
@@ -35,9 +35,9 @@ TEST(ElementCopy, of_every_type_is_an_equal_free_standing_value) {
 TEST(ElementCopy, of_a_child_takes_the_value_and_not_the_place) {
     const Document document(R"({"a":[0,{"b":{"c":[1,2]}}]})");
     const Element copy(document.root.get("a[1].b"));
-    EXPECT_EQ(R"({"c": [1,2]})", compact(copy));
+    EXPECT_EQ(compact(copy), R"({"c": [1,2]})");
     EXPECT_TRUE(isFreeStanding(copy));
-    EXPECT_EQ("c", copy.get("c").path());
+    EXPECT_EQ(copy.get("c").path(), "c");
     CHECK_LINKS_AFTER_COPY(copy);
 }
 
@@ -47,15 +47,15 @@ TEST(ElementCopy, shares_nothing_with_the_original) {
     copy.get("a[1].b").setString("changed");
     copy.get("n").setNumber(2);
     copy.get("a").array().push_back(Element(3));
-    EXPECT_EQ(R"({"a": [1,{"b": "x"}],"n": 1.50})", compact(document.root));
-    EXPECT_EQ(R"({"a": [1,{"b": "changed"},3],"n": 2})", compact(copy));
+    EXPECT_EQ(compact(document.root), R"({"a": [1,{"b": "x"}],"n": 1.50})");
+    EXPECT_EQ(compact(copy), R"({"a": [1,{"b": "changed"},3],"n": 2})");
     CHECK_LINKS(document.root);
     CHECK_LINKS_AFTER_COPY(copy);
 }
 
 TEST(ElementCopy, keeps_the_text_of_numbers) {
     const Document document("[1.500,7e01,-0]");
-    EXPECT_EQ(compact(document.root), compact(Element(document.root)));
+    EXPECT_EQ(compact(Element(document.root)), compact(document.root));
 }
 
 TEST(ElementCopy, survives_a_growing_vector) {
@@ -65,7 +65,7 @@ TEST(ElementCopy, survives_a_growing_vector) {
         elements.push_back(document.root);
     }
     for (const Element& element : elements) {
-        EXPECT_EQ(R"({"a": [1,{"b": 2}]})", compact(element));
+        EXPECT_EQ(compact(element), R"({"a": [1,{"b": 2}]})");
         CHECK_LINKS_AFTER_COPY(element);
     }
 }
@@ -74,8 +74,8 @@ TEST(ElementCopy, can_be_swapped) {
     Document a(R"({"x":[1]})");
     Document b("[{\"y\":2}]");
     std::swap(a.root, b.root);
-    EXPECT_EQ(R"([{"y": 2}])", compact(a.root));
-    EXPECT_EQ(R"({"x": [1]})", compact(b.root));
+    EXPECT_EQ(compact(a.root), R"([{"y": 2}])");
+    EXPECT_EQ(compact(b.root), R"({"x": [1]})");
     CHECK_LINKS_AFTER_COPY(a.root);
     CHECK_LINKS_AFTER_COPY(b.root);
 }
@@ -83,9 +83,9 @@ TEST(ElementCopy, can_be_swapped) {
 TEST(ElementAssignment, of_every_type_to_every_type_gives_an_equal_value) {
     for (const auto& source : oneOfEachType()) {
         for (const auto& target : oneOfEachType()) {
-            EXPECT_EQ(target.get(), &(*target = *source));
+            EXPECT_EQ(&(*target = *source), target.get());
             EXPECT_TRUE(equal(*source, *target)) << source->type();
-            EXPECT_EQ(source->type(), target->type());
+            EXPECT_EQ(target->type(), source->type());
             EXPECT_TRUE(isFreeStanding(*target));
             CHECK_LINKS_AFTER_COPY(*target);
         }
@@ -99,8 +99,8 @@ TEST(ElementAssignment, leaves_the_target_in_its_place) {
             Element& target = document.root.get(place);
             Element* const parent = target.parent();
             target = *source;
-            EXPECT_EQ(place, target.path());
-            EXPECT_EQ(parent, target.parent());
+            EXPECT_EQ(target.path(), place);
+            EXPECT_EQ(target.parent(), parent);
             EXPECT_TRUE(equal(*source, target));
             CHECK_LINKS_AFTER_COPY(document.root);
         }
@@ -113,7 +113,7 @@ TEST(ElementAssignment, takes_values_without_naming_their_type) {
     document.root.get("b") = true;
     document.root.get("c") = 2.5;
     document.root.get("d") = Element();
-    EXPECT_EQ(R"({"a": "text","b": true,"c": 2.5,"d": null})", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"({"a": "text","b": true,"c": 2.5,"d": null})");
     CHECK_LINKS(document.root);
 }
 
@@ -130,24 +130,24 @@ TEST(ElementAssignment, to_itself_changes_nothing) {
 TEST(ElementAssignment, of_a_child_to_its_parent_of_the_same_type) {
     Document document(R"({"a":{"b":[1,{"c":2}]},"x":0})");
     document.root = document.root.get("a");
-    EXPECT_EQ(R"({"b": [1,{"c": 2}]})", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"({"b": [1,{"c": 2}]})");
     CHECK_LINKS_AFTER_COPY(document.root);
 }
 
 TEST(ElementAssignment, of_a_child_to_its_parent_of_another_type) {
     Document document(R"({"a":[{"b":[1,2]},"a text of some length, on the heap"]})");
     document.root = document.root.get("a");
-    EXPECT_EQ(R"([{"b": [1,2]},"a text of some length, on the heap"])", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"([{"b": [1,2]},"a text of some length, on the heap"])");
     CHECK_LINKS_AFTER_COPY(document.root);
     document.root = document.root.get("[1]");
-    EXPECT_EQ("a text of some length, on the heap", document.root.string());
+    EXPECT_EQ(document.root.string(), "a text of some length, on the heap");
 }
 
 TEST(ElementAssignment, of_a_number_or_a_boolean_to_its_ancestor) {
     Document document(R"([[[1.50,true]]])");
     Element copy(document.root);
     copy = copy.get("[0][0][0]");
-    EXPECT_EQ("1.50", copy.number().toString());
+    EXPECT_EQ(copy.number().toString(), "1.50");
     document.root = document.root.get("[0][0][1]");
     EXPECT_TRUE(document.root.boolean());
 }
@@ -155,22 +155,22 @@ TEST(ElementAssignment, of_a_number_or_a_boolean_to_its_ancestor) {
 TEST(ElementAssignment, of_an_ancestor_to_its_descendant_of_the_same_type) {
     Document document(R"({"a":{"b":{"c":1}}})");
     document.root.get("a.b") = document.root;
-    EXPECT_EQ(R"({"a": {"b": {"a": {"b": {"c": 1}}}}})", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"({"a": {"b": {"a": {"b": {"c": 1}}}}})");
     CHECK_LINKS_AFTER_COPY(document.root);
 }
 
 TEST(ElementAssignment, of_an_ancestor_to_its_descendant_of_another_type) {
     Document document(R"([0,{"a":[null]}])");
     document.root.get("[1].a[0]") = document.root;
-    EXPECT_EQ(R"([0,{"a": [[0,{"a": [null]}]]}])", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"([0,{"a": [[0,{"a": [null]}]]}])");
     CHECK_LINKS_AFTER_COPY(document.root);
-    EXPECT_EQ("[1].a[0]", document.root.get("[1].a[0]").path());
+    EXPECT_EQ(document.root.get("[1].a[0]").path(), "[1].a[0]");
 }
 
 TEST(ElementAssignment, of_a_sibling) {
     Document document(R"({"a":[1,2],"b":{"c":3}})");
     document.root.get("a") = document.root.get("b");
-    EXPECT_EQ(R"({"a": {"c": 3},"b": {"c": 3}})", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"({"a": {"c": 3},"b": {"c": 3}})");
     CHECK_LINKS(document.root);
 }
 

@@ -72,38 +72,38 @@ bool equal(const Element::SData& a, const Element::SData& b) { return Element::c
 TEST(ElementDataCreate, sets_the_tag) {
     for (const EType type : k_types) {
         const Record record(type, nullptr);
-        EXPECT_EQ(type, record.data.type);
+        EXPECT_EQ(record.data.type, type);
     }
 }
 
 TEST(ElementDataCreate, of_a_number_makes_a_signed_zero_with_text) {
     const Record record(ko::Orvid::etNumber, nullptr);
-    EXPECT_EQ(Number::ebLongLong, NumberProbe::heldKind(*record.data.value.number));
-    EXPECT_EQ("0", NumberProbe::heldText(*record.data.value.number));
-    EXPECT_EQ(0, NumberProbe::heldSigned(*record.data.value.number));
+    EXPECT_EQ(NumberProbe::heldKind(*record.data.value.number), Number::ebLongLong);
+    EXPECT_EQ(NumberProbe::heldText(*record.data.value.number), "0");
+    EXPECT_EQ(NumberProbe::heldSigned(*record.data.value.number), 0);
 }
 
 TEST(ElementDataCreate, of_a_string_makes_an_empty_string) {
     const Record record(ko::Orvid::etString, nullptr);
-    EXPECT_EQ("", *record.data.value.string);
+    EXPECT_EQ(*record.data.value.string, "");
 }
 
 TEST(ElementDataCreate, of_containers_makes_them_empty_with_the_owner_as_parent) {
     Element owner;
     const Record object(ko::Orvid::etObject, &owner);
-    EXPECT_EQ(0U, object.data.value.object->size());
-    EXPECT_EQ(&owner, object.data.value.object->parent());
+    EXPECT_EQ(object.data.value.object->size(), 0U);
+    EXPECT_EQ(object.data.value.object->parent(), &owner);
     const Record array(ko::Orvid::etArray, &owner);
-    EXPECT_EQ(0U, array.data.value.array->size());
-    EXPECT_EQ(&owner, array.data.value.array->parent());
-    EXPECT_EQ(ko::Orvid::etNull, owner.type());
+    EXPECT_EQ(array.data.value.array->size(), 0U);
+    EXPECT_EQ(array.data.value.array->parent(), &owner);
+    EXPECT_EQ(owner.type(), ko::Orvid::etNull);
 }
 
 TEST(ElementDataCreate, of_a_container_names_the_owner_as_parent_of_later_children) {
     Element owner;
     const Record array(ko::Orvid::etArray, &owner);
     array.data.value.array->push_back(Element(1));
-    EXPECT_EQ(&owner, array.data.value.array->front().parent());
+    EXPECT_EQ(array.data.value.array->front().parent(), &owner);
 }
 
 TEST(ElementDataCreate, leaves_the_payload_word_of_types_without_payload) {
@@ -113,11 +113,11 @@ TEST(ElementDataCreate, leaves_the_payload_word_of_types_without_payload) {
     Element::create(data, ko::Orvid::etBoolean, nullptr);
     EXPECT_TRUE(data.value.boolean);
     Element::create(data, ko::Orvid::etEmpty, nullptr);
-    EXPECT_EQ(ko::Orvid::etEmpty, data.type);
+    EXPECT_EQ(data.type, ko::Orvid::etEmpty);
     Element::create(data, ko::Orvid::etNull, nullptr);
-    EXPECT_EQ(ko::Orvid::etNull, data.type);
+    EXPECT_EQ(data.type, ko::Orvid::etNull);
     Element::create(data, static_cast<EType>(42), nullptr);
-    EXPECT_EQ(42, data.type);
+    EXPECT_EQ(data.type, 42);
     Element::create(data, ko::Orvid::etBoolean, nullptr);
     EXPECT_TRUE(data.value.boolean);
 }
@@ -125,7 +125,7 @@ TEST(ElementDataCreate, leaves_the_payload_word_of_types_without_payload) {
 TEST(ElementDataCreate, keeps_the_marker_of_a_null) {
     Element::SData data;
     Element::create(data, ko::Orvid::etNull, nullptr);
-    EXPECT_EQ(Element::k_null, data.value.null);
+    EXPECT_EQ(data.value.null, Element::k_null);
 }
 
 TEST(ElementDataCreate, does_not_release_the_payload_from_before) {
@@ -134,7 +134,7 @@ TEST(ElementDataCreate, does_not_release_the_payload_from_before) {
     const std::unique_ptr<std::string> before(data.value.string);
     *before = "before";
     Element::create(data, ko::Orvid::etNumber, nullptr);
-    EXPECT_EQ("before", *before);
+    EXPECT_EQ(*before, "before");
     Element::destroy(data);
 }
 
@@ -142,7 +142,7 @@ TEST(ElementDataCreate, leaves_the_place_of_the_element) {
     Document document(R"({"k":[0,null]})");
     Element& item = document.root.get("k[1]");
     Element::create(item.data(), ko::Orvid::etObject, &item);
-    EXPECT_EQ(R"({"k": [0,{}]})", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"({"k": [0,{}]})");
     CHECK_LINKS(document.root);
 }
 
@@ -154,7 +154,7 @@ TEST(ElementDataDestroy, leaves_the_tag) {
         Element::SData data;
         Element::create(data, type, nullptr);
         Element::destroy(data);
-        EXPECT_EQ(type, data.type);
+        EXPECT_EQ(data.type, type);
     }
 }
 
@@ -172,7 +172,7 @@ TEST(ElementDataDestroy, leaves_the_payload_word_of_every_type) {
         Element::create(data, type, nullptr);
         const auto before = bytesOf(data.value);
         Element::destroy(data);
-        EXPECT_EQ(before, bytesOf(data.value)) << type;
+        EXPECT_EQ(bytesOf(data.value), before) << type;
     }
 }
 
@@ -184,10 +184,10 @@ TEST(ElementDataDestroy, leaves_the_payload_of_a_boolean_and_a_null) {
     EXPECT_TRUE(data.value.boolean);
     Element::SData null;
     Element::destroy(null);
-    EXPECT_EQ(Element::k_null, null.value.null);
+    EXPECT_EQ(null.value.null, Element::k_null);
 }
 
-TEST(ElementDataDestroy, passes_over_a_payload_that_is_not_there) {
+TEST(ElementDataDestroy, skips_a_payload_that_is_not_there) {
     Element::SData data;
     data.type = ko::Orvid::etNumber;
     data.value.number = nullptr;
@@ -201,17 +201,17 @@ TEST(ElementDataDestroy, passes_over_a_payload_that_is_not_there) {
     data.type = ko::Orvid::etArray;
     data.value.array = nullptr;
     Element::destroy(data);
-    EXPECT_EQ(nullptr, data.value.array);
+    EXPECT_EQ(data.value.array, nullptr);
 }
 
-TEST(ElementDataDestroy, passes_over_what_is_tagged_with_no_type) {
+TEST(ElementDataDestroy, skips_what_is_tagged_with_no_type) {
     Element::SData data;
     std::string text("text");
     data.type = static_cast<EType>(42);
     data.value.string = &text;
     Element::destroy(data);
-    EXPECT_EQ(&text, data.value.string);
-    EXPECT_EQ("text", text);
+    EXPECT_EQ(data.value.string, &text);
+    EXPECT_EQ(text, "text");
 }
 
 TEST(ElementDestroy, without_argument_has_no_effect) {
@@ -219,7 +219,7 @@ TEST(ElementDestroy, without_argument_has_no_effect) {
         Element element(valueOf(type));
         const Element before(element);
         element.destroy();
-        EXPECT_EQ(type, element.type());
+        EXPECT_EQ(element.type(), type);
         EXPECT_TRUE(equal(before.data(), element.data()));
     }
 }
@@ -234,9 +234,9 @@ TEST(ElementDataCopy, of_every_type_into_every_type_is_equal_and_separate) {
             const Element source(valueOf(from));
             Record target(valueOf(into), &owner);
             Element::copy(target.data, source.data(), &owner);
-            EXPECT_EQ(from, target.data.type);
+            EXPECT_EQ(target.data.type, from);
             EXPECT_TRUE(equal(source.data(), target.data)) << from << " into " << into;
-            EXPECT_EQ(from, source.type());
+            EXPECT_EQ(source.type(), from);
             EXPECT_TRUE(equal(valueOf(from).data(), source.data())) << from << " into " << into;
         }
     }
@@ -246,16 +246,16 @@ TEST(ElementDataCopy, into_another_type_gives_containers_the_owner_as_parent) {
     Element owner;
     const Element object(valueOf(ko::Orvid::etObject));
     const Record objectCopy(object, &owner);
-    EXPECT_EQ(&owner, objectCopy.data.value.object->parent());
+    EXPECT_EQ(objectCopy.data.value.object->parent(), &owner);
     for (const auto& member : *objectCopy.data.value.object) {
-        EXPECT_EQ(&owner, member.second.parent());
-        EXPECT_EQ(member.first, member.second.data().type == ko::Orvid::etArray ? "b" : "a");
+        EXPECT_EQ(member.second.parent(), &owner);
+        EXPECT_EQ(member.second.data().type == ko::Orvid::etArray ? "b" : "a", member.first);
     }
     const Element array(valueOf(ko::Orvid::etArray));
     const Record arrayCopy(array, &owner);
-    EXPECT_EQ(&owner, arrayCopy.data.value.array->parent());
+    EXPECT_EQ(arrayCopy.data.value.array->parent(), &owner);
     for (const Element& item : *arrayCopy.data.value.array) {
-        EXPECT_EQ(&owner, item.parent());
+        EXPECT_EQ(item.parent(), &owner);
     }
 }
 
@@ -267,11 +267,11 @@ TEST(ElementDataCopy, into_an_array_keeps_the_array_and_its_parent) {
     const Element::TArray* const array = target.data.value.array;
     const Element source(valueOf(ko::Orvid::etArray));
     Element::copy(target.data, source.data(), &otherOwner);
-    EXPECT_EQ(array, target.data.value.array);
-    EXPECT_EQ(&parent, array->parent());
-    EXPECT_EQ(3U, array->size());
+    EXPECT_EQ(target.data.value.array, array);
+    EXPECT_EQ(array->parent(), &parent);
+    EXPECT_EQ(array->size(), 3U);
     for (const Element& item : *array) {
-        EXPECT_EQ(&parent, item.parent());
+        EXPECT_EQ(item.parent(), &parent);
     }
     EXPECT_TRUE(equal(source.data(), target.data));
 }
@@ -284,11 +284,11 @@ TEST(ElementDataCopy, into_an_object_keeps_the_object_and_its_parent) {
     const Element::TObject* const object = target.data.value.object;
     const Element source(valueOf(ko::Orvid::etObject));
     Element::copy(target.data, source.data(), &otherOwner);
-    EXPECT_EQ(object, target.data.value.object);
-    EXPECT_EQ(&parent, object->parent());
-    EXPECT_EQ(2U, object->size());
+    EXPECT_EQ(target.data.value.object, object);
+    EXPECT_EQ(object->parent(), &parent);
+    EXPECT_EQ(object->size(), 2U);
     for (const auto& member : *object) {
-        EXPECT_EQ(&parent, member.second.parent());
+        EXPECT_EQ(member.second.parent(), &parent);
     }
     EXPECT_TRUE(equal(source.data(), target.data));
 }
@@ -297,21 +297,21 @@ TEST(ElementDataCopy, into_a_number_or_a_string_keeps_the_payload_object) {
     Record number(Element(1));
     const Number* const numberBefore = number.data.value.number;
     Element::copy(number.data, Element(Number("1.50")).data(), nullptr);
-    EXPECT_EQ(numberBefore, number.data.value.number);
-    EXPECT_EQ("1.50", numberBefore->toString());
+    EXPECT_EQ(number.data.value.number, numberBefore);
+    EXPECT_EQ(numberBefore->toString(), "1.50");
     Record text(Element("before"));
     const std::string* const textBefore = text.data.value.string;
     Element::copy(text.data, Element("after").data(), nullptr);
-    EXPECT_EQ(textBefore, text.data.value.string);
-    EXPECT_EQ("after", *textBefore);
+    EXPECT_EQ(text.data.value.string, textBefore);
+    EXPECT_EQ(*textBefore, "after");
 }
 
 TEST(ElementDataCopy, of_a_number_takes_over_both_sides_as_they_are) {
     const Element source(Number("1.50"));
     const Record fresh(source);
-    EXPECT_EQ(Number::ebNone, NumberProbe::heldKind(*fresh.data.value.number));
-    EXPECT_EQ("1.50", NumberProbe::heldText(*fresh.data.value.number));
-    EXPECT_EQ(Number::ebNone, NumberProbe::heldKind(source.number()));
+    EXPECT_EQ(NumberProbe::heldKind(*fresh.data.value.number), Number::ebNone);
+    EXPECT_EQ(NumberProbe::heldText(*fresh.data.value.number), "1.50");
+    EXPECT_EQ(NumberProbe::heldKind(source.number()), Number::ebNone);
 }
 
 TEST(ElementDataCopy, of_a_record_to_itself_changes_nothing) {
@@ -319,7 +319,7 @@ TEST(ElementDataCopy, of_a_record_to_itself_changes_nothing) {
         Element owner;
         Record record(valueOf(type), &owner);
         Element::copy(record.data, record.data, nullptr);
-        EXPECT_EQ(type, record.data.type);
+        EXPECT_EQ(record.data.type, type);
         EXPECT_TRUE(equal(valueOf(type).data(), record.data)) << type;
     }
 }
@@ -332,9 +332,9 @@ TEST(ElementDataCopy, of_what_is_tagged_with_no_type_changes_nothing) {
             Record target{valueOf(type)};
             const Element::SData before = target.data;
             Element::copy(target.data, source, nullptr);
-            EXPECT_EQ(type, target.data.type);
+            EXPECT_EQ(target.data.type, type);
             if (type >= ko::Orvid::etNumber) {
-                EXPECT_EQ(before.value.string, target.data.value.string)
+                EXPECT_EQ(target.data.value.string, before.value.string)
                     << "not the payload before";
             }
             EXPECT_TRUE(equal(valueOf(type).data(), target.data)) << type;
@@ -346,8 +346,8 @@ TEST(ElementDataCopy, overwrites_what_is_tagged_with_no_type) {
     Record target;
     target.data.type = static_cast<EType>(42);
     Element::copy(target.data, Element("text").data(), nullptr);
-    EXPECT_EQ(ko::Orvid::etString, target.data.type);
-    EXPECT_EQ("text", *target.data.value.string);
+    EXPECT_EQ(target.data.type, ko::Orvid::etString);
+    EXPECT_EQ(*target.data.value.string, "text");
 }
 
 TEST(ElementDataCopy, copies_the_values_and_markers_of_small_types) {
@@ -355,7 +355,7 @@ TEST(ElementDataCopy, copies_the_values_and_markers_of_small_types) {
     Element::copy(target.data, Element(false).data(), nullptr);
     EXPECT_FALSE(target.data.value.boolean);
     Element::copy(target.data, Element().data(), nullptr);
-    EXPECT_EQ(Element::k_null, target.data.value.null);
+    EXPECT_EQ(target.data.value.null, Element::k_null);
     Element::copy(target.data, Element(true).data(), nullptr);
     EXPECT_TRUE(target.data.value.boolean);
 }
@@ -363,7 +363,7 @@ TEST(ElementDataCopy, copies_the_values_and_markers_of_small_types) {
 TEST(ElementDataCopy, of_an_empty_leaves_the_payload_word) {
     Record target{Element(true)};
     Element::copy(target.data, Element::k_emptyElement.data(), nullptr);
-    EXPECT_EQ(ko::Orvid::etEmpty, target.data.type);
+    EXPECT_EQ(target.data.type, ko::Orvid::etEmpty);
     EXPECT_TRUE(target.data.value.boolean);
 }
 
@@ -374,8 +374,8 @@ TEST(ElementDataCopy, leaves_the_place_of_the_target) {
             Element& target = document.root.get(place);
             Element* const parent = target.parent();
             Element::copy(target.data(), valueOf(type).data(), &target);
-            EXPECT_EQ(parent, target.parent());
-            EXPECT_EQ(place, target.path());
+            EXPECT_EQ(target.parent(), parent);
+            EXPECT_EQ(target.path(), place);
             CHECK_LINKS_AFTER_COPY(document.root);
         }
     }
@@ -384,9 +384,9 @@ TEST(ElementDataCopy, leaves_the_place_of_the_target) {
 TEST(ElementDataCopy, takes_a_source_that_lies_in_the_target) {
     Document document(R"({"a":[{"b":1},2]})");
     Element::copy(document.root.data(), document.root.get("a").data(), &document.root);
-    EXPECT_EQ(R"([{"b": 1},2])", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"([{"b": 1},2])");
     Element::copy(document.root.data(), document.root.get("[0]").data(), &document.root);
-    EXPECT_EQ(R"({"b": 1})", compact(document.root));
+    EXPECT_EQ(compact(document.root), R"({"b": 1})");
     CHECK_LINKS_AFTER_COPY(document.root);
 }
 
@@ -405,30 +405,30 @@ TEST(ElementConstruct, makes_a_null_in_the_given_storage_whatever_the_element_is
         auto* const where = reinterpret_cast<Element*>(storage);
         const Element model(valueOf(type));
         const std::unique_ptr<Element, Destroy> made(model.construct(where));
-        EXPECT_EQ(where, made.get());
-        EXPECT_EQ(ko::Orvid::etNull, made->type());
-        EXPECT_EQ(Element::k_null, made->data().value.null);
-        EXPECT_EQ(nullptr, made->parent());
-        EXPECT_EQ("", made->key());
-        EXPECT_EQ(type, model.type());
+        EXPECT_EQ(made.get(), where);
+        EXPECT_EQ(made->type(), ko::Orvid::etNull);
+        EXPECT_EQ(made->data().value.null, Element::k_null);
+        EXPECT_EQ(made->parent(), nullptr);
+        EXPECT_EQ(made->key(), "");
+        EXPECT_EQ(model.type(), type);
     }
 }
 
 TEST(ElementConstruct, without_storage_makes_a_null_on_the_heap) {
     const Document document(R"({"a":["text"]})");
     const std::unique_ptr<Element> made(document.root.get("a[0]").construct(nullptr));
-    EXPECT_EQ(ko::Orvid::etNull, made->type());
-    EXPECT_EQ(nullptr, made->parent());
-    EXPECT_EQ("", made->key());
+    EXPECT_EQ(made->type(), ko::Orvid::etNull);
+    EXPECT_EQ(made->parent(), nullptr);
+    EXPECT_EQ(made->key(), "");
 }
 
 TEST(ElementClone, is_a_null_and_not_a_copy) {
     for (const EType type : k_types) {
         const Element element(valueOf(type));
         const std::unique_ptr<Element> clone(element.clone());
-        EXPECT_NE(&element, clone.get());
-        EXPECT_EQ(ko::Orvid::etNull, clone->type());
-        EXPECT_EQ(nullptr, clone->parent());
+        EXPECT_NE(clone.get(), &element);
+        EXPECT_EQ(clone->type(), ko::Orvid::etNull);
+        EXPECT_EQ(clone->parent(), nullptr);
     }
 }
 

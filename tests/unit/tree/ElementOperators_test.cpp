@@ -104,7 +104,7 @@ TEST(NumberOperators, tell_integers_apart_that_round_to_one_double) {
     EXPECT_NE(std::hash<Number>()(whole), std::hash<Number>()(real));
 }
 
-TEST(ElementHash, tells_values_apart) {
+TEST(ElementHash, distinguishes_values) {
     const std::vector<std::string> texts = {"null",      "false",
                                             "true",      "0.5",
                                             "1",         "2",

@@ -121,7 +121,7 @@ TEST(ElementOrder, lets_a_patch_test_numbers_by_their_value) {
     EXPECT_EQ(orvid_test::compact(target), R"({"n": 1})");
 }
 
-TEST(ElementHash, tells_null_true_and_false_apart_at_any_depth) {
+TEST(ElementHash, distinguishes_null_true_and_false_at_any_depth) {
     std::set<std::size_t> hashes;
     for (const char* const text :
          {"null", "true", "false", "[null]", "[true]", "[false]", "[[null]]", "[[true]]", "[0]",

@@ -241,7 +241,7 @@ TEST(ElementPath, of_an_item_that_its_parent_no_longer_holds_is_the_one_it_had) 
     EXPECT_EQ(doc.root.get("b").array()[1].path(), "a[1]");
 }
 
-TEST(ElementPath, goes_on_behind_what_the_stream_holds) {
+TEST(ElementPath, goes_on_after_what_the_stream_holds) {
     const Document document(R"({"a": [1]})");
     std::ostringstream out;
     out << "path=";

@@ -63,7 +63,7 @@ TEST(ElementRemove, takes_out_equal_items) {
     });
 }
 
-TEST(ElementRemove, passes_over_the_item_that_directly_follows_a_removed_one) {
+TEST(ElementRemove, skips_the_item_that_directly_follows_a_removed_one) {
     expectAfter({
         {"[1,1]", "1", "", "", "[1]"},
         {"[1,1,1]", "1", "", "", "[1]"},

@@ -27,11 +27,11 @@ TEST(ElementSetters, replace_the_value_of_every_type_and_leave_the_place) {
         for (const char* const place : places) {
             Element& element = document.root.get(place);
             set(element);
-            EXPECT_EQ(place, element.path());
-            EXPECT_EQ(&document.root.get("x"), element.parent());
+            EXPECT_EQ(element.path(), place);
+            EXPECT_EQ(element.parent(), &document.root.get("x"));
             CHECK_LINKS(document.root);
         }
-        EXPECT_EQ(expected, compact(document.root));
+        EXPECT_EQ(compact(document.root), expected);
     };
     check(R"({"x": [null,null,null,null,null,null]})", [](Element& e) { e.setNull(); });
     check(R"({"x": [true,true,true,true,true,true]})", [](Element& e) { e.setBoolean(true); });
@@ -47,43 +47,43 @@ TEST(ElementSetters, leave_key_and_parent_of_a_member) {
     Document document(R"({"k":[1]})");
     Element& member = document.root.get("k");
     member.setString("s");
-    EXPECT_EQ("k", member.key());
-    EXPECT_EQ(&document.root, member.parent());
-    EXPECT_EQ(R"({"k": "s"})", compact(document.root));
+    EXPECT_EQ(member.key(), "k");
+    EXPECT_EQ(member.parent(), &document.root);
+    EXPECT_EQ(compact(document.root), R"({"k": "s"})");
     CHECK_LINKS(document.root);
 }
 
 TEST(ElementSetters, turn_the_empty_element_into_a_value) {
     Element element(Element::k_emptyElement);
     element.setBoolean(false);
-    EXPECT_EQ(ko::Orvid::etBoolean, element.type());
+    EXPECT_EQ(element.type(), ko::Orvid::etBoolean);
     EXPECT_FALSE(element.boolean());
     element = Element::k_emptyElement;
     element.setNull();
-    EXPECT_EQ(ko::Orvid::etNull, element.type());
-    EXPECT_EQ(Element::k_null, element.data().value.null);
+    EXPECT_EQ(element.type(), ko::Orvid::etNull);
+    EXPECT_EQ(element.data().value.null, Element::k_null);
 }
 
 TEST(ElementSetters, keep_the_string_of_a_string) {
     Element element("before");
     const std::string* const payload = &element.string();
     element.setString(std::string("a string that is too long to be held in place"));
-    EXPECT_EQ("a string that is too long to be held in place", *payload);
+    EXPECT_EQ(*payload, "a string that is too long to be held in place");
     element.setString("bytes", 4);
-    EXPECT_EQ("byte", *payload);
-    EXPECT_EQ(payload, &element.string());
+    EXPECT_EQ(*payload, "byte");
+    EXPECT_EQ(&element.string(), payload);
 }
 
 TEST(ElementSetters, keep_the_number_of_a_number) {
     Element element(1);
     const Number* const payload = &element.number();
     element.setNumber(Number("2.50"));
-    EXPECT_EQ("2.50", payload->toString());
+    EXPECT_EQ(payload->toString(), "2.50");
     element.setNumber("3.500", 4);
-    EXPECT_EQ("3.50", payload->toString());
+    EXPECT_EQ(payload->toString(), "3.50");
     element.setNumber(4U);
-    EXPECT_EQ("4", payload->toString());
-    EXPECT_EQ(payload, &element.number());
+    EXPECT_EQ(payload->toString(), "4");
+    EXPECT_EQ(&element.number(), payload);
 }
 
 TEST(ElementSetters, keep_the_boolean_of_a_boolean) {
@@ -91,37 +91,37 @@ TEST(ElementSetters, keep_the_boolean_of_a_boolean) {
     const bool* const payload = &element.boolean();
     element.setBoolean(false);
     EXPECT_FALSE(*payload);
-    EXPECT_EQ(payload, &element.boolean());
+    EXPECT_EQ(&element.boolean(), payload);
 }
 
 TEST(ElementSetters, take_exactly_the_bytes_given) {
     Element element;
     element.setString("a\0b\"", 3);
-    EXPECT_EQ(std::string("a\0b", 3), element.string());
+    EXPECT_EQ(element.string(), std::string("a\0b", 3));
     element.setString("", 0);
-    EXPECT_EQ("", element.string());
+    EXPECT_EQ(element.string(), "");
     Element number;
     number.setNumber("12345", 2);
-    EXPECT_EQ("12", number.number().toString());
-    EXPECT_EQ(Number::ebNone, NumberProbe::heldKind(number.number()));
+    EXPECT_EQ(number.number().toString(), "12");
+    EXPECT_EQ(NumberProbe::heldKind(number.number()), Number::ebNone);
 }
 
 TEST(ElementSetters, take_arguments_that_lie_in_the_element_itself) {
     Document document(R"({"s":"a text of some length, on the heap","n":12.50})");
     Element copy(document.root);
     copy.setString(copy.get("s").string());
-    EXPECT_EQ("a text of some length, on the heap", copy.string());
+    EXPECT_EQ(copy.string(), "a text of some length, on the heap");
     copy.setString(copy.string());
-    EXPECT_EQ("a text of some length, on the heap", copy.string());
+    EXPECT_EQ(copy.string(), "a text of some length, on the heap");
     copy.setString(copy.string().data() + 2, 4);
-    EXPECT_EQ("text", copy.string());
+    EXPECT_EQ(copy.string(), "text");
     copy = document.root;
     copy.setNumber(copy.get("n").number());
-    EXPECT_EQ("12.50", copy.number().toString());
+    EXPECT_EQ(copy.number().toString(), "12.50");
     copy.setNumber(copy.number());
-    EXPECT_EQ("12.50", copy.number().toString());
+    EXPECT_EQ(copy.number().toString(), "12.50");
     copy.setNumber(copy.number().toString().data() + 1, 2);
-    EXPECT_EQ("2.", copy.number().toString());
+    EXPECT_EQ(copy.number().toString(), "2.");
 }
 
 }  // namespace

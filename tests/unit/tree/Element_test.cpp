@@ -33,24 +33,24 @@ using orvid_test::thrownBy;
 using TypeError = ko::Orvid::TypeException<EType>;
 
 TEST(ElementConstants, are_empty_values_without_a_place) {
-    EXPECT_EQ(0U, Element::k_null);
-    EXPECT_EQ(Element::k_null, Element::k_emptyNull);
+    EXPECT_EQ(Element::k_null, 0U);
+    EXPECT_EQ(Element::k_emptyNull, Element::k_null);
     EXPECT_FALSE(Element::k_emptyBoolean);
-    EXPECT_EQ("", Element::k_emptyString);
-    EXPECT_EQ(0U, Element::k_emptyObject.size());
-    EXPECT_EQ(nullptr, Element::k_emptyObject.parent());
-    EXPECT_EQ(0U, Element::k_emptyArray.size());
-    EXPECT_EQ(nullptr, Element::k_emptyArray.parent());
+    EXPECT_EQ(Element::k_emptyString, "");
+    EXPECT_EQ(Element::k_emptyObject.size(), 0U);
+    EXPECT_EQ(Element::k_emptyObject.parent(), nullptr);
+    EXPECT_EQ(Element::k_emptyArray.size(), 0U);
+    EXPECT_EQ(Element::k_emptyArray.parent(), nullptr);
 }
 
 TEST(ElementConstants, empty_number_is_a_signed_zero_with_text) {
-    EXPECT_EQ(Number::ebLongLong, NumberProbe::heldKind(Element::k_emptyNumber));
-    EXPECT_EQ("0", NumberProbe::heldText(Element::k_emptyNumber));
-    EXPECT_EQ(0, NumberProbe::heldSigned(Element::k_emptyNumber));
+    EXPECT_EQ(NumberProbe::heldKind(Element::k_emptyNumber), Number::ebLongLong);
+    EXPECT_EQ(NumberProbe::heldText(Element::k_emptyNumber), "0");
+    EXPECT_EQ(NumberProbe::heldSigned(Element::k_emptyNumber), 0);
 }
 
 TEST(ElementConstants, empty_element_is_of_type_empty) {
-    EXPECT_EQ(ko::Orvid::etEmpty, Element::k_emptyElement.type());
+    EXPECT_EQ(Element::k_emptyElement.type(), ko::Orvid::etEmpty);
     EXPECT_TRUE(Element::k_emptyElement.isEmpty());
     EXPECT_FALSE(Element::k_emptyElement.isNull());
     EXPECT_TRUE(isFreeStanding(Element::k_emptyElement));
@@ -81,51 +81,51 @@ static_assert(!std::is_constructible_v<Element, EType>);
 
 TEST(Element, by_default_is_a_free_standing_null) {
     const Element element;
-    EXPECT_EQ(ko::Orvid::etNull, element.type());
-    EXPECT_EQ(Element::k_null, element.data().value.null);
+    EXPECT_EQ(element.type(), ko::Orvid::etNull);
+    EXPECT_EQ(element.data().value.null, Element::k_null);
     EXPECT_TRUE(isFreeStanding(element));
 }
 
 TEST(Element, from_a_bool_is_a_boolean) {
     const Element yes(true);
-    EXPECT_EQ(ko::Orvid::etBoolean, yes.type());
+    EXPECT_EQ(yes.type(), ko::Orvid::etBoolean);
     EXPECT_TRUE(yes.boolean());
     EXPECT_TRUE(isFreeStanding(yes));
     const Element no = false;
-    EXPECT_EQ(ko::Orvid::etBoolean, no.type());
+    EXPECT_EQ(no.type(), ko::Orvid::etBoolean);
     EXPECT_FALSE(no.boolean());
 }
 
 TEST(Element, from_a_literal_is_a_string_and_never_a_boolean) {
     const Element element("x");
-    ASSERT_EQ(ko::Orvid::etString, element.type());
-    EXPECT_EQ("x", element.string());
+    ASSERT_EQ(element.type(), ko::Orvid::etString);
+    EXPECT_EQ(element.string(), "x");
     EXPECT_TRUE(isFreeStanding(element));
     const Element implicit = "true";
-    EXPECT_EQ(ko::Orvid::etString, implicit.type());
+    EXPECT_EQ(implicit.type(), ko::Orvid::etString);
     char buffer[] = "abc";
-    EXPECT_EQ("abc", Element(static_cast<char*>(buffer)).string());
+    EXPECT_EQ(Element(static_cast<char*>(buffer)).string(), "abc");
 }
 
 TEST(Element, from_a_string_keeps_all_its_bytes) {
     const std::string text("a\0\xFF", 3);
     const Element element(text);
-    EXPECT_EQ(text, element.string());
-    EXPECT_EQ(ko::Orvid::etString, Element(std::string("12")).type());
-    EXPECT_EQ("", Element("").string());
+    EXPECT_EQ(element.string(), text);
+    EXPECT_EQ(Element(std::string("12")).type(), ko::Orvid::etString);
+    EXPECT_EQ(Element("").string(), "");
 }
 
 template<class T>
 void expectNumber(T value, Number::EBinaryType kind, const char* text) {
     const Element element(value);
-    ASSERT_EQ(ko::Orvid::etNumber, element.type());
-    EXPECT_EQ(kind, element.number().type());
-    EXPECT_EQ(text, element.number().toString());
+    ASSERT_EQ(element.type(), ko::Orvid::etNumber);
+    EXPECT_EQ(element.number().type(), kind);
+    EXPECT_EQ(element.number().toString(), text);
     EXPECT_TRUE(isFreeStanding(element));
     Element changed;
     changed.setNumber(value);
     EXPECT_TRUE(equal(element, changed));
-    EXPECT_EQ(kind, changed.number().type());
+    EXPECT_EQ(changed.number().type(), kind);
 }
 
 TEST(Element, from_each_arithmetic_type_is_a_number_of_its_kind) {
@@ -150,27 +150,27 @@ TEST(Element, from_other_arithmetic_types_is_the_number_they_are_promoted_to) {
     expectNumber(u'\uFFFF', Number::ebLongLong, "65535");
     expectNumber(U'\U0010FFFF', Number::ebULongLong, "1114111");
     expectNumber(-0.5L, Number::ebDouble, "-0.5");
-    EXPECT_EQ(Number::ebLongLong, Number(static_cast<signed char>(-1)).type());
+    EXPECT_EQ(Number(static_cast<signed char>(-1)).type(), Number::ebLongLong);
 }
 
 TEST(Element, from_a_number_keeps_both_its_sides) {
     const Number number("1.50");
     const Element element(number);
-    EXPECT_EQ("1.50", element.number().toString());
-    EXPECT_EQ(Number::ebNone, NumberProbe::heldKind(element.number()));
-    EXPECT_NE(&number, &element.number());
+    EXPECT_EQ(element.number().toString(), "1.50");
+    EXPECT_EQ(NumberProbe::heldKind(element.number()), Number::ebNone);
+    EXPECT_NE(&element.number(), &number);
 }
 
 TEST(Element, answers_for_exactly_its_own_type) {
     for (const auto& element : oneOfEachType()) {
         const EType type = element->type();
-        EXPECT_EQ(type == ko::Orvid::etEmpty, element->isEmpty()) << type;
-        EXPECT_EQ(type == ko::Orvid::etNull, element->isNull()) << type;
-        EXPECT_EQ(type == ko::Orvid::etBoolean, element->isBoolean()) << type;
-        EXPECT_EQ(type == ko::Orvid::etNumber, element->isNumber()) << type;
-        EXPECT_EQ(type == ko::Orvid::etString, element->isString()) << type;
-        EXPECT_EQ(type == ko::Orvid::etObject, element->isObject()) << type;
-        EXPECT_EQ(type == ko::Orvid::etArray, element->isArray()) << type;
+        EXPECT_EQ(element->isEmpty(), type == ko::Orvid::etEmpty) << type;
+        EXPECT_EQ(element->isNull(), type == ko::Orvid::etNull) << type;
+        EXPECT_EQ(element->isBoolean(), type == ko::Orvid::etBoolean) << type;
+        EXPECT_EQ(element->isNumber(), type == ko::Orvid::etNumber) << type;
+        EXPECT_EQ(element->isString(), type == ko::Orvid::etString) << type;
+        EXPECT_EQ(element->isObject(), type == ko::Orvid::etObject) << type;
+        EXPECT_EQ(element->isArray(), type == ko::Orvid::etArray) << type;
     }
 }
 
@@ -184,8 +184,8 @@ TEST(Element, ensure_type_throws_for_every_type_but_its_own) {
             }
             const Element before(*element);
             const auto error = thrownBy<TypeError>([&] { element->ensureType(wanted); });
-            EXPECT_EQ(wanted, error.requested());
-            EXPECT_EQ(element->type(), error.got());
+            EXPECT_EQ(error.requested(), wanted);
+            EXPECT_EQ(error.got(), element->type());
             EXPECT_TRUE(equal(before, *element));
         }
     }
@@ -196,12 +196,12 @@ void expectAccess(EType type, Access access) {
     for (const auto& element : oneOfEachType()) {
         const Element& constant = *element;
         if (element->type() == type) {
-            EXPECT_EQ(&access(*element), &access(constant)) << type;
+            EXPECT_EQ(&access(constant), &access(*element)) << type;
             continue;
         }
         const auto error = thrownBy<TypeError>([&] { access(*element); });
-        EXPECT_EQ(type, error.requested());
-        EXPECT_EQ(element->type(), error.got());
+        EXPECT_EQ(error.requested(), type);
+        EXPECT_EQ(error.got(), element->type());
         EXPECT_THROW(access(constant), TypeError);
     }
 }
@@ -223,7 +223,7 @@ TEST(Element, boolean_access_hands_out_the_value_or_throws) {
         if (element->isBoolean()) {
             element->boolean() = false;
             EXPECT_FALSE(constant.boolean());
-            EXPECT_EQ(&element->boolean(), &constant.boolean());
+            EXPECT_EQ(&constant.boolean(), &element->boolean());
             continue;
         }
         EXPECT_THROW(element->boolean(), TypeError);
@@ -231,28 +231,27 @@ TEST(Element, boolean_access_hands_out_the_value_or_throws) {
     }
 }
 
-TEST(Element, typed_access_error_tells_types_and_path) {
+TEST(Element, typed_access_error_names_types_and_path) {
     const Document document(R"({"a":["x"]})");
     const auto error = thrownBy<TypeError>([&] { document.root.get("a[0]").object(); });
-    EXPECT_STREQ(
-        "Json type mismatch! Requestet Json type: etObject Got Json type: etString"
-        " Current element: \"a[0]\"",
-        error.what());
+    EXPECT_STREQ(error.what(),
+                 "Json type mismatch! Requestet Json type: etObject Got Json type: etString"
+                 " Current element: \"a[0]\"");
 }
 
 TEST(Element, root_is_the_topmost_ancestor) {
     Document document(R"({"a":[{"b":[1]}]})");
-    EXPECT_EQ(&document.root, document.root.get("a[0].b[0]").root());
-    EXPECT_EQ(&document.root, document.root.get("a").root());
-    EXPECT_EQ(&document.root, document.root.root());
+    EXPECT_EQ(document.root.get("a[0].b[0]").root(), &document.root);
+    EXPECT_EQ(document.root.get("a").root(), &document.root);
+    EXPECT_EQ(document.root.root(), &document.root);
     const Element& constant = document.root.get("a[0]");
-    EXPECT_EQ(&document.root, constant.root());
+    EXPECT_EQ(constant.root(), &document.root);
 }
 
 TEST(Element, without_a_parent_is_its_own_root) {
     Element element(1);
-    EXPECT_EQ(&element, element.root());
-    EXPECT_EQ(&element, std::as_const(element).root());
+    EXPECT_EQ(element.root(), &element);
+    EXPECT_EQ(std::as_const(element).root(), &element);
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ std::vector<T> itemsOf(const ko::IndexList<T>& list) {
         }
         ++position;
     }
-    EXPECT_EQ(position, list.size());
+    EXPECT_EQ(list.size(), position);
     return {list.begin(), list.end()};
 }
 
@@ -45,7 +45,7 @@ using Values = std::vector<int>;
 TEST(IndexList, is_empty_when_new) {
     const Numbers list;
     EXPECT_TRUE(list.empty());
-    EXPECT_EQ(0u, list.size());
+    EXPECT_EQ(list.size(), 0u);
     EXPECT_TRUE(list.begin() == list.end());
     EXPECT_THROW(list.at(0), std::out_of_range);
 }
@@ -53,29 +53,29 @@ TEST(IndexList, is_empty_when_new) {
 TEST(IndexList, keeps_the_order_of_push_back) {
     Numbers list;
     fill(list, {3, 1, 2});
-    EXPECT_EQ((Values{3, 1, 2}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{3, 1, 2}));
     EXPECT_FALSE(list.empty());
 }
 
 TEST(IndexList, reaches_each_item_by_position) {
     Numbers list;
     fill(list, {10, 11, 12});
-    EXPECT_EQ(10, list[0]);
-    EXPECT_EQ(12, list[2]);
-    EXPECT_EQ(11, list.at(1));
-    EXPECT_EQ(10, list.front());
-    EXPECT_EQ(12, list.back());
+    EXPECT_EQ(list[0], 10);
+    EXPECT_EQ(list[2], 12);
+    EXPECT_EQ(list.at(1), 11);
+    EXPECT_EQ(list.front(), 10);
+    EXPECT_EQ(list.back(), 12);
     const Numbers& constant = list;
-    EXPECT_EQ(12, constant[2]);
-    EXPECT_EQ(11, constant.at(1));
-    EXPECT_EQ(10, constant.front());
-    EXPECT_EQ(12, constant.back());
+    EXPECT_EQ(constant[2], 12);
+    EXPECT_EQ(constant.at(1), 11);
+    EXPECT_EQ(constant.front(), 10);
+    EXPECT_EQ(constant.back(), 12);
 }
 
-TEST(IndexList, at_throws_for_the_first_position_behind_the_end) {
+TEST(IndexList, at_throws_for_the_first_position_after_the_end) {
     Numbers list;
     fill(list, {10, 11});
-    EXPECT_EQ(11, list.at(1));
+    EXPECT_EQ(list.at(1), 11);
     EXPECT_THROW(list.at(2), std::out_of_range);
     EXPECT_THROW(list.at(static_cast<std::size_t>(-1)), std::out_of_range);
 }
@@ -86,7 +86,7 @@ TEST(IndexList, items_can_be_changed_through_position_and_iterator) {
     list[0] = 7;
     list.at(1) = 8;
     *std::prev(list.end()) = 9;
-    EXPECT_EQ((Values{7, 8, 9}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{7, 8, 9}));
 }
 
 TEST(IndexList, items_keep_their_addresses_while_others_come_and_go) {
@@ -96,14 +96,14 @@ TEST(IndexList, items_keep_their_addresses_while_others_come_and_go) {
     for (int i = 3; i < 1000; ++i) {
         list.push_back(i);
     }
-    EXPECT_EQ(middle, &list[1]);
+    EXPECT_EQ(&list[1], middle);
     list.erase(list.begin());
-    EXPECT_EQ(middle, &list[0]);
+    EXPECT_EQ(&list[0], middle);
     while (list.size() > 1) {
         list.pop_back();
     }
-    EXPECT_EQ(middle, &list.back());
-    EXPECT_EQ(1, *middle);
+    EXPECT_EQ(&list.back(), middle);
+    EXPECT_EQ(*middle, 1);
 }
 
 TEST(IndexList, push_back_takes_an_item_of_its_own) {
@@ -111,16 +111,16 @@ TEST(IndexList, push_back_takes_an_item_of_its_own) {
     fill(list, {5, 6});
     list.push_back(list[0]);
     list.push_back(list.back());
-    EXPECT_EQ((Values{5, 6, 5, 5}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{5, 6, 5, 5}));
 }
 
 TEST(IndexList, pop_back_removes_the_last_item) {
     Numbers list;
     fill(list, {1, 2, 3});
     list.pop_back();
-    EXPECT_EQ((Values{1, 2}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{1, 2}));
     list.push_back(4);
-    EXPECT_EQ((Values{1, 2, 4}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{1, 2, 4}));
 }
 
 TEST(IndexList, pop_back_of_the_only_item_leaves_it_empty) {
@@ -128,31 +128,31 @@ TEST(IndexList, pop_back_of_the_only_item_leaves_it_empty) {
     fill(list, {1});
     list.pop_back();
     EXPECT_TRUE(list.empty());
-    EXPECT_EQ(Values(), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), Values());
 }
 
-TEST(IndexList, erase_answers_the_position_behind_the_item) {
+TEST(IndexList, erase_answers_the_position_after_the_item) {
     Numbers list;
     fill(list, {1, 2, 3, 4});
     const auto next = list.erase(std::next(list.begin()));
-    EXPECT_EQ((Values{1, 3, 4}), itemsOf(list));
-    EXPECT_EQ(3, *next);
+    EXPECT_EQ(itemsOf(list), (Values{1, 3, 4}));
+    EXPECT_EQ(*next, 3);
 }
 
 TEST(IndexList, erase_of_the_last_item_answers_the_end) {
     Numbers list;
     fill(list, {1, 2});
     EXPECT_TRUE(list.erase(std::prev(list.end())) == list.end());
-    EXPECT_EQ((Values{1}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{1}));
     EXPECT_TRUE(list.erase(list.cbegin()) == list.end());
-    EXPECT_EQ(Values(), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), Values());
 }
 
 TEST(IndexList, erase_takes_the_iterators_of_a_standard_search) {
     Numbers list;
     fill(list, {4, 5, 6});
     list.erase(std::find(list.begin(), list.end(), 5));
-    EXPECT_EQ((Values{4, 6}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{4, 6}));
 }
 
 TEST(IndexList, swap_exchanges_items_with_their_addresses) {
@@ -163,17 +163,17 @@ TEST(IndexList, swap_exchanges_items_with_their_addresses) {
     const int* const first = &one[0];
     const int* const other = &two[0];
     one.swap(two);
-    EXPECT_EQ((Values{9}), itemsOf(one));
-    EXPECT_EQ((Values{1, 2, 3}), itemsOf(two));
-    EXPECT_EQ(other, &one[0]);
-    EXPECT_EQ(first, &two[0]);
+    EXPECT_EQ(itemsOf(one), (Values{9}));
+    EXPECT_EQ(itemsOf(two), (Values{1, 2, 3}));
+    EXPECT_EQ(&one[0], other);
+    EXPECT_EQ(&two[0], first);
 }
 
 TEST(IndexList, swap_with_itself_changes_nothing) {
     Numbers list;
     fill(list, {1, 2});
     list.swap(list);
-    EXPECT_EQ((Values{1, 2}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{1, 2}));
 }
 
 TEST(IndexList, swap_with_an_empty_one_moves_all_items) {
@@ -181,18 +181,18 @@ TEST(IndexList, swap_with_an_empty_one_moves_all_items) {
     Numbers empty;
     fill(full, {1, 2});
     empty.swap(full);
-    EXPECT_EQ(Values(), itemsOf(full));
-    EXPECT_EQ((Values{1, 2}), itemsOf(empty));
+    EXPECT_EQ(itemsOf(full), Values());
+    EXPECT_EQ(itemsOf(empty), (Values{1, 2}));
 }
 
 TEST(IndexList, updateVector_changes_nothing_when_all_agrees) {
     Numbers list;
     list.updateVector();
-    EXPECT_EQ(Values(), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), Values());
     fill(list, {1, 2});
     list.updateVector();
     list.updateVector();
-    EXPECT_EQ((Values{1, 2}), itemsOf(list));
+    EXPECT_EQ(itemsOf(list), (Values{1, 2}));
 }
 
 TEST(IndexList, serves_range_for_and_algorithms) {
@@ -201,9 +201,9 @@ TEST(IndexList, serves_range_for_and_algorithms) {
     for (int& item : list) {
         item *= 10;
     }
-    EXPECT_EQ(60, std::accumulate(list.cbegin(), list.cend(), 0));
-    EXPECT_EQ(2, std::count_if(list.begin(), list.end(), [](int item) { return item > 10; }));
-    EXPECT_EQ(3, std::distance(list.begin(), list.end()));
+    EXPECT_EQ(std::accumulate(list.cbegin(), list.cend(), 0), 60);
+    EXPECT_EQ(std::count_if(list.begin(), list.end(), [](int item) { return item > 10; }), 2);
+    EXPECT_EQ(std::distance(list.begin(), list.end()), 3);
 }
 
 TEST(IndexList, names_the_types_that_standard_containers_name) {
@@ -235,13 +235,13 @@ TEST(IndexList, push_back_that_throws_leaves_all_as_it_was) {
     list.push_back(Fragile("b"));
     const Fragile* const first = &list[0];
     EXPECT_THROW(list.push_back(Fragile("broken")), std::runtime_error);
-    ASSERT_EQ(2u, list.size());
-    EXPECT_EQ(2, std::distance(list.begin(), list.end()));
-    EXPECT_EQ(first, &list[0]);
-    EXPECT_EQ("b", list[1].text);
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(std::distance(list.begin(), list.end()), 2);
+    EXPECT_EQ(&list[0], first);
+    EXPECT_EQ(list[1].text, "b");
     EXPECT_THROW(list.at(2), std::out_of_range);
     list.push_back(Fragile("c"));
-    EXPECT_EQ("c", list.at(2).text);
+    EXPECT_EQ(list.at(2).text, "c");
 }
 
 /// Counts how often the vector is brought up to date.
@@ -260,28 +260,28 @@ public:
     int updates = 0;
 };
 
-TEST(IndexList, erase_tells_a_subclass_that_positions_have_changed) {
+TEST(IndexList, erase_notifies_a_subclass_that_positions_have_changed) {
     Watched list;
     fill(list, {1, 2, 3});
-    EXPECT_EQ(0, list.updates);
+    EXPECT_EQ(list.updates, 0);
     list.erase(list.begin());
-    EXPECT_EQ(1, list.updates);
+    EXPECT_EQ(list.updates, 1);
 }
 
-TEST(IndexList, eraseMatches_passes_over_the_item_behind_a_removed_one) {
+TEST(IndexList, eraseMatches_skips_the_item_after_a_removed_one) {
     Watched list;
     fill(list, {1, 1, 2, 1});
     list.removeMatches([](int item) { return item == 1; });
-    EXPECT_EQ((Values{1, 2}), itemsOf(list));
-    EXPECT_EQ(1, list.updates);
+    EXPECT_EQ(itemsOf(list), (Values{1, 2}));
+    EXPECT_EQ(list.updates, 1);
 }
 
 TEST(IndexList, eraseMatches_without_a_match_updates_nothing) {
     Watched list;
     fill(list, {1, 2});
     list.removeMatches([](int item) { return item == 3; });
-    EXPECT_EQ((Values{1, 2}), itemsOf(list));
-    EXPECT_EQ(0, list.updates);
+    EXPECT_EQ(itemsOf(list), (Values{1, 2}));
+    EXPECT_EQ(list.updates, 0);
 }
 
 TEST(IndexList, eraseMatches_that_throws_leaves_all_items) {
@@ -294,8 +294,8 @@ TEST(IndexList, eraseMatches_that_throws_leaves_all_items) {
         return item == 1;
     }),
                  std::runtime_error);
-    EXPECT_EQ((Values{1, 2, 3, 4}), itemsOf(list));
-    EXPECT_EQ(0, list.updates);
+    EXPECT_EQ(itemsOf(list), (Values{1, 2, 3, 4}));
+    EXPECT_EQ(list.updates, 0);
 }
 
 }  // namespace

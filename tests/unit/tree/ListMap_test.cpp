@@ -34,7 +34,7 @@ std::vector<typename M::value_type> membersOf(const M& map) {
         }
     }
     std::vector<typename M::value_type> members(map.begin(), map.end());
-    EXPECT_EQ(members.size(), map.size());
+    EXPECT_EQ(map.size(), members.size());
     return members;
 }
 
@@ -49,14 +49,14 @@ Map makeMap(const Members& members) {
 TEST(ListMap, is_empty_when_new) {
     const Map map;
     EXPECT_TRUE(map.empty());
-    EXPECT_EQ(0u, map.size());
+    EXPECT_EQ(map.size(), 0u);
     EXPECT_TRUE(map.find("") == map.end());
     EXPECT_FALSE(map.contains("a"));
 }
 
 TEST(ListMap, keeps_the_order_of_insertion_and_not_of_keys) {
     const Map map = makeMap({{"c", 1}, {"a", 2}, {"b", 3}});
-    EXPECT_EQ((Members{{"c", 1}, {"a", 2}, {"b", 3}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"c", 1}, {"a", 2}, {"b", 3}}));
 }
 
 TEST(ListMap, insert_answers_the_new_member) {
@@ -64,7 +64,7 @@ TEST(ListMap, insert_answers_the_new_member) {
     const auto [position, isNew] = map.insert({"a", 1});
     EXPECT_TRUE(isNew);
     EXPECT_TRUE(position == map.begin());
-    EXPECT_EQ(Member("a", 1), *position);
+    EXPECT_EQ(*position, Member("a", 1));
 }
 
 TEST(ListMap, insert_of_a_present_key_overwrites_the_value_in_its_place) {
@@ -72,42 +72,42 @@ TEST(ListMap, insert_of_a_present_key_overwrites_the_value_in_its_place) {
     const int* const value = &map.find("b")->second;
     const auto [position, isNew] = map.insert({"b", 3});
     EXPECT_FALSE(isNew);
-    EXPECT_EQ((Members{{"b", 3}, {"a", 2}}), membersOf(map));
-    EXPECT_EQ(value, &position->second);
+    EXPECT_EQ(membersOf(map), (Members{{"b", 3}, {"a", 2}}));
+    EXPECT_EQ(&position->second, value);
 }
 
 TEST(ListMap, insert_of_its_own_member_changes_nothing) {
     Map map = makeMap({{"a", 1}, {"b", 2}});
     const auto result = map.insert(*map.begin());
     EXPECT_FALSE(result.second);
-    EXPECT_EQ((Members{{"a", 1}, {"b", 2}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"a", 1}, {"b", 2}}));
 }
 
 TEST(ListMap, insert_before_a_position_puts_a_new_member_there) {
     Map map = makeMap({{"a", 1}, {"c", 3}});
     const auto position = map.insert(map.find("c"), {"b", 2});
-    EXPECT_EQ((Members{{"a", 1}, {"b", 2}, {"c", 3}}), membersOf(map));
-    EXPECT_EQ(Member("b", 2), *position);
+    EXPECT_EQ(membersOf(map), (Members{{"a", 1}, {"b", 2}, {"c", 3}}));
+    EXPECT_EQ(*position, Member("b", 2));
     map.insert(map.begin(), {"z", 0});
     map.insert(map.end(), {"y", 9});
-    EXPECT_EQ((Members{{"z", 0}, {"a", 1}, {"b", 2}, {"c", 3}, {"y", 9}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"z", 0}, {"a", 1}, {"b", 2}, {"c", 3}, {"y", 9}}));
 }
 
 TEST(ListMap, insert_before_a_position_leaves_a_present_key_alone) {
     Map map = makeMap({{"a", 1}, {"b", 2}});
     const auto position = map.insert(map.begin(), {"b", 5});
-    EXPECT_EQ((Members{{"a", 1}, {"b", 2}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"a", 1}, {"b", 2}}));
     EXPECT_TRUE(position == std::next(map.begin()));
 }
 
-TEST(ListMap, find_tells_keys_apart_byte_by_byte) {
+TEST(ListMap, find_distinguishes_keys_byte_by_byte) {
     const std::string withNul("a\0b", 3);
     Map map = makeMap({{"a", 1}, {"A", 2}, {"", 3}, {withNul, 4}, {"a\xC3\xA4", 5}});
-    EXPECT_EQ(5u, map.size());
-    EXPECT_EQ(1, map.find("a")->second);
-    EXPECT_EQ(2, map.find("A")->second);
-    EXPECT_EQ(3, map.find("")->second);
-    EXPECT_EQ(4, map.find(withNul)->second);
+    EXPECT_EQ(map.size(), 5u);
+    EXPECT_EQ(map.find("a")->second, 1);
+    EXPECT_EQ(map.find("A")->second, 2);
+    EXPECT_EQ(map.find("")->second, 3);
+    EXPECT_EQ(map.find(withNul)->second, 4);
     EXPECT_TRUE(map.find("a ") == map.end());
     EXPECT_TRUE(map.find("a\xC3") == map.end());
 }
@@ -116,7 +116,7 @@ TEST(ListMap, find_gives_access_to_the_value) {
     Map map = makeMap({{"a", 1}});
     map.find("a")->second = 7;
     const Map& constant = map;
-    EXPECT_EQ(7, constant.find("a")->second);
+    EXPECT_EQ(constant.find("a")->second, 7);
     EXPECT_TRUE(constant.find("b") == constant.end());
 }
 
@@ -127,41 +127,41 @@ TEST(ListMap, orders_its_index_with_the_comparator_it_was_given) {
     map.insert({12, "twelve"});
     map.insert({3, "three"});
     EXPECT_FALSE(map.insert({22, "twenty-two"}).second);
-    ASSERT_EQ(2u, map.size());
-    EXPECT_EQ("twenty-two", map.find(2)->second);
-    EXPECT_EQ(22, map.begin()->first);
+    ASSERT_EQ(map.size(), 2u);
+    EXPECT_EQ(map.find(2)->second, "twenty-two");
+    EXPECT_EQ(map.begin()->first, 22);
     const ByLastDigit copy(map);
-    EXPECT_EQ("three", copy.find(93)->second);
+    EXPECT_EQ(copy.find(93)->second, "three");
 }
 
-TEST(ListMap, erase_by_position_answers_the_member_behind) {
+TEST(ListMap, erase_by_position_answers_the_member_after) {
     Map map = makeMap({{"a", 1}, {"b", 2}, {"c", 3}});
     const auto next = map.erase(map.find("b"));
-    EXPECT_EQ((Members{{"a", 1}, {"c", 3}}), membersOf(map));
-    EXPECT_EQ("c", next->first);
+    EXPECT_EQ(membersOf(map), (Members{{"a", 1}, {"c", 3}}));
+    EXPECT_EQ(next->first, "c");
     EXPECT_TRUE(map.erase(next) == map.end());
-    EXPECT_EQ((Members{{"a", 1}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"a", 1}}));
     EXPECT_FALSE(map.contains("b"));
 }
 
 TEST(ListMap, erase_by_key_answers_how_many_went) {
     Map map = makeMap({{"a", 1}, {"b", 2}});
-    EXPECT_EQ(1u, map.erase("a"));
-    EXPECT_EQ(0u, map.erase("a"));
-    EXPECT_EQ((Members{{"b", 2}}), membersOf(map));
+    EXPECT_EQ(map.erase("a"), 1u);
+    EXPECT_EQ(map.erase("a"), 0u);
+    EXPECT_EQ(membersOf(map), (Members{{"b", 2}}));
 }
 
 TEST(ListMap, erase_takes_a_key_that_lies_in_the_member_itself) {
     Map map = makeMap({{"a", 1}, {"b", 2}});
-    EXPECT_EQ(1u, map.erase(map.begin()->first));
-    EXPECT_EQ((Members{{"b", 2}}), membersOf(map));
+    EXPECT_EQ(map.erase(map.begin()->first), 1u);
+    EXPECT_EQ(membersOf(map), (Members{{"b", 2}}));
 }
 
 TEST(ListMap, a_key_that_was_erased_comes_back_at_the_end) {
     Map map = makeMap({{"a", 1}, {"b", 2}});
     map.erase("a");
     EXPECT_TRUE(map.insert({"a", 3}).second);
-    EXPECT_EQ((Members{{"b", 2}, {"a", 3}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"b", 2}, {"a", 3}}));
 }
 
 TEST(ListMap, members_keep_their_addresses_while_others_come_and_go) {
@@ -172,9 +172,9 @@ TEST(ListMap, members_keep_their_addresses_while_others_come_and_go) {
     }
     map.erase("x");
     map.erase("y");
-    EXPECT_EQ(kept, &*map.begin());
-    EXPECT_EQ(kept, &*map.find("keep"));
-    EXPECT_EQ(1001u, membersOf(map).size());
+    EXPECT_EQ(&*map.begin(), kept);
+    EXPECT_EQ(&*map.find("keep"), kept);
+    EXPECT_EQ(membersOf(map).size(), 1001u);
 }
 
 TEST(ListMap, swap_exchanges_members_with_their_addresses) {
@@ -182,15 +182,15 @@ TEST(ListMap, swap_exchanges_members_with_their_addresses) {
     Map two = makeMap({{"z", 9}});
     const Member* const first = &*one.begin();
     one.swap(two);
-    EXPECT_EQ((Members{{"z", 9}}), membersOf(one));
-    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(two));
-    EXPECT_EQ(first, &*two.find("b"));
+    EXPECT_EQ(membersOf(one), (Members{{"z", 9}}));
+    EXPECT_EQ(membersOf(two), (Members{{"b", 1}, {"a", 2}}));
+    EXPECT_EQ(&*two.find("b"), first);
 }
 
 TEST(ListMap, swap_with_itself_changes_nothing) {
     Map map = makeMap({{"b", 1}, {"a", 2}});
     map.swap(map);
-    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"b", 1}, {"a", 2}}));
 }
 
 TEST(ListMap, a_copy_has_members_of_its_own) {
@@ -198,16 +198,16 @@ TEST(ListMap, a_copy_has_members_of_its_own) {
     Map copy(map);
     copy.find("a")->second = 5;
     copy.insert({"c", 3});
-    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(map));
-    EXPECT_EQ((Members{{"b", 1}, {"a", 5}, {"c", 3}}), membersOf(copy));
+    EXPECT_EQ(membersOf(map), (Members{{"b", 1}, {"a", 2}}));
+    EXPECT_EQ(membersOf(copy), (Members{{"b", 1}, {"a", 5}, {"c", 3}}));
 }
 
 TEST(ListMap, assignment_replaces_all_members) {
     const Map source = makeMap({{"b", 1}, {"a", 2}});
     Map target = makeMap({{"a", 7}, {"x", 8}});
-    EXPECT_EQ(&target, &(target = source));
-    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(target));
-    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(source));
+    EXPECT_EQ(&(target = source), &target);
+    EXPECT_EQ(membersOf(target), (Members{{"b", 1}, {"a", 2}}));
+    EXPECT_EQ(membersOf(source), (Members{{"b", 1}, {"a", 2}}));
 }
 
 TEST(ListMap, assignment_to_itself_keeps_the_very_members) {
@@ -215,8 +215,8 @@ TEST(ListMap, assignment_to_itself_keeps_the_very_members) {
     const Member* const first = &*map.begin();
     const Map& same = map;
     map = same;
-    EXPECT_EQ((Members{{"b", 1}, {"a", 2}}), membersOf(map));
-    EXPECT_EQ(first, &*map.begin());
+    EXPECT_EQ(membersOf(map), (Members{{"b", 1}, {"a", 2}}));
+    EXPECT_EQ(&*map.begin(), first);
 }
 
 TEST(ListMap, serves_range_for_and_algorithms) {
@@ -227,7 +227,7 @@ TEST(ListMap, serves_range_for_and_algorithms) {
     const auto found = std::find_if(map.cbegin(), map.cend(),
                                     [](const Member& member) { return member.second == 20; });
     ASSERT_TRUE(found != map.cend());
-    EXPECT_EQ("a", found->first);
+    EXPECT_EQ(found->first, "a");
 }
 
 TEST(ListMap, names_the_types_that_standard_containers_name) {
@@ -259,19 +259,19 @@ void edit(M& map, Model& model, Random& random, std::size_t keys) {
     const bool isPresent = present != model.members.end();
     switch (random() % 4) {
         case 0:
-            EXPECT_EQ(isPresent ? 1u : 0u, map.erase(key));
+            EXPECT_EQ(map.erase(key), isPresent ? 1u : 0u);
             if (isPresent) {
                 model.members.erase(present);
             }
             break;
         case 1:
-            EXPECT_EQ(key, map.insert(map.begin(), {key, value})->first);
+            EXPECT_EQ(map.insert(map.begin(), {key, value})->first, key);
             if (!isPresent) {
                 model.members.insert(model.members.begin(), {key, value});
             }
             break;
         default:
-            EXPECT_EQ(!isPresent, map.insert({key, value}).second);
+            EXPECT_EQ(map.insert({key, value}).second, !isPresent);
             if (isPresent) {
                 present->second = value;
             } else {
@@ -289,8 +289,8 @@ void expectToFollowTheModel(std::size_t keys) {
     for (int step = 0; step < 1500; ++step) {
         edit(map, model, random, keys);
         if (step % 50 == 0) {
-            ASSERT_EQ(model.members, membersOf(map)) << keys << " keys, step " << step;
-            EXPECT_EQ(model.members, membersOf(M(map)));
+            ASSERT_EQ(membersOf(map), model.members) << keys << " keys, step " << step;
+            EXPECT_EQ(membersOf(M(map)), model.members);
         }
     }
 }
@@ -308,17 +308,17 @@ TEST(ListMap, finds_each_key_while_it_grows_and_shrinks) {
         const std::string key = std::to_string(i * 37 % 200);
         EXPECT_FALSE(map.contains(key));
         map.insert({key, i});
-        ASSERT_EQ(static_cast<std::size_t>(i) + 1, membersOf(map).size());
+        ASSERT_EQ(membersOf(map).size(), static_cast<std::size_t>(i) + 1);
     }
     for (int i = 0; i < 200; ++i) {
         const std::string key = std::to_string(i * 73 % 200);
-        EXPECT_EQ(1u, map.erase(key));
+        EXPECT_EQ(map.erase(key), 1u);
         EXPECT_FALSE(map.contains(key));
-        ASSERT_EQ(199 - static_cast<std::size_t>(i), membersOf(map).size());
+        ASSERT_EQ(membersOf(map).size(), 199 - static_cast<std::size_t>(i));
     }
     EXPECT_TRUE(map.empty());
     map.insert({"a", 1});
-    EXPECT_EQ((Members{{"a", 1}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (Members{{"a", 1}}));
 }
 
 TEST(ListMap, swap_exchanges_a_small_and_a_large_one) {
@@ -328,15 +328,15 @@ TEST(ListMap, swap_exchanges_a_small_and_a_large_one) {
         large.insert({std::to_string(i), i});
     }
     small.swap(large);
-    EXPECT_EQ((Members{{"x", 1}}), membersOf(large));
-    EXPECT_EQ(100u, membersOf(small).size());
+    EXPECT_EQ(membersOf(large), (Members{{"x", 1}}));
+    EXPECT_EQ(membersOf(small).size(), 100u);
     large = small;
-    EXPECT_EQ(membersOf(small), membersOf(large));
+    EXPECT_EQ(membersOf(large), membersOf(small));
     small.clear();
     EXPECT_FALSE(small.contains("7"));
     small.insert({"7", 8});
-    EXPECT_EQ((Members{{"7", 8}}), membersOf(small));
-    EXPECT_EQ(7, large.find("7")->second);
+    EXPECT_EQ(membersOf(small), (Members{{"7", 8}}));
+    EXPECT_EQ(large.find("7")->second, 7);
 }
 
 /// A value whose copy fails when it is asked to.
@@ -375,13 +375,13 @@ TEST(ListMap, insert_that_throws_leaves_all_as_it_was) {
     FragileMap::value_type broken("a", Fragile());
     broken.second.isBroken = true;
     EXPECT_THROW(map.insert(broken), std::runtime_error);
-    EXPECT_EQ("b", keysOf(map));
+    EXPECT_EQ(keysOf(map), "b");
     EXPECT_THROW(map.insert(map.begin(), broken), std::runtime_error);
-    EXPECT_EQ("b", keysOf(map));
+    EXPECT_EQ(keysOf(map), "b");
     EXPECT_FALSE(map.contains("a"));
     broken.second.isBroken = false;
     map.insert(broken);
-    EXPECT_EQ("ba", keysOf(map));
+    EXPECT_EQ(keysOf(map), "ba");
 }
 
 TEST(ListMap, assignment_that_throws_keeps_the_former_members) {
@@ -392,7 +392,7 @@ TEST(ListMap, assignment_that_throws_keeps_the_former_members) {
     target.insert({"b", Fragile()});
     target.insert({"a", Fragile()});
     EXPECT_THROW(target = source, std::runtime_error);
-    EXPECT_EQ("ba", keysOf(target));
+    EXPECT_EQ(keysOf(target), "ba");
     EXPECT_THROW(FragileMap copy(source), std::runtime_error);
 }
 
@@ -412,7 +412,7 @@ TEST(ListMap, a_comparison_that_throws_leaves_all_as_it_was) {
     EXPECT_THROW(map.insert({"bad", 2}), std::runtime_error);
     EXPECT_THROW(map.insert(map.begin(), {"bad", 2}), std::runtime_error);
     EXPECT_THROW(map.erase("bad"), std::runtime_error);
-    EXPECT_EQ((std::vector<std::pair<std::string, int>>{{"b", 1}}), membersOf(map));
+    EXPECT_EQ(membersOf(map), (std::vector<std::pair<std::string, int>>{{"b", 1}}));
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ class OpenKeysTest : public testing::Test {
 protected:
     /// Appends the key, which must be new.
     void add(Element::TObject& object, const std::string& key) {
-        ASSERT_EQ(nullptr, m_keys.find(object, key)) << key;
+        ASSERT_EQ(m_keys.find(object, key), nullptr) << key;
         m_keys.add(object, Place::append(object, key));
     }
     void fill(Element::TObject& object, const std::vector<std::string>& all) {
@@ -41,9 +41,9 @@ protected:
     }
     void expectAll(Element::TObject& object) {
         for (auto& member : object) {
-            EXPECT_EQ(&member, m_keys.find(object, member.first)) << member.first;
+            EXPECT_EQ(m_keys.find(object, member.first), &member) << member.first;
         }
-        EXPECT_EQ(nullptr, m_keys.find(object, "none of them"));
+        EXPECT_EQ(m_keys.find(object, "none of them"), nullptr);
     }
 
     OpenKeys m_keys;
@@ -85,7 +85,7 @@ TEST_F(OpenKeysTest, looks_again_when_members_were_removed) {
     fill(object, keys(20));
     object.erase(object.begin());
     m_keys.clear();
-    EXPECT_EQ(nullptr, m_keys.find(object, keys(1)[0]));
+    EXPECT_EQ(m_keys.find(object, keys(1)[0]), nullptr);
     expectAll(object);
 }
 

@@ -59,12 +59,12 @@ struct Label {
 
 TEST(Path, is_made_implicitly_of_any_text) {
     const Path fromView = std::string_view("a[1].b").substr(0, 4);
-    EXPECT_EQ("a[1]", fromView.str());
+    EXPECT_EQ(fromView.str(), "a[1]");
     const Path fromLabel = Label();
-    EXPECT_EQ("a[1]", fromLabel.str());
+    EXPECT_EQ(fromLabel.str(), "a[1]");
     char buffer[] = "a[1]";
     const Path fromBuffer = buffer;
-    EXPECT_EQ("a[1]", fromBuffer.str());
+    EXPECT_EQ(fromBuffer.str(), "a[1]");
 }
 
 TEST(Path, is_not_made_of_nothing_or_of_numbers) {
@@ -119,12 +119,12 @@ TEST(Path, has_the_words_of_the_path_language) {
 const char* const k_document =
     R"({"a": {"b": [10,{"c": 20}],"x.y": 30,"": 40},"n": null,"s": "t","l": [],"m": [[1,2],[3]]})";
 
-/// Exactly one of text, fault and error says what a lookup gives.
+/// Exactly one of text, parseError and error says what a lookup gives.
 struct Lookup {
     std::string path;
-    std::string text;   ///< of the element found
-    std::string error;  ///< element and step of the PathNotFound, with a space between them
-    std::string fault;  ///< message of the ParseException
+    std::string text;        ///< of the element found
+    std::string error;       ///< element and step of the PathNotFound, with a space between them
+    std::string parseError;  ///< message of the ParseException
 };
 
 Lookup found(const std::string& path, const std::string& text) { return {path, text, "", ""}; }
@@ -201,7 +201,7 @@ Lookup outcome(const std::string& path, const Get& get) {
 void expectSame(const Lookup& actual, const Lookup& expected, const char* operation) {
     EXPECT_EQ(actual.text, expected.text) << operation << " of " << expected.path;
     EXPECT_EQ(actual.error, expected.error) << operation << " of " << expected.path;
-    EXPECT_EQ(actual.fault, expected.fault) << operation << " of " << expected.path;
+    EXPECT_EQ(actual.parseError, expected.parseError) << operation << " of " << expected.path;
 }
 
 TEST(PathLookup, gives_the_element_or_throws_in_every_plain_form) {
@@ -237,7 +237,7 @@ Lookup tryOutcome(const Lookup& row, const Find& find) {
     }
 }
 
-TEST(PathLookup, gives_null_or_the_fallback_or_false_in_every_try_form_and_throws_only_faults) {
+TEST(PathLookup, gives_null_or_the_fallback_or_false_in_every_try_form_and_throws_only_errors) {
     Document document(k_document);
     Element& root = document.root;
     const Element& constant = root;

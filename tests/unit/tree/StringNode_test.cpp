@@ -14,7 +14,7 @@
 
 namespace {
 
-using ko::NodeMemory;
+using ko::SlabArena;
 using ko::Orvid::deleteString;
 using ko::Orvid::Element;
 using ko::Orvid::k_hasStringCells;
@@ -22,11 +22,11 @@ using ko::Orvid::newString;
 
 std::string textOf(std::size_t i) { return std::string(i % 50, 'x') + std::to_string(i); }
 
-std::vector<std::string*> made(NodeMemory& nodes, std::size_t count) {
+std::vector<std::string*> made(SlabArena& nodes, std::size_t count) {
     std::vector<std::string*> result;
     for (std::size_t i = 0; i < count; ++i) {
         result.push_back(newString(&nodes, textOf(i)));
-        NodeMemory::release(nodes.cut(40), 40);  // so that there are slabs with room for cells
+        SlabArena::release(nodes.cut(40), 40);  // so that there are slabs with room for cells
     }
     return result;
 }
@@ -34,22 +34,22 @@ std::vector<std::string*> made(NodeMemory& nodes, std::size_t count) {
 TEST(StringNode, makes_strings_that_outlive_their_memory) {
     std::vector<std::string*> strings;
     {
-        NodeMemory nodes(4096);
+        SlabArena nodes(4096);
         strings = made(nodes, 2000);
     }
     std::size_t cells = 0;
     for (std::size_t i = 0; i < strings.size(); ++i) {
-        EXPECT_EQ(textOf(i), *strings[i]);
-        cells += NodeMemory::isCell(strings[i]) ? 1U : 0U;
+        EXPECT_EQ(*strings[i], textOf(i));
+        cells += SlabArena::isCell(strings[i]) ? 1U : 0U;
         deleteString(strings[i]);
     }
-    EXPECT_EQ(k_hasStringCells, cells > strings.size() / 2);
+    EXPECT_EQ(cells > strings.size() / 2, k_hasStringCells);
 }
 
 TEST(StringNode, deletes_strings_one_after_the_other_in_any_slab) {
-    NodeMemory nodes(4096);
+    SlabArena nodes(4096);
     const std::vector<std::string*> strings = made(nodes, 2000);
-    NodeMemory::Freeing freeing;
+    SlabArena::Freeing freeing;
     for (std::string* const each : strings) {
         deleteString(each, freeing);
     }
@@ -65,7 +65,7 @@ TEST(StringNode, an_element_releases_a_string_of_the_caller) {
     Element element;
     element.data().value.string = new std::string("a caller's own");
     element.data().type = ko::Orvid::etString;
-    EXPECT_EQ("a caller's own", element.string());
+    EXPECT_EQ(element.string(), "a caller's own");
     element.setNull();
 }
 

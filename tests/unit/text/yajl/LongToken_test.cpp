@@ -57,9 +57,9 @@ TEST(LongToken, may_be_a_string_with_every_escape) {
 }
 
 TEST(LongToken, ends_where_a_string_is_faulty) {
-    for (const std::string fault : {"\\x", "\\u12G4", "\\u123\"", "\n", "\x1F", "\\", "\\u", "\\u1",
-                                    "\\u12", "\\uG", "\\\n"}) {
-        expectSameInAnyPieces("[\"" + k_long + fault + k_long + "\"]");
+    for (const std::string row : {"\\x", "\\u12G4", "\\u123\"", "\n", "\x1F", "\\", "\\u", "\\u1",
+                                  "\\u12", "\\uG", "\\\n"}) {
+        expectSameInAnyPieces("[\"" + k_long + row + k_long + "\"]");
     }
     expectSameInAnyPieces("[\"" + k_long + std::string(1, '\0') + k_long + "\"]");
 }

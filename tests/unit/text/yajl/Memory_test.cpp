@@ -17,7 +17,11 @@
 
 #include "EventLog.h"
 
+#include "support/YajlMessages.h"
+
 namespace {
+
+namespace yajl = orvid_test::yajl;
 
 constexpr std::size_t k_noFailure = std::numeric_limits<std::size_t>::max();
 
@@ -292,11 +296,11 @@ TEST(MemoryFailure, is_named_by_the_reader) {
     EXPECT_THROW(reader.parse("[1]", 3), std::bad_alloc);
     g_allocations.isArmed = false;
     EXPECT_EQ(reader.parse("[1]", 3), ReadStatus::error);
-    EXPECT_EQ(reader.error(true, "[1]", 3), "parse error: out of memory\n");
+    EXPECT_EQ(reader.error(true, "[1]", 3), yajl::k_outOfMemory + "\n");
     EXPECT_EQ(reader.position(), 0U);
 }
 
-TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
+TEST(MemoryFailure, while_an_error_is_reported_leaves_the_reader_as_it_was) {
     std::size_t reported = 0;
     failEach(false, [&] {
         Reader reader(k_silent, nullptr);
@@ -306,8 +310,7 @@ TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
         } catch (const std::bad_alloc&) {
             g_allocations.isArmed = false;
             ++reported;
-            EXPECT_EQ(reader.error(false, "[1,]", 4),
-                      "parse error: unallowed token at this point in JSON text\n");
+            EXPECT_EQ(reader.error(false, "[1,]", 4), yajl::k_unallowedToken + "\n");
             EXPECT_EQ(reader.status(), ReadStatus::error);
             EXPECT_EQ(reader.parse("[1,]", 4), ReadStatus::error);
             throw;
@@ -316,7 +319,7 @@ TEST(MemoryFailure, while_a_fault_is_told_leaves_the_reader_as_it_was) {
     EXPECT_EQ(reported, 3U);
 }
 
-TEST(MemoryFailure, is_not_brought_nearer_by_telling_a_fault_often) {
+TEST(MemoryFailure, is_not_brought_nearer_by_telling_an_error_often) {
     Reader reader(k_silent, nullptr);
     reader.parse("[1,]", 4);
     const std::size_t before = g_allocations.blocks;

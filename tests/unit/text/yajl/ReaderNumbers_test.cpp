@@ -14,8 +14,12 @@
 
 #include "EventLog.h"
 
+#include "support/YajlMessages.h"
+
 namespace yajlTests {
 namespace {
+
+namespace yajl = orvid_test::yajl;
 
 const std::string k_longMax = std::to_string(std::numeric_limits<long>::max());
 const std::string k_longMin = std::to_string(std::numeric_limits<long>::min());
@@ -81,7 +85,7 @@ TEST(ReaderNumbers, that_overflow_long_are_errors_at_their_first_byte) {
         const Outcome outcome = read("[1, " + number + ", 2]", k_whole, k_numeric);
         EXPECT_EQ(outcome.words, "[ i1 ");
         EXPECT_EQ(outcome.status, ReadStatus::error);
-        EXPECT_EQ(outcome.message, "parse error: integer overflow\n");
+        EXPECT_EQ(outcome.message, yajl::k_integerOverflow + "\n");
         EXPECT_EQ(outcome.position, 4U);
     }
 }
@@ -92,7 +96,7 @@ TEST(ReaderNumbers, that_overflow_double_are_errors_at_their_first_byte) {
         const Outcome outcome = read("[1.5, " + number + ", 2]", k_whole, k_numeric);
         EXPECT_EQ(outcome.words, "[ d1.5 ");
         EXPECT_EQ(outcome.status, ReadStatus::error);
-        EXPECT_EQ(outcome.message, "parse error: numeric (floating point) overflow\n");
+        EXPECT_EQ(outcome.message, yajl::k_floatOverflow + "\n");
         EXPECT_EQ(outcome.position, 6U);
     }
 }
@@ -110,7 +114,7 @@ TEST(ReaderNumbers, that_overflow_keep_their_place_when_they_are_cut) {
     EXPECT_EQ(feed(reader, "99999999999, 2]"), ReadStatus::error);
     EXPECT_EQ(reader.position(), 4U);
     EXPECT_EQ(reader.error(true, "99999999999, 2]", 15),
-              "parse error: integer overflow\n" + std::string(40, ' ') + "99999999999, 2]\n" +
+              yajl::k_integerOverflow + "\n" + std::string(40, ' ') + "99999999999, 2]\n" +
                   std::string(21, ' ') + "(right here) ------^\n");
 }
 
@@ -119,10 +123,10 @@ TEST(ReaderNumbers, that_overflow_fail_for_good) {
     Reader reader(k_numeric, &log);
     feed(reader, "[1e999]");
     EXPECT_EQ(feed(reader, ", 1]"), ReadStatus::error);
-    EXPECT_EQ(reader.error(false, ", 1]", 4), "parse error: numeric (floating point) overflow\n");
-    EXPECT_EQ(reader.error(true, ", 1]", 4), "parse error: numeric (floating point) overflow\n" +
-                                                 std::string(40, ' ') + ", 1]\n" +
-                                                 std::string(21, ' ') + "(right here) ------^\n");
+    EXPECT_EQ(reader.error(false, ", 1]", 4), yajl::k_floatOverflow + "\n");
+    EXPECT_EQ(reader.error(true, ", 1]", 4), yajl::k_floatOverflow + "\n" + std::string(40, ' ') +
+                                                 ", 1]\n" + std::string(21, ' ') +
+                                                 "(right here) ------^\n");
     EXPECT_EQ(reader.position(), 1U);
     EXPECT_EQ(log.words, "[ ");
 }

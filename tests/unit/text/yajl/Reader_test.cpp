@@ -13,8 +13,12 @@
 
 #include "EventLog.h"
 
+#include "support/YajlMessages.h"
+
 namespace yajlTests {
 namespace {
+
+namespace yajl = orvid_test::yajl;
 
 TEST(Reader, delivers_every_kind_of_value) {
     EXPECT_EQ(read(R"({"a": null, "b": [true, false], "c": {"d": -1.5e3}, "e": "x"})").words,
@@ -82,7 +86,7 @@ TEST(Reader, joins_the_digits_of_two_pieces) {
     EXPECT_EQ(log.words, "n1234 ");
 }
 
-TEST(Reader, finds_blanks_and_comments_insufficient) {
+TEST(Reader, finds_whitespace_and_comments_insufficient) {
     for (const std::string text :
          {"", " ", " \t\r\n\v\f", "/* nothing */", "// nothing\n", "// nothing", "/* nothing"}) {
         for (const std::size_t size : {k_whole, std::size_t{1}}) {
@@ -103,11 +107,11 @@ TEST(Reader, finds_every_beginning_of_a_document_insufficient) {
     EXPECT_EQ(read(text).status, ReadStatus::ok);
 }
 
-TEST(Reader, takes_comments_as_blanks) {
+TEST(Reader, takes_comments_as_whitespace) {
     EXPECT_EQ(read("/* a */[/**/1,// b\n2/***/]").words, "[ n1 n2 ] ");
 }
 
-TEST(Reader, looks_at_nothing_behind_the_complete_value) {
+TEST(Reader, looks_at_nothing_after_the_complete_value) {
     for (const std::string rest : {"", " ", "]", "[1", "garbage \x01", "\"", "2", "/"}) {
         EventLog log;
         Reader reader(k_textual, &log);
@@ -124,7 +128,7 @@ TEST(Reader, answers_error_again_and_again) {
     Reader reader(k_textual, &log);
     EXPECT_EQ(feed(reader, "[1,]"), ReadStatus::error);
     const std::string message = reader.error(false, "[1,]", 4);
-    EXPECT_EQ(message, "parse error: unallowed token at this point in JSON text\n");
+    EXPECT_EQ(message, yajl::k_unallowedToken + "\n");
     for (const std::string more : {"", "2]", "[]"}) {
         EXPECT_EQ(feed(reader, more), ReadStatus::error);
         EXPECT_EQ(reader.error(false, more.data(), more.size()), message);
@@ -144,7 +148,7 @@ TEST(Reader, stops_for_a_callback_and_answers_error_later) {
         EXPECT_EQ(feed(reader, text), ReadStatus::clientCanceled) << event;
         EXPECT_EQ(reader.position(), ends.at(event));
         const std::string message = reader.error(false, text.data(), text.size());
-        EXPECT_EQ(message, "parse error: client cancelled parse via callback return value\n");
+        EXPECT_EQ(message, yajl::k_cancelled + "\n");
         EXPECT_EQ(reader.parse("", 0), ReadStatus::error);
         EXPECT_EQ(reader.error(false, "", 0), message);
         EXPECT_EQ(log.count, event + 1);
@@ -298,7 +302,7 @@ TEST(Reader, delivers_duplicate_and_empty_keys) {
 TEST(Reader, refuses_a_byte_order_mark) {
     const Outcome outcome = read("\xEF\xBB\xBF[]");
     EXPECT_EQ(outcome.status, ReadStatus::error);
-    EXPECT_EQ(outcome.message, "lexical error: invalid char in json text.\n");
+    EXPECT_EQ(outcome.message, yajl::k_invalidCharacter + "\n");
 }
 
 TEST(Reader, has_no_limit_of_depth) {

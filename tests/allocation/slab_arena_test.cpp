@@ -3,7 +3,7 @@
 // What the slabs of trees cost: few requests while a tree is made, and nothing once it has gone,
 // whatever of it was moved elsewhere before.
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 #include <ko/Orvid.h>
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@
 namespace orvid_test {
 namespace {
 
-using ko::NodeMemory;
+using ko::SlabArena;
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 
@@ -31,69 +31,69 @@ std::string numbers(int count) {
     return text + ']';
 }
 
-TEST(NodeMemory, slabs_go_with_the_last_of_their_blocks) {
+TEST(SlabArena, slabs_go_with_the_last_of_their_blocks) {
     const std::size_t before = liveBlocks();
     void* first = nullptr;
     void* last = nullptr;
     {
-        NodeMemory memory;
-        const NodeMemory::Scope scope(memory);
-        first = NodeMemory::allocate(40);
-        last = NodeMemory::allocate(40);
-        EXPECT_EQ(before + 1, liveBlocks());
+        SlabArena memory;
+        const SlabArena::Scope scope(memory);
+        first = SlabArena::allocate(40);
+        last = SlabArena::allocate(40);
+        EXPECT_EQ(liveBlocks(), before + 1);
     }
-    NodeMemory::release(first, 40);
-    EXPECT_EQ(before + 1, liveBlocks());
-    NodeMemory::release(last, 40);
-    EXPECT_EQ(before, liveBlocks());
+    SlabArena::release(first, 40);
+    EXPECT_EQ(liveBlocks(), before + 1);
+    SlabArena::release(last, 40);
+    EXPECT_EQ(liveBlocks(), before);
 }
 
-TEST(NodeMemory, a_slab_without_blocks_goes_with_its_owner) {
+TEST(SlabArena, a_slab_without_blocks_goes_with_its_owner) {
     const std::size_t before = liveBlocks();
     {
-        NodeMemory memory;
-        const NodeMemory::Scope scope(memory);
-        NodeMemory::release(NodeMemory::allocate(40), 40);
-        EXPECT_EQ(before + 1, liveBlocks());
+        SlabArena memory;
+        const SlabArena::Scope scope(memory);
+        SlabArena::release(SlabArena::allocate(40), 40);
+        EXPECT_EQ(liveBlocks(), before + 1);
     }
-    EXPECT_EQ(before, liveBlocks());
+    EXPECT_EQ(liveBlocks(), before);
 }
 
-TEST(NodeMemory, a_scope_within_another_cuts_from_the_same_slab) {
-    NodeMemory memory;
-    NodeMemory inner;
-    const NodeMemory::Scope scope(memory);
-    NodeMemory::release(NodeMemory::allocate(40), 40);
+TEST(SlabArena, a_scope_within_another_cuts_from_the_same_slab) {
+    SlabArena memory;
+    SlabArena inner;
+    const SlabArena::Scope scope(memory);
+    SlabArena::release(SlabArena::allocate(40), 40);
     const std::size_t before = liveBlocks();
-    const NodeMemory::Scope within(inner);
-    NodeMemory::release(NodeMemory::allocate(40), 40);
-    EXPECT_EQ(before, liveBlocks());
+    const SlabArena::Scope within(inner);
+    SlabArena::release(SlabArena::allocate(40), 40);
+    EXPECT_EQ(liveBlocks(), before);
 }
 
-TEST(NodeMemory, a_slab_that_cannot_be_had_leaves_the_present_one_in_use) {
-    NodeMemory memory;
-    const NodeMemory::Scope scope(memory);
+TEST(SlabArena, a_slab_that_cannot_be_had_leaves_the_present_one_in_use) {
+    SlabArena memory;
+    const SlabArena::Scope scope(memory);
     std::vector<void*> blocks;
     blocks.reserve(100);
     refuseAllocation(2, Refusal::once);
     EXPECT_THROW(
         {
             while (blocks.size() < 100) {
-                blocks.push_back(NodeMemory::allocate(200));
+                blocks.push_back(SlabArena::allocate(200));
             }
         },
         std::bad_alloc);
     EXPECT_TRUE(refuseNone());
     EXPECT_FALSE(blocks.empty());
-    blocks.push_back(NodeMemory::allocate(8));
-    NodeMemory::release(blocks.back(), 8);
+    blocks.push_back(SlabArena::allocate(8));
+    SlabArena::release(blocks.back(), 8);
     blocks.pop_back();
     for (void* const block : blocks) {
-        NodeMemory::release(block, 200);
+        SlabArena::release(block, 200);
     }
 }
 
-TEST(NodeMemory, reading_and_copying_ask_for_slabs_and_not_for_nodes) {
+TEST(SlabArena, reading_and_copying_ask_for_slabs_and_not_for_nodes) {
     const std::string text = numbers(1000);
     Element root;
     std::size_t before = allocationCount();
@@ -109,23 +109,23 @@ TEST(NodeMemory, reading_and_copying_ask_for_slabs_and_not_for_nodes) {
     EXPECT_LT(allocationCount() - before, 100u);
 }
 
-TEST(NodeMemory, an_element_that_leaves_its_tree_keeps_no_more_than_its_slabs) {
+TEST(SlabArena, an_element_that_leaves_its_tree_keeps_no_more_than_its_slabs) {
     const std::string text = numbers(10000);
     const std::size_t before = liveBytes();
     Element kept;
     {
         Element root;
         DomParser().parse(root, text);
-        EXPECT_GT(liveBytes() - before, 10 * NodeMemory::k_largestSlab);
+        EXPECT_GT(liveBytes() - before, 10 * SlabArena::k_largestSlab);
         kept = std::move(root.array()[500]);
     }
-    EXPECT_EQ("500", kept.number().toString());
-    EXPECT_LE(liveBytes() - before, 2 * NodeMemory::k_largestSlab);
+    EXPECT_EQ(kept.number().toString(), "500");
+    EXPECT_LE(liveBytes() - before, 2 * SlabArena::k_largestSlab);
     kept.setNull();
-    EXPECT_EQ(before, liveBytes());
+    EXPECT_EQ(liveBytes(), before);
 }
 
-TEST(NodeMemory, a_small_document_takes_small_slabs) {
+TEST(SlabArena, a_small_document_takes_small_slabs) {
     const std::size_t before = liveBytes();
     Element root;
     DomParser().parse(root, std::string(R"({"a":1})"));
@@ -135,19 +135,19 @@ TEST(NodeMemory, a_small_document_takes_small_slabs) {
     EXPECT_LT(liveBytes() - read, 500u);
 }
 
-TEST(NodeMemory, slabs_are_never_more_than_twice_what_is_in_them) {
+TEST(SlabArena, slabs_are_never_more_than_twice_what_is_in_them) {
     constexpr std::size_t k_block = 56 + 8;
     for (std::size_t count = 1; count < 2000; count += 1 + count / 7) {
         const std::size_t before = liveBytes();
-        NodeMemory memory;
-        const NodeMemory::Scope scope(memory);
+        SlabArena memory;
+        const SlabArena::Scope scope(memory);
         std::vector<void*> blocks(count);
         for (void*& block : blocks) {
-            block = NodeMemory::allocate(56);
+            block = SlabArena::allocate(56);
         }
         EXPECT_LE(liveBytes() - before, 2 * k_block * count + 24 * count + 400) << count;
         for (void* const block : blocks) {
-            NodeMemory::release(block, 56);
+            SlabArena::release(block, 56);
         }
     }
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // Blocks for the nodes of trees. What they cost, and when their slabs go, is in
-// tests/allocation/node_memory_test.cpp.
+// tests/allocation/slab_arena_test.cpp.
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 
 namespace {
 
-using ko::NodeMemory;
+using ko::SlabArena;
 
 struct Block {
     unsigned char* bytes;
@@ -27,7 +27,7 @@ struct Block {
 };
 
 Block makeBlock(std::size_t size, unsigned char fill) {
-    auto* const bytes = static_cast<unsigned char*>(NodeMemory::allocate(size));
+    auto* const bytes = static_cast<unsigned char*>(SlabArena::allocate(size));
     std::memset(bytes, fill, size);
     return {bytes, size, fill};
 }
@@ -50,93 +50,91 @@ std::vector<Block> makeBlocks() {
 void expectBlocksOfTheirOwn(std::vector<Block> blocks) {
     for (const Block& block : blocks) {
         EXPECT_TRUE(isIntact(block));
-        EXPECT_EQ(0u, reinterpret_cast<std::uintptr_t>(block.bytes) % NodeMemory::k_alignment);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.bytes) % SlabArena::k_alignment, 0u);
     }
     std::shuffle(blocks.begin(), blocks.end(), std::mt19937(7));
     while (!blocks.empty()) {
-        NodeMemory::release(blocks.back().bytes, blocks.back().size);
+        SlabArena::release(blocks.back().bytes, blocks.back().size);
         blocks.pop_back();
         EXPECT_TRUE(std::all_of(blocks.begin(), blocks.end(), isIntact));
     }
 }
 
-TEST(NodeMemory, gives_blocks_of_their_own_without_a_scope) {
-    expectBlocksOfTheirOwn(makeBlocks());
-}
+TEST(SlabArena, gives_blocks_of_their_own_without_a_scope) { expectBlocksOfTheirOwn(makeBlocks()); }
 
-TEST(NodeMemory, gives_blocks_that_outlive_scope_and_slabs) {
+TEST(SlabArena, gives_blocks_that_outlive_scope_and_slabs) {
     std::vector<Block> blocks;
     {
-        NodeMemory memory;
-        const NodeMemory::Scope scope(memory);
+        SlabArena memory;
+        const SlabArena::Scope scope(memory);
         blocks = makeBlocks();
     }
     expectBlocksOfTheirOwn(blocks);
 }
 
-TEST(NodeMemory, takes_any_block_for_the_first) {
+TEST(SlabArena, takes_any_block_for_the_first) {
     for (std::size_t size = 1; size <= 600; ++size) {
-        NodeMemory memory(size);
-        const NodeMemory::Scope scope(memory);
+        SlabArena memory(size);
+        const SlabArena::Scope scope(memory);
         expectBlocksOfTheirOwn({makeBlock(size, 1), makeBlock(8, 2), makeBlock(size, 3)});
     }
 }
 
-TEST(NodeMemory, goes_on_where_an_earlier_scope_ended) {
-    NodeMemory memory;
+TEST(SlabArena, goes_on_where_an_earlier_scope_ended) {
+    SlabArena memory;
     std::vector<Block> blocks;
     for (std::size_t i = 0; i < 10; ++i) {
-        const NodeMemory::Scope scope(memory);
+        const SlabArena::Scope scope(memory);
         blocks.push_back(makeBlock(40, static_cast<unsigned char>(i)));
     }
     expectBlocksOfTheirOwn(blocks);
 }
 
-TEST(NodeMemory, may_be_left_unused) {
-    NodeMemory memory;
-    const NodeMemory::Scope scope(memory);
-    NodeMemory::release(nullptr, 8);
+TEST(SlabArena, may_be_left_unused) {
+    SlabArena memory;
+    const SlabArena::Scope scope(memory);
+    SlabArena::release(nullptr, 8);
 }
 
-TEST(NodeMemory, gives_cells_of_their_own_beside_blocks) {
+TEST(SlabArena, gives_cells_of_their_own_beside_blocks) {
     std::vector<unsigned char*> cells;
     std::vector<Block> blocks;
     {
-        NodeMemory memory(4096);
+        SlabArena memory(4096);
         for (std::size_t i = 0; i < 1000; ++i) {
             blocks.push_back(
                 {static_cast<unsigned char*>(memory.cut(80)), 80, static_cast<unsigned char>(i)});
             std::memset(blocks.back().bytes, blocks.back().fill, 80);
             if (void* const cell = memory.cutCell()) {
-                std::memset(cell, 1, NodeMemory::k_cell);
+                std::memset(cell, 1, SlabArena::k_cell);
                 cells.push_back(static_cast<unsigned char*>(cell));
             }
         }
     }
     EXPECT_GT(cells.size(), 500u);
     for (unsigned char* const cell : cells) {
-        EXPECT_TRUE(NodeMemory::isCell(cell));
-        EXPECT_TRUE(isIntact({cell, NodeMemory::k_cell, 1}));
-        NodeMemory::releaseCell(cell);
+        EXPECT_TRUE(SlabArena::isCell(cell));
+        EXPECT_TRUE(isIntact({cell, SlabArena::k_cell, 1}));
+        SlabArena::releaseCell(cell);
     }
     expectBlocksOfTheirOwn(blocks);
 }
 
-TEST(NodeMemory, has_no_cells_before_there_is_a_slab) {
-    NodeMemory memory;
-    EXPECT_EQ(nullptr, memory.cutCell());
+TEST(SlabArena, has_no_cells_before_there_is_a_slab) {
+    SlabArena memory;
+    EXPECT_EQ(memory.cutCell(), nullptr);
 }
 
-TEST(NodeMemory, knows_the_memory_of_the_outermost_scope) {
-    EXPECT_EQ(nullptr, NodeMemory::current());
-    NodeMemory outer;
-    NodeMemory inner;
-    const NodeMemory::Scope scope(outer);
-    const NodeMemory::Scope within(inner);
-    EXPECT_EQ(&outer, NodeMemory::current());
+TEST(SlabArena, knows_the_memory_of_the_outermost_scope) {
+    EXPECT_EQ(SlabArena::current(), nullptr);
+    SlabArena outer;
+    SlabArena inner;
+    const SlabArena::Scope scope(outer);
+    const SlabArena::Scope within(inner);
+    EXPECT_EQ(SlabArena::current(), &outer);
 }
 
-struct Base : ko::InNodeMemory {
+struct Base : ko::InSlabArena {
     virtual ~Base() = default;
     int number = 1;
 };
@@ -145,29 +143,29 @@ struct Derived : Base {
     double numbers[8] = {2};
 };
 
-TEST(NodeMemory, serves_new_and_delete_through_a_base) {
-    NodeMemory memory;
-    const NodeMemory::Scope scope(memory);
+TEST(SlabArena, serves_new_and_delete_through_a_base) {
+    SlabArena memory;
+    const SlabArena::Scope scope(memory);
     const std::unique_ptr<Base> derived = std::make_unique<Derived>();
-    EXPECT_EQ(1, derived->number);
+    EXPECT_EQ(derived->number, 1);
     alignas(Base) unsigned char where[sizeof(Base)];
     Base* const placed = new (where) Base;
-    EXPECT_EQ(static_cast<void*>(where), placed);
+    EXPECT_EQ(placed, static_cast<void*>(where));
     placed->~Base();
 }
 
-TEST(NodeMemory, serves_lists_that_exchange_nodes) {
+TEST(SlabArena, serves_lists_that_exchange_nodes) {
     using List = std::list<int, ko::NodeAllocator<int>>;
     List read;
     {
-        NodeMemory memory;
-        const NodeMemory::Scope scope(memory);
+        SlabArena memory;
+        const SlabArena::Scope scope(memory);
         read = {1, 2, 3};
     }
     List made{4, 5};
     made.splice(made.begin(), read, std::next(read.begin()));
-    EXPECT_EQ((List{2, 4, 5}), made);
-    EXPECT_EQ((List{1, 3}), read);
+    EXPECT_EQ(made, (List{2, 4, 5}));
+    EXPECT_EQ(read, (List{1, 3}));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// ko::NodeMemory, memory for the many small objects that a tree is made of. What is made together,
+// ko::SlabArena, memory for the many small objects that a tree is made of. What is made together,
 // when a tree is read or copied, is cut from slabs: neighbors in the tree are neighbors in memory,
 // and cost little to make and to free. bench/performance.md says what it gives.
 
@@ -17,7 +17,7 @@ namespace ko {
 /// Slabs for the blocks of one job. A slab is freed with the last of its blocks, wherever and in
 /// whatever thread that happens, also long after this object has gone. A block that stays after
 /// alone keeps its slab, of k_largestSlab bytes at most. Used by one thread at a time.
-class KO_API NodeMemory {
+class KO_API SlabArena {
     struct Slab;
 
 public:
@@ -25,25 +25,25 @@ public:
 
     /// `expected` is what the blocks may come to, in bytes, for a first slab of that size, or of
     /// k_largestFirst.
-    explicit NodeMemory(std::size_t expected = 0) noexcept : m_expected(expected) {}
-    ~NodeMemory();
-    NodeMemory(const NodeMemory&) = delete;
-    NodeMemory& operator=(const NodeMemory&) = delete;
+    explicit SlabArena(std::size_t expected = 0) noexcept : m_expected(expected) {}
+    ~SlabArena();
+    SlabArena(const SlabArena&) = delete;
+    SlabArena& operator=(const SlabArena&) = delete;
 
-    /// The same once more, of use before the first block.
+    /// Sets the expected total in bytes. No effect after the first block.
     void expect(std::size_t expected) noexcept { m_expected = expected; }
 
     /// While one lives, what its thread allocates is cut from the slabs. May be nested; the
     /// outermost one counts, so that a job is one though it has parts.
     class KO_API Scope {
     public:
-        explicit Scope(NodeMemory& memory) noexcept;
+        explicit Scope(SlabArena& memory) noexcept;
         ~Scope();
         Scope(const Scope&) = delete;
         Scope& operator=(const Scope&) = delete;
 
     private:
-        NodeMemory* const m_outer;
+        SlabArena* const m_outer;
     };
 
     /// While one lives, what its thread frees is counted slab by slab, so that a whole tree is
@@ -56,22 +56,22 @@ public:
         Freeing(const Freeing&) = delete;
         Freeing& operator=(const Freeing&) = delete;
 
-        /// As NodeMemory::release(), for a loop; null is no block.
+        /// As SlabArena::release(), for a loop; null is no block.
         void release(void* block, std::size_t size) noexcept;
-        /// As NodeMemory::releaseCell().
+        /// As SlabArena::releaseCell().
         void releaseCell(void* cell) noexcept;
 
     private:
-        friend class NodeMemory;
+        friend class SlabArena;
 
-        void count(NodeMemory::Slab* slab) noexcept;
+        void count(SlabArena::Slab* slab) noexcept;
         /// A block of a slab other than the last one.
-        void drop(NodeMemory::Slab* slab) noexcept;
+        void drop(SlabArena::Slab* slab) noexcept;
         void flush() noexcept;
 
-        NodeMemory::Slab* m_slab = nullptr;  ///< of the blocks that were freed last
-        std::size_t m_count = 0;             ///< of these
-        Freeing* m_outer;                    ///< the outermost one
+        SlabArena::Slab* m_slab = nullptr;  ///< of the blocks that were freed last
+        std::size_t m_count = 0;            ///< of these
+        Freeing* m_outer;                   ///< the outermost one
     };
 
     /// A block of `size` bytes, aligned for everything up to k_alignment: from the slabs of the
@@ -81,7 +81,7 @@ public:
     static void release(void* block, std::size_t size) noexcept;
 
     /// What allocate() cuts from in this thread; null outside of any Scope.
-    static NodeMemory* current() noexcept;
+    static SlabArena* current() noexcept;
     /// As allocate() in a Scope of this memory, for a loop. At most k_largestCut bytes.
     void* cut(std::size_t size);
 
@@ -146,7 +146,7 @@ private:
 
     std::size_t m_expected;
     std::size_t m_total = 0;                 ///< bytes of all slabs so far
-    std::size_t m_toShow = k_smallestShown;  ///< the total of which the heap is told next
+    std::size_t m_toShow = k_smallestShown;  ///< the total that the heap learns of next
     Slab* m_slab = nullptr;                  ///< the one that is being cut up
     char* m_next = nullptr;     ///< what is left of the part of it that is being cut up
     char* m_end = nullptr;      ///< of that part
@@ -157,7 +157,7 @@ private:
     char* m_cellEnd = nullptr;  ///< of the page of cells
 };
 
-inline void NodeMemory::Freeing::count(Slab* slab) noexcept {
+inline void SlabArena::Freeing::count(Slab* slab) noexcept {
     if (m_slab == slab) {
         ++m_count;
     } else {
@@ -165,23 +165,23 @@ inline void NodeMemory::Freeing::count(Slab* slab) noexcept {
     }
 }
 
-inline void NodeMemory::Freeing::release(void* block, std::size_t size) noexcept {
+inline void SlabArena::Freeing::release(void* block, std::size_t size) noexcept {
     if (k_isWatched || block == nullptr || addressOf(block) % k_grain != 0) {
-        NodeMemory::release(block, size);
+        SlabArena::release(block, size);
     } else {
         m_outer->count(slabOf(block));
     }
 }
 
-inline void NodeMemory::Freeing::releaseCell(void* cell) noexcept {
+inline void SlabArena::Freeing::releaseCell(void* cell) noexcept {
     if (k_isWatched) {
-        NodeMemory::releaseCell(cell);
+        SlabArena::releaseCell(cell);
     } else {
         m_outer->count(slabOf(cell));
     }
 }
 
-inline void* NodeMemory::cut(std::size_t size) {
+inline void* SlabArena::cut(std::size_t size) {
     const std::size_t stride = roundedUp(size);
     if (k_isWatched || m_header != 0 || static_cast<std::size_t>(m_end - m_next) < stride) {
         return cutAnywhere(size);
@@ -197,17 +197,17 @@ template<class T>
 struct NodeAllocator {
     using value_type = T;
 
-    static_assert(alignof(T) <= NodeMemory::k_alignment);
+    static_assert(alignof(T) <= SlabArena::k_alignment);
 
     NodeAllocator() = default;
     template<class Other>
     NodeAllocator(const NodeAllocator<Other>& /*other*/) noexcept {}
 
     T* allocate(std::size_t count) {
-        return static_cast<T*>(NodeMemory::allocate(count * sizeof(T)));
+        return static_cast<T*>(SlabArena::allocate(count * sizeof(T)));
     }
     void deallocate(T* block, std::size_t count) noexcept {
-        NodeMemory::release(block, count * sizeof(T));
+        SlabArena::release(block, count * sizeof(T));
     }
 
     friend bool operator==(const NodeAllocator& /*a*/, const NodeAllocator& /*b*/) { return true; }
@@ -215,19 +215,19 @@ struct NodeAllocator {
 };
 
 /// A base of what `new` makes in node memory.
-struct InNodeMemory {
+struct InSlabArena {
     // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): the delete that knows the size fits
-    static void* operator new(std::size_t size) { return NodeMemory::allocate(size); }
+    static void* operator new(std::size_t size) { return SlabArena::allocate(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& /*none*/) noexcept {
         try {
-            return NodeMemory::allocate(size);
+            return SlabArena::allocate(size);
         } catch (const std::bad_alloc&) {
             return nullptr;
         }
     }
     static void* operator new(std::size_t /*size*/, void* where) noexcept { return where; }
     static void operator delete(void* block, std::size_t size) noexcept {
-        NodeMemory::release(block, size);
+        SlabArena::release(block, size);
     }
     static void operator delete(void* /*block*/, void* /*where*/) noexcept {}
 };

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
 // Slabs and the blocks in them. A block can be freed without knowing where it came from, since its
-// address tells: k_header bytes behind a multiple of k_grain it follows a header, which names the
+// address says: k_header bytes after a multiple of k_grain it follows a header, which names the
 // slab or none; on a multiple of k_grain it lies in a page, whose head, at the multiple of k_page
 // below, names the slab. So most blocks of a slab need no header. Only what lies before its first
 // page, which is all of a small slab, is given out with headers. Pages of cells are taken from the
 // end of a slab. A cell lies k_header bytes behind a multiple of k_grain, where `new` gives nothing
 // of that size.
 
-#include <ko/detail/NodeMemory.h>
+#include <ko/detail/SlabArena.h>
 
 #include <algorithm>
 #include <atomic>
@@ -26,8 +26,8 @@ namespace {
 constexpr std::size_t k_smallestSlab = 128;  // in bytes
 
 // In every call of allocate() and release(), so it must not cost a call itself.
-[[gnu::tls_model("initial-exec")]] thread_local NodeMemory* t_current = nullptr;
-[[gnu::tls_model("initial-exec")]] thread_local NodeMemory::Freeing* t_freeing = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local SlabArena* t_current = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local SlabArena::Freeing* t_freeing = nullptr;
 
 constexpr std::size_t k_alignmentOfNew = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 constexpr std::size_t k_alignmentOfSlabs = 16;
@@ -64,7 +64,7 @@ void showSize(std::size_t size) noexcept {
 }  // namespace
 
 /// What stands before the blocks of a slab.
-struct alignas(16) NodeMemory::Slab {
+struct alignas(16) SlabArena::Slab {
     /// While a slab is being cut up, its blocks are too many, so that it stays whatever is freed.
     static constexpr std::size_t k_open = std::numeric_limits<std::size_t>::max() / 2;
 
@@ -78,41 +78,41 @@ struct alignas(16) NodeMemory::Slab {
 };
 
 /// What stands before a block that has a header.
-struct alignas(8) NodeMemory::Header {
+struct alignas(8) SlabArena::Header {
     Slab* slab;  ///< null for a block on its own
 };
 
-NodeMemory::~NodeMemory() {
+SlabArena::~SlabArena() {
     closeCells();
     close();
 }
 
-NodeMemory::Scope::Scope(NodeMemory& memory) noexcept : m_outer(t_current) {
+SlabArena::Scope::Scope(SlabArena& memory) noexcept : m_outer(t_current) {
     if (m_outer == nullptr) {
         t_current = &memory;
     }
 }
 
-NodeMemory::Scope::~Scope() { t_current = m_outer; }
+SlabArena::Scope::~Scope() { t_current = m_outer; }
 
-NodeMemory::Freeing::Freeing() noexcept : m_outer(t_freeing == nullptr ? this : t_freeing) {
+SlabArena::Freeing::Freeing() noexcept : m_outer(t_freeing == nullptr ? this : t_freeing) {
     t_freeing = m_outer;
 }
 
-NodeMemory::Freeing::~Freeing() {
+SlabArena::Freeing::~Freeing() {
     if (m_outer == this) {
         t_freeing = nullptr;
         flush();
     }
 }
 
-void NodeMemory::Freeing::drop(Slab* slab) noexcept {
+void SlabArena::Freeing::drop(Slab* slab) noexcept {
     flush();
     m_slab = slab;
     m_count = 1;
 }
 
-void NodeMemory::Freeing::flush() noexcept {
+void SlabArena::Freeing::flush() noexcept {
     if (m_slab != nullptr) {
         m_slab->drop(m_count);
     }
@@ -120,8 +120,8 @@ void NodeMemory::Freeing::flush() noexcept {
     m_count = 0;
 }
 
-void* NodeMemory::allocate(std::size_t size) {
-    NodeMemory* const current = t_current;
+void* SlabArena::allocate(std::size_t size) {
+    SlabArena* const current = t_current;
     if (current != nullptr && size <= k_largestCut) {
         return current->cut(size);
     }
@@ -130,7 +130,7 @@ void* NodeMemory::allocate(std::size_t size) {
     return bytes + k_header;
 }
 
-void NodeMemory::release(void* block, std::size_t size) noexcept {
+void SlabArena::release(void* block, std::size_t size) noexcept {
     if (block == nullptr) {
         return;
     }
@@ -150,7 +150,7 @@ void NodeMemory::release(void* block, std::size_t size) noexcept {
 }
 
 /// One block of the slab is free.
-inline void NodeMemory::drop(Slab* slab) noexcept {
+inline void SlabArena::drop(Slab* slab) noexcept {
     if (Freeing* const freeing = t_freeing) {
         freeing->count(slab);
     } else {
@@ -158,9 +158,9 @@ inline void NodeMemory::drop(Slab* slab) noexcept {
     }
 }
 
-NodeMemory* NodeMemory::current() noexcept { return t_current; }
+SlabArena* SlabArena::current() noexcept { return t_current; }
 
-void* NodeMemory::cutCell() noexcept {
+void* SlabArena::cutCell() noexcept {
     if (m_cell == m_cellEnd && !openCells()) {
         return nullptr;
     }
@@ -170,13 +170,13 @@ void* NodeMemory::cutCell() noexcept {
     return cell;
 }
 
-void NodeMemory::releaseCell(void* cell) noexcept {
+void SlabArena::releaseCell(void* cell) noexcept {
     poison(cell, k_cell);
     drop(slabOf(cell));
 }
 
 /// Takes the last page of the slab, of which each cell is a block that is given out.
-bool NodeMemory::openCells() noexcept {
+bool SlabArena::openCells() noexcept {
     if (m_slabEnd == m_end) {
         return false;
     }
@@ -196,7 +196,7 @@ bool NodeMemory::openCells() noexcept {
 }
 
 /// Those that are left over go.
-void NodeMemory::closeCells() noexcept {
+void SlabArena::closeCells() noexcept {
     const auto left = static_cast<std::size_t>(m_cellEnd - m_cell) / k_cell;
     if (left != 0) {
         slabOf(m_cell)->drop(left);
@@ -204,11 +204,11 @@ void NodeMemory::closeCells() noexcept {
 }
 
 /// How much of the present part a block takes, with its header.
-inline std::size_t NodeMemory::strideOf(std::size_t size) const noexcept {
+inline std::size_t SlabArena::strideOf(std::size_t size) const noexcept {
     return roundedUp(m_header + size);
 }
 
-void* NodeMemory::cutAnywhere(std::size_t size) {
+void* SlabArena::cutAnywhere(std::size_t size) {
     if (static_cast<std::size_t>(m_end - m_next) < strideOf(size)) {
         advance(size);
     }
@@ -223,7 +223,7 @@ void* NodeMemory::cutAnywhere(std::size_t size) {
 }
 
 /// Finds room for the block. Throws std::bad_alloc, with everything as it was.
-void NodeMemory::advance(std::size_t size) {
+void SlabArena::advance(std::size_t size) {
     if (!turnPage() || static_cast<std::size_t>(m_end - m_next) < strideOf(size)) {
         open(size);
     }
@@ -233,7 +233,7 @@ void NodeMemory::advance(std::size_t size) {
 }
 
 /// Goes on with the next page of the slab. Answers whether there is one.
-bool NodeMemory::turnPage() noexcept {
+bool SlabArena::turnPage() noexcept {
     if (m_end == m_slabEnd) {
         return false;
     }
@@ -248,7 +248,7 @@ bool NodeMemory::turnPage() noexcept {
 
 /// Each slab is as large as all before it, so that at most half of them is left over: a small tree
 /// wastes little. Throws std::bad_alloc, with everything as it was.
-void NodeMemory::open(std::size_t least) {
+void SlabArena::open(std::size_t least) {
     const std::size_t wanted = m_total == 0 ? std::min(m_expected, k_largestFirst) : m_total;
     const std::size_t size = roundedUp(std::max(std::clamp(wanted, k_smallestSlab, k_largestSlab),
                                                 sizeof(Slab) + k_header + least));
@@ -270,7 +270,7 @@ void NodeMemory::open(std::size_t least) {
     }
 }
 
-void NodeMemory::close() noexcept {
+void SlabArena::close() noexcept {
     if (m_slab != nullptr) {
         m_slab->drop(Slab::k_open - m_cuts);
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// ValueBefore, the value of an element as it was before an edit that may change or destroy it.
+// Snapshot, the value of an element as it was before an edit that may change or destroy it.
 
 #pragma once
 
@@ -13,9 +13,9 @@
 namespace ko::Orvid {
 
 /// Keeps a copy of `value` when it may lie in the tree of `edited`, and refers to it otherwise.
-class ValueBefore {
+class Snapshot {
 public:
-    ValueBefore(const Element& value, const Element& edited) : m_value(&value) {
+    Snapshot(const Element& value, const Element& edited) : m_value(&value) {
         if (mayShareTree(value, edited)) {
             m_copy.emplace(value);
         }

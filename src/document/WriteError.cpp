@@ -3,7 +3,7 @@
 // The search for what is no JSON. A parent link leads back from the last child of a container, so
 // the walk keeps nothing but the iterators of the containers that are open.
 
-#include "document/WriteFault.h"
+#include "document/WriteError.h"
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Element.h>
@@ -38,11 +38,11 @@ public:
     Search(const WriteOptions& options, const std::string* leftOut)
         : m_allowInvalidUtf8(options.allowInvalidUtf8), m_leftOut(leftOut) {}
 
-    std::optional<WriteFault> run(const Element& root) {
+    std::optional<WriteError> run(const Element& root) {
         const Element* element = &root;
         while (element != nullptr) {
-            if (const char* const fault = faultOf(*element)) {
-                return WriteFault{fault, element};
+            if (const char* const error = writeErrorOf(*element)) {
+                return WriteError{error, element};
             }
             open(*element);
             element = next();
@@ -52,7 +52,7 @@ public:
 
 private:
     /// Why the value, its children left aside, makes no JSON; null when it does.
-    const char* faultOf(const Element& element) const {
+    const char* writeErrorOf(const Element& element) const {
         if (element.isEmpty()) {
             return "The element has no value";
         }
@@ -114,7 +114,7 @@ private:
 
 }  // namespace
 
-std::optional<WriteFault> findWriteFault(const Element& root, const WriteOptions& options,
+std::optional<WriteError> findWriteError(const Element& root, const WriteOptions& options,
                                          const std::string* leftOut) {
     return Search(options, leftOut).run(root);
 }
