@@ -116,6 +116,33 @@ TEST(rejects, are_refused_in_the_file_of_another_output) {
     }
 }
 
+/// What else the call reads is no place for them either: the next call would read them.
+TEST(rejects, are_refused_in_the_file_of_a_schema_or_a_change) {
+    const ScratchFile records("[1]\nbad\n");
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("file", "[]");
+    const std::string link = folder.file("link");
+    std::filesystem::create_hard_link(file, link);
+    const std::vector<std::vector<std::string>> calls = {{"patch", file},
+                                                         {"merge", file},
+                                                         {"get", "--schema", file, "a"},
+                                                         {"defaults", "--fill", "--schema", file}};
+    for (std::vector<std::string> call : calls) {
+        call.insert(call.end(),
+                    {"--lines", "--on-error=skip", "--rejects", link, "--", records.name()});
+        EXPECT_EQ(orvid(call),
+                  failed(2, file + ": --rejects cannot append to the file that is read"))
+            << call.front();
+        EXPECT_EQ(bytesOfFile(file), "[]") << call.front();
+    }
+    const ScratchFile rejects("");
+    EXPECT_EQ(orvid({"patch", file, "--lines", "--on-error=skip", "--rejects", rejects.name(),
+                     records.name()})
+                  .out,
+              "[1]\n");
+    EXPECT_EQ(bytesOfFile(rejects.name()), "bad\n");
+}
+
 TEST(rejects, may_go_where_no_file_is) {
     EXPECT_EQ(
         shell("\"$0\" print --lines --on-error=skip --rejects /dev/null - /dev/null 2>/dev/null",

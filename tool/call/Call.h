@@ -33,6 +33,7 @@ struct SLines {
 struct SCall {
     std::vector<std::string> files;  ///< none is standard input
     std::optional<std::string> schemaFile;
+    std::optional<std::string> changeFile;  ///< of a patch or a merge patch
     bool isInPlace = false;
     bool isStrict = false;  ///< text is read as ReadOptions::strict() says
     bool isRaw = false;

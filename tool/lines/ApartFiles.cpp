@@ -37,6 +37,11 @@ void requireApart(const SCall& call) {
     if ((!call.isInPlace && rejects == out) || rejects == FileIdentity(STDERR_FILENO)) {
         throw refusal(*call.lines.rejects, "--rejects cannot append to the file of another output");
     }
+    for (const auto& file : {call.schemaFile, call.changeFile}) {
+        if (file && rejects == identityOfInput(*file)) {
+            throw readRejects(inputName(*file));
+        }
+    }
     for (const std::string& file : call.files) {
         const FileIdentity input = identityOfInput(file);
         if (rejects == input) {

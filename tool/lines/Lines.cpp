@@ -53,6 +53,9 @@ SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, co
     } else {
         runInOneThread(run);
     }
+    if (rejects && call.isInPlace) {
+        rejects->keepOnDisk();
+    }
     if (call.lines.hasStats) {
         writeStats(run.writer.counts(), input.name(), report);
     }

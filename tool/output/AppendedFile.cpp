@@ -8,11 +8,26 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "output/Failure.h"
 
 namespace orvid_tool {
+
+namespace {
+
+/// Devices and pipes cannot be flushed, nor can the folders of some file systems.
+int flushed(int descriptor) {
+    int result = fsync(descriptor);
+    while (result < 0 && errno == EINTR) {
+        result = fsync(descriptor);
+    }
+    return result < 0 && (errno == EINVAL || errno == EROFS) ? 0 : result;
+}
+
+}  // namespace
 
 AppendedFile::AppendedFile(std::string file)
     : m_file(std::move(file)),
@@ -31,6 +46,27 @@ void AppendedFile::write(std::string_view text) {
             throw OutputFailure(systemFailure(m_file));
         }
         text.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+}
+
+/// A folder that may be written to but not read cannot be opened for this.
+void AppendedFile::keepOnDisk() {
+    require(flushed(m_descriptor));
+    std::error_code error;
+    const auto target = std::filesystem::canonical(m_file, error);
+    const int folder = open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        const int result = flushed(folder);
+        const int reason = errno;
+        close(folder);
+        errno = reason;
+        require(result);
+    }
+}
+
+void AppendedFile::require(int result) const {
+    if (result < 0) {
+        throw OutputFailure(systemFailure(m_file));
     }
 }
 

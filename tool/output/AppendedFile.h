@@ -22,10 +22,14 @@ public:
     ~AppendedFile() override;
     void write(std::string_view text) override;
     void flush() override {}
+    /// What was written is on the disk afterwards, as is the file's name.
+    void keepOnDisk();
 
     FileIdentity identity() const { return FileIdentity(m_descriptor); }
 
 private:
+    void require(int result) const;
+
     std::string m_file;
     int m_descriptor;
 };

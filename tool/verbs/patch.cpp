@@ -34,6 +34,7 @@ public:
         if (m_file == k_standardInput && isInputTaken) {
             throw UsageError("PATCH and FILE cannot both be standard input");
         }
+        call.changeFile = m_file;
         readFile(m_file, m_change);
     }
 
