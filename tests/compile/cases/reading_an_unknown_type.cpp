@@ -1,4 +1,4 @@
-// refused: this type does not convert.*ORVID_FIELDS.*fromElement
+// refused: static.assert.* failed.*does not convert.*: bool.*ORVID_NAMES.*ORVID_FIELDS.*fromElement
 #include <ko/Orvid.h>
 
 #include <string>

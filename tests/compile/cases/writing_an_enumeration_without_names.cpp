@@ -1,4 +1,4 @@
-// refused: this type does not convert
+// refused: static.assert(ion)? failed.*this type does not convert
 #include <ko/Orvid.h>
 
 #include <string>
