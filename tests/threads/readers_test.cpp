@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -188,6 +189,73 @@ const std::vector<Reader> k_readers = {
      [](const Element& root) {
          return std::to_string(root.getDefault("a").to<int>()) +
                 std::to_string(root.getUsingDefault("a").to<int>());
+     }},
+    {"to values",
+     [](const Element& root) {
+         std::string result;
+         for (const Element& item : root.get("n").array()) {
+             result += outcomeOf([&] { return std::to_string(item.to<double>()); }) +
+                       outcomeOf([&] { return std::to_string(item.to<unsigned long long>()); }) +
+                       outcomeOf([&] { return item.to<ko::DecNumber>().toString(); }) +
+                       outcomeOf([&] { return item.to<std::string>(); });
+         }
+         return result + std::to_string(root.to<Element>().size());
+     }},
+    {"to containers",
+     [](const Element& root) {
+         const auto many = root.get("many").to<std::map<std::string, int>>();
+         const auto items = root.get("n").to<std::vector<Element>>();
+         return std::to_string(many.at("j")) + compact(items.at(3)) +
+                std::to_string(root.toOr("s.k[0]", 0.5) + root.toOr("none", 0.25));
+     }},
+    {"children",
+     [](const Element& root) {
+         const Element& numbers = root.at("n");
+         const Element* const last = numbers.item(numbers.size() - 1);
+         return last->path() + numbers.at(2).path() + root.at("many").member("j")->path() +
+                std::to_string(root.contains("s")) + std::to_string(root.pathExists("s.k[0]")) +
+                outcomeOf([&] { return root.at("none").path(); });
+     }},
+    {"visit",
+     [](const Element& root) {
+         return ofNumbers(root, [&](const Number& n) {
+             return std::to_string(ko::Orvid::visit(
+                 [&n](const auto& held) {
+                     return static_cast<const void*>(&held) == static_cast<const void*>(&n);
+                 },
+                 *root.get("n").array().begin()));
+         });
+     }},
+    {"serialize",
+     [](const Element& root) {
+         return ko::Orvid::serialize(root.get("s"), ko::Orvid::WriteOptions::pretty()) +
+                outcomeOf([&] { return ko::Orvid::serialize(root); });
+     }},
+    {"pointers",
+     [](const Element& root) {
+         const ko::Orvid::JsonPointer pointer("/n/3");
+         return std::to_string(pointer.get(root).to<double>()) + pointer.toPath(root).str();
+     }},
+    {"queries",
+     [](const Element& root) {
+         std::string result;
+         for (const Element* const found : ko::Orvid::JsonPath("$..[?@ > 2]").select(root)) {
+             result += ko::Orvid::JsonPath::of(*found);
+         }
+         return result;
+     }},
+    {"patches",
+     [](const Element& root) {
+         return compact(ko::Orvid::makePatch(root.get("s"), root.get("many"))) +
+                compact(ko::Orvid::makePatch(root.get("n"), root.get("n")));
+     }},
+    {"describe",
+     [](const Element& root) {
+         try {
+             return root.get("n[2]").path() + std::to_string(root.get("n[2]").to<int>());
+         } catch (const ko::Exception& error) {
+             return ko::Orvid::describe(error);
+         }
      }},
     {"copy", [](const Element& root) { return compact(Element(root)); }},
     {"write", [](const Element& root) { return compact(root); }},
