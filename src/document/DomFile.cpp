@@ -59,15 +59,21 @@ std::optional<WriteError> writeErrorOf(const Dom& dom, const WriteOptions& optio
     return findWriteError(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
 }
 
+/// It concerns the element as its cause does.
+FileException refusal(const WriteError& error, const std::string& file) {
+    FileException result(file, k_write,
+                         std::string(error.message) + ", at \"" + error.element->path() + "\"");
+    const Exception cause(error.message, error.element);
+    static_cast<Exception&>(result) = Exception(std::string(), error.element, &cause);
+    return result;
+}
+
 void requireWritable(const Dom& dom, const WriteOptions& options, const std::string& file) {
     if (dom.root() == nullptr) {
         throw FileException(file, k_write, k_noRoot);
     }
     if (const auto error = writeErrorOf(dom, options)) {
-        const Exception cause(error->message, error->element);
-        throw FileException(file, k_write,
-                            std::string(error->message) + ", at \"" + error->element->path() + "\"",
-                            0, &cause);
+        throw refusal(*error, file);
     }
 }
 

@@ -62,7 +62,7 @@ public:
 
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content
     /// already is left alone. Throws FileException, with the file as it was, also where text()
-    /// would throw. The cause, where there is one, names the element. Costs text() and the writing.
+    /// would throw; the element in error is its context then. Costs text() and the writing.
     ///
     /// The file that the document was loaded from must still be as it was then, or as this document
     /// saved it last: otherwise the edits of others would be lost, and FileException is thrown with

@@ -6,6 +6,7 @@
 #include <ko/Orvid/Dom.h>
 
 #include <gtest/gtest.h>
+#include <ko/Orvid/describe.h>
 #include <ko/Orvid/FileException.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -137,6 +138,8 @@ TEST(DomFile, saves_no_empty_value) {
     const auto* const cause = dynamic_cast<const ko::Orvid::Exception*>(error.cause());
     ASSERT_NE(cause, nullptr);
     EXPECT_EQ(*cause->elementPath(), "a[1]");
+    ASSERT_NE(error.elementPath(), nullptr);
+    EXPECT_EQ(*error.elementPath(), "a[1]");
     failureToSave(documentOf(Element::k_emptyElement));
 }
 
@@ -196,7 +199,11 @@ TEST(DomFile, saves_no_text_that_is_no_utf8_unless_asked_to) {
 TEST(DomFile, takes_no_text_that_is_no_utf8_into_a_source_that_has_none) {
     Dom dom = Dom::parse(R"({"a": [1]})");
     dom.root()->get("a[0]") = "\xFF";
-    EXPECT_EQ(failureToSave(dom).reason(), "The string is no valid UTF-8, at \"a[0]\"");
+    const FileException failure = failureToSave(dom);
+    EXPECT_EQ(failure.reason(), "The string is no valid UTF-8, at \"a[0]\"");
+    ASSERT_NE(failure.elementPath(), nullptr);
+    EXPECT_EQ(*failure.elementPath(), "a[0]");
+    EXPECT_EQ(ko::Orvid::describe(failure, dom), "1:8: " + ko::Orvid::describe(failure));
     const auto error = thrownBy<Exception>([&] { static_cast<void>(dom.text()); });
     EXPECT_EQ(*error.elementPath(), "a[0]");
     const Dom lenient = Dom::parse("[\"\xFF\"]", ReadOptions());
