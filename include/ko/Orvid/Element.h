@@ -147,8 +147,8 @@ public:
 
     /// @name Reading: children
     /// These look one level down; get() follows a path. Keys are no paths, and cost O(log n);
-    /// positions are counted from 0. Where there is no such child, at() throws PathNotFound, or
-    /// TypeException unless this is an array, or an object; item() and member() answer null.
+    /// positions count from 0. Without such a child, at() throws PathNotFound with the path from
+    /// the root, or TypeException unless this is an array, or object; item() and member() are null.
     ///@{
     std::size_t size() const noexcept;  ///< 0 unless this is an array or an object
     Element& at(std::size_t position) KO_LIFETIME_BOUND;
