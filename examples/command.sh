@@ -74,7 +74,7 @@ try "orvid set --query '\$..host' null data/settings.json | orvid get --compact 
 try "orvid remove --query '\$.servers[?!@.port]' data/settings.json | orvid get --compact servers"
 
 try "printf '%s\\n' '{\"n\": 1.0, \"ok\": true}' '{\"n\": 2}' '{\"n\": 3, \"ok\": false}' | orvid select --lines '\$.ok'"
-try "printf '%s\\n' '{\"n\": 1.0}' '{\"n\": 2}' | orvid select --lines '\$[?@ > 1]'"
+try "printf '%s\\n' '{\"ok\": true, \"n\": 1.0}' '{\"ok\": false, \"n\": 2}' | orvid select --lines '\$[?\$.n > 1]'"
 
 try "printf '%s' '{\"a.b\": [1, {}], \"two\\nlines\": \"x\\ny\", \"\\\"\": 0, \"\": null}' | orvid paths"
 try 'orvid paths data/settings.json | grep memory'

@@ -145,6 +145,16 @@ TEST(select, writes_whole_documents_and_reports_errors) {
     EXPECT_EQ(orvid({"select", "$."}, "{}").status, 2);
 }
 
+TEST(query, selects_flat_records_whatever_their_other_members_are) {
+    const std::string records =
+        "{\"ok\":false,\"id\":5}\n{\"a\":null,\"id\":7}\n{\"id\":1}\n{\"x\":9}\n";
+    EXPECT_EQ(orvid({"select", "--lines", "$[?$.id > 1]"}, records),
+              printed("{\"ok\":false,\"id\":5}\n{\"a\":null,\"id\":7}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "$[?$.ok == false]"}, records),
+              printed("{\"ok\":false,\"id\":5}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "$.ok"}, records), printed(""));
+}
+
 TEST(set_query, sets_all_that_is_selected) {
     EXPECT_EQ(orvid({"set", "--compact", "--query", "$..v", "[0]"}, R"({"v":1,"a":{"v":2}})"),
               printed("{\"v\":[0],\"a\":{\"v\":[0]}}\n"));

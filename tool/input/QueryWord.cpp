@@ -17,6 +17,9 @@ std::string hint(const std::string& text) {
     if (text.empty() || text.front() == '$') {
         return "";
     }
+    if (text.front() == '@') {
+        return "; a filter stands in brackets, as in '$[?@.a > 1]'";
+    }
     const bool isStep = text.front() == '.' || text.front() == '[';
     return "; write '$" + std::string(isStep ? "" : ".") + text + "'";
 }

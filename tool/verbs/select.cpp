@@ -15,8 +15,8 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::JsonPath;
 
-bool isTrue(const Element* result) {
-    return result != nullptr && !result->isNull() && !(result->isBoolean() && !result->boolean());
+bool isTrue(const Element& value) {
+    return !value.isNull() && !(value.isBoolean() && !value.boolean());
 }
 
 class Select : public DocumentVerb {
@@ -26,13 +26,15 @@ public:
         return "Write the documents or records of which a query (JSONPath) is true";
     }
     const char* examples() const override {
-        return "  orvid select --lines -j 4 '$[?@.name == \"ada\"]' <records.jsonl\n"
+        return "  orvid select --lines -j 4 '$[?$.name == \"ada\"]' <records.jsonl\n"
                "  orvid select --lines --not '$.user.email' records.jsonl\n"
                "  orvid select '$.servers[?@.port > 1024]' *.json";
     }
 
     void addWords(Words& words, SCall& call) override {
-        words.required("QUERY", m_text, "true where its first result is neither null nor false");
+        words.required(
+            "QUERY", m_text,
+            "true where it selects anything; of one place, where its value is not null or false");
         addFiles(words, call);
         words.flag("--not", m_isInverted, "write the others");
         addStrict(words, call);
@@ -51,10 +53,17 @@ private:
     }
 
     void apply(const SCall& call, Document& document, Bytes& out) const override {
-        if (isTrue(m_query->first(document.root)) != m_isInverted) {
+        if (isTrueOf(document.root) != m_isInverted) {
             out.append(document.text);
             out.append(call.lines.isOn ? "\n" : "");
         }
+    }
+
+    /// A query that can select one place only asks for its value; any other, whether there is
+    /// something: `$[?$.id > 1]` selects members whatever they are.
+    bool isTrueOf(const Element& root) const {
+        const Element* const first = m_query->first(root);
+        return first != nullptr && (!m_query->isSingular() || isTrue(*first));
     }
 
     std::string m_text;
