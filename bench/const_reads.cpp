@@ -71,12 +71,12 @@ void printAll(const Element& tree, const Element& /*other*/) {
     }
 }
 
-void compareAll(const Element& tree, const Element& other) { g_sum += tree == other ? 1 : 0; }
+void compareAll(const Element& tree, const Element& other) { g_sum += tree == other ? 1U : 0U; }
 
 void hashAll(const Element& tree, const Element& /*other*/) { g_sum += std::hash<Element>()(tree); }
 
 void findNone(const Element& tree, const Element& /*other*/) {
-    g_sum += tree.find(Element(2000000U)) == nullptr ? 1 : 0;
+    g_sum += tree.find(Element(2000000U)) == nullptr ? 1U : 0U;
 }
 
 }  // namespace
