@@ -188,8 +188,8 @@ private:
         if ((word & k_tag) != 0) {
             return nullptr;
         }
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): a tag in the word distinguishes it from a
-        // binary value
+        // A tag in the word distinguishes it from a binary value.
+        // NOLINTNEXTLINE(performance-no-int-to-ptr)
         return reinterpret_cast<SHeap*>(addressIn(word));
     }
     /// Without a cast where the types are one, which some compilers are asked to report.
