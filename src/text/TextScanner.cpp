@@ -261,19 +261,23 @@ const char* TextScanner::expectedText() const noexcept {
 std::string TextScanner::entry() const {
     std::string text;
     for (std::size_t i = 0; i < m_open.size(); ++i) {
-        const bool isObject = m_open.isObject(i);
-        const bool isLast = i + 1 == m_open.size();
-        text += isObject ? '{' : '[';
-        if (!isLast) {
-            text += isObject ? "\"\":" : "";
-        } else if (m_next == Next::colon || m_next == Next::value) {
-            text += isObject && m_next == Next::colon ? "\"\"" : isObject ? "\"\":" : "";
-        } else if (m_next == Next::commaOrEnd || m_next == Next::item || m_next == Next::key) {
-            text += isObject ? "\"\":\"\"" : "\"\"";
-            text += m_next == Next::commaOrEnd ? "" : ",";
-        }
+        text += i != 0 && m_open.isObject(i - 1) ? "\"\":" : "";
+        text += m_open.isObject(i) ? '{' : '[';
     }
-    return text;
+    const bool isObject = m_open.size() != 0 && m_open.isObject(m_open.size() - 1);
+    switch (m_next) {
+        case Next::colon:
+            return text + "\"\"";
+        case Next::value:
+            return text + (isObject ? "\"\":" : "");
+        case Next::commaOrEnd:
+            return text + (isObject ? "\"\":\"\"" : "\"\"");
+        case Next::item:
+        case Next::key:
+            return text + (isObject ? "\"\":\"\"," : "\"\",");
+        default:
+            return text;
+    }
 }
 
 std::string_view TextScanner::heldBefore(std::uint64_t offset) const noexcept {
