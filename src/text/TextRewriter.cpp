@@ -52,18 +52,23 @@ public:
     Copier(Writer& writer, KeyHashes& keys) : TokenWriter(writer), m_keys(keys) {}
 
     bool key(std::string_view text, TokenPlace place) {
-        return m_keys.add(text) && TokenWriter::key(text, place);
+        return addKey(text) && TokenWriter::key(text, place);
     }
     void openObject(TokenPlace place) {
-        m_keys.open();
+        openKeys();
         TokenWriter::openObject(place);
     }
     void closeObject(TokenPlace place) {
-        m_areDifferent = m_keys.close() && m_areDifferent;
+        closeKeys();
         TokenWriter::closeObject(place);
     }
 
     bool areKeysDifferent() const noexcept { return m_areDifferent; }
+
+protected:
+    bool addKey(std::string_view text) { return m_keys.add(text); }
+    void openKeys() { m_keys.open(); }
+    void closeKeys() { m_areDifferent = m_keys.close() && m_areDifferent; }
 
 private:
     KeyHashes& m_keys;
@@ -99,7 +104,7 @@ private:
     std::size_t m_depth = 0;
 };
 
-/// Writes all but some values, which it skips.
+/// Writes all but some values, which it skips, except that their keys count as well.
 class Editor : public Copier {
 public:
     Editor(Writer& writer, KeyHashes& keys, const TextEdit& edit)
@@ -127,7 +132,7 @@ public:
     }
     bool key(std::string_view text, TokenPlace place) {
         if (m_skipped > 0) {
-            return true;
+            return addKey(text);
         }
         m_follower.key(text);
         return Copier::key(text, place);
@@ -135,11 +140,15 @@ public:
     void openObject(TokenPlace place) {
         if (opens(false)) {
             Copier::openObject(place);
+        } else {
+            openKeys();
         }
     }
     void closeObject(TokenPlace place) {
         if (closes()) {
             Copier::closeObject(place);
+        } else {
+            closeKeys();
         }
     }
     void openArray(TokenPlace place) {

@@ -106,6 +106,26 @@ TEST(uncsv, reads_what_a_field_says) {
     EXPECT_EQ(orvid({"uncsv"}, ""), printed(""));
 }
 
+TEST(uncsv, reads_a_table_wherever_its_pieces_end) {
+    for (std::size_t room = 0; room < 8; ++room) {
+        const std::string head(room + 1, 'k');
+        std::string table = head + "\r\n";
+        std::string records;
+        for (int row = 0; row < 60000; ++row) {
+            table += "\"abc\"\r\n";
+            records += "{\"" + head + "\":\"abc\"}\n";
+        }
+        const ScratchFile file(table);
+        const CommandResult result = orvid({"uncsv", file.name()});
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_TRUE(result.out == records) << room;
+    }
+    EXPECT_EQ(shell("(printf '\\357'; sleep .05; printf '\\273\\277id\\r\\n1\\r'; sleep .05; "
+                    "printf '\\n2') "
+                    "| \"$0\" uncsv"),
+              printed("{\"id\":1}\n{\"id\":2}\n"));
+}
+
 TEST(uncsv, names_the_line_in_error) {
     EXPECT_EQ(
         orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),

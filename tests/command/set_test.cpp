@@ -164,4 +164,13 @@ TEST(set, takes_pointers_with_empty_keys) {
                      "moved to"));
 }
 
+TEST(set, refuses_repeated_keys_in_the_value_that_it_replaces) {
+    const std::string text = R"([{"a":1,"b":[{"c":0,"c":0}]},3])";
+    for (const char* const layout : {"-c", "--indent=2", "-cS"}) {
+        const orvid_test::CommandResult result = orvid({"set", layout, "[0]=7"}, text);
+        EXPECT_EQ(result.status, 1) << layout;
+        EXPECT_NE(result.err.find("Repeated key \"c\""), std::string::npos) << result.err;
+    }
+}
+
 }  // namespace

@@ -30,7 +30,9 @@ class Rows {
 public:
     Rows(Input& input, char separator)
         : m_input(input), m_reader({}, separator), m_separator(separator) {
-        read();
+        while (!m_isAtEnd && m_text.length() < ko::Orvid::text::k_byteOrderMark.length()) {
+            read();
+        }
         m_text.erase(0, ko::Orvid::text::markLength(m_text));
         m_reader = CsvReader(m_text, separator);
     }
@@ -49,7 +51,7 @@ public:
                     throw Failure(ExitStatus::failed, place(m_reader.line()), error.what());
                 }
             }
-            // The row may go on behind what has been read so far.
+            // The row may go on after what has been read so far.
             m_text.erase(0, m_text.length() - before.rest().length());
             read();
             m_reader = CsvReader(m_text, m_separator, before.line());
@@ -59,7 +61,8 @@ public:
     SPlace place(std::size_t line) const { return {m_input.name(), line, 0, {}}; }
 
 private:
-    /// At least as much again as there is, so that a long row is looked at a few times only.
+    /// At least as much again as there is, so that a long row is looked at a few times only. A line
+    /// break of two bytes is not cut.
     void read() {
         constexpr std::size_t least = 262144;
         const std::size_t wanted = 2 * m_text.length();
@@ -67,7 +70,7 @@ private:
             Bytes piece;
             m_isAtEnd = m_input.readSome(piece, std::max(least, m_text.length())) == 0;
             m_text.append(piece.view());
-        } while (!m_isAtEnd && m_text.length() < wanted);
+        } while (!m_isAtEnd && (m_text.length() < wanted || m_text.back() == '\r'));
     }
 
     Input& m_input;
