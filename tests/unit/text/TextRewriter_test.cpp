@@ -85,8 +85,10 @@ TEST(TextRewriter, cannot_say_of_faulty_text_and_of_repeated_keys) {
     EXPECT_EQ(rewritten(many + "\"7\":0}", compact()), "nothing");
 }
 
-TEST(TextRewriter, does_not_look_for_repeated_keys_in_what_is_replaced) {
-    EXPECT_EQ(edited(R"({"a":{"b":1,"b":[{}]},"c":3})", {member("a")}, "2"), R"({"a":2,"c":3})");
+TEST(TextRewriter, looks_for_repeated_keys_in_what_is_replaced_too) {
+    const ValueSteps a{member("a")};
+    EXPECT_EQ(edited(R"({"a":{"b":1,"b":[{}]},"c":3})", a, "2"), "nothing");
+    EXPECT_EQ(edited(R"({"a":{"b":1,"c":[{"b":1},{"b":1}]},"b":3})", a, "2"), R"({"a":2,"b":3})");
 }
 
 TEST(TextRewriter, goes_a_hundred_levels_deep) {
