@@ -35,16 +35,16 @@ struct Seen {
 
 class Counter : public TokenSink {
 public:
-    void null(TokenPlace /*place*/) { ++seen.values; }
-    void boolean(bool /*value*/, TokenPlace /*place*/) { ++seen.values; }
-    void number(std::string_view text, TokenPlace /*place*/) { take(text); }
-    void string(std::string_view text, TokenPlace /*place*/) { take(text); }
-    bool key(std::string_view text, TokenPlace /*place*/) {
+    void null(TokenSpan /*span*/) { ++seen.values; }
+    void boolean(bool /*value*/, TokenSpan /*span*/) { ++seen.values; }
+    void number(std::string_view text, TokenSpan /*span*/) { take(text); }
+    void string(std::string_view text, TokenSpan /*span*/) { take(text); }
+    bool key(std::string_view text, TokenSpan /*span*/) {
         seen.bytes += text.size();
         return true;
     }
-    void openObject(TokenPlace /*place*/) { ++seen.values; }
-    void openArray(TokenPlace /*place*/) { ++seen.values; }
+    void openObject(TokenSpan /*span*/) { ++seen.values; }
+    void openArray(TokenSpan /*span*/) { ++seen.values; }
 
     Seen seen;
 

@@ -26,12 +26,12 @@ void replay(const std::filesystem::path& file) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
-std::set<std::filesystem::path> filesOf(const std::filesystem::path& place) {
-    if (!std::filesystem::is_directory(place)) {
-        return {place};
+std::set<std::filesystem::path> filesOf(const std::filesystem::path& where) {
+    if (!std::filesystem::is_directory(where)) {
+        return {where};
     }
     std::set<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(place)) {
+    for (const auto& entry : std::filesystem::directory_iterator(where)) {
         files.insert(entry.path());
     }
     return files;

@@ -27,10 +27,10 @@
 
 namespace {
 
+using orvid_tool::Call;
 using orvid_tool::ExitStatus;
 using orvid_tool::Failure;
 using orvid_tool::Report;
-using orvid_tool::SCall;
 using orvid_tool::Verb;
 
 constexpr const char* k_about =
@@ -47,10 +47,10 @@ void occupyStandardDescriptors() {
     }
 }
 
-using TVerbs = std::vector<std::unique_ptr<Verb>>;
+using Verbs = std::vector<std::unique_ptr<Verb>>;
 
 /// The verb that the call names; null when there is none of that name.
-Verb* verbOf(const TVerbs& verbs, const std::string& name) {
+Verb* verbOf(const Verbs& verbs, const std::string& name) {
     const auto found = std::find_if(verbs.begin(), verbs.end(),
                                     [&name](const auto& verb) { return verb->name() == name; });
     return found == verbs.end() ? nullptr : found->get();
@@ -62,7 +62,7 @@ Failure usageError(const std::string& verb, const std::string& text) {
 }
 
 /// The verb that may have been meant, by a slip or by the name it has elsewhere.
-std::string meant(const std::string& word, const TVerbs& verbs) {
+std::string meant(const std::string& word, const Verbs& verbs) {
     static const std::map<std::string, std::string> elsewhere{
         {"add", "insert"},   {"append", "insert"}, {"cat", "print"},      {"count", "length"},
         {"cp", "copy"},      {"del", "remove"},    {"delete", "remove"},  {"fmt", "print"},
@@ -83,7 +83,7 @@ std::string meant(const std::string& word, const TVerbs& verbs) {
 }
 
 /// The first word names the verb, or asks for what the command says of itself.
-void requireVerb(const TVerbs& verbs, const Verb* verb, const orvid_tool::CommandLine& line) {
+void requireVerb(const Verbs& verbs, const Verb* verb, const orvid_tool::CommandLine& line) {
     const std::string word = line.verb();
     if (verb != nullptr || line.isRequest()) {
         return;
@@ -98,7 +98,7 @@ void requireVerb(const TVerbs& verbs, const Verb* verb, const orvid_tool::Comman
 
 /// Lists the verbs where the call asks for them, and declares what `given`, which may be null,
 /// takes.
-void declare(const TVerbs& verbs, Verb* given, orvid_tool::CommandLine& line, SCall& call) {
+void declare(const Verbs& verbs, Verb* given, orvid_tool::CommandLine& line, Call& call) {
     for (const auto& verb : verbs) {
         if (verb.get() != given) {
             if (line.isRequest()) {
@@ -120,8 +120,8 @@ bool hasWord(int argc, char** argv, std::string_view wanted) {
 
 ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& out) {
     orvid_tool::CommandLine line(argc, argv, k_about);
-    SCall call;
-    const TVerbs verbs = orvid_tool::allVerbs();
+    Call call;
+    const Verbs verbs = orvid_tool::allVerbs();
     Verb* const verb = verbOf(verbs, line.verb());
     requireVerb(verbs, verb, line);
     declare(verbs, verb, line, call);

@@ -39,7 +39,7 @@ public:
     IndexList() = default;
     IndexList(const IndexList&) = delete;
     IndexList& operator=(const IndexList&) = delete;
-    virtual ~IndexList() { TPlaces::end(); }
+    virtual ~IndexList() { ItemPlaces::end(); }
 
     /// Appends a copy of `value`, which may be an item of this sequence. Amortised constant cost.
     virtual void push_back(const T& value) { emplaceBack(value); }
@@ -52,7 +52,7 @@ public:
     /// Constant cost besides finding that out, which takes a walk up to the root.
     virtual void swap(IndexList& other) {
         if (this != &other) {
-            TPlaces::beginExchange(*this, other);
+            ItemPlaces::beginExchange(*this, other);
             exchange(other);
         }
     }
@@ -140,7 +140,7 @@ public:
     }
 
 protected:
-    using TPlaces = detail::PlacesOf<T>;
+    using ItemPlaces = detail::PlacesOf<T>;
 
     iterator iteratorAt(size_type position) noexcept { return iterator(m_items, position); }
 

@@ -34,9 +34,9 @@ public:
     using difference_type = std::ptrdiff_t;
     using reference = value_type&;
     using const_reference = const value_type&;
-    using TList = std::list<value_type, NodeAllocator<value_type>>;
-    using iterator = typename TList::iterator;
-    using const_iterator = typename TList::const_iterator;
+    using List = std::list<value_type, NodeAllocator<value_type>>;
+    using iterator = typename List::iterator;
+    using const_iterator = typename List::const_iterator;
 
     template<class Like>
     using EnableIfLike = std::enable_if_t<std::is_same_v<Compare, std::less<Key>> &&
@@ -44,7 +44,7 @@ public:
 
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
-    ListMap(const ListMap& other) : TPlaces(), m_map(other.m_map.compare()) {
+    ListMap(const ListMap& other) : ItemPlaces(), m_map(other.m_map.compare()) {
         SlabArena nodes(sizeof(value_type) * 2 * other.size());
         const SlabArena::Scope scope(nodes);
         m_list = other.m_list;
@@ -55,12 +55,12 @@ public:
         if (this != &other) {
             ListMap copy(other);
             exchange(copy);
-            TPlaces::renew(*this);
+            ItemPlaces::renew(*this);
         }
         return *this;
     }
 
-    virtual ~ListMap() { TPlaces::end(); }
+    virtual ~ListMap() { ItemPlaces::end(); }
 
     /// Appends a copy of `member`, or, when its key is there already, assigns to the present
     /// member, which keeps its place in the order. Answers the member and whether it is new.
@@ -86,7 +86,7 @@ public:
     /// Constant cost besides finding that out, which takes a walk up to the root.
     virtual void swap(ListMap& other) {
         if (this != &other) {
-            TPlaces::beginExchange(*this, other);
+            ItemPlaces::beginExchange(*this, other);
             exchange(other);
         }
     }
@@ -96,7 +96,7 @@ public:
     iterator find(const Key& key) { return m_map.find(m_list, key).position; }
     const_iterator find(const Key& key) const {
         // The index gives positions of a list that may be changed; this one is not.
-        return m_map.find(const_cast<TList&>(m_list), key).position;
+        return m_map.find(const_cast<List&>(m_list), key).position;
     }
     /// The same without a Key, such as by a std::string_view where keys are std::string.
     template<class Like, class = EnableIfLike<Like>>
@@ -105,7 +105,7 @@ public:
     }
     template<class Like, class = EnableIfLike<Like>>
     const_iterator find(const Like& key) const {
-        return m_map.find(const_cast<TList&>(m_list), key).position;
+        return m_map.find(const_cast<List&>(m_list), key).position;
     }
     bool contains(const Key& key) const { return find(key) != end(); }
     template<class Like, class = EnableIfLike<Like>>
@@ -157,7 +157,7 @@ public:
     const_iterator cend() const noexcept { return m_list.cend(); }
 
 protected:
-    using TPlaces = detail::PlacesOf<Value>;
+    using ItemPlaces = detail::PlacesOf<Value>;
 
     /// The member with that key, and whether it is new: then it was appended, and Key and Value
     /// were made of what is given here, which otherwise is left alone.
@@ -198,8 +198,8 @@ protected:
     }
 
 private:
-    using TIndex = KeyIndex<TList, Key, Compare>;
-    using Spot = typename TIndex::Spot;
+    using Index = KeyIndex<List, Key, Compare>;
+    using Spot = typename Index::Spot;
 
     template<class... Arguments>
     iterator add(const Spot& spot, iterator position, Arguments&&... arguments) {
@@ -228,8 +228,8 @@ private:
         }
     }
 
-    TList m_list;
-    TIndex m_map;
+    List m_list;
+    Index m_map;
 };
 
 }  // namespace ko

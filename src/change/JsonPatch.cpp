@@ -126,112 +126,112 @@ private:
     /// The place that "from" names. What fails until the next use of the path fails there.
     JsonPointer from() { return pointer("from"); }
 
-    Element& at(const JsonPointer& place) {
-        Element* const found = m_target.find(place);
+    Element& at(const JsonPointer& pointer) {
+        Element* const found = m_target.find(pointer);
         if (found == nullptr) {
-            fail("there is no such place", &place);
+            fail("there is no such place", &pointer);
         }
         return *found;
     }
 
-    static JsonPointer above(const JsonPointer& place) {
-        JsonPointer result = place;
+    static JsonPointer above(const JsonPointer& pointer) {
+        JsonPointer result = pointer;
         result.pop_back();
         return result;
     }
 
-    void add(const JsonPointer& place, const Element& added) {
+    void add(const JsonPointer& pointer, const Element& added) {
         Element copied;
         copyValue(copied, added);
-        put(place, copied);
+        put(pointer, copied);
     }
 
     /// Moves the value to its place.
-    void put(const JsonPointer& place, Element& moved) {
-        if (place.empty()) {
+    void put(const JsonPointer& pointer, Element& moved) {
+        if (pointer.empty()) {
             m_target.replace(m_target.root(), moved);
             return;
         }
-        const JsonPointer parentPlace = above(place);
-        m_path = place.str();
-        Element& parent = at(parentPlace);
-        const std::string& step = place.steps().back();
+        const JsonPointer parentPointer = above(pointer);
+        m_path = pointer.str();
+        Element& parent = at(parentPointer);
+        const std::string& step = pointer.steps().back();
         if (parent.isObject()) {
             m_target.set(parent, step, moved);
         } else if (parent.isArray()) {
-            insert(parent, place, moved);
+            insert(parent, pointer, moved);
         } else {
-            fail("neither an object nor an array is above it", &parentPlace);
+            fail("neither an object nor an array is above it", &parentPointer);
         }
     }
 
-    void insert(Element& parent, const JsonPointer& place, Element& moved) {
-        const std::string& step = place.steps().back();
+    void insert(Element& parent, const JsonPointer& pointer, Element& moved) {
+        const std::string& step = pointer.steps().back();
         const std::size_t end = m_target.sizeOf(parent);
         const std::size_t index =
             step == k_behindLast ? end : pointerIndex(step).value_or(k_noIndex);
         if (index > end) {
-            const JsonPointer parentPlace = above(place);
-            fail("it is no index from 0 to " + std::to_string(end), &parentPlace);
+            const JsonPointer parentPointer = above(pointer);
+            fail("it is no index from 0 to " + std::to_string(end), &parentPointer);
         }
         m_target.insert(parent, index, moved);
     }
 
     /// Takes the value out of the target and returns it.
-    Element take(const JsonPointer& place) {
-        at(place);
-        if (place.empty()) {
-            fail("the whole document cannot be removed", &place);
+    Element take(const JsonPointer& pointer) {
+        at(pointer);
+        if (pointer.empty()) {
+            fail("the whole document cannot be removed", &pointer);
         }
-        return m_target.take(at(above(place)), place.steps().back());
+        return m_target.take(at(above(pointer)), pointer.steps().back());
     }
 
-    void replace(const JsonPointer& place) {
+    void replace(const JsonPointer& pointer) {
         Element replacement;
         copyValue(replacement, value());
-        m_target.replace(at(place), replacement);
+        m_target.replace(at(pointer), replacement);
     }
 
-    void move(const JsonPointer& place) {
+    void move(const JsonPointer& pointer) {
         const JsonPointer source = from();
         at(source);
-        if (source == place) {
+        if (source == pointer) {
             return;
         }
-        if (source.contains(place)) {
+        if (source.contains(pointer)) {
             fail("it cannot be moved into itself", &source);
         }
         Element moved = take(source);
-        put(place, moved);
+        put(pointer, moved);
     }
 
-    void copy(const JsonPointer& place) {
+    void copy(const JsonPointer& pointer) {
         const JsonPointer source = from();
         Element& copied = at(source);
         m_target.closeWithin(copied);
         if (!m_growth.allows(copied)) {
             fail("the patch copies more than maxGrowth allows", &source);
         }
-        add(place, copied);
+        add(pointer, copied);
     }
 
-    void test(const JsonPointer& place) {
-        Element& element = at(place);
+    void test(const JsonPointer& pointer) {
+        Element& element = at(pointer);
         const Element& expected = value();
         // Where the types differ nothing within is looked at. Otherwise the value of the test is as
         // large as what is closed, or the patch ends here.
         if (element.type() == expected.type()) {
             m_target.closeWithin(element);
         }
-        if (!treesEqual(element, expected, ENumberRule::sameValue)) {
-            fail("the value there is another", &place);
+        if (!treesEqual(element, expected, NumberRule::sameValue)) {
+            fail("the value there is another", &pointer);
         }
     }
 
     /// The error names the deepest element on the way to the place.
-    [[noreturn]] void fail(const std::string& reason, const JsonPointer* place = nullptr) const {
+    [[noreturn]] void fail(const std::string& reason, const JsonPointer* pointer = nullptr) const {
         m_target.closeAll();
-        const Element* const element = place == nullptr ? nullptr : &m_target.deepest(*place);
+        const Element* const element = pointer == nullptr ? nullptr : &m_target.deepest(*pointer);
         throw PatchException(element, m_number, m_name, m_path, reason);
     }
 

@@ -28,7 +28,7 @@ namespace {
 constexpr std::size_t k_root = 0;
 
 /// A step down from a container: a member's key, or an index.
-struct SStep {
+struct Step {
     const std::string* key;  ///< null for an index
     std::size_t index;
 
@@ -42,13 +42,13 @@ struct SStep {
     }
 };
 
-enum class EOperation { add, remove, replace };
+enum class OperationKind { add, remove, replace };
 
-const char* nameOf(EOperation operation) {
+const char* nameOf(OperationKind operation) {
     switch (operation) {
-        case EOperation::add:
+        case OperationKind::add:
             return "add";
-        case EOperation::remove:
+        case OperationKind::remove:
             return "remove";
         default:
             return "replace";
@@ -56,28 +56,28 @@ const char* nameOf(EOperation operation) {
 }
 
 /// What an operation takes as text besides its path and its value.
-std::uint64_t lengthOf(EOperation operation) {
+std::uint64_t lengthOf(OperationKind operation) {
     constexpr std::string_view withValue = R"({"op":"","path":"","value":},)";
     constexpr std::string_view withoutValue = R"({"op":"","path":""},)";
-    const std::string_view rest = operation == EOperation::remove ? withoutValue : withValue;
+    const std::string_view rest = operation == OperationKind::remove ? withoutValue : withValue;
     return rest.size() + std::string_view(nameOf(operation)).size();
 }
 
 /// An operation on a child of a container.
-struct SEdit {
-    EOperation operation;
-    SStep step;
+struct Edit {
+    OperationKind operation;
+    Step step;
     const Element* value;  ///< null for a removal
 };
 
 /// Two containers of one type that differ. The pairs within them stand together.
-struct SPair {
+struct Pair {
     const Element* from;
     const Element* to;
     std::size_t parent;
-    SStep step;
+    Step step;
     std::uint64_t pathLength;
-    std::vector<SEdit> edits = {};
+    std::vector<Edit> edits = {};
     std::size_t firstChild = 0;
     std::size_t childCount = 0;
     std::uint64_t textLength = 0;  ///< of all operations in the pair
@@ -138,14 +138,14 @@ private:
             return;
         }
         if (isPair(from, to)) {
-            m_pairs.push_back({&from, &to, k_root, SStep{nullptr, 0}, 0});
+            m_pairs.push_back({&from, &to, k_root, Step{nullptr, 0}, 0});
         } else {
-            emit(EOperation::replace, JsonPointer(), &to);
+            emit(OperationKind::replace, JsonPointer(), &to);
         }
     }
 
     /// Two children, at that step, of the pair `parent`.
-    void compare(const Element& from, const Element& to, std::size_t parent, SStep step) {
+    void compare(const Element& from, const Element& to, std::size_t parent, Step step) {
         if (same(from, to)) {
             return;
         }
@@ -153,7 +153,7 @@ private:
             const std::uint64_t pathLength = m_pairs[parent].pathLength + step.length();
             m_pairs.push_back({&from, &to, parent, step, pathLength});
         } else {
-            m_pairs[parent].edits.push_back({EOperation::replace, step, &to});
+            m_pairs[parent].edits.push_back({OperationKind::replace, step, &to});
         }
     }
 
@@ -163,14 +163,14 @@ private:
         for (const auto& member : from) {
             if (!to.contains(member.first)) {
                 m_pairs[pair].edits.push_back(
-                    {EOperation::remove, SStep{&member.first, 0}, nullptr});
+                    {OperationKind::remove, Step{&member.first, 0}, nullptr});
             }
         }
         for (const auto& [key, value] : to) {
             const auto before = from.find(key);
-            const SStep step{&key, 0};
+            const Step step{&key, 0};
             if (before == from.end()) {
-                m_pairs[pair].edits.push_back({EOperation::add, step, &value});
+                m_pairs[pair].edits.push_back({OperationKind::add, step, &value});
             } else {
                 compare(before->second, value, pair, step);
             }
@@ -182,7 +182,7 @@ private:
         const Element::TArray& to = m_pairs[pair].to->array();
         auto kept = alignSequences(m_numbers.ofItems(from), m_numbers.ofItems(to), m_sharedSteps);
         kept.emplace_back(from.size(), to.size());
-        std::vector<SEdit>& edits = m_pairs[pair].edits;
+        std::vector<Edit>& edits = m_pairs[pair].edits;
         std::size_t i = 0;
         std::size_t j = 0;
         std::vector<std::pair<std::size_t, std::size_t>> changed;
@@ -192,23 +192,23 @@ private:
             }
             // The array holds the first j new items now, then the old ones from i on.
             for (; i < nextFrom; ++i) {
-                edits.push_back({EOperation::remove, SStep{nullptr, j}, nullptr});
+                edits.push_back({OperationKind::remove, Step{nullptr, j}, nullptr});
             }
             for (; j < nextTo; ++j) {
-                edits.push_back({EOperation::add, SStep{nullptr, j}, &to[j]});
+                edits.push_back({OperationKind::add, Step{nullptr, j}, &to[j]});
             }
             i = nextFrom + 1;
             j = nextTo + 1;
         }
         for (const auto& [before, after] : changed) {
-            compare(from[before], to[after], pair, SStep{nullptr, after});
+            compare(from[before], to[after], pair, Step{nullptr, after});
         }
     }
 
     /// Works out what the pair's operations take as text, and whether one operation that replaces
     /// the whole takes less. The pairs within it are measured already.
-    void measure(SPair& pair) const {
-        for (const SEdit& edit : pair.edits) {
+    void measure(Pair& pair) const {
+        for (const Edit& edit : pair.edits) {
             const std::uint64_t value =
                 edit.value == nullptr ? 0 : m_numbers.textLength(*edit.value);
             pair.textLength +=
@@ -218,7 +218,7 @@ private:
             pair.textLength += m_pairs[pair.firstChild + i].textLength;
         }
         const std::uint64_t replaced =
-            lengthOf(EOperation::replace) + pair.pathLength + m_numbers.textLength(*pair.to);
+            lengthOf(OperationKind::replace) + pair.pathLength + m_numbers.textLength(*pair.to);
         pair.isReplaced = pair.textLength > std::max(m_options.fineUpTo, replaced);
         if (pair.isReplaced) {
             pair.textLength = replaced;
@@ -229,10 +229,10 @@ private:
         std::vector<std::size_t> open{k_root};
         while (!open.empty()) {
             const std::size_t current = open.back();
-            const SPair& pair = m_pairs[current];
+            const Pair& pair = m_pairs[current];
             open.pop_back();
             if (pair.isReplaced) {
-                emit(EOperation::replace, placeOf(current), pair.to);
+                emit(OperationKind::replace, placeOf(current), pair.to);
                 continue;
             }
             emitEdits(current);
@@ -244,12 +244,12 @@ private:
 
     void emitEdits(std::size_t pair) {
         // The place is worked out only where it is written: a deep one may hold thousands of pairs.
-        const std::vector<SEdit>& edits = m_pairs[pair].edits;
-        JsonPointer place = edits.empty() ? JsonPointer() : placeOf(pair);
-        for (const SEdit& edit : edits) {
-            place.push_back(edit.step.text());
-            emit(edit.operation, place, edit.value);
-            place.pop_back();
+        const std::vector<Edit>& edits = m_pairs[pair].edits;
+        JsonPointer pointer = edits.empty() ? JsonPointer() : placeOf(pair);
+        for (const Edit& edit : edits) {
+            pointer.push_back(edit.step.text());
+            emit(edit.operation, pointer, edit.value);
+            pointer.pop_back();
         }
     }
 
@@ -258,18 +258,18 @@ private:
         for (; pair != k_root; pair = m_pairs[pair].parent) {
             way.push_back(pair);
         }
-        JsonPointer place;
+        JsonPointer pointer;
         for (auto step = way.rbegin(); step != way.rend(); ++step) {
-            place.push_back(m_pairs[*step].step.text());
+            pointer.push_back(m_pairs[*step].step.text());
         }
-        return place;
+        return pointer;
     }
 
-    void emit(EOperation operation, const JsonPointer& place, const Element* value) {
+    void emit(OperationKind operation, const JsonPointer& pointer, const Element* value) {
         Element& entry = m_patch.array().appendNull();
         becomeContainer(entry, etObject);
         entry.object().resetMember("op").setString(nameOf(operation));
-        entry.object().resetMember("path").setString(place.str());
+        entry.object().resetMember("path").setString(pointer.str());
         if (value != nullptr) {
             copyValue(entry.object().resetMember("value"), *value);
         }
@@ -278,7 +278,7 @@ private:
     const DiffOptions& m_options;
     TreeNumbers m_numbers;
     std::uint64_t m_sharedSteps = k_sharedSteps;
-    std::vector<SPair> m_pairs;
+    std::vector<Pair> m_pairs;
     Element m_patch;
 };
 

@@ -32,7 +32,7 @@ OpenArray::OpenArray(Element::TArray& array) : m_array(array), m_pieces(1), m_si
     }
 }
 
-OpenArray::SSpot OpenArray::spotOf(std::size_t position) const {
+OpenArray::Spot OpenArray::spotOf(std::size_t position) const {
     std::size_t piece = 0;
     while (piece + 1 < m_pieces.size() && position >= m_pieces[piece].size()) {
         position -= m_pieces[piece++].size();
@@ -41,7 +41,7 @@ OpenArray::SSpot OpenArray::spotOf(std::size_t position) const {
 }
 
 Element& OpenArray::at(std::size_t position) const {
-    const SSpot spot = spotOf(position);
+    const Spot spot = spotOf(position);
     return *m_pieces[spot.piece][spot.position];
 }
 
@@ -56,12 +56,12 @@ Element& OpenArray::newItem() {
 
 Element& OpenArray::insert(std::size_t position) {
     Element& item = newItem();
-    SSpot spot = spotOf(position);
+    Spot spot = spotOf(position);
     if (m_pieces[spot.piece].size() == k_longestPiece) {
         split(spot.piece);
         spot = spotOf(position);
     }
-    TPiece& piece = m_pieces[spot.piece];
+    Piece& piece = m_pieces[spot.piece];
     piece.insert(placeIn(piece, spot.position), &item);
     m_unused.pop_back();
     ++m_size;
@@ -70,14 +70,14 @@ Element& OpenArray::insert(std::size_t position) {
 
 void OpenArray::split(std::size_t piece) {
     const auto middle = placeIn(m_pieces[piece], k_longestPiece / 2);
-    TPiece second(middle, m_pieces[piece].end());
+    Piece second(middle, m_pieces[piece].end());
     m_pieces.insert(placeIn(m_pieces, piece + 1), std::move(second));
     m_pieces[piece].resize(k_longestPiece / 2);
 }
 
 Element OpenArray::take(std::size_t position) {
-    const SSpot spot = spotOf(position);
-    TPiece& piece = m_pieces[spot.piece];
+    const Spot spot = spotOf(position);
+    Piece& piece = m_pieces[spot.piece];
     Element& item = *piece[spot.position];
     m_unused.push_back(&item);
     piece.erase(placeIn(piece, spot.position));
@@ -93,7 +93,7 @@ Element OpenArray::take(std::size_t position) {
 void OpenArray::close() {
     std::vector<Element> values;
     values.reserve(m_size);
-    for (const TPiece& piece : m_pieces) {
+    for (const Piece& piece : m_pieces) {
         for (Element* const item : piece) {
             swapValues(values.emplace_back(), *item);
         }

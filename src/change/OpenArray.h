@@ -30,19 +30,19 @@ public:
     void close();
 
 private:
-    using TPiece = std::vector<Element*>;
+    using Piece = std::vector<Element*>;
 
-    struct SSpot {
+    struct Spot {
         std::size_t piece;
         std::size_t position;
     };
 
-    SSpot spotOf(std::size_t position) const;
+    Spot spotOf(std::size_t position) const;
     Element& newItem();
     void split(std::size_t piece);
 
     Element::TArray& m_array;
-    std::vector<TPiece> m_pieces;  ///< at least one; none is empty unless it is the only one
+    std::vector<Piece> m_pieces;  ///< at least one; none is empty unless it is the only one
     std::vector<Element*> m_unused;
     std::size_t m_size;
 };

@@ -15,9 +15,9 @@
 
 namespace ko::Orvid {
 
-Element* PatchTarget::find(const JsonPointer& place) {
+Element* PatchTarget::find(const JsonPointer& pointer) {
     Element* current = &m_root;
-    for (const std::string& step : place.steps()) {
+    for (const std::string& step : pointer.steps()) {
         current = childOf(*current, step);
         if (current == nullptr) {
             return nullptr;
@@ -26,9 +26,9 @@ Element* PatchTarget::find(const JsonPointer& place) {
     return current;
 }
 
-Element& PatchTarget::deepest(const JsonPointer& place) {
+Element& PatchTarget::deepest(const JsonPointer& pointer) {
     Element* current = &m_root;
-    for (const std::string& step : place.steps()) {
+    for (const std::string& step : pointer.steps()) {
         Element* const child = childOf(*current, step);
         if (child == nullptr) {
             break;

@@ -23,9 +23,9 @@ public:
 
     Element& root() noexcept { return m_root; }
     /// The element at the place; null when there is none.
-    Element* find(const JsonPointer& place);
+    Element* find(const JsonPointer& pointer);
     /// The last element on the way to a place that need not exist. The document is closed.
-    Element& deepest(const JsonPointer& place);
+    Element& deepest(const JsonPointer& pointer);
 
     std::size_t sizeOf(Element& array);
     /// Inserts the value before that position of the array, at most its size; it is null

@@ -13,12 +13,12 @@ namespace ko::Orvid {
 
 namespace {
 
-using TSequence = std::vector<std::size_t>;
-using TPositions = std::vector<std::pair<std::size_t, std::size_t>>;
-using TDistance = std::ptrdiff_t;
+using Sequence = std::vector<std::size_t>;
+using Positions = std::vector<std::pair<std::size_t, std::size_t>>;
+using Distance = std::ptrdiff_t;
 
 /// A part of each sequence.
-struct SBox {
+struct Box {
     std::size_t fromBegin;
     std::size_t fromEnd;
     std::size_t toBegin;
@@ -52,51 +52,51 @@ class Ways {
 public:
     /// For sequences of these lengths at most.
     Ways(std::size_t from, std::size_t to)
-        : m_reached(from + to + 3, 0), m_origin(static_cast<TDistance>(to) + 1) {}
+        : m_reached(from + to + 3, 0), m_origin(static_cast<Distance>(to) + 1) {}
 
-    TDistance& at(TDistance diagonal) {
+    Distance& at(Distance diagonal) {
         return m_reached[static_cast<std::size_t>(m_origin + diagonal)];
     }
 
 private:
-    std::vector<TDistance> m_reached;
-    TDistance m_origin;
+    std::vector<Distance> m_reached;
+    Distance m_origin;
 };
 
 /// Finds where to cut one box.
 class MiddleSearch {
 public:
-    MiddleSearch(const TSequence& from, const TSequence& to, const SBox& box, Ways& forward,
+    MiddleSearch(const Sequence& from, const Sequence& to, const Box& box, Ways& forward,
                  Ways& backward)
         : m_from(from.data() + box.fromBegin),
           m_to(to.data() + box.toBegin),
-          m_fromLength(static_cast<TDistance>(box.fromEnd - box.fromBegin)),
-          m_toLength(static_cast<TDistance>(box.toEnd - box.toBegin)),
+          m_fromLength(static_cast<Distance>(box.fromEnd - box.fromBegin)),
+          m_toLength(static_cast<Distance>(box.toEnd - box.toBegin)),
           m_forward(forward),
           m_backward(backward) {}
 
     /// A place, in lengths from the beginning of both, that a shortest series of edits passes;
     /// nothing when the steps run out. The box has neither a first nor a last item in common.
     std::optional<std::pair<std::size_t, std::size_t>> run(Steps& steps) {
-        const TDistance difference = m_fromLength - m_toLength;
+        const Distance difference = m_fromLength - m_toLength;
         const bool meetsForward = difference % 2 != 0;
         m_forward.at(1) = 0;
         m_backward.at(1) = 0;
-        for (TDistance edits = 0;; ++edits) {
+        for (Distance edits = 0;; ++edits) {
             for (const bool isForward : {true, false}) {
                 Ways& ways = isForward ? m_forward : m_backward;
                 Ways& others = isForward ? m_backward : m_forward;
                 const bool canMeet = meetsForward == isForward;
-                const TDistance met = isForward ? edits - 1 : edits;
-                for (TDistance k = first(edits); k <= last(edits); k += 2) {
-                    const TDistance reached = advance(ways, k, edits, isForward);
+                const Distance met = isForward ? edits - 1 : edits;
+                for (Distance k = first(edits); k <= last(edits); k += 2) {
+                    const Distance reached = advance(ways, k, edits, isForward);
                     if (!steps.take(m_steps)) {
                         return std::nullopt;
                     }
-                    const TDistance other = difference - k;
+                    const Distance other = difference - k;
                     if (canMeet && other >= -met && other <= met &&
                         reached + others.at(other) >= m_fromLength) {
-                        return place(reached, k, isForward);
+                        return position(reached, k, isForward);
                     }
                 }
             }
@@ -105,20 +105,20 @@ public:
 
 private:
     // The diagonals that can be reached with so many edits, and that the box has.
-    TDistance first(TDistance edits) const {
+    Distance first(Distance edits) const {
         return edits <= m_toLength ? -edits : edits - 2 * m_toLength;
     }
-    TDistance last(TDistance edits) const {
+    Distance last(Distance edits) const {
         return edits <= m_fromLength ? edits : 2 * m_fromLength - edits;
     }
 
     /// Goes on along a diagonal with one edit more, and as far as items agree.
-    TDistance advance(Ways& ways, TDistance k, TDistance edits, bool isForward) {
+    Distance advance(Ways& ways, Distance k, Distance edits, bool isForward) {
         const bool isDown = k == -edits || (k != edits && ways.at(k - 1) < ways.at(k + 1));
-        TDistance reached = isDown ? ways.at(k + 1) : ways.at(k - 1) + 1;
+        Distance reached = isDown ? ways.at(k + 1) : ways.at(k - 1) + 1;
         // At the box's edge the way takes the edit back that would lead out of it.
         reached = std::min({reached, m_fromLength, m_toLength + k});
-        const TDistance start = reached;
+        const Distance start = reached;
         while (reached < m_fromLength && reached - k < m_toLength &&
                agree(reached, reached - k, isForward)) {
             ++reached;
@@ -128,29 +128,29 @@ private:
         return reached;
     }
 
-    bool agree(TDistance i, TDistance j, bool isForward) const {
+    bool agree(Distance i, Distance j, bool isForward) const {
         return isForward ? m_from[i] == m_to[j]
                          : m_from[m_fromLength - 1 - i] == m_to[m_toLength - 1 - j];
     }
 
-    std::pair<std::size_t, std::size_t> place(TDistance reached, TDistance k,
-                                              bool isForward) const {
-        const TDistance i = isForward ? reached : m_fromLength - reached;
-        const TDistance j = isForward ? reached - k : m_toLength - (reached - k);
+    std::pair<std::size_t, std::size_t> position(Distance reached, Distance k,
+                                                 bool isForward) const {
+        const Distance i = isForward ? reached : m_fromLength - reached;
+        const Distance j = isForward ? reached - k : m_toLength - (reached - k);
         return {static_cast<std::size_t>(i), static_cast<std::size_t>(j)};
     }
 
     const std::size_t* m_from;
     const std::size_t* m_to;
-    TDistance m_fromLength;
-    TDistance m_toLength;
+    Distance m_fromLength;
+    Distance m_toLength;
     Ways& m_forward;
     Ways& m_backward;
     std::uint64_t m_steps = 0;
 };
 
 /// A longest subsequence of ascending pairs; the first parts ascend already.
-TPositions ascending(const TPositions& pairs) {
+Positions ascending(const Positions& pairs) {
     std::vector<std::size_t> tails;  // by length: the pair that ends such a sequence lowest
     std::vector<std::size_t> before(pairs.size());
     for (std::size_t i = 0; i < pairs.size(); ++i) {
@@ -164,7 +164,7 @@ TPositions ascending(const TPositions& pairs) {
             *tail = i;
         }
     }
-    TPositions result;
+    Positions result;
     for (std::size_t i = tails.empty() ? pairs.size() : tails.back(); i < pairs.size();
          i = before[i]) {
         result.push_back(pairs[i]);
@@ -176,7 +176,7 @@ TPositions ascending(const TPositions& pairs) {
 class Alignment {
 public:
     /// The items are numbers below `count`.
-    Alignment(TSequence from, TSequence to, std::size_t count, Steps steps)
+    Alignment(Sequence from, Sequence to, std::size_t count, Steps steps)
         : m_from(std::move(from)),
           m_to(std::move(to)),
           m_steps(steps),
@@ -184,10 +184,10 @@ public:
           m_backward(m_from.size(), m_to.size()),
           m_occurrences(count) {}
 
-    TPositions run() {
+    Positions run() {
         m_open.push_back({0, m_from.size(), 0, m_to.size()});
         while (!m_open.empty()) {
-            SBox box = m_open.back();
+            Box box = m_open.back();
             m_open.pop_back();
             trim(box);
             if (!box.isEmpty()) {
@@ -199,13 +199,13 @@ public:
     }
 
 private:
-    struct SOccurrences {
+    struct Occurrences {
         std::size_t inFrom = 0;
         std::size_t inTo = 0;
-        std::size_t place = 0;  ///< the last one in `to`
+        std::size_t last = 0;  ///< the last one in `to`
     };
 
-    void trim(SBox& box) {
+    void trim(Box& box) {
         while (!box.isEmpty() && m_from[box.fromBegin] == m_to[box.toBegin]) {
             m_result.emplace_back(box.fromBegin++, box.toBegin++);
         }
@@ -214,7 +214,7 @@ private:
         }
     }
 
-    void cut(const SBox& box) {
+    void cut(const Box& box) {
         if (!m_isExhausted) {
             if (const auto middle =
                     MiddleSearch(m_from, m_to, box, m_forward, m_backward).run(m_steps)) {
@@ -232,8 +232,8 @@ private:
         }
     }
 
-    void cutAtUnique(const SBox& box) {
-        SBox part{box.fromBegin, 0, box.toBegin, 0, box.cuts + 1};
+    void cutAtUnique(const Box& box) {
+        Box part{box.fromBegin, 0, box.toBegin, 0, box.cuts + 1};
         for (const auto& [i, j] : ascending(uniquePairs(box))) {
             m_result.emplace_back(i, j);
             part.fromEnd = i;
@@ -250,46 +250,46 @@ private:
     }
 
     /// Where the items stand that occur once in both sequences.
-    TPositions uniquePairs(const SBox& box) {
+    Positions uniquePairs(const Box& box) {
         for (std::size_t i = box.fromBegin; i < box.fromEnd; ++i) {
             ++m_occurrences[m_from[i]].inFrom;
         }
         for (std::size_t j = box.toBegin; j < box.toEnd; ++j) {
             ++m_occurrences[m_to[j]].inTo;
-            m_occurrences[m_to[j]].place = j;
+            m_occurrences[m_to[j]].last = j;
         }
-        TPositions pairs;
+        Positions pairs;
         for (std::size_t i = box.fromBegin; i < box.fromEnd; ++i) {
-            const SOccurrences& item = m_occurrences[m_from[i]];
+            const Occurrences& item = m_occurrences[m_from[i]];
             if (item.inFrom == 1 && item.inTo == 1) {
-                pairs.emplace_back(i, item.place);
+                pairs.emplace_back(i, item.last);
             }
         }
         for (std::size_t i = box.fromBegin; i < box.fromEnd; ++i) {
-            m_occurrences[m_from[i]] = SOccurrences();
+            m_occurrences[m_from[i]] = Occurrences();
         }
         for (std::size_t j = box.toBegin; j < box.toEnd; ++j) {
-            m_occurrences[m_to[j]] = SOccurrences();
+            m_occurrences[m_to[j]] = Occurrences();
         }
         return pairs;
     }
 
-    TSequence m_from;
-    TSequence m_to;
+    Sequence m_from;
+    Sequence m_to;
     Steps m_steps;
     Ways m_forward;
     Ways m_backward;
-    std::vector<SOccurrences> m_occurrences;  ///< by item
-    std::vector<SBox> m_open;
+    std::vector<Occurrences> m_occurrences;  ///< by item
+    std::vector<Box> m_open;
     bool m_isExhausted = false;
-    TPositions m_result;
+    Positions m_result;
 };
 
 /// The items that occur in both sequences, as numbers from 0 on.
 class CommonItems {
 public:
-    CommonItems(TSequence from, TSequence to) {
-        for (TSequence* const sequence : {&from, &to}) {
+    CommonItems(Sequence from, Sequence to) {
+        for (Sequence* const sequence : {&from, &to}) {
             std::sort(sequence->begin(), sequence->end());
             sequence->erase(std::unique(sequence->begin(), sequence->end()), sequence->end());
         }
@@ -300,8 +300,8 @@ public:
     std::size_t count() const { return m_items.size(); }
 
     /// The numbers of the items of a sequence that are common, and in `positions` where they stand.
-    TSequence of(const TSequence& sequence, std::vector<std::size_t>& positions) const {
-        TSequence numbers;
+    Sequence of(const Sequence& sequence, std::vector<std::size_t>& positions) const {
+        Sequence numbers;
         for (std::size_t i = 0; i < sequence.size(); ++i) {
             const auto found = std::lower_bound(m_items.begin(), m_items.end(), sequence[i]);
             if (found != m_items.end() && *found == sequence[i]) {
@@ -313,17 +313,17 @@ public:
     }
 
 private:
-    TSequence m_items;
+    Sequence m_items;
 };
 
 }  // namespace
 
-TPositions alignSequences(const TSequence& from, const TSequence& to, std::uint64_t& sharedSteps) {
+Positions alignSequences(const Sequence& from, const Sequence& to, std::uint64_t& sharedSteps) {
     const CommonItems common(from, to);
     std::vector<std::size_t> fromPositions;
     std::vector<std::size_t> toPositions;
     const Steps steps(k_stepsPerItem * (from.size() + to.size()), sharedSteps);
-    TPositions positions =
+    Positions positions =
         Alignment(common.of(from, fromPositions), common.of(to, toPositions), common.count(), steps)
             .run();
     for (auto& [i, j] : positions) {

@@ -70,11 +70,11 @@ std::uint64_t quotedLength(std::string_view text) {
     return length;
 }
 
-std::size_t TreeNumbers::Hasher::operator()(const SScalar& scalar) const noexcept {
+std::size_t TreeNumbers::Hasher::operator()(const Scalar& scalar) const noexcept {
     return static_cast<std::size_t>(hash.of(scalar.text));
 }
 
-std::size_t TreeNumbers::Hasher::operator()(const TNumbers& numbers) const noexcept {
+std::size_t TreeNumbers::Hasher::operator()(const Numbers& numbers) const noexcept {
     const auto* const bytes = static_cast<const char*>(static_cast<const void*>(numbers.data()));
     return static_cast<std::size_t>(hash.of({bytes, numbers.size() * sizeof(std::size_t)}));
 }
@@ -99,8 +99,8 @@ std::size_t TreeNumbers::of(const Element& element) const {
                                        : m_scalars.at(scalarOf(element));
 }
 
-TreeNumbers::TNumbers TreeNumbers::ofItems(const Element::TArray& items) const {
-    TNumbers numbers;
+TreeNumbers::Numbers TreeNumbers::ofItems(const Element::TArray& items) const {
+    Numbers numbers;
     numbers.reserve(items.size());
     for (const Element& item : items) {
         numbers.push_back(of(item));
@@ -108,7 +108,7 @@ TreeNumbers::TNumbers TreeNumbers::ofItems(const Element::TArray& items) const {
     return numbers;
 }
 
-TreeNumbers::SScalar TreeNumbers::scalarOf(const Element& element) {
+TreeNumbers::Scalar TreeNumbers::scalarOf(const Element& element) {
     switch (element.type()) {
         case etBoolean:
             return {etBoolean, element.boolean() ? "true" : "false"};
@@ -123,7 +123,7 @@ TreeNumbers::SScalar TreeNumbers::scalarOf(const Element& element) {
     }
 }
 
-std::size_t TreeNumbers::numberOf(const SScalar& scalar) {
+std::size_t TreeNumbers::numberOf(const Scalar& scalar) {
     const auto [found, isNew] = m_scalars.try_emplace(scalar, m_lengths.size());
     if (isNew) {
         m_lengths.push_back(lengthOf(scalar.type, scalar.text));
@@ -135,7 +135,7 @@ std::size_t TreeNumbers::numberOf(const Element& child) {
     return isContainer(child.data()) ? m_containers.at(&child) : numberOf(scalarOf(child));
 }
 
-std::size_t TreeNumbers::numberOf(TNumbers&& content, std::uint64_t length) {
+std::size_t TreeNumbers::numberOf(Numbers&& content, std::uint64_t length) {
     const auto [found, isNew] = m_contents.try_emplace(std::move(content), m_lengths.size());
     if (isNew) {
         m_lengths.push_back(length);
@@ -148,11 +148,11 @@ std::size_t TreeNumbers::numberOfObject(const Element::TObject& object) {
     members.reserve(object.size());
     std::uint64_t length = punctuationLength(object.size()) + object.size();
     for (const auto& [key, value] : object) {
-        members.emplace_back(numberOf(SScalar{etString, key}), numberOf(value));
+        members.emplace_back(numberOf(Scalar{etString, key}), numberOf(value));
         length += m_lengths[members.back().first] + m_lengths[members.back().second];
     }
     std::sort(members.begin(), members.end());
-    TNumbers content{etObject};
+    Numbers content{etObject};
     content.reserve(1 + 2 * members.size());
     for (const auto& [key, value] : members) {
         content.push_back(key);
@@ -162,7 +162,7 @@ std::size_t TreeNumbers::numberOfObject(const Element::TObject& object) {
 }
 
 std::size_t TreeNumbers::numberOfArray(const Element::TArray& array) {
-    TNumbers content{etArray};
+    Numbers content{etArray};
     content.reserve(1 + array.size());
     std::uint64_t length = punctuationLength(array.size());
     for (const Element& item : array) {

@@ -101,7 +101,7 @@ void ParseException::init(const std::string& message, int firstLine, int firstCo
 
 void ParseException::generateWhat(std::string& out) const {
     constexpr int unknown = -1;
-    const auto writePlace = [](std::ostream& text, int line, int column) {
+    const auto writePosition = [](std::ostream& text, int line, int column) {
         text << line;
         if (column != unknown) {
             text << "," << column;
@@ -110,13 +110,13 @@ void ParseException::generateWhat(std::string& out) const {
     TextStream text;
     if (m_firstLine != unknown) {
         text << "Parse error at ";
-        writePlace(text, m_firstLine, m_firstColumn);
+        writePosition(text, m_firstLine, m_firstColumn);
         if (m_lastLine != unknown) {
             text << "-";
         }
     }
     if (m_lastLine != unknown) {
-        writePlace(text, m_lastLine, m_lastColumn);
+        writePosition(text, m_lastLine, m_lastColumn);
     }
     text << m_message;
     writeElementAddress(text);

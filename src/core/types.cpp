@@ -9,18 +9,18 @@
 namespace {
 
 using ko::Orvid::EType;
-using ko::Orvid::SEnumName;
+using ko::Orvid::NamedEnum;
 
-constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("etEmpty"),   ORVID_ENUM_NAME("etNull"),
+constexpr NamedEnum k_names[] = {ORVID_ENUM_NAME("etEmpty"),   ORVID_ENUM_NAME("etNull"),
                                  ORVID_ENUM_NAME("etBoolean"), ORVID_ENUM_NAME("etNumber"),
                                  ORVID_ENUM_NAME("etString"),  ORVID_ENUM_NAME("etObject"),
                                  ORVID_ENUM_NAME("etArray")};
-constexpr SEnumName k_invalid = ORVID_ENUM_NAME(">>INVALID<<");
+constexpr NamedEnum k_invalid = ORVID_ENUM_NAME(">>INVALID<<");
 
 template<class Stream>
 Stream& print(Stream& out, EType type) {
     const long long position = type - static_cast<long long>(ko::Orvid::etEmpty);
-    const SEnumName* const name = ko::Orvid::nameAt(k_names, position);
+    const NamedEnum* const name = ko::Orvid::nameAt(k_names, position);
     out << (name == nullptr ? k_invalid : *name);
     return out;
 }

@@ -21,7 +21,7 @@
 #include "document/FileVersion.h"
 #include "document/WriteError.h"
 #include "source/Source.h"
-#include "source/ValuePlaces.h"
+#include "source/SpanTable.h"
 #include "text/byteOrderMark.h"
 #include "tree/TreeEqual.h"
 
@@ -35,12 +35,12 @@ constexpr const char* k_noRoot = "The document has no root";
 
 /// The first line of the message, after its place where that is known.
 std::string reasonOf(const ParseException& error) {
-    std::string place;
+    std::string position;
     if (error.firstLine() >= 0) {
-        place = "line " + std::to_string(error.firstLine()) + ", column " +
-                std::to_string(error.firstColumn()) + ": ";
+        position = "line " + std::to_string(error.firstLine()) + ", column " +
+                   std::to_string(error.firstColumn()) + ": ";
     }
-    return place + error.message().substr(0, error.message().find('\n'));
+    return position + error.message().substr(0, error.message().find('\n'));
 }
 
 /// Of a document that is written with its source. One that may have been read with bytes that are
@@ -105,12 +105,12 @@ Dom Dom::read(std::string text, const ReadOptions& options, const std::string& f
     static_cast<void>(root.release());
     dom.setWriteMeta(true);
     DomParser parser(options);
-    auto places = parser.parseNoting(*dom, std::string_view(text).substr(begin), begin);
+    auto spans = parser.parseNoting(*dom, std::string_view(text).substr(begin), begin);
     auto source = std::make_unique<Source>(std::move(text), options, file);
-    if (places) {
-        source->setPlaces(std::move(*places));
+    if (spans) {
+        source->setSpans(std::move(*spans));
     } else {
-        source->locatePlaces(begin, *dom);
+        source->locateValues(begin, *dom);
     }
     dom.m_source = std::move(source);
     return dom;
@@ -143,12 +143,12 @@ std::string Dom::text() const {
 
 /// A text of which no places are known was not a whole document. It stays while it says the same.
 std::string Dom::sourceText() const {
-    if (m_source->hasPlaces()) {
+    if (m_source->hasSpans()) {
         return m_source->textOf(*m_root, m_writeMeta ? nullptr : &m_metaKey);
     }
     const Dom before = read(m_source->text(), m_source->options(), {});
-    return treesEqual(*before, *m_root, ENumberRule::sameText) ? m_source->text()
-                                                               : generated(*this, WriteOptions());
+    return treesEqual(*before, *m_root, NumberRule::sameText) ? m_source->text()
+                                                              : generated(*this, WriteOptions());
 }
 
 void Dom::save(const std::string& file) const {

@@ -116,18 +116,18 @@ void DomParser::parse(Dom& dom, const char* text, unsigned int length) {
 
 void DomParser::parse(Dom& dom, const std::string& text) { parse(*dom, text); }
 
-std::optional<ValuePlaces> DomParser::parseNoting(Element& root, std::string_view text,
-                                                  std::uint64_t first) {
+std::optional<SpanTable> DomParser::parseNoting(Element& root, std::string_view text,
+                                                std::uint64_t first) {
     m_reading->noting.emplace(m_reading->builder, first);
     fill(root, text.size(), [&] { readText(text); });
     const bool isNoted =
         m_parser == nullptr && state() == k_complete && !m_reading->builder.hasRepeated();
-    std::optional<ValuePlaces> places;
+    std::optional<SpanTable> spans;
     if (isNoted) {
-        places = std::move(m_reading->noting->places());
+        spans = std::move(m_reading->noting->spans());
     }
     m_reading->noting.reset();
-    return places;
+    return spans;
 }
 
 void DomParser::begin(Element& root) {
@@ -303,10 +303,10 @@ void DomParser::failScan(std::string_view piece) {
 }
 
 void DomParser::failAt(std::string_view piece, const std::string& message, EParseError code,
-                       TokenPlace place) {
-    m_reading->errorBegin = place.begin;
-    const LineAndColumn first = m_reading->scanner->place(piece, place.begin);
-    const LineAndColumn last = m_reading->scanner->place(piece, place.end - 1);
+                       TokenSpan span) {
+    m_reading->errorBegin = span.begin;
+    const LineAndColumn first = m_reading->scanner->position(piece, span.begin);
+    const LineAndColumn last = m_reading->scanner->position(piece, span.end - 1);
     throw ParseException(context(), message, first.line, first.column, last.line, last.column)
         .withCode(code);
 }

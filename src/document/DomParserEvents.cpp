@@ -74,30 +74,30 @@ void DomParser::handOn(std::string_view piece, std::size_t length) {
         }
         m_parser->parse(text.data(), static_cast<unsigned int>(text.size()));
     } catch (const ParseException& error) {
-        const std::vector<TokenPlace>& keys = m_reading->events.keys();
+        const std::vector<TokenSpan>& keys = m_reading->events.keys();
         const bool isKey = m_reading->isRepeated && m_reading->keys <= keys.size();
         const std::uint64_t stop = position();
         failAt(piece, error.message(), isKey ? EParseError::repeatedKey : error.code(),
-               isKey ? keys[m_reading->keys - 1] : TokenPlace{stop, stop + 1});
+               isKey ? keys[m_reading->keys - 1] : TokenSpan{stop, stop + 1});
     }
 }
 
 int DomParser::cb_null() {
-    return placeScalar("Unexpected null", [](Element& element) { element.setNull(); });
+    return putScalar("Unexpected null", [](Element& element) { element.setNull(); });
 }
 
 int DomParser::cb_boolean(bool value) {
-    return placeScalar("Unexpected boolean", [=](Element& element) { element.setBoolean(value); });
+    return putScalar("Unexpected boolean", [=](Element& element) { element.setBoolean(value); });
 }
 
 int DomParser::cb_number(const char* text, unsigned int length) {
-    return placeScalar("Unexpected number",
-                       [=](Element& element) { element.setNumber(text, length); });
+    return putScalar("Unexpected number",
+                     [=](Element& element) { element.setNumber(text, length); });
 }
 
 int DomParser::cb_string(const char* text, unsigned int length) {
-    return placeScalar("Unexpected string!",
-                       [=](Element& element) { element.setString(text, length); });
+    return putScalar("Unexpected string!",
+                     [=](Element& element) { element.setString(text, length); });
 }
 
 int DomParser::cb_start_map() { return openContainer(etObject, "Unexpected start of map!"); }
@@ -147,7 +147,7 @@ int DomParser::cb_double(double /*value*/) {
 /// An array takes the value as a new item and stays current; any other element becomes the value,
 /// and its parent is current again.
 template<class Set>
-int DomParser::placeScalar(const char* unexpected, const Set& set) {
+int DomParser::putScalar(const char* unexpected, const Set& set) {
     requireCurrent(unexpected);
     if (m_current->isArray()) {
         set(m_current->array().appendNull());

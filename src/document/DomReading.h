@@ -25,29 +25,29 @@ public:
     /// Forgets the last piece; the next one begins at that offset.
     void begin(std::uint64_t offset) noexcept;
 
-    void null(TokenPlace place) noexcept { noteToken(place); }
-    void boolean(bool /*value*/, TokenPlace place) noexcept { noteToken(place); }
-    void number(std::string_view /*text*/, TokenPlace place) noexcept {
-        noteToken(place);
-        m_numberEnd = place.end;
+    void null(TokenSpan span) noexcept { noteToken(span); }
+    void boolean(bool /*value*/, TokenSpan span) noexcept { noteToken(span); }
+    void number(std::string_view /*text*/, TokenSpan span) noexcept {
+        noteToken(span);
+        m_numberEnd = span.end;
     }
-    void string(std::string_view /*text*/, TokenPlace place) noexcept { noteToken(place); }
-    bool key(std::string_view /*text*/, TokenPlace place) {
-        noteToken(place);
-        m_keys.push_back(place);
+    void string(std::string_view /*text*/, TokenSpan span) noexcept { noteToken(span); }
+    bool key(std::string_view /*text*/, TokenSpan span) {
+        noteToken(span);
+        m_keys.push_back(span);
         return true;
     }
-    void openObject(TokenPlace place) noexcept { noteToken(place); }
-    void closeObject(TokenPlace /*place*/) { noteEnd(); }
-    void openArray(TokenPlace place) noexcept { noteToken(place); }
-    void closeArray(TokenPlace /*place*/) { noteEnd(); }
-    void comma(TokenPlace place) noexcept { m_comma = place.begin; }
+    void openObject(TokenSpan span) noexcept { noteToken(span); }
+    void closeObject(TokenSpan /*span*/) { noteEnd(); }
+    void openArray(TokenSpan span) noexcept { noteToken(span); }
+    void closeArray(TokenSpan /*span*/) { noteEnd(); }
+    void comma(TokenSpan span) noexcept { m_comma = span.begin; }
 
     /// The piece ends within the token that begins there.
     void cutToken(std::uint64_t begin) noexcept { noteToken({begin, begin}); }
 
     /// The keys that ended in the piece.
-    const std::vector<TokenPlace>& keys() const noexcept { return m_keys; }
+    const std::vector<TokenSpan>& keys() const noexcept { return m_keys; }
     /// Whether a number ended at that offset.
     bool isNumberEnd(std::uint64_t offset) const noexcept { return m_numberEnd == offset; }
 
@@ -59,11 +59,11 @@ public:
     std::uint64_t added() const noexcept { return m_added; }
 
 private:
-    void noteToken(TokenPlace place) noexcept;
+    void noteToken(TokenSpan span) noexcept;
     void noteEnd();
 
     std::uint64_t m_begin = 0;  ///< of the piece
-    std::vector<TokenPlace> m_keys;
+    std::vector<TokenSpan> m_keys;
     std::optional<std::uint64_t> m_numberEnd;
     std::optional<std::uint64_t> m_comma;  ///< no token has followed it
     std::vector<std::uint64_t> m_trailing;

@@ -15,9 +15,9 @@ void EventNotes::begin(std::uint64_t offset) noexcept {
     m_afterHeld.reset();
 }
 
-void EventNotes::noteToken(TokenPlace place) noexcept {
+void EventNotes::noteToken(TokenSpan span) noexcept {
     if (m_comma && *m_comma < m_begin) {
-        m_afterHeld = place.begin;
+        m_afterHeld = span.begin;
     }
     m_comma.reset();
 }

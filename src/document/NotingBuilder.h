@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "document/TreeBuilder.h"
-#include "source/ValuePlaces.h"
+#include "source/SpanTable.h"
 
 namespace ko::Orvid {
 
@@ -18,42 +18,36 @@ public:
     NotingBuilder(TreeBuilder& builder, std::uint64_t first) noexcept
         : m_builder(builder), m_first(first) {}
 
-    void null(TokenPlace place) { note(m_builder.null(place), place); }
-    void boolean(bool value, TokenPlace place) { note(m_builder.boolean(value, place), place); }
-    void number(std::string_view text, TokenPlace place) {
-        note(m_builder.number(text, place), place);
+    void null(TokenSpan span) { note(m_builder.null(span), span); }
+    void boolean(bool value, TokenSpan span) { note(m_builder.boolean(value, span), span); }
+    void number(std::string_view text, TokenSpan span) { note(m_builder.number(text, span), span); }
+    void string(std::string_view text, TokenSpan span) { note(m_builder.string(text, span), span); }
+    bool key(std::string_view text, TokenSpan span) { return m_builder.key(text, span); }
+    void openObject(TokenSpan span) { m_open.push_back(note(m_builder.openObject(span), span)); }
+    void closeObject(TokenSpan span) {
+        m_builder.closeObject(span);
+        close(span);
     }
-    void string(std::string_view text, TokenPlace place) {
-        note(m_builder.string(text, place), place);
-    }
-    bool key(std::string_view text, TokenPlace place) { return m_builder.key(text, place); }
-    void openObject(TokenPlace place) {
-        m_open.push_back(note(m_builder.openObject(place), place));
-    }
-    void closeObject(TokenPlace place) {
-        m_builder.closeObject(place);
-        close(place);
-    }
-    void openArray(TokenPlace place) { m_open.push_back(note(m_builder.openArray(place), place)); }
-    void closeArray(TokenPlace place) {
-        m_builder.closeArray(place);
-        close(place);
+    void openArray(TokenSpan span) { m_open.push_back(note(m_builder.openArray(span), span)); }
+    void closeArray(TokenSpan span) {
+        m_builder.closeArray(span);
+        close(span);
     }
 
-    ValuePlaces& places() noexcept { return m_places; }
+    SpanTable& spans() noexcept { return m_spans; }
 
 private:
-    std::uint32_t note(const Element& element, TokenPlace place) {
-        return m_places.add(&element, m_first + place.begin, m_first + place.end);
+    std::uint32_t note(const Element& element, TokenSpan span) {
+        return m_spans.add(&element, m_first + span.begin, m_first + span.end);
     }
-    void close(TokenPlace place) noexcept {
-        m_places[m_open.back()].close(m_first + place.end, m_places.size());
+    void close(TokenSpan span) noexcept {
+        m_spans[m_open.back()].close(m_first + span.end, m_spans.size());
         m_open.pop_back();
     }
 
     TreeBuilder& m_builder;
     const std::uint64_t m_first;
-    ValuePlaces m_places;
+    SpanTable m_spans;
     std::vector<std::uint32_t> m_open;  ///< the containers whose end has not come
 };
 

@@ -8,7 +8,7 @@ namespace ko::Orvid {
 
 namespace {
 
-constexpr TokenPlace k_nowhere{0, 0};
+constexpr TokenSpan k_nowhere{0, 0};
 
 }  // namespace
 
@@ -24,7 +24,7 @@ void SelectiveBuilder::open(bool isArray) {
     }
     Projection::State& state = nextState();
     if (state.isWhole) {
-        makePlace();
+        makeElement();
         makeContainer(isArray);
         m_whole += isArray ? '[' : '{';
     } else if (state.isNothing()) {
@@ -48,7 +48,7 @@ void SelectiveBuilder::close() {
 
 void SelectiveBuilder::push(Projection::State& state, bool isArray) {
     if (state.isWanted) {
-        makePlace();
+        makeElement();
         makeContainer(isArray);
         ++m_made;
     }
@@ -92,7 +92,7 @@ void SelectiveBuilder::endContainer(bool isArray) {
 }
 
 /// Makes what is open around the next value, and its key.
-void SelectiveBuilder::makePlace() {
+void SelectiveBuilder::makeElement() {
     const auto makeKey = [this](std::size_t level) {
         if (level > 0 && !m_levels[level - 1].isArray) {
             m_tree.key(m_levels[level - 1].key, k_nowhere);
@@ -108,7 +108,7 @@ void SelectiveBuilder::makePlace() {
 /// An item that is left out still counts where others have their positions after it.
 void SelectiveBuilder::leaveOut() {
     if (m_depth > 0 && top().isArray && top().state->hasPositions) {
-        makePlace();
+        makeElement();
         m_tree.null(k_nowhere);
     }
 }

@@ -28,23 +28,23 @@ public:
         m_tree.begin(root);
     }
 
-    void null(TokenPlace place) {
-        take([&] { m_tree.null(place); });
+    void null(TokenSpan span) {
+        take([&] { m_tree.null(span); });
     }
-    void boolean(bool value, TokenPlace place) {
-        take([&] { m_tree.boolean(value, place); });
+    void boolean(bool value, TokenSpan span) {
+        take([&] { m_tree.boolean(value, span); });
     }
-    void number(std::string_view text, TokenPlace place) {
-        take([&] { m_tree.number(text, place); });
+    void number(std::string_view text, TokenSpan span) {
+        take([&] { m_tree.number(text, span); });
     }
-    void string(std::string_view text, TokenPlace place) {
-        take([&] { m_tree.string(text, place); });
+    void string(std::string_view text, TokenSpan span) {
+        take([&] { m_tree.string(text, span); });
     }
-    bool key(std::string_view text, TokenPlace place);
-    void openObject(TokenPlace /*place*/) { open(false); }
-    void closeObject(TokenPlace /*place*/) { close(); }
-    void openArray(TokenPlace /*place*/) { open(true); }
-    void closeArray(TokenPlace /*place*/) { close(); }
+    bool key(std::string_view text, TokenSpan span);
+    void openObject(TokenSpan /*span*/) { open(false); }
+    void closeObject(TokenSpan /*span*/) { close(); }
+    void openArray(TokenSpan /*span*/) { open(true); }
+    void closeArray(TokenSpan /*span*/) { close(); }
 
     /// Whether an object that is looked at has a key twice, or seems to: then the order of members
     /// may be another one than in the document.
@@ -69,7 +69,7 @@ private:
     void pop();
     void makeContainer(bool isArray);
     void endContainer(bool isArray);
-    void makePlace();
+    void makeElement();
     void leaveOut();
 
     Projection& m_projection;
@@ -101,19 +101,19 @@ void SelectiveBuilder::take(const Make& make) {
         return make();
     }
     if (nextState().isWanted) {
-        makePlace();
+        makeElement();
         make();
     } else {
         leaveOut();
     }
 }
 
-inline bool SelectiveBuilder::key(std::string_view text, TokenPlace place) {
+inline bool SelectiveBuilder::key(std::string_view text, TokenSpan span) {
     if (m_skipped > 0) {
         return true;
     }
     if (!m_whole.empty()) {
-        return m_tree.key(text, place);
+        return m_tree.key(text, span);
     }
     Level& level = top();
     m_member = &m_projection.member(*level.state, text);

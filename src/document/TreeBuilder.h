@@ -46,14 +46,14 @@ public:
     }
 
     // Each of them returns the element that took the value.
-    Element& null(TokenPlace /*place*/) { return next(); }
-    Element& boolean(bool value, TokenPlace /*place*/) {
+    Element& null(TokenSpan /*span*/) { return next(); }
+    Element& boolean(bool value, TokenSpan /*span*/) {
         Element& element = next();
         element.data().value.boolean = value;
         element.data().type = etBoolean;
         return element;
     }
-    Element& number(std::string_view text, TokenPlace /*place*/) {
+    Element& number(std::string_view text, TokenSpan /*span*/) {
         Element& element = next();
         static_cast<void>(lengthOf(text));
         element.data().value.number =
@@ -61,14 +61,14 @@ public:
         element.data().type = etNumber;
         return element;
     }
-    Element& string(std::string_view text, TokenPlace /*place*/) {
+    Element& string(std::string_view text, TokenSpan /*span*/) {
         Element& element = next();
         static_cast<void>(lengthOf(text));
         element.data().value.string = newString(m_nodes, text);
         element.data().type = etString;
         return element;
     }
-    bool key(std::string_view text, TokenPlace /*place*/) {
+    bool key(std::string_view text, TokenSpan /*span*/) {
         static_cast<void>(lengthOf(text));
         Element::TObject& object = *m_container->data().value.object;
         if (object.size() >= OpenKeys::k_most) {
@@ -82,13 +82,13 @@ public:
         m_keys.add(object, member);
         return expect(member.second);
     }
-    Element& openObject(TokenPlace /*place*/) { return open(etObject); }
-    void closeObject(TokenPlace /*place*/) {
+    Element& openObject(TokenSpan /*span*/) { return open(etObject); }
+    void closeObject(TokenSpan /*span*/) {
         m_keys.close(*m_container->data().value.object);
         close();
     }
-    Element& openArray(TokenPlace /*place*/) { return open(etArray); }
-    void closeArray(TokenPlace /*place*/) {
+    Element& openArray(TokenSpan /*span*/) { return open(etArray); }
+    void closeArray(TokenSpan /*span*/) {
         noteLength(m_container->data().value.array->size());
         close();
     }

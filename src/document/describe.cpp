@@ -177,9 +177,9 @@ std::string describeParse(const ParseException& error) {
         return "The query has an error at column " + std::to_string(error.firstColumn()) +
                " (counted from 0): " + sentence(error.message());
     }
-    const std::string place = placeOf(error);
+    const std::string position = placeOf(error);
     const std::string* const path = error.elementPath();
-    return "The text has an error" + (place.empty() ? "" : " in " + place) +
+    return "The text has an error" + (position.empty() ? "" : " in " + position) +
            (path == nullptr ? "" : ", where " + elementText(*path) + " is read") + ": " +
            sentence(trimmed(error.message()));
 }
@@ -252,8 +252,8 @@ std::string describeRange(const std::exception& error, const char* type) {
 }
 
 std::string describeTextRange(const std::exception& error) {
-    using TRange = ValueOutOfRange<std::string, std::string>;
-    const auto* const range = dynamic_cast<const TRange*>(&error);
+    using Range = ValueOutOfRange<std::string, std::string>;
+    const auto* const range = dynamic_cast<const Range*>(&error);
     return range == nullptr
                ? ""
                : rangeText(range->value(), "the binary values", range->min(), range->max()) +

@@ -30,13 +30,13 @@ const Element* elementOf(const std::exception& error, const Dom& dom) {
 
 std::string describe(const std::exception& error, const Dom& dom) {
     const Element* const element = elementOf(error, dom);
-    const std::optional<SourcePlace> place =
+    const std::optional<SourcePlace> position =
         element == nullptr ? std::nullopt : dom.placeOf(*element);
-    if (!place) {
+    if (!position) {
         return describe(error);
     }
     const std::string file = dom.file().empty() ? "" : dom.file() + ":";
-    return file + std::to_string(place->line) + ":" + std::to_string(place->column) + ": " +
+    return file + std::to_string(position->line) + ":" + std::to_string(position->column) + ": " +
            describe(error);
 }
 

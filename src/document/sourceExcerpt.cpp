@@ -129,9 +129,9 @@ std::string sourceExcerpt(std::string_view text, const ParseException& error) {
     const std::vector<Glyph> glyphs = glyphsAround(*line, marked);
     const auto mark = std::find_if(glyphs.begin(), glyphs.end(),
                                    [](const Glyph& glyph) { return glyph.isMarked; });
-    const auto place = static_cast<std::size_t>(mark - glyphs.begin());
-    const bool isCut = glyphs.size() > k_width && place > k_before + k_cutWidth;
-    return drawing(glyphs, isCut ? place - k_before : 0);
+    const auto index = static_cast<std::size_t>(mark - glyphs.begin());
+    const bool isCut = glyphs.size() > k_width && index > k_before + k_cutWidth;
+    return drawing(glyphs, isCut ? index - k_before : 0);
 }
 
 }  // namespace ko::Orvid

@@ -25,19 +25,19 @@ namespace ko::Orvid {
 
 namespace {
 
-using SBinary = NumberStore::SBinary;
+using Binary = NumberStore::Binary;
 
 /// The formatted extraction of a stream decides what becomes of the texts that are no plain
 /// integer; the plain ones are read without a stream, which is what makes typed reads cheap.
 template<class T>
-SBinary readInteger(std::string_view text, T before) {
+Binary readInteger(std::string_view text, T before) {
     T value = before;
     const bool isWhole = readWhole(text, value);
     if (!isWhole) {
         std::istringstream stream{std::string(text)};
         stream >> value;
     }
-    SBinary binary = binaryOf(value);
+    Binary binary = binaryOf(value);
     binary.isWhole = isWhole;
     return binary;
 }
@@ -95,7 +95,7 @@ Number Number::exact(Real value) {
     }
     char text[k_shortestSize];
     const std::string_view view(text, writeShortest(text, value));
-    SBinary binary = std::isfinite(real) ? binaryOf(real) : SBinary();
+    Binary binary = std::isfinite(real) ? binaryOf(real) : Binary();
     binary.isWhole = std::is_same_v<Real, double>;
     number.m_store.assign(view, binary);
     return number;
@@ -194,7 +194,7 @@ std::ostream& Number::writeAt(std::ostream& out) const { return out << textView(
 std::wostream& Number::writeAt(std::wostream& out) const { return out << toWString(); }
 
 DecNumber Number::toDecNumber() const {
-    const SBinary value = binary();
+    const Binary value = binary();
     switch (value.kind) {
         case ebLongLong:
             return DecNumber(signedOf(value));
@@ -210,8 +210,8 @@ DecNumber Number::toDecNumber() const {
 }
 
 /// The binary value, computed where there is none.
-Number::SBinary Number::binary() const {
-    const SBinary held = m_store.binary();
+Number::Binary Number::binary() const {
+    const Binary held = m_store.binary();
     return held.kind != ebNone ? held : convertedText();
 }
 
@@ -225,7 +225,7 @@ void Number::syncToString() const { m_store.derive(); }
 
 /// Replaces the bits from before in `value`, and keeps the result. A text that is beyond its kind
 /// has the kind alone, and that is not kept.
-Number::ERefusal Number::convertGivenText(SBinary& value) const {
+Number::Refusal Number::convertGivenText(Binary& value) const {
     const std::string_view text = m_store.givenText();
     const EBinaryType kind = kindOf(text);
     if (kind == ebDouble) {
@@ -233,29 +233,29 @@ Number::ERefusal Number::convertGivenText(SBinary& value) const {
         const double real = readReal<double>(text, isWhole);
         if (std::isinf(real)) {
             value.kind = ebDouble;
-            return ERefusal::real;
+            return Refusal::real;
         }
         value = binaryOf(real);
         value.isWhole = isWhole;
     } else if (isRefusedInteger(text, kind)) {
         value.kind = static_cast<unsigned char>(kind);
-        return ERefusal::integer;
+        return Refusal::integer;
     } else {
         value = kind == ebLongLong ? readInteger(text, signedOf(value))
                                    : readInteger(text, unsignedOf(value));
     }
     m_store.keep(value);
-    return ERefusal::none;
+    return Refusal::none;
 }
 
-Number::SBinary Number::convertedText() const {
-    SBinary value = m_store.binary();
+Number::Binary Number::convertedText() const {
+    Binary value = m_store.binary();
     value.isWhole = false;
-    const ERefusal refusal = convertGivenText(value);
-    if (refusal != ERefusal::none) {
+    const Refusal refusal = convertGivenText(value);
+    if (refusal != Refusal::none) {
         // The kind is kept before the exception: a text that is out of range is reported once.
         m_store.keep(value);
-        const bool isReal = refusal == ERefusal::real;
+        const bool isReal = refusal == Refusal::real;
         throw ValueOutOfRange<std::string, std::string>(std::string(m_store.givenText()),
                                                         isReal ? k_limits.dblMin : k_limits.llMin,
                                                         isReal ? k_limits.dblMax : k_limits.llMax);
@@ -265,14 +265,14 @@ Number::SBinary Number::convertedText() const {
 
 namespace {
 
-constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("ebNone"), ORVID_ENUM_NAME("ebLongLong"),
+constexpr NamedEnum k_names[] = {ORVID_ENUM_NAME("ebNone"), ORVID_ENUM_NAME("ebLongLong"),
                                  ORVID_ENUM_NAME("ebULongLong"), ORVID_ENUM_NAME("ebDouble"),
                                  ORVID_ENUM_NAME("ebBigDecimal")};
-constexpr SEnumName k_unknown = ORVID_ENUM_NAME(">>Unknown<<");
+constexpr NamedEnum k_unknown = ORVID_ENUM_NAME(">>Unknown<<");
 
 template<class Stream>
 Stream& print(Stream& out, Number::EBinaryType type) {
-    const SEnumName* const name = nameAt(k_names, type);
+    const NamedEnum* const name = nameAt(k_names, type);
     out << (name == nullptr ? k_unknown : *name);
     return out;
 }

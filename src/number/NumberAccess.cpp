@@ -66,7 +66,7 @@ T valueOf(const Number& number) {
 
 /// The answer of compare() against both limits; for the usual pairs of kinds without the detour.
 template<class T>
-bool Number::isWithin(const SBinary& own, T min, T max) const {
+bool Number::isWithin(const Binary& own, T min, T max) const {
     if constexpr (std::is_integral_v<T>) {
         if (own.kind == ebULongLong) {
             return unsignedOf(own) <= static_cast<unsigned long long>(max);
@@ -83,7 +83,7 @@ template<class T>
 T& Number::getValue(T& out) const {
     constexpr T min = std::numeric_limits<T>::min();
     constexpr T max = std::numeric_limits<T>::max();
-    const SBinary own = binary();
+    const Binary own = binary();
     if (!isWithin(own, min, max)) {
         throw ValueOutOfRange<Number, T>(*this, min, max);
     }

@@ -11,35 +11,33 @@
 namespace ko::Orvid {
 
 template<class T>
-T valueIn(const NumberStore::SBinary& binary) noexcept {
+T valueIn(const NumberStore::Binary& binary) noexcept {
     static_assert(sizeof(T) == sizeof binary.bits);
     T value;
     std::memcpy(&value, &binary.bits, sizeof value);
     return value;
 }
 
-inline long long signedOf(const NumberStore::SBinary& binary) noexcept {
+inline long long signedOf(const NumberStore::Binary& binary) noexcept {
     return valueIn<long long>(binary);
 }
 
-inline unsigned long long unsignedOf(const NumberStore::SBinary& binary) noexcept {
+inline unsigned long long unsignedOf(const NumberStore::Binary& binary) noexcept {
     return binary.bits;
 }
 
-inline double realOf(const NumberStore::SBinary& binary) noexcept {
-    return valueIn<double>(binary);
-}
+inline double realOf(const NumberStore::Binary& binary) noexcept { return valueIn<double>(binary); }
 
-inline NumberStore::SBinary binaryOf(long long value) noexcept {
+inline NumberStore::Binary binaryOf(long long value) noexcept {
     return {static_cast<unsigned long long>(value), Number::ebLongLong, false};
 }
 
-inline NumberStore::SBinary binaryOf(unsigned long long value) noexcept {
+inline NumberStore::Binary binaryOf(unsigned long long value) noexcept {
     return {value, Number::ebULongLong, false};
 }
 
-inline NumberStore::SBinary binaryOf(double value) noexcept {
-    NumberStore::SBinary binary{0, Number::ebDouble, false};
+inline NumberStore::Binary binaryOf(double value) noexcept {
+    NumberStore::Binary binary{0, Number::ebDouble, false};
     std::memcpy(&binary.bits, &value, sizeof value);
     return binary;
 }

@@ -58,7 +58,7 @@ int Number::compare(double x, const std::string& y) {
 }
 
 int Number::compare(const Number& other) const {
-    const SBinary right = other.binary();
+    const Binary right = other.binary();
     switch (right.kind) {
         case ebLongLong:
             return compareTo(binary(), signedOf(right));
@@ -71,7 +71,7 @@ int Number::compare(const Number& other) const {
     }
 }
 
-int Number::compareTo(const SBinary& own, long long other) const {
+int Number::compareTo(const Binary& own, long long other) const {
     switch (own.kind) {
         case ebLongLong:
             return orderOf(signedOf(own), other);
@@ -86,7 +86,7 @@ int Number::compareTo(const SBinary& own, long long other) const {
     }
 }
 
-int Number::compareTo(const SBinary& own, unsigned long long other) const {
+int Number::compareTo(const Binary& own, unsigned long long other) const {
     switch (own.kind) {
         case ebLongLong:
             return compare(signedOf(own), other);
@@ -101,7 +101,7 @@ int Number::compareTo(const SBinary& own, unsigned long long other) const {
     }
 }
 
-int Number::compareTo(const SBinary& own, double other) const {
+int Number::compareTo(const Binary& own, double other) const {
     switch (own.kind) {
         case ebLongLong:
             return compare(signedOf(own), other);

@@ -125,7 +125,7 @@ bool fromText(std::string_view text, T& out) {
 
 /// Whether the binary value of a text says all that a T has of it. An integer has no negative zero.
 template<class T>
-bool isExactAs(const NumberStore::SBinary& value) {
+bool isExactAs(const NumberStore::Binary& value) {
     if (value.kind == Number::ebDouble) {
         return std::is_same_v<T, double>;
     }
@@ -136,9 +136,9 @@ bool isExactAs(const NumberStore::SBinary& value) {
 
 template<class T>
 bool Number::convertTo(T& out) const {
-    SBinary value = m_store.binary();
+    Binary value = m_store.binary();
     if (m_store.hasGivenText()) {
-        const bool isRead = value.kind != ebNone || convertGivenText(value) == ERefusal::none;
+        const bool isRead = value.kind != ebNone || convertGivenText(value) == Refusal::none;
         if (!isRead || !value.isWhole || !isExactAs<T>(value)) {
             return fromText(m_store.givenText(), out);
         }

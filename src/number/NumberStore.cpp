@@ -14,9 +14,9 @@
 
 namespace ko::Orvid {
 
-struct NumberStore::SHeap {
+struct NumberStore::Heap {
     std::string text;
-    SHeap* former;  ///< what was handed out before this text took its place
+    Heap* former;  ///< what was handed out before this text took its place
     bool isDerived;
     // Of the wide layout, which has no other place for them.
     std::atomic<std::uint64_t> bits{0};
@@ -25,7 +25,7 @@ struct NumberStore::SHeap {
 
 namespace {
 
-using SBinary = NumberStore::SBinary;
+using Binary = NumberStore::Binary;
 
 // A packed binary value: from the lowest bit on two bits of kind, one that says whether the text
 // is whole, and the value. Of a double that is the sign, eight bits of exponent and the fraction,
@@ -62,7 +62,7 @@ std::uint64_t unpackDouble(std::uint64_t value) noexcept {
 }
 
 /// Zero where the value does not fit.
-std::uint64_t packed(const SBinary& binary) noexcept {
+std::uint64_t packed(const Binary& binary) noexcept {
     std::uint64_t value = binary.bits;
     bool fits = false;
     switch (binary.kind) {
@@ -82,7 +82,7 @@ std::uint64_t packed(const SBinary& binary) noexcept {
     return fits ? value << k_valueBit | whole << k_wholeBit | binary.kind : 0;
 }
 
-SBinary unpacked(std::uint64_t word) noexcept {
+Binary unpacked(std::uint64_t word) noexcept {
     const auto kind = static_cast<unsigned char>(word & k_kindMask);
     std::uint64_t value = word >> k_valueBit;
     if (kind == Number::ebDouble) {
@@ -104,7 +104,7 @@ bool mayKeepBits(std::string_view text) {
 }
 
 /// Whether a binary value that cannot be packed would be missed.
-bool isNeeded(const SBinary& binary, std::string_view text) {
+bool isNeeded(const Binary& binary, std::string_view text) {
     return binary.kind == Number::ebNone ? binary.bits != 0 && mayKeepBits(text) : !binary.isWhole;
 }
 
@@ -112,8 +112,8 @@ bool isNeeded(const SBinary& binary, std::string_view text) {
 
 /// Room for the text of any binary value is there from the start, so that assigning one cannot
 /// throw.
-NumberStore::SHeap* NumberStore::make(std::string_view text, bool isDerived, SHeap* former) {
-    auto made = std::make_unique<SHeap>();
+NumberStore::Heap* NumberStore::make(std::string_view text, bool isDerived, Heap* former) {
+    auto made = std::make_unique<Heap>();
     made->text.reserve(std::max(text.size(), k_capacity));
     made->text = text;
     made->isDerived = isDerived;
@@ -121,22 +121,22 @@ NumberStore::SHeap* NumberStore::make(std::string_view text, bool isDerived, SHe
     return made.release();
 }
 
-void NumberStore::release(SHeap* heap) noexcept {
+void NumberStore::release(Heap* heap) noexcept {
     while (heap != nullptr) {
         delete std::exchange(heap, heap->former);
     }
 }
 
-std::string_view NumberStore::givenOnHeap(const SHeap* heap, std::string_view otherwise) noexcept {
+std::string_view NumberStore::givenOnHeap(const Heap* heap, std::string_view otherwise) noexcept {
     while (heap != nullptr && heap->isDerived) {
         heap = heap->former;
     }
     return heap == nullptr ? otherwise : std::string_view(heap->text);
 }
 
-NumberStore::NumberStore(std::string_view text, const SBinary& binary) { construct(text, binary); }
+NumberStore::NumberStore(std::string_view text, const Binary& binary) { construct(text, binary); }
 
-void NumberStore::construct(std::string_view text, const SBinary& binary) {
+void NumberStore::construct(std::string_view text, const Binary& binary) {
     if (text.size() <= k_small) {
         layOut(nullptr, binary, static_cast<unsigned char>(text.size()));
         copyBytes(k_textOffset, text);
@@ -145,7 +145,7 @@ void NumberStore::construct(std::string_view text, const SBinary& binary) {
     }
 }
 
-void NumberStore::constructLong(std::string_view text, const SBinary& binary) {
+void NumberStore::constructLong(std::string_view text, const Binary& binary) {
     if (text.size() <= k_capacity && binary.kind == Number::ebNone && binary.bits == 0) {
         return layOutWide(text);
     }
@@ -182,15 +182,15 @@ void NumberStore::steal(NumberStore& other) noexcept {
 }
 
 /// The number's text is on the heap from now on, where it was assigned already.
-void NumberStore::useHeap(SHeap& heap, const SBinary& binary, bool isDerived) noexcept {
+void NumberStore::useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept {
     release(std::exchange(heap.former, nullptr));
     heap.isDerived = isDerived;
     layOut(&heap, binary, isDerived ? k_noText : 0);
 }
 
-void NumberStore::assign(std::string_view text, const SBinary& binary) {
-    if (SHeap* const held = heap()) {
-        const SBinary kept = binary;
+void NumberStore::assign(std::string_view text, const Binary& binary) {
+    if (Heap* const held = heap()) {
+        const Binary kept = binary;
         held->text.assign(text);
         useHeap(*held, kept, false);
     } else {
@@ -199,8 +199,8 @@ void NumberStore::assign(std::string_view text, const SBinary& binary) {
     }
 }
 
-void NumberStore::assign(const SBinary& binary) noexcept {
-    if (SHeap* const held = heap()) {
+void NumberStore::assign(const Binary& binary) noexcept {
+    if (Heap* const held = heap()) {
         NumberBuffer buffer;
         held->text.assign(derivedText(binary, buffer));
         useHeap(*held, binary, true);
@@ -210,17 +210,17 @@ void NumberStore::assign(const SBinary& binary) noexcept {
 }
 
 void NumberStore::take(NumberStore& other) noexcept {
-    SHeap* const held = heap();
+    Heap* const held = heap();
     if (held == nullptr) {
         steal(other);
         return;
     }
-    const SBinary binary = other.binary();
+    const Binary binary = other.binary();
     if (!other.hasGivenText()) {
         assign(binary);
         return;
     }
-    SHeap* theirs = other.heap();
+    Heap* theirs = other.heap();
     while (theirs != nullptr && theirs->isDerived) {
         theirs = theirs->former;
     }
@@ -232,9 +232,9 @@ void NumberStore::take(NumberStore& other) noexcept {
     useHeap(*held, binary, false);
 }
 
-NumberStore::SBinary NumberStore::wideBinary() const noexcept {
+NumberStore::Binary NumberStore::wideBinary() const noexcept {
     const std::uint64_t word = m_word.load(std::memory_order_acquire);
-    const SHeap* const held = heapOf(word);
+    const Heap* const held = heapOf(word);
     if (held == nullptr) {
         return unpacked(word);
     }
@@ -243,9 +243,9 @@ NumberStore::SBinary NumberStore::wideBinary() const noexcept {
             (kind & k_whole) != 0};
 }
 
-void NumberStore::keep(const SBinary& binary) const noexcept {
+void NumberStore::keep(const Binary& binary) const noexcept {
     std::uint64_t word = m_word.load(std::memory_order_acquire);
-    SHeap* const held = isWide() ? heapOf(word) : nullptr;
+    Heap* const held = isWide() ? heapOf(word) : nullptr;
     if (isWide() && held == nullptr) {
         // The place may become the pointer's at any time.
         if (const std::uint64_t value = packed(binary); value != 0 && word == 0) {
@@ -259,19 +259,19 @@ void NumberStore::keep(const SBinary& binary) const noexcept {
 }
 
 /// A text that was given empty gives way to a derived one as soon as the binary value has a kind.
-bool NumberStore::isCurrent(const SHeap& held) const noexcept {
+bool NumberStore::isCurrent(const Heap& held) const noexcept {
     return !held.text.empty() || held.isDerived || binary().kind == Number::ebNone;
 }
 
 const std::string& NumberStore::string() const {
     for (;;) {
-        SHeap* const held = heap();
+        Heap* const held = heap();
         if (held != nullptr && isCurrent(*held)) {
             return held->text;
         }
         NumberBuffer buffer;
         const std::string_view given = givenText();
-        const SBinary value = binary();
+        const Binary value = binary();
         const bool isDerived = given.empty() && value.kind != Number::ebNone;
         const std::string* const made = isDerived ? publish(derivedText(value, buffer), true, held)
                                                   : publish(given, !hasGivenText(), held);
@@ -282,7 +282,7 @@ const std::string& NumberStore::string() const {
 }
 
 std::string_view NumberStore::textIn(NumberBuffer& buffer) const noexcept {
-    const SHeap* const held = heap();
+    const Heap* const held = heap();
     if (held != nullptr && isCurrent(*held)) {
         return held->text;
     }
@@ -294,7 +294,7 @@ void NumberStore::derive() const {
     NumberBuffer derivedBuffer;
     NumberBuffer buffer;
     for (;;) {
-        SHeap* const held = heap();
+        Heap* const held = heap();
         const std::string_view derived = derivedText(binary(), derivedBuffer);
         if (textIn(buffer) == derived || publish(derived, true, held) != nullptr) {
             return;
@@ -303,9 +303,8 @@ void NumberStore::derive() const {
 }
 
 /// Null if another thread came first.
-const std::string* NumberStore::publish(std::string_view text, bool isDerived,
-                                        SHeap* former) const {
-    SHeap* const made = make(text, isDerived, former);
+const std::string* NumberStore::publish(std::string_view text, bool isDerived, Heap* former) const {
+    Heap* const made = make(text, isDerived, former);
     const bool isPublished =
         isWide() ? publishWide(*made, former)
                  : pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
@@ -318,10 +317,10 @@ const std::string* NumberStore::publish(std::string_view text, bool isDerived,
 }
 
 /// Takes the binary value along, whose place the pointer takes.
-bool NumberStore::publishWide(SHeap& made, SHeap* former) const noexcept {
+bool NumberStore::publishWide(Heap& made, Heap* former) const noexcept {
     std::uint64_t word = m_word.load(std::memory_order_acquire);
     while (heapOf(word) == former) {
-        const SBinary value = wideBinary();
+        const Binary value = wideBinary();
         made.bits.store(value.bits, std::memory_order_relaxed);
         made.kind.store(kindByte(value), std::memory_order_relaxed);
         const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&made));

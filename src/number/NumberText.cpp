@@ -12,7 +12,7 @@ namespace ko::Orvid {
 
 namespace {
 
-using SBinary = NumberStore::SBinary;
+using Binary = NumberStore::Binary;
 
 /// `format` is what std::to_chars() takes after the value.
 template<class T, class... Format>
@@ -23,7 +23,7 @@ std::string_view written(NumberBuffer& buffer, T value, Format... format) noexce
 }
 
 template<class... Format>
-std::string_view textOf(const SBinary& binary, NumberBuffer& buffer, Format... format) noexcept {
+std::string_view textOf(const Binary& binary, NumberBuffer& buffer, Format... format) noexcept {
     switch (binary.kind) {
         case Number::ebLongLong:
             return written(buffer, signedOf(binary));
@@ -38,12 +38,12 @@ std::string_view textOf(const SBinary& binary, NumberBuffer& buffer, Format... f
 
 }  // namespace
 
-std::string_view derivedText(const SBinary& binary, NumberBuffer& buffer) noexcept {
+std::string_view derivedText(const Binary& binary, NumberBuffer& buffer) noexcept {
     constexpr int significantDigits = 6;  // what a stream prints of a double by default
     return textOf(binary, buffer, std::chars_format::general, significantDigits);
 }
 
-std::string_view exactText(const SBinary& binary, NumberBuffer& buffer) noexcept {
+std::string_view exactText(const Binary& binary, NumberBuffer& buffer) noexcept {
     return textOf(binary, buffer);
 }
 

@@ -12,9 +12,9 @@
 namespace ko::Orvid {
 
 /// Six digits; empty for a kind without a binary value. Lives in `buffer`.
-std::string_view derivedText(const NumberStore::SBinary& binary, NumberBuffer& buffer) noexcept;
+std::string_view derivedText(const NumberStore::Binary& binary, NumberBuffer& buffer) noexcept;
 
 /// As many digits as the value needs; empty for a kind without a binary value. Lives in `buffer`.
-std::string_view exactText(const NumberStore::SBinary& binary, NumberBuffer& buffer) noexcept;
+std::string_view exactText(const NumberStore::Binary& binary, NumberBuffer& buffer) noexcept;
 
 }  // namespace ko::Orvid

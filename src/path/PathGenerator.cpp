@@ -40,7 +40,7 @@ void PathGenerator::genListItem(unsigned int index) {
 
 namespace {
 
-constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("esInit"), ORVID_ENUM_NAME("esObject"),
+constexpr NamedEnum k_names[] = {ORVID_ENUM_NAME("esInit"), ORVID_ENUM_NAME("esObject"),
                                  ORVID_ENUM_NAME("esArray"), ORVID_ENUM_NAME("esError")};
 
 template<class Stream>

@@ -16,7 +16,7 @@
 namespace ko::Orvid {
 
 /// SState with a plain string for the token: a stream would cost more than all the rest.
-struct PathParser::SWork {
+struct PathParser::ParseWork {
     EState state = esInit;
     bool escaped = false;
     std::string token;
@@ -109,7 +109,7 @@ PathParser::PathParser(PathParserListener* listener) : m_listener(listener) {}
 /// Calls the operation with what `s` holds, and takes over what becomes of it, whatever is thrown.
 template<class Operation>
 void PathParser::onWork(SState& s, const Operation& operation) {
-    SWork work{s.state, s.escaped, s.token.str(), s.position, s.tokenStart};
+    ParseWork work{s.state, s.escaped, s.token.str(), s.position, s.tokenStart};
     const auto takeOver = [&] {
         s.state = work.state;
         s.tokenStart = work.tokenStart;
@@ -128,23 +128,23 @@ void PathParser::onWork(SState& s, const Operation& operation) {
 }
 
 void PathParser::parseEnd(SState& s, char c) {
-    onWork(s, [&](SWork& work) { end(work, c); });
+    onWork(s, [&](ParseWork& work) { end(work, c); });
 }
 
 bool PathParser::parseError(SState& s, std::string& message) {
     bool goOn = false;
-    onWork(s, [&](SWork& work) { goOn = report(work, message); });
+    onWork(s, [&](ParseWork& work) { goOn = report(work, message); });
     return goOn;
 }
 
 bool PathParser::parseError(SState& s, char c) {
     bool goOn = false;
-    onWork(s, [&](SWork& work) { goOn = report(work, c); });
+    onWork(s, [&](ParseWork& work) { goOn = report(work, c); });
     return goOn;
 }
 
 std::istream& PathParser::parse(std::istream& in) {
-    SWork s;
+    ParseWork s;
     while (in.rdstate() == std::ios_base::goodbit) {
         const char c = static_cast<char>(in.get());
         if (c == k_pathEnd && !s.escaped) {
@@ -159,7 +159,7 @@ std::istream& PathParser::parse(std::istream& in) {
 }
 
 void PathParser::parse(std::string_view text) {
-    SWork s;
+    ParseWork s;
     while (!text.empty()) {
         text.remove_prefix(takeKey(s, text));
         if (text.empty() || (text.front() == k_pathEnd && !s.escaped)) {
@@ -177,7 +177,7 @@ void PathParser::parse(std::string_view text) {
     end(s, k_pathEnd);
 }
 
-bool PathParser::next(SWork& s, char c) {
+bool PathParser::next(ParseWork& s, char c) {
     if (s.escaped) {
         if (!acceptEscaped(s, c)) {
             return false;
@@ -193,7 +193,7 @@ bool PathParser::next(SWork& s, char c) {
 }
 
 // NOLINTNEXTLINE(readability-function-cognitive-complexity): one table, read state by state
-bool PathParser::acceptPlain(SWork& s, char c) {
+bool PathParser::acceptPlain(ParseWork& s, char c) {
     switch (s.state) {
         case esInit:
             return c == '.'   ? separate(s, esObjectInit)
@@ -216,7 +216,7 @@ bool PathParser::acceptPlain(SWork& s, char c) {
     }
 }
 
-bool PathParser::acceptEscaped(SWork& s, char c) {
+bool PathParser::acceptEscaped(ParseWork& s, char c) {
     switch (s.state) {
         case esInit:
         case esObjectInit:
@@ -232,7 +232,7 @@ bool PathParser::acceptEscaped(SWork& s, char c) {
     }
 }
 
-bool PathParser::emitKey(SWork& s, EState following) {
+bool PathParser::emitKey(ParseWork& s, EState following) {
     s.state = following;
     s.tokenStart = s.position;
     const bool goOn = m_listener->cbObjectProperty(s.token);
@@ -240,7 +240,7 @@ bool PathParser::emitKey(SWork& s, EState following) {
     return goOn;
 }
 
-bool PathParser::emitIndex(SWork& s) {
+bool PathParser::emitIndex(ParseWork& s) {
     s.state = esInit;
     unsigned int index = k_noIndex;
     const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
@@ -253,7 +253,7 @@ bool PathParser::emitIndex(SWork& s) {
     return m_listener->cbArrayItem(index);
 }
 
-void PathParser::end(SWork& s, char c) {
+void PathParser::end(ParseWork& s, char c) {
     switch (s.state) {
         case esObject:
             emitKey(s, esInit);
@@ -268,7 +268,7 @@ void PathParser::end(SWork& s, char c) {
     }
 }
 
-bool PathParser::report(SWork& s, const std::string& message) {
+bool PathParser::report(ParseWork& s, const std::string& message) {
     TextStream text;
     text << message << " in path at \"" << s.token << "\" " << s.tokenStart << "," << s.position
          << " parser state " << s.state;
@@ -279,7 +279,7 @@ bool PathParser::report(SWork& s, const std::string& message) {
     return goOn;
 }
 
-bool PathParser::report(SWork& s, char c) {
+bool PathParser::report(ParseWork& s, char c) {
     std::string message = "Unexpexced EOF";
     if (c != k_pathEnd) {
         message = "Unexpected character '";
@@ -293,7 +293,7 @@ bool PathParser::report(SWork& s, char c) {
 
 namespace {
 
-constexpr SEnumName k_names[] = {ORVID_ENUM_NAME("esInit"),   ORVID_ENUM_NAME("esObjectInit"),
+constexpr NamedEnum k_names[] = {ORVID_ENUM_NAME("esInit"),   ORVID_ENUM_NAME("esObjectInit"),
                                  ORVID_ENUM_NAME("esObject"), ORVID_ENUM_NAME("esArrayInit"),
                                  ORVID_ENUM_NAME("esArray"),  ORVID_ENUM_NAME("esError")};
 

@@ -15,14 +15,14 @@ namespace ko::Orvid {
 
 class PlainSteps {
 public:
-    enum class EStep { key, index, end, notPlain };
+    enum class StepKind { key, index, end, notPlain };
 
     explicit PlainSteps(std::string_view text) : m_rest(text) {}
 
     /// Takes the next step. After `end` and `notPlain` there is none.
-    EStep next() {
+    StepKind next() {
         if (m_rest.empty()) {
-            return EStep::end;
+            return StepKind::end;
         }
         if (m_rest.front() == '[') {
             return takeIndex();
@@ -36,17 +36,17 @@ public:
     unsigned int index() const { return m_index; }
 
 private:
-    EStep takeKey(std::size_t start) {
+    StepKind takeKey(std::size_t start) {
         m_rest.remove_prefix(start);
         const std::size_t length = keyLength(m_rest);
         m_key = m_rest.substr(0, length);
         m_rest.remove_prefix(length);
         const bool isPlain =
             length > 0 && (m_rest.empty() || m_rest.front() == '.' || m_rest.front() == '[');
-        return isPlain ? EStep::key : EStep::notPlain;
+        return isPlain ? StepKind::key : StepKind::notPlain;
     }
 
-    EStep takeIndex() {
+    StepKind takeIndex() {
         constexpr std::size_t longest = 9;  // any number of nine digits fits
         std::size_t length = 1;
         m_index = 0;
@@ -55,10 +55,10 @@ private:
             ++length;
         }
         if (length == 1 || length == m_rest.size() || m_rest[length] != ']') {
-            return EStep::notPlain;
+            return StepKind::notPlain;
         }
         m_rest.remove_prefix(length + 1);
-        return EStep::index;
+        return StepKind::index;
     }
 
     std::string_view m_rest;
@@ -72,15 +72,15 @@ template<class Take>
 bool takePlainSteps(std::string_view path, const Take& take) {
     for (PlainSteps steps(path);;) {
         switch (steps.next()) {
-            case PlainSteps::EStep::key:
+            case PlainSteps::StepKind::key:
                 take(steps.key());
                 break;
-            case PlainSteps::EStep::index:
+            case PlainSteps::StepKind::index:
                 take(steps.index());
                 break;
-            case PlainSteps::EStep::end:
+            case PlainSteps::StepKind::end:
                 return true;
-            case PlainSteps::EStep::notPlain:
+            case PlainSteps::StepKind::notPlain:
                 return false;
         }
     }

@@ -81,7 +81,7 @@ bool Evaluation::test(const Call& call, const Element& current) {
         return false;
     }
     m_visits.takeSearched(text->size());
-    const bool isWhole = call.function == EFunction::match;
+    const bool isWhole = call.function == FunctionKind::match;
     const auto runs = [&](const Regexp& regexp) {
         return isWhole ? regexp.matches(*text) : regexp.isFoundIn(*text);
     };
@@ -134,11 +134,11 @@ Value Evaluation::lengthOf(const Value& value) {
 
 Value Evaluation::valueOf(const Call& call, const Element& current) {
     const Operand& argument = call.arguments.front();
-    if (call.function == EFunction::length) {
+    if (call.function == FunctionKind::length) {
         return lengthOf(valueOf(argument, current));
     }
     const auto& query = std::get<Query>(argument.value);
-    if (call.function == EFunction::count) {
+    if (call.function == FunctionKind::count) {
         return withNodes(query, current, mostNodes(),
                          [](const auto& nodes) { return Value::ofCount(nodes.size()); });
     }

@@ -96,7 +96,7 @@ Condition QueryParser::takeTest(bool isNegated) {
     const std::size_t end = m_reader.position();
     m_reader.skipWhitespace();
     const std::size_t mark = m_reader.position();
-    const std::optional<EComparison> comparison = takeComparison();
+    const std::optional<ComparisonKind> comparison = takeComparison();
     if (!comparison) {
         m_reader.returnTo(end);
         return testOf(std::move(left), start, isNegated);
@@ -131,11 +131,11 @@ Condition QueryParser::testOf(Operand operand, std::size_t start, bool isNegated
     return conditionOf(std::move(*call), isNegated);
 }
 
-std::optional<EComparison> QueryParser::takeComparison() {
-    constexpr std::pair<std::string_view, EComparison> marks[] = {
-        {"==", EComparison::equal},          {"!=", EComparison::unequal},
-        {"<=", EComparison::lessOrEqual},    {"<", EComparison::less},
-        {">=", EComparison::greaterOrEqual}, {">", EComparison::greater},
+std::optional<ComparisonKind> QueryParser::takeComparison() {
+    constexpr std::pair<std::string_view, ComparisonKind> marks[] = {
+        {"==", ComparisonKind::equal},          {"!=", ComparisonKind::unequal},
+        {"<=", ComparisonKind::lessOrEqual},    {"<", ComparisonKind::less},
+        {">=", ComparisonKind::greaterOrEqual}, {">", ComparisonKind::greater},
     };
     for (const auto& [mark, comparison] : marks) {
         if (m_reader.take(mark)) {

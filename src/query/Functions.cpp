@@ -12,9 +12,11 @@ namespace ko::Orvid {
 namespace {
 
 constexpr FunctionType k_functions[] = {
-    {"length", 1, EFunction::length, false, false}, {"count", 1, EFunction::count, true, false},
-    {"match", 2, EFunction::match, false, true},    {"search", 2, EFunction::search, false, true},
-    {"value", 1, EFunction::value, true, false},
+    {"length", 1, FunctionKind::length, false, false},
+    {"count", 1, FunctionKind::count, true, false},
+    {"match", 2, FunctionKind::match, false, true},
+    {"search", 2, FunctionKind::search, false, true},
+    {"value", 1, FunctionKind::value, true, false},
 };
 
 }  // namespace
@@ -26,7 +28,7 @@ const FunctionType* functionNamed(std::string_view name) {
     return found == std::end(k_functions) ? nullptr : found;
 }
 
-const FunctionType& typeOf(EFunction function) {
+const FunctionType& typeOf(FunctionKind function) {
     return k_functions[static_cast<std::size_t>(function)];
 }
 

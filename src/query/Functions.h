@@ -15,7 +15,7 @@ namespace ko::Orvid {
 struct FunctionType {
     std::string_view name;
     std::size_t parameters;
-    EFunction function;
+    FunctionKind function;
     bool takesNodes;  ///< a query that may select several elements; otherwise values
     bool isTest;      ///< gives yes or no; otherwise a value
 };
@@ -23,6 +23,6 @@ struct FunctionType {
 /// Null when there is no function of that name.
 const FunctionType* functionNamed(std::string_view name);
 
-const FunctionType& typeOf(EFunction function);
+const FunctionType& typeOf(FunctionKind function);
 
 }  // namespace ko::Orvid

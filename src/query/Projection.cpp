@@ -10,7 +10,7 @@ namespace ko::Orvid {
 
 namespace {
 
-using Places = std::vector<QueryPlace>;
+using Cursors = std::vector<QueryCursor>;
 
 // What is more than this, all of a document is looked at: the states grow with it.
 constexpr std::size_t k_mostSelectors = 64;
@@ -26,7 +26,7 @@ public:
     void operator()(const Query& query) const { m_use(query, false); }
     void operator()(const Call& call) const {
         const bool isWhole =
-            call.function == EFunction::length || call.function == EFunction::value;
+            call.function == FunctionKind::length || call.function == FunctionKind::value;
         for (const Operand& argument : call.arguments) {
             take(argument, isWhole);
         }
@@ -74,12 +74,12 @@ void forEachSelector(const Query& query, const Use& use) {
 /// Where the query begins, and all absolute queries in its filters; and how many selectors there
 /// are.
 struct Beginnings {
-    Places places;
+    Cursors cursors;
     std::size_t selectors = 0;
 
     void add(const Query& query, bool isWhole) {
         if (query.isAbsolute) {
-            places.push_back({&query, 0, isWhole});
+            cursors.push_back({&query, 0, isWhole});
         }
         forEachSelector(query, [this](const Selector& selector) {
             ++selectors;
@@ -111,12 +111,12 @@ bool isPosition(const Selector& selector) {
 }
 
 /// Adds where a child is that the selector takes.
-void addTaken(const Selector& selector, QueryPlace after, Places& places) {
-    places.push_back(after);
+void addTaken(const Selector& selector, QueryCursor after, Cursors& cursors) {
+    cursors.push_back(after);
     if (const auto* const filter = std::get_if<Filter>(&selector)) {
-        forEachQuery(*filter->condition, [&places](const Query& query, bool isWhole) {
+        forEachQuery(*filter->condition, [&cursors](const Query& query, bool isWhole) {
             if (!query.isAbsolute) {
-                places.push_back({&query, 0, isWhole});
+                cursors.push_back({&query, 0, isWhole});
             }
         });
     }
@@ -139,13 +139,13 @@ void addNamed(const Selector& selector, ProjectionState& state) {
 
 /// Fills a state in whose places are known.
 void complete(ProjectionState& state) {
-    for (const QueryPlace& place : state.places) {
-        if (place.isEnd()) {
+    for (const QueryCursor& cursor : state.cursors) {
+        if (cursor.isEnd()) {
             state.isWanted = true;
-            state.isWhole = state.isWhole || place.isWhole;
+            state.isWhole = state.isWhole || cursor.isWhole;
             continue;
         }
-        for (const Selector& selector : place.query->segments[place.segment].selectors) {
+        for (const Selector& selector : cursor.query->segments[cursor.segment].selectors) {
             addNamed(selector, state);
         }
     }
@@ -157,12 +157,12 @@ void complete(ProjectionState& state) {
 
 Projection::Projection(const JsonPath& query) {
     const Query& whole = query.m_compiled->query;
-    m_whole.places.push_back({&whole, whole.segments.size(), true});
+    m_whole.cursors.push_back({&whole, whole.segments.size(), true});
     complete(m_whole);
     Beginnings beginnings;
     beginnings.add(whole, true);
     m_root =
-        beginnings.selectors > k_mostSelectors ? &m_whole : &stateOf(std::move(beginnings.places));
+        beginnings.selectors > k_mostSelectors ? &m_whole : &stateOf(std::move(beginnings.cursors));
 }
 
 Projection::State& Projection::member(State& object, std::string_view key) {
@@ -185,37 +185,37 @@ Projection::State& Projection::item(State& array, std::size_t index) {
 
 template<class Takes>
 Projection::State& Projection::childOf(const State& parent, const Takes& takes) {
-    Places places;
-    for (const QueryPlace& place : parent.places) {
-        if (place.isEnd()) {
+    Cursors cursors;
+    for (const QueryCursor& cursor : parent.cursors) {
+        if (cursor.isEnd()) {
             continue;
         }
-        const Segment& segment = place.query->segments[place.segment];
+        const Segment& segment = cursor.query->segments[cursor.segment];
         if (segment.isDescendant) {
-            places.push_back(place);
+            cursors.push_back(cursor);
         }
         for (const Selector& selector : segment.selectors) {
             if (takes(selector)) {
-                addTaken(selector, {place.query, place.segment + 1, place.isWhole}, places);
+                addTaken(selector, {cursor.query, cursor.segment + 1, cursor.isWhole}, cursors);
             }
         }
     }
-    return stateOf(std::move(places));
+    return stateOf(std::move(cursors));
 }
 
-Projection::State& Projection::stateOf(Places places) {
-    std::sort(places.begin(), places.end());
-    const auto isSame = [](const QueryPlace& a, const QueryPlace& b) { return !(a < b); };
-    places.erase(std::unique(places.begin(), places.end(), isSame), places.end());
-    const auto known = m_states.find(places);
+Projection::State& Projection::stateOf(Cursors cursors) {
+    std::sort(cursors.begin(), cursors.end());
+    const auto isSame = [](const QueryCursor& a, const QueryCursor& b) { return !(a < b); };
+    cursors.erase(std::unique(cursors.begin(), cursors.end(), isSame), cursors.end());
+    const auto known = m_states.find(cursors);
     if (known != m_states.end()) {
         return known->second;
     }
     if (m_states.size() >= k_mostStates) {
         return m_whole;
     }
-    State& state = m_states[places];
-    state.places = std::move(places);
+    State& state = m_states[cursors];
+    state.cursors = std::move(cursors);
     complete(state);
     return state.isWhole ? m_whole : state;
 }

@@ -21,13 +21,13 @@
 namespace ko::Orvid {
 
 /// Before a segment of a query, or at its end.
-struct QueryPlace {
+struct QueryCursor {
     const Query* query;
     std::size_t segment;
     bool isWhole;  ///< whether all that lies below a result is looked at
 
     bool isEnd() const noexcept { return segment == query->segments.size(); }
-    friend bool operator<(const QueryPlace& a, const QueryPlace& b) noexcept {
+    friend bool operator<(const QueryCursor& a, const QueryCursor& b) noexcept {
         return std::tie(a.query, a.segment, a.isWhole) < std::tie(b.query, b.segment, b.isWhole);
     }
 };
@@ -49,7 +49,7 @@ struct ProjectionState {
         }
     };
 
-    std::vector<QueryPlace> places;
+    std::vector<QueryCursor> cursors;
     bool isWhole = false;       ///< all of the value is looked at
     bool isWanted = false;      ///< the value itself is, and what the states of its children say
     bool hasPositions = false;  ///< its items are distinguished by their positions
@@ -57,7 +57,7 @@ struct ProjectionState {
     Children<std::size_t> items;
 
     /// Neither the value nor anything below it is looked at.
-    bool isNothing() const noexcept { return places.empty(); }
+    bool isNothing() const noexcept { return cursors.empty(); }
 };
 
 class Projection {
@@ -75,13 +75,13 @@ public:
     State& item(State& array, std::size_t index);
 
 private:
-    using Places = std::vector<QueryPlace>;
+    using Cursors = std::vector<QueryCursor>;
 
-    State& stateOf(Places places);
+    State& stateOf(Cursors cursors);
     template<class Takes>
     State& childOf(const State& parent, const Takes& takes);
 
-    std::map<Places, State> m_states;
+    std::map<Cursors, State> m_states;
     State m_whole;
     State* m_root;
 };

@@ -55,12 +55,12 @@ struct Query {
     std::vector<Segment> segments;
 };
 
-enum class EFunction { length, count, match, search, value };
+enum class FunctionKind { length, count, match, search, value };
 
 struct Operand;
 
 struct Call {
-    EFunction function = EFunction::length;
+    FunctionKind function = FunctionKind::length;
     std::vector<Operand> arguments;
     std::optional<Regexp> pattern;  ///< of match and search, where it is written in the query
 };
@@ -70,11 +70,11 @@ struct Operand {
     std::variant<Element, Query, Call> value;
 };
 
-enum class EComparison { equal, unequal, less, lessOrEqual, greater, greaterOrEqual };
+enum class ComparisonKind { equal, unequal, less, lessOrEqual, greater, greaterOrEqual };
 
 struct Comparison {
     Operand left;
-    EComparison comparison = EComparison::equal;
+    ComparisonKind comparison = ComparisonKind::equal;
     Operand right;
 };
 

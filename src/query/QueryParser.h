@@ -52,7 +52,7 @@ private:
     Condition takeBasic();
     Condition takeTest(bool isNegated);
     Condition testOf(Operand operand, std::size_t start, bool isNegated);
-    std::optional<EComparison> takeComparison();
+    std::optional<ComparisonKind> takeComparison();
     void checkComparable(const Operand& operand, std::size_t start, std::size_t end) const;
     Operand takeOperand(std::string_view wanted);
     Element takeWord(std::string_view wanted);

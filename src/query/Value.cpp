@@ -42,17 +42,17 @@ int orderOfStrings(const std::string& a, const std::string& b, Visits& visits) {
     return a.compare(b);
 }
 
-bool holds(EComparison comparison, int order) {
+bool holds(ComparisonKind comparison, int order) {
     switch (comparison) {
-        case EComparison::equal:
+        case ComparisonKind::equal:
             return order == 0;
-        case EComparison::unequal:
+        case ComparisonKind::unequal:
             return order != 0;
-        case EComparison::less:
+        case ComparisonKind::less:
             return order < 0;
-        case EComparison::lessOrEqual:
+        case ComparisonKind::lessOrEqual:
             return order <= 0;
-        case EComparison::greater:
+        case ComparisonKind::greater:
             return order > 0;
         default:
             return order >= 0;
@@ -65,23 +65,23 @@ bool areEqual(const Value& a, const Value& b, Visits& visits) {
         return a.isNothing() && b.isNothing();
     }
     const auto result =
-        treesEqualWithin(*a.element, *b.element, ENumberRule::sameValue, visits.left());
+        treesEqualWithin(*a.element, *b.element, NumberRule::sameValue, visits.left());
     if (!result) {
         visits.throwNoneLeft();
     }
     return *result;
 }
 
-bool holdsWithoutOrder(EComparison comparison, bool isEqual) {
-    const bool includesEqual = comparison == EComparison::equal ||
-                               comparison == EComparison::lessOrEqual ||
-                               comparison == EComparison::greaterOrEqual;
-    return comparison == EComparison::unequal ? !isEqual : includesEqual && isEqual;
+bool holdsWithoutOrder(ComparisonKind comparison, bool isEqual) {
+    const bool includesEqual = comparison == ComparisonKind::equal ||
+                               comparison == ComparisonKind::lessOrEqual ||
+                               comparison == ComparisonKind::greaterOrEqual;
+    return comparison == ComparisonKind::unequal ? !isEqual : includesEqual && isEqual;
 }
 
 }  // namespace
 
-bool compare(const Value& left, EComparison comparison, const Value& right, Visits& visits) {
+bool compare(const Value& left, ComparisonKind comparison, const Value& right, Visits& visits) {
     if (isNumber(left) && isNumber(right)) {
         return holds(comparison, orderOfNumbers(left, right, visits));
     }

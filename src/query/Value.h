@@ -25,6 +25,6 @@ struct Value {
 /// Equality is that of JSON values, and nothing equals nothing. Numbers and strings have an order,
 /// no others.
 /// What is looked at is taken from `visits`, which throws when there is too much of it.
-bool compare(const Value& left, EComparison comparison, const Value& right, Visits& visits);
+bool compare(const Value& left, ComparisonKind comparison, const Value& right, Visits& visits);
 
 }  // namespace ko::Orvid

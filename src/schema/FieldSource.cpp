@@ -23,17 +23,17 @@
 
 namespace ko::Orvid::detail {
 
-bool ReadPlace::isPromising() const {
+bool ReadContext::isPromising() const {
     return m_description != nullptr && holdsDefault(*m_description);
 }
 
-void ReadPlace::describe(const ReadPlace& whole) {
+void ReadContext::describe(const ReadContext& whole) {
     m_parent = &whole;
     m_description = childDescription(whole.m_description, *m_value);
 }
 
 /// Counts what multiplies: containers, and texts in them, that complete other defaults.
-void ReadPlace::takeDefault(const Element& value) const {
+void ReadContext::takeDefault(const Element& value) const {
     if (isInData() || !(value.isObject() || value.isArray() || value.isString())) {
         return;
     }
@@ -50,8 +50,8 @@ void ReadPlace::takeDefault(const Element& value) const {
     }
 }
 
-FieldSource::FieldSource(const ReadPlace& object)
-    : m_place(object),
+FieldSource::FieldSource(const ReadContext& object)
+    : m_context(object),
       m_description(object.m_description),
       m_isDescriptionKnown(!object.isInData()) {
     if (object.value() != nullptr) {
@@ -59,22 +59,22 @@ FieldSource::FieldSource(const ReadPlace& object)
     }
 }
 
-ReadPlace FieldSource::find(const char* name) {
-    const Element* const member = childOf(m_place.value(), name);
+ReadContext FieldSource::find(const char* name) {
+    const Element* const member = childOf(m_context.value(), name);
     if (member != nullptr && !member->isEmpty()) {
-        return ReadPlace(m_place, *member);
+        return ReadContext(m_context, *member);
     }
     const Element* const described = memberDescription(description(), name);
     const Element* const value = described == nullptr ? nullptr : defaultOf(*described);
     if (value != nullptr) {
-        m_place.takeDefault(*value);
+        m_context.takeDefault(*value);
     }
-    return ReadPlace(m_place, name, value, described);
+    return ReadContext(m_context, name, value, described);
 }
 
 const Element* FieldSource::description() {
     if (!m_isDescriptionKnown) {
-        m_description = descriptionOf(*m_place.value());
+        m_description = descriptionOf(*m_context.value());
         m_isDescriptionKnown = true;
     }
     return m_description;
@@ -82,15 +82,15 @@ const Element* FieldSource::description() {
 
 /// Names the place in the data where the field should be, whatever was looked into.
 void FieldSource::throwMissing(const char* name) const {
-    std::vector<const ReadPlace*> way;
-    const ReadPlace* place = &m_place;
-    for (; !place->isInData(); place = place->m_parent) {
-        way.push_back(place);
+    std::vector<const ReadContext*> way;
+    const ReadContext* context = &m_context;
+    for (; !context->isInData(); context = context->m_parent) {
+        way.push_back(context);
     }
     PathText text;
     const auto takeKey = [&](const std::string& key) { text.genObjectProperty(key); };
     const auto takeIndex = [&](unsigned int index) { text.genListItem(index); };
-    walkDown(*place->value(), nullptr, takeKey, takeIndex);
+    walkDown(*context->value(), nullptr, takeKey, takeIndex);
     for (auto step = way.rbegin(); step != way.rend(); ++step) {
         if ((*step)->m_field != nullptr) {
             text.genObjectProperty((*step)->m_field);
@@ -99,7 +99,7 @@ void FieldSource::throwMissing(const char* name) const {
         }
     }
     text.genObjectProperty(name);
-    throw PathNotFound(place->value(), text.take(), way.empty() ? name : way.back()->m_field);
+    throw PathNotFound(context->value(), text.take(), way.empty() ? name : way.back()->m_field);
 }
 
 FieldTarget::FieldTarget(Element& element)

@@ -54,10 +54,10 @@ std::unordered_set<const Element*> promisingBelow(const Element& schema) {
     }
     // Descriptions stand after those that hold them.
     std::unordered_set<const Element*> promising;
-    for (auto place = found.rbegin(); place != found.rend(); ++place) {
-        const bool holds = defaultOf(*place->first) != nullptr || promising.count(place->first) > 0;
-        if (holds && place->second != nullptr) {
-            promising.insert(place->second);
+    for (auto entry = found.rbegin(); entry != found.rend(); ++entry) {
+        const bool holds = defaultOf(*entry->first) != nullptr || promising.count(entry->first) > 0;
+        if (holds && entry->second != nullptr) {
+            promising.insert(entry->second);
         }
     }
     return promising;
@@ -84,7 +84,7 @@ public:
 
 private:
     /// A member that was written.
-    struct SWritten {
+    struct Written {
         Element* object;
         const std::string* key;  ///< the schema's
         bool wasEmpty;           ///< it was there, of type etEmpty
@@ -172,7 +172,7 @@ private:
     const Element& m_root;
     std::unordered_set<const Element*> m_promising;
     std::vector<std::pair<Element*, const Element*>> m_open;
-    std::vector<SWritten> m_written;
+    std::vector<Written> m_written;
     DefaultsAllowance m_allowance;
     std::size_t m_count = 0;
 };
@@ -190,12 +190,12 @@ std::string joined(const std::string& base, const std::string& path) {
     return base + (needsDot ? "." : "") + path;
 }
 
-const SEnumName k_sourceNames[] = {ORVID_ENUM_NAME("vsNowhere"), ORVID_ENUM_NAME("vsData"),
+const NamedEnum k_sourceNames[] = {ORVID_ENUM_NAME("vsNowhere"), ORVID_ENUM_NAME("vsData"),
                                    ORVID_ENUM_NAME("vsSchema")};
-const SEnumName k_unknownSource = ORVID_ENUM_NAME(">>Unknown<<");
+const NamedEnum k_unknownSource = ORVID_ENUM_NAME(">>Unknown<<");
 
-const SEnumName& nameOf(EValueSource source) {
-    const SEnumName* const name = nameAt(k_sourceNames, source);
+const NamedEnum& nameOf(EValueSource source) {
+    const NamedEnum* const name = nameAt(k_sourceNames, source);
     return name == nullptr ? k_unknownSource : *name;
 }
 

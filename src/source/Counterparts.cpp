@@ -16,7 +16,7 @@ namespace ko::Orvid {
 
 namespace {
 
-constexpr std::uint32_t k_none = Places::k_none;
+constexpr std::uint32_t k_none = SourceMap::k_none;
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;  // odd, with its bits spread
@@ -54,8 +54,8 @@ struct Level {
 
 }  // namespace
 
-Counterparts::Counterparts(const Places& places, const Element& root, const std::string* leftOut)
-    : m_places(places) {
+Counterparts::Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut)
+    : m_map(map) {
     listOld();
     hashOld();
     listNew(root, leftOut);
@@ -66,21 +66,21 @@ Counterparts::Counterparts(const Places& places, const Element& root, const std:
 }
 
 void Counterparts::listOld() {
-    m_old.resize(m_places.size());
-    m_old[0].begin = m_places[0].begin();
-    for (std::uint32_t value = 0; value < m_places.size(); ++value) {
-        if (!m_places.isContainer(value) || !m_places.hasChildren(value)) {
+    m_old.resize(m_map.size());
+    m_old[0].begin = m_map[0].begin();
+    for (std::uint32_t value = 0; value < m_map.size(); ++value) {
+        if (!m_map.isContainer(value) || !m_map.hasChildren(value)) {
             continue;
         }
         std::uint32_t position = 0;
-        ChildPlace child = m_places.firstChild(value);
-        for (;; child = m_places.nextChild(value, child)) {
+        ChildSpan child = m_map.firstChild(value);
+        for (;; child = m_map.nextChild(value, child)) {
             OldValue& old = m_old[child.value];
             old.gapBegin = child.gapBegin;
             old.begin = child.begin;
             old.parent = value;
             old.position = position++;
-            if (!m_places.hasNext(value, child)) {
+            if (!m_map.hasNext(value, child)) {
                 break;
             }
         }
@@ -88,14 +88,14 @@ void Counterparts::listOld() {
 }
 
 void Counterparts::hashOld() {
-    for (std::uint32_t value = m_places.size(); value-- > 0;) {
-        m_old[value].hash = m_places.isContainer(value) ? hashOldContainer(value)
-                                                        : hashOfToken(m_places.text(value));
+    for (std::uint32_t value = m_map.size(); value-- > 0;) {
+        m_old[value].hash =
+            m_map.isContainer(value) ? hashOldContainer(value) : hashOfToken(m_map.text(value));
     }
 }
 
 std::uint64_t Counterparts::hashOldContainer(std::uint32_t value) const {
-    const bool isObject = m_places.isObject(value);
+    const bool isObject = m_map.isObject(value);
     auto hash = static_cast<std::uint64_t>(isObject ? etObject : etArray);
     for (const std::uint32_t child : boundChildren(value)) {
         if (isObject) {
@@ -152,20 +152,20 @@ std::uint64_t Counterparts::hashNewContainer(std::uint32_t element) const {
 
 std::string_view Counterparts::keyBefore(std::uint32_t value) const {
     const std::size_t begin = m_old[value].begin;
-    return m_places.text(begin, skipString(m_places.text(), begin));
+    return m_map.text(begin, skipString(m_map.text(), begin));
 }
 
-Counterparts::TNumbers Counterparts::childrenBefore(std::uint32_t value) const {
-    TNumbers children;
-    for (std::uint32_t child = value + 1; child < m_places[value].next();
-         child = m_places[child].next()) {
+Counterparts::Numbers Counterparts::childrenBefore(std::uint32_t value) const {
+    Numbers children;
+    for (std::uint32_t child = value + 1; child < m_map[value].next();
+         child = m_map[child].next()) {
         children.push_back(child);
     }
     return children;
 }
 
-Counterparts::TNumbers Counterparts::childrenNow(std::uint32_t element) const {
-    TNumbers children;
+Counterparts::Numbers Counterparts::childrenNow(std::uint32_t element) const {
+    Numbers children;
     for (std::uint32_t child = element + 1; child < m_new[element].next;
          child = m_new[child].next) {
         children.push_back(child);
@@ -173,12 +173,10 @@ Counterparts::TNumbers Counterparts::childrenNow(std::uint32_t element) const {
     return children;
 }
 
-Counterparts::TNumbers Counterparts::boundChildren(std::uint32_t value) const {
-    TNumbers children = childrenBefore(value);
-    const auto isReplaced = [&](std::uint32_t child) {
-        return m_places[child].element() == nullptr;
-    };
-    if (m_places[value].element() == nullptr ||
+Counterparts::Numbers Counterparts::boundChildren(std::uint32_t value) const {
+    Numbers children = childrenBefore(value);
+    const auto isReplaced = [&](std::uint32_t child) { return m_map[child].element() == nullptr; };
+    if (m_map[value].element() == nullptr ||
         std::none_of(children.begin(), children.end(), isReplaced)) {
         return children;
     }
@@ -216,20 +214,20 @@ void Counterparts::matchAll() {
 }
 
 void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
-    const TNumbers before = boundChildren(value);
-    const TNumbers now = childrenNow(element);
+    const Numbers before = boundChildren(value);
+    const Numbers now = childrenNow(element);
     if (m_old[value].hash == m_new[element].hash && before.size() == now.size()) {
         for (std::size_t i = 0; i < now.size(); ++i) {
             pair(before[i], now[i]);
         }
-    } else if (m_places.isObject(value)) {
+    } else if (m_map.isObject(value)) {
         matchMembers(before, now);
     } else {
         matchItems(before, now);
     }
 }
 
-void Counterparts::matchMembers(const TNumbers& before, const TNumbers& now) {
+void Counterparts::matchMembers(const Numbers& before, const Numbers& now) {
     std::unordered_map<std::string, std::uint32_t> byKey;
     for (const std::uint32_t value : before) {
         byKey.emplace(stringOfToken(keyBefore(value)), value);
@@ -244,8 +242,8 @@ void Counterparts::matchMembers(const TNumbers& before, const TNumbers& now) {
 }
 
 /// What is left over of both and has the same value, in order.
-void Counterparts::matchByHash(const TNumbers& before, const TNumbers& now) {
-    std::unordered_map<std::uint64_t, TNumbers> left;
+void Counterparts::matchByHash(const Numbers& before, const Numbers& now) {
+    std::unordered_map<std::uint64_t, Numbers> left;
     for (auto value = before.rbegin(); value != before.rend(); ++value) {
         if (!isPaired(*value)) {
             left[m_old[*value].hash].push_back(*value);

@@ -21,7 +21,7 @@
 #include <utility>
 #include <vector>
 
-#include "source/Places.h"
+#include "source/SourceMap.h"
 
 namespace ko::Orvid {
 
@@ -30,9 +30,9 @@ struct OldValue {
     std::uint64_t hash = 0;
     std::size_t gapBegin = 0;  ///< offset after what stands before it in its container
     std::size_t begin = 0;     ///< offset of its key, or of the value
-    std::uint32_t parent = Places::k_none;
+    std::uint32_t parent = SourceMap::k_none;
     std::uint32_t position = 0;  ///< among its siblings in the text, from 0
-    std::uint32_t counterpart = Places::k_none;
+    std::uint32_t counterpart = SourceMap::k_none;
 };
 
 /// An element of the tree, in the order in which a text would have them.
@@ -41,14 +41,14 @@ struct NewValue {
     std::uint64_t hash;
     std::uint32_t parent;
     std::uint32_t next;  ///< the first that neither is this one nor lies in it
-    std::uint32_t counterpart = Places::k_none;
+    std::uint32_t counterpart = SourceMap::k_none;
 };
 
 class Counterparts {
 public:
     /// `leftOut` is a key of the root that is not written, or null. Linear in the size of text and
     /// tree, except for sorting, and for arrays in which many items changed at once.
-    Counterparts(const Places& places, const Element& root, const std::string* leftOut);
+    Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut);
 
     const OldValue& before(std::uint32_t value) const noexcept { return m_old[value]; }
     const NewValue& now(std::uint32_t element) const noexcept { return m_new[element]; }
@@ -61,18 +61,18 @@ public:
     std::vector<std::uint32_t> childrenNow(std::uint32_t element) const;
     /// Whether the element is a member, and so has a key.
     bool isMember(std::uint32_t element) const noexcept {
-        return m_new[element].parent != Places::k_none &&
+        return m_new[element].parent != SourceMap::k_none &&
                m_new[m_new[element].parent].element->isObject();
     }
     bool wasMember(std::uint32_t value) const noexcept {
-        return m_old[value].parent != Places::k_none && m_places.isObject(m_old[value].parent);
+        return m_old[value].parent != SourceMap::k_none && m_map.isObject(m_old[value].parent);
     }
     /// The key token of a value that was a member.
     std::string_view keyBefore(std::uint32_t value) const;
 
 private:
-    using TNumbers = std::vector<std::uint32_t>;
-    using TPositions = std::vector<std::pair<std::size_t, std::size_t>>;
+    using Numbers = std::vector<std::uint32_t>;
+    using Positions = std::vector<std::pair<std::size_t, std::size_t>>;
 
     void listOld();
     void hashOld();
@@ -82,14 +82,16 @@ private:
     std::uint64_t hashNewContainer(std::uint32_t element) const;
 
     void pair(std::uint32_t value, std::uint32_t element);
-    bool isPaired(std::uint32_t value) const { return m_old[value].counterpart != Places::k_none; }
+    bool isPaired(std::uint32_t value) const {
+        return m_old[value].counterpart != SourceMap::k_none;
+    }
     void matchAll();
     void matchChildren(std::uint32_t value, std::uint32_t element);
-    void matchMembers(const TNumbers& before, const TNumbers& now);
-    void matchByHash(const TNumbers& before, const TNumbers& now);
+    void matchMembers(const Numbers& before, const Numbers& now);
+    void matchByHash(const Numbers& before, const Numbers& now);
 
-    void matchItems(const TNumbers& before, const TNumbers& now);
-    TPositions unmovedItems(const TNumbers& before, const TNumbers& now) const;
+    void matchItems(const Numbers& before, const Numbers& now);
+    Positions unmovedItems(const Numbers& before, const Numbers& now) const;
     /// Positions in an array before and now, each up to an end.
     struct ItemRange {
         std::size_t from;
@@ -100,14 +102,13 @@ private:
         bool isEmpty() const { return from == fromEnd || to == toEnd; }
     };
 
-    void alignRange(const TNumbers& before, const TNumbers& now, ItemRange range,
-                    std::uint64_t& sharedSteps, TPositions& result) const;
-    TPositions alignItems(const TNumbers& before, const TNumbers& now,
-                          const TPositions& pairs) const;
-    void matchChanged(TNumbers& lost, TNumbers& added);
-    void pairByAddress(TNumbers& lost, TNumbers& added);
+    void alignRange(const Numbers& before, const Numbers& now, ItemRange range,
+                    std::uint64_t& sharedSteps, Positions& result) const;
+    Positions alignItems(const Numbers& before, const Numbers& now, const Positions& pairs) const;
+    void matchChanged(Numbers& lost, Numbers& added);
+    void pairByAddress(Numbers& lost, Numbers& added);
     template<class Matches>
-    void pairInOrder(TNumbers& lost, TNumbers& added, const Matches& matches);
+    void pairInOrder(Numbers& lost, Numbers& added, const Matches& matches);
     bool areAlike(std::uint32_t value, std::uint32_t element) const;
     bool isSameKind(std::uint32_t value, std::uint32_t element) const;
 
@@ -121,12 +122,12 @@ private:
     /// The greatest product of the numbers of changed items that are compared with each other.
     static constexpr std::size_t k_mostCompared = 10000;
 
-    const Places& m_places;
+    const SourceMap& m_map;
     std::vector<OldValue> m_old;
     std::vector<NewValue> m_new;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
     std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
-    std::unordered_map<std::uint64_t, TNumbers> m_lostByHash;
+    std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;
 };
 

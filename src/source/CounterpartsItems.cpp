@@ -14,13 +14,13 @@ namespace ko::Orvid {
 
 namespace {
 
-constexpr std::uint32_t k_none = Places::k_none;
+constexpr std::uint32_t k_none = SourceMap::k_none;
 
-using TPositions = std::vector<std::pair<std::size_t, std::size_t>>;
+using Positions = std::vector<std::pair<std::size_t, std::size_t>>;
 
 /// Calls `look` with the bounds of what lies between two pairs that follow each other.
 template<class Look>
-void forEachInterval(const TPositions& pairs, std::size_t fromEnd, std::size_t toEnd,
+void forEachInterval(const Positions& pairs, std::size_t fromEnd, std::size_t toEnd,
                      const Look& look) {
     std::size_t from = 0;
     std::size_t to = 0;
@@ -41,26 +41,26 @@ void forgetPaired(std::vector<std::uint32_t>& lost, std::vector<std::uint32_t>& 
 
 /// Items that neither moved nor changed. When the addresses say that some were moved past each
 /// other, they say nothing: then values were moved between elements, or memory was used again.
-Counterparts::TPositions Counterparts::unmovedItems(const TNumbers& before,
-                                                    const TNumbers& now) const {
+Counterparts::Positions Counterparts::unmovedItems(const Numbers& before,
+                                                   const Numbers& now) const {
     std::unordered_map<const Element*, std::size_t> byAddress;
     for (std::size_t i = 0; i < before.size(); ++i) {
-        byAddress.emplace(m_places[before[i]].element(), i);
+        byAddress.emplace(m_map[before[i]].element(), i);
     }
-    TPositions result;
+    Positions result;
     for (std::size_t j = 0; j < now.size(); ++j) {
         const auto found = byAddress.find(m_new[now[j]].element);
         if (found != byAddress.end() && m_old[before[found->second]].hash == m_new[now[j]].hash) {
             result.emplace_back(found->second, j);
         }
     }
-    return std::is_sorted(result.begin(), result.end()) ? result : TPositions();
+    return std::is_sorted(result.begin(), result.end()) ? result : Positions();
 }
 
 /// As many items of the range as can keep their order and value. Of equal items, those at the ends
 /// stay where they are: the one between was changed.
-void Counterparts::alignRange(const TNumbers& before, const TNumbers& now, ItemRange range,
-                              std::uint64_t& sharedSteps, TPositions& result) const {
+void Counterparts::alignRange(const Numbers& before, const Numbers& now, ItemRange range,
+                              std::uint64_t& sharedSteps, Positions& result) const {
     const auto isSame = [&](std::size_t i, std::size_t j) {
         return m_old[before[i]].hash == m_new[now[j]].hash;
     };
@@ -88,9 +88,9 @@ void Counterparts::alignRange(const TNumbers& before, const TNumbers& now, ItemR
 }
 
 /// As many items as can keep their order and value, those of `pairs` among them.
-Counterparts::TPositions Counterparts::alignItems(const TNumbers& before, const TNumbers& now,
-                                                  const TPositions& pairs) const {
-    TPositions result;
+Counterparts::Positions Counterparts::alignItems(const Numbers& before, const Numbers& now,
+                                                 const Positions& pairs) const {
+    Positions result;
     std::uint64_t sharedSteps = k_sharedSteps;
     forEachInterval(pairs, before.size(), now.size(), [&](const ItemRange& range) {
         alignRange(before, now, range, sharedSteps, result);
@@ -101,15 +101,15 @@ Counterparts::TPositions Counterparts::alignItems(const TNumbers& before, const 
     return result;
 }
 
-void Counterparts::matchItems(const TNumbers& before, const TNumbers& now) {
-    const TPositions pairs = alignItems(before, now, unmovedItems(before, now));
+void Counterparts::matchItems(const Numbers& before, const Numbers& now) {
+    const Positions pairs = alignItems(before, now, unmovedItems(before, now));
     for (const auto& [i, j] : pairs) {
         pair(before[i], now[j]);
     }
     matchByHash(before, now);
     const auto match = [&](const ItemRange& range) {
-        TNumbers lost;
-        TNumbers added;
+        Numbers lost;
+        Numbers added;
         std::copy_if(before.begin() + static_cast<std::ptrdiff_t>(range.from),
                      before.begin() + static_cast<std::ptrdiff_t>(range.fromEnd),
                      std::back_inserter(lost),
@@ -124,7 +124,7 @@ void Counterparts::matchItems(const TNumbers& before, const TNumbers& now) {
 }
 
 /// Items between the same two neighbours, none of which has its former value.
-void Counterparts::matchChanged(TNumbers& lost, TNumbers& added) {
+void Counterparts::matchChanged(Numbers& lost, Numbers& added) {
     pairByAddress(lost, added);
     if (lost.size() == added.size()) {
         pairInOrder(lost, added, [](std::uint32_t, std::uint32_t) { return true; });
@@ -141,14 +141,14 @@ void Counterparts::matchChanged(TNumbers& lost, TNumbers& added) {
 }
 
 /// Pairs what has the same address, without crossing, and takes it off the lists.
-void Counterparts::pairByAddress(TNumbers& lost, TNumbers& added) {
+void Counterparts::pairByAddress(Numbers& lost, Numbers& added) {
     std::unordered_map<const Element*, std::size_t> positions;
     for (std::size_t position = 0; position < added.size(); ++position) {
         positions.emplace(m_new[added[position]].element, position);
     }
     std::size_t from = 0;
     for (std::uint32_t& value : lost) {
-        const auto found = positions.find(m_places[value].element());
+        const auto found = positions.find(m_map[value].element());
         if (found != positions.end() && found->second >= from) {
             pair(value, added[found->second]);
             from = found->second + 1;
@@ -161,7 +161,7 @@ void Counterparts::pairByAddress(TNumbers& lost, TNumbers& added) {
 
 /// Pairs what matches, without crossing, and takes it off the lists.
 template<class Matches>
-void Counterparts::pairInOrder(TNumbers& lost, TNumbers& added, const Matches& matches) {
+void Counterparts::pairInOrder(Numbers& lost, Numbers& added, const Matches& matches) {
     auto from = added.begin();
     for (std::uint32_t& value : lost) {
         const auto found = std::find_if(
@@ -179,7 +179,7 @@ void Counterparts::pairInOrder(TNumbers& lost, TNumbers& added, const Matches& m
 /// Whether both are containers of one type, or neither is a container.
 bool Counterparts::isSameKind(std::uint32_t value, std::uint32_t element) const {
     return isContainer(*m_new[element].element) ? isSameContainer(value, element)
-                                                : !m_places.isContainer(value);
+                                                : !m_map.isContainer(value);
 }
 
 /// Whether both are containers of one type with at least one child in common: a member by key and
@@ -192,9 +192,9 @@ bool Counterparts::areAlike(std::uint32_t value, std::uint32_t element) const {
     std::unordered_set<const Element*> addresses;
     for (const std::uint32_t child : childrenBefore(value)) {
         known.emplace(m_old[child].hash, child);
-        addresses.insert(m_places[child].element());
+        addresses.insert(m_map[child].element());
     }
-    const TNumbers children = childrenNow(element);
+    const Numbers children = childrenNow(element);
     return std::any_of(children.begin(), children.end(), [&](std::uint32_t child) {
         const auto found = known.find(m_new[child].hash);
         return addresses.count(m_new[child].element) > 0 ||

@@ -11,16 +11,16 @@ namespace ko::Orvid {
 
 namespace {
 
-constexpr std::uint32_t k_none = Places::k_none;
+constexpr std::uint32_t k_none = SourceMap::k_none;
 /// How many lost values of the same hash are looked at for one element.
 constexpr std::size_t k_mostCandidates = 16;
 
 }  // namespace
 
 void Counterparts::matchMoved() {
-    for (std::uint32_t value = 0; value < m_places.size(); ++value) {
-        if (!isPaired(value) && m_places[value].element() != nullptr) {
-            m_lostByAddress.emplace(m_places[value].element(), value);
+    for (std::uint32_t value = 0; value < m_map.size(); ++value) {
+        if (!isPaired(value) && m_map[value].element() != nullptr) {
+            m_lostByAddress.emplace(m_map[value].element(), value);
             m_lostByHash[m_old[value].hash].push_back(value);
         }
     }
@@ -56,7 +56,7 @@ std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
     if (found == m_lostByHash.end()) {
         return k_none;
     }
-    const TNumbers& lost = found->second;
+    const Numbers& lost = found->second;
     const auto end =
         lost.begin() + static_cast<std::ptrdiff_t>(std::min(lost.size(), k_mostCandidates));
     const auto moved = std::find_if(
@@ -69,7 +69,7 @@ std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
 std::uint32_t Counterparts::ownerOfChildren(std::uint32_t element) const {
     std::uint32_t owner = k_none;
     std::size_t known = 0;
-    const TNumbers children = childrenNow(element);
+    const Numbers children = childrenNow(element);
     for (const std::uint32_t child : children) {
         const auto found = m_lostByAddress.find(m_new[child].element);
         if (found == m_lostByAddress.end() || m_old[found->second].hash != m_new[child].hash) {
@@ -88,15 +88,14 @@ bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) cons
     if (isPaired(value) || m_old[value].hash != m_new[element].hash) {
         return false;
     }
-    if (m_places.isContainer(value) && m_places.hasChildren(value)) {
+    if (m_map.isContainer(value) && m_map.hasChildren(value)) {
         return true;
     }
     if (wasMember(value) && isMember(element) && haveSameKey(value, element)) {
         return true;
     }
-    const EType type = typeOfToken(m_places.text(value).front());
-    const bool isTelling =
-        type == etNumber || (type == etString && m_places.text(value).size() > 2);
+    const EType type = typeOfToken(m_map.text(value).front());
+    const bool isTelling = type == etNumber || (type == etString && m_map.text(value).size() > 2);
     return isTelling && m_lostByHash.at(m_old[value].hash).size() == 1 &&
            m_addedByHash.at(m_new[element].hash) == 1;
 }
@@ -106,8 +105,8 @@ bool Counterparts::haveSameKey(std::uint32_t value, std::uint32_t element) const
 }
 
 bool Counterparts::isSameContainer(std::uint32_t value, std::uint32_t element) const {
-    return m_places.isContainer(value) &&
-           typeOfToken(m_places.text(value).front()) == m_new[element].element->type();
+    return m_map.isContainer(value) &&
+           typeOfToken(m_map.text(value).front()) == m_new[element].element->type();
 }
 
 }  // namespace ko::Orvid

@@ -10,7 +10,7 @@ namespace ko::Orvid {
 
 namespace {
 
-constexpr std::uint32_t k_none = Places::k_none;
+constexpr std::uint32_t k_none = SourceMap::k_none;
 
 bool beginsNewline(std::string_view text) {
     return text.substr(0, 1) == "\n" || text.substr(0, 2) == "\r\n";
@@ -83,7 +83,7 @@ private:
 
 const Habits& GapMaker::habits() {
     if (!m_habits) {
-        m_habits = habitsOf(m_places);
+        m_habits = habitsOf(m_map);
     }
     return *m_habits;
 }
@@ -129,16 +129,16 @@ std::string GapMaker::gap(const Frame& frame) {
 }
 
 std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
-    TText tailText = tail(frame, sides);
-    const TText linesText = lines(frame, sides);
+    Text tailText = tail(frame, sides);
+    const Text linesText = lines(frame, sides);
     if (frame.items.empty() && !hasComment(tailText) && !hasComment(linesText)) {
         return {};
     }
-    TText leadText = lead(frame, sides);
+    Text leadText = lead(frame, sides);
     const bool isOneLine = !hasNewline(linesText) && !hasNewline(leadText);
     placeComma(frame, sides, tailText, leadText, isOneLine);
     const std::string& indent = sides.right == nullptr ? frame.lineIndent : frame.itemIndent;
-    TText gap = tailText;
+    Text gap = tailText;
     append(gap, linesText, indent);
     append(gap, leadText, indent);
     if (endsInLineComment(gap)) {
@@ -148,7 +148,7 @@ std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
 }
 
 /// A line comment must end before what follows it.
-void GapMaker::append(TText& gap, const TText& part, const std::string& indent) {
+void GapMaker::append(Text& gap, const Text& part, const std::string& indent) {
     if (!part.empty() && !beginsNewline(part) && endsInLineComment(gap)) {
         gap += habits().newline + indent +
                part.substr(std::min(part.find_first_not_of(" \t"), part.size()));
@@ -160,10 +160,10 @@ void GapMaker::append(TText& gap, const TText& part, const std::string& indent) 
 std::string GapMaker::tail(const Frame& frame, const Sides& sides) const {
     if (sides.left != nullptr) {
         return sides.left->before == k_none
-                   ? TText()
+                   ? Text()
                    : frame.itemReindent.apply(gapAfter(sides.left->before).tail);
     }
-    return frame.self.before == k_none ? TText() : frame.reindent.apply(siblingGap(frame, 0).tail);
+    return frame.self.before == k_none ? Text() : frame.reindent.apply(siblingGap(frame, 0).tail);
 }
 
 /// The comments of a container that was empty come first.
@@ -201,7 +201,7 @@ std::string GapMaker::lead(const Frame& frame, const Sides& sides) {
     if (isHere(frame, item) && isFirst == (positionOf(item) == 0)) {
         return frame.reindent.apply(own.lead);
     }
-    const TText usual = usualBreak(frame, isFirst);
+    const Text usual = usualBreak(frame, isFirst);
     const std::string indent = hasNewline(usual) ? std::string(indentOf(usual)) : frame.itemIndent;
     return leadAfter(usual, reindentOf(frame, item, indent).apply(own.lead));
 }
@@ -219,7 +219,7 @@ std::string GapMaker::closingLead(const Frame& frame) {
 }
 
 /// A new comma comes first, but after comments that would belong to what follows on the line.
-void GapMaker::placeComma(const Frame& frame, const Sides& sides, TText& tail, TText& lead,
+void GapMaker::placeComma(const Frame& frame, const Sides& sides, Text& tail, Text& lead,
                           bool isOneLine) {
     const bool leads = hasComma(lead);
     const bool follows = hasComma(tail);
@@ -242,7 +242,7 @@ std::string GapMaker::usualBreak(const Frame& frame, bool isFirst) {
     if (count == 0) {
         return isFirst || frame.breaksLines ? lineBreak(frame, true) : habits().comma;
     }
-    const TText first = breakOf(siblingGap(frame, 0).lead);
+    const Text first = breakOf(siblingGap(frame, 0).lead);
     if (isFirst || (count == 1 && hasNewline(first))) {
         return frame.reindent.apply(first);
     }
@@ -258,7 +258,7 @@ std::string GapMaker::usualBreak(const Frame& frame, bool isFirst) {
 std::size_t GapMaker::usualGap(const Frame& frame) const {
     constexpr std::size_t mostLookedAt = 64;
     const std::size_t nearest = std::min(frame.nearest + 1, frame.siblings.size() - 1);
-    if (m_places.isObject(frame.self.before)) {
+    if (m_map.isObject(frame.self.before)) {
         for (std::size_t i = 0; i <= std::min(nearest, mostLookedAt); ++i) {
             if (hasNewline(siblingGapText(frame, nearest - i))) {
                 return nearest - i;
@@ -297,7 +297,7 @@ std::string GapMaker::colon(const Frame& frame) {
             frame.siblings[std::min(frame.nearest, frame.siblings.size() - 1)];
         const std::size_t keyEnd =
             m_counterparts.before(sibling).begin + m_counterparts.keyBefore(sibling).size();
-        const std::string_view text = m_places.text(keyEnd, m_places[sibling].begin());
+        const std::string_view text = m_map.text(keyEnd, m_map[sibling].begin());
         if (!hasComment(text)) {
             return std::string(text);
         }
@@ -316,7 +316,7 @@ Reindent GapMaker::reindentOf(const Frame& frame, const Item& item,
 std::string GapMaker::indentBefore(std::uint32_t value) const {
     while (m_counterparts.before(value).parent != k_none) {
         const OldValue& old = m_counterparts.before(value);
-        const std::string_view text = m_places.text(old.gapBegin, old.begin);
+        const std::string_view text = m_map.text(old.gapBegin, old.begin);
         if (hasNewline(text)) {
             return std::string(indentOf(breakOf(text)));
         }
@@ -326,13 +326,13 @@ std::string GapMaker::indentBefore(std::uint32_t value) const {
 }
 
 std::string_view GapMaker::siblingGapText(const Frame& frame, std::size_t number) const {
-    const ValuePlace& container = m_places[frame.self.before];
+    const ValueSpan& container = m_map[frame.self.before];
     const std::size_t begin =
-        number == 0 ? container.begin() + 1 : m_places[frame.siblings[number - 1]].end();
+        number == 0 ? container.begin() + 1 : m_map[frame.siblings[number - 1]].end();
     const std::size_t end = number == frame.siblings.size()
                                 ? container.end() - 1
                                 : m_counterparts.before(frame.siblings[number]).begin;
-    return m_places.text(begin, end);
+    return m_map.text(begin, end);
 }
 
 Gap GapMaker::siblingGap(const Frame& frame, std::size_t number) const {
@@ -344,17 +344,16 @@ Gap GapMaker::siblingGap(const Frame& frame, std::size_t number) const {
 
 Gap GapMaker::gapBefore(std::uint32_t value) const {
     const OldValue& old = m_counterparts.before(value);
-    return gapOf(m_places.text(old.gapBegin, old.begin),
+    return gapOf(m_map.text(old.gapBegin, old.begin),
                  old.position == 0 ? GapKind::open : GapKind::between);
 }
 
 Gap GapMaker::gapAfter(std::uint32_t value) const {
     const std::uint32_t parent = m_counterparts.before(value).parent;
-    const std::uint32_t next = m_places[value].next();
-    const bool isLast = next == m_places[parent].next();
-    const std::size_t end = isLast ? m_places[parent].end() - 1 : m_counterparts.before(next).begin;
-    return gapOf(m_places.text(m_places[value].end(), end),
-                 isLast ? GapKind::close : GapKind::between);
+    const std::uint32_t next = m_map[value].next();
+    const bool isLast = next == m_map[parent].next();
+    const std::size_t end = isLast ? m_map[parent].end() - 1 : m_counterparts.before(next).begin;
+    return gapOf(m_map.text(m_map[value].end(), end), isLast ? GapKind::close : GapKind::between);
 }
 
 bool GapMaker::holdsContainer(const Frame& frame) const {
@@ -365,7 +364,7 @@ bool GapMaker::holdsContainer(const Frame& frame) const {
 }
 
 bool GapMaker::breaksLinesIn(const Frame& outer) {
-    return outer.siblings.empty() ? outer.breaksLines : isManyLine(m_places, outer.self.before);
+    return outer.siblings.empty() ? outer.breaksLines : isManyLine(m_map, outer.self.before);
 }
 
 bool GapMaker::breaksLines(const Frame& frame, const Frame* outer) {
@@ -373,12 +372,12 @@ bool GapMaker::breaksLines(const Frame& frame, const Frame* outer) {
     if (frame.self.before != k_none && hasNewline(siblingGapText(frame, 0))) {
         return true;
     }
-    if (outer != nullptr && !outer->siblings.empty() && !m_places.isObject(outer->self.before)) {
+    if (outer != nullptr && !outer->siblings.empty() && !m_map.isObject(outer->self.before)) {
         const std::uint32_t sibling = outer->siblings[outer->nearest];
         const EType type = m_counterparts.now(frame.self.now).element->type();
-        if (m_places.isContainer(sibling) && m_places.hasChildren(sibling) &&
-            m_places.isObject(sibling) == (type == etObject)) {
-            return isManyLine(m_places, sibling);
+        if (m_map.isContainer(sibling) && m_map.hasChildren(sibling) &&
+            m_map.isObject(sibling) == (type == etObject)) {
+            return isManyLine(m_map, sibling);
         }
     }
     if (outer != nullptr && !breaksLinesIn(*outer)) {

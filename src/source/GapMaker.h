@@ -13,14 +13,14 @@
 #include "source/Counterparts.h"
 #include "source/Frame.h"
 #include "source/Habits.h"
-#include "source/Places.h"
+#include "source/SourceMap.h"
 
 namespace ko::Orvid {
 
 class GapMaker {
 public:
-    GapMaker(const Places& places, const Counterparts& counterparts)
-        : m_places(places), m_counterparts(counterparts) {}
+    GapMaker(const SourceMap& map, const Counterparts& counterparts)
+        : m_map(map), m_counterparts(counterparts) {}
 
     /// The text after the item that was written last, or after the opening bracket, and before the
     /// one that is expected, or before the closing bracket.
@@ -36,7 +36,7 @@ public:
     const Habits& habits();
 
 private:
-    using TText = std::string;
+    using Text = std::string;
 
     /// The neighbours of a gap; null stands for a bracket.
     struct Sides {
@@ -46,18 +46,17 @@ private:
 
     static Sides sidesOf(const Frame& frame);
     bool areNeighbours(const Frame& frame, const Sides& sides) const;
-    TText madeGap(const Frame& frame, const Sides& sides);
-    TText tail(const Frame& frame, const Sides& sides) const;
-    TText lines(const Frame& frame, const Sides& sides) const;
-    TText lead(const Frame& frame, const Sides& sides);
-    TText closingLead(const Frame& frame);
-    void placeComma(const Frame& frame, const Sides& sides, TText& tail, TText& lead,
-                    bool isOneLine);
-    TText usualBreak(const Frame& frame, bool isFirst);
+    Text madeGap(const Frame& frame, const Sides& sides);
+    Text tail(const Frame& frame, const Sides& sides) const;
+    Text lines(const Frame& frame, const Sides& sides) const;
+    Text lead(const Frame& frame, const Sides& sides);
+    Text closingLead(const Frame& frame);
+    void placeComma(const Frame& frame, const Sides& sides, Text& tail, Text& lead, bool isOneLine);
+    Text usualBreak(const Frame& frame, bool isFirst);
     std::size_t usualGap(const Frame& frame) const;
-    TText lineBreak(const Frame& frame, bool isWithin);
+    Text lineBreak(const Frame& frame, bool isWithin);
     bool endsWithComma(const Frame& frame);
-    void append(TText& gap, const TText& part, const std::string& indent);
+    void append(Text& gap, const Text& part, const std::string& indent);
 
     bool isHere(const Frame& frame, const Item& item) const;
     bool staysHere(const Frame& frame, const Item& item) const;
@@ -70,7 +69,7 @@ private:
     bool breaksLinesIn(const Frame& outer);
     bool holdsContainer(const Frame& frame) const;
 
-    const Places& m_places;
+    const SourceMap& m_map;
     const Counterparts& m_counterparts;
     std::optional<Habits> m_habits;
 };

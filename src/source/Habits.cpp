@@ -46,12 +46,12 @@ std::string_view lineIndent(std::string_view text, std::size_t offset) {
 
 class Survey {
 public:
-    explicit Survey(const Places& places) : m_places(places) {}
+    explicit Survey(const SourceMap& map) : m_map(map) {}
 
     Habits run() {
         std::uint32_t seen = 0;
-        for (std::uint32_t value = 0; value < m_places.size() && seen < k_mostContainers; ++value) {
-            if (m_places.isContainer(value) && m_places.hasChildren(value)) {
+        for (std::uint32_t value = 0; value < m_map.size() && seen < k_mostContainers; ++value) {
+            if (m_map.isContainer(value) && m_map.hasChildren(value)) {
                 look(value);
                 ++seen;
             }
@@ -61,14 +61,14 @@ public:
 
 private:
     void look(std::uint32_t container) {
-        const bool isMany = isManyLine(m_places, container);
-        const bool isObject = m_places.isObject(container);
+        const bool isMany = isManyLine(m_map, container);
+        const bool isObject = m_map.isObject(container);
         if (isObject || holdsContainer(container)) {
             m_lines.add(isMany);
         } else {
             m_scalarLines.add(isMany);
         }
-        const ChildPlace first = m_places.firstChild(container);
+        const ChildSpan first = m_map.firstChild(container);
         if (isObject) {
             lookAtColon(first);
         }
@@ -80,36 +80,36 @@ private:
     }
 
     bool holdsContainer(std::uint32_t array) const {
-        return m_places[array].next() > array + 1 && m_places.isContainer(array + 1);
+        return m_map[array].next() > array + 1 && m_map.isContainer(array + 1);
     }
 
-    void lookAtColon(const ChildPlace& member) {
-        const std::string_view colon = m_places.text(member.keyEnd, m_places[member.value].begin());
+    void lookAtColon(const ChildSpan& member) {
+        const std::string_view colon = m_map.text(member.keyEnd, m_map[member.value].begin());
         if (!hasComment(colon) && !hasNewline(colon)) {
             m_colons.add(colon);
         }
     }
 
     void lookAtLines(std::uint32_t container) {
-        m_endComma.add(hasComma(closeGap(m_places, container)));
-        const Gap gap = gapOf(openGap(m_places, container), GapKind::open);
+        m_endComma.add(hasComma(closeGap(m_map, container)));
+        const Gap gap = gapOf(openGap(m_map, container), GapKind::open);
         const std::string lineBreak = breakOf(gap.lead);
         const std::string_view indent = indentOf(lineBreak);
-        const std::string_view outer = lineIndent(m_places.text(), m_places[container].begin());
+        const std::string_view outer = lineIndent(m_map.text(), m_map[container].begin());
         if (hasNewline(lineBreak) && indent.size() > outer.size() &&
             indent.substr(0, outer.size()) == outer) {
             m_indents.add(indent.substr(outer.size()));
         }
     }
 
-    void lookAtLine(std::uint32_t container, const ChildPlace& first) {
-        const std::string_view pad = openGap(m_places, container);
+    void lookAtLine(std::uint32_t container, const ChildSpan& first) {
+        const std::string_view pad = openGap(m_map, container);
         if (!hasComment(pad)) {
-            (m_places.isObject(container) ? m_objectPads : m_arrayPads).add(pad);
+            (m_map.isObject(container) ? m_objectPads : m_arrayPads).add(pad);
         }
-        if (m_places.hasNext(container, first)) {
-            const ChildPlace second = m_places.nextChild(container, first);
-            const std::string_view text = m_places.text(second.gapBegin, second.begin);
+        if (m_map.hasNext(container, first)) {
+            const ChildSpan second = m_map.nextChild(container, first);
+            const std::string_view text = m_map.text(second.gapBegin, second.begin);
             const Gap gap = gapOf(text, GapKind::between);
             if (!hasComment(text)) {
                 m_commas.add(gap.lead);
@@ -119,9 +119,8 @@ private:
 
     Habits result() const {
         Habits habits;
-        const std::size_t newline = m_places.text().find('\n');
-        if (newline != std::string_view::npos && newline > 0 &&
-            m_places.text()[newline - 1] == '\r') {
+        const std::size_t newline = m_map.text().find('\n');
+        if (newline != std::string_view::npos && newline > 0 && m_map.text()[newline - 1] == '\r') {
             habits.newline = "\r\n";
         }
         const bool isKnown = m_lines.any() || m_scalarLines.any();
@@ -138,31 +137,30 @@ private:
         return habits;
     }
 
-    const Places& m_places;
+    const SourceMap& m_map;
     Tally m_indents, m_colons, m_commas, m_objectPads, m_arrayPads;
     Votes m_lines, m_scalarLines, m_endComma;
 };
 
 }  // namespace
 
-Habits habitsOf(const Places& places) { return Survey(places).run(); }
+Habits habitsOf(const SourceMap& map) { return Survey(map).run(); }
 
-std::string_view openGap(const Places& places, std::uint32_t value) {
-    const ChildPlace first = places.firstChild(value);
-    return places.text(first.gapBegin, first.begin);
+std::string_view openGap(const SourceMap& map, std::uint32_t value) {
+    const ChildSpan first = map.firstChild(value);
+    return map.text(first.gapBegin, first.begin);
 }
 
-std::string_view closeGap(const Places& places, std::uint32_t value) {
-    std::size_t begin = places[value].begin() + 1;
-    for (std::uint32_t child = value + 1; child < places[value].next();
-         child = places[child].next()) {
-        begin = places[child].end();
+std::string_view closeGap(const SourceMap& map, std::uint32_t value) {
+    std::size_t begin = map[value].begin() + 1;
+    for (std::uint32_t child = value + 1; child < map[value].next(); child = map[child].next()) {
+        begin = map[child].end();
     }
-    return places.text(begin, places[value].end() - 1);
+    return map.text(begin, map[value].end() - 1);
 }
 
-bool isManyLine(const Places& places, std::uint32_t container) {
-    return hasNewline(openGap(places, container)) || hasNewline(closeGap(places, container));
+bool isManyLine(const SourceMap& map, std::uint32_t container) {
+    return hasNewline(openGap(map, container)) || hasNewline(closeGap(map, container));
 }
 
 }  // namespace ko::Orvid

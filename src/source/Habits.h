@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "source/Places.h"
+#include "source/SourceMap.h"
 
 namespace ko::Orvid {
 
@@ -35,14 +35,14 @@ struct Habits {
 };
 
 /// The habits of a document, by its first few thousand containers.
-Habits habitsOf(const Places& places);
+Habits habitsOf(const SourceMap& map);
 
 /// The text of a gap of the container `value`: the first, and the last.
-std::string_view openGap(const Places& places, std::uint32_t value);
-std::string_view closeGap(const Places& places, std::uint32_t value);
+std::string_view openGap(const SourceMap& map, std::uint32_t value);
+std::string_view closeGap(const SourceMap& map, std::uint32_t value);
 
 /// Whether children of the container, which has some, begin on lines of their own, or its bracket
 /// closes on one.
-bool isManyLine(const Places& places, std::uint32_t container);
+bool isManyLine(const SourceMap& map, std::uint32_t container);
 
 }  // namespace ko::Orvid

@@ -21,23 +21,23 @@ Source::Source(std::string text, const ReadOptions& options, std::string file)
 std::string Source::textOf(const Element& root, const std::string* leftOut) const {
     const bool isWhole =
         leftOut == nullptr || !root.isObject() || !root.object().contains(*leftOut);
-    if (isWhole && isAsRead(m_places, 0, root)) {
+    if (isWhole && isAsRead(m_map, 0, root)) {
         return m_text;
     }
-    const Counterparts counterparts(m_places, root, isWhole ? nullptr : leftOut);
-    return SourceWriter(m_places, counterparts).run();
+    const Counterparts counterparts(m_map, root, isWhole ? nullptr : leftOut);
+    return SourceWriter(m_map, counterparts).run();
 }
 
 std::optional<SourcePlace> Source::placeOf(const Element& element) const {
-    const std::uint32_t value = m_places.find(element);
-    if (value == Places::k_none) {
+    const std::uint32_t value = m_map.find(element);
+    if (value == SourceMap::k_none) {
         return std::nullopt;
     }
     SourcePlace place;
-    static_cast<SourceSpan&>(place) = span(m_places[value].begin(), m_places[value].end());
+    static_cast<SourceSpan&>(place) = span(m_map[value].begin(), m_map[value].end());
     if (value != 0) {
-        const auto [container, child] = m_places.parentOf(value);
-        if (m_places.isObject(container)) {
+        const auto [container, child] = m_map.parentOf(value);
+        if (m_map.isObject(container)) {
             place.key = span(child.begin, child.keyEnd);
         }
     }
@@ -45,9 +45,9 @@ std::optional<SourcePlace> Source::placeOf(const Element& element) const {
 }
 
 SourceSpan Source::span(std::size_t begin, std::size_t end) const {
-    const LineAndColumn place = LineCounter().place(m_text, begin);
-    return {begin, end - begin, static_cast<std::size_t>(place.line),
-            static_cast<std::size_t>(place.column)};
+    const LineAndColumn position = LineCounter().position(m_text, begin);
+    return {begin, end - begin, static_cast<std::size_t>(position.line),
+            static_cast<std::size_t>(position.column)};
 }
 
 }  // namespace ko::Orvid

@@ -13,7 +13,7 @@
 #include <string>
 #include <utility>
 
-#include "source/Places.h"
+#include "source/SourceMap.h"
 
 namespace ko::Orvid {
 
@@ -26,18 +26,16 @@ public:
     ~Source() = default;
 
     /// The places that were noted while the text was read.
-    void setPlaces(ValuePlaces values) noexcept { m_places.set(m_text, std::move(values)); }
+    void setSpans(SpanTable values) noexcept { m_map.set(m_text, std::move(values)); }
     /// The same where none could be noted: they are located in the text, of which `root` was read
     /// just now from the offset `begin` on.
-    void locatePlaces(std::size_t begin, const Element& root) {
-        m_places.locate(m_text, begin, root);
-    }
+    void locateValues(std::size_t begin, const Element& root) { m_map.locate(m_text, begin, root); }
 
     const std::string& text() const noexcept { return m_text; }
     const std::string& file() const noexcept { return m_file; }
     const ReadOptions& options() const noexcept { return m_options; }
     /// Whether the places are known: not those of a text that ended early.
-    bool hasPlaces() const noexcept { return !m_places.empty(); }
+    bool hasSpans() const noexcept { return !m_map.empty(); }
 
     /// The text with the changes that were made to the tree. `root` need not be the element that
     /// was read; it must be JSON, and the places known. `leftOut` is a key of the root that is not
@@ -52,7 +50,7 @@ private:
     const std::string m_text;
     const std::string m_file;
     const ReadOptions m_options;
-    Places m_places;
+    SourceMap m_map;
 };
 
 }  // namespace ko::Orvid

@@ -15,7 +15,7 @@ namespace ko::Orvid {
 
 namespace {
 
-constexpr std::uint32_t k_none = Places::k_none;
+constexpr std::uint32_t k_none = SourceMap::k_none;
 
 /// As many of the numbers as ascend, which are all different. O(n log n).
 std::vector<std::size_t> longestAscent(const std::vector<std::size_t>& numbers) {
@@ -43,14 +43,14 @@ std::vector<std::size_t> longestAscent(const std::vector<std::size_t>& numbers) 
 }  // namespace
 
 std::string SourceWriter::run() {
-    const std::string_view text = m_places.text();
+    const std::string_view text = m_map.text();
     m_out.reserve(text.size() + text.size() / 8);
-    m_out = text.substr(0, m_places[0].begin());
+    m_out = text.substr(0, m_map[0].begin());
     writeValue({0, 0}, {}, {});
     while (!m_open.empty()) {
         step();
     }
-    m_out += text.substr(m_places[0].end());
+    m_out += text.substr(m_map[0].end());
     return std::move(m_out);
 }
 
@@ -79,7 +79,7 @@ void SourceWriter::writeItem(const Item& item) {
     const Reindent reindent = frame.itemReindent;
     const std::string indent = frame.itemIndent;
     if (item.now == k_none) {
-        copy(m_places.text(m_counterparts.before(item.before).begin, m_places[item.before].end()),
+        copy(m_map.text(m_counterparts.before(item.before).begin, m_map[item.before].end()),
              reindent);
         return;
     }
@@ -90,7 +90,7 @@ void SourceWriter::writeItem(const Item& item) {
 std::string_view SourceWriter::colonBefore(std::uint32_t value) const {
     const std::size_t keyEnd =
         m_counterparts.before(value).begin + m_counterparts.keyBefore(value).size();
-    return m_places.text(keyEnd, m_places[value].begin());
+    return m_map.text(keyEnd, m_map[value].begin());
 }
 
 void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
@@ -134,12 +134,12 @@ void SourceWriter::writeValue(const Item& item, const std::string& indent,
     const bool wasRead = item.before != k_none;
     if (wasRead && isContainer && item.before != 0 &&
         m_counterparts.before(item.before).hash == now.hash &&
-        isAsRead(m_places, item.before, *now.element)) {
-        copy(m_places.text(item.before), reindent);
+        isAsRead(m_map, item.before, *now.element)) {
+        copy(m_map.text(item.before), reindent);
     } else if (isContainer) {
         open(item, indent, reindent);
-    } else if (wasRead && tokenSays(m_places.text(item.before), *now.element)) {
-        m_out += m_places.text(item.before);
+    } else if (wasRead && tokenSays(m_map.text(item.before), *now.element)) {
+        m_out += m_map.text(item.before);
     } else {
         appendScalar(m_out, *now.element);
     }
@@ -148,7 +148,7 @@ void SourceWriter::writeValue(const Item& item, const std::string& indent,
 void SourceWriter::open(const Item& item, const std::string& indent, const Reindent& reindent) {
     const EType type = m_counterparts.now(item.now).element->type();
     const bool isKept =
-        item.before != k_none && typeOfToken(m_places.text(item.before).front()) == type;
+        item.before != k_none && typeOfToken(m_map.text(item.before).front()) == type;
     Frame frame{};
     frame.self = {isKept ? item.before : k_none, item.now};
     frame.lineIndent = indent;
@@ -198,9 +198,8 @@ std::vector<bool> SourceWriter::stayingSiblings(const Frame& frame) const {
 /// Whether keys are repeated in the text, but all that changed is values: then the members that
 /// are replaced can stay as well.
 bool SourceWriter::isInTextOrder(const Frame& frame) const {
-    if (std::none_of(frame.siblings.begin(), frame.siblings.end(), [&](std::uint32_t sibling) {
-            return m_places[sibling].element() == nullptr;
-        })) {
+    if (std::none_of(frame.siblings.begin(), frame.siblings.end(),
+                     [&](std::uint32_t sibling) { return m_map[sibling].element() == nullptr; })) {
         return false;
     }
     std::vector<std::uint32_t> now;

@@ -12,15 +12,15 @@
 #include "source/Counterparts.h"
 #include "source/Frame.h"
 #include "source/GapMaker.h"
-#include "source/Places.h"
+#include "source/SourceMap.h"
 
 namespace ko::Orvid {
 
 /// Writes one text. Does not recurse. The tree must be JSON.
 class SourceWriter {
 public:
-    SourceWriter(const Places& places, const Counterparts& counterparts)
-        : m_places(places), m_counterparts(counterparts), m_gaps(places, counterparts) {}
+    SourceWriter(const SourceMap& map, const Counterparts& counterparts)
+        : m_map(map), m_counterparts(counterparts), m_gaps(map, counterparts) {}
 
     std::string run();
 
@@ -37,7 +37,7 @@ private:
     bool isInTextOrder(const Frame& frame) const;
     void copy(std::string_view text, const Reindent& reindent);
 
-    const Places& m_places;
+    const SourceMap& m_map;
     const Counterparts& m_counterparts;
     GapMaker m_gaps;
     std::vector<Frame> m_open;

@@ -15,7 +15,7 @@ namespace {
 
 class Comparison {
 public:
-    explicit Comparison(const Places& places) : m_places(places) {}
+    explicit Comparison(const SourceMap& map) : m_map(map) {}
 
     bool run(std::uint32_t value, const Element& element) {
         bool isSame = enter(value, element);
@@ -29,22 +29,22 @@ private:
     /// A container of both, and the child of the text that comes next.
     struct Level {
         std::uint32_t container;
-        ChildPlace child;
+        ChildSpan child;
         bool isOver;
         ChildCursor children;
     };
 
     bool enter(std::uint32_t value, const Element& element) {
-        const std::string_view text = m_places.text(value);
-        if (!m_places.isContainer(value)) {
+        const std::string_view text = m_map.text(value);
+        if (!m_map.isContainer(value)) {
             return tokenSays(text, element);
         }
         if (typeOfToken(text.front()) != element.type()) {
             return false;
         }
-        const bool isOver = !m_places.hasChildren(value);
-        m_open.push_back({value, isOver ? ChildPlace() : m_places.firstChild(value), isOver,
-                          ChildCursor(element)});
+        const bool isOver = !m_map.hasChildren(value);
+        m_open.push_back(
+            {value, isOver ? ChildSpan() : m_map.firstChild(value), isOver, ChildCursor(element)});
         return true;
     }
 
@@ -56,27 +56,27 @@ private:
             m_open.pop_back();
             return isSame;
         }
-        const ChildPlace child = level.child;
-        if (m_places[child.value].element() == nullptr ||
-            (m_places.isObject(level.container) &&
-             !tokenSays(m_places.key(child), std::string_view(element->memberKey())))) {
+        const ChildSpan child = level.child;
+        if (m_map[child.value].element() == nullptr ||
+            (m_map.isObject(level.container) &&
+             !tokenSays(m_map.key(child), std::string_view(element->memberKey())))) {
             return false;
         }
-        level.isOver = !m_places.hasNext(level.container, child);
+        level.isOver = !m_map.hasNext(level.container, child);
         if (!level.isOver) {
-            level.child = m_places.nextChild(level.container, child);
+            level.child = m_map.nextChild(level.container, child);
         }
         return enter(child.value, *element);
     }
 
-    const Places& m_places;
+    const SourceMap& m_map;
     std::vector<Level> m_open;
 };
 
 }  // namespace
 
-bool isAsRead(const Places& places, std::uint32_t value, const Element& element) {
-    return Comparison(places).run(value, element);
+bool isAsRead(const SourceMap& map, std::uint32_t value, const Element& element) {
+    return Comparison(map).run(value, element);
 }
 
 }  // namespace ko::Orvid

@@ -25,7 +25,7 @@ class LineCounter {
 public:
     /// The place of the byte at `offset` (from 0, in the whole text), which lies in `piece`, the
     /// one that is counted next, or before it with no newline between.
-    LineAndColumn place(std::string_view piece, std::uint64_t offset) const noexcept {
+    LineAndColumn position(std::string_view piece, std::uint64_t offset) const noexcept {
         if (offset < m_offset) {
             return {clamped(m_line), clamped(offset - m_lineBegin + 1)};
         }

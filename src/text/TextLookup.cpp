@@ -16,47 +16,47 @@ class ValueFinder : public KeySink {
 public:
     explicit ValueFinder(const ValueSteps& steps) : m_follower(steps) {}
 
-    void null(TokenPlace place) { take(place); }
-    void boolean(bool /*value*/, TokenPlace place) { take(place); }
-    void number(std::string_view /*text*/, TokenPlace place) { take(place); }
-    void string(std::string_view /*text*/, TokenPlace place) { take(place); }
-    bool key(std::string_view text, TokenPlace /*place*/) {
+    void null(TokenSpan span) { take(span); }
+    void boolean(bool /*value*/, TokenSpan span) { take(span); }
+    void number(std::string_view /*text*/, TokenSpan span) { take(span); }
+    void string(std::string_view /*text*/, TokenSpan span) { take(span); }
+    bool key(std::string_view text, TokenSpan /*span*/) {
         m_follower.key(text);
         return true;
     }
-    void openObject(TokenPlace place) { open(place, false); }
-    void closeObject(TokenPlace place) { close(place); }
-    void openArray(TokenPlace place) { open(place, true); }
-    void closeArray(TokenPlace place) { close(place); }
+    void openObject(TokenSpan span) { open(span, false); }
+    void closeObject(TokenSpan span) { close(span); }
+    void openArray(TokenSpan span) { open(span, true); }
+    void closeArray(TokenSpan span) { close(span); }
 
     /// Empty where there is none.
-    TokenPlace found() const noexcept { return m_found; }
+    TokenSpan found() const noexcept { return m_found; }
 
 private:
-    void take(TokenPlace place) {
+    void take(TokenSpan span) {
         if (m_follower.begin()) {
-            m_found = m_follower.isTarget() ? place : TokenPlace{0, 0};
+            m_found = m_follower.isTarget() ? span : TokenSpan{0, 0};
         }
     }
-    void open(TokenPlace place, bool isArray) {
+    void open(TokenSpan span, bool isArray) {
         const bool isOnWay = m_follower.begin();
         if (isOnWay) {
             m_found = {0, 0};
             m_isOpen = m_follower.isTarget();
-            m_begin = place.begin;
+            m_begin = span.begin;
         }
         m_follower.open(isArray, isOnWay);
     }
-    void close(TokenPlace place) {
+    void close(TokenSpan span) {
         m_follower.close();
         if (m_isOpen && m_follower.isTarget()) {
-            m_found = {m_begin, place.end};
+            m_found = {m_begin, span.end};
             m_isOpen = false;
         }
     }
 
     StepFollower m_follower;
-    TokenPlace m_found{0, 0};
+    TokenSpan m_found{0, 0};
     std::uint64_t m_begin = 0;
     bool m_isOpen = false;  ///< whether the value is a container that is read
 };
@@ -66,16 +66,16 @@ class StrictValueFinder : public ValueFinder {
 public:
     using ValueFinder::ValueFinder;
 
-    bool key(std::string_view text, TokenPlace place) {
-        return m_keys.add(text) && ValueFinder::key(text, place);
+    bool key(std::string_view text, TokenSpan span) {
+        return m_keys.add(text) && ValueFinder::key(text, span);
     }
-    void openObject(TokenPlace place) {
+    void openObject(TokenSpan span) {
         m_keys.open();
-        ValueFinder::openObject(place);
+        ValueFinder::openObject(span);
     }
-    void closeObject(TokenPlace place) {
+    void closeObject(TokenSpan span) {
         m_areDifferent = m_keys.close() && m_areDifferent;
-        ValueFinder::closeObject(place);
+        ValueFinder::closeObject(span);
     }
 
     bool areKeysDifferent() const noexcept { return m_areDifferent; }
@@ -85,12 +85,12 @@ private:
     bool m_areDifferent = true;
 };
 
-std::optional<std::string_view> partOf(std::string_view text, TokenPlace place) {
-    if (place.begin == place.end) {
+std::optional<std::string_view> partOf(std::string_view text, TokenSpan span) {
+    if (span.begin == span.end) {
         return std::nullopt;
     }
-    return text.substr(static_cast<std::size_t>(place.begin),
-                       static_cast<std::size_t>(place.end - place.begin));
+    return text.substr(static_cast<std::size_t>(span.begin),
+                       static_cast<std::size_t>(span.end - span.begin));
 }
 
 }  // namespace

@@ -19,28 +19,28 @@ class TokenWriter : public TokenSink {
 public:
     explicit TokenWriter(Writer& writer) : m_writer(writer) {}
 
-    void null(TokenPlace /*place*/) { m_writer.null(); }
-    void boolean(bool value, TokenPlace /*place*/) { m_writer.boolean(value); }
-    void number(std::string_view text, TokenPlace /*place*/) {
+    void null(TokenSpan /*span*/) { m_writer.null(); }
+    void boolean(bool value, TokenSpan /*span*/) { m_writer.boolean(value); }
+    void number(std::string_view text, TokenSpan /*span*/) {
         m_writer.number(text.data(), text.size());
     }
-    void string(std::string_view text, TokenPlace place) {
+    void string(std::string_view text, TokenSpan span) {
         // Every escape is longer than what it stands for.
         constexpr std::uint64_t k_quotes = 2;
-        if (place.end - place.begin == text.size() + k_quotes) {
+        if (span.end - span.begin == text.size() + k_quotes) {
             m_writer.plainString(text.data(), text.size());
         } else {
             m_writer.string(text.data(), text.size());
         }
     }
-    bool key(std::string_view text, TokenPlace place) {
-        string(text, place);
+    bool key(std::string_view text, TokenSpan span) {
+        string(text, span);
         return true;
     }
-    void openObject(TokenPlace /*place*/) { m_writer.openMap(); }
-    void closeObject(TokenPlace /*place*/) { m_writer.closeMap(); }
-    void openArray(TokenPlace /*place*/) { m_writer.openArray(); }
-    void closeArray(TokenPlace /*place*/) { m_writer.closeArray(); }
+    void openObject(TokenSpan /*span*/) { m_writer.openMap(); }
+    void closeObject(TokenSpan /*span*/) { m_writer.closeMap(); }
+    void openArray(TokenSpan /*span*/) { m_writer.openArray(); }
+    void closeArray(TokenSpan /*span*/) { m_writer.closeArray(); }
 
 private:
     Writer& m_writer;
@@ -51,16 +51,16 @@ class Copier : public TokenWriter {
 public:
     Copier(Writer& writer, KeyHashes& keys) : TokenWriter(writer), m_keys(keys) {}
 
-    bool key(std::string_view text, TokenPlace place) {
-        return addKey(text) && TokenWriter::key(text, place);
+    bool key(std::string_view text, TokenSpan span) {
+        return addKey(text) && TokenWriter::key(text, span);
     }
-    void openObject(TokenPlace place) {
+    void openObject(TokenSpan span) {
         openKeys();
-        TokenWriter::openObject(place);
+        TokenWriter::openObject(span);
     }
-    void closeObject(TokenPlace place) {
+    void closeObject(TokenSpan span) {
         closeKeys();
-        TokenWriter::closeObject(place);
+        TokenWriter::closeObject(span);
     }
 
     bool areKeysDifferent() const noexcept { return m_areDifferent; }
@@ -80,24 +80,24 @@ class MetaWatcher : public Copier {
 public:
     using Copier::Copier;
 
-    bool key(std::string_view text, TokenPlace place) {
-        return !(m_depth == 1 && text == "meta") && Copier::key(text, place);
+    bool key(std::string_view text, TokenSpan span) {
+        return !(m_depth == 1 && text == "meta") && Copier::key(text, span);
     }
-    void openObject(TokenPlace place) {
+    void openObject(TokenSpan span) {
         ++m_depth;
-        Copier::openObject(place);
+        Copier::openObject(span);
     }
-    void closeObject(TokenPlace place) {
+    void closeObject(TokenSpan span) {
         --m_depth;
-        Copier::closeObject(place);
+        Copier::closeObject(span);
     }
-    void openArray(TokenPlace place) {
+    void openArray(TokenSpan span) {
         ++m_depth;
-        Copier::openArray(place);
+        Copier::openArray(span);
     }
-    void closeArray(TokenPlace place) {
+    void closeArray(TokenSpan span) {
         --m_depth;
-        Copier::closeArray(place);
+        Copier::closeArray(span);
     }
 
 private:
@@ -110,55 +110,55 @@ public:
     Editor(Writer& writer, KeyHashes& keys, const TextEdit& edit)
         : Copier(writer, keys), m_writer(writer), m_edit(edit), m_follower(edit.steps) {}
 
-    void null(TokenPlace place) {
+    void null(TokenSpan span) {
         if (takes()) {
-            Copier::null(place);
+            Copier::null(span);
         }
     }
-    void boolean(bool value, TokenPlace place) {
+    void boolean(bool value, TokenSpan span) {
         if (takes()) {
-            Copier::boolean(value, place);
+            Copier::boolean(value, span);
         }
     }
-    void number(std::string_view text, TokenPlace place) {
+    void number(std::string_view text, TokenSpan span) {
         if (takes()) {
-            Copier::number(text, place);
+            Copier::number(text, span);
         }
     }
-    void string(std::string_view text, TokenPlace place) {
+    void string(std::string_view text, TokenSpan span) {
         if (takes()) {
-            Copier::string(text, place);
+            Copier::string(text, span);
         }
     }
-    bool key(std::string_view text, TokenPlace place) {
+    bool key(std::string_view text, TokenSpan span) {
         if (m_skipped > 0) {
             return addKey(text);
         }
         m_follower.key(text);
-        return Copier::key(text, place);
+        return Copier::key(text, span);
     }
-    void openObject(TokenPlace place) {
+    void openObject(TokenSpan span) {
         if (opens(false)) {
-            Copier::openObject(place);
+            Copier::openObject(span);
         } else {
             openKeys();
         }
     }
-    void closeObject(TokenPlace place) {
+    void closeObject(TokenSpan span) {
         if (closes()) {
-            Copier::closeObject(place);
+            Copier::closeObject(span);
         } else {
             closeKeys();
         }
     }
-    void openArray(TokenPlace place) {
+    void openArray(TokenSpan span) {
         if (opens(true)) {
-            Copier::openArray(place);
+            Copier::openArray(span);
         }
     }
-    void closeArray(TokenPlace place) {
+    void closeArray(TokenSpan span) {
         if (closes()) {
-            Copier::closeArray(place);
+            Copier::closeArray(span);
         }
     }
 

@@ -229,11 +229,11 @@ const char* TextScanner::failDepth(const char* at) {
                 offsetOf(at));
 }
 
-const char* TextScanner::failRepeated(std::string_view key, TokenPlace place) {
+const char* TextScanner::failRepeated(std::string_view key, TokenSpan span) {
     constexpr std::size_t k_longestShown = 100;
     const bool isShown = key.size() <= k_longestShown;
-    return fail(isShown ? "Repeated key \"" + std::string(key) + '"' : "Repeated key", place.begin,
-                place.end - place.begin, EParseError::repeatedKey);
+    return fail(isShown ? "Repeated key \"" + std::string(key) + '"' : "Repeated key", span.begin,
+                span.end - span.begin, EParseError::repeatedKey);
 }
 
 const char* TextScanner::expectedText() const noexcept {

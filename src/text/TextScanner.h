@@ -33,7 +33,7 @@ struct TextError {
 
 /// Where a token stands in the whole text, from 0; `end` is after it. Strings and keys count with
 /// their quotes.
-struct TokenPlace {
+struct TokenSpan {
     std::uint64_t begin;
     std::uint64_t end;
 };
@@ -41,19 +41,19 @@ struct TokenPlace {
 /// A sink takes the tokens in their order. What it throws leaves the scanner, which can only be
 /// destroyed then. Texts live during the call. These are for those that want only some of them.
 struct TokenSinkBase {
-    void null(TokenPlace /*place*/) {}
-    void boolean(bool /*value*/, TokenPlace /*place*/) {}
+    void null(TokenSpan /*span*/) {}
+    void boolean(bool /*value*/, TokenSpan /*span*/) {}
     /// The number as it stands.
-    void number(std::string_view /*text*/, TokenPlace /*place*/) {}
+    void number(std::string_view /*text*/, TokenSpan /*span*/) {}
     /// The string without its quotes, with its escapes resolved.
-    void string(std::string_view /*text*/, TokenPlace /*place*/) {}
+    void string(std::string_view /*text*/, TokenSpan /*span*/) {}
     /// The same for a key. False refuses it because its object has it already.
-    bool key(std::string_view /*text*/, TokenPlace /*place*/) { return true; }
-    void openObject(TokenPlace /*place*/) {}
-    void closeObject(TokenPlace /*place*/) {}
-    void openArray(TokenPlace /*place*/) {}
-    void closeArray(TokenPlace /*place*/) {}
-    void comma(TokenPlace /*place*/) {}
+    bool key(std::string_view /*text*/, TokenSpan /*span*/) { return true; }
+    void openObject(TokenSpan /*span*/) {}
+    void closeObject(TokenSpan /*span*/) {}
+    void openArray(TokenSpan /*span*/) {}
+    void closeArray(TokenSpan /*span*/) {}
+    void comma(TokenSpan /*span*/) {}
 };
 
 /// One that looks at the text of strings.
@@ -95,8 +95,8 @@ public:
     /// Counts the lines of the piece that was scanned last, whose errors can be placed no more.
     void leave(std::string_view piece) noexcept { m_lines.count(piece); }
     /// The line and column of a byte in the piece that was scanned last.
-    LineAndColumn place(std::string_view piece, std::uint64_t offset) const noexcept {
-        return m_lines.place(piece, offset);
+    LineAndColumn position(std::string_view piece, std::uint64_t offset) const noexcept {
+        return m_lines.position(piece, offset);
     }
 
     /// Whether the text so far ends within a token, comments aside.
@@ -163,7 +163,7 @@ private:
     std::uint64_t offsetOf(const char* at) const noexcept {
         return m_windowOffset + static_cast<std::uint64_t>(at - m_window);
     }
-    TokenPlace placeOf(const char* begin, const char* end) const noexcept {
+    TokenSpan spanOf(const char* begin, const char* end) const noexcept {
         return {offsetOf(begin), offsetOf(end)};
     }
     const char* fail(std::string message, std::uint64_t begin, std::uint64_t length = 1,
@@ -171,7 +171,7 @@ private:
     const char* failString(const text::StringScan& scan);
     const char* failUnexpected(const char* at, const std::string& expected);
     const char* failDepth(const char* at);
-    const char* failRepeated(std::string_view key, TokenPlace place);
+    const char* failRepeated(std::string_view key, TokenSpan span);
     void failMissing();
     const char* expectedText() const noexcept;
 

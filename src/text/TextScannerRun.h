@@ -164,7 +164,7 @@ const char* TextScanner::run(const char* at, const char* const end, Sink& sink) 
                 if (at == end || *at != ',') {
                     break;
                 }
-                sink.comma(placeOf(at, at + 1));
+                sink.comma(spanOf(at, at + 1));
                 ++at;
                 next = m_afterComma;
                 continue;
@@ -217,7 +217,7 @@ inline const char* TextScanner::takeString(const char* at, const char* end, Sink
     std::string_view text;
     const char* const stop = takeText(at, end, text, Sink::k_readsStrings);
     if (stop != nullptr) {
-        sink.string(text, placeOf(at, stop));
+        sink.string(text, spanOf(at, stop));
     }
     return stop;
 }
@@ -226,8 +226,8 @@ template<class Sink>
 inline const char* TextScanner::takeKey(const char* at, const char* end, Sink& sink) {
     std::string_view text;
     const char* const stop = takeText(at, end, text, true);
-    if (stop != nullptr && !sink.key(text, placeOf(at, stop))) {
-        return failRepeated(text, placeOf(at, stop));
+    if (stop != nullptr && !sink.key(text, spanOf(at, stop))) {
+        return failRepeated(text, spanOf(at, stop));
     }
     return stop;
 }
@@ -236,7 +236,7 @@ template<class Sink>
 inline const char* TextScanner::takeNumber(const char* at, const char* end, Sink& sink) {
     const char* const usual = m_verified == 0 ? text::usualNumberEnd(at, end) : nullptr;
     if (usual != nullptr) {
-        sink.number({at, static_cast<std::size_t>(usual - at)}, placeOf(at, usual));
+        sink.number({at, static_cast<std::size_t>(usual - at)}, spanOf(at, usual));
         return usual;
     }
     const char* stop = at + m_verified;
@@ -246,7 +246,7 @@ inline const char* TextScanner::takeNumber(const char* at, const char* end, Sink
         return stopNumber(at, stop, end, part);
     }
     m_verified = 0;
-    sink.number({at, static_cast<std::size_t>(stop - at)}, placeOf(at, stop));
+    sink.number({at, static_cast<std::size_t>(stop - at)}, spanOf(at, stop));
     return stop;
 }
 
@@ -256,15 +256,15 @@ inline const char* TextScanner::takeWord(const char* at, const char* end, Sink& 
         return end - at >= length && std::memcmp(at, word, static_cast<std::size_t>(length)) == 0;
     };
     if (isThere("null", 4)) {
-        sink.null(placeOf(at, at + 4));
+        sink.null(spanOf(at, at + 4));
         return at + 4;
     }
     if (isThere("true", 4)) {
-        sink.boolean(true, placeOf(at, at + 4));
+        sink.boolean(true, spanOf(at, at + 4));
         return at + 4;
     }
     if (isThere("false", 5)) {
-        sink.boolean(false, placeOf(at, at + 5));
+        sink.boolean(false, spanOf(at, at + 5));
         return at + 5;
     }
     return stopWord(at, end, *at == 't' ? "true" : *at == 'f' ? "false" : "null");
@@ -293,10 +293,10 @@ const char* TextScanner::open(const char* at, Sink& sink) {
     }
     m_open.push(*at == '{');
     if (*at == '{') {
-        sink.openObject(placeOf(at, at + 1));
+        sink.openObject(spanOf(at, at + 1));
         m_next = Next::keyOrEnd;
     } else {
-        sink.openArray(placeOf(at, at + 1));
+        sink.openArray(spanOf(at, at + 1));
         m_next = Next::valueOrEnd;
     }
     setLevel();
@@ -306,9 +306,9 @@ const char* TextScanner::open(const char* at, Sink& sink) {
 template<class Sink>
 const char* TextScanner::close(const char* at, Sink& sink) {
     if (*at == '}') {
-        sink.closeObject(placeOf(at, at + 1));
+        sink.closeObject(spanOf(at, at + 1));
     } else {
-        sink.closeArray(placeOf(at, at + 1));
+        sink.closeArray(spanOf(at, at + 1));
     }
     m_open.pop();
     setLevel();

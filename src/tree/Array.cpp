@@ -120,7 +120,7 @@ void Array<T>::updateVector() {
 template<class T>
 void Array<T>::swap(Array& other) {
     if (this != &other) {
-        IndexList<T>::TPlaces::beginExchange(*this, other);
+        IndexList<T>::ItemPlaces::beginExchange(*this, other);
         this->exchange(other);
     }
     tagAll();

@@ -157,7 +157,7 @@ auto Object<Key, Value, Compare>::findOrAppend(Text&& key, Arguments&&... value)
 template<class Key, class Value, class Compare>
 void Object<Key, Value, Compare>::swap(Object& other) {
     if (this != &other) {
-        TBase::TPlaces::beginExchange(*this, other);
+        TBase::ItemPlaces::beginExchange(*this, other);
         this->exchange(other);
         tagAll();
     }

@@ -33,7 +33,7 @@ public:
     /// The member was appended with the key that was sought last, and not found.
     void add(const Object& object, Member& member) noexcept {
         if (object.size() > k_fewest + 1) {
-            m_levels[m_depth - 1].add(m_place, m_hash, member);
+            m_levels[m_depth - 1].add(m_slot, m_hash, member);
         }
     }
     /// Nothing more comes into the object.
@@ -48,8 +48,8 @@ public:
 private:
     /// Up to here looking at every key, which mostly compares lengths, is fastest.
     static constexpr std::size_t k_fewest = 8;
-    static constexpr std::size_t k_places = 128;
-    static_assert(k_places >= 2 * k_most, "few places are taken");
+    static constexpr std::size_t k_slots = 128;
+    static_assert(k_slots >= 2 * k_most, "few places are taken");
 
     struct Entry {
         std::size_t hash;
@@ -60,12 +60,12 @@ private:
     struct Level {
         const Object* object = nullptr;
         std::size_t count = 0;
-        std::array<unsigned char, k_places> places{};  ///< the number of the entry, from 1; 0: none
+        std::array<unsigned char, k_slots> slots{};  ///< the number of the entry, from 1; 0: none
         std::array<Entry, k_most + 1> entries{};
 
-        void add(std::size_t place, std::size_t hash, Member& member) noexcept {
+        void add(std::size_t slot, std::size_t hash, Member& member) noexcept {
             entries[count] = {hash, &member};
-            places[place] = static_cast<unsigned char>(++count);
+            slots[slot] = static_cast<unsigned char>(++count);
         }
     };
 
@@ -109,9 +109,9 @@ private:
 
     Member* lookIn(const Level& level, std::string_view key) noexcept {
         m_hash = hashOf(key);
-        m_place = m_hash % k_places;
-        for (; level.places[m_place] != 0; m_place = (m_place + 1) % k_places) {
-            const Entry& entry = level.entries[level.places[m_place] - 1U];
+        m_slot = m_hash % k_slots;
+        for (; level.slots[m_slot] != 0; m_slot = (m_slot + 1) % k_slots) {
+            const Entry& entry = level.entries[level.slots[m_slot] - 1U];
             if (entry.hash == m_hash && isSame(entry.member->first, key)) {
                 return entry.member;
             }
@@ -127,10 +127,10 @@ private:
         Level& level = m_levels[m_depth++];
         level.object = &object;
         level.count = 0;
-        level.places = {};
+        level.slots = {};
         for (Member& member : object) {
             lookIn(level, member.first);
-            level.add(m_place, m_hash, member);
+            level.add(m_slot, m_hash, member);
         }
     }
 
@@ -138,7 +138,7 @@ private:
     std::size_t m_depth = 0;  ///< how many of them are in use
     // Of the key that was sought last.
     std::size_t m_hash = 0;
-    std::size_t m_place = 0;
+    std::size_t m_slot = 0;
 };
 
 }  // namespace ko::Orvid

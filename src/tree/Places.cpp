@@ -27,15 +27,15 @@ void beginExchangeOf(Base& a, Base& b) {
 
 }  // namespace
 
-void ElementPlaces::beginExchange(TElementList& a, TElementList& b) {
+void ElementPlaces::beginExchange(ElementList& a, ElementList& b) {
     beginExchangeOf<Element::TArray>(a, b);
 }
 
-void ElementPlaces::beginExchange(TElementMap& a, TElementMap& b) {
+void ElementPlaces::beginExchange(ElementMap& a, ElementMap& b) {
     beginExchangeOf<Element::TObject>(a, b);
 }
 
-void ElementPlaces::renew(TElementMap& map) noexcept {
+void ElementPlaces::renew(ElementMap& map) noexcept {
     if (auto* const object = dynamic_cast<Element::TObject*>(&map)) {
         object->setParent(object->parent());
     }

@@ -48,11 +48,11 @@ ParentLink& linkOf(const Holder& holder) {
                       holder);
 }
 
-bool isElements(const detail::TElementList* list) {
+bool isElements(const detail::ElementList* list) {
     return dynamic_cast<const Element::TArray*>(list) != nullptr;
 }
 
-bool isElements(const detail::TElementMap* map) {
+bool isElements(const detail::ElementMap* map) {
     return dynamic_cast<const Element::TObject*>(map) != nullptr;
 }
 
@@ -113,16 +113,16 @@ private:
     ParentLink& m_origin;
     ParentLink& m_holder;
     bool m_isNeeded;
-    Handovers::THolders m_holders;
-    Handovers::TOrigins m_origins;
+    Handovers::HolderMap m_holders;
+    Handovers::Origins m_origins;
 };
 
 /// Renames a holder wherever it is noted, except where the other one is noted as well.
 void renameHolder(const Holder& from, const Holder& to) {
-    const Handovers::TOrigins& others = linkOf(to).notes().origins;
+    const Handovers::Origins& others = linkOf(to).notes().origins;
     for (ParentLink* const origin : linkOf(from).notes().origins) {
         if (others.count(origin) == 0) {
-            Handovers::THolders& holders = origin->notes().holders;
+            Handovers::HolderMap& holders = origin->notes().holders;
             auto note = holders.extract(&linkOf(from));
             note.key() = &linkOf(to);
             note.mapped() = to;

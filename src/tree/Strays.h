@@ -17,7 +17,7 @@ namespace ko::Orvid {
 
 class Strays {
 public:
-    using Holder = std::variant<detail::TElementList*, detail::TElementMap*>;
+    using Holder = std::variant<detail::ElementList*, detail::ElementMap*>;
 
     /// Notes that two containers are about to exchange their children, telling none of them.
     /// Throws std::bad_alloc, with no effect.
@@ -48,14 +48,14 @@ private:
 /// The notes of one container. A container is among another's `holders` where that one is among its
 /// `origins`.
 struct detail::Handovers {
-    using THolders = std::map<const ParentLink*, Strays::Holder>;
-    using TOrigins = std::set<ParentLink*>;
+    using HolderMap = std::map<const ParentLink*, Strays::Holder>;
+    using Origins = std::set<ParentLink*>;
 
     Element* parent;
     /// The containers, by their links, in which there may be children that find their parent here.
-    THolders holders;
+    HolderMap holders;
     /// Where children of this container may find a parent, other than here.
-    TOrigins origins;
+    Origins origins;
 };
 
 }  // namespace ko::Orvid

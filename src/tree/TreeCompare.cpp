@@ -20,8 +20,8 @@ int sign(int result) { return result > 0 ? 1 : result < 0 ? -1 : 0; }
 
 /// Where the comparison of two containers has got to.
 template<class Container>
-struct SPosition {
-    SPosition(const Container& a, const Container& b)
+struct Cursor {
+    Cursor(const Container& a, const Container& b)
         : left(a.begin()), leftEnd(a.end()), right(b.begin()), rightEnd(b.end()) {}
 
     bool isOver() const { return left == leftEnd || right == rightEnd; }
@@ -57,8 +57,8 @@ public:
     }
 
 private:
-    using TArrayPosition = SPosition<Element::TArray>;
-    using TObjectPosition = SPosition<Element::TObject>;
+    using ArrayCursor = Cursor<Element::TArray>;
+    using ObjectCursor = Cursor<Element::TObject>;
 
     int compareSameType(const SData& a, const SData& b) {
         switch (a.type) {
@@ -72,10 +72,10 @@ private:
             case etString:
                 return sign(a.value.string->compare(*b.value.string));
             case etObject:
-                m_open.emplace_back(TObjectPosition(*a.value.object, *b.value.object));
+                m_open.emplace_back(ObjectCursor(*a.value.object, *b.value.object));
                 return 0;
             case etArray:
-                m_open.emplace_back(TArrayPosition(*a.value.array, *b.value.array));
+                m_open.emplace_back(ArrayCursor(*a.value.array, *b.value.array));
                 return 0;
             default:
                 return 0;
@@ -84,7 +84,7 @@ private:
 
     // A step may open a container, which moves the positions: it takes what it needs before that.
 
-    int step(TArrayPosition& position) {
+    int step(ArrayCursor& position) {
         if (position.isOver()) {
             return close(position);
         }
@@ -93,7 +93,7 @@ private:
         return compare(left.data(), right.data());
     }
 
-    int step(TObjectPosition& position) {
+    int step(ObjectCursor& position) {
         if (position.isOver()) {
             return close(position);
         }
@@ -110,7 +110,7 @@ private:
         return result;
     }
 
-    std::vector<std::variant<TArrayPosition, TObjectPosition>> m_open;
+    std::vector<std::variant<ArrayCursor, ObjectCursor>> m_open;
 };
 
 }  // namespace

@@ -18,7 +18,7 @@ namespace {
 
 class Equality {
 public:
-    Equality(ENumberRule rule, unsigned long long budget)
+    Equality(NumberRule rule, unsigned long long budget)
         : m_rule(rule), m_budget(budget), m_isUnlimited(budget == k_unlimited) {}
 
     /// Nothing where the budget is too small.
@@ -108,12 +108,12 @@ private:
     }
 
     bool sameNumber(const Number& a, const Number& b) {
-        if (m_isUnlimited && m_rule == ENumberRule::sameValue) {
+        if (m_isUnlimited && m_rule == NumberRule::sameValue) {
             return a == b;
         }
         NumberBuffer left;
         NumberBuffer right;
-        if (m_rule == ENumberRule::sameText) {
+        if (m_rule == NumberRule::sameText) {
             return a.textIn(left) == b.textIn(right);
         }
         return spendText(a.textIn(left).size() + b.textIn(right).size()) && a == b;
@@ -170,7 +170,7 @@ private:
     static constexpr std::size_t k_textOfOne = 64;
     static constexpr auto k_unlimited = std::numeric_limits<unsigned long long>::max();
 
-    ENumberRule m_rule;
+    NumberRule m_rule;
     unsigned long long m_budget;
     const bool m_isUnlimited;
     bool m_isSpent = false;
@@ -183,15 +183,15 @@ private:
 }  // namespace
 
 bool operator==(const Element& a, const Element& b) {
-    return &a == &b || treesEqual(a, b, ENumberRule::sameValue);
+    return &a == &b || treesEqual(a, b, NumberRule::sameValue);
 }
 
-bool treesEqual(const Element& a, const Element& b, ENumberRule rule) {
+bool treesEqual(const Element& a, const Element& b, NumberRule rule) {
     unsigned long long budget = std::numeric_limits<unsigned long long>::max();
     return treesEqualWithin(a, b, rule, budget).value_or(false);
 }
 
-std::optional<bool> treesEqualWithin(const Element& a, const Element& b, ENumberRule rule,
+std::optional<bool> treesEqualWithin(const Element& a, const Element& b, NumberRule rule,
                                      unsigned long long& budget) {
     Equality equality(rule, budget);
     const std::optional<bool> result = equality.holds(a, b);

@@ -11,18 +11,18 @@
 namespace ko::Orvid {
 
 /// When two numbers are taken for the same.
-enum class ENumberRule {
+enum class NumberRule {
     sameText,   ///< as they are written, letter for letter
     sameValue,  ///< by their exact value, as `==` does
 };
 
 /// Linear in the size of the trees, except for a logarithm for each member that stands elsewhere in
 /// the other object. Does not recurse. Throws nothing but std::bad_alloc.
-bool treesEqual(const Element& a, const Element& b, ENumberRule rule);
+bool treesEqual(const Element& a, const Element& b, NumberRule rule);
 
 /// The same, except that it gives up and answers nothing where it would cost more than `budget`,
 /// from which the cost is taken: one for each element in a container, and for 64 bytes of a text.
-std::optional<bool> treesEqualWithin(const Element& a, const Element& b, ENumberRule rule,
+std::optional<bool> treesEqualWithin(const Element& a, const Element& b, NumberRule rule,
                                      unsigned long long& budget);
 
 }  // namespace ko::Orvid

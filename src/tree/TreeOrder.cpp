@@ -60,10 +60,10 @@ public:
     void advance() { ++m_at; }
 
 private:
-    using TMembers = std::vector<const Element::TObject::value_type*>;
+    using MemberList = std::vector<const Element::TObject::value_type*>;
 
-    static TMembers sorted(const Element::TObject& object) {
-        TMembers members;
+    static MemberList sorted(const Element::TObject& object) {
+        MemberList members;
         members.reserve(object.size());
         for (const auto& member : object) {
             members.push_back(&member);
@@ -73,8 +73,8 @@ private:
         return members;
     }
 
-    TMembers m_left;
-    TMembers m_right;
+    MemberList m_left;
+    MemberList m_right;
     std::size_t m_at = 0;
 };
 

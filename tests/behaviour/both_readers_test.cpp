@@ -96,17 +96,17 @@ TEST(BothReaders, agree_on_odd_texts_however_they_are_cut) {
 
 /// With the address sanitizer an exception takes milliseconds, so that only some places are tried.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t k_placeStep = 9;
+constexpr std::size_t k_offsetStep = 9;
 #elif defined(__has_feature)
-constexpr std::size_t k_placeStep = __has_feature(address_sanitizer) ? 9 : 1;
+constexpr std::size_t k_offsetStep = __has_feature(address_sanitizer) ? 9 : 1;
 #else
-constexpr std::size_t k_placeStep = 1;
+constexpr std::size_t k_offsetStep = 1;
 #endif
 
 TEST(BothReaders, agree_wherever_a_byte_is_wrong) {
     const std::string text = "{\"k\": [1, -2.5e3, true], \"\\u0062\" :/*c*/ \"d\", \"n\" :null }";
     const std::string bytes = std::string(1, '\0') + " \n\v\"\\/*{}[]:,0-.eu\xC3";
-    for (std::size_t at = 0; at <= text.size(); at += k_placeStep) {
+    for (std::size_t at = 0; at <= text.size(); at += k_offsetStep) {
         for (const char byte : bytes) {
             std::string inserted = text;
             inserted.insert(at, 1, byte);

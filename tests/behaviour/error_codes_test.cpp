@@ -22,7 +22,7 @@ using ko::Orvid::ParseException;
 using ko::Orvid::Path;
 using orvid_test::thrownBy;
 
-struct SRow {
+struct Row {
     const char* why;
     std::function<void()> action;
     EParseError code;
@@ -42,8 +42,8 @@ struct OutOfOrder : DomParser {
     }
 };
 
-const std::vector<SRow>& rows() {
-    static const std::vector<SRow> all{
+const std::vector<Row>& rows() {
+    static const std::vector<Row> all{
         {"a value is missing", [] { parseAs("[1, ]", {}); }, EParseError::syntax},
         {"an object ends where none is open", [] { OutOfOrder().run(); },
          EParseError::eventOutOfOrder},
@@ -72,7 +72,7 @@ const std::vector<SRow>& rows() {
 }
 
 TEST(ErrorCodes, name_what_a_parse_error_is_about) {
-    for (const SRow& row : rows()) {
+    for (const Row& row : rows()) {
         EXPECT_EQ(thrownBy<ParseException>(row.action).code(), row.code) << row.why;
     }
 }

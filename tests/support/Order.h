@@ -12,7 +12,7 @@
 namespace orvid_test {
 
 /// -1, 0 or 1 for the places of two values in a table that is in order.
-inline int orderOfPlaces(std::size_t a, std::size_t b) { return int{a > b} - int{a < b}; }
+inline int orderOfPositions(std::size_t a, std::size_t b) { return int{a > b} - int{a < b}; }
 
 /// order(), every operator and, of equal values, the hash agree with `expected`: -1, 0 or 1.
 template<class Value>

@@ -14,23 +14,23 @@
 namespace orvid_tool {
 
 /// What becomes of a line that fails.
-enum class EOnError {
+enum class OnError {
     stop,         ///< it ends the run
     skip,         ///< nothing is written for it
     passthrough,  ///< it is written as it was read
     null,         ///< null is written for it
 };
 
-struct SLines {
+struct LineOptions {
     bool isOn = false;
     bool hasStats = false;
-    EOnError onError = EOnError::stop;
+    OnError onError = OnError::stop;
     std::size_t longest = std::size_t(1) << 30;  ///< of a line, in bytes
     unsigned int threads = 1;
     std::optional<std::string> rejects;  ///< the file to which lines that fail are appended
 };
 
-struct SCall {
+struct Call {
     std::vector<std::string> files;  ///< none is standard input
     std::optional<std::string> schemaFile;
     std::optional<std::string> changeFile;  ///< of a patch or a merge patch
@@ -39,8 +39,8 @@ struct SCall {
     bool isRaw = false;
     bool hasMeta = true;  ///< print writes the root's member meta
     bool hasJsonErrors = false;
-    SLayout layout;
-    SLines lines;
+    Layout layout;
+    LineOptions lines;
 };
 
 }  // namespace orvid_tool

@@ -30,7 +30,7 @@ bool isColorWanted() {
            (terminal == nullptr || std::string(terminal) != "dumb");
 }
 
-void setColor(SCall& call, const std::string& when) {
+void setColor(Call& call, const std::string& when) {
     call.layout.isColored = when == "always" || (when == "auto" && isColorWanted());
 }
 
@@ -55,12 +55,12 @@ std::size_t byteCount(const std::string& text) {
 
 }  // namespace
 
-void addFiles(Words& words, SCall& call) {
+void addFiles(Words& words, Call& call) {
     words.several("FILE", call.files, "the documents; - or none is standard input");
 }
 
-void addLayout(Words& words, SCall& call) {
-    SLayout& layout = call.layout;
+void addLayout(Words& words, Call& call) {
+    Layout& layout = call.layout;
     layout.options.closeEmpty = true;
     const auto indentBy = [&layout](std::string indent) {
         if (layout.isIndentAsked && layout.options.indent != indent) {
@@ -89,31 +89,31 @@ void addLayout(Words& words, SCall& call) {
     call.layout.isColored = isColorWanted();
 }
 
-void addInPlace(Words& words, SCall& call) {
+void addInPlace(Words& words, Call& call) {
     words.flag("-i,--in-place", call.isInPlace,
                "write the result into the file, all of it or nothing");
 }
 
-void addStrict(Words& words, SCall& call) {
+void addStrict(Words& words, Call& call) {
     words.flag("--strict", call.isStrict,
                "refuse what RFC 8259 does: comments, trailing commas, repeated keys and others");
 }
 
-void addRaw(Words& words, SCall& call) {
+void addRaw(Words& words, Call& call) {
     words.flag("-r,--raw", call.isRaw, "write a string without quotes and escapes");
 }
 
-void addSchema(Words& words, SCall& call) {
+void addSchema(Words& words, Call& call) {
     words.option("--schema", call.schemaFile, "FILE",
                  "the schema for documents that carry none in meta.schema");
 }
 
-void addLines(Words& words, SCall& call) {
-    static const std::map<std::string, EOnError> choices{{"stop", EOnError::stop},
-                                                         {"skip", EOnError::skip},
-                                                         {"passthrough", EOnError::passthrough},
-                                                         {"null", EOnError::null}};
-    SLines& lines = call.lines;
+void addLines(Words& words, Call& call) {
+    static const std::map<std::string, OnError> choices{{"stop", OnError::stop},
+                                                        {"skip", OnError::skip},
+                                                        {"passthrough", OnError::passthrough},
+                                                        {"null", OnError::null}};
+    LineOptions& lines = call.lines;
     words.flag("--lines", lines.isOn, "treat every line as a document, write one line for each");
     words
         .number(
@@ -140,11 +140,11 @@ void addLines(Words& words, SCall& call) {
         .needs("--lines");
 }
 
-void addErrors(Words& words, SCall& call) {
+void addErrors(Words& words, Call& call) {
     words.flag("--json-errors", call.hasJsonErrors, "write errors as JSON, one a line");
 }
 
-void settleOptions(SCall& call) {
+void settleOptions(Call& call) {
     if (call.files.empty()) {
         call.files.emplace_back(k_standardInput);
     }
@@ -163,8 +163,8 @@ void settleOptions(SCall& call) {
         throw UsageError(
             "--lines writes a value on one line: --indent and --tab do not go with it");
     }
-    const EOnError onError = call.lines.onError;
-    if (call.isInPlace && (onError == EOnError::skip || onError == EOnError::null) &&
+    const OnError onError = call.lines.onError;
+    if (call.isInPlace && (onError == OnError::skip || onError == OnError::null) &&
         !call.lines.rejects) {
         throw UsageError("the lines that fail would be lost: --rejects FILE keeps them");
     }

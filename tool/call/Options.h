@@ -10,24 +10,24 @@
 namespace orvid_tool {
 
 /// FILE...
-void addFiles(Words& words, SCall& call);
+void addFiles(Words& words, Call& call);
 /// --indent, --tab, --compact, --sort-keys, --ascii, --color
-void addLayout(Words& words, SCall& call);
+void addLayout(Words& words, Call& call);
 /// -i
-void addInPlace(Words& words, SCall& call);
+void addInPlace(Words& words, Call& call);
 /// --strict
-void addStrict(Words& words, SCall& call);
+void addStrict(Words& words, Call& call);
 /// --raw
-void addRaw(Words& words, SCall& call);
+void addRaw(Words& words, Call& call);
 /// --schema
-void addSchema(Words& words, SCall& call);
+void addSchema(Words& words, Call& call);
 /// --lines and what belongs to it
-void addLines(Words& words, SCall& call);
+void addLines(Words& words, Call& call);
 /// --json-errors
-void addErrors(Words& words, SCall& call);
+void addErrors(Words& words, Call& call);
 
 /// Looks at what only the options together say, and settles what the options left open. Throws
 /// UsageError.
-void settleOptions(SCall& call);
+void settleOptions(Call& call);
 
 }  // namespace orvid_tool

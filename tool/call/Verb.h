@@ -27,43 +27,43 @@ public:
     /// Calls as a user would type them, one a line.
     virtual const char* examples() const = 0;
     /// Adds the words and options that the verb takes.
-    virtual void addWords(Words& words, SCall& call) = 0;
+    virtual void addWords(Words& words, Call& call) = 0;
     /// Looks at the words before any document is read. Throws UsageError or Failure.
-    virtual void prepare(SCall& call);
+    virtual void prepare(Call& call);
     /// Does it. Failures that do not end the run are reported; the highest status is returned.
-    virtual ExitStatus run(const SCall& call, const Report& report, Output& out) const = 0;
+    virtual ExitStatus run(const Call& call, const Report& report, Output& out) const = 0;
 };
 
 class DocumentVerb : public Verb {
 public:
-    ExitStatus run(const SCall& call, const Report& report, Output& out) const final;
+    ExitStatus run(const Call& call, const Report& report, Output& out) const final;
 
     /// Does it to a whole file in pieces, and answers true; or answers false, with nothing read
     /// that cannot be read again and nothing written, and it has to be done as to any document.
     /// Throws Failure.
-    virtual bool streams(const SCall& call, const std::string& file, Output& out) const;
+    virtual bool streams(const Call& call, const std::string& file, Output& out) const;
 
     // These are called by several threads at once, each with a document of its own.
 
     /// Reads the document's text, does it, and appends what is to be written to `out`. Throws
     /// Failure; `out` may have grown then.
-    void work(const SCall& call, Document& document, Bytes& out) const;
+    void work(const Call& call, Document& document, Bytes& out) const;
 
 protected:
     /// Reads the document's text into its root: here as readTree() does. Throws Failure.
-    virtual void read(const SCall& call, Document& document) const;
+    virtual void read(const Call& call, Document& document) const;
 
 private:
     /// Does it from the text alone, for text of the common kind, and answers true; or answers
     /// false, whatever it has appended, and leaves it to the other two.
-    virtual bool applyToText(const SCall& call, const Document& document, Bytes& out) const;
+    virtual bool applyToText(const Call& call, const Document& document, Bytes& out) const;
 
     /// Does it to the root and appends what is to be written to `out`. Throws Failure or what the
     /// library throws.
-    virtual void apply(const SCall& call, Document& document, Bytes& out) const = 0;
+    virtual void apply(const Call& call, Document& document, Bytes& out) const = 0;
 
     /// Writes what stands before the results of all lines.
-    virtual void beginLines(const SCall& call, Output& out) const;
+    virtual void beginLines(const Call& call, Output& out) const;
 
     /// The least status of the run, asked for when all documents are done.
     virtual ExitStatus outcome() const;

@@ -9,7 +9,7 @@
 
 namespace orvid_tool {
 
-void appendAnswer(const SCall& call, const ko::Orvid::Element& value, Bytes& out) {
+void appendAnswer(const Call& call, const ko::Orvid::Element& value, Bytes& out) {
     const bool isRaw =
         call.isRaw && value.isString() &&
         !(call.lines.isOn && value.string().find_first_of("\r\n") != std::string::npos);
@@ -21,7 +21,7 @@ void appendAnswer(const SCall& call, const ko::Orvid::Element& value, Bytes& out
     }
 }
 
-bool appendAnswer(const SCall& call, std::string_view value, Bytes& out) {
+bool appendAnswer(const Call& call, std::string_view value, Bytes& out) {
     const char first = value.front();
     if (first == '{' || first == '[') {
         return rewrite(value, {call.layout.options.indent, false}, nullptr, wholeOptions(), out);

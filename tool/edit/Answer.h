@@ -16,10 +16,10 @@ namespace orvid_tool {
 /// Appends the value in the call's layout with a newline after it. With --raw a string goes
 /// without quotes and escapes; one that holds a line break keeps them where every line is an
 /// answer. Throws Unwritable.
-void appendAnswer(const SCall& call, const ko::Orvid::Element& value, Bytes& out);
+void appendAnswer(const Call& call, const ko::Orvid::Element& value, Bytes& out);
 
 /// The same of a value's text within plain JSON text (see TextLookup.h). Answers false where that
 /// is not simple.
-bool appendAnswer(const SCall& call, std::string_view value, Bytes& out);
+bool appendAnswer(const Call& call, std::string_view value, Bytes& out);
 
 }  // namespace orvid_tool

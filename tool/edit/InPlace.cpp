@@ -19,7 +19,7 @@ using ko::Orvid::FileException;
 using ko::Orvid::FileLock;
 
 Failure translated(const FileException& error) {
-    return {ExitStatus::inputOutput, SPlace{error.file(), 0, 0, {}},
+    return {ExitStatus::inputOutput, Location{error.file(), 0, 0, {}},
             "cannot " + error.action() + ": " + error.reason()};
 }
 
@@ -44,7 +44,7 @@ void requireReplaceable(const std::string& file) {
     }
     const char* const reason =
         S_ISDIR(status.st_mode) ? std::strerror(EISDIR) : "Not a regular file";
-    throw Failure(ExitStatus::inputOutput, SPlace{file, 0, 0, {}}, reason);
+    throw Failure(ExitStatus::inputOutput, Location{file, 0, 0, {}}, reason);
 }
 
 EditLock::EditLock(const std::string& file) {
@@ -53,7 +53,7 @@ EditLock::EditLock(const std::string& file) {
     const auto deadline = std::chrono::steady_clock::now() + FileLock::k_patience;
     while (!take(file)) {
         if (std::chrono::steady_clock::now() >= deadline) {
-            throw Failure(ExitStatus::inputOutput, SPlace{file, 0, 0, {}},
+            throw Failure(ExitStatus::inputOutput, Location{file, 0, 0, {}},
                           "cannot lock: another program is editing the file");
         }
         std::this_thread::sleep_for(pause);

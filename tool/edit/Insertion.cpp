@@ -15,16 +15,17 @@ using ko::Orvid::PathNotFound;
 
 void insertItem(Element& array, const LastStep& step, Element&& value) {
     auto& items = array.array();
-    const std::size_t place = step.isStar() ? items.size() : step.index();
-    if (place > items.size()) {
+    const std::size_t position = step.isStar() ? items.size() : step.index();
+    if (position > items.size()) {
         throw PathNotFound(&array, step.path(), step.text());
     }
-    items.insert(place, std::move(value));
+    items.insert(position, std::move(value));
 }
 
-void insertMember(Element& object, const LastStep& step, Element&& value, const SPlace& place) {
+void insertMember(Element& object, const LastStep& step, Element&& value,
+                  const Location& location) {
     if (object.object().contains(step.key())) {
-        SPlace at = place;
+        Location at = location;
         at.path = object.path();
         throw Failure(ExitStatus::failed, at, "there is \"" + step.key() + "\" already");
     }
@@ -33,12 +34,12 @@ void insertMember(Element& object, const LastStep& step, Element&& value, const 
 
 }  // namespace
 
-void insertAt(Element& root, const LastStep& step, Element&& value, const SPlace& place) {
+void insertAt(Element& root, const LastStep& step, Element&& value, const Location& location) {
     Element& holder = root.get(step.holder());
     if (holder.isArray() && !step.isKey()) {
         insertItem(holder, step, std::move(value));
     } else if (holder.isObject() && step.isKey()) {
-        insertMember(holder, step, std::move(value), place);
+        insertMember(holder, step, std::move(value), location);
     } else {
         throw PathNotFound(&holder, step.path(), step.text());
     }

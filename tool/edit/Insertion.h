@@ -16,6 +16,6 @@ namespace orvid_tool {
 /// PathNotFound where the holder is not there or has no such place, Failure, which completes
 /// `place`, where the member is there already. The root is unchanged then.
 void insertAt(ko::Orvid::Element& root, const LastStep& step, ko::Orvid::Element&& value,
-              const SPlace& place);
+              const Location& location);
 
 }  // namespace orvid_tool

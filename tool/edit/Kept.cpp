@@ -53,7 +53,7 @@ std::string recordOf(const Document& document, std::string text) {
     if (document.text.find('/') != std::string_view::npos) {
         return joined(text);
     }
-    std::string line = jsonLine(**document.kept, SLayout());
+    std::string line = jsonLine(**document.kept, Layout());
     line.pop_back();  // the newline
     return line;
 }
@@ -61,7 +61,7 @@ std::string recordOf(const Document& document, std::string text) {
 }  // namespace
 
 /// Records may hold bytes that are no UTF-8 and halves of surrogate pairs: they are kept as well.
-ReadOptions editOptions(const SCall& call) {
+ReadOptions editOptions(const Call& call) {
     if (call.isStrict) {
         return ReadOptions::strict();
     }
@@ -72,26 +72,26 @@ ReadOptions editOptions(const SCall& call) {
     return options;
 }
 
-bool keepsText(const SCall& call, const Document& document) {
+bool keepsText(const Call& call, const Document& document) {
     return !call.layout.isAsked && !(call.lines.isOn && isAsWritten(document.text));
 }
 
-void readForEdit(const SCall& call, Document& document) {
+void readForEdit(const Call& call, Document& document) {
     document.kept.reset();
     if (call.lines.isOn && !call.layout.isAsked && !keepsText(call, document)) {
-        readTree(document.place, document.text, document.root);
+        readTree(document.location, document.text, document.root);
         return;
     }
     try {
         document.kept.emplace(Dom::parse(document.text, editOptions(call)));
     } catch (const ParseException& error) {
         const std::size_t mark = ko::Orvid::text::markLength(document.text);
-        throw failureOf(document.place, document.text.substr(mark), error, !call.lines.isOn);
+        throw failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn);
     }
     document.root = std::move(**document.kept);
 }
 
-void appendEdited(const SCall& call, Document& document, Bytes& out) {
+void appendEdited(const Call& call, Document& document, Bytes& out) {
     if (call.layout.isAsked || !document.kept) {
         out.append(call.layout.isAsked ? std::string_view() : document.mark);
         out.append(jsonText(document.root, call.layout));
@@ -105,7 +105,7 @@ void appendEdited(const SCall& call, Document& document, Bytes& out) {
     appendKept(call, document, call.layout.isColored ? colored(text) : text, out);
 }
 
-void appendKept(const SCall& call, const Document& document, std::string_view text, Bytes& out) {
+void appendKept(const Call& call, const Document& document, std::string_view text, Bytes& out) {
     if (!call.lines.isOn) {
         out.append(text);
         return;

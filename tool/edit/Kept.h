@@ -14,20 +14,20 @@
 namespace orvid_tool {
 
 /// How such documents are read: JSON with comments and trailing commas, unless the call is strict.
-ko::Orvid::ReadOptions editOptions(const SCall& call);
+ko::Orvid::ReadOptions editOptions(const Call& call);
 
 /// Whether what is unchanged of the document is to be copied from its text. It is not where an
 /// option asks for a layout, and need not be for a line that is in the layout of lines already.
-bool keepsText(const SCall& call, const Document& document);
+bool keepsText(const Call& call, const Document& document);
 
 /// Reads the document's text into its root. Throws Failure.
-void readForEdit(const SCall& call, Document& document);
+void readForEdit(const Call& call, Document& document);
 
 /// Appends the document as it is after the edit. The root may be used up by this. Throws Unwritable
 /// and what the library throws.
-void appendEdited(const SCall& call, Document& document, Bytes& out);
+void appendEdited(const Call& call, Document& document, Bytes& out);
 
 /// Appends the text that the document has become; with --lines as the line that it was.
-void appendKept(const SCall& call, const Document& document, std::string_view text, Bytes& out);
+void appendKept(const Call& call, const Document& document, std::string_view text, Bytes& out);
 
 }  // namespace orvid_tool

@@ -58,10 +58,10 @@ void install() {
     }
 }
 
-int freePlace() {
-    for (int place = 0; place < RemovedBySignal::k_most; ++place) {
-        if (g_names[place][0] == '\0') {
-            return place;
+int freeSlot() {
+    for (int slot = 0; slot < RemovedBySignal::k_most; ++slot) {
+        if (g_names[slot][0] == '\0') {
+            return slot;
         }
     }
     throw std::logic_error("too many files to be removed by a signal");
@@ -88,17 +88,17 @@ SignalPause::~SignalPause() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); 
 
 RemovedBySignal::RemovedBySignal(const std::string& name) {
     const SignalPause pause;
-    m_place = freePlace();
+    m_slot = freeSlot();
     // The system takes no longer names, so such a file cannot be there.
     if (name.size() <= PATH_MAX) {
-        std::memcpy(g_names[m_place], name.c_str(), name.size() + 1);
+        std::memcpy(g_names[m_slot], name.c_str(), name.size() + 1);
     }
     install();
 }
 
 RemovedBySignal::~RemovedBySignal() {
     const SignalPause pause;
-    g_names[m_place][0] = '\0';
+    g_names[m_slot][0] = '\0';
 }
 
 }  // namespace orvid_tool

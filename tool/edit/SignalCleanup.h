@@ -42,7 +42,7 @@ public:
     ~RemovedBySignal();
 
 private:
-    int m_place = 0;
+    int m_slot = 0;
 };
 
 }  // namespace orvid_tool

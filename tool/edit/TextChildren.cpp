@@ -20,7 +20,7 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::ReadOptions;
-using ko::Orvid::TokenPlace;
+using ko::Orvid::TokenSpan;
 using ko::Orvid::text::isWhitespace;
 using ko::Orvid::text::lookUp;
 
@@ -50,7 +50,7 @@ bool isMoreThanIndent(std::string_view blanks) {
 }
 
 /// A child in its text, and what stands around it.
-struct SChild {
+struct Child {
     std::size_t begin;  ///< with its key
     std::size_t end;
     std::string_view lead;  ///< the whitespace before it
@@ -76,14 +76,14 @@ std::size_t keyBegin(std::string_view text, std::size_t value) {
 }
 
 /// Nothing where there is none, or whitespace stands before a comma.
-std::optional<SChild> childAt(std::string_view text, const ValueSteps& steps) {
+std::optional<Child> childAt(std::string_view text, const ValueSteps& steps) {
     const std::optional<std::string_view> found =
         steps.empty() ? std::nullopt : lookUp(text, steps, ReadOptions::strict());
     if (!found) {
         return std::nullopt;
     }
     const auto value = static_cast<std::size_t>(found->data() - text.data());
-    SChild child{};
+    Child child{};
     child.begin = steps.back().isKey ? keyBegin(text, value) : value;
     child.end = value + found->length();
     const std::size_t lead = blanksBegin(text, child.begin);
@@ -96,11 +96,11 @@ std::optional<SChild> childAt(std::string_view text, const ValueSteps& steps) {
     const bool isSpaced =
         (child.hasAfter && after != child.end) || (child.hasBefore && isWhitespace(text[lead - 2]));
     const bool isOdd = isSpaced || isMoreThanIndent(child.lead) || isMoreThanIndent(child.tail);
-    return isOdd ? std::nullopt : std::optional<SChild>(child);
+    return isOdd ? std::nullopt : std::optional<Child>(child);
 }
 
 /// Whether children after this one are laid out as this one is.
-bool isLaidOutAlike(const SChild& child) {
+bool isLaidOutAlike(const Child& child) {
     return child.hasBefore && child.hasAfter ? child.lead == child.tail
                                              : breaksLine(child.lead) == breaksLine(child.tail);
 }
@@ -111,15 +111,15 @@ void appendWithout(std::string_view text, std::size_t begin, std::size_t end, By
     out.append(text.substr(end));
 }
 
-void appendWith(std::string_view text, std::size_t place, std::string_view added, Bytes& out) {
+void appendWith(std::string_view text, std::size_t at, std::string_view added, Bytes& out) {
     static_cast<void>(out.room(text.length() + added.length()));
-    out.append(text.substr(0, place));
+    out.append(text.substr(0, at));
     out.append(added);
-    out.append(text.substr(place));
+    out.append(text.substr(at));
 }
 
 std::string jsonOf(const Element& value) {
-    std::string json = jsonLine(value, SLayout());
+    std::string json = jsonLine(value, Layout());
     json.pop_back();
     return json;
 }
@@ -127,7 +127,7 @@ std::string jsonOf(const Element& value) {
 /// Notes the last two children of a container, which is all of the text.
 class LastChildren : public ko::Orvid::TokenSink {
 public:
-    struct SPlace {
+    struct ChildSpan {
         std::size_t begin;
         std::size_t keyEnd;  ///< of a member
         std::size_t value;
@@ -138,61 +138,61 @@ public:
 
     std::size_t count() const { return m_count; }
     bool hasKey() const { return m_hasKey; }
-    const SPlace& last() const { return m_last; }
-    const SPlace& before() const { return m_before; }
+    const ChildSpan& last() const { return m_last; }
+    const ChildSpan& before() const { return m_before; }
 
-    void null(TokenPlace place) { scalar(place); }
-    void boolean(bool /*value*/, TokenPlace place) { scalar(place); }
-    void number(std::string_view /*text*/, TokenPlace place) { scalar(place); }
-    void string(std::string_view /*text*/, TokenPlace place) { scalar(place); }
-    bool key(std::string_view text, TokenPlace place) {
+    void null(TokenSpan span) { scalar(span); }
+    void boolean(bool /*value*/, TokenSpan span) { scalar(span); }
+    void number(std::string_view /*text*/, TokenSpan span) { scalar(span); }
+    void string(std::string_view /*text*/, TokenSpan span) { scalar(span); }
+    bool key(std::string_view text, TokenSpan span) {
         if (m_depth == 1) {
             m_hasKey = m_hasKey || (m_key != nullptr && text == *m_key);
-            m_keyPlace = place;
+            m_keySpan = span;
         }
         return true;
     }
-    void openObject(TokenPlace place) { open(place); }
-    void closeObject(TokenPlace place) { close(place); }
-    void openArray(TokenPlace place) { open(place); }
-    void closeArray(TokenPlace place) { close(place); }
+    void openObject(TokenSpan span) { open(span); }
+    void closeObject(TokenSpan span) { close(span); }
+    void openArray(TokenSpan span) { open(span); }
+    void closeArray(TokenSpan span) { close(span); }
 
 private:
-    void scalar(TokenPlace place) {
-        begin(place);
-        end(place);
+    void scalar(TokenSpan span) {
+        begin(span);
+        end(span);
     }
-    void open(TokenPlace place) {
-        begin(place);
+    void open(TokenSpan span) {
+        begin(span);
         ++m_depth;
     }
-    void close(TokenPlace place) {
+    void close(TokenSpan span) {
         --m_depth;
-        end(place);
+        end(span);
     }
-    void begin(TokenPlace place) {
+    void begin(TokenSpan span) {
         if (m_depth == 1) {
             m_before = m_last;
             const bool isMember = m_key != nullptr;
-            m_last = {offset(isMember ? m_keyPlace.begin : place.begin), offset(m_keyPlace.end),
-                      offset(place.begin), 0};
+            m_last = {offset(isMember ? m_keySpan.begin : span.begin), offset(m_keySpan.end),
+                      offset(span.begin), 0};
             ++m_count;
         }
     }
-    void end(TokenPlace place) {
+    void end(TokenSpan span) {
         if (m_depth == 1) {
-            m_last.end = offset(place.end);
+            m_last.end = offset(span.end);
         }
     }
-    static std::size_t offset(std::uint64_t place) { return static_cast<std::size_t>(place); }
+    static std::size_t offset(std::uint64_t offset) { return static_cast<std::size_t>(offset); }
 
     const std::string* m_key;  ///< that is looked for; null in an array
     std::size_t m_depth = 0;
     std::size_t m_count = 0;
     bool m_hasKey = false;
-    TokenPlace m_keyPlace{};
-    SPlace m_before{};
-    SPlace m_last{};
+    TokenSpan m_keySpan{};
+    ChildSpan m_before{};
+    ChildSpan m_last{};
 };
 
 /// A new last child, laid out as the last two are.
@@ -211,7 +211,7 @@ bool appendChild(std::string_view text, ValueSteps steps, const Element& value, 
     if (children.count() < 2 || children.hasKey() || !isEnd) {
         return false;
     }
-    const LastChildren::SPlace& model = children.last();
+    const LastChildren::ChildSpan& model = children.last();
     const std::string_view gap =
         holder->substr(children.before().end, model.begin - children.before().end);
     const std::string_view tail = holder->substr(model.end, holder->length() - 1 - model.end);
@@ -231,14 +231,14 @@ bool appendChild(std::string_view text, ValueSteps steps, const Element& value, 
 
 }  // namespace
 
-bool mayTakeShortCut(const SCall& call, std::size_t edits) {
+bool mayTakeShortCut(const Call& call, std::size_t edits) {
     // Each edit is a pass through the text; the tree takes them all in one.
     constexpr std::size_t mostPasses = 3;
     return edits <= mostPasses && !call.lines.isOn && !call.layout.isAsked && isPlain(call.layout);
 }
 
 bool removeChild(std::string_view text, const ValueSteps& steps, Bytes& out) {
-    const std::optional<SChild> child = childAt(text, steps);
+    const std::optional<Child> child = childAt(text, steps);
     if (!child || !isLaidOutAlike(*child) || (!child->hasBefore && !child->hasAfter)) {
         return false;
     }
@@ -258,7 +258,7 @@ bool insertChild(std::string_view text, const ValueSteps& steps, const Element& 
     if (steps.back().isKey || steps.back().index == ko::Orvid::k_noIndex) {
         return appendChild(text, steps, value, out);
     }
-    const std::optional<SChild> child = childAt(text, steps);
+    const std::optional<Child> child = childAt(text, steps);
     if (!child) {
         return appendChild(text, steps, value, out);
     }

@@ -19,7 +19,7 @@
 namespace orvid_tool {
 
 /// Whether a short cut may be taken at all: to a whole text that is to be kept.
-bool mayTakeShortCut(const SCall& call, std::size_t edits);
+bool mayTakeShortCut(const Call& call, std::size_t edits);
 
 /// Hands the text from edit to edit and appends what the last leaves. `edit` takes a text, the
 /// number of the edit, and where its result goes; where it answers false, this does.

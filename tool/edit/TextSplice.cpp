@@ -28,7 +28,7 @@ bool isPlain(std::string_view token) {
 
 /// What becomes of the token. Where it may say the same as the value in another way, the library
 /// knows whether it stays: the scalar is a document of its own then.
-std::string written(std::string_view token, const SScalar& value, const ReadOptions& options) {
+std::string written(std::string_view token, const Scalar& value, const ReadOptions& options) {
     if (isPlain(token) && isPlain(value.text)) {
         return std::string(value.text);
     }
@@ -39,7 +39,7 @@ std::string written(std::string_view token, const SScalar& value, const ReadOpti
 
 }  // namespace
 
-bool splice(std::string_view text, const ValueSteps& steps, const SScalar& value,
+bool splice(std::string_view text, const ValueSteps& steps, const Scalar& value,
             const ReadOptions& options, Bytes& out) {
     if (isContainer(value.element)) {
         return false;

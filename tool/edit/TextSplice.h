@@ -16,7 +16,7 @@
 namespace orvid_tool {
 
 /// The value to be put.
-struct SScalar {
+struct Scalar {
     const ko::Orvid::Element& element;
     std::string_view text;  ///< the same as JSON
 };
@@ -25,7 +25,7 @@ struct SScalar {
 /// would make of it. Answers false, with nothing appended, where the library has to be asked: where
 /// either value is a container, where there is none at the steps, of text that `options` refuse and
 /// of what repeats a key.
-bool splice(std::string_view text, const ValueSteps& steps, const SScalar& value,
+bool splice(std::string_view text, const ValueSteps& steps, const Scalar& value,
             const ko::Orvid::ReadOptions& options, Bytes& out);
 
 }  // namespace orvid_tool

@@ -15,7 +15,7 @@ using ko::Orvid::text::TextRewriter;
 
 class KeptRewriter {
 public:
-    TextRewriter& with(const STextLayout& layout) {
+    TextRewriter& with(const TextLayout& layout) {
         const bool isSame =
             m_rewriter && m_stopsAtMeta == layout.stopsAtMeta && layout.indent == m_indent;
         if (!isSame) {
@@ -37,9 +37,8 @@ private:
 
 }  // namespace
 
-bool rewrite(std::string_view text, const STextLayout& layout,
-             const ko::Orvid::text::TextEdit* edit, const ko::Orvid::ReadOptions& options,
-             Bytes& out) {
+bool rewrite(std::string_view text, const TextLayout& layout, const ko::Orvid::text::TextEdit* edit,
+             const ko::Orvid::ReadOptions& options, Bytes& out) {
     static thread_local KeptRewriter kept;  // one serves a million lines
     return kept.with(layout).rewrite(text, edit, options, out);
 }

@@ -14,7 +14,7 @@
 
 namespace orvid_tool {
 
-struct STextLayout {
+struct TextLayout {
     std::string_view indent;   ///< for each level; empty is the compact layout
     bool stopsAtMeta = false;  ///< the root's member meta is not to be written
 };
@@ -23,8 +23,7 @@ struct STextLayout {
 /// library would write of the tree, byte for byte. Answers false, and appends nothing, where it
 /// cannot say: of text that `options` refuse, that repeats a key or has no place for the value, and
 /// of a member meta that is to be left out.
-bool rewrite(std::string_view text, const STextLayout& layout,
-             const ko::Orvid::text::TextEdit* edit, const ko::Orvid::ReadOptions& options,
-             Bytes& out);
+bool rewrite(std::string_view text, const TextLayout& layout, const ko::Orvid::text::TextEdit* edit,
+             const ko::Orvid::ReadOptions& options, Bytes& out);
 
 }  // namespace orvid_tool

@@ -21,13 +21,13 @@ using ko::Orvid::PathNotFound;
 constexpr std::size_t k_none = std::string::npos;
 
 /// A step `[-N]` within a path.
-struct SNegative {
+struct Negative {
     std::size_t start = k_none;  ///< of its bracket
     std::size_t end = k_none;    ///< after its bracket
     std::size_t count = 0;       ///< from the end, 1 is the last item; 0 where N is too great
 };
 
-SNegative negativeAt(const std::string& text, std::size_t start) {
+Negative negativeAt(const std::string& text, std::size_t start) {
     constexpr std::size_t mostDigits = 9;
     const std::size_t digits = start + 2;
     const std::size_t end = text.find_first_not_of("0123456789", digits);
@@ -38,9 +38,9 @@ SNegative negativeAt(const std::string& text, std::size_t start) {
     return {start, end + 1, number.length() <= mostDigits ? std::stoul(number) : 0};
 }
 
-SNegative firstNegative(const std::string& text) {
+Negative firstNegative(const std::string& text) {
     for (std::size_t i = 0; i < text.length(); i += text[i] == '\\' ? 2U : 1U) {
-        const SNegative step = text[i] == '[' ? negativeAt(text, i) : SNegative();
+        const Negative step = text[i] == '[' ? negativeAt(text, i) : Negative();
         if (step.start != k_none) {
             return step;
         }
@@ -48,7 +48,7 @@ SNegative firstNegative(const std::string& text) {
     return {};
 }
 
-std::size_t indexOf(const SNegative& step, const Element& array, const std::string& word,
+std::size_t indexOf(const Negative& step, const Element& array, const std::string& word,
                     const std::string& text) {
     if (!array.isArray() || step.count == 0 || step.count > array.size()) {
         throw PathNotFound(&array, word, text.substr(step.start, step.end - step.start));
@@ -84,7 +84,7 @@ std::string CallPath::in(const Element& root) const {
         }
     }
     std::string path = m_word;
-    for (SNegative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
+    for (Negative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
         const std::size_t index = withPath(path.substr(0, step.start), [&](const Path& before) {
             return indexOf(step, root.get(before), m_word, path);
         });
@@ -93,7 +93,7 @@ std::string CallPath::in(const Element& root) const {
     return path;
 }
 
-std::string CallPath::placeIn(const Element& root) const {
+std::string CallPath::pathIn(const Element& root) const {
     const bool isQuery = m_word == "$" || m_word.rfind("$.", 0) == 0 || m_word.rfind("$[", 0) == 0;
     if (isQuery && !(root.isObject() && root.object().contains("$"))) {
         const std::string rest = m_word.substr(m_word.substr(1, 1) == "." ? 2 : 1);

@@ -29,7 +29,7 @@ public:
 
     /// The same for a place where something is to be put. Throws Failure where the path begins as
     /// queries do, with a `$` that is no key.
-    std::string placeIn(const ko::Orvid::Element& root) const;
+    std::string pathIn(const ko::Orvid::Element& root) const;
     /// The pointer, where the word is one with an empty key, which a path cannot express; or null.
     const ko::Orvid::JsonPointer* onlyPointer() const;
 

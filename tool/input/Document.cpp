@@ -54,9 +54,9 @@ ReadOptions wholeOptions() {
     return options;
 }
 
-Failure failureOf(const SPlace& place, std::string_view text, const ParseException& error,
+Failure failureOf(const Location& location, std::string_view text, const ParseException& error,
                   bool isShown) {
-    SPlace at = place;
+    Location at = location;
     at.line = at.line == 0 ? numberOf(error.firstLine()) : at.line;
     at.column = numberOf(error.firstColumn());
     if (error.elementPath() != nullptr) {
@@ -70,15 +70,15 @@ Failure failureOf(const SPlace& place, std::string_view text, const ParseExcepti
             isShown ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
 }
 
-void readTree(const SPlace& place, std::string_view text, Element& root, bool isStrict) {
-    const bool isRecord = place.line != 0;
+void readTree(const Location& location, std::string_view text, Element& root, bool isStrict) {
+    const bool isRecord = location.line != 0;
     const std::string_view document =
         isRecord ? text : text.substr(ko::Orvid::text::markLength(text));
     DomParser parser(isStrict ? ReadOptions::strict() : wholeOptions());
     try {
         parse(parser, root, document);
     } catch (const ParseException& error) {
-        throw failureOf(place, document, error, !isRecord);
+        throw failureOf(location, document, error, !isRecord);
     }
 }
 
@@ -87,18 +87,18 @@ void readArgument(const char* name, const std::string& text, Element& root) {
     try {
         readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root);
     } catch (const Failure& failure) {
-        throw Failure(ExitStatus::usage, failure.place(), failure.text());
+        throw Failure(ExitStatus::usage, failure.location(), failure.text());
     }
 }
 
 void readFile(const std::string& file, Element& root) {
-    const SPlace place{inputName(file), 0, 0, {}};
+    const Location location{inputName(file), 0, 0, {}};
     try {
         Input input(file);
         const Bytes ended = input.readAll();
-        readTree(place, ended.view().substr(0, ended.length() - 1), root);
+        readTree(location, ended.view().substr(0, ended.length() - 1), root);
     } catch (const std::bad_alloc&) {
-        throw memoryFailure(place);
+        throw memoryFailure(location);
     }
 }
 

@@ -18,7 +18,7 @@ namespace orvid_tool {
 /// The text of a file or of a line, and the tree read from it. A newline stands after the text and
 /// may be read too. The tree is used again for the next document.
 struct Document {
-    SPlace place;  ///< the file, and where the text is one of many lines, the line
+    Location location;  ///< the file, and where the text is one of many lines, the line
     std::string_view text;
     std::string_view mark;  ///< the byte order mark that stood before the text of a line
     ko::Orvid::Element root;
@@ -33,12 +33,12 @@ ko::Orvid::ReadOptions wholeOptions();
 /// where they are wanted, and around it nothing but whitespace, comments and a byte order mark;
 /// `isStrict` refuses all that ReadOptions::strict() does.
 /// Throws Failure as failureOf() makes it; a text that is a line of a longer one is not shown.
-void readTree(const SPlace& place, std::string_view text, ko::Orvid::Element& root,
+void readTree(const Location& location, std::string_view text, ko::Orvid::Element& root,
               bool isStrict = false);
 
 /// What the library says of a faulty text, with the place: `place` with the column and, unless it
 /// has one, the line. Where it is shown, the line of the text follows, with a caret.
-Failure failureOf(const SPlace& place, std::string_view text,
+Failure failureOf(const Location& location, std::string_view text,
                   const ko::Orvid::ParseException& error, bool isShown);
 
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.

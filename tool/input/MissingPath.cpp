@@ -99,10 +99,10 @@ const char* typePhrase(const Element& value) {
     }
 }
 
-Failure missingPath(SPlace place, const Element& root, const PathNotFound& error) {
+Failure missingPath(Location location, const Element& root, const PathNotFound& error) {
     const std::string holderPath = error.elementPath() == nullptr ? "" : *error.elementPath();
     if (error.elementPath() != nullptr) {
-        place.path = holderPath;
+        location.path = holderPath;
     }
     const std::string start = "path \"" + error.path() + "\" not found";
     const std::string& step = error.key();
@@ -117,7 +117,7 @@ Failure missingPath(SPlace place, const Element& root, const PathNotFound& error
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, error.path());
     }
-    return {ExitStatus::failed, std::move(place), start + text};
+    return {ExitStatus::failed, std::move(location), start + text};
 }
 
 }  // namespace orvid_tool

@@ -11,7 +11,7 @@
 namespace orvid_tool {
 
 /// A step of the path leads nowhere in the document at `place`, whose root that is.
-Failure missingPath(SPlace place, const ko::Orvid::Element& root,
+Failure missingPath(Location location, const ko::Orvid::Element& root,
                     const ko::Orvid::PathNotFound& error);
 
 /// The value's type as in a sentence: "null", "a boolean", "an array".

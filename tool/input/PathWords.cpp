@@ -11,15 +11,15 @@ namespace orvid_tool {
 
 namespace {
 
-using TWord = std::vector<std::string>::const_iterator;
+using Word = std::vector<std::string>::const_iterator;
 
 /// The place of the `=` that ends the path, or npos.
 std::size_t assignmentMark(const std::string& word) {
-    std::size_t place = 0;
-    while (place < word.length() && word[place] != '=') {
-        place += word[place] == '\\' ? 2U : 1U;
+    std::size_t at = 0;
+    while (at < word.length() && word[at] != '=') {
+        at += word[at] == '\\' ? 2U : 1U;
     }
-    return place < word.length() ? place : std::string::npos;
+    return at < word.length() ? at : std::string::npos;
 }
 
 bool startsWith(const std::string& word, const char* start) { return word.rfind(start, 0) == 0; }
@@ -33,16 +33,16 @@ bool isFileName(const std::string& word, bool arePointers) {
     return assignmentMark(word) == std::string::npos;
 }
 
-SAssignment assignment(const std::string& path, const std::string& value,
-                       const std::string& before) {
-    SAssignment result{CallPath(path), {}};
+Assignment assignment(const std::string& path, const std::string& value,
+                      const std::string& before) {
+    Assignment result{CallPath(path), {}};
     readValueWord(value, result.value, before);
     return result;
 }
 
 /// Of a path and a value. Where the value is none and no file follows, but is the name of one, it
 /// is the value that was forgotten.
-SAssignment onlyAssignment(const std::vector<std::string>& words) {
+Assignment onlyAssignment(const std::vector<std::string>& words) {
     try {
         return assignment(words[0], words[1], "");
     } catch (const Failure&) {
@@ -56,12 +56,12 @@ SAssignment onlyAssignment(const std::vector<std::string>& words) {
 
 }  // namespace
 
-SAssignments assignmentsOf(const std::vector<std::string>& words) {
+Assignments assignmentsOf(const std::vector<std::string>& words) {
     if (words.empty()) {
         throw UsageError("PATH is required");
     }
-    SAssignments result;
-    TWord word = words.begin();
+    Assignments result;
+    Word word = words.begin();
     if (assignmentMark(*word) == std::string::npos) {
         if (words.size() == 1) {
             throw UsageError("VALUE is required");

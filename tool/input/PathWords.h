@@ -15,13 +15,13 @@
 namespace orvid_tool {
 
 /// A value for a place.
-struct SAssignment {
+struct Assignment {
     CallPath path;
     ko::Orvid::Element value;
 };
 
-struct SAssignments {
-    std::vector<SAssignment> all;
+struct Assignments {
+    std::vector<Assignment> all;
     std::vector<std::string> files;
 };
 
@@ -30,6 +30,6 @@ struct SAssignments {
 /// word without one, or at one that begins with `/`, unless the first does too, `./` or `../`.
 /// Throws UsageError where a word is missing, Failure for a value that is none (see ValueWord.h) or
 /// a malformed pointer.
-SAssignments assignmentsOf(const std::vector<std::string>& words);
+Assignments assignmentsOf(const std::vector<std::string>& words);
 
 }  // namespace orvid_tool

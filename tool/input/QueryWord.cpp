@@ -30,7 +30,7 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
     try {
         return ko::Orvid::JsonPath(text);
     } catch (const ParseException& error) {
-        throw Failure(ExitStatus::usage, placeInWord(error.firstColumn()),
+        throw Failure(ExitStatus::usage, locationInWord(error.firstColumn()),
                       "query: " + error.message() + hint(text), wordExcerpt(text, error));
     }
 }
@@ -40,7 +40,7 @@ void readFor(const ko::Orvid::JsonPath& query, Document& document) {
         document.root = parseFor(query, document.text, ko::Orvid::ReadOptions());
     } catch (const ParseException&) {
         // This finds the error too, and shows where it is.
-        readTree(document.place, document.text, document.root);
+        readTree(document.location, document.text, document.root);
     }
 }
 

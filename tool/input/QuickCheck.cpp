@@ -24,12 +24,12 @@ using ko::Orvid::text::markLength;
 /// Two keys of the same hash are most likely one key twice. Which it is, a second reading says.
 class KeyWatcher : public ko::Orvid::KeySink {
 public:
-    bool key(std::string_view text, ko::Orvid::TokenPlace /*place*/) {
+    bool key(std::string_view text, ko::Orvid::TokenSpan /*span*/) {
         m_isRepeated = !m_keys.add(text) || m_isRepeated;
         return true;
     }
-    void openObject(ko::Orvid::TokenPlace /*place*/) { m_keys.open(); }
-    void closeObject(ko::Orvid::TokenPlace /*place*/) {
+    void openObject(ko::Orvid::TokenSpan /*span*/) { m_keys.open(); }
+    void closeObject(ko::Orvid::TokenSpan /*span*/) {
         m_isRepeated = !m_keys.close() || m_isRepeated;
     }
 

@@ -13,7 +13,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
-using ko::Orvid::TokenPlace;
+using ko::Orvid::TokenSpan;
 
 Element emptyContainer(bool isArray) {
     Element result;
@@ -30,7 +30,7 @@ void ValueSpans::begin(std::uint64_t offset) {
     m_isBegun = false;
 }
 
-bool ValueSpans::key(std::string_view text, TokenPlace /*place*/) {
+bool ValueSpans::key(std::string_view text, TokenSpan /*span*/) {
     constexpr std::size_t mostKeys = 1000;
     if (!isAtWay()) {
         return true;
@@ -48,7 +48,7 @@ bool ValueSpans::leads() {
     if (m_depth == 0) {
         return true;
     }
-    SOnWay& holder = m_way.back();
+    OnWay& holder = m_way.back();
     const ValueStep& step = m_wanted.steps[m_depth - 1];
     return holder.isArray ? !step.isKey && holder.next++ == step.index : m_isStepKey;
 }
@@ -76,7 +76,7 @@ void ValueSpans::followScalar(const Element& value) {
     }
 }
 
-void ValueSpans::open(bool isArray, TokenPlace place) {
+void ValueSpans::open(bool isArray, TokenSpan span) {
     if (isAtWay() && leads()) {
         reach(emptyContainer(isArray));
         if (m_depth == m_wanted.steps.size()) {
@@ -85,17 +85,17 @@ void ValueSpans::open(bool isArray, TokenPlace place) {
             m_way.push_back({isArray, 0});
         }
     }
-    enter(place);
+    enter(span);
     ++m_depth;
 }
 
-void ValueSpans::close(TokenPlace place) {
+void ValueSpans::close(TokenSpan span) {
     --m_depth;
     if (m_depth < m_way.size()) {
         m_way.pop_back();
         m_isStepKey = false;
     }
-    leave(place);
+    leave(span);
 }
 
 Element ValueSpans::way() const {

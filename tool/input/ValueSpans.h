@@ -19,7 +19,7 @@
 namespace orvid_tool {
 
 /// Which values are wanted.
-struct SWanted {
+struct Wanted {
     bool areItems = false;    ///< of the array at the steps; otherwise the value there
     bool mayBeOther = false;  ///< what is no array is wanted itself
     ValueSteps steps;         ///< from the root; without `[*]`
@@ -28,14 +28,14 @@ struct SWanted {
 class ValueSpans : public ko::Orvid::TokenSink {
 public:
     /// Offsets from the begin of the text to the value's first byte, and after its last.
-    using TSpan = std::pair<std::uint64_t, std::uint64_t>;
+    using Span = std::pair<std::uint64_t, std::uint64_t>;
 
-    explicit ValueSpans(SWanted wanted) : m_wanted(std::move(wanted)) {}
+    explicit ValueSpans(Wanted wanted) : m_wanted(std::move(wanted)) {}
 
     /// A new root begins; its offsets count from there.
     void begin(std::uint64_t offset);
 
-    std::vector<TSpan>& spans() { return m_spans; }
+    std::vector<Span>& spans() { return m_spans; }
     /// Whether any token of the root has come.
     bool isBegun() const { return m_isBegun; }
     /// The offset of a value that is open, or else `none`.
@@ -52,48 +52,46 @@ public:
     /// object, some keys.
     ko::Orvid::Element way() const;
 
-    void null(ko::Orvid::TokenPlace place) { scalar(ko::Orvid::Element(), place); }
-    void boolean(bool value, ko::Orvid::TokenPlace place) {
-        scalar(ko::Orvid::Element(value), place);
+    void null(ko::Orvid::TokenSpan span) { scalar(ko::Orvid::Element(), span); }
+    void boolean(bool value, ko::Orvid::TokenSpan span) { scalar(ko::Orvid::Element(value), span); }
+    void number(std::string_view /*text*/, ko::Orvid::TokenSpan span) {
+        scalar(ko::Orvid::Element(0), span);
     }
-    void number(std::string_view /*text*/, ko::Orvid::TokenPlace place) {
-        scalar(ko::Orvid::Element(0), place);
+    void string(std::string_view /*text*/, ko::Orvid::TokenSpan span) {
+        scalar(ko::Orvid::Element(""), span);
     }
-    void string(std::string_view /*text*/, ko::Orvid::TokenPlace place) {
-        scalar(ko::Orvid::Element(""), place);
-    }
-    bool key(std::string_view text, ko::Orvid::TokenPlace place);
-    void openObject(ko::Orvid::TokenPlace place) { open(false, place); }
-    void closeObject(ko::Orvid::TokenPlace place) { close(place); }
-    void openArray(ko::Orvid::TokenPlace place) { open(true, place); }
-    void closeArray(ko::Orvid::TokenPlace place) { close(place); }
+    bool key(std::string_view text, ko::Orvid::TokenSpan span);
+    void openObject(ko::Orvid::TokenSpan span) { open(false, span); }
+    void closeObject(ko::Orvid::TokenSpan span) { close(span); }
+    void openArray(ko::Orvid::TokenSpan span) { open(true, span); }
+    void closeArray(ko::Orvid::TokenSpan span) { close(span); }
 
 private:
     /// A container on the way.
-    struct SOnWay {
+    struct OnWay {
         bool isArray;
         std::size_t next;  ///< the index of its next item
     };
 
-    void scalar(const ko::Orvid::Element& value, ko::Orvid::TokenPlace place) {
+    void scalar(const ko::Orvid::Element& value, ko::Orvid::TokenSpan span) {
         if (isAtWay()) {
             followScalar(value);
         }
-        enter(place);
-        leave(place);
+        enter(span);
+        leave(span);
     }
-    void open(bool isArray, ko::Orvid::TokenPlace place);
-    void close(ko::Orvid::TokenPlace place);
-    void enter(ko::Orvid::TokenPlace place) {
+    void open(bool isArray, ko::Orvid::TokenSpan span);
+    void close(ko::Orvid::TokenSpan span);
+    void enter(ko::Orvid::TokenSpan span) {
         m_isBegun = true;
         if (m_isInTarget && m_depth == m_wantedDepth) {
-            m_begin = m_base + place.begin;
+            m_begin = m_base + span.begin;
             m_isOpen = true;
         }
     }
-    void leave(ko::Orvid::TokenPlace place) {
+    void leave(ko::Orvid::TokenSpan span) {
         if (m_isOpen && m_depth == m_wantedDepth) {
-            m_spans.emplace_back(m_begin, m_base + place.end);
+            m_spans.emplace_back(m_begin, m_base + span.end);
             m_isOpen = false;
             ++m_count;
         }
@@ -106,8 +104,8 @@ private:
     void reach(const ko::Orvid::Element& value);
     void target(bool isArray);
 
-    SWanted m_wanted;
-    std::vector<TSpan> m_spans;
+    Wanted m_wanted;
+    std::vector<Span> m_spans;
     std::uint64_t m_base = 0;
     std::uint64_t m_begin = 0;
     std::size_t m_depth = 0;
@@ -119,7 +117,7 @@ private:
     bool m_isInTarget = false;
     bool m_isNoArray = false;
     bool m_isStepKey = false;
-    std::vector<SOnWay> m_way;
+    std::vector<OnWay> m_way;
     std::size_t m_reached = 0;     ///< how many steps
     ko::Orvid::Element m_atReach;  ///< what is there
 };

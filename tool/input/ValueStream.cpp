@@ -11,7 +11,7 @@
 
 #include "input/Document.h"
 #include "input/MissingPath.h"
-#include "input/TextPlace.h"
+#include "input/skipWhitespace.h"
 #include "text/byteOrderMark.h"
 #include "text/TextScannerRun.h"
 
@@ -26,7 +26,7 @@ using ko::Orvid::ReadOptions;
 constexpr std::size_t k_pieceSize = 262144;
 constexpr const char* k_endsEarly = "The text ends before the document is complete";
 
-ReadOptions optionsFor(ValueStream::SReading reading) {
+ReadOptions optionsFor(ValueStream::Reading reading) {
     ReadOptions options;
     if (reading.isStrict) {
         options = ReadOptions::strict();
@@ -55,17 +55,17 @@ std::string joinedPath(const std::string& start, const std::string& rest) {
 }
 
 /// The offset of a place that readTree() reports of a text.
-std::size_t offsetOf(std::string_view text, const SPlace& place) {
+std::size_t offsetOf(std::string_view text, const Location& location) {
     std::size_t offset = 0;
-    for (std::size_t line = 1; line < place.line; ++line) {
+    for (std::size_t line = 1; line < location.line; ++line) {
         offset = text.find('\n', offset) + 1;
     }
-    return offset + place.column - std::min<std::size_t>(place.column, 1);
+    return offset + location.column - std::min<std::size_t>(location.column, 1);
 }
 
 }  // namespace
 
-ValueStream::ValueStream(Input& input, const SWanted& wanted, SReading reading)
+ValueStream::ValueStream(Input& input, const Wanted& wanted, Reading reading)
     : m_input(input),
       m_wanted(wanted),
       m_reading(reading),
@@ -162,9 +162,9 @@ void ValueStream::drop() {
 
 /// Throws Failure where the steps lead to no array, to two values, or, at the end, nowhere.
 void ValueStream::requireTarget() const {
-    const SPlace place{m_input.name(), 0, 0, pathOf(m_wanted.steps)};
+    const Location location{m_input.name(), 0, 0, pathOf(m_wanted.steps)};
     if (m_sink.targets() > 1) {
-        throw Failure(ExitStatus::failed, place,
+        throw Failure(ExitStatus::failed, location,
                       "a key on the way is there twice, so this may be the wrong value");
     }
     if (!m_sink.isNoArray() && !(m_isAtEnd && m_sink.isBegun() && m_sink.targets() == 0)) {
@@ -172,11 +172,11 @@ void ValueStream::requireTarget() const {
     }
     const Element root = m_sink.way();
     if (m_sink.isNoArray()) {
-        throw Failure(ExitStatus::failed, place,
-                      std::string(typePhrase(root.get(*place.path))) + " has no items to split");
+        throw Failure(ExitStatus::failed, location,
+                      std::string(typePhrase(root.get(*location.path))) + " has no items to split");
     }
     try {
-        static_cast<void>(root.get(*place.path));
+        static_cast<void>(root.get(*location.path));
     } catch (const ko::Orvid::PathNotFound& error) {
         throw missingPath({m_input.name(), 0, 0, {}}, root, error);
     }
@@ -186,9 +186,9 @@ void ValueStream::read(Element& root) const {
     try {
         readTree({m_input.name(), 0, 0, {}}, text(), root, m_reading.isStrict);
     } catch (const Failure& failure) {
-        const std::string path = failure.place().path.value_or("");
-        throw failureAt(m_span.first + offsetOf(text(), failure.place()), 1,
-                        joinedPath(*place().path, path), failure.text());
+        const std::string path = failure.location().path.value_or("");
+        throw failureAt(m_span.first + offsetOf(text(), failure.location()), 1,
+                        joinedPath(*location().path, path), failure.text());
     }
 }
 
@@ -196,22 +196,22 @@ std::string ValueStream::itemPath(std::size_t index) const {
     return pathOf(m_wanted.steps) + (m_sink.areItems() ? "[" + std::to_string(index) + "]" : "");
 }
 
-SPlace ValueStream::place() const {
-    const auto place = m_lines.place(m_buffer, m_span.first);
-    return {m_input.name(), static_cast<std::size_t>(place.line),
-            static_cast<std::size_t>(place.column), itemPath(m_index - 1)};
+Location ValueStream::location() const {
+    const auto position = m_lines.position(m_buffer, m_span.first);
+    return {m_input.name(), static_cast<std::size_t>(position.line),
+            static_cast<std::size_t>(position.column), itemPath(m_index - 1)};
 }
 
 Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
                                const std::string& text) const {
-    const auto at = m_lines.place(m_buffer, begin);
+    const auto at = m_lines.position(m_buffer, begin);
     const auto before = static_cast<std::uint64_t>(at.column) - 1;
     const std::uint64_t shown = std::max(m_start, begin - std::min(begin, before));
     const int column = static_cast<int>(begin - shown) + 1;
     const ParseException error("", 1, column, 1, column + static_cast<int>(length) - 1);
-    SPlace place{m_input.name(), static_cast<std::size_t>(at.line),
-                 static_cast<std::size_t>(at.column), path};
-    return {ExitStatus::failed, std::move(place), text,
+    Location location{m_input.name(), static_cast<std::size_t>(at.line),
+                      static_cast<std::size_t>(at.column), path};
+    return {ExitStatus::failed, std::move(location), text,
             ko::Orvid::sourceExcerpt(from(shown), error)};
 }
 
@@ -225,7 +225,7 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) const {
             Element part;
             readTree({m_input.name(), 0, 0, {}}, from(open), part, m_reading.isStrict);
         } catch (const Failure& failure) {
-            path = joinedPath(path, failure.place().path.value_or(""));
+            path = joinedPath(path, failure.location().path.value_or(""));
         }
     }
     return failureAt(m_root + fault.begin, fault.length, path, fault.message);

@@ -23,13 +23,13 @@ namespace orvid_tool {
 class ValueStream {
 public:
     /// How a text is read that may hold one root or several.
-    struct SReading {
+    struct Reading {
         bool isStrict = false;   ///< as ReadOptions::strict() says
         bool isOneRoot = false;  ///< otherwise roots follow each other, and there may be none
     };
 
     /// The values that are wanted of each root.
-    ValueStream(Input& input, const SWanted& wanted, SReading reading);
+    ValueStream(Input& input, const Wanted& wanted, Reading reading);
     ValueStream(const ValueStream&) = delete;
     ValueStream& operator=(const ValueStream&) = delete;
 
@@ -43,7 +43,7 @@ public:
     /// Reads the value. Throws Failure as next() does.
     void read(ko::Orvid::Element& root) const;
     /// The place of the value in the text, and its path where it is an item.
-    SPlace place() const;
+    Location location() const;
 
 private:
     bool advance();
@@ -63,8 +63,8 @@ private:
     Failure scanFailure(const ko::Orvid::TextError& fault) const;
 
     Input& m_input;
-    const SWanted m_wanted;
-    const SReading m_reading;
+    const Wanted m_wanted;
+    const Reading m_reading;
     const ko::Orvid::ReadOptions m_options;
     std::optional<ko::Orvid::TextScanner> m_scanner;
     ValueSpans m_sink;
@@ -73,7 +73,7 @@ private:
     std::uint64_t m_root = 0;        ///< where the scanner began
     ko::Orvid::LineCounter m_lines;  ///< before `m_start`
     std::size_t m_next = 0;          ///< of the sink's spans
-    ValueSpans::TSpan m_span{};
+    ValueSpans::Span m_span{};
     std::size_t m_index = 0;  ///< of the value, of its root's
     std::string m_text;
     bool m_isAtEnd = false;

@@ -22,7 +22,7 @@ FileIdentity identityOfInput(const std::string& file) {
 }
 
 Failure refusal(const std::string& file, const char* text) {
-    return {ExitStatus::usage, SPlace{file, 0, 0, {}}, text};
+    return {ExitStatus::usage, Location{file, 0, 0, {}}, text};
 }
 
 Failure readRejects(const std::string& input) {
@@ -31,7 +31,7 @@ Failure readRejects(const std::string& input) {
 
 }  // namespace
 
-void requireApart(const SCall& call) {
+void requireApart(const Call& call) {
     const FileIdentity out(STDOUT_FILENO);
     const FileIdentity rejects(call.lines.rejects.value_or(""));
     if ((!call.isInPlace && rejects == out) || rejects == FileIdentity(STDERR_FILENO)) {

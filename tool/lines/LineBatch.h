@@ -16,12 +16,12 @@
 namespace orvid_tool {
 
 /// How many lines there were, and of which kinds.
-struct SLineCounts {
+struct LineCounts {
     std::size_t lines = 0;
     std::size_t blank = 0;
     std::size_t failed = 0;
 
-    SLineCounts& operator+=(const SLineCounts& other) {
+    LineCounts& operator+=(const LineCounts& other) {
         lines += other.lines;
         blank += other.blank;
         failed += other.failed;
@@ -30,20 +30,20 @@ struct SLineCounts {
 };
 
 struct LineBatch {
-    enum EKind {
+    enum Kind {
         whole,  ///< lines, each with its newline
         head,   ///< the beginning of a line that is longer than allowed
         part,   ///< more of such a line
     };
 
-    EKind kind = whole;
+    Kind kind = whole;
     bool isFirst = false;  ///< of the input
     Bytes text;
     std::optional<Failure> readFailure;  ///< the input could not be read after the text
 
     Bytes out;
     Bytes rejects;  ///< the lines that failed
-    SLineCounts counts;
+    LineCounts counts;
     std::vector<Failure> failures;  ///< their lines count from 1 in this batch
     bool isStopped = false;         ///< the last failure ends the run
 

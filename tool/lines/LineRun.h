@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// SLineRun, the three stations that every batch of lines passes, and how several threads pass
+// LineRun, the three stations that every batch of lines passes, and how several threads pass
 // batches through them.
 
 #pragma once
@@ -11,7 +11,7 @@
 
 namespace orvid_tool {
 
-struct SLineRun {
+struct LineRun {
     LineReader reader;
     LineWorker worker;
     LineWriter writer;
@@ -20,6 +20,6 @@ struct SLineRun {
 /// Passes all batches with so many threads, at least two, or with as many as the system gives.
 /// Reading and writing happen in order; only so many batches are under way at once. Throws the
 /// first exception of any of them, when all have ended.
-void runInThreads(SLineRun& run, unsigned int threads);
+void runInThreads(LineRun& run, unsigned int threads);
 
 }  // namespace orvid_tool

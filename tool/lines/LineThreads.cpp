@@ -53,22 +53,22 @@ private:
 /// are under way as there are places, which are used in turn.
 class Batches {
 public:
-    explicit Batches(std::size_t count) : m_places(count) {}
+    explicit Batches(std::size_t count) : m_slots(count) {}
 
     /// The number of the batch that is read next, when its place is free again.
     std::size_t begin() {
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_begun - m_written < m_places.size(); });
+        m_changed.wait(lock, [this] { return m_begun - m_written < m_slots.size(); });
         return m_begun++;
     }
 
-    LineBatch& batch(std::size_t number) { return place(number).batch; }
+    LineBatch& batch(std::size_t number) { return slot(number).batch; }
 
     /// The batch of that number is ready to be written. Answers whether this thread has to write:
     /// the batches that next() answers, and then those that have become ready.
     bool finish(std::size_t number) {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        place(number).isReady = true;
+        slot(number).isReady = true;
         if (m_isWriting || number != m_written) {
             return false;
         }
@@ -76,29 +76,29 @@ public:
         return true;
     }
 
-    LineBatch& next() { return place(m_written).batch; }
+    LineBatch& next() { return slot(m_written).batch; }
 
     /// The batch of next() has been written. Answers whether there is another one to write.
     bool isNextReady() {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        place(m_written).isReady = false;
+        slot(m_written).isReady = false;
         ++m_written;
-        m_isWriting = m_written < m_begun && place(m_written).isReady;
+        m_isWriting = m_written < m_begun && slot(m_written).isReady;
         m_changed.notify_one();
         return m_isWriting;
     }
 
 private:
-    struct SPlace {
+    struct Slot {
         LineBatch batch;
         bool isReady = false;
     };
 
-    SPlace& place(std::size_t number) { return m_places[number % m_places.size()]; }
+    Slot& slot(std::size_t number) { return m_slots[number % m_slots.size()]; }
 
     std::mutex m_mutex;  // guards all but the batches
     std::condition_variable m_changed;
-    std::vector<SPlace> m_places;
+    std::vector<Slot> m_slots;
     std::size_t m_begun = 0;
     std::size_t m_written = 0;
     bool m_isWriting = false;
@@ -106,7 +106,7 @@ private:
 
 class Pipeline {
 public:
-    Pipeline(SLineRun& run, std::size_t places) : m_run(run), m_batches(places) {}
+    Pipeline(LineRun& run, std::size_t slots) : m_run(run), m_batches(slots) {}
 
     /// What each thread does.
     void pass() {
@@ -154,7 +154,7 @@ private:
         });
     }
 
-    SLineRun& m_run;
+    LineRun& m_run;
     Batches m_batches;
     std::mutex m_reading;  // guards the reader, and that batches are numbered as they are read
     bool m_isAtEnd = false;
@@ -204,7 +204,7 @@ private:
 
 }  // namespace
 
-void runInThreads(SLineRun& run, unsigned int threads) {
+void runInThreads(LineRun& run, unsigned int threads) {
     constexpr std::size_t batchesForEach = 3;
     shareMemory();
     Pipeline pipeline(run, threads * batchesForEach);

@@ -23,12 +23,12 @@ void LineWorker::work(LineBatch& batch) const {
 
 void LineWorker::workOnLines(LineBatch& batch) const {
     Document document;
-    document.place.file = m_name;
+    document.location.file = m_name;
     std::string_view rest = batch.text.view();
     while (!rest.empty() && !batch.isStopped) {
         const std::size_t end = rest.find('\n');
         ++batch.counts.lines;
-        document.place.line = batch.counts.lines;
+        document.location.line = batch.counts.lines;
         workOnLine(rest.substr(0, end), document, batch);
         rest.remove_prefix(end + 1);
     }
@@ -54,7 +54,7 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
     } catch (const std::bad_alloc&) {
         // The line is not to blame, and those that follow may fail the same way.
         batch.out.cut(start);
-        fail(memoryFailure(document.place), line, batch);
+        fail(memoryFailure(document.location), line, batch);
         batch.isStopped = true;
     }
 }
@@ -65,7 +65,7 @@ void LineWorker::workOnHead(LineBatch& batch) const {
     failure.setLine(1);
     fail(failure, batch.text.view(), batch);
     // The line goes on in the batches that follow.
-    if (m_call.lines.onError == EOnError::passthrough) {
+    if (m_call.lines.onError == OnError::passthrough) {
         batch.out.cut(batch.out.length() - 1);
     }
     if (m_call.lines.rejects) {
@@ -74,7 +74,7 @@ void LineWorker::workOnHead(LineBatch& batch) const {
 }
 
 void LineWorker::workOnPart(LineBatch& batch) const {
-    if (m_call.lines.onError == EOnError::passthrough) {
+    if (m_call.lines.onError == OnError::passthrough) {
         batch.out.append(batch.text.view());
     }
     if (m_call.lines.rejects) {
@@ -86,23 +86,23 @@ void LineWorker::fail(const Failure& failure, std::string_view line, LineBatch& 
     ++batch.counts.failed;
     batch.failures.push_back(failure);
     batch.failures.back().setLine(batch.counts.lines);
-    const EOnError onError = m_call.lines.onError;
+    const OnError onError = m_call.lines.onError;
     if (m_call.lines.rejects) {
         batch.rejects.append(line);
         batch.rejects.append("\n");
     }
-    if (onError == EOnError::stop || failure.status() == ExitStatus::usage) {
+    if (onError == OnError::stop || failure.status() == ExitStatus::usage) {
         batch.isStopped = true;
-    } else if (onError == EOnError::passthrough) {
+    } else if (onError == OnError::passthrough) {
         batch.out.append(line);
         batch.out.append("\n");
-    } else if (onError == EOnError::null) {
+    } else if (onError == OnError::null) {
         batch.out.append("null\n");
     }
 }
 
 Failure LineWorker::tooLong() const {
-    return {ExitStatus::failed, SPlace{m_name, 0, 0, {}},
+    return {ExitStatus::failed, Location{m_name, 0, 0, {}},
             "the line is longer than " + std::to_string(m_call.lines.longest) + " bytes"};
 }
 

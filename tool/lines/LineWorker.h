@@ -16,7 +16,7 @@ namespace orvid_tool {
 class LineWorker {
 public:
     /// `name` is that of the input. All must outlive the worker.
-    LineWorker(const DocumentVerb& verb, const SCall& call, const std::string& name)
+    LineWorker(const DocumentVerb& verb, const Call& call, const std::string& name)
         : m_verb(verb), m_call(call), m_name(name) {}
 
     /// Fills in the results. Stops at a line that fails where the call says so, or when the call's
@@ -32,7 +32,7 @@ private:
     Failure tooLong() const;
 
     const DocumentVerb& m_verb;
-    const SCall& m_call;
+    const Call& m_call;
     const std::string& m_name;
 };
 

@@ -15,7 +15,7 @@ bool LineWriter::write(LineBatch& batch) {
     m_out.write(batch.out.view());
     m_out.flush();
     for (Failure& failure : batch.failures) {
-        failure.setLine(m_counts.lines + failure.place().line);
+        failure.setLine(m_counts.lines + failure.location().line);
         take(failure);
     }
     m_counts += batch.counts;

@@ -20,7 +20,7 @@ public:
     bool write(LineBatch& batch);
 
     /// Of the batches so far.
-    const SLineCounts& counts() const { return m_counts; }
+    const LineCounts& counts() const { return m_counts; }
     /// The highest status of the failures so far.
     ExitStatus status() const { return m_status; }
     /// Whether nothing has ended the run before its time.
@@ -32,7 +32,7 @@ private:
     const Report& m_report;
     Output& m_out;
     Output* m_rejects;
-    SLineCounts m_counts;
+    LineCounts m_counts;
     ExitStatus m_status = ExitStatus::done;
     bool m_isComplete = true;
 };

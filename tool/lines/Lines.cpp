@@ -16,7 +16,7 @@ namespace orvid_tool {
 
 namespace {
 
-void runInOneThread(SLineRun& run) {
+void runInOneThread(LineRun& run) {
     LineBatch batch;
     bool goesOn = true;
     while (goesOn) {
@@ -29,7 +29,7 @@ void runInOneThread(SLineRun& run) {
     }
 }
 
-void writeStats(const SLineCounts& counts, const std::string& name, const Report& report) {
+void writeStats(const LineCounts& counts, const std::string& name, const Report& report) {
     report.note(name + ": " + std::to_string(counts.lines) + " lines, " +
                 std::to_string(counts.lines - counts.blank - counts.failed) + " done, " +
                 std::to_string(counts.blank) + " blank, " + std::to_string(counts.failed) +
@@ -38,16 +38,16 @@ void writeStats(const SLineCounts& counts, const std::string& name, const Report
 
 }  // namespace
 
-SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, const Report& report,
-                   Output& out) {
+LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, const Report& report,
+                  Output& out) {
     std::optional<AppendedFile> rejects;
     if (call.lines.rejects) {
         rejects.emplace(*call.lines.rejects);
         requireApart(*rejects, input);
     }
-    SLineRun run{{input, call.lines.longest},
-                 {verb, call, input.name()},
-                 {report, out, rejects ? &*rejects : nullptr}};
+    LineRun run{{input, call.lines.longest},
+                {verb, call, input.name()},
+                {report, out, rejects ? &*rejects : nullptr}};
     if (call.lines.threads > 1) {
         runInThreads(run, call.lines.threads);
     } else {

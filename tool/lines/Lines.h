@@ -11,15 +11,15 @@ namespace orvid_tool {
 class Input;
 
 /// How a run ended.
-struct SLinesEnd {
+struct LinesEnd {
     ExitStatus status;
     bool isComplete;  ///< every line was read; otherwise one stopped the run, or reading failed
 };
 
-/// Runs the verb on every line of the input, as the call's SLines say, and reports what fails.
+/// Runs the verb on every line of the input, as the call's LineOptions say, and reports what fails.
 /// Output and reports do not depend on the number of threads. Memory is bounded by the threads and
 /// the longest line. Throws Failure when the output cannot be written.
-SLinesEnd runLines(const DocumentVerb& verb, const SCall& call, Input& input, const Report& report,
-                   Output& out);
+LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, const Report& report,
+                  Output& out);
 
 }  // namespace orvid_tool

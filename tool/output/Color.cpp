@@ -44,19 +44,19 @@ std::string colored(const std::string& json) {
     constexpr const char* marks = "{}[]:, \t\r\n";
     constexpr const char* ends = "{}[]:, \t\r\n/";
     std::string text;
-    std::size_t place = 0;
-    while (place < json.length()) {
-        const std::size_t start = std::min(json.find_first_not_of(marks, place), json.length());
-        text.append(json, place, start - place);
-        place = start;
+    std::size_t at = 0;
+    while (at < json.length()) {
+        const std::size_t start = std::min(json.find_first_not_of(marks, at), json.length());
+        text.append(json, at, start - at);
+        at = start;
         if (start < json.length() && json[start] == '/') {
-            place = commentEnd(json, start);
-            text.append(json, start, place - start);
+            at = commentEnd(json, start);
+            text.append(json, start, at - start);
         } else if (start < json.length()) {
-            place = json[start] == '"' ? stringEnd(json, start)
-                                       : std::min(json.find_first_of(ends, start), json.length());
-            text += colorOf(json, start, place);
-            text.append(json, start, place - start);
+            at = json[start] == '"' ? stringEnd(json, start)
+                                    : std::min(json.find_first_of(ends, start), json.length());
+            text += colorOf(json, start, at);
+            text.append(json, start, at - start);
             text += k_plain;
         }
     }

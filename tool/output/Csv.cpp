@@ -28,7 +28,7 @@ bool isJsonField(std::string_view text) {
     return text == "null" || text == "true" || text == "false" || ko::Orvid::text::isNumber(text);
 }
 
-std::string csvRow(const std::vector<SCsvField>& fields, char separator) {
+std::string csvRow(const std::vector<CsvField>& fields, char separator) {
     const std::string special = std::string("\"\r\n") + separator;
     std::string row;
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -42,7 +42,7 @@ std::string csvRow(const std::vector<SCsvField>& fields, char separator) {
     return row + "\n";
 }
 
-bool CsvReader::next(SCsvRow& row) {
+bool CsvReader::next(CsvRow& row) {
     row.fields.clear();
     row.wereQuoted.clear();
     row.line = m_line;
@@ -60,7 +60,7 @@ bool CsvReader::next(SCsvRow& row) {
     return true;
 }
 
-void CsvReader::takeField(SCsvRow& row) {
+void CsvReader::takeField(CsvRow& row) {
     const bool isQuoted = !m_rest.empty() && m_rest.front() == '"';
     row.wereQuoted.push_back(isQuoted);
     if (isQuoted) {

@@ -15,7 +15,7 @@ namespace orvid_tool {
 /// null.
 bool isJsonField(std::string_view text);
 
-struct SCsvField {
+struct CsvField {
     std::string text;
     bool isQuoted = false;  ///< in any case
 };
@@ -23,10 +23,10 @@ struct SCsvField {
 /// The fields with the separator between them and a newline at the end. A field that has the
 /// separator, a quote or a line break in it, begins with a byte order mark, or is empty and alone,
 /// is put in quotes, a quote in it doubled.
-std::string csvRow(const std::vector<SCsvField>& fields, char separator);
+std::string csvRow(const std::vector<CsvField>& fields, char separator);
 
 /// A row that was read.
-struct SCsvRow {
+struct CsvRow {
     std::vector<std::string> fields;
     std::vector<bool> wereQuoted;  ///< for each field
     std::size_t line = 0;          ///< where it begins, from 1
@@ -41,13 +41,13 @@ public:
 
     /// The next row, or false at the end. Throws std::runtime_error for a quote that is not closed
     /// or does not end its field; line() is where. Where more text could mend that, none is left.
-    bool next(SCsvRow& row);
+    bool next(CsvRow& row);
     std::size_t line() const { return m_line; }
     /// What has not been read.
     std::string_view rest() const { return m_rest; }
 
 private:
-    void takeField(SCsvRow& row);
+    void takeField(CsvRow& row);
     std::string takeQuoted();
     bool takeLineBreak();
 

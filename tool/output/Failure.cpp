@@ -34,13 +34,13 @@ const char* pathProblem(const ParseException& error) {
 
 }  // namespace
 
-Failure::Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt)
+Failure::Failure(ExitStatus status, Location location, const std::string& text, std::string excerpt)
     : std::runtime_error(text),
       m_status(status),
-      m_place(std::move(place)),
+      m_location(std::move(location)),
       m_excerpt(std::move(excerpt)) {}
 
-Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, SPlace(), text) {}
+Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, Location(), text) {}
 
 std::string wordExcerpt(std::string word, const ParseException& error) {
     const auto isBreak = [](char c) { return c == '\n' || c == '\r'; };
@@ -50,7 +50,7 @@ std::string wordExcerpt(std::string word, const ParseException& error) {
     return ko::Orvid::sourceExcerpt(word, fromOne);
 }
 
-SPlace placeInWord(int column) {
+Location locationInWord(int column) {
     return {{}, 0, column < 0 ? 0 : static_cast<std::size_t>(column) + 1, {}};
 }
 
@@ -59,22 +59,22 @@ Failure malformedPath(const std::string& path, const ParseException& error) {
     // The last column is that of the character in error; the first may be that of its step.
     const int column = error.lastColumn();
     const ParseException at(error.message(), 1, column, 1, column);
-    const bool hasPlace = error.code() != EParseError::pathNoIndex && column >= 0;
-    return {ExitStatus::usage, hasPlace ? placeInWord(column) : SPlace(),
+    const bool hasLocation = error.code() != EParseError::pathNoIndex && column >= 0;
+    return {ExitStatus::usage, hasLocation ? locationInWord(column) : Location(),
             "path \"" + path + "\": " + (problem.empty() ? error.message() : problem) +
                 (error.code() == EParseError::pathNoIndex
                      ? "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") +
                            path + "'"
                      : ""),
-            hasPlace ? wordExcerpt(path, at) : std::string()};
+            hasLocation ? wordExcerpt(path, at) : std::string()};
 }
 
-Failure memoryFailure(SPlace place) {
-    return {ExitStatus::inputOutput, std::move(place), "not enough memory"};
+Failure memoryFailure(Location location) {
+    return {ExitStatus::inputOutput, std::move(location), "not enough memory"};
 }
 
 Failure systemFailure(const std::string& name) {
-    return {ExitStatus::inputOutput, SPlace{name, 0, 0, {}}, std::strerror(errno)};
+    return {ExitStatus::inputOutput, Location{name, 0, 0, {}}, std::strerror(errno)};
 }
 
 }  // namespace orvid_tool

@@ -23,7 +23,7 @@ enum class ExitStatus : int {
 };
 
 /// Where something failed. What is not known is empty or 0.
-struct SPlace {
+struct Location {
     std::string file;                 ///< its name as the call gave it
     std::size_t line = 0;             ///< from 1
     std::size_t column = 0;           ///< from 1, in bytes; without a line, of a word of the call
@@ -32,23 +32,24 @@ struct SPlace {
 
 class Failure : public std::runtime_error {
 public:
-    Failure(ExitStatus status, SPlace place, const std::string& text, std::string excerpt = "");
+    Failure(ExitStatus status, Location location, const std::string& text,
+            std::string excerpt = "");
     /// No place: the call's own words are in error.
     Failure(ExitStatus status, const std::string& text);
 
     ExitStatus status() const { return m_status; }
-    const SPlace& place() const { return m_place; }
+    const Location& location() const { return m_location; }
     /// What went wrong, without the place.
     const char* text() const { return what(); }
     /// Lines that show the error, each with its newline; mostly empty.
     const std::string& excerpt() const { return m_excerpt; }
     /// Puts the place, where there is one, into another line of its file.
-    void setLine(std::size_t line) { m_place.line = m_place.file.empty() ? 0 : line; }
-    void setColumn(std::size_t column) { m_place.column = m_place.file.empty() ? 0 : column; }
+    void setLine(std::size_t line) { m_location.line = m_location.file.empty() ? 0 : line; }
+    void setColumn(std::size_t column) { m_location.column = m_location.file.empty() ? 0 : column; }
 
 private:
     ExitStatus m_status;
-    SPlace m_place;
+    Location m_location;
     std::string m_excerpt;
 };
 
@@ -69,13 +70,13 @@ std::string wordExcerpt(std::string word, const ko::Orvid::ParseException& error
 
 /// The place of a column, which counts from 0 and is -1 where it is not known, in a word of the
 /// call. It is told to programs only: people are shown the word.
-SPlace placeInWord(int column);
+Location locationInWord(int column);
 
 /// `path` itself is malformed.
 Failure malformedPath(const std::string& path, const ko::Orvid::ParseException& error);
 
 /// There was not enough memory for the file of that name.
-Failure memoryFailure(SPlace place);
+Failure memoryFailure(Location location);
 
 /// The last call of the system failed, as errno says, on the file of that name.
 Failure systemFailure(const std::string& name);

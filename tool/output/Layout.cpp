@@ -31,19 +31,19 @@ std::string textOf(const Value& value, const WriteOptions& options, bool isColor
 
 }  // namespace
 
-bool isPlain(const SLayout& layout) {
+bool isPlain(const Layout& layout) {
     return !layout.options.sortKeys && !layout.options.asciiOnly && !layout.isColored;
 }
 
-std::string jsonText(const Element& element, const SLayout& layout) {
+std::string jsonText(const Element& element, const Layout& layout) {
     return textOf(element, layout.options, layout.isColored);
 }
 
-std::string jsonText(const ko::Orvid::Dom& dom, const SLayout& layout) {
+std::string jsonText(const ko::Orvid::Dom& dom, const Layout& layout) {
     return textOf(dom, layout.options, layout.isColored);
 }
 
-std::string jsonLine(const Element& element, const SLayout& layout) {
+std::string jsonLine(const Element& element, const Layout& layout) {
     WriteOptions options = layout.options;
     options.indent.clear();
     return textOf(element, options, layout.isColored);

@@ -12,7 +12,7 @@
 
 namespace orvid_tool {
 
-struct SLayout {
+struct Layout {
     ko::Orvid::WriteOptions options;
     bool isAsked = false;  ///< by an option, other than colour
     bool isIndentAsked = false;
@@ -20,7 +20,7 @@ struct SLayout {
 };
 
 /// Whether members stay in their order, all characters as they are, and nothing is coloured.
-bool isPlain(const SLayout& layout);
+bool isPlain(const Layout& layout);
 
 /// A value that cannot be written. what() says why.
 class Unwritable : public std::exception {
@@ -33,11 +33,11 @@ private:
 };
 
 /// The value, or the document as its Dom says, with a newline after it. Throws Unwritable.
-std::string jsonText(const ko::Orvid::Element& element, const SLayout& layout);
-std::string jsonText(const ko::Orvid::Dom& dom, const SLayout& layout);
+std::string jsonText(const ko::Orvid::Element& element, const Layout& layout);
+std::string jsonText(const ko::Orvid::Dom& dom, const Layout& layout);
 
 /// The value on one line, in the layout's other respects, with a newline after it. Throws
 /// Unwritable.
-std::string jsonLine(const ko::Orvid::Element& element, const SLayout& layout);
+std::string jsonLine(const ko::Orvid::Element& element, const Layout& layout);
 
 }  // namespace orvid_tool

@@ -22,13 +22,13 @@ namespace orvid_tool {
 
 namespace {
 
-using TClock = std::chrono::steady_clock;
+using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds k_firstAfter(1000);
 constexpr std::chrono::milliseconds k_nextAfter(200);
 
 /// The thread and what it shares with the others. `isOn` never changes while the thread runs.
-struct SLine {
+struct StatusLine {
     bool isOn = false;
     std::thread thread;
     std::mutex mutex;  // guards all below, and the terminal
@@ -37,12 +37,12 @@ struct SLine {
     bool isShown = false;
     std::string name;
     std::uint64_t size = 0;
-    TClock::time_point start;
+    Clock::time_point start;
     std::atomic<std::uint64_t> count{0};
 };
 
-SLine& line() {
-    static SLine instance;
+StatusLine& line() {
+    static StatusLine instance;
     return instance;
 }
 
@@ -50,7 +50,7 @@ void put(const std::string& text) {
     static_cast<void>(!write(STDERR_FILENO, text.data(), text.length()));
 }
 
-void hide(SLine& shared) {
+void hide(StatusLine& shared) {
     constexpr const char* clearLine = "\r\x1B[K";
     if (shared.isShown) {
         put(clearLine);
@@ -66,11 +66,11 @@ std::string inMegabytes(std::uint64_t bytes) {
     return text;
 }
 
-void show(SLine& shared) {
+void show(StatusLine& shared) {
     constexpr std::size_t longestName = 40;
     const std::uint64_t count = shared.count;
     const auto seconds =
-        std::chrono::duration_cast<std::chrono::seconds>(TClock::now() - shared.start).count();
+        std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - shared.start).count();
     std::string text = "orvid: ";
     text += printable(shared.name.length() > longestName
                           ? "..." + shared.name.substr(shared.name.length() - longestName)
@@ -85,7 +85,7 @@ void show(SLine& shared) {
     shared.isShown = true;
 }
 
-void draw(SLine& shared) {
+void draw(StatusLine& shared) {
     // Signals go to the thread that knows what is to be removed before the program ends.
     sigset_t all;
     sigfillset(&all);
@@ -102,11 +102,11 @@ void draw(SLine& shared) {
 }  // namespace
 
 Progress::Progress() {
-    SLine& shared = line();
+    StatusLine& shared = line();
     if (isatty(STDERR_FILENO) == 0) {
         return;
     }
-    shared.start = TClock::now();
+    shared.start = Clock::now();
     shared.isOn = true;
     try {
         shared.thread = std::thread(&draw, std::ref(shared));
@@ -116,7 +116,7 @@ Progress::Progress() {
 }
 
 Progress::~Progress() {
-    SLine& shared = line();
+    StatusLine& shared = line();
     if (!shared.isOn) {
         return;
     }
@@ -130,7 +130,7 @@ Progress::~Progress() {
 }
 
 void Progress::begin(const std::string& name, std::size_t size) {
-    SLine& shared = line();
+    StatusLine& shared = line();
     if (!shared.isOn) {
         return;
     }
@@ -143,7 +143,7 @@ void Progress::begin(const std::string& name, std::size_t size) {
 void Progress::add(std::size_t count) { line().count += count; }
 
 Progress::Pause::Pause() {
-    SLine& shared = line();
+    StatusLine& shared = line();
     if (shared.isOn) {
         shared.mutex.lock();
         hide(shared);
@@ -151,7 +151,7 @@ Progress::Pause::Pause() {
 }
 
 Progress::Pause::~Pause() {
-    SLine& shared = line();
+    StatusLine& shared = line();
     if (shared.isOn) {
         shared.mutex.unlock();
     }

@@ -71,15 +71,15 @@ std::string asUtf8(std::string_view text) {
     return result;
 }
 
-std::string placeText(const SPlace& place) {
-    std::string text = place.file;
-    for (const std::size_t number : {place.line, place.column}) {
-        text += number == 0 || place.file.empty() ? "" : ":" + std::to_string(number);
+std::string locationText(const Location& location) {
+    std::string text = location.file;
+    for (const std::size_t number : {location.line, location.column}) {
+        text += number == 0 || location.file.empty() ? "" : ":" + std::to_string(number);
     }
     text += text.empty() ? "" : ":";
-    if (place.path) {
+    if (location.path) {
         text += (text.empty() ? "at " : " at ");
-        text += place.path->empty() ? std::string("(root)") : shortened(*place.path);
+        text += location.path->empty() ? std::string("(root)") : shortened(*location.path);
         text += ":";
     }
     return text.empty() ? text : text + " ";
@@ -117,23 +117,23 @@ std::string printable(std::string_view text) {
 }
 
 std::string failureLine(const Failure& failure) {
-    return printable(placeText(failure.place()) + failure.text());
+    return printable(locationText(failure.location()) + failure.text());
 }
 
 std::string failureJson(const Failure& failure) {
-    const SPlace& place = failure.place();
+    const Location& location = failure.location();
     Element error = Element::k_emptyElement;
     error.create("status", static_cast<int>(failure.status()));
-    if (!place.file.empty()) {
-        error.insert("file", asUtf8(place.file));
+    if (!location.file.empty()) {
+        error.insert("file", asUtf8(location.file));
     }
-    addNumber(error, "line", place.line);
-    addNumber(error, "column", place.column);
-    if (place.path) {
-        error.insert("path", asUtf8(*place.path));
+    addNumber(error, "line", location.line);
+    addNumber(error, "column", location.column);
+    if (location.path) {
+        error.insert("path", asUtf8(*location.path));
     }
     error.insert("message", asUtf8(failure.text()));
-    return jsonLine(error, SLayout());
+    return jsonLine(error, Layout());
 }
 
 void Report::failure(const Failure& failure) const {

@@ -12,7 +12,7 @@ namespace orvid_tool {
 
 namespace {
 
-using TRow = std::vector<std::size_t>;
+using Row = std::vector<std::size_t>;
 
 constexpr std::size_t k_longest = 64;  ///< the words' bytes, lest a table be great
 
@@ -25,13 +25,13 @@ std::string lowered(std::string_view word) {
 }
 
 std::size_t slips(const std::string& a, const std::string& b) {
-    TRow before;
-    TRow last(b.length() + 1);
+    Row before;
+    Row last(b.length() + 1);
     for (std::size_t j = 0; j <= b.length(); ++j) {
         last[j] = j;
     }
     for (std::size_t i = 1; i <= a.length(); ++i) {
-        TRow row(b.length() + 1, i);
+        Row row(b.length() + 1, i);
         for (std::size_t j = 1; j <= b.length(); ++j) {
             const std::size_t other = a[i - 1] == b[j - 1] ? 0 : 1;
             row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + other});

@@ -12,7 +12,7 @@
 
 namespace orvid_tool {
 
-void AssignmentVerb::addWords(Words& words, SCall& call) {
+void AssignmentVerb::addWords(Words& words, Call& call) {
     words.several(
         "WORDS", m_words,
         "PATH VALUE [FILE]..., or PATH=VALUE... [FILE]...; a value is JSON text, string:TEXT, "
@@ -24,8 +24,8 @@ void AssignmentVerb::addWords(Words& words, SCall& call) {
     addLines(words, call);
 }
 
-void AssignmentVerb::prepare(SCall& call) {
-    SAssignments words = assignmentsOf(m_words);
+void AssignmentVerb::prepare(Call& call) {
+    Assignments words = assignmentsOf(m_words);
     m_assignments = std::move(words.all);
     call.files = std::move(words.files);
     if (m_isNew) {
@@ -33,7 +33,7 @@ void AssignmentVerb::prepare(SCall& call) {
     }
 }
 
-void AssignmentVerb::beginNew(SCall& call) {
+void AssignmentVerb::beginNew(Call& call) {
     if (call.isInPlace || call.lines.isOn || !call.files.empty()) {
         throw UsageError("--new reads nothing: files, --in-place and --lines do not go with it");
     }
@@ -41,9 +41,9 @@ void AssignmentVerb::beginNew(SCall& call) {
     call.layout.isAsked = true;
 }
 
-void AssignmentVerb::read(const SCall& call, Document& document) const {
+void AssignmentVerb::read(const Call& call, Document& document) const {
     if (m_isNew) {
-        document.place.file = "(new)";
+        document.location.file = "(new)";
         document.text = std::string_view("{}\n").substr(0, 2);
     }
     readForEdit(call, document);
@@ -53,7 +53,7 @@ void AssignmentVerb::read(const SCall& call, Document& document) const {
     }
 }
 
-void AssignmentVerb::prepareValue(SCall& call) {
+void AssignmentVerb::prepareValue(Call& call) {
     if (m_words.empty()) {
         throw UsageError("VALUE is required");
     }
@@ -62,7 +62,7 @@ void AssignmentVerb::prepareValue(SCall& call) {
     call.files.assign(m_words.begin() + 1, m_words.end());
 }
 
-void AssignmentVerb::apply(const SCall& call, Document& document, Bytes& out) const {
+void AssignmentVerb::apply(const Call& call, Document& document, Bytes& out) const {
     for (std::size_t i = 0; i < m_assignments.size(); ++i) {
         assign(document, i);
     }

@@ -14,27 +14,27 @@ namespace orvid_tool {
 
 class AssignmentVerb : public DocumentVerb {
 public:
-    void addWords(Words& words, SCall& call) override;
-    void prepare(SCall& call) override;
+    void addWords(Words& words, Call& call) override;
+    void prepare(Call& call) override;
 
 protected:
     /// Whether the document is a new one, which no text is read for.
     bool isNew() const { return m_isNew; }
-    const std::vector<SAssignment>& assignments() const { return m_assignments; }
+    const std::vector<Assignment>& assignments() const { return m_assignments; }
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.
-    void prepareValue(SCall& call);
+    void prepareValue(Call& call);
 
 private:
     /// Does the one at that place to the document's root.
     virtual void assign(Document& document, std::size_t index) const = 0;
-    void read(const SCall& call, Document& document) const final;
-    void apply(const SCall& call, Document& document, Bytes& out) const final;
+    void read(const Call& call, Document& document) const final;
+    void apply(const Call& call, Document& document, Bytes& out) const final;
 
-    void beginNew(SCall& call);
+    void beginNew(Call& call);
 
     bool m_isNew = false;
     std::vector<std::string> m_words;
-    std::vector<SAssignment> m_assignments;
+    std::vector<Assignment> m_assignments;
 };
 
 }  // namespace orvid_tool

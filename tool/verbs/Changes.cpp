@@ -15,9 +15,9 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::JsonPointer;
 
-std::string line(char sign, const std::string& path, const Element& value, const SLayout& layout) {
+std::string line(char sign, const std::string& path, const Element& value, const Layout& layout) {
     const char* const color = sign == '-' ? "\x1B[31m" : "\x1B[32m";
-    SLayout plain = layout;
+    Layout plain = layout;
     plain.isColored = false;
     std::string json = jsonLine(value, plain);
     json.pop_back();
@@ -26,11 +26,11 @@ std::string line(char sign, const std::string& path, const Element& value, const
 }
 
 /// The pointer itself where a path cannot express it.
-std::string pathText(const JsonPointer& place, const Element& document) {
+std::string pathText(const JsonPointer& pointer, const Element& document) {
     try {
-        return place.toPath(document).str();
+        return pointer.toPath(document).str();
     } catch (const ko::Exception&) {
-        return place.str();
+        return pointer.str();
     }
 }
 
@@ -43,15 +43,15 @@ Element onlyOperation(const Element& operation) {
 
 }  // namespace
 
-std::string changesText(const Element& from, const Element& patch, const SLayout& layout) {
+std::string changesText(const Element& from, const Element& patch, const Layout& layout) {
     Element document = from;
     std::string text;
     for (const Element& operation : patch.array()) {
         const std::string kind = operation.at("op").string();
-        const JsonPointer place(operation.at("path").string());
-        const std::string path = pathText(place, document);
+        const JsonPointer pointer(operation.at("path").string());
+        const std::string path = pathText(pointer, document);
         if (kind == "remove" || kind == "replace") {
-            text += line('-', path, place.get(document), layout);
+            text += line('-', path, pointer.get(document), layout);
         }
         if (kind == "move") {
             const JsonPointer source(operation.at("from").string());
@@ -59,7 +59,7 @@ std::string changesText(const Element& from, const Element& patch, const SLayout
         }
         ko::Orvid::applyPatch(document, onlyOperation(operation));
         if (kind != "remove") {
-            text += line('+', path, place.get(document), layout);
+            text += line('+', path, pointer.get(document), layout);
         }
     }
     return text;

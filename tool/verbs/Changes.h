@@ -16,6 +16,6 @@ namespace orvid_tool {
 /// the patch, each path as it is when the operation is done. A value that is replaced has both.
 /// Throws Unwritable.
 std::string changesText(const ko::Orvid::Element& from, const ko::Orvid::Element& patch,
-                        const SLayout& layout);
+                        const Layout& layout);
 
 }  // namespace orvid_tool

@@ -14,8 +14,8 @@
 
 #include "edit/InPlace.h"
 #include "input/Input.h"
+#include "input/located.h"
 #include "input/MissingPath.h"
-#include "input/ValuePlace.h"
 #include "lines/ApartFiles.h"
 #include "lines/Lines.h"
 #include "output/Output.h"
@@ -26,7 +26,7 @@ namespace orvid_tool {
 namespace {
 
 /// What a file is read into, and where its result goes.
-struct SWhole {
+struct Whole {
     Document document;
     Bytes result;
     bool isChange = false;  ///< whether the result differs from what the file holds
@@ -34,14 +34,14 @@ struct SWhole {
 };
 
 /// The result of the verb for a whole file.
-std::unique_ptr<SWhole> resultOf(const DocumentVerb& verb, const SCall& call,
-                                 const std::string& file) {
-    auto whole = std::make_unique<SWhole>();
+std::unique_ptr<Whole> resultOf(const DocumentVerb& verb, const Call& call,
+                                const std::string& file) {
+    auto whole = std::make_unique<Whole>();
     Input input(file);
     whole->stamp = input.stamp();
     const Bytes text = input.readAll();
     Document& document = whole->document;
-    document.place.file = input.name();
+    document.location.file = input.name();
     document.text = text.view().substr(0, text.length() - 1);
     verb.work(call, document, whole->result);
     whole->isChange = whole->result.view() != document.text;
@@ -51,8 +51,8 @@ std::unique_ptr<SWhole> resultOf(const DocumentVerb& verb, const SCall& call,
 
 /// The tree of the last file is left to the system, which takes it back faster than it could be
 /// taken apart; it stays reachable until then.
-void leave(std::unique_ptr<SWhole> whole, bool isLast) {
-    static SWhole* last = nullptr;
+void leave(std::unique_ptr<Whole> whole, bool isLast) {
+    static Whole* last = nullptr;
     if (isLast) {
         last = whole.release();
         last->result = Bytes();
@@ -60,11 +60,11 @@ void leave(std::unique_ptr<SWhole> whole, bool isLast) {
 }
 
 /// A file that another program has changed meanwhile is read, and edited, again.
-std::unique_ptr<SWhole> edit(const DocumentVerb& verb, const SCall& call, const std::string& file) {
+std::unique_ptr<Whole> edit(const DocumentVerb& verb, const Call& call, const std::string& file) {
     constexpr int mostTries = 10;
     const EditLock lock(file);
     for (int tries = 1;; ++tries) {
-        std::unique_ptr<SWhole> whole = resultOf(verb, call, file);
+        std::unique_ptr<Whole> whole = resultOf(verb, call, file);
         try {
             if (whole->isChange) {
                 InPlace edited(file);
@@ -80,12 +80,12 @@ std::unique_ptr<SWhole> edit(const DocumentVerb& verb, const SCall& call, const 
     }
 }
 
-SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::string& file,
-                   Output& out) {
+LinesEnd runWhole(const DocumentVerb& verb, const Call& call, const std::string& file,
+                  Output& out) {
     if (verb.streams(call, file, out)) {
         return {ExitStatus::done, true};
     }
-    std::unique_ptr<SWhole> whole;
+    std::unique_ptr<Whole> whole;
     if (call.isInPlace) {
         whole = edit(verb, call, file);
     } else {
@@ -96,8 +96,8 @@ SLinesEnd runWhole(const DocumentVerb& verb, const SCall& call, const std::strin
     return {ExitStatus::done, true};
 }
 
-SLinesEnd runLinesOf(const DocumentVerb& verb, const SCall& call, const std::string& file,
-                     const Report& report, Output& out) {
+LinesEnd runLinesOf(const DocumentVerb& verb, const Call& call, const std::string& file,
+                    const Report& report, Output& out) {
     if (!call.isInPlace) {
         Input input(file);
         return runLines(verb, call, input, report, out);
@@ -105,7 +105,7 @@ SLinesEnd runLinesOf(const DocumentVerb& verb, const SCall& call, const std::str
     const EditLock lock(file);
     Input input(file);
     InPlace edited(file);
-    const SLinesEnd end = runLines(verb, call, input, report, edited);
+    const LinesEnd end = runLines(verb, call, input, report, edited);
     if (end.isComplete) {
         edited.finish(input.stamp());
     }
@@ -131,9 +131,9 @@ bool isFatal(const Failure& failure) {
 
 Verb::~Verb() = default;
 
-void Verb::prepare(SCall& /*call*/) {}
+void Verb::prepare(Call& /*call*/) {}
 
-ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& out) const {
+ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out) const {
     if (call.lines.isOn) {
         requireApart(call);
     }
@@ -146,8 +146,8 @@ ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& ou
             warnOfLinks(file, report);
         }
         try {
-            const SLinesEnd end = call.lines.isOn ? runLinesOf(*this, call, file, report, out)
-                                                  : runWhole(*this, call, file, out);
+            const LinesEnd end = call.lines.isOn ? runLinesOf(*this, call, file, report, out)
+                                                 : runWhole(*this, call, file, out);
             highest = std::max(highest, end.status);
             if (!end.isComplete) {
                 break;
@@ -168,23 +168,23 @@ ExitStatus DocumentVerb::run(const SCall& call, const Report& report, Output& ou
 
 ExitStatus DocumentVerb::outcome() const { return ExitStatus::done; }
 
-void DocumentVerb::read(const SCall& call, Document& document) const {
-    readTree(document.place, document.text, document.root, call.isStrict);
+void DocumentVerb::read(const Call& call, Document& document) const {
+    readTree(document.location, document.text, document.root, call.isStrict);
 }
 
-bool DocumentVerb::streams(const SCall& /*call*/, const std::string& /*file*/,
+bool DocumentVerb::streams(const Call& /*call*/, const std::string& /*file*/,
                            Output& /*out*/) const {
     return false;
 }
 
-void DocumentVerb::beginLines(const SCall& /*call*/, Output& /*out*/) const {}
+void DocumentVerb::beginLines(const Call& /*call*/, Output& /*out*/) const {}
 
-bool DocumentVerb::applyToText(const SCall& /*call*/, const Document& /*document*/,
+bool DocumentVerb::applyToText(const Call& /*call*/, const Document& /*document*/,
                                Bytes& /*out*/) const {
     return false;
 }
 
-void DocumentVerb::work(const SCall& call, Document& document, Bytes& out) const {
+void DocumentVerb::work(const Call& call, Document& document, Bytes& out) const {
     const std::size_t start = out.length();
     if (applyToText(call, document, out)) {
         return;
@@ -194,13 +194,13 @@ void DocumentVerb::work(const SCall& call, Document& document, Bytes& out) const
         read(call, document);
         apply(call, document, out);
     } catch (const ko::Orvid::PathNotFound& error) {
-        throw located(missingPath(document.place, document.root, error), document);
+        throw located(missingPath(document.location, document.root, error), document);
     } catch (const Failure& failure) {
         throw located(failure, document);
     } catch (const ko::Exception& error) {
-        throw Failure(ExitStatus::failed, document.place, error.what());
+        throw Failure(ExitStatus::failed, document.location, error.what());
     } catch (const Unwritable& error) {
-        throw Failure(ExitStatus::failed, document.place, error.what());
+        throw Failure(ExitStatus::failed, document.location, error.what());
     }
 }
 

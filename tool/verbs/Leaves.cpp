@@ -59,7 +59,7 @@ std::string pathOnOneLine(const std::string& path) {
     if (!needsQuotes) {
         return path;
     }
-    std::string quoted = jsonLine(Element(path), SLayout());
+    std::string quoted = jsonLine(Element(path), Layout());
     quoted.pop_back();
     return quoted;
 }
@@ -73,7 +73,7 @@ std::string pathOfLine(std::string_view text) {
     return path.string();
 }
 
-void appendLeaf(const std::string& path, const Element& value, const SLayout& layout, Bytes& out) {
+void appendLeaf(const std::string& path, const Element& value, const Layout& layout, Bytes& out) {
     out.append(pathOnOneLine(path) + "\t" + jsonLine(value, layout));
 }
 

@@ -26,7 +26,7 @@ std::string pathOnOneLine(const std::string& path);
 std::string pathOfLine(std::string_view text);
 
 /// Appends "path<TAB>value<NEWLINE>".
-void appendLeaf(const std::string& path, const ko::Orvid::Element& value, const SLayout& layout,
+void appendLeaf(const std::string& path, const ko::Orvid::Element& value, const Layout& layout,
                 Bytes& out);
 
 }  // namespace orvid_tool

@@ -37,7 +37,7 @@ const char* typeName(const Element& value) {
     return article == std::string_view::npos ? phrase.data() : phrase.data() + article + 1;
 }
 
-void LookVerb::addWords(Words& words, SCall& call) {
+void LookVerb::addWords(Words& words, Call& call) {
     words.several("WORDS", m_words,
                   "[PATH] [FILE]...; a word alone is a file where there is one of that name");
     words.option("--in", m_in, "PATH", "the path; all words are files then");
@@ -45,7 +45,7 @@ void LookVerb::addWords(Words& words, SCall& call) {
     addLines(words, call);
 }
 
-void LookVerb::prepare(SCall& call) {
+void LookVerb::prepare(Call& call) {
     const bool isPathFirst =
         !m_in && !m_words.empty() && (m_words.size() > 1 || !isFile(m_words.front()));
     m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
@@ -54,12 +54,12 @@ void LookVerb::prepare(SCall& call) {
 
 Failure LookVerb::failureAt(const Document& document, const Element& element,
                             const std::string& text) {
-    SPlace place = document.place;
-    place.path = element.path();
-    return {ExitStatus::failed, std::move(place), text};
+    Location location = document.location;
+    location.path = element.path();
+    return {ExitStatus::failed, std::move(location), text};
 }
 
-void LookVerb::apply(const SCall& call, Document& document, Bytes& out) const {
+void LookVerb::apply(const Call& call, Document& document, Bytes& out) const {
     const Element& root = document.root;
     report(call, document, m_path.get(root), out);
 }

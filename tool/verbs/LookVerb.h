@@ -15,9 +15,9 @@ namespace orvid_tool {
 
 class LookVerb : public DocumentVerb {
 public:
-    void addWords(Words& words, SCall& call) override;
+    void addWords(Words& words, Call& call) override;
     /// Distinguishes path and files.
-    void prepare(SCall& call) final;
+    void prepare(Call& call) final;
 
 protected:
     /// A failure that names the element.
@@ -26,9 +26,9 @@ protected:
 
 private:
     /// Appends what is to be reported, with its newlines.
-    virtual void report(const SCall& call, const Document& document,
-                        const ko::Orvid::Element& value, Bytes& out) const = 0;
-    void apply(const SCall& call, Document& document, Bytes& out) const final;
+    virtual void report(const Call& call, const Document& document, const ko::Orvid::Element& value,
+                        Bytes& out) const = 0;
+    void apply(const Call& call, Document& document, Bytes& out) const final;
 
     std::vector<std::string> m_words;
     std::optional<std::string> m_in;

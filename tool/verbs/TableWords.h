@@ -9,7 +9,7 @@
 namespace orvid_tool {
 
 /// What both directions are told of a table.
-struct STableWords {
+struct TableWords {
     bool isTabbed = false;
     bool hasNoHeader = false;
 

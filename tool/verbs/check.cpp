@@ -26,7 +26,7 @@ public:
                "  orvid check --lines --on-error=skip --stats <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.flag("--no-comments", m_refusesComments, "treat comments as errors");
         words.flag("-q,--quiet", m_isQuiet, "report nothing: only the exit status says");
@@ -34,7 +34,7 @@ public:
     }
 
 private:
-    bool streams(const SCall& /*call*/, const std::string& file, Output& /*out*/) const override {
+    bool streams(const Call& /*call*/, const std::string& file, Output& /*out*/) const override {
         return isSurelyRight(file, options());
     }
 
@@ -44,7 +44,7 @@ private:
         return options;
     }
 
-    void read(const SCall& call, Document& document) const override {
+    void read(const Call& call, Document& document) const override {
         const std::string_view text =
             document.text.substr(ko::Orvid::text::markLength(document.text));
         ko::Orvid::DomParser parser(options());
@@ -53,11 +53,11 @@ private:
             parser.feed(text);
             parser.finish();
         } catch (const ParseException& error) {
-            throw failureOf(document.place, text, error, !call.lines.isOn);
+            throw failureOf(document.location, text, error, !call.lines.isOn);
         }
     }
 
-    void apply(const SCall& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
+    void apply(const Call& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
 
     bool m_refusesComments = false;
     bool m_isQuiet = false;  ///< what the report does

@@ -23,14 +23,14 @@ using ko::Orvid::Element;
 
 /// A string as it is, null as nothing, all else as its JSON. What uncsv would take for another
 /// value is put in quotes.
-SCsvField fieldOf(const Element& value) {
+CsvField fieldOf(const Element& value) {
     if (value.isNull()) {
         return {"", false};
     }
     if (value.isString()) {
         return {value.string(), isJsonField(value.string())};
     }
-    std::string json = jsonLine(value, SLayout());
+    std::string json = jsonLine(value, Layout());
     json.pop_back();
     return {std::move(json), false};
 }
@@ -80,16 +80,16 @@ private:
         m_paths.push_back(std::move(path));
     }
 
-    std::vector<SCsvField> fieldsAtPaths(const Element& record) const {
-        std::vector<SCsvField> fields;
+    std::vector<CsvField> fieldsAtPaths(const Element& record) const {
+        std::vector<CsvField> fields;
         for (const CallPath& path : m_paths) {
             const Element* const value = path.find(record);
-            fields.push_back(value == nullptr ? SCsvField() : fieldOf(*value));
+            fields.push_back(value == nullptr ? CsvField() : fieldOf(*value));
         }
         return fields;
     }
 
-    std::vector<SCsvField> fieldsOfKeys(const Element& record) const {
+    std::vector<CsvField> fieldsOfKeys(const Element& record) const {
         if (!record.isObject()) {
             throw Misfit("the record is no object: name the columns with --field");
         }
@@ -99,17 +99,17 @@ private:
                              "\", so there is no column for it: name the columns with --field");
             }
         }
-        std::vector<SCsvField> fields;
-        for (const SCsvField& name : m_names) {
+        std::vector<CsvField> fields;
+        for (const CsvField& name : m_names) {
             const auto member = record.object().find(name.text);
-            fields.push_back(member == record.object().end() ? SCsvField()
+            fields.push_back(member == record.object().end() ? CsvField()
                                                              : fieldOf(member->second));
         }
         return fields;
     }
 
     bool m_areNamed;
-    std::vector<SCsvField> m_names;
+    std::vector<CsvField> m_names;
     std::vector<CallPath> m_paths;  ///< where they are named
     std::set<std::string> m_keys;   ///< otherwise
 };
@@ -125,7 +125,7 @@ public:
                "  orvid csv --tsv --no-header -f id <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.repeated("-f,--field", m_words, "PATH",
                        "a column; by default one for each key of the first record");
         addFiles(words, call);
@@ -134,7 +134,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         if (call.lines.isOn && m_words.empty()) {
             throw UsageError("--lines needs the columns: name them with --field");
         }
@@ -142,7 +142,7 @@ public:
     }
 
 private:
-    void beginLines(const SCall& /*call*/, Output& out) const override { begin(out); }
+    void beginLines(const Call& /*call*/, Output& out) const override { begin(out); }
 
     void begin(Output& out) const {
         if (!m_isBegun && !m_table.hasNoHeader) {
@@ -152,7 +152,7 @@ private:
     }
 
     /// Records one after the other, or arrays of them.
-    bool streams(const SCall& call, const std::string& file, Output& out) const override {
+    bool streams(const Call& call, const std::string& file, Output& out) const override {
         Input input(file);
         ValueStream records(input, {true, true, {}}, {call.isStrict, false});
         Element record;
@@ -161,7 +161,7 @@ private:
             try {
                 addRow(record, out);
             } catch (const Misfit& error) {
-                throw Failure(ExitStatus::failed, records.place(), error.what());
+                throw Failure(ExitStatus::failed, records.location(), error.what());
             }
         }
         if (m_columns->areKnown()) {
@@ -180,7 +180,7 @@ private:
     }
 
     /// A line: its columns are named.
-    void apply(const SCall& /*call*/, Document& document, Bytes& out) const override {
+    void apply(const Call& /*call*/, Document& document, Bytes& out) const override {
         if (!document.root.isArray()) {
             out.append(m_columns->row(document.root, m_table.separator()));
             return;
@@ -191,7 +191,7 @@ private:
     }
 
     std::vector<std::string> m_words;
-    STableWords m_table;
+    TableWords m_table;
     mutable std::optional<Columns> m_columns;  ///< known from the first record on
     mutable bool m_isBegun = false;
 };

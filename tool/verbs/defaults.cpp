@@ -19,12 +19,12 @@ namespace {
 using ko::Orvid::Element;
 
 /// An element of the filled document, and the same one of the document as it was.
-struct SPair {
+struct Pair {
     const Element* filled;
     const Element* before;  ///< null where the document lacked it
 };
 
-void pushMembers(const SPair& pair, std::vector<SPair>& open) {
+void pushMembers(const Pair& pair, std::vector<Pair>& open) {
     const auto& members = pair.filled->object();
     const auto& former = pair.before->object();
     for (auto member = members.end(); member != members.begin();) {
@@ -34,7 +34,7 @@ void pushMembers(const SPair& pair, std::vector<SPair>& open) {
     }
 }
 
-void pushItems(const SPair& pair, std::vector<SPair>& open) {
+void pushItems(const Pair& pair, std::vector<Pair>& open) {
     const auto& items = pair.filled->array();
     for (std::size_t i = items.size(); i-- > 0;) {
         open.push_back({&items[i], &pair.before->array()[i]});
@@ -44,9 +44,9 @@ void pushItems(const SPair& pair, std::vector<SPair>& open) {
 /// The topmost elements that filling added, in the order of the filled document.
 std::vector<const Element*> added(const Element& filled, const Element& before) {
     std::vector<const Element*> result;
-    std::vector<SPair> open{{&filled, &before}};
+    std::vector<Pair> open{{&filled, &before}};
     while (!open.empty()) {
-        const SPair pair = open.back();
+        const Pair pair = open.back();
         open.pop_back();
         if (pair.before == nullptr) {
             result.push_back(pair.filled);
@@ -70,7 +70,7 @@ public:
                "  orvid defaults --fill --schema schema.json -i settings.json";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.flag("--fill", m_isFilling, "write the document with the defaults in it");
         words.number("--max-elements", m_options.maxElements, "COUNT",
@@ -83,7 +83,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         if ((call.isInPlace || call.lines.isOn) && !m_isFilling) {
             throw UsageError("--in-place and --lines need --fill");
         }
@@ -91,7 +91,7 @@ public:
     }
 
 private:
-    void read(const SCall& call, Document& document) const override {
+    void read(const Call& call, Document& document) const override {
         if (m_isFilling) {
             readForEdit(call, document);
         } else {
@@ -99,7 +99,7 @@ private:
         }
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         Element before;
         if (!m_isFilling) {
             before = document.root;
@@ -121,11 +121,11 @@ private:
         try {
             ko::Orvid::fillDefaults(document.root, m_options);
         } catch (const ko::Orvid::LimitExceeded& error) {
-            SPlace place = document.place;
+            Location location = document.location;
             if (error.elementPath() != nullptr) {
-                place.path = *error.elementPath();
+                location.path = *error.elementPath();
             }
-            throw Failure(ExitStatus::failed, place,
+            throw Failure(ExitStatus::failed, location,
                           "the schema's defaults add more than " + std::to_string(error.limit()) +
                               " elements; --max-elements sets another limit");
         }

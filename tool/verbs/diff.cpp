@@ -26,7 +26,7 @@ public:
                "  orvid diff --quiet old.json new.json || echo different";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("FROM", m_from, "the first document; - is standard input");
         words.required("TO", m_to, "the second document; - is standard input");
         words.number("--fine-up-to", m_options.fineUpTo, "BYTES",
@@ -39,13 +39,13 @@ public:
         addLayout(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
+    void prepare(Call& /*call*/) override {
         if (m_from == k_standardInput && m_to == k_standardInput) {
             throw UsageError("FROM and TO cannot both be standard input");
         }
     }
 
-    ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
+    ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
         Element from;
         Element to;
         readFile(m_from, from);

@@ -95,9 +95,9 @@ public:
     }
 
 private:
-    using THandler = void (*)(int);
-    THandler m_interrupt;
-    THandler m_quit;
+    using Handler = void (*)(int);
+    Handler m_interrupt;
+    Handler m_quit;
 };
 
 /// The variables may hold a command with options, so a shell reads them.
@@ -139,18 +139,18 @@ public:
                "  EDITOR=nano orvid edit --strict settings.json";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("FILE", m_file, "the file");
         addStrict(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
+    void prepare(Call& /*call*/) override {
         if (m_file == k_standardInput) {
             throw UsageError("an editor needs a file, not standard input");
         }
     }
 
-    ExitStatus run(const SCall& call, const Report& report, Output& /*out*/) const override {
+    ExitStatus run(const Call& call, const Report& report, Output& /*out*/) const override {
         requireReplaceable(m_file);
         Input input(m_file);
         const ko::Orvid::FileStamp stamp = input.stamp();
@@ -187,7 +187,7 @@ private:
 
     /// What the editor leaves, once it is right, with a newline after it. Throws Failure where the
     /// user gives up.
-    Bytes editedText(const SCall& call, const Report& report, const Copy& copy) const {
+    Bytes editedText(const Call& call, const Report& report, const Copy& copy) const {
         while (true) {
             runEditor(copy.name());
             if (!copy.isThere()) {
@@ -206,7 +206,7 @@ private:
         }
     }
 
-    void check(const SCall& call, std::string_view text) const {
+    void check(const Call& call, std::string_view text) const {
         try {
             ko::Orvid::Dom::parse(text,
                                   call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc());

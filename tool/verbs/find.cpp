@@ -33,7 +33,7 @@ public:
                "  orvid find '' 3 <numbers.json";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("ITEMPATH", m_itemPath,
                        "where in an item the value is; empty for the item itself");
         words.required("VALUE", m_json, "the value: JSON text, string:TEXT and other forms");
@@ -46,13 +46,13 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
+    void prepare(Call& /*call*/) override {
         m_array = CallPath(m_arrayPath);
         readValueWord(m_json, m_value);
     }
 
 private:
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         const Element& root = document.root;
         const Element& array = m_array.get(root);
         if (!array.isArray()) {
@@ -78,9 +78,9 @@ private:
     }
 
     Failure failure(const Document& document, const char* text) const {
-        SPlace place = document.place;
-        place.path = m_arrayPath;
-        return {ExitStatus::failed, place, text};
+        Location location = document.location;
+        location.path = m_arrayPath;
+        return {ExitStatus::failed, location, text};
     }
 
     std::string m_itemPath;

@@ -35,7 +35,7 @@ public:
                "  orvid get --lines --raw -j 4 --on-error=skip user.name <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("PATH", m_word, "a path such as a.b[3].c, or a JSON Pointer such as /a/b");
         addFiles(words, call);
         words.repeated("--also", m_also, "PATH",
@@ -50,7 +50,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         requireNoFile("PATH", m_word, call.files);
         m_schema.load(call.schemaFile);
         m_paths.emplace_back(m_word);
@@ -68,7 +68,7 @@ private:
     static constexpr const char* k_schemaDefault = "schema";
 
     /// A path that is malformed is reported when it is followed.
-    void prepareText(const SCall& call) {
+    void prepareText(const Call& call) {
         m_isTextEnough = m_paths.size() == 1 || !call.lines.isOn;
         for (const CallPath& path : m_paths) {
             m_isTextEnough = m_isTextEnough && path.isPlain();
@@ -88,7 +88,7 @@ private:
         }
     }
 
-    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+    bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         if (call.isStrict || !m_isTextEnough || !isPlain(call.layout)) {
             return false;
         }
@@ -102,7 +102,7 @@ private:
         return true;
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         if (call.lines.isOn && m_paths.size() > 1) {
             appendAll(call, document.root, out);
             return;
@@ -112,7 +112,7 @@ private:
         }
     }
 
-    void appendAll(const SCall& call, const Element& root, Bytes& out) const {
+    void appendAll(const Call& call, const Element& root, Bytes& out) const {
         Element values;
         Element::create(values.data(), ko::Orvid::etArray, &values);
         for (const CallPath& path : m_paths) {
@@ -129,8 +129,8 @@ private:
         if (m_value) {
             return *m_value;
         }
-        return withPath(path.in(root), [&](const Path& place) {
-            return std::cref(m_schema.of(root).getDefault(place));
+        return withPath(path.in(root), [&](const Path& parsed) {
+            return std::cref(m_schema.of(root).getDefault(parsed));
         });
     }
 

@@ -27,9 +27,9 @@ public:
                "  orvid insert 'tags[*]=\"last\"' owner=null -i settings.json";
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         AssignmentVerb::prepare(call);
-        for (const SAssignment& assignment : assignments()) {
+        for (const Assignment& assignment : assignments()) {
             requirePlace(assignment.path);
             m_steps.emplace_back();
             if (assignment.path.isPlain() && assignment.path.word().substr(0, 1) != "$") {
@@ -49,7 +49,7 @@ private:
         }
     }
 
-    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+    bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         const auto isPlainPath = [](const std::optional<LastStep>& step) {
             return step.has_value();
         };
@@ -65,11 +65,11 @@ private:
     }
 
     void assign(Document& document, std::size_t index) const override {
-        const SAssignment& assignment = assignments()[index];
+        const Assignment& assignment = assignments()[index];
         ko::Orvid::Element value = assignment.value;
         const std::optional<LastStep>& known = m_steps[index];
-        insertAt(document.root, known ? *known : LastStep(assignment.path.placeIn(document.root)),
-                 std::move(value), document.place);
+        insertAt(document.root, known ? *known : LastStep(assignment.path.pathIn(document.root)),
+                 std::move(value), document.location);
     }
 
     std::vector<std::optional<LastStep>> m_steps;  ///< nothing where only the document says

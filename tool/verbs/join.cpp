@@ -19,7 +19,7 @@ using ko::Orvid::Element;
 /// The array as it is written, which is closed when all went well.
 class OpenArray {
 public:
-    OpenArray(Output& out, const SLayout& layout) : m_out(out), m_layout(layout) {}
+    OpenArray(Output& out, const Layout& layout) : m_out(out), m_layout(layout) {}
 
     void add(const ValueStream& value, bool isStrict) {
         Bytes text;
@@ -59,7 +59,7 @@ private:
     }
 
     Output& m_out;
-    const SLayout& m_layout;
+    const Layout& m_layout;
     Element m_value;
     bool m_isEmpty = true;
 };
@@ -76,13 +76,13 @@ public:
                "  orvid print --lines --on-error=skip <records.jsonl | orvid join";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         addLayout(words, call);
         addStrict(words, call);
     }
 
-    ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
+    ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
         OpenArray all(out, call.layout);
         for (const std::string& file : call.files) {
             Input input(file);
@@ -92,7 +92,7 @@ public:
                     all.add(values, call.isStrict);
                 }
             } catch (const Unwritable& error) {
-                throw Failure(ExitStatus::failed, values.place(), error.what());
+                throw Failure(ExitStatus::failed, values.location(), error.what());
             }
         }
         all.close();

@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    void report(const SCall& call, const Document& document, const Element& value,
+    void report(const Call& call, const Document& document, const Element& value,
                 Bytes& out) const override {
         if (!value.isObject()) {
             throw failureAt(document, value, std::string(typePhrase(value)) + " has no keys");

@@ -28,7 +28,7 @@ public:
     }
 
 private:
-    void report(const SCall& /*call*/, const Document& document, const Element& value,
+    void report(const Call& /*call*/, const Document& document, const Element& value,
                 Bytes& out) const override {
         std::size_t length = value.size();
         if (value.isString()) {

@@ -64,8 +64,8 @@ std::string withLastItems(const Element& root, const std::string& path) {
 
 /// The step to the place, what holds it made where it is missing.
 LastStep stepIn(Element& root, const CallPath& path) {
-    const std::string place = path.placeIn(root);
-    const LastStep step(place);
+    const std::string to = path.pathIn(root);
+    const LastStep step(to);
     const bool isNewOnWay = hasNewItem(stepsOf(step.holder().str()));
     if (isNewOnWay || !root.pathExists(step.holder())) {
         Element holder;
@@ -73,12 +73,12 @@ LastStep stepIn(Element& root, const CallPath& path) {
         Element::create(holder.data(), type, &holder);
         root.create(step.holder(), holder);
     }
-    return isNewOnWay ? LastStep(withLastItems(root, place)) : step;
+    return isNewOnWay ? LastStep(withLastItems(root, to)) : step;
 }
 
 class Carry : public DocumentVerb {
 public:
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("FROM", m_fromWord, "a path such as a.b[3].c");
         words.required("TO", m_toWord, "the new place, where there is no member yet");
         addFiles(words, call);
@@ -88,7 +88,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override {
+    void prepare(Call& /*call*/) override {
         m_from = CallPath(m_fromWord);
         m_to = CallPath(m_toWord);
         if (m_to.isPlain() && m_toWord.substr(0, 1) != "$") {
@@ -98,13 +98,13 @@ public:
 
 private:
     /// The value for the new place.
-    virtual Element valueOf(Element& source, const SPlace& place) const = 0;
+    virtual Element valueOf(Element& source, const Location& location) const = 0;
 
-    void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+    void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
-        Element value = valueOf(m_from.get(document.root), document.place);
-        insertAt(document.root, stepIn(document.root, m_to), std::move(value), document.place);
+    void apply(const Call& call, Document& document, Bytes& out) const override {
+        Element value = valueOf(m_from.get(document.root), document.location);
+        insertAt(document.root, stepIn(document.root, m_to), std::move(value), document.location);
         appendEdited(call, document, out);
     }
 
@@ -126,9 +126,9 @@ public:
     }
 
 private:
-    Element valueOf(Element& source, const SPlace& place) const override {
+    Element valueOf(Element& source, const Location& location) const override {
         if (source.parent() == nullptr) {
-            throw Failure(ExitStatus::failed, place, "the root cannot be moved");
+            throw Failure(ExitStatus::failed, location, "the root cannot be moved");
         }
         return taken(source);
     }
@@ -146,7 +146,7 @@ public:
     }
 
 private:
-    Element valueOf(Element& source, const SPlace& /*place*/) const override { return source; }
+    Element valueOf(Element& source, const Location& /*location*/) const override { return source; }
 };
 
 }  // namespace

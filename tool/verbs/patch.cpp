@@ -18,7 +18,7 @@ using ko::Orvid::PatchException;
 
 class Change : public DocumentVerb {
 public:
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("PATCH", m_file, "the change; - is standard input");
         addFiles(words, call);
         addLayout(words, call);
@@ -27,7 +27,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         const bool isInputTaken =
             call.files.empty() ||
             std::find(call.files.begin(), call.files.end(), k_standardInput) != call.files.end();
@@ -41,14 +41,14 @@ public:
 protected:
     const Element& given() const { return m_change; }
     /// The file that holds the change, for errors.
-    SPlace place() const { return {inputName(m_file), 0, 0, {}}; }
+    Location location() const { return {inputName(m_file), 0, 0, {}}; }
 
 private:
     virtual void make(Document& document, const Element& change) const = 0;
 
-    void read(const SCall& call, Document& document) const final { readForEdit(call, document); }
+    void read(const Call& call, Document& document) const final { readForEdit(call, document); }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const final {
+    void apply(const Call& call, Document& document, Bytes& out) const final {
         make(document, m_change);
         appendEdited(call, document, out);
     }
@@ -66,17 +66,17 @@ public:
                "  orvid diff old.json new.json | orvid patch - -i settings.json";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         Change::addWords(words, call);
         words.number("--max-growth", m_options.maxGrowth, "BYTES",
                      "the most that operations copy, in proportion to the document by default; 0 "
                      "is no limit");
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         Change::prepare(call);
         if (!given().isArray()) {
-            throw Failure(ExitStatus::usage, place(), "the patch is no array of operations");
+            throw Failure(ExitStatus::usage, location(), "the patch is no array of operations");
         }
     }
 
@@ -90,11 +90,11 @@ private:
     }
 
     static Failure failure(const Document& document, const PatchException& error) {
-        SPlace place = document.place;
+        Location location = document.location;
         if (error.elementPath() != nullptr) {
-            place.path = *error.elementPath();
+            location.path = *error.elementPath();
         }
-        return {ExitStatus::failed, place,
+        return {ExitStatus::failed, location,
                 "operation " + std::to_string(error.number()) + " of the patch, \"" +
                     error.operation() + "\" of \"" + error.path() + "\": " + error.reason()};
     }

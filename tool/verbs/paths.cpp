@@ -25,7 +25,7 @@ public:
                "  orvid paths --json-pointer settings.json";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.flag("--json-pointer", m_isPointer, "write JSON Pointers, such as /a/b/3/c");
         words.flag("--ascii", call.layout.options.asciiOnly,
@@ -34,7 +34,7 @@ public:
     }
 
 private:
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         for (const Element* const leaf : leavesOf(document.root)) {
             const std::string path = m_isPointer ? JsonPointer::of(*leaf).str() : leaf->path();
             appendLeaf(path, *leaf, call.layout, out);

@@ -20,7 +20,7 @@ public:
                "  orvid print --lines --sort-keys <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.flag(
             "--no-meta", [&call] { call.hasMeta = false; }, "leave out the member \"meta\"");
@@ -33,13 +33,13 @@ public:
     }
 
 private:
-    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
-        const STextLayout layout{call.layout.options.indent, !call.hasMeta};
+    bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
+        const TextLayout layout{call.layout.options.indent, !call.hasMeta};
         return !call.isStrict && isPlain(call.layout) &&
                rewrite(document.text, layout, nullptr, wholeOptions(), out);
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         ko::Orvid::Dom dom;
         dom.setRoot(document.root, false);
         dom.setWriteMeta(call.hasMeta);

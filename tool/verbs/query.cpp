@@ -32,7 +32,7 @@ ValueSteps stepsFor(const JsonPath& query) {
 }
 
 /// What is written of the results.
-enum class EForm { values, paths, pointers, count };
+enum class Form { values, paths, pointers, count };
 
 class Query : public DocumentVerb {
 public:
@@ -46,15 +46,15 @@ public:
                "  orvid query --lines -j 4 --raw '$.user.name' <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("QUERY", m_text, "a query such as $.servers[?@.port > 1024].host");
         addFiles(words, call);
         words.flag(
-            "--paths", [this] { setForm(EForm::paths); }, "write normalized paths, not values");
+            "--paths", [this] { setForm(Form::paths); }, "write normalized paths, not values");
         words.flag(
-            "--pointers", [this] { setForm(EForm::pointers); }, "write JSON Pointers, not values");
+            "--pointers", [this] { setForm(Form::pointers); }, "write JSON Pointers, not values");
         words.flag(
-            "--count", [this] { setForm(EForm::count); }, "write how many there are");
+            "--count", [this] { setForm(Form::count); }, "write how many there are");
         words.flag("--first", m_isFirstWanted, "write the first one only");
         words.flag("--array", m_isArray, "write those of each document as one array");
         words.flag("--exit-status", m_hasStatus, "end with status 1 where nothing is selected");
@@ -65,23 +65,23 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
-        if (m_isArray && (call.isRaw || m_form == EForm::count)) {
+    void prepare(Call& call) override {
+        if (m_isArray && (call.isRaw || m_form == Form::count)) {
             throw UsageError(std::string(call.isRaw ? "--raw" : "--count") +
                              " and --array exclude each other");
         }
-        if (call.isRaw && m_form != EForm::values) {
+        if (call.isRaw && m_form != Form::values) {
             throw UsageError("--raw is for values: --paths, --pointers and --count exclude it");
         }
         m_query.emplace(queryOf(m_text));
-        if (m_form == EForm::values && !m_isArray && m_query->isSingular()) {
+        if (m_form == Form::values && !m_isArray && m_query->isSingular()) {
             m_steps = stepsFor(*m_query);
         }
     }
 
 private:
     /// What a singular query selects can be found in the text.
-    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+    bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         if (call.isStrict || m_steps.empty() || !isPlain(call.layout)) {
             return false;
         }
@@ -96,28 +96,28 @@ private:
 
     /// Where its places are not to be reported, what the query looks at is enough. For a short
     /// record it does not pay.
-    void read(const SCall& call, Document& document) const override {
+    void read(const Call& call, Document& document) const override {
         if (!call.lines.isOn && !call.isStrict &&
-            (m_form == EForm::values || m_form == EForm::count)) {
+            (m_form == Form::values || m_form == Form::count)) {
             readFor(*m_query, document);
         } else {
             DocumentVerb::read(call, document);
         }
     }
 
-    void setForm(EForm form) {
-        if (m_form != EForm::values) {
+    void setForm(Form form) {
+        if (m_form != Form::values) {
             throw UsageError("--paths, --pointers and --count exclude each other");
         }
         m_form = form;
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         const std::vector<const Element*> results = resultsIn(document.root);
         if (!results.empty()) {
             m_isAnythingSelected = true;
         }
-        if (m_form == EForm::count) {
+        if (m_form == Form::count) {
             out.append(std::to_string(results.size()) + "\n");
         } else if (m_isArray) {
             appendArray(call, results, out);
@@ -141,22 +141,22 @@ private:
     }
 
     std::string placeOf(const Element& element) const {
-        return m_form == EForm::paths ? JsonPath::of(element) : JsonPointer::of(element).str();
+        return m_form == Form::paths ? JsonPath::of(element) : JsonPointer::of(element).str();
     }
 
-    void appendResult(const SCall& call, const Element& element, Bytes& out) const {
-        if (m_form == EForm::values) {
+    void appendResult(const Call& call, const Element& element, Bytes& out) const {
+        if (m_form == Form::values) {
             appendAnswer(call, element, out);
         } else {
             out.append(pathOnOneLine(placeOf(element)) + "\n");
         }
     }
 
-    void appendArray(const SCall& call, const std::vector<const Element*>& results,
+    void appendArray(const Call& call, const std::vector<const Element*>& results,
                      Bytes& out) const {
         Element list = ko::Orvid::makeArray({});
         for (const Element* const result : results) {
-            list.array().push_back(m_form == EForm::values ? *result : Element(placeOf(*result)));
+            list.array().push_back(m_form == Form::values ? *result : Element(placeOf(*result)));
         }
         out.append(jsonText(list, call.layout));
     }
@@ -164,7 +164,7 @@ private:
     std::string m_text;
     std::optional<JsonPath> m_query;
     ValueSteps m_steps;  ///< of a singular query; none where the text is no help
-    EForm m_form = EForm::values;
+    Form m_form = Form::values;
     bool m_isFirstWanted = false;
     bool m_isArray = false;
     bool m_hasStatus = false;

@@ -20,10 +20,10 @@ namespace {
 
 using ko::Orvid::Element;
 
-void removeElement(Element& element, const SPlace& place) {
+void removeElement(Element& element, const Location& location) {
     Element* const parent = element.parent();
     if (parent == nullptr) {
-        throw Failure(ExitStatus::failed, place, "the root cannot be removed");
+        throw Failure(ExitStatus::failed, location, "the root cannot be removed");
     }
     if (parent->isObject()) {
         parent->object().erase(element.key());
@@ -46,7 +46,7 @@ public:
                "  orvid remove --lines --on-error=passthrough user.email <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.several("WORDS", m_words, "PATH [FILE]...; a path such as a.b[3].c");
         words.repeated("--also", m_also, "PATH", "a further path, removed after those before it");
         words.flag("--if-present", m_isMissingRight, "what is not there is no failure");
@@ -58,7 +58,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         if (m_queryText) {
             if (!m_also.empty() || m_isMissingRight) {
                 throw UsageError(std::string(m_isMissingRight ? "--if-present" : "--also") +
@@ -79,9 +79,9 @@ public:
     }
 
 private:
-    void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+    void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
-    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+    bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         const bool arePlain = std::all_of(m_paths.begin(), m_paths.end(),
                                           [](const CallPath& path) { return path.isPlain(); });
         if (m_query || !arePlain || !mayTakeShortCut(call, m_paths.size())) {
@@ -97,13 +97,13 @@ private:
         }
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         if (m_query) {
             m_query->remove(document.root);
         }
         for (const CallPath& path : m_paths) {
             if (!m_isMissingRight || path.find(document.root) != nullptr) {
-                removeElement(path.get(document.root), document.place);
+                removeElement(path.get(document.root), document.location);
             }
         }
         appendEdited(call, document, out);

@@ -16,23 +16,23 @@ namespace {
 
 using ko::Orvid::Element;
 
-Failure failureAt(const SPlace& place, const Element& element, const std::string& text) {
-    SPlace at = place;
+Failure failureAt(const Location& location, const Element& element, const std::string& text) {
+    Location at = location;
     at.path = element.path();
     return {ExitStatus::failed, std::move(at), text};
 }
 
-void renameMember(Element& element, const std::string& key, const SPlace& place) {
+void renameMember(Element& element, const std::string& key, const Location& location) {
     Element* const parent = element.parent();
     if (parent == nullptr || !parent->isObject()) {
-        throw failureAt(place, element, "is no member of an object, so it has no key");
+        throw failureAt(location, element, "is no member of an object, so it has no key");
     }
     auto& members = parent->object();
     if (element.memberKey() == key) {
         return;
     }
     if (members.contains(key)) {
-        throw failureAt(place, *parent, "there is \"" + key + "\" already");
+        throw failureAt(location, *parent, "there is \"" + key + "\" already");
     }
     const auto before = members.find(element.memberKey());
     const auto renamed = members.insert(std::next(before), {key, Element()});
@@ -51,7 +51,7 @@ public:
                "  orvid rename --lines user.mail email <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required("PATH", m_word, "a path such as a.b[3].c");
         words.required("KEY", m_key, "the new key, which is no path: no character is special");
         addFiles(words, call);
@@ -61,13 +61,13 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override { m_path = CallPath(m_word); }
+    void prepare(Call& /*call*/) override { m_path = CallPath(m_word); }
 
 private:
-    void read(const SCall& call, Document& document) const override { readForEdit(call, document); }
+    void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
-        renameMember(m_path.get(document.root), m_key, document.place);
+    void apply(const Call& call, Document& document, Bytes& out) const override {
+        renameMember(m_path.get(document.root), m_key, document.location);
         appendEdited(call, document, out);
     }
 

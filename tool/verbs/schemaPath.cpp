@@ -19,11 +19,11 @@ public:
     const char* help() const override { return "Write the schema path of a data path"; }
     const char* examples() const override { return "  orvid schema-path 'servers[7].port'"; }
 
-    void addWords(Words& words, SCall& /*call*/) override {
+    void addWords(Words& words, Call& /*call*/) override {
         words.required("PATH", m_path, "a path such as a.b[3].c");
     }
 
-    ExitStatus run(const SCall& /*call*/, const Report& /*report*/, Output& out) const override {
+    ExitStatus run(const Call& /*call*/, const Report& /*report*/, Output& out) const override {
         out.write(withPath(m_path, &Path::toSchemaPath).str() + "\n");
         return ExitStatus::done;
     }
@@ -40,11 +40,11 @@ public:
         return "  orvid data-path meta.schema.properties.servers.items.properties.port";
     }
 
-    void addWords(Words& words, SCall& /*call*/) override {
+    void addWords(Words& words, Call& /*call*/) override {
         words.required("SCHEMAPATH", m_path, "a path below meta.schema");
     }
 
-    ExitStatus run(const SCall& /*call*/, const Report& /*report*/, Output& out) const override {
+    ExitStatus run(const Call& /*call*/, const Report& /*report*/, Output& out) const override {
         out.write(withPath(m_path, &Path::fromSchemaPath).str() + "\n");
         return ExitStatus::done;
     }

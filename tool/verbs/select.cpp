@@ -31,7 +31,7 @@ public:
                "  orvid select '$.servers[?@.port > 1024]' *.json";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         words.required(
             "QUERY", m_text,
             "true where it selects anything; of one place, where its value is not null or false");
@@ -41,10 +41,10 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& /*call*/) override { m_query.emplace(queryOf(m_text)); }
+    void prepare(Call& /*call*/) override { m_query.emplace(queryOf(m_text)); }
 
 private:
-    void read(const SCall& call, Document& document) const override {
+    void read(const Call& call, Document& document) const override {
         if (call.lines.isOn || call.isStrict) {
             DocumentVerb::read(call, document);
         } else {
@@ -52,7 +52,7 @@ private:
         }
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         if (isTrueOf(document.root) != m_isInverted) {
             out.append(document.text);
             out.append(call.lines.isOn ? "\n" : "");

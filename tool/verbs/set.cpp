@@ -34,14 +34,14 @@ public:
                "  orvid set --lines -j 4 seen=true <records.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         AssignmentVerb::addWords(words, call);
         words.option("--query", m_queryText, "QUERY",
                      "set all that the query selects; the words are VALUE [FILE]...");
         words.flag("--if-absent", m_isOnlyForAbsent, "leave the values alone that are there");
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         if (m_queryText && (m_isOnlyForAbsent || isNew())) {
             throw UsageError(std::string(isNew() ? "--new" : "--if-absent") +
                              " goes with PATH only");
@@ -52,14 +52,14 @@ public:
             return;
         }
         AssignmentVerb::prepare(call);
-        for (const SAssignment& assignment : assignments()) {
+        for (const Assignment& assignment : assignments()) {
             addTextEdit(assignment);
         }
     }
 
 private:
     /// A path that is malformed is reported when it is followed.
-    void addTextEdit(const SAssignment& assignment) {
+    void addTextEdit(const Assignment& assignment) {
         if (!assignment.path.isPlain() || assignment.path.word().substr(0, 1) == "$") {
             m_textEdits.emplace_back();
             m_isTextEnough = false;
@@ -67,7 +67,7 @@ private:
         }
         try {
             m_textEdits.push_back(
-                {stepsOf(assignment.path.word()), jsonLine(assignment.value, SLayout())});
+                {stepsOf(assignment.path.word()), jsonLine(assignment.value, Layout())});
         } catch (const Failure&) {
             m_textEdits.emplace_back();
         } catch (const Unwritable&) {
@@ -76,7 +76,7 @@ private:
         m_isTextEnough = m_isTextEnough && !m_textEdits.back().steps.empty();
     }
 
-    bool applyToText(const SCall& call, const Document& document, Bytes& out) const override {
+    bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         // Each edit is a pass through the text; the tree takes them all in one.
         constexpr std::size_t mostPasses = 3;
         if (isNew() || m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout) ||
@@ -94,7 +94,7 @@ private:
     }
 
     /// All but the last of the edits go through a text of their own.
-    bool spliceAll(const SCall& call, const Document& document, Bytes& out) const {
+    bool spliceAll(const Call& call, const Document& document, Bytes& out) const {
         Bytes edited;
         std::string_view text = document.text;
         for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {
@@ -115,13 +115,13 @@ private:
         return true;
     }
 
-    bool spliceOne(const SCall& call, std::string_view text, std::size_t index, Bytes& out) const {
+    bool spliceOne(const Call& call, std::string_view text, std::size_t index, Bytes& out) const {
         const std::string_view line = m_textEdits[index].value;
-        const SScalar value{assignments()[index].value, line.substr(0, line.length() - 1)};
+        const Scalar value{assignments()[index].value, line.substr(0, line.length() - 1)};
         return splice(text, m_textEdits[index].steps, value, editOptions(call), out);
     }
 
-    bool rewriteAll(const SCall& call, const Document& document, Bytes& out) const {
+    bool rewriteAll(const Call& call, const Document& document, Bytes& out) const {
         const ko::Orvid::ReadOptions options =
             call.layout.isAsked ? editOptions(call) : wholeOptions();
         Bytes edited;
@@ -139,7 +139,7 @@ private:
     }
 
     void assign(Document& document, std::size_t index) const override {
-        const SAssignment& assignment = assignments()[index];
+        const Assignment& assignment = assignments()[index];
         if (m_query) {
             m_query->update(document.root, assignment.value);
             return;
@@ -148,10 +148,10 @@ private:
             setAt(*pointer, assignment.value, document);
             return;
         }
-        const std::string path = assignment.path.placeIn(document.root);
+        const std::string path = assignment.path.pathIn(document.root);
         if (!m_isOnlyForAbsent || isAbsent(path, document.root)) {
             withPath(path,
-                     [&](const Path& place) { document.root.create(place, assignment.value); });
+                     [&](const Path& parsed) { document.root.create(parsed, assignment.value); });
         }
     }
 
@@ -164,7 +164,7 @@ private:
             Gaps none(0);
             makeAt(document.root, pointer, none) = value;
         } catch (const Clash& fault) {
-            throw Failure(ExitStatus::failed, document.place,
+            throw Failure(ExitStatus::failed, document.location,
                           "pointer \"" + pointer.str() + "\": " + fault.what());
         }
     }

@@ -32,7 +32,7 @@ public:
                "  orvid split --lines --in items <orders.jsonl";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.option("--in", m_in, "PATH", "the array, by default the document's root");
         words.flag("--values", m_isOfValues,
@@ -41,7 +41,7 @@ public:
         addLines(words, call);
     }
 
-    void prepare(SCall& call) override {
+    void prepare(Call& call) override {
         if (m_isOfValues && (m_in || call.lines.isOn)) {
             throw UsageError(std::string(m_in ? "--in" : "--lines") +
                              " and --values exclude each other");
@@ -56,16 +56,16 @@ private:
         if (!m_path.isPlain()) {
             return;
         }
-        SWanted wanted{!m_isOfValues, false, stepsOf(m_path.word())};
-        const bool hasPlace = std::all_of(
+        Wanted wanted{!m_isOfValues, false, stepsOf(m_path.word())};
+        const bool hasLocation = std::all_of(
             wanted.steps.begin(), wanted.steps.end(),
             [](const ValueStep& step) { return step.isKey || step.index != ko::Orvid::k_noIndex; });
-        if (hasPlace) {
+        if (hasLocation) {
             m_wanted = std::move(wanted);
         }
     }
 
-    bool streams(const SCall& call, const std::string& file, Output& out) const override {
+    bool streams(const Call& call, const std::string& file, Output& out) const override {
         if (!m_wanted) {
             return false;
         }
@@ -85,13 +85,13 @@ private:
         return true;
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         const Element& root = document.root;
         const Element& array = m_path.get(root);
         if (!array.isArray()) {
-            SPlace place = document.place;
-            place.path = array.path();
-            throw Failure(ExitStatus::failed, place,
+            Location location = document.location;
+            location.path = array.path();
+            throw Failure(ExitStatus::failed, location,
                           std::string(typePhrase(array)) + " has no items to split");
         }
         for (const Element& item : array.array()) {
@@ -102,7 +102,7 @@ private:
     std::optional<std::string> m_in;
     CallPath m_path;
     bool m_isOfValues = false;
-    std::optional<SWanted> m_wanted;  ///< nothing where the whole document is needed
+    std::optional<Wanted> m_wanted;  ///< nothing where the whole document is needed
 };
 
 }  // namespace

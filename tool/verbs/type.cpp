@@ -20,8 +20,8 @@ public:
     }
 
 private:
-    void report(const SCall& /*call*/, const Document& /*document*/,
-                const ko::Orvid::Element& value, Bytes& out) const override {
+    void report(const Call& /*call*/, const Document& /*document*/, const ko::Orvid::Element& value,
+                Bytes& out) const override {
         out.append(typeName(value));
         out.append("\n");
     }

@@ -38,7 +38,7 @@ public:
     }
 
     /// The next row, or false at the end. Throws Failure.
-    bool next(SCsvRow& row) {
+    bool next(CsvRow& row) {
         while (true) {
             const CsvReader before = m_reader;
             try {
@@ -48,7 +48,7 @@ public:
                 }
             } catch (const std::runtime_error& error) {
                 if (m_isAtEnd || !m_reader.rest().empty()) {
-                    throw Failure(ExitStatus::failed, place(m_reader.line()), error.what());
+                    throw Failure(ExitStatus::failed, location(m_reader.line()), error.what());
                 }
             }
             // The row may go on after what has been read so far.
@@ -58,7 +58,7 @@ public:
         }
     }
 
-    SPlace place(std::size_t line) const { return {m_input.name(), line, 0, {}}; }
+    Location location(std::size_t line) const { return {m_input.name(), line, 0, {}}; }
 
 private:
     /// At least as much again as there is, so that a long row is looked at a few times only. A line
@@ -90,7 +90,7 @@ public:
                "  orvid uncsv people.csv | orvid join";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         m_table.addTo(words);
         words.flag("--strings", m_isTextOnly,
@@ -98,7 +98,7 @@ public:
                    "quotes are what they say");
     }
 
-    ExitStatus run(const SCall& call, const Report& /*report*/, Output& out) const override {
+    ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
         for (const std::string& file : call.files) {
             Input input(file);
             Rows rows(input, m_table.separator());
@@ -109,41 +109,42 @@ public:
 
 private:
     void writeRecords(Rows& rows, Output& out) const {
-        SCsvRow row;
+        CsvRow row;
         std::vector<std::string> keys;
         if (!m_table.hasNoHeader && rows.next(row)) {
-            requireKeys(rows.place(row.line), row.fields);
+            requireKeys(rows.location(row.line), row.fields);
             keys = row.fields;
         }
         while (rows.next(row)) {
             const bool isBlank =
                 row.fields.size() == 1 && row.fields[0].empty() && !row.wereQuoted[0];
             if (!isBlank || keys.size() <= 1) {
-                out.write(jsonLine(record(rows.place(row.line), keys, row), SLayout()));
+                out.write(jsonLine(record(rows.location(row.line), keys, row), Layout()));
             }
         }
     }
 
-    static void requireKeys(const SPlace& place, std::vector<std::string> keys) {
-        requireUtf8(place, keys);
+    static void requireKeys(const Location& location, std::vector<std::string> keys) {
+        requireUtf8(location, keys);
         std::sort(keys.begin(), keys.end());
         const auto twice = std::adjacent_find(keys.begin(), keys.end());
         if (twice != keys.end()) {
-            throw Failure(ExitStatus::failed, place, "two columns are called \"" + *twice + "\"");
+            throw Failure(ExitStatus::failed, location,
+                          "two columns are called \"" + *twice + "\"");
         }
     }
 
-    static void requireUtf8(const SPlace& place, const std::vector<std::string>& fields) {
+    static void requireUtf8(const Location& location, const std::vector<std::string>& fields) {
         if (!std::all_of(fields.begin(), fields.end(), isUtf8)) {
-            throw Failure(ExitStatus::failed, place, "the row is no UTF-8");
+            throw Failure(ExitStatus::failed, location, "the row is no UTF-8");
         }
     }
 
-    Element record(const SPlace& place, const std::vector<std::string>& keys,
-                   const SCsvRow& row) const {
-        requireUtf8(place, row.fields);
+    Element record(const Location& location, const std::vector<std::string>& keys,
+                   const CsvRow& row) const {
+        requireUtf8(location, row.fields);
         if (!m_table.hasNoHeader && row.fields.size() != keys.size()) {
-            throw Failure(ExitStatus::failed, place,
+            throw Failure(ExitStatus::failed, location,
                           "the row has " + std::to_string(row.fields.size()) +
                               " fields, the header " + std::to_string(keys.size()));
         }
@@ -169,7 +170,7 @@ private:
         return value;
     }
 
-    STableWords m_table;
+    TableWords m_table;
     bool m_isTextOnly = false;
 };
 

@@ -28,7 +28,7 @@ public:
                "  orvid paths --json-pointer settings.json | orvid unpaths --json-pointer";
     }
 
-    void addWords(Words& words, SCall& call) override {
+    void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.flag("--json-pointer", m_isPointer, "the paths are JSON Pointers");
         words.number("--max-gap", m_mostInGaps, "COUNT",
@@ -37,32 +37,33 @@ public:
     }
 
 private:
-    void read(const SCall& /*call*/, Document& document) const override {
+    void read(const Call& /*call*/, Document& document) const override {
         document.root = Element::k_emptyElement;
-        SPlace place = document.place;
+        Location location = document.location;
         std::string_view rest = document.text;
         Gaps gaps(m_mostInGaps);
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('\n'), rest.length());
-            ++place.line;
-            readLine(rest.substr(0, end), place, document.root, gaps);
+            ++location.line;
+            readLine(rest.substr(0, end), location, document.root, gaps);
             rest.remove_prefix(std::min(end + 1, rest.length()));
         }
         if (document.root.isEmpty()) {
-            throw Failure(ExitStatus::failed, document.place, "there is no line with a path");
+            throw Failure(ExitStatus::failed, document.location, "there is no line with a path");
         }
     }
 
-    void readLine(std::string_view line, const SPlace& place, Element& root, Gaps& gaps) const {
+    void readLine(std::string_view line, const Location& location, Element& root,
+                  Gaps& gaps) const {
         if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
             return;
         }
         const std::size_t tab = line.find('\t');
         if (tab == std::string_view::npos) {
-            throw Failure(ExitStatus::failed, place, "there is no tab after the path");
+            throw Failure(ExitStatus::failed, location, "there is no tab after the path");
         }
         Element value;
-        readValue(place, line, tab + 1, value);
+        readValue(location, line, tab + 1, value);
         try {
             Element& leaf = made(pathOfLine(line.substr(0, tab)), root, gaps);
             const bool isTaken = !leaf.isEmpty();
@@ -71,19 +72,19 @@ private:
                 throw Clash("there is a value already");
             }
         } catch (const Clash& problem) {
-            throw Failure(ExitStatus::failed, place, problem.what());
+            throw Failure(ExitStatus::failed, location, problem.what());
         } catch (const Failure& problem) {
-            throw Failure(ExitStatus::failed, place, problem.text());
+            throw Failure(ExitStatus::failed, location, problem.text());
         }
     }
 
     /// The place of an error is that in the line.
-    static void readValue(const SPlace& place, std::string_view line, std::size_t start,
+    static void readValue(const Location& location, std::string_view line, std::size_t start,
                           Element& value) {
         try {
-            readTree(place, line.substr(start), value);
+            readTree(location, line.substr(start), value);
         } catch (const Failure& failure) {
-            SPlace at = failure.place();
+            Location at = failure.location();
             at.column += at.column == 0 ? 0 : start;
             throw Failure(failure.status(), std::move(at), failure.text());
         }
@@ -102,7 +103,7 @@ private:
         }
     }
 
-    void apply(const SCall& call, Document& document, Bytes& out) const override {
+    void apply(const Call& call, Document& document, Bytes& out) const override {
         out.append(jsonText(document.root, call.layout));
     }
 

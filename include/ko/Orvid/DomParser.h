@@ -23,8 +23,8 @@
 
 namespace ko::Orvid {
 
-struct TokenPlace;
-class ValuePlaces;
+struct TokenSpan;
+class SpanTable;
 
 /// Fills a caller's element from JSON text: members in the order of the text, numbers as their
 /// exact text; a repeated key keeps its first place and its last value. The element's own place
@@ -119,8 +119,7 @@ private:
     /// Reads into an element as parse() does, and notes where the values stand, counted from
     /// `first` on. Nothing where it cannot: where a key is repeated, or YAJL decided. The parser
     /// must be new.
-    std::optional<ValuePlaces> parseNoting(Element& root, std::string_view text,
-                                           std::uint64_t first);
+    std::optional<SpanTable> parseNoting(Element& root, std::string_view text, std::uint64_t first);
 
     template<class Feed>
     void fill(Element& root, std::size_t length, const Feed& feed);
@@ -145,11 +144,11 @@ private:
     void refuseRepeated(std::string_view key);
     [[noreturn]] void failScan(std::string_view piece);
     [[noreturn]] void failAt(std::string_view piece, const std::string& message, EParseError code,
-                             TokenPlace place);
+                             TokenSpan span);
     Element* current() const;
     const Element* context() const;
     template<class Set>
-    int placeScalar(const char* unexpected, const Set& set);
+    int putScalar(const char* unexpected, const Set& set);
     int openContainer(EType type, const char* unexpected);
     int closeContainer(EType type, const char* unexpected);
     void requireCurrent(const char* unexpected) const;

@@ -257,19 +257,19 @@ private:
     friend bool operator==(const Number& a, const Number& b);
     friend struct NumberProbe;  // lets the tests make the kind that no operation produces
 
-    using SBinary = NumberStore::SBinary;
+    using Binary = NumberStore::Binary;
 
     void setText(std::string_view text);
-    SBinary binary() const;
-    enum class ERefusal { none, integer, real };
-    ERefusal convertGivenText(SBinary& value) const;
-    SBinary convertedText() const;
+    Binary binary() const;
+    enum class Refusal { none, integer, real };
+    Refusal convertGivenText(Binary& value) const;
+    Binary convertedText() const;
     /// Compare `own`, the binary value.
-    int compareTo(const SBinary& own, long long other) const;
-    int compareTo(const SBinary& own, unsigned long long other) const;
-    int compareTo(const SBinary& own, double other) const;
+    int compareTo(const Binary& own, long long other) const;
+    int compareTo(const Binary& own, unsigned long long other) const;
+    int compareTo(const Binary& own, double other) const;
     template<class T>
-    bool isWithin(const SBinary& own, T min, T max) const;
+    bool isWithin(const Binary& own, T min, T max) const;
 
     NumberStore m_store;
 };

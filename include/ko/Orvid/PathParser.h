@@ -73,18 +73,18 @@ public:
     bool parseError(SState& s, char c);
 
 private:
-    struct SWork;
+    struct ParseWork;
 
     template<class Operation>
     static void onWork(SState& s, const Operation& operation);
-    bool next(SWork& s, char c);
-    bool acceptPlain(SWork& s, char c);
-    bool acceptEscaped(SWork& s, char c);
-    bool emitKey(SWork& s, EState following);
-    bool emitIndex(SWork& s);
-    void end(SWork& s, char c);
-    bool report(SWork& s, const std::string& message);
-    bool report(SWork& s, char c);
+    bool next(ParseWork& s, char c);
+    bool acceptPlain(ParseWork& s, char c);
+    bool acceptEscaped(ParseWork& s, char c);
+    bool emitKey(ParseWork& s, EState following);
+    bool emitIndex(ParseWork& s);
+    void end(ParseWork& s, char c);
+    bool report(ParseWork& s, const std::string& message);
+    bool report(ParseWork& s, char c);
 
     PathParserListener* m_listener;
 };

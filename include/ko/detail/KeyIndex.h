@@ -33,8 +33,8 @@ class KeyIndex {
     struct Entry;
     struct HashOrder;
     struct KeyOrder;
-    using TVector = std::vector<Entry>;
-    using TTree = std::set<Entry, KeyOrder>;
+    using Vector = std::vector<Entry>;
+    using Tree = std::set<Entry, KeyOrder>;
 
 public:
     using Iterator = typename List::iterator;
@@ -48,7 +48,7 @@ public:
 
         std::size_t m_hash = 0;
         std::ptrdiff_t m_inVector = 0;
-        typename TTree::const_iterator m_inTree{};
+        typename Tree::const_iterator m_inTree{};
     };
 
     explicit KeyIndex(const Compare& compare) : m_state(compare, nullptr) {}
@@ -76,7 +76,7 @@ public:
                 spot.m_inTree != index->tree->end() && !order()(probe, *spot.m_inTree);
             spot.position = isThere ? spot.m_inTree->position : list.end();
         } else {
-            const TVector& entries = index->entries;
+            const Vector& entries = index->entries;
             const HashOrder byHash{order()};
             const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, byHash);
             spot.m_inVector = entry - entries.begin();
@@ -99,7 +99,7 @@ public:
         } else if (index->entries.size() < k_largestVector) {
             index->entries.insert(index->entries.begin() + spot.m_inVector, entry);
         } else {
-            TTree tree(index->entries.begin(), index->entries.end(), order());
+            Tree tree(index->entries.begin(), index->entries.end(), order());
             tree.insert(entry);
             index->tree = std::move(tree);
             index->entries = {};
@@ -186,8 +186,8 @@ private:
 
     /// The vector up to k_largestVector entries, the tree above.
     struct Large {
-        TVector entries;
-        std::optional<TTree> tree;
+        Vector entries;
+        std::optional<Tree> tree;
     };
 
     /// Nothing is known of what another order takes for equal.
@@ -211,7 +211,7 @@ private:
         });
     }
 
-    using TLarge = std::atomic<Large*>;
+    using LargePointer = std::atomic<Large*>;
 
     KeyOrder order() const { return KeyOrder{compare()}; }
 
@@ -230,8 +230,8 @@ private:
         }
         // Another thread may have come first.
         Large* present = nullptr;
-        return std::get<TLarge>(m_state).compare_exchange_strong(present, made.get(),
-                                                                 std::memory_order_acq_rel)
+        return std::get<LargePointer>(m_state).compare_exchange_strong(present, made.get(),
+                                                                       std::memory_order_acq_rel)
                    ? made.release()
                    : present;
     }
@@ -252,14 +252,14 @@ private:
 
     /// Null while there is no index.
     Large* large() const noexcept {
-        return std::get<TLarge>(m_state).load(std::memory_order_acquire);
+        return std::get<LargePointer>(m_state).load(std::memory_order_acquire);
     }
     void setLarge(Large* index) noexcept {
-        std::get<TLarge>(m_state).store(index, std::memory_order_release);
+        std::get<LargePointer>(m_state).store(index, std::memory_order_release);
     }
 
     /// A tuple, in which an empty Compare takes no room.
-    mutable std::tuple<Compare, TLarge> m_state;
+    mutable std::tuple<Compare, LargePointer> m_state;
 };
 
 }  // namespace ko

@@ -28,115 +28,115 @@ bool isOneOf(std::string_view characters, char c) {
 
 }  // namespace
 
-LongToken::Place LongToken::betweenTokens(char c) noexcept {
+LongToken::State LongToken::betweenTokens(char c) noexcept {
     switch (c) {
         case '"':
-            return Place::string;
+            return State::string;
         case '/':
-            return Place::slash;
+            return State::slash;
         case '-':
-            return Place::number;
+            return State::number;
         default:
             // Whitespace, brackets, separators and words.
-            return isDigit(c) ? Place::digit : Place::between;
+            return isDigit(c) ? State::digit : State::between;
     }
 }
 
-LongToken::Place LongToken::inString(char c) noexcept {
+LongToken::State LongToken::inString(char c) noexcept {
     if (c == '\\') {
-        return Place::escape;
+        return State::escape;
     }
     const bool ends = c == '"' || static_cast<unsigned char>(c) < ' ';
-    return ends ? Place::other : Place::string;
+    return ends ? State::other : State::string;
 }
 
-LongToken::Place LongToken::inEscape(Place place, char c) noexcept {
-    switch (place) {
-        case Place::escape:
+LongToken::State LongToken::inEscape(State state, char c) noexcept {
+    switch (state) {
+        case State::escape:
             if (c == 'u') {
-                return Place::hex1;
+                return State::hex1;
             }
-            return isOneOf("\"\\/bfnrt", c) ? Place::string : Place::other;
-        case Place::hex1:
-            return isHexDigit(c) ? Place::hex2 : Place::other;
-        case Place::hex2:
-            return isHexDigit(c) ? Place::hex3 : Place::other;
-        case Place::hex3:
-            return isHexDigit(c) ? Place::hex4 : Place::other;
+            return isOneOf("\"\\/bfnrt", c) ? State::string : State::other;
+        case State::hex1:
+            return isHexDigit(c) ? State::hex2 : State::other;
+        case State::hex2:
+            return isHexDigit(c) ? State::hex3 : State::other;
+        case State::hex3:
+            return isHexDigit(c) ? State::hex4 : State::other;
         default:
-            return isHexDigit(c) ? Place::string : Place::other;
+            return isHexDigit(c) ? State::string : State::other;
     }
 }
 
 /// A zero may stand alone before the point, so one digit does not say whether another may follow.
-LongToken::Place LongToken::inNumber(Place place, char c) noexcept {
+LongToken::State LongToken::inNumber(State state, char c) noexcept {
     if (isDigit(c)) {
-        return place == Place::number ? Place::digit : Place::digits;
+        return state == State::number ? State::digit : State::digits;
     }
-    return isOneOf("+-.eE", c) ? Place::number : Place::other;
+    return isOneOf("+-.eE", c) ? State::number : State::other;
 }
 
-LongToken::Place LongToken::inComment(Place place, char c) noexcept {
-    switch (place) {
-        case Place::slash:
-            return c == '/' ? Place::lineComment : c == '*' ? Place::blockComment : Place::other;
-        case Place::lineComment:
-            return c == '\n' ? Place::between : Place::lineComment;
-        case Place::star:
-            return c == '/' ? Place::between : c == '*' ? Place::star : Place::blockComment;
+LongToken::State LongToken::inComment(State state, char c) noexcept {
+    switch (state) {
+        case State::slash:
+            return c == '/' ? State::lineComment : c == '*' ? State::blockComment : State::other;
+        case State::lineComment:
+            return c == '\n' ? State::between : State::lineComment;
+        case State::star:
+            return c == '/' ? State::between : c == '*' ? State::star : State::blockComment;
         default:
-            return c == '*' ? Place::star : Place::blockComment;
+            return c == '*' ? State::star : State::blockComment;
     }
 }
 
-LongToken::Place LongToken::after(Place place, char c) noexcept {
-    switch (place) {
-        case Place::between:
+LongToken::State LongToken::after(State state, char c) noexcept {
+    switch (state) {
+        case State::between:
             return betweenTokens(c);
-        case Place::string:
+        case State::string:
             return inString(c);
-        case Place::escape:
-        case Place::hex1:
-        case Place::hex2:
-        case Place::hex3:
-        case Place::hex4:
-            return inEscape(place, c);
-        case Place::number:
-        case Place::digit:
-        case Place::digits:
-            return inNumber(place, c);
-        case Place::slash:
-        case Place::lineComment:
-        case Place::blockComment:
-        case Place::star:
-            return inComment(place, c);
+        case State::escape:
+        case State::hex1:
+        case State::hex2:
+        case State::hex3:
+        case State::hex4:
+            return inEscape(state, c);
+        case State::number:
+        case State::digit:
+        case State::digits:
+            return inNumber(state, c);
+        case State::slash:
+        case State::lineComment:
+        case State::blockComment:
+        case State::star:
+            return inComment(state, c);
         default:
-            return Place::other;
+            return State::other;
     }
 }
 
 /// Whether a byte that leads from one place to the other only goes on with the token.
-bool LongToken::goesOn(Place before, Place after) noexcept {
+bool LongToken::goesOn(State before, State after) noexcept {
     switch (after) {
-        case Place::string:
-        case Place::escape:
-        case Place::hex1:
-        case Place::hex2:
-        case Place::hex3:
-        case Place::hex4:
-        case Place::lineComment:
-        case Place::blockComment:
-        case Place::star:
+        case State::string:
+        case State::escape:
+        case State::hex1:
+        case State::hex2:
+        case State::hex3:
+        case State::hex4:
+        case State::lineComment:
+        case State::blockComment:
+        case State::star:
             return true;
         default:
-            return after == Place::digits && before == Place::digits;
+            return after == State::digits && before == State::digits;
     }
 }
 
 void LongToken::follow(std::string_view text) noexcept {
     for (const char c : text) {
-        m_place = after(m_place, c);
-        m_size = m_place == Place::between ? 0 : m_size + 1;
+        m_state = after(m_state, c);
+        m_size = m_state == State::between ? 0 : m_size + 1;
     }
 }
 
@@ -144,16 +144,16 @@ bool LongToken::hold(std::string_view piece) {
     if (m_size < k_long || m_held.size() >= std::min(m_size, k_largestHeld)) {
         return false;
     }
-    Place place = m_place;
+    State state = m_state;
     for (const char c : piece) {
-        const Place next = after(place, c);
-        if (!goesOn(place, next)) {
+        const State next = after(state, c);
+        if (!goesOn(state, next)) {
             return false;
         }
-        place = next;
+        state = next;
     }
     m_held.append(piece);
-    m_place = place;
+    m_state = state;
     return true;
 }
 

@@ -19,7 +19,7 @@ class LongToken {
 public:
     /// A string or number has ended: what follows is after it.
     void begin() noexcept {
-        m_place = Place::between;
+        m_state = State::between;
         m_size = 0;
     }
 
@@ -37,7 +37,7 @@ public:
 
 private:
     /// What the last byte belongs to.
-    enum class Place {
+    enum class State {
         between,
         string,
         escape,
@@ -55,15 +55,15 @@ private:
         other,  ///< after what should have ended it, or at an error
     };
 
-    static Place after(Place place, char c) noexcept;
-    static Place betweenTokens(char c) noexcept;
-    static Place inString(char c) noexcept;
-    static Place inEscape(Place place, char c) noexcept;
-    static Place inNumber(Place place, char c) noexcept;
-    static Place inComment(Place place, char c) noexcept;
-    static bool goesOn(Place before, Place after) noexcept;
+    static State after(State state, char c) noexcept;
+    static State betweenTokens(char c) noexcept;
+    static State inString(char c) noexcept;
+    static State inEscape(State state, char c) noexcept;
+    static State inNumber(State state, char c) noexcept;
+    static State inComment(State state, char c) noexcept;
+    static bool goesOn(State before, State after) noexcept;
 
-    Place m_place = Place::between;
+    State m_state = State::between;
     std::size_t m_size = 0;  ///< bytes of the token that YAJL has seen
     std::string m_held;
 };

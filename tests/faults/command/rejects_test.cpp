@@ -25,7 +25,6 @@ namespace {
 
 using orvid_tool::ExitStatus;
 using orvid_tool::Report;
-using orvid_tool::SCall;
 using orvid_tool::StandardOutput;
 
 class Rejects : public testing::Test {
@@ -34,7 +33,7 @@ protected:
         m_call.files = {m_file};
         m_call.isInPlace = true;
         m_call.lines.isOn = true;
-        m_call.lines.onError = orvid_tool::EOnError::skip;
+        m_call.lines.onError = orvid_tool::OnError::skip;
         m_call.lines.rejects = m_rejects;
         settleOptions(m_call);
     }
@@ -49,7 +48,7 @@ protected:
     void endsBy(const std::vector<int>& errors) {
         failCalls(Call::fsync, errors);
         const auto failure = thrownBy<orvid_tool::OutputFailure>([&] { print(); });
-        EXPECT_EQ(failure.place().file, m_rejects);
+        EXPECT_EQ(failure.location().file, m_rejects);
         EXPECT_EQ(failure.status(), ExitStatus::inputOutput);
         EXPECT_EQ(contentOf(m_file), k_before);
         EXPECT_EQ(m_folder.names(), (std::vector<std::string>{"file", "rejects"}));
@@ -60,7 +59,7 @@ protected:
     ScratchFolder m_folder;
     std::string m_file;
     std::string m_rejects;
-    SCall m_call;
+    orvid_tool::Call m_call;
 };
 
 TEST_F(Rejects, are_on_the_disk_before_their_file_is_replaced) {

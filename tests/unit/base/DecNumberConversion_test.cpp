@@ -48,10 +48,10 @@ std::string beyond(const std::string& digits) {
 }
 
 template<class Integer>
-struct SName;
+struct NameOf;
 #define KO_NAME(Type)                                \
     template<>                                       \
-    struct SName<Type> {                             \
+    struct NameOf<Type> {                            \
         static constexpr const char* k_text = #Type; \
     };
 KO_NAME(char)
@@ -78,7 +78,7 @@ protected:
         return messageOf([&] { converted(text); });
     }
     static std::string outOfRange(const std::string& shown) {
-        return "The number " + shown + " is out of the range of " + SName<Integer>::k_text + ".";
+        return "The number " + shown + " is out of the range of " + NameOf<Integer>::k_text + ".";
     }
     static std::string max() { return std::to_string(Limits::max()); }
     static std::string min() { return std::to_string(Limits::min()); }
@@ -86,15 +86,15 @@ protected:
 
 using Integers = testing::Types<char, unsigned char, short, unsigned short, int, unsigned int, long,
                                 unsigned long, long long, unsigned long long>;
-struct STestName {
+struct TestName {
     template<class Integer>
     static std::string GetName(int) {
-        std::string name = SName<Integer>::k_text;
+        std::string name = NameOf<Integer>::k_text;
         std::replace(name.begin(), name.end(), ' ', '_');
         return name;
     }
 };
-TYPED_TEST_SUITE(DecNumberToInteger, Integers, STestName);
+TYPED_TEST_SUITE(DecNumberToInteger, Integers, TestName);
 
 TYPED_TEST(DecNumberToInteger, takes_the_limits_and_nothing_beyond) {
     EXPECT_EQ(this->converted(this->max()), TestFixture::Limits::max());

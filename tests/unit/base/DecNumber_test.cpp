@@ -277,7 +277,7 @@ TEST(DecNumber, compares_huge_exponents_without_scaling) {
 }
 
 /// A decimal as a child writes it: sign, digits, power of ten of the last digit.
-struct SSchoolbook {
+struct Schoolbook {
     bool isNegative;
     std::string digits;
     int exponent;
@@ -293,8 +293,8 @@ struct SSchoolbook {
     bool isZero() const { return digits.find_first_not_of('0') == std::string::npos; }
 };
 
-int comparedBySchoolbook(const SSchoolbook& left, const SSchoolbook& right) {
-    const auto signedness = [](const SSchoolbook& number) {
+int comparedBySchoolbook(const Schoolbook& left, const Schoolbook& right) {
+    const auto signedness = [](const Schoolbook& number) {
         return number.isZero() ? 0 : number.isNegative ? -1 : 1;
     };
     if (signedness(left) != signedness(right)) {
@@ -310,8 +310,8 @@ int comparedBySchoolbook(const SSchoolbook& left, const SSchoolbook& right) {
     return signedness(left) * signOf(a.compare(b));
 }
 
-SSchoolbook randomNumber(std::mt19937& random) {
-    SSchoolbook number{random() % 2 == 0, "", static_cast<int>(random() % 60) - 30};
+Schoolbook randomNumber(std::mt19937& random) {
+    Schoolbook number{random() % 2 == 0, "", static_cast<int>(random() % 60) - 30};
     const std::size_t length = random() % 40 + 1;
     const bool isSparse = random() % 2 == 0;
     for (std::size_t i = 0; i < length; ++i) {
@@ -322,8 +322,8 @@ SSchoolbook randomNumber(std::mt19937& random) {
 }
 
 /// A number of the same magnitude, so that the last digits have to decide.
-SSchoolbook neighbour(const SSchoolbook& number, std::mt19937& random) {
-    SSchoolbook near = number;
+Schoolbook neighbour(const Schoolbook& number, std::mt19937& random) {
+    Schoolbook near = number;
     const std::size_t zeros = random() % 12;
     near.digits.append(zeros, '0');
     near.exponent -= static_cast<int>(zeros);
@@ -337,8 +337,8 @@ TEST(DecNumber, compares_random_numbers_as_schoolbook_arithmetic_does) {
     auto random = repeatable<std::mt19937>(1);
     int equal = 0;
     for (int round = 0; round < 20000; ++round) {
-        const SSchoolbook left = randomNumber(random);
-        const SSchoolbook right = round % 2 == 0 ? randomNumber(random) : neighbour(left, random);
+        const Schoolbook left = randomNumber(random);
+        const Schoolbook right = round % 2 == 0 ? randomNumber(random) : neighbour(left, random);
         const std::string one = left.text(random);
         const std::string other = right.text(random);
         const int expected = comparedBySchoolbook(left, right);

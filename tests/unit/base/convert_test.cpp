@@ -85,13 +85,13 @@ TEST(convert, keeps_the_noncharacters) {
     EXPECT_EQ(ko::wconvert("\xEF\xBF\xBE\xF4\x8F\xBF\xBF"), wide({0xFFFE, 0x10FFFF}));
 }
 
-struct SIllFormed {
+struct IllFormed {
     const char* name;
     std::string narrow;
     std::wstring wideText;
 };
 
-std::vector<SIllFormed> illFormed() {
+std::vector<IllFormed> illFormed() {
     const long mark = 0xFFFD;
     return {
         {"two bytes cut at the end", "a\xC3", wide({'a', mark})},
@@ -115,7 +115,7 @@ std::vector<SIllFormed> illFormed() {
 }
 
 TEST(wconvert, replaces_each_ill_formed_sequence_once) {
-    for (const SIllFormed& sample : illFormed()) {
+    for (const IllFormed& sample : illFormed()) {
         EXPECT_EQ(ko::wconvert(sample.narrow), sample.wideText) << sample.name;
     }
 }

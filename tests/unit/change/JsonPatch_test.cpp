@@ -23,7 +23,7 @@ using ko::Orvid::Element;
 using ko::Orvid::Number;
 using ko::Orvid::PatchException;
 
-struct SPatch {
+struct Patch {
     const char* target;
     const char* patch;
     const char* result;  ///< null where the patch must fail
@@ -31,7 +31,7 @@ struct SPatch {
 
 /// RFC 6902, appendix A, in its order. A.13 is an error of the JSON text that a parser may or may
 /// not see; a repeated key counts with its last value here.
-const SPatch k_rfcExamples[] = {
+const Patch k_rfcExamples[] = {
     {R"({"foo":"bar"})", R"([{"op":"add","path":"/baz","value":"qux"}])",
      R"({"foo":"bar","baz":"qux"})"},
     {R"({"foo":["bar","baz"]})", R"([{"op":"add","path":"/foo/1","value":"qux"}])",
@@ -63,7 +63,7 @@ const SPatch k_rfcExamples[] = {
 };
 
 /// Applies the patch and checks the whole result, or that it fails and changes nothing.
-void check(const SPatch& row) {
+void check(const Patch& row) {
     SCOPED_TRACE(std::string(row.target) + " with " + row.patch);
     Document target(row.target);
     const Document patch(row.patch);
@@ -80,7 +80,7 @@ void check(const SPatch& row) {
 }
 
 TEST(JsonPatch, gives_the_results_of_the_rfcs_examples) {
-    for (const SPatch& row : k_rfcExamples) {
+    for (const Patch& row : k_rfcExamples) {
         check(row);
     }
 }

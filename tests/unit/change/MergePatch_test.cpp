@@ -19,14 +19,14 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::mergePatch;
 
-struct SMerge {
+struct Merge {
     const char* target;
     const char* patch;
     const char* result;
 };
 
 /// RFC 7386, appendix A.
-const SMerge k_rfcTable[] = {
+const Merge k_rfcTable[] = {
     {R"({"a":"b"})", R"({"a":"c"})", R"({"a":"c"})"},
     {R"({"a":"b"})", R"({"b":"c"})", R"({"a":"b","b":"c"})"},
     {R"({"a":"b"})", R"({"a":null})", R"({})"},
@@ -45,7 +45,7 @@ const SMerge k_rfcTable[] = {
 };
 
 TEST(MergePatch, gives_the_results_of_the_rfcs_table) {
-    for (const SMerge& row : k_rfcTable) {
+    for (const Merge& row : k_rfcTable) {
         Document target(row.target);
         const Document patch(row.patch);
         mergePatch(target.root, patch.root);

@@ -73,14 +73,14 @@ public:
     }
 
 private:
-    Element& above(JsonPointer place) {
-        place.pop_back();
-        return place.get(m_root);
+    Element& above(JsonPointer pointer) {
+        pointer.pop_back();
+        return pointer.get(m_root);
     }
 
-    void add(const JsonPointer& place, const Element& value) {
-        Element& array = above(place);
-        const std::string& step = place.steps().back();
+    void add(const JsonPointer& pointer, const Element& value) {
+        Element& array = above(pointer);
+        const std::string& step = pointer.steps().back();
         const std::size_t index = step == "-" ? array.array().size() : std::stoul(step);
         Element changed = makeArray({});
         for (std::size_t i = 0; i <= array.array().size(); ++i) {
@@ -94,9 +94,9 @@ private:
         array = changed;
     }
 
-    void remove(const JsonPointer& place) {
-        Element& array = above(place);
-        const auto index = static_cast<std::ptrdiff_t>(std::stoul(place.steps().back()));
+    void remove(const JsonPointer& pointer) {
+        Element& array = above(pointer);
+        const auto index = static_cast<std::ptrdiff_t>(std::stoul(pointer.steps().back()));
         array.array().erase(std::next(array.array().begin(), index));
     }
 
@@ -133,9 +133,9 @@ private:
         const std::size_t row = pick(m_root.array().size());
         const std::size_t other = pick(m_root.array().size());
         const std::size_t length = m_root.array()[row].array().size();
-        const std::string place = path(row, pick(length + 1));
+        const std::string pointer = path(row, pick(length + 1));
         if (length < 2) {
-            return withValue(operation("add", place), Element(++m_next));
+            return withValue(operation("add", pointer), Element(++m_next));
         }
         const std::string present = path(row, pick(length));
         switch (pick(9)) {
@@ -145,7 +145,7 @@ private:
             case 2:
                 return withValue(operation("replace", present), Element(++m_next));
             case 3:
-                return withSource(operation("copy", place), present);
+                return withSource(operation("copy", pointer), present);
             case 4: {
                 const std::size_t room = m_root.array()[other].array().size();
                 return withSource(
@@ -157,7 +157,7 @@ private:
             case 6:
                 return withValue(operation("test", "/" + std::to_string(row)), m_root.array()[row]);
             default:
-                return withValue(operation("add", place), Element(++m_next));
+                return withValue(operation("add", pointer), Element(++m_next));
         }
     }
 

@@ -75,9 +75,9 @@ TEST(EType, values_give_the_order_of_types) {
 }
 
 TEST(EType, is_held_in_a_signed_integer_of_32_bits) {
-    using TUnderlying = std::underlying_type_t<EType>;
+    using Underlying = std::underlying_type_t<EType>;
     EXPECT_EQ(sizeof(EType), 4U);
-    EXPECT_TRUE(std::is_signed_v<TUnderlying>);
+    EXPECT_TRUE(std::is_signed_v<Underlying>);
 }
 
 TEST(EType, prints_the_name_of_each_type) {

@@ -34,7 +34,7 @@ using ko::Orvid::FileException;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::WriteOptions;
-using TNames = std::vector<std::string>;
+using Names = std::vector<std::string>;
 
 TEST(DomFile, loads_what_it_saved_with_its_meta_and_every_digit) {
     const ScratchFolder folder;
@@ -48,7 +48,7 @@ TEST(DomFile, loads_what_it_saved_with_its_meta_and_every_digit) {
     CHECK_LINKS(*dom);
     dom.save(folder.file("b.json"));
     EXPECT_EQ(contentOf(folder.file("b.json")), text);
-    EXPECT_EQ(folder.names(), (TNames{"a.json", "b.json"}));
+    EXPECT_EQ(folder.names(), (Names{"a.json", "b.json"}));
 }
 
 TEST(DomFile, saves_without_meta_where_that_is_not_to_be_written) {
@@ -115,7 +115,7 @@ FileException failureToSave(const Dom& dom, const WriteOptions& options = WriteO
     EXPECT_EQ(error.file(), name);
     EXPECT_EQ(error.action(), "write");
     EXPECT_EQ(contentOf(name), "old");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
     return error;
 }
 
@@ -231,7 +231,7 @@ TEST(DomFile, leaves_the_old_file_when_the_disk_is_full) {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->error(), EFBIG);
     EXPECT_EQ(contentOf(name), "old");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(DomFile, is_whole_whenever_the_process_that_saves_it_is_killed) {

@@ -32,7 +32,7 @@ using ko::Orvid::FileStamp;
 using ko::Orvid::readFile;
 using ko::Orvid::replaceFile;
 using ko::Orvid::SafeFile;
-using TNames = std::vector<std::string>;
+using Names = std::vector<std::string>;
 
 constexpr std::chrono::milliseconds k_noPatience(0);
 
@@ -68,7 +68,7 @@ TEST(FileLock, does_not_wait_for_a_pipe_in_its_place) {
         const FileLock lock(name, k_noPatience);
     });
     EXPECT_EQ(statusOf(child), 0);
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(FileLock, keeps_all_edits_of_several_writers) {
@@ -89,7 +89,7 @@ TEST(FileLock, keeps_all_edits_of_several_writers) {
         EXPECT_EQ(statusOf(child), 0);
     }
     EXPECT_EQ(contentOf(name).size(), std::size_t{writers * edits});
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(FileLock, is_had_by_one_at_a_time) {
@@ -106,7 +106,7 @@ TEST(FileLock, is_had_by_one_at_a_time) {
         const FileLock other(folder.file("b"), k_noPatience);
         EXPECT_TRUE(other.isHeld());
     }
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
     EXPECT_TRUE(FileLock(name, k_noPatience).isHeld());
 }
 
@@ -132,7 +132,7 @@ TEST(FileLock, of_a_process_that_was_killed_is_taken_over) {
         const FileLock lock(name, k_noPatience);
         EXPECT_TRUE(lock.isHeld());
     }
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(FileLock, is_done_without_where_the_folder_takes_no_files) {
@@ -160,7 +160,7 @@ protected:
             error.what(),
             ("Cannot replace \"" + m_name + "\": It has changed since it was read").c_str());
         m_edit.reset();
-        EXPECT_EQ(m_folder.names(), TNames{"a"});
+        EXPECT_EQ(m_folder.names(), Names{"a"});
     }
 
     /// Reads the file, and says so to an edit.

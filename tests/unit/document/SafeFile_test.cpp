@@ -35,7 +35,7 @@ using ko::Orvid::FileException;
 using ko::Orvid::readFile;
 using ko::Orvid::replaceFile;
 using ko::Orvid::SafeFile;
-using TNames = std::vector<std::string>;
+using Names = std::vector<std::string>;
 
 mode_t modeOf(const std::string& name) {
     struct stat status {};
@@ -50,7 +50,7 @@ TEST(SafeFile, makes_a_new_file_with_the_mode_that_the_umask_leaves) {
     umask(before);
     EXPECT_EQ(contentOf(folder.file("new")), "text");
     EXPECT_EQ(modeOf(folder.file("new")), 0640U);
-    EXPECT_EQ(folder.names(), TNames{"new"});
+    EXPECT_EQ(folder.names(), Names{"new"});
 }
 
 TEST(SafeFile, replaces_the_content_and_keeps_the_mode) {
@@ -62,7 +62,7 @@ TEST(SafeFile, replaces_the_content_and_keeps_the_mode) {
         EXPECT_EQ(contentOf(name), "new");
         EXPECT_EQ(modeOf(name), mode);
     }
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(SafeFile, keeps_the_owner_and_the_group) {
@@ -123,7 +123,7 @@ TEST(SafeFile, replaces_what_a_symbolic_link_leads_to) {
     EXPECT_EQ(contentOf(folder.file("real/a")), "new");
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "first"));
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "second"));
-    EXPECT_EQ(folder.names(), (TNames{"first", "real", "second"}));
+    EXPECT_EQ(folder.names(), (Names{"first", "real", "second"}));
     EXPECT_EQ(SafeFile(folder.file("second")).target(), folder.file("real/a"));
 }
 
@@ -160,7 +160,7 @@ TEST(SafeFile, is_removed_again_without_a_commit) {
         EXPECT_EQ(folder.names().size(), 2U);
         EXPECT_EQ(contentOf(name), "old");
     }
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
     EXPECT_EQ(contentOf(name), "old");
 }
 
@@ -190,7 +190,7 @@ TEST(SafeFile, leaves_the_old_file_when_the_disk_is_full) {
     EXPECT_EQ(error->error(), EFBIG);
     EXPECT_EQ(error->file(), name);
     EXPECT_EQ(contentOf(name), "old");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 /// The errno of the failure to replace the file "a" of the folder, tried by one whom permissions
@@ -221,7 +221,7 @@ TEST(SafeFile, leaves_the_old_file_in_a_folder_that_takes_no_new_ones) {
     ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
     EXPECT_EQ(failureForSomeone(folder), EACCES);
     EXPECT_EQ(contentOf(name), "old");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(SafeFile, leaves_a_file_alone_that_may_not_be_written_to) {
@@ -230,7 +230,7 @@ TEST(SafeFile, leaves_a_file_alone_that_may_not_be_written_to) {
     ASSERT_EQ(chmod(name.c_str(), 0444), 0);
     EXPECT_EQ(failureForSomeone(folder), EACCES);
     EXPECT_EQ(contentOf(name), "old");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(SafeFile, replaces_a_file_in_a_folder_that_cannot_be_read) {
@@ -264,7 +264,7 @@ TEST(SafeFile, works_without_a_standard_input) {
     const NoStandardInput none;
     replaceFile(name, "new");
     EXPECT_EQ(readFile(name), "new");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
     EXPECT_EQ(::close(0), -1) << "a descriptor is left open";
 }
 
@@ -277,7 +277,7 @@ TEST(SafeFile, replaces_regular_files_only) {
         EXPECT_STREQ(error.what(), ("Cannot write \"" + name + "\": Not a regular file").c_str());
         EXPECT_EQ(error.error(), 0);
     }
-    EXPECT_EQ(folder.names(), TNames{"pipe"});
+    EXPECT_EQ(folder.names(), Names{"pipe"});
 }
 
 TEST(SafeFile, names_the_name_and_the_reason_when_it_cannot_be_made) {
@@ -295,7 +295,7 @@ TEST(SafeFile, names_the_name_and_the_reason_when_it_cannot_be_made) {
         EXPECT_EQ(error.file(), name);
         EXPECT_NE(std::string(error.what()).find(name), std::string::npos);
     }
-    EXPECT_EQ(folder.names(), (TNames{"file", "loop"}));
+    EXPECT_EQ(folder.names(), (Names{"file", "loop"}));
 }
 
 TEST(SafeFile, replaces_a_file_in_the_current_folder_by_its_bare_name) {
@@ -308,7 +308,7 @@ TEST(SafeFile, replaces_a_file_in_the_current_folder_by_its_bare_name) {
     };
     EXPECT_EQ(statusOfChild(replaceThere), 0);
     EXPECT_EQ(contentOf(folder.file("a")), "new");
-    EXPECT_EQ(folder.names(), TNames{"a"});
+    EXPECT_EQ(folder.names(), Names{"a"});
 }
 
 TEST(SafeFile, is_whole_whenever_the_process_that_writes_it_is_killed) {

@@ -24,7 +24,7 @@ namespace {
 
 using ko::Orvid::Number;
 using orvid_test::expectOrder;
-using orvid_test::orderOfPlaces;
+using orvid_test::orderOfPositions;
 
 constexpr double k_infinity = std::numeric_limits<double>::infinity();
 constexpr double k_nan = std::numeric_limits<double>::quiet_NaN();
@@ -83,7 +83,7 @@ TEST(NumberOrder, is_total_exact_and_the_same_each_time) {
                 for (const Number& a : k_values[i]) {
                     for (const Number& b : k_values[j]) {
                         SCOPED_TRACE(a.toString() + " and " + b.toString());
-                        expectOrder(a, b, orderOfPlaces(i, j));
+                        expectOrder(a, b, orderOfPositions(i, j));
                     }
                 }
             }

@@ -98,19 +98,19 @@ TEST(NumberText, a_zero_takes_no_more_digits) {
     EXPECT_EQ(number.data() + 1, text::numberEnd(number.data(), number.data() + 4));
 }
 
-struct SPart {
+struct Part {
     const char* number;
     NumberPart part;
     bool isWhole;
 };
 
 TEST(NumberText, says_what_a_number_has_so_far) {
-    for (const SPart& row :
-         {SPart{"-", NumberPart::minus, false}, SPart{"0", NumberPart::zero, true},
-          SPart{"-0", NumberPart::zero, true}, SPart{"12", NumberPart::integer, true},
-          SPart{"12.", NumberPart::point, false}, SPart{"12.3", NumberPart::fraction, true},
-          SPart{"12.3e", NumberPart::exponent, false}, SPart{"12e", NumberPart::exponent, false},
-          SPart{"12e-", NumberPart::sign, false}, SPart{"12e-4", NumberPart::power, true}}) {
+    for (const Part& row :
+         {Part{"-", NumberPart::minus, false}, Part{"0", NumberPart::zero, true},
+          Part{"-0", NumberPart::zero, true}, Part{"12", NumberPart::integer, true},
+          Part{"12.", NumberPart::point, false}, Part{"12.3", NumberPart::fraction, true},
+          Part{"12.3e", NumberPart::exponent, false}, Part{"12e", NumberPart::exponent, false},
+          Part{"12e-", NumberPart::sign, false}, Part{"12e-4", NumberPart::power, true}}) {
         const std::string number = row.number;
         const char* at = number.data();
         const NumberPart part =
@@ -138,12 +138,12 @@ TEST(NumberText, goes_on_where_the_text_was_cut) {
 }
 
 TEST(NumberText, stops_at_the_byte_that_is_wrong) {
-    struct SRow {
+    struct Row {
         const char* number;
         std::ptrdiff_t wrong;
     };
-    for (const SRow& row : {SRow{"-x", 1}, SRow{"1.x", 2}, SRow{"1ex", 2}, SRow{"1e+x", 3},
-                            SRow{"-.5", 1}, SRow{"12.-", 3}}) {
+    for (const Row& row : {Row{"-x", 1}, Row{"1.x", 2}, Row{"1ex", 2}, Row{"1e+x", 3},
+                           Row{"-.5", 1}, Row{"12.-", 3}}) {
         const std::string number = row.number;
         const char* at = number.data();
         EXPECT_FALSE(text::isWholeNumber(

@@ -16,33 +16,33 @@ namespace {
 
 using ko::Orvid::ReadOptions;
 using ko::Orvid::TextScanner;
-using ko::Orvid::TokenPlace;
 using ko::Orvid::TokenSink;
+using ko::Orvid::TokenSpan;
 
 /// Writes each token down with its place.
 struct Log : TokenSink {
     std::string text;
     std::string refused;
 
-    void add(std::string_view token, TokenPlace place) {
-        text += std::to_string(place.begin) + '-' + std::to_string(place.end) + ' ' +
+    void add(std::string_view token, TokenSpan span) {
+        text += std::to_string(span.begin) + '-' + std::to_string(span.end) + ' ' +
                 std::string(token) + '\n';
     }
-    void null(TokenPlace place) { add("null", place); }
-    void boolean(bool value, TokenPlace place) { add(value ? "true" : "false", place); }
-    void number(std::string_view number, TokenPlace place) { add(number, place); }
-    void string(std::string_view string, TokenPlace place) {
-        add("string " + std::string(string), place);
+    void null(TokenSpan span) { add("null", span); }
+    void boolean(bool value, TokenSpan span) { add(value ? "true" : "false", span); }
+    void number(std::string_view number, TokenSpan span) { add(number, span); }
+    void string(std::string_view string, TokenSpan span) {
+        add("string " + std::string(string), span);
     }
-    bool key(std::string_view key, TokenPlace place) {
-        add("key " + std::string(key), place);
+    bool key(std::string_view key, TokenSpan span) {
+        add("key " + std::string(key), span);
         return refused.empty() || key != refused;
     }
-    void openObject(TokenPlace place) { add("{", place); }
-    void closeObject(TokenPlace place) { add("}", place); }
-    void openArray(TokenPlace place) { add("[", place); }
-    void closeArray(TokenPlace place) { add("]", place); }
-    void comma(TokenPlace place) { add(",", place); }
+    void openObject(TokenSpan span) { add("{", span); }
+    void closeObject(TokenSpan span) { add("}", span); }
+    void openArray(TokenSpan span) { add("[", span); }
+    void closeArray(TokenSpan span) { add("]", span); }
+    void comma(TokenSpan span) { add(",", span); }
 };
 
 /// The tokens, then the error and where the scanner is.

@@ -20,11 +20,11 @@ using orvid_test::compact;
 using orvid_test::Document;
 using TArray = Element::TArray;
 using TObject = Element::TObject;
-using TList = ko::IndexList<Element>;
-using TMap = ko::ListMap<std::string, Element, std::less<std::string>>;
+using ElementList = ko::IndexList<Element>;
+using ElementMap = ko::ListMap<std::string, Element, std::less<std::string>>;
 
-static_assert(!std::is_move_assignable_v<TList>);
-static_assert(!std::is_move_constructible_v<TList>);
+static_assert(!std::is_move_assignable_v<ElementList>);
+static_assert(!std::is_move_constructible_v<ElementList>);
 
 TEST(ContainerMoves, emplace_back_of_an_ancestor_appends_a_copy) {
     Document doc(R"({"a": [1, [2]]})");
@@ -89,12 +89,12 @@ TEST(ContainerMoves, swap_with_a_container_around_it_is_refused) {
     TArray& inner = doc.root.get("[0].a").array();
     EXPECT_THROW(inner.swap(outer), Exception);
     EXPECT_THROW(outer.swap(inner), Exception);
-    EXPECT_THROW(static_cast<TList&>(inner).swap(outer), Exception);
-    EXPECT_THROW(static_cast<TList&>(outer).swap(inner), Exception);
+    EXPECT_THROW(static_cast<ElementList&>(inner).swap(outer), Exception);
+    EXPECT_THROW(static_cast<ElementList&>(outer).swap(inner), Exception);
     TObject& object = doc.root.get("[0]").object();
     TObject& deeper = doc.root.get("[0].a[1]").object();
     EXPECT_THROW(object.swap(deeper), Exception);
-    EXPECT_THROW(static_cast<TMap&>(deeper).swap(object), Exception);
+    EXPECT_THROW(static_cast<ElementMap&>(deeper).swap(object), Exception);
     EXPECT_EQ(compact(doc.root), R"([{"a": [1,{}]}])");
     CHECK_LINKS(doc.root);
 }
@@ -102,7 +102,7 @@ TEST(ContainerMoves, swap_with_a_container_around_it_is_refused) {
 TEST(ContainerMoves, children_learn_of_their_parent_when_the_one_they_name_is_gone) {
     Document doc(R"({"a": [1, 2], "b": [3]})");
     TArray& left = doc.root.get("a").array();
-    static_cast<TList&>(left).swap(doc.root.get("b").array());
+    static_cast<ElementList&>(left).swap(doc.root.get("b").array());
     EXPECT_EQ(left[0].path(), "b[0]");
     doc.root.object().erase("b");
     EXPECT_EQ(left[0].parent(), &doc.root.get("a"));
@@ -122,7 +122,7 @@ TEST(ContainerMoves, members_learn_of_their_parent_when_the_one_they_name_is_gon
 }
 
 TEST(ContainerMoves, a_list_of_its_own_keeps_no_link_to_an_array_that_is_gone) {
-    TList list;
+    ElementList list;
     list.push_back(1);
     {
         Document doc("[[2],3]");
@@ -142,8 +142,8 @@ TEST(ContainerMoves, children_that_were_handed_on_twice_find_home) {
     TArray& a = doc.root.get("a").array();
     TArray& b = doc.root.get("b").array();
     TArray& c = doc.root.get("c").array();
-    static_cast<TList&>(a).swap(b);
-    static_cast<TList&>(b).swap(c);
+    static_cast<ElementList&>(a).swap(b);
+    static_cast<ElementList&>(b).swap(c);
     EXPECT_EQ(c[0].path(), "a[0]");
     doc.root.object().erase("a");
     EXPECT_EQ(c[0].path(), "c[0]");
@@ -157,7 +157,7 @@ TEST(ContainerMoves, no_cycle_is_made_through_children_that_name_another_parent)
     Document doc(R"({"a": [[1]], "b": []})");
     TArray& a = doc.root.get("a").array();
     TArray& b = doc.root.get("b").array();
-    static_cast<TList&>(a).swap(b);
+    static_cast<ElementList&>(a).swap(b);
     TArray& inner = b[0].array();
     EXPECT_EQ(inner.parent()->parent(), &doc.root.get("a"));
     inner.emplace_back(std::move(doc.root.get("b")));
@@ -226,8 +226,8 @@ TEST(ContainerMoves, a_value_from_below_a_child_that_names_another_parent_is_kep
 TEST(ContainerMoves, a_map_assigned_to_an_object_gives_its_members_their_place) {
     Document doc(R"({"a": {"x": 1}})");
     const Document source(R"({"y": [2]})");
-    TMap& map = doc.root.get("a").object();
-    map = static_cast<const TMap&>(source.root.object());
+    ElementMap& map = doc.root.get("a").object();
+    map = static_cast<const ElementMap&>(source.root.object());
     EXPECT_EQ(compact(doc.root), R"({"a": {"y": [2]}})");
     EXPECT_EQ(doc.root.get("a.y[0]").path(), "a.y[0]");
     CHECK_LINKS_AFTER_COPY(doc.root);

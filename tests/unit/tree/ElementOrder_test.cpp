@@ -28,7 +28,7 @@ using ko::Orvid::Number;
 using namespace ko::Orvid::literals;
 using orvid_test::Document;
 using orvid_test::expectOrder;
-using orvid_test::orderOfPlaces;
+using orvid_test::orderOfPositions;
 
 Element empty() { return Element::k_emptyElement; }
 
@@ -78,7 +78,7 @@ TEST(ElementOrder, is_total_and_the_same_each_time) {
             for (const Element& a : lines[i]) {
                 for (const Element& b : lines[j]) {
                     SCOPED_TRACE("lines " + std::to_string(i) + " and " + std::to_string(j));
-                    expectOrder(a, b, orderOfPlaces(i, j));
+                    expectOrder(a, b, orderOfPositions(i, j));
                     EXPECT_EQ(a == b, i == j);
                 }
             }

@@ -22,8 +22,8 @@ using ko::Orvid::Exception;
 using orvid_test::Document;
 using TArray = Element::TArray;
 using TObject = Element::TObject;
-using TList = ko::IndexList<Element>;
-using TMap = ko::ListMap<std::string, Element, std::less<std::string>>;
+using ElementList = ko::IndexList<Element>;
+using ElementMap = ko::ListMap<std::string, Element, std::less<std::string>>;
 
 std::vector<Element*> allOf(Element& root) {
     std::vector<Element*> all{&root};
@@ -85,7 +85,7 @@ private:
                 case 0:
                     return array.swap(other.array());
                 case 1:
-                    return static_cast<TList&>(array).swap(other.array());
+                    return static_cast<ElementList&>(array).swap(other.array());
                 case 2:
                     array = std::move(other.array());
                     return;
@@ -106,7 +106,7 @@ private:
                 case 0:
                     return object.swap(other.object());
                 case 1:
-                    return static_cast<TMap&>(object).swap(other.object());
+                    return static_cast<ElementMap&>(object).swap(other.object());
                 case 2:
                     object = std::move(other.object());
                     return;
@@ -191,7 +191,7 @@ TEST(Strays, of_one_array_that_is_swapped_with_many_are_noted_at_a_constant_cost
     }
     EXPECT_EQ(many.root.array()[0].array()[0].parent(), &doc.root.get("a"));
     for (Element& each : many.root.array()) {
-        static_cast<TList&>(array).swap(each.array());
+        static_cast<ElementList&>(array).swap(each.array());
     }
     doc.root.setNull();
     EXPECT_EQ(orvid_test::brokenLink(many.root), "");
@@ -222,7 +222,7 @@ TEST(Strays, of_one_object_that_is_swapped_with_many_are_noted_at_a_constant_cos
 TEST(Strays, are_moved_at_a_constant_cost_each) {
     Document doc = containers("[1]");
     Document other = containers("{}");
-    static_cast<TList&>(doc.root.array()).swap(other.root.array());
+    static_cast<ElementList&>(doc.root.array()).swap(other.root.array());
     for (std::size_t i = 0; i < k_many; ++i) {
         doc.root.array()[i].swap(other.root.array()[i]);
         other.root.array()[i].object().emplace("a", std::move(doc.root.array()[i]));

@@ -31,44 +31,44 @@ template<class T>
 struct Converter {
     static T read(const Element& element) {
         DefaultsUse use;
-        return readAt(ReadPlace(element, use));
+        return readAt(ReadContext(element, use));
     }
 
     /// The place has a value, but for what canBeMade() says.
-    static T readAt(const ReadPlace& place) {
+    static T readAt(const ReadContext& context) {
         static_assert(isReadable<T>(), ORVID_DETAIL_NO_CONVERSION);
         constexpr Kind kind = kindOf<T>();
         if constexpr (!isReadable<T>()) {
             throw std::bad_alloc();  // never reached: only so that there is one error and no other
         } else if constexpr (kind == Kind::function) {
-            return readFunction<T>(*place.value());
+            return readFunction<T>(*context.value());
         } else if constexpr (kind == Kind::fields) {
-            return readFields<T>(place);
+            return readFields<T>(context);
         } else if constexpr (kind == Kind::element) {
-            return T(*place.value());
+            return T(*context.value());
         } else if constexpr (kind == Kind::null) {
-            place.value()->ensureType(etNull);
+            context.value()->ensureType(etNull);
             return nullptr;
         } else if constexpr (kind == Kind::number) {
-            return readOtherNumber<T>(*place.value());
+            return readOtherNumber<T>(*context.value());
         } else if constexpr (kind == Kind::text || kind == Kind::filePath) {
-            return T(place.value()->string());
+            return T(context.value()->string());
         } else if constexpr (kind == Kind::names) {
-            return readName<T>(*place.value());
+            return readName<T>(*context.value());
         } else if constexpr (kind == Kind::optional) {
-            return readOptional<T>(place);
+            return readOptional<T>(context);
         } else if constexpr (kind == Kind::duration) {
-            return T(readValue<typename T::rep>(place));
+            return T(readValue<typename T::rep>(context));
         } else if constexpr (kind == Kind::variant) {
-            return VariantReader<T, T>::read(place);
+            return VariantReader<T, T>::read(context);
         } else if constexpr (kind == Kind::map) {
-            return readMap<T>(place);
+            return readMap<T>(context);
         } else if constexpr (kind == Kind::array) {
-            return readArray<T>(place);
+            return readArray<T>(context);
         } else if constexpr (kind == Kind::tuple) {
-            return readTuple<T>(place, std::make_index_sequence<std::tuple_size<T>::value>());
+            return readTuple<T>(context, std::make_index_sequence<std::tuple_size<T>::value>());
         } else {
-            return readSequence<T>(place);
+            return readSequence<T>(context);
         }
     }
 
@@ -148,9 +148,9 @@ private:
 
 template<class T>
 void FieldSource::read(const char* name, T& field) {
-    const ReadPlace place = find(name);
-    if (place.value() != nullptr || canBeMade<T>(place)) {
-        field = readValue<T>(place);
+    const ReadContext context = find(name);
+    if (context.value() != nullptr || canBeMade<T>(context)) {
+        field = readValue<T>(context);
     } else if constexpr (k_isOptional<T>) {
         field = T();
     } else {

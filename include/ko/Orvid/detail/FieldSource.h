@@ -22,20 +22,21 @@ struct DefaultsUse {
 /// What a value is read from. In the data that is an element, which finds its description itself.
 /// For what the data lack it is the schema's default, or nothing, and the description and the way
 /// back to the data come along. Lives within one call, and as long as the places made of it.
-class KO_API ReadPlace {
+class KO_API ReadContext {
 public:
     /// An element of the data. `use` must live as long as the place.
-    ReadPlace(const Element& value, DefaultsUse& use) : m_value(&value), m_use(&use) {}
+    ReadContext(const Element& value, DefaultsUse& use) : m_value(&value), m_use(&use) {}
     /// An item or member of what `whole` holds.
-    ReadPlace(const ReadPlace& whole, const Element& part) : m_value(&part), m_use(whole.m_use) {
+    ReadContext(const ReadContext& whole, const Element& part)
+        : m_value(&part), m_use(whole.m_use) {
         if (!whole.isInData()) {
             describe(whole);
         }
     }
     /// The field of an object that lacks it: its default, which may be null, and its description,
     /// which may be null too.
-    ReadPlace(const ReadPlace& object, const char* field, const Element* value,
-              const Element* description)
+    ReadContext(const ReadContext& object, const char* field, const Element* value,
+                const Element* description)
         : m_value(value),
           m_description(description),
           m_parent(&object),
@@ -52,12 +53,12 @@ public:
 private:
     friend class FieldSource;
 
-    void describe(const ReadPlace& whole);
+    void describe(const ReadContext& whole);
     void takeDefault(const Element& value) const;
 
     const Element* m_value;
     const Element* m_description = nullptr;
-    const ReadPlace* m_parent = nullptr;
+    const ReadContext* m_parent = nullptr;
     const char* m_field = nullptr;
     DefaultsUse* m_use;
 };
@@ -67,17 +68,17 @@ private:
 class KO_API FieldSource {
 public:
     /// Throws TypeException where there is a value that is no object.
-    explicit FieldSource(const ReadPlace& object);
+    explicit FieldSource(const ReadContext& object);
 
     template<class T>
     void read(const char* name, T& field);
 
 private:
-    ReadPlace find(const char* name);
+    ReadContext find(const char* name);
     const Element* description();
     [[noreturn]] void throwMissing(const char* name) const;
 
-    const ReadPlace& m_place;
+    const ReadContext& m_context;
     const Element* m_description;
     bool m_isDescriptionKnown;
 };

@@ -38,7 +38,7 @@ class KO_API NumberStore {
 public:
     /// The kind is a Number::EBinaryType. Without a kind, the bits are those of the binary value
     /// that the number had before its present text.
-    struct SBinary {
+    struct Binary {
         std::uint64_t bits = 0;
         unsigned char kind = 0;
         /// Whether the text is a number as a whole, and not only up to some place.
@@ -59,9 +59,9 @@ public:
             constructLong(text, {});
         }
     }
-    NumberStore(std::string_view text, const SBinary& binary);
+    NumberStore(std::string_view text, const Binary& binary);
     /// Without a given text.
-    explicit NumberStore(const SBinary& binary) noexcept { layOut(nullptr, binary, k_noText); }
+    explicit NumberStore(const Binary& binary) noexcept { layOut(nullptr, binary, k_noText); }
     NumberStore(const NumberStore& other) {
         // Each word is read once: another thread may add a heap text meanwhile.
         const std::uint64_t word =
@@ -83,7 +83,7 @@ public:
     NumberStore& operator=(const NumberStore&) = delete;
     NumberStore& operator=(NumberStore&&) = delete;
     ~NumberStore() {
-        if (SHeap* const held = heap()) {
+        if (Heap* const held = heap()) {
             release(held);
         }
     }
@@ -91,8 +91,8 @@ public:
     // The heap text, once there is one, stays the same object in all of these.
 
     /// `text` may lie within the present one. Throws std::bad_alloc, leaving everything unchanged.
-    void assign(std::string_view text, const SBinary& binary);
-    void assign(const SBinary& binary) noexcept;
+    void assign(std::string_view text, const Binary& binary);
+    void assign(const Binary& binary) noexcept;
     /// Takes over what the other holds, which is left with any value.
     void take(NumberStore& other) noexcept;
 
@@ -100,10 +100,10 @@ public:
     bool hasHeapText() const noexcept { return heap() != nullptr; }
     /// Empty where none was given. Lives until the next change.
     std::string_view givenText() const noexcept {
-        const SHeap* const held = heap();
+        const Heap* const held = heap();
         return held == nullptr ? heldText() : givenOnHeap(held);
     }
-    SBinary binary() const noexcept {
+    Binary binary() const noexcept {
         if (isWide()) {
             return wideBinary();
         }
@@ -122,7 +122,7 @@ public:
     }
 
     /// Keeps the binary value of a given text, if there is room for it.
-    void keep(const SBinary& binary) const noexcept;
+    void keep(const Binary& binary) const noexcept;
 
     /// The number's text: the given one or, where that is missing or empty, the one derived from
     /// the binary value, if that has a kind. Throws std::bad_alloc.
@@ -134,8 +134,8 @@ public:
     void derive() const;
 
 private:
-    struct SHeap;
-    using THeapPointer = std::atomic<SHeap*>;
+    struct Heap;
+    using HeapPointer = std::atomic<Heap*>;
 
     static constexpr std::size_t k_textOffset = 8;
     static constexpr std::size_t k_small = k_capacity - k_textOffset;
@@ -176,21 +176,21 @@ private:
         return true;
     }
 
-    static SHeap* make(std::string_view text, bool isDerived, SHeap* former);
-    static void release(SHeap* heap) noexcept;
-    static std::string_view givenOnHeap(const SHeap* heap, std::string_view otherwise) noexcept;
+    static Heap* make(std::string_view text, bool isDerived, Heap* former);
+    static void release(Heap* heap) noexcept;
+    static std::string_view givenOnHeap(const Heap* heap, std::string_view otherwise) noexcept;
 
     bool isWide() const noexcept { return m_length > k_small && m_length <= k_capacity; }
-    THeapPointer& pointer() const noexcept {
-        return *std::launder(reinterpret_cast<THeapPointer*>(m_bytes));
+    HeapPointer& pointer() const noexcept {
+        return *std::launder(reinterpret_cast<HeapPointer*>(m_bytes));
     }
-    static SHeap* heapOf(std::uint64_t word) noexcept {
+    static Heap* heapOf(std::uint64_t word) noexcept {
         if ((word & k_tag) != 0) {
             return nullptr;
         }
         // A tag in the word distinguishes it from a binary value.
         // NOLINTNEXTLINE(performance-no-int-to-ptr)
-        return reinterpret_cast<SHeap*>(addressIn(word));
+        return reinterpret_cast<Heap*>(addressIn(word));
     }
     /// Without a cast where the types are one, which some compilers are asked to report.
     template<class Word>
@@ -201,7 +201,7 @@ private:
             return static_cast<std::uintptr_t>(word);
         }
     }
-    SHeap* heap() const noexcept {
+    Heap* heap() const noexcept {
         return isWide() ? heapOf(m_word.load(std::memory_order_acquire))
                         : pointer().load(std::memory_order_acquire);
     }
@@ -212,17 +212,17 @@ private:
         }
         return {reinterpret_cast<const char*>(m_bytes) + (isWide() ? 0 : k_textOffset), m_length};
     }
-    std::string_view givenOnHeap(const SHeap* held) const noexcept {
+    std::string_view givenOnHeap(const Heap* held) const noexcept {
         return givenOnHeap(held, heldText());
     }
 
-    void layOut(SHeap* heap, const SBinary& binary, unsigned char length) noexcept {
-        ::new (m_bytes) THeapPointer(heap);
+    void layOut(Heap* heap, const Binary& binary, unsigned char length) noexcept {
+        ::new (m_bytes) HeapPointer(heap);
         m_word.store(binary.bits, std::memory_order_relaxed);
         m_kind.store(kindByte(binary), std::memory_order_relaxed);
         m_length = length;
     }
-    static unsigned char kindByte(const SBinary& binary) noexcept {
+    static unsigned char kindByte(const Binary& binary) noexcept {
         return static_cast<unsigned char>(binary.kind | (binary.isWhole ? k_whole : 0U));
     }
     /// At most k_small bytes, in words that overlap.
@@ -255,15 +255,15 @@ private:
         std::memcpy(m_bytes, text.data(), k_small);
         std::memcpy(m_bytes + text.size() - k_small, text.data() + text.size() - k_small, k_small);
     }
-    void construct(std::string_view text, const SBinary& binary);
-    void constructLong(std::string_view text, const SBinary& binary);
+    void construct(std::string_view text, const Binary& binary);
+    void constructLong(std::string_view text, const Binary& binary);
     void constructLike(const NumberStore& other);
     void steal(NumberStore& other) noexcept;
-    void useHeap(SHeap& heap, const SBinary& binary, bool isDerived) noexcept;
-    SBinary wideBinary() const noexcept;
-    bool isCurrent(const SHeap& held) const noexcept;
-    const std::string* publish(std::string_view text, bool isDerived, SHeap* former) const;
-    bool publishWide(SHeap& made, SHeap* former) const noexcept;
+    void useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept;
+    Binary wideBinary() const noexcept;
+    bool isCurrent(const Heap& held) const noexcept;
+    const std::string* publish(std::string_view text, bool isDerived, Heap* former) const;
+    bool publishWide(Heap& made, Heap* former) const noexcept;
 
     mutable std::atomic<std::uint64_t> m_word;
     alignas(8) mutable unsigned char m_bytes[k_capacity];

@@ -24,8 +24,8 @@ class ListMap;
 
 namespace ko::Orvid::detail {
 
-using TElementList = IndexList<Element>;
-using TElementMap = ListMap<std::string, Element, std::less<std::string>>;
+using ElementList = IndexList<Element>;
+using ElementMap = ListMap<std::string, Element, std::less<std::string>>;
 
 struct Handovers;  // defined in tree/Strays.h
 
@@ -99,9 +99,9 @@ protected:
     ~ElementPlaces() = default;
 
     /// Throws Exception where one of them lies within the other, and std::bad_alloc.
-    static void beginExchange(TElementList& a, TElementList& b);
-    static void beginExchange(TElementMap& a, TElementMap& b);
-    static void renew(TElementMap& map) noexcept;
+    static void beginExchange(ElementList& a, ElementList& b);
+    static void beginExchange(ElementMap& a, ElementMap& b);
+    static void renew(ElementMap& map) noexcept;
     void end() noexcept {
         if (m_link.hasNotes()) {
             endNotes();

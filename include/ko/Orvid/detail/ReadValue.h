@@ -33,42 +33,42 @@ constexpr bool k_isSimple = std::is_same_v<T, bool> || Number::k_isReadable<T> |
 
 /// What is there to be read. The place has a value, but for what canBeMade() says.
 template<class T>
-T readValue(const ReadPlace& place) {
+T readValue(const ReadContext& context) {
     if constexpr (k_isSimple<T>) {
-        return place.value()->to<T>();
+        return context.value()->to<T>();
     } else {
-        return Converter<T>::readAt(place);
+        return Converter<T>::readAt(context);
     }
 }
 
 /// An item or member of what the place holds.
 template<class T>
-T readPart(const ReadPlace& whole, const Element& part) {
+T readPart(const ReadContext& whole, const Element& part) {
     if constexpr (k_isSimple<T>) {
         return part.to<T>();
     } else {
-        return Converter<T>::readAt(ReadPlace(whole, part));
+        return Converter<T>::readAt(ReadContext(whole, part));
     }
 }
 
 /// Whether a T can be read although neither the data nor the schema has a value: an object whose
 /// members the schema describes.
 template<class T>
-bool canBeMade([[maybe_unused]] const ReadPlace& place) {
+bool canBeMade([[maybe_unused]] const ReadContext& context) {
     constexpr Kind kind = kindOf<T>();
     if constexpr (kind == Kind::fields) {
-        return place.isDescribed();
+        return context.isDescribed();
     } else if constexpr (kind == Kind::optional) {
-        return canBeMade<typename T::value_type>(place) && place.isPromising();
+        return canBeMade<typename T::value_type>(context) && context.isPromising();
     } else {
         return false;
     }
 }
 
 template<class T>
-T readOptional(const ReadPlace& place) {
-    const bool isNull = place.value() != nullptr && place.value()->isNull();
-    return isNull ? T() : T(readValue<typename T::value_type>(place));
+T readOptional(const ReadContext& context) {
+    const bool isNull = context.value() != nullptr && context.value()->isNull();
+    return isNull ? T() : T(readValue<typename T::value_type>(context));
 }
 
 template<class T>
@@ -79,8 +79,8 @@ T readFunction(const Element& element) {
 }
 
 template<class T>
-T readFields(const ReadPlace& place) {
-    FieldSource source(place);
+T readFields(const ReadContext& context) {
+    FieldSource source(context);
     T value{};
     Fields<T>::read(source, value);
     return value;
@@ -109,47 +109,47 @@ T readName(const Element& element) {
 }
 
 template<class T>
-T readSequence(const ReadPlace& place) {
-    const Element::TArray& items = place.value()->array();
+T readSequence(const ReadContext& context) {
+    const Element::TArray& items = context.value()->array();
     T result;
     if constexpr (k_canReserve<T>) {
         result.reserve(items.size());
     }
     for (const Element& item : items) {
         if constexpr (kindOf<T>() == Kind::set) {
-            result.insert(readPart<typename T::value_type>(place, item));
+            result.insert(readPart<typename T::value_type>(context, item));
         } else {
-            result.push_back(readPart<typename T::value_type>(place, item));
+            result.push_back(readPart<typename T::value_type>(context, item));
         }
     }
     return result;
 }
 
 template<class T>
-T readMap(const ReadPlace& place) {
+T readMap(const ReadContext& context) {
     T result;
-    for (const auto& member : place.value()->object()) {
-        result.emplace(member.first, readPart<typename T::mapped_type>(place, member.second));
+    for (const auto& member : context.value()->object()) {
+        result.emplace(member.first, readPart<typename T::mapped_type>(context, member.second));
     }
     return result;
 }
 
 template<class T>
-T readArray(const ReadPlace& place) {
-    const Element::TArray& items = itemsOf(*place.value(), std::tuple_size<T>::value);
+T readArray(const ReadContext& context) {
+    const Element::TArray& items = itemsOf(*context.value(), std::tuple_size<T>::value);
     T result{};
     auto target = result.begin();
     for (const Element& item : items) {
-        *target++ = readPart<typename T::value_type>(place, item);
+        *target++ = readPart<typename T::value_type>(context, item);
     }
     return result;
 }
 
 template<class T, std::size_t... Indexes>
-T readTuple(const ReadPlace& place, std::index_sequence<Indexes...>) {
-    [[maybe_unused]] const Element::TArray& items = itemsOf(*place.value(), sizeof...(Indexes));
+T readTuple(const ReadContext& context, std::index_sequence<Indexes...>) {
+    [[maybe_unused]] const Element::TArray& items = itemsOf(*context.value(), sizeof...(Indexes));
     return T(
-        readPart<std::remove_cv_t<std::tuple_element_t<Indexes, T>>>(place, items[Indexes])...);
+        readPart<std::remove_cv_t<std::tuple_element_t<Indexes, T>>>(context, items[Indexes])...);
 }
 
 /// The type of the elements that a T is read from; etEmpty where several are.
@@ -188,24 +188,24 @@ template<class T, class Alternatives>
 struct VariantReader;
 template<class T, template<class...> class Variant, class... Alternatives>
 struct VariantReader<T, Variant<Alternatives...>> {
-    static T read(const ReadPlace& place) { return readAny<0, Alternatives...>(place); }
+    static T read(const ReadContext& context) { return readAny<0, Alternatives...>(context); }
 
 private:
     template<std::size_t index, class First, class... Rest>
-    static T readAny(const ReadPlace& place) {
-        if (mayBe<First>(*place.value())) {
+    static T readAny(const ReadContext& context) {
+        if (mayBe<First>(*context.value())) {
             try {
-                return readOne<index, First>(place);
+                return readOne<index, First>(context);
             } catch (const std::bad_alloc&) {
                 throw;
             } catch (const std::exception&) {
-                static_cast<void>(place);  // it may be another alternative
+                static_cast<void>(context);  // it may be another alternative
             }
         }
         if constexpr (sizeof...(Rest) == 0) {
-            throwNoAlternative(*place.value());
+            throwNoAlternative(*context.value());
         } else {
-            return readAny<index + 1, Rest...>(place);
+            return readAny<index + 1, Rest...>(context);
         }
     }
 
@@ -216,11 +216,11 @@ private:
     }
 
     template<std::size_t index, class First>
-    static T readOne([[maybe_unused]] const ReadPlace& place) {
+    static T readOne([[maybe_unused]] const ReadContext& context) {
         if constexpr (k_isNothing<First>) {
             return T(std::in_place_index<index>);
         } else {
-            return T(std::in_place_index<index>, readValue<First>(place));
+            return T(std::in_place_index<index>, readValue<First>(context));
         }
     }
 };

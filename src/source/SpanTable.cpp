@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "source/ValuePlaces.h"
+#include "source/SpanTable.h"
 
 #include <ko/Orvid/Exception.h>
 
@@ -9,14 +9,14 @@
 
 namespace ko::Orvid {
 
-void ValuePlaces::grow() {
+void SpanTable::grow() {
     if (m_size == 0) {
-        m_blocks.push_back(std::make_unique<ValuePlace[]>(k_firstSize));
+        m_blocks.push_back(std::make_unique<ValueSpan[]>(k_firstSize));
         m_capacity = k_firstSize;
         return;
     }
     if (m_size == k_firstSize) {
-        auto block = std::make_unique<ValuePlace[]>(k_blockSize);
+        auto block = std::make_unique<ValueSpan[]>(k_blockSize);
         std::copy_n(m_blocks.front().get(), k_firstSize, block.get());
         m_blocks.front() = std::move(block);
         m_capacity = k_blockSize;
@@ -25,11 +25,11 @@ void ValuePlaces::grow() {
     if (m_size > k_none - 1 - k_blockSize) {
         throw Exception("The text holds too many values to note their places");
     }
-    m_blocks.push_back(std::make_unique<ValuePlace[]>(k_blockSize));
+    m_blocks.push_back(std::make_unique<ValueSpan[]>(k_blockSize));
     m_capacity += k_blockSize;
 }
 
-void ValuePlaces::clear() noexcept {
+void SpanTable::clear() noexcept {
     m_blocks.clear();
     m_size = 0;
     m_capacity = 0;

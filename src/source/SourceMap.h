@@ -14,12 +14,12 @@
 #include <utility>
 #include <vector>
 
-#include "source/ValuePlaces.h"
+#include "source/SpanTable.h"
 
 namespace ko::Orvid {
 
 /// A member or item of a container in the text.
-struct ChildPlace {
+struct ChildSpan {
     std::uint32_t value;   ///< its number in the table
     std::size_t gapBegin;  ///< offset after the value before it, or after the opening bracket
     std::size_t begin;     ///< offset of its first byte: its key's, or its value's
@@ -28,12 +28,12 @@ struct ChildPlace {
 
 /// All values of a text in its order, each before those that lie in it. The text must stay where it
 /// is.
-class Places {
+class SourceMap {
 public:
-    static constexpr std::uint32_t k_none = ValuePlaces::k_none;
+    static constexpr std::uint32_t k_none = SpanTable::k_none;
 
     /// Takes what was noted while `text` was read.
-    void set(std::string_view text, ValuePlaces values) noexcept;
+    void set(std::string_view text, SpanTable values) noexcept;
     /// Finds the values of `text`, from the offset `begin` on, in which `root` was read, by a pass
     /// over both. They stay empty when text and tree do not go together, as for a text that ends
     /// early. Linear cost.
@@ -41,7 +41,7 @@ public:
 
     bool empty() const noexcept { return m_values.size() == 0; }
     std::uint32_t size() const noexcept { return m_values.size(); }
-    const ValuePlace& operator[](std::uint32_t value) const noexcept { return m_values[value]; }
+    const ValueSpan& operator[](std::uint32_t value) const noexcept { return m_values[value]; }
     std::string_view text() const noexcept { return m_text; }
     std::string_view text(std::uint32_t value) const noexcept {
         return m_text.substr(m_values[value].begin(),
@@ -61,16 +61,16 @@ public:
     }
 
     /// The first child of a container, which must have one.
-    ChildPlace firstChild(std::uint32_t container) const noexcept;
+    ChildSpan firstChild(std::uint32_t container) const noexcept;
     /// The child that follows `child`, unless that is the last: see hasNext().
-    ChildPlace nextChild(std::uint32_t container, const ChildPlace& child) const noexcept;
-    bool hasNext(std::uint32_t container, const ChildPlace& child) const noexcept {
+    ChildSpan nextChild(std::uint32_t container, const ChildSpan& child) const noexcept;
+    bool hasNext(std::uint32_t container, const ChildSpan& child) const noexcept {
         return m_values[child.value].next() < m_values[container].next();
     }
     /// All children, in the order of the text.
-    std::vector<ChildPlace> children(std::uint32_t container) const;
+    std::vector<ChildSpan> children(std::uint32_t container) const;
     /// The key of a member, with its quotes.
-    std::string_view key(const ChildPlace& child) const noexcept {
+    std::string_view key(const ChildSpan& child) const noexcept {
         return text(child.begin, child.keyEnd);
     }
 
@@ -78,14 +78,14 @@ public:
     /// an element whose ancestors are where they were, or else linear.
     std::uint32_t find(const Element& element) const;
     /// The container of a value that is not the root, and the value's place in it.
-    std::pair<std::uint32_t, ChildPlace> parentOf(std::uint32_t value) const;
+    std::pair<std::uint32_t, ChildSpan> parentOf(std::uint32_t value) const;
 
 private:
     struct Open;
 
     char firstByte(std::uint32_t value) const noexcept { return m_text[m_values[value].begin()]; }
-    ChildPlace childAt(std::uint32_t container, std::uint32_t value,
-                       std::size_t gapBegin) const noexcept;
+    ChildSpan childAt(std::uint32_t container, std::uint32_t value,
+                      std::size_t gapBegin) const noexcept;
     bool scan(std::size_t at);
     std::size_t scanValue(std::size_t at, std::vector<Open>& open);
     bool bind(const Element& root);
@@ -96,7 +96,7 @@ private:
     bool bindTo(std::uint32_t value, const Element& element);
 
     std::string_view m_text;
-    ValuePlaces m_values;
+    SpanTable m_values;
 };
 
 }  // namespace ko::Orvid

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// ValuePlaces, a table with a row of 24 bytes for each value of a text. It grows by blocks, so that
+// SpanTable, a table with a row of 24 bytes for each value of a text. It grows by blocks, so that
 // no row is ever copied: the table of a long text takes no more than its rows, also while it grows.
 
 #pragma once
@@ -15,11 +15,11 @@
 namespace ko::Orvid {
 
 /// A value in the text. Offsets have 48 bits, so that it takes 24 bytes.
-class ValuePlace {
+class ValueSpan {
 public:
-    ValuePlace() noexcept = default;
-    ValuePlace(const Element* element, std::uint64_t begin, std::uint64_t end,
-               std::uint32_t next) noexcept
+    ValueSpan() noexcept = default;
+    ValueSpan(const Element* element, std::uint64_t begin, std::uint64_t end,
+              std::uint32_t next) noexcept
         : m_element(element),
           m_begin(static_cast<std::uint32_t>(begin)),
           m_end(static_cast<std::uint32_t>(end)),
@@ -59,16 +59,16 @@ private:
 };
 
 /// The values of a text in its order, each before those that lie in it.
-class ValuePlaces {
+class SpanTable {
 public:
     /// The number of no value.
     static constexpr std::uint32_t k_none = 0xFFFFFFFFU;
 
     std::uint32_t size() const noexcept { return m_size; }
-    const ValuePlace& operator[](std::uint32_t value) const noexcept {
+    const ValueSpan& operator[](std::uint32_t value) const noexcept {
         return m_blocks[value / k_blockSize][value % k_blockSize];
     }
-    ValuePlace& operator[](std::uint32_t value) noexcept {
+    ValueSpan& operator[](std::uint32_t value) noexcept {
         return m_blocks[value / k_blockSize][value % k_blockSize];
     }
 
@@ -91,7 +91,7 @@ private:
 
     void grow();
 
-    std::vector<std::unique_ptr<ValuePlace[]>> m_blocks;
+    std::vector<std::unique_ptr<ValueSpan[]>> m_blocks;
     std::uint32_t m_size = 0;
     std::uint32_t m_capacity = 0;
 };

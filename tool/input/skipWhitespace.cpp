@@ -2,7 +2,7 @@
 //
 // Skipping whitespace and comments.
 
-#include "input/TextPlace.h"
+#include "input/skipWhitespace.h"
 
 namespace orvid_tool {
 

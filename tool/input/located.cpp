@@ -2,7 +2,7 @@
 //
 // The library knows where a value stands when it reads a document that keeps its text.
 
-#include "input/ValuePlace.h"
+#include "input/located.h"
 
 #include <new>
 #include <optional>
@@ -20,7 +20,7 @@ using ko::Orvid::Element;
 using ko::Orvid::SourcePlace;
 
 /// Appending the document may have given the tree back already.
-std::optional<SourcePlace> placeInKept(const std::string& path, Document& document) {
+std::optional<SourcePlace> spanInKept(const std::string& path, Document& document) {
     Dom& kept = *document.kept;
     if (!document.root.isNull()) {
         *kept = std::move(document.root);
@@ -30,8 +30,8 @@ std::optional<SourcePlace> placeInKept(const std::string& path, Document& docume
 
 /// Of a file the tree is as it was read, and large; that of a record may have been changed, and
 /// then the path may lead to another value.
-std::optional<SourcePlace> placeInText(const std::string& path, Document& document) {
-    const bool isRecord = document.place.line != 0;
+std::optional<SourcePlace> spanInText(const std::string& path, Document& document) {
+    const bool isRecord = document.location.line != 0;
     if (!isRecord) {
         document.root = Element();
     }
@@ -44,7 +44,7 @@ std::optional<SourcePlace> placeInText(const std::string& path, Document& docume
 
 std::optional<SourcePlace> placeOf(const std::string& path, Document& document) {
     try {
-        return document.kept ? placeInKept(path, document) : placeInText(path, document);
+        return document.kept ? spanInKept(path, document) : spanInText(path, document);
     } catch (const ko::Exception&) {
         return std::nullopt;  // path text cannot express every key
     } catch (const std::bad_alloc&) {
@@ -55,15 +55,15 @@ std::optional<SourcePlace> placeOf(const std::string& path, Document& document) 
 }  // namespace
 
 Failure located(Failure failure, Document& document) {
-    const SPlace& at = failure.place();
-    if (!at.path || at.line != document.place.line || at.column != 0) {
+    const Location& at = failure.location();
+    if (!at.path || at.line != document.location.line || at.column != 0) {
         return failure;
     }
-    if (const auto place = placeOf(*at.path, document)) {
+    if (const auto span = placeOf(*at.path, document)) {
         // A byte order mark is no column here, as in errors of the text.
-        const std::size_t mark = place->line == 1 ? ko::Orvid::text::markLength(document.text) : 0;
-        failure.setLine(document.place.line == 0 ? place->line : document.place.line);
-        failure.setColumn(place->column - mark);
+        const std::size_t mark = span->line == 1 ? ko::Orvid::text::markLength(document.text) : 0;
+        failure.setLine(document.location.line == 0 ? span->line : document.location.line);
+        failure.setColumn(span->column - mark);
     }
     return failure;
 }

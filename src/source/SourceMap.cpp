@@ -2,7 +2,7 @@
 //
 // The pass through a text that finds its values, and their elements.
 
-#include "source/Places.h"
+#include "source/SourceMap.h"
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
@@ -15,24 +15,24 @@
 
 namespace ko::Orvid {
 
-struct Places::Open {
+struct SourceMap::Open {
     std::uint32_t value;
     bool isObject;
 };
 
-void Places::set(std::string_view text, ValuePlaces values) noexcept {
+void SourceMap::set(std::string_view text, SpanTable values) noexcept {
     m_text = text;
     m_values = std::move(values);
 }
 
-void Places::locate(std::string_view text, std::size_t begin, const Element& root) {
+void SourceMap::locate(std::string_view text, std::size_t begin, const Element& root) {
     set(text, {});
     if (!scan(begin) || !bind(root)) {
         m_values.clear();
     }
 }
 
-bool Places::scan(std::size_t at) {
+bool SourceMap::scan(std::size_t at) {
     std::vector<Open> open;
     do {
         at = skipTrivia(m_text, at);
@@ -59,7 +59,7 @@ bool Places::scan(std::size_t at) {
 
 /// Adds the value that begins there, and answers the offset after it, or after its bracket; npos
 /// where none begins.
-std::size_t Places::scanValue(std::size_t at, std::vector<Open>& open) {
+std::size_t SourceMap::scanValue(std::size_t at, std::vector<Open>& open) {
     if (at >= m_text.size()) {
         return std::string_view::npos;
     }
@@ -76,7 +76,7 @@ std::size_t Places::scanValue(std::size_t at, std::vector<Open>& open) {
     return end;
 }
 
-bool Places::bind(const Element& root) {
+bool SourceMap::bind(const Element& root) {
     bool isBound = bindTo(0, root);
     for (std::uint32_t value = 0; isBound && value < size(); ++value) {
         isBound =
@@ -85,17 +85,17 @@ bool Places::bind(const Element& root) {
     return isBound;
 }
 
-bool Places::bindTo(std::uint32_t value, const Element& element) {
+bool SourceMap::bindTo(std::uint32_t value, const Element& element) {
     m_values[value].setElement(&element);
     return typeOfToken(firstByte(value)) == element.type();
 }
 
-bool Places::bindChildren(std::uint32_t container) {
+bool SourceMap::bindChildren(std::uint32_t container) {
     return isObject(container) ? bindMembers(container) || bindRepeated(container)
                                : bindItems(container);
 }
 
-bool Places::bindItems(std::uint32_t array) {
+bool SourceMap::bindItems(std::uint32_t array) {
     std::uint32_t value = array + 1;
     for (const Element& item : m_values[array].element()->array()) {
         if (value == m_values[array].next() || !bindTo(value, item)) {
@@ -106,7 +106,7 @@ bool Places::bindItems(std::uint32_t array) {
     return value == m_values[array].next();
 }
 
-bool Places::bindMembers(std::uint32_t object) {
+bool SourceMap::bindMembers(std::uint32_t object) {
     std::uint32_t value = object + 1;
     for (const auto& member : m_values[object].element()->object()) {
         if (value == m_values[object].next() || !bindTo(value, member.second)) {
@@ -118,9 +118,9 @@ bool Places::bindMembers(std::uint32_t object) {
 }
 
 /// The last value of a repeated key is the one that was kept.
-bool Places::bindRepeated(std::uint32_t object) {
+bool SourceMap::bindRepeated(std::uint32_t object) {
     const Element::TObject& members = m_values[object].element()->object();
-    const std::vector<ChildPlace> all = children(object);
+    const std::vector<ChildSpan> all = children(object);
     std::unordered_set<const Element*> seen;
     bool isBound = true;
     for (auto child = all.rbegin(); isBound && child != all.rend(); ++child) {
@@ -132,22 +132,22 @@ bool Places::bindRepeated(std::uint32_t object) {
     return isBound && seen.size() == members.size();
 }
 
-ChildPlace Places::childAt(std::uint32_t container, std::uint32_t value,
-                           std::size_t gapBegin) const noexcept {
+ChildSpan SourceMap::childAt(std::uint32_t container, std::uint32_t value,
+                             std::size_t gapBegin) const noexcept {
     const std::size_t begin = skipTrivia(m_text, gapBegin);
     return {value, gapBegin, begin, isObject(container) ? skipString(m_text, begin) : begin};
 }
 
-ChildPlace Places::firstChild(std::uint32_t container) const noexcept {
+ChildSpan SourceMap::firstChild(std::uint32_t container) const noexcept {
     return childAt(container, container + 1, m_values[container].begin() + 1);
 }
 
-ChildPlace Places::nextChild(std::uint32_t container, const ChildPlace& child) const noexcept {
+ChildSpan SourceMap::nextChild(std::uint32_t container, const ChildSpan& child) const noexcept {
     return childAt(container, m_values[child.value].next(), m_values[child.value].end());
 }
 
-std::vector<ChildPlace> Places::children(std::uint32_t container) const {
-    std::vector<ChildPlace> result;
+std::vector<ChildSpan> SourceMap::children(std::uint32_t container) const {
+    std::vector<ChildSpan> result;
     if (hasChildren(container)) {
         result.push_back(firstChild(container));
         while (hasNext(container, result.back())) {
@@ -157,7 +157,7 @@ std::vector<ChildPlace> Places::children(std::uint32_t container) const {
     return result;
 }
 
-std::uint32_t Places::find(const Element& element) const {
+std::uint32_t SourceMap::find(const Element& element) const {
     std::vector<const Element*> way{&element};
     while (way.back()->parent() != nullptr) {
         way.push_back(way.back()->parent());
@@ -177,9 +177,9 @@ std::uint32_t Places::find(const Element& element) const {
     return way.empty() && value < end ? value : k_none;
 }
 
-std::pair<std::uint32_t, ChildPlace> Places::parentOf(std::uint32_t value) const {
+std::pair<std::uint32_t, ChildSpan> SourceMap::parentOf(std::uint32_t value) const {
     std::uint32_t container = 0;
-    ChildPlace child = firstChild(0);
+    ChildSpan child = firstChild(0);
     while (child.value != value) {
         if (m_values[child.value].next() > value) {
             container = child.value;
