@@ -22,6 +22,7 @@ struct PathParser::ParseWork {
     std::string token;
     unsigned int position = 0;
     unsigned int tokenStart = 0;
+    std::string key = {};  ///< the last one that was reported
 };
 
 namespace {
@@ -235,9 +236,10 @@ bool PathParser::acceptEscaped(ParseWork& s, char c) {
 bool PathParser::emitKey(ParseWork& s, EState following) {
     s.state = following;
     s.tokenStart = s.position;
-    const bool goOn = m_listener->cbObjectProperty(s.token);
+    // The token is empty whatever the listener does; both strings keep their room.
+    s.key.swap(s.token);
     s.token.clear();
-    return goOn;
+    return m_listener->cbObjectProperty(s.key);
 }
 
 bool PathParser::emitIndex(ParseWork& s) {

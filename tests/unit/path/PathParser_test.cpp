@@ -225,6 +225,18 @@ TEST(PathParser, ends_a_pending_key_without_looking_at_the_answer) {
     EXPECT_EQ(s.token.str(), "");
 }
 
+TEST(PathParser, has_taken_a_pending_key_when_the_listener_throws) {
+    Thrower thrower("key");
+    PathParser::SState s;
+    s.state = PathParser::esObject;
+    s.token << "ab";
+    s.position = 6;
+    EXPECT_THROW(PathParser(&thrower).parseEnd(s, -1), std::domain_error);
+    EXPECT_EQ(s.state, PathParser::esInit);
+    EXPECT_EQ(s.tokenStart, 6U);
+    EXPECT_EQ(s.token.str(), "");
+}
+
 TEST(PathParserState, has_a_stream_for_its_token) {
     PathParser::SState s;
     std::stringstream& token = s.token;
