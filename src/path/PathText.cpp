@@ -34,7 +34,7 @@ void PathText::genObjectProperty(std::string_view key) {
 
 void PathText::genListItem(unsigned int index) {
     m_text += '[';
-    m_text += std::to_string(index);
+    m_text += index == k_noIndex ? "*" : std::to_string(index);
     m_text += ']';
     m_isFirst = false;
 }

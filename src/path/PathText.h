@@ -16,7 +16,7 @@ void appendEscaped(std::string& text, std::string_view key);
 class PathText {
 public:
     void genObjectProperty(std::string_view key);
-    /// The 0-based index of an item.
+    /// The 0-based index of an item; k_noIndex gives `[*]`.
     void genListItem(unsigned int index);
 
     std::string take() { return std::move(m_text); }

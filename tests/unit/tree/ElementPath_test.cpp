@@ -241,6 +241,14 @@ TEST(ElementPath, of_an_item_that_its_parent_no_longer_holds_is_the_one_it_had) 
     EXPECT_EQ(doc.root.get("b").array()[1].path(), "a[1]");
 }
 
+TEST(ElementPath, of_a_member_that_names_an_array_as_its_parent_has_no_index) {
+    Element array = makeArray({1, 2});
+    Element::TObject members(&array);
+    const Element& member = members.insert({"key", Element()}).first->second;
+    EXPECT_EQ(pathOf(member), "[*]");
+    EXPECT_EQ(schemaPathOf(member), "meta.schema.items");
+}
+
 TEST(ElementPath, goes_on_after_what_the_stream_holds) {
     const Document document(R"({"a": [1]})");
     std::ostringstream out;
