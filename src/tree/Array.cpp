@@ -133,6 +133,9 @@ void Array<T>::removeMatches(const std::function<bool(const T&)>& matches) {
 
 template<class T>
 void Array<T>::setParent(T* parent) {
+    if (parent != this->parent()) {
+        Strays::stayBehind(this->m_link);
+    }
     this->m_link.setParent(parent);
     tagAll();
 }

@@ -165,6 +165,9 @@ void Object<Key, Value, Compare>::swap(Object& other) {
 
 template<class Key, class Value, class Compare>
 void Object<Key, Value, Compare>::setParent(Value* parent) {
+    if (parent != this->parent()) {
+        Strays::stayBehind(this->m_link);
+    }
     this->m_link.setParent(parent);
     tagAll();
 }

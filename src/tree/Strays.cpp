@@ -18,7 +18,7 @@ namespace detail {
 
 Handovers& ParentLink::needNotes() {
     if (!hasNotes()) {
-        auto* const made = new Handovers{parent(), {}, {}};
+        auto* const made = new Handovers{parent(), {}, {}, false};
         m_word = reinterpret_cast<std::uintptr_t>(made) | k_notes;
     }
     return notes();
@@ -80,6 +80,28 @@ void relinkChildren(const Holder& holder) {
         }
     };
     std::visit(relinkAll, holder);
+}
+
+/// Those children of the container that find their parent at `from` find it at `to` from now on.
+void relinkStrays(const Holder& holder, const ParentLink& from, const ParentLink& to) {
+    const auto relinkEach = [&](auto* container) {
+        for (auto& child : *container) {
+            Element& element = elementOf(child);
+            if (Place::linkOf(element) == &from) {
+                Place::relink(element, &to);
+            }
+        }
+    };
+    std::visit(relinkEach, holder);
+}
+
+/// Drops notes in which nothing is left, and a link that only they needed.
+void tidy(ParentLink* origin) noexcept {
+    const bool isLeft = origin->notes().isLeft;
+    origin->tidy();
+    if (isLeft && !origin->hasNotes()) {
+        delete origin;
+    }
 }
 
 /// A note that is ready to be made, for which no memory will be needed then.
@@ -148,10 +170,29 @@ void Strays::exchange(const Holder& a, const Holder& b) {
     back.make();
 }
 
+void Strays::keepParent(ParentLink& link) {
+    if (link.notes().holders.empty()) {
+        return;
+    }
+    auto left = std::make_unique<ParentLink>();
+    left->setParent(link.parent());
+    left->needNotes().isLeft = true;
+    left->notes().holders.swap(link.notes().holders);
+    for (const auto& [holderLink, holder] : left->notes().holders) {
+        relinkStrays(holder, link, *left);
+        Handovers::Origins& origins = linkOf(holder).notes().origins;
+        auto origin = origins.extract(&link);
+        origin.value() = left.get();
+        origins.insert(std::move(origin));
+    }
+    link.tidy();
+    left.release();  // tidy() deletes it with the last note of it
+}
+
 void Strays::forget(ParentLink& holder) noexcept {
     for (ParentLink* const origin : holder.notes().origins) {
         origin->notes().holders.erase(&holder);
-        origin->tidy();
+        tidy(origin);
     }
     holder.notes().origins.clear();
     holder.tidy();

@@ -39,7 +39,17 @@ public:
         }
     }
 
+    /// Those children that find their parent at `link` but are elsewhere now keep that parent,
+    /// whatever parent `link` is given afterwards. Linear in the number of children of the
+    /// containers that hold them. Throws std::bad_alloc, with no effect.
+    static void stayBehind(detail::ParentLink& link) {
+        if (link.hasNotes()) {
+            keepParent(link);
+        }
+    }
+
 private:
+    static void keepParent(detail::ParentLink& link);
     static void forget(detail::ParentLink& holder) noexcept;
     // NOLINTNEXTLINE(bugprone-exception-escape): a holder is always one of the two
     static void relink(detail::ParentLink& link) noexcept;
@@ -56,6 +66,9 @@ struct detail::Handovers {
     HolderMap holders;
     /// Where children of this container may find a parent, other than here.
     Origins origins;
+    /// Whether this is no container's link but one that strays alone refer to, which ends with
+    /// them.
+    bool isLeft = false;
 };
 
 }  // namespace ko::Orvid

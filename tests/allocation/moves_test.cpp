@@ -82,6 +82,16 @@ const std::vector<Operation> k_containers = {
          right.setParent(right.parent());
          return nothing();
      }},
+    {"name_another_parent_after_a_swap", Leaves::everything,
+     [](Trees& trees) {
+         Element::TArray left(&trees.root);
+         Element::TArray right(&trees.other);
+         left.push_back(1);
+         right.push_back(2);
+         left.swap(right);
+         left.setParent(&trees.other);
+         return std::string(right[0].parent() == &trees.root ? "the former one" : "another");
+     }},
     {"emplace_back", Leaves::everything,
      [](Trees& trees) {
          trees.root.get("a.list").array().emplace_back(std::move(trees.other));

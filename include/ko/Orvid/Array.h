@@ -74,6 +74,8 @@ public:
 
     T* parent() const noexcept { return this->m_link.parent(); }
     /// Gives all items that parent, and their positions as index. Linear in the number of items.
+    /// Throws std::bad_alloc, with no effect, and only after a swap whose other side still names
+    /// the former parent.
     void setParent(T* parent);
 
 private:

@@ -91,7 +91,8 @@ public:
     virtual void swap(Object& other);
 
     Value* parent() const noexcept { return this->m_link.parent(); }
-    /// Gives all members that parent, and their key. Linear in the number of members.
+    /// Gives all members that parent, and their key. Linear in the number of members. Throws as
+    /// Array::setParent().
     void setParent(Value* parent);
 
 private:

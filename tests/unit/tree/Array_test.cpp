@@ -309,6 +309,25 @@ TEST(Array, push_back_and_pop_back_tell_no_other_item_its_place) {
     CHECK_LINKS(doc.root);
 }
 
+TEST(Array, the_others_items_keep_the_parent_they_had_when_another_one_is_set) {
+    Document doc(R"({"a":[1],"b":[7,8],"c":[9]})");
+    Element& left = doc.root.get("a");
+    Element& right = doc.root.get("b");
+    left.array().swap(right.array());
+    Element owner;
+    left.array().setParent(&owner);
+    EXPECT_EQ(parentOf(left.array()), &owner);
+    EXPECT_EQ(parentOf(right.array()), &left);
+    left.array().setParent(nullptr);
+    right.array().swap(doc.root.get("c").array());
+    EXPECT_EQ(parentOf(left.array()), nullptr);
+    EXPECT_EQ(parentOf(right.array()), &right);
+    EXPECT_EQ(parentOf(doc.root.get("c").array()), &left);
+    left.array().setParent(&left);
+    doc.root.get("c").array().updateVector();
+    CHECK_LINKS(doc.root);
+}
+
 TEST(Array, swap_with_itself_changes_nothing) {
     Document doc("[1,2]");
     doc.root.array().swap(doc.root.array());

@@ -303,6 +303,20 @@ TEST(Object, insert_gives_only_the_member_that_it_meets_its_place) {
     CHECK_LINKS(doc.root);
 }
 
+TEST(Object, the_others_members_keep_the_parent_they_had_when_another_one_is_set) {
+    Document doc(R"({"x":{"a":1},"y":{"b":2,"c":3}})");
+    Element& left = doc.root.get("x");
+    Element& right = doc.root.get("y");
+    left.object().swap(right.object());
+    Document owner("{}");
+    left.object().setParent(&owner.root);
+    EXPECT_TRUE(allNamed(left.object(), &owner.root));
+    EXPECT_TRUE(allNamed(right.object(), &left));
+    left.object().setParent(&left);
+    right.object().setParent(&right);
+    CHECK_LINKS(doc.root);
+}
+
 TEST(Object, swap_with_itself_changes_nothing) {
     Document doc(R"({"b":1,"a":2})");
     doc.root.object().swap(doc.root.object());
