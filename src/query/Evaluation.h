@@ -68,6 +68,7 @@ private:
     /// What absolute queries within filters select, by their slots.
     std::vector<std::optional<std::vector<const Element*>>> m_absolute;
     std::unordered_map<std::string, Regexp> m_regexps;
+    std::size_t m_regexpSize = 0;  ///< of all of them
 };
 
 /// The element that a singular query leads to, or null.

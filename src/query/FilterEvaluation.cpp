@@ -16,8 +16,9 @@ namespace ko::Orvid {
 
 namespace {
 
-/// Patterns from the document that are kept compiled.
+/// Patterns from the document that are kept compiled, and their size together.
 constexpr std::size_t k_mostRegexps = 32;
+constexpr std::size_t k_mostRegexpSize = std::size_t{1} << 18;
 
 const std::string* textOf(const Value& value) {
     const bool isString = value.element != nullptr && value.element->isString();
@@ -80,9 +81,9 @@ bool Evaluation::test(const Call& call, const Element& current) {
     if (text == nullptr) {
         return false;
     }
-    m_visits.takeSearched(text->size());
     const bool isWhole = call.function == FunctionKind::match;
     const auto runs = [&](const Regexp& regexp) {
+        m_visits.takeSearched(text->size(), regexp.size());
         return isWhole ? regexp.matches(*text) : regexp.isFoundIn(*text);
     };
     if (call.pattern) {
@@ -98,10 +99,14 @@ const Regexp& Evaluation::regexpFor(const std::string& pattern) {
         return known->second;
     }
     m_visits.takePattern(pattern.size());
-    if (m_regexps.size() >= k_mostRegexps) {
+    Regexp regexp(pattern);
+    m_visits.takeCompiled(regexp.size());
+    if (m_regexps.size() >= k_mostRegexps || m_regexpSize + regexp.size() > k_mostRegexpSize) {
         m_regexps.clear();
+        m_regexpSize = 0;
     }
-    return m_regexps.try_emplace(pattern, pattern).first->second;
+    m_regexpSize += regexp.size();
+    return m_regexps.try_emplace(pattern, std::move(regexp)).first->second;
 }
 
 Value Evaluation::valueOf(const Operand& operand, const Element& current) {

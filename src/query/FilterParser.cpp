@@ -32,11 +32,9 @@ Condition joined(std::vector<Condition>&& parts, bool isAll) {
     return conditionOf(Junction{isAll, std::move(parts)});
 }
 
-std::optional<Regexp> patternOf(const Operand& operand) {
-    const auto* const literal = std::get_if<Element>(&operand.value);
-    return literal != nullptr && literal->isString() ? std::optional<Regexp>(literal->string())
-                                                     : std::nullopt;
-}
+/// How large the patterns of a query may become together; the evaluation compiles the others, and
+/// counts what that costs.
+constexpr std::size_t k_mostPatternSize = std::size_t{1} << 18;
 
 std::string quoted(const FunctionType& type) { return std::string(type.name) + "()"; }
 
@@ -242,6 +240,16 @@ Call QueryParser::takeCall(std::string_view name, std::size_t start) {
         call.pattern = patternOf(call.arguments.back());
     }
     return call;
+}
+
+std::optional<Regexp> QueryParser::patternOf(const Operand& operand) {
+    const auto* const literal = std::get_if<Element>(&operand.value);
+    if (literal == nullptr || !literal->isString() || m_patternSize > k_mostPatternSize) {
+        return std::nullopt;
+    }
+    Regexp pattern(literal->string());
+    m_patternSize += pattern.size();
+    return pattern;
 }
 
 Operand QueryParser::takeArgument(const FunctionType& function) {

@@ -58,6 +58,8 @@ private:
     Element takeWord(std::string_view wanted);
     Query takeFilterQuery();
     Call takeCall(std::string_view name, std::size_t start);
+    /// The pattern that is written in the query, unless it has too much of them already.
+    std::optional<Regexp> patternOf(const Operand& operand);
     Operand takeArgument(const FunctionType& function);
 
     void enterLevel();
@@ -66,6 +68,7 @@ private:
     std::string_view m_text;
     QueryOptions m_options;
     std::size_t m_slots = 0;
+    std::size_t m_patternSize = 0;  ///< of all patterns in the text
     unsigned int m_depth = 0;
     /// Whether the brackets of the query that was taken last hold whitespace, which no singular
     /// query of a comparison may.

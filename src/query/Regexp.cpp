@@ -45,6 +45,10 @@ Regexp::Regexp(Regexp&&) noexcept = default;
 Regexp& Regexp::operator=(Regexp&&) noexcept = default;
 Regexp::~Regexp() = default;
 
+std::size_t Regexp::size() const noexcept {
+    return isValid() ? static_cast<std::size_t>(m_expression->ProgramSize()) : 0;
+}
+
 bool Regexp::matches(std::string_view text) const {
     return isValid() && runs(*m_expression, text, RE2::ANCHOR_BOTH);
 }

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ public:
     ~Regexp();
 
     bool isValid() const noexcept { return m_expression != nullptr; }
+    /// How many instructions the pattern has become; 0 where it matches nothing. Repetitions and
+    /// classes of characters make many of a few bytes. Where its automaton grows too large, each of
+    /// them may be looked at for each byte of a text.
+    std::size_t size() const noexcept;
     /// Whether the whole text matches.
     bool matches(std::string_view text) const;
     /// Whether a part of the text matches.

@@ -30,8 +30,9 @@ struct QueryOptions {
     /// The most elements that a list may hold, of the results and of what each segment selects.
     std::size_t maxResults = 10'000'000;
     /// How often an evaluation may look at an element: what bounds its time. Long texts that are
-    /// compared or searched count once for each piece of 64 or 8 bytes. The default takes some
-    /// seconds, and half a minute of comparisons.
+    /// compared or searched count once for each piece of 64 or 8 bytes, and regular expressions by
+    /// what they become when they are compiled. The default takes some seconds, half a minute of
+    /// comparisons, and some minutes of the slowest regular expressions.
     unsigned long long maxVisits = 1'000'000'000;
     /// How deep filters, parentheses and calls of functions may be nested in the text. More than
     /// k_mostNesting count as that many.

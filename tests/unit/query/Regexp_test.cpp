@@ -15,7 +15,10 @@ namespace orvid_test {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::Exception;
 using ko::Orvid::JsonPath;
+using ko::Orvid::makeArray;
+using ko::Orvid::QueryOptions;
 
 bool holds(const char* query, const std::string& text, const std::string& pattern) {
     Document doc(R"([{"text":"","pattern":""}])");
@@ -117,6 +120,43 @@ TEST(Regexp, refuses_what_the_standard_has_not) {
 TEST(Regexp, takes_linear_time_for_patterns_that_are_slow_elsewhere) {
     EXPECT_FALSE(matches(std::string(5000, 'a') + "b", "(a*)*(a|a)*(a?a?)*c"));
     EXPECT_TRUE(isFound(std::string(5000, 'a'), "(((a+)+)+)+$"));
+}
+
+/// How a search ends that may look at elements that often.
+std::string endOf(const std::string& query, const Element& root, unsigned long long maxVisits) {
+    QueryOptions options;
+    options.maxVisits = maxVisits;
+    try {
+        return JsonPath(query, options).first(root) == nullptr ? "not found" : "found";
+    } catch (const Exception& error) {
+        return error.what();
+    }
+}
+
+TEST(Regexp, counts_a_text_that_is_searched_by_the_size_of_the_pattern) {
+    const Element texts = makeArray({std::string(3000, 'a') + "x"});
+    EXPECT_EQ(endOf(R"($[?search(@, "[a-z]{900}x")])", texts, 50'000),
+              "The query looks at elements more than 50000 times (maxVisits)");
+    EXPECT_EQ(endOf(R"($[?search(@, "[a-z]{900}x")])", texts, 100'000), "found");
+    EXPECT_EQ(endOf(R"($[?search(@, "[a-z]{9}x")])", texts, 5'000), "found");
+}
+
+TEST(Regexp, counts_what_patterns_of_the_document_become) {
+    const Element patterns = makeArray({R"(\p{L}{50}a)", R"(\p{L}{50}b)"});
+    EXPECT_EQ(endOf("$[?match(@, @)]", patterns, 1'000'000),
+              "The query looks at elements more than 1000000 times (maxVisits)");
+    EXPECT_EQ(endOf("$[?match(@, @)]", patterns, 100'000'000), "not found");
+}
+
+TEST(Regexp, compiles_no_more_of_the_query_than_a_bounded_size) {
+    std::string query = "$[?";
+    for (int number = 0; number < 8; ++number) {
+        query += R"(match(@, "\\p{L}{150}x)" + std::to_string(number) + "\") || ";
+    }
+    query += R"(match(@, "x"))";
+    EXPECT_EQ(endOf(query + "]", makeArray({"y"}), 1'000'000),
+              "The query looks at elements more than 1000000 times (maxVisits)");
+    EXPECT_EQ(endOf(query + "]", makeArray({"x"}), 1'000'000'000), "found");
 }
 
 TEST(Regexp, bounds_what_is_nested) {
