@@ -281,15 +281,12 @@ TEST(bad_words, are_misuse_and_reported_in_one_line) {
     EXPECT_TRUE(failsWithOneLine(orvid({"show"}), 2));
     EXPECT_TRUE(failsWithOneLine(orvid({""}), 2));
     EXPECT_TRUE(failsWithOneLine(orvid({"--bogus"}), 2));
-    EXPECT_EQ(
-        orvid({"schema-path", "a", "b"}),
-        failed(2, "The following argument was not expected: b; see orvid schema-path --help"));
+    EXPECT_EQ(orvid({"schema-path", "a", "b"}),
+              failed(2, "a word too many: b; see orvid schema-path --help"));
     EXPECT_EQ(orvid({"print", "--bogus"}),
               failed(2, "there is no option --bogus; see orvid print --help"));
-    EXPECT_EQ(
-        orvid({"schema-path", "a", "b\nc"}),
-        failed(2,
-               "The following argument was not expected: b\\u000ac; see orvid schema-path --help"));
+    EXPECT_EQ(orvid({"schema-path", "a", "b\nc"}),
+              failed(2, "a word too many: b\\u000ac; see orvid schema-path --help"));
     EXPECT_EQ(orvid({"get"}), failed(2, "PATH is required; see orvid get --help"));
     EXPECT_EQ(orvid({"set", "a"}), failed(2, "VALUE is required; see orvid set --help"));
     EXPECT_EQ(orvid({"remove"}), failed(2, "PATH is required; see orvid remove --help"));

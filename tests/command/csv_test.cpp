@@ -42,7 +42,10 @@ TEST(csv, drops_nothing_unasked) {
 TEST(csv, has_the_columns_that_are_named) {
     EXPECT_EQ(
         orvid({"csv", "-f", "n.x", "--field", "l[-1]", "-f", "/no"}, R"({"n":{"x":1},"l":[2,3]})"),
-        printed("n.x,l[-1],/no\n1,3,\n"));
+        printed("n.x,l[-1],no\n1,3,\n"));
+    EXPECT_EQ(orvid({"csv", "-f", R"(a\.b)", "-f", "/c~1d", "-f", "/e/0", "-f", "[0]"},
+                    R"({"a.b":1,"c/d":2,"e":[3]})"),
+              printed("a.b,c/d,/e/0,[0]\n1,2,3,\n"));
     EXPECT_EQ(orvid({"csv", "--no-header", "-f", "[1]", "--tsv", "-f", "[0]"}, "[[1,2]] [[3,4]]"),
               printed("2\t1\n4\t3\n"));
 }

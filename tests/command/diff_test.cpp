@@ -32,6 +32,35 @@ TEST(diff_changes, are_a_line_for_what_goes_and_for_what_comes) {
     }
 }
 
+TEST(diff_changes, have_the_paths_of_the_first_document_and_of_the_second) {
+    const ScratchFile from("[1,2,3,4,5,{\"a\":[1,2,3]}]");
+    EXPECT_EQ(orvid({"diff", "--changes", from.name(), "-"}, "[2,9,4,{\"a\":[3,4]},7]"),
+              printed("- [0]\t1\n- [2]\t3\n+ [1]\t9\n- [4]\t5\n+ [3]\t{\"a\":[3,4]}\n"
+                      "- [5]\t{\"a\":[1,2,3]}\n+ [4]\t7\n"));
+    const ScratchFile nested(R"({"l":[[0],[1],[2,2],[3]]})");
+    EXPECT_EQ(orvid({"diff", "--changes", nested.name(), "-"}, R"({"l":[[1],[2,5,2],[3,[]]]})"),
+              printed("- l[0]\t[0]\n+ l[1][1]\t5\n+ l[2][1]\t[]\n"));
+    EXPECT_EQ(orvid({"diff", "--changes", nested.name(), "-"}, "7"),
+              printed("- \t{\"l\":[[0],[1],[2,2],[3]]}\n+ \t7\n"));
+}
+
+TEST(diff_strict, refuses_what_is_lenient_in_either) {
+    const ScratchFile right("[1]");
+    const ScratchFile lenient("[1,]");
+    EXPECT_EQ(orvid({"diff", right.name(), lenient.name()}), printed("[]\n"));
+    EXPECT_EQ(orvid({"diff", "--strict", right.name(), lenient.name()}).status, 1);
+    EXPECT_EQ(orvid({"diff", "--strict", lenient.name(), right.name()}).status, 1);
+    EXPECT_EQ(orvid({"diff", "--strict", right.name(), right.name()}), printed("[]\n"));
+}
+
+TEST(patch_strict, refuses_what_is_lenient_in_the_change) {
+    const ScratchFile repeated(R"({"a":1,"a":2})");
+    EXPECT_EQ(orvid({"merge", "-c", repeated.name()}, "{}"), printed("{\"a\":2}\n"));
+    EXPECT_EQ(orvid({"merge", "-c", "--strict", repeated.name()}, "{}").status, 1);
+    const ScratchFile comma("[],");
+    EXPECT_EQ(orvid({"patch", "--strict", comma.name()}, "{}").status, 1);
+}
+
 TEST(diff_changes, are_red_and_green_where_colour_is_wanted) {
     const ScratchFile from("{\"a\":1}");
     EXPECT_EQ(orvid({"diff", "--changes", "--color=always", from.name(), "-"}, "{\"a\":[]}"),

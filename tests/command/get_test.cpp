@@ -193,15 +193,31 @@ TEST(get_default, prints_the_default_where_the_data_has_no_value) {
 }
 
 TEST(get_default, says_where_the_schema_has_no_default_either) {
-    EXPECT_EQ(
-        orvid({"get", "--default", "servers[1].user", k_settings}),
-        failed(1, k_settings + ":20:39: at meta.schema.properties.servers.items.properties: path "
-                               "\"meta.schema.properties.servers.items.properties.user."
-                               "default\" not found, there is no \"user\""));
+    const std::string hint = "; the schema has no default for it: --default=VALUE gives one";
+    EXPECT_EQ(orvid({"get", "--default", "servers[1].user", k_settings}),
+              failed(1, k_settings +
+                            ":36:9: at servers[1]: path \"servers[1].user\" not found, "
+                            "there is no \"user\"" +
+                            hint));
     EXPECT_EQ(orvid({"get", "--default", "z"}, k_document),
-              failed(1,
-                     "(standard input):1:1: at (root): path \"meta.schema.properties.z.default\" "
-                     "not found, there is no \"meta\""));
+              failed(1, "(standard input):1:1: at (root): path \"z\" not found, there is no \"z\"" +
+                            hint));
+}
+
+TEST(get_default, says_that_its_value_follows_a_mark) {
+    const auto says = [](const std::string& file, const std::string& value) {
+        return failed(3, file +
+                             ": there is no such file; --default takes its value after a =, as "
+                             "in --default=" +
+                             value);
+    };
+    EXPECT_EQ(orvid({"get", "--default", "5", "x", k_settings}), says("x", "5"));
+    EXPECT_EQ(orvid({"get", "x", "--default", "[]", k_settings}), says("[]", "[]"));
+    EXPECT_EQ(orvid({"get", "--default", "none", "x", k_settings}), says("x", "VALUE"));
+    EXPECT_EQ(orvid({"get", "--default", "x", "no-such.json"}),
+              failed(3, "no-such.json: No such file or directory"));
+    EXPECT_EQ(orvid({"get", "--default=", "x"}, "{}"),
+              failed(2, "a value is required after --default=; see orvid get --help"));
 }
 
 TEST(get_default, is_off_unless_asked_for) {

@@ -158,6 +158,25 @@ TEST(options_of_lines, need_lines) {
     }
 }
 
+TEST(options, that_need_no_value_take_none) {
+    for (const std::string word : {"--compact=no", "--lines=3", "-c=1", "--tab="}) {
+        const std::string name = word.substr(0, word.find('='));
+        EXPECT_EQ(orvid({"print", word}, "1"), failed(2, name + " takes no value: write " + name +
+                                                             " alone; see orvid print --help"));
+    }
+}
+
+TEST(options, that_need_a_value_do_not_take_the_next_word_for_it) {
+    EXPECT_EQ(orvid({"split", "--in=", "x.json"}, "[]"),
+              failed(2, "a value is required after --in=; see orvid split --help"));
+    EXPECT_EQ(orvid({"print", "--indent"}, "1"),
+              failed(2, "a value is required after --indent; see orvid print --help"));
+    EXPECT_EQ(orvid({"print", "--lines", "-j=4"}, "1"),
+              failed(2, "write -j 4, without =; see orvid print --help"));
+    EXPECT_EQ(orvid({"print", "-x"}, "1"),
+              failed(2, "there is no option -x; see orvid print --help"));
+}
+
 TEST(json_errors, are_objects_on_a_line) {
     EXPECT_EQ(orvid({"print", "--json-errors"}, "[1,\n2 3]"),
               (CommandResult{"",

@@ -24,6 +24,17 @@ TEST(split, writes_an_item_a_line) {
     EXPECT_EQ(orvid({"split"}, "[]"), printed(""));
 }
 
+TEST(split, writes_what_a_pointer_of_keys_names_while_it_reads) {
+    EXPECT_EQ(orvid({"split", "--in", "/a~1b/c"}, R"({"a/b":{"c":[1,2,tru]}})"),
+              (CommandResult{"1\n2\n",
+                             "orvid: (standard input):1:21: at a/b.c: Unexpected ']': expected "
+                             "true\n{\"a/b\":{\"c\":[1,2,tru]}}\n                    ^\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"split", "--in", "/l/1"}, R"({"l":[[1],[2,3]]})"), printed("2\n3\n"));
+    EXPECT_EQ(orvid({"split", "--in", "/l/1"}, R"({"l":{"1":[4]}})"), printed("4\n"));
+    EXPECT_EQ(orvid({"split", "--in", "/"}, R"({"":[5]})"), printed("5\n"));
+}
+
 TEST(split, refuses_what_has_no_items) {
     EXPECT_EQ(orvid({"split"}, "{}"),
               failed(1, "(standard input): at (root): an object has no items to split"));

@@ -70,6 +70,9 @@ TEST(call_paths, count_from_the_end) {
     EXPECT_EQ(orvid({"remove", "[-2]", "--also", "[-1]"}, "[1, 2, 3]"), printed("[1]"));
     EXPECT_EQ(orvid({"get", "[-4]"}, "[1,2,3]").status, 1);
     EXPECT_EQ(orvid({"get", "[-0]"}, "[1,2,3]").status, 1);
+    EXPECT_EQ(orvid({"get", "[-01]"}, "[1,2,3]"),
+              failed(2, "path \"[-01]\": [-01] has a zero before its number"));
+    EXPECT_EQ(orvid({"get", "/a[-01]"}, R"({"a[-01]":7})"), printed("7\n"));
     EXPECT_EQ(orvid({"get", R"(\[-1])"}, R"({"[-1]":7})").status, 2);
     EXPECT_EQ(orvid({"get", R"(\[-1\])"}, R"({"[-1]":7})"), printed("7\n"));
 }

@@ -44,12 +44,12 @@ Words& Words::several(const char* name, std::vector<std::string>& words, const c
 }
 
 Words& Words::flag(const char* names, bool& isGiven, const char* help) {
-    m_last = m_app->add_flag(names, isGiven, help);
+    m_last = m_app->add_flag(names, isGiven, help)->disable_flag_override();
     return *this;
 }
 
 Words& Words::flag(const char* names, const std::function<void()>& action, const char* help) {
-    m_last = m_app->add_flag_callback(names, action, help);
+    m_last = m_app->add_flag_callback(names, action, help)->disable_flag_override();
     return *this;
 }
 
@@ -111,7 +111,8 @@ struct CommandLine::Impl {
     Impl(int argc, char** argv) : words(argv + 1, argv + argc) {
         if (!words.empty() && words.front() == "help") {
             words.erase(words.begin());
-            words.insert(words.begin() + (words.empty() ? 0 : 1), "--help");
+            const bool isOfVerb = !words.empty() && words.front() != "help";
+            words.insert(words.begin() + (isOfVerb ? 1 : 0), "--help");
         }
     }
 
@@ -119,22 +120,61 @@ struct CommandLine::Impl {
     std::vector<std::string> words;  ///< after the command's name
     CLI::App* given = nullptr;       ///< the verb of this call
 
-    /// Names the first word that looks like an unknown option, where there is one.
-    std::optional<std::string> unknownOption() const {
+    /// The names of the verb's options, each as it is typed.
+    std::vector<std::string> knownOptions() const {
         std::vector<std::string> known;
         for (const CLI::Option* const option : given->get_options()) {
             for (const std::string& name : option->get_lnames()) {
                 known.push_back("--" + name);
             }
+            for (const std::string& name : option->get_snames()) {
+                known.push_back("-" + name);
+            }
         }
-        for (const std::string& word : words) {
-            const std::string name = word.substr(0, word.find('='));
-            const bool isOption = name.length() > 2 && name.compare(0, 2, "--") == 0;
-            if (isOption && std::find(known.begin(), known.end(), name) == known.end()) {
+        return known;
+    }
+
+    /// Names the first word that looks like an unknown option, where there is one.
+    std::optional<std::string> unknownOption() const {
+        const std::vector<std::string> known = knownOptions();
+        for (const std::string& word : optionWords()) {
+            const std::string name = word[1] == '-' ? word.substr(0, word.find('=')) : word;
+            const bool isKnown = std::find(known.begin(), known.end(), name) != known.end();
+            if (word[1] == '-' && !isKnown) {
                 return "there is no option " + name + suggestion(name, known);
             }
         }
         return std::nullopt;
+    }
+
+    /// What CLI11 says of words that are left over, which begins with how many there are.
+    std::string leftOver(const std::string& said) const {
+        const std::string word = said.substr(said.rfind(": ") + 2);
+        return word.rfind('-', 0) == 0 && word != "-" ? "there is no option " + word
+                                                      : "a word too many: " + unmarked(word);
+    }
+
+    /// Throws UsageError where a `=` is in an option that takes none, or nothing follows it: CLI11
+    /// takes the former for a truth value, and for the latter the next word.
+    void requireValues() const {
+        for (const std::string& word : optionWords()) {
+            const std::size_t mark = word.find('=');
+            const std::string name = word.substr(0, mark);
+            const CLI::Option* const option =
+                mark == std::string::npos ? nullptr : given->get_option_no_throw(name);
+            if (option == nullptr) {
+                continue;
+            }
+            if (option->get_disable_flag_override()) {
+                throw UsageError(name + " takes no value: write " + name + " alone");
+            }
+            if (word[1] != '-') {
+                throw UsageError("write " + name + " " + word.substr(mark + 1) + ", without =");
+            }
+            if (mark + 1 == word.length()) {
+                throw UsageError("a value is required after " + word);
+            }
+        }
     }
 
     /// The last word first, as CLI11 wants them.
@@ -142,6 +182,20 @@ struct CommandLine::Impl {
         std::vector<std::string> result;
         for (auto word = words.rbegin(); word != words.rend(); ++word) {
             result.push_back(marked(*word));
+        }
+        return result;
+    }
+
+    /// The words that begin with a dash, up to the one that ends the options.
+    std::vector<std::string> optionWords() const {
+        std::vector<std::string> result;
+        for (const std::string& word : words) {
+            if (word == "--") {
+                break;
+            }
+            if (word.length() > 1 && word.front() == '-') {
+                result.push_back(word);
+            }
         }
         return result;
     }
@@ -180,11 +234,15 @@ std::optional<std::string> CommandLine::read() {
         for (CLI::Option* const option : m_impl->given->get_options()) {
             option->transform(&unmarked);
         }
+        m_impl->requireValues();
     }
     try {
         m_impl->app.parse(m_impl->markedWords());
     } catch (const CLI::ExtrasError& error) {
-        throw UsageError(m_impl->unknownOption().value_or(error.what()));
+        throw UsageError(m_impl->unknownOption().value_or(m_impl->leftOver(error.what())));
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string said = error.what();
+        throw UsageError("a value is required after " + said.substr(0, said.find(':')));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
             throw UsageError(error.what());

@@ -27,6 +27,7 @@ struct Negative {
     std::size_t count = 0;       ///< from the end, 1 is the last item; 0 where N is too great
 };
 
+/// Throws Failure for a number that begins with a zero.
 Negative negativeAt(const std::string& text, std::size_t start) {
     constexpr std::size_t mostDigits = 9;
     const std::size_t digits = start + 2;
@@ -35,6 +36,10 @@ Negative negativeAt(const std::string& text, std::size_t start) {
         return {};
     }
     const std::string number = text.substr(digits, end - digits);
+    if (number.length() > 1 && number.front() == '0') {
+        throw Failure(ExitStatus::usage,
+                      "path \"" + text + "\": [-" + number + "] has a zero before its number");
+    }
     return {start, end + 1, number.length() <= mostDigits ? std::stoul(number) : 0};
 }
 
@@ -66,10 +71,11 @@ JsonPointer pointerOf(const std::string& word) {
 
 }  // namespace
 
-CallPath::CallPath(std::string word)
-    : m_word(std::move(word)), m_hasNegative(firstNegative(m_word).start != k_none) {
+CallPath::CallPath(std::string word) : m_word(std::move(word)) {
     if (!m_word.empty() && m_word.front() == '/') {
         m_pointer = pointerOf(m_word);
+    } else {
+        m_hasNegative = firstNegative(m_word).start != k_none;
     }
 }
 

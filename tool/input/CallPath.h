@@ -16,12 +16,15 @@ class CallPath {
 public:
     CallPath() = default;
     /// A word that begins with `/` is a JSON Pointer; `\/` begins a key with a slash. Throws
-    /// Failure for a malformed pointer.
+    /// Failure for a malformed pointer, and for a negative index that begins with a zero.
     explicit CallPath(std::string word);
 
     const std::string& word() const { return m_word; }
     /// Whether the word is a path of the library as it stands, the same for every document.
     bool isPlain() const { return !m_pointer && !m_hasNegative; }
+
+    /// The pointer, where the word is one; or null.
+    const ko::Orvid::JsonPointer* pointer() const { return m_pointer ? &*m_pointer : nullptr; }
 
     /// The library's path to the place in that document, which need not exist, but all before a
     /// negative index must. Throws PathNotFound, and Failure for a malformed path.

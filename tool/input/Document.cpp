@@ -91,12 +91,12 @@ void readArgument(const char* name, const std::string& text, Element& root) {
     }
 }
 
-void readFile(const std::string& file, Element& root) {
+void readFile(const std::string& file, Element& root, bool isStrict) {
     const Location location{inputName(file), 0, 0, {}};
     try {
         Input input(file);
         const Bytes ended = input.readAll();
-        readTree(location, ended.view().substr(0, ended.length() - 1), root);
+        readTree(location, ended.view().substr(0, ended.length() - 1), root, isStrict);
     } catch (const std::bad_alloc&) {
         throw memoryFailure(location);
     }

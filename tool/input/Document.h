@@ -44,7 +44,7 @@ Failure failureOf(const Location& location, std::string_view text,
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.
 void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);
 
-/// Reads a whole file, or standard input for "-", into `root`.
-void readFile(const std::string& file, ko::Orvid::Element& root);
+/// Reads a whole file, or standard input for "-", into `root`, as readTree() does.
+void readFile(const std::string& file, ko::Orvid::Element& root, bool isStrict = false);
 
 }  // namespace orvid_tool

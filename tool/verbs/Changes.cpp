@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// The operations are applied one by one, so that each finds what it takes away.
+// The operations are followed in what becomes of the first document's elements: where each was
+// before, its element knows, and where each comes to stand, the second document does.
 
 #include "verbs/Changes.h"
 
+#include <algorithm>
+#include <deque>
+#include <map>
 #include <utility>
+#include <vector>
 
 #include "verbs/Leaves.h"
 
@@ -15,52 +20,156 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::JsonPointer;
 
-std::string line(char sign, const std::string& path, const Element& value, const Layout& layout) {
+constexpr std::size_t k_none = static_cast<std::size_t>(-1);
+
+/// A place in the document between two operations, and of the places below it those that an
+/// operation has come by.
+struct SNode {
+    const Element* before;           ///< the element of the first document; null for a new one
+    std::size_t operation = k_none;  ///< the one that put it here
+    std::map<std::string, SNode*> members;
+    std::vector<SNode*> items;  ///< of an array
+    bool hasItems = false;      ///< whether they are noted
+};
+
+class Follower {
+public:
+    explicit Follower(const Element& from) : m_root(&node(from)) {}
+
+    /// Follows the operation of that number; answers what it takes away, or null.
+    const Element* follow(std::size_t number, const Element& operation) {
+        const std::string kind = operation.at("op").string();
+        const JsonPointer pointer(operation.at("path").string());
+        const std::vector<std::string>& steps = pointer.steps();
+        SNode*& target = kind == "add" ? opened(steps) : reached(steps);
+        const Element* const gone = kind == "add" ? nullptr : target->before;
+        if (kind == "remove") {
+            close(steps);
+        } else {
+            m_nodes.push_back({nullptr, number, {}, {}, false});
+            target = &m_nodes.back();
+        }
+        return gone;
+    }
+
+    /// What each operation has put into the document that all of them led to; null for the others.
+    std::vector<const Element*> added(const Element& to, std::size_t count) const {
+        std::vector<const Element*> result(count);
+        std::vector<std::pair<const SNode*, const Element*>> open{{m_root, &to}};
+        while (!open.empty()) {
+            const auto [pointer, now] = open.back();
+            open.pop_back();
+            if (pointer->operation != k_none) {
+                result[pointer->operation] = now;
+            }
+            for (std::size_t i = 0; i < pointer->items.size(); ++i) {
+                open.emplace_back(pointer->items[i], &now->array()[i]);
+            }
+            for (const auto& [key, member] : pointer->members) {
+                open.emplace_back(member, &now->object().find(key)->second);
+            }
+        }
+        return result;
+    }
+
+private:
+    SNode& node(const Element& before) {
+        m_nodes.push_back({&before, k_none, {}, {}, false});
+        return m_nodes.back();
+    }
+
+    SNode*& child(SNode& holder, const std::string& step) {
+        if (holder.before->isObject()) {
+            SNode*& member = holder.members[step];
+            if (member == nullptr) {
+                member = &node(holder.before->object().find(step)->second);
+            }
+            return member;
+        }
+        return itemsOf(holder)[std::stoul(step)];
+    }
+
+    std::vector<SNode*>& itemsOf(SNode& holder) {
+        if (!holder.hasItems) {
+            holder.hasItems = true;
+            for (const Element& item : holder.before->array()) {
+                holder.items.push_back(&node(item));
+            }
+        }
+        return holder.items;
+    }
+
+    SNode*& reached(const std::vector<std::string>& steps) {
+        SNode** pointer = &m_root;
+        for (const std::string& step : steps) {
+            pointer = &child(**pointer, step);
+        }
+        return *pointer;
+    }
+
+    SNode& holderOf(const std::vector<std::string>& steps) {
+        return *reached({steps.begin(), steps.end() - 1});
+    }
+
+    /// A new place, after those of the items before it.
+    SNode*& opened(const std::vector<std::string>& steps) {
+        SNode& holder = holderOf(steps);
+        if (holder.before->isObject()) {
+            return holder.members[steps.back()];
+        }
+        auto& items = itemsOf(holder);
+        const auto index = static_cast<std::ptrdiff_t>(std::stoul(steps.back()));
+        return *items.insert(items.begin() + index, nullptr);
+    }
+
+    void close(const std::vector<std::string>& steps) {
+        SNode& holder = holderOf(steps);
+        if (holder.before->isObject()) {
+            holder.members.erase(steps.back());
+            return;
+        }
+        auto& items = itemsOf(holder);
+        items.erase(items.begin() + static_cast<std::ptrdiff_t>(std::stoul(steps.back())));
+    }
+
+    std::deque<SNode>
+        m_nodes;  ///< which no depth makes recursive, as owners of each other would be
+    SNode* m_root;
+};
+
+/// The pointer where a path cannot express the place.
+std::string locationText(const Element& element) {
+    const JsonPointer pointer = JsonPointer::of(element);
+    const auto& steps = pointer.steps();
+    const bool isPath = std::find(steps.begin(), steps.end(), "") == steps.end();
+    return isPath ? element.path() : pointer.str();
+}
+
+std::string line(char sign, const Element& value, const Layout& layout) {
     const char* const color = sign == '-' ? "\x1B[31m" : "\x1B[32m";
     Layout plain = layout;
     plain.isColored = false;
     std::string json = jsonLine(value, plain);
     json.pop_back();
-    const std::string text = std::string(1, sign) + " " + pathOnOneLine(path) + "\t" + json;
+    const std::string text =
+        std::string(1, sign) + " " + pathOnOneLine(locationText(value)) + "\t" + json;
     return (layout.isColored ? color + text + "\x1B[0m" : text) + "\n";
-}
-
-/// The pointer itself where a path cannot express it.
-std::string pathText(const JsonPointer& pointer, const Element& document) {
-    try {
-        return pointer.toPath(document).str();
-    } catch (const ko::Exception&) {
-        return pointer.str();
-    }
-}
-
-Element onlyOperation(const Element& operation) {
-    Element patch;
-    Element::create(patch.data(), ko::Orvid::etArray, &patch);
-    patch.array().push_back(operation);
-    return patch;
 }
 
 }  // namespace
 
-std::string changesText(const Element& from, const Element& patch, const Layout& layout) {
-    Element document = from;
-    std::string text;
+std::string changesText(const Element& from, const Element& to, const Element& patch,
+                        const Layout& layout) {
+    Follower follower(from);
+    std::vector<const Element*> gone;
     for (const Element& operation : patch.array()) {
-        const std::string kind = operation.at("op").string();
-        const JsonPointer pointer(operation.at("path").string());
-        const std::string path = pathText(pointer, document);
-        if (kind == "remove" || kind == "replace") {
-            text += line('-', path, pointer.get(document), layout);
-        }
-        if (kind == "move") {
-            const JsonPointer source(operation.at("from").string());
-            text += line('-', pathText(source, document), source.get(document), layout);
-        }
-        ko::Orvid::applyPatch(document, onlyOperation(operation));
-        if (kind != "remove") {
-            text += line('+', path, pointer.get(document), layout);
-        }
+        gone.push_back(follower.follow(gone.size(), operation));
+    }
+    const std::vector<const Element*> added = follower.added(to, gone.size());
+    std::string text;
+    for (std::size_t i = 0; i < gone.size(); ++i) {
+        text += gone[i] == nullptr ? "" : line('-', *gone[i], layout);
+        text += added[i] == nullptr ? "" : line('+', *added[i], layout);
     }
     return text;
 }

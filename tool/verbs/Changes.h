@@ -12,10 +12,10 @@
 
 namespace orvid_tool {
 
-/// A line `- PATH<TAB>VALUE` for what goes and `+ PATH<TAB>VALUE` for what comes, in the order of
-/// the patch, each path as it is when the operation is done. A value that is replaced has both.
-/// Throws Unwritable.
-std::string changesText(const ko::Orvid::Element& from, const ko::Orvid::Element& patch,
-                        const Layout& layout);
+/// A line `- PATH<TAB>VALUE` for what goes, with its path in `from`, and `+ PATH<TAB>VALUE` for
+/// what comes, with its path in `to`, in the order of the patch, which makePatch() made of the two.
+/// A value that is replaced has both. Throws Unwritable.
+std::string changesText(const ko::Orvid::Element& from, const ko::Orvid::Element& to,
+                        const ko::Orvid::Element& patch, const Layout& layout);
 
 }  // namespace orvid_tool

@@ -47,7 +47,7 @@ public:
     /// Throws Failure for a malformed path.
     explicit Columns(const std::vector<std::string>& words) : m_areNamed(!words.empty()) {
         for (const std::string& word : words) {
-            addPath(word, CallPath(word));
+            addPath(CallPath(word));
         }
     }
 
@@ -72,12 +72,22 @@ public:
     }
 
 private:
-    void addPath(const std::string& word, CallPath path) {
-        if (path.isPlain()) {
-            static_cast<void>(stepsOf(word));  // which fails for a path that is malformed
-        }
-        m_names.push_back({word, false});
+    void addPath(CallPath path) {
+        m_names.push_back({nameOf(path), false});
         m_paths.push_back(std::move(path));
+    }
+
+    /// The key where the path is a single one, or else the path as it was written. Throws Failure
+    /// for a malformed path.
+    static std::string nameOf(const CallPath& path) {
+        if (const ko::Orvid::JsonPointer* const pointer = path.pointer()) {
+            return pointer->steps().size() == 1 ? pointer->steps().front() : path.word();
+        }
+        if (!path.isPlain()) {
+            return path.word();
+        }
+        const ValueSteps steps = stepsOf(path.word());
+        return steps.size() == 1 && steps.front().isKey ? steps.front().key : path.word();
     }
 
     std::vector<CsvField> fieldsAtPaths(const Element& record) const {

@@ -37,6 +37,7 @@ public:
         words.flag("--exit-code", m_hasExitCode, "end with 1 where the documents differ");
         words.flag("-q,--quiet", m_isQuiet, "write nothing; end with 1 where the documents differ");
         addLayout(words, call);
+        addStrict(words, call);
     }
 
     void prepare(Call& /*call*/) override {
@@ -48,12 +49,12 @@ public:
     ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
         Element from;
         Element to;
-        readFile(m_from, from);
-        readFile(m_to, to);
+        readFile(m_from, from, call.isStrict);
+        readFile(m_to, to, call.isStrict);
         const Element patch = ko::Orvid::makePatch(from, to, m_options);
         try {
             if (!m_isQuiet) {
-                out.write(m_isForPeople ? changesText(from, patch, call.layout)
+                out.write(m_isForPeople ? changesText(from, to, patch, call.layout)
                                         : jsonText(patch, call.layout));
             }
         } catch (const Unwritable& error) {

@@ -9,6 +9,7 @@
 #include "edit/Answer.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "input/PathSteps.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
@@ -22,6 +23,7 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::Path;
+using ko::Orvid::PathNotFound;
 
 class Get : public DocumentVerb {
 public:
@@ -52,6 +54,7 @@ public:
 
     void prepare(Call& call) override {
         requireNoFile("PATH", m_word, call.files);
+        requireFile(call.files);
         m_schema.load(call.schemaFile);
         m_paths.emplace_back(m_word);
         for (const std::string& word : m_also) {
@@ -104,34 +107,75 @@ private:
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
         if (call.lines.isOn && m_paths.size() > 1) {
-            appendAll(call, document.root, out);
+            appendAll(call, document, out);
             return;
         }
         for (const CallPath& path : m_paths) {
-            appendAnswer(call, found(path, document.root), out);
+            appendAnswer(call, found(path, document), out);
         }
     }
 
-    void appendAll(const Call& call, const Element& root, Bytes& out) const {
+    void appendAll(const Call& call, const Document& document, Bytes& out) const {
         Element values;
         Element::create(values.data(), ko::Orvid::etArray, &values);
         for (const CallPath& path : m_paths) {
-            values.array().push_back(found(path, root));
+            values.array().push_back(found(path, document));
         }
         appendAnswer(call, values, out);
     }
 
-    const Element& found(const CallPath& path, const Element& root) const {
-        const Element* const inData = m_default.empty() ? &path.get(root) : path.find(root);
-        if (inData != nullptr) {
-            return *inData;
+    const Element& found(const CallPath& path, const Document& document) const {
+        try {
+            return path.get(document.root);
+        } catch (const PathNotFound& error) {
+            if (m_default.empty()) {
+                throw;
+            }
+            return m_value ? *m_value : schemaDefault(path, document, error);
         }
-        if (m_value) {
-            return *m_value;
+    }
+
+    /// The schema's default for what `missing` says of the data.
+    const Element& schemaDefault(const CallPath& path, const Document& document,
+                                 const PathNotFound& missing) const {
+        const Element& root = document.root;
+        try {
+            return withPath(path.in(root), [&](const Path& parsed) {
+                return std::cref(m_schema.of(root).getDefault(parsed));
+            });
+        } catch (const PathNotFound&) {
+            const Failure failure = missingPath(document.location, root, missing);
+            throw Failure(failure.status(), failure.location(),
+                          std::string(failure.text()) +
+                              "; the schema has no default for it: --default=VALUE gives one");
         }
-        return withPath(path.in(root), [&](const Path& parsed) {
-            return std::cref(m_schema.of(root).getDefault(parsed));
-        });
+    }
+
+    /// A value that follows `--default` as a word of its own is taken for the path, and the path
+    /// for a file.
+    void requireFile(const std::vector<std::string>& files) const {
+        const bool isAlone = m_default == k_schemaDefault && !files.empty();
+        if (!isAlone || files.front() == k_standardInput || isFileThere(files.front()) ||
+            endsAsFile(files.front())) {
+            return;
+        }
+        const bool isFirst = isJson(m_word);
+        throw Failure(
+            ExitStatus::inputOutput, {files.front(), 0, 0, {}},
+            "there is no such file; --default takes its value after a =, as in --default=" +
+                (isFirst                 ? m_word
+                 : isJson(files.front()) ? files.front()
+                                         : "VALUE"));
+    }
+
+    static bool isJson(const std::string& word) {
+        try {
+            Element value;
+            readArgument("JSON", word, value);
+            return true;
+        } catch (const Failure&) {
+            return false;
+        }
     }
 
     std::string m_word;

@@ -35,7 +35,7 @@ public:
             throw UsageError("PATCH and FILE cannot both be standard input");
         }
         call.changeFile = m_file;
-        readFile(m_file, m_change);
+        readFile(m_file, m_change, call.isStrict);
     }
 
 protected:

@@ -19,6 +19,14 @@ namespace {
 
 using ko::Orvid::Element;
 
+/// Whether no step could be an index, nor be missing in a path.
+bool areKeys(const ko::Orvid::JsonPointer& pointer) {
+    return std::all_of(pointer.steps().begin(), pointer.steps().end(), [](const std::string& step) {
+        return !step.empty() && step != "-" &&
+               step.find_first_not_of("0123456789") != std::string::npos;
+    });
+}
+
 class Split : public DocumentVerb {
 public:
     const char* name() const override { return "split"; }
@@ -51,12 +59,15 @@ public:
     }
 
 private:
-    /// An item that is counted from the end is not known before the end.
+    /// An item that is counted from the end is not known before the end, and a step of digits may
+    /// be a key or an index.
     void prepareStream() {
-        if (!m_path.isPlain()) {
+        const ko::Orvid::JsonPointer* const pointer = m_path.pointer();
+        if (pointer == nullptr ? !m_path.isPlain() : !areKeys(*pointer)) {
             return;
         }
-        Wanted wanted{!m_isOfValues, false, stepsOf(m_path.word())};
+        const std::string path = pointer == nullptr ? m_path.word() : pointer->toPath().str();
+        Wanted wanted{!m_isOfValues, false, stepsOf(path)};
         const bool hasLocation = std::all_of(
             wanted.steps.begin(), wanted.steps.end(),
             [](const ValueStep& step) { return step.isKey || step.index != ko::Orvid::k_noIndex; });
