@@ -46,32 +46,42 @@ void expectLines(const std::vector<BadText>& rows) {
     }
 }
 
+std::string isOpen(const std::string& part, const std::string& begin) {
+    return " (the " + part + " that begins at " + begin + " is not closed)";
+}
+
 TEST(bad_text, without_a_value_ends_early) {
     expectLines({{"", "1:1: at (root): The text ends before the document is complete"},
                  {" ", "1:2: at (root): The text ends before the document is complete"},
                  {" \t\r\n\n ", "3:2: at (root): The text ends before the document is complete"},
                  {"// note", "1:8: at (root): The text ends before the document is complete"},
                  {"// note\n", "2:1: at (root): The text ends before the document is complete"},
-                 {"/* note", "1:8: at (root): The text ends before the document is complete"},
+                 {"/* note", "1:8: at (root): The text ends before the document is complete" +
+                                 isOpen("comment", "1:1")},
                  {"/* note */", "1:11: at (root): The text ends before the document is complete"}});
 }
 
 TEST(bad_text, that_ends_early_says_where_and_in_which_element) {
-    expectLines({{"{", "1:2: at (root): The text ends before the document is complete"},
-                 {"{\"a\"", "1:5: at a: The text ends before the document is complete"},
-                 {"{\"a\":", "1:6: at a: The text ends before the document is complete"},
-                 {"{\"a\":1", "1:7: at a: The text ends before the document is complete"},
-                 {"{\"a\":1,", "1:8: at (root): The text ends before the document is complete"},
-                 {"{\"a\":[1,\n2", "2:2: at a: The text ends before the document is complete"},
-                 {"{\"a\":[1,\n{\"b\":[\n",
-                  "3:1: at a[1].b: The text ends before the document is complete"},
-                 {"nul", "1:4: at (root): The text ends before the document is complete"},
-                 {"\"abc", "1:5: at (root): The text ends before the document is complete"},
-                 {"\"abc\\", "1:6: at (root): The text ends before the document is complete"},
-                 {"\"\\u12", "1:6: at (root): The text ends before the document is complete"},
-                 {"-", "1:2: at (root): The text ends before the document is complete"},
-                 {"1.", "1:3: at (root): The text ends before the document is complete"},
-                 {"1e+", "1:4: at (root): The text ends before the document is complete"}});
+    expectLines(
+        {{"{", "1:2: at (root): The text ends before the document is complete"},
+         {"{\"a\"", "1:5: at a: The text ends before the document is complete"},
+         {"{\"a\":", "1:6: at a: The text ends before the document is complete"},
+         {"{\"a\":1", "1:7: at a: The text ends before the document is complete"},
+         {"{\"a\":1,", "1:8: at (root): The text ends before the document is complete"},
+         {"{\"a\":[1,\n2",
+          "2:2: at a: The text ends before the document is complete" + isOpen("array", "1:6")},
+         {"{\"a\":[1,\n{\"b\":[\n",
+          "3:1: at a[1].b: The text ends before the document is complete" + isOpen("array", "2:6")},
+         {"nul", "1:4: at (root): The text ends before the document is complete"},
+         {"\"abc", "1:5: at (root): The text ends before the document is complete" +
+                       isOpen("string", "1:1")},
+         {"\"abc\\", "1:6: at (root): The text ends before the document is complete" +
+                         isOpen("string", "1:1")},
+         {"\"\\u12", "1:6: at (root): The text ends before the document is complete" +
+                         isOpen("string", "1:1")},
+         {"-", "1:2: at (root): The text ends before the document is complete"},
+         {"1.", "1:3: at (root): The text ends before the document is complete"},
+         {"1e+", "1:4: at (root): The text ends before the document is complete"}});
 }
 
 TEST(bad_text, cut_at_any_byte_ends_early) {
@@ -79,7 +89,7 @@ TEST(bad_text, cut_at_any_byte_ends_early) {
     for (std::size_t length = 0; length < k_everything.length(); ++length) {
         const CommandResult result = orvid({"print"}, k_everything.substr(0, length));
         EXPECT_TRUE(failsWithOneLine(withoutExcerpt(result), 1)) << length << " bytes: " << result;
-        EXPECT_NE(result.err.find(": The text ends before the document is complete\n"),
+        EXPECT_NE(result.err.find(": The text ends before the document is complete"),
                   std::string::npos)
             << length << " bytes: " << result;
     }
@@ -92,7 +102,8 @@ TEST(bad_text, with_a_token_in_the_wrong_place_says_where_and_what_was_expected)
                  {"[1 \"a\\\"b\"]", "1:4: at (root): Unexpected '\"': " + item},
                  {"[1 -2.5e3]", "1:4: at (root): Unexpected '-': " + item},
                  {"/* \" */ [1,\n 2 true]", "2:4: at (root): Unexpected 't': " + item},
-                 {"[01]", "1:3: at (root): Unexpected '1': " + item},
+                 {"[01]", "1:3: at (root): Unexpected '1': " + item +
+                              " (no number begins with 0 and a digit)"},
                  {"{\"a\":1 true}", "1:8: at (root): Unexpected 't': " + member},
                  {"{\"a\":\"b\"]", "1:9: at (root): Unexpected ']': " + member},
                  {"{\"a\":1\n \"b\":2}", "2:2: at (root): Unexpected '\"': " + member},
@@ -109,12 +120,16 @@ TEST(bad_text, with_a_character_out_of_place_says_where_that_is) {
     const std::string control = "Control character 0x";
     expectLines(
         {{"*", "1:1: at (root): Unexpected '*': " + value},
-         {"['a']", "1:2: at (root): Unexpected ''': " + value + " or ']'"},
-         {"[+1]", "1:2: at (root): Unexpected '+': " + value + " or ']'"},
-         {"[1,\n\n   NaN]", "3:4: at (root): Unexpected 'N': " + value + " or ']'"},
+         {"['a']", "1:2: at (root): Unexpected ''': " + value +
+                       " or ']' (keys and texts stand in double quotes)"},
+         {"[+1]", "1:2: at (root): Unexpected '+': " + value + " or ']' (no number begins with +)"},
+         {"[1,\n\n   NaN]",
+          "3:4: at (root): Unexpected 'N': " + value + " or ']' (JSON has no number NaN)"},
          {"[tru]", "1:5: at (root): Unexpected ']': expected true"},
          {"nulL", "1:4: at (root): Unexpected 'L': expected null"},
-         {"[\"a\nb\"]", "1:4: at (root): " + control + "0A in a string: it must be escaped"},
+         {"[\"a\nb\"]", "1:4: at (root): " + control +
+                            "0A in a string: it must be escaped, or the string lacks its "
+                            "closing quote"},
          {"[\"a\0b\"]"s, "1:4: at (root): " + control + "00 in a string: it must be escaped"},
          {"[\"a\\x\"]", "1:5: at (root): Unexpected 'x': no escape begins so"},
          {"[\"\\u12g4\"]", "1:7: at (root): Unexpected 'g': expected a hexadecimal digit"},
@@ -139,7 +154,8 @@ TEST(bad_text, after_the_value_is_refused) {
          {"1 2", "1:3: at (root): Unexpected '2': " + complete},
          {"\"a\"b", "1:4: at (root): Unexpected 'b': " + complete},
          {"{}}", "1:3: at (root): Unexpected '}': " + complete},
-         {"[1] /* note", "1:12: at (root): The text ends before " + complete},
+         {"[1] /* note",
+          "1:12: at (root): The text ends before " + complete + isOpen("comment", "1:5")},
          {"[1] / /", "1:6: at (root): Unexpected byte 0x20: a comment begins with /* or //"}});
 }
 

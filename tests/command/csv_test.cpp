@@ -88,7 +88,7 @@ TEST(csv, takes_lines_when_the_columns_are_named) {
                     "{\"a\":1}\n\n{x\n[{\"b\":2},{}]\n"),
               (CommandResult{"a,b\n1,\n,2\n,\n",
                              "orvid: (standard input):3:2: at (root): Unexpected 'x': expected a "
-                             "key or '}'\n",
+                             "key or '}' (a key stands in double quotes: \"x\")\n",
                              1, 0}));
     EXPECT_EQ(orvid({"csv", "--lines"}, ""),
               failed(2, "--lines needs the columns: name them with --field; see orvid csv --help"));

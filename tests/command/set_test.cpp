@@ -112,8 +112,11 @@ TEST(set, refuses_a_malformed_path_as_misuse) {
 TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
     EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
               failed(2, "JSON:1:6: at b: The text ends before the document is complete"));
-    EXPECT_EQ(orvid({"set", "a", "\"x"}, k_document),
-              failed(2, "JSON:1:3: at (root): The text ends before the document is complete"));
+    EXPECT_EQ(
+        orvid({"set", "a", "\"x"}, k_document),
+        failed(2,
+               "JSON:1:3: at (root): The text ends before the document is complete (the string "
+               "that begins at 1:1 is not closed)"));
     EXPECT_EQ(orvid({"set", "a", "[1] 2"}, k_document),
               failed(2, "JSON:1:5: at (root): Unexpected '2': the document is complete"));
 }

@@ -54,20 +54,23 @@ TEST(split, names_the_place_of_an_error_after_other_values) {
                              "orvid: (standard input):3:5: at a: Unexpected '}': expected true\n"
                              " tru}\n    ^\n",
                              1, 0}));
-    EXPECT_EQ(orvid({"split", "--values"}, "{} [\n"),
-              (CommandResult{"{}\n",
-                             "orvid: (standard input):2:1: at (root): The text ends before the "
-                             "document is complete\n\n^\n",
-                             1, 0}));
+    EXPECT_EQ(
+        orvid({"split", "--values"}, "{} [\n"),
+        (CommandResult{"{}\n",
+                       "orvid: (standard input):2:1: at (root): The text ends before the "
+                       "document is complete (the array that begins at 1:4 is not closed)\n\n^\n",
+                       1, 0}));
     EXPECT_EQ(orvid({"split", "--values"}, "1 2 \"x"),
               (CommandResult{"1\n2\n",
                              "orvid: (standard input):1:7: at (root): The text ends before the "
-                             "document is complete\n1 2 \"x\n      ^\n",
+                             "document is complete (the string that begins at 1:5 is not "
+                             "closed)\n1 2 \"x\n      ^\n",
                              1, 0}));
     EXPECT_EQ(orvid({"split", "--values"}, "1 /* 2"),
               (CommandResult{"1\n",
                              "orvid: (standard input):1:7: at (root): The text ends before the "
-                             "document is complete\n1 /* 2\n      ^\n",
+                             "document is complete (the comment that begins at 1:3 is not "
+                             "closed)\n1 /* 2\n      ^\n",
                              1, 0}));
 }
 
@@ -130,6 +133,18 @@ TEST(join, is_the_way_back_from_split) {
     const std::string array = R"([{"b":1e5,"a":[]},null,"\u00e9",[[0.10]]])";
     EXPECT_EQ(shell(R"("$0" split | "$0" join --compact)", {}, array),
               printed("[{\"b\":1e5,\"a\":[]},null,\"é\",[[0.10]]]\n"));
+}
+
+TEST(join, does_not_part_what_is_one_word) {
+    for (const std::string word : {"01", "truefalse", "1-2", "nullx"}) {
+        EXPECT_EQ(orvid({"join"}, word).status, 1) << word;
+    }
+    EXPECT_EQ(orvid({"join"}, "01").err,
+              "orvid: (standard input):1:2: at (root): Unexpected '1': expected whitespace between "
+              "values (no number begins with 0 and a digit)\n01\n ^\n");
+    EXPECT_EQ(shell(R"((printf true; sleep 0.1; printf false) | "$0" join)", {}).status, 1);
+    EXPECT_EQ(orvid({"join", "-c"}, "1\"a\"[]{}null/*c*/2//x\n3"),
+              printed("[1,\"a\",[],{},null,2,3]\n"));
 }
 
 TEST(join, leaves_the_array_open_after_an_error) {

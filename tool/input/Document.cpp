@@ -4,12 +4,14 @@
 
 #include "input/Document.h"
 
+#include <algorithm>
 #include <limits>
 #include <new>
 #include <string>
 #include <utility>
 
 #include "input/Input.h"
+#include "input/SlipHint.h"
 #include "text/byteOrderMark.h"
 
 namespace orvid_tool {
@@ -41,6 +43,26 @@ void parse(DomParser& parser, Element& root, std::string_view text) {
     }
 }
 
+/// The offset of a place, whose line and column count from 1, in the text.
+std::size_t offsetOf(std::string_view text, int line, int column) {
+    std::size_t offset = 0;
+    for (int i = 1; i < line; ++i) {
+        offset = std::min(text.find('\n', offset), text.length() - 1) + 1;
+    }
+    return offset + static_cast<std::size_t>(column) - 1;
+}
+
+/// What the text leaves open; `line` is that of the text's first line.
+std::string openHintOf(std::string_view text, std::size_t line) {
+    const std::optional<SOpenPart> part = openPartOf(text);
+    if (!part) {
+        return "";
+    }
+    const std::string_view before = text.substr(0, part->offset);
+    const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+    return openHint(*part, line + lines, part->offset - (before.rfind('\n') + 1) + 1);
+}
+
 std::size_t numberOf(int lineOrColumn) {
     return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
 }
@@ -63,6 +85,12 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
         at.path = *error.elementPath();
     }
     std::string message = firstLine(error.message());
+    if (error.firstLine() > 0 && error.firstColumn() > 0) {
+        message +=
+            endsWith(message, k_endsEarly)
+                ? openHintOf(text, at.line - numberOf(error.firstLine()) + 1)
+                : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()), message);
+    }
     if (isShown && at.line > 1 && at.column == 1 && endsWith(message, k_isComplete)) {
         message += k_severalValues;
     }

@@ -6,15 +6,18 @@
 
 #include <ko/Orvid.h>
 
+#include <optional>
 #include <string>
+
+#include "output/Bytes.h"
 
 namespace orvid_tool {
 
-/// Whether the file, or standard input for "-", is right as the options say, so far as can be said
-/// in one pass: true is certain, false means that it has to be read again, by those who can say
-/// what is wrong. What cannot be read again, such as a pipe, is not touched. Memory is that of one
-/// piece, and eight bytes for each key of the objects that are open at once. Throws Failure where
-/// the file cannot be opened or read.
-bool isSurelyRight(const std::string& file, const ko::Orvid::ReadOptions& options);
+/// The text of the file, or of standard input for "-", where it is not surely right as the options
+/// say: up to the fault, and some bytes of its line after it, or the whole where the fault is its
+/// end. Nothing where it is right. Of a file that can be read again no more than a piece is held
+/// while it is right, of others, such as a pipe, the text, besides eight bytes for each key of the
+/// objects that are open at once. Throws Failure where it cannot be opened or read.
+std::optional<Bytes> faultyText(const std::string& file, const ko::Orvid::ReadOptions& options);
 
 }  // namespace orvid_tool

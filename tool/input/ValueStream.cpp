@@ -12,6 +12,7 @@
 #include "input/Document.h"
 #include "input/MissingPath.h"
 #include "input/skipWhitespace.h"
+#include "input/SlipHint.h"
 #include "text/byteOrderMark.h"
 #include "text/TextScannerRun.h"
 
@@ -24,7 +25,6 @@ using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
 constexpr std::size_t k_pieceSize = 262144;
-constexpr const char* k_endsEarly = "The text ends before the document is complete";
 
 ReadOptions optionsFor(ValueStream::Reading reading) {
     ReadOptions options;
@@ -52,6 +52,12 @@ std::string pathOf(const ValueSteps& steps) {
 std::string joinedPath(const std::string& start, const std::string& rest) {
     const bool needsDot = !start.empty() && !rest.empty() && rest.front() != '[';
     return start + (needsDot ? "." : "") + rest;
+}
+
+/// Whether the byte can stand in a number or a literal.
+bool isOfWord(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           std::string_view("+-._").find(c) != std::string_view::npos;
 }
 
 /// The offset of a place that readTree() reports of a text.
@@ -83,7 +89,7 @@ bool ValueStream::next() {
             throw scanFailure(*m_scanner->error());
         }
         if (m_isCutOff) {
-            throw scanFailure({{}, k_endsEarly, end() - m_root, 1});
+            throw scanFailure({{}, std::string(k_endsEarly), end() - m_root, 1});
         }
         requireTarget();
         m_sink.spans().clear();
@@ -103,6 +109,7 @@ bool ValueStream::next() {
 /// Scans more of the text; false where there is no more.
 bool ValueStream::advance() {
     if (m_scanner->isComplete() && !m_reading.isOneRoot) {
+        requireGap();
         restart(m_root + m_scanner->position());
         return true;
     }
@@ -116,6 +123,23 @@ bool ValueStream::advance() {
     }
     m_scanner->scan(from(read), m_sink);
     return true;
+}
+
+/// Throws Failure where a root that is no container and no string meets the next one.
+void ValueStream::requireGap() {
+    const std::uint64_t next = m_root + m_scanner->position();
+    if (next == end()) {
+        static_cast<void>(readPiece());
+    }
+    const std::string_view both = from(next - 1).substr(0, 2);
+    const bool areOne = both.length() == 2 && std::all_of(both.begin(), both.end(), &isOfWord);
+    if (areOne) {
+        throw scanFailure(
+            {{},
+             std::string("Unexpected '") + both.back() + "': expected whitespace between values",
+             m_scanner->position(),
+             1});
+    }
 }
 
 bool ValueStream::advanceAtEnd() {
@@ -182,7 +206,7 @@ void ValueStream::requireTarget() const {
     }
 }
 
-void ValueStream::read(Element& root) const {
+void ValueStream::read(Element& root) {
     try {
         readTree({m_input.name(), 0, 0, {}}, text(), root, m_reading.isStrict);
     } catch (const Failure& failure) {
@@ -203,7 +227,8 @@ Location ValueStream::location() const {
 }
 
 Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
-                               const std::string& text) const {
+                               const std::string& text) {
+    readShown(begin);
     const auto at = m_lines.position(m_buffer, begin);
     const auto before = static_cast<std::uint64_t>(at.column) - 1;
     const std::uint64_t shown = std::max(m_start, begin - std::min(begin, before));
@@ -215,12 +240,12 @@ Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const 
             ko::Orvid::sourceExcerpt(from(shown), error)};
 }
 
-/// The tree of what there is of the value knows the path of the fault.
-Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) const {
-    const std::uint64_t open = m_sink.openOr(end());
-    std::string path = pathOf(m_wanted.steps);
-    if (open < end()) {
-        path = itemPath(m_sink.count());
+/// The tree of what there is of the value, or else of the root, knows the path of the fault.
+Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) {
+    const std::uint64_t open = m_sink.openOr(std::max(m_root, m_start));
+    const bool isOfItem = open > m_root;
+    std::string path = isOfItem ? itemPath(m_sink.count()) : "";
+    if (isOfItem || m_root >= m_start) {
         try {
             Element part;
             readTree({m_input.name(), 0, 0, {}}, from(open), part, m_reading.isStrict);
@@ -228,7 +253,31 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) const {
             path = joinedPath(path, failure.location().path.value_or(""));
         }
     }
-    return failureAt(m_root + fault.begin, fault.length, path, fault.message);
+    return failureAt(m_root + fault.begin, fault.length, path, fault.message + hint(fault, open));
+}
+
+/// What the message of the fault lacks; what is read begins at `open`.
+std::string ValueStream::hint(const ko::Orvid::TextError& fault, std::uint64_t open) const {
+    if (fault.message != k_endsEarly) {
+        return slipHint(m_buffer, static_cast<std::size_t>(m_root + fault.begin - m_start),
+                        fault.message);
+    }
+    const std::optional<SOpenPart> part = openPartOf(from(open));
+    if (!part) {
+        return "";
+    }
+    const auto position = m_lines.position(m_buffer, open + part->offset);
+    return openHint(*part, static_cast<std::size_t>(position.line),
+                    static_cast<std::size_t>(position.column));
+}
+
+/// Reads as much of the line as an excerpt may show, so that it does not depend on how the text
+/// arrives.
+void ValueStream::readShown(std::uint64_t begin) {
+    constexpr std::size_t shown = 512;
+    while (begin <= end() && from(begin).find('\n') == std::string_view::npos &&
+           from(begin).length() < shown && readPiece()) {
+    }
 }
 
 }  // namespace orvid_tool

@@ -41,12 +41,13 @@ public:
     /// The text of the value, valid JSON as the reading has it, with a newline after it.
     std::string_view text() const { return {m_text.data(), m_text.length() - 1}; }
     /// Reads the value. Throws Failure as next() does.
-    void read(ko::Orvid::Element& root) const;
+    void read(ko::Orvid::Element& root);
     /// The place of the value in the text, and its path where it is an item.
     Location location() const;
 
 private:
     bool advance();
+    void requireGap();
     bool advanceAtEnd();
     void restart(std::uint64_t offset);
     bool readPiece();
@@ -59,8 +60,10 @@ private:
     std::uint64_t end() const { return m_start + m_buffer.length(); }
     std::string itemPath(std::size_t index) const;
     Failure failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
-                      const std::string& text) const;
-    Failure scanFailure(const ko::Orvid::TextError& fault) const;
+                      const std::string& text);
+    Failure scanFailure(const ko::Orvid::TextError& fault);
+    std::string hint(const ko::Orvid::TextError& fault, std::uint64_t open) const;
+    void readShown(std::uint64_t begin);
 
     Input& m_input;
     const Wanted m_wanted;

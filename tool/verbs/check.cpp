@@ -3,6 +3,7 @@
 // orvid check: strict reading, which says nothing of a document that is right.
 
 #include "call/Options.h"
+#include "input/Input.h"
 #include "input/QuickCheck.h"
 #include "text/byteOrderMark.h"
 #include "verbs/verbs.h"
@@ -34,8 +35,15 @@ public:
     }
 
 private:
-    bool streams(const Call& /*call*/, const std::string& file, Output& /*out*/) const override {
-        return isSurelyRight(file, options());
+    bool streams(const Call& call, const std::string& file, Output& /*out*/) const override {
+        const std::optional<Bytes> faulty = faultyText(file, options());
+        if (faulty) {
+            Document document;
+            document.location.file = inputName(file);
+            document.text = faulty->view();
+            read(call, document);
+        }
+        return true;
     }
 
     ReadOptions options() const {

@@ -21,7 +21,7 @@ class OpenArray {
 public:
     OpenArray(Output& out, const Layout& layout) : m_out(out), m_layout(layout) {}
 
-    void add(const ValueStream& value, bool isStrict) {
+    void add(ValueStream& value, bool isStrict) {
         Bytes text;
         if (isStrict || !isPlain(m_layout) ||
             !rewrite(value.text(), {m_layout.options.indent, false}, nullptr, wholeOptions(),

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+//
+// Looking around the place of a fault: the word there, the characters beside it, and for a text
+// that ends early what is still open.
+
+#include "input/SlipHint.h"
+
+#include <algorithm>
+#include <cctype>
+#include <utility>
+#include <vector>
+
+#include "output/Similar.h"
+
+namespace orvid_tool {
+
+namespace {
+
+constexpr std::string_view k_letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_$";
+constexpr std::string_view k_digits = "0123456789";
+
+bool isIn(std::string_view characters, std::string_view text, std::size_t offset) {
+    return offset < text.length() && characters.find(text[offset]) != std::string_view::npos;
+}
+
+bool isInWord(std::string_view text, std::size_t offset) {
+    return isIn(k_letters, text, offset) || isIn(k_digits, text, offset);
+}
+
+/// The word that holds the byte or ends before it; empty where there is none of a usual length.
+std::string_view wordAt(std::string_view text, std::size_t offset) {
+    constexpr std::size_t longest = 40;
+    std::size_t begin = offset;
+    while (begin > 0 && offset - begin <= longest && isInWord(text, begin - 1)) {
+        --begin;
+    }
+    std::size_t end = offset;
+    while (end - begin <= longest && isInWord(text, end)) {
+        ++end;
+    }
+    const std::string_view word = text.substr(begin, end - begin);
+    return word.length() <= longest && isIn(k_letters, text, begin) ? word : std::string_view();
+}
+
+std::string lowerCase(std::string_view word) {
+    std::string result(word);
+    std::transform(result.begin(), result.end(), result.begin(), [](char c) {
+        return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    });
+    return result;
+}
+
+/// What a word without quotes that is no value was meant to be.
+std::string wordHint(std::string_view word, bool isKey) {
+    const std::string quoted = " (in double quotes it is a text: \"" + std::string(word) + "\")";
+    if (isKey) {
+        return " (a key stands in double quotes: \"" + std::string(word) + "\")";
+    }
+    const std::string name = lowerCase(word);
+    if (name == "nan" || name == "inf" || name == "infinity") {
+        return " (JSON has no number " + std::string(word) + ")";
+    }
+    if (name == "none" || name == "nil" || name == "undefined") {
+        return " (did you mean null?)";
+    }
+    const std::string similar = similarTo(name, {"true", "false", "null"});
+    return similar.empty() ? quoted : " (did you mean " + similar + "?)";
+}
+
+/// Whether the number that ends before the byte is a zero alone.
+bool followsZero(std::string_view text, std::size_t offset) {
+    return offset > 0 && text[offset - 1] == '0' &&
+           (offset == 1 ||
+            (!isInWord(text, offset - 2) && text[offset - 2] != '.' && text[offset - 2] != '+'));
+}
+
+std::string numberHint(std::string_view text, std::size_t offset, bool isValue) {
+    if (followsZero(text, offset)) {
+        return isIn(k_digits, text, offset) ? " (no number begins with 0 and a digit)"
+               : isIn("xXoObB", text, offset) && isInWord(text, offset + 1)
+                   ? " (numbers are decimal)"
+                   : "";
+    }
+    if (isValue && isIn("+", text, offset) && isIn("0123456789.", text, offset + 1)) {
+        return " (no number begins with +)";
+    }
+    return isValue && isIn(".", text, offset) && isIn(k_digits, text, offset + 1)
+               ? " (no number begins with a point: write 0 before it)"
+               : "";
+}
+
+/// What stands for a quote or a comment elsewhere.
+std::string markHint(std::string_view text, std::size_t offset) {
+    static const std::vector<std::pair<std::string_view, const char*>> marks{
+        {"'", " (keys and texts stand in double quotes)"},
+        {"`", " (keys and texts stand in double quotes)"},
+        {"\xE2\x80\x9C", " (this is no straight quote: \")"},
+        {"\xE2\x80\x9D", " (this is no straight quote: \")"},
+        {"\xE2\x80\x98", " (this is no straight quote: \")"},
+        {"\xE2\x80\x99", " (this is no straight quote: \")"},
+        {"#", " (comments begin with // or /*)"},
+        {"--", " (comments begin with // or /*)"},
+        {"=", " (a colon follows a key)"}};
+    for (const auto& [mark, hint] : marks) {
+        if (text.substr(offset, mark.length()) == mark) {
+            return hint;
+        }
+    }
+    return "";
+}
+
+bool contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+/// The place after the string whose first quote is at `begin`, or npos.
+std::size_t afterString(std::string_view text, std::size_t begin) {
+    std::size_t at = begin + 1;
+    while (at < text.length() && text[at] != '"') {
+        at += text[at] == '\\' ? 2U : 1U;
+    }
+    return at < text.length() ? at + 1 : std::string_view::npos;
+}
+
+/// The place after the comment that begins there, or npos.
+std::size_t afterComment(std::string_view text, std::size_t begin) {
+    const bool isLine = text.substr(begin, 2) == "//";
+    const std::size_t end = isLine ? text.find('\n', begin) : text.find("*/", begin + 2);
+    return end == std::string_view::npos ? end : end + (isLine ? 1 : 2);
+}
+
+}  // namespace
+
+std::string slipHint(std::string_view text, std::size_t offset, std::string_view message) {
+    const bool isKey = contains(message, "expected a key");
+    const bool isValue = contains(message, "expected a value");
+    if (contains(message, "0x0A in a string")) {
+        return ", or the string lacks its closing quote";
+    }
+    if (offset >= text.length() || message.rfind("Unexpected", 0) != 0) {
+        return "";
+    }
+    const std::string_view word = wordAt(text, offset);
+    const bool isWordHere = !word.empty() && isIn(k_letters, text, offset);
+    if (isWordHere && (isKey || isValue || contains(message, "expected a digit"))) {
+        return wordHint(word, isKey);
+    }
+    const bool isLiteral = contains(message, "expected true") ||
+                           contains(message, "expected false") ||
+                           contains(message, "expected null");
+    if (isWordHere && !isLiteral && isInWord(text, offset - std::min<std::size_t>(offset, 1)) &&
+        !similarTo(lowerCase(word), {"true", "false", "null"}).empty()) {
+        return wordHint(word, false);
+    }
+    const std::string number = numberHint(text, offset, isValue);
+    return number.empty() && (isKey || isValue || contains(message, "expected ':'"))
+               ? markHint(text, offset)
+               : number;
+}
+
+std::optional<SOpenPart> openPartOf(std::string_view text) {
+    std::vector<std::size_t> open;
+    std::size_t at = text.find_first_of("\"/[]{}");
+    while (at < text.length()) {
+        const char c = text[at];
+        std::size_t next = at + 1;
+        if (c == '[' || c == '{') {
+            open.push_back(at);
+        } else if (c == ']' || c == '}') {
+            open.resize(open.size() - std::min<std::size_t>(open.size(), 1));
+        } else if (c == '"') {
+            next = afterString(text, at);
+        } else if (text.substr(at, 2) == "/*" || text.substr(at, 2) == "//") {
+            next = afterComment(text, at);
+        }
+        if (next == std::string_view::npos && (c == '"' || text.substr(at, 2) == "/*")) {
+            return SOpenPart{c == '"' ? "string" : "comment", at};
+        }
+        at = next == std::string_view::npos ? next : text.find_first_of("\"/[]{}", next);
+    }
+    if (open.empty() || text.find('\n', open.back()) == std::string_view::npos) {
+        return std::nullopt;
+    }
+    return SOpenPart{text[open.back()] == '[' ? "array" : "object", open.back()};
+}
+
+std::string openHint(const SOpenPart& part, std::size_t line, std::size_t column) {
+    return std::string(" (the ") + part.name + " that begins at " + std::to_string(line) + ":" +
+           std::to_string(column) + " is not closed)";
+}
+
+}  // namespace orvid_tool

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+//
+// What people mean by the commonest slips in JSON text.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvid_tool {
+
+/// The library's message for a text that ends early.
+inline constexpr std::string_view k_endsEarly = "The text ends before the document is complete";
+
+/// What the message for the fault at `offset` of the text lacks, as its end, such as ` (did you
+/// mean null?)`; mostly empty. `message` is the library's.
+std::string slipHint(std::string_view text, std::size_t offset, std::string_view message);
+
+/// What a text leaves open at its end.
+struct SOpenPart {
+    const char* name;    ///< "string", "array" ...
+    std::size_t offset;  ///< of its first byte
+};
+
+/// The innermost part of the text that its end leaves open; nothing where it has none, and where
+/// that is an array or an object of the last line, which the excerpt shows.
+std::optional<SOpenPart> openPartOf(std::string_view text);
+
+/// The same as the end of a message, ` (the string that begins at LINE:COLUMN is not closed)`.
+std::string openHint(const SOpenPart& part, std::size_t line, std::size_t column);
+
+}  // namespace orvid_tool
