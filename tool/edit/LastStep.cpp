@@ -5,35 +5,30 @@
 #include "edit/LastStep.h"
 
 #include <sstream>
-#include <vector>
 
-#include "input/PathSteps.h"
 #include "output/Failure.h"
 
 namespace orvid_tool {
 
-namespace {
-
-using ko::Orvid::PathGenerator;
-
-}  // namespace
-
-LastStep::LastStep(const std::string& path) : m_path(path) {
-    const ValueSteps steps = stepsOf(path);
-    if (steps.empty()) {
-        throw UsageError("the path must have a step");
-    }
-    std::ostringstream holder;
-    PathGenerator generator(holder);
-    for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
-        const ValueStep& step = steps[i];
+std::string pathOf(const ValueSteps& steps) {
+    std::ostringstream path;
+    ko::Orvid::PathGenerator generator(path);
+    for (const ValueStep& step : steps) {
         if (step.isKey) {
             generator.genObjectProperty(step.key);
         } else {
             generator.genListItem(step.index);
         }
     }
-    m_holder = holder.str();
+    return path.str();
+}
+
+LastStep::LastStep(const std::string& path) : m_path(path) {
+    const ValueSteps steps = stepsOf(path);
+    if (steps.empty()) {
+        throw UsageError("the path must have a step");
+    }
+    m_holder = pathOf({steps.begin(), steps.end() - 1});
     m_isKey = steps.back().isKey;
     m_key = steps.back().key;
     m_index = steps.back().index;

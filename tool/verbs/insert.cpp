@@ -7,8 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "edit/ExcerptEdit.h"
 #include "edit/Insertion.h"
-#include "edit/TextChildren.h"
+#include "edit/Kept.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -57,9 +58,13 @@ private:
             !mayTakeShortCut(call, m_steps.size())) {
             return false;
         }
-        const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
-            return insertChild(text, stepsOf(m_steps[index]->path()), assignments()[index].value,
-                               edited);
+        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
+            const auto insert = [&](ko::Orvid::Element& root, const std::string& path) {
+                insertAt(root, LastStep(path), ko::Orvid::Element(assignments()[index].value),
+                         document.location);
+            };
+            return editExcerpt(text, stepsOf(m_steps[index]->path()), PlaceEdit::insert,
+                               editOptions(call), insert, edited);
         };
         return editInTurn(document.text, m_steps.size(), edit, out);
     }

@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "call/Options.h"
+#include "edit/ExcerptEdit.h"
 #include "edit/Kept.h"
-#include "edit/TextChildren.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
 #include "input/QueryWord.h"
@@ -87,8 +87,12 @@ private:
         if (m_query || !arePlain || !mayTakeShortCut(call, m_paths.size())) {
             return false;
         }
-        const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
-            return removeChild(text, stepsOf(m_paths[index].word()), edited);
+        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
+            const auto remove = [&](Element& root, const std::string& path) {
+                removeElement(root.get(path), document.location);
+            };
+            return editExcerpt(text, stepsOf(m_paths[index].word()), PlaceEdit::remove,
+                               editOptions(call), remove, edited);
         };
         try {
             return editInTurn(document.text, m_paths.size(), edit, out);

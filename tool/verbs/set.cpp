@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "edit/ExcerptEdit.h"
 #include "edit/Kept.h"
 #include "edit/rewrite.h"
 #include "edit/TextSplice.h"
@@ -77,10 +78,15 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
+        if (isNew() || m_query || !m_isTextEnough) {
+            return false;
+        }
+        if (mayTakeShortCut(call, m_textEdits.size())) {
+            return editAll(call, document, out);
+        }
         // Each edit is a pass through the text; the tree takes them all in one.
         constexpr std::size_t mostPasses = 3;
-        if (isNew() || m_query || m_isOnlyForAbsent || !m_isTextEnough || !isPlain(call.layout) ||
-            m_textEdits.size() > mostPasses) {
+        if (m_isOnlyForAbsent || !isPlain(call.layout) || m_textEdits.size() > mostPasses) {
             return false;
         }
         if (!call.layout.isAsked && spliceAll(call, document, out)) {
@@ -91,6 +97,17 @@ private:
         }
         out.append(call.layout.isAsked ? std::string_view() : document.mark);
         return rewriteAll(call, document, out);
+    }
+
+    bool editAll(const Call& call, const Document& document, Bytes& out) const {
+        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
+            const auto set = [&](ko::Orvid::Element& root, const std::string& path) {
+                setPath(root, path, assignments()[index].value);
+            };
+            return editExcerpt(text, m_textEdits[index].steps, PlaceEdit::set, editOptions(call),
+                               set, edited);
+        };
+        return editInTurn(document.text, m_textEdits.size(), edit, out);
     }
 
     /// All but the last of the edits go through a text of their own.
@@ -148,10 +165,13 @@ private:
             setAt(*pointer, assignment.value, document);
             return;
         }
-        const std::string path = assignment.path.pathIn(document.root);
-        if (!m_isOnlyForAbsent || isAbsent(path, document.root)) {
-            withPath(path,
-                     [&](const Path& parsed) { document.root.create(parsed, assignment.value); });
+        setPath(document.root, assignment.path.pathIn(document.root), assignment.value);
+    }
+
+    void setPath(ko::Orvid::Element& root, const std::string& path,
+                 const ko::Orvid::Element& value) const {
+        if (!m_isOnlyForAbsent || isAbsent(path, root)) {
+            withPath(path, [&](const Path& parsed) { root.create(parsed, value); });
         }
     }
 

@@ -1,0 +1,476 @@
+// SPDX-License-Identifier: MIT
+//
+// A sink that copies the tokens that matter.
+//
+// Of each of the first containers, as many as the library looks at for the habits of a document, it
+// keeps the first two children, all containers, and both ends. Of a container on the way it keeps
+// the children before the place that new ones may be laid out after. A container beyond the first
+// is kept as its two ends and a zero.
+
+#include "edit/TextExcerpt.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "text/byteOrderMark.h"
+#include "text/KeyHashes.h"
+#include "text/scanWhole.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::ReadOptions;
+using ko::Orvid::TokenSpan;
+
+/// How many containers with children are looked at for the habits of a document.
+constexpr std::size_t k_mostContainers = 4000;
+/// How far the begin of a line is looked for, in bytes.
+constexpr std::size_t k_farthestLine = 1000;
+/// How many members before a new one are looked at for one on a line of its own, and one more.
+constexpr std::size_t k_mostMembers = 66;
+
+std::size_t offset(std::uint64_t location) { return static_cast<std::size_t>(location); }
+
+/// A child, and the text before it in its container.
+struct Child {
+    std::size_t gap;    ///< offset after the child before it, or after the bracket
+    std::size_t begin;  ///< of its key, or of the value
+    std::size_t value;
+    std::size_t end;
+    std::size_t firstBegin;  ///< of a container of which only the ends are kept: its first child
+    std::size_t lastEnd;     ///< and its last; both are 0 where all is kept
+    bool breaksLine;         ///< whether a line break stands before it
+};
+
+/// The last children that were left out for now.
+class LastChildren {
+public:
+    explicit LastChildren(std::size_t most) : m_most(most) {}
+
+    void add(const Child& child) {
+        if (m_most == 0) {
+            noteLine(child);
+        } else if (m_children.size() < m_most) {
+            m_children.push_back(child);
+        } else {
+            noteLine(m_children[m_first]);
+            m_children[m_first] = child;
+            m_first = (m_first + 1) % m_most;
+        }
+    }
+    void clear() {
+        m_children.clear();
+        m_first = 0;
+        m_hasLine = false;
+    }
+    /// In their order; first the last one on a line of its own, unless there is one among them or
+    /// what follows them is on one.
+    template<class Take>
+    void forEach(bool isLineNext, const Take& take) const {
+        const bool isLineKnown =
+            isLineNext || std::any_of(m_children.begin(), m_children.end(),
+                                      [](const Child& child) { return child.breaksLine; });
+        if (m_hasLine && !isLineKnown) {
+            take(m_line);
+        }
+        for (std::size_t i = 0; i < m_children.size(); ++i) {
+            take(m_children[(m_first + i) % m_children.size()]);
+        }
+    }
+
+private:
+    void noteLine(const Child& child) {
+        if (child.breaksLine) {
+            m_line = child;
+            m_hasLine = true;
+        }
+    }
+
+    std::size_t m_most;
+    std::vector<Child> m_children;
+    std::size_t m_first = 0;
+    Child m_line{};
+    bool m_hasLine = false;
+};
+
+/// A container that is being copied.
+struct SLevel {
+    SLevel(bool isArrayOpen, bool isWay, const Child& child)
+        : isArray(isArrayOpen),
+          isOnWay(isWay),
+          self(child),
+          lastEnd(child.value + 1),
+          held(!isWay        ? 0
+               : isArrayOpen ? 1
+                             : k_mostMembers) {}
+
+    bool isArray;
+    bool isOnWay;
+    bool isPlace = false;  ///< whether it is what the edit is about
+    bool breaksLines = false;
+    Child self;               ///< as a child of the container around it
+    std::size_t bracket = 0;  ///< in the excerpt
+    std::size_t lastEnd;      ///< offset after its last child so far, or after its bracket
+    std::size_t count = 0;    ///< of its children so far
+    std::size_t kept = 0;     ///< of these, those in the excerpt
+    LastChildren held;
+};
+
+/// How the first line of the text ends, in which the library looks for line breaks.
+bool hasCarriageReturn(std::string_view text) {
+    const std::size_t newline = text.find('\n');
+    return newline != std::string_view::npos && newline > 0 && text[newline - 1] == '\r';
+}
+
+/// Whether the line on which the byte stands begins too far before it to be looked for. `mark` is
+/// the length of what stands before the text.
+bool isFarInLine(std::string_view text, std::size_t at, std::size_t mark) {
+    const std::size_t from = at - std::min(at, k_farthestLine);
+    return at + mark > k_farthestLine &&
+           text.substr(from, at - from).find('\n') == std::string_view::npos;
+}
+
+class Excerpter : public ko::Orvid::KeySink {
+public:
+    Excerpter(std::string_view text, std::string_view mark, const ValueSteps& steps, PlaceEdit edit)
+        : m_text(text), m_mark(mark), m_steps(steps), m_edit(edit) {}
+
+    /// What has come together when the text is over.
+    std::optional<TextExcerpt> take() {
+        if (m_isRefused || m_phase != Phase::done || !m_areKeysDifferent) {
+            return std::nullopt;
+        }
+        append(m_rootEnd, m_text.size());
+        if (hasCarriageReturn(m_text) != hasCarriageReturn(m_result.text)) {
+            return std::nullopt;
+        }
+        const std::size_t mark = m_mark.size();
+        m_result.text.insert(0, m_mark);
+        m_result.own = {m_result.own.begin + mark, m_result.own.end + mark};
+        m_result.source = {m_result.source.begin + mark, m_result.source.end + mark};
+        return std::move(m_result);
+    }
+
+    void null(TokenSpan location) { scalar(location); }
+    void boolean(bool /*value*/, TokenSpan location) { scalar(location); }
+    void number(std::string_view /*text*/, TokenSpan location) { scalar(location); }
+    void string(std::string_view /*text*/, TokenSpan location) { scalar(location); }
+    bool key(std::string_view text, TokenSpan location) {
+        if (m_skipped == 0) {
+            m_key = location;
+            m_isMember = m_open.back().isOnWay && nextStep().isKey && text == nextStep().key;
+        } else {
+            noteFirst(location);
+        }
+        return m_keys.add(text);
+    }
+    void openObject(TokenSpan location) {
+        m_keys.open();
+        open(location, false);
+    }
+    void closeObject(TokenSpan location) {
+        m_areKeysDifferent = m_keys.close() && m_areKeysDifferent;
+        close(location);
+    }
+    void openArray(TokenSpan location) { open(location, true); }
+    void closeArray(TokenSpan location) { close(location); }
+
+private:
+    enum class Phase {
+        before,  ///< the place is still to come
+        behind,  ///< what follows the place is next
+        done
+    };
+
+    // Tokens.
+
+    void scalar(TokenSpan location) {
+        if (m_skipped > 0) {
+            noteFirst(location);
+            noteLast(location);
+        } else if (m_open.empty()) {
+            m_isRefused = true;
+        } else {
+            begin(location);
+            m_isRefused = m_isRefused || (m_isOnWay && !isLastStep());
+            m_child.end = offset(location.end);
+            takeChild();
+        }
+    }
+
+    void open(TokenSpan location, bool isArray) {
+        if (m_skipped > 0) {
+            noteFirst(location);
+            ++m_skipped;
+        } else if (m_open.empty()) {
+            m_child = {0, offset(location.begin), offset(location.begin), 0, 0, 0, false};
+            append(0, m_child.begin);
+            push(isArray, true);
+        } else {
+            begin(location);
+            openChild(location, isArray);
+        }
+    }
+
+    void close(TokenSpan location) {
+        if (m_skipped > 1) {
+            --m_skipped;
+            noteLast(location);
+        } else if (m_skipped == 1) {
+            m_skipped = 0;
+            m_child.end = offset(location.end);
+            takeChild();
+        } else {
+            closeLevel(location);
+        }
+    }
+
+    // What is kept of a container that is skipped.
+
+    void noteFirst(TokenSpan location) {
+        if (m_skipped == 1 && !m_isWhole && m_child.firstBegin == 0) {
+            m_child.firstBegin = offset(location.begin);
+        }
+    }
+    void noteLast(TokenSpan location) {
+        if (m_skipped == 1 && !m_isWhole) {
+            m_child.lastEnd = offset(location.end);
+        }
+    }
+
+    // Children of the container that is being copied.
+
+    /// The step to a child of the last container on the way.
+    const ValueStep& nextStep() const { return m_steps[m_way - 1]; }
+    bool isLastStep() const { return m_way == m_steps.size(); }
+    bool isPlace() const { return m_isOnWay && isLastStep(); }
+
+    void begin(TokenSpan location) {
+        SLevel& level = m_open.back();
+        const std::size_t value = offset(location.begin);
+        m_child = {level.lastEnd, level.isArray ? value : offset(m_key.begin), value, 0, 0, 0,
+                   false};
+        m_child.breaksLine = part(m_child.gap, m_child.begin).find('\n') != std::string_view::npos;
+        m_isOnWay = level.isOnWay && m_phase == Phase::before && isNext(level);
+        m_isNeeded = m_isOnWay || m_phase == Phase::behind || level.count < 2 || isCommented();
+        if (level.count++ == 0) {
+            ++m_containers;
+            level.breaksLines = m_child.breaksLine;
+        }
+    }
+    bool isNext(const SLevel& level) const {
+        return level.isArray ? !nextStep().isKey && nextStep().index == level.count : m_isMember;
+    }
+    /// Whether more than whitespace and punctuation stands before the child or its value.
+    bool isCommented() const {
+        constexpr std::string_view odd = "/\n";
+        const bool isMember = m_child.begin != m_child.value;
+        return part(m_child.gap, m_child.begin).find('/') != std::string_view::npos ||
+               (isMember && part(offset(m_key.end), m_child.value).find_first_of(odd) !=
+                                std::string_view::npos);
+    }
+
+    /// The child is known from its begin to its end.
+    void takeChild() {
+        SLevel& level = m_open.back();
+        level.lastEnd = m_child.end;
+        if (!m_isNeeded) {
+            level.held.add(m_child);
+            return;
+        }
+        beginKept();
+        append(m_child);
+        if (isPlace()) {
+            leavePlace();
+        }
+    }
+
+    /// Appends what stands before the child, which is kept.
+    void beginKept() {
+        SLevel& level = m_open.back();
+        flush(level, m_child.breaksLine);
+        if (m_isOnWay) {
+            m_result.steps.push_back(nextStep());
+            m_result.steps.back().index = static_cast<unsigned int>(level.kept);
+        }
+        if (isPlace()) {
+            m_isRefused = m_isRefused || (m_edit == PlaceEdit::insert && !level.isArray);
+            beginRange(m_child.gap);
+        }
+        append(m_child.gap, m_child.begin);
+        if (m_phase == Phase::behind || (isPlace() && m_edit == PlaceEdit::insert)) {
+            endRange(m_child.begin);
+        }
+        ++level.kept;
+    }
+    void leavePlace() {
+        if (m_phase == Phase::before) {
+            m_phase = Phase::behind;
+        }
+    }
+
+    void flush(SLevel& level, bool breaksLineNext) {
+        level.held.forEach(breaksLineNext, [&](const Child& child) {
+            append(child.gap, child.begin);
+            append(child);
+            ++level.kept;
+        });
+        level.held.clear();
+    }
+
+    // Containers.
+
+    void openChild(TokenSpan location, bool isArray) {
+        const bool leadsOn = m_isOnWay && !isLastStep();
+        const bool isReplaced = isPlace() && m_edit == PlaceEdit::set;
+        const bool mayGo = !m_isNeeded && isEmptyAt(offset(location.end));
+        m_isWhole = isReplaced || mayGo;
+        if (m_isWhole || (!leadsOn && m_containers >= k_mostContainers)) {
+            m_skipped = 1;
+            return;
+        }
+        m_isNeeded = true;
+        beginKept();
+        append(m_child.begin, m_child.value);
+        const bool isPlaceOpen = isPlace();
+        push(isArray, leadsOn);
+        m_open.back().isPlace = isPlaceOpen;
+    }
+
+    /// Whether the container that is open there closes on the same line, with nothing in it.
+    bool isEmptyAt(std::size_t at) const {
+        const std::size_t next = m_text.find_first_not_of(" \t", at);
+        return next != std::string_view::npos && (m_text[next] == '}' || m_text[next] == ']');
+    }
+
+    void push(bool isArray, bool isOnWay) {
+        m_open.emplace_back(isArray, isOnWay, m_child);
+        m_open.back().bracket = m_result.text.size();
+        append(m_child.value, m_child.value + 1);
+        m_way += isOnWay ? 1 : 0;
+    }
+
+    void closeLevel(TokenSpan location) {
+        SLevel& level = m_open.back();
+        const std::size_t end = offset(location.begin);
+        if (level.isOnWay && m_phase == Phase::before) {
+            beginNew(level);
+        }
+        append(level.lastEnd, end);
+        if (m_phase == Phase::behind || m_isNew) {
+            m_isNew = false;
+            endRange(end);
+        }
+        append(end, end + 1);
+        checkLine(level, part(level.lastEnd, end));
+        m_way -= level.isOnWay ? 1 : 0;
+        const bool wasPlace = level.isPlace;
+        m_open.pop_back();
+        if (m_open.empty()) {
+            m_rootEnd = end + 1;
+            return;
+        }
+        m_open.back().lastEnd = end + 1;
+        if (wasPlace) {
+            leavePlace();
+        }
+    }
+
+    /// What the edit is about comes after all children of the container.
+    void beginNew(SLevel& level) {
+        constexpr std::size_t mostGaps = 1000;
+        const ValueStep& step = nextStep();
+        const bool isStar = !step.isKey && step.index == ko::Orvid::k_noIndex;
+        const bool isFar = level.isArray && !isStar && step.index > level.count + mostGaps;
+        m_isRefused =
+            m_isRefused || m_edit == PlaceEdit::remove || step.isKey == level.isArray || isFar;
+        flush(level, false);
+        for (std::size_t i = m_way - 1; i < m_steps.size(); ++i) {
+            m_result.steps.push_back(m_steps[i]);
+        }
+        if (level.isArray && !isStar) {
+            m_result.steps[m_way - 1].index -= static_cast<unsigned int>(level.count - level.kept);
+        }
+        m_isNew = true;
+        beginRange(level.lastEnd);
+    }
+
+    /// The library looks for the indent of the line on which a container of many lines begins.
+    void checkLine(const SLevel& level, std::string_view closingGap) {
+        const bool isManyLine =
+            level.breaksLines || closingGap.find('\n') != std::string_view::npos;
+        const std::size_t mark = m_mark.size();
+        if (isManyLine && isFarInLine(m_text, level.self.value, mark) !=
+                              isFarInLine(m_result.text, level.bracket, mark)) {
+            m_isRefused = true;
+        }
+    }
+
+    // The excerpt.
+
+    std::string_view part(std::size_t from, std::size_t to) const {
+        return m_text.substr(from, to - from);
+    }
+    void append(std::size_t from, std::size_t to) { m_result.text += part(from, to); }
+    void append(const Child& child) {
+        if (child.firstBegin == 0) {
+            append(child.begin, child.end);
+            return;
+        }
+        append(child.begin, child.firstBegin);
+        m_result.text += m_text[child.value] == '{' ? "\"\":0" : "0";
+        append(child.lastEnd, child.end);
+    }
+    void beginRange(std::size_t at) {
+        m_result.own.begin = m_result.text.size();
+        m_result.source.begin = at;
+    }
+    void endRange(std::size_t at) {
+        m_result.own.end = m_result.text.size();
+        m_result.source.end = at;
+        m_phase = Phase::done;
+    }
+
+    const std::string_view m_text;
+    const std::string_view m_mark;  ///< of the byte order, before the text
+    const ValueSteps& m_steps;
+    const PlaceEdit m_edit;
+    TextExcerpt m_result;
+    Phase m_phase = Phase::before;
+    bool m_isNew = false;  ///< whether the place is the one that is closing
+    bool m_isRefused = false;
+
+    std::vector<SLevel> m_open;
+    std::size_t m_way = 0;         ///< how many of them lie on the way
+    std::size_t m_containers = 0;  ///< that have children, and are kept
+    std::size_t m_skipped = 0;     ///< how many containers are open that are not copied
+    bool m_isWhole = false;        ///< whether these are taken as they are, as a scalar is
+    std::size_t m_rootEnd = 0;
+
+    TokenSpan m_key{0, 0};    ///< that was read last in a container that is copied
+    bool m_isMember = false;  ///< whether that key is the next step
+    Child m_child{};          ///< the newest
+    bool m_isOnWay = false;   ///< whether it lies on the way
+    bool m_isNeeded = false;  ///< whether it must be in the excerpt
+
+    ko::Orvid::text::KeyHashes m_keys;
+    bool m_areKeysDifferent = true;
+};
+
+}  // namespace
+
+std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
+                                     const ReadOptions& options) {
+    if (steps.empty()) {
+        return std::nullopt;
+    }
+    const std::size_t mark = ko::Orvid::text::markLength(text);
+    const std::string_view document = text.substr(mark);
+    Excerpter excerpter(document, text.substr(0, mark), steps, edit);
+    return ko::Orvid::text::scanWhole(document, options, excerpter) ? excerpter.take()
+                                                                    : std::nullopt;
+}
+
+}  // namespace orvid_tool

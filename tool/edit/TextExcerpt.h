@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+//
+// TextExcerpt, the part of a JSON text that an edit of one place concerns, as a short text of its
+// own. The library edits the short one as it would edit the long one: it has the same children
+// around the place, the same begin and end of each container that the place lies in, and the same
+// habits. What else there is has been left out.
+
+#pragma once
+
+#include <ko/Orvid.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "input/PathSteps.h"
+
+namespace orvid_tool {
+
+enum class PlaceEdit {
+    remove,  ///< the value goes, whatever it is
+    insert,  ///< a value comes before the item there, or is new
+    set      ///< the value becomes another; what it was matters to the layout
+};
+
+struct TextExcerpt {
+    /// A range that the edit may change: from the value, or bracket, before the place to the key,
+    /// value or bracket behind it. All other bytes stay.
+    struct Range {
+        std::size_t begin;
+        std::size_t end;
+    };
+
+    std::string text;
+    ValueSteps steps;  ///< lead to the place in it
+    Range own;         ///< in it
+    Range source;      ///< the same in the long text
+};
+
+/// The excerpt for an edit at the steps. Nothing where the edit cannot be told from an excerpt: for
+/// the root, where steps do not go with what is there, where there is nothing to remove, where a
+/// member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and of
+/// text that `options`, which refuse repeated keys, do not take. One pass through the text; the
+/// excerpt grows with the depth of the place, and not with the text beyond its first few thousand
+/// containers, unless comments stand between values.
+std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
+                                     const ko::Orvid::ReadOptions& options);
+
+}  // namespace orvid_tool
