@@ -53,7 +53,7 @@ public:
         element.data().type = etBoolean;
         return element;
     }
-    Element& number(std::string_view text, TokenSpan /*span*/) {
+    [[gnu::always_inline]] Element& number(std::string_view text, TokenSpan /*span*/) {
         Element& element = next();
         static_cast<void>(lengthOf(text));
         element.data().value.number =
@@ -78,13 +78,14 @@ public:
         if (OpenKeys::Member* const present = m_keys.find(object, text)) {
             return expectAgain(present->second);
         }
-        OpenKeys::Member& member = Place::append(object, text);
-        m_keys.add(object, member);
-        return expect(member.second);
+        return expect(Place::append(object, text).second);
     }
-    Element& openObject(TokenSpan /*span*/) { return open(etObject); }
+    Element& openObject(TokenSpan /*span*/) {
+        m_keys.open();
+        return open(etObject);
+    }
     void closeObject(TokenSpan /*span*/) {
-        m_keys.close(*m_container->data().value.object);
+        m_keys.close();
         close();
     }
     Element& openArray(TokenSpan /*span*/) { return open(etArray); }
@@ -131,9 +132,9 @@ private:
         Element& container = next();
         Element::SData& data = container.data();
         if (type == etObject) {
-            data.value.object = new Element::TObject(&container);
+            data.value.object = make<Element::TObject>(container);
         } else {
-            data.value.array = new Element::TArray(&container);
+            data.value.array = make<Element::TArray>(container);
         }
         data.type = type;
         if (type == etArray) {
@@ -142,6 +143,12 @@ private:
         m_container = &container;
         ++m_depth;
         return container;
+    }
+
+    /// A container's payload.
+    template<class T>
+    T* make(Element& container) {
+        return m_nodes == nullptr ? new T(&container) : newIn<T>(*m_nodes, &container);
     }
 
     void close() noexcept {

@@ -32,7 +32,7 @@ inline std::string* newString(SlabArena* nodes, std::string_view text) {
 
 /// As `new T(source)` in a Scope of that memory, for a T that is InSlabArena.
 template<class T, class Source>
-T* newIn(SlabArena& nodes, const Source& source) {
+[[gnu::always_inline]] inline T* newIn(SlabArena& nodes, const Source& source) {
     static_assert(sizeof(T) <= SlabArena::k_largestCut);
     void* const block = nodes.cut(sizeof(T));
     try {

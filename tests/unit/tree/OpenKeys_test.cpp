@@ -32,7 +32,7 @@ protected:
     /// Appends the key, which must be new.
     void add(Element::TObject& object, const std::string& key) {
         ASSERT_EQ(m_keys.find(object, key), nullptr) << key;
-        m_keys.add(object, Place::append(object, key));
+        Place::append(object, key);
     }
     void fill(Element::TObject& object, const std::vector<std::string>& all) {
         for (const std::string& key : all) {
@@ -52,36 +52,30 @@ protected:
 TEST_F(OpenKeysTest, finds_every_key_of_an_object_of_any_size) {
     for (std::size_t size = 0; size <= OpenKeys::k_most; ++size) {
         Element::TObject object;
+        m_keys.open();
         fill(object, keys(size));
         expectAll(object);
-        m_keys.close(object);
+        m_keys.close();
     }
 }
 
 TEST_F(OpenKeysTest, keeps_the_outer_object_while_an_inner_one_is_open) {
     Element::TObject outer;
+    m_keys.open();
     fill(outer, keys(20));
     Element::TObject inner;
+    m_keys.open();
     fill(inner, keys(30));
     expectAll(inner);
-    m_keys.close(inner);
+    m_keys.close();
     expectAll(outer);
-    add(outer, "one more");
-    expectAll(outer);
-}
-
-TEST_F(OpenKeysTest, closes_small_objects_that_it_has_not_noted) {
-    Element::TObject outer;
-    fill(outer, keys(20));
-    Element::TObject inner;
-    fill(inner, keys(3));
-    m_keys.close(inner);
     add(outer, "one more");
     expectAll(outer);
 }
 
 TEST_F(OpenKeysTest, looks_again_when_members_were_removed) {
     Element::TObject object;
+    m_keys.open();
     fill(object, keys(20));
     object.erase(object.begin());
     m_keys.clear();
@@ -97,6 +91,21 @@ TEST_F(OpenKeysTest, takes_the_keys_of_an_object_that_has_some_already) {
     expectAll(object);
     add(object, "one more");
     expectAll(object);
+}
+
+TEST_F(OpenKeysTest, takes_the_keys_of_an_outer_object_that_it_has_forgotten) {
+    Element::TObject outer;
+    m_keys.open();
+    fill(outer, keys(10));
+    m_keys.clear();
+    Element::TObject inner;
+    m_keys.open();
+    fill(inner, keys(10));
+    m_keys.close();
+    outer.try_emplace("added by somebody else");
+    expectAll(outer);
+    m_keys.close();
+    expectAll(inner);
 }
 
 }  // namespace
