@@ -14,12 +14,16 @@ namespace ko::Orvid::text {
 
 #if defined(ORVID_NO_SIMD)
 using Block = PlainBlock;
+using WideBlock = PlainBlock;
 #elif defined(__SSE2__)
 using Block = Sse2Block;
+using WideBlock = Sse2Pair;
 #elif defined(__ARM_NEON) && defined(__aarch64__)
 using Block = NeonBlock;
+using WideBlock = NeonBlock;
 #else
 using Block = PlainBlock;
+using WideBlock = PlainBlock;
 #endif
 
 inline bool isWhitespace(char c) noexcept {

@@ -93,11 +93,39 @@ inline NumberPart followNumber(NumberPart part, const char*& at, const char* end
     return part;
 }
 
+/// usualNumberEnd() for one that lies in a wide block, after its sign: without a loop.
+template<class AnyBlock>
+[[gnu::always_inline]] inline const char* shortNumberEnd(const char* at, const char* end) noexcept {
+    if (end - at <= 1 + AnyBlock::k_length) {
+        return nullptr;
+    }
+    at += *at == '-' ? 1 : 0;
+    auto stops = AnyBlock(at).notDigit();
+    if (stops == 0) {
+        return nullptr;
+    }
+    std::ptrdiff_t length = AnyBlock::first(stops);
+    if (length == 0 || (*at == '0' && length > 1)) {
+        return nullptr;
+    }
+    if (at[length] == '.') {
+        stops &= stops - 1;
+        if (stops == 0 || AnyBlock::first(stops) == length + 1) {
+            return nullptr;
+        }
+        length = AnyBlock::first(stops);
+    }
+    return (at[length] | 0x20) == 'e' ? nullptr : at + length;
+}
+
 /// The end of a number that something follows, looked for without a question after each byte
 /// whether the text is over. Null for one with many digits or an exponent, for a faulty one, and
 /// near the end of the text.
-template<class AnyBlock = Block>
-const char* usualNumberEnd(const char* at, const char* end) noexcept {
+template<class AnyBlock = WideBlock>
+[[gnu::always_inline]] inline const char* usualNumberEnd(const char* at, const char* end) noexcept {
+    if constexpr (AnyBlock::k_length >= 32) {
+        return shortNumberEnd<AnyBlock>(at, end);
+    }
     constexpr std::ptrdiff_t k_digits = 20;
     if (end - at <= 2 + k_digits + AnyBlock::k_length) {
         return nullptr;

@@ -81,6 +81,21 @@ const char* TextScanner::cut(const char* at, const char* verified) noexcept {
     return nullptr;
 }
 
+/// A string that does not end within a wide block, or has more than plain characters.
+const char* TextScanner::takeLongText(const char* at, const char* end, std::string_view& text,
+                                      bool isRead) {
+    bool hasHigh = false;
+    const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
+    const bool isUnsure = m_verified > 0 || (hasHigh && m_rules.validateUtf8);
+    const auto isFaulty = [&] { return isUnsure && text::scanUtf8(at + 1, stop).at != stop; };
+    if (stop == end || *stop != '"' || isFaulty()) {
+        return takeOddText(at, isUnsure ? at + std::max<std::size_t>(m_verified, 1) : stop, end,
+                           text, isRead);
+    }
+    text = between(at + 1, stop);
+    return stop + 1;
+}
+
 /// A string that the quick look leaves to this: with escapes, with errors, in pieces.
 /// What lies before `from` has been looked at.
 const char* TextScanner::takeOddText(const char* at, const char* from, const char* end,
@@ -125,9 +140,14 @@ const char* TextScanner::stopWord(const char* at, const char* end, std::string_v
                : failUnexpected(at + (wrong - there.begin()), "expected " + std::string(word));
 }
 
-const char* TextScanner::skipOtherWhitespace(const char* at, const char* end) const noexcept {
-    while (at != end && (text::isWhitespace(*at) || *at == '\v' || *at == '\f')) {
-        ++at;
+/// Whitespace of more than a space.
+const char* TextScanner::skipMargin(const char* at, const char* end) const noexcept {
+    const auto isOther = [&] { return at == end || static_cast<unsigned char>(*at) > ' '; };
+    at = text::whitespaceEnd<text::WideBlock>(at, end);
+    if (!isOther() && m_options.allowOtherBlanks) {
+        while (at != end && (text::isWhitespace(*at) || *at == '\v' || *at == '\f')) {
+            ++at;
+        }
     }
     return at;
 }

@@ -130,6 +130,8 @@ private:
     template<class Sink>
     const char* takeNumber(const char* at, const char* end, Sink& sink);
     template<class Sink>
+    const char* takeOddNumber(const char* at, const char* end, Sink& sink);
+    template<class Sink>
     const char* takeWord(const char* at, const char* end, Sink& sink);
     template<class Sink>
     const char* takeOther(const char* at, const char* end, Sink& sink);
@@ -139,6 +141,7 @@ private:
     const char* close(const char* at, Sink& sink);
 
     const char* takeText(const char* at, const char* end, std::string_view& text, bool isRead);
+    const char* takeLongText(const char* at, const char* end, std::string_view& text, bool isRead);
     const char* takeOddText(const char* at, const char* from, const char* end,
                             std::string_view& text, bool isRead);
     const char* takeOdd(const char* at, const char* end);
@@ -147,9 +150,9 @@ private:
                            text::NumberPart part);
     const char* stopWord(const char* at, const char* end, std::string_view word);
     const char* skipWhitespace(const char* at, const char* end) const noexcept;
-    const char* skipOtherWhitespace(const char* at, const char* end) const noexcept;
+    const char* skipMargin(const char* at, const char* end) const noexcept;
     const char* pause(const char* at, Next next) noexcept;
-    void setLevel() noexcept;
+    void setLevel(Level level) noexcept;
     const char* cut(const char* at, const char* verified) noexcept;
     bool isOver() const noexcept {
         return m_next == Next::nothing && !m_options.requireWholeDocument;
@@ -191,6 +194,7 @@ private:
     Next m_next = Next::value;
     Next m_afterComma = Next::value;
     Level m_level = Level::root;
+    char m_closing = ']';  ///< of the innermost container that is open
 
     std::string m_held;          ///< of the token that is cut off, what came so far
     std::size_t m_verified = 0;  ///< of it, what need not be looked at again

@@ -149,7 +149,16 @@ const char* TextScanner::run(const char* at, const char* const end, Sink& sink) 
                     return pause(at, next);
                 }
                 if (stop == at) {
-                    break;
+                    if (*at != '{' && *at != '[') {
+                        break;
+                    }
+                    stop = open(at, sink);
+                    if (stop == nullptr) {
+                        return pause(at, next);
+                    }
+                    at = stop;
+                    next = m_next;
+                    continue;
                 }
                 at = stop;
                 next = Next::commaOrEnd;
@@ -161,13 +170,18 @@ const char* TextScanner::run(const char* at, const char* const end, Sink& sink) 
                 [[fallthrough]];
             case Next::commaOrEnd:
                 at = skipWhitespace(at, end);
-                if (at == end || *at != ',') {
-                    break;
+                if (at != end && *at == ',') {
+                    sink.comma(spanOf(at, at + 1));
+                    ++at;
+                    next = m_afterComma;
+                    continue;
                 }
-                sink.comma(spanOf(at, at + 1));
-                ++at;
-                next = m_afterComma;
-                continue;
+                if (at != end && *at == m_closing) {
+                    at = close(at, sink);
+                    next = m_next;
+                    continue;
+                }
+                break;
             case Next::nothing:
                 if (!m_options.requireWholeDocument) {
                     return pause(at, next);
@@ -232,13 +246,21 @@ inline const char* TextScanner::takeKey(const char* at, const char* end, Sink& s
     return stop;
 }
 
+/// Not compiled into the loop, which would lack registers for the rest then.
 template<class Sink>
-inline const char* TextScanner::takeNumber(const char* at, const char* end, Sink& sink) {
-    const char* const usual = m_verified == 0 ? text::usualNumberEnd(at, end) : nullptr;
-    if (usual != nullptr) {
-        sink.number({at, static_cast<std::size_t>(usual - at)}, spanOf(at, usual));
-        return usual;
+[[gnu::noinline]] const char* TextScanner::takeNumber(const char* at, const char* end, Sink& sink) {
+    const char* const stop = m_verified == 0 ? text::usualNumberEnd(at, end) : nullptr;
+    if (stop == nullptr) {
+        return takeOddNumber(at, end, sink);
     }
+    sink.number({at, static_cast<std::size_t>(stop - at)}, spanOf(at, stop));
+    return stop;
+}
+
+/// A number that is long, cut off or faulty.
+template<class Sink>
+[[gnu::noinline]] const char* TextScanner::takeOddNumber(const char* at, const char* end,
+                                                         Sink& sink) {
     const char* stop = at + m_verified;
     const text::NumberPart part =
         text::followNumber(m_verified == 0 ? text::NumberPart::nothing : m_part, stop, end);
@@ -270,73 +292,71 @@ inline const char* TextScanner::takeWord(const char* at, const char* end, Sink& 
     return stopWord(at, end, *at == 't' ? "true" : *at == 'f' ? "false" : "null");
 }
 
-/// A bracket that may stand here, a comment, or an error.
+/// The end of a container without children, a comment, or an error.
 template<class Sink>
 const char* TextScanner::takeOther(const char* at, const char* end, Sink& sink) {
-    const bool isValue =
-        m_next == Next::value || m_next == Next::item || m_next == Next::valueOrEnd;
-    const bool isEnd = m_next == Next::commaOrEnd;
-    if (isValue && (*at == '{' || *at == '[')) {
-        return open(at, sink);
-    }
-    if ((*at == '}' && (m_next == Next::keyOrEnd || (isEnd && m_level == Level::object))) ||
-        (*at == ']' && (m_next == Next::valueOrEnd || (isEnd && m_level == Level::array)))) {
-        return close(at, sink);
-    }
-    return takeOdd(at, end);
+    const bool isFirst = m_next == Next::keyOrEnd || m_next == Next::valueOrEnd;
+    return isFirst && *at == m_closing ? close(at, sink) : takeOdd(at, end);
 }
 
 template<class Sink>
-const char* TextScanner::open(const char* at, Sink& sink) {
+inline const char* TextScanner::open(const char* at, Sink& sink) {
     if (m_options.maxDepth > 0 && m_open.size() == m_options.maxDepth) {
         return failDepth(at);
     }
-    m_open.push(*at == '{');
-    if (*at == '{') {
+    const bool isObject = *at == '{';
+    m_open.push(isObject);
+    if (isObject) {
         sink.openObject(spanOf(at, at + 1));
         m_next = Next::keyOrEnd;
+        setLevel(Level::object);
     } else {
         sink.openArray(spanOf(at, at + 1));
         m_next = Next::valueOrEnd;
+        setLevel(Level::array);
     }
-    setLevel();
     return at + 1;
 }
 
 template<class Sink>
-const char* TextScanner::close(const char* at, Sink& sink) {
+[[gnu::always_inline]] inline const char* TextScanner::close(const char* at, Sink& sink) {
     if (*at == '}') {
         sink.closeObject(spanOf(at, at + 1));
     } else {
         sink.closeArray(spanOf(at, at + 1));
     }
     m_open.pop();
-    setLevel();
-    m_next = Next::commaOrEnd;
-    if (m_level == Level::root) {
+    if (m_open.isEmpty()) {
+        setLevel(Level::root);
         m_end = offsetOf(at + 1);
         m_next = Next::nothing;
+    } else {
+        setLevel(m_open.isObject() ? Level::object : Level::array);
+        m_next = Next::commaOrEnd;
     }
     return at + 1;
 }
 
-inline void TextScanner::setLevel() noexcept {
-    m_level = m_open.isEmpty() ? Level::root : m_open.isObject() ? Level::object : Level::array;
-    m_afterComma = m_level == Level::object ? m_afterMember : m_afterItem;
+inline void TextScanner::setLevel(Level level) noexcept {
+    m_level = level;
+    m_afterComma = level == Level::object ? m_afterMember : m_afterItem;
+    m_closing = level == Level::object ? '}' : ']';
 }
 
+/// Of the strings of usual documents, three in four end within a wide block.
 inline const char* TextScanner::takeText(const char* at, const char* end, std::string_view& text,
                                          bool isRead) {
-    bool hasHigh = false;
-    const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
-    const bool isUnsure = m_verified > 0 || (hasHigh && m_rules.validateUtf8);
-    const auto isFaulty = [&] { return isUnsure && text::scanUtf8(at + 1, stop).at != stop; };
-    if (stop == end || *stop != '"' || isFaulty()) {
-        return takeOddText(at, isUnsure ? at + std::max<std::size_t>(m_verified, 1) : stop, end,
-                           text, isRead);
+    if (m_verified == 0 && end - at > text::WideBlock::k_length) {
+        const text::WideBlock block(at + 1);
+        const auto stops = block.special();
+        const char* const stop = at + 1 + (stops == 0 ? 0 : text::WideBlock::first(stops));
+        const bool isUnsure = m_rules.validateUtf8 && block.high() != 0;
+        if (stops != 0 && *stop == '"' && !(isUnsure && text::scanUtf8(at + 1, stop).at != stop)) {
+            text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
+            return stop + 1;
+        }
     }
-    text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
-    return stop + 1;
+    return takeLongText(at, end, text, isRead);
 }
 
 inline const char* TextScanner::skipWhitespace(const char* at, const char* end) const noexcept {
@@ -350,8 +370,7 @@ inline const char* TextScanner::skipWhitespace(const char* at, const char* end) 
             return at;
         }
     }
-    at = text::whitespaceEnd(at, end);
-    return isOther() || !m_options.allowOtherBlanks ? at : skipOtherWhitespace(at, end);
+    return skipMargin(at, end);
 }
 
 inline const char* TextScanner::pause(const char* at, Next next) noexcept {

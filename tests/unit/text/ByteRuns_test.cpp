@@ -18,7 +18,7 @@ template<class AnyBlock>
 class ByteRuns : public testing::Test {};
 
 #if defined(__SSE2__)
-using Blocks = testing::Types<text::PlainBlock, text::Sse2Block>;
+using Blocks = testing::Types<text::PlainBlock, text::Sse2Block, text::Sse2Pair>;
 #elif defined(__ARM_NEON) && defined(__aarch64__)
 using Blocks = testing::Types<text::PlainBlock, text::NeonBlock>;
 #else

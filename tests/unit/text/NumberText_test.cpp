@@ -83,6 +83,23 @@ TEST(NumberText, finds_the_end_of_usual_numbers_at_once) {
     expectUsualNumbersOnly<text::PlainBlock>();
 }
 
+TEST(NumberText, finds_the_end_of_numbers_that_lie_in_one_wide_block) {
+    for (const std::string number :
+         {"0", "-0", "7", "-7", "10", "0.0", "-0.5", "12.25", "12345678901234567890",
+          "-65.613616999999977", "1.23456789012345678901234567890"}) {
+        for (const char after : {',', ']', '}', ' ', '\n', ':', 'x', '-', '.'}) {
+            const bool isPoint = after == '.' && number.find('.') == std::string::npos;
+            EXPECT_EQ(usualLength<text::WideBlock>(number, after),
+                      isPoint ? 0 : static_cast<std::ptrdiff_t>(number.size()))
+                << number;
+        }
+    }
+    for (const std::string number : {"-", "+1", ".5", "1.", "-.5", "1.e5", "1e5", "1E5", "1.5e5",
+                                     "01", "-01", "00", "--1", ""}) {
+        EXPECT_EQ(usualLength<text::WideBlock>(number, ','), 0) << number;
+    }
+}
+
 TEST(NumberText, leaves_numbers_near_the_end_of_the_text_to_others) {
     const std::string number = "-12345678901234567890.1234567890123456";
     for (std::size_t length = 0; length <= number.size(); ++length) {
