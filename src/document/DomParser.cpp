@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "document/DomReading.h"
+#include "document/GetArea.h"
 #include "document/ReadingScope.h"
 #include "text/TextScannerRun.h"
 
@@ -29,6 +30,9 @@ constexpr int k_incomplete = 2;
 constexpr std::size_t k_pieceSize = 16384;
 /// The same where an error is shown within its piece.
 constexpr std::size_t k_shownPieceSize = 255;
+/// How much is scanned at once of what lies in a stream's buffer: a number of such pieces that fits
+/// into an int.
+constexpr std::size_t k_longestArea = (std::size_t{1} << 20U) * k_shownPieceSize;
 /// How much of a token that a piece of a stream cuts off is finished in place, in bytes.
 constexpr std::size_t k_room = 256;
 /// What the nodes of a small document take, in bytes: so much, and more for a byte of its text.
@@ -81,7 +85,7 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     const bool isChecked = !m_reading->isLenient && m_reading->isBroken;
     if (m_isUsed && m_parser == nullptr && !isChecked && state() != k_complete) {
         // The text goes on, though in another tree: only the events can say what becomes of it.
-        handOver({});
+        handOver({}, m_reading->scanner->offset());
     }
     start(root);
     feed();
@@ -223,11 +227,42 @@ void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
     std::vector<char> buffer(k_room + pieceSize);
     char* const piece = buffer.data() + k_room;
     while (in.rdstate() == std::ios_base::goodbit) {
+        if (readArea(*in.rdbuf())) {
+            continue;
+        }
         const std::streamsize count = in.readsome(piece, static_cast<std::streamsize>(pieceSize));
         if (count < 1) {
             break;
         }
         read({piece, static_cast<std::size_t>(count)}, k_room);
+    }
+}
+
+/// What the stream's buffer holds is scanned where it lies, which takes two thirds of the time that
+/// its pieces took. YAJL's reader begins with the piece, as if they had been read one by one, of
+/// the token that it decides about. Returns false where the buffer has nothing, or YAJL reads.
+bool DomParser::readArea(std::streambuf& buffer) {
+    const std::string_view area = GetArea::of(buffer).substr(0, k_longestArea);
+    if (area.empty() || m_parser != nullptr || !m_reading->isLenient || m_reading->isBroken) {
+        return false;
+    }
+    GetArea::move(buffer, static_cast<int>(area.size()));
+    try {
+        scan(area, 0);
+        if (!m_reading->scanner->error()) {
+            return true;
+        }
+        const std::uint64_t begin = m_reading->scanner->offset() - area.size();
+        const std::uint64_t token = std::max(begin, m_reading->scanner->tokenBegin()) - begin;
+        const std::size_t first = static_cast<std::size_t>(token) / k_shownPieceSize;
+        const std::string_view piece = area.substr(first * k_shownPieceSize, k_shownPieceSize);
+        const char* const left = piece.data() + piece.size();
+        GetArea::move(buffer, static_cast<int>(left - (area.data() + area.size())));
+        handOver(piece, begin + first * k_shownPieceSize);
+        return true;
+    } catch (...) {
+        m_reading->isBroken = true;
+        throw;
     }
 }
 
@@ -267,7 +302,7 @@ void DomParser::readPiece(std::string_view piece, std::size_t room) {
 void DomParser::readLenient(std::string_view piece, std::size_t room) {
     scan(piece, room);
     if (m_reading->scanner->error()) {
-        handOver(piece);
+        handOver(piece, m_reading->scanner->offset() - piece.size());
     }
 }
 
@@ -283,10 +318,10 @@ void DomParser::scan(std::string_view piece, std::size_t room) {
     });
 }
 
-/// YAJL's reader goes on with the token that is faulty in the piece, or cut off before it.
-void DomParser::handOver(std::string_view piece) {
+/// YAJL's reader goes on with the token that is faulty in the piece, or cut off before it. The
+/// piece begins at that offset.
+void DomParser::handOver(std::string_view piece, std::uint64_t begin) {
     const TextScanner& scanner = *m_reading->scanner;
-    const std::uint64_t begin = scanner.offset() - piece.size();
     const std::uint64_t token = std::max(begin, scanner.tokenBegin());
     m_current = current();
     m_parser.reset(new CallbackParser(this, true));

@@ -131,13 +131,14 @@ private:
     bool isSubclass() const;
     void readToEnd(std::istream& in);
     void readAvailable(std::istream& in, std::size_t pieceSize);
+    bool readArea(std::streambuf& buffer);
     void readText(std::string_view text);
     void read(std::string_view piece, std::size_t room);
     void readPiece(std::string_view piece, std::size_t room);
     void readLenient(std::string_view piece, std::size_t room);
     void readChecked(std::string_view piece, std::size_t room);
     void scan(std::string_view piece, std::size_t room);
-    void handOver(std::string_view piece);
+    void handOver(std::string_view piece, std::uint64_t begin);
     void handOn(std::string_view piece, std::size_t length);
     void readEvents(std::string_view piece);
     void finishNumber(std::uint64_t end);

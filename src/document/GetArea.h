@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+//
+// GetArea: what a stream has in its buffer already, so that it can be read where it lies. A member
+// of std::streambuf that only its subclasses may use is named here, and used of any of them.
+
+#pragma once
+
+#include <cstddef>
+#include <streambuf>
+#include <string_view>
+
+namespace ko::Orvid {
+
+class GetArea : public std::streambuf {
+public:
+    /// The next characters, which need not be fetched. They live until something reads on.
+    static std::string_view of(const std::streambuf& buffer) {
+        const char* const next = (buffer.*&GetArea::gptr)();
+        const char* const end = (buffer.*&GetArea::egptr)();
+        return next == nullptr ? std::string_view()
+                               : std::string_view(next, static_cast<std::size_t>(end - next));
+    }
+    /// Goes so far on, or back, in the area.
+    static void move(std::streambuf& buffer, int distance) { (buffer.*&GetArea::gbump)(distance); }
+};
+
+}  // namespace ko::Orvid
