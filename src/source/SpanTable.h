@@ -17,7 +17,9 @@ namespace ko::Orvid {
 /// A value in the text. Offsets have 48 bits, so that it takes 24 bytes.
 class ValueSpan {
 public:
-    ValueSpan() noexcept = default;
+    /// Sets nothing, so that a block of rows is touched only when they are added.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init,modernize-use-equals-default)
+    ValueSpan() noexcept {}
     ValueSpan(const Element* element, std::uint64_t begin, std::uint64_t end,
               std::uint32_t next) noexcept
         : m_element(element),
@@ -50,12 +52,12 @@ private:
         return static_cast<std::size_t>(std::uint64_t{high} << k_lowBits | low);
     }
 
-    const Element* m_element = nullptr;
-    std::uint32_t m_begin = 0;
-    std::uint32_t m_end = 0;
-    std::uint16_t m_beginHigh = 0;
-    std::uint16_t m_endHigh = 0;
-    std::uint32_t m_next = 0;
+    const Element* m_element;
+    std::uint32_t m_begin;
+    std::uint32_t m_end;
+    std::uint16_t m_beginHigh;
+    std::uint16_t m_endHigh;
+    std::uint32_t m_next;
 };
 
 /// The values of a text in its order, each before those that lie in it.
@@ -75,12 +77,11 @@ public:
     /// Adds a value that stands at those offsets, and returns its number. Constant cost. Throws
     /// Exception beyond 4,294,967,294 values.
     std::uint32_t add(const Element* element, std::uint64_t begin, std::uint64_t end) {
-        if (m_size == m_capacity) {
+        if (m_row == m_blockEnd) {
             grow();
         }
-        const std::uint32_t number = m_size++;
-        (*this)[number] = {element, begin, end, m_size};
-        return number;
+        *m_row++ = {element, begin, end, m_size + 1};
+        return m_size++;
     }
     void clear() noexcept;
 
@@ -89,11 +90,14 @@ private:
     /// The size of the first block until it is full: most documents are small.
     static constexpr std::uint32_t k_firstSize = 32;
 
+    using Block = std::unique_ptr<ValueSpan[]>;
+
     void grow();
 
-    std::vector<std::unique_ptr<ValueSpan[]>> m_blocks;
+    std::vector<Block> m_blocks;
+    ValueSpan* m_row = nullptr;  ///< the next one
+    ValueSpan* m_blockEnd = nullptr;
     std::uint32_t m_size = 0;
-    std::uint32_t m_capacity = 0;
 };
 
 }  // namespace ko::Orvid
