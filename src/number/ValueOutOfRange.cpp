@@ -5,6 +5,8 @@
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/ValueOutOfRange.h>
 
+#include <type_traits>
+
 #include "core/TextStream.h"
 
 namespace ko::Orvid {
@@ -14,6 +16,18 @@ namespace {
 void write(std::ostream& out, const std::string& value) { out << value; }
 
 void write(std::ostream& out, const Number& value) { value.writeAt(out); }
+
+/// A limit; of the character types as a number if asked to.
+template<class Limit>
+void writeLimit(std::ostream& out, const Limit& limit, bool asNumber) {
+    if constexpr (std::is_integral_v<Limit>) {
+        if (asNumber) {
+            out << +limit;
+            return;
+        }
+    }
+    out << limit;
+}
 
 }  // namespace
 
@@ -47,7 +61,11 @@ void ValueOutOfRange<Value, Limit>::generateWhat(std::string& out) const {
     TextStream text;
     text << "Value out of range! Value: ";
     write(text, m_value);
-    text << " Min: " << m_min << " Max: " << m_max;
+    const bool asNumbers = elementPath() != nullptr;
+    text << " Min: ";
+    writeLimit(text, m_min, asNumbers);
+    text << " Max: ";
+    writeLimit(text, m_max, asNumbers);
     out = text.str();
 }
 

@@ -10,6 +10,7 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PathException.h>
 
+#include <algorithm>
 #include <limits>
 #include <string>
 #include <vector>
@@ -50,6 +51,33 @@ void ReadContext::takeDefault(const Element& value) const {
     }
 }
 
+/// The places below the last one that is in the data.
+std::vector<const ReadContext*> ReadContext::wayFromData() const {
+    std::vector<const ReadContext*> way;
+    for (const ReadContext* context = this; !context->isInData(); context = context->m_parent) {
+        way.push_back(context);
+    }
+    std::reverse(way.begin(), way.end());
+    return way;
+}
+
+void ReadContext::throwMissing() const {
+    const std::vector<const ReadContext*> way = wayFromData();
+    const Element& data = *way.front()->m_parent->m_value;
+    PathText text;
+    const auto takeKey = [&](const std::string& key) { text.genObjectProperty(key); };
+    const auto takeIndex = [&](unsigned int index) { text.genListItem(index); };
+    walkDown(data, nullptr, takeKey, takeIndex);
+    for (const ReadContext* step : way) {
+        if (step->m_field != nullptr) {
+            text.genObjectProperty(step->m_field);
+        } else {
+            walkDown(*step->m_value, step->m_value->parent(), takeKey, takeIndex);
+        }
+    }
+    throw PathNotFound(&data, text.take(), way.front()->m_field);
+}
+
 FieldSource::FieldSource(const ReadContext& object)
     : m_context(object),
       m_description(object.m_description),
@@ -78,28 +106,6 @@ const Element* FieldSource::description() {
         m_isDescriptionKnown = true;
     }
     return m_description;
-}
-
-/// Names the place in the data where the field should be, whatever was looked into.
-void FieldSource::throwMissing(const char* name) const {
-    std::vector<const ReadContext*> way;
-    const ReadContext* context = &m_context;
-    for (; !context->isInData(); context = context->m_parent) {
-        way.push_back(context);
-    }
-    PathText text;
-    const auto takeKey = [&](const std::string& key) { text.genObjectProperty(key); };
-    const auto takeIndex = [&](unsigned int index) { text.genListItem(index); };
-    walkDown(*context->value(), nullptr, takeKey, takeIndex);
-    for (auto step = way.rbegin(); step != way.rend(); ++step) {
-        if ((*step)->m_field != nullptr) {
-            text.genObjectProperty((*step)->m_field);
-        } else {
-            walkDown(*(*step)->value(), (*step)->value()->parent(), takeKey, takeIndex);
-        }
-    }
-    text.genObjectProperty(name);
-    throw PathNotFound(context->value(), text.take(), way.empty() ? name : way.back()->m_field);
 }
 
 FieldTarget::FieldTarget(Element& element)

@@ -21,8 +21,11 @@ const Element::TArray& itemsOf(const Element& element, std::size_t size) {
     return items;
 }
 
-void throwNoAlternative(const Element& element) {
-    throw Exception("The value is of none of the types that it may have", &element);
+void throwNoAlternative(const ReadContext& place) {
+    if (place.value() == nullptr) {
+        place.throwMissing();
+    }
+    throw Exception("The value is of none of the types that it may have", place.value());
 }
 
 void throwNoName(const Element& element, const std::string& names) {

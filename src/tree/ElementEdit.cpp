@@ -8,6 +8,8 @@
 #include <ko/Orvid/Exception.h>
 #include <ko/Orvid/Object.h>
 
+#include <utility>
+
 #include "tree/ItemMatch.h"
 #include "tree/Snapshot.h"
 
@@ -30,6 +32,13 @@ void Element::tryRemove(const Element& value, const Path& itemPath, const Path& 
 
 Element& Element::create(const Path& path, const Element& value) {
     return Path::createElement(*this, path, value);
+}
+
+// Moved into place, so that items know theirs.
+Element& Element::create(const Path& path, detail::Converted value) {
+    Element& created = create(path, k_emptyElement);
+    created = std::move(value.element);
+    return created;
 }
 
 Element& Element::tryCreate(const Path& path, const Element& value) {

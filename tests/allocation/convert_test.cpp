@@ -94,6 +94,19 @@ const std::vector<Operation> k_conversions = {
          trees.root.get("a.list[0]").set(records());
          return std::string();
      }},
+    {"create", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.create("a.new[*].k", records());
+         return std::string();
+     }},
+    {"put_in_containers", Leaves::wholeTrees,
+     [](Trees& trees) {
+         Element made = ko::Orvid::makeArray({records(), nullptr});
+         made.array().push_back(records());
+         made.array().insert(0U, records());
+         trees.root.object().insert_or_assign("new", records());
+         return serialize(made);
+     }},
     {"set_a_text", Leaves::everything,
      [](Trees& trees) {
          trees.root.get("t").set("a text that is longer than what fits in place, and as long");

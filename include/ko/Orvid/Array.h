@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 namespace ko::Orvid {
 
@@ -45,6 +46,7 @@ public:
 
     /// Appends a copy, at the cost of making it.
     void push_back(const T& value) override;
+    void push_back(detail::Converted value) { push_back(value.element); }
     /// Appends a null item and returns it. With push_back(), the way to build an array. Amortised
     /// constant cost.
     T& appendNull();
@@ -52,12 +54,19 @@ public:
     /// walk up to the root where `value` has children. Where this array lies within `value`,
     /// appends a copy and leaves `value` as it is. Throws std::bad_alloc, with both as they were.
     T& emplace_back(T&& value);
+    T& emplace_back(detail::Converted value) { return emplace_back(std::move(value.element)); }
     using IndexList<T>::insert;
     /// Inserts `value`, which is treated as by emplace_back(), before the position and answers the
     /// new item's. Linear cost.
     iterator insert(const_iterator position, T&& value);
+    iterator insert(const_iterator position, detail::Converted value) {
+        return insert(position, std::move(value.element));
+    }
     /// The same. Throws std::out_of_range for a position after the end.
     iterator insert(size_type position, T&& value);
+    iterator insert(size_type position, detail::Converted value) {
+        return insert(position, std::move(value.element));
+    }
     /// Makes places agree with the order of the items. Linear cost.
     void updateVector() override;
 

@@ -29,10 +29,8 @@ namespace ko::Orvid {
 /// An element owns its value; a container owns its children, whose addresses stay until they are
 /// removed; a parent link never owns. Copying and assigning copy the value, deeply, and never the
 /// place: a copy is free-standing, a target of an assignment stays where it is. No operation needs
-/// more stack for a deeper tree. What names no cost is O(1).
-///
-/// A tree may be read by any number of threads at once while nobody changes it: const operations,
-/// those of its numbers included, are free of data races.
+/// more stack for a deeper tree. What names no cost is O(1). While nobody changes a tree, any
+/// number of threads may read it: const operations, those of numbers too, are free of data races.
 class KO_API Element {
 public:
     using TObject = Object<std::string, Element, std::less<std::string>>;
@@ -51,7 +49,7 @@ public:
     template<class T, detail::IfArithmetic<T> = 0>
     Element(T value) : Element(detail::numberOf(value)) {}
     Element(const char* text);
-    Element(std::nullptr_t) = delete;
+    Element(std::nullptr_t) noexcept : Element() {}
     Element(const std::string& text);
     template<class Text, detail::IfView<Text> = 0>
     Element(Text text) {
@@ -215,8 +213,7 @@ public:
     /// @name Editing: the value
     /// Sets the value; the place stays. A payload of the right type is kept and updated, so
     /// references to it stay valid. Lengths are in bytes. The argument may lie in this element.
-    /// Throws std::bad_alloc, leaving this element unchanged. Linear in the length of the text, and
-    /// in the size of a former container.
+    /// Throws std::bad_alloc, with no effect. Linear in the text and in a former container.
     ///@{
     void setNull();
     void setBoolean(bool value);
@@ -246,6 +243,8 @@ public:
     ///@{
     /// Sets the element at the path to `value`, making what is missing (see Path::createElement).
     Element& create(const Path& path, const Element& value);
+    /// The same of a value that set() takes. Nothing is changed when it cannot be converted.
+    Element& create(const Path& path, detail::Converted value);
     /// The same, with one Exception for any step that cannot be made (see Path::tryCreateElement).
     Element& tryCreate(const Path& path, const Element& value);
     /// Overwrites the element at the path, which must exist. Throws PathNotFound.
@@ -273,15 +272,12 @@ public:
     /// parent is an array. Items of a copied array report 0 until Array::updateVector() or
     /// setParent() runs; path() names their true place all the same.
     unsigned int index() const noexcept { return detail::indexOf(m_step); }
-    /// The step from the parent to this element: the key, unescaped, in an object, `[index()]` in
-    /// an array, empty without a parent. Linear in the length of the key.
+    /// The step from the parent: the key, unescaped, in an object, `[index()]` in an array, empty
+    /// without a parent. Linear in its length.
     std::string key() const;
     /// The key under which this element sits in its parent object; empty otherwise. The reference
     /// lives as long as the element stays where it is.
-    const std::string& memberKey() const noexcept {
-        const std::string* const key = detail::keyOf(m_step);
-        return key == nullptr ? k_emptyString : *key;
-    }
+    const std::string& memberKey() const noexcept { return detail::keyOr(m_step, k_emptyString); }
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
     const Element* root() const noexcept;
@@ -296,8 +292,7 @@ public:
     ///@}
 
     /// @name Compatibility
-    /// What new programs need not use: the type and the payload as a record, constants, and members
-    /// that exist for the sake of older callers.
+    /// For older callers: the type and the payload as a record, constants and a few members.
     ///@{
     using SData = detail::ElementData;
     const SData& data() const noexcept { return m_data; }
@@ -327,8 +322,7 @@ public:
     Element* construct(Element* where) const;
     /// A new null element on the heap, owned by the caller: not a copy.
     Element* clone() const;
-    /// Does nothing.
-    void destroy();
+    void destroy();                        ///< does nothing
     using Places = detail::ElementPlaces;  ///< what containers do for the places of elements
     ///@}
 
@@ -348,3 +342,5 @@ private:
 };
 
 }  // namespace ko::Orvid
+
+#include <ko/Orvid/detail/Converted.h>

@@ -102,6 +102,10 @@ public:
     /// cost is that of select(), and a copy of `value` for each match.
     /// Throws std::bad_alloc, when some may have been changed.
     std::size_t update(Element& root, const Element& value) const;
+    /// The same of a value that converts (see Element::set()).
+    std::size_t update(Element& root, detail::Converted value) const {
+        return update(root, value.element);
+    }
     /// Calls `change` with each match: those that lie deeper first, otherwise in the order of the
     /// results. It may change the element and what lies below it. What it throws ends the walk. The
     /// cost is that of select(), n log n for n matches, and a look at each element above them.

@@ -57,6 +57,9 @@ public:
     /// root where `value` has children. Where this object lies within `value`, a copy is set, and
     /// `value` stays as it is. Throws std::bad_alloc, with both as they were.
     std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);
+    std::pair<iterator, bool> insert_or_assign(Key key, detail::Converted value) {
+        return insert_or_assign(std::move(key), std::move(value.element));
+    }
     template<class Text, class = std::enable_if_t<std::is_same_v<Text, std::string_view>>>
     std::pair<iterator, bool> insert_or_assign(Text key, Value&& value) {
         return insert_or_assign(Key(key), std::move(value));
@@ -65,7 +68,11 @@ public:
     /// already. Answers the member and whether it is new. O(log n). As insert_or_assign()
     /// otherwise.
     std::pair<iterator, bool> emplace(Key key, Value&& value);
-    template<class... Arguments>
+    std::pair<iterator, bool> emplace(Key key, detail::Converted value) {
+        return emplace(std::move(key), std::move(value.element));
+    }
+    template<class... Arguments,
+             class = std::enable_if_t<std::is_constructible_v<Value, Arguments&&...>>>
     std::pair<iterator, bool> emplace(Key key, Arguments&&... arguments) {
         return emplace(std::move(key), Value(std::forward<Arguments>(arguments)...));
     }

@@ -25,7 +25,8 @@ public:
     ValueOutOfRange& operator=(const ValueOutOfRange& other);
     ~ValueOutOfRange() override;
 
-    /// Writes the value and the limits; limits of the character types are written as raw bytes.
+    /// Writes the value and the limits. Those of the character types are raw bytes, and numbers
+    /// where an element is concerned.
     void generateWhat(std::string& out) const override;
     ko::Exception* clone() const override;
 

@@ -17,12 +17,14 @@
 namespace ko::Orvid {
 
 /// A value in the list of makeArray() or makeObject(): whatever an Element can be made of, and
-/// nullptr for null. It exists until the call is over and is moved from there.
+/// every other value that converts. It exists until the call is over and is moved from there.
 class BuildValue {
 public:
-    BuildValue(std::nullptr_t) {}
     template<class T, class = std::enable_if_t<std::is_constructible_v<Element, T&&>>>
     BuildValue(T&& value) : m_element(std::forward<T>(value)) {}
+    template<class T, class = std::enable_if_t<!std::is_constructible_v<Element, const T&>>,
+             detail::IfConverted<T> = 0>
+    BuildValue(const T& value) : m_element(Element::from(value)) {}
 
     /// The lists of C++ hold constant values; this one may be moved all the same.
     Element&& take() const noexcept { return std::move(m_element); }

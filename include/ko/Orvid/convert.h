@@ -20,8 +20,9 @@
 //        void fromElement(const Element& element, Server& server);
 //        void toElement(Element& element, const Server& server);
 //
-//    The object that fromElement() fills is a new one, Server{}, and the element that toElement()
-//    sets is null. One of them is enough for one direction.
+//    The object that fromElement() fills is a new one, Server{}. The element that toElement() sets
+//    is of type etEmpty, so that create() makes an object of it; left so, it becomes null. One of
+//    the functions is enough for one direction.
 //
 // 2. With a macro, for the classes whose JSON is an object of their fields and for enumerations
 //    whose JSON is a string.
@@ -30,9 +31,9 @@
 /// fields may be private. Each field is the member of the same name; they are written in this
 /// order. A member that is missing, or of type etEmpty, takes the default that the document's own
 /// schema has for it. Such a default is completed by those of its members, and an object that is
-/// missing is made of them where the schema describes it (for an optional field: where it has a
-/// default for a member), as fillDefaults() does. Else the field is std::nullopt if it is optional;
-/// else PathNotFound is thrown, with the path from the root. Members without a field are skipped.
+/// missing is made where the schema has a default for one of its members, as fillDefaults() does.
+/// Else the field is std::nullopt if it is optional; else PathNotFound is thrown, with the path
+/// from the root. Members without a field are skipped.
 /// Throws LimitExceeded for defaults within defaults that multiply beyond what fillDefaults()
 /// writes. Up to 100 fields; the class must be default constructible, and the fields assignable.
 ///

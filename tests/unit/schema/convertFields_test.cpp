@@ -382,6 +382,55 @@ TEST(convertFields, name_the_place_in_the_data_where_neither_has_a_value) {
     EXPECT_EQ(*error.elementPath(), "");
 }
 
+struct Note {
+    std::optional<std::string> text;
+    ORVID_FIELDS(Note, text)
+};
+struct Labelled {
+    std::variant<std::monostate, int, Note, Part> label;
+    ORVID_FIELDS(Labelled, label)
+};
+
+Labelled labelledBy(const std::string& description) {
+    return Document(R"({"meta":{"schema":{"properties":{"label":)" + description + "}}}}")
+        .root.to<Labelled>();
+}
+
+TEST(convertFields, are_made_of_their_members_defaults_in_a_variant_too) {
+    const Labelled note = labelledBy(R"({"properties":{"text":{"default":"n"}}})");
+    ASSERT_TRUE(std::holds_alternative<Note>(note.label));
+    EXPECT_EQ(std::get<Note>(note.label).text, "n");
+
+    struct Chosen {
+        std::variant<int, Part> label;
+        ORVID_FIELDS(Chosen, label)
+    };
+    const Document doc(R"({"meta":{"schema":{"properties":{"label":{"properties":{
+        "id":{"default":1},"size":{"default":2}}}}}}})");
+    EXPECT_EQ(std::get<Part>(doc.root.to<Chosen>().label), (Part{1, 2, std::nullopt}));
+
+    const Document lacksOne(R"({"meta":{"schema":{"properties":{"label":{"properties":{
+        "id":{"default":1}}}}}}})");
+    const auto error = thrownBy<PathNotFound>([&] { lacksOne.root.to<Chosen>(); });
+    EXPECT_EQ(error.path(), "label") << "no alternative can be made";
+}
+
+TEST(convertFields, are_missed_where_neither_the_data_nor_a_default_has_any) {
+    for (const char* const description :
+         {"null", "{}", R"({"properties":{"text":{"type":"string"}}})"}) {
+        const auto error = thrownBy<PathNotFound>([&] { labelledBy(description); });
+        EXPECT_EQ(error.path(), "label") << description;
+    }
+    struct Letter {
+        Note note;
+        ORVID_FIELDS(Letter, note)
+    };
+    const Document doc(R"({"meta":{"schema":{"properties":{"note":{"properties":{"text":{}}}}}}})");
+    const auto error = thrownBy<PathNotFound>([&] { doc.root.to<Letter>(); });
+    EXPECT_EQ(error.path(), "note") << "optional fields alone do not make an object";
+    EXPECT_FALSE(parse(R"({"note":{}})").to<Letter>().note.text);
+}
+
 TEST(convertFields, name_a_default_of_the_wrong_type) {
     const Document doc(withSchema(""));
     const auto error = thrownBy<Exception>([&] { doc.root.to<Wrong>(); });

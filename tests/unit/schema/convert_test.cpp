@@ -6,6 +6,8 @@
 #include <ko/Orvid/convert.h>
 
 #include <gtest/gtest.h>
+#include <ko/Orvid/build.h>
+#include <ko/Orvid/JsonPath.h>
 
 #include <array>
 #include <chrono>
@@ -53,6 +55,18 @@ void fromElement(const ko::Orvid::Element& element, Tags& tags) {
     tags.push_back(element.string());
 }
 void toElement(ko::Orvid::Element& element, const Tags& tags) { element.set(tags.front()); }
+
+/// Made by an operation that makes what is missing.
+struct Point {
+    int x = 0;
+    int y = 0;
+};
+void toElement(ko::Orvid::Element& element, const Point& point) {
+    element.create("x", point.x);
+    element.create("y", point.y);
+}
+struct Nothing {};
+void toElement(ko::Orvid::Element&, const Nothing&) {}
 
 /// Can be written only.
 struct Report {};
@@ -240,6 +254,52 @@ TEST(convert, leaves_an_element_as_it_is_where_a_part_cannot_be_written) {
     EXPECT_EQ(compact(doc.root), R"({"a": ["low"]})");
     EXPECT_EQ(item.path(), "a");
     CHECK_LINKS(doc.root);
+}
+
+TEST(convert, gives_the_function_of_a_type_an_element_that_it_may_create_members_in) {
+    EXPECT_EQ(serialize(Element::from(std::vector<converted::Point>{{1, 2}})),
+              R"([{"x":1,"y":2}])");
+    EXPECT_EQ(serialize(Element::from(std::vector<converted::Nothing>(1))), "[null]");
+}
+
+TEST(convert, happens_where_an_element_is_created) {
+    const std::vector<int> numbers{1, 2};
+    Document doc("{}");
+    EXPECT_TRUE(doc.root.create("a.null", nullptr).isNull());
+    EXPECT_EQ(doc.root.create("a.list", numbers).path(), "a.list");
+    EXPECT_EQ(doc.root.create("level", Level::high).path(), "level");
+    EXPECT_EQ(doc.root.create("age", Age{1}).path(), "age");
+    EXPECT_EQ(serialize(doc.root), R"({"a":{"null":null,"list":[1,2]},"level":"high","age":365})");
+    EXPECT_THROW(doc.root.create("new", static_cast<Level>(7)), Exception);
+    EXPECT_FALSE(doc.root.contains("new"));
+    EXPECT_EQ(ko::Orvid::JsonPath("$..list[*]").update(doc.root, Level::low), 2U);
+    EXPECT_EQ(serialize(doc.root.get("a.list")), R"(["low","low"])");
+    CHECK_LINKS(doc.root);
+}
+
+TEST(convert, happens_where_a_container_takes_an_element) {
+    const std::vector<int> numbers{1};
+    Document doc(R"({"list":[]})");
+    auto& items = doc.root.get("list").array();
+    items.push_back(numbers);
+    items.push_back(nullptr);
+    EXPECT_EQ(items.emplace_back(Level::low).path(), "list[2]");
+    EXPECT_EQ(items.insert(items.begin(), Level::high)->path(), "list[0]");
+    EXPECT_EQ(items.insert(1U, numbers)->path(), "list[1]");
+    EXPECT_EQ(serialize(doc.root.get("list")), R"(["high",[1],[1],null,"low"])");
+
+    auto& members = doc.root.object();
+    EXPECT_EQ(members.insert_or_assign("a", numbers).first->second.path(), "a");
+    EXPECT_FALSE(members.insert_or_assign("list", nullptr).second);
+    EXPECT_TRUE(members.emplace("b", Level::low).second);
+    EXPECT_FALSE(members.emplace("b", numbers).second);
+    EXPECT_EQ(serialize(doc.root), R"({"list":null,"a":[1],"b":"low"})");
+    CHECK_LINKS(doc.root);
+
+    EXPECT_EQ(serialize(ko::Orvid::makeArray({numbers, Level::low, 1, nullptr})),
+              R"([[1],"low",1,null])");
+    EXPECT_EQ(serialize(ko::Orvid::makeObject({{"a", numbers}, {"b", Age{1}}})),
+              R"({"a":[1],"b":365})");
 }
 
 TEST(convert, toOr_takes_every_type_that_converts) {

@@ -58,6 +58,7 @@ TEST(ElementConvert, names_the_element_that_is_out_of_range) {
     const auto error = thrownBy<Error>(
         [&] { static_cast<void>(document.root.get("a.b[5]").to<unsigned char>()); });
     EXPECT_EQ(*error.elementPath(), "a.b[5]");
+    EXPECT_STREQ(error.what(), "Value out of range! Value: 300 Min: 0 Max: 255");
     EXPECT_EQ(error.value().toString(), "300");
     EXPECT_EQ(error.max(), 255);
 }

@@ -27,6 +27,12 @@ namespace ko::Orvid::detail {
     "field, field), or with fromElement(const Element&, Type&) and toElement(Element&, const "    \
     "Type&) in its namespace"
 
+/// A class, so that each type that does not convert is one error, however often it is met.
+template<class T>
+struct Converts {
+    static_assert(kindOf<T>() != Kind::none, ORVID_DETAIL_NO_CONVERSION);
+};
+
 template<class T>
 struct Converter {
     static T read(const Element& element) {
@@ -36,9 +42,10 @@ struct Converter {
 
     /// The place has a value, but for what canBeMade() says.
     static T readAt(const ReadContext& context) {
-        static_assert(isReadable<T>(), ORVID_DETAIL_NO_CONVERSION);
         constexpr Kind kind = kindOf<T>();
+        static_assert(isReadable<T>() || kind == Kind::none, ORVID_DETAIL_NO_CONVERSION);
         if constexpr (!isReadable<T>()) {
+            static_cast<void>(sizeof(Converts<T>));
             throw std::bad_alloc();  // never reached: only so that there is one error and no other
         } else if constexpr (kind == Kind::function) {
             return readFunction<T>(*context.value());
@@ -74,13 +81,14 @@ struct Converter {
 
     /// Throws with a part of the value written into the element.
     static void write(Element& element, const T& value) {
-        static_assert(isWritable<T>(), ORVID_DETAIL_NO_CONVERSION);
         constexpr Kind kind = kindOf<T>();
+        static_assert(isWritable<T>() || kind == Kind::none, ORVID_DETAIL_NO_CONVERSION);
         if constexpr (!isWritable<T>()) {
+            static_cast<void>(sizeof(Converts<T>));
             static_cast<void>(element);
             static_cast<void>(value);
         } else if constexpr (kind == Kind::function) {
-            toElement(element, value);
+            writeFunction(element, value);
         } else if constexpr (kind == Kind::fields) {
             FieldTarget target(element);
             Fields<T>::write(target, value);
@@ -154,7 +162,7 @@ void FieldSource::read(const char* name, T& field) {
     } else if constexpr (k_isOptional<T>) {
         field = T();
     } else {
-        throwMissing(name);
+        context.throwMissing();
     }
 }
 

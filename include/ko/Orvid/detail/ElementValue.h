@@ -27,6 +27,14 @@ using IfArithmetic = std::enable_if_t<Number::k_isArithmetic<T>, int>;
 template<class T>
 using IfView = std::enable_if_t<std::is_same_v<T, std::string_view>, int>;
 
+/// Of what can be an element, but does not become one by itself: it has to be converted.
+template<class T>
+using IfConverted = std::enable_if_t<!std::is_convertible_v<const T&, Element>, int>;
+
+/// What operations take beside an Element: an element of a value that was converted where they were
+/// called. Defined in Element.h.
+class Converted;
+
 /// Throws ValueOutOfRange<Number, T> for the element's number. For arithmetic types.
 template<class T>
 [[noreturn]] KO_API void throwOutOfRange(const Element& element);

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace ko::Orvid::detail {
 
@@ -46,13 +47,16 @@ public:
     bool isInData() const noexcept { return m_parent == nullptr; }
     /// Null where there is neither a value nor a default.
     const Element* value() const noexcept { return m_value; }
-    /// Whether the schema describes what the data lack, and then whether it has a default below.
-    bool isDescribed() const noexcept { return m_description != nullptr; }
+    /// Whether the schema has a default below what the data lack.
     bool isPromising() const;
+    /// Throws PathNotFound for a place without a value. Names the place in the data where it should
+    /// be, whatever was looked into.
+    [[noreturn]] void throwMissing() const;
 
 private:
     friend class FieldSource;
 
+    std::vector<const ReadContext*> wayFromData() const;
     void describe(const ReadContext& whole);
     void takeDefault(const Element& value) const;
 
@@ -76,7 +80,6 @@ public:
 private:
     ReadContext find(const char* name);
     const Element* description();
-    [[noreturn]] void throwMissing(const char* name) const;
 
     const ReadContext& m_context;
     const Element* m_description;

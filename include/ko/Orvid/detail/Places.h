@@ -86,6 +86,10 @@ inline const std::string* keyOf(std::uintptr_t step) noexcept {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the lowest bit distinguishes it from an index
     return isItem(step) ? nullptr : reinterpret_cast<const std::string*>(step);
 }
+inline const std::string& keyOr(std::uintptr_t step, const std::string& none) noexcept {
+    const std::string* const key = keyOf(step);
+    return key == nullptr ? none : *key;
+}
 
 /// See ko::detail::PlacesOf. Children that a container has handed over without telling them name
 /// its parent still. That is noted, and they learn of their own parent when it ends.

@@ -22,8 +22,11 @@ namespace ko::Orvid::detail {
 
 /// The array's items, as many as T takes. Throws TypeException, and Exception for another number.
 KO_API const Element::TArray& itemsOf(const Element& element, std::size_t size);
-[[noreturn]] KO_API void throwNoAlternative(const Element& element);
+[[noreturn]] KO_API void throwNoAlternative(const ReadContext& context);
 [[noreturn]] KO_API void throwNoName(const Element& element, const std::string& names);
+
+template<class T, class Alternatives>
+struct VariantReader;
 
 /// Whether Element::to() reads a T itself.
 template<class T>
@@ -51,15 +54,17 @@ T readPart(const ReadContext& whole, const Element& part) {
     }
 }
 
-/// Whether a T can be read although neither the data nor the schema has a value: an object whose
-/// members the schema describes.
+/// Whether a T can be read although neither the data nor the schema has a value: an object of whose
+/// members the schema has a default for one.
 template<class T>
 bool canBeMade([[maybe_unused]] const ReadContext& context) {
     constexpr Kind kind = kindOf<T>();
     if constexpr (kind == Kind::fields) {
-        return context.isDescribed();
+        return context.isPromising();
     } else if constexpr (kind == Kind::optional) {
-        return canBeMade<typename T::value_type>(context) && context.isPromising();
+        return canBeMade<typename T::value_type>(context);
+    } else if constexpr (kind == Kind::variant) {
+        return VariantReader<T, T>::canBeMade(context);
     } else {
         return false;
     }
@@ -184,16 +189,18 @@ constexpr EType typeOf() {
 template<class T>
 constexpr bool k_isNothing = std::is_empty_v<T>&& kindOf<T>() == Kind::none;
 
-template<class T, class Alternatives>
-struct VariantReader;
 template<class T, template<class...> class Variant, class... Alternatives>
 struct VariantReader<T, Variant<Alternatives...>> {
     static T read(const ReadContext& context) { return readAny<0, Alternatives...>(context); }
 
+    static bool canBeMade(const ReadContext& context) {
+        return (detail::canBeMade<Alternatives>(context) || ...);
+    }
+
 private:
     template<std::size_t index, class First, class... Rest>
     static T readAny(const ReadContext& context) {
-        if (mayBe<First>(*context.value())) {
+        if (mayBe<First>(context)) {
             try {
                 return readOne<index, First>(context);
             } catch (const std::bad_alloc&) {
@@ -203,16 +210,17 @@ private:
             }
         }
         if constexpr (sizeof...(Rest) == 0) {
-            throwNoAlternative(*context.value());
+            throwNoAlternative(context);
         } else {
             return readAny<index + 1, Rest...>(context);
         }
     }
 
     template<class First>
-    static bool mayBe(const Element& element) {
+    static bool mayBe(const ReadContext& context) {
         constexpr EType type = k_isNothing<First> ? etNull : typeOf<First>();
-        return type == etEmpty || type == element.type();
+        return context.value() == nullptr ? detail::canBeMade<First>(context)
+                                          : type == etEmpty || type == context.value()->type();
     }
 
     template<std::size_t index, class First>

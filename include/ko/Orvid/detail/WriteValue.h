@@ -18,6 +18,16 @@ void get_if();  // so that get_if<0>(...) is read as a call, which then finds th
 
 [[noreturn]] KO_API void throwNoEnumerator(const Element& element, long long value);
 
+/// The function gets an element of type etEmpty, which create() makes a container.
+template<class T>
+void writeFunction(Element& element, const T& value) {
+    element = Element::k_emptyElement;
+    toElement(element, value);
+    if (element.isEmpty()) {
+        element.setNull();
+    }
+}
+
 template<class T, std::size_t... Indexes>
 void writeTuple(Element& element, const T& value, std::index_sequence<Indexes...>) {
     using std::get;
