@@ -6,11 +6,13 @@
 
 #include <ko/Orvid/Object.h>
 
+#include <string_view>
 #include <utility>
 
 #include "source/Counterparts.h"
 #include "source/isAsRead.h"
 #include "source/SourceWriter.h"
+#include "text/byteOrderMark.h"
 #include "text/LineCounter.h"
 
 namespace ko::Orvid {
@@ -45,7 +47,9 @@ std::optional<SourcePlace> Source::placeOf(const Element& element) const {
 }
 
 SourceSpan Source::span(std::size_t begin, std::size_t end) const {
-    const LineAndColumn position = LineCounter().position(m_text, begin);
+    const std::size_t mark = text::markLength(m_text);
+    const LineAndColumn position =
+        LineCounter().position(std::string_view(m_text).substr(mark), begin - mark);
     return {begin, end - begin, static_cast<std::size_t>(position.line),
             static_cast<std::size_t>(position.column)};
 }

@@ -48,6 +48,17 @@ TEST(rejects, go_after_what_their_file_holds) {
     }
 }
 
+TEST(rejects, begin_on_a_line_of_their_own) {
+    const ScratchFile rejects("older");
+    const auto print = [&](const std::string& lines) {
+        orvid({"print", "--lines", "--on-error=skip", "--rejects", rejects.name()}, lines);
+        return bytesOfFile(rejects.name());
+    };
+    EXPECT_EQ(print("[1]\n"), "older");
+    EXPECT_EQ(print("bad\n[1]\nworse\n"), "older\nbad\nworse\n");
+    EXPECT_EQ(print("bad\n"), "older\nbad\nworse\nbad\n");
+}
+
 TEST(rejects, take_all_of_a_line_that_is_too_long) {
     const std::string line = repeated("a", 3000000);
     const ScratchFile rejects("");

@@ -111,14 +111,26 @@ TEST(set, refuses_a_malformed_path_as_misuse) {
 
 TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
     EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
-              failed(2, "JSON:1:6: at b: The text ends before the document is complete"));
-    EXPECT_EQ(
-        orvid({"set", "a", "\"x"}, k_document),
-        failed(2,
-               "JSON:1:3: at (root): The text ends before the document is complete (the string "
-               "that begins at 1:1 is not closed)"));
+              failed(2,
+                     "JSON:1:6: at b: The text ends before the document is complete\n"
+                     "{\"b\":\n"
+                     "     ^"));
+    EXPECT_EQ(orvid({"set", "a", "\"x"}, k_document),
+              failed(2,
+                     "JSON:1:3: at (root): The text ends before the document is complete\n"
+                     "\"x\n"
+                     "  ^"));
     EXPECT_EQ(orvid({"set", "a", "[1] 2"}, k_document),
-              failed(2, "JSON:1:5: at (root): Unexpected '2': the document is complete"));
+              failed(2,
+                     "JSON:1:5: at (root): Unexpected '2': the document is complete\n"
+                     "[1] 2\n"
+                     "    ^"));
+    EXPECT_EQ(orvid({"set", "a=1", "b.c=[1,{\"x\":tru}]", "d=2"}, k_document),
+              failed(2,
+                     "JSON:1:12: at [1].x: Unexpected '}': expected true, in the value for "
+                     "\"b.c\"\n"
+                     "[1,{\"x\":tru}]\n"
+                     "           ^"));
 }
 
 TEST(set, says_how_a_text_without_quotes_is_written) {

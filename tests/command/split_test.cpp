@@ -106,6 +106,19 @@ TEST(split, reports_a_way_that_leads_nowhere_or_twice) {
                              "orvid: (standard input): at a: a key on the way is there twice, so "
                              "this may be the wrong value\n",
                              1, 0}));
+    for (const char* const last : {"5", "{}", "{\"c\":1}", "{\"b\":[2]}", "[]"}) {
+        const std::string text = std::string(R"({"a":{"b":[1]},"a":)") + last + "}";
+        for (const std::vector<std::string>& call : std::vector<std::vector<std::string>>{
+                 {"split", "--in", "a.b"}, {"split", "--strict", "--in", "a.b"}}) {
+            EXPECT_EQ(orvid(call, text),
+                      (CommandResult{"1\n",
+                                     "orvid: (standard input): at a.b: a key on the way is there "
+                                     "twice, so this may be the wrong value\n",
+                                     1, 0}))
+                << text;
+        }
+    }
+    EXPECT_EQ(orvid({"split", "--in", "a.b"}, R"({"a":{"c":1},"a":{"b":[1]}})"), printed("1\n"));
     EXPECT_EQ(orvid({"split", "--in", "a[1].b"},
                     R"({"b":[0],"a":[{"b":[1]},{"a":{"b":[2]},"b":[3,[4]]}]})"),
               printed("3\n[4]\n"));

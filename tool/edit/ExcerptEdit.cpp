@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 
-#include "edit/LastStep.h"
 #include "output/Failure.h"
 #include "output/Layout.h"
 

@@ -4,24 +4,10 @@
 
 #include "edit/LastStep.h"
 
-#include <sstream>
-
+#include "input/PathSteps.h"
 #include "output/Failure.h"
 
 namespace orvid_tool {
-
-std::string pathOf(const ValueSteps& steps) {
-    std::ostringstream path;
-    ko::Orvid::PathGenerator generator(path);
-    for (const ValueStep& step : steps) {
-        if (step.isKey) {
-            generator.genObjectProperty(step.key);
-        } else {
-            generator.genListItem(step.index);
-        }
-    }
-    return path.str();
-}
 
 LastStep::LastStep(const std::string& path) : m_path(path) {
     const ValueSteps steps = stepsOf(path);

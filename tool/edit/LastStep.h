@@ -8,12 +8,7 @@
 
 #include <string>
 
-#include "input/PathSteps.h"
-
 namespace orvid_tool {
-
-/// The path with those steps.
-std::string pathOf(const ValueSteps& steps);
 
 class LastStep {
 public:

@@ -115,7 +115,7 @@ void readArgument(const char* name, const std::string& text, Element& root) {
     try {
         readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root);
     } catch (const Failure& failure) {
-        throw Failure(ExitStatus::usage, failure.location(), failure.text());
+        throw Failure(ExitStatus::usage, failure.location(), failure.text(), failure.excerpt());
     }
 }
 

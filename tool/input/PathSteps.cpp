@@ -4,6 +4,7 @@
 
 #include "input/PathSteps.h"
 
+#include <sstream>
 #include <utility>
 
 #include "input/PathWords.h"
@@ -81,6 +82,19 @@ ValueSteps stepsOf(const std::string& path) {
         }
     });
     return steps;
+}
+
+std::string pathOf(const ValueSteps& steps) {
+    std::ostringstream path;
+    ko::Orvid::PathGenerator generator(path);
+    for (const ValueStep& step : steps) {
+        if (step.isKey) {
+            generator.genObjectProperty(step.key);
+        } else {
+            generator.genListItem(step.index);
+        }
+    }
+    return path.str();
 }
 
 bool Gaps::take(std::uint64_t count) {

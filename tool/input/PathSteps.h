@@ -19,6 +19,8 @@ using ko::Orvid::text::ValueSteps;
 
 /// Throws Failure for a malformed path.
 ValueSteps stepsOf(const std::string& path);
+/// The path with those steps.
+std::string pathOf(const ValueSteps& steps);
 
 /// Where steps and what is there do not go together. what() says how.
 class Clash : public std::runtime_error {

@@ -53,6 +53,15 @@ bool ValueSpans::leads() {
     return holder.isArray ? !step.isKey && holder.next++ == step.index : m_isStepKey;
 }
 
+/// A value on the way begins. Where there is a target already, a key on the way is repeated, and
+/// its last value counts, wherever that leads.
+void ValueSpans::follow(const Element& value) {
+    reach(value);
+    if (m_targets > 0 && m_depth < m_wanted.steps.size()) {
+        ++m_targets;
+    }
+}
+
 void ValueSpans::reach(const Element& value) {
     if (m_targets == 0 && m_depth >= m_reached) {
         m_reached = m_depth;
@@ -69,7 +78,7 @@ void ValueSpans::target(bool isArray) {
 
 void ValueSpans::followScalar(const Element& value) {
     if (leads()) {
-        reach(value);
+        follow(value);
         if (m_depth == m_wanted.steps.size()) {
             target(false);
         }
@@ -78,7 +87,7 @@ void ValueSpans::followScalar(const Element& value) {
 
 void ValueSpans::open(bool isArray, TokenSpan span) {
     if (isAtWay() && leads()) {
-        reach(emptyContainer(isArray));
+        follow(emptyContainer(isArray));
         if (m_depth == m_wanted.steps.size()) {
             target(isArray);
         } else {

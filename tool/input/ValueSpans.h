@@ -44,7 +44,7 @@ public:
     bool areItems() const { return m_wantedDepth > m_wanted.steps.size(); }
     /// How many values of the root are done.
     std::size_t count() const { return m_count; }
-    /// How often the steps led to a value.
+    /// How often the steps led to a value, or on from a key that has led to one.
     std::size_t targets() const { return m_targets; }
     /// Whether they led to one that is neither an array nor wanted itself.
     bool isNoArray() const { return m_isNoArray; }
@@ -100,6 +100,7 @@ private:
 
     bool isAtWay() const { return m_depth == m_way.size(); }
     bool leads();
+    void follow(const ko::Orvid::Element& value);
     void followScalar(const ko::Orvid::Element& value);
     void reach(const ko::Orvid::Element& value);
     void target(bool isArray);

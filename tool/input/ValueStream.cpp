@@ -6,7 +6,6 @@
 #include "input/ValueStream.h"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 #include "input/Document.h"
@@ -34,19 +33,6 @@ ReadOptions optionsFor(ValueStream::Reading reading) {
     options.allowTrailingCommas = !reading.isStrict;
     options.requireWholeDocument = reading.isOneRoot;
     return options;
-}
-
-std::string pathOf(const ValueSteps& steps) {
-    std::ostringstream path;
-    ko::Orvid::PathGenerator generator(path);
-    for (const ValueStep& step : steps) {
-        if (step.isKey) {
-            generator.genObjectProperty(step.key);
-        } else {
-            generator.genListItem(step.index);
-        }
-    }
-    return path.str();
 }
 
 std::string joinedPath(const std::string& start, const std::string& rest) {

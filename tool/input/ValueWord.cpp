@@ -68,12 +68,22 @@ bool looksLikeText(const std::string& word) {
            word.find('\n') == std::string::npos;
 }
 
+/// Which of several values it is: that of the path before the `=`.
+std::string whose(std::string before) {
+    if (before.empty()) {
+        return before;
+    }
+    before.pop_back();
+    return ", in the value for \"" + before + "\"";
+}
+
 void readJson(const std::string& word, Element& value, const std::string& before) {
     try {
         readArgument("JSON", word, value);
-    } catch (const Failure&) {
+    } catch (const Failure& failure) {
         if (!looksLikeText(word)) {
-            throw;
+            throw Failure(failure.status(), failure.location(), failure.text() + whose(before),
+                          failure.excerpt());
         }
         const bool isAddress = before.find_first_of("/?&") != std::string::npos;
         throw Failure(ExitStatus::usage, "\"" + word + "\" is no JSON; for the text write " +

@@ -9,8 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "text/byteOrderMark.h"
-
 namespace orvid_tool {
 
 namespace {
@@ -60,10 +58,8 @@ Failure located(Failure failure, Document& document) {
         return failure;
     }
     if (const auto span = placeOf(*at.path, document)) {
-        // A byte order mark is no column here, as in errors of the text.
-        const std::size_t mark = span->line == 1 ? ko::Orvid::text::markLength(document.text) : 0;
         failure.setLine(document.location.line == 0 ? span->line : document.location.line);
-        failure.setColumn(span->column - mark);
+        failure.setColumn(span->column);
     }
     return failure;
 }

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -27,11 +28,25 @@ int flushed(int descriptor) {
     return result < 0 && (errno == EINVAL || errno == EROFS) ? 0 : result;
 }
 
+/// Whether the last byte of a regular file is there and no newline. Of one that may not be read
+/// that cannot be said.
+bool endsWithinLine(const std::string& file) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) {
+        return false;
+    }
+    std::ifstream in(file, std::ios::binary);
+    in.seekg(-1, std::ios::end);
+    const int last = in.get();
+    return in && last != '\n';
+}
+
 }  // namespace
 
 AppendedFile::AppendedFile(std::string file)
     : m_file(std::move(file)),
-      m_descriptor(open(m_file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666)) {
+      m_descriptor(open(m_file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666)),
+      m_isLineOpen(endsWithinLine(m_file)) {
     if (m_descriptor < 0) {
         throw systemFailure(m_file);
     }
@@ -40,6 +55,14 @@ AppendedFile::AppendedFile(std::string file)
 AppendedFile::~AppendedFile() { close(m_descriptor); }
 
 void AppendedFile::write(std::string_view text) {
+    if (m_isLineOpen && !text.empty()) {
+        append("\n");
+        m_isLineOpen = false;
+    }
+    append(text);
+}
+
+void AppendedFile::append(std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = ::write(m_descriptor, text.data(), text.length());
         if (count < 0 && errno != EINTR) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// AppendedFile, an output that goes after what a file holds.
+// AppendedFile, an output that goes after what a file holds, and on a line of its own.
 
 #pragma once
 
@@ -28,10 +28,12 @@ public:
     FileIdentity identity() const { return FileIdentity(m_descriptor); }
 
 private:
+    void append(std::string_view text);
     void require(int result) const;
 
     std::string m_file;
     int m_descriptor;
+    bool m_isLineOpen;  ///< whether what the file holds ends without a newline
 };
 
 }  // namespace orvid_tool

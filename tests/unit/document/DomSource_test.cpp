@@ -368,7 +368,7 @@ void expectSpan(const ko::Orvid::SourceSpan& span, std::size_t offset, std::size
 TEST(DomSource, knows_the_places_of_values_and_keys) {
     Dom dom = Dom::parse("\xEF\xBB\xBF{\n  \"a\" :\n [1, {\"b\": null}]}");
     const SourcePlace root = dom.placeOf(*dom).value();
-    expectSpan(root, 3, 28, 1, 4);
+    expectSpan(root, 3, 28, 1, 1);
     expectSpan(root.key, 0, 0, 0, 0);
     const SourcePlace a = dom.placeOf((*dom).get("a")).value();
     expectSpan(a, 14, 16, 3, 2);
@@ -380,6 +380,28 @@ TEST(DomSource, knows_the_places_of_values_and_keys) {
     EXPECT_FALSE(dom.placeOf(Element(1)));
     (*dom).create("a[*]", 2);
     EXPECT_FALSE(dom.placeOf((*dom).get("a[2]")));
+}
+
+TEST(DomSource, counts_columns_as_errors_of_the_text_do) {
+    const std::string begin = "{\"a\": [1, ";
+    for (const std::string& mark : {std::string(), std::string("\xEF\xBB\xBF")}) {
+        const Dom dom = Dom::parse(mark + begin + "true]}");
+        const SourcePlace place = dom.placeOf((*dom).get("a[1]")).value();
+        expectSpan(place, mark.size() + begin.size(), 4, 1, begin.size() + 1);
+        expectSpan(dom.placeOf((*dom).get("a")).value().key, mark.size() + 1, 3, 1, 2);
+        try {
+            Dom::parse(mark + begin + "@]}");
+            ADD_FAILURE() << "the text is faulty";
+        } catch (const ko::Orvid::ParseException& error) {
+            EXPECT_EQ(static_cast<std::size_t>(error.firstColumn()), place.column);
+        }
+        try {
+            static_cast<void>((*dom).get("a").to<int>());
+            ADD_FAILURE() << "an array is no int";
+        } catch (const ko::Exception& error) {
+            EXPECT_EQ(ko::Orvid::describe(error, dom).substr(0, 5), "1:7: ");
+        }
+    }
 }
 
 TEST(DomSource, knows_the_places_of_any_number_of_values) {
