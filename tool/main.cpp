@@ -20,6 +20,7 @@
 #include "call/Options.h"
 #include "call/Verb.h"
 #include "edit/SignalCleanup.h"
+#include "input/Input.h"
 #include "output/Output.h"
 #include "output/Progress.h"
 #include "output/Report.h"
@@ -64,11 +65,15 @@ Failure usageError(const std::string& verb, const std::string& text) {
 /// The verb that may have been meant, by a slip or by the name it has elsewhere.
 std::string meant(const std::string& word, const Verbs& verbs) {
     static const std::map<std::string, std::string> elsewhere{
-        {"add", "insert"},   {"append", "insert"}, {"cat", "print"},      {"count", "length"},
-        {"cp", "copy"},      {"del", "remove"},    {"delete", "remove"},  {"fmt", "print"},
-        {"format", "print"}, {"len", "length"},    {"lint", "check"},     {"mv", "move"},
-        {"pretty", "print"}, {"put", "set"},       {"rm", "remove"},      {"show", "print"},
-        {"slurp", "join"},   {"update", "set"},    {"validate", "check"}, {"view", "print"}};
+        {"add", "insert"},       {"append", "insert"}, {"cat", "print"},      {"count", "length"},
+        {"cp", "copy"},          {"del", "remove"},    {"delete", "remove"},  {"fmt", "print"},
+        {"format", "print"},     {"len", "length"},    {"lint", "check"},     {"mv", "move"},
+        {"pretty", "print"},     {"put", "set"},       {"rm", "remove"},      {"show", "print"},
+        {"slurp", "join"},       {"update", "set"},    {"validate", "check"}, {"view", "print"},
+        {"version", "--version"}};
+    if (orvid_tool::isFileThere(word)) {
+        return ": to look into that file, write orvid print " + word;
+    }
     if (!word.empty() && std::string_view(".[/$").find(word.front()) != std::string_view::npos) {
         return word.front() == '$' ? " (did you mean \"query\"?)" : " (did you mean \"get\"?)";
     }

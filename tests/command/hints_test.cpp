@@ -16,6 +16,8 @@ using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
+using orvid_test::ScratchFile;
+using orvid_test::ScratchFolder;
 
 const std::string k_document = R"({"a":{"color":1},"files":[1],"n":2,"$x":3})";
 
@@ -175,6 +177,50 @@ TEST(hints, tell_that_the_path_was_forgotten) {
                        verb + " --help"));
     }
     EXPECT_EQ(orvid_test::shell(script + "get a.json - <a.json", {folder.path()}), printed("1\n"));
+}
+
+TEST(words_in_the_wrong_order, are_told) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", R"({"name":1})");
+    EXPECT_EQ(
+        orvid({"set", file, "name=string:x"}),
+        failed(2, "the file \"" + file + "\" stands after what is set; see orvid set --help"));
+    for (const std::string verb : {"get", "keys", "remove"}) {
+        EXPECT_EQ(orvid({verb, file, "name"}),
+                  failed(2, "the PATH stands before the file: name " + file + "; see orvid " +
+                                verb + " --help"));
+    }
+    for (const std::string verb : {"query", "select"}) {
+        EXPECT_EQ(orvid({verb, file}).status, 2) << verb;
+        EXPECT_NE(orvid({verb, file}).err.find("QUERY is missing before the file"),
+                  std::string::npos);
+    }
+    EXPECT_EQ(orvid({file}).err, "orvid: there is no verb \"" + file +
+                                     "\": to look into that file, write orvid print " + file +
+                                     "; see orvid --help\n");
+}
+
+TEST(further_paths, are_no_files) {
+    const ScratchFile file(R"({"a":1,"b":2})");
+    EXPECT_EQ(
+        orvid({"get", "a", "b", file.name()}),
+        (CommandResult{"1\n",
+                       "orvid: b: No such file or directory; a further path is written --also "
+                       "b\n",
+                       3, 0}));
+    EXPECT_EQ(orvid({"remove", "a", "b"}).err,
+              "orvid: b: No such file or directory; a further path is written --also b\n");
+    EXPECT_EQ(orvid({"get", "a", "b.json"}).err, "orvid: b.json: No such file or directory\n");
+}
+
+TEST(options_of_other_commands, are_told_what_does_it_here) {
+    EXPECT_EQ(orvid({"set", "--string", "a", "b"}),
+              failed(2,
+                     "there is no option --string (a text as VALUE is written string:TEXT); see "
+                     "orvid set --help"));
+    EXPECT_EQ(
+        orvid({"print", "--pretty"}),
+        failed(2, "there is no option --pretty (--indent N lays out); see orvid print --help"));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <map>
 #include <sstream>
 #include <utility>
 
@@ -141,10 +142,25 @@ struct CommandLine::Impl {
             const std::string name = word[1] == '-' ? word.substr(0, word.find('=')) : word;
             const bool isKnown = std::find(known.begin(), known.end(), name) != known.end();
             if (word[1] == '-' && !isKnown) {
-                return "there is no option " + name + suggestion(name, known);
+                return "there is no option " + name + meant(name, known);
             }
         }
         return std::nullopt;
+    }
+
+    /// What the option may mean that other commands have, or that was misspelt.
+    static std::string meant(const std::string& name, const std::vector<std::string>& known) {
+        static const std::map<std::string, std::string> elsewhere{
+            {"--string", "a text as VALUE is written string:TEXT"},
+            {"--arg", "a text as VALUE is written string:TEXT"},
+            {"--argjson", "VALUE is JSON text"},
+            {"--pretty", "--indent N lays out"},
+            {"--slurp", "the verb join makes an array of all values"},
+            {"--raw-output", "it is --raw"},
+            {"--compact-output", "it is --compact"},
+            {"--null-input", "set --new begins with nothing"}};
+        const auto found = elsewhere.find(name);
+        return found == elsewhere.end() ? suggestion(name, known) : " (" + found->second + ")";
     }
 
     /// What CLI11 says of words that are left over, which begins with how many there are.

@@ -54,6 +54,8 @@ protected:
     virtual void read(const Call& call, Document& document) const;
 
 private:
+    Failure hinted(const Failure& failure, const std::string& file) const;
+
     /// Does it from the text alone, for text of the common kind, and answers true; or answers
     /// false, whatever it has appended, and leaves it to the other two.
     virtual bool applyToText(const Call& call, const Document& document, Bytes& out) const;
@@ -64,6 +66,9 @@ private:
 
     /// Writes what stands before the results of all lines.
     virtual void beginLines(const Call& call, Output& out) const;
+
+    /// What may be meant by a word that was taken for a file and is none, as the end of a message.
+    virtual std::string hintForFile(const std::string& word) const;
 
     /// The least status of the run, asked for when all documents are done.
     virtual ExitStatus outcome() const;

@@ -24,8 +24,6 @@ using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
 constexpr std::string_view k_isComplete = ": the document is complete";
-constexpr const char* k_severalValues =
-    " (for values that follow each other there are --lines, split --values and join)";
 
 bool endsWith(std::string_view text, std::string_view end) {
     return text.length() >= end.length() && text.substr(text.length() - end.length()) == end;

@@ -51,7 +51,15 @@ bool endsAsFile(const std::string& word) {
 
 void requireNoFile(const char* what, const std::string& word,
                    const std::vector<std::string>& files) {
-    if (files.empty() && endsAsFile(word) && isFileThere(word)) {
+    if (!endsAsFile(word) || !isFileThere(word)) {
+        return;
+    }
+    if (files.size() == 1 && files.front() != k_standardInput && !endsAsFile(files.front()) &&
+        !isFileThere(files.front())) {
+        throw UsageError(std::string("the ") + what + " stands before the file: " + files.front() +
+                         " " + word);
+    }
+    if (files.empty()) {
         throw UsageError(std::string(what) + " is missing before the file \"" + word +
                          "\"; where that is the " + what + ", give - for standard input");
     }

@@ -27,7 +27,8 @@ bool isFileThere(const std::string& name);
 /// Whether the word ends as the names of JSON files do.
 bool endsAsFile(const std::string& word);
 
-/// Throws UsageError where no file is given and the word, which is to be `what`, names a JSON file.
+/// Throws UsageError where the word, which is to be `what`, names a JSON file, and no file is given
+/// or one that there is not.
 void requireNoFile(const char* what, const std::string& word,
                    const std::vector<std::string>& files);
 

@@ -46,6 +46,9 @@ Assignment onlyAssignment(const std::vector<std::string>& words) {
     try {
         return assignment(words[0], words[1], "");
     } catch (const Failure&) {
+        if (endsAsFile(words[0]) && isFileThere(words[0])) {
+            throw UsageError("the file \"" + words[0] + "\" stands after what is set");
+        }
         if (words.size() > 2 || !isFileThere(words[1])) {
             throw;
         }

@@ -14,6 +14,10 @@ namespace orvid_tool {
 /// The library's message for a text that ends early.
 inline constexpr std::string_view k_endsEarly = "The text ends before the document is complete";
 
+/// What there is for a text that another value follows in.
+inline constexpr const char* k_severalValues =
+    " (for values that follow each other there are --lines, split --values and join)";
+
 /// What the message for the fault at `offset` of the text lacks, as its end, such as ` (did you
 /// mean null?)`; mostly empty. `message` is the library's.
 std::string slipHint(std::string_view text, std::size_t offset, std::string_view message);

@@ -244,6 +244,11 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) {
 
 /// What the message of the fault lacks; what is read begins at `open`.
 std::string ValueStream::hint(const ko::Orvid::TextError& fault, std::uint64_t open) const {
+    const auto at = m_lines.position(m_buffer, m_root + fault.begin);
+    constexpr std::string_view complete = ": the document is complete";
+    if (at.line > 1 && at.column == 1 && fault.message.find(complete) != std::string::npos) {
+        return k_severalValues;
+    }
     if (fault.message != k_endsEarly) {
         return slipHint(m_buffer, static_cast<std::size_t>(m_root + fault.begin - m_start),
                         fault.message);

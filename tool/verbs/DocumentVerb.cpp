@@ -5,6 +5,7 @@
 #include "call/Verb.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <memory>
@@ -156,7 +157,7 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
             if (isFatal(failure)) {
                 throw;
             }
-            report.failure(failure);
+            report.failure(hinted(failure, file));
             highest = std::max(highest, failure.status());
         } catch (const std::bad_alloc&) {
             report.failure(memoryFailure({inputName(file), 0, 0, {}}));
@@ -164,6 +165,17 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
         }
     }
     return std::max(highest, outcome());
+}
+
+std::string DocumentVerb::hintForFile(const std::string& /*word*/) const { return ""; }
+
+/// The failure of a file with the hint for one that there is not.
+Failure DocumentVerb::hinted(const Failure& failure, const std::string& file) const {
+    const bool isWord = failure.location().file == file && file.find('/') == std::string::npos &&
+                        !endsAsFile(file) && access(file.c_str(), F_OK) != 0;
+    const std::string hint = isWord ? hintForFile(file) : "";
+    return hint.empty() ? failure
+                        : Failure(failure.status(), failure.location(), failure.text() + hint);
 }
 
 ExitStatus DocumentVerb::outcome() const { return ExitStatus::done; }

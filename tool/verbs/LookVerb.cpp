@@ -48,6 +48,9 @@ void LookVerb::addWords(Words& words, Call& call) {
 void LookVerb::prepare(Call& call) {
     const bool isPathFirst =
         !m_in && !m_words.empty() && (m_words.size() > 1 || !isFile(m_words.front()));
+    if (isPathFirst) {
+        requireNoFile("PATH", m_words.front(), {m_words.begin() + 1, m_words.end()});
+    }
     m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
     call.files.assign(m_words.begin() + (isPathFirst ? 1 : 0), m_words.end());
 }

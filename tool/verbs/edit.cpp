@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -159,8 +160,12 @@ public:
         Copy copy(m_file, before);
         copy.keep();
         try {
-            const Bytes edited = editedText(call, report, copy);
-            const std::string_view after = edited.view().substr(0, edited.length() - 1);
+            const std::optional<Bytes> edited = editedText(call, report, copy);
+            if (!edited) {
+                report.note(m_file + " is as it was" + whereaboutsOf(copy, before));
+                return ExitStatus::failed;
+            }
+            const std::string_view after = edited->view().substr(0, edited->length() - 1);
             if (after != before) {
                 const EditLock lock(m_file);
                 InPlace file(m_file);
@@ -168,6 +173,10 @@ public:
                 file.finish(stamp);
             }
             copy.drop();
+        } catch (const Failure& failure) {
+            report.failure(failure);
+            report.note(m_file + " is as it was" + whereaboutsOf(copy, before));
+            return failure.status();
         } catch (...) {
             report.note(m_file + " is as it was" + whereaboutsOf(copy, before));
             throw;
@@ -185,9 +194,10 @@ private:
         return "; what was edited is in " + copy.name();
     }
 
-    /// What the editor leaves, once it is right, with a newline after it. Throws Failure where the
-    /// user gives up.
-    Bytes editedText(const Call& call, const Report& report, const Copy& copy) const {
+    /// What the editor leaves, once it is right, with a newline after it; nothing where the user
+    /// gives up.
+    std::optional<Bytes> editedText(const Call& call, const Report& report,
+                                    const Copy& copy) const {
         while (true) {
             runEditor(copy.name());
             if (!copy.isThere()) {
@@ -200,7 +210,7 @@ private:
             } catch (const Failure& failure) {
                 report.failure(failure);
                 if (!isEditedAgain()) {
-                    throw Failure(ExitStatus::failed, "nothing was replaced");
+                    return std::nullopt;
                 }
             }
         }

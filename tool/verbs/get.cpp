@@ -68,6 +68,10 @@ public:
     }
 
 private:
+    std::string hintForFile(const std::string& word) const override {
+        return "; a further path is written --also " + word;
+    }
+
     static constexpr const char* k_schemaDefault = "schema";
 
     /// A path that is malformed is reported when it is followed.

@@ -8,6 +8,7 @@
 
 #include "call/Options.h"
 #include "edit/Answer.h"
+#include "input/Input.h"
 #include "input/PathSteps.h"
 #include "input/QueryWord.h"
 #include "text/TextLookup.h"
@@ -73,6 +74,7 @@ public:
         if (call.isRaw && m_form != Form::values) {
             throw UsageError("--raw is for values: --paths, --pointers and --count exclude it");
         }
+        requireNoFile("QUERY", m_text, call.files);
         m_query.emplace(queryOf(m_text));
         if (m_form == Form::values && !m_isArray && m_query->isSingular()) {
             m_steps = stepsFor(*m_query);

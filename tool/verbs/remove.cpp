@@ -79,6 +79,10 @@ public:
     }
 
 private:
+    std::string hintForFile(const std::string& word) const override {
+        return "; a further path is written --also " + word;
+    }
+
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {

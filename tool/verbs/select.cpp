@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "call/Options.h"
+#include "input/Input.h"
 #include "input/QueryWord.h"
 #include "verbs/verbs.h"
 
@@ -41,7 +42,10 @@ public:
         addLines(words, call);
     }
 
-    void prepare(Call& /*call*/) override { m_query.emplace(queryOf(m_text)); }
+    void prepare(Call& call) override {
+        requireNoFile("QUERY", m_text, call.files);
+        m_query.emplace(queryOf(m_text));
+    }
 
 private:
     void read(const Call& call, Document& document) const override {
