@@ -148,6 +148,33 @@ TEST(join, is_the_way_back_from_split) {
               printed("[{\"b\":1e5,\"a\":[]},null,\"é\",[[0.10]]]\n"));
 }
 
+TEST(join_lines, makes_an_array_of_records) {
+    const std::string records = "{\"a\": 1.0}\n\n[2 ]\n3";
+    EXPECT_EQ(orvid({"join", "--lines"}, records),
+              printed("[\n    {\"a\":1.0},\n    [2],\n    3\n]\n"));
+    EXPECT_EQ(orvid({"join", "--lines", "--indent=1", "-j", "3"}, records),
+              printed("[\n {\"a\":1.0},\n [2],\n 3\n]\n"));
+    EXPECT_EQ(orvid({"join", "--lines", "-c"}, records), printed("[{\"a\":1.0},[2],3]\n"));
+    EXPECT_EQ(orvid({"join", "--lines"}, "\n"), printed("[]\n"));
+    const ScratchFile file(records);
+    EXPECT_EQ(orvid({"join", "--lines", "-c", file.name(), file.name()}),
+              printed("[{\"a\":1.0},[2],3,{\"a\":1.0},[2],3]\n"));
+}
+
+TEST(join_lines, does_with_a_faulty_record_what_is_asked_for) {
+    const std::string records = "1\n{x\n3\n";
+    const std::string error =
+        "orvid: (standard input):2:2: at (root): Unexpected 'x': expected a key or '}' (a key "
+        "stands "
+        "in double quotes: \"x\")\n";
+    EXPECT_EQ(orvid({"join", "--lines", "-c"}, records), (CommandResult{"[1", error, 1, 0}));
+    EXPECT_EQ(orvid({"join", "--lines", "-c", "--on-error=skip"}, records),
+              (CommandResult{"[1,3]\n", error, 1, 0}));
+    EXPECT_EQ(orvid({"join", "--lines", "-c", "--on-error=null"}, records),
+              (CommandResult{"[1,null,3]\n", error, 1, 0}));
+    EXPECT_EQ(orvid({"join", "--lines", "-c"}, "1 2\n").status, 1);
+}
+
 TEST(join, does_not_part_what_is_one_word) {
     for (const std::string word : {"01", "truefalse", "1-2", "nullx"}) {
         EXPECT_EQ(orvid({"join"}, word).status, 1) << word;

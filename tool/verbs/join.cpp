@@ -8,6 +8,7 @@
 #include "input/ValueStream.h"
 #include "output/Output.h"
 #include "output/Report.h"
+#include "verbs/RecordArray.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -73,16 +74,39 @@ public:
     const char* examples() const override {
         return "  orvid join <records.jsonl\n"
                "  orvid join --compact first.json second.json\n"
-               "  orvid print --lines --on-error=skip <records.jsonl | orvid join";
+               "  orvid join --lines -j 4 --on-error=skip <records.jsonl";
     }
 
     void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         addLayout(words, call);
         addStrict(words, call);
+        addLines(words, call);
     }
 
-    ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
+    /// The layout is that of the array: its records stand on a line each.
+    void prepare(Call& call) override {
+        m_indent = call.layout.options.indent;
+        call.layout.isIndentAsked = call.layout.isIndentAsked && !call.lines.isOn;
+    }
+
+    ExitStatus run(const Call& call, const Report& report, Output& out) const override {
+        return call.lines.isOn ? runRecords(call, report, out) : runValues(call, out);
+    }
+
+private:
+    /// The array stays open where a record ended the run.
+    ExitStatus runRecords(const Call& call, const Report& report, Output& out) const {
+        RecordArray array(out, m_indent);
+        const ExitStatus status = makePrint()->run(call, report, array);
+        if (status == ExitStatus::done ||
+            (status == ExitStatus::failed && call.lines.onError != OnError::stop)) {
+            array.close();
+        }
+        return status;
+    }
+
+    static ExitStatus runValues(const Call& call, Output& out) {
         OpenArray all(out, call.layout);
         for (const std::string& file : call.files) {
             Input input(file);
@@ -98,6 +122,8 @@ public:
         all.close();
         return ExitStatus::done;
     }
+
+    std::string m_indent;
 };
 
 }  // namespace
