@@ -63,6 +63,27 @@ Number::EBinaryType kindOf(std::string_view text) {
     return !text.empty() && text.front() == '-' ? Number::ebLongLong : Number::ebULongLong;
 }
 
+/// Makes the text of that binary value, to which a given text converts, the number's text. Some are
+/// kept only beside a heap text.
+void derive(const NumberStore& store, const Binary& value) {
+    static_cast<void>(store.string());
+    store.keep(value);
+    store.derive();
+}
+
+/// Takes over a text that another one, derived from the binary value, has taken the place of.
+/// Throws std::bad_alloc, leaving everything unchanged.
+void setReplaced(NumberStore& store, const NumberStore& other) {
+    NumberStore former(store);
+    store.assign(other.givenText(), other.binary());
+    try {
+        derive(store, other.binary());
+    } catch (...) {
+        store.take(former);
+        throw;
+    }
+}
+
 }  // namespace
 
 const Number::Limits Number::k_limits = {};
@@ -164,10 +185,12 @@ void Number::set(const Number& other) {
     if (this == &other) {
         return;
     }
-    if (other.m_store.hasGivenText()) {
-        m_store.assign(other.m_store.givenText(), other.m_store.binary());
-    } else {
+    if (!other.m_store.hasGivenText()) {
         m_store.assign(other.m_store.binary());
+    } else if (other.m_store.hasHeapText() && other.toString() != other.m_store.givenText()) {
+        setReplaced(m_store, other.m_store);
+    } else {
+        m_store.assign(other.m_store.givenText(), other.m_store.binary());
     }
 }
 
@@ -221,7 +244,19 @@ void Number::syncToBinary() const {
     }
 }
 
-void Number::syncToString() const { m_store.derive(); }
+void Number::syncToString() const {
+    if (m_store.hasGivenText() && m_store.binary().kind == ebNone) {
+        // Beside some long texts the binary value is not kept, so that nobody knows whether there
+        // was one: it counts as converted.
+        const Number probe(*this);
+        Binary value = probe.m_store.binary();
+        const bool isConverted = probe.convertGivenText(value) == Refusal::none;
+        if (isConverted && probe.m_store.binary().kind == ebNone) {
+            return derive(m_store, value);
+        }
+    }
+    m_store.derive();
+}
 
 /// Replaces the bits from before in `value`, and keeps the result. A text that is beyond its kind
 /// has the kind alone, and that is not kept.

@@ -160,10 +160,16 @@ void NumberStore::constructLong(std::string_view text, const Binary& binary) {
 
 /// A text on the heap, or one that came there just now.
 void NumberStore::constructLike(const NumberStore& other) {
-    construct(other.givenText(), other.binary());
+    const Binary binary = other.binary();
+    NumberStore made(other.givenText(), binary);
     if (!other.hasGivenText()) {
-        m_length = k_noText;
+        made.m_length = k_noText;
+    } else if (const Heap* const held = other.heap(); held != nullptr && held->isDerived) {
+        static_cast<void>(made.string());  // beside a heap text there is room for any value
+        made.keep(binary);
+        made.derive();
     }
+    steal(made);
 }
 
 NumberStore::NumberStore(NumberStore&& other) noexcept { steal(other); }

@@ -43,6 +43,16 @@ const std::vector<Operation> k_operations = {
          number.set(trees.root.get("a.list[0].id").number());
          return text;
      }},
+    {"copy_a_text_computed_by_hand", Leaves::everything,
+     [](Trees& trees) {
+         const Number number("-237320580168e-57");
+         (void)number.type();
+         number.syncToString();
+         const Number copy(number);
+         Number& target = trees.root.get("n").number();
+         target.set(copy);
+         return target.toString();
+     }},
     {"set_an_exact_number", Leaves::wholeTrees,
      [](Trees& trees) {
          trees.root.get("n").setNumber(0.1);

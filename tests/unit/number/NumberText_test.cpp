@@ -15,6 +15,8 @@
 #include <limits>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/Document.h"
 #include "support/GroupingLocale.h"
@@ -339,6 +341,46 @@ TEST(NumberToString, computed_by_hand_replaces_the_text) {
     number.syncToString();
     EXPECT_EQ(number.toString(), "0.1");
     EXPECT_EQ(number.type(), Number::ebDouble);
+}
+
+TEST(NumberToString, computed_by_hand_replaces_a_long_text) {
+    const std::vector<std::pair<std::string, std::string>> texts = {
+        {"18446744073709551615", "18446744073709551615"},
+        {"-9223372036854775808", "-9223372036854775808"},
+        {"0000009999999999999", "9999999999999"},
+        {"1.234567890123456", "1.23457"},
+        {"-237320580168e-57", "-2.37321e-46"},
+        {"1234567.8901234567890123456789", "1.23457e+06"}};
+    for (const auto& [text, expected] : texts) {
+        const Number number(text);
+        const Number shown(text);
+        number.type();
+        shown.toString();
+        shown.type();
+        number.syncToString();
+        shown.syncToString();
+        EXPECT_EQ(number.toString(), expected);
+        EXPECT_EQ(shown.toString(), expected);
+    }
+}
+
+TEST(NumberToString, computed_by_hand_is_copied) {
+    for (const std::string text : {"0.10", "-237320580168e-57", "1234567.8901234567890123456789"}) {
+        const Number number(text);
+        number.type();
+        number.syncToString();
+        const Number copy(number);
+        Number assigned("7");
+        Number shown("a text of some other number");
+        shown.toString();
+        assigned = number;
+        shown = number;
+        for (const Number* const each : {&copy, &std::as_const(assigned), &std::as_const(shown)}) {
+            EXPECT_EQ(each->toString(), number.toString());
+            EXPECT_EQ(each->type(), Number::ebDouble);
+            EXPECT_EQ(*each, Number(text));
+        }
+    }
 }
 
 TEST(NumberToString, computed_by_hand_of_an_unconverted_text_leaves_nothing) {
