@@ -81,9 +81,14 @@ bool Evaluation::test(const Call& call, const Element& current) {
     if (text == nullptr) {
         return false;
     }
+<<<<<<< ours
     const bool isWhole = call.function == FunctionKind::match;
+=======
+    m_visits.takeSearched(text->size());
+    const bool isWhole = call.function == EFunction::match;
+>>>>>>> theirs
     const auto runs = [&](const Regexp& regexp) {
-        m_visits.takeSearched(text->size(), regexp.size());
+        m_visits.takeSize(text->size(), regexp.size());
         return isWhole ? regexp.matches(*text) : regexp.isFoundIn(*text);
     };
     if (call.pattern) {
@@ -100,7 +105,7 @@ const Regexp& Evaluation::regexpFor(const std::string& pattern) {
     }
     m_visits.takePattern(pattern.size());
     Regexp regexp(pattern);
-    m_visits.takeCompiled(regexp.size());
+    m_visits.takeCompiled(regexp.effort());
     if (m_regexps.size() >= k_mostRegexps || m_regexpSize + regexp.size() > k_mostRegexpSize) {
         m_regexps.clear();
         m_regexpSize = 0;

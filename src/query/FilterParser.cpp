@@ -32,9 +32,9 @@ Condition joined(std::vector<Condition>&& parts, bool isAll) {
     return conditionOf(Junction{isAll, std::move(parts)});
 }
 
-/// How large the patterns of a query may become together; the evaluation compiles the others, and
-/// counts what that costs.
-constexpr std::size_t k_mostPatternSize = std::size_t{1} << 18;
+/// How many instructions may be made of the patterns in a query; the evaluation compiles the
+/// others, and counts what that costs.
+constexpr std::size_t k_mostPatternEffort = std::size_t{1} << 18;
 
 std::string quoted(const FunctionType& type) { return std::string(type.name) + "()"; }
 
@@ -244,11 +244,11 @@ Call QueryParser::takeCall(std::string_view name, std::size_t start) {
 
 std::optional<Regexp> QueryParser::patternOf(const Operand& operand) {
     const auto* const literal = std::get_if<Element>(&operand.value);
-    if (literal == nullptr || !literal->isString() || m_patternSize > k_mostPatternSize) {
+    if (literal == nullptr || !literal->isString() || m_patternEffort > k_mostPatternEffort) {
         return std::nullopt;
     }
     Regexp pattern(literal->string());
-    m_patternSize += pattern.size();
+    m_patternEffort += pattern.effort();
     return pattern;
 }
 

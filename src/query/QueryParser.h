@@ -68,7 +68,7 @@ private:
     std::string_view m_text;
     QueryOptions m_options;
     std::size_t m_slots = 0;
-    std::size_t m_patternSize = 0;  ///< of all patterns in the text
+    std::size_t m_patternEffort = 0;  ///< Regexp::effort() of all patterns in the text
     unsigned int m_depth = 0;
     /// Whether the brackets of the query that was taken last hold whitespace, which no singular
     /// query of a comparison may.

@@ -15,6 +15,9 @@ namespace ko::Orvid {
 
 namespace {
 
+/// The instructions after which RE2 refuses a pattern, about.
+constexpr std::size_t k_tooLarge = 100'000;
+
 RE2::Options options() {
     RE2::Options result;
     result.set_log_errors(false);
@@ -38,6 +41,9 @@ Regexp::Regexp(std::string_view pattern) {
     auto expression = std::make_unique<const RE2>(*translated, options());
     if (expression->ok()) {
         m_expression = std::move(expression);
+        m_effort = size();
+    } else if (expression->error_code() == RE2::ErrorPatternTooLarge) {
+        m_effort = k_tooLarge;
     }
 }
 

@@ -30,6 +30,8 @@ public:
     /// classes of characters make many of a few bytes. Where its automaton grows too large, each of
     /// them may be looked at for each byte of a text.
     std::size_t size() const noexcept;
+    /// How many instructions were made of it: size(), or more where it was too large.
+    std::size_t effort() const noexcept { return m_effort; }
     /// Whether the whole text matches.
     bool matches(std::string_view text) const;
     /// Whether a part of the text matches.
@@ -37,6 +39,7 @@ public:
 
 private:
     std::unique_ptr<const re2::RE2> m_expression;
+    std::size_t m_effort = 0;
 };
 
 }  // namespace ko::Orvid

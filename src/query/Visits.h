@@ -21,9 +21,10 @@ public:
     }
     /// For a text that is compared or counted.
     void takeText(std::size_t bytes) { take(bytes / k_textOfOne); }
-    /// For a text that a regular expression of that size is run on.
-    void takeSearched(unsigned long long bytes, std::size_t size) {
-        take(bytes / k_searchedOfOne + bytes * size / k_searchedSizeOfOne);
+    /// For a text that a regular expression is run on, and for the size of that.
+    void takeSearched(std::size_t bytes) { take(bytes / k_searchedOfOne); }
+    void takeSize(unsigned long long bytes, std::size_t size) {
+        take(bytes * size / k_searchedSizeOfOne);
     }
     /// For the text of a regular expression, and for what it is compiled to.
     void takePattern(std::size_t bytes) { take(bytes * k_ofPatternByte); }

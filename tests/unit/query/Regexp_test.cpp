@@ -150,11 +150,25 @@ TEST(Regexp, counts_what_patterns_of_the_document_become) {
 
 TEST(Regexp, compiles_no_more_of_the_query_than_a_bounded_size) {
     std::string query = "$[?";
-    for (int number = 0; number < 8; ++number) {
+    for (int number = 0; number < 4; ++number) {
         query += R"(match(@, "\\p{L}{150}x)" + std::to_string(number) + "\") || ";
     }
     query += R"(match(@, "x"))";
     EXPECT_EQ(endOf(query + "]", makeArray({"y"}), 1'000'000),
+              "The query looks at elements more than 1000000 times (maxVisits)");
+    EXPECT_EQ(endOf(query + "]", makeArray({"x"}), 1'000'000'000), "found");
+}
+
+TEST(Regexp, counts_patterns_that_are_too_large_to_be_compiled) {
+    const Element patterns = makeArray({R"(\p{L}{1000})"});
+    EXPECT_EQ(endOf("$[?match(@, @)]", patterns, 1'000'000),
+              "The query looks at elements more than 1000000 times (maxVisits)");
+    std::string query = "$[?";
+    for (int number = 0; number < 5; ++number) {
+        query += R"(match(@, "\\p{L}{1000}x)" + std::to_string(number) + "\") || ";
+    }
+    query += R"(match(@, "x"))";
+    EXPECT_EQ(endOf(query + "]", makeArray({"x"}), 1'000'000),
               "The query looks at elements more than 1000000 times (maxVisits)");
     EXPECT_EQ(endOf(query + "]", makeArray({"x"}), 1'000'000'000), "found");
 }
