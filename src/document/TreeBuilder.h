@@ -22,6 +22,7 @@
 #include "tree/Place.h"
 #include "tree/StringNode.h"
 #include "tree/Tree.h"
+#include "tree/WideKeys.h"
 
 namespace ko::Orvid {
 
@@ -43,6 +44,7 @@ public:
     void resume() noexcept {
         m_nodes = SlabArena::current();
         m_keys.clear();
+        m_wideKeys.clear();
     }
 
     // Each of them returns the element that took the value.
@@ -71,9 +73,8 @@ public:
     bool key(std::string_view text, TokenSpan /*span*/) {
         static_cast<void>(lengthOf(text));
         Element::TObject& object = *m_container->data().value.object;
-        if (object.size() >= OpenKeys::k_most) {
-            const auto [member, isNew] = object.try_emplace(text);
-            return isNew ? expect(member->second) : expectAgain(member->second);
+        if (object.size() >= OpenWideKeys::k_least) {
+            return wideKey(object, text);
         }
         if (OpenKeys::Member* const present = m_keys.find(object, text)) {
             return expectAgain(present->second);
@@ -86,6 +87,7 @@ public:
     }
     void closeObject(TokenSpan /*span*/) {
         m_keys.close();
+        m_wideKeys.close(*m_container->data().value.object);
         close();
     }
     Element& openArray(TokenSpan /*span*/) { return open(etArray); }
@@ -112,6 +114,21 @@ private:
             value.setNull();
         }
         return value;
+    }
+
+    [[gnu::noinline]] bool wideKey(Element::TObject& object, std::string_view text) {
+        WideKeys<>* const keys = m_wideKeys.of(object);
+        OpenKeys::Member* const present = keys == nullptr ? nullptr : keys->find(text);
+        if (present != nullptr) {
+            return expectAgain(present->second);
+        }
+        if (keys == nullptr || keys->hasGivenUp()) {
+            const auto [member, isNew] = object.try_emplace(text);
+            return isNew ? expect(member->second) : expectAgain(member->second);
+        }
+        OpenKeys::Member& member = Place::append(object, text);
+        keys->add(member);
+        return expect(member.second);
     }
 
     bool expect(Element& value) noexcept {
@@ -185,6 +202,7 @@ private:
     Element* m_container = nullptr;  ///< the innermost one that is open
     SlabArena* m_nodes = nullptr;    ///< of the present scope; null outside of any
     OpenKeys m_keys;
+    OpenWideKeys m_wideKeys;
     std::size_t m_depth = 0;  ///< how many were opened and not closed
     /// Of the last array at each depth, up to k_longest.
     std::array<unsigned char, k_depths> m_lengths{};

@@ -81,12 +81,8 @@ bool Evaluation::test(const Call& call, const Element& current) {
     if (text == nullptr) {
         return false;
     }
-<<<<<<< ours
-    const bool isWhole = call.function == FunctionKind::match;
-=======
     m_visits.takeSearched(text->size());
-    const bool isWhole = call.function == EFunction::match;
->>>>>>> theirs
+    const bool isWhole = call.function == FunctionKind::match;
     const auto runs = [&](const Regexp& regexp) {
         m_visits.takeSize(text->size(), regexp.size());
         return isWhole ? regexp.matches(*text) : regexp.isFoundIn(*text);

@@ -242,10 +242,13 @@ private:
         for (Iterator position = list.begin(); position != list.end(); ++position) {
             made->entries.push_back({hashOf(position->first), position});
         }
-        std::sort(made->entries.begin(), made->entries.end(), HashOrder{order()});
         if (list.size() > k_largestVector) {
+            // A tree is made of entries in its own order without a search for each.
+            std::sort(made->entries.begin(), made->entries.end(), order());
             made->tree.emplace(made->entries.begin(), made->entries.end(), order());
             made->entries = {};
+        } else {
+            std::sort(made->entries.begin(), made->entries.end(), HashOrder{order()});
         }
         return made;
     }
