@@ -154,7 +154,10 @@ protected:
     /// Exchanges the items with no further effect.
     void exchange(IndexList& other) noexcept { m_items.swap(other.m_items); }
 
-    /// See detail::ItemRuns.
+    // See detail::ItemRuns.
+    typename detail::ItemRuns<T>::Stretch stretchAt(size_type position) const noexcept {
+        return m_items.stretchAt(position);
+    }
     void shorten(size_type size) noexcept { m_items.shorten(size); }
 
     template<class... Arguments>

@@ -60,6 +60,12 @@ struct Place {
         return const_cast<detail::ParentLink*>(child.m_link);
     }
 
+    /// The items that lie beside the one at the position.
+    template<class T>
+    static auto stretchAt(const Array<T>& array, std::size_t position) noexcept {
+        return array.stretchAt(position);
+    }
+
     // The end of a container that is being filled.
 
     /// Appends a null item.

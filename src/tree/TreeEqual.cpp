@@ -4,13 +4,19 @@
 
 #include "tree/TreeEqual.h"
 
+#include <ko/detail/sameBytes.h>
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <vector>
+
+#include "tree/Place.h"
+#include "tree/Tree.h"
 
 namespace ko::Orvid {
 
@@ -19,14 +25,16 @@ namespace {
 class Equality {
 public:
     Equality(NumberRule rule, unsigned long long budget)
-        : m_rule(rule), m_budget(budget), m_isUnlimited(budget == k_unlimited) {}
+        : m_rule(rule),
+          m_budget(budget),
+          m_comparesValues(rule == NumberRule::sameValue && budget == k_unlimited) {}
 
     /// Nothing where the budget is too small.
     std::optional<bool> holds(const Element& a, const Element& b) {
         bool result = compare(a, b);
         while (result && m_isOpen) {
             m_isInterrupted = false;
-            result = m_open.a->isArray() ? compareItems() : compareMembers();
+            result = goOn();
         }
         return m_isSpent ? std::nullopt : std::optional<bool>(result);
     }
@@ -35,12 +43,11 @@ public:
 private:
     using Member = Element::TObject::const_iterator;
 
-    /// Two containers of the same type and size, and how many of their children agree.
+    /// Two containers of the same type and size, and which of their children come next.
     struct SOpen {
         const Element* a;
         const Element* b;
-        std::size_t done;
-        // Of objects: the next ones, whose keys are mostly the same.
+        std::size_t position;
         Member member;
         Member beside;
     };
@@ -53,31 +60,42 @@ private:
         return *element.data().value.object;
     }
 
-    /// Answers for scalars. Containers of the same size are opened.
+    /// In the innermost containers.
+    bool goOn() {
+        const SOpen open = m_open;
+        return open.a->isArray() ? compareItems(*open.a, *open.b, open.position, true)
+                                 : compareMembers(*open.a, *open.b, open.member, open.beside, true);
+    }
+
+    /// Answers for scalars, and for containers that hold scalars only. Others of the same size are
+    /// opened.
     bool compare(const Element& a, const Element& b) {
-        const Element::SData& left = a.data();
-        const Element::SData& right = b.data();
+        return isContainer(a.data()) ? compareContainers(a, b) : sameScalar(a.data(), b.data());
+    }
+
+    bool compareContainers(const Element& a, const Element& b) {
+        if (a.type() != b.type()) {
+            return false;
+        }
+        if (a.isArray()) {
+            return sameSize(arrayOf(a), arrayOf(b)) && compareItems(a, b, 0, false);
+        }
+        return sameSize(objectOf(a), objectOf(b)) &&
+               compareMembers(a, b, objectOf(a).begin(), objectOf(b).begin(), false);
+    }
+
+    /// Numbers first: most scalars are numbers.
+    bool sameScalar(const Element::SData& left, const Element::SData& right) {
         if (left.type != right.type) {
             return false;
         }
-        switch (left.type) {
-            case etBoolean:
-                return left.value.boolean == right.value.boolean;
-            case etNumber:
-                return sameNumber(*left.value.number, *right.value.number);
-            case etString:
-                return sameString(*left.value.string, *right.value.string);
-            case etObject:
-                return sameSize(*left.value.object, *right.value.object) && openObject(a, b);
-            case etArray:
-                return sameSize(*left.value.array, *right.value.array) && open({&a, &b, 0, {}, {}});
-            default:
-                return true;
+        if (left.type == etNumber) {
+            return sameNumber(*left.value.number, *right.value.number);
         }
-    }
-
-    bool openObject(const Element& a, const Element& b) {
-        return open({&a, &b, 0, objectOf(a).begin(), objectOf(b).begin()});
+        if (left.type == etString) {
+            return sameString(*left.value.string, *right.value.string);
+        }
+        return left.type != etBoolean || left.value.boolean == right.value.boolean;
     }
 
     bool open(const SOpen& opened) {
@@ -108,7 +126,7 @@ private:
     }
 
     bool sameNumber(const Number& a, const Number& b) {
-        if (m_isUnlimited && m_rule == NumberRule::sameValue) {
+        if (m_comparesValues) {
             return a == b;
         }
         NumberBuffer left;
@@ -119,44 +137,84 @@ private:
         return spendText(a.textIn(left).size() + b.textIn(right).size()) && a == b;
     }
 
-    // Go on in the innermost containers, up to their end or to containers in them, so that both
-    // trees are traversed in the order in which they lie in memory.
+    // From some children on, up to the last ones, or to containers with containers in them, so that
+    // both trees are traversed in the order in which they lie in memory. Containers that are not
+    // open are opened only where they hold containers: half of those of most documents do not, and
+    // opening and closing them cost as much as two scalars.
 
-    bool compareItems() {
-        const Element::TArray& items = arrayOf(*m_open.a);
-        const Element::TArray& others = arrayOf(*m_open.b);
-        while (m_open.done != items.size()) {
-            const std::size_t position = m_open.done++;
-            if (!compare(items[position], others[position])) {
-                return false;
-            }
-            if (m_isInterrupted) {
-                return true;
+    bool compareItems(const Element& a, const Element& b, std::size_t position, bool areOpen) {
+        const std::size_t size = arrayOf(a).size();
+        while (position != size) {
+            const auto items = Place::stretchAt(arrayOf(a), position);
+            const auto others = Place::stretchAt(arrayOf(b), position);
+            const std::size_t end = std::min({items.end, others.end, size});
+            const Element* item = items.first + (position - items.begin);
+            const Element* other = others.first + (position - others.begin);
+            for (; position != end; ++position, ++item, ++other) {
+                if (!isContainer(item->data())) {
+                    if (!sameScalar(item->data(), other->data())) {
+                        return false;
+                    }
+                    continue;
+                }
+                if (!areOpen) {
+                    return open({&a, &b, position, {}, {}});
+                }
+                m_open.position = position + 1;
+                if (!compareContainers(*item, *other)) {
+                    return false;
+                }
+                if (m_isInterrupted) {
+                    return true;
+                }
             }
         }
-        close();
-        return true;
+        return finish(areOpen);
     }
 
-    bool compareMembers() {
-        const Element::TObject& members = objectOf(*m_open.a);
-        const Element::TObject& others = objectOf(*m_open.b);
-        while (m_open.done != members.size()) {
-            const auto& [key, value] = *m_open.member++;
-            const Member other = m_open.beside->first == key ? m_open.beside : others.find(key);
+    bool compareMembers(const Element& a, const Element& b, Member member, Member beside,
+                        bool areOpen) {
+        const Element::TObject& others = objectOf(b);
+        for (const Member end = objectOf(a).end(); member != end; ++member) {
+            const Element& value = member->second;
+            if (isContainer(value.data()) && !areOpen) {
+                return open({&a, &b, 0, member, beside});
+            }
+            const Member other = memberLike(member->first, others, beside);
             if (other == others.end()) {
                 return false;
             }
-            ++m_open.beside;
-            ++m_open.done;
-            if (!compare(value, other->second)) {
+            beside = std::next(other);
+            if (!isContainer(value.data())) {
+                if (!sameScalar(value.data(), other->second.data())) {
+                    return false;
+                }
+                continue;
+            }
+            m_open.member = std::next(member);
+            m_open.beside = beside;
+            if (!compareContainers(value, other->second)) {
                 return false;
             }
             if (m_isInterrupted) {
                 return true;
             }
         }
-        close();
+        return finish(areOpen);
+    }
+
+    /// That of `others` with the key, which mostly is the one after the last one that was found.
+    static Member memberLike(const std::string& key, const Element::TObject& others,
+                             Member likely) {
+        const bool isThere = likely != others.end() && likely->first.size() == key.size() &&
+                             ko::detail::sameBytes(likely->first.data(), key.data(), key.size());
+        return isThere ? likely : others.find(key);
+    }
+
+    bool finish(bool areOpen) {
+        if (areOpen) {
+            close();
+        }
         return true;
     }
 
@@ -172,7 +230,7 @@ private:
 
     NumberRule m_rule;
     unsigned long long m_budget;
-    const bool m_isUnlimited;
+    const bool m_comparesValues;  ///< of numbers, whatever that costs
     bool m_isSpent = false;
     bool m_isOpen = false;         ///< whether there is a container in m_open
     bool m_isInterrupted = false;  ///< since it was opened just now

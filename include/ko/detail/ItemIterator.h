@@ -92,8 +92,9 @@ private:
         m_end = 0;
         m_item = nullptr;
         if (m_position < m_items->size()) {
-            m_item = m_items->locate(m_position, m_end);
-            m_end = std::min(m_end, m_items->size());
+            const auto stretch = m_items->stretchAt(m_position);
+            m_item = stretch.first + (m_position - stretch.begin);
+            m_end = std::min(stretch.end, m_items->size());
         }
     }
 

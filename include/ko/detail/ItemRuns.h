@@ -37,25 +37,28 @@ public:
 
     std::size_t size() const noexcept { return m_size; }
 
+    /// Items that lie side by side, and their positions; those from size() on are not there.
+    struct Stretch {
+        T* first;
+        std::size_t begin;
+        std::size_t end;
+    };
+
     T& at(std::size_t position) const noexcept {
-        std::size_t end = 0;
-        return *locate(position, end);
+        const Stretch stretch = stretchAt(position);
+        return stretch.first[position - stretch.begin];
     }
 
-    /// The item at the position. `end` becomes the first position after it whose item does not lie
-    /// beside its neighbor's.
-    T* locate(std::size_t position, std::size_t& end) const noexcept {
+    /// The stretch in which the position is.
+    Stretch stretchAt(std::size_t position) const noexcept {
         if (position < m_shape.firstLength) {
-            end = m_shape.firstLength;
-            return m_first + position;
+            return {m_first, 0, m_shape.firstLength};
         }
         if (m_shape.isLoose) {
-            end = position + 1;
-            return m_more.loose->items[position];
+            return {m_more.loose->items[position], position, position + 1};
         }
         const Spot spot = spotOf(position);
-        end = 2 * spot.begin;
-        return m_more.runs[spot.run] + (position - spot.begin);
+        return {m_more.runs[spot.run], spot.begin, 2 * spot.begin};
     }
 
     /// Room for so many items in the first run. No effect once there was an item. Throws

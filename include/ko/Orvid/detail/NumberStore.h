@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/detail/sameBytes.h>
 #include <ko/export.h>
 
 #include <array>
@@ -117,8 +118,7 @@ public:
             other.hasHeapText()) {
             return false;
         }
-        const std::size_t begin = isWide() ? 0 : k_textOffset;
-        return areEqual(m_bytes + begin, other.m_bytes + begin, m_length);
+        return ko::detail::sameBytes(heldBytes(), other.heldBytes(), m_length);
     }
 
     /// Keeps the binary value of a given text, if there is room for it.
@@ -143,38 +143,6 @@ private:
     static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
     static constexpr unsigned char k_kinds = 0x7F;
     static constexpr std::uint64_t k_tag = 3;  ///< in m_word: the packed kind, 0 for a pointer
-
-    template<class Word>
-    static Word wordAt(const void* bytes) noexcept {
-        Word word;
-        std::memcpy(&word, bytes, sizeof word);
-        return word;
-    }
-    /// Of at most k_capacity bytes, in words that overlap.
-    static bool areEqual(const unsigned char* a, const unsigned char* b,
-                         std::size_t length) noexcept {
-        const auto differ = [=](auto word, std::size_t at) {
-            using Word = decltype(word);
-            return static_cast<std::uint64_t>(wordAt<Word>(a + at) ^ wordAt<Word>(b + at));
-        };
-        if (length >= sizeof(std::uint64_t)) {
-            const std::size_t last = length - sizeof(std::uint64_t);
-            const std::size_t middle =
-                length > 2 * sizeof(std::uint64_t) ? sizeof(std::uint64_t) : 0;
-            const std::uint64_t none = 0;
-            return (differ(none, 0) | differ(none, middle) | differ(none, last)) == 0;
-        }
-        if (length >= sizeof(std::uint32_t)) {
-            const std::uint32_t none = 0;
-            return (differ(none, 0) | differ(none, length - sizeof none)) == 0;
-        }
-        for (std::size_t i = 0; i < length; ++i) {
-            if (a[i] != b[i]) {
-                return false;
-            }
-        }
-        return true;
-    }
 
     static Heap* make(std::string_view text, bool isDerived, Heap* former);
     static void release(Heap* heap) noexcept;
@@ -210,7 +178,10 @@ private:
         if (m_length == k_noText) {
             return {};
         }
-        return {reinterpret_cast<const char*>(m_bytes) + (isWide() ? 0 : k_textOffset), m_length};
+        return {heldBytes(), m_length};
+    }
+    const char* heldBytes() const noexcept {
+        return reinterpret_cast<const char*>(m_bytes) + (isWide() ? 0 : k_textOffset);
     }
     std::string_view givenOnHeap(const Heap* held) const noexcept {
         return givenOnHeap(held, heldText());
@@ -231,8 +202,8 @@ private:
         const char* const from = text.data();
         const std::size_t length = text.size();
         const auto copyEnds = [=](auto word) {
-            const auto last = wordAt<decltype(word)>(from + length - sizeof word);
-            word = wordAt<decltype(word)>(from);
+            const auto last = ko::detail::wordAt<decltype(word)>(from + length - sizeof word);
+            word = ko::detail::wordAt<decltype(word)>(from);
             std::memcpy(to, &word, sizeof word);
             std::memcpy(to + length - sizeof last, &last, sizeof last);
         };
