@@ -127,8 +127,6 @@ bool operator>(const Element& a, const Element& b) { return b < a; }
 bool operator<=(const Element& a, const Element& b) { return !(b < a); }
 bool operator>=(const Element& a, const Element& b) { return !(a < b); }
 
-Element::~Element() { destroy(m_data); }
-
 void Element::destroy() {}
 
 Element* Element::construct(Element* where) const {

@@ -47,45 +47,73 @@ private:
         m_current = &element;
     }
 
-    // Remove children up to one that has children, or all and then the container.
+    // A container that holds scalars only goes with its siblings, without being entered.
 
-    void goOn(Element::TArray& array) noexcept {
-        for (std::size_t size = array.size(); size != 0; --size) {
-            Element& item = array[size - 1];
-            if (hasPayload(item.data())) {
-                Place::shorten(array, size);
-                return enter(item, m_current);
+    template<class Container>
+    void goOn(Container& container) noexcept {
+        if (Element* const child = releaseChildren(container, true)) {
+            enter(*child, m_current);
+        } else {
+            leave(container);
+        }
+    }
+
+    /// Releases what is in the children, from the last one on, and answers the container that stops
+    /// it, or null. Where the container `isEntered`, that one becomes its last child.
+    Element* releaseChildren(Element::TArray& array, bool isEntered) noexcept {
+        for (std::size_t size = array.size(); size != 0;) {
+            const auto items = Place::stretchAt(array, size - 1);
+            for (; size != items.begin; --size) {
+                Element& item = items.first[size - 1 - items.begin];
+                if (!release(item.data(), isEntered)) {
+                    Place::shorten(array, size);
+                    return &item;
+                }
             }
-            release(item.data());
-            item.data() = Element::SData();
         }
         Place::shorten(array, 0);
-        leave(array);
+        return nullptr;
     }
 
-    void goOn(Element::TObject& object) noexcept {
+    Element* releaseChildren(Element::TObject& object, bool isEntered) noexcept {
         for (auto member = object.end(); member != object.begin();) {
             Element& value = (--member)->second;
-            if (hasPayload(value.data())) {
-                while (&Place::lastOf(object) != &value) {
+            if (!release(value.data(), isEntered)) {
+                while (isEntered && &Place::lastOf(object) != &value) {
                     Place::removeLast(object);
                 }
-                return enter(value, m_current);
+                return &value;
             }
-            release(value.data());
-            value.data() = Element::SData();
         }
-        leave(object);
+        return nullptr;
     }
 
-    /// Of no container.
-    void release(const Element::SData& data) noexcept {
+    /// Makes it null, unless it is a container: of these, only those that hold scalars go, and
+    /// that only with `takesContainers`. Answers whether it is null.
+    bool release(Element::SData& data, bool takesContainers) noexcept {
+        if (hasPayload(data)) {
+            return takesContainers &&
+                   (data.type == etArray ? releaseFlat(*data.value.array, data)
+                                         : releaseFlat(*data.value.object, data));
+        }
         if (data.type == etNumber && data.value.number != nullptr) {
             data.value.number->~Number();
             m_freeing.release(data.value.number, sizeof(Number));
         } else if (data.type == etString) {
             deleteString(data.value.string, m_freeing);
         }
+        data = Element::SData();
+        return true;
+    }
+
+    template<class Container>
+    bool releaseFlat(Container& container, Element::SData& data) noexcept {
+        if (releaseChildren(container, false) != nullptr) {
+            return false;
+        }
+        delete &container;
+        data = Element::SData();
+        return true;
     }
 
     template<class Container>

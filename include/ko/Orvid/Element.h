@@ -77,7 +77,12 @@ public:
     /// copied, and only then std::bad_alloc may be thrown, leaving this element unchanged.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
     Element& operator=(Element&& other);
-    ~Element();  ///< linear
+    /// Linear cost.
+    ~Element() {
+        if (m_data.type > etBoolean) {
+            destroy(m_data);
+        }
+    }
     /// Exchanges the values, with a walk up to each root; both places stay. Where one element is
     /// part of the other, its value replaces the other's.
     void swap(Element& other);
