@@ -173,9 +173,10 @@ private:
         m_depth -= m_depth == 0 ? 0 : 1;
     }
 
-    /// Of an array that is opened: most have as many items as the last one at the same depth.
+    /// Of an array that is opened: most have as many items as the last one at the same depth. Deep
+    /// down, where text is mostly brackets, one: so each of them takes less than 100 bytes.
     std::size_t likelyLength() const noexcept {
-        return m_depth < k_depths ? m_lengths[m_depth] : 0;
+        return m_depth < k_depths ? m_lengths[m_depth] : 1;
     }
     /// Of the array that is closed.
     void noteLength(std::size_t length) noexcept {

@@ -101,7 +101,7 @@ constexpr Shape k_shapes[] = {
 };
 
 /// docs/reading-and-writing.md states this bound, for 64 bits.
-constexpr double k_mostBytesPerByte = 130;
+constexpr double k_mostBytesPerByte = 100;
 
 TEST(ReadingBounds, no_shape_takes_more_memory_for_a_byte_than_is_stated) {
     double most = 0;
