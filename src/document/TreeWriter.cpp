@@ -10,6 +10,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "tree/Place.h"
+#include "tree/Tree.h"
+
 namespace ko::Orvid {
 
 using text::WriteStatus;
@@ -48,6 +51,16 @@ void TreeWriter::write(const Element::TObject& object, const std::string* leftOu
 /// Writes a scalar, or opens a container.
 void TreeWriter::writeValue(const Element& element) {
     const Element::SData& data = element.data();
+    if (data.type == etObject) {
+        open(*data.value.object);
+    } else if (data.type == etArray) {
+        open(*data.value.array);
+    } else {
+        writeScalar(data);
+    }
+}
+
+void TreeWriter::writeScalar(const Element::SData& data) {
     switch (data.type) {
         case etNull:
             m_writer.null();
@@ -61,12 +74,6 @@ void TreeWriter::writeValue(const Element& element) {
         case etString:
             m_writer.string(data.value.string->data(), data.value.string->size());
             break;
-        case etObject:
-            open(*data.value.object);
-            break;
-        case etArray:
-            open(*data.value.array);
-            break;
         default:
             break;
     }
@@ -78,26 +85,62 @@ void TreeWriter::writeNumber(const Number& number) {
     m_writer.number(text.data(), text.size());
 }
 
+// A container is noted as open at the first container in it: those that hold scalars only, half of
+// them in most documents, are written at once.
+
 void TreeWriter::open(const Element::TArray& array) {
-    if (m_writer.openArray() == WriteStatus::ok) {
-        m_open.emplace_back();
-        Level& level = m_open.back();
-        level.isArray = true;
-        level.item = array.begin();
-        level.itemsEnd = array.end();
+    if (m_writer.openArray() != WriteStatus::ok) {
+        return;
+    }
+    const std::size_t position = writeScalars(array, 0);
+    if (position == array.size()) {
+        static_cast<void>(m_writer.closeArray());
+    } else {
+        m_open.push_back({&array, position, {}, {}, 0});
     }
 }
 
 void TreeWriter::open(const Element::TObject& object) {
-    if (m_writer.openMap() == WriteStatus::ok) {
-        m_open.emplace_back();
-        Level& level = m_open.back();
-        level.member = object.begin();
-        level.membersEnd = object.end();
-        if (m_sortsKeys) {
-            sort(level);
+    if (m_writer.openMap() != WriteStatus::ok) {
+        return;
+    }
+    Level level{nullptr, 0, object.begin(), object.end(), 0};
+    if (m_sortsKeys) {
+        sort(level);
+    } else if (m_leftOut == nullptr && writeScalars(level)) {
+        static_cast<void>(m_writer.closeMap());
+        return;
+    }
+    m_open.push_back(level);
+}
+
+/// Writes items from the position on, and returns that of the first container, or the end.
+std::size_t TreeWriter::writeScalars(const Element::TArray& array, std::size_t position) {
+    while (position != array.size()) {
+        const auto items = Place::stretchAt(array, position);
+        const std::size_t end = std::min(items.end, array.size());
+        for (; position != end; ++position) {
+            const Element& item = items.first[position - items.begin];
+            if (isContainer(item.data())) {
+                return position;
+            }
+            writeScalar(item.data());
         }
     }
+    return position;
+}
+
+/// Writes members up to the first container. Answers whether there is none.
+bool TreeWriter::writeScalars(Level& level) {
+    for (; level.member != level.membersEnd; ++level.member) {
+        const auto& [key, value] = *level.member;
+        if (isContainer(value.data())) {
+            return false;
+        }
+        m_writer.string(key.data(), key.size());
+        writeScalar(value.data());
+    }
+    return true;
 }
 
 /// Moves the members to the list of those that are sorted, from which they are taken at its end.
@@ -113,7 +156,7 @@ void TreeWriter::sort(Level& level) {
 void TreeWriter::finishLevels() {
     while (!m_open.empty()) {
         Level& level = m_open.back();
-        const bool isArray = level.isArray;
+        const bool isArray = level.array != nullptr;
         const bool isInterrupted = isArray ? writeItems(level) : writeMembers(level);
         if (!isInterrupted) {
             m_open.pop_back();
@@ -125,11 +168,13 @@ void TreeWriter::finishLevels() {
 /// Answers whether a container was opened, so that the level may have moved.
 bool TreeWriter::writeItems(Level& level) {
     const std::size_t depth = m_open.size();
-    while (level.item != level.itemsEnd) {
-        writeValue(*level.item++);
+    const Element::TArray& array = *level.array;
+    while (level.position != array.size()) {
+        writeValue(array[level.position++]);
         if (m_open.size() != depth) {
             return true;
         }
+        level.position = writeScalars(array, level.position);
     }
     return false;
 }

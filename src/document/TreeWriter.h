@@ -39,16 +39,18 @@ private:
 
     /// A container that is open, and what of it comes next.
     struct Level {
-        Element::TArray::const_iterator item;
-        Element::TArray::const_iterator itemsEnd;
+        const Element::TArray* array;  ///< null for an object
+        std::size_t position;          ///< of the next item
         Element::TObject::const_iterator member;
         Element::TObject::const_iterator membersEnd;
-        std::size_t sorted = 0;  ///< where its members begin in m_sorted
-        bool isArray = false;
+        std::size_t sorted;  ///< where its members begin in m_sorted
     };
 
     void writeValue(const Element& element);
+    void writeScalar(const Element::SData& data);
     void writeNumber(const Number& number);
+    std::size_t writeScalars(const Element::TArray& array, std::size_t position);
+    bool writeScalars(Level& level);
     void open(const Element::TArray& array);
     void open(const Element::TObject& object);
     void sort(Level& level);

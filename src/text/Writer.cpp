@@ -29,7 +29,7 @@ std::string acceptedIndent(const std::string& indent) {
 /// Copies the block at `text`. Answers whether it is plain; otherwise `text` and `at` are moved to
 /// its first special byte and where that would go.
 template<class AnyBlock>
-bool copyBlock(const char*& text, char*& at) noexcept {
+inline bool copyBlock(const char*& text, char*& at) noexcept {
     const AnyBlock block(text);
     std::memcpy(at, text, AnyBlock::k_length);
     const auto special = block.special();
@@ -58,8 +58,46 @@ bool copyTwoBlocks(const char*& text, const char* end, char*& at) noexcept {
     return true;
 }
 
-/// Copies the bytes that stand for themselves, up to the first that does not or `end`.
+/// Copies four to seven bytes as one word, made of two halves that overlap. Answers whether they
+/// are plain; otherwise `text` and `at` stay.
+bool copyHalves(const char*& text, std::size_t length, char*& at) noexcept {
+    constexpr std::size_t k_half = PlainBlock::k_length / 2;
+    char both[PlainBlock::k_length];
+    std::memcpy(both, text, k_half);
+    std::memcpy(both + k_half, text + length - k_half, k_half);
+    if (PlainBlock(both).special() != 0) {
+        return false;
+    }
+    std::memcpy(at, both, k_half);
+    std::memcpy(at + length - k_half, both + k_half, k_half);
+    text += length;
+    at += length;
+    return true;
+}
+
+/// Copies the bytes that stand for themselves, up to the first that does not or `end`, where these
+/// are fewer than a block. Most keys are: a byte for byte they took a quarter of writing.
+void copyPlainShort(const char*& text, const char* end, char*& at) noexcept {
+    const std::ptrdiff_t length = end - text;
+    if (length >= PlainBlock::k_length && length < 2 * PlainBlock::k_length) {
+        copyTwoBlocks<PlainBlock>(text, end, at);
+        return;
+    }
+    if (length < PlainBlock::k_length && length >= PlainBlock::k_length / 2 &&
+        copyHalves(text, static_cast<std::size_t>(length), at)) {
+        return;
+    }
+    while (text != end && !isSpecial(*text)) {
+        *at++ = *text++;
+    }
+}
+
+/// The same for any number of bytes.
 void copyPlain(const char*& text, const char* end, char*& at) noexcept {
+    if (end - text < Block::k_length) {
+        copyPlainShort(text, end, at);
+        return;
+    }
     while (end - text >= 2 * Block::k_length) {
         if (!copyBlock<Block>(text, at)) {
             return;
@@ -67,17 +105,7 @@ void copyPlain(const char*& text, const char* end, char*& at) noexcept {
         text += Block::k_length;
         at += Block::k_length;
     }
-    if (end - text >= Block::k_length) {
-        copyTwoBlocks<Block>(text, end, at);
-        return;
-    }
-    if (end - text >= PlainBlock::k_length && end - text < 2 * PlainBlock::k_length) {
-        copyTwoBlocks<PlainBlock>(text, end, at);
-        return;
-    }
-    while (text != end && !isSpecial(*text)) {
-        *at++ = *text++;
-    }
+    copyTwoBlocks<Block>(text, end, at);
 }
 
 /// Returns the end of the escape.
