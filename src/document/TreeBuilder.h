@@ -195,7 +195,7 @@ private:
     [[noreturn]] static void failLength();
 
     static constexpr std::size_t k_depths = 16;
-    static constexpr std::size_t k_longest = 4;
+    static constexpr std::size_t k_longest = 8;
 
     const bool m_rejectsRepeated;
     bool m_hasRepeated = false;
