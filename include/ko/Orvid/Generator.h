@@ -36,10 +36,6 @@ public:
     Generator(const Generator&) = delete;
     Generator& operator=(const Generator&) = delete;
 
-    /// Stores another indent. The layout was fixed when the generator was made and does not change.
-    void setIndent(const std::string& indent);
-    const std::string& indent() const;
-
     ///@{
     /// Single events. Each returns 0 when it was written, or else 1 where a key is expected and
     /// this is no string, 3 for a close without an open, 4 when the document is complete, 5 for a
@@ -92,6 +88,14 @@ public:
     /// The first result other than 0 of any event since the generator was made; 0 while all is
     /// well.
     int state() const;
+
+    /// @name Compatibility
+    /// What new programs need not use: an indent that is stored and returned. The layout was fixed
+    /// when the generator was made, and does not change.
+    ///@{
+    void setIndent(const std::string& indent);
+    const std::string& indent() const;
+    ///@}
 
 private:
     struct SImpl;

@@ -18,13 +18,6 @@ namespace ko::Orvid {
 /// Writes path text to a stream that it does not own, which reports its own failures.
 class KO_API PathGenerator {
 public:
-    enum EState : int {
-        esInit,    ///< nothing written yet
-        esObject,  ///< the last step was an object step
-        esArray,   ///< the last step was an array step
-        esError,   ///< never entered
-    };
-
     /// The characters of a key that are written after a backslash.
     static constexpr std::string_view k_special = ".[]*\\";
 
@@ -39,6 +32,17 @@ public:
     /// Writes an array step: `[index]` with the 0-based index, or `[*]` for k_noIndex. Constant
     /// cost.
     void genListItem(unsigned int index);
+
+    /// @name Compatibility
+    /// What new programs need not use: the states, which no function reports.
+    ///@{
+    enum EState : int {
+        esInit,    ///< nothing written yet
+        esObject,  ///< the last step was an object step
+        esArray,   ///< the last step was an array step
+        esError,   ///< never entered
+    };
+    ///@}
 
 private:
     std::ostream* m_out;

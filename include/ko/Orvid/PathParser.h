@@ -36,6 +36,19 @@ public:
 /// threads.
 class KO_API PathParser {
 public:
+    /// Keeps the listener, which must outlive the parser's use.
+    explicit PathParser(PathParserListener* listener);
+
+    /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops,
+    /// and reports the steps. Throws only what the listener does. Linear in the length.
+    std::istream& parse(std::istream& in);
+    /// The same on a text in memory.
+    void parse(std::string_view text);
+
+    /// @name Compatibility
+    /// What new programs need not use: the working state of one parse, and the two steps that take
+    /// it from outside.
+    ///@{
     enum EState : int {
         esInit,        ///< between steps: at the start, or after a `]`
         esObjectInit,  ///< after a `.`: a key must follow
@@ -54,15 +67,6 @@ public:
         unsigned int tokenStart = 0;  ///< of the token's first character, or of the last separator
     };
 
-    /// Keeps the listener, which must outlive the parser's use.
-    explicit PathParser(PathParserListener* listener);
-
-    /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops,
-    /// and reports the steps. Throws only what the listener does. Linear in the length.
-    std::istream& parse(std::istream& in);
-    /// The same on a text in memory.
-    void parse(std::string_view text);
-
     /// Handles the end of the input: reports a pending key, or the error that the path is not
     /// complete. `c` is the character for the error message: -1 for the end of the input.
     void parseEnd(SState& s, char c);
@@ -71,6 +75,7 @@ public:
     /// the character in error, or from -1 for the end of the input.
     bool parseError(SState& s, std::string& message);
     bool parseError(SState& s, char c);
+    ///@}
 
 private:
     struct ParseWork;

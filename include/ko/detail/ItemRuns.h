@@ -7,12 +7,12 @@
 
 #pragma once
 
+#include <ko/detail/LooseItems.h>
 #include <ko/detail/SlabArena.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <memory>
 #include <new>
@@ -25,8 +25,8 @@ namespace ko::detail {
 /// Items at positions from 0, whose addresses stay. An operation that throws leaves all as it was.
 /// Positions that are given must be there.
 ///
-/// The invariant: the items fill the runs in order; or, where m_shape.isLoose, their addresses are
-/// m_more.loose->items, each in one of m_more.loose->runs or in a block of its own.
+/// The invariant: the items fill the runs in order; or, where m_shape.isLoose, they are those of
+/// m_more.loose.
 template<class T>
 class ItemRuns {
 public:
@@ -89,18 +89,21 @@ public:
         }
         requireNumber();
         loosen();
-        return insertLoose(position, std::forward<Arguments>(arguments)...);
+        T& item = m_more.loose->insert(position, std::forward<Arguments>(arguments)...);
+        ++m_size;
+        return item;
     }
 
     /// Removes the last item. Constant cost.
     void pop() noexcept {
         T& item = at(m_size - 1);
         --m_size;
-        item.~T();
         if (m_shape.isLoose) {
-            m_more.loose->items.pop_back();
-            releaseLoose(&item);
-        } else if (m_shape.runs != 0 && m_size <= leastFor(m_shape.runs)) {
+            m_more.loose->pop();
+            return;
+        }
+        item.~T();
+        if (m_shape.runs != 0 && m_size <= leastFor(m_shape.runs)) {
             dropRun();
         }
     }
@@ -112,7 +115,8 @@ public:
             truncate(first);
         } else if (first != last) {
             loosen();
-            eraseLoose(first, last);
+            m_more.loose->erase(first, last);
+            m_size -= static_cast<std::uint32_t>(last - first);
         }
     }
 
@@ -125,7 +129,8 @@ public:
             truncate(positions.front());
         } else {
             loosen();
-            eraseLoose(positions);
+            m_more.loose->erase(positions);
+            m_size -= static_cast<std::uint32_t>(positions.size());
         }
     }
 
@@ -149,7 +154,7 @@ public:
     }
 
 private:
-    static_assert(alignof(T) <= SlabArena::k_alignment);
+    using Memory = ItemMemory<T>;
 
     /// Of a first run whose length is not known: most arrays are empty or shorter.
     static constexpr std::size_t k_firstLength = 2;
@@ -167,20 +172,9 @@ private:
         std::uint32_t isLoose : 1;
     };
 
-    struct Run {
-        T* begin;
-        std::size_t length;
-        std::size_t used;  ///< how many items still lie in it
-    };
-
-    struct Loose {
-        std::vector<T*> items;
-        std::vector<Run> runs;
-    };
-
     union More {
         T** runs;
-        Loose* loose;
+        LooseItems<T>* loose;
     };
 
     /// A further run, and the position of its first item, which is also its length.
@@ -188,29 +182,6 @@ private:
         unsigned run;
         std::size_t begin;
     };
-
-    /// Memory for items that nothing has taken yet.
-    class Block {
-    public:
-        explicit Block(std::size_t count) : m_memory(allocate(count)), m_count(count) {}
-        Block(const Block&) = delete;
-        Block& operator=(const Block&) = delete;
-        ~Block() { release(m_memory, m_count); }
-
-        T* get() const noexcept { return m_memory; }
-        T* take() noexcept { return std::exchange(m_memory, nullptr); }
-
-    private:
-        T* m_memory;
-        std::size_t m_count;
-    };
-
-    static T* allocate(std::size_t count) {
-        return static_cast<T*>(SlabArena::allocate(count * sizeof(T)));
-    }
-    static void release(T* memory, std::size_t count) noexcept {
-        SlabArena::release(memory, count * sizeof(T));
-    }
 
     static unsigned width(std::size_t number) noexcept {
         constexpr unsigned bits = std::numeric_limits<unsigned long long>::digits;
@@ -237,7 +208,9 @@ private:
     [[gnu::noinline]] T& appendFurther(Arguments&&... arguments) {
         requireNumber();
         if (m_shape.isLoose) {
-            return insertLoose(m_size, std::forward<Arguments>(arguments)...);
+            T& item = m_more.loose->insert(m_size, std::forward<Arguments>(arguments)...);
+            ++m_size;
+            return item;
         }
         T* const item = new (room()) T(std::forward<Arguments>(arguments)...);
         ++m_size;
@@ -251,7 +224,7 @@ private:
     }
 
     void openFirst(std::size_t length) {
-        m_first = allocate(length);
+        m_first = Memory::allocate(length);
         m_shape.firstLength = static_cast<std::uint32_t>(length) & ((1U << k_firstBits) - 1U);
     }
 
@@ -274,7 +247,7 @@ private:
     std::size_t roomForRuns() const noexcept { return m_shape.isWide ? k_mostRuns : k_fewRuns; }
 
     void addRun() {
-        Block run(lengthOf(m_shape.runs));
+        Memory run(lengthOf(m_shape.runs));
         if (m_shape.runs == 0 || (m_shape.runs == k_fewRuns && !m_shape.isWide)) {
             moveRuns(m_shape.runs != 0);
         }
@@ -299,7 +272,7 @@ private:
 
     void dropRun() noexcept {
         m_shape.runs = (m_shape.runs - 1U) & k_mostRuns;
-        release(m_more.runs[m_shape.runs], lengthOf(m_shape.runs));
+        Memory::release(m_more.runs[m_shape.runs], lengthOf(m_shape.runs));
         if (m_shape.runs == 0) {
             releaseRuns();
             m_shape.isWide = 0;
@@ -323,7 +296,7 @@ private:
             while (m_shape.runs != 0) {
                 dropRun();
             }
-            release(m_first, m_shape.firstLength);
+            Memory::release(m_first, m_shape.firstLength);
         }
         m_first = nullptr;
         m_more = {nullptr};
@@ -334,15 +307,14 @@ private:
         if (m_shape.isLoose) {
             return;
         }
-        auto loose = std::make_unique<Loose>();
-        loose->items.reserve(m_size + std::size_t{1});
+        auto loose = std::make_unique<LooseItems<T>>();
+        loose->reserve(m_size + std::size_t{1}, m_shape.runs + std::size_t{1});
         for (std::size_t position = 0; position != m_size; ++position) {
             loose->items.push_back(&at(position));
         }
-        loose->runs.reserve(m_shape.runs + std::size_t{1});
-        addLooseRun(*loose, m_first, 0, m_shape.firstLength);
+        addRun(*loose, m_first, 0, m_shape.firstLength);
         for (unsigned run = 0; run != m_shape.runs; ++run) {
-            addLooseRun(*loose, m_more.runs[run], lengthOf(run), lengthOf(run));
+            addRun(*loose, m_more.runs[run], lengthOf(run), lengthOf(run));
         }
         releaseRuns();
         m_first = nullptr;
@@ -351,70 +323,11 @@ private:
         m_shape.isLoose = 1;
     }
 
-    void addLooseRun(Loose& loose, T* begin, std::size_t position, std::size_t length) noexcept {
+    void addRun(LooseItems<T>& loose, T* begin, std::size_t position, std::size_t length) noexcept {
         if (position < m_size) {
-            loose.runs.push_back({begin, length, std::min(length, m_size - position)});
+            loose.addRun(begin, length, std::min(length, m_size - position));
         } else {
-            release(begin, length);
-        }
-    }
-
-    template<class... Arguments>
-    T& insertLoose(std::size_t position, Arguments&&... arguments) {
-        std::vector<T*>& items = m_more.loose->items;
-        if (items.size() == items.capacity()) {
-            items.reserve(2 * items.size() + 1);
-        }
-        Block block(1);
-        T* const item = new (block.get()) T(std::forward<Arguments>(arguments)...);
-        items.insert(items.begin() + static_cast<std::ptrdiff_t>(position), block.take());
-        ++m_size;
-        return *item;
-    }
-
-    void eraseLoose(std::size_t first, std::size_t last) noexcept {
-        std::vector<T*>& items = m_more.loose->items;
-        for (std::size_t position = first; position != last; ++position) {
-            destroyLoose(items[position]);
-        }
-        items.erase(items.begin() + static_cast<std::ptrdiff_t>(first),
-                    items.begin() + static_cast<std::ptrdiff_t>(last));
-        m_size = static_cast<std::uint32_t>(items.size());
-    }
-
-    void eraseLoose(const std::vector<std::uint32_t>& positions) noexcept {
-        std::vector<T*>& items = m_more.loose->items;
-        auto next = positions.begin();
-        std::size_t kept = *next;
-        for (std::size_t position = kept; position != items.size(); ++position) {
-            if (next != positions.end() && *next == position) {
-                destroyLoose(items[position]);
-                ++next;
-            } else {
-                items[kept++] = items[position];
-            }
-        }
-        items.resize(kept);
-        m_size = static_cast<std::uint32_t>(kept);
-    }
-
-    void destroyLoose(T* item) noexcept {
-        item->~T();
-        releaseLoose(item);
-    }
-
-    /// The memory of an item that is no longer there.
-    void releaseLoose(T* item) noexcept {
-        std::vector<Run>& runs = m_more.loose->runs;
-        const auto run = std::find_if(runs.begin(), runs.end(), [=](const Run& each) {
-            return !std::less<>()(item, each.begin) &&
-                   std::less<>()(item, each.begin + each.length);
-        });
-        if (run == runs.end()) {
-            release(item, 1);
-        } else if (--run->used == 0) {
-            release(run->begin, run->length);
-            runs.erase(run);
+            Memory::release(begin, length);
         }
     }
 
