@@ -13,7 +13,7 @@ namespace {
 void showIndents(const Element& root) {
     Generator tabs(nullptr, "\t");
     tabs.encode(std::cout, root);
-    Generator two(nullptr, WriteOptions::blanks(2));
+    Generator two(nullptr, WriteOptions::spaces(2));
     two.encode(std::cout, root);
     Generator compact(nullptr, WriteOptions::compact());
     compact.encode(std::cout, root) << "\n";

@@ -5,7 +5,7 @@
 // slab or none; on a multiple of k_grain it lies in a page, whose head, at the multiple of k_page
 // below, names the slab. So most blocks of a slab need no header. Only what lies before its first
 // page, which is all of a small slab, is given out with headers. Pages of cells are taken from the
-// end of a slab. A cell lies k_header bytes behind a multiple of k_grain, where `new` gives nothing
+// end of a slab. A cell lies k_header bytes after a multiple of k_grain, where `new` gives nothing
 // of that size.
 
 #include <ko/detail/SlabArena.h>

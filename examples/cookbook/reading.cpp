@@ -141,7 +141,7 @@ std::vector<Recipe> reading() {
         {"Read a text and show where it is wrong", readText},
         {"Read JSON with comments and trailing commas", readComments},
         {"Limit what strangers may send", limitInput},
-        {"Read one document a line and skip faulty lines", readRecords},
+        {"Read one document a line and skip malformed lines", readRecords},
         {"Read a document that arrives in pieces", readPieces},
         {"Read a value, or a fallback where there is none", readWithFallback},
         {"Read arrays and objects into containers", readContainers},

@@ -173,8 +173,8 @@ protected:
                 true};
     }
 
-    /// Appends a member with a key that is not there yet, and forgets the index: of use while a map
-    /// is filled in which nothing is looked up. Throws std::bad_alloc, with the members as they
+    /// Appends a member with a key that is not there yet, and forgets the index: for filling a map
+    /// in which nothing is looked up meanwhile. Throws std::bad_alloc, with the members as they
     /// were.
     template<class Like, class... Arguments>
     value_type& appendNew(const Like& key, Arguments&&... value) {

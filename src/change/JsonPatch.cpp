@@ -123,7 +123,7 @@ private:
         }
     }
 
-    /// The place that "from" names. What fails until the next use of the path fails there.
+    /// The pointer in "from". What fails until the next use of the path fails there.
     JsonPointer from() { return pointer("from"); }
 
     Element& at(const JsonPointer& pointer) {
@@ -228,7 +228,7 @@ private:
         }
     }
 
-    /// The error names the deepest element on the way to the place.
+    /// The error names the deepest element on the way that the pointer takes.
     [[noreturn]] void fail(const std::string& reason, const JsonPointer* pointer = nullptr) const {
         m_target.closeAll();
         const Element* const element = pointer == nullptr ? nullptr : &m_target.deepest(*pointer);

@@ -243,7 +243,8 @@ private:
     }
 
     void emitEdits(std::size_t pair) {
-        // The place is worked out only where it is written: a deep one may hold thousands of pairs.
+        // The pointer is worked out only where it is written: a deep one may hold thousands of
+        // pairs.
         const std::vector<Edit>& edits = m_pairs[pair].edits;
         JsonPointer pointer = edits.empty() ? JsonPointer() : placeOf(pair);
         for (const Edit& edit : edits) {

@@ -22,9 +22,9 @@ public:
     explicit PatchTarget(Element& root) : m_root(root) {}
 
     Element& root() noexcept { return m_root; }
-    /// The element at the place; null when there is none.
+    /// The element at the pointer; null when there is none.
     Element* find(const JsonPointer& pointer);
-    /// The last element on the way to a place that need not exist. The document is closed.
+    /// The last element on the way to a target that need not exist. The document is closed.
     Element& deepest(const JsonPointer& pointer);
 
     std::size_t sizeOf(Element& array);

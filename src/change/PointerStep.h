@@ -12,7 +12,7 @@
 
 namespace ko::Orvid {
 
-/// The step for the place after an array's last item.
+/// The step to the position after an array's last item.
 constexpr std::string_view k_behindLast = "-";
 
 /// The 0-based index that the step stands for in an array: nothing for digits after a zero, and

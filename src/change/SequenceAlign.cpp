@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The algorithm of Myers: from both ends of a pair of sequences at once, the furthest places that
+// The algorithm of Myers: from both ends of a pair of sequences at once, the furthest points that
 // can be reached with one edit, two edits and so on, until the ways meet. There the pair is cut in
 // two. Where the steps run out, items that occur once in both sequences cut it instead.
 
@@ -75,7 +75,7 @@ public:
           m_forward(forward),
           m_backward(backward) {}
 
-    /// A place, in lengths from the beginning of both, that a shortest series of edits passes;
+    /// A point, in lengths from the beginning of both, that a shortest series of edits passes;
     /// nothing when the steps run out. The box has neither a first nor a last item in common.
     std::optional<std::pair<std::size_t, std::size_t>> run(Steps& steps) {
         const Distance difference = m_fromLength - m_toLength;

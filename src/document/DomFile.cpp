@@ -33,7 +33,7 @@ constexpr const char* k_read = "read";
 constexpr const char* k_write = "write";
 constexpr const char* k_noRoot = "The document has no root";
 
-/// The first line of the message, after its place where that is known.
+/// The first line of the message, after its position where that is known.
 std::string reasonOf(const ParseException& error) {
     std::string position;
     if (error.firstLine() >= 0) {
@@ -141,7 +141,7 @@ std::string Dom::text() const {
     return m_source ? sourceText() : generated(*this, WriteOptions());
 }
 
-/// A text of which no places are known was not a whole document. It stays while it says the same.
+/// A text of which no spans are known was not a whole document. It stays while it says the same.
 std::string Dom::sourceText() const {
     if (m_source->hasSpans()) {
         return m_source->textOf(*m_root, m_writeMeta ? nullptr : &m_metaKey);

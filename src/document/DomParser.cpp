@@ -318,7 +318,7 @@ void DomParser::scan(std::string_view piece, std::size_t room) {
     });
 }
 
-/// YAJL's reader goes on with the token that is faulty in the piece, or cut off before it. The
+/// YAJL's reader goes on with the token that is malformed in the piece, or cut off before it. The
 /// piece begins at that offset.
 void DomParser::handOver(std::string_view piece, std::uint64_t begin) {
     const TextScanner& scanner = *m_reading->scanner;

@@ -65,7 +65,7 @@ void DomParser::finishNumber(std::uint64_t end) {
 }
 
 /// Reads the first bytes of the piece. What the reader or a listener's event refuses although the
-/// scanner does not, gets its place here.
+/// scanner does not, gets its position here.
 void DomParser::handOn(std::string_view piece, std::size_t length) {
     try {
         std::string_view text = piece.substr(0, length);

@@ -14,7 +14,7 @@ namespace ko::Orvid {
 
 class NotingBuilder : public TokenSink {
 public:
-    /// `first` is the offset at which the document begins in the text that the places are for.
+    /// `first` is the offset at which the document begins in the text that the spans are in.
     NotingBuilder(TreeBuilder& builder, std::uint64_t first) noexcept
         : m_builder(builder), m_first(first) {}
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Errors as sentences after the place that they concern in a document's text.
+// Errors as sentences after the position that they concern in a document's text.
 
 #include <ko/Orvid/describe.h>
 

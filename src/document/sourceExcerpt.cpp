@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The faulty line, cut to a width that a terminal has, and the carets.
+// The malformed line, cut to a width that a terminal has, and the carets.
 
 #include <ko/Orvid/sourceExcerpt.h>
 
@@ -23,7 +23,7 @@ constexpr std::size_t k_longestCharacter = 4;  // bytes
 constexpr const char* k_cut = "...";
 constexpr std::size_t k_cutWidth = 3;
 
-/// Offsets in a line of the first faulty byte and after the last.
+/// Offsets in a line of the first malformed byte and after the last.
 struct Span {
     std::size_t begin;
     std::size_t end;
@@ -123,8 +123,8 @@ std::string sourceExcerpt(std::string_view text, const ParseException& error) {
     const auto begin = static_cast<std::size_t>(error.firstColumn() - origin);
     Span marked{std::min(begin, line->size()), line->size()};
     if (error.lastLine() == error.firstLine()) {
-        const int behind = std::max(error.lastColumn() + 1 - origin, 0);
-        marked.end = std::max(begin + 1, static_cast<std::size_t>(behind));
+        const int end = std::max(error.lastColumn() + 1 - origin, 0);
+        marked.end = std::max(begin + 1, static_cast<std::size_t>(end));
     }
     const std::vector<Glyph> glyphs = glyphsAround(*line, marked);
     const auto mark = std::find_if(glyphs.begin(), glyphs.end(),

@@ -51,7 +51,7 @@ public:
         };
         std::vector<Element*> result;
         for (Element* const element : m_order) {
-            if (element == &m_root || !tell(isMatched, *trueParent(*element), below)) {
+            if (element == &m_root || !derived(isMatched, *trueParent(*element), below)) {
                 result.push_back(element);
             }
         }
@@ -64,7 +64,7 @@ public:
         const auto below = [](const Element& /*element*/, std::size_t above) { return above + 1; };
         std::vector<std::pair<std::size_t, Element*>> byDepth;
         for (Element* const element : m_order) {
-            byDepth.emplace_back(tell(depths, *element, below), element);
+            byDepth.emplace_back(derived(depths, *element, below), element);
         }
         std::stable_sort(byDepth.begin(), byDepth.end(),
                          [](const auto& a, const auto& b) { return a.first > b.first; });
@@ -81,9 +81,9 @@ private:
     template<class Value>
     using Known = std::unordered_map<const Element*, Value>;
 
-    /// What is true of the element, where `below` tells it from what is true of its parent.
+    /// What is known of the element, where `below` derives it from what is known of its parent.
     template<class Value, class Below>
-    Value tell(Known<Value>& known, Element& element, const Below& below) {
+    Value derived(Known<Value>& known, Element& element, const Below& below) {
         std::vector<Element*> way;
         Element* step = &element;
         for (; known.count(step) == 0; step = trueParent(*step)) {

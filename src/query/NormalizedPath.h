@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Normalized paths, the one way in which RFC 9535 writes a place.
+// Normalized paths, the one way in which RFC 9535 writes the path of a node.
 
 #pragma once
 

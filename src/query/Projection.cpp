@@ -137,7 +137,7 @@ void addNamed(const Selector& selector, ProjectionState& state) {
     }
 }
 
-/// Fills a state in whose places are known.
+/// Fills in a state whose cursors are known.
 void complete(ProjectionState& state) {
     for (const QueryCursor& cursor : state.cursors) {
         if (cursor.isEnd()) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Projection says, from the root of a document down, what of it a query looks at. It follows all
-// places of the query, and of the queries in its filters, that a value may stand at: a set of such
-// places is a state, which is made when it is first met.
+// Projection says, from the root of a document down, what of it a query looks at. A cursor is how
+// far a value has come in the query or in one of the queries in its filters; the set of a value's
+// cursors is a state, which is made when it is first met.
 
 #pragma once
 

@@ -13,7 +13,7 @@
 
 namespace ko::Orvid {
 
-/// Positions count bytes from 0. What fails throws ParseException with the place.
+/// Positions count bytes from 0. What fails throws ParseException with the position.
 class QueryReader {
 public:
     /// Throws for a text that is no UTF-8. The text must outlive the reader.

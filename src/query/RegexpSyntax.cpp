@@ -127,7 +127,7 @@ bool isPositive(std::string_view category) { return category[1] == 'p'; }
 /// What stands between brackets.
 class CharacterClass {
 public:
-    /// Takes the class, the opening bracket of which comes next. Empty for a faulty one.
+    /// Takes the class, the opening bracket of which comes next. Empty for a malformed one.
     static std::string take(Rest& rest) {
         CharacterClass result(rest);
         rest.take(1);

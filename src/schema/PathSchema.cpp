@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The members of Path that translate between a place in the data and the place in the schema that
+// The members of Path that translate between a path in the data and the path in the schema that
 // describes it.
 
 #include <ko/Orvid/Element.h>

@@ -13,8 +13,8 @@
 namespace ko::Orvid {
 
 /// The schema's default for the element at `path` below `element`: null when the schema has none,
-/// and nothing when only the text of the whole path can say: a malformed path, or keys that path
-/// text cannot express.
+/// and std::nullopt when only the text of the whole path can say: a malformed path, or keys that
+/// path text cannot express.
 std::optional<const Element*> walkToDefault(const Element& element, std::string_view path);
 
 /// Where a path leads; null where it leads nowhere.
@@ -24,7 +24,7 @@ struct DataAndSchema {
 };
 
 /// The element at `path` below `element` and the schema's default for it, with the text read once.
-/// Nothing for a path that is not plain, and where walkToDefault() answers nothing.
+/// std::nullopt for a path that is not plain, and where walkToDefault() returns it.
 std::optional<DataAndSchema> walkToBoth(const Element& element, std::string_view path);
 
 }  // namespace ko::Orvid

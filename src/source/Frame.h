@@ -14,7 +14,7 @@
 namespace ko::Orvid {
 
 /// A child that is to be written: a value of the text, an element of the tree, or, mostly, both.
-/// Places::k_none stands for neither. A value without an element is one whose key is repeated.
+/// SourceMap::k_none stands for neither. A value without an element is one whose key is repeated.
 struct Item {
     std::uint32_t before;
     std::uint32_t now;

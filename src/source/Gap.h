@@ -53,7 +53,7 @@ std::string_view indentOf(std::string_view lineBreak);
 /// The lead of a child that is put where `lineBreak` is usual: that, and the lead's comments.
 std::string leadAfter(std::string_view lineBreak, std::string_view lead);
 
-/// Indents that change because a text goes to another place.
+/// Indents that change because a text is moved.
 struct Reindent {
     std::string from;
     std::string to;

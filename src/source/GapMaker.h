@@ -25,8 +25,8 @@ public:
     /// The text after the item that was written last, or after the opening bracket, and before the
     /// one that is expected, or before the closing bracket.
     std::string gap(const Frame& frame);
-    /// How the text of the item that is expected changes on its way. Its place has the indent
-    /// `indent`.
+    /// How the text of the item that is expected changes when it is moved. Where it goes has the
+    /// indent `indent`.
     Reindent reindentOf(const Frame& frame, const Item& item, const std::string& indent) const;
     /// The colon after a new key, with the whitespace around it.
     std::string colon(const Frame& frame);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Source, the text of a document beside its tree, with the places of all values in it.
+// Source, the text of a document beside its tree, with the spans of all values in it.
 
 #pragma once
 
@@ -25,7 +25,7 @@ public:
     Source& operator=(const Source&) = delete;
     ~Source() = default;
 
-    /// The places that were noted while the text was read.
+    /// The spans that were noted while the text was read.
     void setSpans(SpanTable values) noexcept { m_map.set(m_text, std::move(values)); }
     /// The same where none could be noted: they are located in the text, of which `root` was read
     /// just now from the offset `begin` on.
@@ -34,11 +34,11 @@ public:
     const std::string& text() const noexcept { return m_text; }
     const std::string& file() const noexcept { return m_file; }
     const ReadOptions& options() const noexcept { return m_options; }
-    /// Whether the places are known: not those of a text that ended early.
+    /// Whether the spans are known: not those of a text that ended early.
     bool hasSpans() const noexcept { return !m_map.empty(); }
 
     /// The text with the changes that were made to the tree. `root` need not be the element that
-    /// was read; it must be JSON, and the places known. `leftOut` is a key of the root that is not
+    /// was read; it must be JSON, and the spans known. `leftOut` is a key of the root that is not
     /// written, or null.
     std::string textOf(const Element& root, const std::string* leftOut) const;
     /// Where the element stood when it was read.

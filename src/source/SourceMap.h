@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Places, where in a text the values of a tree stand: a table beside the tree, so that elements
-// need not grow. It is tied to the elements by their addresses, which may be looked up but never
-// followed: an element may be gone, and another may have its address.
+// SourceMap, which bytes of a text each value of a tree has: a table beside the tree, so that
+// elements need not grow. It is tied to the elements by their addresses, which may be looked up but
+// never followed: an element may be gone, and another may have its address.
 
 #pragma once
 
@@ -77,7 +77,7 @@ public:
     /// The number of the value from which the element was read; k_none when there is none. Fast for
     /// an element whose ancestors are where they were, or else linear.
     std::uint32_t find(const Element& element) const;
-    /// The container of a value that is not the root, and the value's place in it.
+    /// The container of a value that is not the root, and the value's span in it.
     std::pair<std::uint32_t, ChildSpan> parentOf(std::uint32_t value) const;
 
 private:

@@ -19,7 +19,7 @@ constexpr std::uint32_t k_none = SourceMap::k_none;
 
 /// As many of the numbers as ascend, which are all different. O(n log n).
 std::vector<std::size_t> longestAscent(const std::vector<std::size_t>& numbers) {
-    std::vector<std::size_t> ends;  // of the best ascents of each length: places in `numbers`
+    std::vector<std::size_t> ends;  // of the best ascents of each length: indexes in `numbers`
     std::vector<std::size_t> former(numbers.size());
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const auto longer = std::lower_bound(

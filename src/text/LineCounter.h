@@ -23,7 +23,7 @@ struct LineAndColumn {
 
 class LineCounter {
 public:
-    /// The place of the byte at `offset` (from 0, in the whole text), which lies in `piece`, the
+    /// The position of the byte at `offset` (from 0, in the whole text), which lies in `piece`, the
     /// one that is counted next, or before it with no newline between.
     LineAndColumn position(std::string_view piece, std::uint64_t offset) const noexcept {
         if (offset < m_offset) {

@@ -119,7 +119,7 @@ template<class AnyBlock>
 }
 
 /// The end of a number that something follows, looked for without a question after each byte
-/// whether the text is over. Null for one with many digits or an exponent, for a faulty one, and
+/// whether the text is over. Null for one with many digits or an exponent, for a malformed one, and
 /// near the end of the text.
 template<class AnyBlock = WideBlock>
 [[gnu::always_inline]] inline const char* usualNumberEnd(const char* at, const char* end) noexcept {

@@ -43,8 +43,8 @@ StringScan scanString(const char* at, const char* end, const StringRules& rules)
 
 /// What scanUtf8() came to.
 struct Utf8Scan {
-    const char* at;      ///< the first byte of a sequence that is faulty or cut off, or the end
-    std::size_t length;  ///< of a faulty sequence; 0 otherwise
+    const char* at;      ///< the first byte of a sequence that is malformed or cut off, or the end
+    std::size_t length;  ///< of a ill-formed sequence; 0 otherwise
 };
 
 /// Looks for the first byte that is no UTF-8.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A sink of the scanner that keeps one place.
+// A sink of the scanner that keeps one span.
 
 #include "text/TextLookup.h"
 

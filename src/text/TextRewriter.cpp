@@ -254,7 +254,7 @@ private:
 
 bool TextRewriter::rewrite(std::string_view text, const TextEdit* edit, ReadOptions options,
                            Bytes& out) {
-    // The indents of deep levels are much longer than the text, which may be faulty.
+    // The indents of deep levels are much longer than the text, which may be malformed.
     constexpr std::size_t k_deepest = 100;
     options.maxDepth = options.maxDepth == 0 ? k_deepest : std::min(options.maxDepth, k_deepest);
     const std::size_t start = out.length();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// TextRewriter writes JSON text anew, in a layout of its own and with a value put at a place, in
+// TextRewriter writes JSON text anew, in a layout of its own and with a value put at a path, in
 // one pass and without a tree.
 
 #pragma once
@@ -17,7 +17,7 @@
 
 namespace ko::Orvid::text {
 
-/// A value that is to be put at a place.
+/// A value that is to be put at a path.
 struct TextEdit {
     ValueSteps steps;   ///< at least one
     std::string value;  ///< its JSON text

@@ -118,7 +118,7 @@ const char* TextScanner::takeOddText(const char* at, const char* from, const cha
     return scan.at + 1;
 }
 
-/// A number that goes up to the end of the text, or is faulty.
+/// A number that goes up to the end of the text, or is malformed.
 const char* TextScanner::stopNumber(const char* at, const char* stop, const char* end,
                                     text::NumberPart part) {
     if (stop != end) {

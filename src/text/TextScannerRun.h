@@ -2,7 +2,7 @@
 //
 // The loop over the tokens, which is compiled for each sink, so that a token costs no call. A
 // function that takes a token returns the byte after it, or null where the token is cut off or
-// faulty. What is rare is in TextScanner.cpp.
+// malformed. What is rare is in TextScanner.cpp.
 
 #pragma once
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Utf8Sequence looks at the bytes of one character as they come. A faulty sequence is followed to
-// the end that its first byte announces, or to the first byte that cannot belong to it, so that a
-// error can be shown whole.
+// Utf8Sequence looks at the bytes of one character as they come. A ill-formed sequence is followed
+// to the end that its first byte announces, or to the first byte that cannot belong to it, so that
+// a error can be shown whole.
 
 #pragma once
 
@@ -15,14 +15,14 @@ namespace ko::Orvid {
 
 class Utf8Sequence {
 public:
-    enum class Result { goesOn, complete, isFaulty, wasFaulty };
+    enum class Result { goesOn, complete, isMalformed, wasMalformed };
 
     /// Takes the first byte, which is not ASCII.
     Result begin(unsigned char byte) noexcept {
         m_length = 1;
         m_low = 0x80;
         m_high = 0xBF;
-        m_isFaulty = byte < 0xC2 || byte > 0xF4;
+        m_isMalformed = byte < 0xC2 || byte > 0xF4;
         m_missing = missingAfter(byte);
         if (byte == 0xE0) {
             m_low = 0xA0;  // below are overlong forms
@@ -33,27 +33,27 @@ public:
         } else if (byte == 0xF4) {
             m_high = 0x8F;  // above is beyond U+10FFFF
         }
-        return m_missing > 0 ? Result::goesOn : Result::isFaulty;
+        return m_missing > 0 ? Result::goesOn : Result::isMalformed;
     }
 
-    /// Takes the byte that follows. It belongs to the sequence unless the answer is wasFaulty.
+    /// Takes the byte that follows. It belongs to the sequence unless the answer is wasMalformed.
     Result next(unsigned char byte) noexcept {
         if ((byte & 0xC0U) != 0x80) {
             m_missing = 0;
-            return Result::wasFaulty;
+            return Result::wasMalformed;
         }
-        m_isFaulty = m_isFaulty || byte < m_low || byte > m_high;
+        m_isMalformed = m_isMalformed || byte < m_low || byte > m_high;
         m_low = 0x80;
         m_high = 0xBF;
         ++m_length;
         if (--m_missing > 0) {
             return Result::goesOn;
         }
-        return m_isFaulty ? Result::isFaulty : Result::complete;
+        return m_isMalformed ? Result::isMalformed : Result::complete;
     }
 
     /// After the valid sequences at `at`, the first byte of which is not ASCII: before the first
-    /// ASCII byte, or one that is faulty or cut off.
+    /// ASCII byte, or one that is malformed or cut off.
     static const char* skip(const char* at, const char* end) noexcept {
         while (at != end && static_cast<unsigned char>(*at) >= 0x80) {
             if (end - at > 3 && isThreeBytes(at)) {
@@ -99,7 +99,7 @@ public:
     static unsigned int begunLength(const char* at, const char* end) noexcept {
         Utf8Sequence sequence;
         sequence.begin(static_cast<unsigned char>(*at));
-        while (sequence.isOpen() && !sequence.m_isFaulty && ++at != end) {
+        while (sequence.isOpen() && !sequence.m_isMalformed && ++at != end) {
             const auto byte = static_cast<unsigned char>(*at);
             if (byte < sequence.m_low || byte > sequence.m_high) {
                 break;
@@ -143,7 +143,7 @@ private:
     unsigned int m_missing = 0;
     unsigned char m_low = 0;   ///< what the next byte must reach
     unsigned char m_high = 0;  ///< and may not exceed
-    bool m_isFaulty = false;
+    bool m_isMalformed = false;
 };
 
 }  // namespace ko::Orvid

@@ -11,7 +11,7 @@
 namespace ko::Orvid::text {
 
 /// Gives the tokens of the text to the sink. Returns whether the text is right as `options` say; of
-/// a faulty one the sink has got a part. Throws what the sink throws, and std::bad_alloc.
+/// a malformed one the sink has got a part. Throws what the sink throws, and std::bad_alloc.
 template<class Sink>
 bool scanWhole(std::string_view text, const ReadOptions& options, Sink& sink) {
     TextScanner scanner(options);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Strays, the children that still name the parent of a container which has handed them over without
-// telling them: Array::swap() and Object::swap() leave the other's children so, and a swap through
+// updating them: Array::swap() and Object::swap() leave the other's children so, and a swap through
 // the IndexList or ListMap below leaves both so. That is rare, so it is noted in place of the
 // parent's address in the containers concerned, which costs a look at one bit elsewhere.
 
@@ -19,7 +19,7 @@ class Strays {
 public:
     using Holder = std::variant<detail::ElementList*, detail::ElementMap*>;
 
-    /// Notes that two containers are about to exchange their children, telling none of them.
+    /// Notes that two containers are about to exchange their children and update none of them.
     /// Throws std::bad_alloc, with no effect.
     static void exchange(const Holder& a, const Holder& b);
 

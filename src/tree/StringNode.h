@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The strings of elements: in a cell of the node memory where a tree is read or copied, else on the
-// heap, as a caller's own are. Their addresses tell which it was.
+// heap, as a caller's own are. Their addresses say which it was.
 
 #pragma once
 

@@ -20,8 +20,9 @@ enum class NumberRule {
 /// the other object. Does not recurse. Throws nothing but std::bad_alloc.
 bool treesEqual(const Element& a, const Element& b, NumberRule rule);
 
-/// The same, except that it gives up and answers nothing where it would cost more than `budget`,
-/// from which the cost is taken: one for each element in a container, and for 64 bytes of a text.
+/// The same, except that it gives up and returns std::nullopt where it would cost more than
+/// `budget`, from which the cost is taken: one for each element in a container, and for 64 bytes of
+/// a text.
 std::optional<bool> treesEqualWithin(const Element& a, const Element& b, NumberRule rule,
                                      unsigned long long& budget);
 

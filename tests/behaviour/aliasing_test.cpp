@@ -158,8 +158,7 @@ TEST(Aliasing, assignment_takes_values_from_above_and_below) {
     EXPECT_EQ(compact(root), "[1]");
 }
 
-// --- containers
-// -------------------------------------------------------------------------------------
+// Containers.
 
 TEST(Aliasing, push_back_takes_an_item_of_the_array_a_part_of_one_and_the_array_itself) {
     Document document(R"([{"x": [1]}])");
@@ -199,8 +198,7 @@ TEST(Aliasing, a_container_is_assigned_one_that_lies_in_it) {
     CHECK_LINKS_AFTER_COPY(objects.root);
 }
 
-// --- removing and finding
-// ---------------------------------------------------------------------------
+// Removing and finding.
 
 TEST(Aliasing, remove_takes_an_item_that_it_destroys) {
     const std::vector<Row> rows = {
@@ -241,8 +239,7 @@ TEST(Aliasing, find_finds_the_item_that_it_was_given_or_an_equal_one_before_it) 
     EXPECT_EQ(compact(root), R"([1,{"a": [2]},3,{"a": [2]}])");
 }
 
-// --- setters
-// ----------------------------------------------------------------------------------------
+// Setters.
 
 TEST(Aliasing, setters_take_the_payload_of_a_descendant) {
     Document document(R"({"a": {"s": "some text longer than any small buffer", "n": 1.50}})");

@@ -2,6 +2,7 @@
 //
 // That the table of knowledge in docs/architecture.md is true: the files that it names exist, and
 // the sign of a piece of knowledge stands in the first of its files, and in no file besides them.
+// And that the README of each room says where its units are tested.
 
 #include "docs/Markdown.h"
 
@@ -105,6 +106,29 @@ TEST(Architecture, the_sign_of_a_piece_of_knowledge_stands_where_the_table_says)
         ++checked;
     }
     EXPECT_GT(checked, 10U);
+}
+
+TEST(Architecture, each_room_of_the_library_says_where_its_units_are_tested) {
+    std::size_t rooms = 0;
+    for (const auto& room : std::filesystem::directory_iterator(k_source / "src")) {
+        if (!room.is_directory()) {
+            continue;
+        }
+        ++rooms;
+        const Lines page = linesOf(readFile(room.path() / "README.md"));
+        const auto begin = std::find_if(page.begin(), page.end(), [](const std::string& line) {
+            return line.rfind("Tests: ", 0) == 0;
+        });
+        EXPECT_NE(begin, page.end()) << room.path();
+        std::string tests;
+        std::for_each(begin, page.end(), [&](const std::string& line) { tests += line + "\n"; });
+        for (const std::string& span : codeSpans(tests)) {
+            if (span.rfind("tests/", 0) == 0) {
+                EXPECT_TRUE(std::filesystem::exists(k_source / span)) << room.path() << span;
+            }
+        }
+    }
+    EXPECT_GT(rooms, 0U);
 }
 
 }  // namespace

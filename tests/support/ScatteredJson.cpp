@@ -34,10 +34,10 @@ private:
     }
 
     void piece() {
-        static const char* const blanks[] = {" ", "\t", "\n", "\r\n", "\n\n", "  ", "\r", " \n  "};
+        static const char* const spaces[] = {" ", "\t", "\n", "\r\n", "\n\n", "  ", "\r", " \n  "};
         const unsigned kind = m_choose(12);
-        if (kind < std::size(blanks)) {
-            m_text += blanks[kind];
+        if (kind < std::size(spaces)) {
+            m_text += spaces[kind];
             return;
         }
         const std::string number = "#" + std::to_string(m_comments++) + ";";

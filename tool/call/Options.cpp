@@ -70,7 +70,7 @@ void addLayout(Words& words, Call& call) {
         layout.isAsked = layout.isIndentAsked = true;
     };
     words.number(
-        "--indent", [indentBy](std::size_t blanks) { indentBy(std::string(blanks, ' ')); }, 0,
+        "--indent", [indentBy](std::size_t spaces) { indentBy(std::string(spaces, ' ')); }, 0,
         k_mostIndent, "N", "spaces for each level, 4 by default; 0 is --compact");
     words.flag(
         "--tab", [indentBy] { indentBy("\t"); }, "indent by tabs");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Putting one scalar in the place of another in JSON text, without a tree: a short cut for the
+// Replacing one scalar by another in JSON text, without a tree: a short cut for the
 // usual edit, of text that may be long.
 
 #pragma once

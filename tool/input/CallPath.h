@@ -26,17 +26,17 @@ public:
     /// The pointer, where the word is one; or null.
     const ko::Orvid::JsonPointer* pointer() const { return m_pointer ? &*m_pointer : nullptr; }
 
-    /// The library's path to the place in that document, which need not exist, but all before a
+    /// The library's path to an element of that document, which need not exist, but all before a
     /// negative index must. Throws PathNotFound, and Failure for a malformed path.
     std::string in(const ko::Orvid::Element& root) const;
 
-    /// The same for a place where something is to be put. Throws Failure where the path begins as
+    /// The same of a path where something is to be put. Throws Failure where the path begins as
     /// queries do, with a `$` that is no key.
     std::string pathIn(const ko::Orvid::Element& root) const;
     /// The pointer, where the word is one with an empty key, which a path cannot express; or null.
     const ko::Orvid::JsonPointer* onlyPointer() const;
 
-    /// The element at the place. Throw PathNotFound, and Failure for a malformed path.
+    /// The element at the path. Throw PathNotFound, and Failure for a malformed path.
     ko::Orvid::Element& get(ko::Orvid::Element& root) const;
     const ko::Orvid::Element& get(const ko::Orvid::Element& root) const;
     /// The same; null where there is none.

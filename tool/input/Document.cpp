@@ -29,7 +29,7 @@ bool endsWith(std::string_view text, std::string_view end) {
     return text.length() >= end.length() && text.substr(text.length() - end.length()) == end;
 }
 
-/// The parser's message shows the place in lines of its own; its first line says what is wrong.
+/// The parser's message shows the position in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
 
 /// A parser counts in 32 bits, so what is longer goes as a string.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Document, one document under way through a verb, and reading its text into the tree with errors
-// that name the place.
+// that name the location.
 
 #pragma once
 
@@ -36,8 +36,8 @@ ko::Orvid::ReadOptions wholeOptions();
 void readTree(const Location& location, std::string_view text, ko::Orvid::Element& root,
               bool isStrict = false);
 
-/// What the library says of a faulty text, with the place: `place` with the column and, unless it
-/// has one, the line. Where it is shown, the line of the text follows, with a caret.
+/// What the library says of a malformed text, with the location: `location` with the column and,
+/// unless it has one, the line. Where it is shown, the line of the text follows, with a caret.
 Failure failureOf(const Location& location, std::string_view text,
                   const ko::Orvid::ParseException& error, bool isShown);
 

@@ -10,7 +10,7 @@
 
 namespace orvid_tool {
 
-/// A step of the path leads nowhere in the document at `place`, whose root that is.
+/// A step of the path leads nowhere in the document at `location`, whose root that is.
 Failure missingPath(Location location, const ko::Orvid::Element& root,
                     const ko::Orvid::PathNotFound& error);
 

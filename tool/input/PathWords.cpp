@@ -13,7 +13,7 @@ namespace {
 
 using Word = std::vector<std::string>::const_iterator;
 
-/// The place of the `=` that ends the path, or npos.
+/// The offset of the `=` that ends the path, or npos.
 std::size_t assignmentMark(const std::string& word) {
     std::size_t at = 0;
     while (at < word.length() && word[at] != '=') {

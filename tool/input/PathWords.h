@@ -14,7 +14,7 @@
 
 namespace orvid_tool {
 
-/// A value for a place.
+/// A value for a path.
 struct Assignment {
     CallPath path;
     ko::Orvid::Element value;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The scanner in pieces; of the text only what is not yet handed out is kept, and a little before
-// it, to show where a fault is.
+// it, to show where an error is.
 
 #include "input/ValueStream.h"
 
@@ -46,7 +46,7 @@ bool isOfWord(char c) {
            std::string_view("+-._").find(c) != std::string_view::npos;
 }
 
-/// The offset of a place that readTree() reports of a text.
+/// The offset of a location that readTree() reports of a text.
 std::size_t offsetOf(std::string_view text, const Location& location) {
     std::size_t offset = 0;
     for (std::size_t line = 1; line < location.line; ++line) {
@@ -226,8 +226,8 @@ Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const 
             ko::Orvid::sourceExcerpt(from(shown), error)};
 }
 
-/// The tree of what there is of the value, or else of the root, knows the path of the fault.
-Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) {
+/// The tree of what there is of the value, or else of the root, knows the path of the error.
+Failure ValueStream::scanFailure(const ko::Orvid::TextError& error) {
     const std::uint64_t open = m_sink.openOr(std::max(m_root, m_start));
     const bool isOfItem = open > m_root;
     std::string path = isOfItem ? itemPath(m_sink.count()) : "";
@@ -239,19 +239,19 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& fault) {
             path = joinedPath(path, failure.location().path.value_or(""));
         }
     }
-    return failureAt(m_root + fault.begin, fault.length, path, fault.message + hint(fault, open));
+    return failureAt(m_root + error.begin, error.length, path, error.message + hint(error, open));
 }
 
-/// What the message of the fault lacks; what is read begins at `open`.
-std::string ValueStream::hint(const ko::Orvid::TextError& fault, std::uint64_t open) const {
-    const auto at = m_lines.position(m_buffer, m_root + fault.begin);
+/// What the message of the error lacks; what is read begins at `open`.
+std::string ValueStream::hint(const ko::Orvid::TextError& error, std::uint64_t open) const {
+    const auto at = m_lines.position(m_buffer, m_root + error.begin);
     constexpr std::string_view complete = ": the document is complete";
-    if (at.line > 1 && at.column == 1 && fault.message.find(complete) != std::string::npos) {
+    if (at.line > 1 && at.column == 1 && error.message.find(complete) != std::string::npos) {
         return k_severalValues;
     }
-    if (fault.message != k_endsEarly) {
-        return slipHint(m_buffer, static_cast<std::size_t>(m_root + fault.begin - m_start),
-                        fault.message);
+    if (error.message != k_endsEarly) {
+        return slipHint(m_buffer, static_cast<std::size_t>(m_root + error.begin - m_start),
+                        error.message);
     }
     const std::optional<SOpenPart> part = openPartOf(from(open));
     if (!part) {

@@ -33,16 +33,16 @@ public:
     ValueStream(const ValueStream&) = delete;
     ValueStream& operator=(const ValueStream&) = delete;
 
-    /// Goes to the next value; false at the end of the text. Throws Failure, with the place in the
-    /// text, when the values before the fault have been had, and where the steps lead nowhere or
-    /// twice.
+    /// Goes to the next value; false at the end of the text. Throws Failure, with the location in
+    /// the text, once the values before the error have been read, and where the steps lead nowhere
+    /// or twice.
     bool next();
 
     /// The text of the value, valid JSON as the reading has it, with a newline after it.
     std::string_view text() const { return {m_text.data(), m_text.length() - 1}; }
     /// Reads the value. Throws Failure as next() does.
     void read(ko::Orvid::Element& root);
-    /// The place of the value in the text, and its path where it is an item.
+    /// The position of the value in the text, and its path where it is an item.
     Location location() const;
 
 private:
@@ -61,8 +61,8 @@ private:
     std::string itemPath(std::size_t index) const;
     Failure failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
                       const std::string& text);
-    Failure scanFailure(const ko::Orvid::TextError& fault);
-    std::string hint(const ko::Orvid::TextError& fault, std::uint64_t open) const;
+    Failure scanFailure(const ko::Orvid::TextError& error);
+    std::string hint(const ko::Orvid::TextError& error, std::uint64_t open) const;
     void readShown(std::uint64_t begin);
 
     Input& m_input;

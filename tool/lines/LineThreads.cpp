@@ -49,13 +49,13 @@ private:
     std::atomic<bool> m_isOver = false;
 };
 
-/// The batches under way, each in a place of its own, numbered in the order of the input. As many
-/// are under way as there are places, which are used in turn.
+/// The batches under way, each in a slot of its own, numbered in the order of the input. As many
+/// are under way as there are slots, which are used in turn.
 class Batches {
 public:
     explicit Batches(std::size_t count) : m_slots(count) {}
 
-    /// The number of the batch that is read next, when its place is free again.
+    /// The number of the batch that is read next, when its slot is free again.
     std::size_t begin() {
         std::unique_lock<std::mutex> lock(m_mutex);
         m_changed.wait(lock, [this] { return m_begun - m_written < m_slots.size(); });

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The place where batches are in order again, so lines can be counted from the input's start.
+// Where batches are in order again, so that lines can be counted from the input's start.
 
 #include "lines/LineWriter.h"
 

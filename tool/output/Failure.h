@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Failure, what one document, or the whole run, of the command failed of: the exit status, the
-// place, and the text that a line on standard error says.
+// location, and the text that a line on standard error says.
 
 #pragma once
 
@@ -34,16 +34,16 @@ class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, Location location, const std::string& text,
             std::string excerpt = "");
-    /// No place: the call's own words are in error.
+    /// No location: the call's own words are in error.
     Failure(ExitStatus status, const std::string& text);
 
     ExitStatus status() const { return m_status; }
     const Location& location() const { return m_location; }
-    /// What went wrong, without the place.
+    /// What went wrong, without the location.
     const char* text() const { return what(); }
     /// Lines that show the error, each with its newline; mostly empty.
     const std::string& excerpt() const { return m_excerpt; }
-    /// Puts the place, where there is one, into another line of its file.
+    /// Moves the location, where there is one, to another line of its file.
     void setLine(std::size_t line) { m_location.line = m_location.file.empty() ? 0 : line; }
     void setColumn(std::size_t column) { m_location.column = m_location.file.empty() ? 0 : column; }
 
@@ -68,8 +68,8 @@ public:
 /// A word of the call, on one line, with carets below the columns of the error, which count from 0.
 std::string wordExcerpt(std::string word, const ko::Orvid::ParseException& error);
 
-/// The place of a column, which counts from 0 and is -1 where it is not known, in a word of the
-/// call. It is told to programs only: people are shown the word.
+/// The location of a column, which counts from 0 and is -1 where it is not known, in a word of the
+/// call. Only programs get it: people are shown the word.
 Location locationInWord(int column);
 
 /// `path` itself is malformed.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// FileIdentity tells whether two names or open files stand for one file.
+// FileIdentity says whether two names or open files stand for one file.
 
 #pragma once
 

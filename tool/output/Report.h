@@ -26,7 +26,7 @@ std::string failureJson(const Failure& failure);
 
 class Report {
 public:
-    /// With `isQuiet` nothing is said of faulty documents.
+    /// With `isQuiet` nothing is said of malformed documents.
     explicit Report(bool asJson, bool isQuiet = false) : m_asJson(asJson), m_isQuiet(isQuiet) {}
 
     /// Writes the failure; nothing is said when standard error cannot be written.

@@ -49,7 +49,7 @@ void AssignmentVerb::read(const Call& call, Document& document) const {
     readForEdit(call, document);
     if (m_isNew) {
         document.kept.reset();
-        document.text = {};  // no place in it is worth telling
+        document.text = {};  // no location in it is worth reporting
     }
 }
 

@@ -25,7 +25,7 @@ protected:
     void prepareValue(Call& call);
 
 private:
-    /// Does the one at that place to the document's root.
+    /// Carries out the assignment at that index on the document's root.
     virtual void assign(Document& document, std::size_t index) const = 0;
     void read(const Call& call, Document& document) const final;
     void apply(const Call& call, Document& document, Bytes& out) const final;

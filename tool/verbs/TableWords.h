@@ -8,7 +8,7 @@
 
 namespace orvid_tool {
 
-/// What both directions are told of a table.
+/// The options of a table, the same in both directions.
 struct TableWords {
     bool isTabbed = false;
     bool hasNoHeader = false;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid move and orvid copy: a value in another place as well, or instead.
+// orvid move and orvid copy: a value at another path as well, or instead.
 
 #include <algorithm>
 #include <sstream>
@@ -44,7 +44,7 @@ bool hasNewItem(const ValueSteps& steps) {
     return std::any_of(steps.begin(), steps.end(), isNewItem);
 }
 
-/// The path with each `[*]`, but for one at its end, made the last item there is.
+/// The path with each `[*]` made the last item there is, except for one at its end.
 std::string withLastItems(const Element& root, const std::string& path) {
     const ValueSteps steps = stepsOf(path);
     std::ostringstream text;
@@ -62,7 +62,7 @@ std::string withLastItems(const Element& root, const std::string& path) {
     return text.str();
 }
 
-/// The step to the place, what holds it made where it is missing.
+/// The step to the new path, what holds it made where it is missing.
 LastStep stepIn(Element& root, const CallPath& path) {
     const std::string to = path.pathIn(root);
     const LastStep step(to);
@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    /// The value for the new place.
+    /// The value for the new path.
     virtual Element valueOf(Element& source, const Location& location) const = 0;
 
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }

@@ -96,7 +96,7 @@ private:
         return true;
     }
 
-    /// Where its places are not to be reported, what the query looks at is enough. For a short
+    /// Where paths are not to be reported, what the query looks at is enough. For a short
     /// record it does not pay.
     void read(const Call& call, Document& document) const override {
         if (!call.lines.isOn && !call.isStrict &&

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// orvid schema-path and orvid data-path: from a place in the data to the place in the schema that
+// orvid schema-path and orvid data-path: from a path in the data to the path in the schema that
 // describes it, and back. Neither reads a document.
 
 #include "input/PathWords.h"

@@ -63,7 +63,7 @@ private:
         }
     }
 
-    /// A query that can select one place only asks for its value; any other, whether there is
+    /// A query that can select one element only asks for its value; any other, whether there is
     /// something: `$[?$.id > 1]` selects members whatever they are.
     bool isTrueOf(const Element& root) const {
         const Element* const first = m_query->first(root);

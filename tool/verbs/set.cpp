@@ -183,9 +183,9 @@ private:
         try {
             Gaps none(0);
             makeAt(document.root, pointer, none) = value;
-        } catch (const Clash& fault) {
+        } catch (const Clash& clash) {
             throw Failure(ExitStatus::failed, document.location,
-                          "pointer \"" + pointer.str() + "\": " + fault.what());
+                          "pointer \"" + pointer.str() + "\": " + clash.what());
         }
     }
 

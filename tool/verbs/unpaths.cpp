@@ -78,7 +78,7 @@ private:
         }
     }
 
-    /// The place of an error is that in the line.
+    /// The column of an error is that in the line.
     static void readValue(const Location& location, std::string_view line, std::size_t start,
                           Element& value) {
         try {

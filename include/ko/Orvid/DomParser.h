@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // DomParser reads JSON text into an element tree. docs/reading-and-writing.md says what it accepts
-// and what becomes of text that is faulty or ends early.
+// and what becomes of text that is malformed or ends early.
 
 #pragma once
 
@@ -74,8 +74,8 @@ public:
     /// Resets the element to null and begins a new document in it. The element must live, and its
     /// tree be left alone, until finish(). The pieces may not lie in the value that it replaces.
     void begin(Element& root);
-    /// Reads the next piece. Throws ParseException for what is faulty in the text so far; then the
-    /// document is over. Exception without a begin() before it.
+    /// Reads the next piece. Throws ParseException for what is malformed in the text so far; then
+    /// the document is over. Exception without a begin() before it.
     void feed(std::string_view piece);
     /// Says that the text is over, so that a number at its end is complete. Where whole documents
     /// are required it throws ParseException if the document is not complete; otherwise state()

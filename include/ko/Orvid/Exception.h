@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The root of the library's exceptions, which can name the element at which an error arose, and the
-// error for faulty text (JSON or path). The other kinds stand with what raises them:
+// error for malformed text (JSON or path). The other kinds stand with what raises them:
 // TypeException.h, PathException.h, ValueOutOfRange.h. The whole list is in docs/errors.md.
 
 #pragma once

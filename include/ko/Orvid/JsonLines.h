@@ -20,8 +20,8 @@ namespace ko::Orvid {
 /// CR LF, the last one without a newline, and the first one may begin with a byte order mark. One
 /// record is in memory at a time.
 ///
-/// A faulty line throws ParseException, whose line is number() and whose columns are those in the
-/// line, and is skipped: going on, with next(), ++ or another loop, reads the line after it.
+/// A malformed line throws ParseException, whose line is number() and whose columns are those in
+/// the line, and is skipped: going on, with next(), ++ or another loop, reads the line after it.
 class KO_API JsonLines {
 public:
     class iterator;

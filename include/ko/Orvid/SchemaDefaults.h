@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Two things beside the lookups of Element that know the document's own schema: writing the
-// defaults into the data, and telling where a value comes from. docs/defaults.md has examples.
+// defaults into the data, and finding where a value comes from. docs/defaults.md has examples.
 
 #pragma once
 

@@ -42,15 +42,20 @@ struct WriteOptions {
     /// All on one line, without whitespace and without a final newline.
     static WriteOptions compact() { return indented(""); }
     /// indented() with `count` spaces.
-    static WriteOptions blanks(std::size_t count) { return indented(std::string(count, ' ')); }
-    /// blanks() with empty containers closed where they open.
+    static WriteOptions spaces(std::size_t count) { return indented(std::string(count, ' ')); }
+    /// spaces() with empty containers closed where they open.
     static WriteOptions pretty(std::size_t count = 4) {
-        WriteOptions options = blanks(count);
+        WriteOptions options = spaces(count);
         options.closeEmpty = true;
         return options;
     }
     /// indented() with one tab.
     static WriteOptions tab() { return indented("\t"); }
+
+    /// @name Compatibility
+    ///@{
+    static WriteOptions blanks(std::size_t count) { return spaces(count); }  ///< former name
+    ///@}
 };
 
 }  // namespace ko::Orvid

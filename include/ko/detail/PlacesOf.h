@@ -13,7 +13,7 @@ namespace ko::detail {
 template<class T, class = void>
 class PlacesOf {
 protected:
-    /// Before two containers exchange their items without telling these.
+    /// Before two containers exchange their items, which are not updated.
     template<class Container>
     static void beginExchange(const Container& /*a*/, const Container& /*b*/) noexcept {}
     /// After a container was given other items, which are to learn their place.

@@ -115,7 +115,7 @@ LongToken::State LongToken::after(State state, char c) noexcept {
     }
 }
 
-/// Whether a byte that leads from one place to the other only goes on with the token.
+/// Whether a byte that leads from one state to the other only goes on with the token.
 bool LongToken::goesOn(State before, State after) noexcept {
     switch (after) {
         case State::string:

@@ -204,8 +204,7 @@ TEST(OrvidException, is_caught_as_each_of_its_bases) {
     EXPECT_THROW(raise(), std::exception);
 }
 
-// --- ParseException
-// -------------------------------------------------------------------------------
+// ParseException.
 
 std::string textOf(int firstLine, int firstColumn, int lastLine, int lastColumn) {
     return generated(ParseException("Message", firstLine, firstColumn, lastLine, lastColumn));
@@ -345,8 +344,7 @@ TEST(ParseException, text_does_not_depend_on_the_locale) {
     EXPECT_EQ(textOf(1000, 2000, 3000, 4000), "Parse error at 1000,2000-3000,4000Message");
 }
 
-// --- the paths that the library itself puts into exceptions
-// ------------------------------------------
+// The paths that the library itself puts into exceptions.
 
 TEST(OrvidException, path_of_a_far_item_does_not_depend_on_the_locale) {
     Document document("[]");

@@ -139,8 +139,7 @@ TEST(KNoIndex, has_all_bits_set) {
     EXPECT_EQ(ko::Orvid::Path::k_noIndex, ko::Orvid::k_noIndex);
 }
 
-// --- lookup of the operators from another namespace
-// -------------------------------------------------
+// Lookup of the operators from another namespace.
 
 TEST(StreamOperators, of_types_are_found_from_a_namespace_with_an_operator_of_its_own) {
     EXPECT_EQ(elsewhere::narrow(ko::Orvid::etString), "thing etString");

@@ -62,13 +62,13 @@ TEST(WriteOptions, compact_leaves_out_every_blank_and_the_final_newline) {
 }
 
 TEST(WriteOptions, indent_by_any_number_of_spaces) {
-    EXPECT_EQ(written(R"({"a":[1,2]})", WriteOptions::blanks(2)),
+    EXPECT_EQ(written(R"({"a":[1,2]})", WriteOptions::spaces(2)),
               "{\n  \"a\": [\n    1,\n    2\n  ]\n}\n");
-    EXPECT_EQ(written(R"({"a":[1,2]})", WriteOptions::blanks(1)),
+    EXPECT_EQ(written(R"({"a":[1,2]})", WriteOptions::spaces(1)),
               "{\n \"a\": [\n  1,\n  2\n ]\n}\n");
-    EXPECT_EQ(written(k_sample, WriteOptions::blanks(4)),
+    EXPECT_EQ(written(k_sample, WriteOptions::spaces(4)),
               Generator().encode(Document(k_sample).root));
-    EXPECT_EQ(written(k_sample, WriteOptions::blanks(0)), k_sample);
+    EXPECT_EQ(written(k_sample, WriteOptions::spaces(0)), k_sample);
 }
 
 TEST(WriteOptions, indent_by_a_tab) {
@@ -211,7 +211,7 @@ TEST(WriteOptions, may_be_given_to_a_generator_as_the_indent_alone) {
 }
 
 TEST(WriteOptions, are_copied_into_the_generator) {
-    WriteOptions options = WriteOptions::blanks(2);
+    WriteOptions options = WriteOptions::spaces(2);
     Generator generator(nullptr, options);
     options.indent = "\t";
     options.sortKeys = true;
@@ -220,7 +220,7 @@ TEST(WriteOptions, are_copied_into_the_generator) {
 }
 
 TEST(WriteOptions, stay_what_they_were_when_the_indent_is_set_later) {
-    Generator generator(nullptr, WriteOptions::blanks(2));
+    Generator generator(nullptr, WriteOptions::spaces(2));
     generator.setIndent("");
     EXPECT_EQ(generator.indent(), "");
     EXPECT_EQ(generator.encode(Document("[1]").root), "[\n  1\n]\n");

@@ -131,8 +131,7 @@ std::string maxText() {
     return std::to_string(k_max<T>);
 }
 
-// --- the integral types
-// -------------------------------------------------------------------------------
+// The integral types.
 
 template<class T>
 class NumberReadAsInteger : public testing::Test {};
@@ -285,8 +284,7 @@ TYPED_TEST(NumberReadAsInteger, of_a_nan_passes_the_check) {
     EXPECT_NO_THROW(shorthand<TypeParam>(Number(std::nan(""))));
 }
 
-// --- the floating types
-// -------------------------------------------------------------------------------
+// The floating types.
 
 template<class T>
 class NumberReadAsReal : public testing::Test {};
@@ -370,8 +368,7 @@ TEST(NumberToDouble, error_names_the_smallest_positive_value_as_minimum) {
     }
 }
 
-// --- single values and types
-// ----------------------------------------------------------------------------
+// Single values and types.
 
 TEST(NumberRead, long_has_the_width_of_the_platform) {
     const Number number("3000000000");

@@ -41,8 +41,7 @@ int order(const Number& a, const Number& b) {
     return forward;
 }
 
-// --- same kind
-// --------------------------------------------------------------------------------------
+// Same kind.
 
 TEST(NumberCompare, signed_with_signed) {
     EXPECT_EQ(order(Number(-2), Number(1)), -1);
@@ -68,8 +67,7 @@ TEST(NumberCompare, double_with_double) {
     EXPECT_EQ(order(Number(-HUGE_VAL), Number(-DBL_MAX)), -1);
 }
 
-// --- signed with unsigned
-// -----------------------------------------------------------------------------
+// Signed with unsigned.
 
 TEST(NumberCompare, signed_with_unsigned) {
     EXPECT_EQ(order(Number(-1), Number(0U)), -1);
@@ -87,8 +85,7 @@ TEST(NumberCompare, signed_zero_is_below_every_unsigned_value_and_below_unsigned
     EXPECT_EQ(order(Number(), Number("0")), -1);
 }
 
-// --- integers with doubles
-// ----------------------------------------------------------------------------
+// Integers with doubles.
 
 TEST(NumberCompare, signed_with_double) {
     EXPECT_EQ(order(Number(1), Number(1.5)), -1);
@@ -135,8 +132,7 @@ TEST(NumberCompare, nan_equals_every_double_and_every_integer) {
     EXPECT_EQ(order(Number(k_nan), Number(7U)), 0);
 }
 
-// --- texts
-// ------------------------------------------------------------------------------------------
+// Texts.
 
 TEST(NumberCompare, texts_are_compared_by_value) {
     EXPECT_EQ(order(Number("1.0"), Number("1.00")), 0);
@@ -173,8 +169,7 @@ TEST(NumberCompare, text_out_of_range_on_either_side_is_reported) {
     EXPECT_THROW(Number("1e400").compare(Number(1)), TextError);
 }
 
-// --- the static helpers
-// -------------------------------------------------------------------------------
+// The static helpers.
 
 TEST(NumberStaticCompare, signed_with_unsigned) {
     EXPECT_EQ(Number::compare(0LL, 0ULL), -1);
@@ -211,8 +206,7 @@ TEST(NumberStaticCompare, with_decimal_text_is_exact) {
     EXPECT_EQ(Number::compare(0LL, text("0")), 0);
 }
 
-// --- kinds that no operation produces
-// -----------------------------------------------------------------
+// Kinds that no operation produces.
 
 TEST(BigDecimalNumberCompare, may_stand_on_the_left_of_every_kind) {
     const Number number = NumberProbe::bigDecimal("18446744073709551616.5");

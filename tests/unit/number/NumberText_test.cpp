@@ -70,8 +70,7 @@ void expectRealRefused(const std::string& text) {
     expectRefused(text, "2.22507e-308", "1.79769e+308");
 }
 
-// --- which kind a text has
-// ------------------------------------------------------------------------
+// Which kind a text has.
 
 TEST(NumberText, of_digits_is_unsigned) {
     EXPECT_EQ(unsignedOf("12"), 12U);
@@ -108,8 +107,7 @@ TEST(NumberText, keeps_its_digits_when_it_is_converted) {
     }
 }
 
-// --- which texts are refused
-// ------------------------------------------------------------------------
+// Which texts are refused.
 
 TEST(NumberText, of_twenty_unsigned_digits_is_refused_unless_it_is_the_largest_value) {
     EXPECT_EQ(unsignedOf("18446744073709551615"), std::numeric_limits<unsigned long long>::max());
@@ -191,8 +189,7 @@ TEST(NumberText, is_read_to_the_nearest_double) {
     EXPECT_EQ(realOf("9007199254740993.00000000000000000000000000001"), 9007199254740994.0);
 }
 
-// --- what happens after a refusal
-// -----------------------------------------------------------------
+// What happens after a refusal.
 
 TEST(RefusedNumberText, is_reported_once_and_leaves_the_kind_and_the_bits_from_before) {
     Number number(5U);
@@ -242,8 +239,7 @@ TEST(NumberText, can_be_converted_again_by_hand) {
     EXPECT_EQ(number.toString(), "12");
 }
 
-// --- malformed text
-// -----------------------------------------------------------------------------------
+// Malformed text.
 
 TEST(MalformedNumberText, that_begins_with_no_digits_is_zero) {
     EXPECT_EQ(unsignedOf("abc"), 0U);
@@ -286,8 +282,7 @@ TEST(MalformedNumberText, ends_at_a_null_byte) {
     EXPECT_EQ(realOf(std::string("1.5\0002", 5)), 1.5);
 }
 
-// --- from binary value to text
-// --------------------------------------------------------------------------
+// From binary value to text.
 
 TEST(NumberToString, of_integers_has_all_digits) {
     EXPECT_EQ(Number(-5).toString(), "-5");
@@ -419,8 +414,7 @@ TEST(NumberWriteAt, does_not_heed_the_number_formats_of_the_stream) {
     EXPECT_EQ(text.str(), "255 0.1");
 }
 
-// --- the program's locale
-// ---------------------------------------------------------------------------
+// The program's locale.
 
 TEST(NumberText, of_binary_values_does_not_depend_on_the_global_locale) {
     const orvid_test::GroupingLocale locale;

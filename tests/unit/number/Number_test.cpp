@@ -63,8 +63,7 @@ TEST(Number, smallest_unsigned_limit_is_the_largest_value_too) {
     EXPECT_EQ(Number::k_limits.ullMin, "18446744073709551615");
 }
 
-// --- setters
-// --------------------------------------------------------------------------------------
+// Setters.
 
 TEST(Number, set_to_text_forgets_the_binary_value) {
     Number number(5);
@@ -249,8 +248,7 @@ TEST(Number, of_a_decimal_with_twenty_digits_is_out_of_range) {
     EXPECT_THROW(Number(DecNumber("18446744073709551616")).type(), TextError);
 }
 
-// --- readers: which side they compute
-// -----------------------------------------------------------------
+// Readers: which side they compute.
 
 TEST(Number, type_computes_the_binary_value_and_keeps_the_text) {
     const Number number("1.50");
@@ -318,8 +316,7 @@ TEST(Number, to_dec_number_of_text_out_of_range_throws) {
     EXPECT_THROW(number.toDecNumber(), TextError);
 }
 
-// --- the empty text
-// ---------------------------------------------------------------------------------
+// The empty text.
 
 TEST(NumberOfEmptyText, stays_empty_in_to_string) {
     Number number(5);
@@ -343,8 +340,7 @@ TEST(NumberOfEmptyText, gets_the_text_of_those_bits_once_its_kind_is_known) {
     EXPECT_EQ(number.toString(), "5");
 }
 
-// --- kinds that no operation produces
-// -----------------------------------------------------------------
+// Kinds that no operation produces.
 
 TEST(BigDecimalNumber, keeps_kind_and_text_in_all_readers_and_copies) {
     const Number number = NumberProbe::bigDecimal("123456789012345678901234567890.5");
@@ -384,8 +380,7 @@ TEST(NumberOfUnknownKind, has_no_decimal) {
     EXPECT_STREQ(error.what(), "Unknown type, implementation missing");
 }
 
-// --- names of the kinds
-// -------------------------------------------------------------------------------
+// Names of the kinds.
 
 TEST(EBinaryType, values_are_settled) {
     EXPECT_EQ(Number::ebNone, 0);

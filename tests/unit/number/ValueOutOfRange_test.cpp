@@ -153,8 +153,7 @@ TEST(ValueOutOfRange, text_does_not_depend_on_the_locale) {
               "Value out of range! Value: 0.5 Min: 1.17549e-38 Max: 3.40282e+38");
 }
 
-// --- copies, the same for each of the thirteen types
-// -----------------------------------------------
+// Copies, the same for each of the thirteen types.
 
 template<class Error>
 class ValueOutOfRangeCopies : public testing::Test {};

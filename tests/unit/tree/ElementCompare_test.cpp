@@ -40,8 +40,7 @@ int orderOfTexts(const std::string& a, const std::string& b) {
     return order(Document(a).root, Document(b).root);
 }
 
-// --- between types
-// ------------------------------------------------------------------------------------
+// Between types.
 
 TEST(ElementCompare, types_order_before_all_values) {
     const Element ascending[] = {Element::k_emptyElement, Element(),   Element(true),
@@ -82,8 +81,7 @@ TEST(ElementCompare, tags_that_are_no_type_order_by_their_number_and_equal_thems
     EXPECT_EQ(Element::compare(low, high), -1);
 }
 
-// --- within a type
-// ------------------------------------------------------------------------------------
+// Within a type.
 
 TEST(ElementCompare, nulls_are_equal) { EXPECT_EQ(order(Element(), Element()), 0); }
 
@@ -135,8 +133,7 @@ TEST(ElementCompare, strings_go_on_after_null_bytes) {
     EXPECT_EQ(order(Element("a"), Element(std::string("a\0", 2))), -1);
 }
 
-// --- arrays
-// -----------------------------------------------------------------------------------------
+// Arrays.
 
 TEST(ElementCompare, arrays_order_item_by_item_and_then_by_length) {
     EXPECT_EQ(orderOfTexts("[1,2]", "[1,2,0]"), -1);
@@ -154,8 +151,7 @@ TEST(ElementCompare, arrays_order_nested_values_before_later_items) {
     EXPECT_EQ(orderOfTexts("[null,9]", "[false,0]"), -1);
 }
 
-// --- objects
-// ----------------------------------------------------------------------------------------
+// Objects.
 
 TEST(ElementCompare, objects_order_members_in_insertion_order) {
     EXPECT_EQ(orderOfTexts(R"({"b":1,"a":2})", R"({"a":2,"b":1})"), 1);
@@ -185,8 +181,7 @@ TEST(ElementCompare, objects_order_nested_values_before_later_members) {
     EXPECT_EQ(orderOfTexts(R"({"a":{"x":[1]},"b":9})", R"({"a":{"x":[1]},"b":0})"), 1);
 }
 
-// --- what does not count
-// ------------------------------------------------------------------------------
+// What does not count.
 
 TEST(ElementCompare, does_not_look_at_the_place) {
     const Document document(R"({"a":{"x":[1,2]},"b":[0,{"x":[1,2]}],"c":{"x":[1,2]}})");
@@ -214,8 +209,7 @@ TEST(ElementCompare, changes_neither_side) {
     CHECK_LINKS(b.root);
 }
 
-// --- numbers that cannot be compared
-// --------------------------------------------------------------------
+// Numbers that cannot be compared.
 
 TEST(ElementCompare, lets_the_errors_of_numbers_through) {
     const Document bad(R"({"a":[1e400]})");

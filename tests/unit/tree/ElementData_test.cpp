@@ -66,8 +66,7 @@ Element valueOf(EType type) {
 
 bool equal(const Element::SData& a, const Element::SData& b) { return Element::compare(a, b) == 0; }
 
-// --- create
-// -----------------------------------------------------------------------------------------
+// Create.
 
 TEST(ElementDataCreate, sets_the_tag) {
     for (const EType type : k_types) {
@@ -146,8 +145,7 @@ TEST(ElementDataCreate, leaves_the_place_of_the_element) {
     CHECK_LINKS(document.root);
 }
 
-// --- destroy
-// ----------------------------------------------------------------------------------------
+// Destroy.
 
 TEST(ElementDataDestroy, leaves_the_tag) {
     for (const EType type : k_types) {
@@ -224,8 +222,7 @@ TEST(ElementDestroy, without_argument_has_no_effect) {
     }
 }
 
-// --- copy
-// -------------------------------------------------------------------------------------------
+// Copy.
 
 TEST(ElementDataCopy, of_every_type_into_every_type_is_equal_and_separate) {
     Element owner;
@@ -390,8 +387,7 @@ TEST(ElementDataCopy, takes_a_source_that_lies_in_the_target) {
     CHECK_LINKS_AFTER_COPY(document.root);
 }
 
-// --- construct and clone
-// --------------------------------------------------------------------------------
+// Construct and clone.
 
 /// Destroys what construct() made in storage of the test's own.
 struct Destroy {

@@ -218,8 +218,7 @@ TEST(ElementEdit, finds_what_it_made_under_the_keys_it_was_given) {
     EXPECT_EQ(&document.root.get(made.path()), &made);
 }
 
-// --- update
-// -----------------------------------------------------------------------------------------
+// Update.
 
 TEST(ElementUpdate, overwrites_only_what_is_there) {
     Document document(R"({"a": {"b": 1}, "l": [1, 2]})");
@@ -263,8 +262,7 @@ TEST(ElementUpdate, with_an_empty_element_makes_the_element_empty) {
     CHECK_LINKS(document.root);
 }
 
-// --- insert
-// -----------------------------------------------------------------------------------------
+// Insert.
 
 TEST(ElementInsert, takes_the_key_word_for_word) {
     for (const std::string& key :

@@ -137,8 +137,7 @@ TEST(ElementLookup, names_indexes_the_same_in_every_global_locale) {
                                     "\" 0,1500 parser state esObject");
 }
 
-// --- by content
-// -------------------------------------------------------------------------------------
+// By content.
 
 /// The path of what find() gives in its four forms, which must agree; "-" for nothing.
 std::string found(Element& start, const Element& value, const Path& itemPath = Path(),

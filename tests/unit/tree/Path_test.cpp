@@ -113,8 +113,7 @@ TEST(Path, has_the_words_of_the_path_language) {
     EXPECT_EQ(Path::k_escapeChars, ".[]*\\");
 }
 
-// --- lookup
-// -----------------------------------------------------------------------------------------
+// Lookup.
 
 const char* const k_document =
     R"({"a": {"b": [10,{"c": 20}],"x.y": 30,"": 40},"n": null,"s": "t","l": [],"m": [[1,2],[3]]})";
@@ -305,8 +304,7 @@ TEST(PathLookup, answers_the_very_element_of_the_tree) {
     EXPECT_EQ(compact(document.root.get("m")), R"([[1,"changed"],[3]])");
 }
 
-// --- creation
-// ---------------------------------------------------------------------------------------
+// Creation.
 
 TEST(PathCreate, makes_what_is_missing_in_both_forms) {
     for (const auto create : {&Path::createElement, &Path::tryCreateElement}) {

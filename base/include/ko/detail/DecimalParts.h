@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the text of a decimal number consists of. This is the one place that knows its grammar.
+// What the text of a decimal number consists of. Nothing else knows its grammar.
 
 #pragma once
 

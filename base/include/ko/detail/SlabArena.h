@@ -85,7 +85,7 @@ public:
     /// As allocate() in a Scope of this memory, for a loop. At most k_largestCut bytes.
     void* cut(std::size_t size);
 
-    // Cells, for objects that may come from plain `new` as well: the address tells which it was.
+    // Cells, for objects that may come from plain `new` as well: the address says which it was.
 
     /// A block of k_cell bytes; null where none is left just now, so that it must be `new`.
     void* cutCell() noexcept;
@@ -113,7 +113,7 @@ private:
     static constexpr std::size_t k_grain = 16;
     static constexpr std::size_t k_page = 2048;  ///< in bytes
     static constexpr std::size_t k_header = 8;   ///< in bytes
-    /// Whether a sanitizer is told which bytes of a slab may be used.
+    /// Whether a sanitizer learns which bytes of a slab may be used.
 #if defined(__SANITIZE_ADDRESS__)
     static constexpr bool k_isWatched = true;
 #elif defined(__has_feature)

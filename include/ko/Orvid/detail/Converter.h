@@ -40,7 +40,7 @@ struct Converter {
         return readAt(ReadContext(element, use));
     }
 
-    /// The place has a value, but for what canBeMade() says.
+    /// There is a value, except where canBeMade() says that none is needed.
     static T readAt(const ReadContext& context) {
         constexpr Kind kind = kindOf<T>();
         static_assert(isReadable<T>() || kind == Kind::none, ORVID_DETAIL_NO_CONVERSION);

@@ -22,10 +22,10 @@ struct DefaultsUse {
 
 /// What a value is read from. In the data that is an element, which finds its description itself.
 /// For what the data lack it is the schema's default, or nothing, and the description and the way
-/// back to the data come along. Lives within one call, and as long as the places made of it.
+/// back to the data come along. Lives within one call, and must outlive the contexts made of it.
 class KO_API ReadContext {
 public:
-    /// An element of the data. `use` must live as long as the place.
+    /// An element of the data. `use` must live as long as the context.
     ReadContext(const Element& value, DefaultsUse& use) : m_value(&value), m_use(&use) {}
     /// An item or member of what `whole` holds.
     ReadContext(const ReadContext& whole, const Element& part)

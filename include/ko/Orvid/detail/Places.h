@@ -30,8 +30,8 @@ using ElementMap = ListMap<std::string, Element, std::less<std::string>>;
 struct Handovers;  // defined in tree/Strays.h
 
 /// The parent that the children of a container name, in the container itself, so that it can take
-/// another parent without touching them. A container that has exchanged its children without
-/// telling them notes here whose they are.
+/// another parent without touching them. A container that has exchanged its children but not
+/// updated them notes here whose they are.
 class KO_API ParentLink {
 public:
     ParentLink() = default;
@@ -91,8 +91,8 @@ inline const std::string& keyOr(std::uintptr_t step, const std::string& none) no
     return key == nullptr ? none : *key;
 }
 
-/// See ko::detail::PlacesOf. Children that a container has handed over without telling them name
-/// its parent still. That is noted, and they learn of their own parent when it ends.
+/// See ko::detail::PlacesOf. Children that a container has handed over, but not updated, still
+/// name its parent. That is noted, and they learn of their own parent when it ends.
 class KO_API ElementPlaces {
 public:
     ParentLink& parentLink() noexcept { return m_link; }

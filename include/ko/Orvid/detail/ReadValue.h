@@ -34,7 +34,7 @@ constexpr bool k_isSimple = std::is_same_v<T, bool> || Number::k_isReadable<T> |
                             std::is_same_v<T, Number> || std::is_same_v<T, DecNumber> ||
                             std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>;
 
-/// What is there to be read. The place has a value, but for what canBeMade() says.
+/// The value as T. There is one, except where canBeMade() says that none is needed.
 template<class T>
 T readValue(const ReadContext& context) {
     if constexpr (k_isSimple<T>) {
@@ -44,7 +44,7 @@ T readValue(const ReadContext& context) {
     }
 }
 
-/// An item or member of what the place holds.
+/// An item or member of the value.
 template<class T>
 T readPart(const ReadContext& whole, const Element& part) {
     if constexpr (k_isSimple<T>) {

@@ -100,7 +100,7 @@ TEST(ReaderErrors, show_exactly_this_text) {
 TEST(ReaderErrors, show_thirty_bytes_on_either_side) {
     for (const std::size_t before : {0U, 1U, 28U, 29U, 30U, 31U, 100U}) {
         for (const std::size_t after : {0U, 28U, 29U, 30U, 100U}) {
-            const std::string blanks = repeat("123456789 ", 20).substr(0, before);
+            const std::string spaces = repeat("123456789 ", 20).substr(0, before);
             const std::string start = "[" + std::string(before, ' ');
             const std::string rest = repeat("abcdefghi ", 20).substr(0, after);
             const std::string lexical = start + "\"\x01" + rest;
