@@ -137,6 +137,35 @@ void Counterparts::hashNew() {
     }
 }
 
+/// What a child is known by wherever its container is: its key and its value.
+std::uint64_t Counterparts::traceBefore(std::uint32_t value) const {
+    return wasMember(value) ? mixed(hashOfToken(keyBefore(value)), m_old[value].hash)
+                            : m_old[value].hash;
+}
+
+std::uint64_t Counterparts::traceNow(std::uint32_t element) const {
+    const NewValue& value = m_new[element];
+    return isMember(element) ? mixed(hashOfText(etString, value.element->memberKey()), value.hash)
+                             : value.hash;
+}
+
+/// Of the keys in their order.
+std::uint64_t Counterparts::keysBefore(std::uint32_t object) const {
+    std::uint64_t hash = 0;
+    for (const std::uint32_t child : boundChildren(object)) {
+        hash = mixed(hash, hashOfToken(keyBefore(child)));
+    }
+    return hash;
+}
+
+std::uint64_t Counterparts::keysNow(std::uint32_t object) const {
+    std::uint64_t hash = 0;
+    for (const std::uint32_t child : childrenNow(object)) {
+        hash = mixed(hash, hashOfText(etString, m_new[child].element->memberKey()));
+    }
+    return hash;
+}
+
 std::uint64_t Counterparts::hashNewContainer(std::uint32_t element) const {
     const NewValue& container = m_new[element];
     const bool isObject = container.element->isObject();
@@ -198,6 +227,9 @@ Counterparts::Numbers Counterparts::boundChildren(std::uint32_t value) const {
 }
 
 void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
+    if (isPaired(value) || m_new[element].counterpart != k_none) {
+        return;  // it was found elsewhere before its container was
+    }
     m_old[value].counterpart = element;
     m_new[element].counterpart = value;
     if (isSameContainer(value, element)) {

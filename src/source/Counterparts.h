@@ -6,7 +6,8 @@
 // From the root down, members are the same by their key. Items are the same where their address and
 // value are, then where their value is in a longest common subsequence, then where their value is
 // at all, and else by their address and their neighbours. What is left over is sought in the whole
-// document by its value, and containers by their children's addresses: it was moved or renamed.
+// document by its value, and containers by their children: it was moved or renamed, and a container
+// may have been changed as well.
 // An address proves nothing by itself, for that of an element that is gone may be used again.
 
 #pragma once
@@ -115,6 +116,14 @@ private:
     void matchMoved();
     std::uint32_t movedFrom(std::uint32_t element) const;
     std::uint32_t ownerOfChildren(std::uint32_t element) const;
+    void listLostChildren();
+    std::uint64_t traceBefore(std::uint32_t value) const;
+    std::uint64_t traceNow(std::uint32_t element) const;
+    std::uint64_t keysBefore(std::uint32_t object) const;
+    std::uint64_t keysNow(std::uint32_t object) const;
+    std::uint32_t changedOnItsWay(std::uint32_t element) const;
+    bool hadMoreChildren(std::uint32_t value, std::size_t count) const;
+    std::uint32_t sharingMost(std::uint32_t element) const;
     bool mayHaveMoved(std::uint32_t value, std::uint32_t element) const;
     bool haveSameKey(std::uint32_t value, std::uint32_t element) const;
     bool isSameContainer(std::uint32_t value, std::uint32_t element) const;
@@ -129,6 +138,9 @@ private:
     std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;
+    std::unordered_map<std::uint64_t, Numbers> m_ownersByChild;  ///< lost containers
+    std::unordered_map<std::uint64_t, Numbers> m_lostByKeys;     ///< lost objects
+    std::unordered_map<std::uint64_t, std::size_t> m_addedByKeys;
 };
 
 }  // namespace ko::Orvid

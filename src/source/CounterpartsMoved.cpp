@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "source/ChildCursor.h"
 #include "source/Counterparts.h"
 #include "source/Token.h"
 
@@ -32,6 +33,7 @@ void Counterparts::matchMoved() {
             ++m_addedByHash[value.hash];
         }
     }
+    listLostChildren();
     for (std::uint32_t element = 0; element < m_new.size(); ++element) {
         if (m_new[element].counterpart == k_none) {
             const std::uint32_t value = movedFrom(element);
@@ -54,7 +56,7 @@ std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
     }
     const auto found = m_lostByHash.find(m_new[element].hash);
     if (found == m_lostByHash.end()) {
-        return k_none;
+        return isContainer(*m_new[element].element) ? changedOnItsWay(element) : k_none;
     }
     const Numbers& lost = found->second;
     const auto end =
@@ -62,6 +64,77 @@ std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
     const auto moved = std::find_if(
         lost.begin(), end, [&](std::uint32_t value) { return mayHaveMoved(value, element); });
     return moved == end ? k_none : *moved;
+}
+
+void Counterparts::listLostChildren() {
+    for (std::uint32_t value = 1; value < m_map.size(); ++value) {
+        const bool isLost = !isPaired(value) && m_map[value].element() != nullptr;
+        if (!isLost) {
+            continue;
+        }
+        if (!isPaired(m_old[value].parent)) {
+            Numbers& owners = m_ownersByChild[traceBefore(value)];
+            if (owners.size() < k_mostCandidates) {
+                owners.push_back(m_old[value].parent);
+            }
+        }
+        if (m_map.isObject(value) && m_map.hasChildren(value)) {
+            m_lostByKeys[keysBefore(value)].push_back(value);
+        }
+    }
+    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
+        if (m_new[element].counterpart == k_none && m_new[element].element->isObject()) {
+            ++m_addedByKeys[keysNow(element)];
+        }
+    }
+}
+
+/// The lost container that was changed as well: the one that shares most children, or else, of an
+/// object, the only one of the same keys.
+std::uint32_t Counterparts::changedOnItsWay(std::uint32_t element) const {
+    const std::uint32_t owner = sharingMost(element);
+    if (owner != k_none || !m_new[element].element->isObject()) {
+        return owner;
+    }
+    const std::uint64_t keys = keysNow(element);
+    const auto found = m_lostByKeys.find(keys);
+    const bool isOnly = found != m_lostByKeys.end() && found->second.size() == 1 &&
+                        m_addedByKeys.at(keys) == 1 && !isPaired(found->second.front());
+    return isOnly ? found->second.front() : k_none;
+}
+
+bool Counterparts::hadMoreChildren(std::uint32_t value, std::size_t count) const {
+    std::uint32_t child = value + 1;
+    while (count > 0 && child < m_map[value].next()) {
+        child = m_map[child].next();
+        --count;
+    }
+    return child < m_map[value].next();
+}
+
+/// Of the lost containers, none of which is there unchanged, the one that has most of the children,
+/// at least half of what either has.
+std::uint32_t Counterparts::sharingMost(std::uint32_t element) const {
+    const Numbers children = childrenNow(element);
+    std::unordered_map<std::uint32_t, std::size_t> shared;
+    for (const std::uint32_t child : children) {
+        const auto owners = m_ownersByChild.find(traceNow(child));
+        for (const std::uint32_t owner :
+             owners == m_ownersByChild.end() ? Numbers() : owners->second) {
+            ++shared[owner];
+        }
+    }
+    std::uint32_t best = k_none;
+    for (const auto& [owner, count] : shared) {
+        const bool isBetter =
+            best == k_none || count > shared[best] || (count == shared[best] && owner < best);
+        if (isBetter && 2 * count >= children.size() && !isPaired(owner) &&
+            isSameContainer(owner, element) && m_addedByHash.count(m_old[owner].hash) == 0 &&
+            !hadMoreChildren(owner, 2 * count)) {
+            best = owner;
+        }
+    }
+    return best;
 }
 
 /// The lost container that held the children of this one at the same addresses, at least half of

@@ -189,6 +189,51 @@ TEST(KeepsSource, takes_comments_along_with_a_value_that_moves) {
     });
 }
 
+/// A patch that gives a scalar in the container another value and moves the container to the end of
+/// the root; empty where that cannot be.
+std::string changeAndMove(const Dom& dom, const Element& container) {
+    std::vector<const Element*> children;
+    if (container.isObject()) {
+        for (const auto& member : container.object()) {
+            children.push_back(&member.second);
+        }
+    } else if (container.isArray()) {
+        for (const Element& item : container.array()) {
+            children.push_back(&item);
+        }
+    }
+    const auto scalar = std::find_if(children.begin(), children.end(), [](const Element* child) {
+        return !child->isObject() && !child->isArray();
+    });
+    if (children.size() < 2 || scalar == children.end()) {
+        return {};
+    }
+    return R"([{"op":"replace","path":")" + JsonPointer::of(**scalar).str() +
+           R"(","value":987},{"op":"move","from":")" + JsonPointer::of(container).str() +
+           R"(","path":")" + ((*dom).isObject() ? "/moved" : "/-") + R"("}])";
+}
+
+TEST(KeepsSource, takes_comments_along_with_a_container_that_is_changed_and_moved) {
+    unsigned count = 0;
+    forEachDocument([&](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            const std::string patch = changeAndMove(dom, elementAt(dom, value));
+            if (patch.empty()) {
+                continue;
+            }
+            ++count;
+            ko::Orvid::applyPatch(*dom, *Dom::parse(patch));
+            std::vector<int> expected = CommentedJson::commentsIn(subject.document.text);
+            std::vector<int> comments = CommentedJson::commentsIn(dom.text());
+            std::sort(expected.begin(), expected.end());
+            std::sort(comments.begin(), comments.end());
+            EXPECT_EQ(comments, expected) << patch << "\n" << dom.text();
+        }
+    });
+    EXPECT_GT(count, 200U);
+}
+
 TEST(KeepsSource, reads_back_as_the_tree_after_any_edits) {
     forEachDocument([](const Subject& subject) {
         Dom dom = subject.read();
