@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -107,6 +109,23 @@ TEST(set, refuses_a_malformed_path_as_misuse) {
               failed(2,
                      "path \"a[\": it ends where a key or an index is expected\n"
                      "a[\n  ^"));
+}
+
+/// What is put in is written by what it says, a number by its digits; what is there and says the
+/// same stays. It makes no difference whether a tree is needed for that.
+TEST(set, spells_what_it_puts_alike_in_every_way) {
+    const std::string text = "[\"\\u0061\",2,\"\\/\"]\n";
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"[1]=\"\\u0061\\/\"", "[\"\\u0061\",\"a/\",\"\\/\"]\n"},
+        {"[0]=\"a\"", text},
+        {"[2]=\"\\u002f\"", text},
+        {"[1]=2.50e+01", "[\"\\u0061\",2.50e+01,\"\\/\"]\n"},
+    };
+    for (const auto& [edit, expected] : cases) {
+        EXPECT_EQ(orvid({"set", edit}, text), printed(expected)) << edit;
+        EXPECT_EQ(orvid({"set", "--lines", edit}, text), printed(expected)) << edit;
+        EXPECT_EQ(orvid({"set", edit, "[1]=2", "[1]=2", edit}, text), printed(expected)) << edit;
+    }
 }
 
 TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
