@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "input/skipWhitespace.h"
 #include "output/Similar.h"
 
 namespace orvid_tool {
@@ -122,13 +123,6 @@ std::size_t afterString(std::string_view text, std::size_t begin) {
     return at < text.length() ? at + 1 : std::string_view::npos;
 }
 
-/// The place after the comment that begins there, or npos.
-std::size_t afterComment(std::string_view text, std::size_t begin) {
-    const bool isLine = text.substr(begin, 2) == "//";
-    const std::size_t end = isLine ? text.find('\n', begin) : text.find("*/", begin + 2);
-    return end == std::string_view::npos ? end : end + (isLine ? 1 : 2);
-}
-
 }  // namespace
 
 std::string slipHint(std::string_view text, std::size_t offset, std::string_view message) {
@@ -170,13 +164,14 @@ std::optional<SOpenPart> openPartOf(std::string_view text) {
             open.resize(open.size() - std::min<std::size_t>(open.size(), 1));
         } else if (c == '"') {
             next = afterString(text, at);
-        } else if (text.substr(at, 2) == "/*" || text.substr(at, 2) == "//") {
-            next = afterComment(text, at);
+        } else if (c == '/' && next < text.length()) {
+            const std::size_t end = commentEnd(text, at);
+            next = end == at ? std::string_view::npos : end;
         }
-        if (next == std::string_view::npos && (c == '"' || text.substr(at, 2) == "/*")) {
+        if (next == std::string_view::npos) {
             return SOpenPart{c == '"' ? "string" : "comment", at};
         }
-        at = next == std::string_view::npos ? next : text.find_first_of("\"/[]{}", next);
+        at = text.find_first_of("\"/[]{}", next);
     }
     if (open.empty() || text.find('\n', open.back()) == std::string_view::npos) {
         return std::nullopt;

@@ -6,9 +6,6 @@
 
 namespace orvid_tool {
 
-namespace {
-
-/// Where the comment that starts at `offset` ends; `offset` itself when none starts or ends there.
 std::size_t commentEnd(std::string_view text, std::size_t offset) {
     const bool isLine = text.compare(offset, 2, "//") == 0;
     const bool isBlock = text.compare(offset, 2, "/*") == 0;
@@ -22,8 +19,6 @@ std::size_t commentEnd(std::string_view text, std::size_t offset) {
     }
     return end + (isLine ? 1 : 2);
 }
-
-}  // namespace
 
 std::size_t skipWhitespace(std::string_view text, std::size_t offset) {
     constexpr const char* whitespace = " \t\r\n\v\f";
