@@ -18,6 +18,8 @@ build=build/command-bench
 out=build/bench
 orvid=$PWD/$build/tool/orvid
 records=$out/records-$megabytes.jsonl
+array=$out/array-$megabytes.json
+iso=/usr/share/iso-codes/json/iso_3166-2.json
 runs=${ORVID_BENCH_RUNS-21}
 line_runs=${ORVID_BENCH_LINE_RUNS-5}
 rows=0
@@ -29,6 +31,7 @@ prepare() {
     mkdir -p $out/command
     rm -f $out/command/*
     [ -s "$records" ] || make_records
+    [ -s "$array" ] || make_array
 }
 
 make_records() {
@@ -60,13 +63,33 @@ row() {
         "${names[@]}" "${commands[@]}" 2>&1 | grep -E 'Benchmark|Time|Warning'
 }
 
-# document FILE NAME ORVIDPATH JQPATH: print, get and set of one document.
+# The records as the items of one array, half as much again as them.
+make_array() {
+    {
+        printf '[\n'
+        cat "$records"
+        head -c "$((megabytes * 500000))" "$records" | sed '$d'
+    } | sed '2,$ { $!s/$/,/ }' >"$array.new"
+    printf ']\n' >>"$array.new"
+    mv "$array.new" "$array"
+}
+
+# document FILE NAME ORVIDPATH JQPATH: print, get, set and remove of one document.
 document() {
     local file=$1 name=$2 path=$3 jq=$4
     row "$runs" "print, $name" orvid "$orvid print --meta $file" jq "jq . $file" gojq "gojq . $file" \
         gron "gron $file" json.tool "python3 -m json.tool --no-ensure-ascii $file"
     row "$runs" "get, $name" orvid "$orvid get $path $file" jq "jq '$jq' $file" gojq "gojq '$jq' $file"
     row "$runs" "set, $name" orvid "$orvid set $path=1 $file" jq "jq '$jq=1' $file" gojq "gojq '$jq=1' $file"
+    row "$runs" "remove, $name" orvid "$orvid remove $path $file" jq "jq 'del($jq)' $file" gojq "gojq 'del($jq)' $file"
+}
+
+# Insertion of an item, the start of the command, and a check of a document that is not held.
+others() {
+    row "$runs" "insert, iso_3166-2" orvid "$orvid insert 3166-2[100]=1 $iso" \
+        jq "jq '.[\"3166-2\"] |= .[:100] + [1] + .[100:]' $iso" gojq "gojq '.[\"3166-2\"] |= .[:100] + [1] + .[100:]' $iso"
+    row "$runs" "start" orvid "$orvid --version"
+    row "$line_runs" "check, $((megabytes * 3 / 2)) MB" orvid "$orvid check $array" jq "jq empty $array" gojq "gojq empty $array"
 }
 
 # query FILE NAME QUERY FILTER: a query, beside the filter that writes the same.
@@ -90,7 +113,7 @@ prepare
 ORVID_BENCH_COMMIT=$(git describe --always --dirty --exclude '*')
 ORVID_BENCH_LOAD=$(cut -d ' ' -f 1 /proc/loadavg)
 export ORVID_BENCH_COMMIT ORVID_BENCH_LOAD
-document /usr/share/iso-codes/json/iso_3166-2.json iso_3166-2 '3166-2[100].name' '.["3166-2"][100].name'
+document $iso iso_3166-2 '3166-2[100].name' '.["3166-2"][100].name'
 if [ -d "${ORVID_CORPUS-}" ]; then
     document "$ORVID_CORPUS/canada.json" canada 'features[0].geometry.coordinates[5][3][1]' '.features[0].geometry.coordinates[5][3][1]'
     document "$ORVID_CORPUS/citm_catalog.json" citm_catalog 'performances[3].seatCategories[0].areas[1].areaId' '.performances[3].seatCategories[0].areas[1].areaId'
@@ -106,6 +129,7 @@ if [ -d "${ORVID_CORPUS-}" ]; then
     query "$ORVID_CORPUS/twitter.json" twitter '$.statuses[?@.retweet_count > 10].text' \
         '.statuses[] | select(.retweet_count > 10) | .text'
 fi
+others
 lines
 bench/command_table.py $out "$orvid"
 if [ -n "$publish" ]; then
