@@ -4,8 +4,10 @@
 
 #include <ko/Orvid/JsonLines.h>
 
+#include <ko/Orvid/Dom.h>
 #include <ko/Orvid/DomParser.h>
 #include <ko/Orvid/Exception.h>
+#include <ko/Orvid/Path.h>
 
 #include <istream>
 #include <limits>
@@ -31,8 +33,8 @@ bool isBlank(std::string_view line) {
 }  // namespace
 
 struct JsonLines::State {
-    State(std::istream& stream, const ReadOptions& options)
-        : in(stream), source(stream.rdbuf()), parser(whole(options)) {
+    State(std::istream& stream, const ReadOptions& lenient)
+        : in(stream), source(stream.rdbuf()), options(whole(lenient)), parser(options) {
         source.exceptions(std::ios_base::badbit);
     }
 
@@ -41,6 +43,7 @@ struct JsonLines::State {
 
     std::istream& in;
     std::istream source;  ///< the same text; throws where `in` would hide what has gone wrong
+    ReadOptions options;
     DomParser parser;
     std::string line;
     Element record;
@@ -72,6 +75,15 @@ bool JsonLines::State::readLine() {
 }
 
 namespace {
+
+/// Without a root where the line is faulty.
+Dom parsed(const std::string& line, const ReadOptions& options) {
+    try {
+        return Dom::parse(line, options);
+    } catch (const ParseException&) {
+        return Dom();
+    }
+}
 
 /// The error of a line as one of the whole text.
 ParseException inLine(ParseException error, unsigned long long number) {
@@ -108,5 +120,21 @@ Element* JsonLines::next() {
 }
 
 unsigned long long JsonLines::number() const noexcept { return m_state->number; }
+
+std::optional<SourcePlace> JsonLines::placeOf(const Path& path) const {
+    if (number() == 0 || isBlank(m_state->line)) {
+        return std::nullopt;
+    }
+    const Dom record = parsed(m_state->line, m_state->options);
+    const Element* const element =
+        record.root() == nullptr ? nullptr : Path::tryGetElement(path, *record);
+    std::optional<SourcePlace> place = element == nullptr ? std::nullopt : record.placeOf(*element);
+    if (place) {
+        const auto line = static_cast<std::size_t>(number());
+        place->line = line;
+        place->key.line = place->key.length == 0 ? 0 : line;
+    }
+    return place;
+}
 
 }  // namespace ko::Orvid

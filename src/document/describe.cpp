@@ -17,6 +17,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "document/syntaxHint.h"
 #include "text/NumberText.h"
 
 namespace ko::Orvid {
@@ -179,9 +180,10 @@ std::string describeParse(const ParseException& error) {
     }
     const std::string position = placeOf(error);
     const std::string* const path = error.elementPath();
+    const std::string hint = syntaxHint(error.message());
     return "The text has an error" + (position.empty() ? "" : " in " + position) +
            (path == nullptr ? "" : ", where " + elementText(*path) + " is read") + ": " +
-           sentence(trimmed(error.message()));
+           sentence(trimmed(error.message())) + (hint.empty() ? "" : " " + hint);
 }
 
 /// Whether the reason is what the cause says, which the cause reports itself.

@@ -6,6 +6,7 @@
 
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/Element.h>
+#include <ko/Orvid/JsonLines.h>
 
 #include <optional>
 
@@ -26,6 +27,14 @@ const Element* elementOf(const std::exception& error, const Dom& dom) {
     }
 }
 
+std::optional<SourcePlace> placeIn(const JsonLines& lines, const std::string& path) {
+    try {
+        return lines.placeOf(path);
+    } catch (const ParseException&) {
+        return std::nullopt;  // path text cannot express every key
+    }
+}
+
 }  // namespace
 
 std::string describe(const std::exception& error, const Dom& dom) {
@@ -38,6 +47,18 @@ std::string describe(const std::exception& error, const Dom& dom) {
     const std::string file = dom.file().empty() ? "" : dom.file() + ":";
     return file + std::to_string(position->line) + ":" + std::to_string(position->column) + ": " +
            describe(error);
+}
+
+std::string describe(const std::exception& error, const JsonLines& lines) {
+    const auto* const known = dynamic_cast<const Exception*>(&error);
+    const auto* const inText = dynamic_cast<const ParseException*>(&error);
+    const bool namesLine = inText != nullptr && inText->firstLine() >= 0;
+    if (known == nullptr || known->elementPath() == nullptr || namesLine) {
+        return describe(error);
+    }
+    const std::optional<SourcePlace> position = placeIn(lines, *known->elementPath());
+    return std::to_string(lines.number()) + ":" +
+           (position ? std::to_string(position->column) + ":" : "") + " " + describe(error);
 }
 
 }  // namespace ko::Orvid

@@ -15,6 +15,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <unordered_map>
@@ -155,6 +156,27 @@ const std::vector<Operation> k_conversions = {
              return *error.elementPath();
          }
          return std::string("nothing thrown");
+     }},
+    {"describe_in_a_stream_of_records", Leaves::everything,
+     [](Trees&) {
+         std::istringstream in(R"(["a text that is longer than what fits in place"])");
+         ko::Orvid::JsonLines lines(in);
+         try {
+             lines.next()->at(0U).to<int>();
+         } catch (const ko::Orvid::Exception& error) {
+             return describe(error, lines);
+         }
+         return std::string("nothing thrown");
+     }},
+    {"read_for_a_query", Leaves::everything,
+     [](Trees&) {
+         const ko::Orvid::JsonPath query("$[?@.a]['a name that is not held in place', 'b']");
+         return serialize(parseFor(query, R"([{"a":1,"b":"a text that is not held in place"}])"));
+     }},
+    {"steps_of_a_path", Leaves::everything,
+     [](Trees&) {
+         const auto steps = ko::Orvid::Path("a name that is not held in place[2].b").steps();
+         return *steps.front().key + std::to_string(steps.size());
      }},
     {"to_without_a_field", Leaves::everything,
      [](Trees& trees) {

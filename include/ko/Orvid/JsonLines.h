@@ -7,11 +7,13 @@
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/ReadOptions.h>
+#include <ko/Orvid/SourcePlace.h>
 
 #include <cstddef>
 #include <iosfwd>
 #include <iterator>
 #include <memory>
+#include <optional>
 
 namespace ko::Orvid {
 
@@ -41,6 +43,11 @@ public:
     Element* next();
     /// The 1-based number of the line that was read last; 0 before the first one.
     unsigned long long number() const noexcept;
+    /// Where the element with that path in the record that was read last stood in the stream: on
+    /// the line number(), with offsets and columns in that line. Nothing where there was no such
+    /// element, and before the first record. Parses the line again. Throws ParseException for a
+    /// malformed path.
+    std::optional<SourcePlace> placeOf(const Path& path) const;
 
     /// Reads the next record. Throws as next().
     iterator begin();

@@ -29,4 +29,9 @@ KO_API std::string describe(const std::exception& error);
 /// Dom::placeOf() besides.
 KO_API std::string describe(const std::exception& error, const Dom& dom);
 
+/// The same of an error that concerns an element of the record that `lines` has read last, after
+/// the place in the stream: `17:9: `. A ParseException of `lines` names its line itself. Costs
+/// JsonLines::placeOf() besides.
+KO_API std::string describe(const std::exception& error, const JsonLines& lines);
+
 }  // namespace ko::Orvid

@@ -10,8 +10,11 @@
 #include <ko/Orvid.h>
 
 #include <new>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/Document.h"
 #include "support/GroupingLocale.h"
@@ -126,6 +129,34 @@ TEST(Describe, names_the_place_and_the_element_of_faulty_text) {
     EXPECT_EQ(describe(ParseException("bad", -1, -1, -1, -1)), "The text has an error: Bad.");
 }
 
+TEST(Describe, hints_at_the_rule_that_faulty_text_overlooks) {
+    const auto endsSo = [](const std::string& text, const std::string& end) {
+        return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+    };
+    const std::string words =
+        " The only words of JSON are true, false and null, in small letters; "
+        "all other text stands in double quotes.";
+    const std::string quotes = " Strings and keys stand in double quotes.";
+    const std::string zero = " A comma is missing, or a number begins with a 0 that is too much.";
+    const std::string digit = " A number begins with a digit, or with \"-\" and a digit.";
+    const std::pair<const char*, std::string> cases[] = {
+        {"[nul]", words}, {"[True]", words}, {"[NaN]", words}, {"['a']", quotes},
+        {"[01]", zero},   {"[+1]", digit},   {"[.5]", digit}};
+    for (const auto& [text, hint] : cases) {
+        const std::string strict = sentenceOf([&, t = text] { ko::Orvid::parse(t); });
+        EXPECT_TRUE(endsSo(strict, hint)) << strict;
+        Element root;
+        const std::string lenient =
+            sentenceOf([&, t = text] { ko::Orvid::DomParser().parse(root, std::string(t)); });
+        EXPECT_TRUE(endsSo(lenient, hint)) << lenient;
+    }
+    EXPECT_TRUE(endsSo(sentenceOf([] { ko::Orvid::parse("{a:1}"); }), quotes));
+    for (const char* const text : {"[1,]", "[\"a\" \"b\"]", "[-]", "[1", "[1] 2", "[\"\\x\"]"}) {
+        const std::string sentence = sentenceOf([&] { ko::Orvid::parse(text); });
+        EXPECT_EQ(sentence.find(". "), std::string::npos) << sentence;
+    }
+}
+
 template<class T>
 std::string readingOf(const char* number) {
     return sentenceOf([&] {
@@ -212,6 +243,29 @@ TEST(Describe, says_where_the_element_stands_in_its_file) {
     EXPECT_EQ(describe(std::runtime_error("x"), parsed), describe(std::runtime_error("x")));
     EXPECT_EQ(describe(Exception("x", loaded.root()), Dom()),
               describe(Exception("x", loaded.root())));
+}
+
+TEST(Describe, says_where_the_element_stands_in_a_stream_of_records) {
+    std::istringstream in("{\"a\": 1}\n\n{\"b\": 2, \"a\": \"x\"}\n[1]\n{\"a\": }\n");
+    ko::Orvid::JsonLines lines(in);
+    std::vector<std::string> described;
+    for (;;) {
+        try {
+            for (const Element& record : lines) {
+                static_cast<void>(record.at("a").to<int>());
+            }
+            break;
+        } catch (const std::exception& error) {
+            described.push_back(describe(error, lines));
+        }
+    }
+    ASSERT_EQ(described.size(), 3U);
+    EXPECT_EQ(described[0], "3:15: The element \"a\" is a string, but should be a number.");
+    EXPECT_EQ(described[1], "4:1: The root is an array, but should be an object.");
+    EXPECT_EQ(described[2],
+              "The text has an error in line 5, column 7, where the element \"a\" is "
+              "read: Unexpected '}': expected a value.");
+    EXPECT_EQ(describe(std::runtime_error("other"), lines), "Other.");
 }
 
 TEST(Describe, goes_on_with_the_causes) {
