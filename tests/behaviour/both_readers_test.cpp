@@ -103,6 +103,27 @@ constexpr std::size_t k_offsetStep = __has_feature(address_sanitizer) ? 9 : 1;
 constexpr std::size_t k_offsetStep = 1;
 #endif
 
+/// `size` members, of which every seventh has the key of an early one.
+std::string wideObject(std::size_t size, const std::string& value) {
+    std::string text = "{";
+    for (std::size_t i = 0; i < size; ++i) {
+        text += (i == 0 ? "\"" : ",\"") + std::to_string(i % 7 == 6 ? i / 3 : i) + "\":" + value;
+    }
+    return text + "}";
+}
+
+TEST(BothReaders, agree_on_wide_objects_with_repeated_keys) {
+    for (const std::size_t size : {60U, 64U, 70U, 200U}) {
+        const std::string text = wideObject(size, "[1]");
+        for (const std::size_t piece : {100000U, 300U}) {
+            EXPECT_EQ(readersDiffer(ReadOptions(), cut(text, piece), "1"), "") << size;
+            EXPECT_EQ(readersDiffer(ReadOptions::strict(), cut(text, piece), "1"), "") << size;
+        }
+    }
+    const std::string nested = wideObject(67, wideObject(66, "1"));
+    EXPECT_EQ(readersDiffer(ReadOptions(), {nested}, ""), "");
+}
+
 TEST(BothReaders, agree_wherever_a_byte_is_wrong) {
     const std::string text = "{\"k\": [1, -2.5e3, true], \"\\u0062\" :/*c*/ \"d\", \"n\" :null }";
     const std::string bytes = std::string(1, '\0') + " \n\v\"\\/*{}[]:,0-.eu\xC3";
