@@ -242,8 +242,14 @@ void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
 /// its pieces took. YAJL's reader begins with the piece, as if they had been read one by one, of
 /// the token that it decides about. Returns false where the buffer has nothing, or YAJL reads.
 bool DomParser::readArea(std::streambuf& buffer) {
+    if (m_parser != nullptr || !m_reading->isLenient || m_reading->isBroken) {
+        return false;
+    }
+    if (GetArea::of(buffer).empty()) {
+        GetArea::fetch(buffer);
+    }
     const std::string_view area = GetArea::of(buffer).substr(0, k_longestArea);
-    if (area.empty() || m_parser != nullptr || !m_reading->isLenient || m_reading->isBroken) {
+    if (area.empty()) {
         return false;
     }
     GetArea::move(buffer, static_cast<int>(area.size()));
