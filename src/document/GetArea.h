@@ -20,8 +20,8 @@ public:
         return next == nullptr ? std::string_view()
                                : std::string_view(next, static_cast<std::size_t>(end - next));
     }
-    /// Fills the area again, if that needs no waiting and is the buffer's way. What goes wrong shows
-    /// when the stream reads.
+    /// Fills the area again, if that needs no waiting and is the buffer's way. What goes wrong
+    /// shows when the stream reads.
     static void fetch(std::streambuf& buffer) noexcept {
         try {
             if (buffer.in_avail() > 0) {
