@@ -136,7 +136,8 @@ TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
                      "     ^"));
     EXPECT_EQ(orvid({"set", "a", "\"x"}, k_document),
               failed(2,
-                     "JSON:1:3: at (root): The text ends before the document is complete\n"
+                     "JSON:1:3: at (root): The text ends before the document is complete (the "
+                     "string that begins at 1:1 is not closed)\n"
                      "\"x\n"
                      "  ^"));
     EXPECT_EQ(orvid({"set", "a", "[1] 2"}, k_document),

@@ -55,6 +55,13 @@ TEST(slip_hint, says_what_was_meant) {
     }
 }
 
+TEST(slip_hint, names_only_the_column_in_a_record) {
+    EXPECT_EQ(
+        orvid({"print", "--lines"}, "1\n \"x\n").err,
+        "orvid: (standard input):2:4: at (root): The text ends before the document is complete "
+        "(the string that begins at column 2 is not closed)\n");
+}
+
 TEST(slip_hint, is_absent_where_nothing_is_known) {
     for (const std::string text :
          {"[1 2]", "[100 1]", "[1.0.1]", "[1+1]", "[tru]", "[\"a\" b]", "[-]", "[1 x]", "[2010 1]",

@@ -50,15 +50,16 @@ std::size_t offsetOf(std::string_view text, int line, int column) {
     return offset + static_cast<std::size_t>(column) - 1;
 }
 
-/// What the text leaves open; `line` is that of the text's first line.
-std::string openHintOf(std::string_view text, std::size_t line) {
-    const std::optional<SOpenPart> part = openPartOf(text);
+/// What the text leaves open. The line of a record is not known before the batches ahead of it are
+/// counted, and needless, as it has only one.
+std::string openHintOf(std::string_view text, bool isRecord) {
+    const std::optional<OpenPart> part = openPartOf(text);
     if (!part) {
         return "";
     }
     const std::string_view before = text.substr(0, part->offset);
     const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-    return openHint(*part, line + lines, part->offset - (before.rfind('\n') + 1) + 1);
+    return openHint(*part, isRecord ? 0 : lines + 1, part->offset - (before.rfind('\n') + 1) + 1);
 }
 
 std::size_t numberOf(int lineOrColumn) {
@@ -86,7 +87,7 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
     if (error.firstLine() > 0 && error.firstColumn() > 0) {
         message +=
             endsWith(message, k_endsEarly)
-                ? openHintOf(text, at.line - numberOf(error.firstLine()) + 1)
+                ? openHintOf(text, location.line != 0)
                 : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()), message);
     }
     if (isShown && at.line > 1 && at.column == 1 && endsWith(message, k_isComplete)) {

@@ -152,7 +152,7 @@ std::string slipHint(std::string_view text, std::size_t offset, std::string_view
                : number;
 }
 
-std::optional<SOpenPart> openPartOf(std::string_view text) {
+std::optional<OpenPart> openPartOf(std::string_view text) {
     std::vector<std::size_t> open;
     std::size_t at = text.find_first_of("\"/[]{}");
     while (at < text.length()) {
@@ -169,19 +169,20 @@ std::optional<SOpenPart> openPartOf(std::string_view text) {
             next = end == at ? std::string_view::npos : end;
         }
         if (next == std::string_view::npos) {
-            return SOpenPart{c == '"' ? "string" : "comment", at};
+            return OpenPart{c == '"' ? "string" : "comment", at};
         }
         at = text.find_first_of("\"/[]{}", next);
     }
     if (open.empty() || text.find('\n', open.back()) == std::string_view::npos) {
         return std::nullopt;
     }
-    return SOpenPart{text[open.back()] == '[' ? "array" : "object", open.back()};
+    return OpenPart{text[open.back()] == '[' ? "array" : "object", open.back()};
 }
 
-std::string openHint(const SOpenPart& part, std::size_t line, std::size_t column) {
-    return std::string(" (the ") + part.name + " that begins at " + std::to_string(line) + ":" +
-           std::to_string(column) + " is not closed)";
+std::string openHint(const OpenPart& part, std::size_t line, std::size_t column) {
+    const std::string where = line == 0 ? "column " : std::to_string(line) + ":";
+    return std::string(" (the ") + part.name + " that begins at " + where + std::to_string(column) +
+           " is not closed)";
 }
 
 }  // namespace orvid_tool

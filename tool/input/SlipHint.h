@@ -23,16 +23,17 @@ inline constexpr const char* k_severalValues =
 std::string slipHint(std::string_view text, std::size_t offset, std::string_view message);
 
 /// What a text leaves open at its end.
-struct SOpenPart {
+struct OpenPart {
     const char* name;    ///< "string", "array" ...
     std::size_t offset;  ///< of its first byte
 };
 
 /// The innermost part of the text that its end leaves open; nothing where it has none, and where
 /// that is an array or an object of the last line, which the excerpt shows.
-std::optional<SOpenPart> openPartOf(std::string_view text);
+std::optional<OpenPart> openPartOf(std::string_view text);
 
-/// The same as the end of a message, ` (the string that begins at LINE:COLUMN is not closed)`.
-std::string openHint(const SOpenPart& part, std::size_t line, std::size_t column);
+/// The same as the end of a message, ` (the string that begins at LINE:COLUMN is not closed)`, or
+/// `column COLUMN` for line 0.
+std::string openHint(const OpenPart& part, std::size_t line, std::size_t column);
 
 }  // namespace orvid_tool

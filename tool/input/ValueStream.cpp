@@ -253,7 +253,7 @@ std::string ValueStream::hint(const ko::Orvid::TextError& error, std::uint64_t o
         return slipHint(m_buffer, static_cast<std::size_t>(m_root + error.begin - m_start),
                         error.message);
     }
-    const std::optional<SOpenPart> part = openPartOf(from(open));
+    const std::optional<OpenPart> part = openPartOf(from(open));
     if (!part) {
         return "";
     }

@@ -24,12 +24,12 @@ constexpr std::size_t k_none = static_cast<std::size_t>(-1);
 
 /// A place in the document between two operations, and of the places below it those that an
 /// operation has come by.
-struct SNode {
+struct Node {
     const Element* before;           ///< the element of the first document; null for a new one
     std::size_t operation = k_none;  ///< the one that put it here
-    std::map<std::string, SNode*> members;
-    std::vector<SNode*> items;  ///< of an array
-    bool hasItems = false;      ///< whether they are noted
+    std::map<std::string, Node*> members;
+    std::vector<Node*> items;  ///< of an array
+    bool hasItems = false;     ///< whether they are noted
 };
 
 class Follower {
@@ -41,7 +41,7 @@ public:
         const std::string kind = operation.at("op").string();
         const JsonPointer pointer(operation.at("path").string());
         const std::vector<std::string>& steps = pointer.steps();
-        SNode*& target = kind == "add" ? opened(steps) : reached(steps);
+        Node*& target = kind == "add" ? opened(steps) : reached(steps);
         const Element* const gone = kind == "add" ? nullptr : target->before;
         if (kind == "remove") {
             close(steps);
@@ -55,7 +55,7 @@ public:
     /// What each operation has put into the document that all of them led to; null for the others.
     std::vector<const Element*> added(const Element& to, std::size_t count) const {
         std::vector<const Element*> result(count);
-        std::vector<std::pair<const SNode*, const Element*>> open{{m_root, &to}};
+        std::vector<std::pair<const Node*, const Element*>> open{{m_root, &to}};
         while (!open.empty()) {
             const auto [pointer, now] = open.back();
             open.pop_back();
@@ -73,14 +73,14 @@ public:
     }
 
 private:
-    SNode& node(const Element& before) {
+    Node& node(const Element& before) {
         m_nodes.push_back({&before, k_none, {}, {}, false});
         return m_nodes.back();
     }
 
-    SNode*& child(SNode& holder, const std::string& step) {
+    Node*& child(Node& holder, const std::string& step) {
         if (holder.before->isObject()) {
-            SNode*& member = holder.members[step];
+            Node*& member = holder.members[step];
             if (member == nullptr) {
                 member = &node(holder.before->object().find(step)->second);
             }
@@ -89,7 +89,7 @@ private:
         return itemsOf(holder)[std::stoul(step)];
     }
 
-    std::vector<SNode*>& itemsOf(SNode& holder) {
+    std::vector<Node*>& itemsOf(Node& holder) {
         if (!holder.hasItems) {
             holder.hasItems = true;
             for (const Element& item : holder.before->array()) {
@@ -99,21 +99,21 @@ private:
         return holder.items;
     }
 
-    SNode*& reached(const std::vector<std::string>& steps) {
-        SNode** pointer = &m_root;
+    Node*& reached(const std::vector<std::string>& steps) {
+        Node** pointer = &m_root;
         for (const std::string& step : steps) {
             pointer = &child(**pointer, step);
         }
         return *pointer;
     }
 
-    SNode& holderOf(const std::vector<std::string>& steps) {
+    Node& holderOf(const std::vector<std::string>& steps) {
         return *reached({steps.begin(), steps.end() - 1});
     }
 
     /// A new place, after those of the items before it.
-    SNode*& opened(const std::vector<std::string>& steps) {
-        SNode& holder = holderOf(steps);
+    Node*& opened(const std::vector<std::string>& steps) {
+        Node& holder = holderOf(steps);
         if (holder.before->isObject()) {
             return holder.members[steps.back()];
         }
@@ -123,7 +123,7 @@ private:
     }
 
     void close(const std::vector<std::string>& steps) {
-        SNode& holder = holderOf(steps);
+        Node& holder = holderOf(steps);
         if (holder.before->isObject()) {
             holder.members.erase(steps.back());
             return;
@@ -132,9 +132,8 @@ private:
         items.erase(items.begin() + static_cast<std::ptrdiff_t>(std::stoul(steps.back())));
     }
 
-    std::deque<SNode>
-        m_nodes;  ///< which no depth makes recursive, as owners of each other would be
-    SNode* m_root;
+    std::deque<Node> m_nodes;  ///< which no depth makes recursive, as owners of each other would be
+    Node* m_root;
 };
 
 /// The pointer where a path cannot express the place.
