@@ -64,10 +64,10 @@ private:
         for (std::size_t size = array.size(); size != 0;) {
             const auto items = Place::stretchAt(array, size - 1);
             for (; size != items.begin; --size) {
-                Element& item = items.first[size - 1 - items.begin];
-                if (!release(item.data(), isEntered)) {
+                Element* const item = items.first + (size - 1 - items.begin);
+                if (!release(item->data(), isEntered)) {
                     Place::shorten(array, size);
-                    return &item;
+                    return item;
                 }
             }
         }
