@@ -41,7 +41,11 @@ public:
     std::optional<WriteError> run(const Element& root) {
         const Element* element = &root;
         while (element != nullptr) {
-            if (const char* const error = writeErrorOf(*element)) {
+            const char* error = writeErrorOf(*element);
+            if (error == nullptr && element != &root && !isText(element->memberKey())) {
+                error = "The key is no valid UTF-8";
+            }
+            if (error != nullptr) {
                 return WriteError{error, element};
             }
             open(*element);
@@ -59,9 +63,6 @@ private:
         NumberBuffer buffer;
         if (element.isNumber() && !text::isNumber(element.number().textIn(buffer))) {
             return "The number is none that JSON can express";
-        }
-        if (!isText(element.memberKey())) {
-            return "The key is no valid UTF-8";
         }
         return element.isString() && !isText(element.string()) ? "The string is no valid UTF-8"
                                                                : nullptr;

@@ -161,8 +161,9 @@ TEST(options_of_lines, need_lines) {
 TEST(options, that_need_no_value_take_none) {
     for (const std::string word : {"--compact=no", "--lines=3", "-c=1", "--tab="}) {
         const std::string name = word.substr(0, word.find('='));
-        EXPECT_EQ(orvid({"print", word}, "1"), failed(2, name + " takes no value: write " + name +
-                                                             " alone; see orvid print --help"));
+        EXPECT_EQ(
+            orvid({"print", word}, "1"),
+            failed(2, "no value goes with " + name + ": write it alone; see orvid print --help"));
     }
 }
 

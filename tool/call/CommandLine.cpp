@@ -182,7 +182,7 @@ struct CommandLine::Impl {
                 continue;
             }
             if (option->get_disable_flag_override()) {
-                throw UsageError(name + " takes no value: write " + name + " alone");
+                throw UsageError("no value goes with " + name + ": write it alone");
             }
             if (word[1] != '-') {
                 throw UsageError("write " + name + " " + word.substr(mark + 1) + ", without =");

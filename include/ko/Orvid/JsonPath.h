@@ -103,7 +103,7 @@ public:
     /// Throws std::bad_alloc, when some may have been changed.
     std::size_t update(Element& root, const Element& value) const;
     /// The same of a value that converts (see Element::set()).
-    std::size_t update(Element& root, detail::Converted value) const {
+    std::size_t update(Element& root, const detail::Converted& value) const {
         return update(root, value.element);
     }
     /// Calls `change` with each match: those that lie deeper first, otherwise in the order of the

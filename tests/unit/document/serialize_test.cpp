@@ -120,4 +120,11 @@ TEST(serialize, does_not_look_at_what_it_leaves_out) {
     EXPECT_THROW(serialize(root), Exception);
 }
 
+TEST(serialize, does_not_look_at_the_key_of_the_member_that_it_begins_with) {
+    Element whole = parse("{}");
+    whole.object().insert({"k\xC3", Element("text")});
+    EXPECT_EQ(serialize(whole.object().begin()->second), "\"text\"");
+    EXPECT_THROW(serialize(whole), Exception);
+}
+
 }  // namespace
