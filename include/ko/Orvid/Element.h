@@ -346,6 +346,13 @@ private:
     std::uintptr_t m_step = 0;                   ///< see detail::isItem()
 };
 
-}  // namespace ko::Orvid
+/// What an operation takes besides an Element: a value of any type that converts.
+class detail::Converted {
+public:
+    template<class T, IfConverted<T> = 0>
+    Converted(const T& value) : element(Element::from(value)) {}
 
-#include <ko/Orvid/detail/Converted.h>
+    Element element;
+};
+
+}  // namespace ko::Orvid

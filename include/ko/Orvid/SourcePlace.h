@@ -13,8 +13,8 @@ struct SourceSpan {
     std::size_t offset = 0;  ///< of the first byte in the whole text, from 0
     std::size_t length = 0;  ///< in bytes
     std::size_t line = 0;    ///< of the first byte, from 1
-    /// Of the first byte in its line, in bytes from 1. A byte order mark counts in offsets alone, as
-    /// in an editor, and as in the errors of a text.
+    /// Of the first byte in its line, in bytes from 1. A byte order mark counts in offsets alone,
+    /// as in an editor, and as in the errors of a text.
     std::size_t column = 0;
 };
 
