@@ -199,11 +199,29 @@ std::string GapMaker::lead(const Frame& frame, const Sides& sides) {
     }
     const Gap own = gapBefore(item.before);
     if (isHere(frame, item) && isFirst == (positionOf(item) == 0)) {
-        return frame.reindent.apply(own.lead);
+        const Text left = breakLeft(frame, sides);
+        return frame.reindent.apply(left.empty() ? Text(own.lead) : leadAfter(left, own.lead));
     }
     const Text usual = usualBreak(frame, isFirst);
     const std::string indent = hasNewline(usual) ? std::string(indentOf(usual)) : frame.itemIndent;
     return leadAfter(usual, reindentOf(frame, item, indent).apply(own.lead));
+}
+
+/// The line break before the first on the line of the right neighbour, where those before it on
+/// that line are gone: it stays, and so do the lines. Empty where there is none.
+std::string GapMaker::breakLeft(const Frame& frame, const Sides& sides) const {
+    const bool mayBeLeft =
+        sides.left != nullptr && staysHere(frame, *sides.left) && staysHere(frame, *sides.right);
+    if (!mayBeLeft || hasNewline(siblingGapText(frame, positionOf(*sides.right)))) {
+        return {};
+    }
+    const std::size_t first = positionOf(*sides.left) + 1;
+    for (std::size_t number = positionOf(*sides.right); number-- > first;) {
+        if (hasNewline(siblingGapText(frame, number))) {
+            return breakOf(siblingGap(frame, number).lead);
+        }
+    }
+    return {};
 }
 
 std::string GapMaker::closingLead(const Frame& frame) {

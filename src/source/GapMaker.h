@@ -50,6 +50,7 @@ private:
     Text tail(const Frame& frame, const Sides& sides) const;
     Text lines(const Frame& frame, const Sides& sides) const;
     Text lead(const Frame& frame, const Sides& sides);
+    Text breakLeft(const Frame& frame, const Sides& sides) const;
     Text closingLead(const Frame& frame);
     void placeComma(const Frame& frame, const Sides& sides, Text& tail, Text& lead, bool isOneLine);
     Text usualBreak(const Frame& frame, bool isFirst);

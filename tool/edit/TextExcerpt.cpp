@@ -118,6 +118,18 @@ struct SLevel {
     LastChildren held;
 };
 
+/// Whether what stands between two tokens holds a line break outside comments, as the library looks
+/// for one; that after a line comment is one.
+bool breaksLine(std::string_view gap) {
+    std::size_t at = gap.find_first_of("/\n");
+    while (at != std::string_view::npos && gap[at] == '/') {
+        const bool isBlock = gap.substr(at, 2) == "/*";
+        at = isBlock ? gap.find("*/", at + 2) : gap.find('\n', at);
+        at = gap.find_first_of("/\n", isBlock && at != std::string_view::npos ? at + 2 : at);
+    }
+    return at != std::string_view::npos;
+}
+
 /// How the first line of the text ends, in which the library looks for line breaks.
 bool hasCarriageReturn(std::string_view text) {
     const std::size_t newline = text.find('\n');
@@ -252,7 +264,7 @@ private:
         const std::size_t value = offset(location.begin);
         m_child = {level.lastEnd, level.isArray ? value : offset(m_key.begin), value, 0, 0, 0,
                    false};
-        m_child.breaksLine = part(m_child.gap, m_child.begin).find('\n') != std::string_view::npos;
+        m_child.breaksLine = breaksLine(part(m_child.gap, m_child.begin));
         m_isOnWay = level.isOnWay && m_phase == Phase::before && isNext(level);
         m_isNeeded = m_isOnWay || m_phase == Phase::behind || level.count < 2 || isCommented();
         if (level.count++ == 0) {
@@ -399,8 +411,7 @@ private:
 
     /// The library looks for the indent of the line on which a container of many lines begins.
     void checkLine(const SLevel& level, std::string_view closingGap) {
-        const bool isManyLine =
-            level.breaksLines || closingGap.find('\n') != std::string_view::npos;
+        const bool isManyLine = level.breaksLines || breaksLine(closingGap);
         const std::size_t mark = m_mark.size();
         if (isManyLine && isFarInLine(m_text, level.self.value, mark) !=
                               isFarInLine(m_result.text, level.bracket, mark)) {

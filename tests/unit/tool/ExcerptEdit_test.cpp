@@ -215,6 +215,52 @@ TEST(ExcerptEdit, leaves_containers_out_beyond_the_first_few_thousand) {
     EXPECT_GE(count.made * 2, count.all);  // some lines are too long
 }
 
+/// Children in rows, with comments of one line and of several before and behind some commas.
+std::string makeRows(const Choice& choose, bool isObject) {
+    const std::vector<std::string> rows{"\n  ", "\n\t", "\r\n    ", "\n"};
+    const std::vector<std::string> comments{"//\n", "// c\n  ", "/*\n*/", "/* c */",
+                                            "/*/\n *//**/"};
+    const auto comment = [&] { return choose(6) == 0 ? comments[choose(5)] : ""; };
+    std::string text(1, isObject ? '{' : '[');
+    for (unsigned i = 0, count = 3 + choose(isObject ? 150 : 30); i < count; ++i) {
+        text += i == 0 ? "" : comment() + "," + comment();
+        text += choose(12) == 0 ? rows[choose(4)] : "";
+        text += (isObject ? "\"k" + std::to_string(i) + "\":" : "") + std::to_string(i);
+    }
+    return text + comment() + (isObject ? '}' : ']');
+}
+
+TEST(ExcerptEdit, removes_from_rows_as_the_whole_does) {
+    Count count;
+    for (unsigned seed = 0; seed < 300 && !testing::Test::HasFatalFailure(); ++seed) {
+        const RandomChoices random(seed);
+        const bool isObject = random.choose(2) == 0;
+        const std::string text = makeRows(random.choose, isObject);
+        const auto size = static_cast<unsigned>((*Dom::parse(text)).size());
+        for (unsigned i = 0; i < 12 && !testing::Test::HasFatalFailure(); ++i) {
+            const std::string child = std::to_string(random.choose(size));
+            const PlaceEdit kind = random.choose(4) == 0 ? PlaceEdit::set : PlaceEdit::remove;
+            expectSame(text, {kind, isObject ? "k" + child : "[" + child + "]", "[7]"}, count);
+        }
+    }
+    EXPECT_GE(count.made * 10, count.all * 9);
+}
+
+void expectSameWithout(const std::string& text, const std::string& path) {
+    Count count;
+    expectSame(text, {PlaceEdit::remove, path, "0"}, count);
+    EXPECT_EQ(count.made, 1U) << text;
+}
+
+TEST(ExcerptEdit, keeps_the_indent_below_a_comment_before_a_comma) {
+    std::string many;
+    for (int i = 0; i < 80; ++i) {
+        many += ",\"k" + std::to_string(i) + "\":1";
+    }
+    expectSameWithout("[1,2,\n    3,4//\n,5,6]", "[4]");
+    expectSameWithout("{\"z\":0,\"x\":0,\n    \"y\":1" + many + "//\n,\"p\":1,\"q\":2}", "p");
+}
+
 TEST(ExcerptEdit, is_short_for_a_long_text) {
     std::string text = "{\"all\": [1";
     for (int i = 0; i < 20000; ++i) {
