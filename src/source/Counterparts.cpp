@@ -63,6 +63,7 @@ Counterparts::Counterparts(const SourceMap& map, const Element& root, const std:
     pair(0, 0);
     matchAll();
     matchMoved();
+    pairReleased();
 }
 
 void Counterparts::listOld() {
@@ -233,7 +234,36 @@ void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
     m_old[value].counterpart = element;
     m_new[element].counterpart = value;
     if (isSameContainer(value, element)) {
+        pairContents(value, element);
+    }
+}
+
+void Counterparts::pairContents(std::uint32_t value, std::uint32_t element) {
+    if (m_old[value].contents == k_none && m_new[element].contents == k_none) {
+        m_old[value].contents = element;
+        m_new[element].contents = value;
         m_due.emplace_back(value, element);
+    }
+}
+
+/// Two containers in one place of which one was empty, or objects without a common key: one may
+/// have come from elsewhere, and the other gone there.
+void Counterparts::releaseContents(std::uint32_t value, std::uint32_t element) {
+    m_old[value].contents = k_none;
+    m_new[element].contents = k_none;
+    m_released.emplace_back(value, element);
+}
+
+/// What nobody had a better claim to.
+void Counterparts::pairReleased() {
+    for (std::size_t i = 0; i < m_released.size(); ++i) {
+        const auto [value, element] = m_released[i];
+        if (m_old[value].contents == k_none && m_new[element].contents == k_none) {
+            m_old[value].contents = element;
+            m_new[element].contents = value;
+            matchByHash(boundChildren(value), childrenNow(element));
+            matchAll();
+        }
     }
 }
 
@@ -252,8 +282,17 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
         for (std::size_t i = 0; i < now.size(); ++i) {
             pair(before[i], now[i]);
         }
+    } else if (before.empty()) {
+        releaseContents(value, element);
     } else if (m_map.isObject(value)) {
         matchMembers(before, now);
+        const bool isAnyHere = std::any_of(before.begin(), before.end(),
+                                           [&](std::uint32_t child) { return isPaired(child); });
+        if (isAnyHere) {
+            matchByHash(before, now);
+        } else {
+            releaseContents(value, element);
+        }
     } else {
         matchItems(before, now);
     }
@@ -270,7 +309,6 @@ void Counterparts::matchMembers(const Numbers& before, const Numbers& now) {
             pair(found->second, element);
         }
     }
-    matchByHash(before, now);
 }
 
 /// What is left over of both and has the same value, in order.

@@ -8,6 +8,8 @@
 // at all, and else by their address and their neighbours. What is left over is sought in the whole
 // document by its value, and containers by their children: it was moved or renamed, and a container
 // may have been changed as well.
+// What stands around a container and what stands in it are told apart: a member that was given a
+// container from elsewhere is still the member of that key, but has the contents of the other.
 // An address proves nothing by itself, for that of an element that is gone may be used again.
 
 #pragma once
@@ -34,6 +36,7 @@ struct OldValue {
     std::uint32_t parent = SourceMap::k_none;
     std::uint32_t position = 0;  ///< among its siblings in the text, from 0
     std::uint32_t counterpart = SourceMap::k_none;
+    std::uint32_t contents = SourceMap::k_none;  ///< the container that has its children now
 };
 
 /// An element of the tree, in the order in which a text would have them.
@@ -43,6 +46,7 @@ struct NewValue {
     std::uint32_t parent;
     std::uint32_t next;  ///< the first that neither is this one nor lies in it
     std::uint32_t counterpart = SourceMap::k_none;
+    std::uint32_t contents = SourceMap::k_none;  ///< the container that its children were in
 };
 
 class Counterparts {
@@ -83,6 +87,9 @@ private:
     std::uint64_t hashNewContainer(std::uint32_t element) const;
 
     void pair(std::uint32_t value, std::uint32_t element);
+    void pairContents(std::uint32_t value, std::uint32_t element);
+    void releaseContents(std::uint32_t value, std::uint32_t element);
+    void pairReleased();
     bool isPaired(std::uint32_t value) const {
         return m_old[value].counterpart != SourceMap::k_none;
     }
@@ -114,6 +121,9 @@ private:
     bool isSameKind(std::uint32_t value, std::uint32_t element) const;
 
     void matchMoved();
+    bool isLost(std::uint32_t value) const;
+    bool isAdded(std::uint32_t element) const;
+    bool mayBecome(std::uint32_t value, std::uint32_t element) const;
     std::uint32_t movedFrom(std::uint32_t element) const;
     std::uint32_t ownerOfChildren(std::uint32_t element) const;
     void listLostChildren();
@@ -135,6 +145,7 @@ private:
     std::vector<OldValue> m_old;
     std::vector<NewValue> m_new;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> m_released;
     std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;

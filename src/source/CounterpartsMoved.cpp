@@ -3,6 +3,7 @@
 // The search for values that stand in another container now.
 
 #include <algorithm>
+#include <tuple>
 
 #include "source/ChildCursor.h"
 #include "source/Counterparts.h"
@@ -18,9 +19,29 @@ constexpr std::size_t k_mostCandidates = 16;
 
 }  // namespace
 
+/// Whether it is not known what became of the value, or of its children.
+bool Counterparts::isLost(std::uint32_t value) const {
+    const bool isOpen =
+        !isPaired(value) || (m_map.hasChildren(value) && m_old[value].contents == k_none);
+    return isOpen && m_map[value].element() != nullptr;
+}
+
+/// Whether it is not known what the element was, or where its children were.
+bool Counterparts::isAdded(std::uint32_t element) const {
+    const NewValue& value = m_new[element];
+    return value.counterpart == k_none || (value.next > element + 1 && value.contents == k_none);
+}
+
+/// Whether neither is known: the value and the element, or the children of both.
+bool Counterparts::mayBecome(std::uint32_t value, std::uint32_t element) const {
+    const bool areLeft = !isPaired(value) && m_new[element].counterpart == k_none;
+    return m_old[value].contents == k_none && m_new[element].contents == k_none &&
+           (areLeft || (m_map.hasChildren(value) && isSameContainer(value, element)));
+}
+
 void Counterparts::matchMoved() {
     for (std::uint32_t value = 0; value < m_map.size(); ++value) {
-        if (!isPaired(value) && m_map[value].element() != nullptr) {
+        if (isLost(value)) {
             m_lostByAddress.emplace(m_map[value].element(), value);
             m_lostByHash[m_old[value].hash].push_back(value);
         }
@@ -28,19 +49,20 @@ void Counterparts::matchMoved() {
     if (m_lostByAddress.empty()) {
         return;
     }
-    for (const NewValue& value : m_new) {
-        if (value.counterpart == k_none) {
-            ++m_addedByHash[value.hash];
+    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
+        if (isAdded(element)) {
+            ++m_addedByHash[m_new[element].hash];
         }
     }
     listLostChildren();
     for (std::uint32_t element = 0; element < m_new.size(); ++element) {
-        if (m_new[element].counterpart == k_none) {
-            const std::uint32_t value = movedFrom(element);
-            if (value != k_none) {
-                pair(value, element);
-                matchAll();
+        const std::uint32_t value = isAdded(element) ? movedFrom(element) : k_none;
+        if (value != k_none) {
+            pair(value, element);
+            if (isSameContainer(value, element)) {
+                pairContents(value, element);
             }
+            matchAll();
         }
     }
 }
@@ -68,14 +90,15 @@ std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
 
 void Counterparts::listLostChildren() {
     for (std::uint32_t value = 1; value < m_map.size(); ++value) {
-        const bool isLost = !isPaired(value) && m_map[value].element() != nullptr;
-        if (!isLost) {
+        if (!isLost(value)) {
             continue;
         }
-        if (!isPaired(m_old[value].parent)) {
+        if (m_old[m_old[value].parent].contents == k_none) {
             Numbers& owners = m_ownersByChild[traceBefore(value)];
-            if (owners.size() < k_mostCandidates) {
-                owners.push_back(m_old[value].parent);
+            const std::uint32_t owner = m_old[value].parent;
+            if (owners.size() < k_mostCandidates &&
+                std::find(owners.begin(), owners.end(), owner) == owners.end()) {
+                owners.push_back(owner);
             }
         }
         if (m_map.isObject(value) && m_map.hasChildren(value)) {
@@ -83,7 +106,7 @@ void Counterparts::listLostChildren() {
         }
     }
     for (std::uint32_t element = 0; element < m_new.size(); ++element) {
-        if (m_new[element].counterpart == k_none && m_new[element].element->isObject()) {
+        if (isAdded(element) && m_new[element].element->isObject()) {
             ++m_addedByKeys[keysNow(element)];
         }
     }
@@ -99,7 +122,7 @@ std::uint32_t Counterparts::changedOnItsWay(std::uint32_t element) const {
     const std::uint64_t keys = keysNow(element);
     const auto found = m_lostByKeys.find(keys);
     const bool isOnly = found != m_lostByKeys.end() && found->second.size() == 1 &&
-                        m_addedByKeys.at(keys) == 1 && !isPaired(found->second.front());
+                        m_addedByKeys.at(keys) == 1 && mayBecome(found->second.front(), element);
     return isOnly ? found->second.front() : k_none;
 }
 
@@ -113,7 +136,7 @@ bool Counterparts::hadMoreChildren(std::uint32_t value, std::size_t count) const
 }
 
 /// Of the lost containers, none of which is there unchanged, the one that has most of the children,
-/// at least half of what either has.
+/// at least half of what either has; of several, one that had no more, and the first.
 std::uint32_t Counterparts::sharingMost(std::uint32_t element) const {
     const Numbers children = childrenNow(element);
     std::unordered_map<std::uint32_t, std::size_t> shared;
@@ -125,10 +148,12 @@ std::uint32_t Counterparts::sharingMost(std::uint32_t element) const {
         }
     }
     std::uint32_t best = k_none;
+    const auto rank = [&](std::uint32_t owner, std::size_t count) {
+        return std::make_tuple(count, !hadMoreChildren(owner, children.size()), k_none - owner);
+    };
     for (const auto& [owner, count] : shared) {
-        const bool isBetter =
-            best == k_none || count > shared[best] || (count == shared[best] && owner < best);
-        if (isBetter && 2 * count >= children.size() && !isPaired(owner) &&
+        const bool isBetter = best == k_none || rank(owner, count) > rank(best, shared[best]);
+        if (isBetter && 2 * count >= children.size() && mayBecome(owner, element) &&
             isSameContainer(owner, element) && m_addedByHash.count(m_old[owner].hash) == 0 &&
             !hadMoreChildren(owner, 2 * count)) {
             best = owner;
@@ -151,14 +176,14 @@ std::uint32_t Counterparts::ownerOfChildren(std::uint32_t element) const {
         owner = owner == k_none ? m_old[found->second].parent : owner;
         known += m_old[found->second].parent == owner ? 1U : 0U;
     }
-    const bool isOwner = owner != k_none && 2 * known >= children.size() && !isPaired(owner) &&
-                         isSameContainer(owner, element);
+    const bool isOwner = owner != k_none && 2 * known >= children.size() &&
+                         mayBecome(owner, element) && isSameContainer(owner, element);
     return isOwner ? owner : k_none;
 }
 
 /// Small values are everywhere: they must have kept their key, or be the only ones of their kind.
 bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) const {
-    if (isPaired(value) || m_old[value].hash != m_new[element].hash) {
+    if (!mayBecome(value, element) || m_old[value].hash != m_new[element].hash) {
         return false;
     }
     if (m_map.isContainer(value) && m_map.hasChildren(value)) {

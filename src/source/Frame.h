@@ -21,7 +21,7 @@ struct Item {
 };
 
 struct Frame {
-    Item self;                            ///< `before` is a container of the same type, or k_none
+    Item self;                            ///< `before` is what its children were in, or k_none
     std::vector<Item> items;              ///< as they are written
     std::vector<std::uint32_t> siblings;  ///< the children that the text has, in its order
     std::vector<bool> stays;              ///< which of these kept their order here

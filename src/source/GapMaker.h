@@ -28,6 +28,8 @@ public:
     /// How the text of the item that is expected changes when it is moved. Where it goes has the
     /// indent `indent`.
     Reindent reindentOf(const Frame& frame, const Item& item, const std::string& indent) const;
+    /// The indent of the line on which the value of the text begins.
+    std::string indentBefore(std::uint32_t value) const;
     /// The colon after a new key, with the whitespace around it.
     std::string colon(const Frame& frame);
     /// Whether the children of a container that has none in the text get lines of their own.
@@ -66,7 +68,6 @@ private:
     std::string_view siblingGapText(const Frame& frame, std::size_t number) const;
     Gap gapBefore(std::uint32_t value) const;
     Gap gapAfter(std::uint32_t value) const;
-    std::string indentBefore(std::uint32_t value) const;
     bool breaksLinesIn(const Frame& outer);
     bool holdsContainer(const Frame& frame) const;
 

@@ -132,7 +132,7 @@ void SourceWriter::writeValue(const Item& item, const std::string& indent,
     const NewValue& now = m_counterparts.now(item.now);
     const bool isContainer = now.element->isObject() || now.element->isArray();
     const bool wasRead = item.before != k_none;
-    if (wasRead && isContainer && item.before != 0 &&
+    if (wasRead && isContainer && item.before != 0 && item.before == now.contents &&
         m_counterparts.before(item.before).hash == now.hash &&
         isAsRead(m_map, item.before, *now.element)) {
         copy(m_map.text(item.before), reindent);
@@ -147,13 +147,15 @@ void SourceWriter::writeValue(const Item& item, const std::string& indent,
 
 void SourceWriter::open(const Item& item, const std::string& indent, const Reindent& reindent) {
     const EType type = m_counterparts.now(item.now).element->type();
-    const bool isKept =
-        item.before != k_none && typeOfToken(m_map.text(item.before).front()) == type;
+    const std::uint32_t contents = m_counterparts.now(item.now).contents;
     Frame frame{};
-    frame.self = {isKept ? item.before : k_none, item.now};
+    frame.self = {contents, item.now};
     frame.lineIndent = indent;
     frame.itemIndent = indent;
-    frame.reindent = isKept ? reindent : Reindent();
+    if (contents != k_none) {
+        frame.reindent =
+            contents == item.before ? reindent : Reindent{m_gaps.indentBefore(contents), indent};
+    }
     listItems(frame);
     frame.breaksLines = frame.siblings.empty() && !frame.items.empty() &&
                         m_gaps.breaksLines(frame, m_open.empty() ? nullptr : &m_open.back());

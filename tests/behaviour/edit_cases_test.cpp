@@ -101,7 +101,7 @@ TEST(EditCases, patches_of_texts_with_comments) {
 
 TEST(EditCases, edits_as_an_editor_makes_them) {
     const std::vector<EditCase> cases = casesOfLines("editor.cases");
-    EXPECT_EQ(cases.size(), 44U);
+    EXPECT_EQ(cases.size(), 49U);
     checkAll(cases);
 }
 

@@ -189,9 +189,9 @@ TEST(KeepsSource, takes_comments_along_with_a_value_that_moves) {
     });
 }
 
-/// A patch that gives a scalar in the container another value and moves the container to the end of
-/// the root; empty where that cannot be.
-std::string changeAndMove(const Dom& dom, const Element& container) {
+/// A patch that gives a scalar in the container another value and moves the container to the place
+/// `to`, or to the end of the root; empty where that cannot be.
+std::string changeAndMove(const Dom& dom, const Element& container, std::string to = {}) {
     std::vector<const Element*> children;
     if (container.isObject()) {
         for (const auto& member : container.object()) {
@@ -210,7 +210,11 @@ std::string changeAndMove(const Dom& dom, const Element& container) {
     }
     return R"([{"op":"replace","path":")" + JsonPointer::of(**scalar).str() +
            R"(","value":987},{"op":"move","from":")" + JsonPointer::of(container).str() +
-           R"(","path":")" + ((*dom).isObject() ? "/moved" : "/-") + R"("}])";
+           R"(","path":")" +
+           (!to.empty()         ? to
+            : (*dom).isObject() ? "/moved"
+                                : "/-") +
+           R"("}])";
 }
 
 TEST(KeepsSource, takes_comments_along_with_a_container_that_is_changed_and_moved) {
@@ -232,6 +236,79 @@ TEST(KeepsSource, takes_comments_along_with_a_container_that_is_changed_and_move
         }
     });
     EXPECT_GT(count, 200U);
+}
+
+/// A member of the root in which the value does not lie, and which is of another type; null where
+/// there is none.
+const Element* otherMember(Dom& dom, const CommentedValue& value) {
+    if (!(*dom).isObject()) {
+        return nullptr;
+    }
+    const auto type = elementAt(dom, value).type();
+    const auto& members = (*dom).object();
+    const auto found = std::find_if(members.begin(), members.end(), [&](const auto& member) {
+        return member.second.type() != type && member.first != value.pointer.front();
+    });
+    return found == members.end() ? nullptr : &found->second;
+}
+
+/// The comments between the brackets of a container.
+std::vector<int> commentsWithin(const Subject& subject, const Dom& dom, const Element& container) {
+    const SourcePlace place = dom.placeOf(container).value();
+    return CommentedJson::commentsIn(subject.document.text.substr(place.offset, place.length));
+}
+
+TEST(KeepsSource, keeps_comments_in_a_container_that_is_changed_and_moved_onto_another_value) {
+    unsigned count = 0;
+    forEachDocument([&](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            const Element& container = elementAt(dom, value);
+            const Element* const target = otherMember(dom, value);
+            const std::string patch =
+                target == nullptr ? ""
+                                  : changeAndMove(dom, container, JsonPointer::of(*target).str());
+            if (patch.empty()) {
+                continue;
+            }
+            ++count;
+            const std::string key = target->memberKey();
+            const std::vector<int> expected = commentsWithin(subject, dom, container);
+            ko::Orvid::applyPatch(*dom, *Dom::parse(patch));
+            const Dom back = Dom::parse(dom.text(), subject.options);
+            const SourcePlace place = back.placeOf((*back).object().at(key)).value();
+            EXPECT_EQ(CommentedJson::commentsIn(dom.text().substr(place.offset, place.length)),
+                      expected)
+                << patch << "\n"
+                << dom.text();
+        }
+    });
+    EXPECT_GT(count, 50U);
+}
+
+TEST(KeepsSource, takes_comments_along_with_a_container_whose_key_is_used_again) {
+    unsigned count = 0;
+    forEachDocument([&](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            const Element& container = elementAt(dom, value);
+            std::string patch = changeAndMove(dom, container);
+            if (patch.empty() || !container.parent()->isObject()) {
+                continue;
+            }
+            ++count;
+            patch.back() = ',';
+            patch += R"({"op":"add","path":")" + JsonPointer::of(container).str() +
+                     (count % 2 == 0 ? R"(","value":99}])" : R"(","value":{"again":99}}])");
+            ko::Orvid::applyPatch(*dom, *Dom::parse(patch));
+            std::vector<int> expected = CommentedJson::commentsIn(subject.document.text);
+            std::vector<int> comments = CommentedJson::commentsIn(dom.text());
+            std::sort(expected.begin(), expected.end());
+            std::sort(comments.begin(), comments.end());
+            EXPECT_EQ(comments, expected) << patch << "\n" << dom.text();
+        }
+    });
+    EXPECT_GT(count, 100U);
 }
 
 TEST(KeepsSource, reads_back_as_the_tree_after_any_edits) {
