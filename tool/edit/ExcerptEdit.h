@@ -31,7 +31,8 @@ using TreeEdit = std::function<void(ko::Orvid::Element& root, const std::string&
 bool editExcerpt(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
                  const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
 
-/// Hands the text from edit to edit and appends what the last leaves. `edit` takes a text, the
+/// Hands the text from edit to edit, as calls of their own would, and appends what the last leaves.
+/// `edit` takes a text, the
 /// number of the edit, and where its result goes; where it answers false, this does.
 template<class Edit>
 bool editInTurn(std::string_view text, std::size_t edits, const Edit& edit, Bytes& out) {

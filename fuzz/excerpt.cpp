@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+//
+// The bytes are choices of which a document is made, and up to three edits of one kind, as a call
+// of the command gives them. Made to excerpts of the text they must leave the bytes that the
+// library leaves, edit by edit, or not be made; what the library refuses is never made. Inputs that
+// begin with a zero byte are a document as they are, and those that begin with 1, 2 or 3 make other
+// documents than people write.
+
+#include <ko/Orvid.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "edit/ExcerptEdit.h"
+#include "Input.h"
+#include "output/Failure.h"
+#include "require.h"
+#include "support/CommentedJson.h"
+#include "support/PlaceEdits.h"
+#include "support/ScatteredJson.h"
+#include "support/WideJson.h"
+
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::ReadOptions;
+using orvid_fuzz::Input;
+using orvid_fuzz::require;
+using orvid_test::Choice;
+using orvid_test::PlaceChange;
+using orvid_tool::Bytes;
+
+/// What the library makes of the text; nothing where it refuses the edit.
+std::optional<std::string> editedWhole(const std::string& text, const PlaceChange& edit) {
+    Dom document = Dom::parse(text);
+    try {
+        edit(*document, edit.path);
+        return document.text();
+    } catch (const ko::Exception&) {
+        return std::nullopt;
+    } catch (const orvid_tool::Failure&) {
+        return std::nullopt;
+    }
+}
+
+/// The same for several, each in the text that the one before it leaves.
+std::optional<std::string> editedWhole(std::string text, const std::vector<PlaceChange>& edits) {
+    for (const PlaceChange& edit : edits) {
+        std::optional<std::string> next = editedWhole(text, edit);
+        if (!next) {
+            return std::nullopt;
+        }
+        text = std::move(*next);
+    }
+    return text;
+}
+
+bool editExcerpts(const std::string& text, const std::vector<PlaceChange>& edits, Bytes& out) {
+    const auto edit = [&](std::string_view before, std::size_t index, Bytes& after) {
+        const PlaceChange& change = edits[index];
+        return orvid_tool::editExcerpt(before, orvid_tool::stepsOf(change.path), change.kind,
+                                       ReadOptions::jsonc(), change, after);
+    };
+    return orvid_tool::editInTurn(text, edits.size(), edit, out);
+}
+
+/// Edits of one kind, each for the text that the one before it leaves; the last may be refused.
+std::vector<PlaceChange> makeEdits(std::string text, const Choice& choose) {
+    constexpr unsigned most = 3;
+    const orvid_test::PlaceEdits places(choose);
+    const orvid_tool::PlaceEdit kind = places.anyKind();
+    std::vector<PlaceChange> edits;
+    for (unsigned left = 1 + choose(most); left > 0; --left) {
+        Dom document = Dom::parse(text);
+        const PlaceChange change = places.next(*document, kind);
+        if (change.kind != kind) {
+            break;
+        }
+        edits.push_back(change);
+        std::optional<std::string> next = editedWhole(text, change);
+        if (!next) {
+            break;
+        }
+        text = std::move(*next);
+    }
+    return edits;
+}
+
+std::string documentOf(Input& input, unsigned firstByte, const Choice& choose) {
+    if (firstByte > 3) {
+        return orvid_test::makeCommentedJson(choose).text;
+    }
+    input.byte();
+    switch (firstByte) {
+        case 0:
+            return input.textUntil('\0');
+        case 1:
+            return orvid_test::makeScatteredJson(choose);
+        case 2:
+            return orvid_test::makeWideJson(choose);
+        default:
+            return orvid_test::makeRows(choose, choose(2) == 0);
+    }
+}
+
+bool isContainer(const std::string& text) {
+    bool is = false;
+    orvid_fuzz::throws<ko::Orvid::ParseException>([&] {
+        const Dom document = Dom::parse(text);
+        is = (*document).isObject() || (*document).isArray();
+    });
+    return is;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    Input input(bytes, size);
+    // Choices that the input does not make are made at random, or they might never come to an end.
+    std::minstd_rand random(1);
+    const Choice choose = [&](unsigned count) {
+        constexpr unsigned mostOfByte = 256;
+        if (input.left() == 0) {
+            return static_cast<unsigned>(random() % count);
+        }
+        return count <= mostOfByte ? input.below(count)
+                                   : (input.byte() * mostOfByte + input.byte()) % count;
+    };
+    const std::string text = documentOf(input, size > 0 ? bytes[0] : 4U, choose);
+    if (!isContainer(text)) {
+        return 0;
+    }
+    const std::vector<PlaceChange> edits = makeEdits(text, choose);
+    if (edits.empty()) {
+        return 0;
+    }
+    const std::optional<std::string> whole = editedWhole(text, edits);
+    Bytes out;
+    const bool isMade = editExcerpts(text, edits, out);
+    require(!isMade || whole, "what the library refuses is not made");
+    if (isMade && out.view() != *whole) {
+        std::string problem = "the excerpts give other bytes:\n" + text + "\n--\n";
+        for (const PlaceChange& edit : edits) {
+            problem += std::to_string(static_cast<int>(edit.kind)) + " " + edit.path + " " +
+                       edit.value + "\n";
+        }
+        orvid_fuzz::fail(problem + "-- excerpts:\n" + std::string(out.view()) + "\n-- whole:\n" +
+                         *whole);
+    }
+    return 0;
+}
