@@ -214,6 +214,18 @@ TEST(KeepsLayout, of_values_that_are_added) {
     });
 }
 
+TEST(KeepsLayout, of_containers_that_were_empty) {
+    expectLaidOut([](Subject& subject, Element& parent) {
+        const bool isObject = subject.choose(2) == 0;
+        Element empty = isObject ? ko::Orvid::makeObject({}) : ko::Orvid::makeArray({});
+        if (parent.isObject()) {
+            add(subject, parent, std::move(empty));
+        } else if (parent.isEmpty()) {
+            add(subject, parent, isObject ? subject.scalar() : subject.value(1));
+        }
+    });
+}
+
 TEST(KeepsLayout, of_values_that_become_others) {
     expectLaidOut([](Subject& subject, Element& element) {
         if (element.isObject()) {

@@ -7,9 +7,11 @@
 #include <ko/Orvid.h>
 
 #include <algorithm>
+#include <iterator>
 #include <random>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/CommentedJson.h"
@@ -129,6 +131,89 @@ TEST(KeepsSource, removes_a_value_with_its_comments_and_no_other) {
     });
 }
 
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+using Line = std::vector<std::string>::const_iterator;
+
+std::size_t blankBefore(Line first, Line at) {
+    std::size_t count = 0;
+    for (; at != first && isBlank(*(at - 1)); --at) {
+        ++count;
+    }
+    return count;
+}
+
+std::size_t blankFrom(Line at, Line last) {
+    return static_cast<std::size_t>(
+        std::find_if(at, last, [](const std::string& line) { return !isBlank(line); }) - at);
+}
+
+/// The blank lines where lines are gone, and how many there may be: as many as were before them or
+/// after them.
+std::pair<std::size_t, std::size_t> holeOf(const std::vector<std::string>& former,
+                                           const std::vector<std::string>& now) {
+    const auto begin = std::mismatch(former.begin(), former.end(), now.begin(), now.end());
+    const auto end = std::mismatch(former.rbegin(), std::make_reverse_iterator(begin.first),
+                                   now.rbegin(), std::make_reverse_iterator(begin.second));
+    const Line gone = begin.first + static_cast<long>(blankFrom(begin.first, former.end()));
+    const Line stays = end.first.base();
+    const std::size_t most =
+        std::max(blankBefore(former.begin(), gone), blankFrom(stays, former.end()));
+    return {blankBefore(now.begin(), begin.second) + blankFrom(begin.second, now.end()), most};
+}
+
+/// Whether nothing but whitespace, comments and a comma stands on the lines of the value.
+bool hasLinesOfItsOwn(const std::string& text, const SourcePlace& place) {
+    const std::size_t begin = place.key.length > 0 ? place.key.offset : place.offset;
+    const std::size_t newline = text.rfind('\n', begin);
+    const std::size_t after = text.find_first_not_of(" ,", place.offset + place.length);
+    return newline != std::string::npos && text.find_first_not_of(" \t", newline + 1) == begin &&
+           (after == std::string::npos || text[after] == '\r' || text[after] == '\n' ||
+            text.compare(after, 2, "//") == 0);
+}
+
+std::vector<std::string> withoutCommas(std::vector<std::string> lines) {
+    for (std::string& line : lines) {
+        line.erase(std::remove_if(line.begin(), line.end(),
+                                  [](char byte) { return byte == ',' || byte == '\r'; }),
+                   line.end());
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+TEST(KeepsSource, removes_the_lines_of_a_value_and_leaves_no_hole) {
+    unsigned count = 0;
+    forEachDocument([&](const Subject& subject) {
+        const std::vector<std::string> former = linesOf(subject.document.text);
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            Element& element = elementAt(dom, value);
+            if (!hasLinesOfItsOwn(subject.document.text, dom.placeOf(element).value()) ||
+                element.parent()->size() == 1) {
+                continue;
+            }
+            ++count;
+            RandomEdits::erase(element);
+            const std::vector<std::string> now = linesOf(dom.text());
+            const std::vector<std::string> had = withoutCommas(former);
+            const std::vector<std::string> has = withoutCommas(now);
+            EXPECT_TRUE(std::includes(had.begin(), had.end(), has.begin(), has.end()))
+                << dom.text();
+            const auto [hole, most] = holeOf(former, now);
+            EXPECT_LE(hole, most) << dom.text();
+        }
+    });
+    EXPECT_GT(count, 500U);
+}
+
 /// Whether `text` is `former` with some bytes added in one place, and perhaps a comma in another.
 bool isInsertion(const std::string& former, const std::string& text) {
     const auto differ = std::mismatch(former.begin(), former.end(), text.begin(), text.end());
@@ -167,6 +252,77 @@ TEST(KeepsSource, adds_a_value_without_touching_another) {
             EXPECT_EQ(compact(*Dom::parse(text, subject.options)), compact(*edited)) << text;
         }
     });
+}
+
+bool isOnLine(const std::string& text, const SourcePlace& place) {
+    return text.substr(place.offset, place.length).find('\n') == std::string::npos;
+}
+
+TEST(KeepsSource, leaves_a_container_on_its_line_when_values_come_and_go) {
+    unsigned count = 0;
+    forEachDocument([&](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            Element& container = elementAt(dom, value);
+            if ((!container.isObject() && !container.isArray()) || container.size() == 0 ||
+                !isOnLine(subject.document.text, dom.placeOf(container).value())) {
+                continue;
+            }
+            ++count;
+            const std::size_t lines = linesOf(subject.document.text).size();
+            const auto place = static_cast<std::ptrdiff_t>(count % (container.size() + 1));
+            if (container.isObject()) {
+                auto& members = container.object();
+                members.insert(std::next(members.begin(), place), {"added", Element(99)});
+            } else {
+                container.array().insert(static_cast<std::size_t>(place), Element(99));
+            }
+            EXPECT_EQ(linesOf(dom.text()).size(), lines) << dom.text();
+            RandomEdits::erase(*RandomEdits::allOf(container)[1]);
+            EXPECT_EQ(linesOf(dom.text()).size(), lines) << dom.text();
+        }
+    });
+    EXPECT_GT(count, 200U);
+}
+
+/// In an array nothing tells equal items apart.
+bool hasEqualSibling(const Element& element) {
+    return element.parent()->isArray() && std::count(element.parent()->array().begin(),
+                                                     element.parent()->array().end(), element) > 1;
+}
+
+/// What goes when a value is removed is what belongs to it: so it is told whose the comments are
+/// that stand where it went.
+TEST(KeepsSource, has_the_same_comments_with_a_value_that_was_moved_or_renamed) {
+    unsigned count = 0;
+    forEachDocument([&](const Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            Element& element = elementAt(dom, value);
+            Element& parent = *element.parent();
+            if (hasEqualSibling(element)) {
+                continue;
+            }
+            const std::string holder = JsonPointer::of(parent).str();
+            Element moved = std::move(element);
+            RandomEdits::erase(element);
+            if (parent.isObject()) {
+                parent.object().resetMember("renamed") = std::move(moved);
+            } else {
+                parent.array().push_back(std::move(moved));
+            }
+            ++count;
+            Dom back = Dom::parse(dom.text(), subject.options);
+            Element& there = JsonPointer(holder).get(*back);
+            RandomEdits::erase(*RandomEdits::allOf(there)[there.size()]);
+            std::vector<int> expected = commentsWithout(subject, value);
+            std::vector<int> comments = CommentedJson::commentsIn(back.text());
+            std::sort(expected.begin(), expected.end());
+            std::sort(comments.begin(), comments.end());
+            EXPECT_EQ(comments, expected) << holder << "\n" << dom.text();
+        }
+    });
+    EXPECT_GT(count, 1000U);
 }
 
 TEST(KeepsSource, takes_comments_along_with_a_value_that_moves) {
