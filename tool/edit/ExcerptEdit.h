@@ -14,6 +14,7 @@
 
 #include "call/Call.h"
 #include "edit/TextExcerpt.h"
+#include "input/CallPath.h"
 #include "input/PathSteps.h"
 #include "output/Bytes.h"
 
@@ -29,6 +30,9 @@ using TreeEdit = std::function<void(ko::Orvid::Element& root, const std::string&
 /// library would write of the whole, byte for byte. Answers false, with nothing appended, where the
 /// library has to be asked: see excerptOf(), and where `change` throws.
 bool editExcerpt(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
+                 const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
+/// The same at a path of the call.
+bool editExcerpt(std::string_view text, const CallPath& path, PlaceEdit edit,
                  const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
 
 /// Hands the text from edit to edit, as calls of their own would, and appends what the last leaves.

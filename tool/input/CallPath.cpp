@@ -99,6 +99,19 @@ std::string CallPath::in(const Element& root) const {
     return path;
 }
 
+std::optional<std::string> CallPath::withCounts(const ItemCount& itemsAt) const {
+    std::string path = m_word;
+    for (Negative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
+        const std::optional<std::size_t> count = itemsAt(path.substr(0, step.start));
+        if (!count || step.count == 0 || step.count > *count) {
+            return std::nullopt;
+        }
+        path.replace(step.start, step.end - step.start,
+                     "[" + std::to_string(*count - step.count) + "]");
+    }
+    return path;
+}
+
 std::string CallPath::pathIn(const Element& root) const {
     const bool isQuery = m_word == "$" || m_word.rfind("$.", 0) == 0 || m_word.rfind("$[", 0) == 0;
     if (isQuery && !(root.isObject() && root.object().contains("$"))) {

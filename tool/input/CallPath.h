@@ -7,6 +7,8 @@
 
 #include <ko/Orvid.h>
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -29,6 +31,12 @@ public:
     /// The library's path to an element of that document, which need not exist, but all before a
     /// negative index must. Throws PathNotFound, and Failure for a malformed path.
     std::string in(const ko::Orvid::Element& root) const;
+
+    /// How many items the array at a path has; nothing where there is none.
+    using ItemCount = std::function<std::optional<std::size_t>(const std::string& path)>;
+    /// The library's path, where the word is no pointer. Nothing where an item at a negative index
+    /// is not there.
+    std::optional<std::string> withCounts(const ItemCount& itemsAt) const;
 
     /// The same of a path where something is to be put. Throws Failure where the path begins as
     /// queries do, with a `$` that is no key.

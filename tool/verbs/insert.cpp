@@ -51,11 +51,7 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        const auto isPlainPath = [](const std::optional<LastStep>& step) {
-            return step.has_value();
-        };
-        if (isNew() || !std::all_of(m_steps.begin(), m_steps.end(), isPlainPath) ||
-            !mayTakeShortCut(call, m_steps.size())) {
+        if (isNew() || !mayTakeShortCut(call, m_steps.size())) {
             return false;
         }
         const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
@@ -63,8 +59,9 @@ private:
                 insertAt(root, LastStep(path), ko::Orvid::Element(assignments()[index].value),
                          document.location);
             };
-            return editExcerpt(text, stepsOf(m_steps[index]->path()), PlaceEdit::insert,
-                               editOptions(call), insert, edited);
+            const CallPath& path = assignments()[index].path;
+            return path.word().substr(0, 1) != "$" &&
+                   editExcerpt(text, path, PlaceEdit::insert, editOptions(call), insert, edited);
         };
         return editInTurn(document.text, m_steps.size(), edit, out);
     }

@@ -2,7 +2,6 @@
 //
 // orvid remove: members and items taken out.
 
-#include <algorithm>
 #include <iterator>
 #include <optional>
 
@@ -86,23 +85,17 @@ private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        const bool arePlain = std::all_of(m_paths.begin(), m_paths.end(),
-                                          [](const CallPath& path) { return path.isPlain(); });
-        if (m_query || !arePlain || !mayTakeShortCut(call, m_paths.size())) {
+        if (m_query || !mayTakeShortCut(call, m_paths.size())) {
             return false;
         }
         const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
             const auto remove = [&](Element& root, const std::string& path) {
                 removeElement(root.get(path), document.location);
             };
-            return editExcerpt(text, stepsOf(m_paths[index].word()), PlaceEdit::remove,
-                               editOptions(call), remove, edited);
+            return editExcerpt(text, m_paths[index], PlaceEdit::remove, editOptions(call), remove,
+                               edited);
         };
-        try {
-            return editInTurn(document.text, m_paths.size(), edit, out);
-        } catch (const Failure&) {
-            return false;  // a path is malformed, which is reported when it is followed
-        }
+        return editInTurn(document.text, m_paths.size(), edit, out);
     }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {

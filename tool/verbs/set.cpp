@@ -78,11 +78,14 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || m_query || !m_isTextEnough) {
+        if (isNew() || m_query) {
             return false;
         }
         if (mayTakeShortCut(call, m_textEdits.size())) {
             return editAll(call, document, out);
+        }
+        if (!m_isTextEnough) {
+            return false;
         }
         // Each edit is a pass through the text; the tree takes them all in one.
         constexpr std::size_t mostPasses = 3;
@@ -104,8 +107,9 @@ private:
             const auto set = [&](ko::Orvid::Element& root, const std::string& path) {
                 setPath(root, path, assignments()[index].value);
             };
-            return editExcerpt(text, m_textEdits[index].steps, PlaceEdit::set, editOptions(call),
-                               set, edited);
+            const CallPath& path = assignments()[index].path;
+            return path.word().substr(0, 1) != "$" &&
+                   editExcerpt(text, path, PlaceEdit::set, editOptions(call), set, edited);
         };
         return editInTurn(document.text, m_textEdits.size(), edit, out);
     }

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+//
+// Steps whose meaning depends on the text, looked up in it.
+
+#include "edit/StepsInText.h"
+
+#include <string>
+#include <utility>
+
+#include "output/Failure.h"
+#include "text/scanWhole.h"
+#include "text/TextLookup.h"
+
+namespace orvid_tool {
+
+namespace {
+
+using ko::Orvid::JsonPointer;
+using ko::Orvid::ReadOptions;
+using ko::Orvid::TokenSpan;
+
+/// Counts the values that stand right within the outermost brackets.
+class ItemCounter : public ko::Orvid::KeySink {
+public:
+    void null(TokenSpan /*span*/) { count(); }
+    void boolean(bool /*value*/, TokenSpan /*span*/) { count(); }
+    void number(std::string_view /*text*/, TokenSpan /*span*/) { count(); }
+    void string(std::string_view /*text*/, TokenSpan /*span*/) { count(); }
+    bool key(std::string_view /*text*/, TokenSpan /*span*/) { return true; }
+    void openObject(TokenSpan /*span*/) { open(); }
+    void closeObject(TokenSpan /*span*/) { --m_depth; }
+    void openArray(TokenSpan /*span*/) { open(); }
+    void closeArray(TokenSpan /*span*/) { --m_depth; }
+
+    std::size_t items() const noexcept { return m_items; }
+
+private:
+    void count() noexcept { m_items += m_depth == 1 ? 1 : 0; }
+    void open() noexcept {
+        count();
+        ++m_depth;
+    }
+
+    std::size_t m_depth = 0;
+    std::size_t m_items = 0;
+};
+
+class Resolver {
+public:
+    Resolver(std::string_view text, const ReadOptions& options)
+        : m_text(text), m_options(options) {}
+
+    std::optional<ValueSteps> stepsOf(const JsonPointer& pointer) const {
+        ValueSteps steps;
+        for (const std::string& word : pointer.steps()) {
+            std::optional<ValueStep> step = ValueStep{true, word, 0};
+            if (mayBeIndex(word)) {
+                step = stepBelow(steps, word);
+            }
+            if (word.empty() || !step) {
+                return std::nullopt;
+            }
+            steps.push_back(std::move(*step));
+        }
+        return steps;
+    }
+
+    /// How many items the array at the path has.
+    std::optional<std::size_t> itemsAt(const std::string& path) const {
+        const auto array = ko::Orvid::text::lookUp(m_text, orvid_tool::stepsOf(path), m_options);
+        ItemCounter counter;
+        if (!array || array->front() != '[' ||
+            !ko::Orvid::text::scanWhole(*array, m_options, counter)) {
+            return std::nullopt;
+        }
+        return counter.items();
+    }
+
+private:
+    static bool mayBeIndex(const std::string& word) {
+        constexpr std::size_t mostDigits = 9;
+        return word == "-" || (!word.empty() && word.length() <= mostDigits &&
+                               word.find_first_not_of("0123456789") == std::string::npos &&
+                               (word == "0" || word.front() != '0'));
+    }
+
+    /// A step that may be an index is one below an array, and a key below an object.
+    std::optional<ValueStep> stepBelow(const ValueSteps& holder, const std::string& word) const {
+        const auto value = ko::Orvid::text::lookUp(m_text, holder, m_options);
+        if (!value || (value->front() != '[' && value->front() != '{')) {
+            return std::nullopt;
+        }
+        if (value->front() == '{') {
+            return ValueStep{true, word, 0};
+        }
+        return ValueStep{
+            false,
+            {},
+            word == "-" ? ko::Orvid::k_noIndex : static_cast<unsigned int>(std::stoul(word))};
+    }
+
+    std::string_view m_text;
+    const ReadOptions& m_options;
+};
+
+}  // namespace
+
+std::optional<ValueSteps> stepsInText(std::string_view text, const CallPath& path,
+                                      const ReadOptions& options) {
+    const Resolver resolver(text, options);
+    if (path.pointer() != nullptr) {
+        return resolver.stepsOf(*path.pointer());
+    }
+    try {
+        const auto itemsAt = [&](const std::string& before) { return resolver.itemsAt(before); };
+        const std::optional<std::string> plain = path.withCounts(itemsAt);
+        return plain ? std::optional<ValueSteps>(stepsOf(*plain)) : std::nullopt;
+    } catch (const Failure&) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace orvid_tool
