@@ -15,6 +15,7 @@ using orvid_test::orvid;
 using orvid_test::printed;
 using orvid_test::ScratchFile;
 using orvid_test::shell;
+using orvid_test::withoutExcerpt;
 
 const std::string k_document = R"({"a":{"b":[1,2,{"c":"x"}]},"":{"":0},"/x":4})";
 
@@ -45,6 +46,37 @@ TEST(value_forms, are_variables_of_the_environment) {
               printed("{\"a\":\"a \\\"b\\\"\"}\n"));
     EXPECT_EQ(shell(R"(unset NAME; "$0" set a env:NAME)", {}, "{}"),
               failed(2, "there is no environment variable \"NAME\""));
+}
+
+TEST(value_forms, are_held_to_the_rule_for_documents_that_are_edited) {
+    const auto said = [](const std::vector<std::string>& words, const std::string& input) {
+        return withoutExcerpt(orvid(words, input));
+    };
+    EXPECT_EQ(said({"set", R"(x={"a":1,"a":2})"}, "{}"),
+              failed(2, "JSON:1:8: at (root): Repeated key \"a\", in the value for \"x\""));
+    EXPECT_EQ(said({"insert", "x", R"({"a":"\ud800"})"}, "{}"),
+              failed(2, "JSON:1:7: at a: The escape of half a surrogate pair"));
+    EXPECT_EQ(said({"get", "--default=\"\xFF\"", "x"}, "{}"),
+              failed(2, "JSON:1:2: at (root): Invalid UTF-8, in the value for \"--default\""));
+    EXPECT_EQ(orvid({"set", "-n", "-c", "x=[1,/**/] // end"}), printed("{\"x\":[1]}\n"));
+}
+
+TEST(value_forms, blame_the_file_that_holds_the_value) {
+    const ScratchFile file("[\n\"\xFF\"]");
+    EXPECT_EQ(withoutExcerpt(orvid({"set", "--new", "x=file:" + file.name()})),
+              failed(1, file.name() + ":2:2: at (root): Invalid UTF-8"));
+}
+
+TEST(changes, are_held_to_the_rule_for_documents_that_are_edited) {
+    const ScratchFile document("{}");
+    EXPECT_EQ(withoutExcerpt(orvid({"merge", "-", document.name()}, R"({"a":1,"a":2})")),
+              failed(1, "(standard input):1:8: at (root): Repeated key \"a\""));
+    EXPECT_EQ(
+        withoutExcerpt(orvid({"patch", "-", document.name()},
+                             R"([{"op":"add","path":"/a","value":"\udc00"}])")),
+        failed(1, "(standard input):1:35: at [0].value: The escape of half a surrogate pair"));
+    EXPECT_EQ(orvid({"merge", "-", "-c", document.name()}, "{\"a\": [1,], } // end"),
+              printed("{\"a\":[1]}\n"));
 }
 
 TEST(call_paths, may_be_json_pointers) {

@@ -75,6 +75,10 @@ ReadOptions wholeOptions() {
     return options;
 }
 
+ReadOptions documentOptions(bool isStrict) {
+    return isStrict ? ReadOptions::strict() : wholeOptions();
+}
+
 Failure failureOf(const Location& location, std::string_view text, const ParseException& error,
                   bool isShown) {
     Location at = location;
@@ -97,11 +101,12 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
             isShown ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
 }
 
-void readTree(const Location& location, std::string_view text, Element& root, bool isStrict) {
+void readTree(const Location& location, std::string_view text, Element& root,
+              const ReadOptions& options) {
     const bool isRecord = location.line != 0;
     const std::string_view document =
         isRecord ? text : text.substr(ko::Orvid::text::markLength(text));
-    DomParser parser(isStrict ? ReadOptions::strict() : wholeOptions());
+    DomParser parser(options);
     try {
         parse(parser, root, document);
     } catch (const ParseException& error) {
@@ -109,21 +114,22 @@ void readTree(const Location& location, std::string_view text, Element& root, bo
     }
 }
 
-void readArgument(const char* name, const std::string& text, Element& root) {
+void readArgument(const char* name, const std::string& text, Element& root,
+                  const ReadOptions& options) {
     const std::string ended = text + "\n";
     try {
-        readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root);
+        readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root, options);
     } catch (const Failure& failure) {
         throw Failure(ExitStatus::usage, failure.location(), failure.text(), failure.excerpt());
     }
 }
 
-void readFile(const std::string& file, Element& root, bool isStrict) {
+void readFile(const std::string& file, Element& root, const ReadOptions& options) {
     const Location location{inputName(file), 0, 0, {}};
     try {
         Input input(file);
         const Bytes ended = input.readAll();
-        readTree(location, ended.view().substr(0, ended.length() - 1), root, isStrict);
+        readTree(location, ended.view().substr(0, ended.length() - 1), root, options);
     } catch (const std::bad_alloc&) {
         throw memoryFailure(location);
     }

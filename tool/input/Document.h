@@ -29,12 +29,14 @@ struct Document {
 /// of a repeated key the last value counts.
 ko::Orvid::ReadOptions wholeOptions();
 
-/// Reads the text into `root`. It must hold one complete value, with comments and trailing commas
-/// where they are wanted, and around it nothing but whitespace, comments and a byte order mark;
-/// `isStrict` refuses all that ReadOptions::strict() does.
+/// How documents are read that are not edited: as wholeOptions() or, where the call is strict,
+/// ReadOptions::strict() says.
+ko::Orvid::ReadOptions documentOptions(bool isStrict);
+
+/// Reads the text into `root`, as the options say; a byte order mark may stand before it.
 /// Throws Failure as failureOf() makes it; a text that is a line of a longer one is not shown.
 void readTree(const Location& location, std::string_view text, ko::Orvid::Element& root,
-              bool isStrict = false);
+              const ko::Orvid::ReadOptions& options = wholeOptions());
 
 /// What the library says of a malformed text, with the location: `location` with the column and,
 /// unless it has one, the line. Where it is shown, the line of the text follows, with a caret.
@@ -42,9 +44,11 @@ Failure failureOf(const Location& location, std::string_view text,
                   const ko::Orvid::ParseException& error, bool isShown);
 
 /// Reads a text from the command line, which `name` stands for in errors, into `root`.
-void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root);
+void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root,
+                  const ko::Orvid::ReadOptions& options = wholeOptions());
 
 /// Reads a whole file, or standard input for "-", into `root`, as readTree() does.
-void readFile(const std::string& file, ko::Orvid::Element& root, bool isStrict = false);
+void readFile(const std::string& file, ko::Orvid::Element& root,
+              const ko::Orvid::ReadOptions& options = wholeOptions());
 
 }  // namespace orvid_tool

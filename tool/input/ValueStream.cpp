@@ -194,7 +194,7 @@ void ValueStream::requireTarget() const {
 
 void ValueStream::read(Element& root) {
     try {
-        readTree({m_input.name(), 0, 0, {}}, text(), root, m_reading.isStrict);
+        readTree({m_input.name(), 0, 0, {}}, text(), root, documentOptions(m_reading.isStrict));
     } catch (const Failure& failure) {
         const std::string path = failure.location().path.value_or("");
         throw failureAt(m_span.first + offsetOf(text(), failure.location()), 1,
@@ -234,7 +234,8 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& error) {
     if (isOfItem || m_root >= m_start) {
         try {
             Element part;
-            readTree({m_input.name(), 0, 0, {}}, from(open), part, m_reading.isStrict);
+            readTree({m_input.name(), 0, 0, {}}, from(open), part,
+                     documentOptions(m_reading.isStrict));
         } catch (const Failure& failure) {
             path = joinedPath(path, failure.location().path.value_or(""));
         }

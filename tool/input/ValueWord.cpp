@@ -16,6 +16,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::ReadOptions;
 
 /// Takes the prefix away, where the word has it.
 bool takePrefix(std::string_view& word, std::string_view prefix) {
@@ -79,7 +80,7 @@ std::string whose(std::string before) {
 
 void readJson(const std::string& word, Element& value, const std::string& before) {
     try {
-        readArgument("JSON", word, value);
+        readArgument("JSON", word, value, ReadOptions::jsonc());
     } catch (const Failure& failure) {
         if (!looksLikeText(word)) {
             throw Failure(failure.status(), failure.location(), failure.text() + whose(before),
@@ -99,7 +100,7 @@ void readValueWord(const std::string& word, Element& value, const std::string& b
     if (takePrefix(rest, "string:")) {
         setText(rest, "the text", value);
     } else if (takePrefix(rest, "file:")) {
-        readFile(std::string(rest), value);
+        readFile(std::string(rest), value, ReadOptions::jsonc());
     } else if (takePrefix(rest, "text-file:")) {
         readTextFile(std::string(rest), value);
     } else if (takePrefix(rest, "env:")) {

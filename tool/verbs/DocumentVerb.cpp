@@ -181,7 +181,7 @@ Failure DocumentVerb::hinted(const Failure& failure, const std::string& file) co
 ExitStatus DocumentVerb::outcome() const { return ExitStatus::done; }
 
 void DocumentVerb::read(const Call& call, Document& document) const {
-    readTree(document.location, document.text, document.root, call.isStrict);
+    readTree(document.location, document.text, document.root, documentOptions(call.isStrict));
 }
 
 bool DocumentVerb::streams(const Call& /*call*/, const std::string& /*file*/,

@@ -49,8 +49,8 @@ public:
     ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
         Element from;
         Element to;
-        readFile(m_from, from, call.isStrict);
-        readFile(m_to, to, call.isStrict);
+        readFile(m_from, from, documentOptions(call.isStrict));
+        readFile(m_to, to, documentOptions(call.isStrict));
         const Element patch = ko::Orvid::makePatch(from, to, m_options);
         try {
             if (!m_isQuiet) {

@@ -15,6 +15,7 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::PatchException;
+using ko::Orvid::ReadOptions;
 
 class Change : public DocumentVerb {
 public:
@@ -35,7 +36,7 @@ public:
             throw UsageError("PATCH and FILE cannot both be standard input");
         }
         call.changeFile = m_file;
-        readFile(m_file, m_change, call.isStrict);
+        readFile(m_file, m_change, call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc());
     }
 
 protected:
