@@ -230,7 +230,7 @@ TEST(check, shows_the_line_with_a_caret) {
 }
 
 TEST(check, is_strict_where_other_verbs_are_not) {
-    for (const char* const text : {"\"\xFF\"", R"("\ud800")", R"({"a":1,"a":2})", "\v1"}) {
+    for (const char* const text : {"\"\xFF\"", R"({"a":1,"a":2})", "\v1"}) {
         EXPECT_EQ(orvid({"check"}, text).status, 1) << text;
         EXPECT_EQ(orvid({"print"}, text).status, 0) << text;
     }

@@ -58,6 +58,21 @@ std::string recordOf(const Document& document, std::string text) {
     return line;
 }
 
+void read(const Call& call, const ReadOptions& options, Document& document) {
+    document.kept.reset();
+    if (call.lines.isOn && !call.layout.isAsked && !keepsText(call, document)) {
+        readTree(document.location, document.text, document.root);
+        return;
+    }
+    try {
+        document.kept.emplace(Dom::parse(document.text, options));
+    } catch (const ParseException& error) {
+        const std::size_t mark = ko::Orvid::text::markLength(document.text);
+        throw failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn);
+    }
+    document.root = std::move(**document.kept);
+}
+
 }  // namespace
 
 /// Records may hold bytes that are no UTF-8 and halves of surrogate pairs: they are kept as well.
@@ -76,19 +91,12 @@ bool keepsText(const Call& call, const Document& document) {
     return !call.layout.isAsked && !(call.lines.isOn && isAsWritten(document.text));
 }
 
-void readForEdit(const Call& call, Document& document) {
-    document.kept.reset();
-    if (call.lines.isOn && !call.layout.isAsked && !keepsText(call, document)) {
-        readTree(document.location, document.text, document.root);
-        return;
-    }
-    try {
-        document.kept.emplace(Dom::parse(document.text, editOptions(call)));
-    } catch (const ParseException& error) {
-        const std::size_t mark = ko::Orvid::text::markLength(document.text);
-        throw failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn);
-    }
-    document.root = std::move(**document.kept);
+void readForEdit(const Call& call, Document& document) { read(call, editOptions(call), document); }
+
+void readForCopying(const Call& call, Document& document) {
+    ReadOptions options = editOptions(call);
+    options.rejectLoneSurrogates = true;
+    read(call, options, document);
 }
 
 void appendEdited(const Call& call, Document& document, Bytes& out) {

@@ -23,6 +23,10 @@ bool keepsText(const Call& call, const Document& document);
 /// Reads the document's text into its root. Throws Failure.
 void readForEdit(const Call& call, Document& document);
 
+/// The same for an edit that writes what it has read at another place as well. Halves of surrogate
+/// pairs, which can be kept where they are only, are refused also of a line.
+void readForCopying(const Call& call, Document& document);
+
 /// Appends the document as it is after the edit. The root may be used up by this. Throws Unwritable
 /// and what the library throws.
 void appendEdited(const Call& call, Document& document, Bytes& out);

@@ -72,6 +72,7 @@ ReadOptions wholeOptions() {
     ReadOptions options;
     options.requireWholeDocument = true;
     options.allowTrailingCommas = true;
+    options.rejectLoneSurrogates = true;
     return options;
 }
 

@@ -26,7 +26,8 @@ struct Document {
 };
 
 /// How whole texts are read: with comments and trailing commas, whatever the bytes of strings are;
-/// of a repeated key the last value counts.
+/// of a repeated key the last value counts. Halves of surrogate pairs are refused: the tree would
+/// hold something else, and with it what is written.
 ko::Orvid::ReadOptions wholeOptions();
 
 /// How documents are read that are not edited: as wholeOptions() or, where the call is strict,

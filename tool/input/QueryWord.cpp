@@ -35,12 +35,13 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
     }
 }
 
-void readFor(const ko::Orvid::JsonPath& query, Document& document) {
+void readFor(const ko::Orvid::JsonPath& query, Document& document,
+             const ko::Orvid::ReadOptions& options) {
     try {
-        document.root = parseFor(query, document.text, ko::Orvid::ReadOptions());
+        document.root = parseFor(query, document.text, options);
     } catch (const ParseException&) {
         // This finds the error too, and shows where it is.
-        readTree(document.location, document.text, document.root);
+        readTree(document.location, document.text, document.root, options);
     }
 }
 

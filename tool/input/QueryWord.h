@@ -17,6 +17,7 @@ namespace orvid_tool {
 ko::Orvid::JsonPath queryOf(const std::string& text);
 
 /// readTree() of the document's text into its root, but no more than the query looks at.
-void readFor(const ko::Orvid::JsonPath& query, Document& document);
+void readFor(const ko::Orvid::JsonPath& query, Document& document,
+             const ko::Orvid::ReadOptions& options = wholeOptions());
 
 }  // namespace orvid_tool

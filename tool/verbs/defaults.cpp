@@ -93,7 +93,7 @@ public:
 private:
     void read(const Call& call, Document& document) const override {
         if (m_isFilling) {
-            readForEdit(call, document);
+            readForCopying(call, document);
         } else {
             DocumentVerb::read(call, document);
         }

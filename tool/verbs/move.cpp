@@ -146,6 +146,9 @@ public:
     }
 
 private:
+    void read(const Call& call, Document& document) const override {
+        readForCopying(call, document);
+    }
     Element valueOf(Element& source, const Location& /*location*/) const override { return source; }
 };
 

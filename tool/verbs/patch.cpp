@@ -47,7 +47,7 @@ protected:
 private:
     virtual void make(Document& document, const Element& change) const = 0;
 
-    void read(const Call& call, Document& document) const final { readForEdit(call, document); }
+    void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const Call& call, Document& document, Bytes& out) const final {
         make(document, m_change);
@@ -82,6 +82,11 @@ public:
     }
 
 private:
+    /// A patch may copy, and `test` looks at values.
+    void read(const Call& call, Document& document) const override {
+        readForCopying(call, document);
+    }
+
     void make(Document& document, const Element& change) const override {
         try {
             ko::Orvid::applyPatch(document.root, change, m_options);

@@ -49,11 +49,20 @@ public:
 
 private:
     void read(const Call& call, Document& document) const override {
-        if (call.lines.isOn || call.isStrict) {
+        if (call.isStrict) {
             DocumentVerb::read(call, document);
+        } else if (call.lines.isOn) {
+            readTree(document.location, document.text, document.root, lenientOptions());
         } else {
-            readFor(*m_query, document);
+            readFor(*m_query, document, lenientOptions());
         }
+    }
+
+    /// What is written is the text, whatever the tree holds for halves of surrogate pairs.
+    static ko::Orvid::ReadOptions lenientOptions() {
+        ko::Orvid::ReadOptions options = wholeOptions();
+        options.rejectLoneSurrogates = false;
+        return options;
     }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
