@@ -16,10 +16,36 @@ namespace {
 
 using orvid_test::CommandResult;
 using orvid_test::contentOf;
+using orvid_test::failed;
+using orvid_test::orvid;
 using orvid_test::printed;
 using orvid_test::repeated;
 using orvid_test::ScratchFolder;
 using orvid_test::shell;
+
+TEST(in_place, nothing_is_changed_where_a_file_is_not_there) {
+    const ScratchFolder folder;
+    const std::string there = folder.makeFile("a.json", "{}");
+    const std::string missing = folder.file("b.json");
+    EXPECT_EQ(orvid({"set", "-i", "a", "1", there, missing, there}),
+              failed(3, missing + ": No such file or directory; no file was changed"));
+    EXPECT_EQ(orvid({"set", "-i", "--lines", "a", "1", there, missing}).status, 3);
+    EXPECT_EQ(contentOf(there), "{}");
+    EXPECT_EQ(orvid({"set", "-i", "a", "1", there, there}), printed(""));
+    EXPECT_NE(contentOf(there), "{}");
+}
+
+TEST(in_place, edits_that_are_taken_for_files_change_none) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "{}");
+    EXPECT_EQ(
+        shell("cd \"$1\" && \"$0\" set -i price 1 list 5 a.json", {folder.path()}),
+        failed(3,
+               "list: No such file or directory; several edits are written PATH=VALUE, in one "
+               "word each; no file was changed"));
+    EXPECT_EQ(contentOf(file), "{}");
+    EXPECT_EQ(orvid({"set", "price", "1", "list"}).err, "orvid: list: No such file or directory\n");
+}
 
 TEST(in_place, three_writers_lose_no_edit) {
     const ScratchFolder folder;

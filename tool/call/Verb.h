@@ -54,6 +54,7 @@ protected:
     virtual void read(const Call& call, Document& document) const;
 
 private:
+    void requireAllThere(const std::vector<std::string>& files) const;
     Failure hinted(const Failure& failure, const std::string& file) const;
 
     /// Does it from the text alone, for text of the common kind, and answers true; or answers

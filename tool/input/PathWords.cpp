@@ -70,6 +70,7 @@ Assignments assignmentsOf(const std::vector<std::string>& words) {
             throw UsageError("VALUE is required");
         }
         result.all.push_back(onlyAssignment(words));
+        result.areApart = true;
         word += 2;
     } else {
         const bool arePointers = startsWith(*word, "/");

@@ -28,9 +28,14 @@ void AssignmentVerb::prepare(Call& call) {
     Assignments words = assignmentsOf(m_words);
     m_assignments = std::move(words.all);
     call.files = std::move(words.files);
+    m_mayBePaths = words.areApart && call.files.size() > 1;
     if (m_isNew) {
         beginNew(call);
     }
+}
+
+std::string AssignmentVerb::hintForFile(const std::string& /*word*/) const {
+    return m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
 
 void AssignmentVerb::beginNew(Call& call) {

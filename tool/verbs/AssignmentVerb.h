@@ -28,11 +28,13 @@ private:
     /// Carries out the assignment at that index on the document's root.
     virtual void assign(Document& document, std::size_t index) const = 0;
     void read(const Call& call, Document& document) const final;
+    std::string hintForFile(const std::string& word) const final;
     void apply(const Call& call, Document& document, Bytes& out) const final;
 
     void beginNew(Call& call);
 
     bool m_isNew = false;
+    bool m_mayBePaths = false;  ///< what was taken for files, after a path and a value
     std::vector<std::string> m_words;
     std::vector<Assignment> m_assignments;
 };

@@ -138,6 +138,9 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
     if (call.lines.isOn) {
         requireApart(call);
     }
+    if (call.isInPlace && call.files.size() > 1) {
+        requireAllThere(call.files);
+    }
     ExitStatus highest = ExitStatus::done;
     if (call.lines.isOn) {
         beginLines(call, out);
@@ -168,6 +171,17 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
 }
 
 std::string DocumentVerb::hintForFile(const std::string& /*word*/) const { return ""; }
+
+/// A file that is not there is mostly a slip in the call, which is not to be half done then.
+void DocumentVerb::requireAllThere(const std::vector<std::string>& files) const {
+    for (const std::string& file : files) {
+        if (access(file.c_str(), F_OK) != 0) {
+            const Failure failure = hinted(systemFailure(file), file);
+            throw Failure(failure.status(), failure.location(),
+                          failure.text() + std::string("; no file was changed"));
+        }
+    }
+}
 
 /// The failure of a file with the hint for one that there is not.
 Failure DocumentVerb::hinted(const Failure& failure, const std::string& file) const {
