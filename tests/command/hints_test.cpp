@@ -53,6 +53,19 @@ TEST(hints, name_the_key_that_was_meant) {
               missing("1:1: at (root): path \"zzz\" not found, there is no \"zzz\""));
 }
 
+TEST(hints, say_how_keys_with_dots_are_written) {
+    const std::string document = R"({"x":{"a.b":1,"c[0]":{"d":2}},"a.b":3,"a":{}})";
+    EXPECT_EQ(orvid({"get", "x.a.b"}, document),
+              missing("1:6: at x: path \"x.a.b\" not found; for the key \"a.b\" write x.a\\.b"));
+    EXPECT_EQ(orvid({"get", "x.c[0].d"}, document),
+              missing("1:6: at x: path \"x.c[0].d\" not found; for the key \"c[0]\" write "
+                      "x.c\\[0\\].d"));
+    EXPECT_EQ(orvid({"remove", "a.b"}, document),
+              missing("1:43: at a: path \"a.b\" not found; for the key \"a.b\" write a\\.b"));
+    EXPECT_EQ(orvid({"get", "a.bc"}, document),
+              missing("1:43: at a: path \"a.bc\" not found, there is no \"bc\""));
+}
+
 TEST(hints, tell_what_is_at_the_place_instead) {
     EXPECT_EQ(orvid({"get", "n.x"}, k_document),
               missing("1:34: at n: path \"n.x\" not found: \"n\" is a number"));
@@ -211,6 +224,27 @@ TEST(further_paths, are_no_files) {
     EXPECT_EQ(orvid({"remove", "a", "b"}).err,
               "orvid: b: No such file or directory; a further path is written --also b\n");
     EXPECT_EQ(orvid({"get", "a", "b.json"}).err, "orvid: b.json: No such file or directory\n");
+}
+
+TEST(file_names, are_no_keys_and_no_paths) {
+    const ScratchFolder folder;
+    folder.makeFile("a.json", "{}");
+    folder.makeFile("b.json", "{}");
+    const auto said = [&](const std::string& words) {
+        return orvid_test::shell("cd \"$1\" && \"$0\" " + words, {folder.path()}, "{\"k\":1}").err;
+    };
+    EXPECT_EQ(said("keys a.json b.json"),
+              "orvid: PATH is missing before the file \"a.json\": for the roots of all files write "
+              "--in '', where it is the path --in a.json; see orvid keys --help\n");
+    EXPECT_EQ(said("rename k a.json"),
+              "orvid: KEY is missing before the file \"a.json\"; where that is the KEY, give - for "
+              "standard input; see orvid rename --help\n");
+    EXPECT_EQ(said("move k a.json"),
+              "orvid: TO is missing before the file \"a.json\"; where that is the TO, give - for "
+              "standard input; see orvid move --help\n");
+    EXPECT_EQ(said("copy k a.json -"), "");
+    EXPECT_EQ(said("rename k a.json - b.json"),
+              "orvid: b.json:1:1: at (root): path \"k\" not found, there is no \"k\"\n");
 }
 
 TEST(options_of_other_commands, are_told_what_does_it_here) {

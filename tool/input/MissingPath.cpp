@@ -5,6 +5,7 @@
 #include "input/MissingPath.h"
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +53,42 @@ std::string named(const std::string& path) {
         return "it";
     }
     return path.empty() ? "the root" : "\"" + path + "\"";
+}
+
+/// The text as a key of a path.
+std::string keyText(const std::string& key) {
+    std::ostringstream text;
+    ko::Orvid::PathGenerator(text).genObjectProperty(key);
+    return text.str();
+}
+
+/// Whether the path goes on with the key as it is, and is at a next step after it.
+bool goesOnWith(const std::string& path, std::size_t start, const std::string& key) {
+    const std::size_t end = start + key.length();
+    return path.compare(start, key.length(), key) == 0 &&
+           (end == path.length() || path[end] == '.' || path[end] == '[');
+}
+
+/// Where a key of the object has dots or brackets in it that the path has without backslashes: how
+/// to write the path. What is below the object begins at `start` of the path.
+std::string escapeHint(const Element& object, const std::string& path, std::size_t start) {
+    for (const std::string& key : keysOf(object)) {
+        if (key.find_first_of(".[") != std::string::npos && goesOnWith(path, start, key)) {
+            return "; for the key \"" + key + "\" write " + path.substr(0, start) + keyText(key) +
+                   path.substr(start + key.length());
+        }
+    }
+    return "";
+}
+
+/// The same for the object at which the walk stopped or, where it went astray, the root.
+std::string escapeHint(const Element& root, const Element& holder, const std::string& holderPath,
+                       const std::string& path) {
+    std::string hint;
+    if (holder.isObject() && path.compare(0, holderPath.length() + 1, holderPath + ".") == 0) {
+        hint = escapeHint(holder, path, holderPath.length() + 1);
+    }
+    return hint.empty() && root.isObject() ? escapeHint(root, path, 0) : hint;
 }
 
 /// Why a value of another type has no such step.
@@ -117,7 +154,9 @@ Failure missingPath(Location location, const Element& root, const PathNotFound& 
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, error.path());
     }
-    return {ExitStatus::failed, std::move(location), start + text};
+    const std::string escape =
+        holder == nullptr || isPointer ? "" : escapeHint(root, *holder, holderPath, error.path());
+    return {ExitStatus::failed, std::move(location), start + (escape.empty() ? text : escape)};
 }
 
 }  // namespace orvid_tool

@@ -29,6 +29,15 @@ bool isFile(const std::string& word) {
     return false;
 }
 
+/// Of several files the first is taken for the path.
+void requirePath(const std::string& word) {
+    if (endsAsFile(word) && isFileThere(word)) {
+        throw UsageError(
+            "PATH is missing before the file \"" + word +
+            "\": for the roots of all files write --in '', where it is the path --in " + word);
+    }
+}
+
 }  // namespace
 
 const char* typeName(const Element& value) {
@@ -50,6 +59,7 @@ void LookVerb::prepare(Call& call) {
         !m_in && !m_words.empty() && (m_words.size() > 1 || !isFile(m_words.front()));
     if (isPathFirst) {
         requireNoFile("PATH", m_words.front(), {m_words.begin() + 1, m_words.end()});
+        requirePath(m_words.front());
     }
     m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
     call.files.assign(m_words.begin() + (isPathFirst ? 1 : 0), m_words.end());

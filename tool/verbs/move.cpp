@@ -11,6 +11,7 @@
 #include "edit/Insertion.h"
 #include "edit/Kept.h"
 #include "input/CallPath.h"
+#include "input/Input.h"
 #include "input/PathSteps.h"
 #include "verbs/verbs.h"
 
@@ -88,7 +89,8 @@ public:
         addLines(words, call);
     }
 
-    void prepare(Call& /*call*/) override {
+    void prepare(Call& call) override {
+        requireNoFile("TO", m_toWord, call.files);
         m_from = CallPath(m_fromWord);
         m_to = CallPath(m_toWord);
         if (m_to.isPlain() && m_toWord.substr(0, 1) != "$") {

@@ -8,6 +8,7 @@
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "input/CallPath.h"
+#include "input/Input.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -61,7 +62,10 @@ public:
         addLines(words, call);
     }
 
-    void prepare(Call& /*call*/) override { m_path = CallPath(m_word); }
+    void prepare(Call& call) override {
+        requireNoFile("KEY", m_key, call.files);
+        m_path = CallPath(m_word);
+    }
 
 private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
