@@ -23,6 +23,7 @@ using orvid_test::printed;
 using orvid_test::repeated;
 using orvid_test::ScratchFile;
 using orvid_test::shell;
+using orvid_test::withoutExcerpt;
 
 /// The number tokens of a JSON text without comments, in their order.
 std::vector<std::string> numberTokens(const std::string& text) {
@@ -254,6 +255,30 @@ TEST(print, writes_containers_nested_at_any_depth) {
         EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '['), std::ptrdiff_t(depth));
         EXPECT_EQ(std::count(result.out.begin(), result.out.end(), ']'), std::ptrdiff_t(depth));
     }
+}
+
+TEST(print_in_place, refuses_comments_unless_they_may_go) {
+    const std::string text = "{\"a\": \"//\",\n} // end\n";
+    const ScratchFile file(text);
+    EXPECT_EQ(withoutExcerpt(orvid({"print", "-i", file.name()})),
+              failed(1, file.name() +
+                            ":2:3: at (root): Comments are not allowed in a file that is written "
+                            "anew, without them; --drop-comments does it, and the verbs that edit "
+                            "keep them"));
+    EXPECT_EQ(bytesOfFile(file.name()), text);
+    EXPECT_EQ(orvid({"print", "-c", file.name()}), printed("{\"a\":\"//\"}\n"));
+    EXPECT_EQ(orvid({"print", "-ci", "--drop-comments", file.name()}), printed(""));
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":\"//\"}\n");
+    EXPECT_EQ(orvid({"print", "-i", "--indent=1", file.name()}), printed(""));
+}
+
+TEST(print_in_place, refuses_comments_of_lines) {
+    const std::string lines = "[1]\n[/**/2]\n";
+    const ScratchFile file(lines);
+    EXPECT_EQ(orvid({"print", "-i", "--lines", file.name()}).status, 1);
+    EXPECT_EQ(bytesOfFile(file.name()), lines);
+    EXPECT_EQ(orvid({"print", "-i", "--lines", "--drop-comments", file.name()}), printed(""));
+    EXPECT_EQ(bytesOfFile(file.name()), "[1]\n[2]\n");
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 //
 // orvid print: the document in another layout.
 
+#include <string>
+#include <string_view>
+
 #include "call/Options.h"
 #include "edit/rewrite.h"
 #include "verbs/verbs.h"
@@ -9,6 +12,13 @@
 namespace orvid_tool {
 
 namespace {
+
+using ko::Orvid::ReadOptions;
+
+constexpr std::string_view k_commentsRefused = "Comments are not allowed";
+const std::string k_hint =
+    " in a file that is written anew, without them; --drop-comments does it, and the verbs that "
+    "edit keep them";
 
 class Print : public DocumentVerb {
 public:
@@ -26,6 +36,8 @@ public:
             "--no-meta", [&call] { call.hasMeta = false; }, "leave out the member \"meta\"");
         words.flag(
             "--meta", [&call] { call.hasMeta = true; }, "write the member \"meta\", as it is now");
+        words.flag("--drop-comments", m_dropsComments,
+                   "with --in-place, write a file anew although its comments are lost");
         addLayout(words, call);
         addInPlace(words, call);
         addStrict(words, call);
@@ -33,10 +45,29 @@ public:
     }
 
 private:
+    /// Comments that nobody asked to lose are errors.
+    ReadOptions options(const Call& call) const {
+        ReadOptions options = documentOptions(call.isStrict);
+        options.allowComments = options.allowComments && (!call.isInPlace || m_dropsComments);
+        return options;
+    }
+
+    void read(const Call& call, Document& document) const override {
+        try {
+            readTree(document.location, document.text, document.root, options(call));
+        } catch (const Failure& failure) {
+            if (call.isStrict || failure.text() != k_commentsRefused) {
+                throw;
+            }
+            throw Failure(failure.status(), failure.location(), failure.text() + k_hint,
+                          failure.excerpt());
+        }
+    }
+
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         const TextLayout layout{call.layout.options.indent, !call.hasMeta};
         return !call.isStrict && isPlain(call.layout) &&
-               rewrite(document.text, layout, nullptr, wholeOptions(), out);
+               rewrite(document.text, layout, nullptr, options(call), out);
     }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
@@ -45,6 +76,8 @@ private:
         dom.setWriteMeta(call.hasMeta);
         out.append(jsonText(dom, call.layout));
     }
+
+    bool m_dropsComments = false;
 };
 
 }  // namespace
