@@ -114,7 +114,14 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     if (step == "$" && holderPath.empty() && path.size() > 1) {
         return "; a path has no $, write " + path.substr(path[1] == '.' ? 2 : 1);
     }
-    return suggestion(step, keysOf(object));
+    if (step == "*") {
+        return "; for all members: orvid query '$." + path + "'";
+    }
+    const std::string similar = suggestion(step, keysOf(object));
+    if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
+        return "; steps are separated by dots, or all begin with a slash: /" + path;
+    }
+    return similar;
 }
 
 }  // namespace

@@ -43,6 +43,9 @@ Assignment assignment(const std::string& path, const std::string& value,
 /// Of a path and a value. Where the value is none and no file follows, but is the name of one, it
 /// is the value that was forgotten.
 Assignment onlyAssignment(const std::vector<std::string>& words) {
+    if (words[1] == "=") {
+        throw UsageError("PATH=VALUE is one word, without spaces around the =");
+    }
     try {
         return assignment(words[0], words[1], "");
     } catch (const Failure&) {

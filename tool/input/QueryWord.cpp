@@ -12,10 +12,24 @@ using ko::Orvid::ParseException;
 
 namespace {
 
+/// What to write of the operators of other languages.
+std::string operatorHint(const std::string& text) {
+    const auto has = [&](const char* word) { return text.find(word) != std::string::npos; };
+    if (has("=~")) {
+        return "; a regular expression is asked for by match() or search(), as in search(@.a, 'b')";
+    }
+    return has(" and ") || has(" or ") || has(" not ")
+               ? "; the operators are written && and || and !"
+               : "";
+}
+
 /// What to write of a path that was taken for a query.
 std::string hint(const std::string& text) {
-    if (text.empty() || text.front() == '$') {
+    if (text.empty()) {
         return "";
+    }
+    if (text.front() == '$') {
+        return operatorHint(text);
     }
     if (text.front() == '@') {
         return "; a filter stands in brackets, as in '$[?@.a > 1]'";

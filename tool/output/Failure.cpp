@@ -32,6 +32,17 @@ const char* pathProblem(const ParseException& error) {
     }
 }
 
+/// What to write instead of the path, which is malformed.
+std::string pathHint(const std::string& path, EParseError code) {
+    if (code == EParseError::pathNoIndex) {
+        return "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") + path +
+               "'";
+    }
+    const bool isQuoted =
+        path.find("[\"") != std::string::npos || path.find("['") != std::string::npos;
+    return isQuoted ? "; a key stands after a dot, without quotes, as in a.b" : "";
+}
+
 }  // namespace
 
 Failure::Failure(ExitStatus status, Location location, const std::string& text, std::string excerpt)
@@ -62,10 +73,7 @@ Failure malformedPath(const std::string& path, const ParseException& error) {
     const bool hasLocation = error.code() != EParseError::pathNoIndex && column >= 0;
     return {ExitStatus::usage, hasLocation ? locationInWord(column) : Location(),
             "path \"" + path + "\": " + (problem.empty() ? error.message() : problem) +
-                (error.code() == EParseError::pathNoIndex
-                     ? "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") +
-                           path + "'"
-                     : ""),
+                pathHint(path, error.code()),
             hasLocation ? wordExcerpt(path, at) : std::string()};
 }
 

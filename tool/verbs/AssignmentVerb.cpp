@@ -8,6 +8,7 @@
 
 #include "call/Options.h"
 #include "edit/Kept.h"
+#include "input/Input.h"
 #include "input/ValueWord.h"
 
 namespace orvid_tool {
@@ -62,6 +63,7 @@ void AssignmentVerb::prepareValue(Call& call) {
     if (m_words.empty()) {
         throw UsageError("VALUE is required");
     }
+    requireNoFile("VALUE", m_words.front(), {m_words.begin() + 1, m_words.end()});
     m_assignments.emplace_back();
     readValueWord(m_words.front(), m_assignments.back().value);
     call.files.assign(m_words.begin() + 1, m_words.end());

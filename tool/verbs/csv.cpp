@@ -148,10 +148,23 @@ public:
         if (call.lines.isOn && m_words.empty()) {
             throw UsageError("--lines needs the columns: name them with --field");
         }
+        for (const std::string& word : m_words) {
+            requireOneField(word);
+        }
         m_columns.emplace(m_words);
     }
 
 private:
+    static void requireOneField(const std::string& word) {
+        for (std::size_t i = 0; i < word.length(); i += word[i] == '\\' ? 2U : 1U) {
+            if (word[i] == ',') {
+                throw UsageError("--field " + word +
+                                 ": each column is a --field of its own; a comma in a key is "
+                                 "written \\,");
+            }
+        }
+    }
+
     void beginLines(const Call& /*call*/, Output& out) const override { begin(out); }
 
     void begin(Output& out) const {

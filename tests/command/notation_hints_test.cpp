@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+//
+// What the command says to the notations of other languages, and to words that are split or joined
+// otherwise than it takes them.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/Command.h"
+#include "support/ScratchFolder.h"
+
+namespace {
+
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFolder;
+
+/// Whether the errors of the call have that text in them.
+bool says(const std::vector<std::string>& call, const std::string& text,
+          const std::string& input = R"({"a":{"b":1}})") {
+    return orvid(call, input).err.find(text) != std::string::npos;
+}
+
+TEST(notations, of_all_members_and_of_slashes_are_explained) {
+    EXPECT_EQ(orvid({"get", "a.*"}, R"({"a":{"b":1}})"),
+              failed(1,
+                     "(standard input):1:6: at a: path \"a.*\" not found, there is no \"*\"; for "
+                     "all members: orvid query '$.a.*'"));
+    EXPECT_EQ(orvid({"get", "a/b"}, R"({"a":{"b":1}})"),
+              failed(1,
+                     "(standard input):1:1: at (root): path \"a/b\" not found, there is no "
+                     "\"a/b\"; steps are separated by dots, or all begin with a slash: /a/b"));
+    EXPECT_FALSE(says({"get", "/a/c"}, "slash"));
+}
+
+TEST(notations, of_keys_in_brackets_are_explained) {
+    const std::string hint = "; a key stands after a dot, without quotes, as in a.b\n";
+    EXPECT_TRUE(says({"get", R"(a["b"])"}, hint));
+    EXPECT_TRUE(says({"get", "a['b']"}, hint));
+    EXPECT_FALSE(says({"get", "a..b"}, hint));
+}
+
+TEST(notations, of_operators_in_queries_are_explained) {
+    const std::string hint = "; the operators are written && and || and !\n";
+    EXPECT_TRUE(says({"query", "$[?@.a == 1 and @.b == 2]"}, hint));
+    EXPECT_TRUE(says({"query", "$[?@.a == 1 or @.b == 2]"}, hint));
+    EXPECT_TRUE(says({"query", "$[?@.a =~ 'b']"}, "search(@.a, 'b')\n"));
+    EXPECT_FALSE(says({"query", "$[?@.a = 1]"}, ";"));
+}
+
+TEST(words, that_are_split_at_the_equals_sign_are_explained) {
+    EXPECT_EQ(
+        orvid({"set", "price", "=", "5"}, "{}"),
+        failed(2, "PATH=VALUE is one word, without spaces around the =; see orvid set --help"));
+}
+
+TEST(words, that_lack_the_value_are_explained) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "{}");
+    EXPECT_EQ(orvid({"set", "--query", "$.a", file}),
+              failed(2, "VALUE is missing before the file \"" + file +
+                            "\"; where that is the VALUE, give - for standard input; see orvid set "
+                            "--help"));
+}
+
+TEST(words, that_join_columns_are_explained) {
+    EXPECT_EQ(orvid({"csv", "-f", "id,name"}, R"({"id":1,"name":2})"),
+              failed(2,
+                     "--field id,name: each column is a --field of its own; a comma in a key is "
+                     "written \\,; see orvid csv --help"));
+    EXPECT_EQ(orvid({"csv", "-f", R"(id\,name)"}, R"({"id,name":1})"), printed("\"id,name\"\n1\n"));
+}
+
+}  // namespace
