@@ -97,6 +97,9 @@ void requireVerb(const Verbs& verbs, const Verb* verb, const orvid_tool::Command
         throw usageError("", "a verb is required");
     }
     const bool isOption = !word.empty() && word.front() == '-';
+    if (word == "-V" || word == "-v") {
+        throw usageError("", "there is no " + word + " (did you mean --version?)");
+    }
     throw usageError("", isOption ? "a verb stands before its options"
                                   : "there is no verb \"" + word + "\"" + meant(word, verbs));
 }

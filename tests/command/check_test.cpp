@@ -78,4 +78,25 @@ TEST(check, shows_no_excerpts_of_lines) {
                      "complete"));
 }
 
+TEST(check, takes_json_with_comments_where_it_is_asked_to) {
+    const std::string document = "[1, // one\n]";
+    const ScratchFile file(document);
+    EXPECT_EQ(orvid({"check", "--jsonc", file.name()}), printed(""));
+    EXPECT_EQ(orvid({"check", "--jsonc"}, document), printed(""));
+    EXPECT_EQ(orvid({"check", "--jsonc", "--lines"}, "[1,]//\n"), printed(""));
+    EXPECT_EQ(orvid({"check"}, document).status, 1);
+    EXPECT_EQ(orvid({"check", "--jsonc"}, R"({"a":1,"a":2,})").status, 1);
+    EXPECT_EQ(orvid({"check", "--jsonc", "--strict"}, "1"),
+              failed(2,
+                     "--jsonc is JSON with comments: --no-comments does not go with it; see orvid "
+                     "check --help"));
+}
+
+TEST(check, refuses_comments_by_the_word_of_the_other_verbs) {
+    EXPECT_EQ(orvid({"check"}, "[] //\n"), printed(""));
+    EXPECT_EQ(orvid({"check", "--strict"}, "[] //\n"),
+              orvid({"check", "--no-comments"}, "[] //\n"));
+    EXPECT_EQ(orvid({"check", "--strict"}, "[] //\n").status, 1);
+}
+
 }  // namespace

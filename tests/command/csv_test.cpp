@@ -50,6 +50,30 @@ TEST(csv, has_the_columns_that_are_named) {
               printed("2\t1\n4\t3\n"));
 }
 
+TEST(csv, has_the_separator_that_is_asked_for) {
+    EXPECT_EQ(orvid({"csv", "--separator", ";"}, R"({"a":"x;y","b":"1,5"})"),
+              printed("a;b\n\"x;y\";1,5\n"));
+    EXPECT_EQ(orvid({"uncsv", "--separator=;"}, "a;b\n\"x;y\";1,5\n"),
+              printed("{\"a\":\"x;y\",\"b\":\"1,5\"}\n"));
+    EXPECT_EQ(orvid({"uncsv", "--separator=\t", "--tsv"}, "a\tb\n1\t2\n"),
+              printed("{\"a\":1,\"b\":2}\n"));
+    EXPECT_EQ(orvid({"csv", "--tsv", "--separator", ";"}),
+              failed(2, "--tsv and --separator exclude each other; see orvid csv --help"));
+    for (const char* const text : {"", ";;", "\"", "\n", "\xC3"}) {
+        EXPECT_EQ(orvid({"csv", std::string("--separator=") + text}, "1").status, 2) << text;
+    }
+}
+
+TEST(uncsv, says_that_a_table_seems_to_have_other_separators) {
+    EXPECT_EQ(
+        orvid({"uncsv"}, "a;b\n1;2\n"),
+        (CommandResult{"{\"a;b\":\"1;2\"}\n",
+                       "orvid: (standard input): the only column is \"a;b\"; --separator says "
+                       "what stands between columns\n",
+                       0, 0}));
+    EXPECT_EQ(orvid({"uncsv"}, "a;b,c\n1,2\n"), printed("{\"a;b\":1,\"c\":2}\n"));
+}
+
 TEST(csv, puts_quotes_where_they_are_needed) {
     EXPECT_EQ(orvid({"csv", "--no-header", "-f", "[0]", "-f", "[1]"},
                     R"([["a,b","say \"x\""],["line\nbreak","a\tb"],["",""]])"),

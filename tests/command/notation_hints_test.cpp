@@ -48,7 +48,42 @@ TEST(notations, of_operators_in_queries_are_explained) {
     EXPECT_TRUE(says({"query", "$[?@.a == 1 and @.b == 2]"}, hint));
     EXPECT_TRUE(says({"query", "$[?@.a == 1 or @.b == 2]"}, hint));
     EXPECT_TRUE(says({"query", "$[?@.a =~ 'b']"}, "search(@.a, 'b')\n"));
-    EXPECT_FALSE(says({"query", "$[?@.a = 1]"}, ";"));
+    EXPECT_TRUE(says({"query", "$[?@.a & @.b]"}, hint));
+    EXPECT_TRUE(says({"query", "$[?not @.b]"}, hint));
+    EXPECT_TRUE(says({"query", "$.a-b"}, "stands in quotes, as in $['a-b']\n"));
+    EXPECT_FALSE(says({"query", "$[?@.a = 'x and y']"}, ";"));
+}
+
+TEST(notations, of_values_in_brackets_are_explained) {
+    EXPECT_TRUE(says({"get", "a[b=1].c"},
+                     "; items are chosen by their values with orvid query, as in "
+                     "'$.a[?@.b == 1]'\n"));
+    EXPECT_FALSE(says({"get", "a=b[x"}, "orvid query"));
+}
+
+TEST(notations, of_new_items_are_explained_where_they_are_made) {
+    const std::string list = R"({"list":[1]})";
+    const std::string hint = ", there is no \"[5]\"; a new item is written [*]\n";
+    EXPECT_TRUE(says({"set", "list[5]=2"}, hint, list));
+    EXPECT_TRUE(says({"insert", "list[5]", "2"}, hint, list));
+    EXPECT_TRUE(says({"set", "-n", "list[5]=2"}, hint));
+    EXPECT_FALSE(says({"get", "list[5]"}, "[*]", list));
+}
+
+TEST(notations, of_records_in_filters_are_explained) {
+    const std::string hint = "'$[?$.a == 1]'\n";
+    const std::string records = "{\"n\":1}\n{\"n\":2}\n";
+    EXPECT_TRUE(says({"select", "--lines", "$[?@.n == 1]"}, hint, records));
+    EXPECT_TRUE(says({"select", "--not", "--lines", "-j2", "$[?@.n == 1]"}, hint, records));
+    EXPECT_FALSE(
+        says({"select", "--lines", "$[?@.n == 1]"}, hint, "{\"m\":{\"n\":1}}\n" + records));
+    EXPECT_FALSE(says({"select", "--lines", "$[?@.n == 1]"}, hint, ""));
+    EXPECT_FALSE(says({"select", "--lines", "$[?$.n == 3]"}, hint, records));
+}
+
+TEST(words, that_ask_for_the_version_elsewhere_are_explained) {
+    EXPECT_EQ(orvid({"-V"}),
+              failed(2, "there is no -V (did you mean --version?); see orvid --help"));
 }
 
 TEST(words, that_are_split_at_the_equals_sign_are_explained) {

@@ -143,7 +143,8 @@ const char* typePhrase(const Element& value) {
     }
 }
 
-Failure missingPath(Location location, const Element& root, const PathNotFound& error) {
+Failure missingPath(Location location, const Element& root, const PathNotFound& error,
+                    const std::string& itemHint) {
     const std::string holderPath = error.elementPath() == nullptr ? "" : *error.elementPath();
     if (error.elementPath() != nullptr) {
         location.path = holderPath;
@@ -160,6 +161,8 @@ Failure missingPath(Location location, const Element& root, const PathNotFound& 
         text = ": " + mismatch(*holder, holderPath, step);
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, error.path());
+    } else if (holder != nullptr) {
+        text += itemHint;
     }
     const std::string escape =
         holder == nullptr || isPointer ? "" : escapeHint(root, *holder, holderPath, error.path());

@@ -6,13 +6,16 @@
 
 #include <ko/Orvid.h>
 
+#include <string>
+
 #include "output/Failure.h"
 
 namespace orvid_tool {
 
 /// A step of the path leads nowhere in the document at `location`, whose root that is.
+/// For an item that there is not, the message ends with that hint.
 Failure missingPath(Location location, const ko::Orvid::Element& root,
-                    const ko::Orvid::PathNotFound& error);
+                    const ko::Orvid::PathNotFound& error, const std::string& itemHint = "");
 
 /// The value's type as in a sentence: "null", "a boolean", "an array".
 const char* typePhrase(const ko::Orvid::Element& value);

@@ -4,6 +4,9 @@
 
 #include "input/QueryWord.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "output/Failure.h"
 
 namespace orvid_tool {
@@ -12,24 +15,28 @@ using ko::Orvid::ParseException;
 
 namespace {
 
-/// What to write of the operators of other languages.
-std::string operatorHint(const std::string& text) {
-    const auto has = [&](const char* word) { return text.find(word) != std::string::npos; };
-    if (has("=~")) {
+/// What to write of the operators of other languages; `rest` begins at the error.
+std::string operatorHint(std::string_view rest) {
+    const auto isAt = [&](std::string_view word) { return rest.substr(0, word.size()) == word; };
+    if (isAt("=~")) {
         return "; a regular expression is asked for by match() or search(), as in search(@.a, 'b')";
     }
-    return has(" and ") || has(" or ") || has(" not ")
+    if (isAt("-")) {
+        return "; a name with such a character stands in quotes, as in $['a-b']";
+    }
+    return isAt("and ") || isAt("or ") || isAt("not ") || isAt("& ") || isAt("| ")
                ? "; the operators are written && and || and !"
                : "";
 }
 
-/// What to write of a path that was taken for a query.
-std::string hint(const std::string& text) {
+/// What to write of a path that was taken for a query, and of other languages.
+std::string hint(const std::string& text, int column) {
     if (text.empty()) {
         return "";
     }
     if (text.front() == '$') {
-        return operatorHint(text);
+        const auto at = static_cast<std::size_t>(std::max(column, 0));
+        return operatorHint(std::string_view(text).substr(std::min(at, text.size())));
     }
     if (text.front() == '@') {
         return "; a filter stands in brackets, as in '$[?@.a > 1]'";
@@ -45,7 +52,8 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
         return ko::Orvid::JsonPath(text);
     } catch (const ParseException& error) {
         throw Failure(ExitStatus::usage, locationInWord(error.firstColumn()),
-                      "query: " + error.message() + hint(text), wordExcerpt(text, error));
+                      "query: " + error.message() + hint(text, error.firstColumn()),
+                      wordExcerpt(text, error));
     }
 }
 

@@ -110,6 +110,34 @@ std::string markHint(std::string_view text, std::size_t offset) {
     return "";
 }
 
+/// What a text is that begins with bytes which begin no JSON.
+std::string formatHint(std::string_view text) {
+    static const std::vector<std::pair<std::string_view, const char*>> starts{
+        {{"\x1F\x8B", 2}, " (this is compressed by gzip)"},
+        {{"\x28\xB5\x2F\xFD", 4}, " (this is compressed by zstd)"},
+        {{"PK\x03\x04", 4}, " (this is a zip archive)"},
+        {{"\xFF\xFE", 2}, " (this is UTF-16: JSON is UTF-8)"},
+        {{"\xFE\xFF", 2}, " (this is UTF-16: JSON is UTF-8)"},
+        {{"{\0", 2}, " (this is UTF-16: JSON is UTF-8)"},
+        {{"[\0", 2}, " (this is UTF-16: JSON is UTF-8)"},
+        {{"\0{", 2}, " (this is UTF-16: JSON is UTF-8)"},
+        {{"\0[", 2}, " (this is UTF-16: JSON is UTF-8)"}};
+    for (const auto& [start, hint] : starts) {
+        if (text.substr(0, start.length()) == start) {
+            return hint;
+        }
+    }
+    return "";
+}
+
+/// The name of a character that messages write as a byte.
+std::string spaceHint(char c) {
+    return c == ' '                 ? " (a space)"
+           : c == '\t'              ? " (a tab)"
+           : c == '\n' || c == '\r' ? " (a line break)"
+                                    : "";
+}
+
 bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
@@ -133,6 +161,14 @@ std::string slipHint(std::string_view text, std::size_t offset, std::string_view
     }
     if (offset >= text.length() || message.rfind("Unexpected", 0) != 0) {
         return "";
+    }
+    if (offset <= 1) {
+        if (std::string format = formatHint(text); !format.empty()) {
+            return format;
+        }
+    }
+    if (const std::string space = spaceHint(text[offset]); !space.empty()) {
+        return space;
     }
     const std::string_view word = wordAt(text, offset);
     const bool isWordHere = !word.empty() && isIn(k_letters, text, offset);

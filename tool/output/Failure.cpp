@@ -38,6 +38,9 @@ std::string pathHint(const std::string& path, EParseError code) {
         return "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") + path +
                "'";
     }
+    if (path.find('=') > path.find('[') && path.find('=') != std::string::npos) {
+        return "; items are chosen by their values with orvid query, as in '$.a[?@.b == 1]'";
+    }
     const bool isQuoted =
         path.find("[\"") != std::string::npos || path.find("['") != std::string::npos;
     return isQuoted ? "; a key stands after a dot, without quotes, as in a.b" : "";

@@ -39,6 +39,8 @@ std::string AssignmentVerb::hintForFile(const std::string& /*word*/) const {
     return m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
 
+std::string AssignmentVerb::hintForItem() const { return "; a new item is written [*]"; }
+
 void AssignmentVerb::beginNew(Call& call) {
     if (call.isInPlace || call.lines.isOn || !call.files.empty()) {
         throw UsageError("--new reads nothing: files, --in-place and --lines do not go with it");

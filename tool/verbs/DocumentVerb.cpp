@@ -167,10 +167,12 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
             highest = std::max(highest, ExitStatus::inputOutput);
         }
     }
-    return std::max(highest, outcome());
+    return std::max(highest, outcome(report));
 }
 
 std::string DocumentVerb::hintForFile(const std::string& /*word*/) const { return ""; }
+
+std::string DocumentVerb::hintForItem() const { return ""; }
 
 /// A file that is not there is mostly a slip in the call, which is not to be half done then.
 void DocumentVerb::requireAllThere(const std::vector<std::string>& files) const {
@@ -192,7 +194,7 @@ Failure DocumentVerb::hinted(const Failure& failure, const std::string& file) co
                         : Failure(failure.status(), failure.location(), failure.text() + hint);
 }
 
-ExitStatus DocumentVerb::outcome() const { return ExitStatus::done; }
+ExitStatus DocumentVerb::outcome(const Report& /*report*/) const { return ExitStatus::done; }
 
 void DocumentVerb::read(const Call& call, Document& document) const {
     readTree(document.location, document.text, document.root, documentOptions(call.isStrict));
@@ -220,7 +222,8 @@ void DocumentVerb::work(const Call& call, Document& document, Bytes& out) const 
         read(call, document);
         apply(call, document, out);
     } catch (const ko::Orvid::PathNotFound& error) {
-        throw located(missingPath(document.location, document.root, error), document);
+        throw located(missingPath(document.location, document.root, error, hintForItem()),
+                      document);
     } catch (const Failure& failure) {
         throw located(failure, document);
     } catch (const ko::Exception& error) {

@@ -10,15 +10,35 @@ namespace orvid_tool {
 
 /// The options of a table, the same in both directions.
 struct TableWords {
-    bool isTabbed = false;
+    char separator = ',';
     bool hasNoHeader = false;
 
-    char separator() const { return isTabbed ? '\t' : ','; }
-
     void addTo(Words& words) {
-        words.flag("--tsv", isTabbed, "tabs between the fields");
+        words.flag(
+            "--tsv", [this] { separateBy("\t"); }, "tabs between the fields");
+        words.option(
+            "--separator", [this](const std::string& text) { separateBy(text); }, "CHARACTER",
+            "what stands between the fields, such as ';'");
         words.flag("--no-header", hasNoHeader, "the first row holds values, too");
     }
+
+private:
+    /// Throws UsageError for what could not be told from the text of a field.
+    void separateBy(const std::string& text) {
+        const auto isAllowed = [](char c) {
+            return c == '\t' || (c > ' ' && c < '\x7f' && c != '"');
+        };
+        if (text.length() != 1 || !isAllowed(text.front())) {
+            throw UsageError("--separator takes one ASCII character, and no quote or line break");
+        }
+        if (m_isAsked && separator != text.front()) {
+            throw UsageError("--tsv and --separator exclude each other");
+        }
+        separator = text.front();
+        m_isAsked = true;
+    }
+
+    bool m_isAsked = false;
 };
 
 }  // namespace orvid_tool

@@ -24,14 +24,24 @@ public:
     const char* examples() const override {
         return "  orvid check settings.json\n"
                "  orvid check --no-comments *.json\n"
+               "  orvid check --jsonc .vscode/settings.json\n"
                "  orvid check --lines --on-error=skip --stats <records.jsonl";
     }
 
     void addWords(Words& words, Call& call) override {
         addFiles(words, call);
         words.flag("--no-comments", m_refusesComments, "treat comments as errors");
+        words.flag("--strict", m_refusesComments, "the same, as other verbs call it");
+        words.flag("--jsonc", m_takesCommas,
+                   "take commas after the last item or member, as the verbs that edit do");
         words.flag("-q,--quiet", m_isQuiet, "report nothing: only the exit status says");
         addLines(words, call);
+    }
+
+    void prepare(Call& /*call*/) override {
+        if (m_refusesComments && m_takesCommas) {
+            throw UsageError("--jsonc is JSON with comments: --no-comments does not go with it");
+        }
     }
 
 private:
@@ -49,6 +59,7 @@ private:
     ReadOptions options() const {
         ReadOptions options = ReadOptions::strict();
         options.allowComments = !m_refusesComments;
+        options.allowTrailingCommas = m_takesCommas;
         return options;
     }
 
@@ -68,6 +79,7 @@ private:
     void apply(const Call& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
 
     bool m_refusesComments = false;
+    bool m_takesCommas = false;
     bool m_isQuiet = false;  ///< what the report does
 };
 

@@ -169,7 +169,7 @@ private:
 
     void begin(Output& out) const {
         if (!m_isBegun && !m_table.hasNoHeader) {
-            out.write(m_columns->header(m_table.separator()));
+            out.write(m_columns->header(m_table.separator));
         }
         m_isBegun = true;
     }
@@ -197,7 +197,7 @@ private:
         if (!m_columns->areKnown()) {
             m_columns->takeKeys(record);
         }
-        const std::string row = m_columns->row(record, m_table.separator());
+        const std::string row = m_columns->row(record, m_table.separator);
         begin(out);
         out.write(row);
     }
@@ -205,11 +205,11 @@ private:
     /// A line: its columns are named.
     void apply(const Call& /*call*/, Document& document, Bytes& out) const override {
         if (!document.root.isArray()) {
-            out.append(m_columns->row(document.root, m_table.separator()));
+            out.append(m_columns->row(document.root, m_table.separator));
             return;
         }
         for (const Element& record : document.root.array()) {
-            out.append(m_columns->row(record, m_table.separator()));
+            out.append(m_columns->row(record, m_table.separator));
         }
     }
 

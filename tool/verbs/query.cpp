@@ -130,7 +130,7 @@ private:
         }
     }
 
-    ExitStatus outcome() const override {
+    ExitStatus outcome(const Report& /*report*/) const override {
         return m_hasStatus && !m_isAnythingSelected ? ExitStatus::failed : ExitStatus::done;
     }
 

@@ -2,11 +2,14 @@
 //
 // orvid select: the records of which a query is true, byte for byte.
 
+#include <atomic>
 #include <optional>
+#include <string_view>
 
 #include "call/Options.h"
 #include "input/Input.h"
 #include "input/QueryWord.h"
+#include "output/Report.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -66,10 +69,23 @@ private:
     }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
-        if (isTrueOf(document.root) != m_isInverted) {
+        const bool isTrue = isTrueOf(document.root);
+        (isTrue ? m_wasTrue : m_wasFalse).store(true, std::memory_order_relaxed);
+        if (isTrue != m_isInverted) {
             out.append(document.text);
             out.append(call.lines.isOn ? "\n" : "");
         }
+    }
+
+    /// A filter on the root looks at what is in a record, which is mostly meant to be the record.
+    ExitStatus outcome(const Report& report) const override {
+        constexpr std::string_view slip = "$[?@.";
+        if (m_text.substr(0, slip.size()) == slip && m_wasFalse && !m_wasTrue) {
+            report.note(
+                "the query is true of nothing: in a filter on $, @ is each value in it; for "
+                "the record itself write $, as in '$[?$.a == 1]'");
+        }
+        return ExitStatus::done;
     }
 
     /// A query that can select one element only asks for its value; any other, whether there is
@@ -82,6 +98,8 @@ private:
     std::string m_text;
     std::optional<JsonPath> m_query;
     bool m_isInverted = false;
+    mutable std::atomic<bool> m_wasTrue{false};
+    mutable std::atomic<bool> m_wasFalse{false};
 };
 
 }  // namespace

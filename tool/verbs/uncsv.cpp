@@ -9,6 +9,7 @@
 #include "input/Input.h"
 #include "output/Csv.h"
 #include "output/Output.h"
+#include "output/Report.h"
 #include "text/byteOrderMark.h"
 #include "text/StringText.h"
 #include "verbs/TableWords.h"
@@ -86,6 +87,7 @@ public:
     const char* help() const override { return "Write the records of a table, one a line"; }
     const char* examples() const override {
         return "  orvid uncsv people.csv\n"
+               "  orvid uncsv --separator ';' people.csv\n"
                "  orvid uncsv --strings <codes.csv\n"
                "  orvid uncsv people.csv | orvid join";
     }
@@ -98,22 +100,32 @@ public:
                    "quotes are what they say");
     }
 
-    ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
+    ExitStatus run(const Call& call, const Report& report, Output& out) const override {
         for (const std::string& file : call.files) {
             Input input(file);
-            Rows rows(input, m_table.separator());
-            writeRecords(rows, out);
+            Rows rows(input, m_table.separator);
+            writeRecords(rows, report, out);
         }
         return ExitStatus::done;
     }
 
 private:
-    void writeRecords(Rows& rows, Output& out) const {
+    /// The common other separators make a table of one column.
+    void noteSeparator(const Location& location, const std::vector<std::string>& keys,
+                       const Report& report) const {
+        if (keys.size() == 1 && keys.front().find_first_of(";\t|") != std::string::npos) {
+            report.note(location.file + ": the only column is \"" + keys.front() +
+                        "\"; --separator says what stands between columns");
+        }
+    }
+
+    void writeRecords(Rows& rows, const Report& report, Output& out) const {
         CsvRow row;
         std::vector<std::string> keys;
         if (!m_table.hasNoHeader && rows.next(row)) {
             requireKeys(rows.location(row.line), row.fields);
             keys = row.fields;
+            noteSeparator(rows.location(row.line), keys, report);
         }
         while (rows.next(row)) {
             const bool isBlank =
