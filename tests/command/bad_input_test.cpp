@@ -142,7 +142,9 @@ TEST(bad_text, with_bytes_that_are_no_text_is_refused_at_the_first_one) {
     expectLines({{"\0[1]"s, "1:1: at (root): Unexpected byte 0x00: expected a value"},
                  {"[1,\0 2]"s, "1:4: at (root): Unexpected byte 0x00: expected a value or ']'"},
                  {"[1]\0"s, "1:4: at (root): Unexpected byte 0x00: the document is complete"},
-                 {"\xFF\xFE[\0"s, "1:1: at (root): Unexpected byte 0xFF: expected a value"}});
+                 {"\xFF\xFE[\0"s,
+                  "1:1: at (root): Unexpected byte 0xFF: expected a value (this is UTF-16: JSON is "
+                  "UTF-8)"}});
 }
 
 TEST(bad_text, after_the_value_is_refused) {

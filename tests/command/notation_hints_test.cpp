@@ -61,6 +61,16 @@ TEST(notations, of_values_in_brackets_are_explained) {
     EXPECT_FALSE(says({"get", "a=b[x"}, "orvid query"));
 }
 
+TEST(notations, of_all_items_and_of_the_root_are_explained) {
+    EXPECT_TRUE(says({"get", ".[]"},
+                     "; for all items write [*] in a query, as in orvid query "
+                     "'$.a[*]'\n"));
+    EXPECT_TRUE(says({"get", "a[].b"}, "; for all items write [*] in a query"));
+    EXPECT_TRUE(says({"get", "."}, "; for the whole document write ''\n"));
+    EXPECT_TRUE(says({"get", "$"}, "; for the whole document write ''\n"));
+    EXPECT_EQ(orvid({"get", "-r", ""}, "1"), printed("1\n"));
+}
+
 TEST(notations, of_new_items_are_explained_where_they_are_made) {
     const std::string list = R"({"list":[1]})";
     const std::string hint = ", there is no \"[5]\"; a new item is written [*]\n";

@@ -90,16 +90,19 @@ TEST(set, works_in_a_pipeline) {
 }
 
 TEST(set, names_the_step_that_cannot_be_made) {
-    EXPECT_EQ(
-        orvid({"set", "b[2]", "1"}, k_document),
-        failed(1, "(standard input):1:6: at b: path \"b[2]\" not found, there is no \"[2]\""));
+    EXPECT_EQ(orvid({"set", "b[2]", "1"}, k_document),
+              failed(1,
+                     "(standard input):1:6: at b: path \"b[2]\" not found, there is no \"[2]\"; "
+                     "a new item is written [*]"));
     EXPECT_EQ(orvid({"set", "b.c", "1"}, k_document),
               failed(1, "(standard input):1:6: at b: path \"b.c\" not found: \"b\" is an array"));
     EXPECT_EQ(
         orvid({"set", "a.c.d", "1"}, k_document),
         failed(1, "(standard input):1:21: at a.c: path \"a.c.d\" not found: \"a.c\" is a number"));
     EXPECT_EQ(orvid({"set", "n[0]", "1"}, k_document),
-              failed(1, "(standard input): at n: path \"n[0]\" not found, there is no \"[0]\""));
+              failed(1,
+                     "(standard input): at n: path \"n[0]\" not found, there is no \"[0]\"; "
+                     "a new item is written [*]"));
     EXPECT_EQ(orvid({"set", "a", "1"}, "null"),
               failed(1, "(standard input):1:1: at (root): path \"a\" not found: the root is null"));
 }

@@ -40,6 +40,16 @@ TEST(terminal, shows_no_colour_when_asked_not_to) {
     }
 }
 
+TEST(terminal, is_not_steered_by_keys_and_strings) {
+    const ScratchFile file("{\"a\xE2\x80\xAE\":\"\xC2\x9B\xD8\x9C\xC3\xA9\"}");
+    const std::string shown = R"({"a\u202e":"\u009b\u061c)"
+                              "\xC3\xA9\"}\r\n";
+    EXPECT_EQ(onTerminal(R"("$0" print --compact --color=never "$1")", file.name()), shown);
+    EXPECT_EQ(onTerminal(R"("$0" select '$' "$1"; echo)", file.name()), shown);
+    EXPECT_EQ(onTerminal(R"("$0" keys "$1")", file.name()), "a\\u202e\r\n");
+    EXPECT_EQ(shell(R"("$0" keys "$1")", {file.name()}).out, "a\xE2\x80\xAE\n");
+}
+
 TEST(terminal, shows_progress_after_a_second_and_takes_it_away) {
     const std::string shown = onTerminal(
         R"((echo '[1]'; sleep 1.5; echo '[2]') | "$0" print --lines 2>&1 >"$1"; cat "$1")",

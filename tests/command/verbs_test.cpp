@@ -155,8 +155,11 @@ TEST(unpaths, names_the_line_that_does_not_fit) {
               failed(1, "(standard input):2: [0] is an item of what is no array"));
     EXPECT_EQ(
         orvid({"unpaths"}, "a\ttru\n"),
-        failed(1,
-               "(standard input):1:6: at (root): The text ends before the document is complete"));
+        failed(1, "(standard input):1:6: at a: The text ends before the document is complete"));
+    EXPECT_EQ(orvid({"unpaths"}, "\"a.b\"\t{\"c\":[1,tru]}\nb\t[}\n"),
+              failed(1, "(standard input):1:18: at a.b.c: Unexpected ']': expected true"));
+    EXPECT_EQ(orvid({"unpaths", "--json-pointer"}, "/a\t[}\n"),
+              failed(1, "(standard input):1:5: Unexpected '}': expected a value or ']'"));
     EXPECT_EQ(orvid({"unpaths"}, "\n"),
               failed(1, "(standard input): there is no line with a path"));
 }

@@ -114,6 +114,9 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     if (step == "$" && holderPath.empty() && path.size() > 1) {
         return "; a path has no $, write " + path.substr(path[1] == '.' ? 2 : 1);
     }
+    if (step == "$" && path == step) {
+        return "; for the whole document write ''";
+    }
     if (step == "*") {
         return "; for all members: orvid query '$." + path + "'";
     }

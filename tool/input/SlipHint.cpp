@@ -110,24 +110,28 @@ std::string markHint(std::string_view text, std::size_t offset) {
     return "";
 }
 
+constexpr const char* k_utf16 = " (this is UTF-16: JSON is UTF-8)";
+
+/// Whether the text begins with two characters of ASCII in UTF-16.
+bool isEveryOtherZero(std::string_view text) {
+    return text.length() >= 4 && (text[0] == '\0') != (text[1] == '\0') &&
+           (text[0] == '\0') == (text[2] == '\0') && (text[1] == '\0') == (text[3] == '\0');
+}
+
 /// What a text is that begins with bytes which begin no JSON.
 std::string formatHint(std::string_view text) {
     static const std::vector<std::pair<std::string_view, const char*>> starts{
         {{"\x1F\x8B", 2}, " (this is compressed by gzip)"},
         {{"\x28\xB5\x2F\xFD", 4}, " (this is compressed by zstd)"},
         {{"PK\x03\x04", 4}, " (this is a zip archive)"},
-        {{"\xFF\xFE", 2}, " (this is UTF-16: JSON is UTF-8)"},
-        {{"\xFE\xFF", 2}, " (this is UTF-16: JSON is UTF-8)"},
-        {{"{\0", 2}, " (this is UTF-16: JSON is UTF-8)"},
-        {{"[\0", 2}, " (this is UTF-16: JSON is UTF-8)"},
-        {{"\0{", 2}, " (this is UTF-16: JSON is UTF-8)"},
-        {{"\0[", 2}, " (this is UTF-16: JSON is UTF-8)"}};
+        {{"\xFF\xFE", 2}, k_utf16},
+        {{"\xFE\xFF", 2}, k_utf16}};
     for (const auto& [start, hint] : starts) {
         if (text.substr(0, start.length()) == start) {
             return hint;
         }
     }
-    return "";
+    return isEveryOtherZero(text) ? k_utf16 : "";
 }
 
 /// The name of a character that messages write as a byte.
@@ -167,7 +171,8 @@ std::string slipHint(std::string_view text, std::size_t offset, std::string_view
             return format;
         }
     }
-    if (const std::string space = spaceHint(text[offset]); !space.empty()) {
+    const std::string space = spaceHint(text[offset]);
+    if (!space.empty() && contains(message, ": expected")) {
         return space;
     }
     const std::string_view word = wordAt(text, offset);

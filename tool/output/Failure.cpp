@@ -38,6 +38,12 @@ std::string pathHint(const std::string& path, EParseError code) {
         return "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") + path +
                "'";
     }
+    if (path.find("[]") != std::string::npos) {
+        return "; for all items write [*] in a query, as in orvid query '$.a[*]'";
+    }
+    if (path == ".") {
+        return "; for the whole document write ''";
+    }
     if (path.find('=') > path.find('[') && path.find('=') != std::string::npos) {
         return "; items are chosen by their values with orvid query, as in '$.a[?@.b == 1]'";
     }

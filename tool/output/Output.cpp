@@ -7,9 +7,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 
 #include "output/Failure.h"
 #include "output/Progress.h"
+#include "text/codePoints.h"
+#include "text/terminal.h"
 
 namespace orvid_tool {
 
@@ -17,7 +20,27 @@ namespace {
 
 constexpr const char* k_standardOutput = "(standard output)";
 
-void writeAll(std::string_view text) {
+/// The text with what turns the direction of a terminal's text, or steers the terminal in another
+/// way than ASCII does, as escapes, which say the same in JSON.
+std::string shown(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const auto character = ko::Orvid::text::firstCodePoint(text);
+        const std::size_t length = character ? character->length : 1;
+        if (length > 1 && ko::Orvid::text::steersTerminal(character->value)) {
+            char escape[16];
+            static_cast<void>(std::snprintf(escape, sizeof escape, "\\u%04x",
+                                            static_cast<unsigned int>(character->value)));
+            result += escape;
+        } else {
+            result += text.substr(0, length);
+        }
+        text.remove_prefix(length);
+    }
+    return result;
+}
+
+void writeBytes(std::string_view text) {
     const Progress::Pause pause;
     while (!text.empty()) {
         const ssize_t count = write(STDOUT_FILENO, text.data(), text.length());
@@ -26,6 +49,15 @@ void writeAll(std::string_view text) {
         } else if (errno != EINTR) {
             throw OutputFailure(systemFailure(k_standardOutput));
         }
+    }
+}
+
+void writeAll(std::string_view text) {
+    static const bool isTerminal = isatty(STDOUT_FILENO) != 0;
+    if (isTerminal) {
+        writeBytes(shown(text));
+    } else {
+        writeBytes(text);
     }
 }
 

@@ -3,6 +3,8 @@
 // orvid unpaths: the document that lines of `orvid paths` describe.
 
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "call/Options.h"
@@ -78,16 +80,26 @@ private:
         }
     }
 
-    /// The column of an error is that in the line.
-    static void readValue(const Location& location, std::string_view line, std::size_t start,
-                          Element& value) {
+    /// The column of an error is that in the line, its path that in the document.
+    void readValue(const Location& location, std::string_view line, std::size_t start,
+                   Element& value) const {
         try {
             readTree(location, line.substr(start), value);
         } catch (const Failure& failure) {
             Location at = failure.location();
             at.column += at.column == 0 ? 0 : start;
+            at.path = pathBelow(pathOfLine(line.substr(0, start - 1)), at.path.value_or(""));
             throw Failure(failure.status(), std::move(at), failure.text());
         }
+    }
+
+    /// Nothing below a pointer, which is no path.
+    std::optional<std::string> pathBelow(const std::string& path, const std::string& inner) const {
+        if (m_isPointer) {
+            return std::nullopt;
+        }
+        const bool isKey = !path.empty() && !inner.empty() && inner.front() != '[';
+        return path + (isKey ? "." : "") + inner;
     }
 
     Element& made(const std::string& path, Element& root, Gaps& gaps) const {
