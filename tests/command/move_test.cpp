@@ -122,4 +122,23 @@ TEST(copy, makes_new_items_on_the_way) {
               printed(R"({"s":[2,{"b":[]},{"b":[{"c":[1]}]}]})"));
 }
 
+TEST(copy, spells_strings_as_they_stand) {
+    EXPECT_EQ(orvid({"copy", "a", "z"}, R"({"a": "\u00e9\/x", "b": 1})"),
+              printed(R"({"a": "\u00e9\/x", "b": 1, "z": "\u00e9\/x"})"));
+    EXPECT_EQ(orvid({"copy", "a", "l[*]"},
+                    "{\"a\": { // \"c\"\n  \"k\\/\": /*\"*/ [\"\\u0041\", 1.0]\n}, "
+                    "\"l\": [\"\\u0042\"]}"),
+              printed("{\"a\": { // \"c\"\n  \"k\\/\": /*\"*/ [\"\\u0041\", 1.0]\n}, "
+                      "\"l\": [\"\\u0042\", {\"k\\/\": [\"\\u0041\", 1.0]}]}"));
+    EXPECT_EQ(orvid({"copy", "--lines", "a", "z"}, "\xEF\xBB\xBF{\"a\":\"\\u0041\"}\n"),
+              printed("\xEF\xBB\xBF{\"a\":\"\\u0041\",\"z\":\"\\u0041\"}\n"));
+}
+
+TEST(copy, spells_anew_in_a_new_layout_and_where_no_path_leads) {
+    EXPECT_EQ(orvid({"copy", "-c", "a", "z"}, R"({"a": "\u0041"})"),
+              printed("{\"a\":\"A\",\"z\":\"A\"}\n"));
+    EXPECT_EQ(orvid({"copy", "/", "z"}, R"({"": "\u0041", "b": {"": "B"}})"),
+              printed(R"({"": "\u0041", "b": {"": "B"}, "z": "A"})"));
+}
+
 }  // namespace

@@ -46,7 +46,9 @@ TEST(insert, puts_an_item_before_another_and_after_the_last) {
     EXPECT_EQ(orvid({"insert", "--compact", "a[*]", "3"}, R"({"a":[]})"), printed("{\"a\":[3]}\n"));
     EXPECT_EQ(
         orvid({"insert", "[3]", "3"}, "[1,2]"),
-        failed(1, "(standard input):1:1: at (root): path \"[3]\" not found, there is no \"[3]\""));
+        failed(1,
+               "(standard input):1:1: at (root): path \"[3]\" not found, there is no \"[3]\"; "
+               "a new item is written [*]"));
 }
 
 TEST(insert, adds_members_but_overwrites_none) {

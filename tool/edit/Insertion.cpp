@@ -13,36 +13,36 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::PathNotFound;
 
-void insertItem(Element& array, const LastStep& step, Element&& value) {
+Element& insertItem(Element& array, const LastStep& step, Element&& value) {
     auto& items = array.array();
     const std::size_t position = step.isStar() ? items.size() : step.index();
     if (position > items.size()) {
         throw PathNotFound(&array, step.path(), step.text());
     }
-    items.insert(position, std::move(value));
+    return *items.insert(position, std::move(value));
 }
 
-void insertMember(Element& object, const LastStep& step, Element&& value,
-                  const Location& location) {
+Element& insertMember(Element& object, const LastStep& step, Element&& value,
+                      const Location& location) {
     if (object.object().contains(step.key())) {
         Location at = location;
         at.path = object.path();
         throw Failure(ExitStatus::failed, at, "there is \"" + step.key() + "\" already");
     }
-    object.object().emplace(step.key(), std::move(value));
+    return object.object().emplace(step.key(), std::move(value)).first->second;
 }
 
 }  // namespace
 
-void insertAt(Element& root, const LastStep& step, Element&& value, const Location& location) {
+Element& insertAt(Element& root, const LastStep& step, Element&& value, const Location& location) {
     Element& holder = root.get(step.holder());
     if (holder.isArray() && !step.isKey()) {
-        insertItem(holder, step, std::move(value));
-    } else if (holder.isObject() && step.isKey()) {
-        insertMember(holder, step, std::move(value), location);
-    } else {
-        throw PathNotFound(&holder, step.path(), step.text());
+        return insertItem(holder, step, std::move(value));
     }
+    if (holder.isObject() && step.isKey()) {
+        return insertMember(holder, step, std::move(value), location);
+    }
+    throw PathNotFound(&holder, step.path(), step.text());
 }
 
 }  // namespace orvid_tool

@@ -10,6 +10,7 @@
 #include "call/Options.h"
 #include "edit/Insertion.h"
 #include "edit/Kept.h"
+#include "edit/Spelling.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
 #include "input/PathSteps.h"
@@ -98,6 +99,16 @@ public:
         }
     }
 
+protected:
+    const CallPath& from() const { return m_from; }
+
+    /// Returns the value in its new place.
+    Element& carry(Document& document) const {
+        Element value = valueOf(m_from.get(document.root), document.location);
+        return insertAt(document.root, stepIn(document.root, m_to), std::move(value),
+                        document.location);
+    }
+
 private:
     /// The value for the new path.
     virtual Element valueOf(Element& source, const Location& location) const = 0;
@@ -105,8 +116,7 @@ private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
-        Element value = valueOf(m_from.get(document.root), document.location);
-        insertAt(document.root, stepIn(document.root, m_to), std::move(value), document.location);
+        static_cast<void>(carry(document));
         appendEdited(call, document, out);
     }
 
@@ -152,6 +162,19 @@ private:
         readForCopying(call, document);
     }
     Element valueOf(Element& source, const Location& /*location*/) const override { return source; }
+
+    /// A value that is moved brings its text along; a copy is a new one, which is spelled here.
+    void apply(const Call& call, Document& document, Bytes& out) const override {
+        const auto source = pathTo(document.root, from().get(document.root));
+        const std::string_view spelling =
+            source ? escapedText(call, document, *source) : std::string_view();
+        const auto copy = pathTo(document.root, carry(document));
+        const std::size_t start = out.length() + (call.lines.isOn ? document.mark.length() : 0);
+        appendEdited(call, document, out);
+        if (!spelling.empty() && copy) {
+            spellAs(spelling, call, *copy, start, out);
+        }
+    }
 };
 
 }  // namespace
