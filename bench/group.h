@@ -26,6 +26,8 @@ struct Bar {
     std::string subject;
     std::string against;
     double limit;
+
+    std::string what() const { return subject + " / " + against; }
 };
 
 struct Group {
@@ -39,6 +41,10 @@ struct Group {
     std::function<void()> verify = nullptr;
 
     std::string name() const { return job + " / " + document; }
+    bool has(const std::string& subject) const;
+    /// Adds a bar for the library's time, where the other library takes part: some documents are
+    /// too wide for some.
+    void limit(const std::string& against, double atMost);
 };
 
 /// Keeps the optimizer from dropping a result.

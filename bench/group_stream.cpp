@@ -60,7 +60,7 @@ Group streamGroup(const Document& document) {
                        Element root;
                        readFileWhole(*file, root);
                    }}};
-    group.bars = {{"orvid", "orvid, whole buffer", 1 / 0.7}};
+    group.bars = {{"orvid", "orvid, whole buffer", 1.1}};
     return group;
 }
 

@@ -2,8 +2,10 @@
 # SPDX-License-Identifier: MIT
 #
 # Prints how many instructions each job took, from the dumps that callgrind wrote one a job, and the library's
-# count divided by each other subject's. The first dump is that of an empty job and is taken off all others.
+# count divided by each other subject's. The first dump is that of an empty job and is taken off all others. Then
+# the bars: instructions a byte of reading the documents in the folder of ORVID_CORPUS.
 
+import os
 import re
 import sys
 from pathlib import Path
@@ -21,6 +23,8 @@ def number(file):
     return int(file.suffix[1:])
 
 
+MOST = {"twitter": 16, "citm_catalog": 16, "canada": 28}
+
 files = [Path(name) for name in sys.argv[1:] if re.search(r"[.]\d+$", name)]
 jobs = [job for job in map(dump, sorted(files, key=number)) if job]
 if len(jobs) < 2:
@@ -33,3 +37,9 @@ for name, count in jobs:
     count -= overhead
     own = first.setdefault((job, document), count)
     print(f"| {job} | {document} | {subject} | {count:,} | {own / count:.2f} |")
+read = {document: first["read", document] for document in MOST if ("read", document) in first}
+if read:
+    print("\n| Read | Instructions a byte | At most | Met |\n|---|---:|---:|---|")
+for document, count in read.items():
+    a_byte = count / (Path(os.environ["ORVID_CORPUS"]) / f"{document}.json").stat().st_size
+    print(f"| {document} | {a_byte:.2f} | {MOST[document]} | {'yes' if a_byte <= MOST[document] else '**no**'} |")

@@ -27,7 +27,7 @@ const char* const k_usage =
     "usage: orvid_bench [--only REGEX] [--rounds N] [--out FILE]   measure, compare, write "
     "results\n"
     "       orvid_bench --smoke [--only REGEX]                     verify and run each job once\n"
-    "       orvid_bench --list                                     name the groups\n"
+    "       orvid_bench --list                                     name the groups and their bars\n"
     "       orvid_bench --callgrind [--only REGEX]                 each job once, under callgrind\n"
     "       orvid_bench --google [--benchmark_...]                 each job under Google "
     "Benchmark\n";
@@ -102,6 +102,13 @@ void forEachGroup(const Options& options, const Use& use, std::size_t share = 1)
     useAll(loadGroups(all));
 }
 
+void print(const std::vector<BarResult>& bars) {
+    for (const BarResult& bar : bars) {
+        std::printf("  %s %s: %.3f, at most %.3f\n", bar.isMet() ? "met   " : "MISSED",
+                    bar.what.c_str(), bar.measured, bar.limit);
+    }
+}
+
 void print(const GroupResult& group) {
     std::printf("%s / %s (%d rounds)\n", group.job.c_str(), group.document.c_str(), group.rounds);
     for (const SubjectResult& s : group.subjects) {
@@ -109,10 +116,7 @@ void print(const GroupResult& group) {
                     s.subject.c_str(), s.seconds.median * 1e6, s.ratio.median, s.ratio.p10,
                     s.ratio.p90, s.allocations);
     }
-    for (const BarResult& bar : group.bars) {
-        std::printf("  %s %s: %.3f, at most %.3f\n", bar.isMet() ? "met   " : "MISSED",
-                    bar.what.c_str(), bar.measured, bar.limit);
-    }
+    print(group.bars);
     std::fflush(stdout);
 }
 
@@ -137,9 +141,10 @@ void measureAllMemory(const Options& options, Results& results) {
             continue;
         }
         for (const MemoryResult& memory : measureMemory(document)) {
-            std::printf("memory / %s: %-12s peak %.2f MB, %.0f bytes a value\n",
+            std::printf("memory / %s: %-12s peak %.2f MB, %.0f bytes a value, %.2f faults\n",
                         memory.document.c_str(), memory.subject.c_str(), memory.peakBytes / 1e6,
-                        memory.bytesPerValue);
+                        memory.bytesPerValue, memory.faults);
+            print(memory.bars());
             std::fflush(stdout);
             results.add(memory);
         }
@@ -163,6 +168,32 @@ int measureAll(const Options& options) {
         results.write(options.out);
     }
     return 0;
+}
+
+void listBar(const std::string& what, double limit) {
+    std::printf("  %s, at most %.2f\n", what.c_str(), limit);
+}
+
+void list(const Group& group) {
+    std::printf("%s\n", group.name().c_str());
+    for (const Bar& bar : group.bars) {
+        listBar(bar.what(), bar.limit);
+    }
+    if (!group.noAllocations.empty()) {
+        listBar("heap allocations of " + group.noAllocations, 0);
+    }
+}
+
+/// The bars without what they are measured with: each group, and the memory of each document.
+void listAll(const Options& options) {
+    forEachGroup(options, list);
+    for (const Document& document : documents(1)) {
+        std::printf("memory / %s\n", document.name.c_str());
+        if (const auto most = mostBytesPerValue(document.name)) {
+            listBar("bytes a value", *most);
+        }
+        listBar("page faults in a hundred pages, steady", k_mostFaults);
+    }
 }
 
 int smoke(const Options& options) {
@@ -233,7 +264,7 @@ int run(const Options& options, int argc, char** argv) {
         case Options::Mode::smoke:
             return smoke(options);
         case Options::Mode::list:
-            forEachGroup(options, [](const Group& group) { std::cout << group.name() << '\n'; });
+            listAll(options);
             return 0;
         case Options::Mode::callgrind:
             return countAllInstructions(options);

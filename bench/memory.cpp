@@ -5,12 +5,15 @@
 #include "memory.h"
 
 #include <malloc.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 
 #include "peers/yajl.h"
@@ -52,8 +55,37 @@ MemoryResult measureOne(const Document& document, const std::string& subject) {
     const std::string figures =
         outputOf("'" + program + "' --memory-of '" + document.name + "' '" + subject + "'");
     const std::size_t values = summaryOfPass(document.text).values();
-    const double tree = std::stod(figures.substr(figures.find(' ')));
-    return {document.name, subject, values, std::stod(figures), tree / static_cast<double>(values)};
+    std::istringstream in(figures);
+    double peak = 0;
+    double tree = 0;
+    double faults = 0;
+    if (!(in >> peak >> tree >> faults)) {
+        throw std::runtime_error("no figures: " + figures);
+    }
+    const double pages = tree / static_cast<double>(sysconf(_SC_PAGESIZE));
+    return {document.name,       subject, values, peak, tree / static_cast<double>(values),
+            100 * faults / pages};
+}
+
+/// Page faults that needed no disk, so far.
+double faultsSoFar() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_minflt);
+}
+
+/// Of reading and destroying, once the allocator knows the size of the tree.
+double steadyFaults(const Peer& peer, const std::string& text) {
+    constexpr int k_rounds = 10;
+    const auto readAll = [&] {
+        for (int round = 0; round < k_rounds; ++round) {
+            peer.read(text);
+        }
+    };
+    readAll();
+    const double before = faultsSoFar();
+    readAll();
+    return (faultsSoFar() - before) / k_rounds;
 }
 
 Peer peerNamed(const std::string& name) {
@@ -84,10 +116,35 @@ void printMemoryOf(const std::string& document, const std::string& subject) {
     malloc_trim(0);
     resetPeak();
     const double before = statusBytes("VmRSS:");
-    const auto tree = peer.read(text);
+    const double ownBefore = statusBytes("RssAnon:");
+    auto tree = peer.read(text);
     const double peak = statusBytes("VmHWM:");
-    const double after = statusBytes("VmRSS:");
-    std::cout << std::fixed << peak - before << ' ' << after - before << '\n';
+    // The pages of the program that run for the first time are no tree.
+    const double own = statusBytes("RssAnon:");
+    tree.reset();
+    std::cout << std::fixed << peak - before << ' ' << own - ownBefore << ' '
+              << steadyFaults(peer, text) << '\n';
+}
+
+std::optional<double> mostBytesPerValue(const std::string& document) {
+    if (document == "canada") {
+        return 80;
+    }
+    if (document == "citm_catalog") {
+        return 115;
+    }
+    return document == "twitter" ? std::optional<double>(120) : std::nullopt;
+}
+
+std::vector<BarResult> MemoryResult::bars() const {
+    std::vector<BarResult> result;
+    if (subject == orvid().name) {
+        if (const auto most = mostBytesPerValue(document)) {
+            result.push_back({"bytes a value", bytesPerValue, *most});
+        }
+        result.push_back({"page faults in a hundred pages, steady", faults, k_mostFaults});
+    }
+    return result;
 }
 
 }  // namespace orvid_bench

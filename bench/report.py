@@ -50,9 +50,10 @@ def group_table(results):
 
 
 def memory_table(results):
-    return table([("Document", 0), ("Library", 0), ("Values", 1), ("Peak", 1), ("Bytes a value", 1)],
+    return table([("Document", 0), ("Library", 0), ("Values", 1), ("Peak", 1), ("Bytes a value", 1),
+                  ("Page faults in 100 pages", 1)],
                  [[m["document"], m["subject"], f"{m['values']:,}", f"{m['peakBytes'] / 1e6:.1f} MB",
-                   f"{m['bytesPerValue']:.0f}"] for m in results.get("memory", [])])
+                   f"{m['bytesPerValue']:.0f}", f"{m['faults']:.1f}"] for m in results.get("memory", [])])
 
 
 def growth_table(results):

@@ -97,7 +97,11 @@ void Results::add(const MemoryResult& memory) {
     record.create("values", static_cast<unsigned long>(memory.values));
     record.create("peakBytes", memory.peakBytes);
     record.create("bytesPerValue", memory.bytesPerValue);
+    record.create("faults", memory.faults);
     m_root.create("memory[*]", record);
+    for (const BarResult& bar : memory.bars()) {
+        addBar(m_root, "memory, " + memory.document, bar);
+    }
 }
 
 void Results::write(const std::string& file) const {
