@@ -35,9 +35,10 @@ public:
     Marks notDigit() const noexcept { return (~below('9' + 1) | below('0')) & k_tops; }
     /// Above ASCII.
     Marks high() const noexcept { return m_bytes & k_tops; }
-    Marks equal(char c) const noexcept {
+    Marks equal(char c) const noexcept { return notEqual(c) ^ k_tops; }
+    Marks notEqual(char c) const noexcept {
         const Marks different = m_bytes ^ (k_ones * static_cast<unsigned char>(c));
-        return ~(((different & ~k_tops) + ~k_tops) | different) & k_tops;
+        return (((different & ~k_tops) + ~k_tops) | different) & k_tops;
     }
 
     /// How many bytes come before the first marked one; there must be one.
@@ -97,6 +98,7 @@ public:
     }
     Marks high() const noexcept { return bits(m_bytes); }
     Marks equal(char c) const noexcept { return bits(compare(c)); }
+    Marks notEqual(char c) const noexcept { return equal(c) ^ k_all; }
 
     static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctz(marks); }
     /// How many bytes of the blocks that are added are `c`.
@@ -143,6 +145,7 @@ public:
     Marks notDigit() const noexcept { return both(m_first.notDigit(), m_second.notDigit()); }
     Marks high() const noexcept { return both(m_first.high(), m_second.high()); }
     Marks equal(char c) const noexcept { return both(m_first.equal(c), m_second.equal(c)); }
+    Marks notEqual(char c) const noexcept { return ~equal(c); }
 
     static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctz(marks); }
     class Count {
@@ -190,6 +193,7 @@ public:
     }
     Marks high() const noexcept { return bits(vcgeq_u8(m_bytes, vdupq_n_u8(0x80))); }
     Marks equal(char c) const noexcept { return bits(compare(c)); }
+    Marks notEqual(char c) const noexcept { return ~equal(c); }
 
     static std::ptrdiff_t first(Marks marks) noexcept { return __builtin_ctzll(marks) / 4; }
     /// How many bytes of the blocks that are added are `c`.

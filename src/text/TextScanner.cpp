@@ -140,8 +140,8 @@ const char* TextScanner::stopWord(const char* at, const char* end, std::string_v
                : failUnexpected(at + (wrong - there.begin()), "expected " + std::string(word));
 }
 
-/// Whitespace of more than a space.
-const char* TextScanner::skipMargin(const char* at, const char* end) const noexcept {
+/// Whitespace of any kind and length.
+const char* TextScanner::skipOddMargin(const char* at, const char* end) const noexcept {
     const auto isOther = [&] { return at == end || static_cast<unsigned char>(*at) > ' '; };
     at = text::whitespaceEnd<text::WideBlock>(at, end);
     if (!isOther() && m_options.allowOtherBlanks) {

@@ -151,6 +151,7 @@ private:
     const char* stopWord(const char* at, const char* end, std::string_view word);
     const char* skipWhitespace(const char* at, const char* end) const noexcept;
     const char* skipMargin(const char* at, const char* end) const noexcept;
+    const char* skipOddMargin(const char* at, const char* end) const noexcept;
     const char* pause(const char* at, Next next) noexcept;
     void setLevel(Level level) noexcept;
     const char* cut(const char* at, const char* verified) noexcept;

@@ -373,6 +373,19 @@ inline const char* TextScanner::skipWhitespace(const char* at, const char* end) 
     return skipMargin(at, end);
 }
 
+/// Most margins are a newline and spaces, which are looked at without a question about other
+/// whitespace.
+inline const char* TextScanner::skipMargin(const char* at, const char* end) const noexcept {
+    if (*at == '\n' && end - at > text::WideBlock::k_length) {
+        const auto stops = text::WideBlock(at + 1).notEqual(' ');
+        const char* const stop = at + 1 + (stops == 0 ? 0 : text::WideBlock::first(stops));
+        if (static_cast<unsigned char>(*stop) > ' ') {
+            return stop;
+        }
+    }
+    return skipOddMargin(at, end);
+}
+
 inline const char* TextScanner::pause(const char* at, Next next) noexcept {
     m_next = next;
     m_token = offsetOf(at);

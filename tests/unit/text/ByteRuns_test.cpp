@@ -44,6 +44,10 @@ void compareRuns(const std::string& bytes) {
         EXPECT_EQ(text::digitsEnd<AnyBlock>(at, end),
                   naive([](char c) { return !text::isDigit(c); }));
         EXPECT_EQ(text::asciiEnd<AnyBlock>(at, end), naive(text::isHigh));
+        const auto isOther = [](char c) { return c != ' '; };
+        EXPECT_EQ(text::runEnd<AnyBlock>(
+                      at, end, [](const auto& block) { return block.notEqual(' '); }, isOther),
+                  naive(isOther));
         const char* const plain = naive(text::isSpecial);
         bool hasHigh = false;
         EXPECT_EQ(text::plainEnd<AnyBlock>(at, end, hasHigh), plain);

@@ -97,6 +97,20 @@ TEST(TextScanner, stops_after_the_value_unless_the_document_must_be_whole) {
     EXPECT_EQ(whole("[] x"), "0-1 [\n1-2 ]\n3-4 error: Unexpected 'x': the document is complete\n");
 }
 
+TEST(TextScanner, skips_margins_of_every_length_and_nothing_else) {
+    for (const std::string margin : {"\n", "\r\n", " \n", "\n\n", "\n\t"}) {
+        for (std::size_t spaces = 0; spaces < 70; ++spaces) {
+            for (const std::string last : {"", "\t", "\n", "\v", "\x01", "\x80", "x"}) {
+                const std::string text =
+                    "[" + margin + std::string(spaces, ' ') + last + "1]" + std::string(70, ' ');
+                // By single bytes no block is looked at.
+                EXPECT_EQ(whole(text), logOf(text, ReadOptions::strict(), 1)) << text;
+                EXPECT_EQ(whole(text, ReadOptions()), logOf(text, ReadOptions(), 1)) << text;
+            }
+        }
+    }
+}
+
 TEST(TextScanner, comments_and_other_whitespace_are_no_tokens) {
     EXPECT_EQ(whole("/* a **/[//]\n1/**/,\v2 /*]*/]\f// end", ReadOptions()),
               "8-9 [\n13-14 1\n18-19 ,\n20-21 2\n27-28 ]\ncomplete at 28\n");
