@@ -11,11 +11,12 @@
 #include <algorithm>
 #include <istream>
 #include <limits>
+#include <memory>
 #include <typeinfo>
 #include <utility>
-#include <vector>
 
 #include "document/DomReading.h"
+#include "document/FileChunks.h"
 #include "document/GetArea.h"
 #include "document/ReadingScope.h"
 #include "text/TextScannerRun.h"
@@ -26,8 +27,9 @@ namespace {
 
 constexpr int k_complete = 0;
 constexpr int k_incomplete = 2;
-/// How much of a stream is read at once, in bytes: it should be in the cache still.
-constexpr std::size_t k_pieceSize = 16384;
+/// How much of a stream is read at once, in bytes: it should be in the cache still, and a file is
+/// read with few calls of the system.
+constexpr std::size_t k_pieceSize = 65536;
 /// The same where an error is shown within its piece.
 constexpr std::size_t k_shownPieceSize = 255;
 /// How much is scanned at once of what lies in a stream's buffer: a number of such pieces that fits
@@ -210,8 +212,8 @@ void DomParser::readToEnd(std::istream& in) {
         throw Exception("The stream cannot be read!", m_root);
     }
     std::istream source(in.rdbuf());
-    std::vector<char> buffer(k_room + k_pieceSize);
-    char* const piece = buffer.data() + k_room;
+    const std::unique_ptr<char[]> buffer(new char[k_room + k_pieceSize]);
+    char* const piece = buffer.get() + k_room;
     do {
         source.read(piece, static_cast<std::streamsize>(k_pieceSize));
         read({piece, static_cast<std::size_t>(source.gcount())}, k_room);
@@ -224,10 +226,11 @@ void DomParser::readToEnd(std::istream& in) {
 }
 
 void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
-    std::vector<char> buffer(k_room + pieceSize);
-    char* const piece = buffer.data() + k_room;
+    FileChunks chunks(*in.rdbuf(), k_room);
+    const std::unique_ptr<char[]> buffer(new char[k_room + pieceSize]);
+    char* const piece = buffer.get() + k_room;
     while (in.rdstate() == std::ios_base::goodbit) {
-        if (readArea(*in.rdbuf())) {
+        if (readInPlace(*in.rdbuf(), chunks)) {
             continue;
         }
         const std::streamsize count = in.readsome(piece, static_cast<std::streamsize>(pieceSize));
@@ -238,13 +241,22 @@ void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
     }
 }
 
-/// What the stream's buffer holds is scanned where it lies, which takes two thirds of the time that
-/// its pieces took. YAJL's reader begins with the piece, as if they had been read one by one, of
-/// the token that it decides about. Returns false where the buffer has nothing, or YAJL reads.
-bool DomParser::readArea(std::streambuf& buffer) {
+/// What the stream's buffer holds is scanned where it lies, and what a file has beyond that in long
+/// pieces. Returns false where there is nothing of this, or YAJL reads.
+bool DomParser::readInPlace(std::streambuf& buffer, FileChunks& chunks) {
     if (m_parser != nullptr || !m_reading->isLenient || m_reading->isBroken) {
         return false;
     }
+    try {
+        return readChunk(buffer, chunks) || readArea(buffer);
+    } catch (...) {
+        m_reading->isBroken = true;
+        throw;
+    }
+}
+
+/// Returns false where the buffer has nothing.
+bool DomParser::readArea(std::streambuf& buffer) {
     if (GetArea::of(buffer).empty()) {
         GetArea::fetch(buffer);
     }
@@ -253,23 +265,51 @@ bool DomParser::readArea(std::streambuf& buffer) {
         return false;
     }
     GetArea::move(buffer, static_cast<int>(area.size()));
-    try {
-        scan(area, 0);
-        if (!m_reading->scanner->error()) {
-            return true;
-        }
-        const std::uint64_t begin = m_reading->scanner->offset() - area.size();
-        const std::uint64_t token = std::max(begin, m_reading->scanner->tokenBegin()) - begin;
-        const std::size_t first = static_cast<std::size_t>(token) / k_shownPieceSize;
-        const std::string_view piece = area.substr(first * k_shownPieceSize, k_shownPieceSize);
-        const char* const left = piece.data() + piece.size();
-        GetArea::move(buffer, static_cast<int>(left - (area.data() + area.size())));
-        handOver(piece, begin + first * k_shownPieceSize);
-        return true;
-    } catch (...) {
-        m_reading->isBroken = true;
-        throw;
+    scan(area, 0);
+    if (m_reading->scanner->error()) {
+        handOverFrom(buffer, area, area.size());
     }
+    return true;
+}
+
+/// Returns false where the stream has none. One with an error is scanned again by what the buffer
+/// would have held, whose pieces are those that YAJL's reader goes on with.
+bool DomParser::readChunk(std::streambuf& buffer, FileChunks& chunks) {
+    if (!m_reading->scanner->isShort()) {
+        return false;
+    }
+    const std::string_view chunk = chunks.next();
+    if (chunk.empty()) {
+        return false;
+    }
+    const TextScanner before = *m_reading->scanner;
+    m_reading->withSameSink([&](auto& sink) { scan(chunk, k_room, sink); });
+    if (!m_reading->scanner->error()) {
+        return true;
+    }
+    TextScanner& scanner = m_reading->scanner.emplace(before);
+    TokenSink known;
+    std::string_view area;
+    std::size_t after = 0;
+    while (!scanner.error() && after != chunk.size()) {
+        area = chunk.substr(after, chunks.areaLength());
+        after += area.size();
+        scanner.scan(area, known);
+    }
+    chunks.fetch(after - area.size(), area.size());
+    handOverFrom(buffer, area, 0);
+    return true;
+}
+
+/// YAJL's reader begins with the piece, as if they had been read one by one, of the token that it
+/// decides about. The stream stands at that byte of the area, and at the end of the piece then.
+void DomParser::handOverFrom(std::streambuf& buffer, std::string_view area, std::size_t at) {
+    const std::uint64_t begin = m_reading->scanner->offset() - area.size();
+    const std::uint64_t token = std::max(begin, m_reading->scanner->tokenBegin()) - begin;
+    const std::size_t first = static_cast<std::size_t>(token) / k_shownPieceSize * k_shownPieceSize;
+    const std::string_view piece = area.substr(first, k_shownPieceSize);
+    GetArea::move(buffer, static_cast<int>(first + piece.size()) - static_cast<int>(at));
+    handOver(piece, begin + first);
 }
 
 /// A text of any length; the events count in 32 bits.
@@ -313,15 +353,17 @@ void DomParser::readLenient(std::string_view piece, std::size_t room) {
 }
 
 void DomParser::scan(std::string_view piece, std::size_t room) {
-    TextScanner& scanner = *m_reading->scanner;
-    m_reading->withSink([&](auto& sink) {
-        if (room > 0) {
-            // A buffer of readToEnd() or readAvailable(), which may be written to.
-            scanner.scan(const_cast<char*>(piece.data()), piece.size(), room, sink);
-        } else {
-            scanner.scan(piece, sink);
-        }
-    });
+    m_reading->withSink([&](auto& sink) { scan(piece, room, sink); });
+}
+
+template<class Sink>
+void DomParser::scan(std::string_view piece, std::size_t room, Sink& sink) {
+    if (room > 0) {
+        // A buffer of a reading from a stream, which may be written to.
+        m_reading->scanner->scan(const_cast<char*>(piece.data()), piece.size(), room, sink);
+    } else {
+        m_reading->scanner->scan(piece, sink);
+    }
 }
 
 /// YAJL's reader goes on with the token that is malformed in the piece, or cut off before it. The

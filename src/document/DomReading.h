@@ -94,6 +94,11 @@ struct DomParser::Reading {
     template<class Use>
     void withSink(const Use& use) {
         builder.resume();
+        withSameSink(use);
+    }
+    /// The same where nothing else can have changed the tree since.
+    template<class Use>
+    void withSameSink(const Use& use) {
         if (noting) {
             use(*noting);
         } else {

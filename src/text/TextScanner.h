@@ -99,6 +99,11 @@ public:
         return m_lines.position(piece, offset);
     }
 
+    /// Whether what is kept between the pieces is little, so that a copy costs little.
+    bool isShort() const noexcept {
+        constexpr std::size_t k_much = 256;
+        return m_held.size() < k_much && m_text.size() < k_much && m_open.size() < k_much;
+    }
     /// Whether the text so far ends within a token, comments aside.
     bool isInToken() const noexcept { return !m_held.empty() && m_held[0] != '/'; }
 

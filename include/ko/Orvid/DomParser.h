@@ -24,6 +24,7 @@
 namespace ko::Orvid {
 
 struct TokenSpan;
+class FileChunks;
 class SpanTable;
 
 /// Fills a caller's element from JSON text: members in the order of the text, numbers as their
@@ -131,13 +132,18 @@ private:
     bool isSubclass() const;
     void readToEnd(std::istream& in);
     void readAvailable(std::istream& in, std::size_t pieceSize);
+    bool readInPlace(std::streambuf& buffer, FileChunks& chunks);
+    bool readChunk(std::streambuf& buffer, FileChunks& chunks);
     bool readArea(std::streambuf& buffer);
+    void handOverFrom(std::streambuf& buffer, std::string_view area, std::size_t at);
     void readText(std::string_view text);
     void read(std::string_view piece, std::size_t room);
     void readPiece(std::string_view piece, std::size_t room);
     void readLenient(std::string_view piece, std::size_t room);
     void readChecked(std::string_view piece, std::size_t room);
     void scan(std::string_view piece, std::size_t room);
+    template<class Sink>
+    void scan(std::string_view piece, std::size_t room, Sink& sink);
     void handOver(std::string_view piece, std::uint64_t begin);
     void handOn(std::string_view piece, std::size_t length);
     void readEvents(std::string_view piece);
