@@ -208,7 +208,7 @@ std::size_t DecimalView::hashOf(long long value) noexcept {
     for (; digits != 0 && digits % base == 0; digits /= base) {
         ++power;
     }
-    for (unsigned long long rest = digits; rest >= base; rest /= base) {
+    for (unsigned long long limit = base; digits >= limit; limit *= base) {
         ++power;
     }
     return hashOfFew(isNegative, power, digits);

@@ -9,7 +9,7 @@
 #include <ko/DecNumber.h>
 #include <ko/Exception.h>
 
-#include <charconv>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <ostream>
@@ -20,6 +20,7 @@
 #include "core/TextStream.h"
 #include "number/NumberBinary.h"
 #include "number/NumberReading.h"
+#include "number/SmallInteger.h"
 
 namespace ko::Orvid {
 
@@ -57,7 +58,8 @@ bool isRefusedInteger(std::string_view text, Number::EBinaryType kind) {
 }
 
 Number::EBinaryType kindOf(std::string_view text) {
-    if (text.find_first_of(".eE") != std::string_view::npos) {
+    const auto isOfReal = [](char c) { return c == '.' || c == 'e' || c == 'E'; };
+    if (std::any_of(text.begin(), text.end(), isOfReal)) {
         return Number::ebDouble;
     }
     return !text.empty() && text.front() == '-' ? Number::ebLongLong : Number::ebULongLong;
@@ -232,15 +234,10 @@ DecNumber Number::toDecNumber() const {
     }
 }
 
-/// The binary value, computed where there is none.
-Number::Binary Number::binary() const {
-    const Binary held = m_store.binary();
-    return held.kind != ebNone ? held : convertedText();
-}
-
 void Number::syncToBinary() const {
-    if (m_store.hasGivenText() || m_store.binary().kind == ebNone) {
-        convertedText();
+    const Binary held = m_store.binary();
+    if (m_store.hasGivenText() || held.kind == ebNone) {
+        convertedText(held);
     }
 }
 
@@ -262,6 +259,17 @@ void Number::syncToString() const {
 /// has the kind alone, and that is not kept.
 Number::Refusal Number::convertGivenText(Binary& value) const {
     const std::string_view text = m_store.givenText();
+    SmallInteger small;
+    if (!small.read(text)) {
+        return convertOtherText(text, value);
+    }
+    value = small.isNegative ? binaryOf(small.value()) : binaryOf(small.magnitude);
+    value.isWhole = true;
+    m_store.keep(value);
+    return Refusal::none;
+}
+
+Number::Refusal Number::convertOtherText(std::string_view text, Binary& value) const {
     const EBinaryType kind = kindOf(text);
     if (kind == ebDouble) {
         bool isWhole = false;
@@ -283,8 +291,8 @@ Number::Refusal Number::convertGivenText(Binary& value) const {
     return Refusal::none;
 }
 
-Number::Binary Number::convertedText() const {
-    Binary value = m_store.binary();
+/// `value` is what the store holds.
+Number::Binary Number::convertedText(Binary value) const {
     value.isWhole = false;
     const Refusal refusal = convertGivenText(value);
     if (refusal != Refusal::none) {

@@ -56,6 +56,34 @@ auto asBinary(T limit) {
     }
 }
 
+using Binary = NumberStore::Binary;
+
+/// Reads the usual kinds for a T, within its range, without the detour over compare(). Answers
+/// false for all the rest.
+template<class T>
+bool readUsual(const Binary& own, T& out) {
+    using Limits = std::numeric_limits<T>;
+    if constexpr (std::is_floating_point_v<T>) {
+        const bool isUsual = own.kind == Number::ebDouble &&
+                             realOf(own) >= static_cast<double>(Limits::min()) &&
+                             realOf(own) <= static_cast<double>(Limits::max());
+        if (isUsual) {
+            out = nearest<T>(realOf(own));
+        }
+        return isUsual;
+    } else {
+        const bool isUsual = own.kind == Number::ebULongLong
+                                 ? unsignedOf(own) <= static_cast<unsigned long long>(Limits::max())
+                                 : own.kind == Number::ebLongLong && std::is_signed_v<T> &&
+                                       signedOf(own) >= static_cast<long long>(Limits::min()) &&
+                                       signedOf(own) <= static_cast<long long>(Limits::max());
+        if (isUsual) {
+            out = static_cast<T>(unsignedOf(own));
+        }
+        return isUsual;
+    }
+}
+
 template<class T>
 T valueOf(const Number& number) {
     T result{};
@@ -64,27 +92,18 @@ T valueOf(const Number& number) {
 
 }  // namespace
 
-/// The answer of compare() against both limits; for the usual pairs of kinds without the detour.
-template<class T>
-bool Number::isWithin(const Binary& own, T min, T max) const {
-    if constexpr (std::is_integral_v<T>) {
-        if (own.kind == ebULongLong) {
-            return unsignedOf(own) <= static_cast<unsigned long long>(max);
-        }
-        if (own.kind == ebLongLong && std::is_signed_v<T>) {
-            return signedOf(own) >= static_cast<long long>(min) &&
-                   signedOf(own) <= static_cast<long long>(max);
-        }
-    }
-    return compareTo(own, asBinary(min)) >= 0 && compareTo(own, asBinary(max)) <= 0;
-}
-
 template<class T>
 T& Number::getValue(T& out) const {
+    const Binary own = binary();
+    return readUsual(own, out) ? out : readUnusual(own, out);
+}
+
+/// What is no number of the usual kinds, or is out of range.
+template<class T>
+T& Number::readUnusual(const Binary& own, T& out) const {
     constexpr T min = std::numeric_limits<T>::min();
     constexpr T max = std::numeric_limits<T>::max();
-    const Binary own = binary();
-    if (!isWithin(own, min, max)) {
+    if (compareTo(own, asBinary(min)) < 0 || compareTo(own, asBinary(max)) > 0) {
         throw ValueOutOfRange<Number, T>(*this, min, max);
     }
     switch (own.kind) {

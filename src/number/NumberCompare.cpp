@@ -58,6 +58,15 @@ int Number::compare(double x, const std::string& y) {
 }
 
 int Number::compare(const Number& other) const {
+    const Binary kept = m_store.binary();
+    const Binary othersKept = other.m_store.binary();
+    if (kept.kind == ebULongLong && othersKept.kind == ebULongLong) {
+        return orderOf(unsignedOf(kept), unsignedOf(othersKept));
+    }
+    return compareConverted(other);
+}
+
+int Number::compareConverted(const Number& other) const {
     const Binary right = other.binary();
     switch (right.kind) {
         case ebLongLong:

@@ -6,22 +6,21 @@
 
 #include <ko/DecNumber.h>
 
-#include <charconv>
-#include <system_error>
-
 #include "number/DecimalView.h"
+#include "number/NumberBinary.h"
 #include "number/NumberText.h"
+#include "number/SmallInteger.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-/// Reads an integer of few digits; answers false for all that may need more than 64 bits or is
-/// written in another way.
-bool readSmall(std::string_view text, long long& value) noexcept {
-    const char* const end = text.data() + text.size();
-    return text.size() <= DecimalView::k_fewDigits &&
-           std::from_chars(text.data(), end, value).ptr == end && !text.empty();
+/// Whether the value is an integer of few digits.
+bool isSmallInteger(const NumberStore::Binary& binary) noexcept {
+    constexpr long long beyond = 1'000'000'000'000'000'000;
+    const long long value = signedOf(binary);
+    return (binary.kind == Number::ebULongLong && value >= 0 && value < beyond) ||
+           (binary.kind == Number::ebLongLong && value > -beyond && value < beyond);
 }
 
 }  // namespace
@@ -38,10 +37,10 @@ int Number::order(const Number& other) const {
     if (text == otherText) {
         return 0;
     }
-    long long value = 0;
-    long long otherValue = 0;
-    if (readSmall(text, value) && readSmall(otherText, otherValue)) {
-        return int{value > otherValue} - int{value < otherValue};
+    SmallInteger small;
+    SmallInteger otherSmall;
+    if (small.read(text) && otherSmall.read(otherText)) {
+        return int{small.value() > otherSmall.value()} - int{small.value() < otherSmall.value()};
     }
     return DecimalView(text).compare(DecimalView(otherText));
 }
@@ -59,9 +58,13 @@ DecNumber Number::decimal() const {
 }  // namespace ko::Orvid
 
 std::size_t std::hash<ko::Orvid::Number>::operator()(const ko::Orvid::Number& number) const {
-    ko::Orvid::NumberBuffer buffer;
+    using namespace ko::Orvid;
+    const NumberStore::Binary binary = number.m_store.binary();
+    if ((binary.isWhole || !number.m_store.hasGivenText()) && isSmallInteger(binary)) {
+        return DecimalView::hashOf(signedOf(binary));
+    }
+    NumberBuffer buffer;
     const std::string_view text = number.exactTextIn(buffer);
-    long long value = 0;
-    return ko::Orvid::readSmall(text, value) ? ko::Orvid::DecimalView::hashOf(value)
-                                             : ko::Orvid::DecimalView(text).hash();
+    SmallInteger small;
+    return small.read(text) ? DecimalView::hashOf(small.value()) : DecimalView(text).hash();
 }

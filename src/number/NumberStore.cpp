@@ -17,10 +17,10 @@ namespace ko::Orvid {
 struct NumberStore::Heap {
     std::string text;
     Heap* former;  ///< what was handed out before this text took its place
-    bool isDerived;
     // Of the wide layout, which has no other place for them.
     std::atomic<std::uint64_t> bits{0};
     std::atomic<unsigned char> kind{0};
+    bool isDerived;
 };
 
 namespace {
@@ -115,7 +115,7 @@ bool isNeeded(const Binary& binary, std::string_view text) {
 NumberStore::Heap* NumberStore::make(std::string_view text, bool isDerived, Heap* former) {
     auto made = std::make_unique<Heap>();
     made->text.reserve(std::max(text.size(), k_capacity));
-    made->text = text;
+    made->text.append(text);
     made->isDerived = isDerived;
     made->former = former;
     return made.release();
@@ -249,19 +249,18 @@ NumberStore::Binary NumberStore::wideBinary() const noexcept {
             (kind & k_whole) != 0};
 }
 
-void NumberStore::keep(const Binary& binary) const noexcept {
+void NumberStore::keepWide(const Binary& binary) const noexcept {
     std::uint64_t word = m_word.load(std::memory_order_acquire);
-    Heap* const held = isWide() ? heapOf(word) : nullptr;
-    if (isWide() && held == nullptr) {
-        // The place may become the pointer's at any time.
-        if (const std::uint64_t value = packed(binary); value != 0 && word == 0) {
-            m_word.compare_exchange_strong(word, value, std::memory_order_release,
-                                           std::memory_order_relaxed);
-        }
+    if (Heap* const held = heapOf(word)) {
+        held->bits.store(binary.bits, std::memory_order_relaxed);
+        held->kind.store(kindByte(binary), std::memory_order_release);
         return;
     }
-    (held == nullptr ? m_word : held->bits).store(binary.bits, std::memory_order_relaxed);
-    (held == nullptr ? m_kind : held->kind).store(kindByte(binary), std::memory_order_release);
+    // The place may become the pointer's at any time.
+    if (const std::uint64_t value = packed(binary); value != 0 && word == 0) {
+        m_word.compare_exchange_strong(word, value, std::memory_order_release,
+                                       std::memory_order_relaxed);
+    }
 }
 
 /// A text that was given empty gives way to a derived one as soon as the binary value has a kind.
@@ -270,6 +269,11 @@ bool NumberStore::isCurrent(const Heap& held) const noexcept {
 }
 
 const std::string& NumberStore::string() const {
+    const Heap* const held = heap();
+    return held != nullptr && !held->text.empty() ? held->text : makeString();
+}
+
+const std::string& NumberStore::makeString() const {
     for (;;) {
         Heap* const held = heap();
         if (held != nullptr && isCurrent(*held)) {

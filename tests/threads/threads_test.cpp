@@ -40,7 +40,7 @@ void onThreads(const std::function<void(int)>& action) {
     }
 }
 
-/// Reads both sides of each number once, as docs/values.md asks for.
+/// Reads both sides of each number once.
 void readNumbers(const Element& element) {
     if (element.isNumber()) {
         (void)element.number().toString();

@@ -255,21 +255,28 @@ public:
 
 private:
     friend bool operator==(const Number& a, const Number& b);
+    friend struct std::hash<Number>;
     friend struct NumberProbe;  // lets the tests make the kind that no operation produces
 
     using Binary = NumberStore::Binary;
 
     void setText(std::string_view text);
-    Binary binary() const;
+    /// Computed where there is none.
+    Binary binary() const {
+        const Binary held = m_store.binary();
+        return held.kind != ebNone ? held : convertedText(held);
+    }
     enum class Refusal { none, integer, real };
     Refusal convertGivenText(Binary& value) const;
-    Binary convertedText() const;
+    Refusal convertOtherText(std::string_view text, Binary& value) const;
+    Binary convertedText(Binary value) const;
+    int compareConverted(const Number& other) const;
     /// Compare `own`, the binary value.
     int compareTo(const Binary& own, long long other) const;
     int compareTo(const Binary& own, unsigned long long other) const;
     int compareTo(const Binary& own, double other) const;
     template<class T>
-    bool isWithin(const Binary& own, T min, T max) const;
+    T& readUnusual(const Binary& own, T& out) const;
 
     NumberStore m_store;
 };

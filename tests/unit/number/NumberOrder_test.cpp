@@ -141,6 +141,21 @@ TEST(NumberDecimal, is_the_exact_value) {
     EXPECT_THROW((void)Number(k_nan).decimal(), ko::RuntimeError);
 }
 
+TEST(NumberHash, is_the_same_after_a_typed_read) {
+    const std::hash<Number> hash;
+    for (const auto& value : k_values) {
+        for (const Number& number : value) {
+            const Number read(number);
+            try {
+                (void)read.type();
+            } catch (const ko::Orvid::Exception&) {
+                EXPECT_FALSE(read.toString().empty());
+            }
+            EXPECT_EQ(hash(read), hash(number)) << number.toString();
+        }
+    }
+}
+
 TEST(NumberHash, is_that_of_the_value_however_long_and_however_spelled) {
     const std::hash<Number> hash;
     for (const char* const text :
@@ -155,6 +170,9 @@ TEST(NumberHash, is_that_of_the_value_however_long_and_however_spelled) {
         EXPECT_NE(hash(Number(number)), hash(Number(number + ".5"))) << number;
     }
     EXPECT_EQ(hash(Number(-1200)), hash(Number("-12e2")));
+    EXPECT_EQ(hash(Number(1200U)), hash(Number("12e2")));
+    EXPECT_EQ(hash(Number(999999999999999999LL)), hash(Number("999999999999999999.0")));
+    EXPECT_EQ(hash(Number(-1000000000000000001LL)), hash(Number("-1000000000000000001")));
     EXPECT_EQ(hash(Number(0.5)), hash(Number("5e-1")));
 }
 

@@ -122,7 +122,14 @@ public:
     }
 
     /// Keeps the binary value of a given text, if there is room for it.
-    void keep(const Binary& binary) const noexcept;
+    void keep(const Binary& binary) const noexcept {
+        if (isWide()) {
+            keepWide(binary);
+        } else {
+            m_word.store(binary.bits, std::memory_order_relaxed);
+            m_kind.store(kindByte(binary), std::memory_order_release);
+        }
+    }
 
     /// The number's text: the given one or, where that is missing or empty, the one derived from
     /// the binary value, if that has a kind. Throws std::bad_alloc.
@@ -232,7 +239,9 @@ private:
     void steal(NumberStore& other) noexcept;
     void useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept;
     Binary wideBinary() const noexcept;
+    void keepWide(const Binary& binary) const noexcept;
     bool isCurrent(const Heap& held) const noexcept;
+    const std::string& makeString() const;
     const std::string* publish(std::string_view text, bool isDerived, Heap* former) const;
     bool publishWide(Heap& made, Heap* former) const noexcept;
 
