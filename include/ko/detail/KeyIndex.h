@@ -7,6 +7,8 @@
 
 #pragma once
 
+#include <ko/detail/sameBytes.h>
+
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
@@ -192,8 +194,12 @@ private:
 
     /// Nothing is known of what another order takes for equal.
     template<class Like>
+    static constexpr bool k_isText =
+        k_isNatural&& std::is_convertible_v<const Like&, std::string_view>;
+
+    template<class Like>
     static std::size_t hashOf(const Like& key) {
-        if constexpr (k_isNatural && std::is_convertible_v<const Like&, std::string_view>) {
+        if constexpr (k_isText<Like>) {
             return std::hash<std::string_view>()(key);
         } else {
             return 0;
@@ -203,7 +209,12 @@ private:
     template<class Like>
     Iterator scan(List& list, const Like& key) const {
         return std::find_if(list.begin(), list.end(), [&](const auto& pair) {
-            if constexpr (k_isNatural) {
+            if constexpr (k_isText<Like> && k_isText<Key>) {
+                const std::string_view present = pair.first;
+                const std::string_view sought = key;
+                return present.size() == sought.size() &&
+                       detail::sameBytes(present.data(), sought.data(), sought.size());
+            } else if constexpr (k_isNatural) {
                 return pair.first == key;
             } else {
                 return !compare()(pair.first, key) && !compare()(key, pair.first);
