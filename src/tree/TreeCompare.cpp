@@ -34,20 +34,43 @@ struct Cursor {
     typename Container::const_iterator rightEnd;
 };
 
+/// Of two different values of the same type. All containers are alike.
+int compareScalars(const SData& a, const SData& b) {
+    switch (a.type) {
+        case etNull:
+            return (a.value.null > b.value.null ? 1 : 0) - (a.value.null < b.value.null ? 1 : 0);
+        case etBoolean:
+            return int{a.value.boolean} - int{b.value.boolean};
+        case etNumber:
+            return sign(a.value.number->compare(*b.value.number));
+        case etString:
+            return sign(a.value.string->compare(*b.value.string));
+        default:
+            return 0;
+    }
+}
+
+/// The order of two values as far as it takes no look into containers.
+int compareOutside(const SData& a, const SData& b) {
+    if (&a == &b) {
+        return 0;
+    }
+    if (a.type != b.type) {
+        return a.type > b.type ? 1 : -1;
+    }
+    return compareScalars(a, b);
+}
+
+/// Whether compareOutside() leaves two values undecided.
+bool areContainers(const SData& a, const SData& b) {
+    return a.type == b.type && isContainer(a) && &a != &b;
+}
+
 class Comparison {
 public:
-    /// The order of two values; that of two containers is left to run().
-    int compare(const SData& a, const SData& b) {
-        if (&a == &b) {
-            return 0;
-        }
-        if (a.type != b.type) {
-            return a.type > b.type ? 1 : -1;
-        }
-        return compareSameType(a, b);
-    }
+    Comparison(const SData& a, const SData& b) { open(a, b); }
 
-    /// Goes on, after a result of 0, through the containers met so far.
+    /// The order of the containers.
     int run() {
         int result = 0;
         while (result == 0 && !m_open.empty()) {
@@ -60,25 +83,21 @@ private:
     using ArrayCursor = Cursor<Element::TArray>;
     using ObjectCursor = Cursor<Element::TObject>;
 
-    int compareSameType(const SData& a, const SData& b) {
-        switch (a.type) {
-            case etNull:
-                return (a.value.null > b.value.null ? 1 : 0) -
-                       (a.value.null < b.value.null ? 1 : 0);
-            case etBoolean:
-                return int{a.value.boolean} - int{b.value.boolean};
-            case etNumber:
-                return sign(a.value.number->compare(*b.value.number));
-            case etString:
-                return sign(a.value.string->compare(*b.value.string));
-            case etObject:
-                m_open.emplace_back(ObjectCursor(*a.value.object, *b.value.object));
-                return 0;
-            case etArray:
-                m_open.emplace_back(ArrayCursor(*a.value.array, *b.value.array));
-                return 0;
-            default:
-                return 0;
+    /// Two containers are left to run().
+    int compare(const SData& a, const SData& b) {
+        if (areContainers(a, b)) {
+            open(a, b);
+            return 0;
+        }
+        return compareOutside(a, b);
+    }
+
+    /// Two containers of the same type.
+    void open(const SData& a, const SData& b) {
+        if (a.type == etObject) {
+            m_open.emplace_back(ObjectCursor(*a.value.object, *b.value.object));
+        } else {
+            m_open.emplace_back(ArrayCursor(*a.value.array, *b.value.array));
         }
     }
 
@@ -116,9 +135,7 @@ private:
 }  // namespace
 
 int compareTrees(const SData& a, const SData& b) {
-    Comparison comparison;
-    const int result = comparison.compare(a, b);
-    return result != 0 ? result : comparison.run();
+    return areContainers(a, b) ? Comparison(a, b).run() : compareOutside(a, b);
 }
 
 }  // namespace ko::Orvid
