@@ -13,7 +13,7 @@
 
 namespace orvid_fuzz {
 
-/// Reads the text into `root`. Answers whether it is one whole document, not nested too deeply.
+/// Reads the text into `root`. Returns whether it is one whole document, not nested too deeply.
 inline bool readShallow(ko::Orvid::Element& root, const std::string& text) {
     constexpr std::size_t deepest = 60;
     ko::Orvid::ReadOptions options;

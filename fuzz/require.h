@@ -22,7 +22,7 @@ inline void require(bool holds, const char* promise) {
     }
 }
 
-/// For a check that answers what is wrong.
+/// For a check that returns what is wrong.
 inline void requireNone(const std::string& problem) {
     if (!problem.empty()) {
         fail(problem);

@@ -56,7 +56,7 @@ std::uint64_t magnitudeOf(std::int64_t value) {
     return value < 0 ? 0 - bits : bits;
 }
 
-/// mpz_sizeinbase() may answer one digit too many.
+/// mpz_sizeinbase() may return one digit too many.
 std::size_t countDigits(const BigInteger& value) {
     const std::size_t digits = mpz_sizeinbase(value, 10);
     BigInteger least;

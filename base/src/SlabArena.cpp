@@ -232,7 +232,7 @@ void SlabArena::advance(std::size_t size) {
     }
 }
 
-/// Goes on with the next page of the slab. Answers whether there is one.
+/// Goes on with the next page of the slab. Returns whether there is one.
 bool SlabArena::turnPage() noexcept {
     if (m_end == m_slabEnd) {
         return false;

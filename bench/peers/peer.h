@@ -30,7 +30,7 @@ public:
 
     virtual Summary summary() const = 0;
     /// The document as text, indented by four spaces where the library can. write() makes the same
-    /// text, but only answers its length, and need not copy it out of the library's own buffer.
+    /// text, but only returns its length, and need not copy it out of the library's own buffer.
     virtual std::string text() const = 0;
     virtual std::size_t write() const = 0;
     virtual std::unique_ptr<Tree> copy() const = 0;

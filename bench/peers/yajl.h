@@ -25,7 +25,7 @@ class TokenList {
 public:
     explicit TokenList(const std::string& text);
 
-    /// Writes the tokens with yajl_gen into its own buffer, indented by four spaces; answers the
+    /// Writes the tokens with yajl_gen into its own buffer, indented by four spaces; returns the
     /// length.
     std::size_t write() const;
     std::string text() const;

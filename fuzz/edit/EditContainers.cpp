@@ -119,7 +119,7 @@ void EditScript::insertBefore() {
     const auto position = static_cast<std::ptrdiff_t>(m_input.below(members.size() + 1));
     const auto placed =
         object.insert(std::next(object.begin(), position), {name, *argument.element});
-    require(placed->first == name, "the member of that key is answered");
+    require(placed->first == name, "the member of that key is returned");
     if (target.value->member(name) == nullptr) {
         Value member = argument.value;
         member.key = name;

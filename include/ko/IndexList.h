@@ -61,7 +61,7 @@ public:
     virtual void updateVector() {}
 
     /// Inserts a copy of `value`, which may be an item of this sequence, before the position and
-    /// answers the new item's. Linear cost.
+    /// returns the new item's. Linear cost.
     iterator insert(const_iterator position, const T& value) {
         return emplaceAt(position.position(), value);
     }
@@ -70,7 +70,7 @@ public:
         return emplaceAt(checked(position, size() + 1), value);
     }
 
-    /// Removes the item at `position` and answers the position after it. Linear cost. Throws
+    /// Removes the item at `position` and returns the position after it. Linear cost. Throws
     /// std::bad_alloc, unless it is the last item.
     iterator erase(const_iterator position) { return erase(position, position + 1); }
     /// Removes the items from `first` to before `last`. Linear cost. Throws std::bad_alloc, unless
@@ -132,7 +132,7 @@ public:
     const_reverse_iterator crbegin() const noexcept { return rbegin(); }
     const_reverse_iterator crend() const noexcept { return rend(); }
 
-    /// Removes the items that `matches` accepts and answers how many there were. Linear cost.
+    /// Removes the items that `matches` accepts and returns how many there were. Linear cost.
     /// Throws what `matches` throws, and std::bad_alloc.
     template<class Matches>
     size_type eraseIf(Matches&& matches) {

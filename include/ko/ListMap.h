@@ -63,7 +63,7 @@ public:
     virtual ~ListMap() { ItemPlaces::end(); }
 
     /// Appends a copy of `member`, or, when its key is there already, assigns to the present
-    /// member, which keeps its place in the order. Answers the member and whether it is new.
+    /// member, which keeps its place in the order. Returns the member and whether it is new.
     /// O(log n).
     virtual std::pair<iterator, bool> insert(const value_type& member) {
         const Spot spot = m_map.find(m_list, member.first);
@@ -74,8 +74,8 @@ public:
         return {add(spot, m_list.end(), member), true};
     }
 
-    /// Inserts a copy of `member` before `position` and answers its position. When its key is there
-    /// already, answers that member's position and changes nothing. O(log n).
+    /// Inserts a copy of `member` before `position` and returns its position. When its key is there
+    /// already, returns that member's position and changes nothing. O(log n).
     virtual iterator insert(iterator position, const value_type& member) {
         const Spot spot = m_map.find(m_list, member.first);
         return spot.position != m_list.end() ? spot.position : add(spot, position, member);
@@ -113,12 +113,12 @@ public:
         return find(key) != end();
     }
 
-    /// Removes the member and answers the position after it. O(log n).
+    /// Removes the member and returns the position after it. O(log n).
     iterator erase(iterator position) {
         m_map.erase(m_list, position);
         return m_list.erase(position);
     }
-    /// Removes the member with that key and answers how many there were: 0 or 1. O(log n).
+    /// Removes the member with that key and returns how many there were: 0 or 1. O(log n).
     size_type erase(const Key& key) { return eraseFound(find(key)); }
     template<class Like, class = EnableIfLike<Like>>
     size_type erase(const Like& key) {
@@ -131,7 +131,7 @@ public:
         m_list.clear();
     }
 
-    /// Removes the members that `matches` accepts and answers how many there were. Linear cost, and
+    /// Removes the members that `matches` accepts and returns how many there were. Linear cost, and
     /// O(log n) for each member that is removed. Throws what `matches` throws, and std::bad_alloc.
     template<class Matches>
     size_type eraseIf(Matches&& matches) {

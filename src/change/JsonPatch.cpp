@@ -30,7 +30,7 @@ public:
     Growth(const PatchOptions& options, const Element& target, const Element& patch)
         : m_options(options), m_target(target), m_patch(patch) {}
 
-    /// Answers whether the element may be copied, which counts then.
+    /// Returns whether the element may be copied, which counts then.
     bool allows(const Element& copied) {
         if (m_options.maxGrowth == 0) {
             return true;

@@ -33,7 +33,7 @@ class Steps {
 public:
     Steps(std::uint64_t own, std::uint64_t& shared) : m_own(own), m_shared(shared) {}
 
-    /// Answers false when there are not as many left; then none are left.
+    /// Returns false when there are not as many left; then none are left.
     bool take(std::uint64_t count) {
         const std::uint64_t fromOwn = std::min(count, m_own);
         m_own -= fromOwn;

@@ -26,23 +26,23 @@ constexpr unsigned int k_chunkSize = 255;
 /// Hears everything and says the same to all of it.
 class Deaf : public CallbackParserListener {
 public:
-    explicit Deaf(int answer) : m_answer(answer) {}
+    explicit Deaf(int result) : m_result(result) {}
 
-    int cb_null() override { return m_answer; }
-    int cb_boolean(bool /*value*/) override { return m_answer; }
-    int cb_number(const char* /*text*/, unsigned int /*length*/) override { return m_answer; }
-    int cb_string(const char* /*text*/, unsigned int /*length*/) override { return m_answer; }
-    int cb_start_map() override { return m_answer; }
-    int cb_map_key(const char* /*text*/, unsigned int /*length*/) override { return m_answer; }
-    int cb_end_map() override { return m_answer; }
-    int cb_start_array() override { return m_answer; }
-    int cb_end_array() override { return m_answer; }
+    int cb_null() override { return m_result; }
+    int cb_boolean(bool /*value*/) override { return m_result; }
+    int cb_number(const char* /*text*/, unsigned int /*length*/) override { return m_result; }
+    int cb_string(const char* /*text*/, unsigned int /*length*/) override { return m_result; }
+    int cb_start_map() override { return m_result; }
+    int cb_map_key(const char* /*text*/, unsigned int /*length*/) override { return m_result; }
+    int cb_end_map() override { return m_result; }
+    int cb_start_array() override { return m_result; }
+    int cb_end_array() override { return m_result; }
     int cb_error(const char* /*message*/) override { return 1; }
-    int cb_integer(long /*value*/) override { return m_answer; }
-    int cb_double(double /*value*/) override { return m_answer; }
+    int cb_integer(long /*value*/) override { return m_result; }
+    int cb_double(double /*value*/) override { return m_result; }
 
 private:
-    const int m_answer;
+    const int m_result;
 };
 
 const char* characters(const unsigned char* text) { return reinterpret_cast<const char*>(text); }

@@ -44,7 +44,7 @@ int setValue(int file, const char* attribute, const std::string& value) {
     return untilDone([&] { return ::fsetxattr(file, attribute, value.data(), value.size(), 0); });
 }
 
-/// Calls `get` with more and more room until the answer fits. Returns nothing, with errno set, when
+/// Calls `get` with more and more room until the result fits. Returns nothing, with errno set, when
 /// it fails.
 template<class Get>
 std::pair<bool, std::string> whole(const Get& get) {

@@ -106,7 +106,7 @@ FileLock::FileLock(const std::string& name, std::chrono::milliseconds patience)
 
 FileLock::~FileLock() { release(true); }
 
-/// Answers false when there can be no lock.
+/// Returns false when there can be no lock.
 bool FileLock::open() {
     constexpr mode_t mode = 0644;
     m_file = untilDone([&] {

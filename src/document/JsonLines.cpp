@@ -50,7 +50,7 @@ struct JsonLines::State {
     unsigned long long number = 0;
 };
 
-/// Answers whether there was one.
+/// Returns whether there was one.
 bool JsonLines::State::readLine() {
     ++number;
     try {

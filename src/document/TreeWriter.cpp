@@ -130,7 +130,7 @@ std::size_t TreeWriter::writeScalars(const Element::TArray& array, std::size_t p
     return position;
 }
 
-/// Writes members up to the first container. Answers whether there is none.
+/// Writes members up to the first container. Returns whether there is none.
 bool TreeWriter::writeScalars(Level& level) {
     for (; level.member != level.membersEnd; ++level.member) {
         const auto& [key, value] = *level.member;
@@ -165,7 +165,7 @@ void TreeWriter::finishLevels() {
     }
 }
 
-/// Answers whether a container was opened, so that the level may have moved.
+/// Returns whether a container was opened, so that the level may have moved.
 bool TreeWriter::writeItems(Level& level) {
     const std::size_t depth = m_open.size();
     const Element::TArray& array = *level.array;

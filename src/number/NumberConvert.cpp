@@ -80,7 +80,7 @@ bool fromReal(double value, T& out) {
     throw RuntimeError("Not a decimal number.");
 }
 
-/// A whole number of few digits at whatever place; answers false where it is none or too large.
+/// A whole number of few digits at whatever place; returns false where it is none or too large.
 template<class T>
 bool fromDecimal(const DecimalView& decimal, T& out) {
     constexpr int largestPower = std::numeric_limits<unsigned long long>::digits10;

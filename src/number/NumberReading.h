@@ -11,7 +11,7 @@
 
 namespace ko::Orvid {
 
-/// Reads all of `text` into `value`; answers false, leaving `value` alone, for anything odd: text
+/// Reads all of `text` into `value`; returns false, leaving `value` alone, for anything odd: text
 /// around the digits, a value out of range.
 template<class T>
 bool readWhole(std::string_view text, T& value) {
@@ -34,7 +34,7 @@ Real readReal(std::string_view text, bool& isWhole);
 /// What writeShortest() may need.
 constexpr std::size_t k_shortestSize = 64;
 
-/// The shortest text that reads back as the same value; answers its length. `text` has room for
+/// The shortest text that reads back as the same value; returns its length. `text` has room for
 /// k_shortestSize bytes.
 template<class Real>
 std::size_t writeShortest(char* text, Real value) {

@@ -42,7 +42,7 @@ constexpr std::uint64_t k_doubleExponents = 0x7FF;
 constexpr std::uint64_t k_firstExponent = 1023 - 128;  // -128 is 0 in packed form
 constexpr std::uint64_t k_topOfValue = std::uint64_t{1} << (63 - k_valueBit);
 
-/// Answers whether the bits of a double fit.
+/// Returns whether the bits of a double fit.
 bool packDouble(std::uint64_t bits, std::uint64_t& value) noexcept {
     const std::uint64_t exponent = (bits >> k_fractionBits & k_doubleExponents) - k_firstExponent;
     const std::uint64_t sign = bits >> 63U;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The path language as a state machine: acceptPlain() and acceptEscaped() are its two transition
-// tables, a case for each state. Each answers whether the parse goes on.
+// tables, a case for each state. Each returns whether the parse goes on.
 
 #include <ko/Orvid/PathParser.h>
 
@@ -52,7 +52,7 @@ bool append(Work& s, char c) {
 }
 
 /// Takes the ordinary characters at the start of `text` as, or into, a key where one may stand, as
-/// acceptPlain() does one by one, and answers how many there were.
+/// acceptPlain() does one by one, and returns how many there were.
 template<class Work>
 std::size_t takeKey(Work& s, std::string_view text) {
     const bool isKeyDue = s.state == PathParser::esInit || s.state == PathParser::esObjectInit;
@@ -68,7 +68,7 @@ std::size_t takeKey(Work& s, std::string_view text) {
     return length;
 }
 
-/// Reads decimal digits up to the first other character. Answers false, with what a stream's
+/// Reads decimal digits up to the first other character. Returns false, with what a stream's
 /// extraction would store, when there is no digit (0) or the number needs more than 32 bits (the
 /// largest one).
 bool readIndex(const std::string& digits, unsigned int& index) {

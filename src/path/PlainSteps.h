@@ -66,7 +66,7 @@ private:
     unsigned int m_index = 0;
 };
 
-/// Calls `take` with each step of a plain path: a key as std::string_view, or an index. Answers
+/// Calls `take` with each step of a plain path: a key as std::string_view, or an index. Returns
 /// whether the path was plain; if not, some steps were taken.
 template<class Take>
 bool takePlainSteps(std::string_view path, const Take& take) {

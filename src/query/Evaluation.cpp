@@ -58,7 +58,7 @@ private:
     Element::TObject::const_iterator m_membersEnd;
 };
 
-/// Calls `take` with each child until that answers false.
+/// Calls `take` with each child until that returns false.
 template<class Take>
 void forEachChild(const Element& parent, const Take& take) {
     if (!isContainer(parent)) {

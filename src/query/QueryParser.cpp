@@ -65,7 +65,7 @@ void QueryParser::takeSegments(Query& query) {
     query.isSingular = std::all_of(query.segments.begin(), query.segments.end(), isSingularSegment);
 }
 
-/// Answers whether there was one.
+/// Returns whether there was one.
 bool QueryParser::takeSegment(Query& query) {
     Segment segment;
     if (m_reader.take("..")) {

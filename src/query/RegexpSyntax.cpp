@@ -229,7 +229,7 @@ public:
     }
 
 private:
-    /// Answers whether the pattern is sound so far.
+    /// Returns whether the pattern is sound so far.
     bool takePart() {
         switch (m_rest.front()) {
             case '(':

@@ -9,8 +9,8 @@
 namespace ko::Orvid {
 
 /// Whether both texts, which are JSON numbers, have the same exact decimal value and sign: zero and
-/// minus zero differ. Linear cost. Exponents of more than 17 digits are not compared: the answer is
-/// then false.
+/// minus zero differ. Linear cost. Exponents of more than 17 digits are not compared: it returns
+/// false then.
 bool sameDecimal(std::string_view a, std::string_view b);
 
 /// Whether the text is spelled as no binary value would be: with zeros at the end of the fraction,

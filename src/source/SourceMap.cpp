@@ -57,7 +57,7 @@ bool SourceMap::scan(std::size_t at) {
     return at != std::string_view::npos;
 }
 
-/// Adds the value that begins there, and answers the offset after it, or after its bracket; npos
+/// Adds the value that begins there, and returns the offset after it, or after its bracket; npos
 /// where none begins.
 std::size_t SourceMap::scanValue(std::size_t at, std::vector<Open>& open) {
     if (at >= m_text.size()) {

@@ -36,7 +36,7 @@ public:
         return m_missing > 0 ? Result::goesOn : Result::isMalformed;
     }
 
-    /// Takes the byte that follows. It belongs to the sequence unless the answer is wasMalformed.
+    /// Takes the byte that follows. It belongs to the sequence unless that returns wasMalformed.
     Result next(unsigned char byte) noexcept {
         if ((byte & 0xC0U) != 0x80) {
             m_missing = 0;

@@ -26,7 +26,7 @@ std::string acceptedIndent(const std::string& indent) {
     return isWhitespace ? indent : "  ";
 }
 
-/// Copies the block at `text`. Answers whether it is plain; otherwise `text` and `at` are moved to
+/// Copies the block at `text`. Returns whether it is plain; otherwise `text` and `at` are moved to
 /// its first special byte and where that would go.
 template<class AnyBlock>
 inline bool copyBlock(const char*& text, char*& at) noexcept {
@@ -58,7 +58,7 @@ bool copyTwoBlocks(const char*& text, const char* end, char*& at) noexcept {
     return true;
 }
 
-/// Copies four to seven bytes as one word, made of two halves that overlap. Answers whether they
+/// Copies four to seven bytes as one word, made of two halves that overlap. Returns whether they
 /// are plain; otherwise `text` and `at` stay.
 bool copyHalves(const char*& text, std::size_t length, char*& at) noexcept {
     constexpr std::size_t k_half = PlainBlock::k_length / 2;
@@ -240,7 +240,7 @@ WriteStatus Writer::asciiNumber(const char* text, std::size_t length) {
     return replaced([&](std::string& ascii) { return appendAscii(ascii, text, length); });
 }
 
-/// Writes what `append` makes of a value, which answers whether ASCII can express it.
+/// Writes what `append` makes of a value, which returns whether ASCII can express it.
 template<class Append>
 WriteStatus Writer::replaced(const Append& append) {
     std::string ascii;

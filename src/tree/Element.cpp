@@ -38,7 +38,7 @@ bool hasChildren(const Element::SData& data) {
     return data.type == etObject && data.value.object != nullptr && !data.value.object->empty();
 }
 
-/// Moves the value into the payload that is there, of the same type. Answers false where there is
+/// Moves the value into the payload that is there, of the same type. Returns false where there is
 /// none, on either side.
 bool movePayload(Element::SData& target, Element::SData& source) noexcept {
     const auto moveInto = [](auto* to, auto* from) {

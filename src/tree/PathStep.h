@@ -27,7 +27,7 @@ inline Element* childAt(Element& parent, unsigned int index) {
 /// The text of an array step: `[7]`, with the number for k_noIndex too.
 std::string indexText(unsigned int index);
 
-/// A step that leads nowhere: throws PathNotFound, or clears `pathExists` and answers false.
+/// A step that leads nowhere: throws PathNotFound, or clears `pathExists` and returns false.
 bool stepFails(const Element& current, const std::string& path, const std::string& step,
                bool throws, bool& pathExists);
 

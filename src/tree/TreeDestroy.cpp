@@ -58,7 +58,7 @@ private:
         }
     }
 
-    /// Releases what is in the children, from the last one on, and answers the container that stops
+    /// Releases what is in the children, from the last one on, and returns the container that stops
     /// it, or null. Where the container `isEntered`, that one becomes its last child.
     Element* releaseChildren(Element::TArray& array, bool isEntered) noexcept {
         for (std::size_t size = array.size(); size != 0;) {
@@ -89,7 +89,7 @@ private:
     }
 
     /// Makes it null, unless it is a container: of these, only those that hold scalars go, and
-    /// that only with `takesContainers`. Answers whether it is null.
+    /// that only with `takesContainers`. Returns whether it is null.
     bool release(Element::SData& data, bool takesContainers) noexcept {
         if (hasPayload(data)) {
             return takesContainers &&

@@ -67,7 +67,7 @@ private:
                                  : compareMembers(*open.a, *open.b, open.member, open.beside, true);
     }
 
-    /// Answers for scalars, and for containers that hold scalars only. Others of the same size are
+    /// Compares scalars, and containers that hold scalars only. Others of the same size are
     /// opened.
     bool compare(const Element& a, const Element& b) {
         return isContainer(a.data()) ? compareContainers(a, b) : sameScalar(a.data(), b.data());

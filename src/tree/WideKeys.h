@@ -67,7 +67,7 @@ private:
     };
 
     /// Goes to the place of the member with m_hash that `isMeant`, or to the free one for it.
-    /// Answers whether there is such a member.
+    /// Returns whether there is such a member.
     template<class IsMeant>
     bool seek(const IsMeant& isMeant) noexcept {
         for (std::size_t step = 0; step < k_mostSteps && !m_slots.empty(); ++step) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Lookups, texts and numbers while memory is refused: nothing changes, and no answer is half an
-// answer.
+// Lookups, texts and numbers while memory is refused: nothing changes, and no result is half a
+// result.
 
 #include <ko/convert.h>
 #include <ko/Orvid.h>
@@ -281,7 +281,7 @@ TEST(JsonLinesWithoutMemory, gives_each_line_whole_or_passes_it_over) {
 
 class WithoutMemory : public testing::TestWithParam<Operation> {};
 
-TEST_P(WithoutMemory, an_operation_answers_whole_or_throws) { failEachAllocation(GetParam()); }
+TEST_P(WithoutMemory, an_operation_returns_all_or_throws) { failEachAllocation(GetParam()); }
 
 std::string nameOf(const testing::TestParamInfo<Operation>& info) { return info.param.name; }
 

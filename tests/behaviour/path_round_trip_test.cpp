@@ -89,7 +89,7 @@ void forEach(Element& element, const std::function<void(Element&)>& action) {
     }
 }
 
-/// Runs `check` for each element of many random trees; answers for how many.
+/// Runs `check` for each element of many random trees; returns for how many.
 std::size_t forEachOfRandomTrees(const std::function<void(Element&, Element&)>& check) {
     std::size_t count = 0;
     for (unsigned int seed = 0; seed < 300; ++seed) {

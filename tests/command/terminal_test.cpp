@@ -16,7 +16,7 @@ using orvid_test::repeated;
 using orvid_test::ScratchFile;
 using orvid_test::shell;
 
-/// Runs a shell's line with a terminal for all three, and answers what that shows; the line's "$0"
+/// Runs a shell's line with a terminal for all three, and returns what that shows; the line's "$0"
 /// is the command and "$1" the argument.
 std::string onTerminal(const std::string& script, const std::string& argument) {
     const CommandResult result =

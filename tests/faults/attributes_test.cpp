@@ -56,7 +56,7 @@ protected:
                 attributeOf(m_name, "user.origin")};
     }
 
-    /// Replaces the file while the calls of that kind fail as listed, and answers whether it was
+    /// Replaces the file while the calls of that kind fail as listed, and returns whether it was
     /// replaced. Whatever comes of it, the rights are as they were.
     bool isReplaced(Call call, const std::vector<int>& errors) {
         m_folder.makeFile("file", "old");

@@ -41,7 +41,7 @@ inline std::string encodedList(const std::vector<AccessEntry>& entries) {
     return bytes;
 }
 
-/// Answers false, with errno set, where the file system refuses it.
+/// Returns false, with errno set, where the file system refuses it.
 inline bool setAttribute(const std::string& file, const char* attribute, const std::string& value) {
     return ::setxattr(file.c_str(), attribute, value.data(), value.size(), 0) == 0;
 }

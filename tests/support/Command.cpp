@@ -81,7 +81,7 @@ std::vector<char*> argumentsOf(const std::vector<std::string>& command) {
     _exit(write(pipes.startError.ends[1], &error, sizeof error) == sizeof error ? 127 : 126);
 }
 
-// An exit status does not say whether a program was started: 127 is also what a shell answers for a
+// An exit status does not say whether a program was started: 127 is also what a shell returns for a
 // command that it does not find.
 void throwUnlessStarted(const std::string& program, Pipe& startError, pid_t child) {
     int error = 0;

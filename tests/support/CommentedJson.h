@@ -15,7 +15,7 @@
 
 namespace orvid_test {
 
-/// Answers a number below the given one, which is at least 1.
+/// Returns a number below the given one, which is at least 1.
 using Choice = std::function<unsigned(unsigned)>;
 
 /// A value of the document, and the comments that go with it when it is removed, those within it

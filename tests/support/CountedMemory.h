@@ -15,7 +15,7 @@ enum class Refusal { once, forGood };
 
 /// Refuses the request of that number, counted from 1 from now on. For one thread at a time.
 void refuseAllocation(std::size_t number, Refusal refusal);
-/// Refuses none from now on. Answers whether one was refused.
+/// Refuses none from now on. Returns whether one was refused.
 bool refuseNone();
 
 /// Blocks that were made and not yet released.

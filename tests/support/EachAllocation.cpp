@@ -16,12 +16,12 @@
 namespace orvid_test {
 namespace {
 
-/// The trees, and what the operation answered.
+/// The trees, and what the operation returned.
 std::string stateOf(const Trees& trees, const std::string& answer) {
     return compact(trees.root) + "\n" + compact(trees.other) + "\n" + answer;
 }
 
-/// One try. Answers whether a request was refused.
+/// One try. Returns whether a request was refused.
 bool tryOperation(const Operation& operation, std::size_t number, Refusal refusal,
                   const std::string& before, const std::string& after) {
     Trees trees;

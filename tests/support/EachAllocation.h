@@ -51,7 +51,7 @@ enum class Leaves {
 struct Operation {
     std::string name;
     Leaves leaves;
-    std::string (*run)(Trees&);  ///< answers its result as text
+    std::string (*run)(Trees&);  ///< returns its result as text
 };
 
 inline std::ostream& operator<<(std::ostream& out, const Operation& operation) {

@@ -29,7 +29,7 @@ int nextError(orvid_test::Call call) {
     return errors.next == errors.count ? 0 : errors.list.at(errors.next++);
 }
 
-/// Sets errno and answers true when this call is to fail.
+/// Sets errno and returns true when this call is to fail.
 bool fails(orvid_test::Call call) {
     const int error = nextError(call);
     if (error != 0) {

@@ -29,7 +29,7 @@ constexpr int k_half = -1;
 /// The next calls of that kind fail with these errors, one after the other; 0 lets one pass. A
 /// close that fails closes all the same. For one thread at a time.
 void failCalls(Call call, const std::vector<int>& errors);
-/// Lets all calls pass from now on. Answers whether all errors were used up.
+/// Lets all calls pass from now on. Returns whether all errors were used up.
 bool failNoCalls();
 
 }  // namespace orvid_test

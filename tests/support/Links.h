@@ -75,7 +75,7 @@ inline std::string brokenMemberLink(const ko::Orvid::Element& element,
 
 /// Checks, in the whole tree below `root`, that each child names its parent, that its key and index
 /// are those under which it sits, and that list and index of every container agree. Does not
-/// recurse. Answers what is wrong first; nothing when all holds.
+/// recurse. Returns what is wrong first; nothing when all holds.
 inline std::string brokenLink(const ko::Orvid::Element& root, Indexes indexes = Indexes::exact) {
     std::vector<const ko::Orvid::Element*> open{&root};
     std::string result;

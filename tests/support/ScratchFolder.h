@@ -41,7 +41,7 @@ public:
     /// The name of a file in it.
     std::string file(const std::string& name) const { return (m_path / name).string(); }
 
-    /// Makes a file with that content and answers its name.
+    /// Makes a file with that content and returns its name.
     std::string makeFile(const std::string& name, const std::string& content) const {
         std::ofstream(file(name), std::ios_base::binary) << content;
         return file(name);

@@ -51,8 +51,8 @@ std::string outcomeOf(const std::function<std::string()>& read) {
     }
 }
 
-/// What the operation answers for each number of the tree. A refused text is reported once, and it
-/// is all one to whom: what it answers is no part of the result.
+/// What the operation returns for each number of the tree. A refused text is reported once, and it
+/// is all one to whom: what it returns is no part of the result.
 template<class Read>
 std::string ofNumbers(const Element& root, const Read& read) {
     std::string result;

@@ -38,7 +38,7 @@ class DocumentVerb : public Verb {
 public:
     ExitStatus run(const Call& call, const Report& report, Output& out) const final;
 
-    /// Does it to a whole file in pieces, and answers true; or answers false, with nothing read
+    /// Does it to a whole file in pieces, and returns true; or returns false, with nothing read
     /// that cannot be read again and nothing written, and it has to be done as to any document.
     /// Throws Failure.
     virtual bool streams(const Call& call, const std::string& file, Output& out) const;
@@ -57,7 +57,7 @@ private:
     void requireAllThere(const std::vector<std::string>& files) const;
     Failure hinted(const Failure& failure, const std::string& file) const;
 
-    /// Does it from the text alone, for text of the common kind, and answers true; or answers
+    /// Does it from the text alone, for text of the common kind, and returns true; or returns
     /// false, whatever it has appended, and leaves it to the other two.
     virtual bool applyToText(const Call& call, const Document& document, Bytes& out) const;
 

@@ -18,7 +18,7 @@ namespace orvid_tool {
 /// answer. Throws Unwritable.
 void appendAnswer(const Call& call, const ko::Orvid::Element& value, Bytes& out);
 
-/// The same of a value's text within plain JSON text (see TextLookup.h). Answers false where that
+/// The same of a value's text within plain JSON text (see TextLookup.h). Returns false where that
 /// is not simple.
 bool appendAnswer(const Call& call, std::string_view value, Bytes& out);
 

@@ -27,7 +27,7 @@ bool mayTakeShortCut(const Call& call, std::size_t edits);
 using TreeEdit = std::function<void(ko::Orvid::Element& root, const std::string& path)>;
 
 /// Appends the text with the change made at the steps, all other bytes as they are: what the
-/// library would write of the whole, byte for byte. Answers false, with nothing appended, where the
+/// library would write of the whole, byte for byte. Returns false, with nothing appended, where the
 /// library has to be asked: see excerptOf(), and where `change` throws.
 bool editExcerpt(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
                  const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
@@ -36,8 +36,8 @@ bool editExcerpt(std::string_view text, const CallPath& path, PlaceEdit edit,
                  const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
 
 /// Hands the text from edit to edit, as calls of their own would, and appends what the last leaves.
-/// `edit` takes a text, the
-/// number of the edit, and where its result goes; where it answers false, this does.
+/// `edit` takes a text, the number of the edit, and where its result goes; where it returns false,
+/// this does.
 template<class Edit>
 bool editInTurn(std::string_view text, std::size_t edits, const Edit& edit, Bytes& out) {
     Bytes edited;

@@ -22,7 +22,7 @@ struct Scalar {
 };
 
 /// Appends the text with the value at the steps, all other bytes as they are: what the library
-/// would make of it. Answers false, with nothing appended, where the library has to be asked: where
+/// would make of it. Returns false, with nothing appended, where the library has to be asked: where
 /// either value is a container, where there is none at the steps, of text that `options` refuse and
 /// of what repeats a key.
 bool splice(std::string_view text, const ValueSteps& steps, const Scalar& value,

@@ -20,7 +20,7 @@ struct TextLayout {
 };
 
 /// Appends the text in that layout, the edit made unless it is null, and a newline: what the
-/// library would write of the tree, byte for byte. Answers false, and appends nothing, where it
+/// library would write of the tree, byte for byte. Returns false, and appends nothing, where it
 /// cannot say: of text that `options` refuse, that repeats a key or has no such path, and
 /// of a member meta that is to be left out.
 bool rewrite(std::string_view text, const TextLayout& layout, const ko::Orvid::text::TextEdit* edit,

@@ -64,8 +64,8 @@ public:
 
     LineBatch& batch(std::size_t number) { return slot(number).batch; }
 
-    /// The batch of that number is ready to be written. Answers whether this thread has to write:
-    /// the batches that next() answers, and then those that have become ready.
+    /// The batch of that number is ready to be written. Returns whether this thread has to write:
+    /// the batches that next() returns, and then those that have become ready.
     bool finish(std::size_t number) {
         const std::lock_guard<std::mutex> lock(m_mutex);
         slot(number).isReady = true;
@@ -78,7 +78,7 @@ public:
 
     LineBatch& next() { return slot(m_written).batch; }
 
-    /// The batch of next() has been written. Answers whether there is another one to write.
+    /// The batch of next() has been written. Returns whether there is another one to write.
     bool isNextReady() {
         const std::lock_guard<std::mutex> lock(m_mutex);
         slot(m_written).isReady = false;
@@ -126,7 +126,7 @@ public:
     void rethrow() const { m_failure.rethrow(); }
 
 private:
-    /// Answers false when there is nothing more to read.
+    /// Returns false when there is nothing more to read.
     bool read(std::size_t& number) {
         const std::lock_guard<std::mutex> lock(m_reading);
         if (m_isAtEnd || m_failure.isOver()) {

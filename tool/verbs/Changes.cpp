@@ -36,7 +36,7 @@ class Follower {
 public:
     explicit Follower(const Element& from) : m_root(&node(from)) {}
 
-    /// Follows the operation of that number; answers what it takes away, or null.
+    /// Follows the operation of that number; returns what it takes away, or null.
     const Element* follow(std::size_t number, const Element& operation) {
         const std::string kind = operation.at("op").string();
         const JsonPointer pointer(operation.at("path").string());

@@ -185,7 +185,7 @@ public:
     }
 
 private:
-    /// Drops the copy where it holds nothing new, and answers what is to be said of it.
+    /// Drops the copy where it holds nothing new, and returns what is to be said of it.
     static std::string whereaboutsOf(Copy& copy, std::string_view before) {
         if (!copy.isThere() || copy.holds(before)) {
             copy.drop();

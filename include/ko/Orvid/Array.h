@@ -56,7 +56,7 @@ public:
     T& emplace_back(T&& value);
     T& emplace_back(detail::Converted value) { return emplace_back(std::move(value.element)); }
     using IndexList<T>::insert;
-    /// Inserts `value`, which is treated as by emplace_back(), before the position and answers the
+    /// Inserts `value`, which is treated as by emplace_back(), before the position and returns the
     /// new item's. Linear cost.
     iterator insert(const_iterator position, T&& value);
     iterator insert(const_iterator position, detail::Converted value) {
@@ -97,7 +97,7 @@ private:
     void withoutPositions() noexcept;
 };
 
-/// Removes the items that `matches` accepts and answers how many there were. Linear cost. Throws
+/// Removes the items that `matches` accepts and returns how many there were. Linear cost. Throws
 /// what `matches` throws, and std::bad_alloc, leaving the array unchanged.
 template<class T, class Matches>
 std::size_t erase_if(Array<T>& array, Matches matches) {

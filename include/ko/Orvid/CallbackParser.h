@@ -83,8 +83,8 @@ public:
     void setCallbacks();
 
     ///@{
-    /// Each hands one event to the listener of a parser, which `parser` points to, and returns its
-    /// answer. They throw what the listener does, and Exception where there is none.
+    /// Each hands one event to the listener of a parser, which `parser` points to, and returns what
+    /// it returns. They throw what the listener does, and Exception where there is none.
     static int cb_null(void* parser);
     static int cb_boolean(void* parser, int value);
     static int cb_integer(void* parser, long value);

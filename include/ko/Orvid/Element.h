@@ -180,7 +180,7 @@ public:
     const Element& tryGet(PathView path,
                           const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND;
     /// A copy of the element at the path, or `fallback` where there is none: unlike what tryGet()
-    /// answers, it depends on nothing. Costs the lookup and the copy.
+    /// returns, it depends on nothing. Costs the lookup and the copy.
     Element getOr(PathView path, Element fallback) const;
     /// The first item of the array at `arrayPath` (this element when empty) whose element at
     /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is
@@ -190,7 +190,7 @@ public:
     Element* find(const Element& value, const Path& itemPath = {}, const Path& arrayPath = {});
     const Element* find(const Element& value, const Path& itemPath = {},
                         const Path& arrayPath = {}) const;  ///< the same
-    /// The same, answering `fallback` when nothing is found and when there is no such array.
+    /// The same, returning `fallback` when nothing is found and when there is no such array.
     const Element& tryFind(const Element& value, const Element& fallback KO_LIFETIME_BOUND,
                            const Path& itemPath = {},
                            const Path& arrayPath = {}) const KO_LIFETIME_BOUND;

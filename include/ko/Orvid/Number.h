@@ -31,7 +31,7 @@ inline constexpr bool k_isNarrowInteger<T, true> = sizeof(T) <= sizeof(long long
 
 /// A number as text, as binary value, or as both. Either side is computed from the other on demand
 /// and then kept. Const operations may run in any number of threads at once. None of them changes
-/// what another one answers, except for the first that reports a refused text (see syncToBinary())
+/// what another one returns, except for the first that reports a refused text (see syncToBinary())
 /// and for syncToString().
 ///
 /// The value of a number, which convertTo(), decimal(), `==` to `>=` and std::hash go by, is that
@@ -195,7 +195,7 @@ public:
     /// Reads the value as T, one of the types of k_isReadable, if it is one: for an integral type a
     /// whole number from T's smallest to its largest value; for a floating type any number whose
     /// nearest T is finite, which is the result. Zero is any T's, and a floating T's keeps its
-    /// sign, as in the texts `-0` and `-0.0`; a NaN that was set is a floating type's. Answers
+    /// sign, as in the texts `-0` and `-0.0`; a NaN that was set is a floating type's. Returns
     /// whether it is, with `out` unchanged where it is not. Throws ko::RuntimeError for text that
     /// is no number. No heap memory is used unless it throws or the text is longer than
     /// NumberStore::k_capacity.

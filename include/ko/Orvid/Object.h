@@ -53,7 +53,7 @@ public:
     /// O(log n). Throws std::bad_alloc, leaving the object unchanged.
     std::pair<iterator, bool> try_emplace(std::string_view key);
     /// Sets the member with that key to `value`, which is null afterwards; it is appended when it
-    /// is not there yet. Answers the member and whether it is new. O(log n), and a walk up to the
+    /// is not there yet. Returns the member and whether it is new. O(log n), and a walk up to the
     /// root where `value` has children. Where this object lies within `value`, a copy is set, and
     /// `value` stays as it is. Throws std::bad_alloc, with both as they were.
     std::pair<iterator, bool> insert_or_assign(Key key, Value&& value);
@@ -65,7 +65,7 @@ public:
         return insert_or_assign(Key(key), std::move(value));
     }
     /// Appends a member with that key and a value made of the arguments, unless the key is there
-    /// already. Answers the member and whether it is new. O(log n). As insert_or_assign()
+    /// already. Returns the member and whether it is new. O(log n). As insert_or_assign()
     /// otherwise.
     std::pair<iterator, bool> emplace(Key key, Value&& value);
     std::pair<iterator, bool> emplace(Key key, detail::Converted value) {
@@ -111,7 +111,7 @@ private:
 };
 
 /// Removes the members that `matches` accepts, which is given each key and value as a pair, and
-/// answers how many there were. Linear cost, and O(log n) for each member that is removed. Throws
+/// returns how many there were. Linear cost, and O(log n) for each member that is removed. Throws
 /// what `matches` throws, and std::bad_alloc, leaving the object unchanged.
 template<class Key, class Value, class Compare, class Matches>
 std::size_t erase_if(Object<Key, Value, Compare>& object, Matches matches) {

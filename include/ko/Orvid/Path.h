@@ -65,7 +65,7 @@ public:
 
     ///@{
     /// Lookup below `start`. The plain form throws PathNotFound, naming the element where the walk
-    /// stopped and the missing step. tryGetElement answers null, and pathExists false, when the
+    /// stopped and the missing step. tryGetElement returns null, and pathExists false, when the
     /// path leads nowhere or to another type than `type`; etEmpty accepts any type. A step `[*]`
     /// throws ParseException("Index must be set!") in all of them. The cost is that of parsing the
     /// path and, for each step, O(log n) in an object and O(1) in an array.

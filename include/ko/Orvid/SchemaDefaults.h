@@ -49,7 +49,7 @@ enum EValueSource : int {
     vsSchema,  ///< it is the schema's default
 };
 
-/// The answer of explainDefault().
+/// What explainDefault() returns.
 struct ValueOrigin {
     EValueSource source = vsNowhere;
     /// The value or default, in the document; null for vsNowhere.
@@ -57,11 +57,11 @@ struct ValueOrigin {
     std::string path;        ///< what was asked for, from the root
     std::string schemaPath;  ///< where the schema describes it, whether it does or not
 
-    /// The answer as a sentence.
+    /// What it says, as a sentence.
     KO_API std::string text() const;
 };
 
-/// Where Element::tryGetUsingDefault() finds what it answers for the path: in the data, or else in
+/// Where Element::tryGetUsingDefault() finds what it returns for the path: in the data, or else in
 /// the schema. The pointer lives as long as what it points to. Throws ParseException as that does.
 /// Costs that, and the two paths.
 KO_API ValueOrigin explainDefault(const Element& element, const Path& path = Path());

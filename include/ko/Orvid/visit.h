@@ -48,7 +48,7 @@ decltype(auto) visitHeld(Visitor&& visitor, Held& element) {
 /// Calls the visitor with what the element holds: std::nullptr_t, bool, Number, std::string,
 /// Element::TObject or Element::TArray, by a reference to the payload (const for a const element).
 /// An element of type etEmpty is a std::monostate for a visitor that takes one, and else a nullptr.
-/// Answers what the visitor answers; its answer to nullptr decides the type.
+/// Returns what the visitor returns; what it returns for nullptr decides the type.
 template<class Visitor>
 decltype(auto) visit(Visitor&& visitor, const Element& element) {
     return detail::visitHeld(std::forward<Visitor>(visitor), element);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // Reader: YAJL 2 always calls the trampolines below, whatever the callbacks ask for, because the
-// depth and the end of the value must be known to answer as YAJL 1 does. Between yajl_parse and the
-// callbacks lie C frames: nothing is thrown through them, it is kept and thrown again after them.
+// depth and the end of the value must be known to return what YAJL 1 does. Between yajl_parse and
+// the callbacks are C frames: nothing is thrown through them, it is kept and thrown again after
+// them.
 
 #include "text/yajl/Reader.h"
 

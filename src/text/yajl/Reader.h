@@ -17,7 +17,7 @@ enum class ReadStatus : int {
     ok = 0,                ///< one complete top-level value has been delivered
     clientCanceled = 1,    ///< a callback returned 0
     insufficientData = 2,  ///< the text so far holds no complete value
-    error = 3,             ///< the text is not JSON; every later call answers the same
+    error = 3,             ///< the text is not JSON; every later call returns the same
 };
 
 /// The functions that receive the events. Each returns non-zero to go on and 0 to stop, and may
@@ -55,7 +55,7 @@ public:
     /// top level is complete only when another byte follows it, every other value with its own last
     /// byte. What a callback throws leaves this call unchanged; so does std::bad_alloc when YAJL
     /// finds no memory. After either, status() keeps its value and the reader can only be destroyed
-    /// (every later call answers ReadStatus::error).
+    /// (every later call returns ReadStatus::error).
     ReadStatus parse(const char* text, std::size_t length);
 
     /// The result of the last parse() that returned; insufficientData before the first.

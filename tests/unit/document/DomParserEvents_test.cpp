@@ -120,7 +120,7 @@ TEST(DomParserEvents, each_has_its_message_after_a_complete_text) {
     }
 }
 
-/// Reads `text`, raising the events in front of its first string, and answers the error.
+/// Reads `text`, raising the events in front of its first string, and returns the error.
 ParseException errorOf(const std::string& text, std::vector<Event> events, Element& root) {
     Builder builder;
     builder.events = std::move(events);

@@ -162,7 +162,7 @@ TEST(Generator, writes_the_containers_alone_as_well) {
     EXPECT_EQ(more.str(), "[\n    1,\n    2\n]\n");
 }
 
-TEST(Generator, encodes_to_a_stream_and_answers_it) {
+TEST(Generator, encodes_to_a_stream_and_returns_it) {
     const Document doc("[1]");
     std::ostringstream out;
     out << "before ";

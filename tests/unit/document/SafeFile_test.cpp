@@ -81,7 +81,7 @@ TEST(SafeFile, keeps_the_owner_and_the_group) {
     EXPECT_EQ(modeOf(name), 04750U);
 }
 
-/// Runs `action` in a process of its own and answers its exit status; -1 when a signal ended it.
+/// Runs `action` in a process of its own and returns its exit status; -1 when a signal ended it.
 template<class Action>
 int statusOfChild(const Action& action) {
     const pid_t child = fork();

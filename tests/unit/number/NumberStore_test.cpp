@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What a number holds for how long: the string that toString() answers, through all that happens to
+// What a number holds for how long: the string that toString() returns, through all that happens to
 // the number, and values in all forms that they are kept in.
 
 #include <ko/Orvid/detail/NumberStore.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A path listener that writes down what it is called with and answers as it was asked to, and the
+// A path listener that writes down what it is called with and returns what it was asked to, and the
 // two forms of a parse. Shared by the tests of PathParser.
 
 #pragma once

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Path texts and all that the parser reports of each, with every combination of a listener's
-// answers, from a stream and from memory. The messages are written out in full.
+// returns, from a stream and from memory. The messages are written out in full.
 
 #include <ko/Orvid/PathParser.h>
 
@@ -17,7 +17,7 @@
 namespace orvid_test {
 namespace {
 
-/// A path and the callbacks for it while the listener answers true every time.
+/// A path and the callbacks for it while the listener returns true every time.
 struct Row {
     std::string path;
     Lines lines;

@@ -272,7 +272,7 @@ std::vector<std::string> textsUpTo(std::size_t length) {
     return texts;
 }
 
-/// The path of the element that `get` answers, or what its error says.
+/// The path of the element that `get` returns, or what its error says.
 template<class Get>
 std::string outcome(const Get& get) {
     try {

@@ -194,7 +194,7 @@ std::string randomSchema(std::mt19937& random, int depth) {
     return text + R"("type":"any"})";
 }
 
-/// What the lookups with defaults answered before is in the data afterwards, unless a value or
+/// What the lookups with defaults returned before is in the data afterwards, unless a value or
 /// default on the way to it, which stands in the data then, has nothing there.
 TEST(FillDefaults, agrees_with_the_lookups) {
     int agreed = 0;
@@ -251,7 +251,7 @@ TEST(ExplainDefault, distinguishes_data_schema_and_nowhere) {
     EXPECT_EQ(explainDefault(document.root, "x").source, ko::Orvid::vsData);
 }
 
-TEST(ExplainDefault, points_to_what_the_lookup_answers) {
+TEST(ExplainDefault, points_to_what_the_lookup_returns) {
     const Document document(withSchema(
         R"({"properties":{"a":{"default":3},"log.level":{"default":[1]}}})", R"(,"b":{"":1})"));
     const Element fallback("fallback");

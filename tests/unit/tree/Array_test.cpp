@@ -103,7 +103,7 @@ TEST(Array, push_back_takes_a_part_of_an_item_of_its_own) {
     CHECK_LINKS_AFTER_COPY(doc.root);
 }
 
-TEST(Array, appendNull_answers_the_new_item) {
+TEST(Array, appendNull_returns_the_new_item) {
     Document doc("[1]");
     Element& item = doc.root.array().appendNull();
     EXPECT_EQ(compact(doc.root), "[1,null]");

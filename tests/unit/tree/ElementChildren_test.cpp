@@ -62,7 +62,7 @@ TEST(ElementChildren, at_throws_with_the_path_of_the_element) {
     EXPECT_EQ(noObject.requested(), ko::Orvid::etObject);
 }
 
-TEST(ElementChildren, member_and_item_answer_null_for_what_is_not_there) {
+TEST(ElementChildren, member_and_item_return_null_for_what_is_not_there) {
     Document doc(R"({"list": [1], "a": null})");
     const Element& root = doc.root;
     EXPECT_EQ(root.member("a"), &root.get("a"));

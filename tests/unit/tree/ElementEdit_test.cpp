@@ -35,7 +35,7 @@ struct Row {
     std::string before;
     std::string path;
     std::string after;
-    std::string made;  ///< path of the element that the edit answers
+    std::string made;  ///< path of the element that the edit returns
 };
 
 std::vector<Row> edits() {

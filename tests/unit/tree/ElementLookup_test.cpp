@@ -264,7 +264,7 @@ TEST(ElementTryFind, does_not_suppress_a_faulty_array_path) {
     EXPECT_THROW(document.root.tryFind(Element(1), fallback, "", "l.."), ParseException);
 }
 
-TEST(ElementFind, answers_an_item_that_can_be_edited_in_place) {
+TEST(ElementFind, returns_an_item_that_can_be_edited_in_place) {
     Document document(R"({"l": [{"id": 1}, {"id": 2}]})");
     document.root.find(Element(2), "id", "l")->insert("n", Element("x"));
     EXPECT_EQ(compact(document.root), R"({"l": [{"id": 1},{"id": 2,"n": "x"}]})");

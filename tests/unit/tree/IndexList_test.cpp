@@ -131,7 +131,7 @@ TEST(IndexList, pop_back_of_the_only_item_leaves_it_empty) {
     EXPECT_EQ(itemsOf(list), Values());
 }
 
-TEST(IndexList, erase_answers_the_position_after_the_item) {
+TEST(IndexList, erase_returns_the_position_after_the_item) {
     Numbers list;
     fill(list, {1, 2, 3, 4});
     const auto next = list.erase(std::next(list.begin()));
@@ -139,7 +139,7 @@ TEST(IndexList, erase_answers_the_position_after_the_item) {
     EXPECT_EQ(*next, 3);
 }
 
-TEST(IndexList, erase_of_the_last_item_answers_the_end) {
+TEST(IndexList, erase_of_the_last_item_returns_the_end) {
     Numbers list;
     fill(list, {1, 2});
     EXPECT_TRUE(list.erase(std::prev(list.end())) == list.end());

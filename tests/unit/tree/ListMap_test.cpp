@@ -59,7 +59,7 @@ TEST(ListMap, keeps_the_order_of_insertion_and_not_of_keys) {
     EXPECT_EQ(membersOf(map), (Members{{"c", 1}, {"a", 2}, {"b", 3}}));
 }
 
-TEST(ListMap, insert_answers_the_new_member) {
+TEST(ListMap, insert_returns_the_new_member) {
     Map map;
     const auto [position, isNew] = map.insert({"a", 1});
     EXPECT_TRUE(isNew);
@@ -134,7 +134,7 @@ TEST(ListMap, orders_its_index_with_the_comparator_it_was_given) {
     EXPECT_EQ(copy.find(93)->second, "three");
 }
 
-TEST(ListMap, erase_by_position_answers_the_member_after) {
+TEST(ListMap, erase_by_position_returns_the_member_after) {
     Map map = makeMap({{"a", 1}, {"b", 2}, {"c", 3}});
     const auto next = map.erase(map.find("b"));
     EXPECT_EQ(membersOf(map), (Members{{"a", 1}, {"c", 3}}));
@@ -144,7 +144,7 @@ TEST(ListMap, erase_by_position_answers_the_member_after) {
     EXPECT_FALSE(map.contains("b"));
 }
 
-TEST(ListMap, erase_by_key_answers_how_many_went) {
+TEST(ListMap, erase_by_key_returns_how_many_went) {
     Map map = makeMap({{"a", 1}, {"b", 2}});
     EXPECT_EQ(map.erase("a"), 1u);
     EXPECT_EQ(map.erase("a"), 0u);

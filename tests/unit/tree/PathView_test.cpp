@@ -46,7 +46,7 @@ const char* const k_document =
     R"({"a": {"b": [1, "text"]}, "meta": {"schema": {"properties": {"a": {"properties": {"b":
        {"items": {"default": 7}}}}}}}})";
 
-/// What each operation answers for the path `a.b[1]`, or another text of it.
+/// What each operation returns for the path `a.b[1]`, or another text of it.
 template<class Text>
 void expectAllReach(const Text& path) {
     Document document(k_document);

@@ -295,7 +295,7 @@ TEST(PathLookup, walks_from_the_start_element_and_names_the_absolute_place) {
     EXPECT_EQ(error.key(), "d");
 }
 
-TEST(PathLookup, answers_the_very_element_of_the_tree) {
+TEST(PathLookup, returns_the_very_element_of_the_tree) {
     Document document(k_document);
     Element& found = Path::getElement("m[0][1]", document.root);
     EXPECT_EQ(&found, &document.root.get("m").array()[0].array()[1]);

@@ -20,7 +20,7 @@ struct DecimalParts {
     bool isNegative = false;
     bool isExponentNegative = false;
 
-    /// Answers false, with the parts in any state, for any other text. Linear.
+    /// Returns false, with the parts in any state, for any other text. Linear.
     bool read(std::string_view text) noexcept {
         isNegative = takeSign(text);
         whole = takeDigits(text);

@@ -262,7 +262,7 @@ TEST(MemoryFailure, is_passed_on_by_the_reader_at_every_allocation) {
     }
 }
 
-TEST(MemoryFailure, leaves_the_reader_with_its_status_and_answering_error) {
+TEST(MemoryFailure, leaves_the_reader_with_its_status_and_returning_error) {
     const std::vector<std::string> pieces = piecesOf(k_demanding, 1000);
     failEach(false, [&] {
         Reader reader(k_silent, nullptr);

@@ -123,7 +123,7 @@ TEST(Reader, looks_at_nothing_after_the_complete_value) {
     }
 }
 
-TEST(Reader, answers_error_again_and_again) {
+TEST(Reader, returns_error_again_and_again) {
     EventLog log;
     Reader reader(k_textual, &log);
     EXPECT_EQ(feed(reader, "[1,]"), ReadStatus::error);
@@ -137,7 +137,7 @@ TEST(Reader, answers_error_again_and_again) {
     EXPECT_EQ(log.words, "[ n1 ");
 }
 
-TEST(Reader, stops_for_a_callback_and_answers_error_later) {
+TEST(Reader, stops_for_a_callback_and_returns_error_later) {
     const std::string text = R"({"a":[null,true,1,"s"]})";
     const std::array<std::uint64_t, 9> ends = {1, 4, 6, 10, 15, 17, 21, 22, 23};
     for (std::size_t event = 0; event < ends.size(); ++event) {
