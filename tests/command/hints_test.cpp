@@ -257,4 +257,29 @@ TEST(options_of_other_commands, are_told_what_does_it_here) {
         failed(2, "there is no option --pretty (--indent N lays out); see orvid print --help"));
 }
 
+TEST(hints, note_a_new_member_beside_a_key_of_its_path) {
+    const std::string text = R"({"o": {"a.b": {"c": 1}}})";
+    EXPECT_EQ(orvid({"set", "o.a.b.c=2"}, text),
+              (CommandResult{
+                  R"({"o": {"a.b": {"c": 1}, "a": {"b": {"c": 2}}}})",
+                  "orvid: path \"o.a.b.c\" was not there and is new; for the key \"a.b\" write "
+                  "o.a\\.b.c\n",
+                  0, 0}));
+    EXPECT_EQ(orvid({"set", "o.a.c=2"}, text),
+              printed(R"({"o": {"a.b": {"c": 1}, "a": {"c": 2}}})"));
+    EXPECT_EQ(orvid({"set", "o.a.b=2"}, R"({"o":{"a":{"b":1},"a.b":1}})"),
+              printed(R"({"o":{"a":{"b":2},"a.b":1}})"));
+    EXPECT_EQ(orvid({"set", "o.a.b=2"}, R"({"o":{},"a.b":1})"),
+              printed(R"({"o":{"a":{"b":2}},"a.b":1})"));
+}
+
+TEST(hints, tell_find_that_its_path_is_missing) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "[1]");
+    EXPECT_EQ(orvid({"find", file, "1"}),
+              failed(2, "ITEMPATH is missing before the file \"" + file +
+                            "\"; where that is the ITEMPATH, give - for standard input; see orvid "
+                            "find --help"));
+}
+
 }  // namespace

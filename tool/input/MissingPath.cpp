@@ -146,6 +146,18 @@ const char* typePhrase(const Element& value) {
     }
 }
 
+std::string dottedKeyHint(const Element& root, const std::string& path) {
+    try {
+        static_cast<void>(root.get(path));
+    } catch (const PathNotFound& error) {
+        const Element* const holder = holderIn(root, error);
+        return holder == nullptr ? "" : escapeHint(root, *holder, *error.elementPath(), path);
+    } catch (const ko::Exception&) {
+        // It is reported when the path is followed.
+    }
+    return "";
+}
+
 Failure missingPath(Location location, const Element& root, const PathNotFound& error,
                     const std::string& itemHint) {
     const std::string holderPath = error.elementPath() == nullptr ? "" : *error.elementPath();

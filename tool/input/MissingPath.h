@@ -17,6 +17,10 @@ namespace orvid_tool {
 Failure missingPath(Location location, const ko::Orvid::Element& root,
                     const ko::Orvid::PathNotFound& error, const std::string& itemHint = "");
 
+/// Where what the path leads to is missing, and a key has dots in it that the path has as well: how
+/// to write the path, as the end of a message. Otherwise nothing.
+std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& path);
+
 /// The value's type as in a sentence: "null", "a boolean", "an array".
 const char* typePhrase(const ko::Orvid::Element& value);
 

@@ -9,6 +9,7 @@
 #include "call/Options.h"
 #include "edit/Answer.h"
 #include "input/CallPath.h"
+#include "input/Input.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
 #include "verbs/Leaves.h"
@@ -46,7 +47,8 @@ public:
         addLines(words, call);
     }
 
-    void prepare(Call& /*call*/) override {
+    void prepare(Call& call) override {
+        requireNoFile("ITEMPATH", m_itemPath, call.files);
         m_array = CallPath(m_arrayPath);
         readValueWord(m_json, m_value);
     }

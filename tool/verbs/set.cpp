@@ -2,16 +2,22 @@
 //
 // orvid set: values put at paths.
 
+#include <cstring>
+
 #include <algorithm>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "edit/ExcerptEdit.h"
 #include "edit/Kept.h"
 #include "edit/rewrite.h"
 #include "edit/TextSplice.h"
+#include "input/MissingPath.h"
 #include "input/PathSteps.h"
 #include "input/QueryWord.h"
+#include "output/Report.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -77,8 +83,37 @@ private:
         m_isTextEnough = m_isTextEnough && !m_textEdits.back().steps.empty();
     }
 
+    /// Whether two keys of a path stand in the text with a dot between them, as in one key.
+    bool mayHaveDottedKey(std::string_view text) const {
+        for (const TextEdit& edit : m_textEdits) {
+            for (std::size_t i = 1; i < edit.steps.size(); ++i) {
+                const std::string both = edit.steps[i - 1].key + "." + edit.steps[i].key;
+                if (edit.steps[i - 1].isKey && edit.steps[i].isKey &&
+                    memmem(text.data(), text.size(), both.data(), both.size()) != nullptr) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
+    /// A new member whose path is a key that there is would not be seen beside it.
+    void noteDottedKey(const ko::Orvid::Element& root, const std::string& path) const {
+        const std::string hint = dottedKeyHint(root, path);
+        if (!hint.empty()) {
+            m_note = "path \"" + path + "\" was not there and is new" + hint;
+        }
+    }
+
+    ExitStatus outcome(const Report& report) const override {
+        if (!m_note.empty()) {
+            report.note(m_note);
+        }
+        return ExitStatus::done;
+    }
+
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || m_query) {
+        if (isNew() || m_query || (!call.lines.isOn && mayHaveDottedKey(document.text))) {
             return false;
         }
         if (mayTakeShortCut(call, m_textEdits.size())) {
@@ -169,7 +204,11 @@ private:
             setAt(*pointer, assignment.value, document);
             return;
         }
-        setPath(document.root, assignment.path.pathIn(document.root), assignment.value);
+        const std::string path = assignment.path.pathIn(document.root);
+        if (document.location.line == 0) {
+            noteDottedKey(document.root, path);
+        }
+        setPath(document.root, path, assignment.value);
     }
 
     void setPath(ko::Orvid::Element& root, const std::string& path,
@@ -207,6 +246,7 @@ private:
     std::vector<TextEdit> m_textEdits;
     bool m_isTextEnough = true;
     bool m_isOnlyForAbsent = false;
+    mutable std::string m_note;  ///< on whole documents, which one thread edits
 };
 
 }  // namespace
