@@ -2,9 +2,8 @@
 //
 // orvid set: values put at paths.
 
-#include <cstring>
-
 #include <algorithm>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
