@@ -120,7 +120,7 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     if (step == "*") {
         return "; for all members: orvid query '$." + path + "'";
     }
-    const std::string similar = suggestion(step, keysOf(object));
+    std::string similar = suggestion(step, keysOf(object));
     if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
         return "; steps are separated by dots, or all begin with a slash: /" + path;
     }

@@ -171,7 +171,7 @@ std::string slipHint(std::string_view text, std::size_t offset, std::string_view
             return format;
         }
     }
-    const std::string space = spaceHint(text[offset]);
+    std::string space = spaceHint(text[offset]);
     if (!space.empty() && contains(message, ": expected")) {
         return space;
     }
