@@ -34,8 +34,8 @@ std::string_view takeString(std::string_view& text) {
     return string;
 }
 
-}  // namespace
-
+/// `text` with each of its strings spelled as in `source`, which holds the same value, perhaps in
+/// another layout and with comments.
 std::string respelled(std::string_view text, std::string_view source) {
     std::string result;
     std::string_view rest = text;
@@ -46,6 +46,8 @@ std::string respelled(std::string_view text, std::string_view source) {
     }
     return result += text;
 }
+
+}  // namespace
 
 std::optional<std::string> pathTo(const Element& root, const Element& element) {
     std::string path = element.path();

@@ -17,10 +17,6 @@
 
 namespace orvid_tool {
 
-/// `text` with each of its strings spelled as in `source`, which holds the same value, perhaps in
-/// another layout and with comments.
-std::string respelled(std::string_view text, std::string_view source);
-
 /// The path that leads to the element; nothing where none does, as below an empty key.
 std::optional<std::string> pathTo(const ko::Orvid::Element& root,
                                   const ko::Orvid::Element& element);
