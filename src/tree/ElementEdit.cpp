@@ -34,11 +34,9 @@ Element& Element::create(const Path& path, const Element& value) {
     return Path::createElement(*this, path, value);
 }
 
-// Moved into place, so that items know theirs.
+// Converted values are moved into place, so that items know theirs.
 Element& Element::create(const Path& path, detail::Converted value) {
-    Element& created = create(path, k_emptyElement);
-    created = std::move(value.element);
-    return created;
+    return create(path, k_emptyElement) = std::move(value.element);
 }
 
 Element& Element::tryCreate(const Path& path, const Element& value) {
@@ -51,14 +49,26 @@ Element& Element::update(const Path& path, const Element& value) {
     return element;
 }
 
+Element& Element::update(const Path& path, detail::Converted value) {
+    return get(path) = std::move(value.element);
+}
+
 // The two differ in name only: an element that is there keeps its value until the new one is
 // copied.
 Element& Element::tryUpdate(const Path& path, const Element& value) {
     return tryCreate(path, value);
 }
 
+Element& Element::tryUpdate(const Path& path, detail::Converted value) {
+    return tryCreate(path, k_emptyElement) = std::move(value.element);
+}
+
 Element& Element::insert(const Path& key, const Element& value) {
     return object().insert({key.str(), value}).first->second;
+}
+
+Element& Element::insert(const Path& key, detail::Converted value) {
+    return insert(key, Element()) = std::move(value.element);
 }
 
 }  // namespace ko::Orvid

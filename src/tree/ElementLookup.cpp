@@ -63,6 +63,16 @@ Element* Element::find(const Element& value, const Path& itemPath, const Path& a
     return const_cast<Element*>(std::as_const(*this).find(value, itemPath, arrayPath));
 }
 
+const Element* Element::find(const detail::Converted& value, const Path& itemPath,
+                             const Path& arrayPath) const {
+    return find(value.element, itemPath, arrayPath);
+}
+
+Element* Element::find(const detail::Converted& value, const Path& itemPath,
+                       const Path& arrayPath) {
+    return find(value.element, itemPath, arrayPath);
+}
+
 const Element& Element::tryFind(const Element& value, const Element& fallback, const Path& itemPath,
                                 const Path& arrayPath) const {
     const Element* const list = Path::tryGetElement(arrayPath, *this, etArray);

@@ -100,6 +100,13 @@ const std::vector<Operation> k_conversions = {
          trees.root.create("a.new[*].k", records());
          return std::string();
      }},
+    {"edit_by_path", Leaves::wholeTrees,
+     [](Trees& trees) {
+         trees.root.update("a.list[0]", records());
+         trees.root.tryUpdate("a.list[*]", records());
+         trees.root.insert("a.b", records());
+         return std::string(trees.root.find(records(), {}, "a.list") == nullptr ? "no" : "yes");
+     }},
     {"put_in_containers", Leaves::wholeTrees,
      [](Trees& trees) {
          Element made = ko::Orvid::makeArray({records(), nullptr});

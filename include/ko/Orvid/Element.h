@@ -190,6 +190,10 @@ public:
     Element* find(const Element& value, const Path& itemPath = {}, const Path& arrayPath = {});
     const Element* find(const Element& value, const Path& itemPath = {},
                         const Path& arrayPath = {}) const;  ///< the same
+    Element* find(const detail::Converted& value, const Path& itemPath = {},
+                  const Path& arrayPath = {});  ///< of a value that set() takes
+    const Element* find(const detail::Converted& value, const Path& itemPath = {},
+                        const Path& arrayPath = {}) const;  ///< the same
     /// The same, returning `fallback` when nothing is found and when there is no such array.
     const Element& tryFind(const Element& value, const Element& fallback KO_LIFETIME_BOUND,
                            const Path& itemPath = {},
@@ -244,21 +248,25 @@ public:
 
     /// @name Editing: by path
     /// `value` may lie anywhere in the tree that is edited: what it was before the call counts.
-    /// Unless stated, the cost is that of the lookup of the path and of a copy of `value`.
+    /// Unless stated, the cost is that of the lookup of the path and of a copy of `value`. Where it
+    /// is a detail::Converted, it may be of any type that set() takes: it is converted first, and
+    /// nothing is changed when that throws.
     ///@{
     /// Sets the element at the path to `value`, making what is missing (see Path::createElement).
     Element& create(const Path& path, const Element& value);
-    /// The same of a value that set() takes. Nothing is changed when it cannot be converted.
     Element& create(const Path& path, detail::Converted value);
     /// The same, with one Exception for any step that cannot be made (see Path::tryCreateElement).
     Element& tryCreate(const Path& path, const Element& value);
     /// Overwrites the element at the path, which must exist. Throws PathNotFound.
     Element& update(const Path& path, const Element& value);
+    Element& update(const Path& path, detail::Converted value);
     /// Overwrites the element at the path, made first where it is missing. Throws as tryCreate().
     Element& tryUpdate(const Path& path, const Element& value);
+    Element& tryUpdate(const Path& path, detail::Converted value);
     /// Adds or overwrites the member of this object whose key is the path's text, word for word: it
     /// is not parsed. Throws TypeException when this is no object.
     Element& insert(const Path& key, const Element& value);
+    Element& insert(const Path& key, detail::Converted value);
     /// Removes the items that find() would find, except for one rule: the item that directly
     /// follows a removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1]
     /// leaves [1, 2]. Linear in the number of items. Throws as find() does.

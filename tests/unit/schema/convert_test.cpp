@@ -72,6 +72,12 @@ void toElement(ko::Orvid::Element&, const Nothing&) {}
 struct Report {};
 void toElement(ko::Orvid::Element& element, const Report&) { element.set("report"); }
 
+struct Person {
+    std::string name;
+    int age = 0;
+};
+ORVID_FIELDS(Person, name, age)
+
 struct Label {
     operator std::string_view() const { return "a label"; }
 };
@@ -275,6 +281,57 @@ TEST(convert, happens_where_an_element_is_created) {
     EXPECT_EQ(ko::Orvid::JsonPath("$..list[*]").update(doc.root, Level::low), 2U);
     EXPECT_EQ(serialize(doc.root.get("a.list")), R"(["low","low"])");
     CHECK_LINKS(doc.root);
+}
+
+/// What each operation that edits makes of a value at a path.
+template<class T>
+std::string editedBy(T&& value) {
+    Document doc(R"({"there":[1]})");
+    const std::vector<const Element*> made = {
+        &doc.root.create("a.created", value),
+        &doc.root.update("there[0]", value),
+        &doc.root.tryUpdate("there[*]", value),
+        &doc.root.insert("inserted.word", value),
+    };
+    std::string paths;
+    for (const Element* const element : made) {
+        EXPECT_EQ(*element, *made.front());
+        paths += element->path() + ' ';
+    }
+    EXPECT_EQ(paths, "a.created there[0] there[1] inserted\\.word ");
+    const Element& constant = doc.root;
+    EXPECT_EQ(doc.root.find(value, {}, "there"), made[1]);
+    EXPECT_EQ(constant.find(value, {}, "there"), made[1]);
+    CHECK_LINKS(doc.root);
+    return serialize(*made.front());
+}
+
+TEST(convert, happens_in_every_operation_by_path) {
+    Element element = ko::Orvid::makeObject({{"a", 1}});
+    const Element& constant = element;
+    EXPECT_EQ(editedBy(7), "7");
+    EXPECT_EQ(editedBy(0), "0");
+    EXPECT_EQ(editedBy(true), "true");
+    EXPECT_EQ(editedBy(nullptr), "null");
+    EXPECT_EQ(editedBy("text"), R"("text")");
+    EXPECT_EQ(editedBy(std::string_view("view")), R"("view")");
+    EXPECT_EQ(editedBy(std::vector<int>{1, 2}), "[1,2]");
+    EXPECT_EQ(editedBy(converted::Person{"Ann", 3}), R"({"name":"Ann","age":3})");
+    EXPECT_EQ(editedBy(Level::high), R"("high")");
+    EXPECT_EQ(editedBy(std::optional<int>()), "null");
+    EXPECT_EQ(editedBy(element), R"({"a":1})");
+    EXPECT_EQ(editedBy(constant), R"({"a":1})");
+    EXPECT_EQ(editedBy(Element(5)), "5");
+}
+
+TEST(convert, changes_nothing_by_path_where_a_value_does_not_convert) {
+    Document doc(R"({"a":1})");
+    const auto faulty = static_cast<Level>(7);
+    EXPECT_THROW(doc.root.update("a", faulty), Exception);
+    EXPECT_THROW(doc.root.tryUpdate("b", faulty), Exception);
+    EXPECT_THROW(doc.root.insert("a", faulty), Exception);
+    EXPECT_THROW(doc.root.update("none", std::vector<int>{1}), ko::Orvid::PathNotFound);
+    EXPECT_EQ(serialize(doc.root), R"({"a":1})");
 }
 
 TEST(convert, happens_where_a_container_takes_an_element) {
