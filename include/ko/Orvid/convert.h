@@ -38,7 +38,22 @@
 /// writes. Up to 100 fields; the class must be default constructible, and the fields assignable.
 ///
 ///     ORVID_FIELDS(Server, host, port, tags)
-#define ORVID_FIELDS(Type, ...)                                                                    \
+#define ORVID_FIELDS(...)                                                     \
+    ORVID_DETAIL_JOIN(ORVID_DETAIL_FIELDS_, ORVID_DETAIL_OTHERS(__VA_ARGS__)) \
+    (__VA_ARGS__)
+
+// Describes the type all the same, so that its conversions are no further errors.
+#define ORVID_DETAIL_FIELDS_0(Type)                                                               \
+    static_assert(sizeof(Type*) == 0, "ORVID_FIELDS names no field: ORVID_FIELDS(Type, a, b)");   \
+    struct ORVID_DETAIL_NAME(OrvidFields, 0)                                                      \
+        : ::ko::Orvid::detail::DescribesFields<Type, ORVID_DETAIL_NAME(OrvidFields, 0)> {         \
+        static void read(::ko::Orvid::detail::FieldSource& orvidFields, Type& orvidValue);        \
+        static void write(::ko::Orvid::detail::FieldTarget& orvidFields, const Type& orvidValue); \
+    };                                                                                            \
+    static_assert(sizeof(ORVID_DETAIL_NAME(OrvidFields, 0)) != 0, "");                            \
+    [[maybe_unused]] inline void ORVID_DETAIL_NAME(orvidFieldsEnd, 0)() {}
+
+#define ORVID_DETAIL_FIELDS_1(Type, ...)                                                           \
     struct ORVID_DETAIL_NAME(OrvidFields, __VA_ARGS__)                                             \
         : ::ko::Orvid::detail::DescribesFields<Type,                                               \
                                                ORVID_DETAIL_NAME(OrvidFields, __VA_ARGS__)> {      \

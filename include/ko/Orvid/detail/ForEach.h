@@ -116,9 +116,9 @@
     a35, a36, a37, a38, a39, a40, a41, a42, a43, a44, a45, a46, a47, a48, a49, a50, a51, a52,     \
     a53, a54, a55, a56, a57, a58, a59, a60, a61, a62, a63, a64, a65, a66, a67, a68, a69, a70,     \
     a71, a72, a73, a74, a75, a76, a77, a78, a79, a80, a81, a82, a83, a84, a85, a86, a87, a88,     \
-    a89, a90, a91, a92, a93, a94, a95, a96, a97, a98, a99, a100, count, ...) count
-#define ORVID_DETAIL_COUNT(...) ORVID_DETAIL_LAST(__VA_ARGS__, 100, 99, 98, 97, 96, 95, 94, 93,   \
-    92, 91, 90, 89, 88, 87, 86, 85, 84, 83, 82, 81, 80, 79, 78, 77, 76, 75, 74, 73, 72, 71, 70,   \
+    a89, a90, a91, a92, a93, a94, a95, a96, a97, a98, a99, a100, a101, count, ...) count
+#define ORVID_DETAIL_COUNT(...) ORVID_DETAIL_LAST(__VA_ARGS__, 101, 100, 99, 98, 97, 96, 95, 94,  \
+    93, 92, 91, 90, 89, 88, 87, 86, 85, 84, 83, 82, 81, 80, 79, 78, 77, 76, 75, 74, 73, 72, 71, 70,   \
     69, 68, 67, 66, 65, 64, 63, 62, 61, 60, 59, 58, 57, 56, 55, 54, 53, 52, 51, 50, 49, 48, 47,   \
     46, 45, 44, 43, 42, 41, 40, 39, 38, 37, 36, 35, 34, 33, 32, 31, 30, 29, 28, 27, 26, 25, 24,   \
     23, 22, 21, 20, 19, 18, 17, 16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0)
@@ -126,6 +126,14 @@
 
 #define ORVID_DETAIL_FIRST(...) ORVID_DETAIL_FIRST_OF(__VA_ARGS__, 0)
 #define ORVID_DETAIL_FIRST_OF(a, ...) a
+#define ORVID_DETAIL_SECOND(...) ORVID_DETAIL_SECOND_OF(__VA_ARGS__, 0)
+#define ORVID_DETAIL_SECOND_OF(a, b, ...) b
+
+// 0 for one argument, 1 for more: the one name that is defined becomes two arguments.
+#define ORVID_DETAIL_OTHERS(...) \
+    ORVID_DETAIL_SECOND(         \
+        ORVID_DETAIL_JOIN(ORVID_DETAIL_OTHERS_OF_, ORVID_DETAIL_COUNT(__VA_ARGS__)), 1)
+#define ORVID_DETAIL_OTHERS_OF_1 0, 0
 
 #define ORVID_DETAIL_EACH(m, ...) \
     ORVID_DETAIL_JOIN(ORVID_DETAIL_EACH_, ORVID_DETAIL_COUNT(__VA_ARGS__))(m, __VA_ARGS__)
