@@ -8,6 +8,7 @@
 #include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/PatchException.h>
+#include <ko/Orvid/TypeException.h>
 
 #include <limits>
 #include <optional>
@@ -243,10 +244,18 @@ private:
     std::string m_path;
 };
 
+/// A patch of its own is no part of a document, whose path the error could give.
+void ensurePatch(const Element& patch) {
+    if (!patch.isArray()) {
+        throw TypeException<EType>(patch.parent() == nullptr ? nullptr : &patch, etArray,
+                                   patch.type());
+    }
+}
+
 }  // namespace
 
 void applyPatch(Element& target, const Element& patch, const PatchOptions& options) {
-    patch.ensureType(etArray);
+    ensurePatch(patch);
     const Snapshot before(patch, target);
     Element former;
     copyValue(former, target);

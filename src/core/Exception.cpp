@@ -90,6 +90,12 @@ void ParseException::addCode(EParseError code) noexcept {
     }
 }
 
+void ParseException::addText(std::string_view text) {
+    if (m_text.empty()) {
+        m_text = text;
+    }
+}
+
 void ParseException::init(const std::string& message, int firstLine, int firstColumn, int lastLine,
                           int lastColumn) {
     m_message = message;

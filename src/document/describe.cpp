@@ -142,8 +142,13 @@ bool isOfQuery(EParseError code) {
     }
 }
 
+/// What kind of text an error is in, and that text where it is known.
+std::string faulty(const char* kind, const ParseException& error) {
+    return std::string(kind) + (error.text().empty() ? "" : " " + quoted(error.text()));
+}
+
 std::string describePathError(const ParseException& error, const std::string& reason) {
-    std::string text = "The path has an error: " + reason;
+    std::string text = faulty("The path", error) + " has an error: " + reason;
     if (error.lastColumn() >= 0) {
         text += ", at column " + std::to_string(error.lastColumn()) + " (counted from 0)";
     }
@@ -172,15 +177,19 @@ std::string describeParse(const ParseException& error) {
     }
     if (isOfPointer(error.code())) {
         return error.message() + ": see column " + std::to_string(error.lastColumn()) +
-               " (counted from 0)." + concerned(error);
+               (error.text().empty() ? "" : " of " + quoted(error.text())) + " (counted from 0)." +
+               concerned(error);
     }
     if (isOfQuery(error.code())) {
-        return "The query has an error at column " + std::to_string(error.firstColumn()) +
+        return faulty("The query", error) + " has an error at column " +
+               std::to_string(error.firstColumn()) +
                " (counted from 0): " + sentence(error.message());
     }
     const std::string position = placeOf(error);
     const std::string* const path = error.elementPath();
-    const std::string hint = syntaxHint(error.message());
+    const std::string hint = error.code() == EParseError::commentNotClosed
+                                 ? "A comment is not closed."
+                                 : syntaxHint(error.message());
     return "The text has an error" + (position.empty() ? "" : " in " + position) +
            (path == nullptr ? "" : ", where " + elementText(*path) + " is read") + ": " +
            sentence(trimmed(error.message())) + (hint.empty() ? "" : " " + hint);

@@ -102,6 +102,7 @@ bool isOneLine(EParseError code) {
         case EParseError::strictSyntax:
         case EParseError::eventOutOfOrder:
         case EParseError::repeatedKey:
+        case EParseError::commentNotClosed:
             return false;
         default:
             return true;

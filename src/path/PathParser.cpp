@@ -160,6 +160,15 @@ std::istream& PathParser::parse(std::istream& in) {
 }
 
 void PathParser::parse(std::string_view text) {
+    try {
+        follow(text);
+    } catch (ParseException& error) {
+        error.addText(text);
+        throw;
+    }
+}
+
+void PathParser::follow(std::string_view text) {
     ParseWork s;
     while (!text.empty()) {
         text.remove_prefix(takeKey(s, text));

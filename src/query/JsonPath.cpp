@@ -57,8 +57,21 @@ void forEachStep(const CompiledQuery& compiled, const Name& name, const Index& i
 
 }  // namespace
 
+namespace {
+
+CompiledQuery compiled(std::string_view query, const QueryOptions& options) {
+    try {
+        return QueryParser(query, options).parse();
+    } catch (ParseException& error) {
+        error.addText(query);
+        throw;
+    }
+}
+
+}  // namespace
+
 JsonPath::JsonPath(std::string_view query, const QueryOptions& options)
-    : m_compiled(std::make_shared<const CompiledQuery>(QueryParser(query, options).parse())) {}
+    : m_compiled(std::make_shared<const CompiledQuery>(compiled(query, options))) {}
 
 JsonPath JsonPath::fromPath(const Path& path) {
     std::string text = "$";

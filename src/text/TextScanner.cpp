@@ -209,7 +209,9 @@ void TextScanner::failMissing() {
         fail("Invalid UTF-8", m_offset - rest, rest);
     } else if (m_options.requireWholeDocument &&
                !(isComplete() && (m_held.empty() || isLineComment))) {
-        fail("The text ends before the document is complete", m_offset);
+        const bool isComment = m_held.size() > 1 && m_held[0] == '/' && !isLineComment;
+        fail("The text ends before the document is complete", m_offset, 1,
+             isComment ? EParseError::commentNotClosed : EParseError::strictSyntax);
     }
 }
 

@@ -67,6 +67,12 @@ const std::vector<Row>& rows() {
         {"a comparison with many", [] { JsonPath query("$[?@.* == 1]"); }, EParseError::queryType},
         {"a thousand parentheses", [] { JsonPath query("$[?" + std::string(1000, '(')); },
          EParseError::queryNesting},
+        {"a comment stays open", [] { parseAs("[1 /* one", ko::Orvid::ReadOptions::jsonc()); },
+         EParseError::commentNotClosed},
+        {"a slash is alone", [] { parseAs("[1 /", ko::Orvid::ReadOptions::jsonc()); },
+         EParseError::strictSyntax},
+        {"a text ends after a comment",
+         [] { parseAs("[1 // one", ko::Orvid::ReadOptions::jsonc()); }, EParseError::strictSyntax},
     };
     return all;
 }
@@ -84,6 +90,29 @@ TEST(ErrorCodes, stay_with_copies_and_assignments) {
     other = error;
     EXPECT_EQ(other.code(), EParseError::pointerPrefix);
     EXPECT_EQ(ParseException(error).code(), EParseError::pointerPrefix);
+}
+
+TEST(ErrorTexts, are_the_path_the_pointer_or_the_query) {
+    const auto textOf = [](const std::function<void()>& action) {
+        return thrownBy<ParseException>(action).text();
+    };
+    Element root = ko::Orvid::parse(R"({"a":[1]})");
+    EXPECT_EQ(textOf([&] { root.get("a..b"); }), "a..b");
+    EXPECT_EQ(textOf([&] { root.create("a[1", 1); }), "a[1");
+    EXPECT_EQ(textOf([&] { root.get("a[*]"); }), "a[*]");
+    EXPECT_EQ(textOf([] { Path::fromSchemaPath("meta.schema.a"); }), "meta.schema.a");
+    EXPECT_EQ(textOf([] { JsonPointer("/a~"); }), "/a~");
+    EXPECT_EQ(textOf([] { JsonPath query("$.a["); }), "$.a[");
+    EXPECT_EQ(textOf([] { parseAs("[1, ]", {}); }), "");
+}
+
+TEST(ErrorTexts, are_set_once_and_stay_with_copies) {
+    ParseException error("mine", -1, -1, -1, -1);
+    EXPECT_EQ(error.text(), "");
+    error.addText("a..b");
+    error.addText("other");
+    error.init("another", 1, 2, 3, 4);
+    EXPECT_EQ(ParseException(error).text(), "a..b");
 }
 
 TEST(ErrorCodes, are_set_once) {

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ko::Orvid {
@@ -74,6 +75,7 @@ enum class EParseError : int {
     queryFunction,      ///< a query calls a function that there is not
     queryType,          ///< what a query compares, calls or tests is not of the type that fits
     queryNesting,       ///< a query is nested more deeply than its options allow
+    commentNotClosed,   ///< the text ends within a comment
 };
 
 /// An error in a text: its code, a message and the span of the text that it concerns.
@@ -101,6 +103,11 @@ public:
     void addCode(EParseError code) noexcept;
 
     const std::string& message() const { return m_message; }
+    /// The path, JSON Pointer or query that the error is in; empty for an error in another text.
+    const std::string& text() const { return m_text; }
+    /// Sets text() unless there is one already. Throws std::bad_alloc, leaving everything
+    /// unchanged.
+    void addText(std::string_view text);
     int firstLine() const { return m_firstLine; }
     int firstColumn() const { return m_firstColumn; }
     int lastLine() const { return m_lastLine; }
@@ -112,6 +119,7 @@ public:
 
 private:
     std::string m_message;
+    std::string m_text;
     int m_firstLine;
     int m_firstColumn;
     int m_lastLine;

@@ -42,7 +42,7 @@ public:
     /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops,
     /// and reports the steps. Throws only what the listener does. Linear in the length.
     std::istream& parse(std::istream& in);
-    /// The same on a text in memory.
+    /// The same on a text in memory, which a ParseException of the listener's is told.
     void parse(std::string_view text);
 
     /// @name Compatibility
@@ -82,6 +82,7 @@ private:
 
     template<class Operation>
     static void onWork(SState& s, const Operation& operation);
+    void follow(std::string_view text);
     bool next(ParseWork& s, char c);
     bool acceptPlain(ParseWork& s, char c);
     bool acceptEscaped(ParseWork& s, char c);

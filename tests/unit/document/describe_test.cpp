@@ -86,27 +86,37 @@ TEST(Describe, says_what_is_wrong_with_a_path) {
     const auto ofPath = [](const char* path) {
         return sentenceOf([&] { Path::toSchemaPath(path); });
     };
-    EXPECT_EQ(ofPath("a..b"),
-              "The path has an error: '.' may not stand there, at column 2 (counted from 0).");
+    EXPECT_EQ(
+        ofPath("a..b"),
+        "The path \"a..b\" has an error: '.' may not stand there, at column 2 (counted from 0).");
     EXPECT_EQ(ofPath("a[1"),
-              "The path has an error: it ends where a key or an index is expected, at "
+              "The path \"a[1\" has an error: it ends where a key or an index is expected, at "
               "column 3 (counted from 0).");
-    EXPECT_EQ(
-        ofPath("a[4294967296]"),
-        "The path has an error: an index does not fit 32 bits, at column 12 (counted from 0).");
+    EXPECT_EQ(ofPath("a[4294967296]"),
+              "The path \"a[4294967296]\" has an error: an index does not fit 32 bits, at column "
+              "12 (counted from 0).");
     EXPECT_EQ(ofPath("a[ in path at \"]"),
-              "The path has an error: ' ' may not stand there, at column 2 (counted from 0).");
-    EXPECT_EQ(sentenceOf([] { Element().get("[*]"); }),
-              "The path has an error: a lookup cannot follow \"[*]\", which names no item.");
-    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("a"); }),
-              "The path has an error: it does not begin with meta.schema.");
+              "The path \"a[ in path at \"]\" has an error: ' ' may not stand there, at column 2 "
+              "(counted from 0).");
     EXPECT_EQ(
-        sentenceOf([] { Path::fromSchemaPath("meta.schema.a"); }),
-        "The path has an error: another key stands where \"properties\" or \"items\" is expected.");
+        sentenceOf([] { Element().get("[*]"); }),
+        "The path \"[*]\" has an error: a lookup cannot follow \"[*]\", which names no item.");
+    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("a"); }),
+              "The path \"a\" has an error: it does not begin with meta.schema.");
+    EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("meta.schema.a"); }),
+              "The path \"meta.schema.a\" has an error: another key stands where \"properties\" or "
+              "\"items\" is expected.");
     EXPECT_EQ(sentenceOf([] { Path::fromSchemaPath("meta.schema[0]"); }),
-              "The path has an error: it has an index.");
+              "The path \"meta.schema[0]\" has an error: it has an index.");
     EXPECT_EQ(sentenceOf([] { ko::Orvid::JsonPointer("/a~"); }),
-              "In a JSON Pointer \"~\" must be followed by 0 or 1: see column 3 (counted from 0).");
+              "In a JSON Pointer \"~\" must be followed by 0 or 1: see column 3 of \"/a~\" "
+              "(counted from 0).");
+    EXPECT_EQ(
+        describe(ParseException("m", 1, 1, 1, 1).withCode(ko::Orvid::EParseError::pathTruncated)),
+        "The path has an error: it ends where a key or an index is expected, at column 1 "
+        "(counted from 0).");
+    EXPECT_EQ(sentenceOf([] { ko::Orvid::JsonPath("$.a["); }).substr(0, 45),
+              "The query \"$.a[\" has an error at column 4 (co");
 }
 
 TEST(Describe, names_the_place_and_the_element_of_faulty_text) {
@@ -127,6 +137,20 @@ TEST(Describe, names_the_place_and_the_element_of_faulty_text) {
     EXPECT_EQ(describe(ParseException("bad", 3, -1, -1, -1)),
               "The text has an error in line 3: Bad.");
     EXPECT_EQ(describe(ParseException("bad", -1, -1, -1, -1)), "The text has an error: Bad.");
+}
+
+TEST(Describe, says_that_a_comment_is_not_closed) {
+    EXPECT_EQ(sentenceOf([] { ko::Orvid::parse("[1 /* one]", ko::Orvid::ReadOptions::jsonc()); }),
+              "The text has an error in line 1, column 11, where the root is read: "
+              "The text ends before the document is complete. A comment is not closed.");
+}
+
+TEST(Describe, calls_a_patch_of_its_own_no_root) {
+    Document document(R"({"patch": {}})");
+    EXPECT_EQ(sentenceOf([&] { ko::Orvid::applyPatch(document.root, {}); }),
+              "The element is null, but should be an array.");
+    EXPECT_EQ(sentenceOf([&] { ko::Orvid::applyPatch(document.root, document.root.get("patch")); }),
+              "The element \"patch\" is an object, but should be an array.");
 }
 
 TEST(Describe, hints_at_the_rule_that_faulty_text_overlooks) {
