@@ -58,7 +58,10 @@ bool isRefusedInteger(std::string_view text, Number::EBinaryType kind) {
 }
 
 Number::EBinaryType kindOf(std::string_view text) {
-    const auto isOfReal = [](char c) { return c == '.' || c == 'e' || c == 'E'; };
+    static constexpr std::string_view k_marks = ".eE";
+    const auto isOfReal = [](char c) {
+        return c == k_marks[0] || c == k_marks[1] || c == k_marks[2];
+    };
     if (std::any_of(text.begin(), text.end(), isOfReal)) {
         return Number::ebDouble;
     }
