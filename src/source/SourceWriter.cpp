@@ -110,7 +110,7 @@ void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
     if (wasMember) {
         copy(colonBefore(item.before), reindent);
     } else {
-        m_out += m_gaps.colon(m_open.back());
+        m_out += m_gaps.usual().colon(m_open.back());
     }
 }
 
@@ -121,7 +121,7 @@ void SourceWriter::writeColonComments(const Item& item, const Reindent& reindent
         if (isComment(piece.kind)) {
             copy(piece.text, reindent);
             m_out += piece.kind == PieceKind::lineComment
-                         ? m_gaps.habits().newline + m_open.back().itemIndent
+                         ? m_gaps.usual().habits().newline + m_open.back().itemIndent
                          : " ";
         }
     }
@@ -153,12 +153,14 @@ void SourceWriter::open(const Item& item, const std::string& indent, const Reind
     frame.lineIndent = indent;
     frame.itemIndent = indent;
     if (contents != k_none) {
-        frame.reindent =
-            contents == item.before ? reindent : Reindent{m_gaps.indentBefore(contents), indent};
+        frame.reindent = contents == item.before
+                             ? reindent
+                             : Reindent{m_gaps.former().indentBefore(contents), indent};
     }
     listItems(frame);
-    frame.breaksLines = frame.siblings.empty() && !frame.items.empty() &&
-                        m_gaps.breaksLines(frame, m_open.empty() ? nullptr : &m_open.back());
+    frame.breaksLines =
+        frame.siblings.empty() && !frame.items.empty() &&
+        m_gaps.usual().breaksLines(frame, m_open.empty() ? nullptr : &m_open.back());
     m_out += type == etObject ? '{' : '[';
     m_open.push_back(std::move(frame));
 }

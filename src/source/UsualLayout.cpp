@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+//
+// What siblings do, or what the rest of the document does.
+
+#include "source/UsualLayout.h"
+
+#include <algorithm>
+
+namespace ko::Orvid {
+
+namespace {
+
+constexpr std::uint32_t k_none = SourceMap::k_none;
+
+}  // namespace
+
+const Habits& UsualLayout::habits() {
+    if (!m_habits) {
+        m_habits = habitsOf(m_map);
+    }
+    return *m_habits;
+}
+
+std::string UsualLayout::colon(const Frame& frame) {
+    if (!frame.siblings.empty()) {
+        const std::uint32_t sibling =
+            frame.siblings[std::min(frame.nearest, frame.siblings.size() - 1)];
+        const std::size_t keyEnd =
+            m_counterparts.before(sibling).begin + m_counterparts.keyBefore(sibling).size();
+        const std::string_view text = m_map.text(keyEnd, m_map[sibling].begin());
+        if (!hasComment(text)) {
+            return std::string(text);
+        }
+    }
+    return habits().colon;
+}
+
+std::string UsualLayout::breakBefore(const Frame& frame, bool isFirst) {
+    const std::size_t count = frame.siblings.size();
+    if (count == 0) {
+        return isFirst || frame.breaksLines ? lineBreak(frame, true) : habits().comma;
+    }
+    const std::string first = breakOf(m_former.at(frame, 0).lead);
+    if (isFirst || (count == 1 && hasNewline(first))) {
+        return frame.reindent.apply(first);
+    }
+    if (count == 1) {
+        return habits().comma;
+    }
+    const std::size_t number = gapLike(frame);
+    return frame.reindent.apply(breakOf(m_former.at(frame, number).lead));
+}
+
+/// The gap between siblings after which others are made: the nearest; that of an object whose
+/// members stand on lines of their own, though some share one, is one of those lines.
+std::size_t UsualLayout::gapLike(const Frame& frame) const {
+    constexpr std::size_t mostLookedAt = 64;
+    const std::size_t nearest = std::min(frame.nearest + 1, frame.siblings.size() - 1);
+    if (m_map.isObject(frame.self.before)) {
+        for (std::size_t i = 0; i <= std::min(nearest, mostLookedAt); ++i) {
+            if (hasNewline(m_former.textAt(frame, nearest - i))) {
+                return nearest - i;
+            }
+        }
+    }
+    return nearest;
+}
+
+std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
+    if (frame.breaksLines && isWithin && frame.self.before != k_none) {
+        for (const std::string_view line : m_former.at(frame, 0).lines) {
+            if (hasComment(line)) {
+                return frame.reindent.apply(breakOf(line));
+            }
+        }
+    }
+    if (frame.breaksLines) {
+        return habits().newline + frame.lineIndent + (isWithin ? habits().indent : "");
+    }
+    const bool isObject = m_counterparts.now(frame.self.now).element->isObject();
+    return isObject ? habits().objectPad : habits().arrayPad;
+}
+
+bool UsualLayout::endsWithComma(const Frame& frame) {
+    const std::size_t last = frame.siblings.size();
+    return last > 0 ? hasComma(m_former.textAt(frame, last))
+                    : frame.breaksLines && habits().endsWithComma;
+}
+
+bool UsualLayout::holdsContainer(const Frame& frame) const {
+    return std::any_of(frame.items.begin(), frame.items.end(), [&](const Item& item) {
+        const EType type = m_counterparts.now(item.now).element->type();
+        return type == etObject || type == etArray;
+    });
+}
+
+bool UsualLayout::breaksLinesIn(const Frame& outer) {
+    return outer.siblings.empty() ? outer.breaksLines : isManyLine(m_map, outer.self.before);
+}
+
+bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
+    constexpr std::size_t mostOnLine = 20;
+    if (frame.self.before != k_none && hasNewline(m_former.textAt(frame, 0))) {
+        return true;
+    }
+    if (outer != nullptr && !outer->siblings.empty() && !m_map.isObject(outer->self.before)) {
+        const std::uint32_t sibling = outer->siblings[outer->nearest];
+        const EType type = m_counterparts.now(frame.self.now).element->type();
+        if (m_map.isContainer(sibling) && m_map.hasChildren(sibling) &&
+            m_map.isObject(sibling) == (type == etObject)) {
+            return isManyLine(m_map, sibling);
+        }
+    }
+    if (outer != nullptr && !breaksLinesIn(*outer)) {
+        return false;
+    }
+    const bool isObject = m_counterparts.now(frame.self.now).element->isObject();
+    const bool isScalarArray =
+        !isObject && frame.items.size() <= mostOnLine && !holdsContainer(frame);
+    return isScalarArray ? habits().breaksScalarArrays : habits().breaksLines;
+}
+
+}  // namespace ko::Orvid

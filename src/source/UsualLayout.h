@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+//
+// UsualLayout, how what is new is laid out: as the children are that its container has in the text,
+// or as the rest of the document is.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "source/Counterparts.h"
+#include "source/FormerGaps.h"
+#include "source/Frame.h"
+#include "source/Habits.h"
+#include "source/SourceMap.h"
+
+namespace ko::Orvid {
+
+class UsualLayout {
+public:
+    UsualLayout(const SourceMap& map, const Counterparts& counterparts)
+        : m_map(map), m_counterparts(counterparts), m_former(map, counterparts) {}
+
+    const Habits& habits();
+    /// The colon after a new key, with the whitespace around it.
+    std::string colon(const Frame& frame);
+    /// What stands before a child: what stands before the neighbours that the text has, or what the
+    /// document does elsewhere.
+    std::string breakBefore(const Frame& frame, bool isFirst);
+    /// Before the first child of a container that has none in the text, where its comments begin if
+    /// it has some; or before its closing bracket.
+    std::string lineBreak(const Frame& frame, bool isWithin);
+    /// Whether a comma follows the last child.
+    bool endsWithComma(const Frame& frame);
+    /// Whether the children of a container that has none in the text get lines of their own.
+    /// `outer` is the frame in which it stands; null for the root.
+    bool breaksLines(const Frame& frame, const Frame* outer);
+
+private:
+    std::size_t gapLike(const Frame& frame) const;
+    bool breaksLinesIn(const Frame& outer);
+    bool holdsContainer(const Frame& frame) const;
+
+    const SourceMap& m_map;
+    const Counterparts& m_counterparts;
+    const FormerGaps m_former;
+    std::optional<Habits> m_habits;
+};
+
+}  // namespace ko::Orvid
