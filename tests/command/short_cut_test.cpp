@@ -48,6 +48,10 @@ const std::vector<std::vector<std::string>> k_calls{
     {"insert", "[*]=1e5", "[0]=null", "[3]=\"\""},
     {"insert", "a[0]=1", "a[*]=2.50"},
     {"insert", "a.x\\.y=true", "z=[]"},
+    {"set", "/c/d/0/e", "[7]"},
+    {"set", "c.d[-1].e=1", "a[-1]=2"},
+    {"insert", "/c/d/-", "9"},
+    {"remove", "a[-2]"},
 };
 
 /// Of containers in many layouts: what is taken out and put in.
