@@ -30,55 +30,44 @@ inline bool isWholeNumber(NumberPart part) noexcept {
            part == NumberPart::fraction || part == NumberPart::power;
 }
 
-/// Goes on with a number that has `part` before `at`, up to the first byte that cannot belong to
-/// it or to `end`, where `at` is then. Returns what it has by then.
-inline NumberPart followNumber(NumberPart part, const char*& at, const char* end) noexcept {
-    const auto isNext = [&](char a, char b) { return at != end && (*at == a || *at == b); };
-    const auto isDigitNext = [&] { return at != end && isDigit(*at); };
-    switch (part) {
-        case NumberPart::nothing:
-            at += isNext('-', '-') ? 1 : 0;
-            [[fallthrough]];
-        case NumberPart::minus:
-            if (!isDigitNext()) {
-                return NumberPart::minus;
-            }
-            if (*at == '0') {
-                ++at;
-                part = NumberPart::zero;
-            } else {
-                ++at;
-                part = NumberPart::integer;
-            }
-            [[fallthrough]];
-        case NumberPart::zero:
-        case NumberPart::integer:
-            if (part == NumberPart::integer && isDigitNext()) {
-                at = digitsEnd(at, end);
-            }
-            if (!isNext('.', '.')) {
-                break;
-            }
-            ++at;
-            [[fallthrough]];
-        case NumberPart::point:
-            if (!isDigitNext()) {
-                return NumberPart::point;
-            }
-            [[fallthrough]];
-        case NumberPart::fraction:
-            at = digitsEnd(at, end);
-            part = NumberPart::fraction;
-            break;
-        case NumberPart::exponent:
-        case NumberPart::sign:
-        case NumberPart::power:
-            break;
+inline bool isDigitNext(const char* at, const char* end) noexcept {
+    return at != end && isDigit(*at);
+}
+
+/// The sign and the digits of the integer, as followNumber().
+inline NumberPart followInteger(NumberPart part, const char*& at, const char* end) noexcept {
+    if (part == NumberPart::nothing) {
+        at += at != end && *at == '-' ? 1 : 0;
+        part = NumberPart::minus;
     }
-    if (isWholeNumber(part) && part != NumberPart::power) {
-        if (!isNext('e', 'E')) {
-            return part;
-        }
+    if (part == NumberPart::minus && isDigitNext(at, end)) {
+        part = *at == '0' ? NumberPart::zero : NumberPart::integer;
+        ++at;
+    }
+    if (part == NumberPart::integer) {
+        at = digitsEnd(at, end);
+    }
+    return part;
+}
+
+/// The point and the digits after it.
+inline NumberPart followFraction(NumberPart part, const char*& at, const char* end) noexcept {
+    const bool isInteger = part == NumberPart::zero || part == NumberPart::integer;
+    if (isInteger && at != end && *at == '.') {
+        ++at;
+        part = NumberPart::point;
+    }
+    if ((part == NumberPart::point || part == NumberPart::fraction) && isDigitNext(at, end)) {
+        at = digitsEnd(at, end);
+        part = NumberPart::fraction;
+    }
+    return part;
+}
+
+inline NumberPart followExponent(NumberPart part, const char*& at, const char* end) noexcept {
+    const auto isNext = [&](char a, char b) { return at != end && (*at == a || *at == b); };
+    const bool mayBegin = isWholeNumber(part) && part != NumberPart::power;
+    if (mayBegin && isNext('e', 'E')) {
         ++at;
         part = NumberPart::exponent;
     }
@@ -86,11 +75,21 @@ inline NumberPart followNumber(NumberPart part, const char*& at, const char* end
         ++at;
         part = NumberPart::sign;
     }
-    if (isDigitNext()) {
+    const bool takesDigits =
+        part == NumberPart::exponent || part == NumberPart::sign || part == NumberPart::power;
+    if (takesDigits && isDigitNext(at, end)) {
         at = digitsEnd(at, end);
         part = NumberPart::power;
     }
     return part;
+}
+
+/// Goes on with a number that has `part` before `at`, up to the first byte that cannot belong to
+/// it or to `end`, where `at` is then. Returns what it has by then.
+inline NumberPart followNumber(NumberPart part, const char*& at, const char* end) noexcept {
+    part = followInteger(part, at, end);
+    part = followFraction(part, at, end);
+    return followExponent(part, at, end);
 }
 
 /// usualNumberEnd() for one that lies in a wide block, after its sign: without a loop.

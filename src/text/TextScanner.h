@@ -119,6 +119,9 @@ private:
     /// What may follow. After `nothing` the document is complete.
     enum class Next { value, item, valueOrEnd, key, keyOrEnd, colon, commaOrEnd, nothing };
     enum class Level { root, object, array };
+    /// What has become of a token: it was taken, the loop must look elsewhere, or the scanning
+    /// pauses there.
+    enum class Step { done, odd, stopped };
 
     template<class Sink>
     void scanHeld(std::string_view& piece, Sink& sink);
@@ -126,6 +129,16 @@ private:
     void scanWindow(std::string_view window, std::uint64_t offset, Sink& sink);
     template<class Sink>
     const char* run(const char* at, const char* end, Sink& sink);
+    template<class Sink>
+    Step stepKey(const char*& at, const char* end, Next& next, Sink& sink);
+    Step stepColon(const char*& at, const char* end, Next& next) noexcept;
+    template<class Sink>
+    Step stepValue(const char*& at, const char* end, Next& next, Sink& sink);
+    template<class Sink>
+    Step stepComma(const char*& at, const char* end, Next& next, Sink& sink);
+    Step stepNothing(const char*& at, const char* end) const noexcept;
+    template<class Sink>
+    Step stepOdd(const char*& at, const char* end, Next& next, Sink& sink);
     template<class Sink>
     const char* takeScalar(const char* at, const char* end, Sink& sink);
     template<class Sink>

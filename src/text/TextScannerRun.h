@@ -108,95 +108,153 @@ void TextScanner::finish(Sink& sink) {
 }
 
 /// One round of the loop takes a member or an item with its comma, and each case goes on into the
-/// next. It is one function so that what is expected stays in a register and is seldom asked for.
+/// next. The steps are compiled into it, so that what is expected stays in a register and is seldom
+/// asked for.
 template<class Sink>
-// NOLINTNEXTLINE(readability-function-size,readability-function-cognitive-complexity)
 const char* TextScanner::run(const char* at, const char* const end, Sink& sink) {
     Next next = m_next;
     while (true) {
-        const char* stop = nullptr;
+        Step step = Step::odd;
         switch (next) {
             case Next::key:
             case Next::keyOrEnd:
-                at = skipWhitespace(at, end);
-                if (at == end || *at != '"') {
+                step = stepKey(at, end, next, sink);
+                if (step != Step::done) {
                     break;
                 }
-                stop = takeKey(at, end, sink);
-                if (stop == nullptr) {
-                    return pause(at, next);
-                }
-                at = stop;
-                next = Next::colon;
                 [[fallthrough]];
             case Next::colon:
-                at = skipWhitespace(at, end);
-                if (at == end || *at != ':') {
+                step = stepColon(at, end, next);
+                if (step != Step::done) {
                     break;
                 }
-                ++at;
-                next = Next::value;
                 [[fallthrough]];
             case Next::value:
             case Next::item:
             case Next::valueOrEnd:
-                at = skipWhitespace(at, end);
-                if (at == end) {
+                step = stepValue(at, end, next, sink);
+                if (step != Step::done || next != Next::commaOrEnd) {
                     break;
-                }
-                stop = takeScalar(at, end, sink);
-                if (stop == nullptr) {
-                    return pause(at, next);
-                }
-                if (stop == at) {
-                    if (*at != '{' && *at != '[') {
-                        break;
-                    }
-                    stop = open(at, sink);
-                    if (stop == nullptr) {
-                        return pause(at, next);
-                    }
-                    at = stop;
-                    next = m_next;
-                    continue;
-                }
-                at = stop;
-                next = Next::commaOrEnd;
-                if (m_level == Level::root) {
-                    m_end = offsetOf(at);
-                    next = Next::nothing;
-                    continue;
                 }
                 [[fallthrough]];
             case Next::commaOrEnd:
-                at = skipWhitespace(at, end);
-                if (at != end && *at == ',') {
-                    sink.comma(spanOf(at, at + 1));
-                    ++at;
-                    next = m_afterComma;
-                    continue;
-                }
-                if (at != end && *at == m_closing) {
-                    at = close(at, sink);
-                    next = m_next;
-                    continue;
-                }
+                step = stepComma(at, end, next, sink);
                 break;
             case Next::nothing:
-                if (!m_options.requireWholeDocument) {
-                    return pause(at, next);
-                }
-                at = skipWhitespace(at, end);
+                step = stepNothing(at, end);
                 break;
         }
-        m_next = next;
-        stop = at == end ? nullptr : takeOther(at, end, sink);
-        if (stop == nullptr) {
+        if (step == Step::done) {
+            continue;
+        }
+        if (step == Step::stopped || stepOdd(at, end, next, sink) == Step::stopped) {
             return pause(at, next);
         }
-        at = stop;
-        next = m_next;
     }
+}
+
+template<class Sink>
+[[gnu::always_inline]] inline TextScanner::Step TextScanner::stepKey(const char*& at,
+                                                                     const char* end, Next& next,
+                                                                     Sink& sink) {
+    at = skipWhitespace(at, end);
+    if (at == end || *at != '"') {
+        return Step::odd;
+    }
+    const char* const stop = takeKey(at, end, sink);
+    if (stop == nullptr) {
+        return Step::stopped;
+    }
+    at = stop;
+    next = Next::colon;
+    return Step::done;
+}
+
+[[gnu::always_inline]] inline TextScanner::Step TextScanner::stepColon(const char*& at,
+                                                                       const char* end,
+                                                                       Next& next) noexcept {
+    at = skipWhitespace(at, end);
+    if (at == end || *at != ':') {
+        return Step::odd;
+    }
+    ++at;
+    next = Next::value;
+    return Step::done;
+}
+
+/// A scalar, or what opens a container.
+template<class Sink>
+[[gnu::always_inline]] inline TextScanner::Step TextScanner::stepValue(const char*& at,
+                                                                       const char* end, Next& next,
+                                                                       Sink& sink) {
+    at = skipWhitespace(at, end);
+    if (at == end) {
+        return Step::odd;
+    }
+    const char* stop = takeScalar(at, end, sink);
+    const bool isScalar = stop != at;
+    if (!isScalar) {
+        if (*at != '{' && *at != '[') {
+            return Step::odd;
+        }
+        stop = open(at, sink);
+    }
+    if (stop == nullptr) {
+        return Step::stopped;
+    }
+    at = stop;
+    if (!isScalar) {
+        next = m_next;
+    } else if (m_level != Level::root) {
+        next = Next::commaOrEnd;
+    } else {
+        m_end = offsetOf(at);
+        next = Next::nothing;
+    }
+    return Step::done;
+}
+
+template<class Sink>
+[[gnu::always_inline]] inline TextScanner::Step TextScanner::stepComma(const char*& at,
+                                                                       const char* end, Next& next,
+                                                                       Sink& sink) {
+    at = skipWhitespace(at, end);
+    if (at != end && *at == ',') {
+        sink.comma(spanOf(at, at + 1));
+        ++at;
+        next = m_afterComma;
+        return Step::done;
+    }
+    if (at != end && *at == m_closing) {
+        at = close(at, sink);
+        next = m_next;
+        return Step::done;
+    }
+    return Step::odd;
+}
+
+inline TextScanner::Step TextScanner::stepNothing(const char*& at, const char* end) const noexcept {
+    if (!m_options.requireWholeDocument) {
+        return Step::stopped;
+    }
+    at = skipWhitespace(at, end);
+    return Step::odd;
+}
+
+/// What is not as usual: the end of the text, the end of a container without children, a comment,
+/// or an error.
+template<class Sink>
+[[gnu::always_inline]] inline TextScanner::Step TextScanner::stepOdd(const char*& at,
+                                                                     const char* end, Next& next,
+                                                                     Sink& sink) {
+    m_next = next;
+    const char* const stop = at == end ? nullptr : takeOther(at, end, sink);
+    if (stop == nullptr) {
+        return Step::stopped;
+    }
+    at = stop;
+    next = m_next;
+    return Step::done;
 }
 
 /// Returns `at` where no scalar begins.
