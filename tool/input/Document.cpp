@@ -41,7 +41,7 @@ void parse(DomParser& parser, Element& root, std::string_view text) {
     }
 }
 
-/// The offset of a place, whose line and column count from 1, in the text.
+/// The offset of a position, whose line and column count from 1, in the text.
 std::size_t offsetOf(std::string_view text, int line, int column) {
     std::size_t offset = 0;
     for (int i = 1; i < line; ++i) {

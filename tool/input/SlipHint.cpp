@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Looking around the place of a fault: the word there, the characters beside it, and for a text
+// Looking around the position of an error: the word there, the characters beside it, and for a text
 // that ends early what is still open.
 
 #include "input/SlipHint.h"
@@ -146,7 +146,7 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-/// The place after the string whose first quote is at `begin`, or npos.
+/// The offset after the string whose first quote is at `begin`, or npos.
 std::size_t afterString(std::string_view text, std::size_t begin) {
     std::size_t at = begin + 1;
     while (at < text.length() && text[at] != '"') {
