@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Hints for frequent errors, from what the messages show: the character in error, and what was
-// expected in its place. YAJL shows the text, and below it an arrow behind that character.
+// expected in its place. YAJL shows the text, and below it an arrow after that character.
 
 #include "document/syntaxHint.h"
 

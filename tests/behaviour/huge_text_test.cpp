@@ -59,7 +59,7 @@ TEST_F(HugeText, longer_than_four_gibibytes_is_read_to_its_end) {
 }
 
 TEST_F(HugeText, reaches_a_listener_to_its_end_and_no_further) {
-    m_text.back() = ',';  // what is read behind the end would be an error
+    m_text.back() = ',';  // what is read after the end would be an error
     orvid_test::RecordingListener listener;
     ko::Orvid::CallbackParser parser(&listener);
     parser.parse(m_text);

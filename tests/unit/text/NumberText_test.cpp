@@ -54,7 +54,7 @@ TEST(NumberText, takes_nothing_else) {
     }
 }
 
-/// What usualNumberEnd() says of `number` with `after` and enough else behind it.
+/// What usualNumberEnd() says of `number` with `after` and enough else after it.
 template<class Block>
 std::ptrdiff_t usualLength(const std::string& number, char after) {
     const std::string text = number + after + std::string(64, ' ');
