@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // OpenKeys: which keys the objects have that are being read. An object needs no index while it is
-// read, and none afterwards where nobody looks a key up. A few bits for each object tell of nearly
+// read, and none afterwards where nobody looks a key up. A few bits for each object say of nearly
 // every key that it is new; where they do not, the members are looked at one by one.
 
 #pragma once
