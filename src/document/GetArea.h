@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// GetArea: what a stream has in its buffer already, so that it can be read where it lies. A member
+// GetArea: what a stream has in its buffer already, so that it can be read in place. A member
 // of std::streambuf that only its subclasses may use is named here, and used of any of them.
 
 #pragma once
