@@ -65,8 +65,7 @@ public:
     /// A deep copy of the value, at linear cost. The items of copied arrays report index 0 until
     /// their array is next updated (Array::updateVector, setParent).
     Element(const Element& other);
-    /// The same into this place. One may be part of the other. Throws std::bad_alloc, leaving this
-    /// element unchanged.
+    /// The same into this place. Either may be part of the other. std::bad_alloc changes nothing.
     Element& operator=(const Element& other);
     /// Takes the value over, in constant time: children keep their addresses and name this element
     /// as their parent. `other` is null afterwards and stays where it is.
@@ -175,18 +174,16 @@ public:
     const Element& get(PathView path) const KO_LIFETIME_BOUND;
     /// Whether the path leads to an element of that type; etEmpty accepts any.
     bool pathExists(PathView path, EType type = etEmpty) const;
-    /// The element at the path, or `fallback`, which must live as long as the result is used: of a
-    /// temporary, `const Element& e = tree.tryGet("nope", "text");` keeps nothing (use getOr()).
+    /// The element at the path, or `fallback`, which must live as long as the result is used: for
+    /// a temporary there is getOr().
     const Element& tryGet(PathView path,
                           const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND;
-    /// A copy of the element at the path, or `fallback` where there is none: unlike what tryGet()
-    /// returns, it depends on nothing. Costs the lookup and the copy.
+    /// A copy of the element at the path, or `fallback`. Costs the lookup and the copy.
     Element getOr(PathView path, Element fallback) const;
     /// The first item of the array at `arrayPath` (this element when empty) whose element at
-    /// `itemPath` (the item itself when empty) equals `value` by compare(); null when there is
-    /// none. Items that raise an Exception while they are looked into are skipped. Throws
-    /// PathNotFound when there is no such array, TypeException when it is no array. Linear in the
-    /// number of items up to the one that is found.
+    /// `itemPath` (the item itself when empty) equals `value` by compare(), or null. Items that
+    /// raise an Exception while they are looked into are skipped. Throws PathNotFound when there is
+    /// no such array, TypeException when it is no array. Linear in the items up to the one found.
     Element* find(const Element& value, const Path& itemPath = {}, const Path& arrayPath = {});
     const Element* find(const Element& value, const Path& itemPath = {},
                         const Path& arrayPath = {}) const;  ///< the same
@@ -201,15 +198,14 @@ public:
     ///@}
 
     /// @name Reading: defaults from the document's own schema
-    /// The schema is looked up under meta.schema of the root; docs/defaults.md has an example. The
-    /// data is never changed. `path` is relative to this element. The cost is that of get() in the
-    /// data and in the schema, and the depth of this element; a plain path (see docs/paths.md) that
-    /// leads to a value needs no memory.
+    /// Paths begin here; the schema is under meta.schema of the root, docs/defaults.md has an
+    /// example. The data is never changed. The cost is that of get() in the data and in the schema,
+    /// and the depth of this element; a plain path to a value needs no memory.
     ///@{
     /// The schema's default for the element at the path, or `fallback`.
     const Element& tryGetDefault(PathView path,
                                  const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND;
-    /// The schema's default for the element at the path. Throws PathNotFound.
+    /// The same; throws PathNotFound where there is none.
     const Element& getDefault(PathView path) const KO_LIFETIME_BOUND;
     /// The element at the path, or else the schema's default for it, or else `fallback`.
     const Element& tryGetUsingDefault(
@@ -276,8 +272,7 @@ public:
     ///@}
 
     /// @name Place in the tree
-    /// The parent is the element whose container holds this one; null for a root or a free-standing
-    /// element.
+    /// The parent is the element whose container holds this one; null for a root.
     ///@{
     Element* parent() noexcept { return detail::parentOf(m_link); }
     const Element* parent() const noexcept { return detail::parentOf(m_link); }
@@ -285,11 +280,9 @@ public:
     /// parent is an array. Items of a copied array report 0 until Array::updateVector() or
     /// setParent() runs; path() names their true place all the same.
     unsigned int index() const noexcept { return detail::indexOf(m_step); }
-    /// The step from the parent: the key, unescaped, in an object, `[index()]` in an array, empty
-    /// without a parent. Linear in its length.
+    /// The key, unescaped, or `[index()]`; empty without a parent. Linear in its length.
     std::string key() const;
-    /// The key under which this element sits in its parent object; empty otherwise. The reference
-    /// lives as long as the element stays where it is.
+    /// The key in the parent object, empty otherwise, for as long as this element stays there.
     const std::string& memberKey() const noexcept { return detail::keyOr(m_step, k_emptyString); }
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
@@ -328,8 +321,8 @@ public:
     /// and then keeps its own parent instead of `owner`. A source that is tagged with no type
     /// changes nothing. Throws std::bad_alloc, leaving `target` unchanged. Linear cost.
     static void copy(SData& target, const SData& source, Element* owner);
-    /// The order of values: -1, 0 or 1. Empty < null < boolean < number < string < object < array;
-    /// containers member by member in their order. Throws what Number::compare() throws. Linear.
+    /// -1, 0 or 1. Empty < null < boolean < number < string < object < array; containers member by
+    /// member in their order. Throws what Number::compare() throws. Linear.
     static int compare(const SData& a, const SData& b);
     /// Makes a null element in the storage at `where`, or, when that is null, on the heap.
     Element* construct(Element* where) const;
@@ -354,7 +347,6 @@ private:
     std::uintptr_t m_step = 0;                   ///< see detail::isItem()
 };
 
-/// What an operation takes besides an Element: a value of any type that converts.
 class detail::Converted {
 public:
     template<class T, IfConverted<T> = 0>
