@@ -1,15 +1,17 @@
 # cmake -DCOMMANDS=compile_commands.json -DSOURCE=folder -DFLAGS=a|b|... -P CheckFlags.cmake
 # Fails unless every source of the library and of the command is compiled with all the flags: most of them
 # leave no trace that can be seen in one object without them.
-file(READ ${COMMANDS} commands)
-string(JSON count LENGTH "${commands}")
-math(EXPR last "${count} - 1")
+# By lines: CMake's JSON functions read the whole text again for each value.
+file(STRINGS ${COMMANDS} lines REGEX "^ *\"(command|file)\": ")
 string(REPLACE "|" ";" flags "${FLAGS}")
 set(checked 0)
 set(errors "")
-foreach(i RANGE ${last})
-  string(JSON file GET "${commands}" ${i} file)
-  string(JSON command GET "${commands}" ${i} command)
+foreach(line IN LISTS lines)
+  if(line MATCHES "^ *\"command\": \"(.*)\",?$")
+    set(command "${CMAKE_MATCH_1}")
+    continue()
+  endif()
+  string(REGEX REPLACE "^ *\"file\": \"(.*)\",?$" "\\1" file "${line}")
   # A fuzzer compiles the main file of the command once more, and the tests some units that are not exported.
   if(file MATCHES "^${SOURCE}/(base|src|tool)/" AND NOT command MATCHES " -o (fuzz|tests)/")
     math(EXPR checked "${checked} + 1")

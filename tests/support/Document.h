@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <ko/Orvid.h>
 
+#include <stdexcept>
 #include <string>
 
 #include "support/Links.h"
@@ -15,7 +16,7 @@ namespace orvid_test {
 
 /// A tree read from JSON text. It stays where it is made, so that no copy blurs its indexes.
 struct Document {
-    explicit Document(const std::string& text) { ko::Orvid::DomParser().parse(root, text + "\n"); }
+    explicit Document(const std::string& text);
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
@@ -24,29 +25,11 @@ struct Document {
 
 /// The element as JSON text on one line, with a space after each colon. Linear, also where the
 /// tree is deep.
-inline std::string compact(const ko::Orvid::Element& element) {
-    const std::string text =
-        ko::Orvid::Generator(nullptr, ko::Orvid::WriteOptions::compact()).encode(element);
-    std::string result;
-    bool isInString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        result += text[i];
-        if (isInString && text[i] == '\\') {
-            result += text[++i];
-        } else if (text[i] == '"') {
-            isInString = !isInString;
-        } else if (text[i] == ':' && !isInString) {
-            result += ' ';
-        }
-    }
-    return result;
-}
+std::string compact(const ko::Orvid::Element& element);
 
-inline testing::AssertionResult linksHold(const ko::Orvid::Element& root,
-                                          Indexes indexes = Indexes::exact) {
-    const std::string broken = brokenLink(root, indexes);
-    return broken.empty() ? testing::AssertionSuccess() : testing::AssertionFailure() << broken;
-}
+/// Success, or what is wrong first.
+testing::AssertionResult linksHold(const ko::Orvid::Element& root,
+                                   Indexes indexes = Indexes::exact);
 
 /// Calls `action` and returns the exception of type E that it must throw.
 template<class E, class Action>

@@ -4,11 +4,9 @@
 
 #pragma once
 
-#include <ko/Orvid.h>
+#include <ko/Orvid/fwd.h>
 
-#include <cstddef>
 #include <string>
-#include <vector>
 
 namespace orvid_test {
 
@@ -16,79 +14,9 @@ namespace orvid_test {
 /// updated.
 enum class Indexes { exact, exactOrZero };
 
-inline std::string linkFails(const ko::Orvid::Element& element, const char* what) {
-    return std::string(what) + " at \"" + element.path() + "\"";
-}
-
-/// The links between an array and its items; the items are appended to `open`.
-inline std::string brokenItemLink(const ko::Orvid::Element& element, Indexes indexes,
-                                  std::vector<const ko::Orvid::Element*>& open) {
-    const auto& array = element.array();
-    if (array.parent() != &element) {
-        return linkFails(element, "the array names another parent");
-    }
-    std::size_t position = 0;
-    for (const ko::Orvid::Element& item : array) {
-        const bool isZeroCopy = indexes == Indexes::exactOrZero && item.index() == 0;
-        if (item.parent() != &element) {
-            return linkFails(item, "wrong parent of item");
-        }
-        if (item.index() != position && !isZeroCopy) {
-            return linkFails(item, "wrong index");
-        }
-        if (position >= array.size() || &array[position] != &item) {
-            return linkFails(item, "vector and list disagree");
-        }
-        ++position;
-        open.push_back(&item);
-    }
-    return position == array.size() ? std::string() : linkFails(element, "wrong number of items");
-}
-
-/// The links between an object and its members; the members are appended to `open`.
-inline std::string brokenMemberLink(const ko::Orvid::Element& element,
-                                    std::vector<const ko::Orvid::Element*>& open) {
-    const auto& object = element.object();
-    if (object.parent() != &element) {
-        return linkFails(element, "the object names another parent");
-    }
-    std::size_t count = 0;
-    for (const auto& member : object) {
-        if (member.second.parent() != &element) {
-            return linkFails(member.second, "wrong parent of member");
-        }
-        if (member.second.key() != member.first) {
-            return linkFails(member.second, "wrong key");
-        }
-        if (member.second.index() != ko::Orvid::Path::k_noIndex) {
-            return linkFails(member.second, "a member has an index");
-        }
-        const auto found = object.find(member.first);
-        if (found == object.end() || &found->second != &member.second) {
-            return linkFails(member.second, "index and list disagree");
-        }
-        ++count;
-        open.push_back(&member.second);
-    }
-    return count == object.size() ? std::string() : linkFails(element, "wrong number of members");
-}
-
 /// Checks, in the whole tree below `root`, that each child names its parent, that its key and index
 /// are those under which it sits, and that list and index of every container agree. Does not
 /// recurse. Returns what is wrong first; nothing when all holds.
-inline std::string brokenLink(const ko::Orvid::Element& root, Indexes indexes = Indexes::exact) {
-    std::vector<const ko::Orvid::Element*> open{&root};
-    std::string result;
-    while (result.empty() && !open.empty()) {
-        const ko::Orvid::Element& element = *open.back();
-        open.pop_back();
-        if (element.isArray()) {
-            result = brokenItemLink(element, indexes, open);
-        } else if (element.isObject()) {
-            result = brokenMemberLink(element, open);
-        }
-    }
-    return result;
-}
+std::string brokenLink(const ko::Orvid::Element& root, Indexes indexes = Indexes::exact);
 
 }  // namespace orvid_test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 //
-// The program for which the headers of all tests are precompiled.
+// The program for which the headers of all tests, and those of all examples, are precompiled.
 
 int main() {}

@@ -14,32 +14,18 @@
 #include <vector>
 
 #include "support/Document.h"
+#include "support/RandomEdits.h"
 
 namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::Exception;
 using orvid_test::Document;
+using orvid_test::RandomEdits;
 using TArray = Element::TArray;
 using TObject = Element::TObject;
 using ElementList = ko::IndexList<Element>;
 using ElementMap = ko::ListMap<std::string, Element, std::less<std::string>>;
-
-std::vector<Element*> allOf(Element& root) {
-    std::vector<Element*> all{&root};
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        if (all[i]->isArray()) {
-            for (Element& item : all[i]->array()) {
-                all.push_back(&item);
-            }
-        } else if (all[i]->isObject()) {
-            for (auto& member : all[i]->object()) {
-                all.push_back(&member.second);
-            }
-        }
-    }
-    return all;
-}
 
 /// Whether the way up by parent() ends, at `root`.
 bool hasRoot(const Element& element, const Element& root, std::size_t most) {
@@ -62,7 +48,7 @@ public:
     explicit RandomMoves(unsigned seed) : m_random(seed) {}
 
     void run(Element& root) {
-        const std::vector<Element*> all = allOf(root);
+        const std::vector<Element*> all = RandomEdits::allOf(root);
         Element& a = *all[below(all.size())];
         Element& b = *all[below(all.size())];
         if (all.size() > 60) {
@@ -141,7 +127,7 @@ private:
 };
 
 void tellAll(Element& root) {
-    for (Element* const element : allOf(root)) {
+    for (Element* const element : RandomEdits::allOf(root)) {
         if (element->isArray()) {
             element->array().setParent(element);
         } else if (element->isObject()) {
@@ -161,7 +147,7 @@ TEST(Strays, have_a_root_whatever_is_swapped_and_moved) {
             } catch (const Exception&) {
                 continue;  // a swap with a container around it
             }
-            const std::vector<Element*> all = allOf(doc.root);
+            const std::vector<Element*> all = RandomEdits::allOf(doc.root);
             for (const Element* const element : all) {
                 ASSERT_TRUE(hasRoot(*element, doc.root, all.size())) << step;
             }
