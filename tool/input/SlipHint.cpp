@@ -136,10 +136,17 @@ std::string formatHint(std::string_view text) {
 
 /// The name of a character that messages write as a byte.
 std::string spaceHint(char c) {
-    return c == ' '                 ? " (a space)"
-           : c == '\t'              ? " (a tab)"
-           : c == '\n' || c == '\r' ? " (a line break)"
-                                    : "";
+    switch (c) {
+        case ' ':
+            return " (a space)";
+        case '\t':
+            return " (a tab)";
+        case '\n':
+        case '\r':
+            return " (a line break)";
+        default:
+            return "";
+    }
 }
 
 bool contains(std::string_view text, std::string_view part) {
