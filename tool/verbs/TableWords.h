@@ -25,10 +25,8 @@ struct TableWords {
 private:
     /// Throws UsageError for what could not be told from the text of a field.
     void separateBy(const std::string& text) {
-        const auto isAllowed = [](char c) {
-            return c == '\t' || (c > ' ' && c < '\x7f' && c != '"');
-        };
-        if (text.length() != 1 || !isAllowed(text.front())) {
+        const auto isSign = [](char c) { return c > ' ' && c < '\x7f' && c != '"'; };
+        if (text != "\t" && (text.length() != 1 || !isSign(text.front()))) {
             throw UsageError("--separator takes one ASCII character, and no quote or line break");
         }
         if (m_isAsked && separator != text.front()) {
