@@ -246,12 +246,22 @@ bool SlabArena::turnPage() noexcept {
     return true;
 }
 
-/// Each slab is as large as all before it, so that at most half of them is left over: a small tree
-/// wastes little. Throws std::bad_alloc, with everything as it was.
+/// How large the next slab is to be. At first each is as large as all before it, so that at most
+/// half of them is left over: a small tree wastes little. Further on they grow with the tree, of
+/// which a block that stays then keeps a small part.
+std::size_t SlabArena::nextSize() const noexcept {
+    if (m_total == 0) {
+        return std::clamp(m_expected, k_smallestSlab, k_largestFirst);
+    }
+    if (m_total <= k_usualSlab) {
+        return std::max(m_total, k_smallestSlab);
+    }
+    return std::clamp(m_total / k_part, k_usualSlab, k_largestSlab);
+}
+
+/// Throws std::bad_alloc, with everything as it was.
 void SlabArena::open(std::size_t least) {
-    const std::size_t wanted = m_total == 0 ? std::min(m_expected, k_largestFirst) : m_total;
-    const std::size_t size = roundedUp(std::max(std::clamp(wanted, k_smallestSlab, k_largestSlab),
-                                                sizeof(Slab) + k_header + least));
+    const std::size_t size = roundedUp(std::max(nextSize(), sizeof(Slab) + k_header + least));
     char* const bytes = static_cast<char*>(obtain(size));
     close();
     m_slab = new (bytes) Slab;

@@ -15,13 +15,17 @@
 namespace ko {
 
 /// Slabs for the blocks of one job. A slab is freed with the last of its blocks, wherever and in
-/// whatever thread that happens, also long after this object has gone. A block that stays after
-/// alone keeps its slab, of k_largestSlab bytes at most. Used by one thread at a time.
+/// whatever thread that happens, also long after this object has gone. A block that stays alone
+/// keeps its slab: of k_usualSlab bytes at most, or, where there was much more, one part in k_part
+/// of what was there, up to k_largestSlab. Used by one thread at a time.
 class KO_API SlabArena {
     struct Slab;
 
 public:
-    static constexpr std::size_t k_largestSlab = 16384;  ///< in bytes
+    static constexpr std::size_t k_usualSlab = 16384;    ///< in bytes
+    static constexpr std::size_t k_largestSlab = 65536;  ///< in bytes
+    /// A larger slab is one part in so many of all before it.
+    static constexpr std::size_t k_part = 8;
 
     /// `expected` is what the blocks may come to, in bytes, for a first slab of that size, or of
     /// k_largestFirst.
@@ -141,6 +145,7 @@ private:
     void closeCells() noexcept;
     void advance(std::size_t size);
     bool turnPage() noexcept;
+    std::size_t nextSize() const noexcept;
     void open(std::size_t least);
     void close() noexcept;
 
