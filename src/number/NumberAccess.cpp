@@ -58,7 +58,7 @@ auto asBinary(T limit) {
 
 using Binary = NumberStore::Binary;
 
-/// Reads the usual kinds for a T, within its range, without the detour over compare(). Answers
+/// Reads the usual kinds for a T, within its range, without the detour over compare(). Returns
 /// false for all the rest.
 template<class T>
 bool readUsual(const Binary& own, T& out) {

@@ -17,7 +17,7 @@ struct SmallInteger {
     unsigned long long magnitude = 0;
     bool isNegative = false;  ///< of a zero too
 
-    /// Answers false, with the value in any state, for all but digits, with a '-' before them or
+    /// Returns false, with the value in any state, for all but digits, with a '-' before them or
     /// none.
     bool read(std::string_view text) noexcept {
         constexpr unsigned int base = 10;
