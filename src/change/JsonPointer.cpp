@@ -27,20 +27,20 @@ constexpr char k_escapedSeparator = '1';
 /// Path text ends at this byte where no backslash stands before it.
 constexpr char k_pathEnd = static_cast<char>(0xFF);
 
-[[noreturn]] void failAt(std::string_view text, const std::string& message, EParseError code,
-                         std::size_t first, std::size_t last) {
+ParseException errorAt(std::string_view text, const std::string& message, EParseError code,
+                       std::size_t first, std::size_t last) {
     ParseException error(message, 1, static_cast<int>(first), 1, static_cast<int>(last));
     error.addCode(code);
     error.addText(text);
-    throw error;
+    return error;
 }
 
 /// The character that the escape at `position` stands for.
 char unescaped(std::string_view text, std::size_t position) {
     const char mark = position + 1 < text.size() ? text[position + 1] : k_separator;
     if (mark != k_escapedTilde && mark != k_escapedSeparator) {
-        failAt(text, "In a JSON Pointer \"~\" must be followed by 0 or 1",
-               EParseError::pointerEscape, position, position + 1);
+        throw errorAt(text, "In a JSON Pointer \"~\" must be followed by 0 or 1",
+                      EParseError::pointerEscape, position, position + 1);
     }
     return mark == k_escapedTilde ? k_escape : k_separator;
 }
@@ -48,8 +48,8 @@ char unescaped(std::string_view text, std::size_t position) {
 std::vector<std::string> stepsOf(std::string_view text) {
     std::vector<std::string> steps;
     if (!text.empty() && text.front() != k_separator) {
-        failAt(text, "A JSON Pointer must be empty or begin with \"/\"", EParseError::pointerPrefix,
-               0, 0);
+        throw errorAt(text, "A JSON Pointer must be empty or begin with \"/\"",
+                      EParseError::pointerPrefix, 0, 0);
     }
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == k_separator) {

@@ -43,14 +43,16 @@
     (__VA_ARGS__)
 
 // Describes the type all the same, so that its conversions are no further errors.
-#define ORVID_DETAIL_FIELDS_0(Type)                                                               \
-    static_assert(sizeof(Type*) == 0, "ORVID_FIELDS names no field: ORVID_FIELDS(Type, a, b)");   \
-    struct ORVID_DETAIL_NAME(OrvidFields, 0)                                                      \
-        : ::ko::Orvid::detail::DescribesFields<Type, ORVID_DETAIL_NAME(OrvidFields, 0)> {         \
-        static void read(::ko::Orvid::detail::FieldSource& orvidFields, Type& orvidValue);        \
-        static void write(::ko::Orvid::detail::FieldTarget& orvidFields, const Type& orvidValue); \
-    };                                                                                            \
-    static_assert(sizeof(ORVID_DETAIL_NAME(OrvidFields, 0)) != 0, "");                            \
+#define ORVID_DETAIL_FIELDS_0(Type)                                                             \
+    static_assert(sizeof(Type*) == 0, "ORVID_FIELDS names no field: ORVID_FIELDS(Type, a, b)"); \
+    struct ORVID_DETAIL_NAME(OrvidFields, 0)                                                    \
+        : ::ko::Orvid::detail::DescribesFields<Type, ORVID_DETAIL_NAME(OrvidFields, 0)> {       \
+        template<class Value>                                                                   \
+        static void read(::ko::Orvid::detail::FieldSource& orvidFields, Value& orvidValue);     \
+        template<class Value>                                                                   \
+        static void write(::ko::Orvid::detail::FieldTarget& orvidFields, const Value& value);   \
+    };                                                                                          \
+    static_assert(sizeof(ORVID_DETAIL_NAME(OrvidFields, 0)) != 0, "");                          \
     [[maybe_unused]] inline void ORVID_DETAIL_NAME(orvidFieldsEnd, 0)() {}
 
 #define ORVID_DETAIL_FIELDS_1(Type, ...)                                                           \
