@@ -226,6 +226,9 @@ void DomParser::readToEnd(std::istream& in) {
 }
 
 void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
+    if (!in.good()) {
+        return;  // it may have no buffer either
+    }
     FileChunks chunks(*in.rdbuf(), k_room);
     const std::unique_ptr<char[]> buffer(new char[k_room + pieceSize]);
     char* const piece = buffer.get() + k_room;

@@ -369,6 +369,9 @@ private:
         const std::size_t end = offset(location.begin);
         if (level.isOnWay && m_phase == Phase::before) {
             beginNew(level);
+        } else if (m_phase != Phase::behind) {
+            // What opens on the closing line has the indent of the child that begins the line.
+            flush(level, breaksLine(part(level.lastEnd, end)));
         }
         append(level.lastEnd, end);
         if (m_phase == Phase::behind || m_isNew) {

@@ -396,6 +396,14 @@ TEST(DomParser, resets_the_element_for_a_stream_that_is_not_good) {
     EXPECT_EQ(parser.state(), 2);
 }
 
+TEST(DomParser, reads_nothing_of_a_stream_without_a_buffer) {
+    std::istream in(nullptr);
+    Element root("before");
+    EXPECT_EQ(&DomParser().parse(root, in), &in);
+    EXPECT_TRUE(root.isNull());
+    EXPECT_TRUE(in.bad());
+}
+
 TEST(DomParser, is_after_the_stream_operator_of_elements) {
     std::istringstream in("[1,{\"a\":null}] ");
     Document doc(R"({"x":1})");

@@ -145,6 +145,13 @@ TEST(ExcerptEdit, keeps_the_indent_below_a_comment_before_a_comma) {
     expectSameWithout("{\"z\":0,\"x\":0,\n    \"y\":1" + many + "//\n,\"p\":1,\"q\":2}", "p");
 }
 
+TEST(ExcerptEdit, keeps_the_line_that_a_container_closes_on) {
+    Count count;
+    expectSame("{\n\"x\":1,\n\"m\":[[1,\n   2,3,\n4],[\n    5]]\n}",
+               {PlaceEdit::set, "x", "[[1],{\"b\":2}]"}, count);
+    EXPECT_EQ(count.made, 1U);
+}
+
 TEST(ExcerptEdit, is_short_for_a_long_text) {
     std::string text = "{\"all\": [1";
     for (int i = 0; i < 20000; ++i) {
