@@ -112,7 +112,7 @@ private:
             const std::string_view text = m_map.text(second.gapBegin, second.begin);
             const Gap gap = gapOf(text, GapKind::between);
             if (!hasComment(text)) {
-                m_commas.add(gap.lead);
+                (m_map.isObject(container) ? m_memberCommas : m_itemCommas).add(gap.lead);
             }
         }
     }
@@ -127,7 +127,9 @@ private:
         const bool isCompact = isKnown && m_colons.best(": ") == ":";
         habits.indent = m_indents.best(habits.indent);
         habits.colon = m_colons.best(habits.colon);
-        habits.comma = m_commas.best(isCompact ? "" : " ");
+        const std::string comma = isCompact ? "" : " ";
+        habits.memberComma = m_memberCommas.best(m_itemCommas.best(comma));
+        habits.itemComma = m_itemCommas.best(m_memberCommas.best(comma));
         habits.objectPad = m_objectPads.best("");
         habits.arrayPad = m_arrayPads.best("");
         habits.breaksLines = m_lines.any() ? m_lines.yes > 0 : m_scalarLines.no == 0;
@@ -138,7 +140,7 @@ private:
     }
 
     const SourceMap& m_map;
-    Tally m_indents, m_colons, m_commas, m_objectPads, m_arrayPads;
+    Tally m_indents, m_colons, m_memberCommas, m_itemCommas, m_objectPads, m_arrayPads;
     Votes m_lines, m_scalarLines, m_endComma;
 };
 

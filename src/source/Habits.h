@@ -24,10 +24,11 @@ struct Votes {
 /// The defaults are those of a document that shows no habit: four spaces for each level.
 struct Habits {
     std::string newline = "\n";
-    std::string indent = "    ";  ///< for each level
-    std::string colon = ": ";     ///< with the whitespace around it
-    std::string comma = " ";      ///< the whitespace after it on a line
-    std::string objectPad;        ///< within the braces of an object on one line
+    std::string indent = "    ";    ///< for each level
+    std::string colon = ": ";       ///< with the whitespace around it
+    std::string memberComma = " ";  ///< the whitespace after the comma of an object on a line
+    std::string itemComma = " ";    ///< and after that of an array
+    std::string objectPad;          ///< within the braces of an object on one line
     std::string arrayPad;
     bool breaksLines = true;         ///< members and items stand on lines of their own
     bool breaksScalarArrays = true;  ///< also the items of arrays that hold no containers

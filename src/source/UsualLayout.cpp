@@ -38,14 +38,14 @@ std::string UsualLayout::colon(const Frame& frame) {
 std::string UsualLayout::breakBefore(const Frame& frame, bool isFirst) {
     const std::size_t count = frame.siblings.size();
     if (count == 0) {
-        return isFirst || frame.breaksLines ? lineBreak(frame, true) : habits().comma;
+        return isFirst || frame.breaksLines ? lineBreak(frame, true) : comma(frame);
     }
     const std::string first = breakOf(m_former.at(frame, 0).lead);
     if (isFirst || (count == 1 && hasNewline(first))) {
         return frame.reindent.apply(first);
     }
     if (count == 1) {
-        return habits().comma;
+        return comma(frame);
     }
     const std::size_t number = gapLike(frame);
     return frame.reindent.apply(breakOf(m_former.at(frame, number).lead));
@@ -66,6 +66,14 @@ std::size_t UsualLayout::gapLike(const Frame& frame) const {
     return nearest;
 }
 
+std::string UsualLayout::comma(const Frame& frame) {
+    return isObject(frame) ? habits().memberComma : habits().itemComma;
+}
+
+bool UsualLayout::isObject(const Frame& frame) const {
+    return m_counterparts.now(frame.self.now).element->isObject();
+}
+
 std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
     if (frame.breaksLines && isWithin && frame.self.before != k_none) {
         for (const std::string_view line : m_former.at(frame, 0).lines) {
@@ -77,8 +85,7 @@ std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
     if (frame.breaksLines) {
         return habits().newline + frame.lineIndent + (isWithin ? habits().indent : "");
     }
-    const bool isObject = m_counterparts.now(frame.self.now).element->isObject();
-    return isObject ? habits().objectPad : habits().arrayPad;
+    return isObject(frame) ? habits().objectPad : habits().arrayPad;
 }
 
 bool UsualLayout::endsWithComma(const Frame& frame) {
@@ -114,9 +121,8 @@ bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
     if (outer != nullptr && !breaksLinesIn(*outer)) {
         return false;
     }
-    const bool isObject = m_counterparts.now(frame.self.now).element->isObject();
     const bool isScalarArray =
-        !isObject && frame.items.size() <= mostOnLine && !holdsContainer(frame);
+        !isObject(frame) && frame.items.size() <= mostOnLine && !holdsContainer(frame);
     return isScalarArray ? habits().breaksScalarArrays : habits().breaksLines;
 }
 

@@ -38,6 +38,10 @@ public:
     bool breaksLines(const Frame& frame, const Frame* outer);
 
 private:
+    /// The whitespace after a comma on a line: of other containers of its kind where there are
+    /// some.
+    std::string comma(const Frame& frame);
+    bool isObject(const Frame& frame) const;
     std::size_t gapLike(const Frame& frame) const;
     bool breaksLinesIn(const Frame& outer);
     bool holdsContainer(const Frame& frame) const;

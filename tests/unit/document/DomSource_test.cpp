@@ -181,6 +181,18 @@ TEST(DomSource, adds_where_there_are_no_neighbours_as_the_document_is) {
     EXPECT_EQ(edited("{}", setting("a[*]", 1)), "{\n    \"a\": [\n        1\n    ]\n}");
 }
 
+TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {
+    const auto push = [](Element& root) { root.get("list").array().push_back(Element(9)); };
+    EXPECT_EQ(edited(R"({"pos": {"x": 1}, "z": 1, "rgb": [1,2,3]})", setting("pos.y", 2)),
+              R"({"pos": {"x": 1, "y": 2}, "z": 1, "rgb": [1,2,3]})");
+    EXPECT_EQ(edited(R"([[1,2], [3,4], {"w": 1, "h": 2}, {"x": 1}])", setting("[3].y", 2)),
+              R"([[1,2], [3,4], {"w": 1, "h": 2}, {"x": 1, "y": 2}])");
+    EXPECT_EQ(edited(R"({"rgb": [1,2,3], "list": [1], "z": {"a": 1, "b": 2}})", push),
+              R"({"rgb": [1,2,3], "list": [1,9], "z": {"a": 1, "b": 2}})");
+    EXPECT_EQ(edited(R"({"list": [1],"z": 1})", push), R"({"list": [1,9],"z": 1})");
+    EXPECT_EQ(edited(R"([[1,2],{"x": 1}])", setting("[1].y", 2)), R"([[1,2],{"x": 1,"y": 2}])");
+}
+
 TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
     const Document value(R"({"x": [1, {"y": []}], "z": {}})");
     EXPECT_EQ(edited("{\r\n  \"a\": 1\r\n}", [&](Element& root) { root.insert("b", value.root); }),
