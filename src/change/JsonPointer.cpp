@@ -223,6 +223,16 @@ Element& JsonPointer::get(Element& start) const {
     return const_cast<Element&>(get(std::as_const(start)));
 }
 
+/// Empty where every key on the way to the element can stand in a path.
+std::string pointerBelowEmptyKey(const Element& element) {
+    for (const Element* step = &element; step->parent() != nullptr; step = step->parent()) {
+        if (step->parent()->isObject() && step->memberKey().empty()) {
+            return JsonPointer::of(element).str();
+        }
+    }
+    return {};
+}
+
 }  // namespace ko::Orvid
 
 std::ostream& operator<<(std::ostream& out, const ko::Orvid::JsonPointer& pointer) {

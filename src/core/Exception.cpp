@@ -4,6 +4,8 @@
 
 #include <ko/Orvid/Exception.h>
 
+#include <utility>
+
 #include "core/TextStream.h"
 
 namespace ko::Orvid {
@@ -12,6 +14,10 @@ namespace {
 
 std::string* newPath(const Element* element) {
     return element == nullptr ? nullptr : new std::string(pathText(*element));
+}
+
+std::string newPointer(const Element* element) {
+    return element == nullptr ? std::string() : pointerBelowEmptyKey(*element);
 }
 
 std::string* newCopy(const std::string* path) {
@@ -33,18 +39,24 @@ Exception::Exception(const Element* element, const ko::Exception* cause)
     : Exception(std::string(), element, cause) {}
 
 Exception::Exception(const std::string& message, const Element* element, const ko::Exception* cause)
-    : ko::Exception(message, cause), m_elementPath(newPath(element)) {}
+    : ko::Exception(message, cause),
+      m_elementPointer(newPointer(element)),
+      m_elementPath(newPath(element)) {}
 
 Exception::Exception(const Exception& other)
-    : ko::Exception(other), m_elementPath(newCopy(other.m_elementPath)) {}
+    : ko::Exception(other),
+      m_elementPointer(other.m_elementPointer),
+      m_elementPath(newCopy(other.m_elementPath)) {}
 
 Exception& Exception::operator=(const Exception& other) {
     if (this != &other) {
         std::unique_ptr<std::string> path(newCopy(other.m_elementPath));
+        std::string pointer = other.m_elementPointer;
         m_formerPaths.reserve(m_formerPaths.size() + 1);
         ko::Exception::operator=(other);
         m_formerPaths.emplace_back(m_elementPath);
         m_elementPath = path.release();
+        m_elementPointer = std::move(pointer);
     }
     return *this;
 }

@@ -26,8 +26,16 @@ namespace {
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
-std::string elementText(const std::string& path) {
-    return path.empty() ? "the root" : "the element " + quoted(path);
+/// The element that the error concerns, or `otherwise` where it concerns none.
+std::string elementText(const Exception& error, const char* otherwise) {
+    if (error.elementPointer() != nullptr) {
+        return "the element at the JSON Pointer " + quoted(*error.elementPointer());
+    }
+    const std::string* const path = error.elementPath();
+    if (path == nullptr) {
+        return otherwise;
+    }
+    return path->empty() ? "the root" : "the element " + quoted(*path);
 }
 
 /// Begins with a capital and ends with a full stop.
@@ -43,8 +51,8 @@ std::string sentence(std::string text) {
 }
 
 std::string concerned(const Exception& error) {
-    const std::string* const path = error.elementPath();
-    return path == nullptr ? "" : " It concerns " + elementText(*path) + ".";
+    const std::string element = elementText(error, "");
+    return element.empty() ? "" : " It concerns " + element + ".";
 }
 
 const char* nameOf(EType type) {
@@ -67,10 +75,8 @@ const char* nameOf(EType type) {
 }
 
 std::string describeType(const TypeException<EType>& error) {
-    const std::string* const path = error.elementPath();
-    const std::string element = path == nullptr ? "the element" : elementText(*path);
-    return sentence(element + " is " + nameOf(error.got()) + ", but should be " +
-                    nameOf(error.requested()));
+    return sentence(elementText(error, "the element") + " is " + nameOf(error.got()) +
+                    ", but should be " + nameOf(error.requested()));
 }
 
 /// What the element where the walk stopped is, if it cannot have such a step at all.
@@ -84,16 +90,13 @@ std::string describeStop(const PathNotFound& error) {
 }
 
 std::string describePath(const PathNotFound& error) {
-    const std::string* const stop = error.elementPath();
     return "The path " + quoted(error.path()) +
-           " leads nowhere: " + (stop == nullptr ? "its start" : elementText(*stop)) +
-           describeStop(error) + " has no " + quoted(error.key()) + ".";
+           " leads nowhere: " + elementText(error, "its start") + describeStop(error) + " has no " +
+           quoted(error.key()) + ".";
 }
 
 std::string describeKey(const KeyNotFound& error) {
-    const std::string* const object = error.elementPath();
-    return sentence((object == nullptr ? "the object" : elementText(*object)) + " has no member " +
-                    quoted(error.key()));
+    return sentence(elementText(error, "the object") + " has no member " + quoted(error.key()));
 }
 
 /// The character, in quotes, that the message of a path's error shows.
@@ -186,12 +189,12 @@ std::string describeParse(const ParseException& error) {
                " (counted from 0): " + sentence(error.message());
     }
     const std::string position = placeOf(error);
-    const std::string* const path = error.elementPath();
+    const std::string element = elementText(error, "");
     const std::string hint = error.code() == EParseError::commentNotClosed
                                  ? "A comment is not closed."
                                  : syntaxHint(error.message());
     return "The text has an error" + (position.empty() ? "" : " in " + position) +
-           (path == nullptr ? "" : ", where " + elementText(*path) + " is read") + ": " +
+           (element.empty() ? "" : ", where " + element + " is read") + ": " +
            sentence(trimmed(error.message())) + (hint.empty() ? "" : " " + hint);
 }
 
@@ -214,11 +217,11 @@ std::string describeFile(const FileException& error) {
 }
 
 std::string describePatch(const PatchException& error) {
-    const std::string* const path = error.elementPath();
+    const std::string element = elementText(error, "");
     return "Operation " + std::to_string(error.number()) + " of the patch (counted from 0), " +
            quoted(error.operation()) + " at " + quoted(error.path()) +
            ", cannot be carried out: " + sentence(error.reason()) +
-           (path == nullptr ? "" : " The place was followed down to " + elementText(*path) + ".");
+           (element.empty() ? "" : " The place was followed down to " + element + ".");
 }
 
 /// A limit as a number, of the character types too.

@@ -7,6 +7,7 @@
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/JsonLines.h>
+#include <ko/Orvid/JsonPointer.h>
 
 #include <optional>
 
@@ -20,6 +21,9 @@ const Element* elementOf(const std::exception& error, const Dom& dom) {
     if (known == nullptr || known->elementPath() == nullptr || dom.root() == nullptr) {
         return nullptr;
     }
+    if (known->elementPointer() != nullptr) {
+        return JsonPointer(*known->elementPointer()).find(*dom);
+    }
     try {
         return Path::tryGetElement(*known->elementPath(), *dom);
     } catch (const ParseException&) {
@@ -27,9 +31,12 @@ const Element* elementOf(const std::exception& error, const Dom& dom) {
     }
 }
 
-std::optional<SourcePlace> placeIn(const JsonLines& lines, const std::string& path) {
+std::optional<SourcePlace> placeIn(const JsonLines& lines, const Exception& error) {
+    if (error.elementPointer() != nullptr) {
+        return std::nullopt;
+    }
     try {
-        return lines.placeOf(path);
+        return lines.placeOf(*error.elementPath());
     } catch (const ParseException&) {
         return std::nullopt;  // path text cannot express every key
     }
@@ -56,7 +63,7 @@ std::string describe(const std::exception& error, const JsonLines& lines) {
     if (known == nullptr || known->elementPath() == nullptr || namesLine) {
         return describe(error);
     }
-    const std::optional<SourcePlace> position = placeIn(lines, *known->elementPath());
+    const std::optional<SourcePlace> position = placeIn(lines, *known);
     return std::to_string(lines.number()) + ":" +
            (position ? std::to_string(position->column) + ":" : "") + " " + describe(error);
 }

@@ -42,6 +42,12 @@ public:
     /// The path from the root of the element that the error concerns; null when there is none. The
     /// string lives as long as this exception.
     const std::string* elementPath() const { return m_elementPath; }
+    /// The JSON Pointer of that element where an empty key lies on the way to it, so that no path
+    /// leads there and elementPath() may be that of another element; null otherwise. The string
+    /// lives until this exception ends or another is assigned to it.
+    const std::string* elementPointer() const {
+        return m_elementPointer.empty() ? nullptr : &m_elementPointer;
+    }
 
 protected:
     /// Writes the end of a subclass's text: where there is element context, " Current element: "
@@ -49,6 +55,7 @@ protected:
     void writeElementAddress(std::ostream& out) const;
 
 private:
+    std::string m_elementPointer;
     std::string* m_elementPath;
     std::vector<std::unique_ptr<const std::string>> m_formerPaths;
 };

@@ -72,6 +72,7 @@ struct WriteOptions;
 /// element context call it when they are built; it is declared here so that they need not know
 /// elements.
 std::string pathText(const Element& element);
+std::string pointerBelowEmptyKey(const Element& element);
 
 }  // namespace Orvid
 }  // namespace ko

@@ -269,6 +269,47 @@ TEST(Describe, says_where_the_element_stands_in_its_file) {
               describe(Exception("x", loaded.root())));
 }
 
+TEST(Describe, names_an_element_below_an_empty_key_by_its_pointer) {
+    const Dom dom = Dom::parse("{\"y\": 1, \"a\": {\"x\": 1},\n \"\": {\"a\": {}, \"\": [1]}}");
+    const auto description = [&](const auto& action) {
+        try {
+            action((*dom).at(""));
+        } catch (const Exception& error) {
+            return describe(error, dom);
+        }
+        return std::string();
+    };
+    EXPECT_EQ(description([](const Element& inner) { inner.get("y"); }),
+              "2:6: The path \"y\" leads nowhere: the element at the JSON Pointer \"/\" has no "
+              "\"y\".");
+    EXPECT_EQ(
+        description([](const Element& inner) { inner.at("a").array(); }),
+        "2:12: The element at the JSON Pointer \"//a\" is an object, but should be an array.");
+    EXPECT_EQ(
+        description([](const Element& inner) { inner.at("").at(0).to<bool>(); }),
+        "2:21: The element at the JSON Pointer \"///0\" is a number, but should be a boolean.");
+    EXPECT_EQ(sentenceOf([] {
+                  ko::Orvid::parse(R"({"": {"a": 1, "a": 2}})", ko::Orvid::ReadOptions::strict());
+              }),
+              "The text has an error in line 1, column 15, where the element at the JSON Pointer "
+              "\"/\" is read: Repeated key \"a\".");
+    EXPECT_EQ(description([](const Element& inner) { throw Exception("x", inner.parent()); }),
+              "1:1: X. It concerns the root.");
+}
+
+TEST(Describe, keeps_the_pointer_in_copies) {
+    const Document document(R"({"": 1})");
+    const Exception error("x", &document.root.at(""));
+    Exception assigned("y", &document.root);
+    EXPECT_EQ(assigned.elementPointer(), nullptr);
+    assigned = error;
+    for (const Exception& copy : {error, assigned}) {
+        ASSERT_NE(copy.elementPointer(), nullptr);
+        EXPECT_EQ(*copy.elementPointer(), "/");
+        EXPECT_EQ(*copy.elementPath(), "");
+    }
+}
+
 TEST(Describe, says_where_the_element_stands_in_a_stream_of_records) {
     std::istringstream in("{\"a\": 1}\n\n{\"b\": 2, \"a\": \"x\"}\n[1]\n{\"a\": }\n");
     ko::Orvid::JsonLines lines(in);
