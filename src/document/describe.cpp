@@ -300,7 +300,10 @@ std::string describeText(const std::exception& error) {
     }
     std::string text = error.what();
     const auto* const known = dynamic_cast<const ko::Exception*>(&error);
-    if (known != nullptr && known->cause() != nullptr) {
+    if (known == nullptr) {
+        return text.empty() ? sentence(text) : text;
+    }
+    if (known->cause() != nullptr) {
         const std::string ending = std::string(" Cause: ") + known->cause()->what();
         const bool endsSo = text.size() >= ending.size() &&
                             text.compare(text.size() - ending.size(), ending.size(), ending) == 0;

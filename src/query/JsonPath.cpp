@@ -81,7 +81,7 @@ JsonPath JsonPath::fromPath(const Path& path) {
         } else if (step.index != k_noIndex) {
             appendNormalized(text, step.index);
         } else {
-            throw Exception("A path with \"[*]\" names no place that a query could");
+            throw Exception("A path with \"[*]\" names no element, so no query can stand for it");
         }
     }
     return JsonPath(text);

@@ -16,7 +16,7 @@ namespace ko::Orvid {
 /// One or more sentences: what failed, with the path, the step, the expected and the actual type,
 /// the limits and the line and column where the error has them; the element that it concerns; and
 /// its cause, described in the same way. Works for every kind of exception of this library, and
-/// gives the text of any other as a sentence. Lines and columns count from 1, except in paths,
+/// gives the text of any other as it is. Lines and columns count from 1, except in paths,
 /// pointers and patches, where the sentence says that it counts from 0. Linear in the length of the
 /// sentences.
 KO_API std::string describe(const std::exception& error);

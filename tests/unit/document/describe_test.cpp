@@ -330,7 +330,7 @@ TEST(Describe, says_where_the_element_stands_in_a_stream_of_records) {
     EXPECT_EQ(described[2],
               "The text has an error in line 5, column 7, where the element \"a\" is "
               "read: Unexpected '}': expected a value.");
-    EXPECT_EQ(describe(std::runtime_error("other"), lines), "Other.");
+    EXPECT_EQ(describe(std::runtime_error("other"), lines), "other");
 }
 
 TEST(Describe, goes_on_with_the_causes) {
@@ -377,10 +377,12 @@ TEST(Describe, tells_a_fraction_that_should_be_a_whole_number) {
               "concerns the root.");
 }
 
-TEST(Describe, gives_other_errors_as_sentences) {
+TEST(Describe, leaves_the_texts_of_other_errors_as_they_are) {
     EXPECT_EQ(sentenceOf([] { ko::DecNumber("seven"); }), "Not a decimal number: \"seven\".");
     EXPECT_EQ(describe(std::bad_alloc()), "There is not enough memory.");
-    EXPECT_EQ(describe(std::runtime_error("odd")), "Odd.");
+    EXPECT_EQ(describe(std::runtime_error("stoi")), "stoi");
+    EXPECT_EQ(describe(std::runtime_error("x > 3\n")), "x > 3\n");
+    EXPECT_EQ(describe(std::runtime_error("")), "An error without a text.");
 }
 
 TEST(Describe, leaves_what_as_it_is) {
