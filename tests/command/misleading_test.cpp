@@ -52,6 +52,20 @@ TEST(misleading, a_byte_that_ends_a_path_is_refused) {
     EXPECT_EQ(orvid({"get", escaped}, document).status, 1);
 }
 
+TEST(misleading, an_element_below_an_empty_key_is_not_called_the_root) {
+    const auto failedAt = [](const std::string& text) {
+        return failed(1, "(standard input):" + text);
+    };
+    EXPECT_EQ(orvid({"length", "/"}, "{\"\":5}").err.substr(0, 36),
+              "orvid: (standard input):1:5: at /: a");
+    EXPECT_EQ(orvid({"check"}, R"({"":{"a":1,"a":2}})").err.substr(0, 35),
+              "orvid: (standard input):1:12: at /:");
+    EXPECT_EQ(orvid({"get", "//b"}, R"({"b":1,"":{"a":2}})"),
+              failedAt("1:11: at /: path \"//b\" not found, there is no \"b\""));
+    EXPECT_EQ(orvid({"get", "//a/c"}, R"({"a":1,"":{"a":2}})"),
+              failedAt("1:16: at //a: path \"//a/c\" not found: \"//a\" is a number"));
+}
+
 TEST(misleading, names_do_not_steer_the_terminal) {
     const ScratchFolder folder;
     const std::string name =

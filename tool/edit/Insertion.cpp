@@ -26,7 +26,7 @@ Element& insertMember(Element& object, const LastStep& step, Element&& value,
                       const Location& location) {
     if (object.object().contains(step.key())) {
         Location at = location;
-        at.path = object.path();
+        at.setElement(object);
         throw Failure(ExitStatus::failed, at, "there is \"" + step.key() + "\" already");
     }
     return object.object().emplace(step.key(), std::move(value)).first->second;

@@ -85,9 +85,7 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
     Location at = location;
     at.line = at.line == 0 ? numberOf(error.firstLine()) : at.line;
     at.column = numberOf(error.firstColumn());
-    if (error.elementPath() != nullptr) {
-        at.path = *error.elementPath();
-    }
+    at.setElement(error);
     std::string message = firstLine(error.message());
     if (error.firstLine() > 0 && error.firstColumn() > 0) {
         message +=

@@ -25,6 +25,9 @@ const Element* holderIn(const Element& root, const PathNotFound& error) {
         return nullptr;
     }
     try {
+        if (error.elementPointer() != nullptr) {
+            return ko::Orvid::JsonPointer(*error.elementPointer()).find(root);
+        }
         return &root.get(*error.elementPath());
     } catch (const ko::Exception&) {
         return nullptr;
@@ -92,11 +95,12 @@ std::string escapeHint(const Element& root, const Element& holder, const std::st
 }
 
 /// Why a value of another type has no such step.
-std::string mismatch(const Element& holder, const std::string& holderPath,
+std::string mismatch(const Element& holder, const std::string& holderPath, bool isPointer,
                      const std::string& step) {
     const std::string text = named(holderPath) + " is " + typePhrase(holder);
-    return holder.isArray() && isNumber(step) ? text + "; write " + holderPath + "[" + step + "]"
-                                              : text;
+    return holder.isArray() && isNumber(step) && !isPointer
+               ? text + "; write " + holderPath + "[" + step + "]"
+               : text;
 }
 
 /// Why an array has no such step of a JSON Pointer.
@@ -160,10 +164,8 @@ std::string dottedKeyHint(const Element& root, const std::string& path) {
 
 Failure missingPath(Location location, const Element& root, const PathNotFound& error,
                     const std::string& itemHint) {
-    const std::string holderPath = error.elementPath() == nullptr ? "" : *error.elementPath();
-    if (error.elementPath() != nullptr) {
-        location.path = holderPath;
-    }
+    location.setElement(error);
+    const std::string holderPath = location.path && error.elementPath() ? *location.path : "";
     const std::string start = "path \"" + error.path() + "\" not found";
     const std::string& step = error.key();
     const Element* const holder = holderIn(root, error);
@@ -173,7 +175,7 @@ Failure missingPath(Location location, const Element& root, const PathNotFound& 
     if (holder != nullptr && holder->isArray() && isPointer) {
         text = noItem(step);
     } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
-        text = ": " + mismatch(*holder, holderPath, step);
+        text = ": " + mismatch(*holder, holderPath, location.isPointer, step);
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, error.path());
     } else if (holder != nullptr) {

@@ -17,18 +17,22 @@ using ko::Orvid::Dom;
 using ko::Orvid::Element;
 using ko::Orvid::SourcePlace;
 
+const Element& elementAt(const Location& at, const Element& root) {
+    return at.isPointer ? ko::Orvid::JsonPointer(*at.path).get(root) : root.get(*at.path);
+}
+
 /// Appending the document may have given the tree back already.
-std::optional<SourcePlace> spanInKept(const std::string& path, Document& document) {
+std::optional<SourcePlace> spanInKept(const Location& at, Document& document) {
     Dom& kept = *document.kept;
     if (!document.root.isNull()) {
         *kept = std::move(document.root);
     }
-    return kept.placeOf((*kept).get(path));
+    return kept.placeOf(elementAt(at, *kept));
 }
 
 /// Of a file the tree is as it was read, and large; that of a record may have been changed, and
 /// then the path may lead to another value.
-std::optional<SourcePlace> spanInText(const std::string& path, Document& document) {
+std::optional<SourcePlace> spanInText(const Location& at, Document& document) {
     const bool isRecord = document.location.line != 0;
     if (!isRecord) {
         document.root = Element();
@@ -37,12 +41,12 @@ std::optional<SourcePlace> spanInText(const std::string& path, Document& documen
     if (isRecord && *read != document.root) {
         return std::nullopt;
     }
-    return read.placeOf((*read).get(path));
+    return read.placeOf(elementAt(at, *read));
 }
 
-std::optional<SourcePlace> placeOf(const std::string& path, Document& document) {
+std::optional<SourcePlace> placeOf(const Location& at, Document& document) {
     try {
-        return document.kept ? spanInKept(path, document) : spanInText(path, document);
+        return document.kept ? spanInKept(at, document) : spanInText(at, document);
     } catch (const ko::Exception&) {
         return std::nullopt;  // path text cannot express every key
     } catch (const std::bad_alloc&) {
@@ -57,7 +61,7 @@ Failure located(Failure failure, Document& document) {
     if (!at.path || at.line != document.location.line || at.column != 0) {
         return failure;
     }
-    if (const auto span = placeOf(*at.path, document)) {
+    if (const auto span = placeOf(at, document)) {
         failure.setLine(document.location.line == 0 ? span->line : document.location.line);
         failure.setColumn(span->column);
     }

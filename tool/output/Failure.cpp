@@ -54,6 +54,17 @@ std::string pathHint(const std::string& path, EParseError code) {
 
 }  // namespace
 
+void Location::setElement(const ko::Orvid::Exception& error) {
+    if (error.elementPath() != nullptr) {
+        isPointer = error.elementPointer() != nullptr;
+        path = isPointer ? *error.elementPointer() : *error.elementPath();
+    }
+}
+
+void Location::setElement(const ko::Orvid::Element& element) {
+    setElement(ko::Orvid::Exception(&element));
+}
+
 Failure::Failure(ExitStatus status, Location location, const std::string& text, std::string excerpt)
     : std::runtime_error(text),
       m_status(status),

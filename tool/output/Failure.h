@@ -28,6 +28,11 @@ struct Location {
     std::size_t line = 0;             ///< from 1
     std::size_t column = 0;           ///< from 1, in bytes; without a line, of a word of the call
     std::optional<std::string> path;  ///< of the element concerned
+    bool isPointer = false;           ///< the path is a JSON Pointer, as no path leads there
+
+    /// Names the element that the error concerns, if there is one.
+    void setElement(const ko::Orvid::Exception& error);
+    void setElement(const ko::Orvid::Element& element);
 };
 
 class Failure : public std::runtime_error {

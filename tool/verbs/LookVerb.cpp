@@ -68,7 +68,7 @@ void LookVerb::prepare(Call& call) {
 Failure LookVerb::failureAt(const Document& document, const Element& element,
                             const std::string& text) {
     Location location = document.location;
-    location.path = element.path();
+    location.setElement(element);
     return {ExitStatus::failed, std::move(location), text};
 }
 

@@ -122,9 +122,7 @@ private:
             ko::Orvid::fillDefaults(document.root, m_options);
         } catch (const ko::Orvid::LimitExceeded& error) {
             Location location = document.location;
-            if (error.elementPath() != nullptr) {
-                location.path = *error.elementPath();
-            }
+            location.setElement(error);
             throw Failure(ExitStatus::failed, location,
                           "the schema's defaults add more than " + std::to_string(error.limit()) +
                               " elements; --max-elements sets another limit");

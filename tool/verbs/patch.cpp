@@ -97,9 +97,7 @@ private:
 
     static Failure failure(const Document& document, const PatchException& error) {
         Location location = document.location;
-        if (error.elementPath() != nullptr) {
-            location.path = *error.elementPath();
-        }
+        location.setElement(error);
         return {ExitStatus::failed, location,
                 "operation " + std::to_string(error.number()) + " of the patch, \"" +
                     error.operation() + "\" of \"" + error.path() + "\": " + error.reason()};

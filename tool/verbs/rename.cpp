@@ -19,7 +19,7 @@ using ko::Orvid::Element;
 
 Failure failureAt(const Location& location, const Element& element, const std::string& text) {
     Location at = location;
-    at.path = element.path();
+    at.setElement(element);
     return {ExitStatus::failed, std::move(at), text};
 }
 

@@ -101,7 +101,7 @@ private:
         const Element& array = m_path.get(root);
         if (!array.isArray()) {
             Location location = document.location;
-            location.path = array.path();
+            location.setElement(array);
             throw Failure(ExitStatus::failed, location,
                           std::string(typePhrase(array)) + " has no items to split");
         }
