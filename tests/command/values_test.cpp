@@ -61,6 +61,27 @@ TEST(value_forms, are_held_to_the_rule_for_documents_that_are_edited) {
     EXPECT_EQ(orvid({"set", "-n", "-c", "x=[1,/**/] // end"}), printed("{\"x\":[1]}\n"));
 }
 
+TEST(value_forms, are_held_to_strictness_as_documents_are) {
+    const ScratchFile file("[1,]");
+    const auto isRefused = [](const std::vector<std::string>& words, int status) {
+        const orvid_test::CommandResult result = orvid(words, "{}");
+        return result.status == status && result.out.empty() && !result.err.empty();
+    };
+    for (const std::string value : {"[1,]", "[1] // c", "[1/**/]", "{\"a\":1,\"a\":2}"}) {
+        SCOPED_TRACE(value);
+        EXPECT_TRUE(isRefused({"set", "--strict", "a", value}, 2));
+        EXPECT_TRUE(isRefused({"insert", "--strict", "a=" + value}, 2));
+        EXPECT_TRUE(isRefused({"set", "--strict", "--query", "$.a", value}, 2));
+        EXPECT_TRUE(isRefused({"find", "--strict", "", value}, 2));
+        EXPECT_TRUE(isRefused({"get", "--strict", "--default=" + value, "a"}, 2));
+    }
+    EXPECT_TRUE(isRefused({"set", "--strict", "a=file:" + file.name()}, 1));
+    EXPECT_TRUE(isRefused({"defaults", "--strict", "--schema", file.name()}, 1));
+    EXPECT_TRUE(isRefused({"get", "--strict", "--default", "--schema", file.name(), "a"}, 1));
+    EXPECT_EQ(orvid({"set", "-c", "--strict", "a=[1]", "b=string:[1,]"}, "{}"),
+              printed("{\"a\":[1],\"b\":\"[1,]\"}\n"));
+}
+
 TEST(value_forms, blame_the_file_that_holds_the_value) {
     const ScratchFile file("[\n\"\xFF\"]");
     EXPECT_EQ(withoutExcerpt(orvid({"set", "--new", "x=file:" + file.name()})),

@@ -33,21 +33,21 @@ bool isFileName(const std::string& word, bool arePointers) {
     return assignmentMark(word) == std::string::npos;
 }
 
-Assignment assignment(const std::string& path, const std::string& value,
+Assignment assignment(const std::string& path, const std::string& value, bool isStrict,
                       const std::string& before) {
     Assignment result{CallPath(path), {}};
-    readValueWord(value, result.value, before);
+    readValueWord(value, result.value, isStrict, before);
     return result;
 }
 
 /// Of a path and a value. Where the value is none and no file follows, but is the name of one, it
 /// is the value that was forgotten.
-Assignment onlyAssignment(const std::vector<std::string>& words) {
+Assignment onlyAssignment(const std::vector<std::string>& words, bool isStrict) {
     if (words[1] == "=") {
         throw UsageError("PATH=VALUE is one word, without spaces around the =");
     }
     try {
-        return assignment(words[0], words[1], "");
+        return assignment(words[0], words[1], isStrict, "");
     } catch (const Failure&) {
         if (endsAsFile(words[0]) && isFileThere(words[0])) {
             throw UsageError("the file \"" + words[0] + "\" stands after what is set");
@@ -62,7 +62,7 @@ Assignment onlyAssignment(const std::vector<std::string>& words) {
 
 }  // namespace
 
-Assignments assignmentsOf(const std::vector<std::string>& words) {
+Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) {
     if (words.empty()) {
         throw UsageError("PATH is required");
     }
@@ -72,14 +72,14 @@ Assignments assignmentsOf(const std::vector<std::string>& words) {
         if (words.size() == 1) {
             throw UsageError("VALUE is required");
         }
-        result.all.push_back(onlyAssignment(words));
+        result.all.push_back(onlyAssignment(words, isStrict));
         result.areApart = true;
         word += 2;
     } else {
         const bool arePointers = startsWith(*word, "/");
         do {
             const std::size_t mark = assignmentMark(*word);
-            result.all.push_back(assignment(word->substr(0, mark), word->substr(mark + 1),
+            result.all.push_back(assignment(word->substr(0, mark), word->substr(mark + 1), isStrict,
                                             word->substr(0, mark + 1)));
             ++word;
         } while (word != words.end() && !isFileName(*word, arePointers));

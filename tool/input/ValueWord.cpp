@@ -78,9 +78,10 @@ std::string whose(std::string before) {
     return ", in the value for \"" + before + "\"";
 }
 
-void readJson(const std::string& word, Element& value, const std::string& before) {
+void readJson(const std::string& word, Element& value, const ReadOptions& options,
+              const std::string& before) {
     try {
-        readArgument("JSON", word, value, ReadOptions::jsonc());
+        readArgument("JSON", word, value, options);
     } catch (const Failure& failure) {
         if (!looksLikeText(word)) {
             throw Failure(failure.status(), failure.location(), failure.text() + whose(before),
@@ -95,18 +96,20 @@ void readJson(const std::string& word, Element& value, const std::string& before
 
 }  // namespace
 
-void readValueWord(const std::string& word, Element& value, const std::string& before) {
+void readValueWord(const std::string& word, Element& value, bool isStrict,
+                   const std::string& before) {
+    const ReadOptions options = isStrict ? ReadOptions::strict() : ReadOptions::jsonc();
     std::string_view rest = word;
     if (takePrefix(rest, "string:")) {
         setText(rest, "the text", value);
     } else if (takePrefix(rest, "file:")) {
-        readFile(std::string(rest), value, ReadOptions::jsonc());
+        readFile(std::string(rest), value, options);
     } else if (takePrefix(rest, "text-file:")) {
         readTextFile(std::string(rest), value);
     } else if (takePrefix(rest, "env:")) {
         readVariable(std::string(rest), value);
     } else {
-        readJson(word, value, before);
+        readJson(word, value, options, before);
     }
 }
 

@@ -12,10 +12,10 @@ namespace orvid_tool {
 
 /// Reads the word into `value`: JSON text, `string:TEXT`, `file:FILE` (its JSON), `text-file:FILE`
 /// (its text as a string) or `env:NAME` (a variable of the environment as a string). No JSON text
-/// begins as those forms do. JSON is read as the documents are that take the value:
-/// as ReadOptions::jsonc() says. `before` stands before the value in the same word, for a hint.
-/// Throws Failure.
-void readValueWord(const std::string& word, ko::Orvid::Element& value,
+/// begins as those forms do. JSON is read as the documents are that take the value: as
+/// ReadOptions::jsonc() says or, where the call is strict, ReadOptions::strict(). `before` stands
+/// before the value in the same word, for a hint. Throws Failure.
+void readValueWord(const std::string& word, ko::Orvid::Element& value, bool isStrict,
                    const std::string& before = "");
 
 }  // namespace orvid_tool

@@ -26,7 +26,7 @@ void AssignmentVerb::addWords(Words& words, Call& call) {
 }
 
 void AssignmentVerb::prepare(Call& call) {
-    Assignments words = assignmentsOf(m_words);
+    Assignments words = assignmentsOf(m_words, call.isStrict);
     m_assignments = std::move(words.all);
     call.files = std::move(words.files);
     m_mayBePaths = words.areApart && call.files.size() > 1;
@@ -67,7 +67,7 @@ void AssignmentVerb::prepareValue(Call& call) {
     }
     requireNoFile("VALUE", m_words.front(), {m_words.begin() + 1, m_words.end()});
     m_assignments.emplace_back();
-    readValueWord(m_words.front(), m_assignments.back().value);
+    readValueWord(m_words.front(), m_assignments.back().value, call.isStrict);
     call.files.assign(m_words.begin() + 1, m_words.end());
 }
 

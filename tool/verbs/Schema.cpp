@@ -17,12 +17,12 @@ constexpr const char* k_schemaPath = "meta.schema";
 
 }  // namespace
 
-void Schema::load(const std::optional<std::string>& file) {
+void Schema::load(const std::optional<std::string>& file, bool isStrict) {
     if (!file) {
         return;
     }
     Element text;
-    readFile(*file, text);
+    readFile(*file, text, documentOptions(isStrict));
     const Element* const own = Path::tryGetElement(k_schemaPath, text);
     m_root = Element::k_emptyElement;
     m_root.create(k_schemaPath, own != nullptr ? *own : text);

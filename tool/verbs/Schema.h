@@ -14,8 +14,8 @@ namespace orvid_tool {
 class Schema {
 public:
     /// Reads the schema's file, where there is one: a document with a schema in meta.schema, or
-    /// else a schema itself. Throws Failure.
-    void load(const std::optional<std::string>& file);
+    /// else a schema itself. It is read as documentOptions() says. Throws Failure.
+    void load(const std::optional<std::string>& file, bool isStrict);
 
     /// The root to look defaults up from: the document's own where it has a schema in meta.schema
     /// or none was loaded, or else one that holds the loaded schema alone.

@@ -87,7 +87,7 @@ public:
         if ((call.isInPlace || call.lines.isOn) && !m_isFilling) {
             throw UsageError("--in-place and --lines need --fill");
         }
-        m_schema.load(call.schemaFile);
+        m_schema.load(call.schemaFile, call.isStrict);
     }
 
 private:

@@ -50,7 +50,7 @@ public:
     void prepare(Call& call) override {
         requireNoFile("ITEMPATH", m_itemPath, call.files);
         m_array = CallPath(m_arrayPath);
-        readValueWord(m_json, m_value);
+        readValueWord(m_json, m_value, call.isStrict);
     }
 
 private:

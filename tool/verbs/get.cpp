@@ -55,14 +55,14 @@ public:
     void prepare(Call& call) override {
         requireNoFile("PATH", m_word, call.files);
         requireFile(call.files);
-        m_schema.load(call.schemaFile);
+        m_schema.load(call.schemaFile, call.isStrict);
         m_paths.emplace_back(m_word);
         for (const std::string& word : m_also) {
             m_paths.emplace_back(word);
         }
         if (!m_default.empty() && m_default != k_schemaDefault) {
             m_value.emplace();
-            readValueWord(m_default, *m_value, "--default=");
+            readValueWord(m_default, *m_value, call.isStrict, "--default=");
         }
         prepareText(call);
     }
