@@ -137,4 +137,33 @@ TEST(in_place, setfacls_entries_stay) {
     EXPECT_EQ(result.status, 0) << result;
 }
 
+TEST(in_place, leaves_the_last_record_of_a_file_without_its_newline) {
+    for (const char* const jobs : {"-j1", "-j3"}) {
+        const orvid_test::ScratchFile file("{\"a\":1}\r\n{\"a\":2}");
+        const auto edit = [&](const std::vector<std::string>& words) {
+            std::vector<std::string> call = words;
+            for (const std::string& word :
+                 {std::string("-i"), std::string("--lines"), std::string(jobs), file.name()}) {
+                call.push_back(word);
+            }
+            EXPECT_EQ(orvid(call).out, "");
+            return orvid_test::bytesOfFile(file.name());
+        };
+        EXPECT_EQ(edit({"set", "a=2"}), "{\"a\":2}\r\n{\"a\":2}");
+        EXPECT_EQ(edit({"insert", "b=[]"}), "{\"a\":2,\"b\":[]}\r\n{\"a\":2,\"b\":[]}");
+        EXPECT_EQ(edit({"remove", "b[0]", "--on-error=passthrough"}),
+                  "{\"a\":2,\"b\":[]}\r\n{\"a\":2,\"b\":[]}");
+        EXPECT_EQ(edit({"rename", "b", "c"}), "{\"a\":2,\"c\":[]}\r\n{\"a\":2,\"c\":[]}");
+        EXPECT_EQ(edit({"print"}), "{\"a\":2,\"c\":[]}\n{\"a\":2,\"c\":[]}\n");
+    }
+}
+
+TEST(in_place, parts_the_records_of_files_that_are_written_one_after_the_other) {
+    const orvid_test::ScratchFile file("[1]");
+    EXPECT_EQ(orvid({"set", "--lines", "[0]", "2", file.name(), file.name()}),
+              orvid_test::printed("[2]\n[2]"));
+    EXPECT_EQ(orvid({"set", "--lines", "-c", "[0]", "2", file.name()}),
+              orvid_test::printed("[2]\n"));
+}
+
 }  // namespace

@@ -94,6 +94,11 @@ void addInPlace(Words& words, Call& call) {
                "write the result into the file, all of it or nothing");
 }
 
+void addEditing(Words& words, Call& call) {
+    addInPlace(words, call);
+    call.isEdit = true;
+}
+
 void addStrict(Words& words, Call& call) {
     words.flag("--strict", call.isStrict,
                "refuse what RFC 8259 does: comments, trailing commas, repeated keys and others");

@@ -15,6 +15,9 @@ void addFiles(Words& words, Call& call);
 void addLayout(Words& words, Call& call);
 /// -i
 void addInPlace(Words& words, Call& call);
+
+/// The same, for a verb that keeps the text of what it does not change.
+void addEditing(Words& words, Call& call);
 /// --strict
 void addStrict(Words& words, Call& call);
 /// --raw

@@ -39,6 +39,7 @@ struct LineBatch {
     Kind kind = whole;
     bool isFirst = false;  ///< of the input
     Bytes text;
+    bool isOpen = false;  ///< the newline of its last line is neither in the input nor wanted
     std::optional<Failure> readFailure;  ///< the input could not be read after the text
 
     Bytes out;

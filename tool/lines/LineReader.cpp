@@ -95,6 +95,7 @@ bool LineReader::end(LineBatch& batch) {
     }
     if (m_isInLong || !batch.text.isEmpty()) {
         batch.text.append("\n");
+        batch.isOpen = m_keepsEnd;
     }
     return !batch.text.isEmpty();
 }

@@ -15,7 +15,9 @@ class Input;
 /// Holds no more than one batch: about a megabyte, or the longest line that is allowed.
 class LineReader {
 public:
-    LineReader(Input& input, std::size_t longest) : m_input(input), m_longest(longest) {}
+    /// `keepsEnd` says that the result of a last line without a newline is to have none either.
+    LineReader(Input& input, std::size_t longest, bool keepsEnd)
+        : m_input(input), m_longest(longest), m_keepsEnd(keepsEnd) {}
 
     /// Fills an empty batch. Returns false when there is nothing more. A last line without a
     /// newline is given one.
@@ -32,6 +34,7 @@ private:
 
     Input& m_input;
     std::size_t m_longest;
+    bool m_keepsEnd;
     Bytes m_rest;  ///< what was read after the last batch
     bool m_isFirst = true;
     bool m_isInLong = false;  ///< inside a line that is longer than allowed

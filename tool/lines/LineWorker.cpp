@@ -29,8 +29,12 @@ void LineWorker::workOnLines(LineBatch& batch) const {
         const std::size_t end = rest.find('\n');
         ++batch.counts.lines;
         document.location.line = batch.counts.lines;
+        const std::size_t start = batch.out.length();
         workOnLine(rest.substr(0, end), document, batch);
         rest.remove_prefix(end + 1);
+        if (rest.empty() && batch.isOpen && batch.out.length() > start) {
+            batch.out.cut(batch.out.length() - 1);
+        }
     }
 }
 
@@ -76,6 +80,7 @@ void LineWorker::workOnHead(LineBatch& batch) const {
 void LineWorker::workOnPart(LineBatch& batch) const {
     if (m_call.lines.onError == OnError::passthrough) {
         batch.out.append(batch.text.view());
+        batch.out.cut(batch.out.length() - (batch.isOpen ? 1 : 0));
     }
     if (m_call.lines.rejects) {
         batch.rejects.append(batch.text.view());

@@ -38,14 +38,14 @@ void writeStats(const LineCounts& counts, const std::string& name, const Report&
 
 }  // namespace
 
-LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, const Report& report,
-                  Output& out) {
+LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, bool keepsEnd,
+                  const Report& report, Output& out) {
     std::optional<AppendedFile> rejects;
     if (call.lines.rejects) {
         rejects.emplace(*call.lines.rejects);
         requireApart(*rejects, input);
     }
-    LineRun run{{input, call.lines.longest},
+    LineRun run{{input, call.lines.longest, keepsEnd},
                 {verb, call, input.name()},
                 {report, out, rejects ? &*rejects : nullptr}};
     if (call.lines.threads > 1) {

@@ -19,7 +19,7 @@ struct LinesEnd {
 /// Runs the verb on every line of the input, as the call's LineOptions say, and reports what fails.
 /// Output and reports do not depend on the number of threads. Memory is bounded by the threads and
 /// the longest line. Throws Failure when the output cannot be written.
-LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, const Report& report,
-                  Output& out);
+LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, bool keepsEnd,
+                  const Report& report, Output& out);
 
 }  // namespace orvid_tool

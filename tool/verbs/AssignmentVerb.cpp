@@ -20,7 +20,7 @@ void AssignmentVerb::addWords(Words& words, Call& call) {
         "file:FILE, text-file:FILE or env:NAME");
     words.flag("-n,--new", m_isNew, "begin with an empty object and read nothing");
     addLayout(words, call);
-    addInPlace(words, call);
+    addEditing(words, call);
     addStrict(words, call);
     addLines(words, call);
 }

@@ -78,7 +78,7 @@ public:
                      "0 is no limit");
         addSchema(words, call);
         addLayout(words, call);
-        addInPlace(words, call);
+        addEditing(words, call);
         addStrict(words, call);
         addLines(words, call);
     }

@@ -85,7 +85,7 @@ public:
         words.required("TO", m_toWord, "the new place, where there is no member yet");
         addFiles(words, call);
         addLayout(words, call);
-        addInPlace(words, call);
+        addEditing(words, call);
         addStrict(words, call);
         addLines(words, call);
     }

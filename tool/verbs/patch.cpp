@@ -23,7 +23,7 @@ public:
         words.required("PATCH", m_file, "the change; - is standard input");
         addFiles(words, call);
         addLayout(words, call);
-        addInPlace(words, call);
+        addEditing(words, call);
         addStrict(words, call);
         addLines(words, call);
     }

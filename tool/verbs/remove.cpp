@@ -52,7 +52,7 @@ public:
         words.option("--query", m_queryText, "QUERY",
                      "remove all that the query selects; the words are [FILE]...");
         addLayout(words, call);
-        addInPlace(words, call);
+        addEditing(words, call);
         addStrict(words, call);
         addLines(words, call);
     }

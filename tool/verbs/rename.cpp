@@ -57,7 +57,7 @@ public:
         words.required("KEY", m_key, "the new key, which is no path: no character is special");
         addFiles(words, call);
         addLayout(words, call);
-        addInPlace(words, call);
+        addEditing(words, call);
         addStrict(words, call);
         addLines(words, call);
     }
