@@ -82,6 +82,19 @@ TEST(value_forms, are_held_to_strictness_as_documents_are) {
               printed("{\"a\":[1],\"b\":\"[1,]\"}\n"));
 }
 
+TEST(value_forms, are_the_only_ones_that_read_standard_input) {
+    const std::string both = "VALUE and FILE cannot both be standard input; see orvid ";
+    EXPECT_EQ(orvid({"set", "a", "file:-", "-"}, "1"), failed(2, both + "set --help"));
+    EXPECT_EQ(orvid({"insert", "a=text-file:-"}, "1"), failed(2, both + "insert --help"));
+    EXPECT_EQ(orvid({"set", "--query", "$", "file:-"}, "1"), failed(2, both + "set --help"));
+    EXPECT_EQ(orvid({"find", "", "file:-"}, "1"), failed(2, both + "find --help"));
+    EXPECT_EQ(orvid({"get", "--default=file:-", "a"}, "1"),
+              failed(2, "--default and FILE cannot both be standard input; see orvid get --help"));
+    EXPECT_EQ(orvid({"set", "-n", "a=file:-", "b=file:-"}, "1"),
+              failed(2, "only one VALUE can be standard input; see orvid set --help"));
+    EXPECT_EQ(orvid({"set", "-n", "-c", "a=file:-"}, "1"), printed("{\"a\":1}\n"));
+}
+
 TEST(value_forms, blame_the_file_that_holds_the_value) {
     const ScratchFile file("[\n\"\xFF\"]");
     EXPECT_EQ(withoutExcerpt(orvid({"set", "--new", "x=file:" + file.name()})),
@@ -113,6 +126,37 @@ TEST(call_paths, may_be_json_pointers) {
               printed("[{}]\n"));
     EXPECT_EQ(orvid({"find", "--path", "--in", "/l", "", "1"}, R"({"l":[1]})"), printed("l[0]\n"));
     EXPECT_EQ(orvid({"set", "-c", "//a=1"}, "{}"), printed("{\"\":{\"a\":1}}\n"));
+}
+
+TEST(call_paths, have_escapes_for_equals_signs_where_values_follow) {
+    const std::string document = R"({"a=b":0})";
+    EXPECT_EQ(orvid({"set", R"(/a\=b)", "1"}, document), printed(R"({"a=b":1})"));
+    EXPECT_EQ(orvid({"set", R"(/a\=b=1)"}, document), printed(R"({"a=b":1})"));
+    EXPECT_EQ(orvid({"insert", "-c", R"(/\\=2)"}, "{}"), printed(R"({"\\\\":2})"
+                                                                 "\n"));
+    EXPECT_EQ(orvid({"set", "-c", R"(/\n=2)"}, "{}"), printed(R"({"\\n":2})"
+                                                              "\n"));
+    EXPECT_EQ(orvid({"get", R"(/a\=b)"}, R"({"a\\=b":3})"), printed("3\n"));
+}
+
+TEST(call_paths, with_a_dollar_say_how_a_key_is_written) {
+    EXPECT_EQ(orvid({"set", "$.x", "9"}, "{}"),
+              failed(2, R"(path "$.x": a path has no $, write x; the key "$.x" is written $\.x)"));
+    EXPECT_EQ(orvid({"set", "-c", R"($\.x)", "9"}, "{}"), printed("{\"$.x\":9}\n"));
+    EXPECT_EQ(orvid({"set", "$", "9"}, "{}"),
+              failed(2, R"(path "$": a path has no $, write ''; the key "$" is written \$)"));
+    EXPECT_EQ(orvid({"set", "-c", R"(\$)", "9"}, "{}"), printed("{\"$\":9}\n"));
+    const std::string missing = orvid({"get", R"(\$.x)"}, "{}").err;
+    EXPECT_EQ(missing.find("write"), std::string::npos) << missing;
+}
+
+TEST(call_paths, with_empty_keys_have_limits) {
+    const std::string document = R"({"":{"x":[1]}})";
+    EXPECT_EQ(orvid({"set", "//x/-", "2"}, document).status, 1);
+    EXPECT_EQ(orvid({"set", "//x/1", "2"}, document), printed(R"({"":{"x":[1,2]}})"));
+    const std::string missing = orvid({"get", "--default", "/"}, "{}").err;
+    EXPECT_NE(missing.find("--default=VALUE gives a value"), std::string::npos) << missing;
+    EXPECT_EQ(missing.find("inserted"), std::string::npos) << missing;
 }
 
 TEST(call_paths, count_from_the_end) {

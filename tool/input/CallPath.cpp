@@ -5,6 +5,7 @@
 #include "input/CallPath.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 #include "input/withPath.h"
@@ -69,6 +70,13 @@ JsonPointer pointerOf(const std::string& word) {
     }
 }
 
+/// The text as a key of a path, which is not taken for the `$` of a query.
+std::string keyText(const std::string& key) {
+    std::ostringstream text;
+    ko::Orvid::PathGenerator(text).genObjectProperty(key);
+    return key == "$" ? "\\$" : text.str();
+}
+
 }  // namespace
 
 CallPath::CallPath(std::string word) : m_word(std::move(word)) {
@@ -117,8 +125,8 @@ std::string CallPath::pathIn(const Element& root) const {
     if (isQuery && !(root.isObject() && root.object().contains("$"))) {
         const std::string rest = m_word.substr(m_word.substr(1, 1) == "." ? 2 : 1);
         throw Failure(ExitStatus::usage, "path \"" + m_word + "\": a path has no $, write " +
-                                             (rest.empty() ? "''" : rest) +
-                                             "; a key that begins so is written \\" + m_word);
+                                             (rest.empty() ? "''" : rest) + "; the key \"" +
+                                             m_word + "\" is written " + keyText(m_word));
     }
     return in(root);
 }

@@ -38,6 +38,10 @@ std::string inputName(const std::string& file) {
     return file == k_standardInput ? "(standard input)" : file;
 }
 
+bool isInputAmong(const std::vector<std::string>& files) {
+    return files.empty() || std::find(files.begin(), files.end(), k_standardInput) != files.end();
+}
+
 bool isFileThere(const std::string& name) {
     struct stat status = {};
     return !name.empty() && stat(name.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);

@@ -21,6 +21,9 @@ inline const char* const k_standardInput = "-";
 /// The name of an input for errors: that of the file, or one in words for "-".
 std::string inputName(const std::string& file);
 
+/// Whether one of these documents, where none is standard input, comes from there.
+bool isInputAmong(const std::vector<std::string>& files);
+
 /// Whether there is a file of that name that is no folder.
 bool isFileThere(const std::string& name);
 

@@ -115,7 +115,7 @@ std::string noItem(const std::string& step) {
 /// What may have been meant by a key that is not there.
 std::string hint(const Element& object, const std::string& holderPath, const std::string& step,
                  const std::string& path) {
-    if (step == "$" && holderPath.empty() && path.size() > 1) {
+    if (step == "$" && holderPath.empty() && path.size() > 1 && path.front() == '$') {
         return "; a path has no $, write " + path.substr(path[1] == '.' ? 2 : 1);
     }
     if (step == "$" && path == step) {

@@ -33,9 +33,27 @@ bool isFileName(const std::string& word, bool arePointers) {
     return assignmentMark(word) == std::string::npos;
 }
 
+/// The path with `=` for each `\=`. In path text the path language reads it so; a pointer has no
+/// backslashes.
+std::string withoutEscapes(const std::string& path) {
+    if (!startsWith(path, "/")) {
+        return path;
+    }
+    std::string pointer;
+    for (std::size_t i = 0; i < path.length(); ++i) {
+        const bool isPair = path[i] == '\\' && i + 1 < path.length();
+        if (isPair && path[i + 1] != '=') {
+            pointer += path[i];
+        }
+        i += isPair ? 1U : 0U;
+        pointer += path[i];
+    }
+    return pointer;
+}
+
 Assignment assignment(const std::string& path, const std::string& value, bool isStrict,
                       const std::string& before) {
-    Assignment result{CallPath(path), {}};
+    Assignment result{CallPath(withoutEscapes(path)), {}};
     readValueWord(value, result.value, isStrict, before);
     return result;
 }
@@ -72,6 +90,7 @@ Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) 
         if (words.size() == 1) {
             throw UsageError("VALUE is required");
         }
+        result.isInputTaken = readsInput(words[1]);
         result.all.push_back(onlyAssignment(words, isStrict));
         result.areApart = true;
         word += 2;
@@ -79,6 +98,11 @@ Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) 
         const bool arePointers = startsWith(*word, "/");
         do {
             const std::size_t mark = assignmentMark(*word);
+            const bool isInput = readsInput(word->substr(mark + 1));
+            if (isInput && result.isInputTaken) {
+                throw UsageError("only one VALUE can be standard input");
+            }
+            result.isInputTaken = result.isInputTaken || isInput;
             result.all.push_back(assignment(word->substr(0, mark), word->substr(mark + 1), isStrict,
                                             word->substr(0, mark + 1)));
             ++word;

@@ -23,7 +23,8 @@ struct Assignment {
 struct Assignments {
     std::vector<Assignment> all;
     std::vector<std::string> files;
-    bool areApart = false;  ///< path and value, which are two words then
+    bool isInputTaken = false;  ///< a value has read standard input
+    bool areApart = false;      ///< path and value, which are two words then
 };
 
 /// Takes words apart that are `PATH VALUE FILE...` or `PATH=VALUE... FILE...`. It is the second

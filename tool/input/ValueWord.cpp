@@ -96,6 +96,11 @@ void readJson(const std::string& word, Element& value, const ReadOptions& option
 
 }  // namespace
 
+bool readsInput(const std::string& word) {
+    std::string_view rest = word;
+    return (takePrefix(rest, "file:") || takePrefix(rest, "text-file:")) && rest == k_standardInput;
+}
+
 void readValueWord(const std::string& word, Element& value, bool isStrict,
                    const std::string& before) {
     const ReadOptions options = isStrict ? ReadOptions::strict() : ReadOptions::jsonc();

@@ -10,6 +10,9 @@
 
 namespace orvid_tool {
 
+/// Whether the word is `file:-` or `text-file:-`, so that standard input is read for it.
+bool readsInput(const std::string& word);
+
 /// Reads the word into `value`: JSON text, `string:TEXT`, `file:FILE` (its JSON), `text-file:FILE`
 /// (its text as a string) or `env:NAME` (a variable of the environment as a string). No JSON text
 /// begins as those forms do. JSON is read as the documents are that take the value: as

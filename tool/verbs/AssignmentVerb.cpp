@@ -32,6 +32,8 @@ void AssignmentVerb::prepare(Call& call) {
     m_mayBePaths = words.areApart && call.files.size() > 1;
     if (m_isNew) {
         beginNew(call);
+    } else if (words.isInputTaken && isInputAmong(call.files)) {
+        throw UsageError("VALUE and FILE cannot both be standard input");
     }
 }
 
@@ -66,9 +68,12 @@ void AssignmentVerb::prepareValue(Call& call) {
         throw UsageError("VALUE is required");
     }
     requireNoFile("VALUE", m_words.front(), {m_words.begin() + 1, m_words.end()});
+    call.files.assign(m_words.begin() + 1, m_words.end());
+    if (readsInput(m_words.front()) && isInputAmong(call.files)) {
+        throw UsageError("VALUE and FILE cannot both be standard input");
+    }
     m_assignments.emplace_back();
     readValueWord(m_words.front(), m_assignments.back().value, call.isStrict);
-    call.files.assign(m_words.begin() + 1, m_words.end());
 }
 
 void AssignmentVerb::apply(const Call& call, Document& document, Bytes& out) const {

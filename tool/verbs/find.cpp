@@ -50,6 +50,9 @@ public:
     void prepare(Call& call) override {
         requireNoFile("ITEMPATH", m_itemPath, call.files);
         m_array = CallPath(m_arrayPath);
+        if (readsInput(m_json) && isInputAmong(call.files)) {
+            throw UsageError("VALUE and FILE cannot both be standard input");
+        }
         readValueWord(m_json, m_value, call.isStrict);
     }
 

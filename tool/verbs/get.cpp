@@ -62,6 +62,9 @@ public:
         }
         if (!m_default.empty() && m_default != k_schemaDefault) {
             m_value.emplace();
+            if (readsInput(m_default) && isInputAmong(call.files)) {
+                throw UsageError("--default and FILE cannot both be standard input");
+            }
             readValueWord(m_default, *m_value, call.isStrict, "--default=");
         }
         prepareText(call);
@@ -142,6 +145,12 @@ private:
     /// The schema's default for what `missing` says of the data.
     const Element& schemaDefault(const CallPath& path, const Document& document,
                                  const PathNotFound& missing) const {
+        if (path.onlyPointer() != nullptr) {
+            throw Failure(ExitStatus::failed, document.location,
+                          "pointer \"" + path.word() +
+                              "\": there is no such place, and a schema's default is not looked "
+                              "up by a pointer with an empty key; --default=VALUE gives a value");
+        }
         const Element& root = document.root;
         try {
             return withPath(path.in(root), [&](const Path& parsed) {

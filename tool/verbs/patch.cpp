@@ -2,8 +2,6 @@
 //
 // orvid patch and orvid merge: changes that are written in a file.
 
-#include <algorithm>
-
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "input/Input.h"
@@ -29,10 +27,7 @@ public:
     }
 
     void prepare(Call& call) override {
-        const bool isInputTaken =
-            call.files.empty() ||
-            std::find(call.files.begin(), call.files.end(), k_standardInput) != call.files.end();
-        if (m_file == k_standardInput && isInputTaken) {
+        if (m_file == k_standardInput && isInputAmong(call.files)) {
             throw UsageError("PATCH and FILE cannot both be standard input");
         }
         call.changeFile = m_file;
