@@ -56,6 +56,25 @@ TEST(keeps_text, when_items_and_members_are_inserted) {
     expectEdit({"insert", "d", "0"}, replaced(k_document, "],\r\n}", "],\r\n\t\"d\": 0,\r\n}"));
 }
 
+TEST(keeps_text, refuses_a_layout_in_place_that_loses_comments) {
+    const ScratchFile file("{\"a\": 1} // end\n");
+    for (const std::string layout : {"-c", "-S", "--indent=2", "--ascii"}) {
+        for (const std::string lines : {"-i", "--lines"}) {
+            if (lines == "-i" || layout != "--indent=2") {
+                const CommandResult result =
+                    orvid({"set", "-i", lines, layout, "a=2", file.name()});
+                EXPECT_EQ(result.status, 1) << layout;
+                EXPECT_NE(result.err.find("--drop-comments does it"), std::string::npos) << result;
+            }
+        }
+    }
+    EXPECT_EQ(orvid({"remove", "-i", "-c", "a", file.name()}).status, 1);
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\": 1} // end\n");
+    EXPECT_EQ(orvid({"set", "-c", "a=2", file.name()}), printed("{\"a\":2}\n"));
+    EXPECT_EQ(orvid({"set", "-i", "-c", "--drop-comments", "a=2", file.name()}), printed(""));
+    EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":2}\n");
+}
+
 TEST(keeps_text, when_values_are_removed) {
     expectEdit({"remove", "b[0]"}, replaced(k_document, "\"\\u00e9\", ", ""));
     expectEdit({"remove", "a"}, "{ // own\r\n\t/* b */ \"b\": [\"\\u00e9\", {\"c\": []},],\r\n}");

@@ -35,8 +35,9 @@ struct Call {
     std::optional<std::string> schemaFile;
     std::optional<std::string> changeFile;  ///< of a patch or a merge patch
     bool isInPlace = false;
-    bool isEdit = false;    ///< the verb keeps the text of what it does not change
-    bool isStrict = false;  ///< text is read as ReadOptions::strict() says
+    bool isEdit = false;         ///< the verb keeps the text of what it does not change
+    bool dropsComments = false;  ///< with --in-place, and a new layout
+    bool isStrict = false;       ///< text is read as ReadOptions::strict() says
     bool isRaw = false;
     bool hasMeta = true;  ///< print writes the root's member meta
     bool hasJsonErrors = false;

@@ -92,6 +92,8 @@ void addLayout(Words& words, Call& call) {
 void addInPlace(Words& words, Call& call) {
     words.flag("-i,--in-place", call.isInPlace,
                "write the result into the file, all of it or nothing");
+    words.flag("--drop-comments", call.dropsComments,
+               "with --in-place, write a file anew although its comments are lost");
 }
 
 void addEditing(Words& words, Call& call) {

@@ -68,12 +68,25 @@ void read(const Call& call, const ReadOptions& options, Document& document) {
         document.kept.emplace(Dom::parse(document.text, options));
     } catch (const ParseException& error) {
         const std::size_t mark = ko::Orvid::text::markLength(document.text);
-        throw failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn);
+        throw withCommentsHint(
+            call, failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn),
+            ", and without an option for the layout they stay");
     }
     document.root = std::move(**document.kept);
 }
 
 }  // namespace
+
+Failure withCommentsHint(const Call& call, const Failure& failure, const char* otherwise) {
+    if (call.isStrict || failure.text() != std::string("Comments are not allowed")) {
+        return failure;
+    }
+    return {failure.status(), failure.location(),
+            std::string(failure.text()) +
+                " in a file that is written anew, without them; --drop-comments does it" +
+                otherwise,
+            failure.excerpt()};
+}
 
 /// Records may hold bytes that are no UTF-8 and halves of surrogate pairs: they are kept as well.
 ReadOptions editOptions(const Call& call) {
@@ -84,6 +97,7 @@ ReadOptions editOptions(const Call& call) {
     const bool keepsAll = call.lines.isOn && !call.layout.isAsked;
     options.validateUtf8 = !keepsAll;
     options.rejectLoneSurrogates = !keepsAll;
+    options.allowComments = !call.isInPlace || !call.layout.isAsked || call.dropsComments;
     return options;
 }
 

@@ -13,7 +13,12 @@
 
 namespace orvid_tool {
 
+/// The failure, and where it is a comment that would be lost in a file that is laid out anew, what
+/// to do; `otherwise` is the end of the hint.
+Failure withCommentsHint(const Call& call, const Failure& failure, const char* otherwise);
+
 /// How such documents are read: JSON with comments and trailing commas, unless the call is strict.
+/// Comments that a new layout of the file would lose are refused, unless the call drops them.
 ko::Orvid::ReadOptions editOptions(const Call& call);
 
 /// Whether what is unchanged of the document is to be copied from its text. It is not where an

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "call/Options.h"
+#include "edit/Kept.h"
 #include "edit/rewrite.h"
 #include "verbs/verbs.h"
 
@@ -15,10 +16,7 @@ namespace {
 
 using ko::Orvid::ReadOptions;
 
-constexpr std::string_view k_commentsRefused = "Comments are not allowed";
-const std::string k_hint =
-    " in a file that is written anew, without them; --drop-comments does it, and the verbs that "
-    "edit keep them";
+constexpr const char* k_hint = ", and the verbs that edit keep them";
 
 class Print : public DocumentVerb {
 public:
@@ -36,8 +34,6 @@ public:
             "--no-meta", [&call] { call.hasMeta = false; }, "leave out the member \"meta\"");
         words.flag(
             "--meta", [&call] { call.hasMeta = true; }, "write the member \"meta\", as it is now");
-        words.flag("--drop-comments", m_dropsComments,
-                   "with --in-place, write a file anew although its comments are lost");
         addLayout(words, call);
         addInPlace(words, call);
         addStrict(words, call);
@@ -48,7 +44,7 @@ private:
     /// Comments that nobody asked to lose are errors.
     ReadOptions options(const Call& call) const {
         ReadOptions options = documentOptions(call.isStrict);
-        options.allowComments = options.allowComments && (!call.isInPlace || m_dropsComments);
+        options.allowComments = options.allowComments && (!call.isInPlace || call.dropsComments);
         return options;
     }
 
@@ -56,11 +52,7 @@ private:
         try {
             readTree(document.location, document.text, document.root, options(call));
         } catch (const Failure& failure) {
-            if (call.isStrict || failure.text() != k_commentsRefused) {
-                throw;
-            }
-            throw Failure(failure.status(), failure.location(), failure.text() + k_hint,
-                          failure.excerpt());
+            throw withCommentsHint(call, failure, k_hint);
         }
     }
 
@@ -76,8 +68,6 @@ private:
         dom.setWriteMeta(call.hasMeta);
         out.append(jsonText(dom, call.layout));
     }
-
-    bool m_dropsComments = false;
 };
 
 }  // namespace
