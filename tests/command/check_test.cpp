@@ -88,8 +88,8 @@ TEST(check, takes_json_with_comments_where_it_is_asked_to) {
     EXPECT_EQ(orvid({"check", "--jsonc"}, R"({"a":1,"a":2,})").status, 1);
     EXPECT_EQ(orvid({"check", "--jsonc", "--strict"}, "1"),
               failed(2,
-                     "--jsonc is JSON with comments: --no-comments does not go with it; see orvid "
-                     "check --help"));
+                     "--jsonc is JSON with comments: --no-comments and --strict do not go with it; "
+                     "see orvid check --help"));
 }
 
 TEST(check, refuses_comments_by_the_word_of_the_other_verbs) {

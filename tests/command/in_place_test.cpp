@@ -44,6 +44,9 @@ TEST(in_place, edits_that_are_taken_for_files_change_none) {
                "list: No such file or directory; several edits are written PATH=VALUE, in one "
                "word each; no file was changed"));
     EXPECT_EQ(contentOf(file), "{}");
+    EXPECT_EQ(orvid({"set", "price", "1", "b=2"}).err,
+              "orvid: b=2: No such file or directory; several edits are written PATH=VALUE, in one "
+              "word each\n");
     EXPECT_EQ(orvid({"set", "price", "1", "list"}).err, "orvid: list: No such file or directory\n");
 }
 

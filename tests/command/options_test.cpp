@@ -227,4 +227,13 @@ TEST(standard_descriptors, that_are_closed_do_not_get_into_the_way_of_files) {
     EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":2}\n");
 }
 
+TEST(options, show_what_they_take) {
+    EXPECT_NE(orvid({"get", "--help"}).out.find("--default[=VALUE] "), std::string::npos);
+    for (const std::string text : {"x", "-1", "1.5", "99999999999999999999"}) {
+        EXPECT_EQ(orvid({"unpaths", "--max-gap", text}),
+                  failed(2, "--max-gap: no whole number, or too great: " + text +
+                                "; see orvid unpaths --help"));
+    }
+}
+
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <sstream>
 #include <utility>
 
@@ -30,6 +31,24 @@ std::string marked(const std::string& word) {
 
 std::string unmarked(const std::string& word) {
     return !word.empty() && word.front() == k_mark ? word.substr(1) : word;
+}
+
+/// Says what an option is given after a = that may stand alone. CLI11 shows what it means alone.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
+        const std::string name = CLI::Formatter::make_option_name(option, isPositional);
+        const std::size_t alone = name.find('{');
+        return alone == std::string::npos ? name : name.substr(0, alone) + "[=VALUE]";
+    }
+};
+
+/// What is wrong with the text as a number that is not negative; empty where it is one.
+std::string numberError(const std::string& text) {
+    constexpr std::size_t mostDigits = 19;
+    const bool isNumber = !text.empty() && text.length() <= mostDigits &&
+                          text.find_first_not_of("0123456789") == std::string::npos;
+    return isNumber ? "" : "no whole number, or too great: " + text;
 }
 
 }  // namespace
@@ -92,6 +111,7 @@ Words& Words::number(const char* names, const std::function<void(std::size_t)>& 
 
 Words& Words::number(const char* names, std::uint64_t& value, const char* type, const char* help) {
     m_last = m_app->add_option(names, value, help)->type_name(type);
+    m_last->check(&numberError);
     return *this;
 }
 
@@ -110,6 +130,7 @@ Words& Words::needs(const char* name) {
 
 struct CommandLine::Impl {
     Impl(int argc, char** argv) : words(argv + 1, argv + argc) {
+        app.formatter(std::make_shared<HelpFormatter>());
         if (!words.empty() && words.front() == "help") {
             words.erase(words.begin());
             const bool isOfVerb = !words.empty() && words.front() != "help";

@@ -29,6 +29,7 @@ void AssignmentVerb::prepare(Call& call) {
     Assignments words = assignmentsOf(m_words, call.isStrict);
     m_assignments = std::move(words.all);
     call.files = std::move(words.files);
+    m_isApart = words.areApart;
     m_mayBePaths = words.areApart && call.files.size() > 1;
     if (m_isNew) {
         beginNew(call);
@@ -37,8 +38,9 @@ void AssignmentVerb::prepare(Call& call) {
     }
 }
 
-std::string AssignmentVerb::hintForFile(const std::string& /*word*/) const {
-    return m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
+std::string AssignmentVerb::hintForFile(const std::string& word) const {
+    const bool isEdit = m_isApart && word.find('=') != std::string::npos;
+    return isEdit || m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
 
 std::string AssignmentVerb::hintForItem() const { return "; a new item is written [*]"; }

@@ -35,6 +35,7 @@ private:
     void beginNew(Call& call);
 
     bool m_isNew = false;
+    bool m_isApart = false;     ///< the path and its value are two words
     bool m_mayBePaths = false;  ///< what was taken for files, after a path and a value
     std::vector<std::string> m_words;
     std::vector<Assignment> m_assignments;

@@ -40,7 +40,8 @@ public:
 
     void prepare(Call& /*call*/) override {
         if (m_refusesComments && m_takesCommas) {
-            throw UsageError("--jsonc is JSON with comments: --no-comments does not go with it");
+            throw UsageError(
+                "--jsonc is JSON with comments: --no-comments and --strict do not go with it");
         }
     }
 
