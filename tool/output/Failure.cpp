@@ -55,9 +55,11 @@ std::string pathHint(const std::string& path, EParseError code) {
 }  // namespace
 
 void Location::setElement(const ko::Orvid::Exception& error) {
-    if (error.elementPath() != nullptr) {
-        isPointer = error.elementPointer() != nullptr;
-        path = isPointer ? *error.elementPointer() : *error.elementPath();
+    const std::string* const pointer = error.elementPointer();
+    const std::string* const found = pointer != nullptr ? pointer : error.elementPath();
+    if (found != nullptr) {
+        isPointer = pointer != nullptr;
+        path = *found;
     }
 }
 
