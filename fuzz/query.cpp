@@ -36,7 +36,7 @@ void checkError(const ParseException& error, const std::string& text) {
                 error.lastColumn() <= size,
             "the error lies in the text, or right after it");
     require(error.message().find("xpected") != std::string::npos, "it says what is expected");
-    require(error.code() != ko::Orvid::EParseError::unspecified, "it has a code");
+    require(error.code() != ko::Orvid::ParseErrorCode::unspecified, "it has a code");
 }
 
 void checkPlaces(const JsonPath& query, const Element& root) {

@@ -27,7 +27,7 @@ constexpr char k_escapedSeparator = '1';
 /// Path text ends at this byte where no backslash stands before it.
 constexpr char k_pathEnd = static_cast<char>(0xFF);
 
-ParseException errorAt(std::string_view text, const std::string& message, EParseError code,
+ParseException errorAt(std::string_view text, const std::string& message, ParseErrorCode code,
                        std::size_t first, std::size_t last) {
     ParseException error(message, 1, static_cast<int>(first), 1, static_cast<int>(last));
     error.addCode(code);
@@ -40,7 +40,7 @@ char unescaped(std::string_view text, std::size_t position) {
     const char mark = position + 1 < text.size() ? text[position + 1] : k_separator;
     if (mark != k_escapedTilde && mark != k_escapedSeparator) {
         throw errorAt(text, "In a JSON Pointer \"~\" must be followed by 0 or 1",
-                      EParseError::pointerEscape, position, position + 1);
+                      ParseErrorCode::pointerEscape, position, position + 1);
     }
     return mark == k_escapedTilde ? k_escape : k_separator;
 }
@@ -49,7 +49,7 @@ std::vector<std::string> stepsOf(std::string_view text) {
     std::vector<std::string> steps;
     if (!text.empty() && text.front() != k_separator) {
         throw errorAt(text, "A JSON Pointer must be empty or begin with \"/\"",
-                      EParseError::pointerPrefix, 0, 0);
+                      ParseErrorCode::pointerPrefix, 0, 0);
     }
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == k_separator) {

@@ -90,14 +90,14 @@ ParseException::~ParseException() = default;
 
 ko::Exception* ParseException::clone() const { return new ParseException(*this); }
 
-ParseException ParseException::withCode(EParseError code) const {
+ParseException ParseException::withCode(ParseErrorCode code) const {
     ParseException result(*this);
     result.m_code = code;
     return result;
 }
 
-void ParseException::addCode(EParseError code) noexcept {
-    if (m_code == EParseError::unspecified) {
+void ParseException::addCode(ParseErrorCode code) noexcept {
+    if (m_code == ParseErrorCode::unspecified) {
         m_code = code;
     }
 }

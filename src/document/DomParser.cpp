@@ -388,7 +388,7 @@ void DomParser::failScan(std::string_view piece) {
     failAt(piece, error.message, error.code, {error.begin, error.begin + error.length});
 }
 
-void DomParser::failAt(std::string_view piece, const std::string& message, EParseError code,
+void DomParser::failAt(std::string_view piece, const std::string& message, ParseErrorCode code,
                        TokenSpan span) {
     m_reading->errorBegin = span.begin;
     const LineAndColumn first = m_reading->scanner->position(piece, span.begin);

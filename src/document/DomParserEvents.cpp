@@ -77,7 +77,7 @@ void DomParser::handOn(std::string_view piece, std::size_t length) {
         const std::vector<TokenSpan>& keys = m_reading->events.keys();
         const bool isKey = m_reading->isRepeated && m_reading->keys <= keys.size();
         const std::uint64_t stop = position();
-        failAt(piece, error.message(), isKey ? EParseError::repeatedKey : error.code(),
+        failAt(piece, error.message(), isKey ? ParseErrorCode::repeatedKey : error.code(),
                isKey ? keys[m_reading->keys - 1] : TokenSpan{stop, stop + 1});
     }
 }
@@ -133,7 +133,7 @@ int DomParser::cb_start_array() { return openContainer(etArray, "Unexpected star
 int DomParser::cb_end_array() { return closeContainer(etArray, "Unexpected end of array!"); }
 
 int DomParser::cb_error(const char* message) {
-    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(EParseError::syntax);
+    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(ParseErrorCode::syntax);
 }
 
 int DomParser::cb_integer(long /*value*/) {
@@ -183,7 +183,8 @@ void DomParser::requireCurrent(const char* unexpected) const {
 }
 
 void DomParser::fail(const std::string& message) const {
-    throw ParseException(m_current, message, -1, -1, -1, -1).withCode(EParseError::eventOutOfOrder);
+    throw ParseException(m_current, message, -1, -1, -1, -1)
+        .withCode(ParseErrorCode::eventOutOfOrder);
 }
 
 }  // namespace ko::Orvid

@@ -109,36 +109,36 @@ std::string shownCharacter(const std::string& message) {
 /// path.
 std::string pathError(const ParseException& error) {
     switch (error.code()) {
-        case EParseError::pathTruncated:
+        case ParseErrorCode::pathTruncated:
             return "it ends where a key or an index is expected";
-        case EParseError::pathCharacter:
+        case ParseErrorCode::pathCharacter:
             return shownCharacter(error.message()) + " may not stand there";
-        case EParseError::pathIndexRange:
+        case ParseErrorCode::pathIndexRange:
             return "an index does not fit 32 bits";
-        case EParseError::pathNoIndex:
+        case ParseErrorCode::pathNoIndex:
             return "a lookup cannot follow \"[*]\", which names no item";
-        case EParseError::schemaPathPrefix:
+        case ParseErrorCode::schemaPathPrefix:
             return "it does not begin with meta.schema";
-        case EParseError::schemaPathKeyword:
+        case ParseErrorCode::schemaPathKeyword:
             return "another key stands where \"properties\" or \"items\" is expected";
-        case EParseError::schemaPathIndex:
+        case ParseErrorCode::schemaPathIndex:
             return "it has an index";
         default:
             return "";
     }
 }
 
-bool isOfPointer(EParseError code) {
-    return code == EParseError::pointerPrefix || code == EParseError::pointerEscape;
+bool isOfPointer(ParseErrorCode code) {
+    return code == ParseErrorCode::pointerPrefix || code == ParseErrorCode::pointerEscape;
 }
 
-bool isOfQuery(EParseError code) {
+bool isOfQuery(ParseErrorCode code) {
     switch (code) {
-        case EParseError::querySyntax:
-        case EParseError::queryInteger:
-        case EParseError::queryFunction:
-        case EParseError::queryType:
-        case EParseError::queryNesting:
+        case ParseErrorCode::querySyntax:
+        case ParseErrorCode::queryInteger:
+        case ParseErrorCode::queryFunction:
+        case ParseErrorCode::queryType:
+        case ParseErrorCode::queryNesting:
             return true;
         default:
             return false;
@@ -190,7 +190,7 @@ std::string describeParse(const ParseException& error) {
     }
     const std::string position = placeOf(error);
     const std::string element = elementText(error, "");
-    const std::string hint = error.code() == EParseError::commentNotClosed
+    const std::string hint = error.code() == ParseErrorCode::commentNotClosed
                                  ? "A comment is not closed."
                                  : syntaxHint(error.message());
     return "The text has an error" + (position.empty() ? "" : " in " + position) +

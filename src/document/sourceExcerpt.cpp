@@ -95,14 +95,14 @@ std::string drawing(const std::vector<Glyph>& glyphs, std::size_t first) {
 }
 
 /// Whether the text is a path, a pointer or a query: one line, whose columns count from 0.
-bool isOneLine(EParseError code) {
+bool isOneLine(ParseErrorCode code) {
     switch (code) {
-        case EParseError::unspecified:
-        case EParseError::syntax:
-        case EParseError::strictSyntax:
-        case EParseError::eventOutOfOrder:
-        case EParseError::repeatedKey:
-        case EParseError::commentNotClosed:
+        case ParseErrorCode::unspecified:
+        case ParseErrorCode::syntax:
+        case ParseErrorCode::strictSyntax:
+        case ParseErrorCode::eventOutOfOrder:
+        case ParseErrorCode::repeatedKey:
+        case ParseErrorCode::commentNotClosed:
             return false;
         default:
             return true;

@@ -87,7 +87,7 @@ bool readIndex(const std::string& digits, unsigned int& index) {
 
 /// Reports an error to the listener; an exception that it throws of it gets the error's code.
 template<class Report>
-bool reportAs(EParseError code, const Report& report) {
+bool reportAs(ParseErrorCode code, const Report& report) {
     try {
         return report();
     } catch (ParseException& error) {
@@ -257,7 +257,7 @@ bool PathParser::emitIndex(ParseWork& s) {
     const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
     if (!isStar && !readIndex(s.token, index)) {
         std::string message = "Unreadable index";
-        reportAs(EParseError::pathIndexRange, [&] { return report(s, message); });
+        reportAs(ParseErrorCode::pathIndexRange, [&] { return report(s, message); });
     }
     s.tokenStart = s.position;
     s.token.clear();
@@ -298,7 +298,7 @@ bool PathParser::report(ParseWork& s, char c) {
         message += '\'';
     }
     const bool isEnd = c == k_pathEnd;
-    return reportAs(isEnd ? EParseError::pathTruncated : EParseError::pathCharacter,
+    return reportAs(isEnd ? ParseErrorCode::pathTruncated : ParseErrorCode::pathCharacter,
                     [&] { return report(s, message); });
 }
 

@@ -118,13 +118,13 @@ Condition QueryParser::testOf(Operand operand, std::size_t start, bool isNegated
     if (call == nullptr) {
         m_reader.skipWhitespace();
         m_reader.failHere("a comparison, for a literal is no condition by itself",
-                          EParseError::queryType);
+                          ParseErrorCode::queryType);
     }
     if (!typeOf(call->function).isTest) {
         m_reader.failSince(start,
                            "Expected a comparison, for " + quoted(typeOf(call->function)) +
                                " gives a value and is no condition by itself",
-                           EParseError::queryType);
+                           ParseErrorCode::queryType);
     }
     return conditionOf(std::move(*call), isNegated);
 }
@@ -153,19 +153,19 @@ void QueryParser::checkComparable(const Operand& operand, std::size_t start,
         QueryReader::fail(start, end,
                           "Expected a query for one element, with names and indexes only, in a "
                           "comparison",
-                          EParseError::queryType);
+                          ParseErrorCode::queryType);
     }
     if (query != nullptr && m_isSpaced) {
         QueryReader::fail(start, end,
                           "Expected no whitespace within the brackets of a query in a comparison",
-                          EParseError::querySyntax);
+                          ParseErrorCode::querySyntax);
     }
     const auto* const call = std::get_if<Call>(&operand.value);
     if (call != nullptr && typeOf(call->function).isTest) {
         QueryReader::fail(start, end,
                           "Expected a value in a comparison, but " +
                               quoted(typeOf(call->function)) + " is a condition",
-                          EParseError::queryType);
+                          ParseErrorCode::queryType);
     }
 }
 
@@ -223,7 +223,7 @@ Call QueryParser::takeCall(std::string_view name, std::size_t start) {
         m_reader.failSince(start,
                            "Expected one of the functions length(), count(), match(), "
                            "search() and value()",
-                           EParseError::queryFunction);
+                           ParseErrorCode::queryFunction);
     }
     Call call;
     call.function = type->function;
@@ -259,20 +259,20 @@ Operand QueryParser::takeArgument(const FunctionType& function) {
     const auto* const query = std::get_if<Query>(&operand.value);
     const auto* const call = std::get_if<Call>(&operand.value);
     if (function.takesNodes && query == nullptr) {
-        m_reader.failSince(start, "Expected " + wanted + "a query", EParseError::queryType);
+        m_reader.failSince(start, "Expected " + wanted + "a query", ParseErrorCode::queryType);
     }
     if (!function.takesNodes && query != nullptr && !query->isSingular) {
         m_reader.failSince(start,
                            "Expected " + wanted +
                                "a value, or a query for one element, with names and "
                                "indexes only",
-                           EParseError::queryType);
+                           ParseErrorCode::queryType);
     }
     if (call != nullptr && typeOf(call->function).isTest) {
         m_reader.failSince(start,
                            "Expected " + wanted + "a value, but " + quoted(typeOf(call->function)) +
                                " is a condition",
-                           EParseError::queryType);
+                           ParseErrorCode::queryType);
     }
     return operand;
 }

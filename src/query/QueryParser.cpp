@@ -45,7 +45,7 @@ void QueryParser::enterLevel() {
     if (m_depth == m_options.maxNesting) {
         m_reader.failHere("no more than " + std::to_string(m_depth) +
                               " filters, parentheses and calls within each other (maxNesting)",
-                          EParseError::queryNesting);
+                          ParseErrorCode::queryNesting);
     }
     ++m_depth;
 }

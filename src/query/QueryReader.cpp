@@ -45,7 +45,7 @@ QueryReader::QueryReader(std::string_view text) : m_text(text) {
     const std::size_t valid = text::validLength(text);
     if (valid < text.size()) {
         fail(valid, valid + 1, "Expected UTF-8, found a byte that is none",
-             EParseError::querySyntax);
+             ParseErrorCode::querySyntax);
     }
 }
 
@@ -196,7 +196,7 @@ long long QueryReader::takeInteger() {
     }
     if (digits.size() > mostDigits || value > k_largestInteger) {
         failSince(start, "Expected an integer from -9007199254740991 to 9007199254740991",
-                  EParseError::queryInteger);
+                  ParseErrorCode::queryInteger);
     }
     return isNegative ? -value : value;
 }
@@ -225,7 +225,7 @@ std::size_t QueryReader::endOfCharacter(std::size_t position) const {
     return position + (character ? character->length : 1);
 }
 
-void QueryReader::failHere(std::string_view wanted, EParseError code) const {
+void QueryReader::failHere(std::string_view wanted, ParseErrorCode code) const {
     std::string message = "Expected ";
     message += wanted;
     if (atEnd()) {
@@ -241,7 +241,7 @@ void QueryReader::failHere(std::string_view wanted, EParseError code) const {
 }
 
 void QueryReader::fail(std::size_t first, std::size_t end, const std::string& message,
-                       EParseError code) {
+                       ParseErrorCode code) {
     const std::size_t last = end > first ? end - 1 : first;
     throw ParseException(message, 1, static_cast<int>(first), 1, static_cast<int>(last))
         .withCode(code);

@@ -51,12 +51,12 @@ public:
 
     /// "Expected `wanted`, found" what is here.
     [[noreturn]] void failHere(std::string_view wanted,
-                               EParseError code = EParseError::querySyntax) const;
+                               ParseErrorCode code = ParseErrorCode::querySyntax) const;
     /// Fails with the text from `first` to before `end`, or the position.
     [[noreturn]] static void fail(std::size_t first, std::size_t end, const std::string& message,
-                                  EParseError code);
+                                  ParseErrorCode code);
     [[noreturn]] void failSince(std::size_t first, const std::string& message,
-                                EParseError code = EParseError::querySyntax) const {
+                                ParseErrorCode code = ParseErrorCode::querySyntax) const {
         fail(first, m_position, message, code);
     }
 

@@ -11,7 +11,7 @@ namespace ko::Orvid {
 
 namespace {
 
-[[noreturn]] void fail(const char* message, EParseError code) {
+[[noreturn]] void fail(const char* message, ParseErrorCode code) {
     throw ParseException(message, -1, -1, -1, -1).withCode(code);
 }
 
@@ -45,13 +45,13 @@ bool FromSchemaPathConverter::cbObjectProperty(const std::string& key) {
 }
 
 bool FromSchemaPathConverter::cbArrayItem(unsigned int /*index*/) {
-    fail("Schema path may not contain arrays!", EParseError::schemaPathIndex);
+    fail("Schema path may not contain arrays!", ParseErrorCode::schemaPathIndex);
 }
 
 void FromSchemaPathConverter::acceptWord(const std::string& key, const std::string& word,
                                          EState following) {
     if (key != word) {
-        fail("Schema path must begin with meta.schema!", EParseError::schemaPathPrefix);
+        fail("Schema path must begin with meta.schema!", ParseErrorCode::schemaPathPrefix);
     }
     m_state = following;
 }
@@ -63,7 +63,7 @@ void FromSchemaPathConverter::acceptSchemaStep(const std::string& key) {
         m_generator->genListItem(k_noIndex);
         m_state = esStep;
     } else {
-        fail("\"properties\" or \"items\" expeced!", EParseError::schemaPathKeyword);
+        fail("\"properties\" or \"items\" expeced!", ParseErrorCode::schemaPathKeyword);
     }
 }
 

@@ -190,12 +190,12 @@ std::string joined(const std::string& base, const std::string& path) {
     return base + (needsDot ? "." : "") + path;
 }
 
-const NamedEnum k_sourceNames[] = {ORVID_ENUM_NAME("vsNowhere"), ORVID_ENUM_NAME("vsData"),
-                                   ORVID_ENUM_NAME("vsSchema")};
+const NamedEnum k_sourceNames[] = {ORVID_ENUM_NAME("nowhere"), ORVID_ENUM_NAME("data"),
+                                   ORVID_ENUM_NAME("schema")};
 const NamedEnum k_unknownSource = ORVID_ENUM_NAME(">>Unknown<<");
 
-const NamedEnum& nameOf(EValueSource source) {
-    const NamedEnum* const name = nameAt(k_sourceNames, source);
+const NamedEnum& nameOf(ValueSource source) {
+    const NamedEnum* const name = nameAt(k_sourceNames, static_cast<int>(source));
     return name == nullptr ? k_unknownSource : *name;
 }
 
@@ -208,9 +208,9 @@ std::size_t fillDefaults(Element& element, const FillOptions& options) {
 
 std::string ValueOrigin::text() const {
     switch (source) {
-        case vsData:
+        case ValueSource::data:
             return quoted(path) + " has a value in the data.";
-        case vsSchema:
+        case ValueSource::schema:
             return quoted(path) + " has no value in the data; its default is at " +
                    defaultPathOf(*this) + ".";
         default:
@@ -228,10 +228,10 @@ ValueOrigin explainDefault(const Element& element, const Path& path) {
     origin.schemaPath = element.schemaPath() +
                         Path::toSchemaPath(path).str().substr(Path::toSchemaPath("").str().size());
     if (&value != &none) {
-        origin.source = vsData;
+        origin.source = ValueSource::data;
         origin.value = &value;
     } else if (&fallback != &none) {
-        origin.source = vsSchema;
+        origin.source = ValueSource::schema;
         origin.value = &fallback;
     }
     return origin;
@@ -239,10 +239,10 @@ ValueOrigin explainDefault(const Element& element, const Path& path) {
 
 }  // namespace ko::Orvid
 
-std::ostream& operator<<(std::ostream& out, ko::Orvid::EValueSource source) {
+std::ostream& operator<<(std::ostream& out, ko::Orvid::ValueSource source) {
     return out << ko::Orvid::nameOf(source);
 }
 
-std::wostream& operator<<(std::wostream& out, ko::Orvid::EValueSource source) {
+std::wostream& operator<<(std::wostream& out, ko::Orvid::ValueSource source) {
     return out << ko::Orvid::nameOf(source);
 }

@@ -39,14 +39,14 @@ std::size_t TextScanner::limited(std::string_view piece, std::optional<TextError
     std::size_t size = piece.size();
     if (m_options.maxLength > 0 && m_options.maxLength - m_offset < size) {
         size = static_cast<std::size_t>(m_options.maxLength - m_offset);
-        beyond = {EParseError::strictSyntax,
+        beyond = {ParseErrorCode::strictSyntax,
                   "The text is longer than " + std::to_string(m_options.maxLength) + " bytes",
                   m_offset + size, 1};
     }
     const std::optional<std::size_t> lineEnd = longLineEnd(piece.substr(0, size));
     if (lineEnd) {
         size = *lineEnd;
-        beyond = {EParseError::strictSyntax,
+        beyond = {ParseErrorCode::strictSyntax,
                   "The line is longer than " + std::to_string(m_options.maxLineLength) + " bytes",
                   m_offset + size, 1};
     }
@@ -211,12 +211,12 @@ void TextScanner::failMissing() {
                !(isComplete() && (m_held.empty() || isLineComment))) {
         const bool isComment = m_held.size() > 1 && m_held[0] == '/' && !isLineComment;
         fail("The text ends before the document is complete", m_offset, 1,
-             isComment ? EParseError::commentNotClosed : EParseError::strictSyntax);
+             isComment ? ParseErrorCode::commentNotClosed : ParseErrorCode::strictSyntax);
     }
 }
 
 const char* TextScanner::fail(std::string message, std::uint64_t begin, std::uint64_t length,
-                              EParseError code) {
+                              ParseErrorCode code) {
     m_error = {code, std::move(message), begin, length};
     return nullptr;
 }
@@ -255,7 +255,7 @@ const char* TextScanner::failRepeated(std::string_view key, TokenSpan span) {
     constexpr std::size_t k_longestShown = 100;
     const bool isShown = key.size() <= k_longestShown;
     return fail(isShown ? "Repeated key \"" + std::string(key) + '"' : "Repeated key", span.begin,
-                span.end - span.begin, EParseError::repeatedKey);
+                span.end - span.begin, ParseErrorCode::repeatedKey);
 }
 
 const char* TextScanner::expectedText() const noexcept {

@@ -25,7 +25,7 @@ namespace ko::Orvid {
 /// What is wrong, and where in the whole text: an offset from 0 and a number of bytes, which stand
 /// on one line.
 struct TextError {
-    EParseError code;
+    ParseErrorCode code;
     std::string message;
     std::uint64_t begin;
     std::uint64_t length;
@@ -189,7 +189,7 @@ private:
         return {offsetOf(begin), offsetOf(end)};
     }
     const char* fail(std::string message, std::uint64_t begin, std::uint64_t length = 1,
-                     EParseError code = EParseError::strictSyntax);
+                     ParseErrorCode code = ParseErrorCode::strictSyntax);
     const char* failString(const text::StringScan& scan);
     const char* failUnexpected(const char* at, const std::string& expected);
     const char* failDepth(const char* at);

@@ -34,7 +34,7 @@ bool ElementGetter::cbObjectProperty(const std::string& key) {
 bool ElementGetter::cbArrayItem(unsigned int index) {
     if (index == k_noIndex) {
         throw ParseException("Index must be set!", -1, -1, -1, -1)
-            .withCode(EParseError::pathNoIndex);
+            .withCode(ParseErrorCode::pathNoIndex);
     }
     const Element* const item = childAt(*m_current, index);
     if (item == nullptr) {

@@ -15,9 +15,9 @@ namespace {
 
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
-using ko::Orvid::EParseError;
 using ko::Orvid::JsonPath;
 using ko::Orvid::JsonPointer;
+using ko::Orvid::ParseErrorCode;
 using ko::Orvid::ParseException;
 using ko::Orvid::Path;
 using orvid_test::thrownBy;
@@ -25,7 +25,7 @@ using orvid_test::thrownBy;
 struct Row {
     const char* why;
     std::function<void()> action;
-    EParseError code;
+    ParseErrorCode code;
 };
 
 void parseAs(const std::string& text, const ko::Orvid::ReadOptions& options) {
@@ -44,35 +44,39 @@ struct OutOfOrder : DomParser {
 
 const std::vector<Row>& rows() {
     static const std::vector<Row> all{
-        {"a value is missing", [] { parseAs("[1, ]", {}); }, EParseError::syntax},
+        {"a value is missing", [] { parseAs("[1, ]", {}); }, ParseErrorCode::syntax},
         {"an object ends where none is open", [] { OutOfOrder().run(); },
-         EParseError::eventOutOfOrder},
-        {"a step is empty", [] { Path::toSchemaPath("a..b"); }, EParseError::pathCharacter},
-        {"a bracket stays open", [] { Path::toSchemaPath("a[1"); }, EParseError::pathTruncated},
+         ParseErrorCode::eventOutOfOrder},
+        {"a step is empty", [] { Path::toSchemaPath("a..b"); }, ParseErrorCode::pathCharacter},
+        {"a bracket stays open", [] { Path::toSchemaPath("a[1"); }, ParseErrorCode::pathTruncated},
         {"an index needs 33 bits", [] { Path::toSchemaPath("a[4294967296]"); },
-         EParseError::pathIndexRange},
-        {"a lookup names no item", [] { Element().get("[*]"); }, EParseError::pathNoIndex},
-        {"a data path is given", [] { Path::fromSchemaPath("a"); }, EParseError::schemaPathPrefix},
+         ParseErrorCode::pathIndexRange},
+        {"a lookup names no item", [] { Element().get("[*]"); }, ParseErrorCode::pathNoIndex},
+        {"a data path is given", [] { Path::fromSchemaPath("a"); },
+         ParseErrorCode::schemaPathPrefix},
         {"an unknown keyword", [] { Path::fromSchemaPath("meta.schema.a"); },
-         EParseError::schemaPathKeyword},
+         ParseErrorCode::schemaPathKeyword},
         {"a schema path has an index", [] { Path::fromSchemaPath("meta.schema[0]"); },
-         EParseError::schemaPathIndex},
-        {"a pointer begins with a letter", [] { JsonPointer("a"); }, EParseError::pointerPrefix},
-        {"a tilde is alone", [] { JsonPointer("/a~"); }, EParseError::pointerEscape},
-        {"a bracket of a query stays open", [] { JsonPath query("$["); }, EParseError::querySyntax},
+         ParseErrorCode::schemaPathIndex},
+        {"a pointer begins with a letter", [] { JsonPointer("a"); }, ParseErrorCode::pointerPrefix},
+        {"a tilde is alone", [] { JsonPointer("/a~"); }, ParseErrorCode::pointerEscape},
+        {"a bracket of a query stays open", [] { JsonPath query("$["); },
+         ParseErrorCode::querySyntax},
         {"an index needs 54 bits", [] { JsonPath query("$[9007199254740992]"); },
-         EParseError::queryInteger},
+         ParseErrorCode::queryInteger},
         {"an unknown function", [] { JsonPath query("$[?size(@) > 1]"); },
-         EParseError::queryFunction},
-        {"a comparison with many", [] { JsonPath query("$[?@.* == 1]"); }, EParseError::queryType},
+         ParseErrorCode::queryFunction},
+        {"a comparison with many", [] { JsonPath query("$[?@.* == 1]"); },
+         ParseErrorCode::queryType},
         {"a thousand parentheses", [] { JsonPath query("$[?" + std::string(1000, '(')); },
-         EParseError::queryNesting},
+         ParseErrorCode::queryNesting},
         {"a comment stays open", [] { parseAs("[1 /* one", ko::Orvid::ReadOptions::jsonc()); },
-         EParseError::commentNotClosed},
+         ParseErrorCode::commentNotClosed},
         {"a slash is alone", [] { parseAs("[1 /", ko::Orvid::ReadOptions::jsonc()); },
-         EParseError::strictSyntax},
+         ParseErrorCode::strictSyntax},
         {"a text ends after a comment",
-         [] { parseAs("[1 // one", ko::Orvid::ReadOptions::jsonc()); }, EParseError::strictSyntax},
+         [] { parseAs("[1 // one", ko::Orvid::ReadOptions::jsonc()); },
+         ParseErrorCode::strictSyntax},
     };
     return all;
 }
@@ -86,10 +90,10 @@ TEST(ErrorCodes, name_what_a_parse_error_is_about) {
 TEST(ErrorCodes, stay_with_copies_and_assignments) {
     const auto error = thrownBy<ParseException>([] { JsonPointer("a"); });
     ParseException other("mine", -1, -1, -1, -1);
-    EXPECT_EQ(other.code(), EParseError::unspecified);
+    EXPECT_EQ(other.code(), ParseErrorCode::unspecified);
     other = error;
-    EXPECT_EQ(other.code(), EParseError::pointerPrefix);
-    EXPECT_EQ(ParseException(error).code(), EParseError::pointerPrefix);
+    EXPECT_EQ(other.code(), ParseErrorCode::pointerPrefix);
+    EXPECT_EQ(ParseException(error).code(), ParseErrorCode::pointerPrefix);
 }
 
 TEST(ErrorTexts, are_the_path_the_pointer_or_the_query) {
@@ -117,9 +121,9 @@ TEST(ErrorTexts, are_set_once_and_stay_with_copies) {
 
 TEST(ErrorCodes, are_set_once) {
     ParseException error("mine", -1, -1, -1, -1);
-    error.addCode(EParseError::syntax);
-    error.addCode(EParseError::repeatedKey);
-    EXPECT_EQ(error.code(), EParseError::syntax);
+    error.addCode(ParseErrorCode::syntax);
+    error.addCode(ParseErrorCode::repeatedKey);
+    EXPECT_EQ(error.code(), ParseErrorCode::syntax);
 }
 
 }  // namespace

@@ -13,19 +13,19 @@ namespace orvid_tool {
 
 namespace {
 
-using ko::Orvid::EParseError;
+using ko::Orvid::ParseErrorCode;
 using ko::Orvid::ParseException;
 
 /// Empty for errors that say it themselves.
 const char* pathProblem(const ParseException& error) {
     switch (error.code()) {
-        case EParseError::pathTruncated:
+        case ParseErrorCode::pathTruncated:
             return "it ends where a key or an index is expected";
-        case EParseError::pathCharacter:
+        case ParseErrorCode::pathCharacter:
             return "this character may not stand here, except after a backslash";
-        case EParseError::pathIndexRange:
+        case ParseErrorCode::pathIndexRange:
             return "the index is beyond 4294967294";
-        case EParseError::pathNoIndex:
+        case ParseErrorCode::pathNoIndex:
             return "[*] names no item that could be looked up";
         default:
             return "";
@@ -33,8 +33,8 @@ const char* pathProblem(const ParseException& error) {
 }
 
 /// What to write instead of the path, which is malformed.
-std::string pathHint(const std::string& path, EParseError code) {
-    if (code == EParseError::pathNoIndex) {
+std::string pathHint(const std::string& path, ParseErrorCode code) {
+    if (code == ParseErrorCode::pathNoIndex) {
         return "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") + path +
                "'";
     }
@@ -92,7 +92,7 @@ Failure malformedPath(const std::string& path, const ParseException& error) {
     // The last column is that of the character in error; the first may be that of its step.
     const int column = error.lastColumn();
     const ParseException at(error.message(), 1, column, 1, column);
-    const bool hasLocation = error.code() != EParseError::pathNoIndex && column >= 0;
+    const bool hasLocation = error.code() != ParseErrorCode::pathNoIndex && column >= 0;
     return {ExitStatus::usage, hasLocation ? locationInWord(column) : Location(),
             "path \"" + path + "\": " + (problem.empty() ? error.message() : problem) +
                 pathHint(path, error.code()),

@@ -150,8 +150,8 @@ private:
     void finishNumber(std::uint64_t end);
     void refuseRepeated(std::string_view key);
     [[noreturn]] void failScan(std::string_view piece);
-    [[noreturn]] void failAt(std::string_view piece, const std::string& message, EParseError code,
-                             TokenSpan span);
+    [[noreturn]] void failAt(std::string_view piece, const std::string& message,
+                             ParseErrorCode code, TokenSpan span);
     Element* current() const;
     const Element* context() const;
     template<class Set>

@@ -62,7 +62,7 @@ private:
 
 /// What a ParseException is about, for programs; docs/errors.md has a row with an example for each.
 /// Values are only ever added at the end.
-enum class EParseError : int {
+enum class ParseErrorCode : int {
     unspecified,        ///< thrown by a caller's code or by a listener of its own
     syntax,             ///< the text is no JSON, in the words of the lenient reader
     strictSyntax,       ///< the text is no JSON, in the words of the strict reader
@@ -103,11 +103,11 @@ public:
     void generateWhat(std::string& out) const override;
     ko::Exception* clone() const override;
 
-    EParseError code() const { return m_code; }
+    ParseErrorCode code() const { return m_code; }
     /// This exception with that code, to be thrown.
-    ParseException withCode(EParseError code) const;
+    ParseException withCode(ParseErrorCode code) const;
     /// Sets the code unless there is one already.
-    void addCode(EParseError code) noexcept;
+    void addCode(ParseErrorCode code) noexcept;
 
     const std::string& message() const { return m_message; }
     /// The path, JSON Pointer or query that the error is in; empty for an error in another text.
@@ -131,7 +131,7 @@ private:
     int m_firstColumn;
     int m_lastLine;
     int m_lastColumn;
-    EParseError m_code = EParseError::unspecified;
+    ParseErrorCode m_code = ParseErrorCode::unspecified;
 };
 
 }  // namespace ko::Orvid

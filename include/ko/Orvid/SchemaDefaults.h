@@ -43,16 +43,16 @@ struct FillOptions {
 KO_API std::size_t fillDefaults(Element& element, const FillOptions& options = FillOptions());
 
 /// Where a value comes from.
-enum EValueSource : int {
-    vsNowhere,  ///< neither the data nor the schema has one
-    vsData,
-    vsSchema,  ///< it is the schema's default
+enum class ValueSource : int {
+    nowhere,  ///< neither the data nor the schema has one
+    data,
+    schema,  ///< it is the schema's default
 };
 
 /// What explainDefault() returns.
 struct ValueOrigin {
-    EValueSource source = vsNowhere;
-    /// The value or default, in the document; null for vsNowhere.
+    ValueSource source = ValueSource::nowhere;
+    /// The value or default, in the document; null for ValueSource::nowhere.
     const Element* value = nullptr;
     std::string path;        ///< what was asked for, from the root
     std::string schemaPath;  ///< where the schema describes it, whether it does or not
@@ -69,8 +69,8 @@ KO_API ValueOrigin explainDefault(const Element& element, const Path& path = Pat
 }  // namespace ko::Orvid
 
 /// Prints the value's name, or ">>Unknown<<" for a value that is none.
-KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::EValueSource source);
-KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::EValueSource source);
+KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::ValueSource source);
+KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::ValueSource source);
 
 namespace ko {
 using ::operator<<;

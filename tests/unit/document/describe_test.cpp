@@ -112,7 +112,8 @@ TEST(Describe, says_what_is_wrong_with_a_path) {
               "In a JSON Pointer \"~\" must be followed by 0 or 1: see column 3 of \"/a~\" "
               "(counted from 0).");
     EXPECT_EQ(
-        describe(ParseException("m", 1, 1, 1, 1).withCode(ko::Orvid::EParseError::pathTruncated)),
+        describe(
+            ParseException("m", 1, 1, 1, 1).withCode(ko::Orvid::ParseErrorCode::pathTruncated)),
         "The path has an error: it ends where a key or an index is expected, at column 1 "
         "(counted from 0).");
     EXPECT_EQ(sentenceOf([] { ko::Orvid::JsonPath("$.a["); }).substr(0, 45),

@@ -231,12 +231,12 @@ TEST(ExplainDefault, distinguishes_data_schema_and_nowhere) {
         R"({"properties":{"a":{"default":3},"b":{"items":{"properties":{"c":{"default":4}}}}}})",
         R"(,"a":1,"b":[{}],"x":2)"));
     const ValueOrigin data = explainDefault(document.root, "a");
-    EXPECT_EQ(data.source, ko::Orvid::vsData);
+    EXPECT_EQ(data.source, ko::Orvid::ValueSource::data);
     EXPECT_EQ(data.value, &document.root.get("a"));
     EXPECT_EQ(data.text(), R"("a" has a value in the data.)");
 
     const ValueOrigin schema = explainDefault(document.root.get("b"), "[0].c");
-    EXPECT_EQ(schema.source, ko::Orvid::vsSchema);
+    EXPECT_EQ(schema.source, ko::Orvid::ValueSource::schema);
     EXPECT_EQ(schema.value->path(), "meta.schema.properties.b.items.properties.c.default");
     EXPECT_EQ(schema.path, "b[0].c");
     EXPECT_EQ(schema.schemaPath, "meta.schema.properties.b.items.properties.c");
@@ -244,11 +244,11 @@ TEST(ExplainDefault, distinguishes_data_schema_and_nowhere) {
                              R"("meta.schema.properties.b.items.properties.c.default".)");
 
     const ValueOrigin nowhere = explainDefault(document.root.get("b[0]"), "d");
-    EXPECT_EQ(nowhere.source, ko::Orvid::vsNowhere);
+    EXPECT_EQ(nowhere.source, ko::Orvid::ValueSource::nowhere);
     EXPECT_EQ(nowhere.value, nullptr);
     EXPECT_EQ(nowhere.text(), R"("b[0].d" has no value in the data, and there is no default at )"
                               R"("meta.schema.properties.b.items.properties.d.default".)");
-    EXPECT_EQ(explainDefault(document.root, "x").source, ko::Orvid::vsData);
+    EXPECT_EQ(explainDefault(document.root, "x").source, ko::Orvid::ValueSource::data);
 }
 
 TEST(ExplainDefault, points_to_what_the_lookup_returns) {
@@ -277,13 +277,14 @@ TEST(ExplainDefault, joins_the_path_to_that_of_the_element) {
 TEST(ExplainDefault, prints_the_names_of_its_sources) {
     std::ostringstream narrow;
     std::wostringstream wide;
-    for (const auto source : {ko::Orvid::vsNowhere, ko::Orvid::vsData, ko::Orvid::vsSchema,
-                              static_cast<ko::Orvid::EValueSource>(9)}) {
+    for (const auto source :
+         {ko::Orvid::ValueSource::nowhere, ko::Orvid::ValueSource::data,
+          ko::Orvid::ValueSource::schema, static_cast<ko::Orvid::ValueSource>(9)}) {
         narrow << source << ' ';
         wide << source << L' ';
     }
-    EXPECT_EQ(narrow.str(), "vsNowhere vsData vsSchema >>Unknown<< ");
-    EXPECT_EQ(wide.str(), L"vsNowhere vsData vsSchema >>Unknown<< ");
+    EXPECT_EQ(narrow.str(), "nowhere data schema >>Unknown<< ");
+    EXPECT_EQ(wide.str(), L"nowhere data schema >>Unknown<< ");
 }
 
 }  // namespace
