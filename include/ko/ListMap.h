@@ -23,7 +23,7 @@ namespace ko {
 /// Members (key, value) with unique keys in insertion order. References and iterators to a member
 /// live until it is removed. Callers may change a
 /// member's value through an iterator, never its key. An operation that throws while it adds a
-/// member leaves the map as it was.
+/// member leaves the map as it was. What names no cost is O(1).
 template<class Key, class Value, class Compare>
 class ListMap : public detail::PlacesOf<Value> {
 public:
@@ -44,6 +44,7 @@ public:
 
     explicit ListMap(const Compare& compare = Compare()) : m_map(compare) {}
 
+    /// Linear cost.
     ListMap(const ListMap& other) : ItemPlaces(), m_map(other.m_map.compare()) {
         SlabArena nodes(sizeof(value_type) * 2 * other.size());
         const SlabArena::Scope scope(nodes);
@@ -60,6 +61,7 @@ public:
         return *this;
     }
 
+    /// Linear cost.
     virtual ~ListMap() { ItemPlaces::end(); }
 
     /// Appends a copy of `member`, or, when its key is there already, assigns to the present
@@ -91,6 +93,7 @@ public:
         }
     }
 
+    ///@{
     /// The member with that key, or end(). O(log n), and O(n log n) for the first time in a map of
     /// more than a few members.
     iterator find(const Key& key) { return m_map.find(m_list, key).position; }
@@ -98,6 +101,8 @@ public:
         // The index gives positions of a list that may be changed; this one is not.
         return m_map.find(const_cast<List&>(m_list), key).position;
     }
+    ///@}
+    ///@{
     /// The same without a Key, such as by a std::string_view where keys are std::string.
     template<class Like, class = EnableIfLike<Like>>
     iterator find(const Like& key) {
@@ -107,23 +112,29 @@ public:
     const_iterator find(const Like& key) const {
         return m_map.find(const_cast<List&>(m_list), key).position;
     }
+    ///@}
+    ///@{
+    /// Whether there is a member with that key. Costs find().
     bool contains(const Key& key) const { return find(key) != end(); }
     template<class Like, class = EnableIfLike<Like>>
     bool contains(const Like& key) const {
         return find(key) != end();
     }
+    ///@}
 
     /// Removes the member and returns the position after it. O(log n).
     iterator erase(iterator position) {
         m_map.erase(m_list, position);
         return m_list.erase(position);
     }
+    ///@{
     /// Removes the member with that key and returns how many there were: 0 or 1. O(log n).
     size_type erase(const Key& key) { return eraseFound(find(key)); }
     template<class Like, class = EnableIfLike<Like>>
     size_type erase(const Like& key) {
         return eraseFound(find(key));
     }
+    ///@}
 
     /// Removes all members. Linear cost.
     void clear() noexcept {

@@ -16,7 +16,9 @@ namespace ko {
 
 /// An immutable exact decimal with a coefficient of any length and a decimal exponent of 64 bits.
 /// Copies are deep. Memory follows the number of digits written down, never the exponent:
-/// 1e1000000000 is one digit.
+/// 1e1000000000 is one digit. Making one of an integer or a double is O(1), a copy is
+/// linear in the digits. All else is linear too, except that texts, products and different scales
+/// take multiplications of long coefficients, which cost a little more.
 ///
 /// Where the underlying big-number library gets no memory, it ends the process instead of throwing
 /// std::bad_alloc. What it needs is a small multiple of the digits that the caller already holds.

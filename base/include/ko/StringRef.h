@@ -12,7 +12,8 @@
 namespace ko {
 
 /// A non-owning view of `length()` characters from `data()` on; not NUL-terminated. It is valid as
-/// long as the characters it was made from. Copying it copies the view, never the characters.
+/// long as the characters it was made from. Copying it copies the view, never the characters. What
+/// names no cost is O(1).
 template<class Char>
 class StringRef {
 public:
@@ -34,7 +35,7 @@ public:
     constexpr bool empty() const noexcept { return m_length == 0; }
     constexpr const_iterator begin() const noexcept { return m_data; }
     constexpr const_iterator end() const noexcept { return m_data + m_length; }
-    /// A copy that owns its characters.
+    /// A copy that owns its characters. Linear cost.
     std::basic_string<Char> str() const { return std::basic_string<Char>(begin(), end()); }
 
 private:

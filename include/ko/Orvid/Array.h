@@ -16,7 +16,7 @@ namespace ko::Orvid {
 /// The items of an array element, which it names as their parent. Made for Element only.
 ///
 /// Every item has an empty key, the array's parent, and its position as index, except after a copy:
-/// the copies report index 0 until updateVector() or setParent() runs.
+/// the copies report index 0 until updateVector() or setParent() runs. What names no cost is O(1).
 template<class T>
 class KO_API Array : public IndexList<T>, public InSlabArena {
 public:
@@ -37,36 +37,44 @@ public:
     Array(Array&& other, T* parent = nullptr) noexcept;
     /// The same in place of the present items; the parent stays. `other` may lie within them. Where
     /// this array lies within an item of `other`, the items are copied, and only then
-    /// std::bad_alloc may be thrown, leaving this array unchanged.
+    /// std::bad_alloc may be thrown, leaving this array unchanged. Linear in the items of both.
     // A cycle is avoided by a copy.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor,bugprone-exception-escape)
     Array& operator=(Array&& other);
     /// Linear cost.
     ~Array() override;
 
+    ///@{
     /// Appends a copy, at the cost of making it.
     void push_back(const T& value) override;
     void push_back(detail::Converted value) { push_back(value.element); }
+    ///@}
     /// Appends a null item and returns it. With push_back(), the way to build an array. Amortised
     /// constant cost.
     T& appendNull();
+    ///@{
     /// Appends `value`, which is null afterwards, and returns the item. Constant cost, except for a
     /// walk up to the root where `value` has children. Where this array lies within `value`,
     /// appends a copy and leaves `value` as it is. Throws std::bad_alloc, with both as they were.
     T& emplace_back(T&& value);
     T& emplace_back(detail::Converted value) { return emplace_back(std::move(value.element)); }
+    ///@}
     using IndexList<T>::insert;
+    ///@{
     /// Inserts `value`, which is treated as by emplace_back(), before the position and returns the
     /// new item's. Linear cost.
     iterator insert(const_iterator position, T&& value);
     iterator insert(const_iterator position, detail::Converted value) {
         return insert(position, std::move(value.element));
     }
+    ///@}
+    ///@{
     /// The same. Throws std::out_of_range for a position after the end.
     iterator insert(size_type position, T&& value);
     iterator insert(size_type position, detail::Converted value) {
         return insert(position, std::move(value.element));
     }
+    ///@}
     /// Makes places agree with the order of the items. Linear cost.
     void updateVector() override;
 

@@ -15,7 +15,8 @@ namespace ko::Orvid {
 
 /// Receives the events of a text. Each operation returns non-zero to go on and 0 to stop the parse;
 /// what it throws leaves CallbackParser::parse() unchanged. Texts are not NUL-terminated, their
-/// lengths are in bytes, and they live only during the call.
+/// lengths are in bytes, and they live only during the call. There is one call for each event; it
+/// costs what the operation does with it.
 class KO_API CallbackParserListener {
 public:
     virtual ~CallbackParserListener();
@@ -49,7 +50,7 @@ public:
 /// when a character follows it, and text that stops early is no error but leaves state() at 2.
 ///
 /// There is no reset: each document takes a new parser. One thread at a time. A listener that calls
-/// parse() of the parser that is calling it gets an Exception.
+/// parse() of the parser that is calling it gets an Exception. What names no cost is O(1).
 class KO_API CallbackParser {
 public:
     /// `listener` is not owned and must outlive the parser's use. A parser made with null throws
@@ -84,7 +85,8 @@ public:
 
     ///@{
     /// Each hands one event to the listener of a parser, which `parser` points to, and returns what
-    /// it returns. They throw what the listener does, and Exception where there is none.
+    /// it returns. They throw what the listener does, and Exception where there is none. The cost
+    /// is the listener's.
     static int cb_null(void* parser);
     static int cb_boolean(void* parser, int value);
     static int cb_integer(void* parser, long value);

@@ -20,7 +20,8 @@
 namespace ko::Orvid {
 
 /// A handle on a root element, which it owns when asked to. When the document is written, the
-/// root's member of the name metaKey() is left out unless writeMeta() is set.
+/// root's member of the name metaKey() is left out unless writeMeta() is set. What names no cost is
+/// O(1).
 class KO_API Dom {
 public:
     static const std::string k_defaultMetaKey;  ///< "meta"
@@ -29,7 +30,7 @@ public:
     /// Exception. Meta is not written. Constant cost.
     Dom();
     /// Takes the root over, in constant time; `other` has none afterwards, and its meta key is the
-    /// default.
+    /// default. Assignment deletes a root that was owned.
     Dom(Dom&& other) noexcept;
     Dom& operator=(Dom&& other) noexcept;
     Dom(const Dom&) = delete;
@@ -83,7 +84,7 @@ public:
     /// Deletes an owned former root and takes `root`, which the document does not own already. With
     /// `takeOwnership` it must have been made with new; without, it must outlive the document's
     /// use. The text that the document was read from stays, and text() compares the new root with
-    /// it.
+    /// it. Linear in the size of the tree that is deleted.
     void setRoot(Element& root, bool takeOwnership);
 
     Element* root() noexcept { return m_root; }
@@ -115,9 +116,9 @@ private:
 
 }  // namespace ko::Orvid
 
-/// Writes the document as JSON text, indented by four spaces (see Generator).
+/// Writes the document as JSON text, indented by four spaces (see Generator). Linear cost.
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Dom& dom);
-/// Reads JSON text into the document's root as into an element.
+/// Reads JSON text into the document's root as into an element. Linear cost.
 KO_API std::istream& operator>>(std::istream& in, ko::Orvid::Dom& dom);
 
 namespace ko {

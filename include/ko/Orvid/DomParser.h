@@ -33,7 +33,7 @@ class SpanTable;
 ///
 /// One parser reads one document: a second parse() goes on with the text of the first. Reading is
 /// lenient: text that ends early is no error (state() says), text after the value is not looked
-/// at. ReadOptions make it stricter.
+/// at. ReadOptions make it stricter. What names no cost is O(1).
 class KO_API DomParser : private CallbackParserListener {
 public:
     DomParser();
@@ -72,8 +72,9 @@ public:
     /// The pieces may be cut anywhere, even within a character: neither the tree nor an error
     /// depends on the cuts, and the cost is linear in the length of the text.
     ///@{
-    /// Resets the element to null and begins a new document in it. The element must live, and its
-    /// tree be left alone, until finish(). The pieces may not lie in the value that it replaces.
+    /// Resets the element to null, at the cost of what it held, and begins a new document in it.
+    /// The element must live, and its tree be left alone, until finish(). The pieces may not lie in
+    /// the value that it replaces.
     void begin(Element& root);
     /// Reads the next piece. Throws ParseException for what is malformed in the text so far; then
     /// the document is over. Exception without a begin() before it.

@@ -12,6 +12,7 @@ namespace ko::Orvid {
 
 /// A file could not be read or written. The text names it and says why; it does not repeat the
 /// cause, which is the exception that says what is wrong with the content where that is in error.
+/// Costs are those of its base.
 class KO_API FileException : public Exception {
 public:
     /// `action` completes "Cannot ...", as in "read"; `reason` says why not; `error` is the errno,

@@ -13,7 +13,7 @@ namespace ko::Orvid {
 
 /// Writes the data path of the schema steps that it receives, with `[*]` for `items`. Throws
 /// ParseException for steps that are no schema path; one that ends early is converted as far as it
-/// goes.
+/// goes. A step costs the length of its key.
 class KO_API FromSchemaPathConverter : public PathParserListener {
 public:
     /// Writes through `generator`, which it does not own.

@@ -21,16 +21,17 @@ namespace ko::Orvid {
 ///
 /// Containers may be nested at any depth; writing takes no stack for it. Each call that is refused
 /// writes nothing, so what is written is balanced. A value written completely ends the document:
-/// another takes another generator.
+/// another takes another generator. What names no cost is O(1).
 class KO_API Generator {
 public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.
     /// Constant cost.
     explicit Generator(std::ostream* out = nullptr);
     Generator(std::ostream* out, const WriteOptions& options);
-    /// With WriteOptions::indented(indent), so that an empty indent is the compact layout.
+    /// With WriteOptions::indented(indent), so that an empty indent is the compact layout. Linear
+    /// in its length.
     Generator(std::ostream* out, const std::string& indent);
-    /// Flushes. Throws what flush() throws, unless another exception is on its way.
+    /// Flushes, at that cost. Throws what flush() throws, unless another exception is on its way.
     // NOLINTNEXTLINE(bugprone-exception-escape): part of the contract
     virtual ~Generator() noexcept(false);
     Generator(const Generator&) = delete;
@@ -91,7 +92,7 @@ public:
 
     /// @name Compatibility
     /// What new programs need not use: an indent that is stored and returned. The layout was fixed
-    /// when the generator was made, and does not change.
+    /// when the generator was made, and does not change. Setting it is linear in its length.
     ///@{
     void setIndent(const std::string& indent);
     const std::string& indent() const;

@@ -24,6 +24,7 @@ namespace ko::Orvid {
 ///
 /// A malformed line throws ParseException, whose line is number() and whose columns are those in
 /// the line, and is skipped: going on, with next(), ++ or another loop, reads the line after it.
+/// What names no cost is O(1).
 class KO_API JsonLines {
 public:
     class iterator;
@@ -45,11 +46,11 @@ public:
     unsigned long long number() const noexcept;
     /// Where the element with that path in the record that was read last stood in the stream: on
     /// the line number(), with offsets and columns in that line. Nothing where there was no such
-    /// element, and before the first record. Parses the line again. Throws ParseException for a
-    /// malformed path.
+    /// element, and before the first record. Parses the line again: linear in its length. Throws
+    /// ParseException for a malformed path.
     std::optional<SourcePlace> placeOf(const Path& path) const;
 
-    /// Reads the next record. Throws as next().
+    /// Reads the next record. Throws as next(), and costs that.
     iterator begin();
     iterator end() noexcept;
 
@@ -58,7 +59,7 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// What is read from: all copies go on together.
+/// What is read from: all copies go on together. What names no cost is O(1).
 class JsonLines::iterator {
 public:
     using iterator_category = std::input_iterator_tag;
@@ -71,12 +72,14 @@ public:
 
     Element& operator*() const noexcept { return *m_record; }
     Element* operator->() const noexcept { return m_record; }
-    /// Throws as JsonLines::next(); another ++ then goes on.
+    ///@{
+    /// Throws as JsonLines::next(), and costs that; another ++ then goes on.
     iterator& operator++() {
         m_record = m_lines->next();
         return *this;
     }
     void operator++(int) { ++*this; }
+    ///@}
 
     friend bool operator==(const iterator& a, const iterator& b) noexcept {
         return a.m_record == b.m_record;

@@ -12,7 +12,7 @@
 namespace ko::Orvid {
 
 /// An operation was given up because what it makes would exceed a limit. The element context is the
-/// place that it had come to.
+/// place that it had come to. Costs are those of its base.
 class KO_API LimitExceeded : public Exception {
 public:
     /// `option` is the name of the field that sets the limit, `what` says what would exceed it.

@@ -38,6 +38,9 @@ inline constexpr bool k_isNarrowInteger<T, true> = sizeof(T) <= sizeof(long long
 /// of its text, exactly. A number that was set from a binary value has the value of the shortest
 /// decimal number that reads back as that one. type(), compare(), getValue() and the reads named
 /// after types go by the binary value.
+///
+/// What names no cost is at most linear in the length of a text that was given, and O(1) for a
+/// number that was set from a binary value. The binary value of a text is computed once.
 class KO_API Number : public InSlabArena {
 public:
     /// The kind of the binary value.
@@ -204,6 +207,8 @@ public:
     /// Whether the value is one and has no fraction, as in `1`, `1.0` and `10e-1`.
     bool isWhole() const;
 
+    ///@{
+    /// What getValue() reads for that type.
     char toChar() const;
     unsigned char toUChar() const;
     short toShort() const;
@@ -216,6 +221,7 @@ public:
     unsigned long long toULongLong() const;
     float toFloat() const;
     double toDouble() const;
+    ///@}
 
     /// Negative, zero or positive as this number is below, equal to or above the other. A NaN
     /// equals every double; a signed zero is below an unsigned one. Throws what syncToBinary() does
@@ -310,15 +316,17 @@ extern template class KO_API ValueOutOfRange<Number, long double>;
 
 }  // namespace ko::Orvid
 
-/// Equal for numbers that are `==`. Throws as Number::order().
+/// Equal for numbers that are `==`. Throws as Number::order(), and costs no more.
 template<>
 struct KO_API std::hash<ko::Orvid::Number> {
     std::size_t operator()(const ko::Orvid::Number& number) const;
 };
 
-/// Prints the kind's name, or ">>Unknown<<" for a value that is no kind.
+///@{
+/// Prints the kind's name, or ">>Unknown<<" for a value that is no kind. Constant cost.
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Number::EBinaryType& type);
 KO_API std::wostream& operator<<(std::wostream& out, const ko::Orvid::Number::EBinaryType& type);
+///@}
 
 namespace ko {
 using ::operator<<;

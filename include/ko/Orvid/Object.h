@@ -18,7 +18,8 @@ namespace ko::Orvid {
 /// The members of an object element, in insertion order; the values name that element as their
 /// parent. Made for std::string and Element only.
 ///
-/// Every value has its member's key, the object's parent and the index k_noIndex.
+/// Every value has its member's key, the object's parent and the index k_noIndex. What names no
+/// cost is O(1).
 template<class Key, class Value, class Compare>
 class KO_API Object : public ListMap<Key, Value, Compare>, public InSlabArena {
 public:
@@ -33,25 +34,31 @@ public:
     Object(const Object& other, Value* parent = nullptr);
     /// The same in place of the present members; the parent stays. The copies are complete before
     /// the former members are destroyed. Throws std::bad_alloc, leaving this object unchanged.
+    /// Linear cost, and O(log n) for each member.
     Object& operator=(const Object& other);
     /// Takes the other's members over, with their addresses, whose parent is `parent` then; `other`
     /// is empty afterwards. Linear in the number of members.
     Object(Object&& other, Value* parent = nullptr) noexcept;
     /// The same in place of the present members; the parent stays. `other` may lie within them.
     /// Where this object lies within a member of `other`, the members are copied, and only then
-    /// std::bad_alloc may be thrown, leaving this object unchanged.
+    /// std::bad_alloc may be thrown, leaving this object unchanged. Linear in the members of both.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
     Object& operator=(Object&& other);
+    /// Linear cost.
     ~Object() override;
 
+    ///@{
+    /// As ListMap::insert(); the new value learns its place.
     std::pair<iterator, bool> insert(const value_type& member) override;
     iterator insert(iterator position, const value_type& member) override;
+    ///@}
     /// The member with that key, set to null; appended when it is not there yet. The way to build
     /// an object. O(log n).
     Value& resetMember(std::string_view key);
     /// The member with that key as it is, or a null one that is appended, and whether it is new.
     /// O(log n). Throws std::bad_alloc, leaving the object unchanged.
     std::pair<iterator, bool> try_emplace(std::string_view key);
+    ///@{
     /// Sets the member with that key to `value`, which is null afterwards; it is appended when it
     /// is not there yet. Returns the member and whether it is new. O(log n), and a walk up to the
     /// root where `value` has children. Where this object lies within `value`, a copy is set, and
@@ -64,6 +71,8 @@ public:
     std::pair<iterator, bool> insert_or_assign(Text key, Value&& value) {
         return insert_or_assign(Key(key), std::move(value));
     }
+    ///@}
+    ///@{
     /// Appends a member with that key and a value made of the arguments, unless the key is there
     /// already. Returns the member and whether it is new. O(log n). As insert_or_assign()
     /// otherwise.
@@ -81,11 +90,14 @@ public:
     std::pair<iterator, bool> emplace(Text key, Arguments&&... arguments) {
         return emplace(Key(key), std::forward<Arguments>(arguments)...);
     }
+    ///@}
 
+    ///@{
     /// The value of the member with that key. O(log n). Throws PathNotFound, with the path from the
     /// root and the parent as context, when there is none.
     Value& at(std::string_view key);
     const Value& at(std::string_view key) const;
+    ///@}
     /// The value of the member with that key; a null member is appended when there is none. O(log
     /// n).
     Value& operator[](std::string_view key);

@@ -12,7 +12,8 @@
 namespace ko::Orvid {
 
 /// An operation of a JSON Patch could not be carried out, or is none. The element context, where
-/// there is one, is the deepest element on the way to the operation's place.
+/// there is one, is the deepest element on the way to the operation's place. Costs are those of its
+/// base.
 class KO_API PatchException : public Exception {
 public:
     /// `number` counts the operations of the patch from 0, `path` is the operation's JSON Pointer

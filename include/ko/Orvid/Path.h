@@ -27,7 +27,8 @@ struct PathStep {
 };
 
 /// Path text. It is not checked here: an operation that uses a path parses it and throws
-/// ParseException, with the 0-based columns of the error, when it is malformed.
+/// ParseException, with the 0-based columns of the error, when it is malformed. What names no cost
+/// is at most linear in the length of the text.
 class KO_API Path {
 public:
     /// The index that stands for no index: the step `[*]`.
@@ -79,7 +80,7 @@ public:
 
     /// The element below `start` to which a plain path leads: one without escapes, `[*]` and
     /// errors. Null where it leads nowhere and for any other path, of which the operations above
-    /// say more. Needs no memory.
+    /// say more. Needs no memory, and costs what they do.
     static const Element* plainElement(std::string_view path, const Element& start);
 
     /// Walks below `start`, making what is missing: members, items for `[*]`, and containers out of
@@ -112,7 +113,7 @@ private:
 
 }  // namespace ko::Orvid
 
-/// Writes the text unchanged.
+/// Writes the text unchanged. Linear in its length.
 KO_API std::ostream& operator<<(std::ostream& out, const ko::Orvid::Path& path);
 
 namespace ko {

@@ -12,7 +12,7 @@
 
 namespace ko::Orvid {
 
-/// An object has no member `key`. The element context is the object.
+/// An object has no member `key`. The element context is the object. Costs are those of its base.
 class KO_API KeyNotFound : public Exception {
 public:
     KeyNotFound(const Element* element, const std::string& key,
@@ -31,7 +31,7 @@ private:
 };
 
 /// `path` could not be followed beyond the element of the context: it has no step `key`, which is a
-/// member's key or an index in brackets.
+/// member's key or an index in brackets. Costs are those of its base.
 class KO_API PathNotFound : public Exception {
 public:
     PathNotFound(const Element* element, const std::string& path, const std::string& key,

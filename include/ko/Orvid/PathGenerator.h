@@ -15,7 +15,8 @@
 
 namespace ko::Orvid {
 
-/// Writes path text to a stream that it does not own, which reports its own failures.
+/// Writes path text to a stream that it does not own, which reports its own failures. What names no
+/// cost is O(1).
 class KO_API PathGenerator {
 public:
     /// The characters of a key that are written after a backslash.
@@ -24,10 +25,12 @@ public:
     /// Writes nothing yet. `out` must outlive the generator's use.
     explicit PathGenerator(std::ostream& out);
 
+    ///@{
     /// Writes an object step: a dot unless it is the first step, then the key, escaped. Linear in
     /// the length of the key.
     void genObjectProperty(const StringRef<char>& key);
     void genObjectProperty(const std::string& key);
+    ///@}
 
     /// Writes an array step: `[index]` with the 0-based index, or `[*]` for k_noIndex. Constant
     /// cost.
@@ -51,9 +54,12 @@ private:
 
 }  // namespace ko::Orvid
 
-/// Prints the state's name; sets failbit, writing nothing, for a value that is no state.
+///@{
+/// Prints the state's name; sets failbit, writing nothing, for a value that is no state. Constant
+/// cost.
 KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::PathGenerator::EState state);
 KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::PathGenerator::EState state);
+///@}
 
 namespace ko {
 using ::operator<<;

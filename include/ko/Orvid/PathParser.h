@@ -15,7 +15,8 @@
 namespace ko::Orvid {
 
 /// Receives the steps of a path, each as soon as its end has been seen. What an operation throws
-/// leaves PathParser::parse() unchanged.
+/// leaves PathParser::parse() unchanged. There is one call for each step; it costs what the
+/// operation does with it.
 class KO_API PathParserListener {
 public:
     virtual ~PathParserListener();
@@ -33,7 +34,7 @@ public:
 };
 
 /// Parses path text. It keeps nothing between two parses; separate parsers may run on separate
-/// threads.
+/// threads. What names no cost is O(1).
 class KO_API PathParser {
 public:
     /// Keeps the listener, which must outlive the parser's use.
@@ -47,7 +48,7 @@ public:
 
     /// @name Compatibility
     /// What new programs need not use: the working state of one parse, and the two steps that take
-    /// it from outside.
+    /// it from outside, which cost the length of its token.
     ///@{
     enum EState : int {
         esInit,        ///< between steps: at the start, or after a `]`
@@ -97,9 +98,12 @@ private:
 
 }  // namespace ko::Orvid
 
-/// Prints the state's name; sets badbit, writing nothing, for a value that is no state.
+///@{
+/// Prints the state's name; sets badbit, writing nothing, for a value that is no state. Constant
+/// cost.
 KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::PathParser::EState state);
 KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::PathParser::EState state);
+///@}
 
 namespace ko {
 using ::operator<<;

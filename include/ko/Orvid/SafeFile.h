@@ -28,13 +28,15 @@ namespace ko::Orvid {
 /// reads to after commit(), and says by expect() what it has read.
 ///
 /// All failures are FileException with the name that was given, and leave the file as it was,
-/// except for the one that commit() names.
+/// except for the one that commit() names. What names no cost is O(1).
 class KO_API SafeFile {
 public:
-    /// Makes the temporary file. Throws where the file is no regular file, or may not be written
+    /// Makes the temporary file, which costs some calls of the system, and a few for each extended
+    /// attribute of the file. Throws where the file is no regular file, or may not be written
     /// to, or its folder does not permit it.
     explicit SafeFile(const std::string& name);
-    /// Removes the temporary file, unless commit() has come to its end.
+    /// Removes the temporary file, unless commit() has come to its end: the cost of a few calls of
+    /// the system.
     ~SafeFile();
     SafeFile(const SafeFile&) = delete;
     SafeFile& operator=(const SafeFile&) = delete;
@@ -43,11 +45,11 @@ public:
     /// which readFile() gave. It looks right before it replaces the file; against those who change
     /// the file at that very moment only a FileLock helps.
     void expect(const FileStamp& stamp);
-    /// Appends bytes to the new content.
+    /// Appends bytes to the new content. Linear cost: they are not buffered.
     void write(std::string_view bytes);
     /// Flushes the new content to the disk, gives the file that content, and flushes the folder.
     /// When only that last step fails, it throws with the new content in place. Nothing may follow.
-    /// Waits for the disk, twice.
+    /// Waits for the disk, twice, which is nearly all of its cost.
     void commit();
 
     /// The file that is replaced, with symbolic links followed.
@@ -71,10 +73,10 @@ private:
     std::optional<FileStamp> m_expected;
 };
 
-/// Gives the file that content, at once (see SafeFile), and waits for the disk.
+/// Gives the file that content, at once (see SafeFile), and waits for the disk. Linear cost.
 KO_API void replaceFile(const std::string& name, std::string_view content);
 
-/// All bytes of a file, which may be a pipe or a device. Throws FileException.
+/// All bytes of a file, which may be a pipe or a device. Throws FileException. Linear cost.
 KO_API std::string readFile(const std::string& name);
 /// The same, with the stamp of the file before it was read.
 KO_API std::string readFile(const std::string& name, FileStamp& stamp);

@@ -57,7 +57,7 @@ struct ValueOrigin {
     std::string path;        ///< what was asked for, from the root
     std::string schemaPath;  ///< where the schema describes it, whether it does or not
 
-    /// What it says, as a sentence.
+    /// What it says, as a sentence. Linear in its length.
     KO_API std::string text() const;
 };
 
@@ -68,9 +68,11 @@ KO_API ValueOrigin explainDefault(const Element& element, const Path& path = Pat
 
 }  // namespace ko::Orvid
 
-/// Prints the value's name, or ">>Unknown<<" for a value that is none.
+///@{
+/// Prints the value's name, or ">>Unknown<<" for a value that is none. Constant cost.
 KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::ValueSource source);
 KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::ValueSource source);
+///@}
 
 namespace ko {
 using ::operator<<;

@@ -12,7 +12,8 @@
 namespace ko::Orvid {
 
 /// Writes the schema path of the steps that it receives: `meta.schema` at once, `properties` and
-/// the key for an object step, `items` for an array step, whose index is dropped.
+/// the key for an object step, `items` for an array step, whose index is dropped. A step costs the
+/// length of its key.
 class KO_API ToSchemaPathConverter : public PathParserListener {
 public:
     /// Writes through `generator`, which it does not own.

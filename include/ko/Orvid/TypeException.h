@@ -11,7 +11,8 @@
 
 namespace ko::Orvid {
 
-/// An element of type `got` was asked for a `requested`. Made for EType only.
+/// An element of type `got` was asked for a `requested`. Made for EType only. Costs are those of
+/// its base.
 template<class Type>
 class KO_API TypeException : public Exception {
 public:

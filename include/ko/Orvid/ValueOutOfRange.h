@@ -13,7 +13,7 @@ namespace ko::Orvid {
 /// `value` is not within [min, max]. Value is Number for the typed reads, where Limit is the type
 /// that was asked for, and std::string for the conversion of a number's text, where Limit is
 /// std::string too. Each combination is a type of its own and is caught as such. Number.h lists
-/// them.
+/// them. Costs are those of its base, and of copies of the value and the limits.
 template<class Value, class Limit>
 class KO_API ValueOutOfRange : public Exception {
 public:

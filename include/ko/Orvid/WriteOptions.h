@@ -10,7 +10,8 @@
 
 namespace ko::Orvid {
 
-/// The defaults are the layout of a Generator that is made without options.
+/// The defaults are the layout of a Generator that is made without options. Making one is linear in
+/// the length of the indent.
 struct WriteOptions {
     /// Stands before each member and item, once for each level. Empty: the compact layout, all on
     /// one line and without whitespace. Only spaces, tabs, `\n`, `\r`, `\v` and `\f` are an indent

@@ -17,7 +17,8 @@
 namespace ko::Orvid {
 
 /// A value in the list of makeArray() or makeObject(): whatever an Element can be made of, and
-/// every other value that converts. It exists until the call is over and is moved from there.
+/// every other value that converts. It exists until the call is over and is moved from there. Costs
+/// what making the Element does; take() is O(1).
 class BuildValue {
 public:
     template<class T, class = std::enable_if_t<std::is_constructible_v<Element, T&&>>>

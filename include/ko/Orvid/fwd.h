@@ -70,8 +70,10 @@ struct WriteOptions;
 
 /// The path of `element` from its root, as Element::path(nullptr) writes it. Exceptions with
 /// element context call it when they are built; it is declared here so that they need not know
-/// elements.
+/// elements. Costs Element::path().
 std::string pathText(const Element& element);
+/// The text of the JSON Pointer of `element` where an empty key lies on the way to it from its
+/// root; empty otherwise. Linear in the depth and the length of the keys.
 std::string pointerBelowEmptyKey(const Element& element);
 
 }  // namespace Orvid

@@ -26,9 +26,11 @@ constexpr unsigned int k_noIndex = 0xFFFFFFFFU;
 
 }  // namespace ko::Orvid
 
-/// Prints the type's name, or ">>INVALID<<" for a value that is no type.
+///@{
+/// Prints the type's name, or ">>INVALID<<" for a value that is no type. Constant cost.
 KO_API std::ostream& operator<<(std::ostream& out, ko::Orvid::EType type);
 KO_API std::wostream& operator<<(std::wostream& out, ko::Orvid::EType type);
+///@}
 
 namespace ko {
 using ::operator<<;
