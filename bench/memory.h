@@ -26,7 +26,7 @@ struct MemoryResult {
     /// tree.
     double faults = 0;
 
-    /// None but for the library itself.
+    /// Empty for the other libraries, which are only shown.
     std::vector<BarResult> bars() const;
 };
 

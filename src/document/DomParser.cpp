@@ -244,8 +244,8 @@ void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
     }
 }
 
-/// What the stream's buffer holds is scanned where it lies, and what a file has beyond that in long
-/// pieces. Returns false where there is nothing of this, or YAJL reads.
+/// Scans what the stream's buffer holds in place, and what a file has beyond that in long pieces.
+/// Returns false where there is nothing to scan, or YAJL reads.
 bool DomParser::readInPlace(std::streambuf& buffer, FileChunks& chunks) {
     if (m_parser != nullptr || !m_reading->isLenient || m_reading->isBroken) {
         return false;

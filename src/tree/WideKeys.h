@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// WideKeys: which keys the wide objects have that are being read. A table of their hashes takes a
+// WideKeys: the keys of wide objects while they are read. A table of their hashes takes a
 // tenth of the time of an index in the order of the keys, and is gone when the object ends.
 
 #pragma once
@@ -19,9 +19,9 @@
 
 namespace ko::Orvid {
 
-/// Of one object, each of whose members was added. Gives up, once and for all, where many keys have
-/// hashes that are alike, which may be by intention, or where memory is missing: so each operation
-/// is of constant cost (amortised), and none throws.
+/// The keys of one object, each of whose members was added. Gives up for good where many keys have
+/// similar hashes, which may be an attack, or where memory runs out: so each operation has constant
+/// cost (amortised), and none throws.
 template<class Hash = std::hash<std::string_view>>
 class WideKeys {
 public:
@@ -38,7 +38,7 @@ public:
             return present.size() == key.size() &&
                    ko::detail::sameBytes(present.data(), key.data(), key.size());
         });
-        return isKnown ? m_members[m_slots[m_place].number - 1] : nullptr;
+        return isKnown ? m_members[m_slots[m_slot].number - 1] : nullptr;
     }
 
     /// Its key was sought last, and not found.
@@ -49,7 +49,7 @@ public:
             }
             if (!m_hasGivenUp) {
                 m_members.push_back(&member);
-                m_slots[m_place] = {m_hash, static_cast<std::uint32_t>(m_members.size())};
+                m_slots[m_slot] = {m_hash, static_cast<std::uint32_t>(m_members.size())};
             }
         } catch (const std::bad_alloc&) {
             giveUp();
@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    /// Half of the table is free, so that nearly all runs of taken places are shorter.
+    /// Half of the table is free, so that nearly all runs of taken slots are shorter.
     static constexpr std::size_t k_mostSteps = 128;
     static constexpr std::size_t k_fewestSlots = 512;
 
@@ -66,13 +66,13 @@ private:
         std::uint32_t number;  ///< of the member, from 1; 0 for none
     };
 
-    /// Goes to the place of the member with m_hash that `isMeant`, or to the free one for it.
+    /// Goes to the slot of the member with m_hash that `isMeant`, or to the free one for it.
     /// Returns whether there is such a member.
     template<class IsMeant>
     bool seek(const IsMeant& isMeant) noexcept {
         for (std::size_t step = 0; step < k_mostSteps && !m_slots.empty(); ++step) {
-            m_place = (m_hash + step) & (m_slots.size() - 1);
-            const Slot slot = m_slots[m_place];
+            m_slot = (m_hash + step) & (m_slots.size() - 1);
+            const Slot slot = m_slots[m_slot];
             if (slot.number == 0) {
                 return false;
             }
@@ -86,7 +86,7 @@ private:
         return false;
     }
 
-    /// Makes the table twice as large, and goes to the place for m_hash in it.
+    /// Makes the table twice as large, and goes to the slot for m_hash in it.
     void grow() {
         if (m_members.size() > std::numeric_limits<std::uint32_t>::max() / 4) {
             throw std::bad_alloc();
@@ -102,7 +102,7 @@ private:
                 if (m_hasGivenUp) {
                     return;
                 }
-                m_slots[m_place] = slot;
+                m_slots[m_slot] = slot;
             }
         }
         m_hash = sought;
@@ -120,7 +120,7 @@ private:
     bool m_hasGivenUp = false;
     // Of the key that was sought last.
     std::uint32_t m_hash = 0;
-    std::size_t m_place = 0;
+    std::size_t m_slot = 0;
 };
 
 /// The tables of the objects that are open in each other.
@@ -128,9 +128,9 @@ class OpenWideKeys {
 public:
     using Object = Element::TObject;
 
-    /// The table of the object, to which members are about to be added; null where its index must
-    /// do. It is made when the object has `k_least` members; what is made later, such as with each
-    /// piece of a text, would cost more than it saves.
+    /// The table of the object, to which members are about to be added; null where the object's own
+    /// index is to be used. It is made when the object has `k_least` members: a table that is made
+    /// later, such as with each piece of a text, would cost more than it saves.
     WideKeys<>* of(Object& object) {
         if (object.size() == k_least && !isLast(object)) {
             open(object);
@@ -138,7 +138,7 @@ public:
         return isLast(object) && m_open.back().keys.size() == object.size() ? &m_open.back().keys
                                                                             : nullptr;
     }
-    /// Nothing more comes into the object.
+    /// No further member will be added to the object.
     void close(const Object& object) noexcept {
         if (isLast(object)) {
             m_open.pop_back();

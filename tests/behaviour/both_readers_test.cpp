@@ -160,15 +160,15 @@ TEST(BothReaders, agree_on_random_tokens) {
 
 /// A stream's buffer is scanned as a whole, but an error is shown as if it were read by 255 bytes.
 TEST(BothReaders, agree_on_errors_wherever_they_lie_in_the_buffer_of_a_stream) {
-    for (const std::string fault :
+    for (const std::string error :
          {"1x", "tru3", "\"\\x\"", "\"\\u12g4\"", "\"\n\"", "1 2", "}", "/*", "/*c*/ x", "1.", "-",
           "\"\\ud800\", y", "], 1", "\"open"}) {
         for (const std::size_t before : {0U, 200U, 248U, 251U, 252U, 253U, 254U, 255U, 256U, 505U,
                                          508U, 509U, 510U, 511U, 700U}) {
-            const std::string blanks = "[" + std::string(before, ' ') + fault;
-            const std::string letters = "[\"" + std::string(before, 'a') + "\", " + fault;
-            const std::string longer = "[\"" + std::string(before, 'a') + "\\x\", " + fault;
-            for (const std::string& begin : {blanks, letters, longer}) {
+            const std::string spaces = "[" + std::string(before, ' ') + error;
+            const std::string letters = "[\"" + std::string(before, 'a') + "\", " + error;
+            const std::string longer = "[\"" + std::string(before, 'a') + "\\x\", " + error;
+            for (const std::string& begin : {spaces, letters, longer}) {
                 const std::string text = begin + std::string(300, ' ') + "] 3";
                 for (const std::size_t size : {2000U, 400U, 255U}) {
                     EXPECT_EQ(readersDiffer(ReadOptions(), cut(text, size), "]"), "")

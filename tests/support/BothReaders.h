@@ -89,7 +89,7 @@ inline std::string treeText(const ko::Orvid::Element& root) {
     return text;
 }
 
-/// All that a reading leaves behind, one fact in a line.
+/// All that a reading leaves, one fact in a line.
 class ReadingReport {
 public:
     const std::string& text() const { return m_text; }

@@ -15,7 +15,7 @@ namespace orvid_test {
 std::string makeWideJson(const Choice& choose);
 
 /// An object with members k0, k1 and so on, or an array: children in rows, with comments of one
-/// line and of several before and behind some commas.
+/// line and of several before and after some commas.
 std::string makeRows(const Choice& choose, bool isObject);
 
 }  // namespace orvid_test

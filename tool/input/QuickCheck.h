@@ -13,11 +13,11 @@
 
 namespace orvid_tool {
 
-/// The text of the file, or of standard input for "-", where it is not surely right as the options
-/// say: up to the fault, and some bytes of its line after it, or the whole where the fault is its
-/// end. Nothing where it is right. Of a file that can be read again no more than a piece is held
-/// while it is right, of others, such as a pipe, the text, besides eight bytes for each key of the
-/// objects that are open at once. Throws Failure where it cannot be opened or read.
+/// The text of the file, or of standard input for "-", where it is not certainly right as the
+/// options say: up to the error, and some bytes of its line after it, or the whole where the error
+/// is its end. Nothing where it is right. Of a file that can be read again no more than a piece is
+/// held while it is right, of others, such as a pipe, the text, besides eight bytes for each key of
+/// the objects that are open at once. Throws Failure where it cannot be opened or read.
 std::optional<Bytes> faultyText(const std::string& file, const ko::Orvid::ReadOptions& options);
 
 }  // namespace orvid_tool

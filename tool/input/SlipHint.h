@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What people mean by the commonest slips in JSON text.
+// What people mean by the commonest mistakes in JSON text.
 
 #pragma once
 
@@ -18,7 +18,7 @@ inline constexpr std::string_view k_endsEarly = "The text ends before the docume
 inline constexpr const char* k_severalValues =
     " (for values that follow each other there are --lines, split --values and join)";
 
-/// What the message for the fault at `offset` of the text lacks, as its end, such as ` (did you
+/// What the message for the error at `offset` of the text lacks, as its end, such as ` (did you
 /// mean null?)`; mostly empty. `message` is the library's.
 std::string slipHint(std::string_view text, std::size_t offset, std::string_view message);
 

@@ -23,7 +23,7 @@ struct TableWords {
     }
 
 private:
-    /// Throws UsageError for what could not be told from the text of a field.
+    /// Throws UsageError for what cannot be distinguished from the text of a field.
     void separateBy(const std::string& text) {
         const auto isSign = [](char c) { return c > ' ' && c < '\x7f' && c != '"'; };
         if (text != "\t" && (text.length() != 1 || !isSign(text.front()))) {

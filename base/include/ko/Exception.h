@@ -27,7 +27,7 @@ public:
     ~Exception() override;
 
     /// The text that the most derived generateWhat() writes. Never throws: when generateWhat()
-    /// does, for want of memory say, a fixed text stands in. Valid until the next call on the same
+    /// does, such as for lack of memory, it is a fixed text. Valid until the next call on the same
     /// object, and no longer than the object. Not for two threads on one object at the same time.
     const char* what() const noexcept override;
 

@@ -43,7 +43,8 @@ public:
     /// Reads the stream to its end, to a byte 0xFF outside an escape, or until the listener stops,
     /// and reports the steps. Throws only what the listener does. Linear in the length.
     std::istream& parse(std::istream& in);
-    /// The same on a text in memory, which a ParseException of the listener's is told.
+    /// The same on a text in memory. A ParseException that the listener throws gets it as its
+    /// text().
     void parse(std::string_view text);
 
     /// @name Compatibility

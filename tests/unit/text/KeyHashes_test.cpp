@@ -10,7 +10,7 @@
 namespace ko::Orvid::text {
 namespace {
 
-/// Whether one object with those keys has none twice, so far as it is told.
+/// Whether one object with those keys has none twice, as far as it knows.
 bool areDifferent(const std::vector<std::string>& keys) {
     KeyHashes hashes;
     hashes.open();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Children that name another parent than their own, after swaps that did not tell them: whatever is
+// Children that name another parent than their own, after swaps that did not update them: whatever is
 // done next, every way up ends at the root, and no memory is used after it was freed. The numbers
 // of containers are so large that the tests would take minutes if a step looked at all before it.
 
