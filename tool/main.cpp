@@ -9,7 +9,6 @@
 #include <csignal>
 #include <exception>
 #include <iterator>
-#include <map>
 #include <memory>
 #include <new>
 #include <string>
@@ -19,12 +18,11 @@
 #include "call/CommandLine.h"
 #include "call/Options.h"
 #include "call/Verb.h"
+#include "call/verbHint.h"
 #include "edit/SignalCleanup.h"
-#include "input/Input.h"
 #include "output/Output.h"
 #include "output/Progress.h"
 #include "output/Report.h"
-#include "output/Similar.h"
 
 namespace {
 
@@ -62,29 +60,11 @@ Failure usageError(const std::string& verb, const std::string& text) {
     return {ExitStatus::usage, text + "; see orvid" + name + " --help"};
 }
 
-/// The verb that may have been meant, by a slip or by the name it has elsewhere.
-std::string meant(const std::string& word, const Verbs& verbs) {
-    static const std::map<std::string, std::string> elsewhere{
-        {"add", "insert"},       {"append", "insert"}, {"cat", "print"},      {"count", "length"},
-        {"cp", "copy"},          {"del", "remove"},    {"delete", "remove"},  {"fmt", "print"},
-        {"format", "print"},     {"len", "length"},    {"lint", "check"},     {"mv", "move"},
-        {"pretty", "print"},     {"put", "set"},       {"rm", "remove"},      {"show", "print"},
-        {"slurp", "join"},       {"update", "set"},    {"validate", "check"}, {"view", "print"},
-        {"version", "--version"}};
-    if (orvid_tool::isFileThere(word)) {
-        return ": to look into that file, write orvid print " + word;
-    }
-    if (!word.empty() && std::string_view(".[/$").find(word.front()) != std::string_view::npos) {
-        return word.front() == '$' ? " (did you mean \"query\"?)" : " (did you mean \"get\"?)";
-    }
-    const auto known = elsewhere.find(word);
-    if (known != elsewhere.end()) {
-        return " (did you mean \"" + known->second + "\"?)";
-    }
+std::vector<std::string> namesOf(const Verbs& verbs) {
     std::vector<std::string> names;
     std::transform(verbs.begin(), verbs.end(), std::back_inserter(names),
                    [](const auto& verb) { return verb->name(); });
-    return orvid_tool::suggestion(word, names);
+    return names;
 }
 
 /// The first word names the verb, or asks for what the command says of itself.
@@ -101,7 +81,8 @@ void requireVerb(const Verbs& verbs, const Verb* verb, const orvid_tool::Command
         throw usageError("", "there is no " + word + " (did you mean --version?)");
     }
     throw usageError("", isOption ? "a verb stands before its options"
-                                  : "there is no verb \"" + word + "\"" + meant(word, verbs));
+                                  : "there is no verb \"" + word + "\"" +
+                                        orvid_tool::verbHint(word, namesOf(verbs)));
 }
 
 /// Lists the verbs where the call asks for them, and declares what `given`, which may be null,
@@ -147,8 +128,8 @@ ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& 
     return verb->run(call, report, out);
 }
 
-/// The same with the failures that end the run reported. What was written before them still goes
-/// out.
+/// The same with the failures that end the run reported. What was written before them is still
+/// written out.
 ExitStatus runToTheEnd(int argc, char** argv, const Report& report) {
     orvid_tool::StandardOutput out;
     ExitStatus status = ExitStatus::failed;

@@ -76,7 +76,7 @@ bool JsonLines::State::readLine() {
 
 namespace {
 
-/// Without a root where the line is faulty.
+/// Without a root where the line is malformed.
 Dom parsed(const std::string& line, const ReadOptions& options) {
     try {
         return Dom::parse(line, options);

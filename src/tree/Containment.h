@@ -3,7 +3,7 @@
 // What lies within what: asked wherever a value is moved, since a tree that came to lie within
 // itself would have no root and never be freed.
 //
-// The walk up from where a value will come to lie brings home all strays on its way (see Strays.h).
+// The walk up from the new place of a value updates all strays on its way (see Strays.h).
 // So no element ever names as its parent one that lies within it, and every walk by parent() ends
 // at a root, through true parents or others.
 

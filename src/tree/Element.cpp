@@ -80,7 +80,7 @@ Element::Element(const DecNumber& number) : Element(Number(number)) {}
 
 Element::Element(const Element& other) { copy(m_data, other.m_data, this); }
 
-// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): copy() sees to it
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): copy() handles it
 Element& Element::operator=(const Element& other) {
     copy(m_data, other.m_data, this);
     return *this;

@@ -45,7 +45,7 @@ public:
 
 private:
     /// A container that is being copied, and how far that has come.
-    struct SOpen {
+    struct Open {
         SData* target;
         const SData* source;
         std::size_t done;                       ///< items
@@ -140,8 +140,8 @@ private:
     SlabArena& m_nodes;
     bool m_isOpen = false;         ///< whether there is a container in m_open
     bool m_isInterrupted = false;  ///< since it was opened just now
-    SOpen m_open{};
-    std::vector<SOpen> m_outer;
+    Open m_open{};
+    std::vector<Open> m_outer;
 };
 
 }  // namespace

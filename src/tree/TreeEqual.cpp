@@ -44,7 +44,7 @@ private:
     using Member = Element::TObject::const_iterator;
 
     /// Two containers of the same type and size, and which of their children come next.
-    struct SOpen {
+    struct Open {
         const Element* a;
         const Element* b;
         std::size_t position;
@@ -62,7 +62,7 @@ private:
 
     /// In the innermost containers.
     bool goOn() {
-        const SOpen open = m_open;
+        const Open open = m_open;
         return open.a->isArray() ? compareItems(*open.a, *open.b, open.position, true)
                                  : compareMembers(*open.a, *open.b, open.member, open.beside, true);
     }
@@ -98,7 +98,7 @@ private:
         return left.type != etBoolean || left.value.boolean == right.value.boolean;
     }
 
-    bool open(const SOpen& opened) {
+    bool open(const Open& opened) {
         if (m_isOpen) {
             m_outer.push_back(m_open);
         }
@@ -234,8 +234,8 @@ private:
     bool m_isSpent = false;
     bool m_isOpen = false;         ///< whether there is a container in m_open
     bool m_isInterrupted = false;  ///< since it was opened just now
-    SOpen m_open{};
-    std::vector<SOpen> m_outer;
+    Open m_open{};
+    std::vector<Open> m_outer;
 };
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "support/Document.h"
+#include "support/WrongByte.h"
 #include "support/YajlMessages.h"
 
 namespace {
@@ -25,6 +26,7 @@ using ko::Orvid::ParseException;
 using orvid_test::compact;
 using orvid_test::Document;
 using orvid_test::thrownBy;
+using orvid_test::withByteAt;
 
 /// What reading the text as one piece, without a newline after it, comes to.
 struct Outcome {
@@ -140,11 +142,7 @@ TEST(BadInput, any_byte_put_anywhere_throws_nothing_but_parse_exceptions) {
     for (const char byte : {'\0', '\x01', '"', '\\', '{', '}', '[',  ']',    ',',    ':',   '-',
                             '.',  'e',    '0', '/',  '*', 'n', '\n', '\x7F', '\x80', '\xFF'}) {
         for (std::size_t at = 0; at <= k_everything.size(); ++at) {
-            std::string inserted = k_everything;
-            inserted.insert(at, 1, byte);
-            std::string replaced = k_everything;
-            replaced.at(at < replaced.size() ? at : 0) = byte;
-            for (const std::string& text : {inserted, replaced}) {
+            for (const std::string& text : withByteAt(k_everything, at, byte)) {
                 const Outcome outcome(text);
                 EXPECT_EQ(outcome.state != 3, outcome.message.empty()) << text;
                 EXPECT_LE(outcome.position, text.size());

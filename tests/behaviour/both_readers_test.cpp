@@ -10,11 +10,13 @@
 #include <vector>
 
 #include "support/BothReaders.h"
+#include "support/WrongByte.h"
 
 namespace {
 
 using ko::Orvid::ReadOptions;
 using orvid_test::readersDiffer;
+using orvid_test::withByteAt;
 
 /// Pieces of `size` bytes.
 std::vector<std::string> cut(const std::string& text, std::size_t size) {
@@ -129,13 +131,9 @@ TEST(BothReaders, agree_wherever_a_byte_is_wrong) {
     const std::string bytes = std::string(1, '\0') + " \n\v\"\\/*{}[]:,0-.eu\xC3";
     for (std::size_t at = 0; at <= text.size(); at += k_offsetStep) {
         for (const char byte : bytes) {
-            std::string inserted = text;
-            inserted.insert(at, 1, byte);
-            std::string replaced = text.substr(0, at) + byte;
-            replaced += at < text.size() ? text.substr(at + 1) : "";
-            for (const std::string& faulty : {inserted, replaced, inserted.substr(0, at + 1)}) {
-                EXPECT_EQ(readersDiffer(ReadOptions(), cut(faulty, 5), "]"), "") << faulty;
-                EXPECT_EQ(readersDiffer(ReadOptions::jsonc(), cut(faulty, 5), ""), "") << faulty;
+            for (const std::string& changed : withByteAt(text, at, byte)) {
+                EXPECT_EQ(readersDiffer(ReadOptions(), cut(changed, 5), "]"), "") << changed;
+                EXPECT_EQ(readersDiffer(ReadOptions::jsonc(), cut(changed, 5), ""), "") << changed;
             }
         }
     }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/Reading.h"
+#include "support/WrongByte.h"
 
 namespace {
 
@@ -20,6 +21,7 @@ using orvid_test::readPieces;
 using orvid_test::readSplit;
 using orvid_test::readStream;
 using orvid_test::readWhole;
+using orvid_test::withByteAt;
 
 /// Texts with a token of each kind and an error of each kind, over several lines.
 const std::vector<std::string> k_texts = {
@@ -161,14 +163,10 @@ TEST(ChunkedReading, with_options_that_refuse_nothing_takes_what_lenient_reading
     const std::string text = k_texts[6];
     for (std::size_t at = 0; at <= text.size(); ++at) {
         for (const char byte : bytes) {
-            std::string inserted = text;
-            inserted.insert(at, 1, byte);
-            std::string replaced = text.substr(0, at) + byte;
-            replaced += at < text.size() ? text.substr(at + 1) : "";
-            for (const std::string& faulty : {inserted, replaced, inserted.substr(0, at + 1)}) {
+            for (const std::string& changed : withByteAt(text, at, byte)) {
                 EXPECT_TRUE(
-                    isSameExceptForErrors(readWhole({}, faulty), readWhole(options, faulty)))
-                    << faulty;
+                    isSameExceptForErrors(readWhole({}, changed), readWhole(options, changed)))
+                    << changed;
             }
         }
     }

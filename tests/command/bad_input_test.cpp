@@ -289,7 +289,7 @@ TEST(bad_output, that_is_closed_is_reported) {
     EXPECT_EQ(shell(R"("$0" set a 2 "$1" >&-)", {file.name()}), closed);
 }
 
-TEST(bad_words, are_misuse_and_reported_in_one_line) {
+TEST(bad_words, are_usage_errors_reported_in_one_line) {
     EXPECT_EQ(orvid({}), failed(2, "a verb is required; see orvid --help"));
     EXPECT_EQ(orvid({"prin", "x.json"}),
               failed(2, "there is no verb \"prin\" (did you mean \"print\"?); see orvid --help"));

@@ -68,7 +68,7 @@ TEST(diff_changes, are_red_and_green_where_colour_is_wanted) {
     EXPECT_EQ(orvid({"diff", "--changes", from.name(), "-"}, "{\"a\":1}"), printed(""));
 }
 
-TEST(diff_status, tells_a_difference_where_asked_to) {
+TEST(diff_status, reports_a_difference_where_asked_to) {
     const ScratchFile from("{\"a\":1}");
     const CommandResult different = orvid({"diff", "--exit-code", "-c", from.name(), "-"}, "{}");
     EXPECT_EQ(different.out, "[{\"op\":\"remove\",\"path\":\"/a\"}]\n");

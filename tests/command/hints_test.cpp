@@ -191,7 +191,7 @@ TEST(hints, tell_that_the_path_was_forgotten) {
     EXPECT_EQ(orvid_test::shell(script + "get a.json - <a.json", {folder.path()}), printed("1\n"));
 }
 
-TEST(words_in_the_wrong_order, are_told) {
+TEST(words_in_the_wrong_order, are_explained) {
     const ScratchFolder folder;
     const std::string file = folder.makeFile("a.json", R"({"name":1})");
     EXPECT_EQ(
@@ -246,7 +246,7 @@ TEST(file_names, are_no_keys_and_no_paths) {
               "orvid: b.json:1:1: at (root): path \"k\" not found, there is no \"k\"\n");
 }
 
-TEST(options_of_other_commands, are_told_what_does_it_here) {
+TEST(options_of_other_commands, get_a_hint_at_what_does_it_here) {
     EXPECT_EQ(orvid({"set", "--string", "a", "b"}),
               failed(2,
                      "there is no option --string (a text as VALUE is written string:TEXT); see "

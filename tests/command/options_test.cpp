@@ -192,7 +192,7 @@ TEST(json_errors, are_objects_on_a_line) {
                              2, 0}));
 }
 
-TEST(options, that_contradict_each_other_are_misuse) {
+TEST(options, that_contradict_each_other_are_usage_errors) {
     const std::string layouts =
         "--indent, --tab and --compact exclude each other; see orvid print --help";
     EXPECT_EQ(orvid({"print", "--compact", "--indent", "2"}, "1"), failed(2, layouts));

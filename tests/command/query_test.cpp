@@ -198,7 +198,7 @@ TEST(query, refuses_options_that_do_not_go_together) {
                      "query --help"));
 }
 
-TEST(query, tells_programs_the_column_of_its_error) {
+TEST(query, reports_the_column_of_its_error_to_programs) {
     EXPECT_EQ(orvid({"query", "--json-errors", "$.["}, "1").err,
               "{\"status\":2,\"column\":3,\"message\":\"query: Expected a name or \\\"*\\\" after "
               "\\\".\\\", found \\\"[\\\"\"}\n");

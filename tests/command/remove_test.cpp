@@ -68,7 +68,7 @@ TEST(remove, refuses_the_root) {
               failed(1, "(standard input): the root cannot be removed"));
 }
 
-TEST(remove, refuses_a_malformed_path_and_a_star_as_misuse) {
+TEST(remove, refuses_a_malformed_path_and_a_star_as_usage_errors) {
     EXPECT_EQ(
         orvid({"remove", "b[*]"}, k_document),
         failed(

@@ -30,7 +30,7 @@ TEST(schema_path, keeps_the_escapes_of_keys) {
               printed("meta.schema.properties.x\\.y\\[0\\]\n"));
 }
 
-TEST(schema_path, refuses_a_malformed_path_as_misuse) {
+TEST(schema_path, refuses_a_malformed_path_as_a_usage_error) {
     EXPECT_EQ(orvid({"schema-path", "a["}),
               failed(2,
                      "path \"a[\": it ends where a key or an index is expected\n"
@@ -52,7 +52,7 @@ TEST(data_path, is_the_way_back_with_a_star_for_every_index) {
     EXPECT_EQ(orvid({"data-path", "meta.schema"}), printed("\n"));
 }
 
-TEST(data_path, refuses_what_is_no_schema_path_as_misuse) {
+TEST(data_path, refuses_what_is_no_schema_path_as_a_usage_error) {
     EXPECT_EQ(orvid({"data-path", "a.b"}),
               failed(2, "path \"a.b\": Schema path must begin with meta.schema!"));
     EXPECT_TRUE(failsWithOneLine(orvid({"data-path", "meta.schema.wrong"}), 2));

@@ -107,7 +107,7 @@ TEST(set, names_the_step_that_cannot_be_made) {
               failed(1, "(standard input):1:1: at (root): path \"a\" not found: the root is null"));
 }
 
-TEST(set, refuses_a_malformed_path_as_misuse) {
+TEST(set, refuses_a_malformed_path_as_a_usage_error) {
     EXPECT_EQ(orvid({"set", "a[", "1"}, k_document),
               failed(2,
                      "path \"a[\": it ends where a key or an index is expected\n"
@@ -131,7 +131,7 @@ TEST(set, spells_what_it_puts_alike_in_every_way) {
     }
 }
 
-TEST(set, refuses_a_value_that_is_no_json_as_misuse) {
+TEST(set, refuses_a_value_that_is_no_json_as_a_usage_error) {
     EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
               failed(2,
                      "JSON:1:6: at b: The text ends before the document is complete\n"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Verb, what a sub-command does, and DocumentVerb, which does it to one document after the other:
-// files, or the lines of files. The verbs themselves are in verbs/.
+// Verb, a sub-command, and DocumentVerb, one that works on one document after the other: files, or
+// the lines of files. The verbs themselves are in verbs/.
 
 #pragma once
 
@@ -30,7 +30,8 @@ public:
     virtual void addWords(Words& words, Call& call) = 0;
     /// Looks at the words before any document is read. Throws UsageError or Failure.
     virtual void prepare(Call& call);
-    /// Does it. Failures that do not end the run are reported; the highest status is returned.
+    /// Carries the verb out. Failures that do not end the run are reported; the highest status is
+    /// returned.
     virtual ExitStatus run(const Call& call, const Report& report, Output& out) const = 0;
 };
 
@@ -38,15 +39,15 @@ class DocumentVerb : public Verb {
 public:
     ExitStatus run(const Call& call, const Report& report, Output& out) const final;
 
-    /// Does it to a whole file in pieces, and returns true; or returns false, with nothing read
-    /// that cannot be read again and nothing written, and it has to be done as to any document.
-    /// Throws Failure.
+    /// Carries the verb out on a whole file in pieces, and returns true. Or returns false, with
+    /// nothing read that cannot be read again and nothing written: then the file is to be treated
+    /// as any document. Throws Failure.
     virtual bool streams(const Call& call, const std::string& file, Output& out) const;
 
     // These are called by several threads at once, each with a document of its own.
 
-    /// Reads the document's text, does it, and appends what is to be written to `out`. Throws
-    /// Failure; `out` may have grown then.
+    /// Reads the document's text, carries the verb out on it, and appends what is to be written to
+    /// `out`. Throws Failure; `out` may have grown then.
     void work(const Call& call, Document& document, Bytes& out) const;
 
 protected:
@@ -57,12 +58,12 @@ private:
     void requireAllThere(const std::vector<std::string>& files) const;
     Failure hinted(const Failure& failure, const std::string& file) const;
 
-    /// Does it from the text alone, for text of the common kind, and returns true; or returns
-    /// false, whatever it has appended, and leaves it to the other two.
+    /// Carries the verb out on the text alone where that is possible, and returns true. Or returns
+    /// false, whatever it has appended: then read() and apply() are called.
     virtual bool applyToText(const Call& call, const Document& document, Bytes& out) const;
 
-    /// Does it to the root and appends what is to be written to `out`. Throws Failure or what the
-    /// library throws.
+    /// Carries the verb out on the root and appends what is to be written to `out`. Throws Failure
+    /// or what the library throws.
     virtual void apply(const Call& call, Document& document, Bytes& out) const = 0;
 
     /// Writes what stands before the results of all lines.

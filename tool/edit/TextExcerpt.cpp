@@ -192,7 +192,7 @@ public:
 private:
     enum class Phase {
         before,  ///< the place is still to come
-        after,   ///< what follows the place is next
+        behind,  ///< what follows the place is next
         done
     };
 
@@ -266,7 +266,7 @@ private:
                    false};
         m_child.breaksLine = breaksLine(part(m_child.gap, m_child.begin));
         m_isOnWay = level.isOnWay && m_phase == Phase::before && isNext(level);
-        m_isNeeded = m_isOnWay || m_phase == Phase::after || level.count < 2 || isCommented();
+        m_isNeeded = m_isOnWay || m_phase == Phase::behind || level.count < 2 || isCommented();
         if (level.count++ == 0) {
             ++m_containers;
             level.breaksLines = m_child.breaksLine;
@@ -312,14 +312,14 @@ private:
             beginRange(m_child.gap);
         }
         append(m_child.gap, m_child.begin);
-        if (m_phase == Phase::after || (isPlace() && m_edit == PlaceEdit::insert)) {
+        if (m_phase == Phase::behind || (isPlace() && m_edit == PlaceEdit::insert)) {
             endRange(m_child.begin);
         }
         ++level.kept;
     }
     void leavePlace() {
         if (m_phase == Phase::before) {
-            m_phase = Phase::after;
+            m_phase = Phase::behind;
         }
     }
 
@@ -369,12 +369,12 @@ private:
         const std::size_t end = offset(location.begin);
         if (level.isOnWay && m_phase == Phase::before) {
             beginNew(level);
-        } else if (m_phase != Phase::after) {
+        } else if (m_phase != Phase::behind) {
             // What opens on the closing line has the indent of the child that begins the line.
             flush(level, breaksLine(part(level.lastEnd, end)));
         }
         append(level.lastEnd, end);
-        if (m_phase == Phase::after || m_isNew) {
+        if (m_phase == Phase::behind || m_isNew) {
             m_isNew = false;
             endRange(end);
         }

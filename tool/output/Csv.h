@@ -40,7 +40,7 @@ public:
         : m_rest(text), m_separator(separator), m_line(line) {}
 
     /// The next row, or false at the end. Throws std::runtime_error for a quote that is not closed
-    /// or does not end its field; line() is where. Where more text could mend that, none is left.
+    /// or does not end its field; line() is where. Where more text could change that, none is left.
     bool next(CsvRow& row);
     std::size_t line() const { return m_line; }
     /// What has not been read.

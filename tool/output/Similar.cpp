@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The number of slips between two words, row by row of their table.
+// The number of misspellings between two words, row by row of their table.
 
 #include "output/Similar.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 using Row = std::vector<std::size_t>;
 
-constexpr std::size_t k_longest = 64;  ///< the words' bytes, lest a table be great
+constexpr std::size_t k_longest = 64;  ///< of a word, in bytes, so that the table stays small
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 

@@ -15,8 +15,8 @@ namespace {
 
 using ko::Orvid::Element;
 
-/// Throws Failure for what looks like the name of a file but is none, lest standard input be
-/// waited for.
+/// Throws Failure for what looks like the name of a file but is none, so that standard input is
+/// not waited for.
 bool isFile(const std::string& word) {
     if (word == k_standardInput || word.rfind("./", 0) == 0 || word.rfind("../", 0) == 0 ||
         isFileThere(word)) {

@@ -219,7 +219,7 @@ TEST(JsonPatch, may_lie_in_the_document_that_it_changes) {
     CHECK_LINKS(target.root);
 }
 
-TEST(PatchException, is_copied_with_all_that_it_tells) {
+TEST(PatchException, is_copied_with_all_that_it_says) {
     const Element element;
     const PatchException first(&element, 3, "add", "/a", "why");
     const std::unique_ptr<const ko::Exception> copy(first.clone());

@@ -51,7 +51,7 @@ TEST(Generator, writes_empty_containers_with_an_empty_line) {
     EXPECT_EQ(encoded("[[],{}]"), "[\n    [\n\n    ],\n    {\n\n    }\n]\n");
 }
 
-TEST(Generator, writes_a_newline_behind_every_top_level_value) {
+TEST(Generator, writes_a_newline_after_every_top_level_value) {
     EXPECT_EQ(encoded("null"), "null\n");
     EXPECT_EQ(encoded("true"), "true\n");
     EXPECT_EQ(encoded("false"), "false\n");

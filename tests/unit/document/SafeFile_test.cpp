@@ -390,7 +390,7 @@ TEST(ReadFile, names_the_name_and_the_reason_when_it_cannot) {
     EXPECT_EQ(thrownBy<FileException>([&] { readFile(folder.path()); }).error(), EISDIR);
 }
 
-TEST(FileException, is_copied_with_all_that_it_tells) {
+TEST(FileException, is_copied_with_all_that_it_says) {
     const ko::Orvid::Exception cause("because");
     const FileException first("a", "read", "why", 5, &cause);
     const std::unique_ptr<const ko::Exception> copy(first.clone());

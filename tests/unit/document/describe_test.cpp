@@ -235,7 +235,7 @@ TEST(Describe, names_the_element_that_a_plain_error_concerns) {
     EXPECT_EQ(describe(Exception(nullptr)), "An error without a text.");
 }
 
-TEST(Describe, tells_a_patch_and_a_file_that_failed) {
+TEST(Describe, names_a_patch_and_a_file_that_failed) {
     Document document(R"({"a": [1]})");
     const Document patch(R"([{"op": "remove", "path": "/a/5"}])");
     EXPECT_EQ(
@@ -365,7 +365,7 @@ TEST(Describe, names_the_cause_of_a_file_error_once) {
                   "\". The cause: The element has no value. It concerns the element \"a\".");
 }
 
-TEST(Describe, tells_a_fraction_that_should_be_a_whole_number) {
+TEST(Describe, names_a_fraction_that_should_be_a_whole_number) {
     const Document document(R"({"a": [1.5]})");
     EXPECT_EQ(sentenceOf([&] { document.root.get("a[0]").to<int>(); }),
               "The number 1.5 is no whole number, as int has to be. It concerns the element "

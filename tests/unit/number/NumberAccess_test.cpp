@@ -414,14 +414,14 @@ TEST(NumberRead, text_below_the_lowest_value_reads_as_the_lowest_value) {
     EXPECT_TRUE(reads<long long>(Number("-9223372036854775809"), k_min<long long>));
 }
 
-TEST(NumberRead, int_refusal_tells_value_and_limits) {
+TEST(NumberRead, int_refusal_shows_value_and_limits) {
     const Number number("3000000000");
     const auto error = thrownBy<ReadError<int>>([&] { number.toInt(); });
     EXPECT_STREQ(error.what(),
                  "Value out of range! Value: 3000000000 Min: -2147483648 Max: 2147483647");
 }
 
-TEST(NumberRead, char_refusal_tells_its_limits_as_raw_bytes) {
+TEST(NumberRead, char_refusal_shows_its_limits_as_raw_bytes) {
     const auto error = thrownBy<ReadError<char>>([] { Number(128).toChar(); });
     EXPECT_STREQ(error.what(), "Value out of range! Value: 128 Min: \x80 Max: \x7F");
 }

@@ -98,7 +98,7 @@ TEST(PathGenerator, writes_an_empty_key_as_an_empty_step_that_still_separates) {
               "[0].[0]");
 }
 
-TEST(PathGenerator, reads_only_the_length_that_a_view_tells) {
+TEST(PathGenerator, reads_only_the_length_of_a_view) {
     EXPECT_EQ(written([](PathGenerator& g) {
                   g.genObjectProperty(ko::StringRef<char>("abcdef", 3));
                   g.genObjectProperty(ko::StringRef<char>());

@@ -181,7 +181,7 @@ std::string entryAfter(const std::string& text) {
     return scanner.entry() + '|' + std::string(scanner.heldBefore(scanner.offset()));
 }
 
-TEST(TextScanner, tells_another_reader_where_it_is) {
+TEST(TextScanner, shows_another_reader_where_it_is) {
     EXPECT_EQ(entryAfter(""), "|");
     EXPECT_EQ(entryAfter(" "), "|");
     EXPECT_EQ(entryAfter("12"), "|12");

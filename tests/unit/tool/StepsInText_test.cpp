@@ -51,7 +51,7 @@ TEST(StepsInText, leads_where_paths_of_the_tree_lead) {
     }
 }
 
-TEST(StepsInText, tells_indexes_from_keys) {
+TEST(StepsInText, distinguishes_indexes_from_keys) {
     const std::string text = R"({"a": [[1, {"0": 2}], 3, {}, []], "0": {"1": {}}, "n": null})";
     EXPECT_EQ(stepsOf(text, "/a/0/1/0"), "a[0][1].0");
     EXPECT_EQ(stepsOf(text, "/0/1/new"), "0.1.new");

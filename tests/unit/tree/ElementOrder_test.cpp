@@ -98,7 +98,7 @@ TEST(ElementOrder, of_members_does_not_count_only_here) {
     EXPECT_NE(Element::compare("[0]"_json.data(), makeArray({0}).data()), 0);
 }
 
-TEST(ElementOrder, tells_a_long_number_from_zero_each_time) {
+TEST(ElementOrder, distinguishes_a_long_number_from_zero_each_time) {
     const Element number = "900719925474099312345"_json;
     for (int time = 0; time < 3; ++time) {
         EXPECT_FALSE(number == 0U);

@@ -98,10 +98,9 @@ struct Converter {
             element.setNull();
         } else if constexpr (kind == Kind::boolean) {
             element.setBoolean(value);
-        } else if constexpr (kind == Kind::number || kind == Kind::exactNumber) {
+        } else if constexpr (kind == Kind::number || kind == Kind::exactNumber ||
+                             kind == Kind::decimal) {
             element.setNumber(value);
-        } else if constexpr (kind == Kind::decimal) {
-            element.setNumber(Number(value));
         } else if constexpr (kind == Kind::text) {
             element.setString(std::string_view(value));
         } else if constexpr (kind == Kind::filePath) {
@@ -115,11 +114,7 @@ struct Converter {
         } else if constexpr (kind == Kind::tuple) {
             writeTuple(element, value, std::make_index_sequence<std::tuple_size<T>::value>());
         } else if constexpr (kind == Kind::optional) {
-            if (value.has_value()) {
-                writeValue(element, *value);
-            } else {
-                element.setNull();
-            }
+            writeOptional(element, value);
         } else if constexpr (kind == Kind::variant) {
             writeAlternative(element, value, static_cast<T*>(nullptr));
         } else {
@@ -128,6 +123,14 @@ struct Converter {
     }
 
 private:
+    static void writeOptional(Element& element, const T& value) {
+        if (value.has_value()) {
+            writeValue(element, *value);
+        } else {
+            element.setNull();
+        }
+    }
+
     template<class Value>
     static void writeValue(Element& element, const Value& value) {
         Converter<std::decay_t<const Value>>::write(element, value);
