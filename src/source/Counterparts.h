@@ -8,9 +8,10 @@
 // at all, and else by their address and their neighbours. What is left over is sought in the whole
 // document by its value, and containers by their children: it was moved or renamed, and a container
 // may have been changed as well.
-// What stands around a container and what stands in it are treated separately: a member that was given a
-// container from elsewhere is still the member of that key, but has the contents of the other.
-// An address proves nothing by itself, for that of an element that is gone may be used again.
+// What stands around a container and what stands in it are treated separately: a member that was
+// given a container from elsewhere is still the member of that key, but has the contents of the
+// other. An address proves nothing by itself, for that of an element that is gone may be used
+// again.
 
 #pragma once
 

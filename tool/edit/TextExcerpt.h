@@ -38,10 +38,10 @@ struct TextExcerpt {
     Range source;      ///< the same in the long text
 };
 
-/// The excerpt for an edit at the steps. Nothing where the edit cannot be derived from an excerpt: for
-/// the root, where steps do not go with what is there, where there is nothing to remove, where a
-/// member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and of
-/// text that `options`, which refuse repeated keys, do not take. One pass through the text; the
+/// The excerpt for an edit at the steps. Nothing where the edit cannot be derived from an excerpt:
+/// for the root, where steps do not go with what is there, where there is nothing to remove, where
+/// a member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and
+/// of text that `options`, which refuse repeated keys, do not take. One pass through the text; the
 /// excerpt grows with the depth of the place, and not with the text beyond its first few thousand
 /// containers, unless comments stand between values.
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,

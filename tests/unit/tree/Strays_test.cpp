@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Children that name another parent than their own, after swaps that did not update them: whatever is
-// done next, every way up ends at the root, and no memory is used after it was freed. The numbers
-// of containers are so large that the tests would take minutes if a step looked at all before it.
+// Children that name another parent than their own, after swaps that did not update them: whatever
+// is done next, every way up ends at the root, and no memory is used after it was freed. The
+// numbers of containers are so large that the tests would take minutes if a step looked at all
+// before it.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
