@@ -26,7 +26,7 @@ enum class PlaceEdit {
 
 struct TextExcerpt {
     /// A range that the edit may change: from the value, or bracket, before the place to the key,
-    /// value or bracket after it. All other bytes stay.
+    /// value or bracket behind it. All other bytes stay.
     struct Range {
         std::size_t begin;
         std::size_t end;
@@ -38,10 +38,10 @@ struct TextExcerpt {
     Range source;      ///< the same in the long text
 };
 
-/// The excerpt for an edit at the steps. Nothing where the edit cannot be derived from an excerpt:
-/// for the root, where steps do not go with what is there, where there is nothing to remove, where
-/// a member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and
-/// of text that `options`, which refuse repeated keys, do not take. One pass through the text; the
+/// The excerpt for an edit at the steps. Nothing where the edit cannot be told from an excerpt: for
+/// the root, where steps do not go with what is there, where there is nothing to remove, where a
+/// member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and of
+/// text that `options`, which refuse repeated keys, do not take. One pass through the text; the
 /// excerpt grows with the depth of the place, and not with the text beyond its first few thousand
 /// containers, unless comments stand between values.
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
