@@ -50,3 +50,4 @@
 #include <ko/Orvid/ValueOutOfRange.h>
 #include <ko/Orvid/visit.h>
 #include <ko/Orvid/WriteOptions.h>
+#include <ko/StringRef.h>
