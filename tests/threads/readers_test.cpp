@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: MIT
 //
-// Every const operation on one tree, by four threads at once, while nothing in the tree was read
-// before. Meant for the thread sanitizer; without it only the results are checked.
+// Const operations on one tree, by four threads at once, while nothing in the tree was read before.
+// elements_test.cpp and documents_test.cpp have the others.
 
 #include <ko/Orvid.h>
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
 #include <map>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "support/Document.h"
+#include "threads/AtOnce.h"
 
 namespace orvid_test {
 namespace {
@@ -24,8 +23,7 @@ using ko::Orvid::DomParser;
 using ko::Orvid::Element;
 using ko::Orvid::Number;
 using ko::Orvid::Path;
-
-constexpr int k_threads = 4;
+using Reader = ReaderOf<Element>;
 
 /// A tree that nobody has looked at: numbers of all forms, read and set in code.
 Element coldTree() {
@@ -78,11 +76,6 @@ std::string withoutOutcome(const Element& root, const Read& read) {
     });
     return {};
 }
-
-struct Reader {
-    const char* name;
-    std::function<std::string(const Element&)> read;
-};
 
 const std::vector<Reader> k_readers = {
     {"toString",
@@ -277,38 +270,9 @@ const std::vector<Reader> k_readers = {
 
 class Readers : public testing::TestWithParam<Reader> {};
 
-TEST_P(Readers, read_a_cold_tree_at_once) {
-    const std::string expected = GetParam().read(coldTree());
-    for (int round = 0; round < 5; ++round) {
-        const Element root = coldTree();
-        std::vector<std::string> results(k_threads);
-        std::atomic<int> waiting{k_threads};
-        std::vector<std::thread> threads;
-        for (std::string& result : results) {
-            threads.emplace_back([&] {
-                for (--waiting; waiting > 0; std::this_thread::yield()) {
-                }
-                result = GetParam().read(root);
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-        EXPECT_EQ(results, std::vector<std::string>(k_threads, expected));
-        EXPECT_EQ(GetParam().read(root), expected);
-        CHECK_LINKS(root);
-    }
-}
+TEST_P(Readers, read_a_cold_tree_at_once) { readAtOnce(coldTree, GetParam().read); }
 
-std::string nameOf(const testing::TestParamInfo<Reader>& reader) {
-    std::string name = reader.param.name;
-    for (char& c : name) {
-        c = c == ' ' ? '_' : c;
-    }
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Readers, testing::ValuesIn(k_readers), nameOf);
+INSTANTIATE_TEST_SUITE_P(All, Readers, testing::ValuesIn(k_readers), nameOf<Element>);
 
 }  // namespace
 }  // namespace orvid_test
