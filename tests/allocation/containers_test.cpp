@@ -41,6 +41,22 @@ const std::vector<Operation> k_arrays = {
          listOf(trees).insert(std::size_t{2}, Element(k_text));
          return std::string();
      }},
+    {"insert_what_converts", Leaves::everything,
+     [](Trees& trees) {
+         Element::TArray& list = listOf(trees);
+         list.insert(list.begin() + 1, std::vector<std::string>{k_text, k_key});
+         return std::string();
+     }},
+    {"push_back_what_converts", Leaves::everything,
+     [](Trees& trees) {
+         listOf(trees).push_back(std::vector<std::string>{k_text, k_key});
+         return std::string();
+     }},
+    {"emplace_back_what_converts", Leaves::everything,
+     [](Trees& trees) {
+         listOf(trees).emplace_back(std::vector<std::string>{k_text, k_key});
+         return std::string();
+     }},
     {"insert_an_item_of_itself", Leaves::everything,
      [](Trees& trees) {
          Element::TArray& list = listOf(trees);
@@ -108,6 +124,16 @@ const std::vector<Operation> k_objects = {
          trees.root.object().emplace(std::string_view(k_key), 7);
          return std::string();
      }},
+    {"emplace_what_converts", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().emplace(k_key, std::vector<std::string>{k_text, k_key});
+         return std::string();
+     }},
+    {"insert_or_assign_what_converts", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.object().insert_or_assign("s", std::vector<std::string>{k_text, k_key});
+         return std::string();
+     }},
     {"emplace_what_is_there", Leaves::everything,
      [](Trees& trees) {
          return std::to_string(trees.root.object().emplace(std::string("s"), k_text).second ? 1
@@ -158,6 +184,11 @@ const std::vector<Operation> k_elements = {
      [](Trees& trees) {
          return missing([&] { trees.root.at(k_key); }) +
                 missing([&] { trees.root.at("a").at("list").at(std::size_t{9}); });
+     }},
+    {"a_member_of_an_object_at_nothing", Leaves::everything,
+     [](Trees& trees) {
+         const Element::TObject& members = trees.root.object();
+         return compact(members.at("s")) + missing([&] { members.at(k_key); });
      }},
     {"get_or", Leaves::everything,
      [](Trees& trees) {

@@ -107,6 +107,26 @@ const std::vector<Operation> k_conversions = {
          trees.root.insert("a.b", records());
          return std::string(trees.root.find(records(), {}, "a.list") == nullptr ? "no" : "yes");
      }},
+    {"update", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.update("a.list[0]", records());
+         return std::string();
+     }},
+    {"try_update_of_what_is_there", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.tryUpdate("a.list[0]", records());
+         return std::string();
+     }},
+    {"insert_a_new_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.insert("a new key that is not held in place", records());
+         return std::string();
+     }},
+    {"insert_over_a_member", Leaves::everything,
+     [](Trees& trees) {
+         trees.root.insert("a", records());
+         return std::string();
+     }},
     {"put_in_containers", Leaves::wholeTrees,
      [](Trees& trees) {
          Element made = ko::Orvid::makeArray({records(), nullptr});

@@ -85,6 +85,15 @@ const std::vector<Operation> k_documents = {
      }},
     {"read_lines", Leaves::everything, [](Trees&) { return readLines(); }},
     {"edit_a_source", Leaves::everything, [](Trees&) { return editedText(); }},
+    {"describe_with_a_place", Leaves::everything,
+     [](Trees&) {
+         const Dom dom = Dom::parse(k_source);
+         try {
+             return std::to_string((*dom).get("b").to<int>());
+         } catch (const Exception& error) {
+             return describe(error, dom);
+         }
+     }},
     {"normalized_path", Leaves::everything,
      [](Trees& trees) {
          const JsonPath query("$.a.list[3][2][0]");

@@ -87,6 +87,13 @@ TEST(FilesWithoutMemory, refuse_a_document_that_is_no_json_or_leave_the_file) {
     });
 }
 
+TEST(FilesWithoutMemory, are_locked_or_not) {
+    failEachAllocation(k_old, [](const std::string& name) {
+        const ko::Orvid::FileLock lock(name);
+        EXPECT_TRUE(lock.isHeld());
+    });
+}
+
 TEST(FilesWithoutMemory, load_whole_documents_or_none) {
     failEachAllocation(k_old, [](const std::string& name) {
         const Dom dom = Dom::load(name);

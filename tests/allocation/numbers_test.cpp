@@ -60,6 +60,12 @@ const std::vector<Operation> k_operations = {
          trees.root.get("z") = 1.5F;
          return std::string();
      }},
+    {"exact_and_whole", Leaves::everything,
+     [](Trees&) {
+         const Number number = Number::exact(-1.2345678901234567e-123);
+         return number.toString() + std::to_string(number.isWhole()) +
+                std::to_string(Number(k_huge).isWhole());
+     }},
     {"order_and_hash_numbers", Leaves::everything,
      [](Trees& trees) {
          const Number huge(k_huge);

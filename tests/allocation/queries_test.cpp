@@ -73,6 +73,11 @@ const std::vector<Operation> k_queries = {
      [](Trees& trees) {
          return std::to_string(JsonPath("$..id").update(trees.root, trees.root.get("a.list")));
      }},
+    {"update_to_what_converts", Leaves::wholeTrees,
+     [](Trees& trees) {
+         const std::vector<std::string> value{"a text that is not held in place"};
+         return std::to_string(JsonPath("$..id").update(trees.root, value));
+     }},
     {"update_each", Leaves::wholeTrees,
      [](Trees& trees) {
          const JsonPath query("$..id");
