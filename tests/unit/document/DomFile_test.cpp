@@ -196,6 +196,16 @@ TEST(DomFile, saves_no_text_that_is_no_utf8_unless_asked_to) {
     EXPECT_EQ(contentOf(folder.file("bytes")), "{\"a\":[\"\xFF\"]}");
 }
 
+TEST(DomFile, names_the_true_place_in_a_copied_array_of_what_is_not_saved) {
+    Document items("[1, 2, 3]");
+    items.root.get("[2]") = "\xFF";
+    Document document("{}");
+    document.root.insert("a", items.root);
+    const FileException failure = failureToSave(documentOf(document.root));
+    EXPECT_EQ(failure.reason(), "The string is no valid UTF-8, at \"a[2]\"");
+    EXPECT_EQ(*failure.elementPath(), "a[2]");
+}
+
 TEST(DomFile, takes_no_text_that_is_no_utf8_into_a_source_that_has_none) {
     Dom dom = Dom::parse(R"({"a": [1]})");
     dom.root()->get("a[0]") = "\xFF";

@@ -56,6 +56,19 @@ TEST(Describe, names_the_expected_and_the_actual_type_of_an_element) {
               "The root is empty, of no type, but should be a number.");
 }
 
+TEST(Describe, names_the_true_place_of_an_item_in_a_copied_array) {
+    const Document items(R"([1, 2, "x"])");
+    Document document("{}");
+    document.root.insert("list", items.root);
+    const Element& item = document.root.get("list[2]");
+    EXPECT_EQ(item.index(), 0U);
+    EXPECT_EQ(sentenceOf([&] { static_cast<void>(item.to<int>()); }),
+              "The element \"list[2]\" is a string, but should be a number.");
+    EXPECT_EQ(sentenceOf([&] { item.get("name"); }),
+              "The path \"name\" leads nowhere: the element \"list[2]\" is a string and has no "
+              "\"name\".");
+}
+
 TEST(Describe, says_where_a_path_stopped) {
     const Document document(R"({"list": [1]})");
     EXPECT_EQ(sentenceOf([&] { document.root.get("list[7].name"); }),

@@ -6,6 +6,7 @@
 #include <ko/Orvid/Number.h>
 
 #include <gtest/gtest.h>
+#include <ko/Exception.h>
 
 #include <cmath>
 #include <limits>
@@ -138,6 +139,28 @@ TEST(NumberConvert, infinities_are_nothing_that_a_type_holds) {
     EXPECT_EQ(as<double>(Number(std::numeric_limits<double>::infinity())), std::nullopt);
     EXPECT_EQ(as<int>(Number(std::nan(""))), std::nullopt);
     EXPECT_EQ(as<int>(Number(1e300)), std::nullopt);
+}
+
+template<class T>
+void expectRefused(const char* text) {
+    const Number number(text);
+    T out = 42;
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_THROW(static_cast<void>(number.convertTo(out)), ko::RuntimeError)
+            << "\"" << text << "\", time " << time;
+        EXPECT_EQ(out, T(42));
+    }
+}
+
+TEST(NumberConvert, text_that_is_no_number_is_refused_each_time) {
+    for (const char* const text : {"", "abc", "12abc", "1.5abc", "-", "1e", " 1", "0x10", "inf"}) {
+        expectRefused<char>(text);
+        expectRefused<int>(text);
+        expectRefused<unsigned long long>(text);
+        expectRefused<float>(text);
+        expectRefused<double>(text);
+        expectRefused<long double>(text);
+    }
 }
 
 TEST(NumberConvert, binary_values_are_checked_too) {
