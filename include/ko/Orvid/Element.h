@@ -256,7 +256,7 @@ public:
     /// Overwrites the element at the path, which must exist. Throws PathNotFound.
     Element& update(const Path& path, const Element& value);
     Element& update(const Path& path, detail::Converted value);
-    /// Overwrites the element at the path, made first where it is missing. Throws as tryCreate().
+    /// As tryCreate(), of any value: overwrites the element at the path, made where it is missing.
     Element& tryUpdate(const Path& path, const Element& value);
     Element& tryUpdate(const Path& path, detail::Converted value);
     /// Adds or overwrites the member of this object whose key is the path's text, word for word: it
