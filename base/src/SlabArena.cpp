@@ -80,6 +80,17 @@ struct alignas(16) SlabArena::Slab {
 /// What stands before a block that has a header.
 struct alignas(8) SlabArena::Header {
     Slab* slab;  ///< null for a block on its own
+
+    /// A block on its own, for the tree of that arena, or for none. Not compiled into what is
+    /// usual, which would save registers for its calls then.
+    [[gnu::noinline]] static void* allocate(std::size_t size, SlabArena* arena) {
+        char* const bytes = static_cast<char*>(obtain(k_header + size));
+        new (bytes) Header{nullptr};
+        if (arena != nullptr) {
+            arena->noteOther(size);
+        }
+        return bytes + k_header;
+    }
 };
 
 SlabArena::~SlabArena() {
@@ -122,12 +133,8 @@ void SlabArena::Freeing::flush() noexcept {
 
 void* SlabArena::allocate(std::size_t size) {
     SlabArena* const current = t_current;
-    if (current != nullptr && size <= k_largestCut) {
-        return current->cut(size);
-    }
-    char* const bytes = static_cast<char*>(obtain(k_header + size));
-    new (bytes) Header{nullptr};
-    return bytes + k_header;
+    return current != nullptr && size <= k_largestCut ? current->cut(size)
+                                                      : Header::allocate(size, current);
 }
 
 void SlabArena::release(void* block, std::size_t size) noexcept {
@@ -259,6 +266,22 @@ std::size_t SlabArena::nextSize() const noexcept {
     return std::clamp(m_total / k_part, k_usualSlab, k_largestSlab);
 }
 
+/// Of a block that is too large for a slab, and goes with the same tree.
+void SlabArena::noteOther(std::size_t size) noexcept {
+    m_others += size;
+    if (m_total + m_others >= m_toShow) {
+        show();
+    }
+}
+
+/// Until the next time the tree may become twice as large, and the texts of its strings, which are
+/// not counted here, as large again.
+void SlabArena::show() noexcept {
+    const std::size_t sum = m_total + m_others;
+    showSize(std::min(2 * sum, k_largestShown));
+    m_toShow = 2 * sum;
+}
+
 /// Throws std::bad_alloc, with everything as it was.
 void SlabArena::open(std::size_t least) {
     const std::size_t size = roundedUp(std::max(nextSize(), sizeof(Slab) + k_header + least));
@@ -274,9 +297,8 @@ void SlabArena::open(std::size_t least) {
     m_cuts = 0;
     poison(m_next, size - sizeof(Slab));
     m_total += size;
-    if (m_total >= m_toShow) {
-        showSize(m_total);
-        m_toShow = 2 * m_total;
+    if (m_total + m_others >= m_toShow) {
+        show();
     }
 }
 

@@ -113,6 +113,9 @@ private:
 
     static constexpr std::size_t k_largestFirst = 4096;                      ///< slab, in bytes
     static constexpr std::size_t k_smallestShown = std::size_t{128} * 1024;  ///< in bytes
+    /// Of a larger block glibc takes no notice.
+    static constexpr std::size_t k_largestShown =
+        sizeof(void*) >= 8 ? std::size_t{31} << 20U : std::size_t{480} << 10U;  ///< in bytes
 
     static constexpr std::size_t k_grain = 16;
     static constexpr std::size_t k_page = 2048;  ///< in bytes
@@ -146,12 +149,15 @@ private:
     void advance(std::size_t size);
     bool turnPage() noexcept;
     std::size_t nextSize() const noexcept;
+    void noteOther(std::size_t size) noexcept;
+    void show() noexcept;
     void open(std::size_t least);
     void close() noexcept;
 
     std::size_t m_expected;
     std::size_t m_total = 0;                 ///< bytes of all slabs so far
-    std::size_t m_toShow = k_smallestShown;  ///< the total that the heap learns of next
+    std::size_t m_others = 0;                ///< bytes of the larger blocks beside the slabs
+    std::size_t m_toShow = k_smallestShown;  ///< the sum that the heap learns of next
     Slab* m_slab = nullptr;                  ///< the one that is being cut up
     char* m_next = nullptr;     ///< what is left of the part of it that is being cut up
     char* m_end = nullptr;      ///< of that part
