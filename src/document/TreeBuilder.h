@@ -34,18 +34,17 @@ public:
     /// The next value becomes that of `root`, whose place stays.
     void begin(Element& root) noexcept {
         resume();
+        m_keys.clear();
+        m_wideKeys.clear();
         m_value = &root;
         m_container = root.parent();
         m_depth = 0;
         m_hasRepeated = false;
     }
 
-    /// The text goes on, in the present scope of node memory; members may have been removed.
-    void resume() noexcept {
-        m_nodes = SlabArena::current();
-        m_keys.clear();
-        m_wideKeys.clear();
-    }
+    /// The text goes on, in the present scope of node memory. The tree is as it was left, which is
+    /// what DomParser asks of its callers: so what is known of the keys stays known.
+    void resume() noexcept { m_nodes = SlabArena::current(); }
 
     // Each of them returns the element that took the value.
     Element& null(TokenSpan /*span*/) { return next(); }
