@@ -91,6 +91,7 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     }
     start(root);
     feed();
+    m_reading->countLines();
     m_open = state() == k_complete ? nullptr : current();
     m_current = nullptr;
 }
@@ -149,6 +150,7 @@ void DomParser::feed(std::string_view piece) {
     const ReadingScope reading(m_isReading);
     const SlabArena::Scope scope(m_nodes);
     readText(piece);
+    m_reading->countLines();
 }
 
 void DomParser::finish() {
@@ -197,8 +199,10 @@ void DomParser::end() {
         scanner.finish(m_reading->events);
     }
     if (scanner.error()) {
+        m_reading->countLines();
         failScan({});
     }
+    m_reading->uncounted = {};
     if (m_parser != nullptr) {
         finishNumber(scanner.offset());
     }
@@ -217,6 +221,7 @@ void DomParser::readToEnd(std::istream& in) {
     do {
         source.read(piece, static_cast<std::streamsize>(k_pieceSize));
         read({piece, static_cast<std::size_t>(source.gcount())}, k_room);
+        m_reading->countLines();
     } while (source);
     if (source.bad()) {
         in.setstate(std::ios_base::badbit);
@@ -241,6 +246,7 @@ void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
             break;
         }
         read({piece, static_cast<std::size_t>(count)}, k_room);
+        m_reading->countLines();
     }
 }
 
@@ -286,7 +292,7 @@ bool DomParser::readChunk(std::streambuf& buffer, FileChunks& chunks) {
         return false;
     }
     const TextScanner before = *m_reading->scanner;
-    m_reading->withSameSink([&](auto& sink) { scan(chunk, k_room, sink); });
+    scan(chunk, k_room);
     if (!m_reading->scanner->error()) {
         return true;
     }

@@ -28,6 +28,7 @@ constexpr std::size_t k_longestShownKey = 100;
 
 void DomParser::readChecked(std::string_view piece, std::size_t room) {
     TextScanner& scanner = *m_reading->scanner;
+    m_reading->countLines();
     if (m_parser == nullptr) {
         scan(piece, room);
     } else {
@@ -36,7 +37,7 @@ void DomParser::readChecked(std::string_view piece, std::size_t room) {
     if (scanner.error()) {
         failScan(piece);
     }
-    scanner.leave(piece);
+    m_reading->uncounted = piece;
 }
 
 void DomParser::readEvents(std::string_view piece) {

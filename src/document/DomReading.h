@@ -78,6 +78,7 @@ struct DomParser::Reading {
         : options(given), isLenient(lenient), builder(given.repeatedKeys) {}
 
     void restart() {
+        uncounted = {};
         scanner.emplace(options);
         events = EventNotes();
         errorBegin.reset();
@@ -94,11 +95,6 @@ struct DomParser::Reading {
     template<class Use>
     void withSink(const Use& use) {
         builder.resume();
-        withSameSink(use);
-    }
-    /// The same where nothing else can have changed the tree since.
-    template<class Use>
-    void withSameSink(const Use& use) {
         if (noting) {
             use(*noting);
         } else {
@@ -106,6 +102,14 @@ struct DomParser::Reading {
         }
     }
 
+    /// Counts the lines of what was read last, of which nothing can be shown any more.
+    void countLines() {
+        scanner->leave(uncounted);
+        uncounted = {};
+    }
+
+    /// What was read last, and lives yet: its lines are counted only if they matter.
+    std::string_view uncounted;
     EventNotes events;
     std::size_t keys = 0;     ///< events for the present piece
     bool isRepeated = false;  ///< the last of them was a repeated one

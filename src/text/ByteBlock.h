@@ -23,6 +23,7 @@ class PlainBlock {
 public:
     using Marks = std::size_t;
     static constexpr std::ptrdiff_t k_length = sizeof(Marks);
+    static constexpr bool k_marksAreBits = false;
 
     explicit PlainBlock(const char* at) noexcept { std::memcpy(&m_bytes, at, sizeof m_bytes); }
 
@@ -73,6 +74,17 @@ private:
     Marks m_bytes;
 };
 
+/// Whether the first of the marks comes before the first of `stops`, which marks other bytes of the
+/// same block.
+template<class Marks>
+bool isMarkedBefore(Marks stops, Marks marks) noexcept {
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    return marks > stops;
+#else
+    return (marks & ((stops & (~stops + 1)) - 1)) != 0;
+#endif
+}
+
 #if defined(__SSE2__)
 
 /// Sixteen bytes. A mark is a bit.
@@ -80,6 +92,7 @@ class Sse2Block {
 public:
     using Marks = unsigned int;
     static constexpr std::ptrdiff_t k_length = 16;
+    static constexpr bool k_marksAreBits = true;
 
     explicit Sse2Block(const char* at) noexcept
         : m_bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))) {}
@@ -97,6 +110,23 @@ public:
         return bits(_mm_cmpeq_epi8(_mm_min_epu8(digits, _mm_set1_epi8(9)), digits)) ^ k_all;
     }
     Marks high() const noexcept { return bits(m_bytes); }
+    /// In UTF-8 not the first byte of its character.
+    Marks following() const noexcept {
+        return bits(_mm_cmplt_epi8(m_bytes, _mm_set1_epi8(static_cast<char>(0xC0))));
+    }
+    /// ASCII as well, or greater than `limit`, which is above ASCII.
+    Marks above(unsigned char limit) const noexcept {
+        return bits(_mm_cmpgt_epi8(m_bytes, _mm_set1_epi8(static_cast<char>(limit))));
+    }
+    /// A first byte in UTF-8 that not every second byte may follow, or none at all.
+    Marks narrow() const noexcept {
+        const __m128i four = _mm_set1_epi8(static_cast<char>(0xF0));
+        const __m128i isFour = _mm_cmpeq_epi8(_mm_max_epu8(m_bytes, four), m_bytes);
+        const __m128i isThree = _mm_or_si128(compare('\xE0'), compare('\xED'));
+        const __m128i even = _mm_and_si128(m_bytes, _mm_set1_epi8(static_cast<char>(0xFE)));
+        const __m128i isNone = _mm_cmpeq_epi8(even, _mm_set1_epi8(static_cast<char>(0xC0)));
+        return bits(_mm_or_si128(_mm_or_si128(isFour, isThree), isNone));
+    }
     Marks equal(char c) const noexcept { return bits(compare(c)); }
     Marks notEqual(char c) const noexcept { return equal(c) ^ k_all; }
 
@@ -135,6 +165,7 @@ class Sse2Pair {
 public:
     using Marks = std::uint32_t;
     static constexpr std::ptrdiff_t k_length = 2 * Sse2Block::k_length;
+    static constexpr bool k_marksAreBits = true;
 
     explicit Sse2Pair(const char* at) noexcept : m_first(at), m_second(at + Sse2Block::k_length) {}
 
@@ -144,6 +175,11 @@ public:
     }
     Marks notDigit() const noexcept { return both(m_first.notDigit(), m_second.notDigit()); }
     Marks high() const noexcept { return both(m_first.high(), m_second.high()); }
+    Marks following() const noexcept { return both(m_first.following(), m_second.following()); }
+    Marks above(unsigned char limit) const noexcept {
+        return both(m_first.above(limit), m_second.above(limit));
+    }
+    Marks narrow() const noexcept { return both(m_first.narrow(), m_second.narrow()); }
     Marks equal(char c) const noexcept { return both(m_first.equal(c), m_second.equal(c)); }
     Marks notEqual(char c) const noexcept { return ~equal(c); }
 
@@ -176,6 +212,7 @@ class NeonBlock {
 public:
     using Marks = std::uint64_t;
     static constexpr std::ptrdiff_t k_length = 16;
+    static constexpr bool k_marksAreBits = false;
 
     explicit NeonBlock(const char* at) noexcept
         : m_bytes(vld1q_u8(reinterpret_cast<const std::uint8_t*>(at))) {}

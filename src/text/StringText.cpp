@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "text/codePoints.h"
+#include "text/Utf8Block.h"
 #include "text/Utf8Sequence.h"
 
 namespace ko::Orvid::text {
@@ -136,9 +137,41 @@ const char* appendEscape(std::string& out, const char* at, const char* end) {
     return at + k_unitLength;
 }
 
+/// After the whole valid characters at `at`, as far as blocks show them.
+const char* utf8BlocksEnd(const char* at, const char* end) noexcept {
+    if constexpr (WideBlock::k_marksAreBits) {
+        constexpr std::ptrdiff_t k_length = WideBlock::k_length;
+        if (end - at < k_length) {
+            return at;
+        }
+        while (end - at >= k_length) {
+            const bool isAscii = WideBlock(at).high() == 0;
+            const std::ptrdiff_t length =
+                isAscii ? k_length : wholeUtf8Length<WideBlock>(at, at, k_length);
+            if (length == 0) {
+                return at;
+            }
+            at += length;
+        }
+        if (at != end) {
+            at += wholeUtf8Length<WideBlock>(end - k_length, at, end - at);
+        }
+    }
+    return at;
+}
+
 }  // namespace
 
+bool isUtf8InBlock(const char* at, std::ptrdiff_t count) noexcept {
+    if constexpr (WideBlock::k_marksAreBits) {
+        return wholeUtf8Length<WideBlock>(at, at, count) == count;
+    } else {
+        return scanUtf8(at, at + count).at == at + count;
+    }
+}
+
 Utf8Scan scanUtf8(const char* at, const char* end) noexcept {
+    at = utf8BlocksEnd(at, end);
     while (true) {
         at = Utf8Sequence::skip(asciiEnd(at, end), end);
         if (at == end || isHigh(*at)) {

@@ -156,14 +156,16 @@ inline void TextScanner::setLevel(Level level) noexcept {
 }
 
 /// Of the strings of usual documents, three in four end within a wide block.
-inline const char* TextScanner::takeText(const char* at, const char* end, std::string_view& text,
-                                         bool isRead) {
+[[gnu::always_inline]] inline const char* TextScanner::takeText(const char* at, const char* end,
+                                                                std::string_view& text,
+                                                                bool isRead) {
     if (m_verified == 0 && end - at > text::WideBlock::k_length) {
         const text::WideBlock block(at + 1);
         const auto stops = block.special();
         const char* const stop = at + 1 + (stops == 0 ? 0 : text::WideBlock::first(stops));
-        const bool isUnsure = m_rules.validateUtf8 && block.high() != 0;
-        if (stops != 0 && *stop == '"' && !(isUnsure && text::scanUtf8(at + 1, stop).at != stop)) {
+        const bool isUnsure = m_rules.validateUtf8 && text::isMarkedBefore(stops, block.high());
+        if (stops != 0 && *stop == '"' &&
+            !(isUnsure && !text::isUtf8InBlock(at + 1, stop - at - 1))) {
             text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
             return stop + 1;
         }

@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <random>
 #include <string>
 
 namespace {
@@ -172,6 +176,73 @@ TEST(StringText, knows_every_sequence_of_two_bytes_and_the_edges_of_the_longer_o
                 EXPECT_EQ(isWhole, expected) << first << ' ' << second << ' ' << tail.size();
             }
         }
+    }
+}
+
+/// The offset of the first byte that is no UTF-8, as looked for byte by byte, which is how less
+/// than a block is.
+std::size_t plainEndOf(const std::string& bytes) {
+    std::size_t at = 0;
+    while (at < bytes.size()) {
+        std::size_t length = 1;
+        while (length <= 4 && !isCharacter(bytes.substr(at, length))) {
+            ++length;
+        }
+        if (length > 4) {
+            break;
+        }
+        at += length;
+    }
+    return at;
+}
+
+std::size_t endOf(const std::string& bytes) {
+    const char* const end = bytes.data() + bytes.size();
+    return static_cast<std::size_t>(text::scanUtf8(bytes.data(), end).at - bytes.data());
+}
+
+/// Characters of one to four bytes, of which each may have one faulty byte.
+std::string randomText(std::mt19937& random, std::size_t length) {
+    const char* const characters[] = {"a",
+                                      " ",
+                                      "\xC3\xA9",
+                                      "\xDF\xBF",
+                                      "\xE4\xBB\x8A",
+                                      "\xE0\xA0\x80",
+                                      "\xED\x9F\xBF",
+                                      "\xEF\xBF\xBD",
+                                      "\xF0\x9F\x98\x80",
+                                      "\xF4\x8F\xBF\xBF"};
+    std::string text;
+    while (text.size() < length) {
+        text += characters[random() % std::size(characters)];
+    }
+    if (random() % 3 != 0) {
+        const char faults[] = {'x',    '\x80', '\xA0', '\xBF', '\xC0',
+                               '\xE0', '\xED', '\xF0', '\xF4', '\xFF'};
+        text[random() % text.size()] = faults[random() % std::size(faults)];
+    }
+    return text.substr(0, text.size() - random() % 4);
+}
+
+TEST(StringText, looks_at_utf8_by_blocks_as_it_does_byte_by_byte) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string bytes = randomText(random, 4 + random() % 100);
+        ASSERT_EQ(endOf(bytes), plainEndOf(bytes)) << testing::PrintToString(bytes);
+    }
+}
+
+TEST(StringText, knows_of_less_than_a_block_whether_it_is_utf8) {
+    std::mt19937 random(8);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string bytes = randomText(random, 4 + random() % 24);
+        const std::string padded = bytes + std::string(text::WideBlock::k_length, '\x80');
+        const auto count = std::min(static_cast<std::ptrdiff_t>(bytes.size()),
+                                    std::ptrdiff_t{text::WideBlock::k_length});
+        const std::string looked = bytes.substr(0, static_cast<std::size_t>(count));
+        ASSERT_EQ(text::isUtf8InBlock(padded.data(), count), plainEndOf(looked) == looked.size())
+            << testing::PrintToString(looked);
     }
 }
 
