@@ -12,13 +12,10 @@
 #include <string_view>
 #include <vector>
 
-#include "support/BothReaders.h"
+#include "support/FileReaders.h"
 #include "support/ScratchFolder.h"
 
 namespace {
-
-using orvid_test::EventReader;
-using orvid_test::ReadingReport;
 
 /// What libstdc++ reads at once into the buffer of a file.
 constexpr std::size_t k_buffer = 8191;
@@ -32,35 +29,11 @@ std::string filler(std::size_t length) {
     return text + std::string(length - text.size(), ' ');
 }
 
-/// Where the stream is, what can be put back into it, and what comes next.
-std::string streamReport(std::istream& in) {
-    std::string text = std::to_string(in.rdstate()) + ' ';
-    in.clear();
-    text += std::to_string(in.tellg()) + ' ';
-    in.unget();
-    text += static_cast<char>(in.get());
-    std::string next(600, ' ');
-    in.read(next.data(), static_cast<std::streamsize>(next.size()));
-    return text + next.substr(0, static_cast<std::size_t>(in.gcount()));
-}
-
-template<class Parser>
-std::string report(const std::string& file, std::size_t skipped) {
-    ReadingReport report;
-    std::ifstream in(file, std::ios_base::binary);
-    in.ignore(static_cast<std::streamsize>(skipped));
-    Parser parser;
-    ko::Orvid::Element root("before");
-    report.note(parser, root, [&] { parser.parse(root, in); });
-    report.note(streamReport(in));
-    return report.text();
-}
-
 void expectSame(const std::string& text, std::size_t skipped = 0) {
     const orvid_test::ScratchFolder folder;
     const std::string file = folder.makeFile("a.json", std::string(skipped, ' ') + text);
     // Not EXPECT_EQ, which would print all of the tree.
-    EXPECT_TRUE(report<ko::Orvid::DomParser>(file, skipped) == report<EventReader>(file, skipped))
+    EXPECT_TRUE(orvid_test::fileReadersDiffer({}, file, skipped).empty())
         << text.size() << " bytes";
 }
 
