@@ -139,7 +139,7 @@ NumberStore::NumberStore(std::string_view text, const Binary& binary) { construc
 void NumberStore::construct(std::string_view text, const Binary& binary) {
     if (text.size() <= k_small) {
         layOut(nullptr, binary, static_cast<unsigned char>(text.size()));
-        copyBytes(k_textOffset, text);
+        copyBytes(text);
     } else {
         constructLong(text, binary);
     }
@@ -158,9 +158,15 @@ void NumberStore::constructLong(std::string_view text, const Binary& binary) {
     m_word.store(word, std::memory_order_relaxed);
 }
 
-/// A text on the heap, or one that came there just now.
+/// A text on the heap, or one that came there just now: most often a copy of the one in here, made
+/// by string(), of which the new number needs none.
 void NumberStore::constructLike(const NumberStore& other) {
     const Binary binary = other.binary();
+    if (other.m_length - 1U < k_small && !other.heap()->isDerived) {
+        layOut(nullptr, binary, other.m_length);
+        std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
+        return;
+    }
     NumberStore made(other.givenText(), binary);
     if (!other.hasGivenText()) {
         made.m_length = k_noText;

@@ -14,6 +14,7 @@
 #include <limits>
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -125,6 +126,70 @@ void expectSameBeforeAndAfterTheString(const std::string& text, Read read) {
     Number moved(copy);
     const Number taken(std::move(moved));
     EXPECT_EQ(read(taken), value) << text;
+}
+
+/// A store of that text, made where `stain` stood in every byte.
+class StainedStore {
+public:
+    StainedStore(const std::string& text, int stain) {
+        std::memset(m_memory, stain, sizeof m_memory);
+        m_store = new (m_memory) NumberStore(std::string_view(text));
+    }
+    ~StainedStore() { m_store->~NumberStore(); }
+    StainedStore(const StainedStore&) = delete;
+    StainedStore& operator=(const StainedStore&) = delete;
+    const NumberStore& operator*() const { return *m_store; }
+
+private:
+    alignas(NumberStore) unsigned char m_memory[sizeof(NumberStore)];
+    NumberStore* m_store;
+};
+
+TEST(NumberText, is_the_same_whatever_stood_in_its_memory) {
+    const std::string digits = "1234567890123456789012";
+    for (std::size_t length = 1; length <= NumberStore::k_capacity; ++length) {
+        const std::string text = digits.substr(0, length);
+        const StainedStore one(text, 0xFF);
+        const StainedStore other(text, 0xA5);
+        EXPECT_TRUE((*one).hasSameTextAs(*other)) << text;
+        EXPECT_TRUE(NumberStore(*one).hasSameTextAs(*other)) << text;
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string changed = text;
+            changed[at] = '-';
+            EXPECT_FALSE((*one).hasSameTextAs(NumberStore(std::string_view(changed)))) << changed;
+        }
+        EXPECT_FALSE((*one).hasSameTextAs(NumberStore(std::string_view(text + "0")))) << text;
+    }
+}
+
+TEST(NumberText, is_the_same_beside_a_string) {
+    for (const std::string& text : k_texts) {
+        const NumberStore plain{std::string_view(text)};
+        const NumberStore asked{std::string_view(text)};
+        EXPECT_EQ(asked.string(), text);
+        EXPECT_EQ(plain.hasSameTextAs(asked), text.size() <= NumberStore::k_capacity) << text;
+        EXPECT_EQ(asked.hasSameTextAs(plain), text.size() <= NumberStore::k_capacity) << text;
+    }
+}
+
+TEST(NumberText, of_a_copy_needs_no_string_of_its_own) {
+    for (const std::string& text : k_texts) {
+        const NumberStore asked{std::string_view(text)};
+        EXPECT_EQ(asked.string(), text);
+        const NumberStore copy(asked);
+        EXPECT_EQ(copy.givenText(), text);
+        EXPECT_EQ(copy.hasHeapText(), text.size() > NumberStore::k_capacity) << text;
+    }
+}
+
+TEST(NumberText, set_beside_a_string_is_compared_there) {
+    NumberStore one{std::string_view("7")};
+    NumberStore other{std::string_view("8")};
+    EXPECT_EQ(one.string(), "7");
+    EXPECT_EQ(other.string(), "8");
+    one.assign(std::string_view("12"), {});
+    other.assign(std::string_view("13"), {});
+    EXPECT_FALSE(one.hasSameTextAs(other));
 }
 
 TEST(NumberValue, is_kept_beside_the_string) {

@@ -34,7 +34,7 @@ using NumberBuffer = std::array<char, 32>;
 /// pointer to the heap text and then the text itself, of up to k_small bytes. A wide text, of up to
 /// k_capacity bytes, fills the place of the pointer too. Then m_word holds either the binary value,
 /// packed, or the pointer, and on the heap there is room for bits and kind. Where there is a heap
-/// text, it is the number's text.
+/// text, it is the number's text. What a text in m_bytes leaves free of them is zero.
 class KO_API NumberStore {
 public:
     /// The kind is a Number::EBinaryType. Without a kind, the bits are those of the binary value
@@ -53,7 +53,7 @@ public:
     explicit NumberStore(std::string_view text) {
         if (text.size() <= k_small) {
             layOut(nullptr, {}, static_cast<unsigned char>(text.size()));
-            copyBytes(k_textOffset, text);
+            copyBytes(text);
         } else if (text.size() <= k_capacity) {
             layOutWide(text);
         } else {
@@ -65,19 +65,21 @@ public:
     explicit NumberStore(const Binary& binary) noexcept { layOut(nullptr, binary, k_noText); }
     NumberStore(const NumberStore& other) {
         // Each word is read once: another thread may add a heap text meanwhile.
-        const std::uint64_t word =
-            other.isWide() ? other.m_word.load(std::memory_order_acquire) : 0;
-        if (other.isWide() && heapOf(word) == nullptr) {
-            m_length = other.m_length;
-            m_kind.store(0, std::memory_order_relaxed);
-            m_word.store(word, std::memory_order_relaxed);
-            std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
-        } else if (!other.isWide() && other.heap() == nullptr) {
-            layOut(nullptr, other.binary(), other.m_length);
+        if (other.isWide()) {
+            const std::uint64_t word = other.m_word.load(std::memory_order_acquire);
+            if (heapOf(word) == nullptr) {
+                std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
+                layOutAs(word, 0, other.m_length);
+                return;
+            }
+        } else if (other.heap() == nullptr) {
+            const unsigned char kind = other.m_kind.load(std::memory_order_acquire);
+            ::new (m_bytes) HeapPointer(nullptr);
             std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
-        } else {
-            constructLike(other);
+            layOutAs(other.m_word.load(std::memory_order_relaxed), kind, other.m_length);
+            return;
         }
+        constructLike(other);
     }
     /// `other` is left with neither text nor kind.
     NumberStore(NumberStore&& other) noexcept;
@@ -112,13 +114,17 @@ public:
         return {m_word.load(std::memory_order_relaxed), static_cast<unsigned char>(kind & k_kinds),
                 (kind & k_whole) != 0};
     }
-    /// Whether both were given the same text, and have it in here. False says nothing.
+    /// Whether both were given the same text, and have it in here. False says nothing. A heap text
+    /// besides that does not matter: it is a copy, or derived, and then the value is that of the
+    /// given text all the same.
     bool hasSameTextAs(const NumberStore& other) const noexcept {
-        if (m_length != other.m_length || m_length > k_capacity || hasHeapText() ||
-            other.hasHeapText()) {
+        if (m_length != other.m_length || m_length - 1U >= k_capacity) {
             return false;
         }
-        return ko::detail::sameBytes(heldBytes(), other.heldBytes(), m_length);
+        const std::uint64_t beginning =
+            m_length > k_small ? wordAt(0) ^ other.wordAt(0) : std::uint64_t{0};
+        return (beginning | (wordAt(k_textOffset) ^ other.wordAt(k_textOffset)) |
+                (wordAt(k_lastWord) ^ other.wordAt(k_lastWord))) == 0;
     }
 
     /// Keeps the binary value of a given text, if there is room for it.
@@ -146,6 +152,7 @@ private:
 
     static constexpr std::size_t k_textOffset = 8;
     static constexpr std::size_t k_small = k_capacity - k_textOffset;
+    static constexpr std::size_t k_lastWord = k_capacity - sizeof(std::uint64_t);
     static constexpr unsigned char k_noText = 0xFF;
     static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
     static constexpr unsigned char k_kinds = 0x7F;
@@ -203,9 +210,20 @@ private:
     static unsigned char kindByte(const Binary& binary) noexcept {
         return static_cast<unsigned char>(binary.kind | (binary.isWhole ? k_whole : 0U));
     }
+    std::uint64_t wordAt(std::size_t at) const noexcept {
+        return ko::detail::wordAt<std::uint64_t>(reinterpret_cast<const char*>(m_bytes) + at);
+    }
+    void clearWord(std::size_t at) noexcept { std::memset(m_bytes + at, 0, sizeof(std::uint64_t)); }
+    void layOutAs(std::uint64_t word, unsigned char kind, unsigned char length) noexcept {
+        m_word.store(word, std::memory_order_relaxed);
+        m_kind.store(kind, std::memory_order_relaxed);
+        m_length = length;
+    }
     /// At most k_small bytes, in words that overlap.
-    void copyBytes(std::size_t at, std::string_view text) noexcept {
-        unsigned char* const to = m_bytes + at;
+    void copyBytes(std::string_view text) noexcept {
+        clearWord(k_textOffset);
+        clearWord(k_lastWord);
+        unsigned char* const to = m_bytes + k_textOffset;
         const char* const from = text.data();
         const std::size_t length = text.size();
         const auto copyEnds = [=](auto word) {
@@ -229,6 +247,7 @@ private:
         m_length = static_cast<unsigned char>(text.size());
         m_kind.store(0, std::memory_order_relaxed);
         m_word.store(0, std::memory_order_relaxed);
+        clearWord(k_lastWord);
         // Both halves of at most 16 bytes, which overlap.
         std::memcpy(m_bytes, text.data(), k_small);
         std::memcpy(m_bytes + text.size() - k_small, text.data() + text.size() - k_small, k_small);
