@@ -22,12 +22,13 @@ namespace ko::Orvid {
 
 namespace {
 
+constexpr auto k_unlimited = std::numeric_limits<unsigned long long>::max();
+
+/// Where `k_isPlain`, numbers are compared by their value, whatever the whole costs.
+template<bool k_isPlain>
 class Equality {
 public:
-    Equality(NumberRule rule, unsigned long long budget)
-        : m_rule(rule),
-          m_budget(budget),
-          m_comparesValues(rule == NumberRule::sameValue && budget == k_unlimited) {}
+    Equality(NumberRule rule, unsigned long long budget) : m_rule(rule), m_budget(budget) {}
 
     /// Nothing where the budget is too small.
     std::optional<bool> holds(const Element& a, const Element& b) {
@@ -53,6 +54,7 @@ private:
     };
 
     // Without a look at the type.
+
     static const Element::TArray& arrayOf(const Element& element) {
         return *element.data().value.array;
     }
@@ -78,14 +80,16 @@ private:
             return false;
         }
         if (a.isArray()) {
-            return sameSize(arrayOf(a), arrayOf(b)) && compareItems(a, b, 0, false);
+            return sameSize(arrayOf(a), arrayOf(b)) &&
+                   (arrayOf(a).empty() || compareItems(a, b, 0, false));
         }
         return sameSize(objectOf(a), objectOf(b)) &&
                compareMembers(a, b, objectOf(a).begin(), objectOf(b).begin(), false);
     }
 
     /// Numbers first: most scalars are numbers.
-    bool sameScalar(const Element::SData& left, const Element::SData& right) {
+    [[gnu::always_inline]] bool sameScalar(const Element::SData& left,
+                                           const Element::SData& right) {
         if (left.type != right.type) {
             return false;
         }
@@ -122,11 +126,12 @@ private:
     }
 
     bool sameString(const std::string& a, const std::string& b) {
-        return a.size() == b.size() && spendText(a.size()) && a == b;
+        return a.size() == b.size() && spendText(a.size()) &&
+               ko::detail::sameBytes(a.data(), b.data(), a.size());
     }
 
     bool sameNumber(const Number& a, const Number& b) {
-        if (m_comparesValues) {
+        if constexpr (k_isPlain) {
             return a == b;
         }
         NumberBuffer left;
@@ -219,6 +224,9 @@ private:
     }
 
     bool spend(unsigned long long cost) {
+        if constexpr (k_isPlain) {
+            return true;
+        }
         m_isSpent = cost > m_budget;
         m_budget -= m_isSpent ? 0 : cost;
         return !m_isSpent;
@@ -226,17 +234,24 @@ private:
     bool spendText(std::size_t bytes) { return spend(bytes / k_textOfOne); }
 
     static constexpr std::size_t k_textOfOne = 64;
-    static constexpr auto k_unlimited = std::numeric_limits<unsigned long long>::max();
 
     NumberRule m_rule;
     unsigned long long m_budget;
-    const bool m_comparesValues;  ///< of numbers, whatever that costs
     bool m_isSpent = false;
     bool m_isOpen = false;         ///< whether there is a container in m_open
     bool m_isInterrupted = false;  ///< since it was opened just now
     Open m_open{};
     std::vector<Open> m_outer;
 };
+
+template<bool k_isPlain>
+std::optional<bool> compared(const Element& a, const Element& b, NumberRule rule,
+                             unsigned long long& budget) {
+    Equality<k_isPlain> equality(rule, budget);
+    const std::optional<bool> result = equality.holds(a, b);
+    budget = equality.budget();
+    return result;
+}
 
 }  // namespace
 
@@ -245,16 +260,15 @@ bool operator==(const Element& a, const Element& b) {
 }
 
 bool treesEqual(const Element& a, const Element& b, NumberRule rule) {
-    unsigned long long budget = std::numeric_limits<unsigned long long>::max();
+    unsigned long long budget = k_unlimited;
     return treesEqualWithin(a, b, rule, budget).value_or(false);
 }
 
 std::optional<bool> treesEqualWithin(const Element& a, const Element& b, NumberRule rule,
                                      unsigned long long& budget) {
-    Equality equality(rule, budget);
-    const std::optional<bool> result = equality.holds(a, b);
-    budget = equality.budget();
-    return result;
+    return rule == NumberRule::sameValue && budget == k_unlimited
+               ? compared<true>(a, b, rule, budget)
+               : compared<false>(a, b, rule, budget);
 }
 
 }  // namespace ko::Orvid
