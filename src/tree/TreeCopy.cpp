@@ -5,6 +5,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -79,13 +80,23 @@ private:
     void copyItems() {
         const Element::TArray& source = *m_open.source->value.array;
         Element::TArray& target = *m_open.target->value.array;
-        while (m_open.done != source.size()) {
-            const Element& item = source[m_open.done++];
-            Element& copied = Place::append(target);
-            Place::withoutPosition(copied);
-            copyChild(copied, item.data());
-            if (m_isInterrupted) {
-                return;
+        std::size_t position = m_open.done;
+        while (position != source.size()) {
+            const auto items = Place::stretchAt(source, position);
+            const std::size_t end = std::min(items.end, source.size());
+            for (; position != end; ++position) {
+                const SData& item = items.first[position - items.begin].data();
+                Element& copied = Place::append(target);
+                Place::withoutPosition(copied);
+                if (item.type == etNumber) {
+                    copyNumber(copied.data(), *item.value.number);
+                    continue;
+                }
+                m_open.done = position + 1;
+                copyChild(copied, item);
+                if (m_isInterrupted) {
+                    return;
+                }
             }
         }
         close();
@@ -104,6 +115,11 @@ private:
         close();
     }
 
+    void copyNumber(SData& target, const Number& source) {
+        target.value.number = newIn<Number>(m_nodes, source);
+        target.type = etNumber;
+    }
+
     /// Gives `target`, which is null, the source's value. A container is empty yet and becomes the
     /// innermost one.
     void copyChild(Element& target, const SData& source) {
@@ -114,8 +130,7 @@ private:
                 data = source;
                 break;
             case etNumber:
-                data.value.number = newIn<Number>(m_nodes, *source.value.number);
-                data.type = etNumber;
+                copyNumber(data, *source.value.number);
                 break;
             case etString:
                 data.value.string = newString(&m_nodes, *source.value.string);
