@@ -160,6 +160,7 @@ protected:
     typename detail::ItemRuns<T>::Stretch stretchAt(size_type position) const noexcept {
         return m_items.stretchAt(position);
     }
+    bool isLoose() const noexcept { return m_items.isLoose(); }
     void shorten(size_type size) noexcept { m_items.shorten(size); }
 
     template<class... Arguments>

@@ -65,6 +65,11 @@ struct Place {
     static auto stretchAt(const Array<T>& array, std::size_t position) noexcept {
         return array.stretchAt(position);
     }
+    /// Whether the items have left their runs.
+    template<class T>
+    static bool isLoose(const Array<T>& array) noexcept {
+        return array.isLoose();
+    }
 
     // The end of a container that is being filled.
 
@@ -86,7 +91,7 @@ struct Place {
 
     // The end of a container that is being destroyed.
 
-    /// Forgets the items from `size` on, which are null.
+    /// Forgets the items from `size` on, which own nothing. Those of a loose array are null.
     template<class T>
     static void shorten(Array<T>& array, std::size_t size) noexcept {
         array.shorten(size);

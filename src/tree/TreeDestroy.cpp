@@ -6,6 +6,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <cstddef>
 #include <utility>
 
 #include "tree/Place.h"
@@ -61,6 +62,7 @@ private:
     /// Releases what is in the children, from the last one on, and returns the container that stops
     /// it, or null. Where the container `isEntered`, that one becomes its last child.
     Element* releaseChildren(Element::TArray& array, bool isEntered) noexcept {
+        const bool isLoose = Place::isLoose(array);
         for (std::size_t size = array.size(); size != 0;) {
             const auto items = Place::stretchAt(array, size - 1);
             for (; size != items.begin; --size) {
@@ -68,6 +70,9 @@ private:
                 if (!release(item->data(), isEntered)) {
                     Place::shorten(array, size);
                     return item;
+                }
+                if (isLoose) {
+                    item->data() = Element::SData();
                 }
             }
         }
@@ -78,7 +83,9 @@ private:
     Element* releaseChildren(Element::TObject& object, bool isEntered) noexcept {
         for (auto member = object.end(); member != object.begin();) {
             Element& value = (--member)->second;
-            if (!release(value.data(), isEntered)) {
+            if (release(value.data(), isEntered)) {
+                value.data() = Element::SData();
+            } else {
                 while (isEntered && &Place::lastOf(object) != &value) {
                     Place::removeLast(object);
                 }
@@ -88,31 +95,29 @@ private:
         return nullptr;
     }
 
-    /// Makes it null, unless it is a container: of these, only those that hold scalars go, and
-    /// that only with `takesContainers`. Returns whether it is null.
-    bool release(Element::SData& data, bool takesContainers) noexcept {
-        if (hasPayload(data)) {
-            return takesContainers &&
-                   (data.type == etArray ? releaseFlat(*data.value.array, data)
-                                         : releaseFlat(*data.value.object, data));
-        }
-        if (data.type == etNumber && data.value.number != nullptr) {
-            data.value.number->~Number();
-            m_freeing.release(data.value.number, sizeof(Number));
+    /// Releases the payload, unless it is a container: of these, only those that hold scalars go,
+    /// and that only with `takesContainers`. Returns whether it is gone; the record stays as it is.
+    bool release(const Element::SData& data, bool takesContainers) noexcept {
+        if (data.type == etNumber) {
+            if (data.value.number != nullptr) {
+                data.value.number->~Number();
+                m_freeing.release(data.value.number, sizeof(Number));
+            }
         } else if (data.type == etString) {
             deleteString(data.value.string, m_freeing);
+        } else if (hasPayload(data)) {
+            return takesContainers && (data.type == etArray ? releaseFlat(*data.value.array)
+                                                            : releaseFlat(*data.value.object));
         }
-        data = Element::SData();
         return true;
     }
 
     template<class Container>
-    bool releaseFlat(Container& container, Element::SData& data) noexcept {
+    bool releaseFlat(Container& container) noexcept {
         if (releaseChildren(container, false) != nullptr) {
             return false;
         }
         delete &container;
-        data = Element::SData();
         return true;
     }
 

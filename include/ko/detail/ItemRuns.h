@@ -36,6 +36,8 @@ public:
     ~ItemRuns() { clear(); }
 
     std::size_t size() const noexcept { return m_size; }
+    /// Whether the items lie in memory in another order, or apart.
+    bool isLoose() const noexcept { return m_shape.isLoose; }
 
     /// Items that lie side by side, and their positions; those from size() on are not there.
     struct Stretch {
