@@ -58,14 +58,15 @@ bool copyTwoBlocks(const char*& text, const char* end, char*& at) noexcept {
     return true;
 }
 
-/// Copies four to seven bytes as one word, made of two halves that overlap. Returns whether they
-/// are plain; otherwise `text` and `at` stay.
-bool copyHalves(const char*& text, std::size_t length, char*& at) noexcept {
-    constexpr std::size_t k_half = PlainBlock::k_length / 2;
-    char both[PlainBlock::k_length];
+/// Copies fewer bytes than a block, but half as many or more, as one block of two halves that
+/// overlap. Returns whether they are plain; otherwise `text` and `at` stay.
+template<class AnyBlock>
+bool copyHalves(const char*& text, std::ptrdiff_t length, char*& at) noexcept {
+    constexpr std::ptrdiff_t k_half = AnyBlock::k_length / 2;
+    char both[AnyBlock::k_length];
     std::memcpy(both, text, k_half);
     std::memcpy(both + k_half, text + length - k_half, k_half);
-    if (PlainBlock(both).special() != 0) {
+    if (AnyBlock(both).special() != 0) {
         return false;
     }
     std::memcpy(at, both, k_half);
@@ -75,16 +76,19 @@ bool copyHalves(const char*& text, std::size_t length, char*& at) noexcept {
     return true;
 }
 
+template<class AnyBlock>
+bool isHalfOf(std::ptrdiff_t length) noexcept {
+    return length < AnyBlock::k_length && length >= AnyBlock::k_length / 2;
+}
+
 /// Copies the bytes that stand for themselves, up to the first that does not or `end`, where these
 /// are fewer than a block. Most keys are: a byte for byte they took a quarter of writing.
 void copyPlainShort(const char*& text, const char* end, char*& at) noexcept {
     const std::ptrdiff_t length = end - text;
-    if (length >= PlainBlock::k_length && length < 2 * PlainBlock::k_length) {
-        copyTwoBlocks<PlainBlock>(text, end, at);
+    if (isHalfOf<Block>(length) && copyHalves<Block>(text, length, at)) {
         return;
     }
-    if (length < PlainBlock::k_length && length >= PlainBlock::k_length / 2 &&
-        copyHalves(text, static_cast<std::size_t>(length), at)) {
+    if (isHalfOf<PlainBlock>(length) && copyHalves<PlainBlock>(text, length, at)) {
         return;
     }
     while (text != end && !isSpecial(*text)) {

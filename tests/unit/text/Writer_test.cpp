@@ -153,6 +153,19 @@ TEST(Writer, escapes_exactly_the_bytes_below_the_blank_and_two_more) {
     }
 }
 
+TEST(Writer, finds_what_must_be_escaped_wherever_it_stands) {
+    const std::string letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN";
+    for (std::size_t length = 1; length <= letters.size(); ++length) {
+        for (std::size_t place = 0; place < length; ++place) {
+            std::string text = letters.substr(0, length);
+            text[place] = '"';
+            std::string escaped = text;
+            escaped.insert(place, 1, '\\');
+            EXPECT_EQ(stringText(text), '"' + escaped + '"');
+        }
+    }
+}
+
 TEST(Writer, writes_the_limits_of_long) {
     Writer writer(layout(false, ""));
     writer.openArray();
