@@ -27,7 +27,8 @@ void summarize(const Element& element, Summary& summary) {
     } else if (element.isString()) {
         summary.addString(element.string().size());
     } else if (element.isNumber()) {
-        summary.addNumber(std::stod(element.number().toString()));
+        // Not toString(), which would leave a string in each number of the tree that is measured.
+        summary.addNumber(std::stod(std::string(element.number().textView())));
     } else if (element.isBoolean()) {
         summary.addBoolean(element.boolean());
     } else {
