@@ -62,10 +62,10 @@ std::optional<std::string> editedWhole(std::string text, const std::vector<Place
 }
 
 bool editExcerpts(const std::string& text, const std::vector<PlaceChange>& edits, Bytes& out) {
-    const auto edit = [&](std::string_view before, std::size_t index, Bytes& after) {
+    const auto edit = [&](std::string_view before, std::size_t index) {
         const PlaceChange& change = edits[index];
-        return orvid_tool::editExcerpt(before, orvid_tool::stepsOf(change.path), change.kind,
-                                       ReadOptions::jsonc(), change, after);
+        return orvid_tool::editExcerpt(before, orvid_tool::stepsOf(change.path), change.inExcerpt(),
+                                       ReadOptions::jsonc());
     };
     return orvid_tool::editInTurn(text, edits.size(), edit, out);
 }

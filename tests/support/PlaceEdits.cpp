@@ -49,6 +49,11 @@ void PlaceChange::operator()(Element& root, const std::string& at) const {
     }
 }
 
+orvid_tool::ExcerptEdit PlaceChange::inExcerpt() const {
+    const bool putsContainer = value.front() == '{' || value.front() == '[';
+    return {kind, putsContainer && kind != PlaceEdit::remove, *this};
+}
+
 PlaceChange PlaceEdits::next(Element& root, PlaceEdit kind) const {
     std::vector<Element*> all = RandomEdits::allOf(root);
     const bool isAny = m_choose(2) == 0;

@@ -9,7 +9,7 @@
 
 #include <string>
 
-#include "edit/TextExcerpt.h"
+#include "edit/ExcerptEdit.h"
 #include "support/CommentedJson.h"
 
 namespace orvid_test {
@@ -22,6 +22,8 @@ struct PlaceChange {
 
     /// Makes it at `at`. Throws Failure and what the library throws.
     void operator()(ko::Orvid::Element& root, const std::string& at) const;
+    /// The same for excerpts.
+    orvid_tool::ExcerptEdit inExcerpt() const;
 };
 
 class PlaceEdits {

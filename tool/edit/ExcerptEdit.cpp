@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
-// The edited excerpt, put back into its text.
+// The edited excerpts, put back into their text.
 
 #include "edit/ExcerptEdit.h"
 
-#include <optional>
-#include <string>
+#include <cstring>
 
 #include "edit/StepsInText.h"
 #include "output/Failure.h"
@@ -44,38 +43,84 @@ bool isWithinRange(const TextExcerpt& excerpt, std::string_view text) {
            text.substr(text.length() - tail.length()) == tail;
 }
 
+/// The habits of the document are read only where they matter: they are most of an excerpt.
+std::optional<TextExcerpt> excerptFor(std::string_view text, const ValueSteps& steps,
+                                      const ExcerptEdit& edit, const ReadOptions& options) {
+    if (!edit.putsContainer) {
+        std::optional<TextExcerpt> excerpt =
+            excerptOf(text, steps, edit.kind, ExcerptRest::none, options);
+        if (!excerpt || !excerpt->needsHabits) {
+            return excerpt;
+        }
+    }
+    return excerptOf(text, steps, edit.kind, ExcerptRest::habits, options);
+}
+
+void appendChanged(std::string_view text, const TextChange& change, Bytes& out) {
+    constexpr std::size_t spare = std::size_t(1) << 16;  // for further changes
+    static_cast<void>(out.room(text.length() + change.text.length() + spare));
+    out.append(text.substr(0, change.range.begin));
+    out.append(change.text);
+    out.append(text.substr(change.range.end));
+}
+
+/// The same in the text itself, which begins at `start`.
+void replace(std::size_t start, const TextChange& change, Bytes& text) {
+    const std::size_t begin = start + change.range.begin;
+    const std::size_t end = start + change.range.end;
+    const std::size_t rest = text.length() - end;
+    static_cast<void>(text.room(change.text.length()));
+    std::memmove(text.data() + begin + change.text.length(), text.data() + end, rest);
+    change.text.copy(text.data() + begin, change.text.length());
+    text.cut(begin);
+    text.lengthen(change.text.length() + rest);
+}
+
 }  // namespace
 
 bool mayTakeShortCut(const Call& call, std::size_t edits) {
     // Each edit is a pass through the text; the tree takes them all in one, at the cost of ten.
-    constexpr std::size_t mostPasses = 6;
+    constexpr std::size_t mostPasses = 10;
     return edits <= mostPasses && !call.lines.isOn && !call.layout.isAsked && isPlain(call.layout);
 }
 
-bool editExcerpt(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
-                 const ReadOptions& options, const TreeEdit& change, Bytes& out) {
-    const std::optional<TextExcerpt> excerpt = excerptOf(text, steps, edit, options);
+std::optional<TextChange> editExcerpt(std::string_view text, const ValueSteps& steps,
+                                      const ExcerptEdit& edit, const ReadOptions& options) {
+    const std::optional<TextExcerpt> excerpt = excerptFor(text, steps, edit, options);
     if (!excerpt) {
-        return false;
+        return std::nullopt;
     }
-    const std::optional<std::string> after = edited(*excerpt, options, change);
+    const std::optional<std::string> after = edited(*excerpt, options, edit.change);
     if (!after || !isWithinRange(*excerpt, *after)) {
-        return false;
+        return std::nullopt;
     }
     const TextExcerpt::Range own = excerpt->own;
     const std::size_t length = after->length() - own.begin - (excerpt->text.length() - own.end);
-    static_cast<void>(out.room(text.length() + length));
-    out.append(text.substr(0, excerpt->source.begin));
-    out.append(std::string_view(*after).substr(own.begin, length));
-    out.append(text.substr(excerpt->source.end));
-    return true;
+    return TextChange{excerpt->source, after->substr(own.begin, length)};
 }
 
-bool editExcerpt(std::string_view text, const CallPath& path, PlaceEdit edit,
-                 const ReadOptions& options, const TreeEdit& change, Bytes& out) {
+std::optional<TextChange> editExcerpt(std::string_view text, const CallPath& path,
+                                      const ExcerptEdit& edit, const ReadOptions& options) {
     const std::string_view document = text.substr(ko::Orvid::text::markLength(text));
     const std::optional<ValueSteps> steps = stepsInText(document, path, options);
-    return steps && editExcerpt(text, *steps, edit, options, change, out);
+    return steps ? editExcerpt(text, *steps, edit, options) : std::nullopt;
+}
+
+bool editInTurn(std::string_view text, std::size_t edits, const TextEdits& changeOf, Bytes& out) {
+    const std::size_t start = out.length();
+    for (std::size_t i = 0; i < edits; ++i) {
+        const std::string_view before = i == 0 ? text : out.view().substr(start);
+        const std::optional<TextChange> change = changeOf(before, i);
+        if (!change) {
+            return false;
+        }
+        if (i == 0) {
+            appendChanged(text, *change, out);
+        } else {
+            replace(start, *change, out);
+        }
+    }
+    return true;
 }
 
 }  // namespace orvid_tool

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Editing one place of a JSON text by an edit of its excerpt: a short cut for text that may be
+// Editing single places of a JSON text by edits of its excerpts: a short cut for text that may be
 // long.
 
 #pragma once
@@ -9,8 +9,9 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
-#include <utility>
 
 #include "call/Call.h"
 #include "edit/TextExcerpt.h"
@@ -26,31 +27,36 @@ bool mayTakeShortCut(const Call& call, std::size_t edits);
 /// Changes a tree at the path.
 using TreeEdit = std::function<void(ko::Orvid::Element& root, const std::string& path)>;
 
-/// Appends the text with the change made at the steps, all other bytes as they are: what the
-/// library would write of the whole, byte for byte. Returns false, with nothing appended, where the
-/// library has to be asked: see excerptOf(), and where `change` throws.
-bool editExcerpt(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
-                 const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
-/// The same at a path of the call.
-bool editExcerpt(std::string_view text, const CallPath& path, PlaceEdit edit,
-                 const ko::Orvid::ReadOptions& options, const TreeEdit& change, Bytes& out);
+/// An edit of one place.
+struct ExcerptEdit {
+    PlaceEdit kind;
+    bool putsContainer;  ///< whether the value that it puts there has to be laid out
+    TreeEdit change;     ///< the same, made to a tree
+};
 
-/// Hands the text from edit to edit, as calls of their own would, and appends what the last leaves.
-/// `edit` takes a text, the number of the edit, and where its result goes; where it returns false,
-/// this does.
-template<class Edit>
-bool editInTurn(std::string_view text, std::size_t edits, const Edit& edit, Bytes& out) {
-    Bytes edited;
-    for (std::size_t i = 0; i < edits; ++i) {
-        Bytes next;
-        if (!edit(text, i, next)) {
-            return false;
-        }
-        edited = std::move(next);
-        text = edited.view();
-    }
-    out.swap(edited);
-    return true;
-}
+/// A range of a text that is to become another text.
+struct TextChange {
+    TextExcerpt::Range range;
+    std::string text;
+};
+
+/// What the edit at the steps changes in the text: all other bytes stay as they are, and the whole
+/// is what the library would write, byte for byte. Nothing where the library has to be asked: see
+/// excerptOf(), and where the change throws.
+std::optional<TextChange> editExcerpt(std::string_view text, const ValueSteps& steps,
+                                      const ExcerptEdit& edit,
+                                      const ko::Orvid::ReadOptions& options);
+/// The same at a path of the call.
+std::optional<TextChange> editExcerpt(std::string_view text, const CallPath& path,
+                                      const ExcerptEdit& edit,
+                                      const ko::Orvid::ReadOptions& options);
+
+/// Gives the change of the edit of that number in the text.
+using TextEdits =
+    std::function<std::optional<TextChange>(std::string_view text, std::size_t number)>;
+
+/// Appends the text with the changes made, each in what the one before it leaves, as calls of their
+/// own would make them. Returns false where one of them is nothing. Takes the memory of one text.
+bool editInTurn(std::string_view text, std::size_t edits, const TextEdits& changeOf, Bytes& out);
 
 }  // namespace orvid_tool

@@ -4,8 +4,8 @@
 //
 // Of each of the first containers, as many as the library looks at for the habits of a document, it
 // keeps the first two children, all containers, and both ends. Of a container on the way it keeps
-// the children before the place that new ones may be laid out after. A container beyond the first
-// is kept as its two ends and a zero.
+// the children before the place that new ones may be laid out after. A container beyond the first,
+// or any that is not on the way where habits do not matter, is kept as its two ends and a zero.
 
 #include "edit/TextExcerpt.h"
 
@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "edit/LastChildren.h"
 #include "text/byteOrderMark.h"
 #include "text/KeyHashes.h"
 #include "text/scanWhole.h"
@@ -33,71 +34,9 @@ constexpr std::size_t k_mostMembers = 66;
 
 std::size_t offset(std::uint64_t location) { return static_cast<std::size_t>(location); }
 
-/// A child, and the text before it in its container.
-struct Child {
-    std::size_t gap;    ///< offset after the child before it, or after the bracket
-    std::size_t begin;  ///< of its key, or of the value
-    std::size_t value;
-    std::size_t end;
-    std::size_t firstBegin;  ///< of a container of which only the ends are kept: its first child
-    std::size_t lastEnd;     ///< and its last; both are 0 where all is kept
-    bool breaksLine;         ///< whether a line break stands before it
-};
-
-/// The last children that were left out for now.
-class LastChildren {
-public:
-    explicit LastChildren(std::size_t most) : m_most(most) {}
-
-    void add(const Child& child) {
-        if (m_most == 0) {
-            noteLine(child);
-        } else if (m_children.size() < m_most) {
-            m_children.push_back(child);
-        } else {
-            noteLine(m_children[m_first]);
-            m_children[m_first] = child;
-            m_first = (m_first + 1) % m_most;
-        }
-    }
-    void clear() {
-        m_children.clear();
-        m_first = 0;
-        m_hasLine = false;
-    }
-    /// In their order; first the last one on a line of its own, unless there is one among them or
-    /// what follows them is on one.
-    template<class Take>
-    void forEach(bool isLineNext, const Take& take) const {
-        const bool isLineKnown =
-            isLineNext || std::any_of(m_children.begin(), m_children.end(),
-                                      [](const Child& child) { return child.breaksLine; });
-        if (m_hasLine && !isLineKnown) {
-            take(m_line);
-        }
-        for (std::size_t i = 0; i < m_children.size(); ++i) {
-            take(m_children[(m_first + i) % m_children.size()]);
-        }
-    }
-
-private:
-    void noteLine(const Child& child) {
-        if (child.breaksLine) {
-            m_line = child;
-            m_hasLine = true;
-        }
-    }
-
-    std::size_t m_most;
-    std::vector<Child> m_children;
-    std::size_t m_first = 0;
-    Child m_line{};
-    bool m_hasLine = false;
-};
-
 /// A container that is being copied.
-struct SLevel {
-    SLevel(bool isArrayOpen, bool isWay, const Child& child)
+struct Level {
+    Level(bool isArrayOpen, bool isWay, const Child& child)
         : isArray(isArrayOpen),
           isOnWay(isWay),
           self(child),
@@ -115,6 +54,8 @@ struct SLevel {
     std::size_t lastEnd;      ///< offset after its last child so far, or after its bracket
     std::size_t count = 0;    ///< of its children so far
     std::size_t kept = 0;     ///< of these, those in the excerpt
+    std::size_t colon = 0;    ///< offset before the colon of the last, where it is a member
+    std::size_t value = 0;    ///< offset of the last
     LastChildren held;
 };
 
@@ -146,8 +87,14 @@ bool isFarInLine(std::string_view text, std::size_t at, std::size_t mark) {
 
 class Excerpter : public ko::Orvid::KeySink {
 public:
-    Excerpter(std::string_view text, std::string_view mark, const ValueSteps& steps, PlaceEdit edit)
-        : m_text(text), m_mark(mark), m_steps(steps), m_edit(edit) {}
+    Excerpter(std::string_view text, std::string_view mark, const ValueSteps& steps, PlaceEdit edit,
+              ExcerptRest rest)
+        : m_text(text),
+          m_mark(mark),
+          m_steps(steps),
+          m_edit(edit),
+          m_showsHabits(rest == ExcerptRest::habits),
+          m_mostContainers(m_showsHabits ? k_mostContainers : 0) {}
 
     /// What has come together when the text is over.
     std::optional<TextExcerpt> take() {
@@ -155,9 +102,10 @@ public:
             return std::nullopt;
         }
         append(m_rootEnd, m_text.size());
-        if (hasCarriageReturn(m_text) != hasCarriageReturn(m_result.text)) {
+        if (m_showsHabits && hasCarriageReturn(m_text) != hasCarriageReturn(m_result.text)) {
             return std::nullopt;
         }
+        m_result.needsHabits = m_needsHabits;
         const std::size_t mark = m_mark.size();
         m_result.text.insert(0, m_mark);
         m_result.own = {m_result.own.begin + mark, m_result.own.end + mark};
@@ -192,7 +140,7 @@ public:
 private:
     enum class Phase {
         before,  ///< the place is still to come
-        behind,  ///< what follows the place is next
+        after,   ///< what follows the place is next
         done
     };
 
@@ -260,19 +208,21 @@ private:
     bool isPlace() const { return m_isOnWay && isLastStep(); }
 
     void begin(TokenSpan location) {
-        SLevel& level = m_open.back();
+        Level& level = m_open.back();
         const std::size_t value = offset(location.begin);
         m_child = {level.lastEnd, level.isArray ? value : offset(m_key.begin), value, 0, 0, 0,
                    false};
         m_child.breaksLine = breaksLine(part(m_child.gap, m_child.begin));
+        level.colon = level.isArray ? value : offset(m_key.end);
+        level.value = value;
         m_isOnWay = level.isOnWay && m_phase == Phase::before && isNext(level);
-        m_isNeeded = m_isOnWay || m_phase == Phase::behind || level.count < 2 || isCommented();
+        m_isNeeded = m_isOnWay || m_phase == Phase::after || level.count < 2 || isCommented();
         if (level.count++ == 0) {
             ++m_containers;
             level.breaksLines = m_child.breaksLine;
         }
     }
-    bool isNext(const SLevel& level) const {
+    bool isNext(const Level& level) const {
         return level.isArray ? !nextStep().isKey && nextStep().index == level.count : m_isMember;
     }
     /// Whether more than whitespace and punctuation stands before the child or its value.
@@ -286,7 +236,7 @@ private:
 
     /// The child is known from its begin to its end.
     void takeChild() {
-        SLevel& level = m_open.back();
+        Level& level = m_open.back();
         level.lastEnd = m_child.end;
         if (!m_isNeeded) {
             level.held.add(m_child);
@@ -301,7 +251,7 @@ private:
 
     /// Appends what stands before the child, which is kept.
     void beginKept() {
-        SLevel& level = m_open.back();
+        Level& level = m_open.back();
         flush(level, m_child.breaksLine);
         if (m_isOnWay) {
             m_result.steps.push_back(nextStep());
@@ -312,18 +262,29 @@ private:
             beginRange(m_child.gap);
         }
         append(m_child.gap, m_child.begin);
-        if (m_phase == Phase::behind || (isPlace() && m_edit == PlaceEdit::insert)) {
+        if (m_phase == Phase::after || isPlace()) {
+            noteGap(part(m_child.gap, m_child.begin));
+        }
+        if (m_phase == Phase::after || (isPlace() && m_edit == PlaceEdit::insert)) {
             endRange(m_child.begin);
         }
         ++level.kept;
     }
+    /// Comments at the place may be moved to lines of their own.
+    void noteGap(std::string_view gap) {
+        m_needsHabits = m_needsHabits || gap.find('/') != std::string_view::npos;
+    }
+    /// A container that becomes another value may not be taken for what it was.
     void leavePlace() {
+        const bool isContainer =
+            m_text[m_open.back().value] == '{' || m_text[m_open.back().value] == '[';
+        m_needsHabits = m_needsHabits || (m_edit == PlaceEdit::set && isContainer);
         if (m_phase == Phase::before) {
-            m_phase = Phase::behind;
+            m_phase = Phase::after;
         }
     }
 
-    void flush(SLevel& level, bool breaksLineNext) {
+    void flush(Level& level, bool breaksLineNext) {
         level.held.forEach(breaksLineNext, [&](const Child& child) {
             append(child.gap, child.begin);
             append(child);
@@ -339,7 +300,7 @@ private:
         const bool isReplaced = isPlace() && m_edit == PlaceEdit::set;
         const bool mayGo = !m_isNeeded && isEmptyAt(offset(location.end));
         m_isWhole = isReplaced || mayGo;
-        if (m_isWhole || (!leadsOn && m_containers >= k_mostContainers)) {
+        if (m_isWhole || (!leadsOn && m_containers >= m_mostContainers)) {
             m_skipped = 1;
             return;
         }
@@ -365,16 +326,18 @@ private:
     }
 
     void closeLevel(TokenSpan location) {
-        SLevel& level = m_open.back();
+        Level& level = m_open.back();
         const std::size_t end = offset(location.begin);
         if (level.isOnWay && m_phase == Phase::before) {
             beginNew(level);
-        } else if (m_phase != Phase::behind) {
+        } else if (m_phase != Phase::after) {
             // What opens on the closing line has the indent of the child that begins the line.
             flush(level, breaksLine(part(level.lastEnd, end)));
         }
         append(level.lastEnd, end);
-        if (m_phase == Phase::behind || m_isNew) {
+        noteSiblings(level);
+        if (m_phase == Phase::after || m_isNew) {
+            noteGap(part(level.lastEnd, end));
             m_isNew = false;
             endRange(end);
         }
@@ -394,7 +357,7 @@ private:
     }
 
     /// What the edit is about comes after all children of the container.
-    void beginNew(SLevel& level) {
+    void beginNew(Level& level) {
         constexpr std::size_t mostGaps = 1000;
         const ValueStep& step = nextStep();
         const bool isStar = !step.isKey && step.index == ko::Orvid::k_noIndex;
@@ -409,15 +372,25 @@ private:
             m_result.steps[m_way - 1].index -= static_cast<unsigned int>(level.count - level.kept);
         }
         m_isNew = true;
+        m_needsHabits = m_needsHabits || m_way < m_steps.size() ||
+                        part(level.colon, level.value).find('/') != std::string_view::npos;
         beginRange(level.lastEnd);
+    }
+    /// What is new goes by two siblings.
+    void noteSiblings(const Level& level) {
+        const bool mayBeNew = m_isNew || m_edit == PlaceEdit::insert;
+        if (mayBeNew && level.isOnWay && m_way == m_steps.size() && level.count < 2) {
+            m_needsHabits = true;
+        }
     }
 
     /// The library looks for the indent of the line on which a container of many lines begins.
-    void checkLine(const SLevel& level, std::string_view closingGap) {
+    void checkLine(const Level& level, std::string_view closingGap) {
         const bool isManyLine = level.breaksLines || breaksLine(closingGap);
         const std::size_t mark = m_mark.size();
-        if (isManyLine && isFarInLine(m_text, level.self.value, mark) !=
-                              isFarInLine(m_result.text, level.bracket, mark)) {
+        if (m_showsHabits && isManyLine &&
+            isFarInLine(m_text, level.self.value, mark) !=
+                isFarInLine(m_result.text, level.bracket, mark)) {
             m_isRefused = true;
         }
     }
@@ -451,12 +424,15 @@ private:
     const std::string_view m_mark;  ///< of the byte order, before the text
     const ValueSteps& m_steps;
     const PlaceEdit m_edit;
+    const bool m_showsHabits;
+    const std::size_t m_mostContainers;  ///< that habits are shown of
     TextExcerpt m_result;
     Phase m_phase = Phase::before;
+    bool m_needsHabits = false;
     bool m_isNew = false;  ///< whether the place is the one that is closing
     bool m_isRefused = false;
 
-    std::vector<SLevel> m_open;
+    std::vector<Level> m_open;
     std::size_t m_way = 0;         ///< how many of them lie on the way
     std::size_t m_containers = 0;  ///< that have children, and are kept
     std::size_t m_skipped = 0;     ///< how many containers are open that are not copied
@@ -476,13 +452,13 @@ private:
 }  // namespace
 
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
-                                     const ReadOptions& options) {
+                                     ExcerptRest rest, const ReadOptions& options) {
     if (steps.empty()) {
         return std::nullopt;
     }
     const std::size_t mark = ko::Orvid::text::markLength(text);
     const std::string_view document = text.substr(mark);
-    Excerpter excerpter(document, text.substr(0, mark), steps, edit);
+    Excerpter excerpter(document, text.substr(0, mark), steps, edit, rest);
     return ko::Orvid::text::scanWhole(document, options, excerpter) ? excerpter.take()
                                                                     : std::nullopt;
 }

@@ -24,9 +24,15 @@ enum class PlaceEdit {
     set      ///< the value becomes another; what it was matters to the layout
 };
 
+/// What an excerpt has of the text that does not lie around the place.
+enum class ExcerptRest {
+    none,   ///< the habits are not to be seen
+    habits  ///< what the library learns the habits of a document from
+};
+
 struct TextExcerpt {
     /// A range that the edit may change: from the value, or bracket, before the place to the key,
-    /// value or bracket behind it. All other bytes stay.
+    /// value or bracket after it. All other bytes stay.
     struct Range {
         std::size_t begin;
         std::size_t end;
@@ -36,15 +42,18 @@ struct TextExcerpt {
     ValueSteps steps;  ///< lead to the place in it
     Range own;         ///< in it
     Range source;      ///< the same in the long text
+    /// Whether the edit looks at habits even where it puts a scalar, or nothing: where there are
+    /// too few siblings to go by, or comments at the place. Another value has to be laid out.
+    bool needsHabits;
 };
 
 /// The excerpt for an edit at the steps. Nothing where the edit cannot be told from an excerpt: for
 /// the root, where steps do not go with what is there, where there is nothing to remove, where a
 /// member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and of
 /// text that `options`, which refuse repeated keys, do not take. One pass through the text; the
-/// excerpt grows with the depth of the place, and not with the text beyond its first few thousand
-/// containers, unless comments stand between values.
+/// excerpt grows with the depth of the place, and not with the text, except for habits with its
+/// first few thousand containers, unless comments stand between values.
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
-                                     const ko::Orvid::ReadOptions& options);
+                                     ExcerptRest rest, const ko::Orvid::ReadOptions& options);
 
 }  // namespace orvid_tool

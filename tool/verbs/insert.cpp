@@ -54,16 +54,21 @@ private:
         if (isNew() || !mayTakeShortCut(call, m_steps.size())) {
             return false;
         }
-        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
-            const auto insert = [&](ko::Orvid::Element& root, const std::string& path) {
-                insertAt(root, LastStep(path), ko::Orvid::Element(assignments()[index].value),
-                         document.location);
-            };
+        const auto edit = [&](std::string_view text, std::size_t index) {
             const CallPath& path = assignments()[index].path;
-            return path.word().substr(0, 1) != "$" &&
-                   editExcerpt(text, path, PlaceEdit::insert, editOptions(call), insert, edited);
+            return path.word().substr(0, 1) == "$"
+                       ? std::nullopt
+                       : editExcerpt(text, path, excerptEdit(index, document), editOptions(call));
         };
         return editInTurn(document.text, m_steps.size(), edit, out);
+    }
+
+    ExcerptEdit excerptEdit(std::size_t index, const Document& document) const {
+        const ko::Orvid::Element& value = assignments()[index].value;
+        const auto insert = [&](ko::Orvid::Element& root, const std::string& path) {
+            insertAt(root, LastStep(path), ko::Orvid::Element(value), document.location);
+        };
+        return {PlaceEdit::insert, value.isObject() || value.isArray(), insert};
     }
 
     void assign(Document& document, std::size_t index) const override {

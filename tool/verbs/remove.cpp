@@ -88,12 +88,12 @@ private:
         if (m_query || !mayTakeShortCut(call, m_paths.size())) {
             return false;
         }
-        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
-            const auto remove = [&](Element& root, const std::string& path) {
-                removeElement(root.get(path), document.location);
-            };
-            return editExcerpt(text, m_paths[index], PlaceEdit::remove, editOptions(call), remove,
-                               edited);
+        const auto remove = [&](Element& root, const std::string& path) {
+            removeElement(root.get(path), document.location);
+        };
+        const ExcerptEdit removal{PlaceEdit::remove, false, remove};
+        const auto edit = [&](std::string_view text, std::size_t index) {
+            return editExcerpt(text, m_paths[index], removal, editOptions(call));
         };
         return editInTurn(document.text, m_paths.size(), edit, out);
     }

@@ -137,15 +137,21 @@ private:
     }
 
     bool editAll(const Call& call, const Document& document, Bytes& out) const {
-        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
-            const auto set = [&](ko::Orvid::Element& root, const std::string& path) {
-                setPath(root, path, assignments()[index].value);
-            };
+        const auto edit = [&](std::string_view text, std::size_t index) {
             const CallPath& path = assignments()[index].path;
-            return path.word().substr(0, 1) != "$" &&
-                   editExcerpt(text, path, PlaceEdit::set, editOptions(call), set, edited);
+            return path.word().substr(0, 1) == "$"
+                       ? std::nullopt
+                       : editExcerpt(text, path, excerptEdit(index), editOptions(call));
         };
         return editInTurn(document.text, m_textEdits.size(), edit, out);
+    }
+
+    ExcerptEdit excerptEdit(std::size_t index) const {
+        const ko::Orvid::Element& value = assignments()[index].value;
+        const auto set = [&](ko::Orvid::Element& root, const std::string& path) {
+            setPath(root, path, value);
+        };
+        return {PlaceEdit::set, value.isObject() || value.isArray(), set};
     }
 
     /// All but the last of the edits go through a text of their own.

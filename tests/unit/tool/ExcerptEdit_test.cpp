@@ -9,6 +9,7 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 #include "output/Failure.h"
 #include "support/CommentedJson.h"
@@ -35,7 +36,6 @@ struct Count {
 
 void expectSame(const std::string& text, const PlaceChange& edit, Count& count) {
     Bytes out;
-    bool isMade = false;
     std::string whole;
     Dom document = Dom::parse(text);
     try {
@@ -46,7 +46,10 @@ void expectSame(const std::string& text, const PlaceChange& edit, Count& count) 
     } catch (const Failure&) {
         return;
     }
-    isMade = editExcerpt(text, stepsOf(edit.path), edit.kind, ReadOptions::jsonc(), edit, out);
+    const auto change = [&](std::string_view before, std::size_t /*number*/) {
+        return editExcerpt(before, stepsOf(edit.path), edit.inExcerpt(), ReadOptions::jsonc());
+    };
+    const bool isMade = editInTurn(text, 1, change, out);
     ++count.all;
     count.made += isMade ? 1 : 0;
     if (isMade) {
@@ -158,10 +161,42 @@ TEST(ExcerptEdit, is_short_for_a_long_text) {
         text += ",\n  {\"id\": " + std::to_string(i) + ", \"tags\": [1, 2, 3]}";
     }
     text += "\n], \"last\": 1}";
-    const auto excerpt =
-        excerptOf(text, stepsOf("all[12345].id"), PlaceEdit::set, ReadOptions::jsonc());
+    const auto excerpt = excerptOf(text, stepsOf("all[12345].id"), PlaceEdit::set,
+                                   ExcerptRest::habits, ReadOptions::jsonc());
     ASSERT_TRUE(excerpt);
     EXPECT_LT(excerpt->text.size(), text.size() / 5);
+}
+
+TEST(ExcerptEdit, makes_each_edit_in_what_the_one_before_it_leaves) {
+    const std::vector<PlaceChange> edits{{PlaceEdit::set, "a", R"("a much longer value")"},
+                                         {PlaceEdit::insert, "b[1]", "22"},
+                                         {PlaceEdit::remove, "b[0]", "0"},
+                                         {PlaceEdit::set, "a", "2"},
+                                         {PlaceEdit::set, "b[0]", "3"}};
+    const auto change = [&](std::string_view text, std::size_t number) {
+        const PlaceChange& edit = edits[number];
+        return editExcerpt(text, stepsOf(edit.path), edit.inExcerpt(), ReadOptions::jsonc());
+    };
+    Bytes out;
+    out.append("before\n");
+    ASSERT_TRUE(
+        editInTurn("{ \"a\": 1, \"b\": [ 10, 20 ], \"c\": 0 }\n", edits.size(), change, out));
+    EXPECT_EQ(out.view(), "before\n{ \"a\": 2, \"b\": [ 3, 20 ], \"c\": 0 }\n");
+}
+
+TEST(ExcerptEdit, leaves_the_habits_out_where_a_scalar_has_siblings) {
+    std::string text = "{\"all\": [1";
+    for (int i = 0; i < 1000; ++i) {
+        text += ",\n  {\"id\": " + std::to_string(i) + ", \"tags\": [1, 2, 3]}";
+    }
+    text += "\n], \"last\": 1}";
+    for (const PlaceEdit edit : {PlaceEdit::set, PlaceEdit::remove}) {
+        const auto excerpt =
+            excerptOf(text, stepsOf("all[700].id"), edit, ExcerptRest::none, ReadOptions::jsonc());
+        ASSERT_TRUE(excerpt);
+        EXPECT_FALSE(excerpt->needsHabits);
+        EXPECT_LT(excerpt->text.size(), 200U);
+    }
 }
 
 }  // namespace
