@@ -21,22 +21,27 @@ constexpr std::size_t k_mostCandidates = 16;
 
 /// Whether it is not known what became of the value, or of its children.
 bool Counterparts::isLost(std::uint32_t value) const {
-    const bool isOpen =
-        !isPaired(value) || (m_map.hasChildren(value) && m_old[value].contents == k_none);
+    const bool isOpen = !isPaired(value) || (hadContents(value) && m_old[value].contents == k_none);
     return isOpen && m_map[value].element() != nullptr;
 }
 
 /// Whether it is not known what the element was, or where its children were.
 bool Counterparts::isAdded(std::uint32_t element) const {
     const NewValue& value = m_new[element];
-    return value.counterpart == k_none || (value.next > element + 1 && value.contents == k_none);
+    return value.counterpart == k_none || (isContainer(*value.element) && value.contents == k_none);
 }
 
 /// Whether neither is known: the value and the element, or the children of both.
 bool Counterparts::mayBecome(std::uint32_t value, std::uint32_t element) const {
     const bool areLeft = !isPaired(value) && m_new[element].counterpart == k_none;
     return m_old[value].contents == k_none && m_new[element].contents == k_none &&
-           (areLeft || (m_map.hasChildren(value) && isSameContainer(value, element)));
+           (areLeft || (hadContents(value) && isSameContainer(value, element)));
+}
+
+/// Whether the value is a container in which a value or a comment stands.
+bool Counterparts::hadContents(std::uint32_t value) const {
+    return m_map.isContainer(value) &&
+           (m_map.hasChildren(value) || m_map.text(value).find('/') != std::string_view::npos);
 }
 
 void Counterparts::matchMoved() {
@@ -182,12 +187,13 @@ std::uint32_t Counterparts::ownerOfChildren(std::uint32_t element) const {
 }
 
 /// Small values are everywhere: they must have kept their key, or be the only ones of their kind.
+/// Comments alone do not leave a container that is still there for one that is new.
 bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) const {
     if (!mayBecome(value, element) || m_old[value].hash != m_new[element].hash) {
         return false;
     }
-    if (m_map.isContainer(value) && m_map.hasChildren(value)) {
-        return true;
+    if (hadContents(value)) {
+        return m_map.hasChildren(value) || !isPaired(value) || m_new[element].counterpart != k_none;
     }
     if (wasMember(value) && isMember(element) && haveSameKey(value, element)) {
         return true;

@@ -244,6 +244,25 @@ TEST(DomSource, takes_comments_along_when_a_value_moves_elsewhere) {
               "      \"y\": 3\n    }\n  }\n}");
 }
 
+TEST(DomSource, takes_comments_along_in_a_container_that_holds_nothing_else) {
+    const char* const text = "{\n  \"a\": { /* c */ },\n  \"b\": {\"x\": 1},\n  \"d\": 2\n}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/z"}])")),
+              "{\n  \"b\": {\"x\": 1},\n  \"d\": 2,\n  \"z\": { /* c */ }\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b"}])")),
+              "{\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/d"}])")),
+              "{\n  \"b\": {\"x\": 1},\n  \"d\": { /* c */ }\n}");
+    EXPECT_EQ(edited(text, [](Element& root) { root.get("b") = std::move(root.object()["a"]); }),
+              "{\n  \"a\": null,\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
+}
+
+TEST(DomSource, leaves_comments_in_a_container_that_is_filled_while_an_empty_one_comes) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": 0}",
+                     patching(R"([{"op": "add", "path": "/a/x", "value": 1},
+                                  {"op": "add", "path": "/d", "value": {}}])")),
+              "{\"a\": { /* c */\"x\": 1}, \"b\": 0, \"d\": {}}");
+}
+
 TEST(DomSource, keeps_comments_within_a_container_that_changes_and_moves) {
     const char* const text =
         "[\n  {\n    // x\n    \"x\": 1,\n    \"y\": 2,\n    \"z\": 3\n  },\n  0\n]";
