@@ -177,19 +177,6 @@ TEST(KeepsAnyText, keeps_all_comments_when_a_value_is_added) {
     });
 }
 
-/// Takes the element out and puts its value elsewhere: under another key of the same object, or
-/// in another place of the same array.
-void moveWithin(Element& element) {
-    Element& parent = *element.parent();
-    Element moved = std::move(element);
-    RandomEdits::erase(element);
-    if (parent.isObject()) {
-        parent.object().resetMember("renamed") = std::move(moved);
-    } else {
-        parent.array().push_back(std::move(moved));
-    }
-}
-
 TEST(KeepsAnyText, takes_comments_along_with_what_is_moved_or_renamed) {
     forEachText([](const Subject& subject) {
         const Comments all = CommentedJson::commentsIn(subject.text);
@@ -197,7 +184,7 @@ TEST(KeepsAnyText, takes_comments_along_with_what_is_moved_or_renamed) {
         const std::size_t count = RandomEdits::allOf(*counted).size();
         for (std::size_t i = 1; i < count; ++i) {
             Dom dom = subject.read();
-            moveWithin(*RandomEdits::allOf(*dom)[i]);
+            RandomEdits::moveWithin(*RandomEdits::allOf(*dom)[i]);
             EXPECT_EQ(sorted(CommentedJson::commentsIn(dom.text())), all) << i << "\n"
                                                                           << dom.text();
             subject.expectReadsBack(dom);

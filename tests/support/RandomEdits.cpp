@@ -40,6 +40,17 @@ void RandomEdits::erase(Element& element) {
                              [&](const Element& item) { return &item == &element; }));
 }
 
+void RandomEdits::moveWithin(Element& element) {
+    Element& parent = *element.parent();
+    Element moved = std::move(element);
+    erase(element);
+    if (parent.isObject()) {
+        parent.object().resetMember("renamed") = std::move(moved);
+    } else {
+        parent.array().push_back(std::move(moved));
+    }
+}
+
 bool RandomEdits::lies(const Element& element, const Element& within) {
     const Element* at = &element;
     while (at != nullptr && at != &within) {

@@ -27,6 +27,9 @@ public:
     static std::vector<ko::Orvid::Element*> allOf(ko::Orvid::Element& root);
     /// Takes an element that has a parent out of it.
     static void erase(ko::Orvid::Element& element);
+    /// The same, and puts its value elsewhere: under the key `renamed` of the same object, or after
+    /// the last item of the same array.
+    static void moveWithin(ko::Orvid::Element& element);
 
 private:
     using Element = ko::Orvid::Element;
