@@ -31,8 +31,38 @@ TEST(in_place, nothing_is_changed_where_a_file_is_not_there) {
               failed(3, missing + ": No such file or directory; no file was changed"));
     EXPECT_EQ(orvid({"set", "-i", "--lines", "a", "1", there, missing}).status, 3);
     EXPECT_EQ(contentOf(there), "{}");
-    EXPECT_EQ(orvid({"set", "-i", "a", "1", there, there}), printed(""));
+    EXPECT_EQ(orvid({"set", "-i", "a", "1", there, folder.makeFile("c.json", "{}")}), printed(""));
     EXPECT_NE(contentOf(there), "{}");
+}
+
+TEST(in_place, nothing_is_changed_where_a_file_is_none) {
+    const ScratchFolder folder;
+    const std::string there = folder.makeFile("a.json", "{}");
+    const std::string other = folder.path().string();
+    EXPECT_EQ(orvid({"set", "-i", "a", "1", there, other}),
+              failed(3, other + ": Is a directory; no file was changed"));
+    EXPECT_EQ(orvid({"set", "-i", "--lines", "a", "1", there, "/dev/null"}),
+              failed(3, "/dev/null: Not a regular file; no file was changed"));
+    EXPECT_EQ(contentOf(there), "{}");
+}
+
+TEST(in_place, refuses_a_file_that_is_named_twice) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "[1]");
+    const std::string other = folder.makeFile("b.json", "[1]");
+    const std::string link = folder.file("link.json");
+    const std::string name = folder.file("name.json");
+    std::filesystem::create_symlink("a.json", link);
+    std::filesystem::create_hard_link(file, name);
+    EXPECT_EQ(orvid({"set", "-i", "[*]", "1", file, other, file}),
+              failed(2, "the file \"" + file + "\" is named twice; no file was changed"));
+    for (const std::string& again : {link, name}) {
+        EXPECT_EQ(orvid({"set", "-i", "[*]", "1", file, other, again}),
+                  failed(2, "the file \"" + file + "\" is named twice, as \"" + again +
+                                "\" too; no file was changed"));
+    }
+    EXPECT_EQ(contentOf(file), "[1]");
+    EXPECT_EQ(contentOf(other), "[1]");
 }
 
 TEST(in_place, edits_that_are_taken_for_files_change_none) {

@@ -105,12 +105,6 @@ TEST(in_place, gives_each_file_its_result_and_prints_nothing) {
     EXPECT_EQ(bytesOfFile(second.name()), "{\"b\":1.0,\"a\":2}\n");
 }
 
-TEST(in_place, edits_a_file_that_is_given_twice_two_times) {
-    const ScratchFile file("[]");
-    EXPECT_EQ(orvid({"set", "[*]=1", "-i", "--compact", file.name(), file.name()}), printed(""));
-    EXPECT_EQ(bytesOfFile(file.name()), "[1,1]\n");
-}
-
 TEST(in_place, keeps_the_mode_and_follows_a_link) {
     const ScratchFile file("[1]");
     ASSERT_EQ(chmod(file.name().c_str(), 0640), 0);

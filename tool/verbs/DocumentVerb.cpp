@@ -19,6 +19,7 @@
 #include "input/MissingPath.h"
 #include "lines/ApartFiles.h"
 #include "lines/Lines.h"
+#include "output/FileIdentity.h"
 #include "output/Output.h"
 #include "output/Report.h"
 
@@ -129,6 +130,30 @@ void warnOfLinks(const std::string& file, const Report& report) {
     }
 }
 
+constexpr const char* k_noneChanged = "; no file was changed";
+
+void requireReadable(const std::string& file) {
+    if (access(file.c_str(), R_OK) != 0) {
+        throw systemFailure(file);
+    }
+}
+
+/// A file that is named twice would be edited twice.
+void requireDistinct(const std::vector<std::string>& files) {
+    std::vector<FileIdentity> before;
+    for (const std::string& file : files) {
+        const FileIdentity identity(file);
+        const auto same = std::find(before.begin(), before.end(), identity);
+        if (same != before.end()) {
+            const std::string& first = files[static_cast<std::size_t>(same - before.begin())];
+            throw Failure(ExitStatus::usage,
+                          "the file \"" + first + "\" is named twice" +
+                              (first == file ? "" : ", as \"" + file + "\" too") + k_noneChanged);
+        }
+        before.push_back(identity);
+    }
+}
+
 /// Whether a failure ends the run, though further files wait.
 bool isFatal(const Failure& failure) {
     return failure.status() == ExitStatus::usage ||
@@ -147,6 +172,7 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
     }
     if (call.isInPlace && call.files.size() > 1) {
         requireAllThere(call.files);
+        requireDistinct(call.files);
     }
     ExitStatus highest = ExitStatus::done;
     if (call.lines.isOn) {
@@ -181,13 +207,17 @@ std::string DocumentVerb::hintForFile(const std::string& /*word*/) const { retur
 
 std::string DocumentVerb::hintForItem() const { return ""; }
 
-/// A file that is not there is mostly a slip in the call, which is not to be half done then.
+/// A file that is not there, or is none, is mostly a slip in the call, which is not to be half done
+/// then.
 void DocumentVerb::requireAllThere(const std::vector<std::string>& files) const {
     for (const std::string& file : files) {
-        if (access(file.c_str(), F_OK) != 0) {
-            const Failure failure = hinted(systemFailure(file), file);
+        try {
+            requireReadable(file);
+            requireReplaceable(file);
+        } catch (const Failure& found) {
+            const Failure failure = hinted(found, file);
             throw Failure(failure.status(), failure.location(),
-                          failure.text() + std::string("; no file was changed"));
+                          failure.text() + std::string(k_noneChanged));
         }
     }
 }
