@@ -215,4 +215,10 @@ TEST(lines, tell_of_a_folder) {
     EXPECT_EQ(orvid({"print", "--lines", "-j2", "/"}), failed(3, "/: Is a directory"));
 }
 
+TEST(lines, keep_the_byte_order_mark_of_a_record_that_is_selected) {
+    const std::string records = "\xEF\xBB\xBF{\"a\":1}\n{\"b\":2}\n";
+    EXPECT_EQ(orvid({"select", "--lines", "$.a"}, records), printed("\xEF\xBB\xBF{\"a\":1}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "$.b"}, records), printed("{\"b\":2}\n"));
+}
+
 }  // namespace

@@ -134,11 +134,16 @@ TEST(copy, spells_strings_as_they_stand) {
               printed("\xEF\xBB\xBF{\"a\":\"\\u0041\",\"z\":\"\\u0041\"}\n"));
 }
 
-TEST(copy, spells_anew_in_a_new_layout_and_where_no_path_leads) {
+TEST(copy, spells_strings_below_an_empty_key_as_they_stand) {
+    EXPECT_EQ(orvid({"copy", "/", "z"}, R"({"": "\u0041", "b": {"": "B"}})"),
+              printed(R"({"": "\u0041", "b": {"": "B"}, "z": "\u0041"})"));
+    EXPECT_EQ(orvid({"copy", "//a", "/z"}, R"({"": {"a": ["\u0041", {"": "\/"}]}})"),
+              printed(R"({"": {"a": ["\u0041", {"": "\/"}]}, "z": ["\u0041", {"": "\/"}]})"));
+}
+
+TEST(copy, spells_anew_in_a_new_layout) {
     EXPECT_EQ(orvid({"copy", "-c", "a", "z"}, R"({"a": "\u0041"})"),
               printed("{\"a\":\"A\",\"z\":\"A\"}\n"));
-    EXPECT_EQ(orvid({"copy", "/", "z"}, R"({"": "\u0041", "b": {"": "B"}})"),
-              printed(R"({"": "\u0041", "b": {"": "B"}, "z": "A"})"));
 }
 
 }  // namespace

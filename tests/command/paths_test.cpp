@@ -59,9 +59,9 @@ TEST(paths, writes_a_path_that_begins_with_a_quote_as_a_json_string_too) {
               printed("\"\\\"q\"\t1\nq\"\t2\na.\"\t3\n"));
 }
 
-TEST(paths, writes_nothing_for_an_empty_key) {
+TEST(paths, writes_a_pointer_below_an_empty_key) {
     EXPECT_EQ(orvid({"paths"}, R"({"":1,"a":{"":{"":2,"b":3}},"c":[{"":4}]})"),
-              printed("\t1\na..\t2\na..b\t3\nc[0].\t4\n"));
+              printed("/\t1\n/a//\t2\n/a//b\t3\n/c/0/\t4\n"));
 }
 
 TEST(paths, keeps_the_value_on_one_line) {

@@ -211,4 +211,27 @@ TEST(set, refuses_repeated_keys_in_the_value_that_it_replaces) {
     }
 }
 
+TEST(set, notes_a_dotted_key_however_it_is_spelled) {
+    for (const char* const key : {"a.b", "a\\u002eb", "\\u0061.b", "a.\\u0062"}) {
+        EXPECT_EQ(
+            orvid({"set", "a.b", "2"}, std::string("{\"") + key + "\": 1}").err,
+            "orvid: path \"a.b\" was not there and is new; for the key \"a.b\" write a\\.b\n");
+    }
+    EXPECT_EQ(orvid({"set", "a./", "2"}, R"({"a.\/": 1})").err,
+              "orvid: path \"a./\" was not there and is new; for the key \"a./\" write a\\./\n");
+    EXPECT_EQ(orvid({"set", "-c", "a.b", "2"}, R"({"c": "\u0041\u00e9"})"),
+              printed("{\"c\":\"Aé\",\"a\":{\"b\":2}}\n"));
+}
+
+TEST(set, does_not_replace_the_root_by_a_slip) {
+    for (const char* const verb : {"set", "insert"}) {
+        EXPECT_EQ(orvid({verb, "=1"}, R"({"a":1})"),
+                  failed(2, std::string("\"=1\" has no path before its =; for the whole document "
+                                        "write '' VALUE, in two words; see orvid ") +
+                                verb + " --help"));
+    }
+    EXPECT_EQ(orvid({"set", "b=1", "=2"}, "{}").status, 2);
+    EXPECT_EQ(orvid({"set", "", "1"}, "{}").status, 0);
+}
+
 }  // namespace

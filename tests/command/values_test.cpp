@@ -229,4 +229,24 @@ TEST(remove_if_present, skips_what_is_not_there) {
               failed(2, "--if-present goes with PATH only; see orvid remove --help"));
 }
 
+TEST(values, of_text_files_have_no_byte_order_mark) {
+    const ScratchFile file("\xEF\xBB\xBFhello\n");
+    EXPECT_EQ(orvid({"set", "-c", "a", "text-file:" + file.name()}, "{}"),
+              printed("{\"a\":\"hello\\n\"}\n"));
+}
+
+TEST(schema, cannot_be_standard_input_beside_the_document) {
+    for (const char* const verb : {"get", "defaults"}) {
+        const std::string path = std::string(verb) == "get" ? "a" : "-";
+        EXPECT_EQ(orvid({verb, path, "--schema", "-"}, "{}"),
+                  failed(2, std::string("--schema and FILE cannot both be standard input; see "
+                                        "orvid ") +
+                                verb + " --help"));
+    }
+    const ScratchFile file("{}");
+    EXPECT_EQ(
+        orvid({"defaults", "--schema", "-", file.name()}, R"({"properties":{"a":{"default":1}}})"),
+        printed("a\t1\n"));
+}
+
 }  // namespace

@@ -96,11 +96,6 @@ void addInPlace(Words& words, Call& call) {
                "with --in-place, write a file anew although its comments are lost");
 }
 
-void addEditing(Words& words, Call& call) {
-    addInPlace(words, call);
-    call.isEdit = true;
-}
-
 void addStrict(Words& words, Call& call) {
     words.flag("--strict", call.isStrict,
                "refuse what RFC 8259 does: comments, trailing commas, repeated keys and others");
@@ -145,6 +140,14 @@ void addLines(Words& words, Call& call) {
         .needs("--lines");
     words.flag("--stats", lines.hasStats, "with --lines: end with a summary on standard error")
         .needs("--lines");
+}
+
+void addEditing(Words& words, Call& call) {
+    addLayout(words, call);
+    addInPlace(words, call);
+    addStrict(words, call);
+    addLines(words, call);
+    call.isEdit = true;
 }
 
 void addErrors(Words& words, Call& call) {

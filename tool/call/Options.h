@@ -15,9 +15,6 @@ void addFiles(Words& words, Call& call);
 void addLayout(Words& words, Call& call);
 /// -i
 void addInPlace(Words& words, Call& call);
-
-/// The same, for a verb that keeps the text of what it does not change.
-void addEditing(Words& words, Call& call);
 /// --strict
 void addStrict(Words& words, Call& call);
 /// --raw
@@ -26,6 +23,8 @@ void addRaw(Words& words, Call& call);
 void addSchema(Words& words, Call& call);
 /// --lines and what belongs to it
 void addLines(Words& words, Call& call);
+/// The layout, -i, --strict and --lines, for a verb that keeps the text of what it does not change.
+void addEditing(Words& words, Call& call);
 /// --json-errors
 void addErrors(Words& words, Call& call);
 

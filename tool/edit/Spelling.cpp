@@ -4,6 +4,7 @@
 
 #include "edit/Spelling.h"
 
+#include <string>
 #include <utility>
 
 #include "edit/Kept.h"
@@ -14,7 +15,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Dom;
-using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
 
 /// The next string of a well-formed text, without what stands before it; empty at the end.
 std::string_view takeString(std::string_view& text) {
@@ -49,37 +50,25 @@ std::string respelled(std::string_view text, std::string_view source) {
 
 }  // namespace
 
-std::optional<std::string> pathTo(const Element& root, const Element& element) {
-    std::string path = element.path();
-    try {
-        if (&root.get(path) == &element) {
-            return path;
-        }
-    } catch (const ko::Exception&) {
-        // A key that a path cannot express.
-    }
-    return std::nullopt;
-}
-
-std::string_view escapedText(const Call& call, Document& document, const std::string& path) {
+std::string_view escapedText(const Call& call, Document& document, const JsonPointer& pointer) {
     if (!document.kept || call.layout.isAsked || call.layout.isColored) {
         return {};
     }
     Dom& kept = *document.kept;
     *kept = std::move(document.root);
     std::string_view text;
-    if (const auto place = kept.placeOf((*kept).get(path))) {
+    if (const auto place = kept.placeOf(pointer.get(*kept))) {
         text = document.text.substr(place->offset, place->length);
     }
     document.root = std::move(*kept);
     return text.find('\\') == std::string_view::npos ? std::string_view() : text;
 }
 
-void spellAs(std::string_view source, const Call& call, const std::string& path, std::size_t start,
-             Bytes& out) {
+void spellAs(std::string_view source, const Call& call, const JsonPointer& pointer,
+             std::size_t start, Bytes& out) {
     const std::string all(out.view().substr(start));
     const Dom edited = Dom::parse(all, editOptions(call));
-    const auto place = edited.placeOf((*edited).get(path));
+    const auto place = edited.placeOf(pointer.get(*edited));
     if (!place) {
         return;
     }

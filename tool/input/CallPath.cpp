@@ -6,8 +6,9 @@
 
 #include <algorithm>
 #include <sstream>
-#include <utility>
 
+#include "input/Document.h"
+#include "input/PathSteps.h"
 #include "input/withPath.h"
 
 namespace orvid_tool {
@@ -77,9 +78,49 @@ std::string keyText(const std::string& key) {
     return key == "$" ? "\\$" : text.str();
 }
 
+/// The text of a word that is a JSON string, and any other word as it is.
+std::string withoutQuotes(const std::string& word) {
+    if (word.rfind("\"", 0) != 0) {
+        return word;
+    }
+    try {
+        Element text;
+        readArgument("PATH", word, text);
+        return text.string();
+    } catch (const Failure&) {
+        return word;
+    }
+}
+
+/// A pointer as it stands in an address.
+void refuseFragment(const std::string& word) {
+    if (word.rfind("#/", 0) == 0) {
+        throw Failure(ExitStatus::usage, "path \"" + word + "\": a JSON Pointer has no #, write " +
+                                             word.substr(1) +
+                                             "; a key that begins so is written \\#/");
+    }
+}
+
+/// Throws PathNotFound where the pointer has a step into an array that is no index.
+void requireIndices(const JsonPointer& pointer, const Element& root) {
+    const Element* holder = &root;
+    for (const std::string& step : pointer.steps()) {
+        if (holder->isArray() && step != "-" && !isIndex(step)) {
+            throw PathNotFound(holder, pointer.str(), step);
+        }
+        JsonPointer next;
+        next.push_back(step);
+        holder = next.find(*holder);
+        if (holder == nullptr) {
+            return;
+        }
+    }
+}
+
 }  // namespace
 
-CallPath::CallPath(std::string word) : m_word(std::move(word)) {
+CallPath::CallPath(const std::string& word) : m_word(withoutQuotes(word)) {
+    refuseFragment(m_word);
     if (!m_word.empty() && m_word.front() == '/') {
         m_pointer = pointerOf(m_word);
     } else {
@@ -89,6 +130,7 @@ CallPath::CallPath(std::string word) : m_word(std::move(word)) {
 
 std::string CallPath::in(const Element& root) const {
     if (m_pointer) {
+        requireIndices(*m_pointer, root);
         try {
             return m_pointer->toPath(root).str();
         } catch (const ko::Exception&) {

@@ -17,10 +17,13 @@ namespace orvid_tool {
 class CallPath {
 public:
     CallPath() = default;
-    /// A word that begins with `/` is a JSON Pointer; `\/` begins a key with a slash. Throws
-    /// Failure for a malformed pointer, and for a negative index that begins with a zero.
-    explicit CallPath(std::string word);
+    /// A word that begins with `/` is a JSON Pointer; `\/` begins a key with a slash. A word that
+    /// is a JSON string stands for its text, as the verbs write a path with a control character in
+    /// it. Throws Failure for a malformed pointer, for one with a `#` before it, and for a negative
+    /// index that begins with a zero.
+    explicit CallPath(const std::string& word);
 
+    /// The path itself, in place of the JSON string that it may have been.
     const std::string& word() const { return m_word; }
     /// Whether the word is a path of the library as it stands, the same for every document.
     bool isPlain() const { return !m_pointer && !m_hasNegative; }

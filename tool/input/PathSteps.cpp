@@ -73,6 +73,8 @@ Element& makeStep(Element& holder, const std::string& step, Gaps& gaps) {
 
 }  // namespace
 
+bool isIndex(const std::string& step) { return indexOf(step) != ko::Orvid::k_noIndex; }
+
 ValueSteps stepsOf(const std::string& path) {
     ValueSteps steps;
     withPath(path, [&steps](const ko::Orvid::Path& text) {

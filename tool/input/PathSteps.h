@@ -22,6 +22,9 @@ ValueSteps stepsOf(const std::string& path);
 /// The path with those steps.
 std::string pathOf(const ValueSteps& steps);
 
+/// Whether a step of a JSON Pointer can be an index.
+bool isIndex(const std::string& step);
+
 /// Where steps and what is there do not go together. what() says how.
 class Clash : public std::runtime_error {
 public:

@@ -51,6 +51,15 @@ std::string withoutEscapes(const std::string& path) {
     return pointer;
 }
 
+/// The root is too much to be replaced by a slip.
+void requireRoot(const std::string& word, std::size_t mark) {
+    if (mark == 0) {
+        throw UsageError("\"" + word +
+                         "\" has no path before its =; for the whole document write '' VALUE, in "
+                         "two words");
+    }
+}
+
 Assignment assignment(const std::string& path, const std::string& value, bool isStrict,
                       const std::string& before) {
     Assignment result{CallPath(withoutEscapes(path)), {}};
@@ -98,6 +107,7 @@ Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) 
         const bool arePointers = startsWith(*word, "/");
         do {
             const std::size_t mark = assignmentMark(*word);
+            requireRoot(*word, mark);
             const bool isInput = readsInput(word->substr(mark + 1));
             if (isInput && result.isInputTaken) {
                 throw UsageError("only one VALUE can be standard input");

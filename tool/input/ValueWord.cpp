@@ -9,6 +9,7 @@
 
 #include "input/Document.h"
 #include "input/Input.h"
+#include "text/byteOrderMark.h"
 #include "text/StringText.h"
 
 namespace orvid_tool {
@@ -44,7 +45,8 @@ void readVariable(const std::string& name, Element& value) {
 void readTextFile(const std::string& file, Element& value) {
     Input input(file);
     const Bytes ended = input.readAll();
-    setText(ended.view().substr(0, ended.length() - 1), input.name(), value);
+    const std::string_view text = ended.view().substr(0, ended.length() - 1);
+    setText(text.substr(ko::Orvid::text::markLength(text)), input.name(), value);
 }
 
 /// The word as a shell takes it for one.

@@ -22,6 +22,12 @@ bool isHighestIndex(std::string digits) {
 void refuseMisleading(const std::string& path) {
     constexpr char pathEnd = static_cast<char>(0xFF);
     for (std::size_t i = 0; i < path.length(); i += path[i] == '\\' ? 2U : 1U) {
+        if (path[i] == '\\' && i + 1 == path.length()) {
+            throw Failure(ExitStatus::usage, "path \"" + path +
+                                                 "\": it ends in a backslash, which belongs to the "
+                                                 "character after it; the character \\ itself is "
+                                                 "written \\\\");
+        }
         if (path[i] == pathEnd) {
             throw Failure(ExitStatus::usage,
                           "path \"" + path + "\": a byte 0xFF needs a backslash before it");

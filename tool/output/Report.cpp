@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "output/Layout.h"
+#include "output/placeWord.h"
 #include "output/Progress.h"
 #include "text/codePoints.h"
 #include "text/terminal.h"
@@ -71,6 +72,11 @@ std::string asUtf8(std::string_view text) {
     return result;
 }
 
+/// The path as the verbs take it.
+std::string placeOf(const Location& location) {
+    return location.isPointer ? *location.path : pathWord(*location.path);
+}
+
 std::string locationText(const Location& location) {
     std::string text = location.file;
     for (const std::size_t number : {location.line, location.column}) {
@@ -79,7 +85,7 @@ std::string locationText(const Location& location) {
     text += text.empty() ? "" : ":";
     if (location.path) {
         text += (text.empty() ? "at " : " at ");
-        text += location.path->empty() ? std::string("(root)") : shortened(*location.path);
+        text += location.path->empty() ? std::string("(root)") : shortened(placeOf(location));
         text += ":";
     }
     return text.empty() ? text : text + " ";
@@ -130,7 +136,7 @@ std::string failureJson(const Failure& failure) {
     addNumber(error, "line", location.line);
     addNumber(error, "column", location.column);
     if (location.path) {
-        error.insert("path", asUtf8(*location.path));
+        error.insert("path", asUtf8(placeOf(location)));
     }
     error.insert("message", asUtf8(failure.text()));
     return jsonLine(error, Layout());

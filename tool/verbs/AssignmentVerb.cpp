@@ -19,10 +19,7 @@ void AssignmentVerb::addWords(Words& words, Call& call) {
         "PATH VALUE [FILE]..., or PATH=VALUE... [FILE]...; a value is JSON text, string:TEXT, "
         "file:FILE, text-file:FILE or env:NAME");
     words.flag("-n,--new", m_isNew, "begin with an empty object and read nothing");
-    addLayout(words, call);
     addEditing(words, call);
-    addStrict(words, call);
-    addLines(words, call);
 }
 
 void AssignmentVerb::prepare(Call& call) {
@@ -43,7 +40,11 @@ std::string AssignmentVerb::hintForFile(const std::string& word) const {
     return isEdit || m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
 
-std::string AssignmentVerb::hintForItem() const { return "; a new item is written [*]"; }
+std::string AssignmentVerb::hintForItem() const {
+    const bool isPointer =
+        !m_assignments.empty() && m_assignments.front().path.pointer() != nullptr;
+    return isPointer ? "; the pointer to a new item ends in /-" : "; a new item is written [*]";
+}
 
 void AssignmentVerb::beginNew(Call& call) {
     if (call.isInPlace || call.lines.isOn || !call.files.empty()) {

@@ -5,12 +5,12 @@
 
 #include "verbs/Changes.h"
 
-#include <algorithm>
 #include <deque>
 #include <map>
 #include <utility>
 #include <vector>
 
+#include "output/placeWord.h"
 #include "verbs/Leaves.h"
 
 namespace orvid_tool {
@@ -136,14 +136,6 @@ private:
     Node* m_root;
 };
 
-/// The pointer where a path cannot express the place.
-std::string locationText(const Element& element) {
-    const JsonPointer pointer = JsonPointer::of(element);
-    const auto& steps = pointer.steps();
-    const bool isPath = std::find(steps.begin(), steps.end(), "") == steps.end();
-    return isPath ? element.path() : pointer.str();
-}
-
 std::string line(char sign, const Element& value, const Layout& layout) {
     const char* const color = sign == '-' ? "\x1B[31m" : "\x1B[32m";
     Layout plain = layout;
@@ -151,7 +143,7 @@ std::string line(char sign, const Element& value, const Layout& layout) {
     std::string json = jsonLine(value, plain);
     json.pop_back();
     const std::string text =
-        std::string(1, sign) + " " + pathOnOneLine(locationText(value)) + "\t" + json;
+        std::string(1, sign) + " " + pathOnOneLine(placeWord(value)) + "\t" + json;
     return (layout.isColored ? color + text + "\x1B[0m" : text) + "\n";
 }
 

@@ -5,6 +5,7 @@
 #include "verbs/Schema.h"
 
 #include "input/Document.h"
+#include "input/Input.h"
 
 namespace orvid_tool {
 
@@ -17,12 +18,15 @@ constexpr const char* k_schemaPath = "meta.schema";
 
 }  // namespace
 
-void Schema::load(const std::optional<std::string>& file, bool isStrict) {
-    if (!file) {
+void Schema::load(const Call& call) {
+    if (!call.schemaFile) {
         return;
     }
+    if (*call.schemaFile == k_standardInput && isInputAmong(call.files)) {
+        throw UsageError("--schema and FILE cannot both be standard input");
+    }
     Element text;
-    readFile(*file, text, documentOptions(isStrict));
+    readFile(*call.schemaFile, text, documentOptions(call.isStrict));
     const Element* const own = Path::tryGetElement(k_schemaPath, text);
     m_root = Element::k_emptyElement;
     m_root.create(k_schemaPath, own != nullptr ? *own : text);

@@ -6,16 +6,16 @@
 
 #include <ko/Orvid.h>
 
-#include <optional>
-#include <string>
+#include "call/Call.h"
 
 namespace orvid_tool {
 
 class Schema {
 public:
     /// Reads the schema's file, where there is one: a document with a schema in meta.schema, or
-    /// else a schema itself. It is read as documentOptions() says. Throws Failure.
-    void load(const std::optional<std::string>& file, bool isStrict);
+    /// else a schema itself. It is read as documentOptions() says. Throws Failure, and UsageError
+    /// where a document is standard input as well.
+    void load(const Call& call);
 
     /// The root to look defaults up from: the document's own where it has a schema in meta.schema
     /// or none was loaded, or else one that holds the loaded schema alone.

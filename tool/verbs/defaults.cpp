@@ -8,6 +8,7 @@
 
 #include "call/Options.h"
 #include "edit/Kept.h"
+#include "output/placeWord.h"
 #include "verbs/Leaves.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
@@ -77,17 +78,14 @@ public:
                      "the most elements that are added, in proportion to the document by default; "
                      "0 is no limit");
         addSchema(words, call);
-        addLayout(words, call);
         addEditing(words, call);
-        addStrict(words, call);
-        addLines(words, call);
     }
 
     void prepare(Call& call) override {
         if ((call.isInPlace || call.lines.isOn) && !m_isFilling) {
             throw UsageError("--in-place and --lines need --fill");
         }
-        m_schema.load(call.schemaFile, call.isStrict);
+        m_schema.load(call);
     }
 
 private:
@@ -113,7 +111,7 @@ private:
             return;
         }
         for (const Element* const element : added(document.root, before)) {
-            appendLeaf(element->path(), *element, call.layout, out);
+            appendLeaf(placeWord(*element), *element, call.layout, out);
         }
     }
 

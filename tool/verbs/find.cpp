@@ -12,6 +12,7 @@
 #include "input/Input.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
+#include "output/placeWord.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
@@ -50,6 +51,7 @@ public:
     void prepare(Call& call) override {
         requireNoFile("ITEMPATH", m_itemPath, call.files);
         m_array = CallPath(m_arrayPath);
+        m_item = CallPath(m_itemPath);
         if (readsInput(m_json) && isInputAmong(call.files)) {
             throw UsageError("VALUE and FILE cannot both be standard input");
         }
@@ -61,30 +63,43 @@ private:
         const Element& root = document.root;
         const Element& array = m_array.get(root);
         if (!array.isArray()) {
-            throw failure(document, "is no array");
+            throw failure(document, array, "is no array");
         }
-        const Element* const item =
-            withPath(m_itemPath, [&](const Path& path) { return firstMatch(array.array(), path); });
+        const Element* const item = firstMatch(array.array());
         if (item == nullptr) {
-            throw failure(document, "no item has that value");
+            throw failure(document, array, "no item has that value");
         }
         if (m_isPathWanted) {
-            out.append(pathOnOneLine(item->path()) + "\n");
+            out.append(pathOnOneLine(placeWord(*item)) + "\n");
         } else {
             appendAnswer(call, *item, out);
         }
     }
 
-    const Element* firstMatch(const Element::TArray& items, const Path& path) const {
+    const Element* firstMatch(const Element::TArray& items) const {
+        if (!m_item.isPlain()) {
+            return firstWhere(items, [&](const Element& item) { return m_item.find(item); });
+        }
+        return withPath(m_item.word(), [&](const Path& path) {
+            return firstWhere(items, [&](const Element& item) {
+                return &item.tryGet(path, Element::k_emptyElement);
+            });
+        });
+    }
+
+    /// The first item of which the place that `valueOf` finds, or null, has the value.
+    template<class ValueOf>
+    const Element* firstWhere(const Element::TArray& items, const ValueOf& valueOf) const {
         const auto found = std::find_if(items.begin(), items.end(), [&](const Element& item) {
-            return item.tryGet(path, Element::k_emptyElement) == m_value;
+            const Element* const value = valueOf(item);
+            return value != nullptr && *value == m_value;
         });
         return found == items.end() ? nullptr : &*found;
     }
 
-    Failure failure(const Document& document, const char* text) const {
+    static Failure failure(const Document& document, const Element& array, const char* text) {
         Location location = document.location;
-        location.path = m_arrayPath;
+        location.setElement(array);
         return {ExitStatus::failed, location, text};
     }
 
@@ -92,6 +107,7 @@ private:
     std::string m_json;
     std::string m_arrayPath;
     CallPath m_array;
+    CallPath m_item;
     bool m_isPathWanted = false;
     Element m_value;
 };

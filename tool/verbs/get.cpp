@@ -55,7 +55,7 @@ public:
     void prepare(Call& call) override {
         requireNoFile("PATH", m_word, call.files);
         requireFile(call.files);
-        m_schema.load(call.schemaFile, call.isStrict);
+        m_schema.load(call);
         m_paths.emplace_back(m_word);
         for (const std::string& word : m_also) {
             m_paths.emplace_back(word);

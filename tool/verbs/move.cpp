@@ -21,7 +21,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
-using ko::Orvid::Path;
+using ko::Orvid::JsonPointer;
 
 /// Takes the element out of what holds it.
 Element taken(Element& element) {
@@ -84,18 +84,15 @@ public:
         words.required("FROM", m_fromWord, "a path such as a.b[3].c");
         words.required("TO", m_toWord, "the new place, where there is no member yet");
         addFiles(words, call);
-        addLayout(words, call);
         addEditing(words, call);
-        addStrict(words, call);
-        addLines(words, call);
     }
 
     void prepare(Call& call) override {
         requireNoFile("TO", m_toWord, call.files);
         m_from = CallPath(m_fromWord);
         m_to = CallPath(m_toWord);
-        if (m_to.isPlain() && m_toWord.substr(0, 1) != "$") {
-            static_cast<void>(LastStep(m_toWord));
+        if (m_to.isPlain() && m_to.word().substr(0, 1) != "$") {
+            static_cast<void>(LastStep(m_to.word()));
         }
     }
 
@@ -165,14 +162,13 @@ private:
 
     /// A value that is moved brings its text along; a copy is a new one, which is spelled here.
     void apply(const Call& call, Document& document, Bytes& out) const override {
-        const auto source = pathTo(document.root, from().get(document.root));
-        const std::string_view spelling =
-            source ? escapedText(call, document, *source) : std::string_view();
-        const auto copy = pathTo(document.root, carry(document));
+        const auto source = JsonPointer::of(from().get(document.root));
+        const std::string_view spelling = escapedText(call, document, source);
+        const auto copy = JsonPointer::of(carry(document));
         const std::size_t start = out.length() + (call.lines.isOn ? document.mark.length() : 0);
         appendEdited(call, document, out);
-        if (!spelling.empty() && copy) {
-            spellAs(spelling, call, *copy, start, out);
+        if (!spelling.empty()) {
+            spellAs(spelling, call, copy, start, out);
         }
     }
 };

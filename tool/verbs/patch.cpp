@@ -20,10 +20,7 @@ public:
     void addWords(Words& words, Call& call) override {
         words.required("PATCH", m_file, "the change; - is standard input");
         addFiles(words, call);
-        addLayout(words, call);
         addEditing(words, call);
-        addStrict(words, call);
-        addLines(words, call);
     }
 
     void prepare(Call& call) override {

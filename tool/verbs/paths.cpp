@@ -3,6 +3,7 @@
 // orvid paths: a line for each leaf.
 
 #include "call/Options.h"
+#include "output/placeWord.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
@@ -36,7 +37,7 @@ public:
 private:
     void apply(const Call& call, Document& document, Bytes& out) const override {
         for (const Element* const leaf : leavesOf(document.root)) {
-            const std::string path = m_isPointer ? JsonPointer::of(*leaf).str() : leaf->path();
+            const std::string path = m_isPointer ? JsonPointer::of(*leaf).str() : placeWord(*leaf);
             appendLeaf(path, *leaf, call.layout, out);
         }
     }

@@ -51,10 +51,7 @@ public:
         words.flag("--if-present", m_isMissingRight, "what is not there is no failure");
         words.option("--query", m_queryText, "QUERY",
                      "remove all that the query selects; the words are [FILE]...");
-        addLayout(words, call);
         addEditing(words, call);
-        addStrict(words, call);
-        addLines(words, call);
     }
 
     void prepare(Call& call) override {

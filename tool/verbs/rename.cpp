@@ -56,10 +56,7 @@ public:
         words.required("PATH", m_word, "a path such as a.b[3].c");
         words.required("KEY", m_key, "the new key, which is no path: no character is special");
         addFiles(words, call);
-        addLayout(words, call);
         addEditing(words, call);
-        addStrict(words, call);
-        addLines(words, call);
     }
 
     void prepare(Call& call) override {

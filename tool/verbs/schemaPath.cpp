@@ -5,6 +5,7 @@
 
 #include "input/PathWords.h"
 #include "output/Output.h"
+#include "output/placeWord.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -12,6 +13,20 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Path;
+
+/// Which steps of a pointer are items, only a document says.
+void refusePointer(const std::string& word) {
+    if (word.rfind("/", 0) != 0) {
+        return;
+    }
+    std::string hint;
+    try {
+        hint = "; write " + pathWord(ko::Orvid::JsonPointer(word).toPath().str());
+    } catch (const ko::Exception&) {
+        // It is malformed, or has an empty key.
+    }
+    throw UsageError("a path is wanted here, and no JSON Pointer" + hint);
+}
 
 class SchemaPath : public Verb {
 public:
@@ -22,6 +37,8 @@ public:
     void addWords(Words& words, Call& /*call*/) override {
         words.required("PATH", m_path, "a path such as a.b[3].c");
     }
+
+    void prepare(Call& /*call*/) override { refusePointer(m_path); }
 
     ExitStatus run(const Call& /*call*/, const Report& /*report*/, Output& out) const override {
         out.write(withPath(m_path, &Path::toSchemaPath).str() + "\n");
@@ -43,6 +60,8 @@ public:
     void addWords(Words& words, Call& /*call*/) override {
         words.required("SCHEMAPATH", m_path, "a path below meta.schema");
     }
+
+    void prepare(Call& /*call*/) override { refusePointer(m_path); }
 
     ExitStatus run(const Call& /*call*/, const Report& /*report*/, Output& out) const override {
         out.write(withPath(m_path, &Path::fromSchemaPath).str() + "\n");

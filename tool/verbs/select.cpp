@@ -72,6 +72,7 @@ private:
         const bool isTrue = isTrueOf(document.root);
         (isTrue ? m_wasTrue : m_wasFalse).store(true, std::memory_order_relaxed);
         if (isTrue != m_isInverted) {
+            out.append(document.mark);
             out.append(document.text);
             out.append(call.lines.isOn ? "\n" : "");
         }

@@ -88,9 +88,33 @@ private:
             for (std::size_t i = 1; i < edit.steps.size(); ++i) {
                 const std::string both = edit.steps[i - 1].key + "." + edit.steps[i].key;
                 if (edit.steps[i - 1].isKey && edit.steps[i].isKey &&
-                    memmem(text.data(), text.size(), both.data(), both.size()) != nullptr) {
+                    (contains(text, both) || mayBeEscaped(text, both))) {
                     return true;
                 }
+            }
+        }
+        return false;
+    }
+
+    static bool contains(std::string_view text, std::string_view part) {
+        return memmem(text.data(), text.size(), part.data(), part.size()) != nullptr;
+    }
+
+    /// Whether the key may stand in the text with escapes. Those of letters and digits, which need
+    /// none, are rare.
+    static bool mayBeEscaped(std::string_view text, const std::string& key) {
+        const bool isPlain = std::all_of(key.begin(), key.end(), [](char c) {
+            return c >= ' ' && c <= '~' && c != '"' && c != '/' && c != '\\';
+        });
+        if (!isPlain) {
+            return contains(text, "\\");
+        }
+        constexpr std::string_view start = "\\u00";
+        for (std::size_t at = text.find(start); at != std::string_view::npos;
+             at = text.find(start, at + start.size())) {
+            const std::string_view digit = text.substr(at + start.size(), 1);
+            if (digit >= "2" && digit <= "7") {
+                return true;
             }
         }
         return false;
@@ -223,6 +247,19 @@ private:
         }
     }
 
+    /// The pointer with the index of the new item for a `-` at its end.
+    static ko::Orvid::JsonPointer settled(const ko::Orvid::JsonPointer& pointer,
+                                          const ko::Orvid::Element& root) {
+        ko::Orvid::JsonPointer holder = pointer;
+        holder.pop_back();
+        const ko::Orvid::Element* const array = holder.find(root);
+        if (pointer.steps().back() != "-" || (array != nullptr && !array->isArray())) {
+            return pointer;
+        }
+        holder.push_back(array == nullptr ? "0" : std::to_string(array->size()));
+        return holder;
+    }
+
     void setAt(const ko::Orvid::JsonPointer& pointer, const ko::Orvid::Element& value,
                Document& document) const {
         if (m_isOnlyForAbsent && pointer.find(document.root) != nullptr) {
@@ -230,7 +267,7 @@ private:
         }
         try {
             Gaps none(0);
-            makeAt(document.root, pointer, none) = value;
+            makeAt(document.root, settled(pointer, document.root), none) = value;
         } catch (const Clash& clash) {
             throw Failure(ExitStatus::failed, document.location,
                           "pointer \"" + pointer.str() + "\": " + clash.what());

@@ -95,16 +95,19 @@ private:
 
     /// Nothing below a pointer, which is no path.
     std::optional<std::string> pathBelow(const std::string& path, const std::string& inner) const {
-        if (m_isPointer) {
+        if (isPointer(path)) {
             return std::nullopt;
         }
         const bool isKey = !path.empty() && !inner.empty() && inner.front() != '[';
         return path + (isKey ? "." : "") + inner;
     }
 
+    /// Without the option those that lead below an empty key are.
+    bool isPointer(const std::string& path) const { return m_isPointer || path.rfind("/", 0) == 0; }
+
     Element& made(const std::string& path, Element& root, Gaps& gaps) const {
-        return m_isPointer ? makeAt(root, pointerOf(path), gaps)
-                           : makeAt(root, stepsOf(path), gaps);
+        return isPointer(path) ? makeAt(root, pointerOf(path), gaps)
+                               : makeAt(root, stepsOf(path), gaps);
     }
 
     static ko::Orvid::JsonPointer pointerOf(const std::string& text) {
