@@ -70,7 +70,11 @@ const Element::TObject Element::k_emptyObject;
 const Element::TArray Element::k_emptyArray;
 const Element Element::k_emptyElement = makeEmpty();
 
-Element::Element(const char* text) : Element(std::string(text)) {}
+Element::Element(const char* text) {
+    if (text != nullptr) {
+        setString(std::string_view(text));
+    }
+}
 
 Element::Element(const std::string& text) { setString(text); }
 

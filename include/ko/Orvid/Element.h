@@ -37,8 +37,8 @@ public:
     using TArray = Array<Element>;
 
     /// @name Making
-    /// Null, or the value. Strings and numbers cost the length of their text; a floating value gets
-    /// the shortest one that reads back as the same.
+    /// Null, as for a null pointer, or the value. Strings and numbers cost the length of their
+    /// text; a floating value gets the shortest one that reads back as the same.
     ///@{
     Element() noexcept {}  // not defaulted, or g++ refuses `const Element e;` for the union's sake
     template<class T, detail::IfBool<T> = 0>

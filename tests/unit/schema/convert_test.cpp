@@ -306,6 +306,20 @@ std::string editedBy(T&& value) {
     return serialize(*made.front());
 }
 
+TEST(convert, makes_null_of_a_null_pointer_to_text) {
+    const char* const none = nullptr;
+    Element element("text");
+    EXPECT_TRUE(Element(none).isNull());
+    EXPECT_TRUE(Element::from(none).isNull());
+    element.set(none);
+    EXPECT_TRUE(element.isNull());
+    element = Element("text");
+    element = none;
+    EXPECT_TRUE(element.isNull());
+    EXPECT_EQ(serialize(ko::Orvid::makeArray({none})), "[null]");
+    EXPECT_FALSE(Element("text") == none);
+}
+
 TEST(convert, happens_in_every_operation_by_path) {
     Element element = ko::Orvid::makeObject({{"a", 1}});
     const Element& constant = element;
@@ -314,6 +328,7 @@ TEST(convert, happens_in_every_operation_by_path) {
     EXPECT_EQ(editedBy(true), "true");
     EXPECT_EQ(editedBy(nullptr), "null");
     EXPECT_EQ(editedBy("text"), R"("text")");
+    EXPECT_EQ(editedBy(static_cast<const char*>(nullptr)), "null");
     EXPECT_EQ(editedBy(std::string_view("view")), R"("view")");
     EXPECT_EQ(editedBy(std::vector<int>{1, 2}), "[1,2]");
     EXPECT_EQ(editedBy(converted::Person{"Ann", 3}), R"({"name":"Ann","age":3})");

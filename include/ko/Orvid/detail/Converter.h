@@ -102,7 +102,7 @@ struct Converter {
                              kind == Kind::decimal) {
             element.setNumber(value);
         } else if constexpr (kind == Kind::text) {
-            element.setString(std::string_view(value));
+            writeText(element, value);
         } else if constexpr (kind == Kind::filePath) {
             element.setString(std::string_view(value.native()));
         } else if constexpr (kind == Kind::names) {

@@ -9,6 +9,8 @@
 #include <ko/Orvid/detail/FieldSource.h>
 
 #include <cstddef>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace ko::Orvid::detail {
@@ -33,6 +35,18 @@ void writeTuple(Element& element, const T& value, std::index_sequence<Indexes...
     using std::get;
     [[maybe_unused]] ItemTarget target(element);
     (target.write(get<Indexes>(value)), ...);
+}
+
+/// A pointer may be null, and then the value is.
+template<class T>
+void writeText(Element& element, const T& value) {
+    if constexpr (std::is_pointer<T>::value) {
+        if (value == nullptr) {
+            element.setNull();
+            return;
+        }
+    }
+    element.setString(std::string_view(value));
 }
 
 template<class T>
