@@ -2,12 +2,14 @@
 //
 // The bytes are choices of which a document is made, and up to three edits of one kind, as a call
 // of the command gives them. Made to excerpts of the text they must leave the bytes that the
-// library leaves, edit by edit, or not be made; what the library refuses is never made. Inputs that
+// library leaves, edit by edit, or not be made; what the library refuses is never made. The places
+// are given as paths, as JSON Pointers and with an index that counts from the end. Inputs that
 // begin with a zero byte are a document as they are, and those that begin with 1, 2 or 3 make other
 // documents than people write.
 
 #include <ko/Orvid.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -61,11 +63,48 @@ std::optional<std::string> editedWhole(std::string text, const std::vector<Place
     return text;
 }
 
-bool editExcerpts(const std::string& text, const std::vector<PlaceChange>& edits, Bytes& out) {
+/// How a call names the place.
+enum class Notation { path, pointer, fromEnd };
+
+std::string pointerOf(const std::string& path) {
+    ko::Orvid::JsonPointer pointer;
+    for (const orvid_tool::ValueStep& step : orvid_tool::stepsOf(path)) {
+        pointer.push_back(step.isKey                           ? step.key
+                          : step.index == ko::Orvid::k_noIndex ? "-"
+                                                               : std::to_string(step.index));
+    }
+    return pointer.str();
+}
+
+/// The path with its first index counted from the end, where an item is there.
+std::string fromEnd(std::string_view text, const std::string& path) {
+    const orvid_tool::ValueSteps steps = orvid_tool::stepsOf(path);
+    const auto isIndex = [](const orvid_tool::ValueStep& step) { return !step.isKey; };
+    const auto first = std::find_if(steps.begin(), steps.end(), isIndex);
+    if (first == steps.end()) {
+        return path;
+    }
+    const std::string holder = orvid_tool::pathOf({steps.begin(), first});
+    const Dom document = Dom::parse(text);
+    const std::size_t size =
+        (*document).pathExists(holder) ? (*document).get(holder).size() : std::size_t{0};
+    if (first->index >= size) {
+        return path;
+    }
+    const std::string rest = orvid_tool::pathOf({first + 1, steps.end()});
+    return holder + "[-" + std::to_string(size - first->index) + "]" +
+           (rest.empty() || rest.front() == '[' ? "" : ".") + rest;
+}
+
+bool editExcerpts(const std::string& text, const std::vector<PlaceChange>& edits, Notation notation,
+                  Bytes& out) {
     const auto edit = [&](std::string_view before, std::size_t index) {
         const PlaceChange& change = edits[index];
-        return orvid_tool::editExcerpt(before, orvid_tool::stepsOf(change.path), change.inExcerpt(),
-                                       ReadOptions::jsonc());
+        const orvid_tool::CallPath path(notation == Notation::pointer ? pointerOf(change.path)
+                                        : notation == Notation::fromEnd
+                                            ? fromEnd(before, change.path)
+                                            : change.path);
+        return orvid_tool::editExcerpt(before, path, change.inExcerpt(), ReadOptions::jsonc());
     };
     return orvid_tool::editInTurn(text, edits.size(), edit, out);
 }
@@ -118,6 +157,22 @@ bool isContainer(const std::string& text) {
     return is;
 }
 
+void checkExcerpts(const std::string& text, const std::vector<PlaceChange>& edits,
+                   Notation notation, const std::optional<std::string>& whole) {
+    Bytes out;
+    const bool isMade = editExcerpts(text, edits, notation, out);
+    require(!isMade || whole, "what the library refuses is not made");
+    if (isMade && out.view() != *whole) {
+        std::string problem = "the excerpts give other bytes:\n" + text + "\n--\n";
+        for (const PlaceChange& edit : edits) {
+            problem += std::to_string(static_cast<int>(edit.kind)) + " " + edit.path + " " +
+                       edit.value + "\n";
+        }
+        orvid_fuzz::fail(problem + "-- excerpts:\n" + std::string(out.view()) + "\n-- whole:\n" +
+                         *whole);
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -141,17 +196,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         return 0;
     }
     const std::optional<std::string> whole = editedWhole(text, edits);
-    Bytes out;
-    const bool isMade = editExcerpts(text, edits, out);
-    require(!isMade || whole, "what the library refuses is not made");
-    if (isMade && out.view() != *whole) {
-        std::string problem = "the excerpts give other bytes:\n" + text + "\n--\n";
-        for (const PlaceChange& edit : edits) {
-            problem += std::to_string(static_cast<int>(edit.kind)) + " " + edit.path + " " +
-                       edit.value + "\n";
-        }
-        orvid_fuzz::fail(problem + "-- excerpts:\n" + std::string(out.view()) + "\n-- whole:\n" +
-                         *whole);
+    checkExcerpts(text, edits, Notation::path, whole);
+    if (whole) {
+        checkExcerpts(text, edits, Notation::pointer, whole);
+        checkExcerpts(text, edits, Notation::fromEnd, whole);
     }
     return 0;
 }
