@@ -1,4 +1,4 @@
-# The command with the library and what that needs inside, but for the C library: most of a start was the dynamic
+# The command with the library and what that needs inside, except for the C library: most of a start was the dynamic
 # linker's, which looks up the names of the C++ library for each library that uses them.
 # ORVID_TOOL_IS_STATIC says whether it is to be linked so. For optimised builds; the others, which are linked
 # far more often than they are started, and the sanitizers take the shared libraries.

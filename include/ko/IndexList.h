@@ -22,8 +22,8 @@ namespace ko {
 
 /// A sequence of T. References to an item live until that item is removed; iterators stand for
 /// positions, which change when items before them come or go. An operation that throws leaves the
-/// sequence as it was. Positions count from 0; there are at most 2^32 - 2. What names no cost is
-/// O(1).
+/// sequence as it was. Positions count from 0; there are at most 2^32 - 2. An operation that states
+/// no cost is O(1).
 template<class T>
 class IndexList : public detail::PlacesOf<T> {
 public:

@@ -16,7 +16,8 @@ namespace ko::Orvid {
 /// The items of an array element, which it names as their parent. Made for Element only.
 ///
 /// Every item has an empty key, the array's parent, and its position as index, except after a copy:
-/// the copies report index 0 until updateVector() or setParent() runs. What names no cost is O(1).
+/// the copies report index 0 until updateVector() or setParent() runs. An operation that states no
+/// cost is O(1).
 template<class T>
 class KO_API Array : public IndexList<T>, public InSlabArena {
 public:

@@ -50,7 +50,8 @@ public:
 /// when a character follows it, and text that stops early is no error but leaves state() at 2.
 ///
 /// There is no reset: each document takes a new parser. One thread at a time. A listener that calls
-/// parse() of the parser that is calling it gets an Exception. What names no cost is O(1).
+/// parse() of the parser that is calling it gets an Exception. An operation that states no cost is
+/// O(1).
 class KO_API CallbackParser {
 public:
     /// `listener` is not owned and must outlive the parser's use. A parser made with null throws

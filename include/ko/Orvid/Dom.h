@@ -20,8 +20,8 @@
 namespace ko::Orvid {
 
 /// A handle on a root element, which it owns when asked to. When the document is written, the
-/// root's member of the name metaKey() is left out unless writeMeta() is set. What names no cost is
-/// O(1).
+/// root's member of the name metaKey() is left out unless writeMeta() is set. An operation that
+/// states no cost is O(1).
 class KO_API Dom {
 public:
     static const std::string k_defaultMetaKey;  ///< "meta"

@@ -33,7 +33,7 @@ class SpanTable;
 ///
 /// One parser reads one document: a second parse() goes on with the text of the first. Reading is
 /// lenient: text that ends early is no error (state() says), text after the value is not looked
-/// at. ReadOptions make it stricter. What names no cost is O(1).
+/// at. ReadOptions make it stricter. An operation that states no cost is O(1).
 class KO_API DomParser : private CallbackParserListener {
 public:
     DomParser();

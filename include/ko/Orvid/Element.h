@@ -29,8 +29,9 @@ namespace ko::Orvid {
 /// An element owns its value; a container owns its children, whose addresses stay until they are
 /// removed; a parent link never owns. Copying and assigning copy the value, deeply, and never the
 /// place: a copy is free-standing, a target of an assignment stays where it is. No operation needs
-/// more stack for a deeper tree. What names no cost is O(1). While nobody changes a tree, any
-/// number of threads may read it: const operations, those of numbers too, are free of data races.
+/// more stack for a deeper tree. An operation that states no cost is O(1). While nobody changes a
+/// tree, any number of threads may read it: const operations, those of numbers too, are free of
+/// data races.
 class KO_API Element {
 public:
     using TObject = Object<std::string, Element, std::less<std::string>>;
@@ -62,8 +63,7 @@ public:
     static Element from(const T& value) {
         return detail::made<Element>(value);
     }
-    /// A deep copy of the value, at linear cost. The items of copied arrays report index 0 until
-    /// their array is next updated (Array::updateVector, setParent).
+    /// A deep copy of the value, at linear cost. See index() for the items of copied arrays.
     Element(const Element& other);
     /// The same into this place. Either may be part of the other. std::bad_alloc changes nothing.
     Element& operator=(const Element& other);
@@ -174,8 +174,7 @@ public:
     const Element& get(PathView path) const KO_LIFETIME_BOUND;
     /// Whether the path leads to an element of that type; etEmpty accepts any.
     bool pathExists(PathView path, EType type = etEmpty) const;
-    /// The element at the path, or `fallback`, which must live as long as the result is used: for
-    /// a temporary there is getOr().
+    /// The element at the path, or `fallback`, which must outlive the result (see getOr()).
     const Element& tryGet(PathView path,
                           const Element& fallback KO_LIFETIME_BOUND) const KO_LIFETIME_BOUND;
     /// A copy of the element at the path, or `fallback`. Costs the lookup and the copy.
@@ -244,9 +243,8 @@ public:
 
     /// @name Editing: by path
     /// `value` may lie anywhere in the tree that is edited: what it was before the call counts.
-    /// Unless stated, the cost is that of the lookup of the path and of a copy of `value`. Where it
-    /// is a detail::Converted, it may be of any type that set() takes: it is converted first, and
-    /// nothing is changed when that throws.
+    /// Unless stated, the cost is that of the lookup and of a copy of `value`. A detail::Converted
+    /// is a value of any type that set() takes: where its conversion throws, nothing is changed.
     ///@{
     /// Sets the element at the path to `value`, making what is missing (see Path::createElement).
     Element& create(const Path& path, const Element& value);
@@ -263,9 +261,8 @@ public:
     /// is not parsed. Throws TypeException when this is no object.
     Element& insert(const Path& key, const Element& value);
     Element& insert(const Path& key, detail::Converted value);
-    /// Removes the items that find() would find, except for one rule: the item that directly
-    /// follows a removed one is not looked at and stays, so that removing 1 from [1, 1, 2, 1]
-    /// leaves [1, 2]. Linear in the number of items. Throws as find() does.
+    /// Removes the items that find() would find, except one that directly follows a removed one:
+    /// removing 1 from [1, 1, 2, 1] leaves [1, 2]. Linear. Throws as find() does.
     void remove(const Element& value, const Path& itemPath = {}, const Path& arrayPath = {});
     /// The same; every Exception is swallowed.
     void tryRemove(const Element& value, const Path& itemPath = {}, const Path& arrayPath = {});
@@ -276,9 +273,8 @@ public:
     ///@{
     Element* parent() noexcept { return detail::parentOf(m_link); }
     const Element* parent() const noexcept { return detail::parentOf(m_link); }
-    /// The 0-based position in the parent array as it was last set; meaningful only while the
-    /// parent is an array. Items of a copied array report 0 until Array::updateVector() or
-    /// setParent() runs; path() names their true place all the same.
+    /// The 0-based position in the parent array, if there is one, as it was last set. Items of a
+    /// copied array report 0 until Array::updateVector() or setParent() runs; path() is right.
     unsigned int index() const noexcept { return detail::indexOf(m_step); }
     /// The key, unescaped, or `[index()]`; empty without a parent. Linear in its length.
     std::string key() const;
@@ -287,9 +283,8 @@ public:
     /// The topmost ancestor; this element itself when it has no parent. Linear in the depth.
     Element* root() noexcept;
     const Element* root() const noexcept;
-    /// The path text of this element: from `relativeTo` where that is a proper ancestor, or else
-    /// from the root. Empty for a root. Names the place where the element is, also where index()
-    /// reports another one; then each such step costs a search of its array. Linear in the length.
+    /// The path text from `relativeTo`, if that is a proper ancestor, or else from the root; empty
+    /// for a root. Linear in its length; a step whose index() is outdated costs a search as well.
     std::string path(const Element* relativeTo = nullptr) const;
     std::ostream& path(std::ostream& out, const Element* relativeTo = nullptr) const;
     /// The path of its description in the schema: after `meta.schema`. Costs the same.
@@ -334,11 +329,9 @@ public:
 
 private:
     friend struct Place;
-
     [[noreturn]] void throwTypeException(EType expected) const;
     void assignString(std::string_view text);
-    /// Null where the path leads nowhere.
-    const Element* elementAt(PathView path) const;
+    const Element* elementAt(PathView path) const;  ///< null where it leads nowhere
     void replaceString(std::string* text) noexcept;
     void replaceNumber(Number* number) noexcept;
 
@@ -347,8 +340,7 @@ private:
     std::uintptr_t m_step = 0;                   ///< see detail::isItem()
 };
 
-class detail::Converted {
-public:
+struct detail::Converted {
     template<class T, IfConverted<T> = 0>
     Converted(const T& value) : element(Element::from(value)) {}
 

@@ -24,7 +24,7 @@ namespace ko::Orvid {
 ///
 /// A malformed line throws ParseException, whose line is number() and whose columns are those in
 /// the line, and is skipped: going on, with next(), ++ or another loop, reads the line after it.
-/// What names no cost is O(1).
+/// An operation that states no cost is O(1).
 class KO_API JsonLines {
 public:
     class iterator;
@@ -59,7 +59,7 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// What is read from: all copies go on together. What names no cost is O(1).
+/// What is read from: all copies go on together. An operation that states no cost is O(1).
 class JsonLines::iterator {
 public:
     using iterator_category = std::input_iterator_tag;

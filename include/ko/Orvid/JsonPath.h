@@ -47,7 +47,7 @@ struct QueryOptions {
 /// Results come in the order of RFC 9535, members in the order of the document; an element that is
 /// selected twice is there twice. Numbers are compared by their exact decimal value, strings by
 /// code points, objects without regard to the order of their members. No operation recurses by the
-/// depth of the document. What names no cost is O(1).
+/// depth of the document. An operation that states no cost is O(1).
 class KO_API JsonPath {
 public:
     /// Throws ParseException for a text that is no well-formed and well-typed query, and one that

@@ -19,7 +19,7 @@ namespace ko::Orvid {
 /// The steps of a JSON Pointer, unescaped. A step does not say by itself whether it is a key or an
 /// index: the document decides. An index is `0`, or digits that do not begin with one, below
 /// k_noIndex; `-` is the place after the last item, which no lookup finds. Copying and comparing
-/// are linear in the length; what else names no cost is O(1).
+/// are linear in the length; other operations without a stated cost are O(1).
 class KO_API JsonPointer {
 public:
     /// The whole document.

@@ -39,8 +39,8 @@ inline constexpr bool k_isNarrowInteger<T, true> = sizeof(T) <= sizeof(long long
 /// decimal number that reads back as that one. type(), compare(), getValue() and the reads named
 /// after types go by the binary value.
 ///
-/// What names no cost is at most linear in the length of a text that was given, and O(1) for a
-/// number that was set from a binary value. The binary value of a text is computed once.
+/// An operation that states no cost is at most linear in the length of a text that was given, and
+/// O(1) for a number that was set from a binary value. The binary value of a text is computed once.
 class KO_API Number : public InSlabArena {
 public:
     /// The kind of the binary value.

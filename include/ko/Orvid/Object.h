@@ -18,8 +18,8 @@ namespace ko::Orvid {
 /// The members of an object element, in insertion order; the values name that element as their
 /// parent. Made for std::string and Element only.
 ///
-/// Every value has its member's key, the object's parent and the index k_noIndex. What names no
-/// cost is O(1).
+/// Every value has its member's key, the object's parent and the index k_noIndex. An operation that
+/// states no cost is O(1).
 template<class Key, class Value, class Compare>
 class KO_API Object : public ListMap<Key, Value, Compare>, public InSlabArena {
 public:

@@ -27,8 +27,8 @@ struct PathStep {
 };
 
 /// Path text. It is not checked here: an operation that uses a path parses it and throws
-/// ParseException, with the 0-based columns of the error, when it is malformed. What names no cost
-/// is at most linear in the length of the text.
+/// ParseException, with the 0-based columns of the error, when it is malformed. An operation that
+/// states no cost is at most linear in the length of the text.
 class KO_API Path {
 public:
     /// The index that stands for no index: the step `[*]`.

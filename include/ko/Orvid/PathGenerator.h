@@ -15,8 +15,8 @@
 
 namespace ko::Orvid {
 
-/// Writes path text to a stream that it does not own, which reports its own failures. What names no
-/// cost is O(1).
+/// Writes path text to a stream that it does not own, which reports its own failures. An operation
+/// that states no cost is O(1).
 class KO_API PathGenerator {
 public:
     /// The characters of a key that are written after a backslash.

@@ -34,7 +34,7 @@ public:
 };
 
 /// Parses path text. It keeps nothing between two parses; separate parsers may run on separate
-/// threads. What names no cost is O(1).
+/// threads. An operation that states no cost is O(1).
 class KO_API PathParser {
 public:
     /// Keeps the listener, which must outlive the parser's use.

@@ -28,7 +28,7 @@ namespace ko::Orvid {
 /// reads to after commit(), and says by expect() what it has read.
 ///
 /// All failures are FileException with the name that was given, and leave the file as it was,
-/// except for the one that commit() names. What names no cost is O(1).
+/// except for the one that commit() names. An operation that states no cost is O(1).
 class KO_API SafeFile {
 public:
     /// Makes the temporary file, which costs some calls of the system, and a few for each extended

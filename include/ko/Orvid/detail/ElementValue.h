@@ -33,7 +33,7 @@ using IfConverted = std::enable_if_t<!std::is_convertible_v<const T&, Element>, 
 
 /// What operations take beside an Element: an element of a value that was converted where they were
 /// called. Defined in Element.h.
-class Converted;
+struct Converted;
 
 /// Throws ValueOutOfRange<Number, T> for the element's number. For arithmetic types.
 template<class T>
