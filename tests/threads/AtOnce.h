@@ -26,9 +26,9 @@ struct ReaderOf {
     }
 };
 
-/// Each thread gets what one alone gets from a new one.
-template<class Make, class Read>
-void readAtOnce(const Make& makeCold, const Read& read) {
+/// Each thread gets what one alone gets from a new one, which `check` is given afterwards.
+template<class Make, class Read, class Check>
+void readAtOnce(const Make& makeCold, const Read& read, const Check& check) {
     constexpr int k_threads = 4;
     constexpr int k_rounds = 5;
     const std::string expected = read(makeCold());
@@ -49,6 +49,7 @@ void readAtOnce(const Make& makeCold, const Read& read) {
         }
         EXPECT_EQ(results, std::vector<std::string>(k_threads, expected));
         EXPECT_EQ(read(cold), expected);
+        check(cold);
     }
 }
 

@@ -25,6 +25,8 @@ using ko::Orvid::Path;
 constexpr const char* k_text =
     "{ // first\n  \"meta\": {\"v\": 1},\n  \"list\": [1, 2.50, {\"a\": true}],\n}\n";
 
+constexpr const char* k_query = "$[?match(@.a, 'ab.*') && @.a != 'x']";
+
 /// Parsed, and then changed: both the source and the tree are needed.
 Dom coldDocument() {
     Dom dom = Dom::parse(k_text);
@@ -125,18 +127,24 @@ class PathReaders : public testing::TestWithParam<ReaderOf<Path>> {};
 class PointerReaders : public testing::TestWithParam<ReaderOf<JsonPointer>> {};
 class QueryReaders : public testing::TestWithParam<ReaderOf<JsonPath>> {};
 
-TEST_P(DocumentReaders, read_one_document_at_once) { readAtOnce(coldDocument, GetParam().read); }
+TEST_P(DocumentReaders, read_one_document_at_once) {
+    readAtOnce(coldDocument, GetParam().read,
+               [](const Dom& dom) { CHECK_LINKS_AFTER_COPY(*dom.root()); });
+}
 
 TEST_P(PathReaders, read_one_path_at_once) {
-    readAtOnce([] { return Path(R"(list[1].a b)"); }, GetParam().read);
+    readAtOnce([] { return Path(R"(list[1].a b)"); }, GetParam().read,
+               [](const Path& path) { EXPECT_EQ(path.str(), "list[1].a b"); });
 }
 
 TEST_P(PointerReaders, read_one_pointer_at_once) {
-    readAtOnce([] { return JsonPointer("/list/1/a~0b"); }, GetParam().read);
+    readAtOnce([] { return JsonPointer("/list/1/a~0b"); }, GetParam().read,
+               [](const JsonPointer& pointer) { EXPECT_EQ(pointer.str(), "/list/1/a~0b"); });
 }
 
 TEST_P(QueryReaders, share_one_query) {
-    readAtOnce([] { return JsonPath("$[?match(@.a, 'ab.*') && @.a != 'x']"); }, GetParam().read);
+    readAtOnce([] { return JsonPath(k_query); }, GetParam().read,
+               [](const JsonPath& query) { EXPECT_EQ(query.str(), k_query); });
 }
 
 INSTANTIATE_TEST_SUITE_P(All, DocumentReaders, testing::ValuesIn(k_documents), nameOf<Dom>);

@@ -185,7 +185,10 @@ const std::vector<Reader> k_containers = {
 
 class ElementReaders : public testing::TestWithParam<Reader> {};
 
-TEST_P(ElementReaders, read_a_cold_tree_at_once) { readAtOnce(coldTree, GetParam().read); }
+TEST_P(ElementReaders, read_a_cold_tree_at_once) {
+    readAtOnce(coldTree, GetParam().read,
+               [](const Element& root) { CHECK_LINKS_AFTER_COPY(root); });
+}
 
 INSTANTIATE_TEST_SUITE_P(Numbers, ElementReaders, testing::ValuesIn(k_numbers), nameOf<Element>);
 INSTANTIATE_TEST_SUITE_P(Elements, ElementReaders, testing::ValuesIn(k_elements), nameOf<Element>);

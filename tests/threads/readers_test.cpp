@@ -270,7 +270,9 @@ const std::vector<Reader> k_readers = {
 
 class Readers : public testing::TestWithParam<Reader> {};
 
-TEST_P(Readers, read_a_cold_tree_at_once) { readAtOnce(coldTree, GetParam().read); }
+TEST_P(Readers, read_a_cold_tree_at_once) {
+    readAtOnce(coldTree, GetParam().read, [](const Element& root) { CHECK_LINKS(root); });
+}
 
 INSTANTIATE_TEST_SUITE_P(All, Readers, testing::ValuesIn(k_readers), nameOf<Element>);
 

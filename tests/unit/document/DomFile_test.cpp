@@ -201,6 +201,7 @@ TEST(DomFile, names_the_true_place_in_a_copied_array_of_what_is_not_saved) {
     items.root.get("[2]") = "\xFF";
     Document document("{}");
     document.root.insert("a", items.root);
+    CHECK_LINKS_AFTER_COPY(document.root);
     const FileException failure = failureToSave(documentOf(document.root));
     EXPECT_EQ(failure.reason(), "The string is no valid UTF-8, at \"a[2]\"");
     EXPECT_EQ(*failure.elementPath(), "a[2]");

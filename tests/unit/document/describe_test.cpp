@@ -60,6 +60,7 @@ TEST(Describe, names_the_true_place_of_an_item_in_a_copied_array) {
     const Document items(R"([1, 2, "x"])");
     Document document("{}");
     document.root.insert("list", items.root);
+    CHECK_LINKS_AFTER_COPY(document.root);
     const Element& item = document.root.get("list[2]");
     EXPECT_EQ(item.index(), 0U);
     EXPECT_EQ(sentenceOf([&] { static_cast<void>(item.to<int>()); }),

@@ -213,6 +213,7 @@ TEST(ElementPath, costs_no_search_where_the_index_is_right) {
     constexpr std::size_t count = 1000;
     Element root = makeArray({});
     root.array().resize(size);
+    CHECK_LINKS(root);
     static_cast<void>(timeToName(root.array(), 0, count));  // what is done but once
     const std::clock_t first = timeToName(root.array(), 0, count);
     const std::clock_t last = timeToName(root.array(), size - count, count);
