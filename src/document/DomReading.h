@@ -102,8 +102,9 @@ struct DomParser::Reading {
         }
     }
 
-    /// Counts the lines of what was read last, of which nothing can be shown any more.
-    void countLines() {
+    /// Counts the lines of what was read last, of which nothing can be shown any more. Compiled
+    /// once, since what is often run should be compiled into the loops instead.
+    [[gnu::noinline]] void countLines() {
         scanner->leave(uncounted);
         uncounted = {};
     }
