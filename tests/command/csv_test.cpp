@@ -167,6 +167,15 @@ TEST(uncsv, names_the_line_in_error) {
               "orvid: (standard input):3: the row is no UTF-8\n");
 }
 
+TEST(uncsv, skips_blank_rows_unless_they_may_be_a_field) {
+    EXPECT_EQ(orvid({"uncsv"}, "a,b\n1,2\n\n3,4\n"),
+              printed("{\"a\":1,\"b\":2}\n{\"a\":3,\"b\":4}\n"));
+    EXPECT_EQ(orvid({"uncsv"}, "a\n1\n\n3\n"), printed("{\"a\":1}\n{\"a\":\"\"}\n{\"a\":3}\n"));
+    EXPECT_EQ(orvid({"uncsv", "--no-header"}, "1,2\n\n3\n"), printed("[1,2]\n[\"\"]\n[3]\n"));
+    EXPECT_EQ(orvid({"uncsv"}, "a,b\n1,2,3\n"),
+              failed(1, "(standard input):2: the row has 3 fields, the header 2"));
+}
+
 TEST(uncsv, is_the_way_back) {
     const std::string records =
         "[{\"\uFEFFa\":1,\"b\":\"x, \\\"y\\\"\\nz\"},{\"\uFEFFa\":true,\"b\":\"é\"},"

@@ -196,6 +196,21 @@ TEST(diff, makes_the_patch_that_patch_applies) {
     EXPECT_EQ(orvid({"diff", from.name()}), failed(2, "TO is required; see orvid diff --help"));
 }
 
+TEST(patch, ends_with_2_for_another_file_and_with_1_for_a_faulty_patch) {
+    const ScratchFile another(R"({"op":"remove","path":"/a"})");
+    EXPECT_EQ(orvid({"patch", another.name()}, R"({"a":1})"),
+              failed(2, another.name() + ": the patch is no array of operations"));
+    for (const char* const text :
+         {R"([{"op":"remove")", R"([1])", R"([{"path":"/a"}])", R"([{"op":"remove"}])",
+          R"([{"op":"cut","path":"/a"}])", R"([{"op":"remove","path":"a"}])",
+          R"([{"op":"remove","path":"/b"}])", R"([{"op":"test","path":"/a","value":2}])"}) {
+        const ScratchFile patch(text);
+        const CommandResult result = orvid({"patch", patch.name()}, R"({"a":1})");
+        EXPECT_EQ(result.status, 1) << text;
+        EXPECT_EQ(result.out, "") << text;
+    }
+}
+
 TEST(patch, names_the_operation_that_failed_and_changes_nothing) {
     const ScratchFile file("{\"a\":1}");
     const CommandResult result =

@@ -80,7 +80,7 @@ std::string keyText(const std::string& key) {
 
 /// The text of a word that is a JSON string, and any other word as it is.
 std::string withoutQuotes(const std::string& word) {
-    if (word.rfind("\"", 0) != 0) {
+    if (word.rfind('"', 0) != 0) {
         return word;
     }
     try {

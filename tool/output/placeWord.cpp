@@ -22,7 +22,7 @@ bool isBelowEmptyKey(const Element& element) {
 }  // namespace
 
 std::string pathWord(const std::string& path) {
-    const bool isMistakable = path.rfind("/", 0) == 0 || path.rfind("#/", 0) == 0;
+    const bool isMistakable = path.rfind('/', 0) == 0 || path.rfind("#/", 0) == 0;
     return isMistakable ? "\\" + path : path;
 }
 

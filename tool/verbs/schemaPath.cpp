@@ -16,7 +16,7 @@ using ko::Orvid::Path;
 
 /// Which steps of a pointer are items, only a document says.
 void refusePointer(const std::string& word) {
-    if (word.rfind("/", 0) != 0) {
+    if (word.rfind('/', 0) != 0) {
         return;
     }
     std::string hint;

@@ -103,7 +103,7 @@ private:
     }
 
     /// Without the option those that lead below an empty key are.
-    bool isPointer(const std::string& path) const { return m_isPointer || path.rfind("/", 0) == 0; }
+    bool isPointer(const std::string& path) const { return m_isPointer || path.rfind('/', 0) == 0; }
 
     Element& made(const std::string& path, Element& root, Gaps& gaps) const {
         return isPointer(path) ? makeAt(root, pointerOf(path), gaps)
