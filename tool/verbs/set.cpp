@@ -104,7 +104,7 @@ private:
     /// none, are rare.
     static bool mayBeEscaped(std::string_view text, const std::string& key) {
         const bool isPlain = std::all_of(key.begin(), key.end(), [](char c) {
-            return c >= ' ' && c <= '~' && c != '"' && c != '/' && c != '\\';
+            return c >= ' ' && c < '\x7f' && c != '"' && c != '/' && c != '\\';
         });
         if (!isPlain) {
             return contains(text, "\\");
