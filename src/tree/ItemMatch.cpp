@@ -11,14 +11,23 @@
 
 namespace ko::Orvid {
 
+namespace {
+
+/// Null where a plain path leads nowhere.
+const Element* partOf(const Element& item, const Path& path) {
+    if (path.str().empty()) {
+        return &item;
+    }
+    const auto followed = followPlain(path.str(), item);
+    return followed ? *followed : &item.get(path);
+}
+
+}  // namespace
+
 bool itemMatches(const Element& item, const Path& itemPath, const Element& value) {
     try {
-        const auto followed = followPlain(itemPath.str(), item);
-        if (followed && *followed == nullptr) {
-            return false;
-        }
-        const Element& part = followed ? **followed : item.get(itemPath);
-        return compareTrees(value.data(), part.data()) == 0;
+        const Element* const part = partOf(item, itemPath);
+        return part != nullptr && compareTrees(value.data(), part->data()) == 0;
     } catch (const Exception&) {
         return false;
     }
