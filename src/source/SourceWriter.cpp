@@ -17,27 +17,63 @@ namespace {
 
 constexpr std::uint32_t k_none = SourceMap::k_none;
 
-/// As many of the numbers as ascend, which are all different. O(n log n).
+/// As many of the numbers as ascend, which are all different. Of several choices it is the one with
+/// the greater numbers: what was moved was moved towards the end rather than to the front. From the
+/// last, in O(n log n).
 std::vector<std::size_t> longestAscent(const std::vector<std::size_t>& numbers) {
-    std::vector<std::size_t> ends;  // of the best ascents of each length: indexes in `numbers`
-    std::vector<std::size_t> former(numbers.size());
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
+    std::vector<std::size_t> begins;  // of the best ascents of each length: indexes in `numbers`
+    std::vector<std::size_t> next(numbers.size());
+    for (std::size_t i = numbers.size(); i-- > 0;) {
         const auto longer = std::lower_bound(
-            ends.begin(), ends.end(), numbers[i],
-            [&](std::size_t end, std::size_t number) { return numbers[end] < number; });
-        former[i] = longer == ends.begin() ? i : *std::prev(longer);
-        if (longer == ends.end()) {
-            ends.push_back(i);
+            begins.begin(), begins.end(), numbers[i],
+            [&](std::size_t begin, std::size_t number) { return numbers[begin] > number; });
+        next[i] = longer == begins.begin() ? i : *std::prev(longer);
+        if (longer == begins.end()) {
+            begins.push_back(i);
         } else {
             *longer = i;
         }
     }
     std::vector<std::size_t> ascent;
-    for (std::size_t i = ends.size(), at = ends.empty() ? 0 : ends.back(); i > 0; --i) {
+    for (std::size_t i = begins.size(), at = begins.empty() ? 0 : begins.back(); i > 0; --i) {
         ascent.push_back(numbers[at]);
-        at = former[at];
+        at = next[at];
     }
     return ascent;
+}
+
+/// A child that was in the same container.
+struct Sibling {
+    std::size_t position;
+    bool hasItsKey;
+};
+
+/// What is between the same two of `fixed` now and before can stay along with these.
+std::vector<std::size_t> fitting(const std::vector<Sibling>& siblings,
+                                 const std::vector<std::size_t>& fixed) {
+    std::vector<std::size_t> result;
+    auto next = fixed.begin();
+    for (const Sibling& sibling : siblings) {
+        const bool isNext = next != fixed.end() && sibling.position == *next;
+        const bool isAfter = next == fixed.begin() || sibling.position > *std::prev(next);
+        const bool isBefore = next == fixed.end() || sibling.position < *next;
+        if (isNext || (!sibling.hasItsKey && isAfter && isBefore)) {
+            result.push_back(sibling.position);
+        }
+        next += isNext ? 1 : 0;
+    }
+    return result;
+}
+
+std::vector<std::size_t> stayingPositions(const std::vector<Sibling>& siblings) {
+    std::vector<std::size_t> named;
+    for (const Sibling& sibling : siblings) {
+        if (sibling.hasItsKey) {
+            named.push_back(sibling.position);
+        }
+    }
+    const std::vector<std::size_t> fixed = longestAscent(named);
+    return fixed.size() == siblings.size() ? fixed : longestAscent(fitting(siblings, fixed));
 }
 
 }  // namespace
@@ -183,20 +219,27 @@ void SourceWriter::listItems(Frame& frame) const {
     }
 }
 
-/// As many of the siblings that are still here as keep their order.
+/// As many of the siblings that are still here as keep their order: first of the items and of those
+/// that have their key, then of the members that were renamed.
 std::vector<bool> SourceWriter::stayingSiblings(const Frame& frame) const {
-    std::vector<std::size_t> positions;
+    std::vector<Sibling> siblings;
     for (const Item& item : frame.items) {
         if (item.before != k_none &&
             m_counterparts.before(item.before).parent == frame.self.before) {
-            positions.push_back(m_counterparts.before(item.before).position);
+            siblings.push_back({m_counterparts.before(item.before).position, hasItsKey(item)});
         }
     }
     std::vector<bool> stays(frame.siblings.size());
-    for (const std::size_t position : longestAscent(positions)) {
+    for (const std::size_t position : stayingPositions(siblings)) {
         stays[position] = true;
     }
     return stays;
+}
+
+bool SourceWriter::hasItsKey(const Item& item) const {
+    return !m_counterparts.wasMember(item.before) || !m_counterparts.isMember(item.now) ||
+           tokenSays(m_counterparts.keyBefore(item.before),
+                     std::string_view(m_counterparts.now(item.now).element->memberKey()));
 }
 
 /// Whether keys are repeated in the text, but all that changed is values: then the members that

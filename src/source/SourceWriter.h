@@ -34,6 +34,7 @@ private:
     void open(const Item& item, const std::string& indent, const Reindent& reindent);
     void listItems(Frame& frame) const;
     std::vector<bool> stayingSiblings(const Frame& frame) const;
+    bool hasItsKey(const Item& item) const;
     bool isInTextOrder(const Frame& frame) const;
     void copy(std::string_view text, const Reindent& reindent);
 

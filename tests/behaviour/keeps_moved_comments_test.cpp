@@ -66,6 +66,62 @@ TEST(KeepsMovedComments, has_the_same_comments_with_a_value_that_was_moved_or_re
     EXPECT_GT(count, 1000U);
 }
 
+/// The text up to the end of the last child of the container there; empty where it has none.
+std::string upToLastChild(const Dom& dom, const JsonPointer& there) {
+    const Element& container = there.get(*dom);
+    if (container.size() == 0) {
+        return {};
+    }
+    std::size_t end = 0;
+    const auto look = [&](const Element& child) {
+        const SourcePlace place = dom.placeOf(child).value();
+        end = place.offset + place.length;
+    };
+    if (container.isObject()) {
+        for (const auto& member : container.object()) {
+            look(member.second);
+        }
+    } else {
+        look(container.array().back());
+    }
+    return dom.text().substr(0, end);
+}
+
+TEST(KeepsMovedComments, leaves_the_place_of_a_value_that_moves_to_the_end_as_if_it_were_removed) {
+    unsigned count = 0;
+    forEachDocument([&](const CommentedSubject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom moved = subject.read();
+            Element& element = elementAt(moved, value);
+            const JsonPointer holder = JsonPointer::of(*element.parent());
+            if (hasEqualSibling(element)) {
+                continue;
+            }
+            RandomEdits::moveWithin(element);
+            Dom removed = subject.read();
+            RandomEdits::erase(elementAt(removed, value));
+            const std::string left =
+                upToLastChild(Dom::parse(removed.text(), subject.options), holder);
+            count += left.empty() ? 0U : 1U;
+            EXPECT_EQ(moved.text().substr(0, left.size()), left) << moved.text();
+        }
+    });
+    EXPECT_GT(count, 1000U);
+}
+
+TEST(KeepsMovedComments, keeps_the_blank_line_where_several_members_went_past_the_last) {
+    Dom dom = Dom::parse("{\n  \"a\": 1,\n  \"b\": 2,\n  \"c\": 3,\n\n  // four\n  \"d\": 4\n}\n");
+    ko::Orvid::applyPatch(*dom, *Dom::parse(R"([{"op":"move","from":"/b","path":"/x"},
+                                                {"op":"move","from":"/c","path":"/y"}])"));
+    EXPECT_EQ(dom.text(), "{\n  \"a\": 1,\n\n  // four\n  \"d\": 4,\n  \"x\": 2,\n  \"y\": 3\n}\n");
+}
+
+TEST(KeepsMovedComments, keeps_the_blank_line_where_an_item_went_past_the_last) {
+    Dom dom = Dom::parse("[\n  1,\n  2,\n\n  3\n]");
+    ko::Orvid::applyPatch(*dom, *Dom::parse(R"([{"op":"move","from":"/1","path":"/-"}])"));
+    EXPECT_EQ(dom.text(), "[\n  1,\n\n  3,\n  2\n]");
+}
+
 TEST(KeepsMovedComments, takes_comments_along_with_a_value_that_moves) {
     forEachDocument([](const CommentedSubject& subject) {
         for (const CommentedValue& value : subject.document.values) {
