@@ -7,6 +7,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -19,8 +21,9 @@ namespace orvid_tool {
 
 namespace {
 
-/// CLI11 takes a word in brackets for a list. Such words, which are paths here, are marked before
-/// it sees them, and the mark is taken away again when it has.
+/// CLI11 takes a word in brackets for a list, and of the words after `--` only those that must be
+/// there. Such words are marked before it sees them, without the `--`, and the mark is taken away
+/// again when it has.
 constexpr char k_mark = '\x01';
 
 std::string marked(const std::string& word) {
@@ -186,9 +189,12 @@ struct CommandLine::Impl {
 
     /// What CLI11 says of words that are left over, which begins with how many there are.
     std::string leftOver(const std::string& said) const {
-        const std::string word = said.substr(said.rfind(": ") + 2);
-        return word.rfind('-', 0) == 0 && word != "-" ? "there is no option " + word
-                                                      : "a word too many: " + unmarked(word);
+        std::string word = said.substr(said.rfind(": ") + 2);
+        if (word.rfind('-', 0) == 0 && word != "-") {
+            return "there is no option " + word;
+        }
+        word.erase(std::remove(word.begin(), word.end(), k_mark), word.end());
+        return "a word too many: " + word;
     }
 
     /// Throws UsageError where a `=` is in an option that takes none, or nothing follows it: CLI11
@@ -214,11 +220,30 @@ struct CommandLine::Impl {
         }
     }
 
+    /// Whether the word is an option whose value is the next word.
+    bool takesNext(const std::string& word) const {
+        const bool isOption = given != nullptr && word.length() > 1 && word.front() == '-';
+        const CLI::Option* const option = isOption ? given->get_option_no_throw(word) : nullptr;
+        return option != nullptr && option->get_items_expected_min() > 0;
+    }
+
+    /// The index of the `--` that ends the options, or how many words there are.
+    std::size_t optionsEnd() const {
+        std::size_t at = 0;
+        while (at < words.size() && words[at] != "--") {
+            at += takesNext(words[at]) ? 2U : 1U;
+        }
+        return std::min(at, words.size());
+    }
+
     /// The last word first, as CLI11 wants them.
     std::vector<std::string> markedWords() const {
+        const std::size_t end = optionsEnd();
         std::vector<std::string> result;
-        for (auto word = words.rbegin(); word != words.rend(); ++word) {
-            result.push_back(marked(*word));
+        for (std::size_t i = words.size(); i-- > 0;) {
+            if (i != end) {
+                result.push_back(i > end ? k_mark + words[i] : marked(words[i]));
+            }
         }
         return result;
     }
@@ -226,14 +251,10 @@ struct CommandLine::Impl {
     /// The words that begin with a dash, up to the one that ends the options.
     std::vector<std::string> optionWords() const {
         std::vector<std::string> result;
-        for (const std::string& word : words) {
-            if (word == "--") {
-                break;
-            }
-            if (word.length() > 1 && word.front() == '-') {
-                result.push_back(word);
-            }
-        }
+        const auto end = words.begin() + static_cast<std::ptrdiff_t>(optionsEnd());
+        std::copy_if(words.begin(), end, std::back_inserter(result), [](const std::string& word) {
+            return word.length() > 1 && word.front() == '-';
+        });
         return result;
     }
 };

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+//
+// The words of a call that are no options: paths, values and files, also after `--`.
+
+#include "support/Command.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using orvid_test::bytesOfFile;
+using orvid_test::failed;
+using orvid_test::orvid;
+using orvid_test::printed;
+using orvid_test::ScratchFile;
+
+const std::string k_document = "{\"port\":1,\"-x\":[2]}";
+
+TEST(operands, after_the_mark_are_words_like_any_others) {
+    const ScratchFile file(k_document);
+    const std::string& name = file.name();
+    EXPECT_EQ(orvid({"remove", "port", "--", name}), printed("{\"-x\":[2]}"));
+    EXPECT_EQ(orvid({"set", "port=2", "--", name}), printed("{\"port\":2,\"-x\":[2]}"));
+    EXPECT_EQ(orvid({"set", "port", "2", "--", name}), printed("{\"port\":2,\"-x\":[2]}"));
+    EXPECT_EQ(orvid({"set", "port", "--", "2", name}), printed("{\"port\":2,\"-x\":[2]}"));
+    EXPECT_EQ(orvid({"set", "--query", "$.port", "2", "--", name}),
+              printed("{\"port\":2,\"-x\":[2]}"));
+    EXPECT_EQ(orvid({"remove", "--query", "$.port", "--", name}), printed("{\"-x\":[2]}"));
+    EXPECT_EQ(orvid({"insert", "p=2", "--", name}), printed("{\"port\":1,\"-x\":[2],\"p\":2}"));
+    EXPECT_EQ(orvid({"get", "port", "--", name}), printed("1\n"));
+    EXPECT_EQ(orvid({"print", "-c", "--", name, name}),
+              printed("{\"port\":1,\"-x\":[2]}\n{\"port\":1,\"-x\":[2]}\n"));
+}
+
+TEST(operands, after_the_mark_are_no_options) {
+    EXPECT_EQ(orvid({"remove", "-c", "--", "-x"}, k_document), printed("{\"port\":1}\n"));
+    EXPECT_EQ(orvid({"set", "port=2", "--", "-c"}), failed(3, "-c: No such file or directory"));
+    EXPECT_EQ(orvid({"set", "port=2", "--", "[x]"}), failed(3, "[x]: No such file or directory"));
+    EXPECT_EQ(orvid({"set", "port=2", "--", "--"}), failed(3, "--: No such file or directory"));
+    EXPECT_EQ(orvid({"diff", "a", "b", "--", "-x"}),
+              failed(2, "a word too many: -x; see orvid diff --help"));
+}
+
+TEST(operands, are_all_edited_after_the_mark) {
+    const ScratchFile a(k_document);
+    const ScratchFile b(k_document);
+    EXPECT_EQ(orvid({"remove", "port", "-i", "--", a.name(), b.name()}), printed(""));
+    EXPECT_EQ(bytesOfFile(a.name()), "{\"-x\":[2]}");
+    EXPECT_EQ(bytesOfFile(b.name()), "{\"-x\":[2]}");
+}
+
+TEST(operands, begin_after_no_mark_that_is_the_value_of_an_option) {
+    EXPECT_EQ(orvid({"remove", "--also", "--", "port"}, "{\"--\":1,\"port\":2}"), printed("{}"));
+}
+
+}  // namespace
