@@ -56,4 +56,40 @@ TEST(operands, begin_after_no_mark_that_is_the_value_of_an_option) {
     EXPECT_EQ(orvid({"remove", "--also", "--", "port"}, "{\"--\":1,\"port\":2}"), printed("{}"));
 }
 
+TEST(operands, name_standard_input_once_in_every_verb) {
+    const std::vector<std::vector<std::string>> calls = {{"print"},
+                                                         {"get", ""},
+                                                         {"set", "a", "1"},
+                                                         {"insert", "a", "1"},
+                                                         {"remove", "a"},
+                                                         {"move", "a", "b"},
+                                                         {"copy", "a", "b"},
+                                                         {"rename", "a", "b"},
+                                                         {"keys", ""},
+                                                         {"length", ""},
+                                                         {"type", ""},
+                                                         {"split"},
+                                                         {"join"},
+                                                         {"csv"},
+                                                         {"uncsv"},
+                                                         {"find", "", "1"},
+                                                         {"query", "$"},
+                                                         {"select", "$.a"},
+                                                         {"paths"},
+                                                         {"unpaths"},
+                                                         {"defaults"},
+                                                         {"patch", "[]"},
+                                                         {"merge", "/dev/null"},
+                                                         {"check"}};
+    for (std::vector<std::string> call : calls) {
+        const ScratchFile change("[]");
+        if (call[0] == "patch" || call[0] == "merge") {
+            call[1] = change.name();
+        }
+        call.insert(call.end(), {"-", "-"});
+        EXPECT_EQ(orvid(call, "{}"), failed(2, "only one FILE can be standard input; see orvid " +
+                                                   call[0] + " --help"));
+    }
+}
+
 }  // namespace

@@ -158,10 +158,12 @@ void settleOptions(Call& call) {
     if (call.files.empty()) {
         call.files.emplace_back(k_standardInput);
     }
-    const bool isInput =
-        std::find(call.files.begin(), call.files.end(), k_standardInput) != call.files.end();
-    if (call.isInPlace && isInput) {
+    const auto inputs = std::count(call.files.begin(), call.files.end(), k_standardInput);
+    if (call.isInPlace && inputs > 0) {
         throw UsageError("--in-place needs a file");
+    }
+    if (inputs > 1) {
+        throw UsageError("only one FILE can be standard input");
     }
     if (call.isInPlace) {
         call.layout.isColored = false;
