@@ -92,4 +92,17 @@ TEST(operands, name_standard_input_once_in_every_verb) {
     }
 }
 
+TEST(operands, with_a_mark_in_the_key_need_a_backslash) {
+    const std::string hint = "; a = in a key is written \\=";
+    EXPECT_EQ(orvid({"set", "x=1", "5"}, "{}"), failed(3, "5: No such file or directory" + hint));
+    EXPECT_EQ(orvid({"insert", "x=1", "none"}, "{}"), failed(3, "none: No such file or directory"));
+    EXPECT_EQ(orvid({"set", "x=y", "66", "-"}, "{}"),
+              failed(2, "\"y\" is no JSON; for the text write x=string:y" + hint));
+    EXPECT_EQ(orvid({"set", "x=y", "none", "-"}, "{}"),
+              failed(2, "\"y\" is no JSON; for the text write x=string:y"));
+    EXPECT_EQ(orvid({"set", "/x=y", "66"}, "{}"),
+              failed(2, "\"y\" is no JSON; for the text write /x=string:y" + hint));
+    EXPECT_EQ(orvid({"set", "-c", "x\\=1", "5"}, "{}"), printed("{\"x=1\":5}\n"));
+}
+
 }  // namespace

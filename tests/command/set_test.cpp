@@ -234,4 +234,9 @@ TEST(set, does_not_replace_the_root_by_a_slip) {
     EXPECT_EQ(orvid({"set", "", "1"}, "{}").status, 0);
 }
 
+TEST(set, keeps_the_spelling_of_a_number_unless_the_new_one_has_zeros_of_its_own) {
+    EXPECT_EQ(orvid({"set", "p", "0.1"}, "{\"p\":0.10}"), printed("{\"p\":0.10}"));
+    EXPECT_EQ(orvid({"set", "p", "0.100"}, "{\"p\":0.10}"), printed("{\"p\":0.100}"));
+}
+
 }  // namespace

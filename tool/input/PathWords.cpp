@@ -87,6 +87,21 @@ Assignment onlyAssignment(const std::vector<std::string>& words, bool isStrict) 
     }
 }
 
+/// Of a path and a value in one word. A value that seems to stand in the word after it, with a
+/// value here that is none, means a `=` in the key.
+Assignment assignmentIn(const Word& word, std::size_t mark, bool isValueNext, bool isStrict) {
+    try {
+        return assignment(word->substr(0, mark), word->substr(mark + 1), isStrict,
+                          word->substr(0, mark + 1));
+    } catch (const Failure& failure) {
+        const std::string text = failure.text();
+        if (!isValueNext || text.find(k_escapeHint) != std::string::npos) {
+            throw;
+        }
+        throw Failure(failure.status(), failure.location(), text + k_escapeHint, failure.excerpt());
+    }
+}
+
 }  // namespace
 
 Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) {
@@ -113,9 +128,11 @@ Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) 
                 throw UsageError("only one VALUE can be standard input");
             }
             result.isInputTaken = result.isInputTaken || isInput;
-            result.all.push_back(assignment(word->substr(0, mark), word->substr(mark + 1), isStrict,
-                                            word->substr(0, mark + 1)));
-            ++word;
+            const Word next = word + 1;
+            const bool isValueNext =
+                next != words.end() && isFileName(*next, arePointers) && looksLikeValue(*next);
+            result.all.push_back(assignmentIn(word, mark, isValueNext, isStrict));
+            word = next;
         } while (word != words.end() && !isFileName(*word, arePointers));
     }
     result.files.assign(word, words.end());

@@ -92,7 +92,7 @@ void readJson(const std::string& word, Element& value, const ReadOptions& option
         const bool isAddress = before.find_first_of("/?&") != std::string::npos;
         throw Failure(ExitStatus::usage, "\"" + word + "\" is no JSON; for the text write " +
                                              forShell(before + "string:" + word) +
-                                             (isAddress ? "; a = in a key is written \\=" : ""));
+                                             (isAddress ? k_escapeHint : ""));
     }
 }
 
@@ -117,6 +117,16 @@ void readValueWord(const std::string& word, Element& value, bool isStrict,
         readVariable(std::string(rest), value);
     } else {
         readJson(word, value, options, before);
+    }
+}
+
+bool looksLikeValue(const std::string& word) {
+    try {
+        Element value;
+        readArgument("JSON", word, value);
+        return !isFileThere(word);
+    } catch (const Failure&) {
+        return false;
     }
 }
 

@@ -10,6 +10,9 @@
 
 namespace orvid_tool {
 
+/// The end of a message where a `=` of a key may have been taken for the one before a value.
+constexpr const char* k_escapeHint = "; a = in a key is written \\=";
+
 /// Whether the word is `file:-` or `text-file:-`, so that standard input is read for it.
 bool readsInput(const std::string& word);
 
@@ -20,5 +23,8 @@ bool readsInput(const std::string& word);
 /// before the value in the same word, for a hint. Throws Failure.
 void readValueWord(const std::string& word, ko::Orvid::Element& value, bool isStrict,
                    const std::string& before = "");
+
+/// Whether the word is JSON text and names no file, so that it was hardly meant for a file.
+bool looksLikeValue(const std::string& word);
 
 }  // namespace orvid_tool

@@ -17,7 +17,7 @@ void AssignmentVerb::addWords(Words& words, Call& call) {
     words.several(
         "WORDS", m_words,
         "PATH VALUE [FILE]..., or PATH=VALUE... [FILE]...; a value is JSON text, string:TEXT, "
-        "file:FILE, text-file:FILE or env:NAME");
+        "file:FILE, text-file:FILE or env:NAME; a = in a key is written \\=");
     words.flag("-n,--new", m_isNew, "begin with an empty object and read nothing");
     addEditing(words, call);
 }
@@ -36,6 +36,9 @@ void AssignmentVerb::prepare(Call& call) {
 }
 
 std::string AssignmentVerb::hintForFile(const std::string& word) const {
+    if (!m_isApart && m_assignments.size() == 1 && looksLikeValue(word)) {
+        return k_escapeHint;
+    }
     const bool isEdit = m_isApart && word.find('=') != std::string::npos;
     return isEdit || m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
