@@ -239,4 +239,31 @@ TEST(set, keeps_the_spelling_of_a_number_unless_the_new_one_has_zeros_of_its_own
     EXPECT_EQ(orvid({"set", "p", "0.100"}, "{\"p\":0.10}"), printed("{\"p\":0.100}"));
 }
 
+TEST(set, notes_a_new_key_with_whitespace_at_its_ends) {
+    const auto noted = [](const std::string& path, const std::string& key, const char* meant) {
+        return "orvid: path \"" + path + "\" was not there and is new; its key \"" + key +
+               "\" begins or ends with whitespace" + meant + "\n";
+    };
+    const std::string document = "{\"s\":{\"port\":1,\" old\":2},\" \":3}";
+    const auto result = orvid({"set", "s.port = 80"}, document);
+    EXPECT_EQ(result.err, noted("s.port ", "port ", " (did you mean \"port\"?)"));
+    EXPECT_EQ(result.out, "{\"s\":{\"port\":1,\" old\":2,\"port \":80},\" \":3}");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(orvid({"set", "s.\tx.y", "1"}, document).err,
+              noted("s.\\u0009x.y", "\\u0009x", " (did you mean \"x\"?)"));
+    EXPECT_EQ(orvid({"set", "/s/port ", "1"}, document).err,
+              noted("s.port ", "port ", " (did you mean \"port\"?)"));
+    EXPECT_EQ(orvid({"set", "l[*].x ", "1"}, document).err,
+              noted("l[*].x ", "x ", " (did you mean \"x\"?)"));
+    EXPECT_EQ(orvid({"set", "s. ", "1"}, document).err, noted("s. ", " ", ""));
+}
+
+TEST(set, notes_no_whitespace_that_is_there_or_within_a_key) {
+    const std::string document = "{\"s\":{\"port\":1,\" old\":2},\" \":3}";
+    for (const char* const path : {" ", "s.a b", "s. old", "s.port"}) {
+        EXPECT_EQ(orvid({"set", path, "null"}, document).err, "") << path;
+    }
+    EXPECT_EQ(orvid({"set", "--lines", "x ", "1"}, document).err, "");
+}
+
 }  // namespace

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "input/PathSteps.h"
 #include "output/Similar.h"
 
 namespace orvid_tool {
@@ -18,6 +19,8 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::PathNotFound;
+
+constexpr const char* k_whitespace = " \t\n\r";
 
 /// The element at which the walk stopped; null where it is in no part of this document.
 const Element* holderIn(const Element& root, const PathNotFound& error) {
@@ -131,6 +134,14 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     return similar;
 }
 
+/// The key without whitespace at its beginning and its end.
+std::string withoutEdges(const std::string& key) {
+    const std::size_t begin = key.find_first_not_of(k_whitespace);
+    return begin == std::string::npos
+               ? ""
+               : key.substr(begin, key.find_last_not_of(k_whitespace) + 1 - begin);
+}
+
 }  // namespace
 
 const char* typePhrase(const Element& value) {
@@ -158,6 +169,22 @@ std::string dottedKeyHint(const Element& root, const std::string& path) {
         return holder == nullptr ? "" : escapeHint(root, *holder, *error.elementPath(), path);
     } catch (const ko::Exception&) {
         // It is reported when the path is followed.
+    }
+    return "";
+}
+
+std::string spacedKeyHint(const Element& root, const std::string& path) {
+    ValueSteps before;
+    bool isNew = false;
+    for (const ValueStep& step : stepsOf(path)) {
+        before.push_back(step);
+        isNew = isNew || (!step.isKey && step.index == ko::Orvid::k_noIndex) ||
+                !root.pathExists(pathOf(before));
+        const std::string key = step.isKey ? withoutEdges(step.key) : step.key;
+        if (isNew && key != step.key) {
+            return "; its key \"" + step.key + "\" begins or ends with whitespace" +
+                   (key.empty() ? "" : " (did you mean \"" + key + "\"?)");
+        }
     }
     return "";
 }

@@ -120,9 +120,30 @@ private:
         return false;
     }
 
-    /// A new member whose path is a key that there is would not be seen beside it.
-    void noteDottedKey(const ko::Orvid::Element& root, const std::string& path) const {
-        const std::string hint = dottedKeyHint(root, path);
+    /// Whether a step of a path may begin or end with whitespace, as in `port = 80`.
+    bool mayHaveSpacedKey() const {
+        return std::any_of(
+            assignments().begin(), assignments().end(),
+            [](const Assignment& assignment) { return hasSpaceAtStep(assignment.path.word()); });
+    }
+
+    static bool hasSpaceAtStep(const std::string& word) {
+        const std::string text = "." + word + ".";
+        for (std::size_t i = 1; i + 1 < text.length(); ++i) {
+            const bool isSpace = std::strchr(" \t\n\r", text[i]) != nullptr;
+            if (isSpace && (std::strchr("./]", text[i - 1]) != nullptr ||
+                            std::strchr("./[", text[i + 1]) != nullptr)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// A new member whose path is a key that there is would not be seen beside it, nor would the
+    /// whitespace of a key.
+    void noteNewKey(const ko::Orvid::Element& root, const std::string& path) const {
+        std::string hint = dottedKeyHint(root, path);
+        hint = hint.empty() && hasSpaceAtStep(path) ? spacedKeyHint(root, path) : hint;
         if (!hint.empty()) {
             m_note = "path \"" + path + "\" was not there and is new" + hint;
         }
@@ -136,7 +157,9 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || m_query || (!call.lines.isOn && mayHaveDottedKey(document.text))) {
+        const bool mayNeedNote =
+            !call.lines.isOn && (mayHaveSpacedKey() || mayHaveDottedKey(document.text));
+        if (isNew() || m_query || mayNeedNote) {
             return false;
         }
         if (mayTakeShortCut(call, m_textEdits.size())) {
@@ -235,7 +258,7 @@ private:
         }
         const std::string path = assignment.path.pathIn(document.root);
         if (document.location.line == 0) {
-            noteDottedKey(document.root, path);
+            noteNewKey(document.root, path);
         }
         setPath(document.root, path, assignment.value);
     }
