@@ -126,6 +126,7 @@ private:
     bool isAdded(std::uint32_t element) const;
     bool hadContents(std::uint32_t value) const;
     bool mayBecome(std::uint32_t value, std::uint32_t element) const;
+    Numbers addedBySize() const;
     std::uint32_t movedFrom(std::uint32_t element) const;
     std::uint32_t ownerOfChildren(std::uint32_t element) const;
     void listLostChildren();
@@ -137,6 +138,9 @@ private:
     bool hadMoreChildren(std::uint32_t value, std::size_t count) const;
     std::uint32_t sharingMost(std::uint32_t element) const;
     bool mayHaveMoved(std::uint32_t value, std::uint32_t element) const;
+    bool mayBringComments(std::uint32_t value, std::uint32_t element) const;
+    bool isStillContainer(std::uint32_t value) const;
+    bool wasContainer(std::uint32_t element) const;
     bool haveSameKey(std::uint32_t value, std::uint32_t element) const;
     bool isSameContainer(std::uint32_t value, std::uint32_t element) const;
 

@@ -54,13 +54,12 @@ void Counterparts::matchMoved() {
     if (m_lostByAddress.empty()) {
         return;
     }
-    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
-        if (isAdded(element)) {
-            ++m_addedByHash[m_new[element].hash];
-        }
+    const Numbers added = addedBySize();
+    for (const std::uint32_t element : added) {
+        ++m_addedByHash[m_new[element].hash];
     }
     listLostChildren();
-    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
+    for (const std::uint32_t element : added) {
         const std::uint32_t value = isAdded(element) ? movedFrom(element) : k_none;
         if (value != k_none) {
             pair(value, element);
@@ -70,6 +69,20 @@ void Counterparts::matchMoved() {
             matchAll();
         }
     }
+}
+
+/// The largest first, so that nothing is taken out of a container that moved as a whole.
+Counterparts::Numbers Counterparts::addedBySize() const {
+    Numbers added;
+    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
+        if (isAdded(element)) {
+            added.push_back(element);
+        }
+    }
+    std::stable_sort(added.begin(), added.end(), [this](std::uint32_t a, std::uint32_t b) {
+        return m_new[a].next - a > m_new[b].next - b;
+    });
+    return added;
 }
 
 std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
@@ -187,21 +200,47 @@ std::uint32_t Counterparts::ownerOfChildren(std::uint32_t element) const {
 }
 
 /// Small values are everywhere: they must have kept their key, or be the only ones of their kind.
-/// Comments alone do not leave a container that is still there for one that is new.
 bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) const {
     if (!mayBecome(value, element) || m_old[value].hash != m_new[element].hash) {
         return false;
     }
-    if (hadContents(value)) {
-        return m_map.hasChildren(value) || !isPaired(value) || m_new[element].counterpart != k_none;
+    if (m_map.hasChildren(value)) {
+        return true;
+    }
+    if (hadContents(value) && !mayBringComments(value, element)) {
+        return false;
     }
     if (wasMember(value) && isMember(element) && haveSameKey(value, element)) {
         return true;
     }
     const EType type = typeOfToken(m_map.text(value).front());
-    const bool isTelling = type == etNumber || (type == etString && m_map.text(value).size() > 2);
+    const bool isTelling = type == etNumber || (type == etString && m_map.text(value).size() > 2) ||
+                           hadContents(value);
     return isTelling && m_lostByHash.at(m_old[value].hash).size() == 1 &&
            m_addedByHash.at(m_new[element].hash) == 1;
+}
+
+/// Whether a container in which only comments stand may have come there. They do not leave one that
+/// is still there for one that is new. Where the element stood as a container before, which lost
+/// what was in it, they may have taken its place, but not from within it.
+bool Counterparts::mayBringComments(std::uint32_t value, std::uint32_t element) const {
+    if (!wasContainer(element)) {
+        return !isStillContainer(value);
+    }
+    const std::uint32_t before = m_new[element].counterpart;
+    const bool wasWithin = before < value && value < m_map[before].next();
+    return isPaired(m_old[value].parent) && !wasWithin;
+}
+
+/// Whether a container of the same kind stands where the value stood.
+bool Counterparts::isStillContainer(std::uint32_t value) const {
+    return isPaired(value) && isSameContainer(value, m_old[value].counterpart);
+}
+
+/// Whether a container of the same kind stood where the element stands.
+bool Counterparts::wasContainer(std::uint32_t element) const {
+    const std::uint32_t value = m_new[element].counterpart;
+    return value != k_none && isSameContainer(value, element);
 }
 
 bool Counterparts::haveSameKey(std::uint32_t value, std::uint32_t element) const {

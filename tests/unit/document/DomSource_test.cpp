@@ -263,6 +263,33 @@ TEST(DomSource, leaves_comments_in_a_container_that_is_filled_while_an_empty_one
               "{\"a\": { /* c */\"x\": 1}, \"b\": 0, \"d\": {}}");
 }
 
+TEST(DomSource, takes_comments_of_a_moved_container_from_nowhere_else) {
+    const char* const text = "{\"k\": {\"x\": 1}, \"a\": {\"e\": { /* c */ }, \"f\": 2}, \"q\": 3}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "remove", "path": "/k/x"},
+                                        {"op": "move", "from": "/a", "path": "/q"}])")),
+              "{\"k\": {}, \"q\": {\"e\": { /* c */ }, \"f\": 2}}");
+    EXPECT_EQ(edited("{\"a\": [[1, {\"e\": { /* c */ }}]]}",
+                     patching(R"([{"op": "add", "path": "/e", "value": {}},
+                                  {"op": "move", "from": "/a", "path": "/q"}])")),
+              "{\"e\": {}, \"q\": [[1, {\"e\": { /* c */ }}]]}");
+}
+
+TEST(DomSource, leaves_removed_comments_out_of_what_held_them) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }}", patching(R"([{"op": "remove", "path": "/a"}])")),
+              "{}");
+    EXPECT_EQ(edited("{\"a\": [{ /* c */ }]}", patching(R"([{"op": "remove", "path": "/a"}])")),
+              "{}");
+    EXPECT_EQ(edited("{\"k\": {\"a\": [[{ /* c */ }]]}, \"z\": 1}",
+                     patching(R"([{"op": "remove", "path": "/k/a"}])")),
+              "{\"k\": {}, \"z\": 1}");
+}
+
+TEST(DomSource, takes_comments_along_where_another_value_stays) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"z\": 1}",
+                     [](Element& root) { root.object()["m"] = std::move(root.object()["a"]); }),
+              "{\"a\": null, \"z\": 1, \"m\": { /* c */ }}");
+}
+
 TEST(DomSource, keeps_comments_within_a_container_that_changes_and_moves) {
     const char* const text =
         "[\n  {\n    // x\n    \"x\": 1,\n    \"y\": 2,\n    \"z\": 3\n  },\n  0\n]";
