@@ -21,6 +21,8 @@ using ko::Orvid::Dom;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
+constexpr std::string_view k_whitespace = " \t\r";
+
 bool hasNewline(std::string_view text) { return text.find('\n') != std::string_view::npos; }
 
 /// Whether the record is spelled and laid out as it would be written anew: then nothing is lost by
@@ -45,7 +47,8 @@ std::string joined(std::string_view text) {
 }
 
 /// A record without habits, such as {}, gets lines when it is filled. It is written compact, as
-/// records are, unless it has comments.
+/// records are, unless it has comments, with the whitespace around it: a line may end in a carriage
+/// return.
 std::string recordOf(const Document& document, std::string text) {
     if (!hasNewline(text)) {
         return text;
@@ -55,7 +58,10 @@ std::string recordOf(const Document& document, std::string text) {
     }
     std::string line = jsonLine(**document.kept, Layout());
     line.pop_back();  // the newline
-    return line;
+    const std::string_view before = document.text;
+    const std::size_t begin = before.find_first_not_of(k_whitespace);
+    const std::size_t end = before.find_last_not_of(k_whitespace) + 1;
+    return std::string(before.substr(0, begin)) + line + std::string(before.substr(end));
 }
 
 void read(const Call& call, const ReadOptions& options, Document& document) {
