@@ -231,6 +231,26 @@ TEST(patch, names_the_operation_that_failed_and_changes_nothing) {
     EXPECT_EQ(orvid({"patch", "-"}).status, 2);
 }
 
+TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
+    const ScratchFile document(R"({"a":1,"b":2})");
+    const auto said = [&](const std::string& operation) {
+        const ScratchFile patch("[{\"op\":\"remove\",\"path\":\"/a\"},\n " + operation + "]");
+        const std::string err = orvid({"patch", patch.name(), document.name()}).err;
+        const std::string start = "orvid: " + patch.name() + ":2:2: at [1]: operation 1 of the ";
+        return err.rfind(start, 0) == 0 ? err.substr(start.length()) : err;
+    };
+    EXPECT_EQ(said(R"({"op":"cut","path":"/b"})"),
+              "patch, \"cut\" of \"/b\": there is no such operation\n");
+    EXPECT_EQ(said(R"({"op":"add","path":"/c"})"),
+              "patch, \"add\" of \"/c\": it has no \"value\"\n");
+    EXPECT_EQ(said(R"({"op":"remove","path":"b"})"),
+              "patch, \"remove\" of \"b\": A JSON Pointer must be empty or begin with \"/\"\n");
+    EXPECT_EQ(orvid({"patch", "-", document.name()}, "[7]"),
+              failed(1,
+                     "(standard input): at [0]: operation 0 of the patch, \"\" of \"\": it is no "
+                     "object"));
+}
+
 TEST(merge, removes_for_null_and_keeps_the_order) {
     const ScratchFile patch(R"({"a":null,"c":{"d":[1]}})");
     EXPECT_EQ(orvid({"merge", "--compact", patch.name()}, R"({"b":1.0,"a":2,"c":3})"),

@@ -58,7 +58,8 @@ std::optional<SourcePlace> placeOf(const Location& at, Document& document) {
 
 Failure located(Failure failure, Document& document) {
     const Location& at = failure.location();
-    if (!at.path || at.line != document.location.line || at.column != 0) {
+    const bool isHere = at.file == document.location.file && at.line == document.location.line;
+    if (!at.path || !isHere || at.column != 0) {
         return failure;
     }
     if (const auto span = placeOf(at, document)) {

@@ -2,9 +2,14 @@
 //
 // orvid patch and orvid merge: changes that are written in a file.
 
+#include <filesystem>
+#include <string>
+#include <system_error>
+
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "input/Input.h"
+#include "input/located.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -35,6 +40,24 @@ protected:
     const Element& given() const { return m_change; }
     /// The file that holds the change, for errors.
     Location location() const { return {inputName(m_file), 0, 0, {}}; }
+
+    /// The failure of a value of the change with its place, where the file can be read again.
+    Failure locatedAgain(const Failure& failure) const {
+        std::error_code none;
+        if (m_file == k_standardInput || !std::filesystem::is_regular_file(m_file, none)) {
+            return failure;
+        }
+        try {
+            Input input(m_file);
+            const Bytes text = input.readAll();
+            Document document;
+            document.location = location();
+            document.text = text.view().substr(0, text.length() - 1);
+            return located(failure, document);
+        } catch (const Failure&) {
+            return failure;
+        }
+    }
 
 private:
     virtual void make(Document& document, const Element& change) const = 0;
@@ -87,12 +110,20 @@ private:
         }
     }
 
-    static Failure failure(const Document& document, const PatchException& error) {
-        Location location = document.location;
-        location.setElement(error);
-        return {ExitStatus::failed, location,
-                "operation " + std::to_string(error.number()) + " of the patch, \"" +
-                    error.operation() + "\" of \"" + error.path() + "\": " + error.reason()};
+    /// An operation that is malformed concerns no element of the document. The errors of lines stay
+    /// with their lines.
+    Failure failure(const Document& document, const PatchException& error) const {
+        const std::string text = "operation " + std::to_string(error.number()) +
+                                 " of the patch, \"" + error.operation() + "\" of \"" +
+                                 error.path() + "\": " + error.reason();
+        if (error.elementPath() == nullptr && document.location.line == 0) {
+            Location operation = location();
+            operation.path = "[" + std::to_string(error.number()) + "]";
+            return locatedAgain(Failure(ExitStatus::failed, operation, text));
+        }
+        Location element = document.location;
+        element.setElement(error);
+        return {ExitStatus::failed, element, text};
     }
 
     ko::Orvid::PatchOptions m_options;
