@@ -15,7 +15,8 @@ const Element::TArray& itemsOf(const Element& element, std::size_t size) {
     const Element::TArray& items = element.array();
     if (items.size() != size) {
         throw Exception("The array has " + std::to_string(items.size()) +
-                            " items, but should have " + std::to_string(size),
+                            (items.size() == 1 ? " item" : " items") + ", but should have " +
+                            std::to_string(size),
                         &element);
     }
     return items;

@@ -157,7 +157,7 @@ TEST(uncsv, names_the_line_in_error) {
     EXPECT_EQ(
         orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),
         (CommandResult{"{\"a\":\"x\\ny\",\"b\":1}\n",
-                       "orvid: (standard input):4: the row has 1 fields, the header 2\n", 1, 0}));
+                       "orvid: (standard input):4: the row has 1 field, the header 2\n", 1, 0}));
     EXPECT_EQ(orvid({"uncsv"}, "a\n\"x"), failed(1, "(standard input):2: a quote is not closed"));
     EXPECT_EQ(orvid({"uncsv"}, "a\n\"x\"y\n"),
               failed(1, "(standard input):2: text follows the quote that ends a field"));
@@ -193,7 +193,7 @@ TEST(uncsv, reads_rows_longer_than_a_piece) {
     EXPECT_TRUE(orvid({"uncsv"}, "a,b\n" + rows) ==
                 printed(repeated("{\"a\":1,\"b\":\"\"}\n", 100000)));
     EXPECT_EQ(orvid({"uncsv"}, "a,b\n" + rows + "1\n").err,
-              "orvid: (standard input):100002: the row has 1 fields, the header 2\n");
+              "orvid: (standard input):100002: the row has 1 field, the header 2\n");
 }
 
 }  // namespace

@@ -52,13 +52,15 @@ TEST(rename_verb, keeps_the_order_of_members) {
 TEST(rename_verb, refuses_a_key_that_is_taken_and_what_has_none) {
     EXPECT_EQ(orvid({"rename", "on", "port"}, k_settings),
               failed(1, "(standard input):1:1: at (root): there is \"port\" already"));
-    EXPECT_EQ(orvid({"rename", "servers[0]", "x"}, k_settings),
-              failed(1,
-                     "(standard input):6:5: at servers[0]: is no member of an object, so it has no "
-                     "key"));
+    EXPECT_EQ(
+        orvid({"rename", "servers[0]", "x"}, k_settings),
+        failed(1,
+               "(standard input):6:5: at servers[0]: it is no member of an object, so it has no "
+               "key"));
     EXPECT_EQ(
         orvid({"rename", "", "x"}, k_settings),
-        failed(1, "(standard input):1:1: at (root): is no member of an object, so it has no key"));
+        failed(1,
+               "(standard input):1:1: at (root): it is no member of an object, so it has no key"));
 }
 
 TEST(move_verb, takes_comments_along) {

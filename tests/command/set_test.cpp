@@ -195,7 +195,19 @@ TEST(set, takes_pointers_with_empty_keys) {
               printed(R"({"x":{"":0}})"));
     EXPECT_EQ(
         orvid({"set", "/a/", "1"}, R"({"a":0})"),
-        failed(1, "(standard input): pointer \"/a/\": \"\" is a member of what is no object"));
+        failed(
+            1,
+            "(standard input):1:6: at a: pointer \"/a/\": \"a\" is no object, so it cannot have a "
+            "member \"\""));
+    EXPECT_EQ(
+        orvid({"set", "//b", "1"}, R"({"":[]})"),
+        failed(1,
+               "(standard input):1:5: at /: pointer \"//b\": \"/\" is an array, and \"b\" is no "
+               "index"));
+    EXPECT_EQ(orvid({"set", "/", "1"}, "7"),
+              failed(1,
+                     "(standard input):1:1: at (root): pointer \"/\": the root is no object, so it "
+                     "cannot have a member \"\""));
     EXPECT_EQ(orvid({"insert", "/", "1"}, "{}"),
               failed(2,
                      "pointer \"/\": a place with an empty key can be set, but not inserted or "

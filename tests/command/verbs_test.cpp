@@ -81,11 +81,22 @@ TEST(find, writes_the_first_item_with_the_value) {
     EXPECT_EQ(orvid({"find", "--in", "l", "id", "3"}, text),
               failed(1, "(standard input):1:6: at l: no item has that value"));
     EXPECT_EQ(orvid({"find", "--in", "o", "id", "3"}, text),
-              failed(1, "(standard input):1:57: at o: is no array"));
+              failed(1, "(standard input):1:57: at o: it is an object and no array"));
     EXPECT_EQ(
         orvid({"find", "--in", "x", "id", "3"}, text),
         failed(1, "(standard input):1:1: at (root): path \"x\" not found, there is no \"x\""));
     EXPECT_EQ(orvid({"find", "", "[2]", "--path"}, "[1,[2]]"), printed("[1]\n"));
+}
+
+TEST(find, says_which_word_is_missing_before_a_file) {
+    const ScratchFile file("[1]");
+    EXPECT_EQ(
+        orvid({"find", "id", file.name()}),
+        failed(2, "VALUE is missing before the file \"" + file.name() +
+                      "\"; for that text write string:" + file.name() + "; see orvid find --help"));
+    EXPECT_EQ(orvid({"find", "", file.name(), file.name()}).err.find("VALUE is missing"),
+              std::string::npos);
+    EXPECT_EQ(orvid({"find", "", "1", file.name()}), printed("1\n"));
 }
 
 TEST(find, compares_numbers_exactly_and_members_in_any_order) {
@@ -151,10 +162,11 @@ TEST(unpaths, names_the_line_that_does_not_fit) {
               failed(1, "(standard input):2: there is no tab after the path"));
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\na\t2\n"),
               failed(1, "(standard input):2: there is a value already"));
-    EXPECT_EQ(orvid({"unpaths"}, "a\t1\na.b\t2\n"),
-              failed(1, "(standard input):2: \"b\" is a member of what is no object"));
+    EXPECT_EQ(
+        orvid({"unpaths"}, "a\t1\na.b\t2\n"),
+        failed(1, "(standard input):2: \"a\" is no object, so it cannot have a member \"b\""));
     EXPECT_EQ(orvid({"unpaths"}, "a.b\t1\na[0]\t2\n"),
-              failed(1, "(standard input):2: [0] is an item of what is no array"));
+              failed(1, "(standard input):2: \"a\" is no array, so it cannot have an item [0]"));
     EXPECT_EQ(
         orvid({"unpaths"}, "a\ttru\n"),
         failed(1, "(standard input):1:6: at a: The text ends before the document is complete"));

@@ -53,14 +53,6 @@ bool isNumber(const std::string& step) {
     return !step.empty() && step.find_first_not_of("0123456789") == std::string::npos;
 }
 
-std::string named(const std::string& path) {
-    constexpr std::size_t longest = 100;
-    if (path.length() > longest) {
-        return "it";
-    }
-    return path.empty() ? "the root" : "\"" + path + "\"";
-}
-
 /// The text as a key of a path.
 std::string keyText(const std::string& key) {
     std::ostringstream text;
@@ -143,6 +135,14 @@ std::string withoutEdges(const std::string& key) {
 }
 
 }  // namespace
+
+std::string named(const std::string& path) {
+    constexpr std::size_t longest = 100;
+    if (path.length() > longest) {
+        return "it";
+    }
+    return path.empty() ? "the root" : "\"" + path + "\"";
+}
 
 const char* typePhrase(const Element& value) {
     switch (value.type()) {

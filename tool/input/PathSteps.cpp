@@ -7,7 +7,9 @@
 #include <sstream>
 #include <utility>
 
+#include "input/MissingPath.h"
 #include "input/PathWords.h"
+#include "output/placeWord.h"
 
 namespace orvid_tool {
 
@@ -15,6 +17,8 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::EType;
+
+std::string placeName(const Element& element) { return named(placeWord(element)); }
 
 void fillEmpty(Element& element, EType type) {
     if (element.isEmpty()) {
@@ -25,7 +29,8 @@ void fillEmpty(Element& element, EType type) {
 Element& makeMember(Element& holder, const std::string& key) {
     fillEmpty(holder, ko::Orvid::etObject);
     if (!holder.isObject()) {
-        throw Clash("\"" + key + "\" is a member of what is no object");
+        throw Clash(placeName(holder) + " is no object, so it cannot have a member \"" + key + "\"",
+                    &holder);
     }
     const auto found = holder.object().find(key);
     return found != holder.object().end() ? found->second
@@ -35,7 +40,9 @@ Element& makeMember(Element& holder, const std::string& key) {
 Element& makeItem(Element& holder, std::size_t index, Gaps& gaps) {
     fillEmpty(holder, ko::Orvid::etArray);
     if (!holder.isArray()) {
-        throw Clash("[" + std::to_string(index) + "] is an item of what is no array");
+        throw Clash(placeName(holder) + " is no array, so it cannot have an item [" +
+                        std::to_string(index) + "]",
+                    &holder);
     }
     auto& items = holder.array();
     if (index > items.size() && !gaps.take(index - items.size())) {
@@ -66,7 +73,7 @@ Element& makeStep(Element& holder, const std::string& step, Gaps& gaps) {
     }
     const unsigned int index = indexOf(step);
     if (index == ko::Orvid::k_noIndex) {
-        throw Clash("\"" + step + "\" is no index, but what holds it is an array");
+        throw Clash(placeName(holder) + " is an array, and \"" + step + "\" is no index", &holder);
     }
     return makeItem(holder, index, gaps);
 }

@@ -28,7 +28,13 @@ bool isIndex(const std::string& step);
 /// Where steps and what is there do not go together. what() says how.
 class Clash : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit Clash(const std::string& text, const ko::Orvid::Element* element = nullptr)
+        : std::runtime_error(text), m_element(element) {}
+    /// What is there; null where it is of no interest.
+    const ko::Orvid::Element* element() const { return m_element; }
+
+private:
+    const ko::Orvid::Element* m_element;
 };
 
 /// The items that paths may skip, in all: a few short lines could ask for billions of them.

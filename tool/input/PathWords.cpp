@@ -82,8 +82,7 @@ Assignment onlyAssignment(const std::vector<std::string>& words, bool isStrict) 
         if (words.size() > 2 || !isFileThere(words[1])) {
             throw;
         }
-        throw UsageError("VALUE is missing before the file \"" + words[1] +
-                         "\"; for that text write string:" + words[1]);
+        throw UsageError(missingValue(words[1]));
     }
 }
 

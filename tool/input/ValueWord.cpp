@@ -120,6 +120,10 @@ void readValueWord(const std::string& word, Element& value, bool isStrict,
     }
 }
 
+std::string missingValue(const std::string& file) {
+    return "VALUE is missing before the file \"" + file + "\"; for that text write string:" + file;
+}
+
 bool looksLikeValue(const std::string& word) {
     try {
         Element value;

@@ -24,6 +24,10 @@ bool readsInput(const std::string& word);
 void readValueWord(const std::string& word, ko::Orvid::Element& value, bool isStrict,
                    const std::string& before = "");
 
+/// What is said where the name of a file stands in the place of a value, as the only word that
+/// could be either.
+std::string missingValue(const std::string& file);
+
 /// Whether the word is JSON text and names no file, so that it was hardly meant for a file.
 bool looksLikeValue(const std::string& word);
 

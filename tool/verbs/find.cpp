@@ -10,6 +10,7 @@
 #include "edit/Answer.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
 #include "output/placeWord.h"
@@ -55,15 +56,27 @@ public:
         if (readsInput(m_json) && isInputAmong(call.files)) {
             throw UsageError("VALUE and FILE cannot both be standard input");
         }
-        readValueWord(m_json, m_value, call.isStrict);
+        readValue(call);
     }
 
 private:
+    void readValue(const Call& call) {
+        try {
+            readValueWord(m_json, m_value, call.isStrict);
+        } catch (const Failure&) {
+            if (!call.files.empty() || !isFileThere(m_json)) {
+                throw;
+            }
+            throw UsageError(missingValue(m_json));
+        }
+    }
+
     void apply(const Call& call, Document& document, Bytes& out) const override {
         const Element& root = document.root;
         const Element& array = m_array.get(root);
         if (!array.isArray()) {
-            throw failure(document, array, "is no array");
+            throw failure(document, array,
+                          std::string("it is ") + typePhrase(array) + " and no array");
         }
         const Element* const item = firstMatch(array.array());
         if (item == nullptr) {
@@ -97,7 +110,8 @@ private:
         return found == items.end() ? nullptr : &*found;
     }
 
-    static Failure failure(const Document& document, const Element& array, const char* text) {
+    static Failure failure(const Document& document, const Element& array,
+                           const std::string& text) {
         Location location = document.location;
         location.setElement(array);
         return {ExitStatus::failed, location, text};

@@ -26,7 +26,7 @@ Failure failureAt(const Location& location, const Element& element, const std::s
 void renameMember(Element& element, const std::string& key, const Location& location) {
     Element* const parent = element.parent();
     if (parent == nullptr || !parent->isObject()) {
-        throw failureAt(location, element, "is no member of an object, so it has no key");
+        throw failureAt(location, element, "it is no member of an object, so it has no key");
     }
     auto& members = parent->object();
     if (element.memberKey() == key) {

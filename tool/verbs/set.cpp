@@ -292,7 +292,11 @@ private:
             Gaps none(0);
             makeAt(document.root, settled(pointer, document.root), none) = value;
         } catch (const Clash& clash) {
-            throw Failure(ExitStatus::failed, document.location,
+            Location at = document.location;
+            if (clash.element() != nullptr) {
+                at.setElement(*clash.element());
+            }
+            throw Failure(ExitStatus::failed, std::move(at),
                           "pointer \"" + pointer.str() + "\": " + clash.what());
         }
     }

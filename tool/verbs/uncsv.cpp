@@ -158,7 +158,8 @@ private:
         if (!m_table.hasNoHeader && row.fields.size() != keys.size()) {
             throw Failure(ExitStatus::failed, location,
                           "the row has " + std::to_string(row.fields.size()) +
-                              " fields, the header " + std::to_string(keys.size()));
+                              (row.fields.size() == 1 ? " field" : " fields") + ", the header " +
+                              std::to_string(keys.size()));
         }
         Element result;
         Element::create(result.data(),
