@@ -193,6 +193,12 @@ TEST(convert, reads_and_writes_pairs_and_tuples) {
     EXPECT_EQ(through<std::tuple<>>("[]"), "[]");
     EXPECT_EQ((pathOfRefusal<std::pair<int, int>>("[1]")), "");
     EXPECT_EQ((pathOfRefusal<std::tuple<int, int>>("[1,\"x\"]")), "[1]");
+    const auto refusal = [](const Element& element) {
+        const auto read = [&] { static_cast<void>(element.to<std::pair<int, int>>()); };
+        return std::string(thrownBy<Exception>(read).what());
+    };
+    EXPECT_EQ(refusal(parse("[1]")), "The array has 1 item, but should have 2");
+    EXPECT_EQ(refusal(parse("[]")), "The array has 0 items, but should have 2");
 }
 
 TEST(convert, reads_and_writes_maps_with_keys_that_are_strings) {
