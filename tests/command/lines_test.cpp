@@ -79,7 +79,7 @@ TEST(lines, that_are_edited_keep_what_is_not_changed) {
 
 TEST(lines, that_were_empty_keep_the_whitespace_around_them) {
     EXPECT_EQ(orvid({"set", "--lines", "a=1"}, "{}\r\n {} \r\n{ /* c */ }\r\n"),
-              printed("{\"a\":1}\r\n {\"a\":1} \r\n{ /* c */\"a\": 1 }\r\n"));
+              printed("{\"a\":1}\r\n {\"a\":1} \r\n{ /* c */\"a\": 1}\r\n"));
 }
 
 TEST(lines, that_are_edited_stay_one_line_each) {
