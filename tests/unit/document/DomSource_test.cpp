@@ -179,6 +179,14 @@ TEST(DomSource, adds_where_there_are_no_neighbours_as_the_document_is) {
     EXPECT_EQ(edited("{\"a\":{},\"b\":1}", setting("a.c", 1)), "{\"a\":{\"c\":1},\"b\":1}");
     EXPECT_EQ(edited("{\n  // yours\n}\n", setting("a", 1)), "{\n  // yours\n  \"a\": 1\n}\n");
     EXPECT_EQ(edited("{}", setting("a[*]", 1)), "{\n    \"a\": [\n        1\n    ]\n}");
+    EXPECT_EQ(edited("[\n  {},\n  {\"a\": 1},\n  3\n]", setting("[0].b", 2)),
+              "[\n  {\n    \"b\": 2\n  },\n  {\"a\": 1},\n  3\n]");
+    EXPECT_EQ(edited("[\n  {\"a\": 1}\n]", setting("[*].b", 2)),
+              "[\n  {\"a\": 1},\n  {\"b\": 2}\n]");
+    EXPECT_EQ(edited("[\n  [2,],\n  [2,],\n  [\n  ]\n]", setting("[2][*]", 1)),
+              "[\n  [2,],\n  [2,],\n  [\n    1\n  ]\n]");
+    EXPECT_EQ(edited("{\"a\": {\n}, \"b\": 1}", setting("a.c", 1)),
+              "{\"a\": {\n    \"c\": 1\n}, \"b\": 1}");
 }
 
 TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {
