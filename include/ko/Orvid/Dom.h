@@ -76,7 +76,9 @@ public:
     void save(const std::string& file, const WriteOptions& options) const;
 
     /// Where the element stood in the text that the document was loaded or parsed from. Nothing for
-    /// an element that was not read from there, or that is elsewhere in the tree now. Linear cost.
+    /// an element that was not read from there, or that is elsewhere in the tree now; after a
+    /// successful applyPatch() that is every element of its target but the target itself, for the
+    /// patch works on a copy. Linear cost.
     std::optional<SourcePlace> placeOf(const Element& element) const;
     /// The file that the document was loaded from; empty where it was not.
     const std::string& file() const noexcept;

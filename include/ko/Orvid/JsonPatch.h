@@ -35,7 +35,7 @@ struct PatchOptions {
 ///
 /// Throws TypeException<EType> for a patch that is no array and PatchException for an operation
 /// that fails or copies too much; the target is unchanged then, and references into it stay valid.
-/// After success they are not.
+/// After success they are not, and Dom::placeOf() knows no places below the target.
 KO_API void applyPatch(Element& target, const Element& patch,
                        const PatchOptions& options = PatchOptions());
 

@@ -448,6 +448,18 @@ TEST(DomSource, knows_the_places_of_values_and_keys) {
     EXPECT_FALSE(dom.placeOf((*dom).get("a[2]")));
 }
 
+TEST(DomSource, knows_places_after_a_merge_but_only_that_of_the_target_after_a_patch) {
+    Dom dom = Dom::parse("{\"a\": [1], \"b\": 2}");
+    mergePatch(*dom, *Dom::parse(R"({"b": 3})"));
+    EXPECT_TRUE(dom.placeOf((*dom).get("a[0]")));
+    EXPECT_TRUE(dom.placeOf((*dom).get("b")));
+    patching(R"([{"op": "test", "path": "/b", "value": 3}])")(*dom);
+    CHECK_LINKS_AFTER_COPY(*dom);
+    EXPECT_TRUE(dom.placeOf(*dom));
+    EXPECT_FALSE(dom.placeOf((*dom).get("a")));
+    EXPECT_FALSE(dom.placeOf((*dom).get("a[0]")));
+}
+
 TEST(DomSource, counts_columns_as_errors_of_the_text_do) {
     const std::string begin = "{\"a\": [1, ";
     for (const std::string& mark : {std::string(), std::string("\xEF\xBB\xBF")}) {

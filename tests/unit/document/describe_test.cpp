@@ -284,6 +284,18 @@ TEST(Describe, says_where_the_element_stands_in_its_file) {
               describe(Exception("x", loaded.root())));
 }
 
+TEST(Describe, follows_the_path_of_an_error_in_the_document_that_is_given) {
+    const Dom dom = Dom::parse("\n[[1]]");
+    const Dom other = Dom::parse("[\n\n [2]]");
+    try {
+        (*dom).get("[0].zzz");
+        FAIL();
+    } catch (const Exception& error) {
+        EXPECT_EQ(describe(error, dom).substr(0, 5), "2:2: ");
+        EXPECT_EQ(describe(error, other).substr(0, 5), "3:2: ");
+    }
+}
+
 TEST(Describe, names_an_element_below_an_empty_key_by_its_pointer) {
     const Dom dom = Dom::parse("{\"y\": 1, \"a\": {\"x\": 1},\n \"\": {\"a\": {}, \"\": [1]}}");
     const auto description = [&](const auto& action) {
