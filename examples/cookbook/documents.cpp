@@ -63,6 +63,22 @@ void describeErrors() {
     }
 }
 
+void showErrorOfFile() {
+    const std::string file = inFolder("wrong.json");
+    replaceFile(file, "{\n  \"host\": \"alpha\",\n  \"port\": 8O\n}\n");
+    try {
+        const Dom dom = Dom::load(file);
+    } catch (const FileException& error) {
+        const auto* cause = dynamic_cast<const ParseException*>(error.cause());
+        if (cause == nullptr) {
+            throw;
+        }
+        std::cout << error.file().substr(error.file().rfind('/') + 1) << ":" << cause->firstLine()
+                  << ":" << cause->firstColumn() << ": " << cause->message() << "\n"
+                  << sourceExcerpt(readFile(file), *cause);
+    }
+}
+
 void replaceInOneStep() {
     const std::string file = inFolder("list.json");
     SafeFile out(file);
@@ -81,6 +97,7 @@ std::vector<Recipe> documents() {
         {"Change one value in a file and keep its comments", editFile},
         {"Say where a value stands in its file", showPlace},
         {"Explain an error to a person", describeErrors},
+        {"Load a file and show where it is wrong", showErrorOfFile},
         {"Replace a file in one step", replaceInOneStep},
     };
 }
