@@ -4,8 +4,11 @@
 
 #include "edit/StepsInText.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "output/Failure.h"
 #include "text/scanWhole.h"
@@ -18,6 +21,10 @@ namespace {
 using ko::Orvid::JsonPointer;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::TokenSpan;
+
+/// How many times the text is looked through for one path; each costs a pass. A tree, which the
+/// caller falls back on, is cheaper than more.
+constexpr std::ptrdiff_t k_mostLookups = 8;
 
 /// Counts the values that stand right within the outermost brackets.
 class ItemCounter : public ko::Orvid::KeySink {
@@ -51,8 +58,12 @@ public:
         : m_text(text), m_options(options) {}
 
     std::optional<ValueSteps> stepsOf(const JsonPointer& pointer) const {
+        const std::vector<std::string>& words = pointer.steps();
+        if (std::count_if(words.begin(), words.end(), mayBeIndex) > k_mostLookups) {
+            return std::nullopt;
+        }
         ValueSteps steps;
-        for (const std::string& word : pointer.steps()) {
+        for (const std::string& word : words) {
             std::optional<ValueStep> step = ValueStep{true, word, 0};
             if (mayBeIndex(word)) {
                 step = stepBelow(steps, word);
@@ -112,7 +123,10 @@ std::optional<ValueSteps> stepsInText(std::string_view text, const CallPath& pat
         return resolver.stepsOf(*path.pointer());
     }
     try {
-        const auto itemsAt = [&](const std::string& before) { return resolver.itemsAt(before); };
+        std::ptrdiff_t lookups = 0;
+        const auto itemsAt = [&](const std::string& before) {
+            return ++lookups > k_mostLookups ? std::nullopt : resolver.itemsAt(before);
+        };
         const std::optional<std::string> plain = path.withCounts(itemsAt);
         return plain ? std::optional<ValueSteps>(stepsOf(*plain)) : std::nullopt;
     } catch (const Failure&) {

@@ -45,14 +45,28 @@ Negative negativeAt(const std::string& text, std::size_t start) {
     return {start, end + 1, number.length() <= mostDigits ? std::stoul(number) : 0};
 }
 
-Negative firstNegative(const std::string& text) {
-    for (std::size_t i = 0; i < text.length(); i += text[i] == '\\' ? 2U : 1U) {
+/// The first from the offset, which is between two steps, on.
+Negative firstNegative(const std::string& text, std::size_t from = 0) {
+    for (std::size_t i = from; i < text.length(); i += text[i] == '\\' ? 2U : 1U) {
         const Negative step = text[i] == '[' ? negativeAt(text, i) : Negative();
         if (step.start != k_none) {
             return step;
         }
     }
     return {};
+}
+
+/// The element at the first `end` bytes of the path, of which the first `from` lead to `holder`.
+/// Throws what Element::get() throws for all of them, and Failure where they are malformed.
+const Element& elementBefore(const Element& root, const Element& holder, const std::string& path,
+                             std::size_t from, std::size_t end) {
+    const Element* const plain =
+        Path::plainElement(std::string_view(path).substr(from, end - from), holder);
+    if (plain != nullptr) {
+        return *plain;
+    }
+    return withPath(path.substr(0, end),
+                    [&root](const Path& before) { return std::cref(root.get(before)); });
 }
 
 std::size_t indexOf(const Negative& step, const Element& array, const std::string& word,
@@ -140,11 +154,16 @@ std::string CallPath::in(const Element& root) const {
         }
     }
     std::string path = m_word;
-    for (Negative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
-        const std::size_t index = withPath(path.substr(0, step.start), [&](const Path& before) {
-            return indexOf(step, root.get(before), m_word, path);
-        });
-        path.replace(step.start, step.end - step.start, "[" + std::to_string(index) + "]");
+    const Element* holder = &root;
+    std::size_t from = 0;
+    for (Negative step = firstNegative(path); step.start != k_none;
+         step = firstNegative(path, from)) {
+        const Element& array = elementBefore(root, *holder, path, from, step.start);
+        const std::size_t index = indexOf(step, array, m_word, path);
+        const std::string plain = "[" + std::to_string(index) + "]";
+        path.replace(step.start, step.end - step.start, plain);
+        holder = array.item(index);
+        from = step.start + plain.length();
     }
     return path;
 }
