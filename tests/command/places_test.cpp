@@ -18,7 +18,7 @@ using orvid_test::orvid;
 using orvid_test::printed;
 using orvid_test::ScratchFile;
 
-/// Each value tells where it is.
+/// Each value that is no container is the number of its line in what paths prints, from 1.
 const std::string k_odd =
     R"({"/x":1,"#/a":2,"$":3,"$.x":4,"[0]":5,"[-1]":6,"a.b":7,"c\\":8,"\"q\"":9,"t\ty":10,)"
     R"("*":11,"":{"k":12,"":[13],"n\nl":14},"o":{"/y":15,"":16,"[*]":17},"l":[18,{"/z":19}]})";

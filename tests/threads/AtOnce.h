@@ -6,6 +6,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <ko/Exception.h>
 
 #include <atomic>
 #include <functional>
@@ -25,6 +26,15 @@ struct ReaderOf {
         return out << reader.name;
     }
 };
+
+/// What `read` returns, or that it throws an Exception of the library's.
+inline std::string outcomeOf(const std::function<std::string()>& read) {
+    try {
+        return read() + ";";
+    } catch (const ko::Exception&) {
+        return "refused;";
+    }
+}
 
 /// Each thread gets what one alone gets from a new one, which `check` is given afterwards.
 template<class Make, class Read, class Check>

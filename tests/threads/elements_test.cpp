@@ -36,14 +36,6 @@ Element coldTree() {
     return root;
 }
 
-std::string outcomeOf(const std::function<std::string()>& read) {
-    try {
-        return read() + ";";
-    } catch (const ko::Exception&) {
-        return "refused;";
-    }
-}
-
 /// A refused text is reported once, and to whom is no part of the result.
 template<class T>
 void getFrom(const Number& number) {

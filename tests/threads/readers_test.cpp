@@ -41,14 +41,6 @@ Element coldTree() {
     return root;
 }
 
-std::string outcomeOf(const std::function<std::string()>& read) {
-    try {
-        return read() + ";";
-    } catch (const ko::Exception&) {
-        return "refused;";
-    }
-}
-
 /// What the operation returns for each number of the tree. A refused text is reported once, and it
 /// is all one to whom: what it returns is no part of the result.
 template<class Read>
