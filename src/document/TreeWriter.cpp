@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "text/NumberText.h"
 #include "tree/Place.h"
 #include "tree/Tree.h"
 
@@ -75,6 +76,7 @@ void TreeWriter::writeScalar(const Element::SData& data) {
             m_writer.string(data.value.string->data(), data.value.string->size());
             break;
         default:
+            m_wroteJson = false;
             break;
     }
 }
@@ -82,7 +84,14 @@ void TreeWriter::writeScalar(const Element::SData& data) {
 void TreeWriter::writeNumber(const Number& number) {
     NumberBuffer buffer;
     const std::string_view text = number.textIn(buffer);
+    if (m_checksValues) {
+        check(text);
+    }
     m_writer.number(text.data(), text.size());
+}
+
+void TreeWriter::check(std::string_view number) {
+    m_wroteJson = m_wroteJson && text::isNumber(number);
 }
 
 // A container is noted as open at the first container in it: those that hold scalars only, half of

@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "text/Writer.h"
@@ -23,7 +24,10 @@ text::Layout layoutOf(const WriteOptions& options);
 /// Writes values, one after the other.
 class TreeWriter {
 public:
-    TreeWriter(text::Writer& writer, bool sortsKeys) : m_writer(writer), m_sortsKeys(sortsKeys) {}
+    enum class Check { nothing, values };
+
+    TreeWriter(text::Writer& writer, bool sortsKeys, Check check = Check::nothing)
+        : m_writer(writer), m_sortsKeys(sortsKeys), m_checksValues(check == Check::values) {}
 
     // Throw std::bad_alloc, with a part of the value written. A value of type etEmpty writes
     // nothing.
@@ -33,6 +37,10 @@ public:
     void write(const Element::TArray& array);
     /// Leaves out the member `leftOut`, where that is given.
     void write(const Element::TObject& object, const std::string* leftOut = nullptr);
+
+    /// Whether each value written was one of JSON, the bytes of strings aside. Only where values
+    /// are checked.
+    bool wroteJson() const noexcept { return m_wroteJson; }
 
 private:
     using Member = Element::TObject::value_type;
@@ -49,6 +57,7 @@ private:
     void writeValue(const Element& element);
     void writeScalar(const Element::SData& data);
     void writeNumber(const Number& number);
+    [[gnu::noinline]] void check(std::string_view number);
     std::size_t writeScalars(const Element::TArray& array, std::size_t position);
     bool writeScalars(Level& level);
     void open(const Element::TArray& array);
@@ -61,6 +70,8 @@ private:
 
     text::Writer& m_writer;
     const bool m_sortsKeys;
+    const bool m_checksValues;
+    bool m_wroteJson = true;
     const std::string* m_leftOut = nullptr;  ///< in the outermost object
     std::vector<Level> m_open;
     std::vector<const Member*> m_sorted;  ///< of the open objects, in each the last key first

@@ -7,9 +7,13 @@
 #include <ko/Orvid/Dom.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Exception.h>
-#include <ko/Orvid/Generator.h>
 
+#include <string_view>
+
+#include "document/TreeWriter.h"
 #include "document/WriteError.h"
+#include "text/StringText.h"
+#include "text/Writer.h"
 
 namespace ko::Orvid {
 
@@ -21,16 +25,38 @@ void requireJson(const Element& root, const WriteOptions& options, const std::st
     }
 }
 
+bool isUtf8(std::string_view bytes) {
+    const char* const end = bytes.data() + bytes.size();
+    return text::scanUtf8(bytes.data(), end).at == end;
+}
+
+/// Writes first and checks the text as a whole, which is faster than checking each string: it is
+/// UTF-8 where all of them are, since a quote ends each. Only the search for an error takes a walk
+/// of its own, as does the layout that replaces what is no UTF-8.
+template<class Value>
+std::string write(const Value& value, const Element& root, const WriteOptions& options,
+                  const std::string* leftOut) {
+    if (options.asciiOnly) {
+        requireJson(root, options, leftOut);
+    }
+    text::Writer writer(layoutOf(options));
+    TreeWriter tree(writer, options.sortKeys, TreeWriter::Check::values);
+    tree.write(value);
+    const bool isJson = tree.wroteJson() && (options.allowInvalidUtf8 || isUtf8(writer.text()));
+    if (!isJson) {
+        requireJson(root, options, leftOut);
+    }
+    return std::string(writer.text());
+}
+
 }  // namespace
 
 std::string serialize(const Element& element, const WriteOptions& options) {
-    requireJson(element, options, nullptr);
-    return Generator(nullptr, options).encode(element);
+    return write(element, element, options, nullptr);
 }
 
 std::string serialize(const Dom& dom, const WriteOptions& options) {
-    requireJson(*dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
-    return Generator(nullptr, options).encode(dom);
+    return write(dom, *dom, options, dom.writeMeta() ? nullptr : &dom.metaKey());
 }
 
 }  // namespace ko::Orvid

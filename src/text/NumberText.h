@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 #include "text/ByteRuns.h"
@@ -153,8 +154,23 @@ inline const char* numberEnd(const char* at, const char* end) noexcept {
     return isWholeNumber(followNumber(NumberPart::nothing, at, end)) ? at : nullptr;
 }
 
+/// usualNumberEnd() of a text that nothing follows, in a copy that zeros follow. Whether it is all
+/// of the text.
+inline bool isUsualNumber(std::string_view text) noexcept {
+    constexpr std::size_t k_length = 24;
+    char padded[k_length + 40] = {};
+    if (text.size() > k_length) {
+        return false;
+    }
+    std::memcpy(padded, text.data(), text.size());
+    return usualNumberEnd<Block>(padded, padded + sizeof padded) == padded + text.size();
+}
+
 /// Whether the whole text is a JSON number.
 inline bool isNumber(std::string_view text) noexcept {
+    if (isUsualNumber(text)) {
+        return true;
+    }
     const char* const end = text.data() + text.size();
     return numberEnd(text.data(), end) == end && !text.empty();
 }

@@ -17,6 +17,7 @@ namespace {
 using ko::Orvid::Dom;
 using ko::Orvid::Element;
 using ko::Orvid::Exception;
+using ko::Orvid::makeArray;
 using ko::Orvid::Number;
 using ko::Orvid::parse;
 using ko::Orvid::serialize;
@@ -83,12 +84,31 @@ TEST(serialize, names_the_root_where_it_is_in_error) {
 }
 
 TEST(serialize, refuses_the_text_of_a_number_that_is_none) {
-    for (const char* const text : {"", "-", "abc", "12a", "01", "1.", ".5", "+1", "1e", "1e+",
-                                   "0x1", " 1", "1 ", "--1", "1.e5", "-01", "nan", "1e5.5"}) {
+    for (const char* const text : {"",
+                                   "-",
+                                   "abc",
+                                   "12a",
+                                   "01",
+                                   "1.",
+                                   ".5",
+                                   "+1",
+                                   "1e",
+                                   "1e+",
+                                   "0x1",
+                                   " 1",
+                                   "1 ",
+                                   "--1",
+                                   "1.e5",
+                                   "-01",
+                                   "nan",
+                                   "1e5.5",
+                                   "1234567890123456789012345678901.",
+                                   "12345678901234567890x"}) {
         SCOPED_TRACE(text);
         EXPECT_THROW(serialize(Element(Number(text))), Exception);
     }
-    for (const char* const text : {"0", "-0", "10", "-1.0", "0.10", "1e5", "1E-05", "-0.5e+10"}) {
+    for (const char* const text : {"0", "-0", "10", "-1.0", "0.10", "1e5", "1E-05", "-0.5e+10",
+                                   "1234567890123456789012345678901.5", "-65.613616999999977"}) {
         EXPECT_EQ(serialize(Element(Number(text))), text);
     }
 }
@@ -103,6 +123,14 @@ TEST(serialize, refuses_what_is_no_utf8_unless_that_is_allowed) {
     EXPECT_EQ(serialize(root, options), "{\"a\":[{\"k\xC3\":1}]}");
     options.asciiOnly = true;
     EXPECT_EQ(serialize(root, options), "{\"a\":[{\"k\\uFFFD\":1}]}");
+}
+
+TEST(serialize, does_not_take_halves_of_a_character_in_two_strings_for_one) {
+    EXPECT_THROW(serialize(makeArray({"\xC3", "\xA9"})), Exception);
+    Element member = parse(R"({"k":1})");
+    member.insert("\xC3", "\xA9");
+    EXPECT_THROW(serialize(member), Exception);
+    EXPECT_EQ(serialize(makeArray({"\xC3\xA9"})), "[\"\xC3\xA9\"]");
 }
 
 TEST(serialize, takes_every_valid_character) {
