@@ -9,11 +9,11 @@
 
 #include <chrono>
 #include <filesystem>
-#include <iterator>
 #include <string>
 #include <utility>
 
 #include "support/Document.h"
+#include "support/EditedText.h"
 #include "support/ScratchFolder.h"
 
 namespace orvid_test {
@@ -25,37 +25,6 @@ using ko::Orvid::Exception;
 using ko::Orvid::Number;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::SourcePlace;
-
-/// The text after the edit.
-template<class Edit>
-std::string edited(const std::string& text, const Edit& edit,
-                   const ReadOptions& options = ReadOptions::jsonc()) {
-    Dom dom = Dom::parse(text, options);
-    edit(*dom);
-    CHECK_LINKS_AFTER_COPY(*dom);
-    const std::string result = dom.text();
-    EXPECT_EQ(compact(*Dom::parse(result, options)), compact(*dom)) << result;
-    return result;
-}
-
-auto setting(const char* path, const Element& value) {
-    return [path, value](Element& root) { root.create(path, value); };
-}
-
-auto removing(const std::string& key) {
-    return [key](Element& root) { root.object().erase(key); };
-}
-
-auto removingItem(std::ptrdiff_t index) {
-    return [index](Element& root) {
-        auto& items = root.array();
-        items.erase(std::next(items.begin(), index));
-    };
-}
-
-auto patching(const char* patch) {
-    return [patch](Element& root) { applyPatch(root, Document(patch).root); };
-}
 
 void doNothing(Element&) {}
 
@@ -208,131 +177,6 @@ TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
               "        \"y\": []\r\n      }\r\n    ],\r\n    \"z\": {}\r\n  }\r\n}");
     EXPECT_EQ(edited("[ { \"a\":1 }, 2 ]", [&](Element& root) { root.array()[1] = value.root; }),
               "[ { \"a\":1 }, { \"x\":[ 1, { \"y\":[] } ], \"z\":{} } ]");
-}
-
-TEST(DomSource, takes_comments_along_when_items_are_sorted) {
-    EXPECT_EQ(edited("[\n  // three\n  3,\n  1, // one\n  2\n]",
-                     [](Element& root) {
-                         auto& items = root.array();
-                         std::swap(items[0], items[1]);
-                         std::swap(items[1], items[2]);
-                     }),
-              "[\n  1, // one\n  2,\n  // three\n  3\n]");
-}
-
-TEST(DomSource, takes_comments_along_when_a_member_is_renamed) {
-    const char* const text = "{\n  // a\n  \"a\": [1, /* x */ 2], // too\n  \"b\": 0\n}";
-    EXPECT_EQ(edited(text,
-                     [](Element& root) {
-                         Element moved = std::move(root.object().find("a")->second);
-                         root.object().erase("a");
-                         root.object().resetMember("c") = std::move(moved);
-                     }),
-              "{\n  \"b\": 0,\n  // a\n  \"c\": [1, /* x */ 2] // too\n}");
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/c"}])")),
-              "{\n  \"b\": 0,\n  // a\n  \"c\": [1, /* x */ 2] // too\n}");
-}
-
-TEST(DomSource, takes_comments_along_when_a_value_moves_elsewhere) {
-    const char* const text =
-        "{\n  // a\n  \"a\": {\n    // x\n    \"x\": 1\n  }, // too\n  \"b\": {\n"
-        "    \"c\": 0\n  }\n}";
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b/a"}])")),
-              "{\n  \"b\": {\n    \"c\": 0,\n    // a\n    \"a\": {\n      // x\n"
-              "      \"x\": 1\n    } // too\n  }\n}");
-    EXPECT_EQ(edited(text,
-                     [](Element& root) {
-                         Element moved = std::move(root.object().find("a")->second);
-                         root.object().erase("a");
-                         moved.get("x").setNumber(2);
-                         moved.insert("y", 3);
-                         root.get("b").object().resetMember("d") = std::move(moved);
-                     }),
-              "{\n  \"b\": {\n    \"c\": 0,\n    \"d\": {\n      \"x\": 2,\n"
-              "      \"y\": 3\n    }\n  }\n}");
-}
-
-TEST(DomSource, takes_comments_along_in_a_container_that_holds_nothing_else) {
-    const char* const text = "{\n  \"a\": { /* c */ },\n  \"b\": {\"x\": 1},\n  \"d\": 2\n}";
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/z"}])")),
-              "{\n  \"b\": {\"x\": 1},\n  \"d\": 2,\n  \"z\": { /* c */ }\n}");
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b"}])")),
-              "{\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/d"}])")),
-              "{\n  \"b\": {\"x\": 1},\n  \"d\": { /* c */ }\n}");
-    EXPECT_EQ(edited(text, [](Element& root) { root.get("b") = std::move(root.object()["a"]); }),
-              "{\n  \"a\": null,\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
-}
-
-TEST(DomSource, leaves_comments_in_a_container_that_is_filled_while_an_empty_one_comes) {
-    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": 0}",
-                     patching(R"([{"op": "add", "path": "/a/x", "value": 1},
-                                  {"op": "add", "path": "/d", "value": {}}])")),
-              "{\"a\": { /* c */\"x\": 1}, \"b\": 0, \"d\": {}}");
-}
-
-TEST(DomSource, takes_comments_of_a_moved_container_from_nowhere_else) {
-    const char* const text = "{\"k\": {\"x\": 1}, \"a\": {\"e\": { /* c */ }, \"f\": 2}, \"q\": 3}";
-    EXPECT_EQ(edited(text, patching(R"([{"op": "remove", "path": "/k/x"},
-                                        {"op": "move", "from": "/a", "path": "/q"}])")),
-              "{\"k\": {}, \"q\": {\"e\": { /* c */ }, \"f\": 2}}");
-    EXPECT_EQ(edited("{\"a\": [[1, {\"e\": { /* c */ }}]]}",
-                     patching(R"([{"op": "add", "path": "/e", "value": {}},
-                                  {"op": "move", "from": "/a", "path": "/q"}])")),
-              "{\"e\": {}, \"q\": [[1, {\"e\": { /* c */ }}]]}");
-}
-
-TEST(DomSource, leaves_removed_comments_out_of_what_held_them) {
-    EXPECT_EQ(edited("{\"a\": { /* c */ }}", patching(R"([{"op": "remove", "path": "/a"}])")),
-              "{}");
-    EXPECT_EQ(edited("{\"a\": [{ /* c */ }]}", patching(R"([{"op": "remove", "path": "/a"}])")),
-              "{}");
-    EXPECT_EQ(edited("{\"k\": {\"a\": [[{ /* c */ }]]}, \"z\": 1}",
-                     patching(R"([{"op": "remove", "path": "/k/a"}])")),
-              "{\"k\": {}, \"z\": 1}");
-}
-
-TEST(DomSource, takes_comments_along_where_another_value_stays) {
-    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"z\": 1}",
-                     [](Element& root) { root.object()["m"] = std::move(root.object()["a"]); }),
-              "{\"a\": null, \"z\": 1, \"m\": { /* c */ }}");
-}
-
-TEST(DomSource, keeps_comments_within_a_container_that_changes_and_moves) {
-    const char* const text =
-        "[\n  {\n    // x\n    \"x\": 1,\n    \"y\": 2,\n    \"z\": 3\n  },\n  0\n]";
-    EXPECT_EQ(edited(text,
-                     [](Element& root) {
-                         root.array()[0].get("y").setNumber(5);
-                         std::swap(root.array()[0], root.array()[1]);
-                     }),
-              "[\n  0,\n  {\n    // x\n    \"x\": 1,\n    \"y\": 5,\n    \"z\": 3\n  }\n]");
-}
-
-TEST(DomSource, keeps_comments_within_an_item_that_changes_while_others_come) {
-    const auto edit = [](Element& root) {
-        root.array()[0].object().erase("b");
-        root.array()[0].get("a").setNumber(2);
-        root.array().push_back(Element(7));
-        root.array().push_back(Element(8));
-    };
-    EXPECT_EQ(edited("[ // own\n  { // in\n    \"a\": 1,\n    \"b\": 2\n  } // at\n]", edit),
-              "[ // own\n  { // in\n    \"a\": 2\n  }, // at\n  7,\n  8\n]");
-    const char* const text = "[\n  [ // in\n    { \"a\": 1.0 }\n  ] // at\n]";
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/0/0/a", "path": "/-"}])")),
-              "[\n  [ // in\n    {}\n  ], // at\n  1.0\n]");
-    EXPECT_EQ(edited("[1 /* a */]", patching(R"([{"op": "replace", "path": "/0", "value": 2},
-                                                {"op": "add", "path": "/-", "value": 3}])")),
-              "[2 /* a */, 3]");
-}
-
-TEST(DomSource, keeps_comments_with_the_rest_of_equal_items_when_one_is_replaced) {
-    EXPECT_EQ(
-        edited("[2, 2 /* b */]", patching(R"([{"op": "replace", "path": "/0", "value": 7}])")),
-        "[7, 2 /* b */]");
-    EXPECT_EQ(edited("[2 /* a */, 2, 2 /* c */]",
-                     patching(R"([{"op": "replace", "path": "/1", "value": 7}])")),
-              "[2 /* a */, 7, 2 /* c */]");
 }
 
 TEST(DomSource, writes_the_first_bytes_again_when_an_edit_is_undone) {

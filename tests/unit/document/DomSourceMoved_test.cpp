@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+//
+// Tests of what becomes of comments when values move in a document that keeps its text: a text, an
+// edit, and the whole text after it. What holds of every document is in
+// keeps_moved_comments_test.cpp.
+
+#include <ko/Orvid/Dom.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "support/EditedText.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Element;
+
+TEST(DomSourceMoved, takes_comments_along_when_items_are_sorted) {
+    EXPECT_EQ(edited("[\n  // three\n  3,\n  1, // one\n  2\n]",
+                     [](Element& root) {
+                         auto& items = root.array();
+                         std::swap(items[0], items[1]);
+                         std::swap(items[1], items[2]);
+                     }),
+              "[\n  1, // one\n  2,\n  // three\n  3\n]");
+}
+
+TEST(DomSourceMoved, takes_comments_along_when_a_member_is_renamed) {
+    const char* const text = "{\n  // a\n  \"a\": [1, /* x */ 2], // too\n  \"b\": 0\n}";
+    EXPECT_EQ(edited(text,
+                     [](Element& root) {
+                         Element moved = std::move(root.object().find("a")->second);
+                         root.object().erase("a");
+                         root.object().resetMember("c") = std::move(moved);
+                     }),
+              "{\n  \"b\": 0,\n  // a\n  \"c\": [1, /* x */ 2] // too\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/c"}])")),
+              "{\n  \"b\": 0,\n  // a\n  \"c\": [1, /* x */ 2] // too\n}");
+}
+
+TEST(DomSourceMoved, takes_comments_along_when_a_value_moves_elsewhere) {
+    const char* const text =
+        "{\n  // a\n  \"a\": {\n    // x\n    \"x\": 1\n  }, // too\n  \"b\": {\n"
+        "    \"c\": 0\n  }\n}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b/a"}])")),
+              "{\n  \"b\": {\n    \"c\": 0,\n    // a\n    \"a\": {\n      // x\n"
+              "      \"x\": 1\n    } // too\n  }\n}");
+    EXPECT_EQ(edited(text,
+                     [](Element& root) {
+                         Element moved = std::move(root.object().find("a")->second);
+                         root.object().erase("a");
+                         moved.get("x").setNumber(2);
+                         moved.insert("y", 3);
+                         root.get("b").object().resetMember("d") = std::move(moved);
+                     }),
+              "{\n  \"b\": {\n    \"c\": 0,\n    \"d\": {\n      \"x\": 2,\n"
+              "      \"y\": 3\n    }\n  }\n}");
+}
+
+TEST(DomSourceMoved, takes_comments_along_in_a_container_that_holds_nothing_else) {
+    const char* const text = "{\n  \"a\": { /* c */ },\n  \"b\": {\"x\": 1},\n  \"d\": 2\n}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/z"}])")),
+              "{\n  \"b\": {\"x\": 1},\n  \"d\": 2,\n  \"z\": { /* c */ }\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b"}])")),
+              "{\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/d"}])")),
+              "{\n  \"b\": {\"x\": 1},\n  \"d\": { /* c */ }\n}");
+    EXPECT_EQ(edited(text, [](Element& root) { root.get("b") = std::move(root.object()["a"]); }),
+              "{\n  \"a\": null,\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
+}
+
+TEST(DomSourceMoved, leaves_comments_in_a_container_that_is_filled_while_an_empty_one_comes) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": 0}",
+                     patching(R"([{"op": "add", "path": "/a/x", "value": 1},
+                                  {"op": "add", "path": "/d", "value": {}}])")),
+              "{\"a\": { /* c */\"x\": 1}, \"b\": 0, \"d\": {}}");
+}
+
+TEST(DomSourceMoved, takes_comments_of_a_moved_container_from_nowhere_else) {
+    const char* const text = "{\"k\": {\"x\": 1}, \"a\": {\"e\": { /* c */ }, \"f\": 2}, \"q\": 3}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "remove", "path": "/k/x"},
+                                        {"op": "move", "from": "/a", "path": "/q"}])")),
+              "{\"k\": {}, \"q\": {\"e\": { /* c */ }, \"f\": 2}}");
+    EXPECT_EQ(edited("{\"a\": [[1, {\"e\": { /* c */ }}]]}",
+                     patching(R"([{"op": "add", "path": "/e", "value": {}},
+                                  {"op": "move", "from": "/a", "path": "/q"}])")),
+              "{\"e\": {}, \"q\": [[1, {\"e\": { /* c */ }}]]}");
+}
+
+TEST(DomSourceMoved, leaves_removed_comments_out_of_what_held_them) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }}", patching(R"([{"op": "remove", "path": "/a"}])")),
+              "{}");
+    EXPECT_EQ(edited("{\"a\": [{ /* c */ }]}", patching(R"([{"op": "remove", "path": "/a"}])")),
+              "{}");
+    EXPECT_EQ(edited("{\"k\": {\"a\": [[{ /* c */ }]]}, \"z\": 1}",
+                     patching(R"([{"op": "remove", "path": "/k/a"}])")),
+              "{\"k\": {}, \"z\": 1}");
+}
+
+TEST(DomSourceMoved, takes_comments_along_where_another_value_stays) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"z\": 1}",
+                     [](Element& root) { root.object()["m"] = std::move(root.object()["a"]); }),
+              "{\"a\": null, \"z\": 1, \"m\": { /* c */ }}");
+}
+
+TEST(DomSourceMoved, keeps_comments_within_a_container_that_changes_and_moves) {
+    const char* const text =
+        "[\n  {\n    // x\n    \"x\": 1,\n    \"y\": 2,\n    \"z\": 3\n  },\n  0\n]";
+    EXPECT_EQ(edited(text,
+                     [](Element& root) {
+                         root.array()[0].get("y").setNumber(5);
+                         std::swap(root.array()[0], root.array()[1]);
+                     }),
+              "[\n  0,\n  {\n    // x\n    \"x\": 1,\n    \"y\": 5,\n    \"z\": 3\n  }\n]");
+}
+
+TEST(DomSourceMoved, keeps_comments_within_an_item_that_changes_while_others_come) {
+    const auto edit = [](Element& root) {
+        root.array()[0].object().erase("b");
+        root.array()[0].get("a").setNumber(2);
+        root.array().push_back(Element(7));
+        root.array().push_back(Element(8));
+    };
+    EXPECT_EQ(edited("[ // own\n  { // in\n    \"a\": 1,\n    \"b\": 2\n  } // at\n]", edit),
+              "[ // own\n  { // in\n    \"a\": 2\n  }, // at\n  7,\n  8\n]");
+    const char* const text = "[\n  [ // in\n    { \"a\": 1.0 }\n  ] // at\n]";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/0/0/a", "path": "/-"}])")),
+              "[\n  [ // in\n    {}\n  ], // at\n  1.0\n]");
+    EXPECT_EQ(edited("[1 /* a */]", patching(R"([{"op": "replace", "path": "/0", "value": 2},
+                                                {"op": "add", "path": "/-", "value": 3}])")),
+              "[2 /* a */, 3]");
+}
+
+TEST(DomSourceMoved, keeps_comments_with_the_rest_of_equal_items_when_one_is_replaced) {
+    EXPECT_EQ(
+        edited("[2, 2 /* b */]", patching(R"([{"op": "replace", "path": "/0", "value": 7}])")),
+        "[7, 2 /* b */]");
+    EXPECT_EQ(edited("[2 /* a */, 2, 2 /* c */]",
+                     patching(R"([{"op": "replace", "path": "/1", "value": 7}])")),
+              "[2 /* a */, 7, 2 /* c */]");
+}
+
+}  // namespace
+}  // namespace orvid_test
