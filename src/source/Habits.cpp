@@ -63,7 +63,7 @@ private:
     void look(std::uint32_t container) {
         const bool isMany = isManyLine(m_map, container);
         const bool isObject = m_map.isObject(container);
-        if (isObject || holdsContainer(container)) {
+        if (isObject || holdsContainer(m_map, container)) {
             m_lines.add(isMany);
         } else {
             m_scalarLines.add(isMany);
@@ -77,10 +77,6 @@ private:
         } else {
             lookAtLine(container, first);
         }
-    }
-
-    bool holdsContainer(std::uint32_t array) const {
-        return m_map[array].next() > array + 1 && m_map.isContainer(array + 1);
     }
 
     void lookAtColon(const ChildSpan& member) {
@@ -159,6 +155,10 @@ std::string_view closeGap(const SourceMap& map, std::uint32_t value) {
         begin = map[child].end();
     }
     return map.text(begin, map[value].end() - 1);
+}
+
+bool holdsContainer(const SourceMap& map, std::uint32_t array) {
+    return map.hasChildren(array) && map.isContainer(array + 1);
 }
 
 bool isManyLine(const SourceMap& map, std::uint32_t container) {

@@ -42,6 +42,9 @@ Habits habitsOf(const SourceMap& map);
 std::string_view openGap(const SourceMap& map, std::uint32_t value);
 std::string_view closeGap(const SourceMap& map, std::uint32_t value);
 
+/// Whether the array begins with a container.
+bool holdsContainer(const SourceMap& map, std::uint32_t array);
+
 /// Whether children of the container, which has some, begin on lines of their own, or its bracket
 /// closes on one.
 bool isManyLine(const SourceMap& map, std::uint32_t container);

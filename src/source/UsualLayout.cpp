@@ -105,25 +105,44 @@ bool UsualLayout::breaksLinesIn(const Frame& outer) {
     return outer.siblings.empty() ? outer.breaksLines : isManyLine(m_map, outer.self.before);
 }
 
-bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
+ContainerKind UsualLayout::kindOf(const Frame& frame) const {
     constexpr std::size_t mostOnLine = 20;
+    if (isObject(frame)) {
+        return ContainerKind::object;
+    }
+    return frame.items.size() <= mostOnLine && !holdsContainer(frame) ? ContainerKind::scalars
+                                                                      : ContainerKind::array;
+}
+
+/// The sibling of the text that a container without siblings of its own is laid out as: for one
+/// that was empty the nearest of its kind, and for a new item the one before it. k_none where there
+/// is none.
+std::uint32_t UsualLayout::modelOf(const Frame& frame, const Frame& outer) {
+    if (outer.siblings.empty()) {
+        return k_none;
+    }
+    if (frame.self.before != k_none) {
+        return m_filled.nearest(outer.self.before, outer.nearest, kindOf(frame));
+    }
+    const std::uint32_t sibling = outer.siblings[outer.nearest];
+    const bool isModel = !m_map.isObject(outer.self.before) && m_map.isContainer(sibling) &&
+                         m_map.hasChildren(sibling) && m_map.isObject(sibling) == isObject(frame);
+    return isModel ? sibling : k_none;
+}
+
+bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
     if (frame.self.before != k_none && hasNewline(m_former.textAt(frame, 0))) {
         return true;
     }
-    if (outer != nullptr && !outer->siblings.empty() && !m_map.isObject(outer->self.before)) {
-        const std::uint32_t sibling = outer->siblings[outer->nearest];
-        const EType type = m_counterparts.now(frame.self.now).element->type();
-        if (m_map.isContainer(sibling) && m_map.hasChildren(sibling) &&
-            m_map.isObject(sibling) == (type == etObject)) {
-            return isManyLine(m_map, sibling);
-        }
+    const std::uint32_t model = outer == nullptr ? k_none : modelOf(frame, *outer);
+    if (model != k_none) {
+        return isManyLine(m_map, model);
     }
     if (outer != nullptr && !breaksLinesIn(*outer)) {
         return false;
     }
-    const bool isScalarArray =
-        !isObject(frame) && frame.items.size() <= mostOnLine && !holdsContainer(frame);
-    return isScalarArray ? habits().breaksScalarArrays : habits().breaksLines;
+    return kindOf(frame) == ContainerKind::scalars ? habits().breaksScalarArrays
+                                                   : habits().breaksLines;
 }
 
 }  // namespace ko::Orvid

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "source/Counterparts.h"
+#include "source/FilledSiblings.h"
 #include "source/FormerGaps.h"
 #include "source/Frame.h"
 #include "source/Habits.h"
@@ -20,7 +21,7 @@ namespace ko::Orvid {
 class UsualLayout {
 public:
     UsualLayout(const SourceMap& map, const Counterparts& counterparts)
-        : m_map(map), m_counterparts(counterparts), m_former(map, counterparts) {}
+        : m_map(map), m_counterparts(counterparts), m_former(map, counterparts), m_filled(map) {}
 
     const Habits& habits();
     /// The colon after a new key, with the whitespace around it.
@@ -45,10 +46,13 @@ private:
     std::size_t gapLike(const Frame& frame) const;
     bool breaksLinesIn(const Frame& outer);
     bool holdsContainer(const Frame& frame) const;
+    ContainerKind kindOf(const Frame& frame) const;
+    std::uint32_t modelOf(const Frame& frame, const Frame& outer);
 
     const SourceMap& m_map;
     const Counterparts& m_counterparts;
     const FormerGaps m_former;
+    FilledSiblings m_filled;
     std::optional<Habits> m_habits;
 };
 

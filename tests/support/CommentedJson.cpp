@@ -141,6 +141,9 @@ private:
                 put(i + 1 < count ? ", " : ",");
             }
         }
+        if (count == 0 && rarely()) {
+            put(block());
+        }
         put(pad);
         put(isObject ? "}" : "]");
     }
@@ -185,8 +188,10 @@ private:
             }
             endChild();
         }
-        if (count > 0 && rarely()) {
-            newline(0);
+        if (rarely()) {
+            if (count > 0) {
+                newline(0);
+            }
             newline(depth + 1);
             put(comment());
         }

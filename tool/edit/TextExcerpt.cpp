@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "edit/LastChildren.h"
+#include "input/skipWhitespace.h"
 #include "text/byteOrderMark.h"
 #include "text/KeyHashes.h"
 #include "text/scanWhole.h"
@@ -49,6 +50,8 @@ struct Level {
     bool isOnWay;
     bool isPlace = false;  ///< whether it is what the edit is about
     bool breaksLines = false;
+    bool isCut = false;       ///< whether only the ends of a container in it are kept
+    bool fillsEmpty = false;  ///< whether one that was empty is laid out as others in it are
     Child self;               ///< as a child of the container around it
     std::size_t bracket = 0;  ///< in the excerpt
     std::size_t lastEnd;      ///< offset after its last child so far, or after its bracket
@@ -279,6 +282,8 @@ private:
         const bool isContainer =
             m_text[m_open.back().value] == '{' || m_text[m_open.back().value] == '[';
         m_needsHabits = m_needsHabits || (m_edit == PlaceEdit::set && isContainer);
+        m_open.back().fillsEmpty =
+            m_edit == PlaceEdit::set && isContainer && isEmpty(m_open.back().value);
         if (m_phase == Phase::before) {
             m_phase = Phase::after;
         }
@@ -302,6 +307,7 @@ private:
         m_isWhole = isReplaced || mayGo;
         if (m_isWhole || (!leadsOn && m_containers >= m_mostContainers)) {
             m_skipped = 1;
+            m_open.back().isCut = m_open.back().isCut || !m_isWhole;
             return;
         }
         m_isNeeded = true;
@@ -318,6 +324,12 @@ private:
         return next != std::string_view::npos && (m_text[next] == '}' || m_text[next] == ']');
     }
 
+    /// Whether the container that begins there holds no value.
+    bool isEmpty(std::size_t at) const {
+        const char next = m_text[skipWhitespace(m_text, at + 1)];
+        return next == '}' || next == ']';
+    }
+
     void push(bool isArray, bool isOnWay) {
         m_open.emplace_back(isArray, isOnWay, m_child);
         m_open.back().bracket = m_result.text.size();
@@ -328,6 +340,7 @@ private:
     void closeLevel(TokenSpan location) {
         Level& level = m_open.back();
         const std::size_t end = offset(location.begin);
+        const bool isFilled = level.isOnWay && m_phase == Phase::before && level.count == 0;
         if (level.isOnWay && m_phase == Phase::before) {
             beginNew(level);
         } else if (m_phase != Phase::after) {
@@ -344,6 +357,7 @@ private:
         append(end, end + 1);
         checkLine(level, part(level.lastEnd, end));
         m_way -= level.isOnWay ? 1 : 0;
+        m_isRefused = m_isRefused || (m_showsHabits && level.fillsEmpty && level.isCut);
         const bool wasPlace = level.isPlace;
         m_open.pop_back();
         if (m_open.empty()) {
@@ -351,6 +365,7 @@ private:
             return;
         }
         m_open.back().lastEnd = end + 1;
+        m_open.back().fillsEmpty = m_open.back().fillsEmpty || isFilled;
         if (wasPlace) {
             leavePlace();
         }

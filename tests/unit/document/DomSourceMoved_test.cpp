@@ -100,6 +100,21 @@ TEST(DomSourceMoved, leaves_removed_comments_out_of_what_held_them) {
               "{\"k\": {}, \"z\": 1}");
 }
 
+TEST(DomSourceMoved, removes_comments_of_a_value_that_is_moved_onto_an_equal_one) {
+    const char* const move = R"([{"op": "move", "from": "/a", "path": "/b"}])";
+    for (const char* const text :
+         {"{\"a\": { /* c */ }, \"b\": {}}", "{/* c */ \"a\": {}, \"b\": {}}",
+          "{\"b\": {}, \"a\": {} /* c */}"}) {
+        EXPECT_EQ(edited(text, patching(move)), "{\"b\": {}}");
+        EXPECT_EQ(edited(text, removing("a")), "{\"b\": {}}");
+    }
+    EXPECT_EQ(edited("{\"a\": [1 /* c */], \"b\": [1 /* d */]}", patching(move)),
+              "{\"b\": [1 /* d */]}");
+    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": {}}",
+                     [](Element& root) { root.get("a").swap(root.get("b")); }),
+              "{\"a\": { /* c */ }, \"b\": {}}");
+}
+
 TEST(DomSourceMoved, takes_comments_along_where_another_value_stays) {
     EXPECT_EQ(edited("{\"a\": { /* c */ }, \"z\": 1}",
                      [](Element& root) { root.object()["m"] = std::move(root.object()["a"]); }),

@@ -148,14 +148,31 @@ TEST(DomSource, adds_where_there_are_no_neighbours_as_the_document_is) {
     EXPECT_EQ(edited("{\"a\":{},\"b\":1}", setting("a.c", 1)), "{\"a\":{\"c\":1},\"b\":1}");
     EXPECT_EQ(edited("{\n  // yours\n}\n", setting("a", 1)), "{\n  // yours\n  \"a\": 1\n}\n");
     EXPECT_EQ(edited("{}", setting("a[*]", 1)), "{\n    \"a\": [\n        1\n    ]\n}");
-    EXPECT_EQ(edited("[\n  {},\n  {\"a\": 1},\n  3\n]", setting("[0].b", 2)),
-              "[\n  {\n    \"b\": 2\n  },\n  {\"a\": 1},\n  3\n]");
     EXPECT_EQ(edited("[\n  {\"a\": 1}\n]", setting("[*].b", 2)),
               "[\n  {\"a\": 1},\n  {\"b\": 2}\n]");
     EXPECT_EQ(edited("[\n  [2,],\n  [2,],\n  [\n  ]\n]", setting("[2][*]", 1)),
               "[\n  [2,],\n  [2,],\n  [\n    1\n  ]\n]");
     EXPECT_EQ(edited("{\"a\": {\n}, \"b\": 1}", setting("a.c", 1)),
               "{\"a\": {\n    \"c\": 1\n}, \"b\": 1}");
+}
+
+TEST(DomSource, fills_an_empty_container_as_the_nearest_of_its_kind_beside_it) {
+    EXPECT_EQ(edited("[\n  {},\n  {\"a\": 1},\n  3\n]", setting("[0].b", 2)),
+              "[\n  {\"b\": 2},\n  {\"a\": 1},\n  3\n]");
+    EXPECT_EQ(edited("{\n  \"a\": {\"x\": 1},\n  \"b\": { /* b */ },\n  \"c\": {\n  }\n}",
+                     setting("b.x", 2)),
+              "{\n  \"a\": {\"x\": 1},\n  \"b\": { /* b */\"x\": 2},\n  \"c\": {\n  }\n}");
+    const std::string several =
+        "[\n  { \"x\": 1 },\n  {\n    \"x\": 1\n  },\n  {},\n  [{}],\n  { \"x\": 1 }\n]";
+    EXPECT_EQ(edited(several, setting("[2].y", 2)),
+              "[\n  { \"x\": 1 },\n  {\n    \"x\": 1\n  },\n  {\n    \"y\": 2\n  },\n"
+              "  [{}],\n  { \"x\": 1 }\n]");
+    const std::string arrays = "{\n  \"a\": [],\n  \"b\": [\n    {}\n  ],\n  \"c\": [1]\n}";
+    EXPECT_EQ(edited(arrays, setting("a[*]", 2)),
+              "{\n  \"a\": [2],\n  \"b\": [\n    {}\n  ],\n  \"c\": [1]\n}");
+    EXPECT_EQ(edited(arrays, setting("a[*].x", 2)),
+              "{\n  \"a\": [\n    {\n      \"x\": 2\n    }\n  ],\n  \"b\": [\n    {}\n  ],\n"
+              "  \"c\": [1]\n}");
 }
 
 TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {

@@ -155,6 +155,19 @@ TEST(ExcerptEdit, keeps_the_line_that_a_container_closes_on) {
     EXPECT_EQ(count.made, 1U);
 }
 
+TEST(ExcerptEdit, fills_a_container_as_one_that_was_left_out) {
+    std::string text = "[0";
+    for (int i = 0; i < 4100; ++i) {
+        text += ",\n  {\"a\": 1}";
+    }
+    text += ",\n  {\n    \"a\": 1\n  },\n  5,\n  5,\n  { /* c */ }\n]";
+    Count count;
+    expectSame(text, {PlaceEdit::set, "[4104].b", "2"}, count);
+    expectSame(text, {PlaceEdit::set, "[4104]", R"({"b": 2})"}, count);
+    expectSame(text, {PlaceEdit::set, "[4100]", R"({"b": 2})"}, count);
+    EXPECT_EQ(count.made, 1U);
+}
+
 TEST(ExcerptEdit, is_short_for_a_long_text) {
     std::string text = "{\"all\": [1";
     for (int i = 0; i < 20000; ++i) {
