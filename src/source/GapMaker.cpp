@@ -62,11 +62,12 @@ std::string GapMaker::gap(const Frame& frame) {
 
 std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
     Text tailText = tail(frame, sides);
-    const Text linesText = lines(frame, sides);
+    Text linesText = lines(frame, sides);
     if (frame.items.empty() && !hasComment(tailText) && !hasComment(linesText)) {
         return {};
     }
     Text leadText = lead(frame, sides);
+    keepLineEnd(frame, sides, linesText.empty() ? leadText : linesText);
     const bool isOneLine = !hasNewline(linesText) && !hasNewline(leadText);
     placeComma(frame, sides, tailText, leadText, isOneLine);
     const std::string& indent = sides.right == nullptr ? frame.lineIndent : frame.itemIndent;
@@ -77,6 +78,22 @@ std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
         gap += m_usual.habits().newline + indent;
     }
     return gap;
+}
+
+/// The line on which the left neighbour ends keeps its own newline, though what follows it comes
+/// from where another one stands.
+void GapMaker::keepLineEnd(const Frame& frame, const Sides& sides, Text& next) const {
+    const bool isLeftHere =
+        sides.left == nullptr ? frame.self.before != k_none : staysHere(frame, *sides.left);
+    if (!isLeftHere || !beginsNewline(next)) {
+        return;
+    }
+    const std::size_t number = sides.left == nullptr ? 0 : positionOf(*sides.left) + 1;
+    const std::string_view former =
+        m_former.textAt(frame, number).substr(m_former.at(frame, number).tail.size());
+    if (beginsNewline(former)) {
+        next.replace(0, next.find('\n'), former.substr(0, former.find('\n')));
+    }
 }
 
 /// A line comment must end before what follows it.

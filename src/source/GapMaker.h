@@ -41,6 +41,7 @@ private:
         const Item* right;
     };
 
+    void keepLineEnd(const Frame& frame, const Sides& sides, Text& next) const;
     static Sides sidesOf(const Frame& frame);
     bool areNeighbours(const Frame& frame, const Sides& sides) const;
     Text madeGap(const Frame& frame, const Sides& sides);

@@ -85,6 +85,10 @@ std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
     if (frame.breaksLines) {
         return habits().newline + frame.lineIndent + (isWithin ? habits().indent : "");
     }
+    if (frame.self.before != k_none && hasComment(m_former.textAt(frame, 0))) {
+        const std::string own(m_former.at(frame, 0).lead);
+        return isWithin && own.empty() ? " " : own;
+    }
     return isObject(frame) ? habits().objectPad : habits().arrayPad;
 }
 

@@ -76,7 +76,7 @@ TEST(DomSourceMoved, leaves_comments_in_a_container_that_is_filled_while_an_empt
     EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": 0}",
                      patching(R"([{"op": "add", "path": "/a/x", "value": 1},
                                   {"op": "add", "path": "/d", "value": {}}])")),
-              "{\"a\": { /* c */\"x\": 1}, \"b\": 0, \"d\": {}}");
+              "{\"a\": { /* c */ \"x\": 1 }, \"b\": 0, \"d\": {}}");
 }
 
 TEST(DomSourceMoved, takes_comments_of_a_moved_container_from_nowhere_else) {

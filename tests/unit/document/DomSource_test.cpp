@@ -161,7 +161,7 @@ TEST(DomSource, fills_an_empty_container_as_the_nearest_of_its_kind_beside_it) {
               "[\n  {\"b\": 2},\n  {\"a\": 1},\n  3\n]");
     EXPECT_EQ(edited("{\n  \"a\": {\"x\": 1},\n  \"b\": { /* b */ },\n  \"c\": {\n  }\n}",
                      setting("b.x", 2)),
-              "{\n  \"a\": {\"x\": 1},\n  \"b\": { /* b */\"x\": 2},\n  \"c\": {\n  }\n}");
+              "{\n  \"a\": {\"x\": 1},\n  \"b\": { /* b */ \"x\": 2 },\n  \"c\": {\n  }\n}");
     const std::string several =
         "[\n  { \"x\": 1 },\n  {\n    \"x\": 1\n  },\n  {},\n  [{}],\n  { \"x\": 1 }\n]";
     EXPECT_EQ(edited(several, setting("[2].y", 2)),
@@ -173,6 +173,20 @@ TEST(DomSource, fills_an_empty_container_as_the_nearest_of_its_kind_beside_it) {
     EXPECT_EQ(edited(arrays, setting("a[*].x", 2)),
               "{\n  \"a\": [\n    {\n      \"x\": 2\n    }\n  ],\n  \"b\": [\n    {}\n  ],\n"
               "  \"c\": [1]\n}");
+}
+
+TEST(DomSource, keeps_blanks_between_a_comment_and_what_fills_its_container) {
+    EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": 1}", setting("a.x", 2)),
+              "{\"a\": { /* c */ \"x\": 2 }, \"b\": 1}");
+    EXPECT_EQ(edited("[ 1, [/* c */] ]", setting("[1][*]", 2)), "[ 1, [/* c */ 2] ]");
+}
+
+TEST(DomSource, keeps_the_ends_of_lines_where_they_are_mixed) {
+    const char* const text = "[\n  1, // a\r\n  2, // b\n  3 // c\r\n]";
+    EXPECT_EQ(edited(text, removingItem(1)), "[\n  1, // a\r\n  3 // c\r\n]");
+    EXPECT_EQ(edited(text, removingItem(2)), "[\n  1, // a\r\n  2 // b\n]");
+    EXPECT_EQ(edited(text, setting("[*]", 4)), "[\n  1, // a\r\n  2, // b\n  3, // c\r\n  4\r\n]");
+    EXPECT_EQ(edited("[\n\n  1,\r\n  2\n]", removingItem(0)), "[\n\n  2\n]");
 }
 
 TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {
