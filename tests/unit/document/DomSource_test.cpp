@@ -199,6 +199,8 @@ TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind)
               R"({"rgb": [1,2,3], "list": [1,9], "z": {"a": 1, "b": 2}})");
     EXPECT_EQ(edited(R"({"list": [1],"z": 1})", push), R"({"list": [1,9],"z": 1})");
     EXPECT_EQ(edited(R"([[1,2],{"x": 1}])", setting("[1].y", 2)), R"([[1,2],{"x": 1,"y": 2}])");
+    EXPECT_EQ(edited("[[1,\n   2], {\"x\": 1}]", setting("[1].y", 2)),
+              "[[1,\n   2], {\"x\": 1, \"y\": 2}]");
 }
 
 TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
