@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::ListMap, a map that keeps its members in the order in which they came in: a linked list of
-// the members and, beside it once a key is looked up, a sorted index of the list's positions by
-// key.
+// the members and, beside it once keys were looked up a few times, a sorted index of the list's
+// positions by key.
 
 #pragma once
 
@@ -94,8 +94,8 @@ public:
     }
 
     ///@{
-    /// The member with that key, or end(). O(log n), and O(n log n) for the first time in a map of
-    /// more than a few members.
+    /// The member with that key, or end(). O(log n), except that in a map of more than a few
+    /// members the first times are O(n), and the one after them O(n log n).
     iterator find(const Key& key) { return m_map.find(m_list, key).position; }
     const_iterator find(const Key& key) const {
         // The index gives positions of a list that may be changed; this one is not.

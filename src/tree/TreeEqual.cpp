@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Equality of trees, with the containers that are being compared in a stack.
+// Equality of trees, member beside member and item beside item.
 
 #include "tree/TreeEqual.h"
 
@@ -10,9 +10,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tree/Place.h"
@@ -25,6 +25,9 @@ namespace {
 constexpr auto k_unlimited = std::numeric_limits<unsigned long long>::max();
 
 /// Where `k_isPlain`, numbers are compared by their value, whatever the whole costs.
+///
+/// Recurses for the first k_levels levels, and puts off the containers below, which are compared
+/// like roots then: so the stack that it takes does not depend on the depth of the trees.
 template<bool k_isPlain>
 class Equality {
 public:
@@ -32,92 +35,59 @@ public:
 
     /// Nothing where the budget is too small.
     std::optional<bool> holds(const Element& a, const Element& b) {
-        bool result = compare(a, b);
-        while (result && m_isOpen) {
-            m_isInterrupted = false;
-            result = goOn();
+        bool result = sameValue(a.data(), b.data(), k_levels);
+        while (result && !m_putOff.empty()) {
+            const auto [left, right] = m_putOff.back();
+            m_putOff.pop_back();
+            result = sameChildren(*left, *right, k_levels);
         }
         return m_isSpent ? std::nullopt : std::optional<bool>(result);
     }
     unsigned long long budget() const { return m_budget; }
 
 private:
-    using Member = Element::TObject::const_iterator;
+    using SData = Element::SData;
 
-    /// Two containers of the same type and size, and which of their children come next.
-    struct Open {
-        const Element* a;
-        const Element* b;
-        std::size_t position;
-        Member member;
-        Member beside;
-    };
-
-    // Without a look at the type.
-
-    static const Element::TArray& arrayOf(const Element& element) {
-        return *element.data().value.array;
-    }
-    static const Element::TObject& objectOf(const Element& element) {
-        return *element.data().value.object;
-    }
-
-    /// In the innermost containers.
-    bool goOn() {
-        const Open open = m_open;
-        return open.a->isArray() ? compareItems(*open.a, *open.b, open.position, true)
-                                 : compareMembers(*open.a, *open.b, open.member, open.beside, true);
-    }
-
-    /// Compares scalars, and containers that hold scalars only. Others of the same size are
-    /// opened.
-    bool compare(const Element& a, const Element& b) {
-        return isContainer(a.data()) ? compareContainers(a, b) : sameScalar(a.data(), b.data());
-    }
-
-    bool compareContainers(const Element& a, const Element& b) {
-        if (a.type() != b.type()) {
-            return false;
-        }
-        if (a.isArray()) {
-            return sameSize(arrayOf(a), arrayOf(b)) &&
-                   (arrayOf(a).empty() || compareItems(a, b, 0, false));
-        }
-        return sameSize(objectOf(a), objectOf(b)) &&
-               compareMembers(a, b, objectOf(a).begin(), objectOf(b).begin(), false);
+    [[gnu::always_inline]] bool sameValue(const SData& a, const SData& b, unsigned levels) {
+        return isContainer(a) ? sameContainer(a, b, levels) : sameScalar(a, b);
     }
 
     /// Numbers first: most scalars are numbers.
-    [[gnu::always_inline]] bool sameScalar(const Element::SData& left,
-                                           const Element::SData& right) {
-        if (left.type != right.type) {
+    [[gnu::always_inline]] bool sameScalar(const SData& a, const SData& b) {
+        if (a.type != b.type) {
             return false;
         }
-        if (left.type == etNumber) {
-            return sameNumber(*left.value.number, *right.value.number);
+        if (a.type == etNumber) {
+            return sameNumber(*a.value.number, *b.value.number);
         }
-        if (left.type == etString) {
-            return sameString(*left.value.string, *right.value.string);
+        if (a.type == etString) {
+            return sameString(*a.value.string, *b.value.string);
         }
-        return left.type != etBoolean || left.value.boolean == right.value.boolean;
+        return a.type != etBoolean || a.value.boolean == b.value.boolean;
     }
 
-    bool open(const Open& opened) {
-        if (m_isOpen) {
-            m_outer.push_back(m_open);
+    /// `levels` is how many may be gone down.
+    [[gnu::always_inline]] bool sameContainer(const SData& a, const SData& b, unsigned levels) {
+        if (a.type != b.type) {
+            return false;
         }
-        m_open = opened;
-        m_isOpen = true;
-        m_isInterrupted = true;
-        return true;
+        if (a.type == etArray) {
+            const Element::TArray& items = *a.value.array;
+            return sameSize(items, *b.value.array) && (items.empty() || sameChildren(a, b, levels));
+        }
+        const Element::TObject& members = *a.value.object;
+        return sameSize(members, *b.value.object) &&
+               (members.empty() || sameChildren(a, b, levels));
     }
 
-    void close() {
-        m_isOpen = !m_outer.empty();
-        if (m_isOpen) {
-            m_open = m_outer.back();
-            m_outer.pop_back();
+    /// Of two containers of the same type and size.
+    bool sameChildren(const SData& a, const SData& b, unsigned levels) {
+        if (levels == 0) {
+            m_putOff.emplace_back(&a, &b);
+            return true;
         }
+        return a.type == etArray ? sameItems(*a.value.array, *b.value.array, levels - 1)
+                                 : sameMembers(*a.value.object, *b.value.object, levels - 1);
     }
 
     template<class Container>
@@ -142,85 +112,43 @@ private:
         return spendText(a.textIn(left).size() + b.textIn(right).size()) && a == b;
     }
 
-    // From some children on, up to the last ones, or to containers with containers in them, so that
-    // both trees are traversed in the order in which they lie in memory. Containers that are not
-    // open are opened only where they hold containers: half of those of most documents do not, and
-    // opening and closing them cost as much as two scalars.
-
-    bool compareItems(const Element& a, const Element& b, std::size_t position, bool areOpen) {
-        const std::size_t size = arrayOf(a).size();
-        while (position != size) {
-            const auto items = Place::stretchAt(arrayOf(a), position);
-            const auto others = Place::stretchAt(arrayOf(b), position);
+    bool sameItems(const Element::TArray& a, const Element::TArray& b, unsigned levels) {
+        const std::size_t size = a.size();
+        for (std::size_t position = 0; position != size;) {
+            const auto items = Place::stretchAt(a, position);
+            const auto others = Place::stretchAt(b, position);
             const std::size_t end = std::min({items.end, others.end, size});
             const Element* item = items.first + (position - items.begin);
             const Element* other = others.first + (position - others.begin);
             for (; position != end; ++position, ++item, ++other) {
-                if (!isContainer(item->data())) {
-                    if (!sameScalar(item->data(), other->data())) {
-                        return false;
-                    }
-                    continue;
-                }
-                if (!areOpen) {
-                    return open({&a, &b, position, {}, {}});
-                }
-                m_open.position = position + 1;
-                if (!compareContainers(*item, *other)) {
+                if (!sameValue(item->data(), other->data(), levels)) {
                     return false;
                 }
-                if (m_isInterrupted) {
-                    return true;
-                }
             }
-        }
-        return finish(areOpen);
-    }
-
-    bool compareMembers(const Element& a, const Element& b, Member member, Member beside,
-                        bool areOpen) {
-        const Element::TObject& others = objectOf(b);
-        for (const Member end = objectOf(a).end(); member != end; ++member) {
-            const Element& value = member->second;
-            if (isContainer(value.data()) && !areOpen) {
-                return open({&a, &b, 0, member, beside});
-            }
-            const Member other = memberLike(member->first, others, beside);
-            if (other == others.end()) {
-                return false;
-            }
-            beside = std::next(other);
-            if (!isContainer(value.data())) {
-                if (!sameScalar(value.data(), other->second.data())) {
-                    return false;
-                }
-                continue;
-            }
-            m_open.member = std::next(member);
-            m_open.beside = beside;
-            if (!compareContainers(value, other->second)) {
-                return false;
-            }
-            if (m_isInterrupted) {
-                return true;
-            }
-        }
-        return finish(areOpen);
-    }
-
-    /// That of `others` with the key, which mostly is the one after the last one that was found.
-    static Member memberLike(const std::string& key, const Element::TObject& others,
-                             Member likely) {
-        const bool isThere = likely != others.end() && likely->first.size() == key.size() &&
-                             ko::detail::sameBytes(likely->first.data(), key.data(), key.size());
-        return isThere ? likely : others.find(key);
-    }
-
-    bool finish(bool areOpen) {
-        if (areOpen) {
-            close();
         }
         return true;
+    }
+
+    /// Most often the members stand in the same order.
+    bool sameMembers(const Element::TObject& a, const Element::TObject& b, unsigned levels) {
+        auto other = b.begin();
+        for (const auto& [key, value] : a) {
+            if (other == b.end() || !sameKey(key, other->first)) {
+                other = b.find(key);
+                if (other == b.end()) {
+                    return false;
+                }
+            }
+            if (!sameValue(value.data(), other->second.data(), levels)) {
+                return false;
+            }
+            ++other;
+        }
+        return true;
+    }
+
+    static bool sameKey(const std::string& a, const std::string& b) {
+        return a.size() == b.size() && ko::detail::sameBytes(a.data(), b.data(), a.size());
     }
 
     bool spend(unsigned long long cost) {
@@ -234,14 +162,12 @@ private:
     bool spendText(std::size_t bytes) { return spend(bytes / k_textOfOne); }
 
     static constexpr std::size_t k_textOfOne = 64;
+    static constexpr unsigned k_levels = 32;
 
     NumberRule m_rule;
     unsigned long long m_budget;
     bool m_isSpent = false;
-    bool m_isOpen = false;         ///< whether there is a container in m_open
-    bool m_isInterrupted = false;  ///< since it was opened just now
-    Open m_open{};
-    std::vector<Open> m_outer;
+    std::vector<std::pair<const SData*, const SData*>> m_putOff;
 };
 
 template<bool k_isPlain>

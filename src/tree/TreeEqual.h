@@ -17,7 +17,8 @@ enum class NumberRule {
 };
 
 /// Linear in the size of the trees, except for a logarithm for each member that stands elsewhere in
-/// the other object. Does not recurse. Throws nothing but std::bad_alloc.
+/// the other object. The stack that it takes does not depend on their depth. Needs memory for
+/// containers that are nested deeply only. Throws nothing but std::bad_alloc.
 bool treesEqual(const Element& a, const Element& b, NumberRule rule);
 
 /// The same, except that it gives up and returns std::nullopt where it would cost more than

@@ -281,13 +281,33 @@ std::string manyChildren(unsigned int count) {
     return "[{" + members + "},[" + items + "]]";
 }
 
-/// How children are found depends on their number, and changes with one more of them.
-TEST(EditsWithoutMemory, leave_every_way_of_finding_children_as_it_was) {
+/// An object like that, and how often a key was looked up in it.
+struct Asked {
+    unsigned int count;
+    unsigned int lookups;
+};
+
+std::vector<Asked> askedObjects() {
+    std::vector<Asked> result;
     for (const unsigned int count : {7U, 8U, 9U, 15U, 16U, 17U, 63U, 64U, 65U, 128U}) {
+        for (const unsigned int lookups : {0U, 16U, 17U}) {
+            result.push_back({count, lookups});
+        }
+    }
+    return result;
+}
+
+/// How children are found depends on their number and on how often that was done, and changes with
+/// one more of them.
+TEST(EditsWithoutMemory, leave_every_way_of_finding_children_as_it_was) {
+    for (const auto [count, lookups] : askedObjects()) {
         const std::string text = manyChildren(count);
         for (std::size_t number = 1; number < 12; ++number) {
             const Document document(text);
             Element root(document.root);
+            for (unsigned int i = 0; i < lookups; ++i) {
+                ASSERT_FALSE(root.array()[0].object().contains(k_new));
+            }
             for (Element& item : root.array()) {
                 refuseAllocation(number, Refusal::forGood);
                 try {

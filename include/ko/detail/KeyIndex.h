@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::KeyIndex, the index that ListMap keeps beside its list: list positions in the order of the
-// keys that stand there. Most objects are small and need none; that of a larger one is made when a
-// key is first looked up, as a sorted vector, which needs few allocations, and becomes a tree when
-// it grows.
+// keys that stand there. Most objects are small and need none; that of a larger one is made once
+// keys were looked up a few times, as a sorted vector, which needs few allocations, and becomes a
+// tree when it grows.
 
 #pragma once
 
@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -53,7 +54,7 @@ public:
         typename Tree::const_iterator m_inTree{};
     };
 
-    explicit KeyIndex(const Compare& compare) : m_state(compare, nullptr) {}
+    explicit KeyIndex(const Compare& compare) : m_state(compare, k_untouched) {}
     KeyIndex(const KeyIndex&) = delete;
     KeyIndex& operator=(const KeyIndex&) = delete;
     ~KeyIndex() { clear(); }
@@ -61,7 +62,8 @@ public:
     const Compare& compare() const noexcept { return std::get<Compare>(m_state); }
 
     /// `key` is a Key or, where the order is std::less, anything that compares with one. O(log n),
-    /// and O(n log n) where the index is made; without memory for that, O(n).
+    /// but O(n) for the first k_scans times, and O(n log n) where the index is made after them;
+    /// without memory for that, O(n).
     template<class Like>
     Spot find(List& list, const Like& key) const {
         Spot spot;
@@ -124,19 +126,22 @@ public:
 
     void clear() noexcept {
         delete large();
-        setLarge(nullptr);
+        setWord(k_untouched);
     }
 
     void swap(KeyIndex& other) noexcept {
         std::swap(std::get<Compare>(m_state), std::get<Compare>(other.m_state));
-        Large* const index = large();
-        setLarge(other.large());
-        other.setLarge(index);
+        const std::uintptr_t own = word();
+        setWord(other.word());
+        other.setWord(own);
     }
 
 private:
     /// Up to here looking at every key, which mostly compares lengths, beats the binary search.
     static constexpr std::size_t k_largestScan = 8;
+    /// How often that is done in a larger map before the index is made, since most documents are
+    /// only asked a few times. Sorting 100,000 keys costs as much as 190 looks at all of them.
+    static constexpr std::uintptr_t k_scans = 16;
     /// Up to here moving the entries after a new one costs less than the nodes of a tree.
     static constexpr std::size_t k_largestVector = 64;
     static constexpr bool k_isNatural = std::is_same_v<Compare, std::less<Key>>;
@@ -222,14 +227,26 @@ private:
         });
     }
 
-    using LargePointer = std::atomic<Large*>;
-
     KeyOrder order() const { return KeyOrder{compare()}; }
 
-    /// The index, made where it is missed; null for few pairs, and without memory.
+    /// The index, made where it is missed; null for few pairs or lookups, and without memory.
     const Large* indexFor(List& list) const {
-        const Large* const index = large();
-        return index != nullptr || list.size() <= k_largestScan ? index : makeIndex(list);
+        const std::uintptr_t seen = word();
+        if (!isCount(seen)) {
+            return pointerIn(seen);
+        }
+        return list.size() <= k_largestScan || isFewMore(seen) ? nullptr : makeIndex(list);
+    }
+
+    /// Notes one lookup more, unless these were enough. Where threads look up at once, some are not
+    /// noted.
+    bool isFewMore(std::uintptr_t seen) const noexcept {
+        if (seen >= k_untouched + k_scans * k_oneScan) {
+            return false;
+        }
+        std::get<Word>(m_state).compare_exchange_weak(seen, seen + k_oneScan,
+                                                      std::memory_order_relaxed);
+        return true;
     }
 
     [[gnu::noinline]] const Large* makeIndex(List& list) const {
@@ -240,11 +257,15 @@ private:
             return nullptr;
         }
         // Another thread may have come first.
-        Large* present = nullptr;
-        return std::get<LargePointer>(m_state).compare_exchange_strong(present, made.get(),
-                                                                       std::memory_order_acq_rel)
-                   ? made.release()
-                   : present;
+        std::uintptr_t present = word();
+        while (isCount(present)) {
+            if (std::get<Word>(m_state).compare_exchange_weak(
+                    present, reinterpret_cast<std::uintptr_t>(made.get()),
+                    std::memory_order_acq_rel)) {
+                return made.release();
+            }
+        }
+        return pointerIn(present);
     }
 
     std::unique_ptr<Large> indexOf(List& list) const {
@@ -264,16 +285,31 @@ private:
         return made;
     }
 
+    // One word: the address of the index or, while there is none, an odd number that counts
+    // lookups.
+
+    using Word = std::atomic<std::uintptr_t>;
+    static constexpr std::uintptr_t k_untouched = 1;
+    static constexpr std::uintptr_t k_oneScan = 2;
+
+    static bool isCount(std::uintptr_t word) noexcept { return (word & k_untouched) != 0; }
+    static Large* pointerIn(std::uintptr_t word) noexcept {
+        return reinterpret_cast<Large*>(word);  // NOLINT(performance-no-int-to-ptr): it was one
+    }
+    std::uintptr_t word() const noexcept {
+        return std::get<Word>(m_state).load(std::memory_order_acquire);
+    }
+    void setWord(std::uintptr_t word) noexcept {
+        std::get<Word>(m_state).store(word, std::memory_order_release);
+    }
     /// Null while there is no index.
     Large* large() const noexcept {
-        return std::get<LargePointer>(m_state).load(std::memory_order_acquire);
-    }
-    void setLarge(Large* index) noexcept {
-        std::get<LargePointer>(m_state).store(index, std::memory_order_release);
+        const std::uintptr_t seen = word();
+        return isCount(seen) ? nullptr : pointerIn(seen);
     }
 
     /// A tuple, in which an empty Compare takes no room.
-    mutable std::tuple<Compare, LargePointer> m_state;
+    mutable std::tuple<Compare, Word> m_state;
 };
 
 }  // namespace ko

@@ -148,6 +148,21 @@ TEST(ElementOrder, needs_no_stack_for_depth) {
     EXPECT_NE(std::hash<Element>()(object.root), std::hash<Element>()(other.root));
 }
 
+TEST(ElementOrder, finds_a_difference_at_any_depth) {
+    std::string one = "1";
+    std::string two = "2";
+    for (int depth = 0; depth < 140; ++depth) {
+        SCOPED_TRACE(depth);
+        const Document left(one);
+        const Document right(two);
+        EXPECT_TRUE(left.root == Document(one).root);
+        EXPECT_FALSE(left.root == right.root);
+        for (std::string* const text : {&one, &two}) {
+            *text = depth % 2 == 0 ? "[[0],{}," + *text + ",[5]]" : R"({"a":[],"b":)" + *text + "}";
+        }
+    }
+}
+
 TEST(ElementNumber, set_from_a_floating_value_reads_back_as_the_same_value) {
     Element element;
     element.setNumber(52.52000659999);
