@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/ReadOptions.h>
@@ -77,8 +78,8 @@ public:
 
     /// Where the element stood in the text that the document was loaded or parsed from. Nothing for
     /// an element that was not read from there, or that is elsewhere in the tree now; after a
-    /// successful applyPatch() that is every element of its target but the target itself, for the
-    /// patch works on a copy. Linear cost.
+    /// successful applyPatch() that is every element of its target except the target itself, since
+    /// the patch works on a copy. Linear cost.
     std::optional<SourcePlace> placeOf(const Element& element) const;
     /// The file that the document was loaded from; empty where it was not.
     const std::string& file() const noexcept;
@@ -89,11 +90,13 @@ public:
     /// it. Linear in the size of the tree that is deleted.
     void setRoot(Element& root, bool takeOwnership);
 
-    Element* root() noexcept { return m_root; }
-    const Element* root() const noexcept { return m_root; }
-    /// The root. Throws Exception where there is none. O(1).
-    Element& operator*() { return *required(); }
-    const Element& operator*() const { return *required(); }
+    /// The root, or null. A root that the document owns lives until another takes its place, or the
+    /// document is destroyed.
+    Element* root() noexcept KO_LIFETIME_BOUND { return m_root; }
+    const Element* root() const noexcept KO_LIFETIME_BOUND { return m_root; }
+    /// The same. Throws Exception where there is none. O(1).
+    Element& operator*() KO_LIFETIME_BOUND { return *required(); }
+    const Element& operator*() const KO_LIFETIME_BOUND { return *required(); }
     bool ownsRoot() const noexcept { return m_ownsRoot; }
 
     bool writeMeta() const noexcept { return m_writeMeta; }

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/JsonPointer.h>
@@ -64,6 +65,11 @@ public:
     /// costs the lookup.
     static JsonPath fromPointer(const JsonPointer& pointer, const Element& root);
 
+    // Moving copies, so that no query is left without its text.
+    JsonPath(const JsonPath&) = default;
+    JsonPath& operator=(const JsonPath&) = default;
+    ~JsonPath() = default;
+
     /// The text as it was given.
     const std::string& str() const noexcept;
     /// Whether it names one place: names and indexes only, one in each segment.
@@ -77,7 +83,8 @@ public:
     ///@}
 
     ///@{
-    /// The elements that the query selects. Linear in the number of elements that it has to look
+    /// The elements that the query selects, in the tree of `root`, which must outlive their use.
+    /// Linear in the number of elements that it has to look
     /// at; constant for each step of a singular query, except for the search in its objects. Throws
     /// Exception beyond the bounds, and std::bad_alloc.
     std::vector<const Element*> select(const Element& root) const;
@@ -86,8 +93,8 @@ public:
     ///@{
     /// The first of them, or null; the last segment is followed no further than there. The cost is
     /// at most that of select().
-    const Element* first(const Element& root) const;
-    Element* first(Element& root) const;
+    const Element* first(const Element& root KO_LIFETIME_BOUND) const;
+    Element* first(Element& root KO_LIFETIME_BOUND) const;
     ///@}
 
     /// The normalized path of an element, which is a query that selects it alone: from `relativeTo`

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Path.h>
@@ -57,15 +58,15 @@ public:
     ///@{
     /// The element at this place below `start`, or null. For each step O(log n) in an object and
     /// O(1) in an array.
-    Element* find(Element& start) const;
-    const Element* find(const Element& start) const;
+    Element* find(Element& start KO_LIFETIME_BOUND) const;
+    const Element* find(const Element& start KO_LIFETIME_BOUND) const;
     ///@}
     ///@{
     /// The element at this place below `start`. Throws PathNotFound, with this pointer's text as
     /// path, the step that leads nowhere as key, and the element before that as context. Costs
     /// find().
-    Element& get(Element& start) const;
-    const Element& get(const Element& start) const;
+    Element& get(Element& start KO_LIFETIME_BOUND) const;
+    const Element& get(const Element& start KO_LIFETIME_BOUND) const;
     ///@}
 
     friend bool operator==(const JsonPointer& a, const JsonPointer& b) {

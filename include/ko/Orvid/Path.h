@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
 #include <ko/Orvid/types.h>
@@ -70,18 +71,20 @@ public:
     /// path leads nowhere or to another type than `type`; etEmpty accepts any type. A step `[*]`
     /// throws ParseException("Index must be set!") in all of them. The cost is that of parsing the
     /// path and, for each step, O(log n) in an object and O(1) in an array.
-    static const Element& getElement(const Path& path, const Element& start);
-    static Element& getElement(const Path& path, Element& start);
-    static const Element* tryGetElement(const Path& path, const Element& start,
+    static const Element& getElement(const Path& path, const Element& start KO_LIFETIME_BOUND);
+    static Element& getElement(const Path& path, Element& start KO_LIFETIME_BOUND);
+    static const Element* tryGetElement(const Path& path, const Element& start KO_LIFETIME_BOUND,
                                         EType type = etEmpty);
-    static Element* tryGetElement(const Path& path, Element& start, EType type = etEmpty);
+    static Element* tryGetElement(const Path& path, Element& start KO_LIFETIME_BOUND,
+                                  EType type = etEmpty);
     static bool pathExists(const Path& path, const Element& start, EType type = etEmpty);
     ///@}
 
     /// The element below `start` to which a plain path leads: one without escapes, `[*]` and
     /// errors. Null where it leads nowhere and for any other path, of which the operations above
     /// say more. Needs no memory, and costs what they do.
-    static const Element* plainElement(std::string_view path, const Element& start);
+    static const Element* plainElement(std::string_view path,
+                                       const Element& start KO_LIFETIME_BOUND);
 
     /// Walks below `start`, making what is missing: members, items for `[*]`, and containers out of
     /// empty elements; then copies what `value` was before the call into the last element, unless

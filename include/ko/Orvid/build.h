@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace ko::Orvid {
@@ -34,6 +35,7 @@ private:
     mutable Element m_element;
 };
 
+/// A member in the list of makeObject(), which copies the key.
 struct BuildMember {
     std::string_view key;
     BuildValue value;

@@ -9,6 +9,8 @@
 
 #include <sstream>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "Selection.h"
@@ -134,6 +136,15 @@ TEST(JsonPath, keeps_its_text) {
     out << query;
     EXPECT_EQ(out.str(), "$ .a");
     EXPECT_EQ(query.str(), "$ .a");
+}
+
+TEST(JsonPath, is_still_there_after_a_move) {
+    JsonPath query("$.a");
+    const JsonPath moved = std::move(query);
+    EXPECT_EQ(query.str(), "$.a");  // NOLINT(bugprone-use-after-move): this is the promise
+    EXPECT_EQ(query.select(ko::Orvid::parse(R"({"a":1})")).size(), 1U);
+    EXPECT_EQ(moved.str(), "$.a");
+    static_assert(std::is_nothrow_move_constructible_v<JsonPath>);
 }
 
 TEST(JsonPath, is_singular_with_one_name_or_index_in_each_segment) {
