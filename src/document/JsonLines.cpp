@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "text/byteOrderMark.h"
+#include "text/whitespace.h"
 
 namespace ko::Orvid {
 
@@ -24,10 +25,6 @@ namespace {
 ReadOptions whole(ReadOptions options) {
     options.requireWholeDocument = true;
     return options;
-}
-
-bool isBlank(std::string_view line) {
-    return line.find_first_not_of(" \t\r") == std::string_view::npos;
 }
 
 }  // namespace
@@ -114,7 +111,7 @@ Element* JsonLines::next() {
         if (!m_state->readLine()) {
             return nullptr;
         }
-    } while (isBlank(m_state->line));
+    } while (text::isBlankLine(m_state->line));
     m_state->read();
     return &m_state->record;
 }
@@ -122,7 +119,7 @@ Element* JsonLines::next() {
 unsigned long long JsonLines::number() const noexcept { return m_state->number; }
 
 std::optional<SourcePlace> JsonLines::placeOf(const Path& path) const {
-    if (number() == 0 || isBlank(m_state->line)) {
+    if (number() == 0 || text::isBlankLine(m_state->line)) {
         return std::nullopt;
     }
     const Dom record = parsed(m_state->line, m_state->options);

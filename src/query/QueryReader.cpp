@@ -6,6 +6,7 @@
 
 #include "path/PathCharacters.h"
 #include "text/codePoints.h"
+#include "text/whitespace.h"
 
 namespace ko::Orvid {
 
@@ -62,7 +63,7 @@ void QueryReader::expect(std::string_view mark, std::string_view wanted) {
 }
 
 bool QueryReader::skipWhitespace() noexcept {
-    const std::size_t end = m_text.find_first_not_of(" \t\n\r", m_position);
+    const std::size_t end = m_text.find_first_not_of(text::k_whitespace, m_position);
     const std::size_t before = m_position;
     m_position = end == std::string_view::npos ? m_text.size() : end;
     return m_position > before;

@@ -12,6 +12,7 @@
 #include "output/Color.h"
 #include "output/Layout.h"
 #include "text/byteOrderMark.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -20,8 +21,7 @@ namespace {
 using ko::Orvid::Dom;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
-
-constexpr std::string_view k_whitespace = " \t\r";
+using ko::Orvid::text::k_whitespaceInLine;
 
 bool hasNewline(std::string_view text) { return text.find('\n') != std::string_view::npos; }
 
@@ -59,8 +59,8 @@ std::string recordOf(const Document& document, std::string text) {
     std::string line = jsonLine(**document.kept, Layout());
     line.pop_back();  // the newline
     const std::string_view before = document.text;
-    const std::size_t begin = before.find_first_not_of(k_whitespace);
-    const std::size_t end = before.find_last_not_of(k_whitespace) + 1;
+    const std::size_t begin = before.find_first_not_of(k_whitespaceInLine);
+    const std::size_t end = before.find_last_not_of(k_whitespaceInLine) + 1;
     return std::string(before.substr(0, begin)) + line + std::string(before.substr(end));
 }
 

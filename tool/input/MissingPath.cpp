@@ -12,6 +12,7 @@
 
 #include "input/PathSteps.h"
 #include "output/Similar.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -19,8 +20,7 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::PathNotFound;
-
-constexpr const char* k_whitespace = " \t\n\r";
+using ko::Orvid::text::k_whitespace;
 
 /// The element at which the walk stopped; null where it is in no part of this document.
 const Element* holderIn(const Element& root, const PathNotFound& error) {

@@ -14,6 +14,7 @@
 #include "input/SlipHint.h"
 #include "text/byteOrderMark.h"
 #include "text/TextScannerRun.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -160,7 +161,8 @@ void ValueStream::drop() {
     constexpr std::uint64_t shown = 512;
     const std::uint64_t rest = std::max(m_root, m_start);
     const bool isBlank =
-        m_sink.isBegun() || from(rest).find_first_not_of(" \t\r\n") == std::string_view::npos;
+        m_sink.isBegun() ||
+        from(rest).find_first_not_of(ko::Orvid::text::k_whitespace) == std::string_view::npos;
     const std::uint64_t needed = m_sink.openOr(isBlank ? end() : rest);
     if (needed > m_start + shown) {
         const auto count = static_cast<std::size_t>(needed - shown - m_start);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "text/byteOrderMark.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -42,7 +43,7 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
     const bool isFirst = batch.isFirst && batch.counts.lines == 1;
     document.mark = line.substr(0, isFirst ? ko::Orvid::text::markLength(line) : 0);
     document.text = line.substr(document.mark.length());
-    if (document.text.find_first_not_of(" \t\r") == std::string_view::npos) {
+    if (ko::Orvid::text::isBlankLine(document.text)) {
         ++batch.counts.blank;
         return;
     }

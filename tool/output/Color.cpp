@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "text/whitespace.h"
+
 namespace orvid_tool {
 
 namespace {
@@ -32,7 +34,7 @@ std::size_t commentEnd(const std::string& json, std::size_t start) {
 
 const char* colorOf(const std::string& json, std::size_t start, std::size_t end) {
     if (json[start] == '"') {
-        const std::size_t next = json.find_first_not_of(" \t\r\n", end);
+        const std::size_t next = json.find_first_not_of(ko::Orvid::text::k_whitespace, end);
         return next != std::string::npos && json[next] == ':' ? k_key : k_string;
     }
     return json[start] >= 'a' && json[start] <= 'z' ? k_word : k_number;

@@ -9,6 +9,7 @@
 
 #include "call/Options.h"
 #include "input/PathSteps.h"
+#include "text/whitespace.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
 
@@ -57,7 +58,7 @@ private:
 
     void readLine(std::string_view line, const Location& location, Element& root,
                   Gaps& gaps) const {
-        if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
+        if (ko::Orvid::text::isBlankLine(line)) {
             return;
         }
         const std::size_t tab = line.find('\t');
