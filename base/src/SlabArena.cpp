@@ -81,8 +81,8 @@ struct alignas(16) SlabArena::Slab {
 struct alignas(8) SlabArena::Header {
     Slab* slab;  ///< null for a block on its own
 
-    /// A block on its own, for the tree of that arena, or for none. Not compiled into what is
-    /// usual, which would save registers for its calls then.
+    /// A block on its own, for the tree of that arena, or for none. Kept out of line: inlined, its
+    /// calls would make the usual path save registers.
     [[gnu::noinline]] static void* allocate(std::size_t size, SlabArena* arena) {
         char* const bytes = static_cast<char*>(obtain(k_header + size));
         new (bytes) Header{nullptr};
@@ -266,7 +266,7 @@ std::size_t SlabArena::nextSize() const noexcept {
     return std::clamp(m_total / k_part, k_usualSlab, k_largestSlab);
 }
 
-/// Of a block that is too large for a slab, and goes with the same tree.
+/// Counts a block that is too large for a slab and belongs to the same tree.
 void SlabArena::noteOther(std::size_t size) noexcept {
     m_others += size;
     if (m_total + m_others >= m_toShow) {
@@ -274,8 +274,8 @@ void SlabArena::noteOther(std::size_t size) noexcept {
     }
 }
 
-/// Until the next time the tree may become twice as large, and the texts of its strings, which are
-/// not counted here, as large again.
+/// Shows the heap twice the sum: half of it for the texts of strings, which are not counted here.
+/// The next time is when the sum has doubled.
 void SlabArena::show() noexcept {
     const std::size_t sum = m_total + m_others;
     showSize(std::min(2 * sum, k_largestShown));

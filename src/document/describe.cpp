@@ -145,13 +145,13 @@ bool isOfQuery(ParseErrorCode code) {
     }
 }
 
-/// What kind of text an error is in, and that text where it is known.
-std::string faulty(const char* kind, const ParseException& error) {
+/// The subject of a sentence about an error in a text: its kind, and the text where it is known.
+std::string subject(const char* kind, const ParseException& error) {
     return std::string(kind) + (error.text().empty() ? "" : " " + quoted(error.text()));
 }
 
 std::string describePathError(const ParseException& error, const std::string& reason) {
-    std::string text = faulty("The path", error) + " has an error: " + reason;
+    std::string text = subject("The path", error) + " has an error: " + reason;
     if (error.lastColumn() >= 0) {
         text += ", at column " + std::to_string(error.lastColumn()) + " (counted from 0)";
     }
@@ -184,7 +184,7 @@ std::string describeParse(const ParseException& error) {
                concerned(error);
     }
     if (isOfQuery(error.code())) {
-        return faulty("The query", error) + " has an error at column " +
+        return subject("The query", error) + " has an error at column " +
                std::to_string(error.firstColumn()) +
                " (counted from 0): " + sentence(error.message());
     }

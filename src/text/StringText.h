@@ -44,7 +44,7 @@ StringScan scanString(const char* at, const char* end, const StringRules& rules)
 /// What scanUtf8() came to.
 struct Utf8Scan {
     const char* at;      ///< the first byte of a sequence that is malformed or cut off, or the end
-    std::size_t length;  ///< of a ill-formed sequence; 0 otherwise
+    std::size_t length;  ///< of an ill-formed sequence; 0 otherwise
 };
 
 /// Whether all of a few bytes are UTF-8: at least one, and no more than a wide block has, which may

@@ -69,7 +69,7 @@ template<class Sink>
     return stop;
 }
 
-/// A number that is long, cut off or faulty.
+/// A number that is long, cut off or malformed.
 template<class Sink>
 [[gnu::noinline]] const char* TextScanner::takeOddNumber(const char* at, const char* end,
                                                          Sink& sink) {

@@ -41,7 +41,7 @@ public:
         return isKnown ? m_members[m_slots[m_slot].number - 1] : nullptr;
     }
 
-    /// Its key was sought last, and not found.
+    /// Its key was looked up last, and not found.
     void add(Member& member) noexcept {
         try {
             if (!m_hasGivenUp && 2 * (m_members.size() + 1) > m_slots.size()) {
@@ -118,7 +118,7 @@ private:
     std::vector<Member*> m_members;
     std::vector<Slot> m_slots;  ///< their number is a power of two
     bool m_hasGivenUp = false;
-    // Of the key that was sought last.
+    // Of the key that was looked up last.
     std::uint32_t m_hash = 0;
     std::size_t m_slot = 0;
 };

@@ -12,8 +12,8 @@
 namespace ko {
 
 /// A non-owning view of `length()` characters from `data()` on; not NUL-terminated. It is valid as
-/// long as the characters it was made from. Copying it copies the view, never the characters. What
-/// names no cost is O(1).
+/// long as the characters it was made from. Copying it copies the view, never the characters. An
+/// operation that states no cost is O(1).
 template<class Char>
 class StringRef {
 public:

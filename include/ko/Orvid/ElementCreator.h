@@ -14,8 +14,8 @@ namespace ko::Orvid {
 /// Moves from a start element one step down for each step of a path, and builds: an empty element
 /// becomes the container that the step needs, a missing member and the step `[*]` add an empty
 /// element. Nothing else is converted, and no array is padded. What was built stays when a later
-/// step fails. A step costs O(log n) in an object and O(1) in an array, making the creator the
-/// length of the path; all else is O(1).
+/// step fails. A step costs O(log n) in an object and O(1) in an array, making the creator costs
+/// the length of the path; all else is O(1).
 class KO_API ElementCreator : public PathParserListener {
 public:
     /// `path` is named in errors; it is what the parser is going to read. `value` is held for the

@@ -13,7 +13,8 @@ namespace ko::Orvid {
 
 /// Moves from a start element one step down for each step of a path. It reads the tree and owns
 /// nothing of it. A step `[*]` throws ParseException("Index must be set!"). A step costs O(log n)
-/// in an object and O(1) in an array, making the getter the length of the path; all else is O(1).
+/// in an object and O(1) in an array, making the getter costs the length of the path; all else is
+/// O(1).
 class KO_API ElementGetter : public PathParserListener {
 public:
     /// `path` is named in errors; it is what the parser is going to read. With `throwOnMissing` a

@@ -26,9 +26,9 @@ KO_API std::string describe(const std::exception& error);
 /// counted from 1, or `3:14: ` where the text came from no file. For an error that concerns a
 /// member or item that is missing, it is the place of the object or array without it. Without a
 /// place for an element that was not in the text, and for a document that was not read. `dom` must
-/// be the document that the error is about, as it was then: the error holds the path of its element
-/// alone, and in another document that leads to another place, which is given all the same. Costs
-/// Dom::placeOf() besides.
+/// be the document that the error is about, as it was when the error was thrown: the error holds
+/// only the path of its element, so another document gives the place of what stands at that path
+/// there. Costs Dom::placeOf() besides.
 KO_API std::string describe(const std::exception& error, const Dom& dom);
 
 /// The same of an error that concerns an element of the record that `lines` has read last, after

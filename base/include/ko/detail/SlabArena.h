@@ -113,7 +113,7 @@ private:
 
     static constexpr std::size_t k_largestFirst = 4096;                      ///< slab, in bytes
     static constexpr std::size_t k_smallestShown = std::size_t{128} * 1024;  ///< in bytes
-    /// Of a larger block glibc takes no notice.
+    /// glibc learns nothing from a larger block.
     static constexpr std::size_t k_largestShown =
         sizeof(void*) >= 8 ? std::size_t{31} << 20U : std::size_t{480} << 10U;  ///< in bytes
 
