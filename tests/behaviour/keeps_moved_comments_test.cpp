@@ -35,14 +35,14 @@ void expectSameComments(const std::string& text, std::vector<int> expected) {
     EXPECT_EQ(comments, expected) << text;
 }
 
-/// In an array nothing tells equal items apart.
+/// In an array nothing distinguishes equal items.
 bool hasEqualSibling(const Element& element) {
     return element.parent()->isArray() && std::count(element.parent()->array().begin(),
                                                      element.parent()->array().end(), element) > 1;
 }
 
-/// What goes when a value is removed is what belongs to it: so it is told whose the comments are
-/// that stand where it went.
+/// Removing a value removes the comments that belong to it: that shows which comments belong to the
+/// value after it was moved.
 TEST(KeepsMovedComments, has_the_same_comments_with_a_value_that_was_moved_or_renamed) {
     unsigned count = 0;
     forEachDocument([&](const CommentedSubject& subject) {

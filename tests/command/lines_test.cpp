@@ -155,7 +155,7 @@ TEST(max_line, holds_for_lines_that_are_longer_than_what_is_read_at_once) {
     }
 }
 
-/// Lines of many lengths, some of them blank or faulty.
+/// Lines of many lengths, some of them blank or malformed.
 std::string manyLines() {
     std::string lines;
     for (int i = 0; i < 60000; ++i) {

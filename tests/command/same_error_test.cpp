@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Every verb that reads whole documents says the same of a faulty one: the words of check, its
+// Every verb that reads whole documents says the same of a malformed one: the words of check, its
 // place, and the caret under it, with and without a short cut around the tree.
 
 #include "support/Command.h"

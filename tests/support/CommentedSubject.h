@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// CommentedSubject, what the tests of documents that keep their text are about: a document with
-// comments everywhere, of which it is known whose they are.
+// CommentedSubject, the document of the tests of documents that keep their text: it has comments
+// everywhere, and it is known to which value each of them belongs.
 
 #pragma once
 
@@ -49,7 +49,7 @@ inline ko::Orvid::Element& elementAt(ko::Orvid::Dom& dom, const CommentedValue& 
     return pointer.get(*dom);
 }
 
-/// The comments of the document, in order, but those of the value.
+/// The comments of the document, in order, except those of the value.
 inline std::vector<int> commentsWithout(const CommentedSubject& subject,
                                         const CommentedValue& value) {
     std::vector<int> comments = CommentedJson::commentsIn(subject.document.text);

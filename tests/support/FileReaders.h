@@ -2,7 +2,7 @@
 //
 // The same file read twice from a std::ifstream: by a DomParser, which may read it by pieces of its
 // own, and by a subclass, whose text comes from the stream's buffer. Nobody may see a difference,
-// in where the stream stands neither.
+// not even in the position of the stream.
 
 #pragma once
 

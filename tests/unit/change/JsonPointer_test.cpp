@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tests of JsonPointer: the examples of RFC 6901, faulty text, the way to and from paths, and
+// Tests of JsonPointer: the examples of RFC 6901, malformed text, the way to and from paths, and
 // elements found and named.
 
 #include <ko/Orvid/JsonPointer.h>

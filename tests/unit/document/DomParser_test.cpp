@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Tests of DomParser: the tree that a text becomes, where it is built, and what is left of text
-// that is faulty or ends early. The single events are in DomParserEvents_test.cpp.
+// that is malformed or ends early. The single events are in DomParserEvents_test.cpp.
 
 #include <ko/Orvid/DomParser.h>
 

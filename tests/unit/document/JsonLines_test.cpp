@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tests of JsonLines: records and their lines, faulty lines, and what a line may look like.
+// Tests of JsonLines: records and their lines, malformed lines, and what a line may look like.
 
 #include <ko/Orvid/JsonLines.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Tests of SafeFile: what a replacement keeps, what each failure leaves behind, and that a process
+// Tests of SafeFile: what a replacement keeps, what each failure leaves, and that a process
 // that is killed while it writes leaves the old or the new content and nothing else.
 
 #include <ko/Orvid/SafeFile.h>

@@ -16,7 +16,7 @@ using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::sourceExcerpt;
 
-/// The excerpt of a text that is faulty when it is read strictly.
+/// The excerpt of a text that is malformed when it is read strictly.
 std::string excerptOf(const std::string& text) {
     Element root;
     return sourceExcerpt(text, orvid_test::thrownBy<ParseException>(

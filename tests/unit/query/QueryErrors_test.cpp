@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Faulty queries: where the error is, drawn under the query, and what was expected.
+// Malformed queries: where the error is, drawn under the query, and what was expected.
 
 #include <ko/Orvid/JsonPath.h>
 

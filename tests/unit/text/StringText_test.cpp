@@ -179,8 +179,7 @@ TEST(StringText, knows_every_sequence_of_two_bytes_and_the_edges_of_the_longer_o
     }
 }
 
-/// The offset of the first byte that is no UTF-8, as looked for byte by byte, which is how less
-/// than a block is.
+/// The offset of the first byte that is no UTF-8, found without blocks: byte by byte.
 std::size_t plainEndOf(const std::string& bytes) {
     std::size_t at = 0;
     while (at < bytes.size()) {
@@ -201,7 +200,7 @@ std::size_t endOf(const std::string& bytes) {
     return static_cast<std::size_t>(text::scanUtf8(bytes.data(), end).at - bytes.data());
 }
 
-/// Characters of one to four bytes, of which each may have one faulty byte.
+/// Characters of one to four bytes, among which one byte may be wrong.
 std::string randomText(std::mt19937& random, std::size_t length) {
     const char* const characters[] = {"a",
                                       " ",
@@ -218,9 +217,9 @@ std::string randomText(std::mt19937& random, std::size_t length) {
         text += characters[random() % std::size(characters)];
     }
     if (random() % 3 != 0) {
-        const char faults[] = {'x',    '\x80', '\xA0', '\xBF', '\xC0',
-                               '\xE0', '\xED', '\xF0', '\xF4', '\xFF'};
-        text[random() % text.size()] = faults[random() % std::size(faults)];
+        const char wrong[] = {'x',    '\x80', '\xA0', '\xBF', '\xC0',
+                              '\xE0', '\xED', '\xF0', '\xF4', '\xFF'};
+        text[random() % text.size()] = wrong[random() % std::size(wrong)];
     }
     return text.substr(0, text.size() - random() % 4);
 }

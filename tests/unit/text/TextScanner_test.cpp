@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The scanner alone: the tokens with their places, whole and in pieces, and what it says of text
-// that is cut off or faulty.
+// that is cut off or malformed.
 
 #include "text/TextScanner.h"
 

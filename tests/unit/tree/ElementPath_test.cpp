@@ -9,7 +9,6 @@
 #include <ko/Orvid/Object.h>
 
 #include <cstddef>
-#include <ctime>
 #include <functional>
 #include <sstream>
 #include <string>
@@ -197,27 +196,17 @@ TEST(ElementPath, names_the_true_place_where_copied_items_report_the_index_0) {
     EXPECT_EQ(copy.array()[2].index(), 2U);
 }
 
-/// In clock ticks.
-std::clock_t timeToName(const Element::TArray& items, std::size_t first, std::size_t count) {
-    const std::clock_t begin = std::clock();
-    std::size_t length = 0;
-    for (std::size_t position = first; position != first + count; ++position) {
-        length += items[position].path().size();
-    }
-    EXPECT_GE(length, count * 3);
-    return std::clock() - begin;
-}
-
+/// If each path cost a search, that would take 500,000,000,000 steps: many minutes.
 TEST(ElementPath, costs_no_search_where_the_index_is_right) {
     constexpr std::size_t size = 1'000'000;
-    constexpr std::size_t count = 1000;
     Element root = makeArray({});
     root.array().resize(size);
     CHECK_LINKS(root);
-    static_cast<void>(timeToName(root.array(), 0, count));  // what is done but once
-    const std::clock_t first = timeToName(root.array(), 0, count);
-    const std::clock_t last = timeToName(root.array(), size - count, count);
-    EXPECT_LE(last, 50 * first + CLOCKS_PER_SEC / 10);
+    std::size_t length = 0;
+    for (const Element& item : root.array()) {
+        length += item.path().size();
+    }
+    EXPECT_EQ(length, 5'888'890U + 2 * size);  // the digits, and the brackets
 }
 
 TEST(ElementPath, names_the_true_place_below_each_kind_of_copy) {
