@@ -123,7 +123,7 @@ void readEnumeration() {
     std::cout << (level == Level::high) << " " << serialize(Element::from(Level::low)) << "\n";
 }
 
-void readOwnWay() {
+void readWithFunctions() {
     const auto angle = parse(R"({"deg": 90})").to<geometry::Angle>();
     std::cout << angle.degrees << " " << serialize(Element::from(geometry::Angle{45.5})) << "\n";
 }
@@ -147,7 +147,7 @@ std::vector<Recipe> reading() {
         {"Read arrays and objects into containers", readContainers},
         {"Read objects into a struct", readStruct},
         {"Read an enumeration from strings", readEnumeration},
-        {"Convert a type in a way of its own", readOwnWay},
+        {"Convert a type with functions of your own", readWithFunctions},
         {"Read a duration", readDuration},
     };
 }

@@ -119,7 +119,7 @@ std::vector<Recipe> values() {
         {"Build a document in code", buildDocument},
         {"Write it indented, sorted, in ASCII", writeLayouts},
         {"Go through members and items", walkChildren},
-        {"Do something else for each type", visitValues},
+        {"Handle each type of value", visitValues},
         {"Sort an array of objects by a member", sortByMember},
         {"Remove the items that match", removeMatches},
         {"Remove duplicates", removeDuplicates},
