@@ -22,6 +22,8 @@ namespace Orvid {
 
 template<class T>
 class Array;
+struct BuildMember;
+class BuildValue;
 class CallbackParser;
 class CallbackParserListener;
 struct DiffOptions;
@@ -45,6 +47,7 @@ class LimitExceeded;
 class Number;
 template<class Key, class Value, class Compare = std::less<Key>>
 class Object;
+enum class ParseErrorCode : int;
 class ParseException;
 class PatchException;
 struct PatchOptions;
@@ -53,9 +56,11 @@ class PathGenerator;
 class PathNotFound;
 class PathParser;
 class PathParserListener;
+struct PathStep;
 class PathView;
 struct QueryOptions;
 struct ReadOptions;
+enum class RepeatedKeys;
 class SafeFile;
 class FileVersion;
 class Source;
@@ -66,6 +71,8 @@ template<class Type>
 class TypeException;
 template<class Value, class Limit>
 class ValueOutOfRange;
+struct ValueOrigin;
+enum class ValueSource : int;
 struct WriteOptions;
 
 /// The path of `element` from its root, as Element::path(nullptr) writes it. Exceptions with
