@@ -57,9 +57,9 @@ public:
     ///
     /// Reading the text back, with the options it was read with, gives a tree that is equal to this
     /// one. Without a change it is the text that was read, byte for byte. Throws Exception, with
-    /// the element in error as context, for what JSON cannot express (a text that is no UTF-8 among
-    /// it, unless it was read with options that may let one in), and where there is no root.
-    /// Linear cost, except for arrays in which many items changed at once.
+    /// the element in error as context, for what JSON cannot express (a string that is no UTF-8
+    /// included, unless the text was read with options that accept such strings), and where there
+    /// is no root. Linear cost, except for arrays in which many items changed at once.
     std::string text() const;
 
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content

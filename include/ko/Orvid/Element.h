@@ -107,7 +107,7 @@ public:
 
     /// @name Reading: the payload
     /// After ensureType(). References live until this element takes another type or is destroyed:
-    /// `for (Element& item : parse(text).array())` goes through what is gone already.
+    /// in `for (Element& item : parse(text).array())` that is before the loop begins.
     ///@{
     bool& boolean() KO_LIFETIME_BOUND;
     const bool& boolean() const KO_LIFETIME_BOUND;

@@ -10,8 +10,8 @@
 
 namespace ko::Orvid {
 
-/// A file could not be read or written. The text names it and says why; it does not repeat the
-/// cause, which is the exception that says what is wrong with the content where that is in error.
+/// A file could not be read or written. The text names it and says why. Where the content is in
+/// error, the cause is the exception that says how, and the text does not repeat it.
 /// Costs are those of its base.
 class KO_API FileException : public Exception {
 public:

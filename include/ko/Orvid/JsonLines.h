@@ -59,7 +59,7 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// What is read from: all copies go on together. An operation that states no cost is O(1).
+/// The position in a JsonLines, which all copies share. An operation that states no cost is O(1).
 class JsonLines::iterator {
 public:
     using iterator_category = std::input_iterator_tag;

@@ -26,7 +26,7 @@ public:
 
     /// The field of the options that sets the limit, as "maxElements".
     const std::string& option() const { return m_option; }
-    /// The limit that held, worked out where the options left that open.
+    /// The limit that applied, computed where the options left it open.
     std::uint64_t limit() const { return m_limit; }
 
 private:

@@ -204,7 +204,7 @@ public:
     /// NumberStore::k_capacity.
     template<class T>
     bool convertTo(T& out) const;
-    /// Whether the value is one and has no fraction, as in `1`, `1.0` and `10e-1`.
+    /// Whether this is a number, and one without a fraction, as `1`, `1.0` and `10e-1` are.
     bool isWhole() const;
 
     ///@{
@@ -243,10 +243,10 @@ public:
     ///@}
 
     /// -1, 0 or 1 as the value is below, equal to or above the other's: the order of `==` to `>=`.
-    /// It is total. After the numbers, between the infinities, come the NaN, which is one, and then
-    /// the texts that are no number, by their bytes. Throws nothing but std::bad_alloc, and that
-    /// only for exponents beyond 64 bits. Costs no more than the texts are long, whatever their
-    /// exponents.
+    /// It is total: the negative infinity, the numbers, the positive infinity, NaN (all NaNs are
+    /// equal), and the texts that are no number, by their bytes. Throws nothing but std::bad_alloc,
+    /// and that only for exponents beyond 64 bits. Linear in the length of the texts, whatever
+    /// their exponents.
     int order(const Number& other) const;
 
     /// Computes the binary value from a text that was given. A text without any of ".eE" is

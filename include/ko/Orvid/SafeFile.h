@@ -24,8 +24,8 @@ namespace ko::Orvid {
 /// list or an attribute of the user cannot stay, nothing is replaced. A new file has the mode that
 /// the umask leaves of 0666. Other hard links to the file keep the old content.
 ///
-/// Two that edit a file at the same time lose no edit when each holds a FileLock from before it
-/// reads to after commit(), and says by expect() what it has read.
+/// Two programs that edit a file at the same time lose no edit when each holds a FileLock from
+/// before it reads to after commit(), and says by expect() what it has read.
 ///
 /// All failures are FileException with the name that was given, and leave the file as it was,
 /// except for the one that commit() names. An operation that states no cost is O(1).

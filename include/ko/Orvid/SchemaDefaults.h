@@ -62,8 +62,8 @@ struct ValueOrigin {
 };
 
 /// Where Element::tryGetUsingDefault() finds what it returns for the path: in the data, or else in
-/// the schema. The pointer lives as long as what it points to. Throws ParseException as that does.
-/// Costs that, and the two paths.
+/// the schema. The pointer is valid as long as that element. Throws ParseException as that does.
+/// Costs that lookup, and the two paths.
 KO_API ValueOrigin explainDefault(const Element& element, const Path& path = Path());
 
 }  // namespace ko::Orvid

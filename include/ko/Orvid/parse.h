@@ -20,14 +20,15 @@ class JsonPath;
 /// and nothing else. Linear in the length of the text, which may lie in any element. Throws
 /// ParseException with the line and the columns of the error, and std::bad_alloc.
 KO_API Element parse(std::string_view text, const ReadOptions& options = ReadOptions::strict());
-/// The same of all that the stream holds, for which it is waited; the stream then has eofbit.
-/// Throws Exception as well, where the stream cannot be read or fails.
+/// The same of the whole stream: waits until it ends, and sets eofbit. Throws Exception as well,
+/// where the stream cannot be read or fails.
 KO_API Element parse(std::istream& in, const ReadOptions& options = ReadOptions::strict());
 
-/// The same as far as a query looks at it, which takes less time and memory: what the query selects
-/// in it is, value for value, what it selects in the whole document. All else may be missing, and
-/// items be null; so a result need not have the path that it has in the document. All errors of the
-/// text are found, except repeated keys in what is not looked at. Linear in the length of the text.
+/// The part of the document that a query looks at, which takes less time and memory: the query
+/// selects in it, value for value, what it selects in the whole document. All else may be missing,
+/// and items be null; so a result need not have the path that it has in the document. All errors of
+/// the text are found, except repeated keys in objects that the query does not look at. Linear in
+/// the length of the text.
 KO_API Element parseFor(const JsonPath& query, std::string_view text,
                         const ReadOptions& options = ReadOptions::strict());
 
