@@ -101,24 +101,20 @@ void declare(const Verbs& verbs, Verb* given, orvid_tool::CommandLine& line, Cal
     }
 }
 
-/// Looks before the words are read, which may fail.
-bool hasWord(int argc, char** argv, std::string_view wanted) {
-    return std::any_of(argv, argv + argc,
-                       [wanted](const char* word) { return std::string_view(word) == wanted; });
-}
-
-ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& out) {
+ExitStatus run(int argc, char** argv, Report& report, orvid_tool::Output& out) {
     orvid_tool::CommandLine line(argc, argv, k_about);
     Call call;
     const Verbs verbs = orvid_tool::allVerbs();
     Verb* const verb = verbOf(verbs, line.verb());
-    requireVerb(verbs, verb, line);
     declare(verbs, verb, line, call);
+    report = Report(line.hasOption("--json-errors"));
+    requireVerb(verbs, verb, line);
     try {
         if (const auto help = line.read()) {
             out.write(*help);
             return ExitStatus::done;
         }
+        report = Report(call.hasJsonErrors, call.isQuiet);
         verb->prepare(call);
         settleOptions(call);
     } catch (const orvid_tool::UsageError& error) {
@@ -130,7 +126,7 @@ ExitStatus run(int argc, char** argv, const Report& report, orvid_tool::Output& 
 
 /// The same with the failures that end the run reported. What was written before them is still
 /// written out.
-ExitStatus runToTheEnd(int argc, char** argv, const Report& report) {
+ExitStatus runToTheEnd(int argc, char** argv, Report& report) {
     orvid_tool::StandardOutput out;
     ExitStatus status = ExitStatus::failed;
     try {
@@ -149,7 +145,8 @@ ExitStatus runToTheEnd(int argc, char** argv, const Report& report) {
 }
 
 /// The same where there may be no memory left to report that there is none.
-ExitStatus runWithLittleMemory(int argc, char** argv, const Report& report, bool hasJsonErrors) {
+ExitStatus runWithLittleMemory(int argc, char** argv) {
+    Report report(false);
     try {
         return runToTheEnd(argc, argv, report);
     } catch (const Failure& failure) {
@@ -158,7 +155,7 @@ ExitStatus runWithLittleMemory(int argc, char** argv, const Report& report, bool
     } catch (const std::bad_alloc&) {
         constexpr std::string_view text = "orvid: not enough memory\n";
         constexpr std::string_view json = "{\"status\":3,\"message\":\"not enough memory\"}\n";
-        const std::string_view message = hasJsonErrors ? json : text;
+        const std::string_view message = report.isJson() ? json : text;
         static_cast<void>(!write(STDERR_FILENO, message.data(), message.size()));
         return ExitStatus::inputOutput;
     } catch (const std::exception& error) {
@@ -173,9 +170,5 @@ int main(int argc, char** argv) {
     occupyStandardDescriptors();
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     orvid_tool::makeLimitsFailures();
-    const bool isQuiet = argc > 1 && std::string_view(argv[1]) == "check" &&
-                         (hasWord(argc, argv, "--quiet") || hasWord(argc, argv, "-q"));
-    const bool hasJsonErrors = hasWord(argc, argv, "--json-errors");
-    const Report report(hasJsonErrors, isQuiet);
-    return static_cast<int>(runWithLittleMemory(argc, argv, report, hasJsonErrors));
+    return static_cast<int>(runWithLittleMemory(argc, argv));
 }

@@ -51,14 +51,30 @@ std::string isOpen(const std::string& part, const std::string& begin) {
 }
 
 TEST(bad_text, without_a_value_ends_early) {
-    expectLines({{"", "1:1: at (root): The text ends before the document is complete"},
-                 {" ", "1:2: at (root): The text ends before the document is complete"},
-                 {" \t\r\n\n ", "3:2: at (root): The text ends before the document is complete"},
-                 {"// note", "1:8: at (root): The text ends before the document is complete"},
-                 {"// note\n", "2:1: at (root): The text ends before the document is complete"},
-                 {"/* note", "1:8: at (root): The text ends before the document is complete" +
-                                 isOpen("comment", "1:1")},
-                 {"/* note */", "1:11: at (root): The text ends before the document is complete"}});
+    const std::string early = ": at (root): The text ends before the document is complete";
+    expectLines({{"", "1:1" + early + " (it is empty)"},
+                 {"\xEF\xBB\xBF", "1:1" + early + " (it is empty)"},
+                 {" ", "1:2" + early + " (it has only whitespace)"},
+                 {" \t\r\n\n ", "3:2" + early + " (it has only whitespace)"},
+                 {"// note", "1:8" + early + " (it has only comments)"},
+                 {"// note\n", "2:1" + early + " (it has only comments)"},
+                 {"/* note", "1:8" + early + isOpen("comment", "1:1")},
+                 {"/* note */", "1:11" + early + " (it has only comments)"}});
+}
+
+TEST(bad_text, without_a_value_shows_no_line_of_it) {
+    const std::string early = ": at (root): The text ends before the document is complete";
+    for (const char* const verb : {"print", "check", "split", "paths"}) {
+        EXPECT_EQ(orvid({verb}, ""), failed(1, "(standard input):1:1" + early + " (it is empty)"));
+        EXPECT_EQ(orvid({verb}, "\n"),
+                  failed(1, "(standard input):2:1" + early + " (it has only whitespace)"));
+        EXPECT_EQ(orvid({verb}, "// c\n"),
+                  failed(1, "(standard input):2:1" + early + " (it has only comments)"));
+    }
+    EXPECT_EQ(orvid({"get", "--lines", "a"}, "// c\n"),
+              failed(1, "(standard input):1:5" + early + " (it has only comments)"));
+    EXPECT_EQ(orvid({"split"}, std::string(1000000, ' ')),
+              failed(1, "(standard input):1:1000001" + early + " (it has only whitespace)"));
 }
 
 TEST(bad_text, that_ends_early_says_where_and_in_which_element) {

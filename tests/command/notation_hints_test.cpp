@@ -97,9 +97,15 @@ TEST(words, that_ask_for_the_version_elsewhere_are_explained) {
 }
 
 TEST(words, that_are_split_at_the_equals_sign_are_explained) {
-    EXPECT_EQ(
-        orvid({"set", "price", "=", "5"}, "{}"),
-        failed(2, "PATH=VALUE is one word, without spaces around the =; see orvid set --help"));
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"price", "=", "5"}, {"price", "=5"}, {"price=", "5"}}) {
+        std::vector<std::string> call = {"set"};
+        call.insert(call.end(), words.begin(), words.end());
+        EXPECT_EQ(
+            orvid(call, "{}"),
+            failed(2, "PATH=VALUE is one word, without spaces around the =; see orvid set --help"))
+            << words[0] << ' ' << words[1];
+    }
 }
 
 TEST(words, that_lack_the_value_are_explained) {

@@ -105,4 +105,125 @@ TEST(operands, with_a_mark_in_the_key_need_a_backslash) {
     EXPECT_EQ(orvid({"set", "-c", "x\\=1", "5"}, "{}"), printed("{\"x=1\":5}\n"));
 }
 
+TEST(operands, name_standard_input_once_by_whichever_name) {
+    const auto both = [](const char* what, const char* verb) {
+        return failed(
+            2, std::string(what) + " cannot both be standard input; see orvid " + verb + " --help");
+    };
+    for (const char* const name : {"/dev/stdin", "/dev/fd/0", "/proc/self/fd/0"}) {
+        for (const char* const other : {"-", "/dev/stdin"}) {
+            EXPECT_EQ(orvid({"print", name, other}, "{}"),
+                      failed(2, "only one FILE can be standard input; see orvid print --help"));
+            EXPECT_EQ(orvid({"diff", name, other}, "{}"), both("FROM and TO", "diff"));
+            EXPECT_EQ(orvid({"patch", name, other}, "[]"), both("PATCH and FILE", "patch"));
+            EXPECT_EQ(orvid({"set", "a", std::string("file:") + name, other}, "{}"),
+                      both("VALUE and FILE", "set"));
+            EXPECT_EQ(orvid({"get", "a", "--schema", name, other}, "{}"),
+                      both("--schema and FILE", "get"));
+        }
+        EXPECT_EQ(orvid({"set", "-i", "a=1", name}, "{}"),
+                  failed(2, "--in-place needs a file; see orvid set --help"));
+        EXPECT_EQ(orvid({"print", "-c", name}, "{}"), printed("{}\n"));
+    }
+}
+
+/// The calls of each verb that work on the file that follows, `change` being one of a patch.
+std::vector<std::vector<std::string>> callsOfFiles(const std::string& change) {
+    return {{"print"},
+            {"get", "a"},
+            {"set", "a=1"},
+            {"insert", "a=1"},
+            {"remove", "a"},
+            {"rename", "a", "b"},
+            {"move", "a", "b"},
+            {"copy", "a", "b"},
+            {"find", "a", "1"},
+            {"query", "$.a"},
+            {"select", "$.a"},
+            {"keys", "a"},
+            {"length", "a"},
+            {"type", "a"},
+            {"split"},
+            {"join"},
+            {"csv"},
+            {"uncsv"},
+            {"edit"},
+            {"paths"},
+            {"unpaths"},
+            {"defaults"},
+            {"diff", change},
+            {"patch", change},
+            {"merge", change},
+            {"check"}};
+}
+
+TEST(operands, after_the_mark_are_no_wish_for_errors_as_json) {
+    const ScratchFile change("[]");
+    for (std::vector<std::string> call : callsOfFiles(change.name())) {
+        call.insert(call.end(), {"--", "--json-errors"});
+        const auto result = orvid(call, "{}");
+        EXPECT_EQ(result.err.rfind("orvid: --json-errors: No such file or directory", 0), 0U)
+            << result.err;
+        EXPECT_EQ(result.status, 3);
+    }
+    EXPECT_EQ(orvid({"data-path", "--", "--json-errors"}),
+              failed(2, "path \"--json-errors\": Schema path must begin with meta.schema!"));
+    EXPECT_EQ(orvid({"--", "--json-errors"}).err.substr(0, 6), "orvid:");
+}
+
+TEST(operands, before_the_mark_are_a_wish_for_errors_as_json_of_every_kind) {
+    const ScratchFile change("[]");
+    for (std::vector<std::string> call : callsOfFiles(change.name())) {
+        call.emplace_back("--json-errors");
+        const auto expectJson = [&call](const std::vector<std::string>& more, const char* status) {
+            std::vector<std::string> words = call;
+            words.insert(words.end(), more.begin(), more.end());
+            const auto result = orvid(words, "{");
+            EXPECT_EQ(result.err.rfind(std::string("{\"status\":") + status + ",", 0), 0U)
+                << testing::PrintToString(words) << result.err;
+        };
+        expectJson({"no-such-file"}, "3");
+        expectJson({"--", "no-such-file"}, "3");
+        expectJson({"--no-such-option"}, "2");
+        if (call[0] != "uncsv" && call[0] != "edit" && call[0] != "diff") {
+            expectJson({}, "1");
+        }
+    }
+    EXPECT_EQ(orvid({"nothing", "--json-errors"}).err.rfind("{\"status\":2", 0), 0U);
+    EXPECT_EQ(orvid({"--json-errors"}).err.rfind("{\"status\":2", 0), 0U);
+    EXPECT_EQ(orvid({"schema-path", "--json-errors", ".."}).err.rfind("{\"status\":2", 0), 0U);
+}
+
+TEST(operands, after_the_mark_do_not_silence_a_check) {
+    const ScratchFile file("{");
+    EXPECT_EQ(orvid({"check", "--", file.name(), "-q"}).err.rfind("orvid: " + file.name(), 0), 0U);
+    EXPECT_EQ(orvid({"check", "-q", "--", file.name()}).err, "");
+}
+
+TEST(operands, that_are_pointers_have_an_escape_for_the_equals_sign_only) {
+    const std::string document = R"({"a=b":1,"e\\=f":2,"n\\":3,"\\\\":4})";
+    for (const char* const verb : {"set", "insert"}) {
+        EXPECT_EQ(orvid({verb, "/x\\=y=5", "-c"}, "{}"), printed("{\"x=y\":5}\n"));
+        EXPECT_EQ(orvid({verb, "/x\\=y", "5", "-c"}, "{}"), printed("{\"x=y\":5}\n"));
+        EXPECT_EQ(orvid({verb, "/x\\\\\\=y=5", "-c"}, "{}"), printed(R"({"x\\=y":5})"
+                                                                     "\n"));
+        EXPECT_EQ(orvid({verb, "/x\\\\\\=y", "5", "-c"}, "{}"), printed(R"({"x\\=y":5})"
+                                                                        "\n"));
+        EXPECT_EQ(orvid({verb, "/x\\\\y=5", "-c"}, "{}"), printed(R"({"x\\\\y":5})"
+                                                                  "\n"));
+        EXPECT_EQ(orvid({verb, "/x\\\\=5", "-c"}, "{}"), printed(R"({"x\\":5})"
+                                                                 "\n"));
+        EXPECT_EQ(orvid({verb, "/x\\", "5", "-c"}, "{}"), printed(R"({"x\\":5})"
+                                                                  "\n"));
+    }
+    EXPECT_EQ(orvid({"set", "/a\\=b=5"}, R"({"a=b":1})"), printed(R"({"a=b":5})"));
+    EXPECT_EQ(orvid({"get", "/a=b", "--also", "/e\\=f", "--also", "/n\\"}, document),
+              printed("1\n2\n3\n"));
+    EXPECT_EQ(orvid({"remove", "/a=b"}, R"({"a=b":1})"), printed("{}"));
+    EXPECT_EQ(orvid({"rename", "/a=b", "c=d"}, R"({"a=b":1})"), printed(R"({"c=d":1})"));
+    EXPECT_EQ(orvid({"move", "/a=b", "/c=d", "-c"}, R"({"a=b":1})"), printed("{\"c=d\":1}\n"));
+    EXPECT_EQ(orvid({"copy", "/a=b", "/c=d", "-c"}, R"({"a=b":1})"),
+              printed("{\"a=b\":1,\"c=d\":1}\n"));
+}
+
 }  // namespace

@@ -270,6 +270,23 @@ TEST(set, notes_a_new_key_with_whitespace_at_its_ends) {
     EXPECT_EQ(orvid({"set", "s. ", "1"}, document).err, noted("s. ", " ", ""));
 }
 
+TEST(insert, notes_a_new_key_with_whitespace_at_its_ends) {
+    const std::string document = R"({"s":{"port ":1},"l":[]})";
+    const auto result = orvid({"insert", "s.port = 80", "s.rate = 2"}, R"({"s":{"port":1}})");
+    EXPECT_EQ(result.err,
+              "orvid: path \"s.rate \" was not there and is new; its key \"rate \" begins or ends "
+              "with whitespace (did you mean \"rate\"?)\n");
+    EXPECT_EQ(result.out, R"({"s":{"port":1,"port ":80,"rate ":2}})");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(orvid({"insert", "/x ", "1"}, document).err,
+              "orvid: path \"x \" was not there and is new; its key \"x \" begins or ends with "
+              "whitespace (did you mean \"x\"?)\n");
+    EXPECT_EQ(orvid({"insert", "s.port = 80"}, document),
+              failed(1, "(standard input):1:6: at s: there is \"port \" already"));
+    EXPECT_EQ(orvid({"insert", "l[*]= 1"}, document).err, "");
+    EXPECT_EQ(orvid({"insert", "--lines", "x ", "1"}, document).err, "");
+}
+
 TEST(set, notes_no_whitespace_that_is_there_or_within_a_key) {
     const std::string document = "{\"s\":{\"port\":1,\" old\":2},\" \":3}";
     for (const char* const path : {" ", "s.a b", "s. old", "s.port"}) {

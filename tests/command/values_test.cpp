@@ -132,7 +132,7 @@ TEST(call_paths, have_escapes_for_equals_signs_where_values_follow) {
     const std::string document = R"({"a=b":0})";
     EXPECT_EQ(orvid({"set", R"(/a\=b)", "1"}, document), printed(R"({"a=b":1})"));
     EXPECT_EQ(orvid({"set", R"(/a\=b=1)"}, document), printed(R"({"a=b":1})"));
-    EXPECT_EQ(orvid({"insert", "-c", R"(/\\=2)"}, "{}"), printed(R"({"\\\\":2})"
+    EXPECT_EQ(orvid({"insert", "-c", R"(/\\=2)"}, "{}"), printed(R"({"\\":2})"
                                                                  "\n"));
     EXPECT_EQ(orvid({"set", "-c", R"(/\n=2)"}, "{}"), printed(R"({"\\n":2})"
                                                               "\n"));

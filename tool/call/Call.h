@@ -41,6 +41,7 @@ struct Call {
     bool isRaw = false;
     bool hasMeta = true;  ///< print writes the root's member meta
     bool hasJsonErrors = false;
+    bool isQuiet = false;  ///< check reports no malformed documents
     Layout layout;
     LineOptions lines;
 };

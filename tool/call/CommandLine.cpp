@@ -236,6 +236,15 @@ struct CommandLine::Impl {
         return std::min(at, words.size());
     }
 
+    bool has(const std::string& option) const {
+        const std::size_t end = optionsEnd();
+        std::size_t at = 0;
+        while (at < end && words[at] != option) {
+            at += takesNext(words[at]) ? 2U : 1U;
+        }
+        return at < end;
+    }
+
     /// The last word first, as CLI11 wants them.
     std::vector<std::string> markedWords() const {
         const std::size_t end = optionsEnd();
@@ -286,6 +295,8 @@ Words CommandLine::take(const char* name, const char* help, const std::string& e
     m_impl->given->footer("Examples:\n" + examples);
     return Words(*m_impl->given);
 }
+
+bool CommandLine::hasOption(const std::string& name) const { return m_impl->has(name); }
 
 std::optional<std::string> CommandLine::read() {
     if (m_impl->given != nullptr) {

@@ -30,6 +30,10 @@ public:
     /// Lists the verb of this call, and returns where its words are declared.
     Words take(const char* name, const char* help, const std::string& examples);
 
+    /// Whether the option is among the words, which may not be right otherwise. A word after `--`,
+    /// or that is the value of another option, is none.
+    bool hasOption(const std::string& name) const;
+
     /// Reads the words into what was declared. Returns the text of the help or the version where
     /// they ask for one, and nothing else. Throws UsageError.
     std::optional<std::string> read();

@@ -158,7 +158,7 @@ void settleOptions(Call& call) {
     if (call.files.empty()) {
         call.files.emplace_back(k_standardInput);
     }
-    const auto inputs = std::count(call.files.begin(), call.files.end(), k_standardInput);
+    const auto inputs = std::count_if(call.files.begin(), call.files.end(), &isStandardInput);
     if (call.isInPlace && inputs > 0) {
         throw UsageError("--in-place needs a file");
     }

@@ -87,9 +87,11 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
     at.column = numberOf(error.firstColumn());
     at.setElement(error);
     std::string message = firstLine(error.message());
+    const std::string nothing = endsWith(message, k_endsEarly) ? nothingHint(text) : "";
     if (error.firstLine() > 0 && error.firstColumn() > 0) {
         message +=
-            endsWith(message, k_endsEarly)
+            !nothing.empty() ? nothing
+            : endsWith(message, k_endsEarly)
                 ? openHintOf(text, location.line != 0)
                 : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()), message);
     }
@@ -97,7 +99,7 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
         message += k_severalValues;
     }
     return {ExitStatus::failed, std::move(at), message,
-            isShown ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
+            isShown && nothing.empty() ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
 }
 
 void readTree(const Location& location, std::string_view text, Element& root,

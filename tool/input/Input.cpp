@@ -38,8 +38,13 @@ std::string inputName(const std::string& file) {
     return file == k_standardInput ? "(standard input)" : file;
 }
 
+bool isStandardInput(const std::string& name) {
+    return name == k_standardInput || name == "/dev/stdin" || name == "/dev/fd/0" ||
+           name == "/proc/self/fd/0";
+}
+
 bool isInputAmong(const std::vector<std::string>& files) {
-    return files.empty() || std::find(files.begin(), files.end(), k_standardInput) != files.end();
+    return files.empty() || std::any_of(files.begin(), files.end(), &isStandardInput);
 }
 
 bool isFileThere(const std::string& name) {

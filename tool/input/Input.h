@@ -21,6 +21,10 @@ inline const char* const k_standardInput = "-";
 /// The name of an input for errors: that of the file, or one in words for "-".
 std::string inputName(const std::string& file);
 
+/// Whether the name is that of standard input, which can be read only once: "-", or one that the
+/// system has for it.
+bool isStandardInput(const std::string& name);
+
 /// Whether one of these documents, where none is standard input, comes from there.
 bool isInputAmong(const std::vector<std::string>& files);
 

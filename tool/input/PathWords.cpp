@@ -4,6 +4,8 @@
 
 #include "input/PathWords.h"
 
+#include <algorithm>
+
 #include "input/Input.h"
 #include "input/ValueWord.h"
 
@@ -13,16 +15,26 @@ namespace {
 
 using Word = std::vector<std::string>::const_iterator;
 
+bool startsWith(const std::string& word, const char* start) { return word.rfind(start, 0) == 0; }
+
+/// Whether the byte is a backslash that takes away the meaning of the next. In a pointer only those
+/// before a `=` do, all others are characters of a key.
+bool isEscape(const std::string& word, std::size_t at) {
+    if (word[at] != '\\' || !startsWith(word, "/")) {
+        return word[at] == '\\';
+    }
+    const std::size_t end = word.find_first_not_of('\\', at);
+    return end != std::string::npos && word[end] == '=';
+}
+
 /// The offset of the `=` that ends the path, or npos.
 std::size_t assignmentMark(const std::string& word) {
     std::size_t at = 0;
     while (at < word.length() && word[at] != '=') {
-        at += word[at] == '\\' ? 2U : 1U;
+        at += isEscape(word, at) ? 2U : 1U;
     }
     return at < word.length() ? at : std::string::npos;
 }
-
-bool startsWith(const std::string& word, const char* start) { return word.rfind(start, 0) == 0; }
 
 /// After pointers, a word with a slash before its `=` is another of them.
 bool isFileName(const std::string& word, bool arePointers) {
@@ -33,20 +45,16 @@ bool isFileName(const std::string& word, bool arePointers) {
     return assignmentMark(word) == std::string::npos;
 }
 
-/// The path with `=` for each `\=`. In path text the path language reads it so; a pointer has no
-/// backslashes.
-std::string withoutEscapes(const std::string& path) {
-    if (!startsWith(path, "/")) {
-        return path;
+/// The path with which the word begins, up to the mark or the word's end. A pointer is without its
+/// escapes; those of path text are read where paths are.
+std::string pathBefore(const std::string& word, std::size_t mark) {
+    if (!startsWith(word, "/")) {
+        return word.substr(0, mark);
     }
     std::string pointer;
-    for (std::size_t i = 0; i < path.length(); ++i) {
-        const bool isPair = path[i] == '\\' && i + 1 < path.length();
-        if (isPair && path[i + 1] != '=') {
-            pointer += path[i];
-        }
-        i += isPair ? 1U : 0U;
-        pointer += path[i];
+    for (std::size_t i = 0; i < std::min(mark, word.length()); ++i) {
+        i += isEscape(word, i) ? 1U : 0U;
+        pointer += word[i];
     }
     return pointer;
 }
@@ -62,19 +70,23 @@ void requireRoot(const std::string& word, std::size_t mark) {
 
 Assignment assignment(const std::string& path, const std::string& value, bool isStrict,
                       const std::string& before) {
-    Assignment result{CallPath(withoutEscapes(path)), {}};
+    Assignment result{CallPath(path), {}};
     readValueWord(value, result.value, isStrict, before);
     return result;
+}
+
+UsageError spacedAssignment() {
+    return UsageError("PATH=VALUE is one word, without spaces around the =");
 }
 
 /// Of a path and a value. Where the value is none and no file follows, but is the name of one, it
 /// is the value that was forgotten.
 Assignment onlyAssignment(const std::vector<std::string>& words, bool isStrict) {
-    if (words[1] == "=") {
-        throw UsageError("PATH=VALUE is one word, without spaces around the =");
+    if (startsWith(words[1], "=")) {
+        throw spacedAssignment();
     }
     try {
-        return assignment(words[0], words[1], isStrict, "");
+        return assignment(pathBefore(words[0], std::string::npos), words[1], isStrict, "");
     } catch (const Failure&) {
         if (endsAsFile(words[0]) && isFileThere(words[0])) {
             throw UsageError("the file \"" + words[0] + "\" stands after what is set");
@@ -90,10 +102,13 @@ Assignment onlyAssignment(const std::vector<std::string>& words, bool isStrict) 
 /// value here that is none, means a `=` in the key.
 Assignment assignmentIn(const Word& word, std::size_t mark, bool isValueNext, bool isStrict) {
     try {
-        return assignment(word->substr(0, mark), word->substr(mark + 1), isStrict,
+        return assignment(pathBefore(*word, mark), word->substr(mark + 1), isStrict,
                           word->substr(0, mark + 1));
     } catch (const Failure& failure) {
         const std::string text = failure.text();
+        if (isValueNext && mark + 1 == word->length()) {
+            throw spacedAssignment();
+        }
         if (!isValueNext || text.find(k_escapeHint) != std::string::npos) {
             throw;
         }

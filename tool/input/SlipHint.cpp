@@ -200,6 +200,16 @@ std::string slipHint(std::string_view text, std::size_t offset, std::string_view
                : number;
 }
 
+std::string nothingHint(std::string_view text) {
+    if (skipWhitespace(text, 0) < text.length()) {
+        return "";
+    }
+    const bool isBlank = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    return text.empty() ? " (it is empty)"
+           : isBlank    ? " (it has only whitespace)"
+                        : " (it has only comments)";
+}
+
 std::optional<OpenPart> openPartOf(std::string_view text) {
     std::vector<std::size_t> open;
     std::size_t at = text.find_first_of("\"/[]{}");

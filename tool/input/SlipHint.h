@@ -22,6 +22,10 @@ inline constexpr const char* k_severalValues =
 /// mean null?)`; mostly empty. `message` is the library's.
 std::string slipHint(std::string_view text, std::size_t offset, std::string_view message);
 
+/// The end of the message for a text that ends before its document begins, such as ` (it is
+/// empty)`; empty for any other text.
+std::string nothingHint(std::string_view text);
+
 /// What a text leaves open at its end.
 struct OpenPart {
     const char* name;    ///< "string", "array" ...

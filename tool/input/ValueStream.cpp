@@ -242,7 +242,17 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& error) {
             path = joinedPath(path, failure.location().path.value_or(""));
         }
     }
-    return failureAt(m_root + error.begin, error.length, path, error.message + hint(error, open));
+    const Failure failure =
+        failureAt(m_root + error.begin, error.length, path, error.message + hint(error, open));
+    return nothingHintFor(error).empty()
+               ? failure
+               : Failure(failure.status(), failure.location(), failure.text());
+}
+
+/// What is said of a text that ends before its first root. Of one that is long, not all is held,
+/// but all its comments are.
+std::string ValueStream::nothingHintFor(const ko::Orvid::TextError& error) const {
+    return error.message == k_endsEarly && !m_sink.isBegun() ? nothingHint(m_buffer) : "";
 }
 
 /// What the message of the error lacks; what is read begins at `open`.
@@ -258,7 +268,7 @@ std::string ValueStream::hint(const ko::Orvid::TextError& error, std::uint64_t o
     }
     const std::optional<OpenPart> part = openPartOf(from(open));
     if (!part) {
-        return "";
+        return nothingHintFor(error);
     }
     const auto position = m_lines.position(m_buffer, open + part->offset);
     return openHint(*part, static_cast<std::size_t>(position.line),

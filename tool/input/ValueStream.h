@@ -62,6 +62,7 @@ private:
     Failure failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
                       const std::string& text);
     Failure scanFailure(const ko::Orvid::TextError& error);
+    std::string nothingHintFor(const ko::Orvid::TextError& error) const;
     std::string hint(const ko::Orvid::TextError& error, std::uint64_t open) const;
     void readShown(std::uint64_t begin);
 

@@ -100,7 +100,8 @@ void readJson(const std::string& word, Element& value, const ReadOptions& option
 
 bool readsInput(const std::string& word) {
     std::string_view rest = word;
-    return (takePrefix(rest, "file:") || takePrefix(rest, "text-file:")) && rest == k_standardInput;
+    return (takePrefix(rest, "file:") || takePrefix(rest, "text-file:")) &&
+           isStandardInput(std::string(rest));
 }
 
 void readValueWord(const std::string& word, Element& value, bool isStrict,

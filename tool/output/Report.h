@@ -29,6 +29,8 @@ public:
     /// With `isQuiet` nothing is said of malformed documents.
     explicit Report(bool asJson, bool isQuiet = false) : m_asJson(asJson), m_isQuiet(isQuiet) {}
 
+    bool isJson() const { return m_asJson; }
+
     /// Writes the failure; nothing is said when standard error cannot be written.
     void failure(const Failure& failure) const;
     /// Writes a line of information, as JSON with the status 0.

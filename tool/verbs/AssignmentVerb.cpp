@@ -4,14 +4,34 @@
 
 #include "verbs/AssignmentVerb.h"
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "input/ValueWord.h"
+#include "output/Report.h"
 
 namespace orvid_tool {
+
+namespace {
+
+bool hasSpaceAtStep(const std::string& word) {
+    const std::string text = "." + word + ".";
+    for (std::size_t i = 1; i + 1 < text.length(); ++i) {
+        const bool isSpace = std::strchr(" \t\n\r", text[i]) != nullptr;
+        if (isSpace && (std::strchr("./]", text[i - 1]) != nullptr ||
+                        std::strchr("./[", text[i + 1]) != nullptr)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 void AssignmentVerb::addWords(Words& words, Call& call) {
     words.several(
@@ -47,6 +67,29 @@ std::string AssignmentVerb::hintForItem() const {
     const bool isPointer =
         !m_assignments.empty() && m_assignments.front().path.pointer() != nullptr;
     return isPointer ? "; the pointer to a new item ends in /-" : "; a new item is written [*]";
+}
+
+bool AssignmentVerb::mayHaveSpacedKey() const {
+    return std::any_of(
+        m_assignments.begin(), m_assignments.end(),
+        [](const Assignment& assignment) { return hasSpaceAtStep(assignment.path.word()); });
+}
+
+std::string AssignmentVerb::spacedHint(const ko::Orvid::Element& root, const std::string& path) {
+    return hasSpaceAtStep(path) ? spacedKeyHint(root, path) : "";
+}
+
+void AssignmentVerb::noteNew(const std::string& path, const std::string& hint) const {
+    if (!hint.empty()) {
+        m_note = "path \"" + path + "\" was not there and is new" + hint;
+    }
+}
+
+ExitStatus AssignmentVerb::outcome(const Report& report) const {
+    if (!m_note.empty()) {
+        report.note(m_note);
+    }
+    return ExitStatus::done;
 }
 
 void AssignmentVerb::beginNew(Call& call) {

@@ -21,6 +21,12 @@ protected:
     /// Whether the document is a new one, which no text is read for.
     bool isNew() const { return m_isNew; }
     const std::vector<Assignment>& assignments() const { return m_assignments; }
+    /// Whether a step of a path may begin or end with whitespace, as in `port = 80`.
+    bool mayHaveSpacedKey() const;
+    /// What is said of a new key that begins or ends with whitespace; empty for any other path.
+    static std::string spacedHint(const ko::Orvid::Element& root, const std::string& path);
+    /// Says the hint, where there is one, when the run has ended. Not for records.
+    void noteNew(const std::string& path, const std::string& hint) const;
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.
     void prepareValue(Call& call);
 
@@ -30,6 +36,7 @@ private:
     void read(const Call& call, Document& document) const final;
     std::string hintForFile(const std::string& word) const final;
     std::string hintForItem() const final;
+    ExitStatus outcome(const Report& report) const final;
     void apply(const Call& call, Document& document, Bytes& out) const final;
 
     void beginNew(Call& call);
@@ -39,6 +46,7 @@ private:
     bool m_mayBePaths = false;  ///< what was taken for files, after a path and a value
     std::vector<std::string> m_words;
     std::vector<Assignment> m_assignments;
+    mutable std::string m_note;  ///< on whole documents, which one thread edits
 };
 
 }  // namespace orvid_tool

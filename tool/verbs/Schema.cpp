@@ -22,7 +22,7 @@ void Schema::load(const Call& call) {
     if (!call.schemaFile) {
         return;
     }
-    if (*call.schemaFile == k_standardInput && isInputAmong(call.files)) {
+    if (isStandardInput(*call.schemaFile) && isInputAmong(call.files)) {
         throw UsageError("--schema and FILE cannot both be standard input");
     }
     Element text;

@@ -34,7 +34,7 @@ public:
         words.flag("--strict", m_refusesComments, "the same, as other verbs call it");
         words.flag("--jsonc", m_takesCommas,
                    "take commas after the last item or member, as the verbs that edit do");
-        words.flag("-q,--quiet", m_isQuiet, "report nothing: only the exit status says");
+        words.flag("-q,--quiet", call.isQuiet, "report nothing: only the exit status says");
         addLines(words, call);
     }
 
@@ -81,7 +81,6 @@ private:
 
     bool m_refusesComments = false;
     bool m_takesCommas = false;
-    bool m_isQuiet = false;  ///< what the report does
 };
 
 }  // namespace

@@ -41,7 +41,7 @@ public:
     }
 
     void prepare(Call& /*call*/) override {
-        if (m_from == k_standardInput && m_to == k_standardInput) {
+        if (isStandardInput(m_from) && isStandardInput(m_to)) {
             throw UsageError("FROM and TO cannot both be standard input");
         }
     }

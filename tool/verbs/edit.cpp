@@ -146,7 +146,7 @@ public:
     }
 
     void prepare(Call& /*call*/) override {
-        if (m_file == k_standardInput) {
+        if (isStandardInput(m_file)) {
             throw UsageError("an editor needs a file, not standard input");
         }
     }

@@ -51,7 +51,7 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || !mayTakeShortCut(call, m_steps.size())) {
+        if (isNew() || mayHaveSpacedKey() || !mayTakeShortCut(call, m_steps.size())) {
             return false;
         }
         const auto edit = [&](std::string_view text, std::size_t index) {
@@ -75,8 +75,11 @@ private:
         const Assignment& assignment = assignments()[index];
         ko::Orvid::Element value = assignment.value;
         const std::optional<LastStep>& known = m_steps[index];
-        insertAt(document.root, known ? *known : LastStep(assignment.path.pathIn(document.root)),
-                 std::move(value), document.location);
+        const LastStep step = known ? *known : LastStep(assignment.path.pathIn(document.root));
+        const bool isRecord = document.location.line != 0;
+        const std::string hint = isRecord ? "" : spacedHint(document.root, step.path());
+        insertAt(document.root, step, std::move(value), document.location);
+        noteNew(step.path(), hint);
     }
 
     std::vector<std::optional<LastStep>> m_steps;  ///< nothing where only the document says

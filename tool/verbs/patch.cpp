@@ -29,7 +29,7 @@ public:
     }
 
     void prepare(Call& call) override {
-        if (m_file == k_standardInput && isInputAmong(call.files)) {
+        if (isStandardInput(m_file) && isInputAmong(call.files)) {
             throw UsageError("PATCH and FILE cannot both be standard input");
         }
         call.changeFile = m_file;
@@ -44,7 +44,7 @@ protected:
     /// The failure of a value of the change with its place, where the file can be read again.
     Failure locatedAgain(const Failure& failure) const {
         std::error_code none;
-        if (m_file == k_standardInput || !std::filesystem::is_regular_file(m_file, none)) {
+        if (isStandardInput(m_file) || !std::filesystem::is_regular_file(m_file, none)) {
             return failure;
         }
         try {

@@ -16,7 +16,6 @@
 #include "input/MissingPath.h"
 #include "input/PathSteps.h"
 #include "input/QueryWord.h"
-#include "output/Report.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -120,40 +119,11 @@ private:
         return false;
     }
 
-    /// Whether a step of a path may begin or end with whitespace, as in `port = 80`.
-    bool mayHaveSpacedKey() const {
-        return std::any_of(
-            assignments().begin(), assignments().end(),
-            [](const Assignment& assignment) { return hasSpaceAtStep(assignment.path.word()); });
-    }
-
-    static bool hasSpaceAtStep(const std::string& word) {
-        const std::string text = "." + word + ".";
-        for (std::size_t i = 1; i + 1 < text.length(); ++i) {
-            const bool isSpace = std::strchr(" \t\n\r", text[i]) != nullptr;
-            if (isSpace && (std::strchr("./]", text[i - 1]) != nullptr ||
-                            std::strchr("./[", text[i + 1]) != nullptr)) {
-                return true;
-            }
-        }
-        return false;
-    }
-
     /// A new member whose path is a key that there is would not be seen beside it, nor would the
     /// whitespace of a key.
     void noteNewKey(const ko::Orvid::Element& root, const std::string& path) const {
-        std::string hint = dottedKeyHint(root, path);
-        hint = hint.empty() && hasSpaceAtStep(path) ? spacedKeyHint(root, path) : hint;
-        if (!hint.empty()) {
-            m_note = "path \"" + path + "\" was not there and is new" + hint;
-        }
-    }
-
-    ExitStatus outcome(const Report& report) const override {
-        if (!m_note.empty()) {
-            report.note(m_note);
-        }
-        return ExitStatus::done;
+        const std::string hint = dottedKeyHint(root, path);
+        noteNew(path, hint.empty() ? spacedHint(root, path) : hint);
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
@@ -315,7 +285,6 @@ private:
     std::vector<TextEdit> m_textEdits;
     bool m_isTextEnough = true;
     bool m_isOnlyForAbsent = false;
-    mutable std::string m_note;  ///< on whole documents, which one thread edits
 };
 
 }  // namespace
