@@ -281,4 +281,19 @@ TEST(hints, tell_find_that_its_path_is_missing) {
                             "find --help"));
 }
 
+TEST(hints, say_how_an_array_within_and_a_column_are_named) {
+    EXPECT_EQ(orvid({"split", "items"}, "{}"),
+              failed(3,
+                     "items: No such file or directory; the array at a path is split by --in "
+                     "items"));
+    EXPECT_EQ(orvid({"split", "--in", "a", "items"}, "{}"),
+              failed(3, "items: No such file or directory"));
+    EXPECT_EQ(orvid({"csv", "--in", "items"}, "{}"),
+              failed(2,
+                     "there is no option --in (orvid split --in PATH writes the items of an "
+                     "array within); see orvid csv --help"));
+    EXPECT_EQ(orvid({"csv", "id"}, "{}"),
+              failed(3, "id: No such file or directory; a column is written --field id"));
+}
+
 }  // namespace

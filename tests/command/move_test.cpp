@@ -107,7 +107,9 @@ TEST(copy_verb, leaves_the_source_where_it_is) {
     EXPECT_EQ(orvid({"copy", "a", "a"}, R"({"a":1})"),
               failed(1, "(standard input):1:1: at (root): there is \"a\" already"));
     EXPECT_EQ(orvid({"copy", "a", ""}, R"({"a":1})"),
-              failed(2, "the path must have a step; see orvid copy --help"));
+              failed(2,
+                     "the empty path is the whole document: a place in it is expected; see orvid "
+                     "copy --help"));
 }
 
 TEST(move_and_copy, edit_records_and_pass_faulty_ones_on) {

@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -228,6 +230,25 @@ TEST(options, show_what_they_take) {
                   failed(2, "--max-gap: no whole number, or too great: " + text +
                                 "; see orvid unpaths --help"));
     }
+}
+
+TEST(options, say_which_numbers_and_words_they_take) {
+    const std::vector<std::pair<std::string, std::string>> calls = {
+        {"--indent=81", "--indent: no number from 0 to 80: 81"},
+        {"--indent=x", "--indent: no number from 0 to 80: x"},
+        {"--indent=-1", "--indent: no number from 0 to 80: -1"},
+        {"--jobs=0", "--jobs: no number from 1 to 1024: 0"},
+        {"--jobs=99999999999999999999", "--jobs: no number from 1 to 1024: 99999999999999999999"},
+        {"--max-line=0", "--max-line: no number from 1 to 2147483647: 0"},
+        {"--max-line=3T", "--max-line: no number of bytes: 3T"},
+        {"--color=red", "--color: none of auto, always and never: red"},
+        {"--on-error=go", "--on-error: none of stop, skip, passthrough and null: go"}};
+    for (const auto& [word, message] : calls) {
+        EXPECT_EQ(orvid({"print", "--lines", word}, "1"),
+                  failed(2, message + "; see orvid print --help"));
+    }
+    EXPECT_EQ(orvid({"print", "--lines", "--jobs=1024", "--max-line=1"}, "1").status, 0);
+    EXPECT_EQ(orvid({"print", "--indent=80"}, "[1]").status, 0);
 }
 
 }  // namespace

@@ -109,12 +109,13 @@ TEST(pointers, choose_items_of_find) {
 }
 
 TEST(pointers, are_no_schema_paths) {
-    EXPECT_EQ(orvid({"schema-path", "/servers/0/port"}),
-              failed(2,
-                     "a path is wanted here, and no JSON Pointer; write servers[0].port; see orvid "
-                     "schema-path --help"));
+    EXPECT_EQ(
+        orvid({"schema-path", "/servers/0/port"}),
+        failed(2,
+               "a path is expected here, not a JSON Pointer; write servers[0].port; see orvid "
+               "schema-path --help"));
     EXPECT_EQ(orvid({"data-path", "//a"}),
-              failed(2, "a path is wanted here, and no JSON Pointer; see orvid data-path --help"));
+              failed(2, "a path is expected here, not a JSON Pointer; see orvid data-path --help"));
 }
 
 TEST(pointers, are_written_without_the_sign_of_a_fragment) {

@@ -68,6 +68,14 @@ TEST(terminal, shows_no_progress_for_short_work_or_into_a_file) {
         "[1]\r\n");
 }
 
+TEST(terminal, shows_no_progress_over_an_editor_or_what_is_typed) {
+    EXPECT_EQ(onTerminal(R"(unset VISUAL; EDITOR='sleep 1.4; :' "$0" edit "$1")",
+                         ScratchFile("[1]").name()),
+              "");
+    EXPECT_EQ(onTerminal(R"(stty -echo -icanon min 0 time 14; "$0" check -q; echo "$?")", ""),
+              "orvid: reading what is typed here; Ctrl-D ends it\r\n1\r\n");
+}
+
 TEST(terminal, a_reader_that_goes_away_ends_the_command_quietly) {
     const std::string lines = repeated("[1]\n", 500000);
     for (const char* const call : {"print --lines", "print --lines -j2"}) {

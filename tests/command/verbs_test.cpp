@@ -62,7 +62,9 @@ TEST(insert, adds_members_but_overwrites_none) {
     EXPECT_EQ(orvid({"insert", "a.b", "1"}, R"({"a":[]})"),
               failed(1, "(standard input):1:6: at a: path \"a.b\" not found: \"a\" is an array"));
     EXPECT_EQ(orvid({"insert", "", "1"}, "{}"),
-              failed(2, "the path must have a step; see orvid insert --help"));
+              failed(2,
+                     "the empty path is the whole document: a place in it is expected; see orvid "
+                     "insert --help"));
 }
 
 TEST(remove_several, removes_in_their_order_all_or_none) {

@@ -54,6 +54,24 @@ std::string numberError(const std::string& text) {
     return isNumber ? "" : "no whole number, or too great: " + text;
 }
 
+bool isNumberFrom(std::size_t least, std::size_t most, const std::string& text) {
+    if (!numberError(text).empty()) {
+        return false;
+    }
+    const unsigned long long number = std::stoull(text);
+    return number >= least && number <= most;
+}
+
+/// The words with commas between them, and `and` before the last.
+std::string listed(const std::vector<std::string>& words) {
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == words.size() ? " and " : ", ";
+        text += words[i];
+    }
+    return text;
+}
+
 }  // namespace
 
 Words& Words::required(const char* name, std::string& word, const char* help) {
@@ -108,7 +126,11 @@ Words& Words::repeated(const char* names, std::vector<std::string>& values, cons
 Words& Words::number(const char* names, const std::function<void(std::size_t)>& action,
                      std::size_t least, std::size_t most, const char* type, const char* help) {
     m_last = m_app->add_option_function<std::size_t>(names, action, help);
-    m_last->type_name(type)->check(CLI::Range(least, most));
+    m_last->type_name(type)->check([least, most](const std::string& text) {
+        return isNumberFrom(least, most, text) ? std::string()
+                                               : "no number from " + std::to_string(least) +
+                                                     " to " + std::to_string(most) + ": " + text;
+    });
     return *this;
 }
 
@@ -122,7 +144,11 @@ Words& Words::choice(const char* names, std::vector<std::string> choices,
                      const std::function<void(const std::string&)>& action, const char* type,
                      const char* help) {
     option(names, action, type, help);
-    m_last->check(CLI::IsMember(std::move(choices)));
+    m_last->check([known = std::move(choices)](const std::string& text) {
+        return std::find(known.begin(), known.end(), text) != known.end()
+                   ? std::string()
+                   : "none of " + listed(known) + ": " + text;
+    });
     return *this;
 }
 
@@ -179,6 +205,7 @@ struct CommandLine::Impl {
             {"--arg", "a text as VALUE is written string:TEXT"},
             {"--argjson", "VALUE is JSON text"},
             {"--pretty", "--indent N lays out"},
+            {"--in", "orvid split --in PATH writes the items of an array within"},
             {"--slurp", "the verb join makes an array of all values"},
             {"--raw-output", "it is --raw"},
             {"--compact-output", "it is --compact"},

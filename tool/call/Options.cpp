@@ -48,7 +48,7 @@ std::size_t byteCount(const std::string& text) {
     const std::uint64_t bytes = std::stoull(number) << (unit.empty() ? 0 : found->second);
     constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
     if (bytes == 0 || bytes > most) {
-        throw UsageError("--max-line: must be from 1 to 2147483647: " + text);
+        throw UsageError("--max-line: no number from 1 to 2147483647: " + text);
     }
     return static_cast<std::size_t>(bytes);
 }

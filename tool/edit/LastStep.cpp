@@ -12,7 +12,7 @@ namespace orvid_tool {
 LastStep::LastStep(const std::string& path) : m_path(path) {
     const ValueSteps steps = stepsOf(path);
     if (steps.empty()) {
-        throw UsageError("the path must have a step");
+        throw UsageError("the empty path is the whole document: a place in it is expected");
     }
     m_holder = pathOf({steps.begin(), steps.end() - 1});
     m_isKey = steps.back().isKey;

@@ -81,11 +81,12 @@ Input::Input(const std::string& file)
     if (m_descriptor < 0) {
         throw systemFailure(m_name);
     }
-    if (m_descriptor == STDIN_FILENO && isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0) {
+    const bool isTyped = isatty(m_descriptor) != 0;
+    if (isTyped && isatty(STDERR_FILENO) != 0) {
         writeNote("orvid: reading what is typed here; Ctrl-D ends it\n");
     }
     m_stamp = ko::Orvid::FileStamp::of(m_descriptor, m_name);
-    Progress::begin(m_name, knownSize(m_descriptor));
+    Progress::begin(isTyped ? std::string() : m_name, knownSize(m_descriptor));
 }
 
 Input::~Input() {

@@ -38,6 +38,7 @@ struct StatusLine {
     std::string name;
     std::uint64_t size = 0;
     Clock::time_point start;
+    Clock::time_point paused;
     std::atomic<std::uint64_t> count{0};
 };
 
@@ -93,7 +94,9 @@ void draw(StatusLine& shared) {
     std::unique_lock<std::mutex> lock(shared.mutex);
     std::chrono::milliseconds wait = k_firstAfter;
     while (!shared.ended.wait_for(lock, wait, [&shared] { return shared.isEnding; })) {
-        show(shared);
+        if (!shared.name.empty() && Clock::now() - shared.start >= k_firstAfter) {
+            show(shared);
+        }
         wait = k_nextAfter;
     }
     hide(shared);
@@ -147,12 +150,14 @@ Progress::Pause::Pause() {
     if (shared.isOn) {
         shared.mutex.lock();
         hide(shared);
+        shared.paused = Clock::now();
     }
 }
 
 Progress::Pause::~Pause() {
     StatusLine& shared = line();
     if (shared.isOn) {
+        shared.start += Clock::now() - shared.paused;
         shared.mutex.unlock();
     }
 }

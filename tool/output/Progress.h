@@ -18,12 +18,14 @@ public:
     Progress& operator=(const Progress&) = delete;
     ~Progress();
 
-    /// Begins to count for another input; `size` is 0 where it is not known.
+    /// Begins to count for another input; `size` is 0 where it is not known. Without a name nothing
+    /// is shown.
     static void begin(const std::string& name, std::size_t size);
     /// Counts bytes that were read.
     static void add(std::size_t count);
 
-    /// While one lives, the line is out of the way of other text on the terminal.
+    /// While one lives, the line is out of the way of other text on the terminal, and time does not
+    /// count.
     class Pause {
     public:
         Pause();

@@ -165,6 +165,10 @@ private:
         }
     }
 
+    std::string hintForFile(const std::string& word) const override {
+        return "; a column is written --field " + word;
+    }
+
     void beginLines(const Call& /*call*/, Output& out) const override { begin(out); }
 
     void begin(Output& out) const {

@@ -19,6 +19,7 @@
 #include "edit/InPlace.h"
 #include "input/Input.h"
 #include "output/AppendedFile.h"
+#include "output/Progress.h"
 #include "output/Report.h"
 #include "verbs/verbs.h"
 
@@ -105,6 +106,7 @@ private:
 void runEditor(const std::string& file) {
     const std::string script = editorCommand() + " \"$1\"";
     const KeysForEditor keys;
+    const Progress::Pause pause;
     const pid_t child = fork();
     if (child == 0) {
         keys.restore();
@@ -123,6 +125,7 @@ bool isEditedAgain() {
     if (isatty(STDIN_FILENO) == 0) {
         return false;
     }
+    const Progress::Pause pause;
     std::cerr << "orvid: edit again? [Y/n] " << std::flush;
     std::string answer;
     return std::getline(std::cin, answer) &&

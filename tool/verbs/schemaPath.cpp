@@ -25,7 +25,7 @@ void refusePointer(const std::string& word) {
     } catch (const ko::Exception&) {
         // It is malformed, or has an empty key.
     }
-    throw UsageError("a path is wanted here, and no JSON Pointer" + hint);
+    throw UsageError("a path is expected here, not a JSON Pointer" + hint);
 }
 
 class SchemaPath : public Verb {

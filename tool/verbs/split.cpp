@@ -76,6 +76,10 @@ private:
         }
     }
 
+    std::string hintForFile(const std::string& word) const override {
+        return m_in || m_isOfValues ? "" : "; the array at a path is split by --in " + word;
+    }
+
     bool streams(const Call& call, const std::string& file, Output& out) const override {
         if (!m_wanted) {
             return false;
