@@ -34,6 +34,11 @@ TEST(notations, of_all_members_and_of_slashes_are_explained) {
                      "(standard input):1:1: at (root): path \"a/b\" not found, there is no "
                      "\"a/b\"; steps are separated by dots, or all begin with a slash: /a/b"));
     EXPECT_FALSE(says({"get", "/a/c"}, "slash"));
+    EXPECT_EQ(orvid({"get", "/a.b"}, R"({"a":{"b":1}})"),
+              failed(1,
+                     "(standard input):1:1: at (root): path \"/a.b\" not found, there is no "
+                     "\"a.b\"; the steps of a JSON Pointer are separated by slashes"));
+    EXPECT_FALSE(says({"get", "/c.b"}, "slash"));
 }
 
 TEST(notations, of_keys_in_brackets_are_explained) {

@@ -83,7 +83,11 @@ TEST(find, writes_the_first_item_with_the_value) {
     EXPECT_EQ(orvid({"find", "--in", "l", "id", "3"}, text),
               failed(1, "(standard input):1:6: at l: no item has that value"));
     EXPECT_EQ(orvid({"find", "--in", "o", "id", "3"}, text),
-              failed(1, "(standard input):1:57: at o: it is an object and no array"));
+              failed(1, "(standard input):1:57: at o: an object has no items to find"));
+    EXPECT_EQ(orvid({"find", "id", "3"}, text),
+              failed(1,
+                     "(standard input):1:1: at (root): an object has no items to find; --in PATH "
+                     "names an array within"));
     EXPECT_EQ(
         orvid({"find", "--in", "x", "id", "3"}, text),
         failed(1, "(standard input):1:1: at (root): path \"x\" not found, there is no \"x\""));
@@ -163,7 +167,7 @@ TEST(unpaths, names_the_line_that_does_not_fit) {
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\nb 2\n"),
               failed(1, "(standard input):2: there is no tab after the path"));
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\na\t2\n"),
-              failed(1, "(standard input):2: there is a value already"));
+              failed(1, "(standard input):2: path \"a\" has a value already"));
     EXPECT_EQ(
         orvid({"unpaths"}, "a\t1\na.b\t2\n"),
         failed(1, "(standard input):2: \"a\" is no object, so it cannot have a member \"b\""));

@@ -123,6 +123,11 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
         return "; steps are separated by dots, or all begin with a slash: /" + path;
     }
+    const std::size_t dot = step.find('.');
+    if (dot != std::string::npos && path.front() == '/' &&
+        object.object().contains(step.substr(0, dot))) {
+        return "; the steps of a JSON Pointer are separated by slashes";
+    }
     return similar;
 }
 

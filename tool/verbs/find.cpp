@@ -75,8 +75,9 @@ private:
         const Element& root = document.root;
         const Element& array = m_array.get(root);
         if (!array.isArray()) {
+            const char* const hint = &array == &root ? "; --in PATH names an array within" : "";
             throw failure(document, array,
-                          std::string("it is ") + typePhrase(array) + " and no array");
+                          std::string(typePhrase(array)) + " has no items to find" + hint);
         }
         const Element* const item = firstMatch(array.array());
         if (item == nullptr) {

@@ -68,11 +68,12 @@ private:
         Element value;
         readValue(location, line, tab + 1, value);
         try {
-            Element& leaf = made(pathOfLine(line.substr(0, tab)), root, gaps);
+            const std::string path = pathOfLine(line.substr(0, tab));
+            Element& leaf = made(path, root, gaps);
             const bool isTaken = !leaf.isEmpty();
             leaf = value;
             if (isTaken) {
-                throw Clash("there is a value already");
+                throw Clash("path \"" + path + "\" has a value already");
             }
         } catch (const Clash& problem) {
             throw Failure(ExitStatus::failed, location, problem.what());
