@@ -292,6 +292,8 @@ TEST(hints, say_how_an_array_within_and_a_column_are_named) {
               failed(2,
                      "there is no option --in (orvid split --in PATH writes the items of an "
                      "array within); see orvid csv --help"));
+    EXPECT_EQ(orvid({"remove", "--query", "$.a", "b"}, "{}"),
+              failed(3, "b: No such file or directory"));
     EXPECT_EQ(orvid({"csv", "id"}, "{}"),
               failed(3, "id: No such file or directory; a column is written --field id"));
 }

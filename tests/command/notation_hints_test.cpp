@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/Command.h"
@@ -41,6 +42,30 @@ TEST(notations, of_all_members_and_of_slashes_are_explained) {
     EXPECT_FALSE(says({"get", "/c.b"}, "slash"));
 }
 
+TEST(notations, of_values_in_other_languages_are_explained) {
+    for (const auto& [word, meant] : std::vector<std::pair<std::string, std::string>>{
+             {"True", "true"}, {"FALSE", "false"}, {"None", "null"}, {"nil", "null"}}) {
+        EXPECT_EQ(orvid({"set", "a=" + word}, "{}"),
+                  failed(2, "\"" + word + "\" is no JSON (did you mean " + meant +
+                                "?); for the text write a=string:" + word));
+    }
+    EXPECT_FALSE(says({"set", "a=Tree"}, "did you mean"));
+}
+
+TEST(notations, of_a_colon_before_the_equals_sign_are_noted) {
+    const std::string note =
+        "orvid: path \"p:\" was not there and is new; its key \"p:\" ends in a colon (did you mean "
+        "\"p\"?)\n";
+    for (const char* const verb : {"set", "insert"}) {
+        EXPECT_EQ(orvid({verb, "p:=1"}, "{}").err, note);
+        EXPECT_EQ(orvid({verb, "-c", "p:=1"}, "{}").out, "{\"p:\":1}\n");
+        EXPECT_EQ(orvid({verb, "x:y=1"}, "{}").err, "");
+        EXPECT_EQ(orvid({verb, ":=1"}, "{}").err, "");
+    }
+    EXPECT_EQ(orvid({"set", "p:=1"}, R"({"p:":0})").err, "");
+    EXPECT_EQ(orvid({"set", "l[*]=1"}, R"({"l":[]})").err, "");
+}
+
 TEST(notations, of_keys_in_brackets_are_explained) {
     const std::string hint = "; a key stands after a dot, without quotes, as in a.b\n";
     EXPECT_TRUE(says({"get", R"(a["b"])"}, hint));
@@ -68,8 +93,8 @@ TEST(notations, of_values_in_brackets_are_explained) {
 
 TEST(notations, of_all_items_and_of_the_root_are_explained) {
     EXPECT_TRUE(says({"get", ".[]"},
-                     "; for all items write [*] in a query, as in orvid query "
-                     "'$.a[*]'\n"));
+                     "; for all items write [*] in a query, as in orvid query '$.a[*]', and for a "
+                     "new item [*] in set or insert\n"));
     EXPECT_TRUE(says({"get", "a[].b"}, "; for all items write [*] in a query"));
     EXPECT_TRUE(says({"get", "."}, "; for the whole document write ''\n"));
     EXPECT_TRUE(says({"get", "$"}, "; for the whole document write ''\n"));

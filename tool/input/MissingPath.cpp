@@ -178,7 +178,7 @@ std::string dottedKeyHint(const Element& root, const std::string& path) {
     return "";
 }
 
-std::string spacedKeyHint(const Element& root, const std::string& path) {
+std::string unusualKeyHint(const Element& root, const std::string& path) {
     ValueSteps before;
     bool isNew = false;
     for (const ValueStep& step : stepsOf(path)) {
@@ -191,7 +191,12 @@ std::string spacedKeyHint(const Element& root, const std::string& path) {
                    (key.empty() ? "" : " (did you mean \"" + key + "\"?)");
         }
     }
-    return "";
+    const bool isKey = isNew && before.back().isKey && before.back().key.length() > 1;
+    const std::string last = isKey ? before.back().key : "";
+    return !last.empty() && last.back() == ':'
+               ? "; its key \"" + last + "\" ends in a colon (did you mean \"" +
+                     last.substr(0, last.length() - 1) + "\"?)"
+               : "";
 }
 
 Failure missingPath(Location location, const Element& root, const PathNotFound& error,

@@ -27,8 +27,9 @@ std::string named(const std::string& path);
 /// The value's type as in a sentence: "null", "a boolean", "an array".
 const char* typePhrase(const ko::Orvid::Element& value);
 
-/// What is said of a path that has a new key with whitespace at its beginning or end, as the end of
-/// a note; empty for any other path. Throws Failure for a malformed path.
-std::string spacedKeyHint(const ko::Orvid::Element& root, const std::string& path);
+/// What is said of a path that has a new key with whitespace at its beginning or end, or that ends
+/// in a new key with a colon at its end, as the end of a note; empty for any other path. Throws
+/// Failure for a malformed path.
+std::string unusualKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
 }  // namespace orvid_tool

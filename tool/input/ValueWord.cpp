@@ -5,6 +5,8 @@
 #include "input/ValueWord.h"
 
 #include <cstdlib>
+#include <map>
+#include <string>
 #include <string_view>
 
 #include "input/Document.h"
@@ -71,6 +73,16 @@ bool looksLikeText(const std::string& word) {
            word.find('\n') == std::string::npos;
 }
 
+/// What a word is in other notations, where that is so.
+std::string meant(const std::string& word) {
+    static const std::map<std::string, const char*> words{
+        {"True", "true"},   {"TRUE", "true"}, {"False", "false"},
+        {"FALSE", "false"}, {"None", "null"}, {"NULL", "null"},
+        {"Null", "null"},   {"nil", "null"},  {"undefined", "null"}};
+    const auto found = words.find(word);
+    return found == words.end() ? "" : std::string(" (did you mean ") + found->second + "?)";
+}
+
 /// Which of several values it is: that of the path before the `=`.
 std::string whose(std::string before) {
     if (before.empty()) {
@@ -90,9 +102,9 @@ void readJson(const std::string& word, Element& value, const ReadOptions& option
                           failure.excerpt());
         }
         const bool isAddress = before.find_first_of("/?&") != std::string::npos;
-        throw Failure(ExitStatus::usage, "\"" + word + "\" is no JSON; for the text write " +
-                                             forShell(before + "string:" + word) +
-                                             (isAddress ? k_escapeHint : ""));
+        throw Failure(ExitStatus::usage,
+                      "\"" + word + "\" is no JSON" + meant(word) + "; for the text write " +
+                          forShell(before + "string:" + word) + (isAddress ? k_escapeHint : ""));
     }
 }
 

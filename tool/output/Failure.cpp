@@ -39,7 +39,9 @@ std::string pathHint(const std::string& path, ParseErrorCode code) {
                "'";
     }
     if (path.find("[]") != std::string::npos) {
-        return "; for all items write [*] in a query, as in orvid query '$.a[*]'";
+        return "; for all items write [*] in a query, as in orvid query '$.a[*]', and for a new "
+               "item "
+               "[*] in set or insert";
     }
     if (path == ".") {
         return "; for the whole document write ''";

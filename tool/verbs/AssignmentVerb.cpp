@@ -19,7 +19,11 @@ namespace orvid_tool {
 
 namespace {
 
-bool hasSpaceAtStep(const std::string& word) {
+/// Whether a step may begin or end with whitespace, or the last end in a colon, as in `port := 80`.
+bool isUnusual(const std::string& word) {
+    if (!word.empty() && word.back() == ':') {
+        return true;
+    }
     const std::string text = "." + word + ".";
     for (std::size_t i = 1; i + 1 < text.length(); ++i) {
         const bool isSpace = std::strchr(" \t\n\r", text[i]) != nullptr;
@@ -69,14 +73,14 @@ std::string AssignmentVerb::hintForItem() const {
     return isPointer ? "; the pointer to a new item ends in /-" : "; a new item is written [*]";
 }
 
-bool AssignmentVerb::mayHaveSpacedKey() const {
+bool AssignmentVerb::mayHaveUnusualKey() const {
     return std::any_of(
         m_assignments.begin(), m_assignments.end(),
-        [](const Assignment& assignment) { return hasSpaceAtStep(assignment.path.word()); });
+        [](const Assignment& assignment) { return isUnusual(assignment.path.word()); });
 }
 
-std::string AssignmentVerb::spacedHint(const ko::Orvid::Element& root, const std::string& path) {
-    return hasSpaceAtStep(path) ? spacedKeyHint(root, path) : "";
+std::string AssignmentVerb::unusualHint(const ko::Orvid::Element& root, const std::string& path) {
+    return isUnusual(path) ? unusualKeyHint(root, path) : "";
 }
 
 void AssignmentVerb::noteNew(const std::string& path, const std::string& hint) const {

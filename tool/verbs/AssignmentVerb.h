@@ -21,10 +21,11 @@ protected:
     /// Whether the document is a new one, which no text is read for.
     bool isNew() const { return m_isNew; }
     const std::vector<Assignment>& assignments() const { return m_assignments; }
-    /// Whether a step of a path may begin or end with whitespace, as in `port = 80`.
-    bool mayHaveSpacedKey() const;
-    /// What is said of a new key that begins or ends with whitespace; empty for any other path.
-    static std::string spacedHint(const ko::Orvid::Element& root, const std::string& path);
+    /// Whether a step of a path may begin or end with whitespace, as in `port = 80`, or the last
+    /// one end in a colon, as in `port:=80`.
+    bool mayHaveUnusualKey() const;
+    /// What is said of such a key where it is new; empty for any other path.
+    static std::string unusualHint(const ko::Orvid::Element& root, const std::string& path);
     /// Says the hint, where there is one, when the run has ended. Not for records.
     void noteNew(const std::string& path, const std::string& hint) const;
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.

@@ -51,7 +51,7 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || mayHaveSpacedKey() || !mayTakeShortCut(call, m_steps.size())) {
+        if (isNew() || mayHaveUnusualKey() || !mayTakeShortCut(call, m_steps.size())) {
             return false;
         }
         const auto edit = [&](std::string_view text, std::size_t index) {
@@ -77,7 +77,7 @@ private:
         const std::optional<LastStep>& known = m_steps[index];
         const LastStep step = known ? *known : LastStep(assignment.path.pathIn(document.root));
         const bool isRecord = document.location.line != 0;
-        const std::string hint = isRecord ? "" : spacedHint(document.root, step.path());
+        const std::string hint = isRecord ? "" : unusualHint(document.root, step.path());
         insertAt(document.root, step, std::move(value), document.location);
         noteNew(step.path(), hint);
     }

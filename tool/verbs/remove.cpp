@@ -76,7 +76,7 @@ public:
 
 private:
     std::string hintForFile(const std::string& word) const override {
-        return "; a further path is written --also " + word;
+        return m_query ? "" : "; a further path is written --also " + word;
     }
 
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }

@@ -123,12 +123,12 @@ private:
     /// whitespace of a key.
     void noteNewKey(const ko::Orvid::Element& root, const std::string& path) const {
         const std::string hint = dottedKeyHint(root, path);
-        noteNew(path, hint.empty() ? spacedHint(root, path) : hint);
+        noteNew(path, hint.empty() ? unusualHint(root, path) : hint);
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         const bool mayNeedNote =
-            !call.lines.isOn && (mayHaveSpacedKey() || mayHaveDottedKey(document.text));
+            !call.lines.isOn && (mayHaveUnusualKey() || mayHaveDottedKey(document.text));
         if (isNew() || m_query || mayNeedNote) {
             return false;
         }
