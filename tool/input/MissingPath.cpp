@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "input/PathSteps.h"
+#include "output/phrases.h"
 #include "output/Similar.h"
 #include "text/whitespace.h"
 
@@ -92,7 +93,7 @@ std::string escapeHint(const Element& root, const Element& holder, const std::st
 /// Why a value of another type has no such step.
 std::string mismatch(const Element& holder, const std::string& holderPath, bool isPointer,
                      const std::string& step) {
-    const std::string text = named(holderPath) + " is " + typePhrase(holder);
+    const std::string text = placePhrase(holderPath) + " is " + typePhrase(holder);
     return holder.isArray() && isNumber(step) && !isPointer
                ? text + "; write " + holderPath + "[" + step + "]"
                : text;
@@ -140,31 +141,6 @@ std::string withoutEdges(const std::string& key) {
 }
 
 }  // namespace
-
-std::string named(const std::string& path) {
-    constexpr std::size_t longest = 100;
-    if (path.length() > longest) {
-        return "it";
-    }
-    return path.empty() ? "the root" : "\"" + path + "\"";
-}
-
-const char* typePhrase(const Element& value) {
-    switch (value.type()) {
-        case ko::Orvid::etBoolean:
-            return "a boolean";
-        case ko::Orvid::etNumber:
-            return "a number";
-        case ko::Orvid::etString:
-            return "a string";
-        case ko::Orvid::etObject:
-            return "an object";
-        case ko::Orvid::etArray:
-            return "an array";
-        default:
-            return "null";
-    }
-}
 
 std::string dottedKeyHint(const Element& root, const std::string& path) {
     try {

@@ -21,12 +21,6 @@ Failure missingPath(Location location, const ko::Orvid::Element& root,
 /// to write the path, as the end of a message. Otherwise nothing.
 std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
-/// The place as the subject of a sentence: the path in quotes, "the root", or "it" for a long path.
-std::string named(const std::string& path);
-
-/// The value's type as in a sentence: "null", "a boolean", "an array".
-const char* typePhrase(const ko::Orvid::Element& value);
-
 /// What is said of a path that has a new key with whitespace at its beginning or end, or that ends
 /// in a new key with a colon at its end, as the end of a note; empty for any other path. Throws
 /// Failure for a malformed path.

@@ -7,8 +7,8 @@
 #include <sstream>
 #include <utility>
 
-#include "input/MissingPath.h"
 #include "input/PathWords.h"
+#include "output/phrases.h"
 #include "output/placeWord.h"
 
 namespace orvid_tool {
@@ -18,7 +18,7 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::EType;
 
-std::string placeName(const Element& element) { return named(placeWord(element)); }
+std::string placeName(const Element& element) { return placePhrase(placeWord(element)); }
 
 void fillEmpty(Element& element, EType type) {
     if (element.isEmpty()) {

@@ -12,6 +12,7 @@
 
 #include "input/skipWhitespace.h"
 #include "output/Similar.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -204,7 +205,8 @@ std::string nothingHint(std::string_view text) {
     if (skipWhitespace(text, 0) < text.length()) {
         return "";
     }
-    const bool isBlank = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    const bool isBlank =
+        text.find_first_not_of(ko::Orvid::text::k_whitespace) == std::string_view::npos;
     return text.empty() ? " (it is empty)"
            : isBlank    ? " (it has only whitespace)"
                         : " (it has only comments)";

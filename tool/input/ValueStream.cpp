@@ -12,6 +12,7 @@
 #include "input/MissingPath.h"
 #include "input/skipWhitespace.h"
 #include "input/SlipHint.h"
+#include "output/phrases.h"
 #include "text/byteOrderMark.h"
 #include "text/TextScannerRun.h"
 #include "text/whitespace.h"

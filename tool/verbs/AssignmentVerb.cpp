@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "call/Options.h"
@@ -14,6 +15,7 @@
 #include "input/MissingPath.h"
 #include "input/ValueWord.h"
 #include "output/Report.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -26,7 +28,7 @@ bool isUnusual(const std::string& word) {
     }
     const std::string text = "." + word + ".";
     for (std::size_t i = 1; i + 1 < text.length(); ++i) {
-        const bool isSpace = std::strchr(" \t\n\r", text[i]) != nullptr;
+        const bool isSpace = ko::Orvid::text::k_whitespace.find(text[i]) != std::string_view::npos;
         if (isSpace && (std::strchr("./]", text[i - 1]) != nullptr ||
                         std::strchr("./[", text[i + 1]) != nullptr)) {
             return true;

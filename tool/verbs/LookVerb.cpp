@@ -8,6 +8,7 @@
 
 #include "call/Options.h"
 #include "input/Input.h"
+#include "output/phrases.h"
 
 namespace orvid_tool {
 

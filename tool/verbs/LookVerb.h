@@ -9,7 +9,7 @@
 
 #include "call/Verb.h"
 #include "input/CallPath.h"
-#include "input/MissingPath.h"
+#include "output/Failure.h"
 
 namespace orvid_tool {
 

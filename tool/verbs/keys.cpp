@@ -2,6 +2,7 @@
 //
 // orvid keys: the keys of an object.
 
+#include "output/phrases.h"
 #include "verbs/Leaves.h"
 #include "verbs/LookVerb.h"
 #include "verbs/verbs.h"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "output/phrases.h"
 #include "verbs/LookVerb.h"
 #include "verbs/verbs.h"
 

@@ -8,9 +8,9 @@
 #include "edit/rewrite.h"
 #include "input/CallPath.h"
 #include "input/Document.h"
-#include "input/MissingPath.h"
 #include "input/ValueStream.h"
 #include "output/Output.h"
+#include "output/phrases.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
