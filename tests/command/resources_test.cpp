@@ -86,6 +86,13 @@ TEST_F(resources, streams_need_memory_for_one_value_only) {
 }
 
 /// The stacks of the threads that can be had may leave too little for the records.
+TEST_F(resources, a_deep_text_is_held_twice_at_most) {
+    constexpr std::size_t depth = 5000;  // 100 MB, which are nearly all indents
+    const ScratchFile file(std::string(depth, '[') + std::string(depth, ']'));
+    EXPECT_EQ(shell("ulimit -v 290000; \"$0\" print \"$1\" | wc -c", {file.name()}),
+              orvid_test::printed("99980003\n"));
+}
+
 TEST_F(resources, threads_that_cannot_be_had_are_done_without) {
     const ScratchFile file(repeated("{\"a\": 1}\n", 50000));
     const std::string all = repeated("{\"a\": 1, \"b\": 2}\n", 50000);

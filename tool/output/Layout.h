@@ -10,6 +10,8 @@
 #include <exception>
 #include <string>
 
+#include "output/Bytes.h"
+
 namespace orvid_tool {
 
 struct Layout {
@@ -32,9 +34,11 @@ private:
     const char* m_why;
 };
 
-/// The value, or the document as its Dom says, with a newline after it. Throws Unwritable.
+/// The value with a newline after it. Throws Unwritable.
 std::string jsonText(const ko::Orvid::Element& element, const Layout& layout);
-std::string jsonText(const ko::Orvid::Dom& dom, const Layout& layout);
+/// Appends the document as its Dom says, in the same way. No further copy is made of a text that is
+/// not coloured.
+void appendText(const ko::Orvid::Dom& dom, const Layout& layout, Bytes& out);
 
 /// The value on one line, in the layout's other respects, with a newline after it. Throws
 /// Unwritable.

@@ -66,7 +66,7 @@ private:
         ko::Orvid::Dom dom;
         dom.setRoot(document.root, false);
         dom.setWriteMeta(call.hasMeta);
-        out.append(jsonText(dom, call.layout));
+        appendText(dom, call.layout, out);
     }
 };
 
