@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -26,6 +27,9 @@ public:
     static constexpr bool k_marksAreBits = false;
 
     explicit PlainBlock(const char* at) noexcept { std::memcpy(&m_bytes, at, sizeof m_bytes); }
+    /// Of two halves, in either order: for what is asked of all bytes.
+    PlainBlock(const char* half, const char* other) noexcept
+        : m_bytes(halfAt(half) << (4U * sizeof(Marks)) | halfAt(other)) {}
 
     /// A quote, a backslash or a control character: what may not stand in a string as it is.
     Marks special() const noexcept { return equal('"') | equal('\\') | below(0x20); }
@@ -67,6 +71,11 @@ private:
     static constexpr Marks k_ones = ~Marks(0) / 255;
     static constexpr Marks k_tops = k_ones * 0x80;
 
+    static Marks halfAt(const char* at) noexcept {
+        std::conditional_t<sizeof(Marks) == 8, std::uint32_t, std::uint16_t> half = 0;
+        std::memcpy(&half, at, sizeof half);
+        return half;
+    }
     Marks below(unsigned int limit) const noexcept {
         return ~(((m_bytes & ~k_tops) + k_ones * (0x80 - limit)) | m_bytes) & k_tops;
     }
@@ -96,6 +105,10 @@ public:
 
     explicit Sse2Block(const char* at) noexcept
         : m_bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))) {}
+    /// Of two halves.
+    Sse2Block(const char* half, const char* other) noexcept
+        : m_bytes(_mm_unpacklo_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(half)),
+                                     _mm_loadl_epi64(reinterpret_cast<const __m128i*>(other)))) {}
 
     Marks special() const noexcept {
         const __m128i control = _mm_cmpeq_epi8(_mm_min_epu8(m_bytes, _mm_set1_epi8(0x1F)), m_bytes);
@@ -216,6 +229,10 @@ public:
 
     explicit NeonBlock(const char* at) noexcept
         : m_bytes(vld1q_u8(reinterpret_cast<const std::uint8_t*>(at))) {}
+    /// Of two halves.
+    NeonBlock(const char* half, const char* other) noexcept
+        : m_bytes(vcombine_u8(vld1_u8(reinterpret_cast<const std::uint8_t*>(half)),
+                              vld1_u8(reinterpret_cast<const std::uint8_t*>(other)))) {}
 
     Marks special() const noexcept {
         const uint8x16_t control = vcltq_u8(m_bytes, vdupq_n_u8(0x20));

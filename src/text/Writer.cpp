@@ -58,40 +58,50 @@ bool copyTwoBlocks(const char*& text, const char* end, char*& at) noexcept {
     return true;
 }
 
-/// Copies fewer bytes than a block, but half as many or more, as one block of two halves that
-/// overlap. Returns whether they are plain; otherwise `text` and `at` stay.
+/// Copies fewer bytes than a block, but half as many or more, as two halves that overlap. Returns
+/// whether they are plain.
 template<class AnyBlock>
-bool copyHalves(const char*& text, std::ptrdiff_t length, char*& at) noexcept {
+inline bool copyHalves(char* at, const char* text, std::ptrdiff_t length) noexcept {
     constexpr std::ptrdiff_t k_half = AnyBlock::k_length / 2;
-    char both[AnyBlock::k_length];
-    std::memcpy(both, text, k_half);
-    std::memcpy(both + k_half, text + length - k_half, k_half);
-    if (AnyBlock(both).special() != 0) {
-        return false;
-    }
-    std::memcpy(at, both, k_half);
-    std::memcpy(at + length - k_half, both + k_half, k_half);
-    text += length;
-    at += length;
-    return true;
+    const char* const last = text + length - k_half;
+    const bool isPlain = AnyBlock(text, last).special() == 0;
+    std::memcpy(at, text, k_half);
+    std::memcpy(at + length - k_half, last, k_half);
+    return isPlain;
 }
 
 template<class AnyBlock>
-bool isHalfOf(std::ptrdiff_t length) noexcept {
+inline bool isHalfOf(std::ptrdiff_t length) noexcept {
     return length < AnyBlock::k_length && length >= AnyBlock::k_length / 2;
 }
 
+/// Copies fewer bytes than a block, as most keys are. Returns whether all of them stand for
+/// themselves; what it has written otherwise is of no use.
+inline bool copyIfPlain(char* at, const char* text, std::ptrdiff_t length) noexcept {
+    if (isHalfOf<Block>(length)) {
+        return copyHalves<Block>(at, text, length);
+    }
+    if (isHalfOf<PlainBlock>(length)) {
+        return copyHalves<PlainBlock>(at, text, length);
+    }
+    for (; length != 0; --length) {
+        if (isSpecial(*text)) {
+            return false;
+        }
+        *at++ = *text++;
+    }
+    return true;
+}
+
 /// Copies the bytes that stand for themselves, up to the first that does not or `end`, where these
-/// are fewer than a block. Most keys are: a byte for byte they took a quarter of writing.
+/// are fewer than a block.
 void copyPlainShort(const char*& text, const char* end, char*& at) noexcept {
-    const std::ptrdiff_t length = end - text;
-    if (isHalfOf<Block>(length) && copyHalves<Block>(text, length, at)) {
+    if (copyIfPlain(at, text, end - text)) {
+        at += end - text;
+        text = end;
         return;
     }
-    if (isHalfOf<PlainBlock>(length) && copyHalves<PlainBlock>(text, length, at)) {
-        return;
-    }
-    while (text != end && !isSpecial(*text)) {
+    while (!isSpecial(*text)) {
         *at++ = *text++;
     }
 }
@@ -186,15 +196,26 @@ WriteStatus Writer::string(const char* text, std::size_t length) {
     }
     char* at = lead(roomFor(length));
     *at++ = '"';
+    const bool isShort = length < std::size_t{Block::k_length};
+    if (isShort && copyIfPlain(at, text, static_cast<std::ptrdiff_t>(length))) {
+        at += length;
+    } else {
+        at = copyAny(at, text, end);
+    }
+    *at++ = '"';
+    finish(at);
+    return WriteStatus::ok;
+}
+
+/// Copies what may need escapes, and returns where it ends.
+char* Writer::copyAny(char* at, const char* text, const char* end) {
     copyPlain(text, end, at);
     while (text != end) {
         at = roomForEscape(at, static_cast<std::size_t>(end - text));
         at = writeEscape(at, static_cast<unsigned char>(*text++));
         copyPlain(text, end, at);
     }
-    *at++ = '"';
-    finish(at);
-    return WriteStatus::ok;
+    return at;
 }
 
 void Writer::swapText(Bytes& bytes) noexcept {

@@ -86,7 +86,7 @@ public:
     void restart() noexcept;
 
 private:
-    /// What may come next.
+    /// What may come next; after() and lead() have a table each.
     enum class State : unsigned char {
         start,
         mapStart,  ///< the first key
@@ -116,10 +116,12 @@ private:
         const std::size_t needed = length + m_leadLength + k_slack;
         return static_cast<std::size_t>(m_end - m_at) < needed ? grow(m_at, needed) : m_at;
     }
+    [[gnu::noinline]] char* copyAny(char* at, const char* text, const char* end);
     char* roomForEscape(char* at, std::size_t rest);
     [[gnu::noinline]] char* grow(const char* at, std::size_t needed);
     [[gnu::noinline]] void deepen();
     char* lead(char* at) const noexcept;
+    char* margin(char* at) const noexcept;
     char* newLine(char* at, std::size_t from) const noexcept;
     void finish(char* at) noexcept;
 
@@ -169,18 +171,10 @@ inline void copyShort(char* to, const char* from, std::size_t length) noexcept {
 }
 
 inline Writer::State Writer::after(State state) noexcept {
-    switch (state) {
-        case State::mapStart:
-        case State::mapKey:
-            return State::mapValue;
-        case State::mapValue:
-            return State::mapKey;
-        case State::arrayStart:
-        case State::inArray:
-            return State::inArray;
-        default:
-            return State::complete;
-    }
+    constexpr State k_after[] = {State::complete, State::mapValue, State::mapValue,
+                                 State::mapKey,   State::inArray,  State::inArray,
+                                 State::complete, State::complete};
+    return k_after[static_cast<unsigned char>(state)];
 }
 
 inline bool Writer::takesValue() const noexcept {
@@ -196,18 +190,25 @@ inline char* Writer::newLine(char* at, std::size_t from) const noexcept {
 
 /// Writes what separates a value or a key from what is before it.
 inline char* Writer::lead(char* at) const noexcept {
+    constexpr char k_separators[] = {0, 0, ',', ':', 0, ',', 0, 0};
+    const char separator = k_separators[static_cast<unsigned char>(m_state)];
+    *at = separator;
+    at += separator != 0 ? 1 : 0;
+    return m_isIndented ? margin(at) : at;
+}
+
+/// Writes the whitespace between the separator and a value or a key.
+inline char* Writer::margin(char* at) const noexcept {
     switch (m_state) {
         case State::inArray:
         case State::mapKey:
-            *at++ = ',';
-            return m_isIndented ? newLine(at, 0) : at;
+            return newLine(at, 0);
         case State::mapValue:
-            *at++ = ':';
             *at = ' ';
-            return m_isIndented ? at + 1 : at;
+            return at + 1;
         case State::mapStart:
         case State::arrayStart:
-            return m_isIndented ? newLine(at, m_closesEmpty ? 0 : 1) : at;
+            return newLine(at, m_closesEmpty ? 0 : 1);
         default:
             return at;
     }
