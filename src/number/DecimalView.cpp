@@ -84,17 +84,19 @@ std::size_t mixedWhole(std::size_t hash, unsigned long long value) {
     return hash;
 }
 
-/// Of a value whose significant digits, without zeros around them, are a number of 64 bits.
+/// Of a value that is no integer of few digits, and whose significant digits, without zeros around
+/// them, are a number of 64 bits.
 std::size_t hashOfFew(bool isNegative, long long power, unsigned long long digits) {
     const std::size_t hash = mixedWhole(isNegative ? 1 : 2, static_cast<unsigned long long>(power));
     return mixedWhole(hash, digits);
 }
 
+constexpr unsigned long long k_base = 10;
+
 /// The digits appended to those of `value`.
 unsigned long long valueOf(std::string_view digits, unsigned long long value) {
-    constexpr unsigned long long base = 10;
     for (const char digit : digits) {
-        value = value * base + static_cast<unsigned long long>(digit - '0');
+        value = value * k_base + static_cast<unsigned long long>(digit - '0');
     }
     return value;
 }
@@ -201,22 +203,21 @@ int DecimalView::compare(const DecimalView& other) const noexcept {
 }
 
 std::size_t DecimalView::hashOf(long long value) noexcept {
-    constexpr unsigned long long base = 10;
-    const bool isNegative = value < 0;
-    auto digits = static_cast<unsigned long long>(isNegative ? -value : value);
-    long long power = 0;
-    for (; digits != 0 && digits % base == 0; digits /= base) {
-        ++power;
-    }
-    for (unsigned long long limit = base; digits >= limit; limit *= base) {
-        ++power;
-    }
-    return hashOfFew(isNegative, power, digits);
+    return mixedWhole(0, static_cast<unsigned long long>(value));
 }
 
 std::size_t DecimalView::hash() const {
-    if (isNumber() && m_power.beyond.empty() && digitCount() <= k_fewDigits) {
-        return hashOfFew(m_isNegative, m_power.value, valueOf(m_rest, valueOf(m_first, 0)));
+    const auto count = static_cast<long long>(digitCount());
+    if (isNumber() && m_power.beyond.empty() && count <= k_fewDigits) {
+        unsigned long long digits = valueOf(m_rest, valueOf(m_first, 0));
+        if (m_power.value < count - 1 || m_power.value >= k_fewDigits) {
+            return hashOfFew(m_isNegative, m_power.value, digits);
+        }
+        for (long long zeros = m_power.value + 1 - count; zeros > 0; --zeros) {
+            digits *= k_base;
+        }
+        const auto value = static_cast<long long>(digits);
+        return hashOf(m_isNegative ? -value : value);
     }
     const std::size_t signs = (m_isNegative ? 1U : 0U) + (m_power.isNegative ? 2U : 0U);
     std::size_t result = mixed(static_cast<std::size_t>(m_rank) + 1, signs << 3U);

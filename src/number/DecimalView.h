@@ -46,7 +46,7 @@ public:
     std::size_t hash() const;
 
     /// The most digits of which every number is within 64 bits.
-    static constexpr std::size_t k_fewDigits = 18;
+    static constexpr long long k_fewDigits = 18;
     /// The hash of a whole number of up to k_fewDigits digits.
     static std::size_t hashOf(long long value) noexcept;
 
