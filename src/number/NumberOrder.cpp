@@ -59,12 +59,16 @@ DecNumber Number::decimal() const {
 
 std::size_t std::hash<ko::Orvid::Number>::operator()(const ko::Orvid::Number& number) const {
     using namespace ko::Orvid;
-    const NumberStore::Binary binary = number.m_store.binary();
-    if ((binary.isWhole || !number.m_store.hasGivenText()) && isSmallInteger(binary)) {
-        return DecimalView::hashOf(signedOf(binary));
-    }
+    const NumberStore& store = number.m_store;
     NumberBuffer buffer;
-    const std::string_view text = number.exactTextIn(buffer);
+    std::string_view text;
+    if (store.hasGivenText()) {
+        text = store.givenText();
+    } else if (isSmallInteger(store.binary())) {
+        return DecimalView::hashOf(signedOf(store.binary()));
+    } else {
+        text = exactText(store.binary(), buffer);
+    }
     SmallInteger small;
     return small.read(text) ? DecimalView::hashOf(small.value()) : DecimalView(text).hash();
 }

@@ -6,8 +6,6 @@
 
 #include <ko/Orvid/Number.h>
 
-#include <algorithm>
-#include <memory>
 #include <utility>
 
 #include "number/NumberText.h"
@@ -15,12 +13,21 @@
 namespace ko::Orvid {
 
 struct NumberStore::Heap {
+    Heap(std::string_view content, bool derived, Heap* before)
+        : text(content), former(before), isDerived(derived) {}
+
+    void keep(const Binary& binary) noexcept {
+        bits.store(binary.bits, std::memory_order_relaxed);
+        kind.store(kindByte(binary), std::memory_order_release);
+    }
+
     std::string text;
     Heap* former;  ///< what was handed out before this text took its place
     // Of the wide layout, which has no other place for them.
     std::atomic<std::uint64_t> bits{0};
     std::atomic<unsigned char> kind{0};
     bool isDerived;
+    bool isLost = false;  ///< empty for want of memory
 };
 
 namespace {
@@ -110,17 +117,6 @@ bool isNeeded(const Binary& binary, std::string_view text) {
 
 }  // namespace
 
-/// Room for the text of any binary value is there from the start, so that assigning one cannot
-/// throw.
-NumberStore::Heap* NumberStore::make(std::string_view text, bool isDerived, Heap* former) {
-    auto made = std::make_unique<Heap>();
-    made->text.reserve(std::max(text.size(), k_capacity));
-    made->text.append(text);
-    made->isDerived = isDerived;
-    made->former = former;
-    return made.release();
-}
-
 void NumberStore::release(Heap* heap) noexcept {
     while (heap != nullptr) {
         delete std::exchange(heap, heap->former);
@@ -151,7 +147,7 @@ void NumberStore::constructLong(std::string_view text, const Binary& binary) {
     }
     const std::uint64_t word = packed(binary);
     if (text.size() > k_capacity || (word == 0 && isNeeded(binary, text))) {
-        layOut(make(text, false, nullptr), binary, 0);
+        layOut(new Heap(text, false, nullptr), binary, 0);
         return;
     }
     layOutWide(text);
@@ -170,7 +166,8 @@ void NumberStore::constructLike(const NumberStore& other) {
     NumberStore made(other.givenText(), binary);
     if (!other.hasGivenText()) {
         made.m_length = k_noText;
-    } else if (const Heap* const held = other.heap(); held != nullptr && held->isDerived) {
+    } else if (const Heap* const held = other.heap();
+               held != nullptr && held->isDerived && !held->isLost) {
         static_cast<void>(made.string());  // beside a heap text there is room for any value
         made.keep(binary);
         made.derive();
@@ -197,6 +194,7 @@ void NumberStore::steal(NumberStore& other) noexcept {
 void NumberStore::useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept {
     release(std::exchange(heap.former, nullptr));
     heap.isDerived = isDerived;
+    heap.isLost = false;
     layOut(&heap, binary, isDerived ? k_noText : 0);
 }
 
@@ -211,7 +209,7 @@ void NumberStore::assign(std::string_view text, const Binary& binary) {
     }
 }
 
-void NumberStore::assign(const Binary& binary) noexcept {
+void NumberStore::assign(const Binary& binary) {
     if (Heap* const held = heap()) {
         NumberBuffer buffer;
         held->text.assign(derivedText(binary, buffer));
@@ -227,21 +225,41 @@ void NumberStore::take(NumberStore& other) noexcept {
         steal(other);
         return;
     }
-    const Binary binary = other.binary();
-    if (!other.hasGivenText()) {
-        assign(binary);
-        return;
-    }
+    const bool isGiven = other.hasGivenText();
     Heap* theirs = other.heap();
-    while (theirs != nullptr && theirs->isDerived) {
+    while (isGiven && theirs != nullptr && theirs->isDerived) {
         theirs = theirs->former;
     }
-    if (theirs != nullptr) {
+    if (theirs != nullptr && !theirs->text.empty()) {
         held->text.swap(theirs->text);
-    } else {
-        held->text.assign(other.heldText());
+        useHeap(*held, other.binary(), !isGiven);
+        return;
     }
-    useHeap(*held, binary, false);
+    try {
+        if (isGiven) {
+            assign(other.heldText(), other.binary());
+        } else {
+            assign(other.binary());
+        }
+    } catch (const std::bad_alloc&) {
+        takeBeside(*held, other);
+    }
+}
+
+/// There is no memory for a text in `held`, which is empty from now on: string() makes another one.
+void NumberStore::takeBeside(Heap& held, const NumberStore& other) noexcept {
+    const Binary binary = other.binary();
+    held.text.clear();
+    useHeap(held, binary, true);
+    held.isLost = true;
+    m_length = other.m_length;
+    if (isWide()) {
+        std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
+        held.keep(binary);
+        m_word.store(wordOf(held), std::memory_order_relaxed);
+    } else {
+        std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
+    }
 }
 
 NumberStore::Binary NumberStore::wideBinary() const noexcept {
@@ -258,8 +276,7 @@ NumberStore::Binary NumberStore::wideBinary() const noexcept {
 void NumberStore::keepWide(const Binary& binary) const noexcept {
     std::uint64_t word = m_word.load(std::memory_order_acquire);
     if (Heap* const held = heapOf(word)) {
-        held->bits.store(binary.bits, std::memory_order_relaxed);
-        held->kind.store(kindByte(binary), std::memory_order_release);
+        held->keep(binary);
         return;
     }
     // The place may become the pointer's at any time.
@@ -269,14 +286,60 @@ void NumberStore::keepWide(const Binary& binary) const noexcept {
     }
 }
 
-/// A text that was given empty gives way to a derived one as soon as the binary value has a kind.
+/// Takes the binary value along, whose place the pointer takes.
+bool NumberStore::publishWide(Heap& made, Heap* former) const noexcept {
+    std::uint64_t word = m_word.load(std::memory_order_acquire);
+    while (heapOf(word) == former) {
+        if (word != 0) {
+            made.keep(former == nullptr ? unpacked(word) : wideBinary());
+        }
+        if (m_word.compare_exchange_weak(word, wordOf(made), std::memory_order_acq_rel,
+                                         std::memory_order_acquire)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Null if another thread came first.
+inline const std::string* NumberStore::publish(std::string_view text, bool isDerived,
+                                               Heap* former) const {
+    Heap* const made = new Heap(text, isDerived, former);
+    const bool isPublished =
+        isWide() ? publishWide(*made, former)
+                 : pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
+                                                     std::memory_order_acquire);
+    if (!isPublished) {
+        delete made;
+        return nullptr;
+    }
+    return &made->text;
+}
+
+/// Whether the heap text is the number's. One that was given empty gives way to a derived one as
+/// soon as the binary value has a kind.
 bool NumberStore::isCurrent(const Heap& held) const noexcept {
-    return !held.text.empty() || held.isDerived || binary().kind == Number::ebNone;
+    return !held.text.empty() ||
+           (!held.isLost && (held.isDerived || binary().kind == Number::ebNone));
 }
 
 const std::string& NumberStore::string() const {
     const Heap* const held = heap();
-    return held != nullptr && !held->text.empty() ? held->text : makeString();
+    if (held == nullptr) {
+        return firstString();
+    }
+    return held->text.empty() ? makeString() : held->text;
+}
+
+/// Most often a copy of a text in here. Not compiled into string(), which would save registers for
+/// its calls then.
+[[gnu::noinline]] const std::string& NumberStore::firstString() const {
+    if (const std::string_view given = heldText(); !given.empty()) {
+        if (const std::string* const made = publish(given, false, nullptr)) {
+            return *made;
+        }
+    }
+    return makeString();
 }
 
 const std::string& NumberStore::makeString() const {
@@ -285,16 +348,21 @@ const std::string& NumberStore::makeString() const {
         if (held != nullptr && isCurrent(*held)) {
             return held->text;
         }
-        NumberBuffer buffer;
-        const std::string_view given = givenText();
-        const Binary value = binary();
-        const bool isDerived = given.empty() && value.kind != Number::ebNone;
-        const std::string* const made = isDerived ? publish(derivedText(value, buffer), true, held)
-                                                  : publish(given, !hasGivenText(), held);
+        const std::string_view given = held == nullptr ? heldText() : givenOnHeap(held);
+        const std::string* const made =
+            given.empty() ? publishDerived(held) : publish(given, false, held);
         if (made != nullptr) {
             return *made;
         }
     }
+}
+
+/// There is no given text, or an empty one.
+const std::string* NumberStore::publishDerived(Heap* former) const {
+    NumberBuffer buffer;
+    const Binary value = binary();
+    const bool isDerived = value.kind != Number::ebNone || !hasGivenText();
+    return publish(derivedText(value, buffer), isDerived, former);
 }
 
 std::string_view NumberStore::textIn(NumberBuffer& buffer) const noexcept {
@@ -316,36 +384,6 @@ void NumberStore::derive() const {
             return;
         }
     }
-}
-
-/// Null if another thread came first.
-const std::string* NumberStore::publish(std::string_view text, bool isDerived, Heap* former) const {
-    Heap* const made = make(text, isDerived, former);
-    const bool isPublished =
-        isWide() ? publishWide(*made, former)
-                 : pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
-                                                     std::memory_order_acquire);
-    if (!isPublished) {
-        delete made;
-        return nullptr;
-    }
-    return &made->text;
-}
-
-/// Takes the binary value along, whose place the pointer takes.
-bool NumberStore::publishWide(Heap& made, Heap* former) const noexcept {
-    std::uint64_t word = m_word.load(std::memory_order_acquire);
-    while (heapOf(word) == former) {
-        const Binary value = wideBinary();
-        made.bits.store(value.bits, std::memory_order_relaxed);
-        made.kind.store(kindByte(value), std::memory_order_relaxed);
-        const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&made));
-        if (m_word.compare_exchange_weak(word, address, std::memory_order_acq_rel,
-                                         std::memory_order_acquire)) {
-            return true;
-        }
-    }
-    return false;
 }
 
 }  // namespace ko::Orvid

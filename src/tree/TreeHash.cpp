@@ -101,20 +101,19 @@ private:
         }
     }
 
-    /// Goes on to the next child of the innermost container, or closes that with its hash as the
+    /// Goes on to the next container within the innermost one, or closes that with its hash as the
     /// `result`, which its parent takes.
     template<class Container>
     void step(Container& container, std::size_t& result) {
-        if (container.next == container.end) {
-            result = typed(Container::k_type, container.hash);
-            m_open.pop_back();
-            if (!m_open.empty()) {
-                std::visit([result](auto& parent) { parent.add(result); }, m_open.back());
+        for (; container.next != container.end; container.add(hashOfScalar(container.front()))) {
+            if (isContainer(container.front().data())) {
+                return open(container.front());
             }
-        } else if (isContainer(container.front().data())) {
-            open(container.front());
-        } else {
-            container.add(hashOfScalar(container.front()));
+        }
+        result = typed(Container::k_type, container.hash);
+        m_open.pop_back();
+        if (!m_open.empty()) {
+            std::visit([result](auto& parent) { parent.add(result); }, m_open.back());
         }
     }
 

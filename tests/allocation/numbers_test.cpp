@@ -9,6 +9,7 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/CountedMemory.h"
@@ -42,6 +43,13 @@ const std::vector<Operation> k_operations = {
          number = Number("another text that is longer than what is held in place");
          number.set(trees.root.get("a.list[0].id").number());
          return text;
+     }},
+    {"set_a_longer_binary_value", Leaves::everything,
+     [](Trees& trees) {
+         Number& number = trees.root.get("a.list[0].id").number();
+         (void)number.toString();
+         number.set(std::numeric_limits<long long>::min());
+         return std::string();
      }},
     {"copy_a_text_computed_by_hand", Leaves::everything,
      [](Trees& trees) {
@@ -95,6 +103,48 @@ TEST_P(Numbers, hold_when_memory_is_refused) { failEachAllocation(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(All, Numbers, testing::ValuesIn(k_operations),
                          [](const auto& operation) { return operation.param.name; });
+
+/// What is moved onto a number that has handed out its short text.
+const std::vector<Number> k_longer = {Number("1234567890123456"), Number("-1.234567890123456789e9"),
+                                      Number(std::numeric_limits<long long>::min()),
+                                      Number(std::numeric_limits<unsigned long long>::max()),
+                                      Number("a text that is longer than what is held in place")};
+
+TEST(NumbersWithoutMemory, take_over_what_is_moved) {
+    for (const Number& longer : k_longer) {
+        Number number(7);
+        EXPECT_EQ(number.toString(), "7");
+        Number source(longer);
+        refuseAllocation(1, Refusal::forGood);
+        number = std::move(source);
+        const bool isSame = number == longer;
+        NumberBuffer buffer;
+        const bool hasText = !number.textIn(buffer).empty();
+        refuseNone();
+        EXPECT_TRUE(isSame) << longer.toString();
+        EXPECT_TRUE(hasText) << longer.toString();
+        EXPECT_EQ(source, Number(0));  // NOLINT(bugprone-use-after-move): what is left
+        EXPECT_EQ(Number(number).toString(), longer.toString());
+        EXPECT_EQ(number.toString(), longer.toString());
+        Number target;
+        target = std::move(number);
+        EXPECT_EQ(target, longer);
+    }
+}
+
+TEST(NumbersWithoutMemory, are_set_and_moved_again_afterwards) {
+    for (const Number& longer : k_longer) {
+        Number number(7);
+        const std::string& text = number.toString();
+        Number source(longer);
+        refuseAllocation(1, Refusal::forGood);
+        number = std::move(source);
+        refuseNone();
+        number.set(5);
+        EXPECT_EQ(text, "5");
+        EXPECT_EQ(&number.toString(), &text);
+    }
+}
 
 TEST(NumbersInPlace, are_read_written_and_compared_without_memory) {
     const Number numbers[] = {Number("1"), Number("65.613616999999977"), Number(0.1), Number(-5),

@@ -92,6 +92,8 @@ public:
     Number(Number&& other) noexcept;
     /// As set(const Number&).
     Number& operator=(const Number& other);
+    /// Where memory is refused, the value is taken over all the same, but what toString() had
+    /// returned of this number is left empty, and is to be asked for again.
     Number& operator=(Number&& other) noexcept;
     ~Number() = default;
     template<class T, class = std::enable_if_t<k_isArithmetic<T>>>
@@ -139,7 +141,8 @@ public:
     ///@}
 
     ///@{
-    /// Binary values. The text is forgotten.
+    /// Binary values. The text is forgotten. Need no memory, except once toString() was called and
+    /// for a text of more digits than there was room for. Strong guarantee.
     /// Constant cost.
     void set(char value);
     void set(short value);

@@ -84,6 +84,25 @@ TEST(NumberText, the_string_shows_binary_values_that_are_set) {
     EXPECT_EQ(number.type(), Number::ebDouble);
 }
 
+// The string that is made first has no room to spare.
+TEST(NumberText, the_string_grows_with_what_is_set) {
+    for (const std::string& first : {std::string("7"), std::string(16, '1'), k_long}) {
+        for (const unsigned long long value :
+             {1ULL, 1234567890123456ULL, 18446744073709551615ULL}) {
+            const std::string expected = std::to_string(value);
+            Number number(first);
+            const std::string& text = number.toString();
+            number = Number(value);
+            EXPECT_EQ(text, expected);
+            Number other(first);
+            const std::string& otherText = other.toString();
+            other.set(value);
+            EXPECT_EQ(otherText, expected);
+            EXPECT_EQ(&other.toString(), &otherText);
+        }
+    }
+}
+
 TEST(NumberText, derived_never_replaces_the_binary_value) {
     Number number(4294967295.0);
     EXPECT_EQ(number.toString(), "4.29497e+09");

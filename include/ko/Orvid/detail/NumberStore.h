@@ -93,10 +93,14 @@ public:
 
     // The heap text, once there is one, stays the same object in all of these.
 
-    /// `text` may lie within the present one. Throws std::bad_alloc, leaving everything unchanged.
+    ///@{
+    /// `text` may lie within the present one. Without a heap text, a binary value needs no memory.
+    /// Throw std::bad_alloc, leaving everything unchanged.
     void assign(std::string_view text, const Binary& binary);
-    void assign(const Binary& binary) noexcept;
-    /// Takes over what the other holds, which is left with any value.
+    void assign(const Binary& binary);
+    ///@}
+    /// Takes over what the other holds, which is left with any value. Where memory is refused, the
+    /// heap text is left empty, and string() returns another one.
     void take(NumberStore& other) noexcept;
 
     bool hasGivenText() const noexcept { return m_length != k_noText; }
@@ -158,7 +162,6 @@ private:
     static constexpr unsigned char k_kinds = 0x7F;
     static constexpr std::uint64_t k_tag = 3;  ///< in m_word: the packed kind, 0 for a pointer
 
-    static Heap* make(std::string_view text, bool isDerived, Heap* former);
     static void release(Heap* heap) noexcept;
     static std::string_view givenOnHeap(const Heap* heap, std::string_view otherwise) noexcept;
 
@@ -182,6 +185,9 @@ private:
         } else {
             return static_cast<std::uintptr_t>(word);
         }
+    }
+    static std::uint64_t wordOf(const Heap& heap) noexcept {
+        return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&heap));
     }
     Heap* heap() const noexcept {
         return isWide() ? heapOf(m_word.load(std::memory_order_acquire))
@@ -256,11 +262,14 @@ private:
     void constructLong(std::string_view text, const Binary& binary);
     void constructLike(const NumberStore& other);
     void steal(NumberStore& other) noexcept;
+    void takeBeside(Heap& held, const NumberStore& other) noexcept;
     void useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept;
     Binary wideBinary() const noexcept;
     void keepWide(const Binary& binary) const noexcept;
     bool isCurrent(const Heap& held) const noexcept;
+    const std::string& firstString() const;
     const std::string& makeString() const;
+    const std::string* publishDerived(Heap* former) const;
     const std::string* publish(std::string_view text, bool isDerived, Heap* former) const;
     bool publishWide(Heap& made, Heap* former) const noexcept;
 
