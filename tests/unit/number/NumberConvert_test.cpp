@@ -9,6 +9,8 @@
 #include <ko/Exception.h>
 
 #include <cmath>
+#include <cstddef>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -27,6 +29,33 @@ std::optional<T> as(const Number& number) {
     }
     EXPECT_EQ(out, T(42)) << number.toString();
     return std::nullopt;
+}
+
+/// Of `length` digits, all different ones.
+std::string digitsOf(std::size_t length) {
+    return std::string("907856341279865430").substr(0, length);
+}
+
+TEST(NumberConvert, integers_of_all_lengths_are_read_digit_by_digit) {
+    for (std::size_t length = 1; length <= digitsOf(99).size(); ++length) {
+        const std::string digits = digitsOf(length);
+        EXPECT_EQ(as<long long>(Number(digits)), std::stoll(digits)) << digits;
+        EXPECT_EQ(as<long long>(Number("-" + digits)), -std::stoll(digits)) << digits;
+        EXPECT_EQ(std::hash<Number>()(Number(digits)), std::hash<Number>()(Number(digits + ".0")));
+    }
+}
+
+TEST(NumberConvert, no_other_character_counts_as_a_digit) {
+    for (std::size_t length = 1; length <= digitsOf(99).size(); ++length) {
+        for (std::size_t at = 0; at < length; ++at) {
+            for (const char other : {'/', ':', ' ', '\0', '\x7F', '\x80', '\xB5', '\xFF'}) {
+                std::string text = digitsOf(length);
+                text[at] = other;
+                long long value = 0;
+                EXPECT_THROW(Number(text).convertTo(value), ko::RuntimeError) << text;
+            }
+        }
+    }
 }
 
 TEST(NumberConvert, integers_reach_from_the_smallest_to_the_largest_value) {
