@@ -47,8 +47,9 @@ private:
 
     bool append(std::string_view digits) noexcept {
         constexpr unsigned int base = 10;
-        for (const char c : digits) {
-            const auto digit = static_cast<unsigned int>(static_cast<unsigned char>(c)) -
+        const char* const end = digits.data() + digits.size();
+        for (const char* next = digits.data(); next != end; ++next) {
+            const auto digit = static_cast<unsigned int>(static_cast<unsigned char>(*next)) -
                                static_cast<unsigned int>('0');
             if (digit >= base) {
                 return false;
