@@ -28,10 +28,10 @@ struct PatchOptions {
 };
 
 /// Carries out the operations of the patch, all of them or none. An added member comes last, a
-/// replaced one keeps its place. Values are equal for "test" by Element::compare(), except that
-/// the order of members does not count. The patch may lie in the target's tree: what it was before
-/// the call counts. The cost is linear in the size of the target, of the patch and of what is
-/// copied, except for each operation in an array, which costs about the square root of its length.
+/// replaced one keeps its place. Values are equal for "test" if they are `==`: numbers of one
+/// value, members in any order. The patch may lie in the target's tree: what it was before the call
+/// counts. The cost is linear in the size of the target, of the patch and of what is copied,
+/// except for each operation in an array, which costs about the square root of its length.
 ///
 /// Throws TypeException<EType> for a patch that is no array and PatchException for an operation
 /// that fails or copies too much; the target is unchanged then, and references into it stay valid.
