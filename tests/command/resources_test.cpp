@@ -27,7 +27,7 @@ constexpr bool k_isSanitized = __has_feature(address_sanitizer) || __has_feature
 constexpr bool k_isSanitized = false;
 #endif
 
-class resources : public testing::Test {
+class Resources : public testing::Test {
 protected:
     void SetUp() override {
         if (k_isSanitized) {
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(resources, memory_that_runs_out_in_a_line_ends_the_run_with_3) {
+TEST_F(Resources, memory_that_runs_out_in_a_line_ends_the_run_with_3) {
     const std::string line = "{\"a\": 1}\n";
     const std::string large = "[" + repeated("[],", 1500000) + "0]\n";
     const ScratchFile file(repeated(line, 1000) + large + repeated(line, 1000));
@@ -53,7 +53,7 @@ TEST_F(resources, memory_that_runs_out_in_a_line_ends_the_run_with_3) {
     }
 }
 
-TEST_F(resources, memory_that_runs_out_names_the_file) {
+TEST_F(Resources, memory_that_runs_out_names_the_file) {
     const ScratchFile file("[" + repeated("[],", 1500000) + "0]\n");
     const ScratchFile small("[]");
     for (const char* const call :
@@ -68,7 +68,7 @@ TEST_F(resources, memory_that_runs_out_names_the_file) {
 }
 
 /// Of each text there are more bytes than the memory there is.
-TEST_F(resources, streams_need_memory_for_one_value_only) {
+TEST_F(Resources, streams_need_memory_for_one_value_only) {
     const std::string name = repeated("name", 150);
     const std::string record = "{\"name\":\"" + name + "\",\"id\":12345678}";
     const std::string records = "yes '" + record + "' | head -40000";
@@ -86,14 +86,14 @@ TEST_F(resources, streams_need_memory_for_one_value_only) {
 }
 
 /// The stacks of the threads that can be had may leave too little for the records.
-TEST_F(resources, a_deep_text_is_held_twice_at_most) {
+TEST_F(Resources, a_deep_text_is_held_twice_at_most) {
     constexpr std::size_t depth = 5000;  // 100 MB, which are nearly all indents
     const ScratchFile file(std::string(depth, '[') + std::string(depth, ']'));
     EXPECT_EQ(shell("ulimit -v 290000; \"$0\" print \"$1\" | wc -c", {file.name()}),
               orvid_test::printed("99980003\n"));
 }
 
-TEST_F(resources, threads_that_cannot_be_had_are_done_without) {
+TEST_F(Resources, threads_that_cannot_be_had_are_done_without) {
     const ScratchFile file(repeated("{\"a\": 1}\n", 50000));
     const std::string all = repeated("{\"a\": 1, \"b\": 2}\n", 50000);
     const CommandResult result =
@@ -107,7 +107,7 @@ TEST_F(resources, threads_that_cannot_be_had_are_done_without) {
     }
 }
 
-TEST_F(resources, one_thread_does_when_no_other_can_be_had) {
+TEST_F(Resources, one_thread_does_when_no_other_can_be_had) {
     const CommandResult result = shell(
         "command -v setpriv >/dev/null && command -v prlimit >/dev/null || exit 77\n"
         "as() { setpriv --reuid 54321 --regid 54321 --clear-groups --bounding-set=-all \"$@\"; }\n"
@@ -121,7 +121,7 @@ TEST_F(resources, one_thread_does_when_no_other_can_be_had) {
 }
 
 /// Were each edit a pass over the text, it would take minutes.
-TEST_F(resources, thousands_of_edits_are_made_in_one_pass) {
+TEST_F(Resources, thousands_of_edits_are_made_in_one_pass) {
     constexpr int edits = 5000;
     std::string document = "{";
     std::string words;

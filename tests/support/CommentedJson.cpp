@@ -216,7 +216,7 @@ private:
 std::vector<int> CommentedJson::commentsIn(const std::string& text) {
     std::vector<int> numbers;
     for (std::size_t at = text.find("#"); at != std::string::npos; at = text.find("#", at + 1)) {
-        numbers.push_back(std::atoi(text.c_str() + at + 1));
+        numbers.push_back(static_cast<int>(std::strtol(text.c_str() + at + 1, nullptr, 10)));
     }
     return numbers;
 }
