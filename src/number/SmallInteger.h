@@ -65,7 +65,7 @@ private:
         constexpr Half zeros = 0x30303030;
         constexpr unsigned int bitsOfHalf = 32;
         const char* const from = digits.data();
-        // The digits end with the word; what they leave free at its begin is zero.
+        // The digits end with the word; the bytes before them are zero.
         const std::uint64_t first = littleEndian(ko::detail::wordAt<Half>(from)) ^ zeros;
         const std::uint64_t last =
             littleEndian(ko::detail::wordAt<Half>(from + digits.size() - sizeof(Half))) ^ zeros;
