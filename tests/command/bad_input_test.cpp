@@ -256,6 +256,9 @@ TEST(bad_file, that_is_missing_is_reported_with_its_name) {
     EXPECT_EQ(orvid({"get", "a", "/no/such/file"}),
               failed(3, "/no/such/file: No such file or directory"));
     EXPECT_EQ(orvid({"print", "a\nb"}), failed(3, "a\\u000ab: No such file or directory"));
+    EXPECT_EQ(orvid({"print", ""}), failed(3, "\"\": No such file or directory"));
+    EXPECT_EQ(orvid({"get", "a", ""}), failed(3, "\"\": No such file or directory"));
+    EXPECT_EQ(orvid({"set", "a=1", "-i", ""}), failed(3, "\"\": No such file or directory"));
 }
 
 TEST(bad_file, that_is_a_folder_is_refused) {

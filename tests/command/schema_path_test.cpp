@@ -54,9 +54,15 @@ TEST(data_path, is_the_way_back_with_a_star_for_every_index) {
 
 TEST(data_path, refuses_what_is_no_schema_path_as_a_usage_error) {
     EXPECT_EQ(orvid({"data-path", "a.b"}),
-              failed(2, "path \"a.b\": Schema path must begin with meta.schema!"));
-    EXPECT_TRUE(failsWithOneLine(orvid({"data-path", "meta.schema.wrong"}), 2));
-    EXPECT_TRUE(failsWithOneLine(orvid({"data-path", "meta.schema[0]"}), 2));
+              failed(2, "path \"a.b\": it does not begin with meta.schema"));
+    EXPECT_EQ(orvid({"data-path", "meta.schema.wrong"}),
+              failed(2,
+                     "path \"meta.schema.wrong\": \"properties\" and a key, or \"items\", are "
+                     "expected after meta.schema"));
+    EXPECT_EQ(orvid({"data-path", "meta.schema[0]"}),
+              failed(2,
+                     "path \"meta.schema[0]\": an index is not expected: the items of an array "
+                     "are \"items\" in a schema"));
 }
 
 TEST(data_path, refuses_a_file_after_the_path) {

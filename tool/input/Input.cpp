@@ -35,7 +35,10 @@ void writeNote(std::string_view text) {
 }  // namespace
 
 std::string inputName(const std::string& file) {
-    return file == k_standardInput ? "(standard input)" : file;
+    if (file == k_standardInput) {
+        return "(standard input)";
+    }
+    return file.empty() ? "\"\"" : file;
 }
 
 bool isStandardInput(const std::string& name) {

@@ -27,6 +27,12 @@ const char* pathProblem(const ParseException& error) {
             return "the index is beyond 4294967294";
         case ParseErrorCode::pathNoIndex:
             return "[*] names no item that could be looked up";
+        case ParseErrorCode::schemaPathPrefix:
+            return "it does not begin with meta.schema";
+        case ParseErrorCode::schemaPathKeyword:
+            return "\"properties\" and a key, or \"items\", are expected after meta.schema";
+        case ParseErrorCode::schemaPathIndex:
+            return "an index is not expected: the items of an array are \"items\" in a schema";
         default:
             return "";
     }

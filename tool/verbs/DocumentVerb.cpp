@@ -134,7 +134,7 @@ constexpr const char* k_noneChanged = "; no file was changed";
 
 void requireReadable(const std::string& file) {
     if (access(file.c_str(), R_OK) != 0) {
-        throw systemFailure(file);
+        throw systemFailure(inputName(file));
     }
 }
 

@@ -169,8 +169,9 @@ public:
     EBinaryType type() const;
 
     /// The text; a double that was set has six significant digits. The reference lives as long as
-    /// the number does; what is set afterwards is to be seen there. The first call makes a copy on
-    /// the heap. toWString() returns another copy. Throw std::bad_alloc.
+    /// the number does, or until it is moved from or swapped; what is set afterwards is to be seen
+    /// there. The first call makes a copy on the heap. toWString() returns another copy. Throw
+    /// std::bad_alloc.
     const std::string& toString() const;
     /// The same, until the next change, without a copy on the heap where a text was given.
     std::string_view textView() const;
