@@ -167,7 +167,7 @@ TEST(operands, after_the_mark_are_no_wish_for_errors_as_json) {
         EXPECT_EQ(result.status, 3);
     }
     EXPECT_EQ(orvid({"data-path", "--", "--json-errors"}),
-              failed(2, "path \"--json-errors\": Schema path must begin with meta.schema!"));
+              failed(2, "path \"--json-errors\": it does not begin with meta.schema"));
     EXPECT_EQ(orvid({"--", "--json-errors"}).err.substr(0, 6), "orvid:");
 }
 
