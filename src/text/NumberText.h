@@ -159,7 +159,7 @@ inline const char* numberEnd(const char* at, const char* end) noexcept {
 inline bool isUsualNumber(std::string_view text) noexcept {
     constexpr std::size_t k_length = 24;
     char padded[k_length + 40] = {};
-    if (text.size() > k_length) {
+    if (text.empty() || text.size() > k_length) {
         return false;
     }
     std::memcpy(padded, text.data(), text.size());
