@@ -10,7 +10,7 @@
 #include <ko/Orvid/Object.h>
 #include <ko/Orvid/WriteOptions.h>
 
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "text/NumberText.h"
@@ -19,11 +19,6 @@
 namespace ko::Orvid {
 
 namespace {
-
-bool isUtf8(std::string_view bytes) {
-    const char* const end = bytes.data() + bytes.size();
-    return text::scanUtf8(bytes.data(), end).at == end;
-}
 
 /// A container that is open, and what of it comes next.
 struct Level {
@@ -68,8 +63,8 @@ private:
                                                                : nullptr;
     }
 
-    bool isText(const std::string& text) const {
-        return m_allowInvalidUtf8 || text.empty() || isUtf8(text);
+    bool isText(const std::string& string) const {
+        return m_allowInvalidUtf8 || string.empty() || text::isUtf8(string);
     }
 
     void open(const Element& element) {

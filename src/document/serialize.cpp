@@ -8,7 +8,7 @@
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Exception.h>
 
-#include <string_view>
+#include <string>
 
 #include "document/TreeWriter.h"
 #include "document/WriteError.h"
@@ -25,11 +25,6 @@ void requireJson(const Element& root, const WriteOptions& options, const std::st
     }
 }
 
-bool isUtf8(std::string_view bytes) {
-    const char* const end = bytes.data() + bytes.size();
-    return text::scanUtf8(bytes.data(), end).at == end;
-}
-
 /// Writes first and checks the text as a whole, which is faster than checking each string: it is
 /// UTF-8 where all of them are, since a quote ends each. Only the search for an error takes a walk
 /// of its own, as does the layout that replaces what is no UTF-8.
@@ -42,7 +37,8 @@ std::string write(const Value& value, const Element& root, const WriteOptions& o
     text::Writer writer(layoutOf(options));
     TreeWriter tree(writer, options.sortKeys, TreeWriter::Check::values);
     tree.write(value);
-    const bool isJson = tree.wroteJson() && (options.allowInvalidUtf8 || isUtf8(writer.text()));
+    const bool isJson =
+        tree.wroteJson() && (options.allowInvalidUtf8 || text::isUtf8(writer.text()));
     if (!isJson) {
         requireJson(root, options, leftOut);
     }

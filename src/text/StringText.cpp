@@ -188,6 +188,11 @@ Utf8Scan scanUtf8(const char* at, const char* end) noexcept {
     return {at, isCut ? 0U : sequence.length()};
 }
 
+bool isUtf8(std::string_view bytes) noexcept {
+    const char* const end = bytes.data() + bytes.size();
+    return scanUtf8(bytes.data(), end).at == end;
+}
+
 StringScan scanString(const char* at, const char* end, const StringRules& rules) noexcept {
     bool hasEscape = false;
     while (true) {

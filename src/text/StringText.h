@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "text/ByteRuns.h"
 
@@ -44,7 +45,7 @@ StringScan scanString(const char* at, const char* end, const StringRules& rules)
 /// What scanUtf8() came to.
 struct Utf8Scan {
     const char* at;      ///< the first byte of a sequence that is malformed or cut off, or the end
-    std::size_t length;  ///< of an ill-formed sequence; 0 otherwise
+    std::size_t length;  ///< of a malformed sequence; 0 otherwise
 };
 
 /// Whether all of a few bytes are UTF-8: at least one, and no more than a wide block has, which may
@@ -53,6 +54,9 @@ bool isUtf8InBlock(const char* at, std::ptrdiff_t count) noexcept;
 
 /// Looks for the first byte that is no UTF-8.
 Utf8Scan scanUtf8(const char* at, const char* end) noexcept;
+
+/// Whether all of the bytes are UTF-8, with no character cut off at their end.
+bool isUtf8(std::string_view bytes) noexcept;
 
 /// Appends what the text of a string, in which scanString() found no error, stands for. The escape
 /// of half a surrogate pair becomes what YAJL makes of it. Throws std::bad_alloc.

@@ -29,8 +29,7 @@ bool takePrefix(std::string_view& word, std::string_view prefix) {
 }
 
 void setText(std::string_view text, const std::string& name, Element& value) {
-    const char* const end = text.data() + text.length();
-    if (ko::Orvid::text::scanUtf8(text.data(), end).at != end) {
+    if (!ko::Orvid::text::isUtf8(text)) {
         throw Failure(ExitStatus::usage, name + " is no UTF-8");
     }
     value.setString(std::string(text));

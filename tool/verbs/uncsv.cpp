@@ -21,11 +21,6 @@ namespace {
 
 using ko::Orvid::Element;
 
-bool isUtf8(std::string_view text) {
-    const char* const end = text.data() + text.length();
-    return ko::Orvid::text::scanUtf8(text.data(), end).at == end;
-}
-
 /// The rows of an input, of which no more than a row and a piece is in memory.
 class Rows {
 public:
@@ -147,7 +142,7 @@ private:
     }
 
     static void requireUtf8(const Location& location, const std::vector<std::string>& fields) {
-        if (!std::all_of(fields.begin(), fields.end(), isUtf8)) {
+        if (!std::all_of(fields.begin(), fields.end(), ko::Orvid::text::isUtf8)) {
             throw Failure(ExitStatus::failed, location, "the row is no UTF-8");
         }
     }

@@ -11,6 +11,7 @@
 #include <iterator>
 #include <random>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -167,7 +168,7 @@ TEST(StringText, knows_every_sequence_of_two_bytes_and_the_edges_of_the_longer_o
             for (const std::string& tail : tails) {
                 const std::string bytes = two + tail;
                 const char* const end = bytes.data() + bytes.size();
-                const bool isWhole = text::scanUtf8(bytes.data(), end).at == end;
+                const bool isWhole = text::isUtf8(bytes);
                 bool expected = isCharacter(bytes);
                 for (std::size_t cut = 1; cut < bytes.size(); ++cut) {
                     expected = expected || (isCharacter(bytes.substr(0, cut)) &&
@@ -230,6 +231,18 @@ TEST(StringText, looks_at_utf8_by_blocks_as_it_does_byte_by_byte) {
         const std::string bytes = randomText(random, 4 + random() % 100);
         ASSERT_EQ(endOf(bytes), plainEndOf(bytes)) << testing::PrintToString(bytes);
     }
+}
+
+TEST(StringText, is_utf8_where_all_bytes_are) {
+    EXPECT_TRUE(text::isUtf8(""));
+    EXPECT_TRUE(text::isUtf8({}));
+    EXPECT_TRUE(text::isUtf8("a\"\n\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E"));
+    EXPECT_TRUE(text::isUtf8(std::string(1, '\0')));
+    EXPECT_FALSE(text::isUtf8("a\xFF"));
+    EXPECT_FALSE(text::isUtf8("\x80z"));
+    EXPECT_FALSE(text::isUtf8("a\xE2\x82"));
+    EXPECT_FALSE(text::isUtf8(std::string(100, 'x') + "\xC3"));
+    EXPECT_TRUE(text::isUtf8(std::string_view("\xC3\xA9\xFF").substr(0, 2)));
 }
 
 TEST(StringText, knows_of_less_than_a_block_whether_it_is_utf8) {
