@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "support/VerbCalls.h"
+
 namespace {
 
 using orvid_test::bytesOfFile;
@@ -16,6 +18,10 @@ using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
 using orvid_test::ScratchFile;
+using orvid_test::VerbCall;
+using orvid_test::verbCalls;
+using orvid_test::VerbReads;
+using orvid_test::wordsOfVerbs;
 
 const std::string k_document = "{\"port\":1,\"-x\":[2]}";
 
@@ -57,35 +63,10 @@ TEST(operands, begin_after_no_mark_that_is_the_value_of_an_option) {
 }
 
 TEST(operands, name_standard_input_once_in_every_verb) {
-    const std::vector<std::vector<std::string>> calls = {{"print"},
-                                                         {"get", ""},
-                                                         {"set", "a", "1"},
-                                                         {"insert", "a", "1"},
-                                                         {"remove", "a"},
-                                                         {"move", "a", "b"},
-                                                         {"copy", "a", "b"},
-                                                         {"rename", "a", "b"},
-                                                         {"keys", ""},
-                                                         {"length", ""},
-                                                         {"type", ""},
-                                                         {"split"},
-                                                         {"join"},
-                                                         {"csv"},
-                                                         {"uncsv"},
-                                                         {"find", "", "1"},
-                                                         {"query", "$"},
-                                                         {"select", "$.a"},
-                                                         {"paths"},
-                                                         {"unpaths"},
-                                                         {"defaults"},
-                                                         {"patch", "[]"},
-                                                         {"merge", "/dev/null"},
-                                                         {"check"}};
-    for (std::vector<std::string> call : calls) {
-        const ScratchFile change("[]");
-        if (call[0] == "patch" || call[0] == "merge") {
-            call[1] = change.name();
-        }
+    const ScratchFile change("[]");
+    for (std::vector<std::string> call : wordsOfVerbs(
+             change.name(),
+             {VerbReads::document, VerbReads::check, VerbReads::stream, VerbReads::table})) {
         call.insert(call.end(), {"-", "-"});
         EXPECT_EQ(orvid(call, "{}"), failed(2, "only one FILE can be standard input; see orvid " +
                                                    call[0] + " --help"));
@@ -127,39 +108,10 @@ TEST(operands, name_standard_input_once_by_whichever_name) {
     }
 }
 
-/// The calls of each verb that work on the file that follows, `change` being one of a patch.
-std::vector<std::vector<std::string>> callsOfFiles(const std::string& change) {
-    return {{"print"},
-            {"get", "a"},
-            {"set", "a=1"},
-            {"insert", "a=1"},
-            {"remove", "a"},
-            {"rename", "a", "b"},
-            {"move", "a", "b"},
-            {"copy", "a", "b"},
-            {"find", "a", "1"},
-            {"query", "$.a"},
-            {"select", "$.a"},
-            {"keys", "a"},
-            {"length", "a"},
-            {"type", "a"},
-            {"split"},
-            {"join"},
-            {"csv"},
-            {"uncsv"},
-            {"edit"},
-            {"paths"},
-            {"unpaths"},
-            {"defaults"},
-            {"diff", change},
-            {"patch", change},
-            {"merge", change},
-            {"check"}};
-}
-
 TEST(operands, after_the_mark_are_no_wish_for_errors_as_json) {
     const ScratchFile change("[]");
-    for (std::vector<std::string> call : callsOfFiles(change.name())) {
+    for (const VerbCall& verb : verbCalls(change.name())) {
+        std::vector<std::string> call = verb.words;
         call.insert(call.end(), {"--", "--json-errors"});
         const auto result = orvid(call, "{}");
         EXPECT_EQ(result.err.rfind("orvid: --json-errors: No such file or directory", 0), 0U)
@@ -173,7 +125,8 @@ TEST(operands, after_the_mark_are_no_wish_for_errors_as_json) {
 
 TEST(operands, before_the_mark_are_a_wish_for_errors_as_json_of_every_kind) {
     const ScratchFile change("[]");
-    for (std::vector<std::string> call : callsOfFiles(change.name())) {
+    for (const VerbCall& verb : verbCalls(change.name())) {
+        std::vector<std::string> call = verb.words;
         call.emplace_back("--json-errors");
         const auto expectJson = [&call](const std::vector<std::string>& more, const char* status) {
             std::vector<std::string> words = call;
@@ -185,7 +138,8 @@ TEST(operands, before_the_mark_are_a_wish_for_errors_as_json_of_every_kind) {
         expectJson({"no-such-file"}, "3");
         expectJson({"--", "no-such-file"}, "3");
         expectJson({"--no-such-option"}, "2");
-        if (call[0] != "uncsv" && call[0] != "edit" && call[0] != "diff") {
+        if (verb.reads == VerbReads::document || verb.reads == VerbReads::check ||
+            verb.reads == VerbReads::stream) {
             expectJson({}, "1");
         }
     }

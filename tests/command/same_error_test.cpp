@@ -10,12 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "support/VerbCalls.h"
+
 namespace {
 
 using namespace std::string_literals;
 using orvid_test::CommandResult;
 using orvid_test::orvid;
 using orvid_test::ScratchFile;
+using orvid_test::VerbReads;
 
 /// What neither strict nor lenient reading takes, and both say the same of.
 const std::vector<std::string> k_faulty{
@@ -52,41 +55,29 @@ const std::vector<std::string> k_faulty{
     "[1]\xEF\xBB\xBF",
 };
 
-std::vector<std::vector<std::string>> calls(const std::string& empty, const std::string& none) {
-    return {{"print"},
-            {"print", "--compact", "--color=always"},
-            {"get", "a"},
-            {"get", "/a"},
-            {"set", "a", "1"},
-            {"set", "a", "1", "--compact"},
-            {"set", "--query", "$.a", "1"},
-            {"insert", "a", "1"},
-            {"remove", "a"},
-            {"rename", "a", "b"},
-            {"move", "a", "b"},
-            {"copy", "a", "b"},
-            {"find", "a", "1"},
-            {"query", "$.a"},
-            {"query", "--paths", "$..a"},
-            {"select", "$.a"},
-            {"keys"},
-            {"length"},
-            {"type"},
-            {"paths"},
-            {"defaults"},
-            {"patch", none, "-"},
-            {"merge", empty, "-"},
-            {"diff", "-", empty}};
+/// The verbs that read whole documents, some of them with options that read in another way, from
+/// standard input.
+std::vector<std::vector<std::string>> callsOfDocuments(const std::string& change) {
+    auto calls = orvid_test::wordsOfVerbs(change, {VerbReads::document, VerbReads::pair});
+    calls.insert(calls.end(), {{"print", "--compact", "--color=always"},
+                               {"get", "/a"},
+                               {"set", "a", "1"},
+                               {"set", "a", "1", "--compact"},
+                               {"set", "--query", "$.a", "1"},
+                               {"query", "--paths", "$..a"}});
+    for (std::vector<std::string>& call : calls) {
+        call.emplace_back("-");
+    }
+    return calls;
 }
 
 TEST(same_error, is_reported_by_every_verb_that_reads_documents) {
-    const ScratchFile empty("{}");
-    const ScratchFile none("[]");
+    const ScratchFile change("[]");
     for (const std::string& text : k_faulty) {
         const CommandResult expected = orvid({"check"}, text);
         EXPECT_EQ(expected.status, 1) << text;
         EXPECT_EQ(expected.out, "") << text;
-        for (const std::vector<std::string>& call : calls(empty.name(), none.name())) {
+        for (const std::vector<std::string>& call : callsOfDocuments(change.name())) {
             EXPECT_EQ(orvid(call, text), expected)
                 << testing::PrintToString(call) << " of " << text;
         }
@@ -94,9 +85,8 @@ TEST(same_error, is_reported_by_every_verb_that_reads_documents) {
 }
 
 TEST(same_error, is_reported_where_a_byte_order_mark_stands_before_it) {
-    const ScratchFile empty("{}");
-    const ScratchFile none("[]");
-    for (const std::vector<std::string>& call : calls(empty.name(), none.name())) {
+    const ScratchFile change("[]");
+    for (const std::vector<std::string>& call : callsOfDocuments(change.name())) {
         EXPECT_EQ(orvid(call, "\xEF\xBB\xBF[1 2]"), orvid({"check"}, "[1 2]"))
             << testing::PrintToString(call);
     }

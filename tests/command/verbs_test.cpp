@@ -6,7 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
+#include <vector>
+
+#include "support/VerbCalls.h"
 
 namespace {
 
@@ -305,17 +310,39 @@ TEST(check, names_the_line_among_lines) {
         << result;
 }
 
+/// In the order of the help.
+std::vector<std::string> verbsOfHelp() {
+    std::istringstream help(orvid({"--help"}).out);
+    std::string line;
+    while (std::getline(help, line) && line != "Subcommands:") {
+    }
+    std::vector<std::string> verbs;
+    while (std::getline(help, line) && line.rfind("  ", 0) == 0) {
+        verbs.push_back(line.substr(2, line.find(' ', 2) - 2));
+    }
+    return verbs;
+}
+
 TEST(help, of_each_verb_has_examples) {
-    for (const char* const verb :
-         {"print", "get", "set", "insert", "remove", "find", "paths", "unpaths", "defaults", "diff",
-          "patch", "merge", "check", "schema-path", "data-path"}) {
+    for (const std::string& verb : verbsOfHelp()) {
         const CommandResult result = orvid({verb, "--help"});
         EXPECT_EQ(result.status, 0);
-        EXPECT_NE(result.out.find(std::string("Examples:\n  orvid ") + verb), std::string::npos)
-            << result;
+        EXPECT_NE(result.out.find("Examples:\n  orvid " + verb), std::string::npos) << result;
     }
     EXPECT_EQ(shell(R"("$0" --help >/dev/full)"),
               failed(3, "(standard output): No space left on device"));
+}
+
+/// What all verbs do alike is tested with these calls.
+TEST(help, names_the_verbs_of_which_the_tests_have_a_call) {
+    std::vector<std::string> called{"schema-path", "data-path"};  // which read no file
+    for (const orvid_test::VerbCall& call : orvid_test::verbCalls("FILE")) {
+        called.push_back(call.words.front());
+    }
+    std::vector<std::string> verbs = verbsOfHelp();
+    std::sort(called.begin(), called.end());
+    std::sort(verbs.begin(), verbs.end());
+    EXPECT_EQ(called, verbs);
 }
 
 }  // namespace
