@@ -9,7 +9,7 @@
 
 #include <utility>
 
-#include "document/FileVersion.h"
+#include "file/FileVersion.h"
 #include "source/Source.h"
 
 namespace ko::Orvid {

@@ -18,8 +18,8 @@
 #include <system_error>
 #include <utility>
 
-#include "document/FileVersion.h"
 #include "document/WriteError.h"
+#include "file/FileVersion.h"
 #include "source/Source.h"
 #include "source/SpanTable.h"
 #include "text/byteOrderMark.h"

@@ -16,9 +16,9 @@
 #include <utility>
 
 #include "document/DomReading.h"
-#include "document/FileChunks.h"
-#include "document/GetArea.h"
 #include "document/ReadingScope.h"
+#include "file/FileChunks.h"
+#include "file/GetArea.h"
 #include "text/TextScannerRun.h"
 
 namespace ko::Orvid {

@@ -2,7 +2,7 @@
 //
 // Extended attributes by the calls of Linux.
 
-#include "document/FileAttributes.h"
+#include "file/FileAttributes.h"
 
 #include <sys/xattr.h>
 
@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "document/SystemCall.h"
+#include "file/SystemCall.h"
 
 namespace ko::Orvid {
 

@@ -15,7 +15,7 @@
 #include <thread>
 #include <tuple>
 
-#include "document/SystemCall.h"
+#include "file/SystemCall.h"
 
 namespace ko::Orvid {
 

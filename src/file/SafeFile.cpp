@@ -16,8 +16,8 @@
 #include <random>
 #include <utility>
 
-#include "document/FileAttributes.h"
-#include "document/SystemCall.h"
+#include "file/FileAttributes.h"
+#include "file/SystemCall.h"
 
 namespace ko::Orvid {
 

@@ -2,7 +2,7 @@
 //
 // Saving by comparison: first of stamps, which cost nothing, then of contents.
 
-#include "document/FileVersion.h"
+#include "file/FileVersion.h"
 
 #include <fcntl.h>
 #include <ko/Orvid/FileException.h>
@@ -13,7 +13,7 @@
 #include <optional>
 #include <system_error>
 
-#include "document/SystemCall.h"
+#include "file/SystemCall.h"
 
 namespace ko::Orvid {
 

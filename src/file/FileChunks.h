@@ -17,7 +17,7 @@
 #include <string_view>
 #include <typeinfo>
 
-#include "document/GetArea.h"
+#include "file/GetArea.h"
 
 namespace ko::Orvid {
 

@@ -2,7 +2,7 @@
 //
 // Errors and names of files.
 
-#include "document/SystemCall.h"
+#include "file/SystemCall.h"
 
 #include <ko/Orvid/FileException.h>
 
