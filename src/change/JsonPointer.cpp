@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "change/PointerStep.h"
+#include "core/elementPath.h"
 #include "path/PathText.h"
 #include "tree/Ancestors.h"
 #include "tree/PathStep.h"
@@ -223,7 +224,6 @@ Element& JsonPointer::get(Element& start) const {
     return const_cast<Element&>(get(std::as_const(start)));
 }
 
-/// Empty where every key on the way to the element can stand in a path.
 std::string pointerBelowEmptyKey(const Element& element) {
     for (const Element* step = &element; step->parent() != nullptr; step = step->parent()) {
         if (step->parent()->isObject() && step->memberKey().empty()) {

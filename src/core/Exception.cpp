@@ -6,6 +6,7 @@
 
 #include <utility>
 
+#include "core/elementPath.h"
 #include "core/TextStream.h"
 
 namespace ko::Orvid {

@@ -14,6 +14,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/elementPath.h"
 #include "core/elementType.h"
 #include "path/PathText.h"
 #include "tree/Ancestors.h"

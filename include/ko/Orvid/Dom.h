@@ -20,6 +20,9 @@
 
 namespace ko::Orvid {
 
+class FileVersion;
+class Source;
+
 /// A handle on a root element, which it owns when asked to. When the document is written, the
 /// root's member of the name metaKey() is left out unless writeMeta() is set. An operation that
 /// states no cost is O(1).

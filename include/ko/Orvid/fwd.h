@@ -5,7 +5,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 namespace ko {
 
@@ -62,8 +61,6 @@ struct QueryOptions;
 struct ReadOptions;
 enum class RepeatedKeys;
 class SafeFile;
-class FileVersion;
-class Source;
 struct SourcePlace;
 struct SourceSpan;
 class ToSchemaPathConverter;
@@ -74,14 +71,6 @@ class ValueOutOfRange;
 struct ValueOrigin;
 enum class ValueSource : int;
 struct WriteOptions;
-
-/// The path of `element` from its root, as Element::path(nullptr) writes it. Exceptions with
-/// element context call it when they are built; it is declared here so that they need not know
-/// elements. Costs Element::path().
-std::string pathText(const Element& element);
-/// The text of the JSON Pointer of `element` where an empty key lies on the way to it from its
-/// root; empty otherwise. Linear in the depth and the length of the keys.
-std::string pointerBelowEmptyKey(const Element& element);
 
 }  // namespace Orvid
 }  // namespace ko
