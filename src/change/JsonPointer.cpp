@@ -15,7 +15,7 @@
 #include "core/elementPath.h"
 #include "path/PathText.h"
 #include "tree/Ancestors.h"
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 namespace ko::Orvid {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "change/PointerStep.h"
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
 

@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "query/Scratch.h"
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 namespace ko::Orvid {
 

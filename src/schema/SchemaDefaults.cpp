@@ -16,7 +16,7 @@
 #include "core/EnumNames.h"
 #include "schema/DefaultsAllowance.h"
 #include "schema/SchemaNode.h"
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 #include "tree/Tree.h"
 #include "tree/TreeMove.h"
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 namespace ko::Orvid {
 

@@ -10,7 +10,7 @@
 #include "path/PathCharacters.h"
 #include "path/PlainSteps.h"
 #include "schema/SchemaNode.h"
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 namespace ko::Orvid {
 

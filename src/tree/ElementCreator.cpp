@@ -7,7 +7,7 @@
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 #include "tree/Tree.h"
 
 namespace ko::Orvid {

@@ -6,7 +6,7 @@
 
 #include <ko/Orvid/Exception.h>
 
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 namespace ko::Orvid {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "path/PlainSteps.h"
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 namespace ko::Orvid {
 

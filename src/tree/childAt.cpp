@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Single steps of a walk by path.
+// One step down a tree, by key or by index.
 
-#include "tree/PathStep.h"
+#include "tree/childAt.h"
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the two listeners that walk a tree by path have in common: finding a child, naming a step,
-// and the error for a step that leads nowhere.
+// One step down a tree: the child that it leads to, its text, and the error where it leads nowhere.
 
 #pragma once
 
