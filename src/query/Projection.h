@@ -44,7 +44,7 @@ struct ProjectionState {
         ProjectionState*& of(Key key) {
             const auto found = std::lower_bound(
                 named.begin(), named.end(), key,
-                [](const Named& child, const Key& sought) { return child.first < sought; });
+                [](const Named& child, const Key& wanted) { return child.first < wanted; });
             return found != named.end() && found->first == key ? found->second : other;
         }
     };

@@ -5,8 +5,8 @@
 //
 // From the root down, members are the same by their key. Items are the same where their address and
 // value are, then where their value is in a longest common subsequence, then where their value is
-// at all, and else by their address and their neighbours. What is left over is sought in the whole
-// document by its value, and containers by their children: it was moved or renamed, and a container
+// at all, and else by their address and their neighbours. The whole document is searched for the
+// value of what is left over, or a container's children: it was moved or renamed, and a container
 // may have been changed as well.
 // What stands around a container and what stands in it are treated separately: a member that was
 // given a container from elsewhere is still the member of that key, but has the contents of the

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Utf8Sequence looks at the bytes of one character as they come. A ill-formed sequence is followed
+// Utf8Sequence looks at the bytes of one character as they come. A malformed sequence is followed
 // to the end that its first byte announces, or to the first byte that cannot belong to it, so that
-// a error can be shown whole.
+// an error can be shown whole.
 
 #pragma once
 

@@ -94,7 +94,7 @@ private:
         std::vector<Slot> former(std::max(k_fewestSlots, 2 * m_slots.size()));
         former.swap(m_slots);
         const auto none = [](std::uint32_t /*number*/) { return false; };
-        const std::uint32_t sought = m_hash;
+        const std::uint32_t wanted = m_hash;
         for (const Slot& slot : former) {
             if (slot.number != 0) {
                 m_hash = slot.hash;
@@ -105,7 +105,7 @@ private:
                 m_slots[m_slot] = slot;
             }
         }
-        m_hash = sought;
+        m_hash = wanted;
         static_cast<void>(seek(none));
     }
 

@@ -113,7 +113,7 @@ private:
 
 }  // namespace
 
-std::optional<Bytes> faultyText(const std::string& file, const ko::Orvid::ReadOptions& options) {
+std::optional<Bytes> malformedText(const std::string& file, const ko::Orvid::ReadOptions& options) {
     const std::string name = nameOfRegular(file);
     Scan scan(name.empty() ? file : name, options);
     if (scan.isRight(name.empty())) {

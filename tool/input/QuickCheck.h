@@ -18,6 +18,6 @@ namespace orvid_tool {
 /// is its end. Nothing where it is right. Of a file that can be read again no more than a piece is
 /// held while it is right, of others, such as a pipe, the text, besides eight bytes for each key of
 /// the objects that are open at once. Throws Failure where it cannot be opened or read.
-std::optional<Bytes> faultyText(const std::string& file, const ko::Orvid::ReadOptions& options);
+std::optional<Bytes> malformedText(const std::string& file, const ko::Orvid::ReadOptions& options);
 
 }  // namespace orvid_tool

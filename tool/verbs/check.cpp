@@ -47,11 +47,11 @@ public:
 
 private:
     bool streams(const Call& call, const std::string& file, Output& /*out*/) const override {
-        const std::optional<Bytes> faulty = faultyText(file, options());
-        if (faulty) {
+        const std::optional<Bytes> malformed = malformedText(file, options());
+        if (malformed) {
             Document document;
             document.location.file = inputName(file);
-            document.text = faulty->view();
+            document.text = malformed->view();
             read(call, document);
         }
         return true;

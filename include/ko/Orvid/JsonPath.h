@@ -84,9 +84,9 @@ public:
 
     ///@{
     /// The elements that the query selects, in the tree of `root`, which must outlive their use.
-    /// Linear in the number of elements that it has to look
-    /// at; constant for each step of a singular query, except for the search in its objects. Throws
-    /// Exception beyond the bounds, and std::bad_alloc.
+    /// Linear in the number of elements that it has to look at; constant for each step of a
+    /// singular query, except for the search in its objects. Throws Exception beyond the bounds,
+    /// and std::bad_alloc.
     std::vector<const Element*> select(const Element& root) const;
     std::vector<Element*> select(Element& root) const;
     ///@}

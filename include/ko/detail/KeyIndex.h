@@ -90,8 +90,8 @@ public:
         return spot;
     }
 
-    /// Enters a position that the list has just taken in; its key was sought before, and not found.
-    /// Throws std::bad_alloc, with the index as it was. O(log n).
+    /// Enters a position that the list has just taken in; its key was looked up before, and not
+    /// found. Throws std::bad_alloc, with the index as it was. O(log n).
     void enter(Iterator position, const Spot& spot) {
         Large* const index = large();
         if (index == nullptr) {
@@ -154,13 +154,13 @@ private:
         const Key& key() const { return position->first; }
     };
 
-    /// What is sought among the entries.
+    /// What is looked for among the entries.
     template<class Like>
     struct Probe {
         std::size_t hash;
-        const Like& sought;
+        const Like& wanted;
 
-        const Like& key() const { return sought; }
+        const Like& key() const { return wanted; }
     };
 
     /// What follows in the text often follows in this order too, which spares a large tree the
@@ -216,9 +216,9 @@ private:
         return std::find_if(list.begin(), list.end(), [&](const auto& pair) {
             if constexpr (k_isText<Like> && k_isText<Key>) {
                 const std::string_view present = pair.first;
-                const std::string_view sought = key;
-                return present.size() == sought.size() &&
-                       detail::sameBytes(present.data(), sought.data(), sought.size());
+                const std::string_view wanted = key;
+                return present.size() == wanted.size() &&
+                       detail::sameBytes(present.data(), wanted.data(), wanted.size());
             } else if constexpr (k_isNatural) {
                 return pair.first == key;
             } else {
