@@ -46,6 +46,16 @@ void showMake() {
     print(makePatch(before, after));
 }
 
+void showComments() {
+    Dom dom = Dom::parse(R"({"on": true /* new */, "b": {"c": true}})");
+    const Element patch = parse(R"([{ "op": "move", "from": "/on", "path": "/b/d" }])");
+    MovedPlaces moved;
+    PatchOptions options;
+    options.moved = &moved;
+    applyPatch(*dom, patch, options);
+    std::cout << dom.text(moved) << "\n";
+}
+
 }  // namespace
 
 int main() {
@@ -53,4 +63,5 @@ int main() {
     showApply();
     showFailure();
     showMake();
+    showComments();
 }

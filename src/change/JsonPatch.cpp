@@ -10,10 +10,12 @@
 #include <ko/Orvid/PatchException.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <algorithm>
 #include <limits>
 #include <optional>
 #include <string>
 
+#include "change/PatchMoves.h"
 #include "change/PatchTarget.h"
 #include "change/PointerStep.h"
 #include "tree/Snapshot.h"
@@ -66,8 +68,14 @@ private:
 /// One operation of a patch, and its way of failing.
 class Operation {
 public:
-    Operation(PatchTarget& target, const Element& operation, std::size_t number, Growth& growth)
-        : m_target(target), m_operation(operation), m_number(number), m_growth(growth) {}
+    /// `moves` may be null.
+    Operation(PatchTarget& target, const Element& operation, std::size_t number, Growth& growth,
+              PatchMoves* moves)
+        : m_target(target),
+          m_operation(operation),
+          m_number(number),
+          m_growth(growth),
+          m_moves(moves) {}
 
     void run() {
         const Element* const name = member("op");
@@ -144,29 +152,50 @@ private:
     void add(const JsonPointer& pointer, const Element& added) {
         Element copied;
         copyValue(copied, added);
-        put(pointer, copied);
+        noteNew(copied);
+        const bool isThere = m_moves != nullptr && isReplaced(pointer);
+        const Element& element = put(pointer, copied);
+        if (m_moves != nullptr && !isThere) {
+            m_moves->add(element);
+        }
     }
 
-    /// Moves the value to its place.
-    void put(const JsonPointer& pointer, Element& moved) {
+    void noteNew(const Element& copied) {
+        if (m_moves != nullptr) {
+            m_moves->addWithin(copied);
+        }
+    }
+
+    /// Whether a value that is put there takes the place of another one.
+    bool isReplaced(const JsonPointer& pointer) {
+        if (pointer.empty()) {
+            return true;
+        }
+        const Element* const parent = m_target.find(above(pointer));
+        return parent != nullptr && parent->isObject() &&
+               parent->object().contains(pointer.steps().back());
+    }
+
+    /// Moves the value to its place, and returns the element there.
+    Element& put(const JsonPointer& pointer, Element& moved) {
         if (pointer.empty()) {
             m_target.replace(m_target.root(), moved);
-            return;
+            return m_target.root();
         }
         const JsonPointer parentPointer = above(pointer);
         m_path = pointer.str();
         Element& parent = at(parentPointer);
         const std::string& step = pointer.steps().back();
         if (parent.isObject()) {
-            m_target.set(parent, step, moved);
-        } else if (parent.isArray()) {
-            insert(parent, pointer, moved);
-        } else {
-            fail("neither an object nor an array is above it", &parentPointer);
+            return m_target.set(parent, step, moved);
         }
+        if (parent.isArray()) {
+            return insert(parent, pointer, moved);
+        }
+        fail("neither an object nor an array is above it", &parentPointer);
     }
 
-    void insert(Element& parent, const JsonPointer& pointer, Element& moved) {
+    Element& insert(Element& parent, const JsonPointer& pointer, Element& moved) {
         const std::string& step = pointer.steps().back();
         const std::size_t end = m_target.sizeOf(parent);
         const std::size_t index =
@@ -175,7 +204,7 @@ private:
             const JsonPointer parentPointer = above(pointer);
             fail("it is no index from 0 to " + std::to_string(end), &parentPointer);
         }
-        m_target.insert(parent, index, moved);
+        return m_target.insert(parent, index, moved);
     }
 
     /// Takes the value out of the target and returns it.
@@ -190,20 +219,28 @@ private:
     void replace(const JsonPointer& pointer) {
         Element replacement;
         copyValue(replacement, value());
+        noteNew(replacement);
         m_target.replace(at(pointer), replacement);
     }
 
     void move(const JsonPointer& pointer) {
         const JsonPointer source = from();
-        at(source);
+        const Element& former = at(source);
         if (source == pointer) {
             return;
         }
         if (source.contains(pointer)) {
             fail("it cannot be moved into itself", &source);
         }
+        const Element* const origin = m_moves == nullptr ? nullptr : m_moves->originOf(former);
+        if (m_moves != nullptr) {
+            m_moves->keep(former.parent());
+        }
         Element moved = take(source);
-        put(pointer, moved);
+        const Element& element = put(pointer, moved);
+        if (m_moves != nullptr) {
+            m_moves->move(origin, element);
+        }
     }
 
     void copy(const JsonPointer& pointer) {
@@ -240,9 +277,18 @@ private:
     const Element& m_operation;
     std::size_t m_number;
     Growth& m_growth;
+    PatchMoves* m_moves;
     std::string m_name;
     std::string m_path;
 };
+
+bool hasMove(const Element& patch) {
+    const auto& operations = patch.array();
+    return std::any_of(operations.begin(), operations.end(), [](const Element& operation) {
+        const Element* const name = operation.member("op");
+        return name != nullptr && name->isString() && name->string() == "move";
+    });
+}
 
 /// A patch of its own is no part of a document, whose path the error could give.
 void ensurePatch(const Element& patch) {
@@ -261,14 +307,25 @@ void applyPatch(Element& target, const Element& patch, const PatchOptions& optio
     copyValue(former, target);
     // The target works on the copy, so that errors name elements by their place in its tree.
     swapValues(former, target);
+    std::optional<PatchMoves> moves;
+    if (options.moved != nullptr) {
+        options.moved->clear();
+        if (hasMove(before.get())) {
+            moves.emplace(target);
+        }
+    }
+    PatchMoves* const noted = moves ? &*moves : nullptr;
     try {
-        PatchTarget changed(target);
+        PatchTarget changed(target, noted);
         Growth growth(options, former, before.get());
         std::size_t number = 0;
         for (const Element& operation : before.get().array()) {
-            Operation(changed, operation, number++, growth).run();
+            Operation(changed, operation, number++, growth, noted).run();
         }
         changed.closeAll();
+        if (moves) {
+            *options.moved = moves->places(former, target);
+        }
     } catch (...) {
         swapValues(former, target);
         throw;

@@ -45,6 +45,15 @@ Element& OpenArray::at(std::size_t position) const {
     return *m_pieces[spot.piece][spot.position];
 }
 
+std::vector<const Element*> OpenArray::items() const {
+    std::vector<const Element*> items;
+    items.reserve(m_size);
+    for (const Piece& piece : m_pieces) {
+        items.insert(items.end(), piece.begin(), piece.end());
+    }
+    return items;
+}
+
 Element& OpenArray::newItem() {
     if (m_unused.empty()) {
         // Whatever fails later, the item can be used again.

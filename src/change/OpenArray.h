@@ -21,6 +21,8 @@ public:
 
     std::size_t size() const noexcept { return m_size; }
     Element& at(std::size_t position) const;
+    /// All items in their order. Linear cost.
+    std::vector<const Element*> items() const;
     /// Makes room for a null item before `position`, which may be the end, and returns it. Cost:
     /// the square root of the length, about. Throws std::bad_alloc, leaving all as it was.
     Element& insert(std::size_t position);

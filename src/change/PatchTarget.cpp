@@ -64,18 +64,22 @@ std::size_t PatchTarget::sizeOf(Element& array) {
     return open == nullptr ? array.array().size() : open->size();
 }
 
-void PatchTarget::insert(Element& array, std::size_t position, Element& value) {
+Element& PatchTarget::insert(Element& array, std::size_t position, Element& value) {
     const bool isPlainEnd = openOf(array) == nullptr && position == array.array().size();
-    swapValues(isPlainEnd ? array.array().appendNull() : open(array).insert(position), value);
+    Element& item = isPlainEnd ? array.array().appendNull() : open(array).insert(position);
+    swapValues(item, value);
+    return item;
 }
 
-void PatchTarget::set(Element& object, const std::string& key, Element& value) {
+Element& PatchTarget::set(Element& object, const std::string& key, Element& value) {
     const auto present = object.object().find(key);
     if (present != object.object().end()) {
         replace(present->second, value);
-    } else {
-        swapValues(object.object().resetMember(key), value);
+        return present->second;
     }
+    Element& member = object.object().resetMember(key);
+    swapValues(member, value);
+    return member;
 }
 
 void PatchTarget::replace(Element& element, Element& value) {
@@ -115,7 +119,7 @@ void PatchTarget::closeWithin(Element& element) {
         } else if (container.isArray()) {
             const auto found = m_open.find(&container.array());
             if (found != m_open.end()) {
-                found->second.close();
+                close(*found->first, found->second);
                 m_open.erase(found);
             }
             for (Element& item : container.array()) {
@@ -125,9 +129,20 @@ void PatchTarget::closeWithin(Element& element) {
     }
 }
 
+/// Closing gives the items other elements.
+void PatchTarget::close(const Element::TArray& array, OpenArray& open) {
+    if (m_moves == nullptr) {
+        open.close();
+        return;
+    }
+    const std::vector<const Element*> items = open.items();
+    open.close();
+    m_moves->reorder(items, array);
+}
+
 void PatchTarget::closeAll() {
     while (!m_open.empty()) {
-        m_open.begin()->second.close();
+        close(*m_open.begin()->first, m_open.begin()->second);
         m_open.erase(m_open.begin());
     }
     m_discarded.clear();

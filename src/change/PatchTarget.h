@@ -13,13 +13,16 @@
 #include <unordered_map>
 
 #include "change/OpenArray.h"
+#include "change/PatchMoves.h"
 
 namespace ko::Orvid {
 
 class PatchTarget {
 public:
-    /// The root must outlive it. Before anyone else reads the document: closeAll().
-    explicit PatchTarget(Element& root) : m_root(root) {}
+    /// The root must outlive it, and so must `moves`, which may be null. Before anyone else reads
+    /// the document: closeAll().
+    explicit PatchTarget(Element& root, PatchMoves* moves = nullptr)
+        : m_root(root), m_moves(moves) {}
 
     Element& root() noexcept { return m_root; }
     /// The element at the pointer; null when there is none.
@@ -29,10 +32,10 @@ public:
 
     std::size_t sizeOf(Element& array);
     /// Inserts the value before that position of the array, at most its size; it is null
-    /// afterwards.
-    void insert(Element& array, std::size_t position, Element& value);
-    /// Sets the member; the value is null afterwards.
-    void set(Element& object, const std::string& key, Element& value);
+    /// afterwards. Returns its item.
+    Element& insert(Element& array, std::size_t position, Element& value);
+    /// Sets the member, and returns it; the value is null afterwards.
+    Element& set(Element& object, const std::string& key, Element& value);
     /// Gives the element the value, which is null afterwards.
     void replace(Element& element, Element& value);
     /// Takes the child at a step that is there, and hands its value out.
@@ -48,8 +51,10 @@ private:
     Element* childOf(Element& parent, const std::string& step);
     OpenArray* openOf(const Element& array);
     OpenArray& open(Element& array);
+    void close(const Element::TArray& array, OpenArray& open);
 
     Element& m_root;
+    PatchMoves* m_moves;
     std::unordered_map<const Element::TArray*, OpenArray> m_open;
     std::deque<Element> m_discarded;  ///< may hold open arrays
 };

@@ -131,20 +131,22 @@ Dom Dom::load(const std::string& file, const ReadOptions& options) {
     }
 }
 
-std::string Dom::text() const {
+std::string Dom::text() const { return text({}); }
+
+std::string Dom::text(const MovedPlaces& moved) const {
     if (m_root == nullptr) {
         throw Exception(k_noRoot);
     }
     if (const auto error = writeErrorOf(*this, optionsFor(m_source.get()))) {
         throw Exception(error->message, error->element);
     }
-    return m_source ? sourceText() : generated(*this, WriteOptions());
+    return m_source ? sourceText(moved) : generated(*this, WriteOptions());
 }
 
 /// A text of which no spans are known was not a whole document. It stays while it says the same.
-std::string Dom::sourceText() const {
+std::string Dom::sourceText(const MovedPlaces& moved) const {
     if (m_source->hasSpans()) {
-        return m_source->textOf(*m_root, m_writeMeta ? nullptr : &m_metaKey);
+        return m_source->textOf(*m_root, m_writeMeta ? nullptr : &m_metaKey, moved);
     }
     const Dom before = read(m_source->text(), m_source->options(), {});
     return treesEqual(*before, *m_root, NumberRule::sameText) ? m_source->text()
@@ -153,7 +155,7 @@ std::string Dom::sourceText() const {
 
 void Dom::save(const std::string& file) const {
     requireWritable(*this, optionsFor(m_source.get()), file);
-    const std::string content = m_source ? sourceText() : generated(*this, WriteOptions());
+    const std::string content = m_source ? sourceText({}) : generated(*this, WriteOptions());
     if (isLoadedFrom(file)) {
         m_version->replace(file, content, m_source->text());
     } else if (!holds(file, content)) {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The lists of old and new values with their hashes, and the match of what stands in the same
-// container. What was moved to another is in CounterpartsMoved.cpp.
+// container. What was moved to another is in CounterpartsMoved.cpp, what is known to have been
+// moved in CounterpartsKnown.cpp.
 
 #include "source/Counterparts.h"
 
@@ -54,12 +55,14 @@ struct Level {
 
 }  // namespace
 
-Counterparts::Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut)
+Counterparts::Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut,
+                           const MovedPlaces& moved)
     : m_map(map) {
     listOld();
     hashOld();
     listNew(root, leftOut);
     hashNew();
+    pairKnown(moved);
     pair(0, 0);
     matchAll();
     matchMoved();
@@ -281,6 +284,9 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
     if (m_old[value].hash == m_new[element].hash && before.size() == now.size()) {
         for (std::size_t i = 0; i < now.size(); ++i) {
             pair(before[i], now[i]);
+        }
+        if (isKnownToDiffer(value, element)) {
+            matchByHash(before, now);
         }
     } else if (before.empty()) {
         releaseContents(value, element);

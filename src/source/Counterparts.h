@@ -11,17 +11,19 @@
 // What stands around a container and what stands in it are treated separately: a member that was
 // given a container from elsewhere is still the member of that key, but has the contents of the
 // other. An address proves nothing by itself, for that of an element that is gone may be used
-// again.
+// again. Where the caller knows what was moved, that comes first.
 
 #pragma once
 
 #include <ko/Orvid/Element.h>
+#include <ko/Orvid/JsonPointer.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -52,9 +54,11 @@ struct NewValue {
 
 class Counterparts {
 public:
-    /// `leftOut` is a key of the root that is not written, or null. Linear in the size of text and
+    /// `leftOut` is a key of the root that is not written, or null; `moved` is what is known to
+    /// have been moved, from where in the text to where in the tree. Linear in the size of text and
     /// tree, except for sorting, and for arrays in which many items changed at once.
-    Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut);
+    Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut,
+                 const MovedPlaces& moved);
 
     const OldValue& before(std::uint32_t value) const noexcept { return m_old[value]; }
     const NewValue& now(std::uint32_t element) const noexcept { return m_new[element]; }
@@ -73,6 +77,11 @@ public:
     bool wasMember(std::uint32_t value) const noexcept {
         return m_old[value].parent != SourceMap::k_none && m_map.isObject(m_old[value].parent);
     }
+    /// Whether it is known that a value was moved out of the one in the text, or into the element,
+    /// however deep: then equal values do not say that the same stand there.
+    bool isKnownToDiffer(std::uint32_t value, std::uint32_t element) const {
+        return m_movedOutOf.count(value) > 0 || m_movedInto.count(element) > 0;
+    }
     /// The key token of a value that was a member.
     std::string_view keyBefore(std::uint32_t value) const;
 
@@ -87,6 +96,11 @@ private:
     std::uint64_t hashOldContainer(std::uint32_t value) const;
     std::uint64_t hashNewContainer(std::uint32_t element) const;
 
+    void pairKnown(const MovedPlaces& moved);
+    void pairKnown(std::uint32_t value, std::uint32_t element);
+    Numbers valuesAt(const MovedPlaces& moved) const;
+    Numbers unpaired(const Numbers& before) const;
+    Numbers unmatched(const Numbers& now) const;
     void pair(std::uint32_t value, std::uint32_t element);
     void pairContents(std::uint32_t value, std::uint32_t element);
     void releaseContents(std::uint32_t value, std::uint32_t element);
@@ -99,7 +113,7 @@ private:
     void matchMembers(const Numbers& before, const Numbers& now);
     void matchByHash(const Numbers& before, const Numbers& now);
 
-    void matchItems(const Numbers& before, const Numbers& now);
+    void matchItems(const Numbers& allBefore, const Numbers& allNow);
     Positions unmovedItems(const Numbers& before, const Numbers& now) const;
     /// Positions in an array before and now, each up to an end.
     struct ItemRange {
@@ -152,6 +166,8 @@ private:
     std::vector<NewValue> m_new;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_released;
+    std::unordered_set<std::uint32_t> m_movedOutOf;  ///< values, by what is known
+    std::unordered_set<std::uint32_t> m_movedInto;   ///< elements
     std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;

@@ -101,7 +101,9 @@ Counterparts::Positions Counterparts::alignItems(const Numbers& before, const Nu
     return result;
 }
 
-void Counterparts::matchItems(const Numbers& before, const Numbers& now) {
+void Counterparts::matchItems(const Numbers& allBefore, const Numbers& allNow) {
+    const Numbers before = unpaired(allBefore);
+    const Numbers now = unmatched(allNow);
     const Positions pairs = alignItems(before, now, unmovedItems(before, now));
     for (const auto& [i, j] : pairs) {
         pair(before[i], now[j]);

@@ -221,15 +221,10 @@ bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) cons
 }
 
 /// Whether a container in which only comments stand may have come there. They do not leave one that
-/// is still there for one that is new. Where the element stood as a container before, which lost
-/// what was in it, they may have taken its place, but not from within it.
+/// is still there. Where the element stood as a container before, all that was in it was removed,
+/// and this one as well: what is moved onto another leaves the same tree.
 bool Counterparts::mayBringComments(std::uint32_t value, std::uint32_t element) const {
-    if (!wasContainer(element)) {
-        return !isStillContainer(value);
-    }
-    const std::uint32_t before = m_new[element].counterpart;
-    const bool wasWithin = before < value && value < m_map[before].next();
-    return isPaired(m_old[value].parent) && !wasWithin;
+    return !wasContainer(element) && !isStillContainer(value);
 }
 
 /// Whether a container of the same kind stands where the value stood.

@@ -147,6 +147,11 @@ bool endsInLineComment(std::string_view gap) {
     return last == PieceKind::lineComment;
 }
 
+std::string_view newlineOf(std::string_view text) {
+    const std::size_t length = text.substr(0, 1) == "\n" ? 1 : text.substr(0, 2) == "\r\n" ? 2 : 0;
+    return text.substr(0, length);
+}
+
 bool isBlankLine(std::string_view line) { return !holds(line, isSolid); }
 
 std::string withoutComma(std::string_view gap) {

@@ -38,6 +38,8 @@ bool hasComment(std::string_view gap);
 bool hasComma(std::string_view gap);
 /// Whether what follows the text would belong to a comment.
 bool endsInLineComment(std::string_view gap);
+/// The newline with which the text begins; empty where it begins with none.
+std::string_view newlineOf(std::string_view text);
 /// Whether the line, with its newline, holds whitespace alone.
 bool isBlankLine(std::string_view line);
 

@@ -6,16 +6,19 @@
 
 #include <algorithm>
 
-#include "source/StayingLines.h"
-
 namespace ko::Orvid {
 
 namespace {
 
 constexpr std::uint32_t k_none = SourceMap::k_none;
 
-bool beginsNewline(std::string_view text) {
-    return text.substr(0, 1) == "\n" || text.substr(0, 2) == "\r\n";
+bool beginsNewline(std::string_view text) { return !newlineOf(text).empty(); }
+
+/// Ends what is before the text with that newline, where it has one.
+void endWith(std::string_view newline, std::string& text) {
+    if (beginsNewline(text) && !newline.empty()) {
+        text.replace(0, newlineOf(text).size(), newline);
+    }
 }
 
 }  // namespace
@@ -48,7 +51,18 @@ bool GapMaker::areNeighbours(const Frame& frame, const Sides& sides) const {
     const std::size_t left = sides.left == nullptr ? 0 : positionOf(*sides.left) + 1;
     const std::size_t right =
         sides.right == nullptr ? frame.siblings.size() : positionOf(*sides.right);
-    return left == right;
+    return left == right && stayOrLackLines(frame, sides, left);
+}
+
+/// Whether the whole gap goes with the neighbours. Comments that belong to neither of them stay
+/// where the two have left.
+bool GapMaker::stayOrLackLines(const Frame& frame, const Sides& sides, std::size_t number) const {
+    const auto stays = [&](const Item* item) { return item == nullptr || staysHere(frame, *item); };
+    if (stays(sides.left) && stays(sides.right)) {
+        return true;
+    }
+    const Gap gap = m_former.at(frame, number);
+    return std::none_of(gap.lines.begin(), gap.lines.end(), hasComment);
 }
 
 std::string GapMaker::gap(const Frame& frame) {
@@ -62,11 +76,13 @@ std::string GapMaker::gap(const Frame& frame) {
 
 std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
     Text tailText = tail(frame, sides);
-    Text linesText = lines(frame, sides);
+    const StayingLines staying = lines(frame, sides);
+    Text linesText = frame.reindent.apply(staying.text());
     if (frame.items.empty() && !hasComment(tailText) && !hasComment(linesText)) {
         return {};
     }
     Text leadText = lead(frame, sides);
+    endWith(staying.end(), leadText);
     keepLineEnd(frame, sides, linesText.empty() ? leadText : linesText);
     const bool isOneLine = !hasNewline(linesText) && !hasNewline(leadText);
     placeComma(frame, sides, tailText, leadText, isOneLine);
@@ -85,15 +101,13 @@ std::string GapMaker::madeGap(const Frame& frame, const Sides& sides) {
 void GapMaker::keepLineEnd(const Frame& frame, const Sides& sides, Text& next) const {
     const bool isLeftHere =
         sides.left == nullptr ? frame.self.before != k_none : staysHere(frame, *sides.left);
-    if (!isLeftHere || !beginsNewline(next)) {
+    if (!isLeftHere) {
         return;
     }
     const std::size_t number = sides.left == nullptr ? 0 : positionOf(*sides.left) + 1;
     const std::string_view former =
         m_former.textAt(frame, number).substr(m_former.at(frame, number).tail.size());
-    if (beginsNewline(former)) {
-        next.replace(0, next.find('\n'), former.substr(0, former.find('\n')));
-    }
+    endWith(newlineOf(former), next);
 }
 
 /// A line comment must end before what follows it.
@@ -116,12 +130,12 @@ std::string GapMaker::tail(const Frame& frame, const Sides& sides) const {
 }
 
 /// The comments of a container that was empty come first.
-std::string GapMaker::lines(const Frame& frame, const Sides& sides) const {
+StayingLines GapMaker::lines(const Frame& frame, const Sides& sides) const {
     const bool needsComma = frame.siblings.empty()
                                 ? sides.left == nullptr && frame.self.before != k_none
                                 : sides.right == nullptr || staysHere(frame, *sides.right);
     if (!needsComma) {
-        return {};
+        return StayingLines(false);
     }
     const std::size_t last = sides.right == nullptr || frame.siblings.empty()
                                  ? frame.siblings.size()
@@ -134,7 +148,7 @@ std::string GapMaker::lines(const Frame& frame, const Sides& sides) const {
     for (std::size_t number = first; number <= last; ++number) {
         staying.add(m_former.at(frame, number), number == frame.siblings.size());
     }
-    return frame.reindent.apply(staying.text());
+    return staying;
 }
 
 std::string GapMaker::lead(const Frame& frame, const Sides& sides) {

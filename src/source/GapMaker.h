@@ -13,6 +13,7 @@
 #include "source/FormerGaps.h"
 #include "source/Frame.h"
 #include "source/SourceMap.h"
+#include "source/StayingLines.h"
 #include "source/UsualLayout.h"
 
 namespace ko::Orvid {
@@ -44,9 +45,10 @@ private:
     void keepLineEnd(const Frame& frame, const Sides& sides, Text& next) const;
     static Sides sidesOf(const Frame& frame);
     bool areNeighbours(const Frame& frame, const Sides& sides) const;
+    bool stayOrLackLines(const Frame& frame, const Sides& sides, std::size_t number) const;
     Text madeGap(const Frame& frame, const Sides& sides);
     Text tail(const Frame& frame, const Sides& sides) const;
-    Text lines(const Frame& frame, const Sides& sides) const;
+    StayingLines lines(const Frame& frame, const Sides& sides) const;
     Text lead(const Frame& frame, const Sides& sides);
     Text breakLeft(const Frame& frame, const Sides& sides) const;
     Text closingLead(const Frame& frame);

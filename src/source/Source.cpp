@@ -6,6 +6,7 @@
 
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -20,13 +21,17 @@ namespace ko::Orvid {
 Source::Source(std::string text, const ReadOptions& options, std::string file)
     : m_text(std::move(text)), m_file(std::move(file)), m_options(options) {}
 
-std::string Source::textOf(const Element& root, const std::string* leftOut) const {
+std::string Source::textOf(const Element& root, const std::string* leftOut,
+                           const MovedPlaces& moved) const {
     const bool isWhole =
         leftOut == nullptr || !root.isObject() || !root.object().contains(*leftOut);
-    if (isWhole && isAsRead(m_map, 0, root)) {
+    const bool isNoneElsewhere = std::all_of(moved.begin(), moved.end(), [](const auto& places) {
+        return places.first == places.second;
+    });
+    if (isWhole && isNoneElsewhere && isAsRead(m_map, 0, root)) {
         return m_text;
     }
-    const Counterparts counterparts(m_map, root, isWhole ? nullptr : leftOut);
+    const Counterparts counterparts(m_map, root, isWhole ? nullptr : leftOut, moved);
     return SourceWriter(m_map, counterparts).run();
 }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <ko/Orvid/Element.h>
+#include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/SourcePlace.h>
 
@@ -39,8 +40,9 @@ public:
 
     /// The text with the changes that were made to the tree. `root` need not be the element that
     /// was read; it must be JSON, and the spans known. `leftOut` is a key of the root that is not
-    /// written, or null.
-    std::string textOf(const Element& root, const std::string* leftOut) const;
+    /// written, or null; `moved` is what is known to have been moved since the text was read.
+    std::string textOf(const Element& root, const std::string* leftOut,
+                       const MovedPlaces& moved) const;
     /// Where the element stood when it was read.
     std::optional<SourcePlace> placeOf(const Element& element) const;
 

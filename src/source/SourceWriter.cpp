@@ -170,6 +170,7 @@ void SourceWriter::writeValue(const Item& item, const std::string& indent,
     const bool wasRead = item.before != k_none;
     if (wasRead && isContainer && item.before != 0 && item.before == now.contents &&
         m_counterparts.before(item.before).hash == now.hash &&
+        !m_counterparts.isKnownToDiffer(item.before, item.now) &&
         isAsRead(m_map, item.before, *now.element)) {
         copy(m_map.text(item.before), reindent);
     } else if (isContainer) {

@@ -6,21 +6,30 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <string_view>
+#include <iterator>
 #include <utility>
 
 namespace ko::Orvid {
 
-void StayingLines::add(const Gap& gap, bool isLast) {
-    std::vector<std::string> lines;
-    for (const std::string_view line : gap.lines) {
+std::vector<StayingLines::Line> StayingLines::linesOf(const Gap& gap) {
+    std::vector<Line> lines;
+    for (std::size_t i = 0; i < gap.lines.size(); ++i) {
+        const std::string_view line = gap.lines[i];
         std::string text = hasComma(line) ? withoutComma(line) : std::string(line);
         if (!isBlankLine(text) || !hasComma(line)) {
-            lines.push_back(std::move(text));
+            const std::string_view begin = newlineOf(line);
+            const std::string_view next = i + 1 < gap.lines.size() ? gap.lines[i + 1] : gap.lead;
+            lines.push_back(
+                {text.substr(begin.size()), std::string(begin), std::string(newlineOf(next))});
         }
     }
+    return lines;
+}
+
+void StayingLines::add(const Gap& gap, bool isLast) {
+    std::vector<Line> lines = linesOf(gap);
     const auto solid = std::find_if(lines.begin(), lines.end(),
-                                    [](const std::string& line) { return !isBlankLine(line); });
+                                    [](const Line& line) { return !isBlankLine(line.text); });
     const auto blank = static_cast<std::size_t>(solid - lines.begin());
     if (m_isFirst) {
         m_isFirst = false;
@@ -35,9 +44,9 @@ void StayingLines::add(const Gap& gap, bool isLast) {
     append(std::move(lines));
 }
 
-void StayingLines::append(std::vector<std::string> lines) {
-    for (std::string& line : lines) {
-        m_blank = isBlankLine(line) ? m_blank + 1 : 0;
+void StayingLines::append(std::vector<Line> lines) {
+    for (Line& line : lines) {
+        m_blank = isBlankLine(line.text) ? m_blank + 1 : 0;
         m_lines.push_back(std::move(line));
     }
 }
@@ -51,10 +60,15 @@ void StayingLines::dropBlank(std::size_t most) {
 
 std::string StayingLines::text() const {
     std::string text;
-    for (const std::string& line : m_lines) {
-        text += line;
+    for (auto line = m_lines.begin(); line != m_lines.end(); ++line) {
+        text += line == m_lines.begin() ? line->begin : std::prev(line)->end;
+        text += line->text;
     }
     return text;
+}
+
+std::string StayingLines::end() const {
+    return m_lines.empty() ? std::string() : m_lines.back().end;
 }
 
 }  // namespace ko::Orvid

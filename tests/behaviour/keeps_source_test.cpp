@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -79,6 +80,41 @@ TEST(KeepsSource, removes_a_value_with_its_comments_and_no_other) {
             EXPECT_EQ(compact(*Dom::parse(text, subject.options)), compact(*dom)) << text;
         }
     });
+}
+
+/// The lines with what ends them.
+std::multiset<std::string> wholeLines(const std::string& text) {
+    std::multiset<std::string> lines;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
+        lines.insert(text.substr(at, end - at));
+        at = end;
+    }
+    return lines;
+}
+
+/// A comma may come or go on a line of a value, but none of these: lines without one.
+TEST(KeepsSource, leaves_the_line_ends_of_lines_that_stay_when_values_are_removed) {
+    forEachDocument([](const CommentedSubject& subject) {
+        const std::multiset<std::string> former = wholeLines(subject.document.text);
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = subject.read();
+            RandomEdits::erase(elementAt(dom, value));
+            const std::multiset<std::string> now = wholeLines(dom.text());
+            for (const std::string& line : now) {
+                const std::size_t begin = line.find_first_not_of(" \t");
+                if (begin == line.find_first_of("/\r\n") && line.find("*/") > line.find("//")) {
+                    EXPECT_LE(now.count(line), former.count(line)) << line << dom.text();
+                }
+            }
+        }
+    });
+}
+
+TEST(KeepsSource, leaves_the_line_ends_of_comments_that_stay_when_a_value_is_removed) {
+    Dom dom = Dom::parse("[\n1,\n\n// x\r\n\r\n2,\n3\n]");
+    (*dom).array().erase(std::next((*dom).array().begin()));
+    EXPECT_EQ(dom.text(), "[\n1,\n\n// x\r\n\r\n3\n]");
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

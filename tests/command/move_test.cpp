@@ -78,6 +78,27 @@ TEST(move_verb, takes_comments_along) {
                       "}\n"));
 }
 
+TEST(move_verb, takes_comments_along_with_a_value_that_others_equal) {
+    EXPECT_EQ(
+        orvid({"move", "a", "b.x"}, "{\n  \"a\": true, // c\n  \"t\": true,\n  \"b\": {}\n}\n"),
+        printed("{\n  \"t\": true,\n  \"b\": {\n    \"x\": true // c\n  }\n}\n"));
+    EXPECT_EQ(orvid({"move", "[0][0]", "[1][0]"}, "[ [1,1], // x\n [1], //y\n 2]"),
+              printed("[ [1], // x\n [1,1], //y\n 2]"));
+    EXPECT_EQ(orvid({"move", "[0]", "[0][0]"}, "[1, [2] /* y */, [1, 2] /* z */]"),
+              printed("[[1, 2] /* y */, [1, 2] /* z */]"));
+    EXPECT_EQ(orvid({"move", "[0]", "[1]"}, "[null /* a */, null /* b */]"),
+              printed("[null /* b */, null /* a */]"));
+    EXPECT_EQ(orvid({"move", "--lines", "a", "b.x"}, "{\"a\": {}/* c */, \"b\": {\"c\": {}}}\n"),
+              printed("{\"b\": {\"c\": {}, \"x\": {}/* c */}}\n"));
+}
+
+TEST(patch_verb, takes_comments_along_with_a_value_that_others_equal) {
+    const ScratchFile patch(R"([{"op": "move", "from": "/a", "path": "/b"},
+                                {"op": "move", "from": "/b", "path": "/c/d"}])");
+    EXPECT_EQ(orvid({"patch", patch.name()}, "{\"a\": {} /* a */, \"b\": {}, \"c\": {\"e\": {}}}"),
+              printed("{\"c\": {\"e\": {}, \"d\": {} /* a */}}"));
+}
+
 TEST(move_verb, puts_items_where_they_are_wanted) {
     EXPECT_EQ(orvid({"move", "[-1]", "[0]"}, "[1, 2, 3]"), printed("[3, 1, 2]"));
     EXPECT_EQ(orvid({"move", "[0]", "[*]"}, "[1, 2, 3]"), printed("[2, 3, 1]"));

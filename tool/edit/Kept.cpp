@@ -119,14 +119,15 @@ void readForCopying(const Call& call, Document& document) {
     read(call, options, document);
 }
 
-void appendEdited(const Call& call, Document& document, Bytes& out) {
+void appendEdited(const Call& call, Document& document, Bytes& out,
+                  const ko::Orvid::MovedPlaces& moved) {
     if (call.layout.isAsked || !document.kept) {
         out.append(call.layout.isAsked ? std::string_view() : document.mark);
         out.append(jsonText(document.root, call.layout));
         return;
     }
     **document.kept = std::move(document.root);
-    std::string text = document.kept->text();
+    std::string text = document.kept->text(moved);
     if (call.lines.isOn) {
         text = recordOf(document, std::move(text));
     }

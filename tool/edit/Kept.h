@@ -32,9 +32,10 @@ void readForEdit(const Call& call, Document& document);
 /// pairs, which can be kept where they are only, are refused also of a line.
 void readForCopying(const Call& call, Document& document);
 
-/// Appends the document as it is after the edit. The root may be used up by this. Throws Unwritable
-/// and what the library throws.
-void appendEdited(const Call& call, Document& document, Bytes& out);
+/// Appends the document as it is after the edit, in which these values were moved. The root may be
+/// used up by this. Throws Unwritable and what the library throws.
+void appendEdited(const Call& call, Document& document, Bytes& out,
+                  const ko::Orvid::MovedPlaces& moved = {});
 
 /// Appends the text that the document has become; with --lines as the line that it was.
 void appendKept(const Call& call, const Document& document, std::string_view text, Bytes& out);

@@ -22,6 +22,7 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::JsonPointer;
+using ko::Orvid::MovedPlaces;
 
 /// Takes the element out of what holds it.
 Element taken(Element& element) {
@@ -78,6 +79,65 @@ LastStep stepIn(Element& root, const CallPath& path) {
     return isNewOnWay ? LastStep(withLastItems(root, to)) : step;
 }
 
+/// An element, and where it stood before the edit.
+using FormerPlace = std::pair<JsonPointer, const Element*>;
+
+/// Where what stands at the pointer stood before the value at `taken` was taken out of `holder`.
+JsonPointer beforeTaking(const JsonPointer& pointer, const JsonPointer& taken, bool isItem) {
+    const std::size_t last = taken.steps().size() - 1;
+    JsonPointer above = taken;
+    above.pop_back();
+    if (!isItem || pointer.steps().size() <= last || !above.contains(pointer)) {
+        return pointer;
+    }
+    JsonPointer before;
+    for (std::size_t i = 0; i < pointer.steps().size(); ++i) {
+        const std::string& step = pointer.steps()[i];
+        const bool isShifted = i == last && std::stoull(step) >= std::stoull(taken.steps()[i]);
+        before.push_back(isShifted ? std::to_string(std::stoull(step) + 1) : step);
+    }
+    return before;
+}
+
+/// A move, and the containers that it takes a value out of and puts it into: they are the same
+/// afterwards, even where one of them then equals what another was.
+class NotedMove {
+public:
+    NotedMove(const Element& root, const Element& source)
+        : m_root(root), m_from(JsonPointer::of(source)), m_isItem(source.parent()->isArray()) {
+        for (const Element* above = source.parent(); above->parent() != nullptr;) {
+            m_kept.emplace_back(JsonPointer::of(*above), above);
+            above = above->parent();
+        }
+    }
+
+    /// The value was taken out, and is to be put into what is at the path, as far as that is there.
+    void goInto(const ko::Orvid::Path& holder) {
+        const JsonPointer all = JsonPointer::fromPath(holder);
+        JsonPointer above;
+        for (const std::string& step : all.steps()) {
+            above.push_back(step);
+            if (const Element* const element = above.find(m_root)) {
+                m_kept.emplace_back(beforeTaking(above, m_from, m_isItem), element);
+            }
+        }
+    }
+
+    MovedPlaces places(const Element& moved) const {
+        MovedPlaces places{{m_from, JsonPointer::of(moved)}};
+        for (const auto& [before, element] : m_kept) {
+            places.emplace_back(before, JsonPointer::of(*element));
+        }
+        return places;
+    }
+
+private:
+    const Element& m_root;
+    const JsonPointer m_from;
+    const bool m_isItem;
+    std::vector<FormerPlace> m_kept;
+};
+
 class Carry : public DocumentVerb {
 public:
     void addWords(Words& words, Call& call) override {
@@ -98,24 +158,16 @@ public:
 
 protected:
     const CallPath& from() const { return m_from; }
+    const CallPath& to() const { return m_to; }
 
     /// Returns the value in its new place.
-    Element& carry(Document& document) const {
-        Element value = valueOf(m_from.get(document.root), document.location);
+    Element& put(Document& document, Element&& value) const {
         return insertAt(document.root, stepIn(document.root, m_to), std::move(value),
                         document.location);
     }
 
 private:
-    /// The value for the new path.
-    virtual Element valueOf(Element& source, const Location& location) const = 0;
-
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
-
-    void apply(const Call& call, Document& document, Bytes& out) const override {
-        static_cast<void>(carry(document));
-        appendEdited(call, document, out);
-    }
 
     std::string m_fromWord;
     std::string m_toWord;
@@ -135,11 +187,18 @@ public:
     }
 
 private:
-    Element valueOf(Element& source, const Location& location) const override {
+    /// Its comments come along whatever else equals it: the document is told where it went.
+    void apply(const Call& call, Document& document, Bytes& out) const override {
+        Element& root = document.root;
+        Element& source = from().get(root);
         if (source.parent() == nullptr) {
-            throw Failure(ExitStatus::failed, location, "the root cannot be moved");
+            throw Failure(ExitStatus::failed, document.location, "the root cannot be moved");
         }
-        return taken(source);
+        NotedMove move(root, source);
+        Element value = taken(source);
+        move.goInto(LastStep(to().pathIn(root)).holder());
+        const MovedPlaces moved = move.places(put(document, std::move(value)));
+        appendEdited(call, document, out, moved);
     }
 };
 
@@ -158,13 +217,13 @@ private:
     void read(const Call& call, Document& document) const override {
         readForCopying(call, document);
     }
-    Element valueOf(Element& source, const Location& /*location*/) const override { return source; }
 
     /// A value that is moved brings its text along; a copy is a new one, which is spelled here.
     void apply(const Call& call, Document& document, Bytes& out) const override {
         const auto source = JsonPointer::of(from().get(document.root));
         const std::string_view spelling = escapedText(call, document, source);
-        const auto copy = JsonPointer::of(carry(document));
+        Element value = from().get(document.root);
+        const auto copy = JsonPointer::of(put(document, std::move(value)));
         const std::size_t start = out.length() + (call.lines.isOn ? document.mark.length() : 0);
         appendEdited(call, document, out);
         if (!spelling.empty()) {

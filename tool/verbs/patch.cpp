@@ -17,6 +17,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::MovedPlaces;
 using ko::Orvid::PatchException;
 using ko::Orvid::ReadOptions;
 
@@ -60,13 +61,14 @@ protected:
     }
 
 private:
-    virtual void make(Document& document, const Element& change) const = 0;
+    /// Returns what was moved within the document.
+    virtual MovedPlaces make(Document& document, const Element& change) const = 0;
 
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const Call& call, Document& document, Bytes& out) const final {
-        make(document, m_change);
-        appendEdited(call, document, out);
+        const MovedPlaces moved = make(document, m_change);
+        appendEdited(call, document, out, moved);
     }
 
     std::string m_file;
@@ -102,12 +104,16 @@ private:
         readForCopying(call, document);
     }
 
-    void make(Document& document, const Element& change) const override {
+    MovedPlaces make(Document& document, const Element& change) const override {
+        MovedPlaces moved;
+        ko::Orvid::PatchOptions options = m_options;
+        options.moved = document.kept ? &moved : nullptr;
         try {
-            ko::Orvid::applyPatch(document.root, change, m_options);
+            ko::Orvid::applyPatch(document.root, change, options);
         } catch (const PatchException& error) {
             throw failure(document, error);
         }
+        return moved;
     }
 
     /// An operation that is malformed concerns no element of the document. The errors of lines stay
@@ -140,8 +146,9 @@ public:
     }
 
 private:
-    void make(Document& document, const Element& change) const override {
+    MovedPlaces make(Document& document, const Element& change) const override {
         ko::Orvid::mergePatch(document.root, change);
+        return {};
     }
 };
 

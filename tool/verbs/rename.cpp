@@ -16,6 +16,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
 
 Failure failureAt(const Location& location, const Element& element, const std::string& text) {
     Location at = location;
@@ -23,14 +24,15 @@ Failure failureAt(const Location& location, const Element& element, const std::s
     return {ExitStatus::failed, std::move(at), text};
 }
 
-void renameMember(Element& element, const std::string& key, const Location& location) {
+/// Returns the member.
+Element& renameMember(Element& element, const std::string& key, const Location& location) {
     Element* const parent = element.parent();
     if (parent == nullptr || !parent->isObject()) {
         throw failureAt(location, element, "it is no member of an object, so it has no key");
     }
     auto& members = parent->object();
     if (element.memberKey() == key) {
-        return;
+        return element;
     }
     if (members.contains(key)) {
         throw failureAt(location, *parent, "there is \"" + key + "\" already");
@@ -39,6 +41,7 @@ void renameMember(Element& element, const std::string& key, const Location& loca
     const auto renamed = members.insert(std::next(before), {key, Element()});
     renamed->second = std::move(element);
     members.erase(before);
+    return renamed->second;
 }
 
 class Rename : public DocumentVerb {
@@ -68,8 +71,10 @@ private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
-        renameMember(m_path.get(document.root), m_key, document.location);
-        appendEdited(call, document, out);
+        Element& member = m_path.get(document.root);
+        const auto former = JsonPointer::of(member);
+        const auto renamed = JsonPointer::of(renameMember(member, m_key, document.location));
+        appendEdited(call, document, out, {{former, renamed}});
     }
 
     std::string m_word;

@@ -8,6 +8,7 @@
 #include <ko/detail/lifetime.h>
 #include <ko/export.h>
 #include <ko/Orvid/fwd.h>
+#include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/ReadOptions.h>
 #include <ko/Orvid/SourcePlace.h>
 #include <ko/Orvid/WriteOptions.h>
@@ -65,6 +66,12 @@ public:
     /// is no root. Linear cost, except for arrays in which many items changed at once.
     std::string text() const;
 
+    /// The same for a tree in which these values are known to have been moved, from where they
+    /// stood in the text to where they stand in the tree: text() alone compares, and so cannot
+    /// follow a value that others equal. Places that lead nowhere have no effect, and a value is
+    /// moved once: the first of its places counts. PatchOptions::moved gets them of a patch.
+    std::string text(const MovedPlaces& moved) const;
+
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content
     /// already is left alone. Throws FileException, with the file as it was, also where text()
     /// would throw; the element in error is its context then. Costs text() and the writing.
@@ -111,7 +118,7 @@ private:
     Element* required() const;
     static Dom read(std::string text, const ReadOptions& options, const std::string& file);
     void release() noexcept;
-    std::string sourceText() const;
+    std::string sourceText(const MovedPlaces& moved) const;
     bool isLoadedFrom(const std::string& file) const;
 
     Element* m_root = nullptr;

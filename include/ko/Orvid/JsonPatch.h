@@ -7,6 +7,7 @@
 
 #include <ko/export.h>
 #include <ko/Orvid/Element.h>
+#include <ko/Orvid/JsonPointer.h>
 
 #include <cstdint>
 #include <limits>
@@ -25,6 +26,11 @@ struct PatchOptions {
     /// each byte of keys, strings and numbers. A few of them can double a document again and again.
     /// 0 is no limit.
     std::uint64_t maxGrowth = k_inProportion;
+    /// Where it is not null, and the patch succeeds, it gets what the operations "move" have moved,
+    /// for Dom::text(): where each such value stood in the target, and where it stands afterwards;
+    /// with the containers that they were moved out of and into. Values that were removed again, or
+    /// that the patch itself added, are left out.
+    MovedPlaces* moved = nullptr;
 };
 
 /// Carries out the operations of the patch, all of them or none. An added member comes last, a

@@ -13,6 +13,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ko::Orvid {
@@ -77,6 +78,9 @@ public:
 private:
     std::vector<std::string> m_steps;
 };
+
+/// Values that were moved within a document: where each stood before, and where it stands now.
+using MovedPlaces = std::vector<std::pair<JsonPointer, JsonPointer>>;
 
 }  // namespace ko::Orvid
 

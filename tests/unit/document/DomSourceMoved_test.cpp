@@ -16,7 +16,18 @@
 namespace orvid_test {
 namespace {
 
+using ko::Orvid::Dom;
 using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
+
+std::string patchedKnowing(const char* text, const char* patch) {
+    Dom dom = Dom::parse(text);
+    ko::Orvid::MovedPlaces moved;
+    ko::Orvid::PatchOptions options;
+    options.moved = &moved;
+    applyPatch(*dom, *Dom::parse(patch), options);
+    return dom.text(moved);
+}
 
 TEST(DomSourceMoved, takes_comments_along_when_items_are_sorted) {
     EXPECT_EQ(edited("[\n  // three\n  3,\n  1, // one\n  2\n]",
@@ -64,12 +75,63 @@ TEST(DomSourceMoved, takes_comments_along_in_a_container_that_holds_nothing_else
     const char* const text = "{\n  \"a\": { /* c */ },\n  \"b\": {\"x\": 1},\n  \"d\": 2\n}";
     EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/z"}])")),
               "{\n  \"b\": {\"x\": 1},\n  \"d\": 2,\n  \"z\": { /* c */ }\n}");
-    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b"}])")),
-              "{\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
     EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/d"}])")),
               "{\n  \"b\": {\"x\": 1},\n  \"d\": { /* c */ }\n}");
-    EXPECT_EQ(edited(text, [](Element& root) { root.get("b") = std::move(root.object()["a"]); }),
-              "{\n  \"a\": null,\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
+    EXPECT_EQ(patchedKnowing(text, R"([{"op": "move", "from": "/a", "path": "/b"}])"),
+              "{\n  \"b\": { /* c */ },\n  \"d\": 2\n}");
+}
+
+TEST(DomSourceMoved, leaves_the_comments_of_an_object_that_loses_its_values_while_another_goes) {
+    const char* const text =
+        "{\n  \"x\": { /* c */ },\n  \"y\": { // own\n    // free\n\n    \"k\": 1 // d\n  }\n}\n";
+    const char* const expected = "{\n  \"y\": { // own\n    // free\n  }\n}\n";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "remove", "path": "/x"},
+                                        {"op": "remove", "path": "/y/k"}])")),
+              expected);
+    EXPECT_EQ(
+        edited("{\"x\": [ /* c */ ], \"y\": [1]}", patching(R"([{"op": "remove", "path": "/x"},
+                                        {"op": "remove", "path": "/y/0"}])")),
+        "{\"y\": []}");
+}
+
+TEST(DomSourceMoved, takes_comments_along_with_values_that_are_known_to_have_moved) {
+    const char* const text =
+        "{\n  \"a\": true, // a\n  \"t\": true, // t\n  \"b\": {\"c\": true}\n}\n";
+    const auto knowing = [&](const char* patch) { return patchedKnowing(text, patch); };
+    EXPECT_EQ(knowing(R"([{"op": "move", "from": "/a", "path": "/b/x"}])"),
+              "{\n  \"t\": true, // t\n  \"b\": {\"c\": true, \"x\": true // a\n  }\n}\n");
+    EXPECT_EQ(knowing(R"([{"op": "move", "from": "/a", "path": "/b/x"},
+                          {"op": "move", "from": "/b", "path": "/n"},
+                          {"op": "move", "from": "/n/x", "path": "/y"}])"),
+              "{\n  \"t\": true, // t\n  \"n\": {\"c\": true},\n  \"y\": true // a\n}\n");
+    EXPECT_EQ(knowing(R"([{"op": "move", "from": "/a", "path": "/t"}])"),
+              "{\n  \"t\": true, // a\n  \"b\": {\"c\": true}\n}\n");
+    EXPECT_EQ(knowing(R"([{"op": "move", "from": "/a", "path": "/b/x"},
+                          {"op": "remove", "path": "/b/x"}])"),
+              "{\n  \"t\": true, // t\n  \"b\": {\"c\": true}\n}\n");
+    EXPECT_EQ(patchedKnowing("[true /* a */, true /* b */]",
+                             R"([{"op": "move", "from": "/0", "path": "/1"}])"),
+              "[true /* b */, true /* a */]");
+}
+
+TEST(DomSourceMoved, has_no_use_for_places_that_lead_nowhere) {
+    const Dom dom = Dom::parse("{\"a\": 1 /* a */, \"b\": [2]}");
+    const auto place = [](const char* text) { return JsonPointer(text); };
+    EXPECT_EQ(dom.text({{place("/x"), place("/a")},
+                        {place("/b/0"), place("/b/1")},
+                        {place(""), place("/b")},
+                        {place("/a/1"), place("/b/-")}}),
+              "{\"a\": 1 /* a */, \"b\": [2]}");
+    EXPECT_EQ(
+        Dom::parse("[1, /* a */ 1]").text({{place("/1"), place("/0")}, {place("/0"), place("/0")}}),
+        "[/* a */ 1, 1]");
+}
+
+TEST(DomSourceMoved, writes_comments_between_members_that_leave_together_once) {
+    EXPECT_EQ(edited("{\n  \"a\": 1,\n\n  // free\n\n  \"b\": 2,\n  \"c\": 3,\n  \"d\": 4\n}\n",
+                     patching(R"([{"op": "move", "from": "/a", "path": "/x"},
+                                  {"op": "move", "from": "/b", "path": "/y"}])")),
+              "{\n  // free\n\n  \"c\": 3,\n  \"d\": 4,\n  \"x\": 1,\n  \"y\": 2\n}\n");
 }
 
 TEST(DomSourceMoved, leaves_comments_in_a_container_that_is_filled_while_an_empty_one_comes) {

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+//
+// PatchMoves, where the values that a patch moves came from. They are followed by the addresses of
+// their elements: a value that is moved gets another element, and the elements within it stay.
+
+#pragma once
+
+#include <ko/Orvid/Element.h>
+#include <ko/Orvid/JsonPointer.h>
+
+#include <cstddef>
+#include <unordered_map>
+#include <vector>
+
+namespace ko::Orvid {
+
+class PatchMoves {
+public:
+    /// The tree before the patch. Linear cost.
+    explicit PatchMoves(const Element& root);
+
+    /// Everything within the value is new.
+    void addWithin(const Element& value);
+    /// A new element, with a value that was not there before.
+    void add(const Element& element) { m_origins[&element] = {}; }
+    /// The element where the value that moves began; null for one that is new.
+    const Element* originOf(const Element& element) const;
+    /// The value with that origin has come into the element.
+    void move(const Element* origin, const Element& element);
+    /// Something is moved into the container, or out of it, or was: it is the same nevertheless.
+    void keep(const Element* container);
+    /// The values of the elements `from` have come into those of the same positions of the array.
+    void reorder(const std::vector<const Element*>& from, const Element::TArray& array);
+
+    /// What was moved, and what it was moved out of and into, from the former tree, which is as the
+    /// first was, to the one there is now.
+    MovedPlaces places(const Element& former, const Element& root) const;
+
+private:
+    struct Origin {
+        const Element* element = nullptr;
+        bool isKnown = false;
+    };
+
+    Origin at(const Element& element) const;
+
+    std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
+    std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own
+};
+
+}  // namespace ko::Orvid

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+//
+// Values that are known to have been moved take their comments along where nothing else tells them
+// apart: documents with comments everywhere in which all scalars are equal, and patches that move.
+
+#include <gtest/gtest.h>
+#include <ko/Orvid.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/CommentedJson.h"
+#include "support/Document.h"
+#include "support/RandomEdits.h"
+
+namespace orvid_test {
+namespace {
+
+using ko::Orvid::Dom;
+using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
+using ko::Orvid::MovedPlaces;
+
+/// A document with one value for all scalars.
+struct Subject {
+    explicit Subject(unsigned seed) : random(seed), document(makeCommentedJson(equal)) {}
+
+    unsigned choose(std::size_t count) { return static_cast<unsigned>(random() % count); }
+
+    std::mt19937 random;
+    /// Only the choice of a token is one of so many.
+    const Choice equal = [this](unsigned count) { return count == 20 ? 4U : choose(count); };
+    const CommentedJson document;
+};
+
+template<class Check>
+void forEachSubject(const Check& check) {
+    for (unsigned seed = 0; seed < 300 && !testing::Test::HasFailure(); ++seed) {
+        Subject subject(seed);
+        SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + subject.document.text);
+        check(subject);
+    }
+}
+
+JsonPointer pointerTo(const CommentedValue& value) {
+    JsonPointer pointer;
+    for (const std::string& step : value.pointer) {
+        pointer.push_back(step);
+    }
+    return pointer;
+}
+
+/// A new place in the container.
+JsonPointer placeIn(Subject& subject, const Element& container) {
+    JsonPointer place = JsonPointer::of(container);
+    place.push_back(container.isArray() ? std::to_string(subject.choose(container.size() + 1))
+                                        : "new" + std::to_string(subject.choose(3)));
+    return place;
+}
+
+std::string moving(const JsonPointer& from, const JsonPointer& to) {
+    return R"({"op":"move","from":")" + from.str() + R"(","path":")" + to.str() + R"("})";
+}
+
+/// Containers outside of the value. Those in its own array are left out: an index there means
+/// another place once the value is taken out.
+std::vector<const Element*> targetsFor(Dom& dom, const Element& value) {
+    const Element* const parent = value.parent();
+    const bool isItem = parent != nullptr && parent->isArray();
+    const JsonPointer without = JsonPointer::of(isItem ? *parent : value);
+    std::vector<const Element*> targets;
+    for (const Element* const element : RandomEdits::allOf(*dom)) {
+        const bool isContainer = element->isObject() || element->isArray();
+        if (isContainer && !without.contains(JsonPointer::of(*element))) {
+            targets.push_back(element);
+        }
+    }
+    return targets;
+}
+
+std::vector<int> sorted(std::vector<int> comments) {
+    std::sort(comments.begin(), comments.end());
+    return comments;
+}
+
+std::string patched(Dom& dom, const std::string& operations) {
+    MovedPlaces moved;
+    ko::Orvid::PatchOptions options;
+    options.moved = &moved;
+    ko::Orvid::applyPatch(*dom, *Dom::parse("[" + operations + "]"), options);
+    std::string text = dom.text(moved);
+    EXPECT_EQ(compact(*Dom::parse(text)), compact(*dom)) << text;
+    return text;
+}
+
+std::vector<int> commentsWithout(const Subject& subject, const CommentedValue& value) {
+    std::vector<int> comments = CommentedJson::commentsIn(subject.document.text);
+    comments.erase(std::remove_if(comments.begin(), comments.end(),
+                                  [&](int number) { return value.comments.count(number) > 0; }),
+                   comments.end());
+    return comments;
+}
+
+TEST(KeepsKnownMoves, takes_the_comments_of_any_value_to_any_place) {
+    unsigned count = 0;
+    forEachSubject([&](Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = Dom::parse(subject.document.text);
+            const JsonPointer from = pointerTo(value);
+            const auto targets = targetsFor(dom, from.get(*dom));
+            if (targets.empty()) {
+                continue;
+            }
+            const JsonPointer to = placeIn(subject, *targets[subject.choose(targets.size())]);
+            const std::string text = patched(dom, moving(from, to));
+            SCOPED_TRACE(moving(from, to) + "\n" + text);
+            EXPECT_EQ(sorted(CommentedJson::commentsIn(text)),
+                      sorted(CommentedJson::commentsIn(subject.document.text)));
+            ++count;
+        }
+    });
+    EXPECT_GT(count, 800U);
+}
+
+TEST(KeepsKnownMoves, leaves_all_other_comments_in_their_order) {
+    forEachSubject([&](Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = Dom::parse(subject.document.text);
+            const JsonPointer from = pointerTo(value);
+            const auto targets = targetsFor(dom, from.get(*dom));
+            if (targets.empty()) {
+                continue;
+            }
+            const JsonPointer to = placeIn(subject, *targets[subject.choose(targets.size())]);
+            const std::string text = patched(dom, moving(from, to));
+            std::vector<int> others = CommentedJson::commentsIn(text);
+            others.erase(
+                std::remove_if(others.begin(), others.end(),
+                               [&](int number) { return value.comments.count(number) > 0; }),
+                others.end());
+            EXPECT_EQ(others, commentsWithout(subject, value)) << moving(from, to) << "\n" << text;
+        }
+    });
+}
+
+TEST(KeepsKnownMoves, brings_the_comments_with_the_value_and_not_beside_it) {
+    unsigned same = 0;
+    forEachSubject([&](Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = Dom::parse(subject.document.text);
+            const JsonPointer from = pointerTo(value);
+            if (!(*dom).isObject() || from.steps().size() < 2) {
+                continue;
+            }
+            JsonPointer to;
+            to.push_back("last");
+            Dom back = Dom::parse(patched(dom, moving(from, to)));
+            (*back).object().erase("last");
+            EXPECT_EQ(CommentedJson::commentsIn(back.text()), commentsWithout(subject, value))
+                << moving(from, to) << "\n"
+                << dom.text() << "\n"
+                << back.text();
+            ++same;
+        }
+    });
+    EXPECT_GT(same, 200U);
+}
+
+TEST(KeepsKnownMoves, takes_comments_along_a_chain_of_moves) {
+    unsigned count = 0;
+    forEachSubject([&](Subject& subject) {
+        Dom dom = Dom::parse(subject.document.text);
+        Dom steps = Dom::parse(subject.document.text);
+        std::string operations;
+        for (unsigned i = 0; i < 6; ++i) {
+            const std::vector<Element*> all = RandomEdits::allOf(*steps);
+            const Element& element = *all[subject.choose(all.size())];
+            const auto targets = targetsFor(steps, element);
+            if (element.parent() == nullptr || targets.empty()) {
+                continue;
+            }
+            const JsonPointer to = placeIn(subject, *targets[subject.choose(targets.size())]);
+            if (to.find(*steps) != nullptr && to.steps().back().substr(0, 3) == "new") {
+                continue;  // it would be replaced, with its comments
+            }
+            const std::string operation = moving(JsonPointer::of(element), to);
+            ko::Orvid::applyPatch(*steps, *Dom::parse("[" + operation + "]"));
+            operations += (operations.empty() ? "" : ",") + operation;
+            ++count;
+        }
+        const std::string text = patched(dom, operations);
+        EXPECT_EQ(sorted(CommentedJson::commentsIn(text)),
+                  sorted(CommentedJson::commentsIn(subject.document.text)))
+            << operations << "\n"
+            << text;
+    });
+    EXPECT_GT(count, 500U);
+}
+
+TEST(KeepsKnownMoves, gives_the_first_bytes_when_items_are_moved_there_and_back) {
+    unsigned count = 0;
+    forEachSubject([&](Subject& subject) {
+        Dom dom = Dom::parse(subject.document.text);
+        Dom steps = Dom::parse(subject.document.text);
+        std::string there;
+        std::string back;
+        for (unsigned i = 0; i < 4; ++i) {
+            std::vector<Element*> items;
+            for (Element* const element : RandomEdits::allOf(*steps)) {
+                if (element->parent() != nullptr && element->parent()->isArray()) {
+                    items.push_back(element);
+                }
+            }
+            if (items.empty()) {
+                break;
+            }
+            const JsonPointer from = JsonPointer::of(*items[subject.choose(items.size())]);
+            JsonPointer to = from;
+            to.pop_back();
+            const std::size_t size = to.get(*steps).size();
+            to.push_back(std::to_string(subject.choose(size)));
+            ko::Orvid::applyPatch(*steps, *Dom::parse("[" + moving(from, to) + "]"));
+            there += (there.empty() ? "" : ",") + moving(from, to);
+            back = moving(to, from) + (back.empty() ? "" : ",") + back;
+            ++count;
+        }
+        if (!there.empty()) {
+            EXPECT_EQ(patched(dom, there + "," + back), subject.document.text) << there;
+        }
+    });
+    EXPECT_GT(count, 300U);
+}
+
+}  // namespace
+}  // namespace orvid_test
