@@ -290,11 +290,23 @@ bool hasMove(const Element& patch) {
     });
 }
 
+/// Says that it is the patch, and not the document, that has another type.
+class PatchTypeException : public TypeException<EType> {
+public:
+    using TypeException<EType>::TypeException;
+
+    void generateWhat(std::string& out) const override {
+        TypeException<EType>::generateWhat(out);
+        out.insert(0, "The patch must be an array of operations: ");
+    }
+    ko::Exception* clone() const override { return new PatchTypeException(*this); }
+};
+
 /// A patch of its own is no part of a document, whose path the error could give.
 void ensurePatch(const Element& patch) {
     if (!patch.isArray()) {
-        throw TypeException<EType>(patch.parent() == nullptr ? nullptr : &patch, etArray,
-                                   patch.type());
+        throw PatchTypeException(patch.parent() == nullptr ? nullptr : &patch, etArray,
+                                 patch.type());
     }
 }
 
@@ -307,15 +319,15 @@ void applyPatch(Element& target, const Element& patch, const PatchOptions& optio
     copyValue(former, target);
     // The target works on the copy, so that errors name elements by their place in its tree.
     swapValues(former, target);
-    std::optional<PatchMoves> moves;
-    if (options.moved != nullptr) {
-        options.moved->clear();
-        if (hasMove(before.get())) {
-            moves.emplace(target);
-        }
-    }
-    PatchMoves* const noted = moves ? &*moves : nullptr;
     try {
+        std::optional<PatchMoves> moves;
+        if (options.moved != nullptr) {
+            options.moved->clear();
+            if (hasMove(before.get())) {
+                moves.emplace(target);
+            }
+        }
+        PatchMoves* const noted = moves ? &*moves : nullptr;
         PatchTarget changed(target, noted);
         Growth growth(options, former, before.get());
         std::size_t number = 0;

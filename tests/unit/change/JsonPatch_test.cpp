@@ -165,6 +165,26 @@ TEST(JsonPatch, tests_refused_text_that_is_no_number_by_its_bytes) {
     EXPECT_NO_THROW(applyPatch(target.root, patch.root));
 }
 
+TEST(JsonPatch, says_that_it_is_the_patch_that_is_no_array) {
+    using Refusal = ko::Orvid::TypeException<ko::Orvid::EType>;
+    Document target("[1]");
+    const auto error = thrownBy<Refusal>([&] { applyPatch(target.root, Document("{}").root); });
+    EXPECT_EQ(error.requested(), ko::Orvid::etArray);
+    EXPECT_EQ(error.got(), ko::Orvid::etObject);
+    const std::string text =
+        "The patch must be an array of operations: Json type mismatch! Requestet Json type: "
+        "etArray "
+        "Got Json type: etObject";
+    try {
+        applyPatch(target.root, Document("{}").root);
+        FAIL() << "nothing was thrown";
+    } catch (const ko::Exception& refusal) {
+        EXPECT_EQ(refusal.what(), text);
+        const std::unique_ptr<ko::Exception> copy(refusal.clone());
+        EXPECT_EQ(copy->what(), text);
+    }
+}
+
 TEST(JsonPatch, refuses_what_is_no_operation) {
     for (const char* const operation :
          {"1", "{}", R"({"op":"add"})", R"({"op":"add","path":"/a"})", R"({"path":"/a"})",
