@@ -214,6 +214,41 @@ TEST_F(SurrogateHalves, are_refused_with_their_place) {
               refused("1:6: at [1]"));
 }
 
+TEST_F(SurrogateHalves, are_no_question_marks_that_an_edit_could_mean) {
+    const std::string merge = folder().makeFile("MARK", R"({"c":{"?":5}})");
+    const CommandResult refused =
+        failed(1, "(standard input):1:3: at (root): The escape of half a surrogate pair");
+    for (const Call& call : std::vector<Call>{{"set", "--lines", "?", "5"},
+                                              {"set", "--lines", "/?", "5"},
+                                              {"set", "--lines", "--query", "$['?']", "5"},
+                                              {"set", "--lines", "--query", "$['\\u003f']", "5"},
+                                              {"insert", "--lines", "?=5"},
+                                              {"remove", "--lines", "b", "--also", "?"},
+                                              {"remove", "--lines", "--query", "$[?@ == 1]"},
+                                              {"rename", "--lines", "?", "c"},
+                                              {"rename", "--lines", "b", "?"},
+                                              {"move", "--lines", "?", "c"},
+                                              {"move", "--lines", "b", "?"},
+                                              {"merge", "--lines", merge}}) {
+        EXPECT_EQ(orvid(call, "{\"\\ud800\":1,\"b\":2}\n"), refused)
+            << testing::PrintToString(call);
+    }
+    EXPECT_EQ(orvid({"set", "--lines", "b", "\"?\""}, "{\"\\ud800\":1,\"b\":2}\n"),
+              printed("{\"\\ud800\":1,\"b\":\"?\"}\n"));
+}
+
+TEST_F(SurrogateHalves, are_no_repeated_keys) {
+    const std::string reason =
+        ": The escape of half a surrogate pair, by which keys cannot be told apart";
+    const Call call{"set", "--lines", "b=5"};
+    EXPECT_EQ(orvid(call, "{\"\\ud800\":1,\"\\ud801\":2}\n"),
+              failed(1, "(standard input):1:3: at (root)" + reason));
+    EXPECT_EQ(orvid(call, "{\"a\":{\"?\":1,\"\\ud801\":2}}\n"),
+              failed(1, "(standard input):1:14: at a" + reason));
+    EXPECT_EQ(orvid(call, "{\"?\":1,\"?\":2,\"a\":\"?\"}\n"),
+              failed(1, "(standard input):1:8: at (root): Repeated key \"?\""));
+}
+
 TEST_F(SurrogateHalves, are_no_whole_pairs) {
     for (const Call& call : k_refusing) {
         if (call.front() == "copy" || call.front() == "print" || call.front() == "get") {

@@ -222,7 +222,8 @@ TEST(diff, makes_the_patch_that_patch_applies) {
 TEST(patch, ends_with_2_for_another_file_and_with_1_for_a_faulty_patch) {
     const ScratchFile another(R"({"op":"remove","path":"/a"})");
     EXPECT_EQ(orvid({"patch", another.name()}, R"({"a":1})"),
-              failed(2, another.name() + ": the patch is no array of operations"));
+              failed(2, another.name() +
+                            ": the patch must be an array of operations; this is an object"));
     for (const char* const text :
          {R"([{"op":"remove")", R"([1])", R"([{"path":"/a"}])", R"([{"op":"remove"}])",
           R"([{"op":"cut","path":"/a"}])", R"([{"op":"remove","path":"a"}])",
@@ -248,9 +249,12 @@ TEST(patch, names_the_operation_that_failed_and_changes_nothing) {
         << result;
     EXPECT_EQ(bytesOfFile(file.name()), "{\"a\":1}");
     EXPECT_EQ(orvid({"patch", "-", file.name()}, "{}"),
-              failed(2, "(standard input): the patch is no array of operations"));
-    EXPECT_EQ(orvid({"patch", file.name(), "no-such-file"}),
-              failed(2, file.name() + ": the patch is no array of operations"));
+              failed(2,
+                     "(standard input): the patch must be an array of operations; this is an "
+                     "object"));
+    EXPECT_EQ(
+        orvid({"patch", file.name(), "no-such-file"}),
+        failed(2, file.name() + ": the patch must be an array of operations; this is an object"));
     EXPECT_EQ(orvid({"patch", "-"}).status, 2);
 }
 

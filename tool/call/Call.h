@@ -27,6 +27,8 @@ struct LineOptions {
     OnError onError = OnError::stop;
     std::size_t longest = std::size_t(1) << 30;  ///< of a line, in bytes
     unsigned int threads = 1;
+    /// A name in the call may be meant by a `?`, as which half of a surrogate pair is read.
+    bool namesMark = false;
     std::optional<std::string> rejects;  ///< the file to which lines that fail are appended
 };
 

@@ -64,6 +64,24 @@ std::string recordOf(const Document& document, std::string text) {
     return std::string(before.substr(0, begin)) + line + std::string(before.substr(end));
 }
 
+/// Keys with halves of surrogate pairs are read as keys with `?`, and so may seem repeated. Throws
+/// Failure for the first half in a record that failed for that.
+void refuseHalves(const Document& document, ReadOptions options, const Failure& failure) {
+    const std::string_view text = failure.text();
+    if (text.rfind("Repeated key", 0) != 0 || text.find('?') == std::string_view::npos) {
+        return;
+    }
+    options.rejectLoneSurrogates = true;
+    options.repeatedKeys = ko::Orvid::RepeatedKeys::replace;
+    try {
+        static_cast<void>(Dom::parse(document.text, options));
+    } catch (const ParseException& error) {
+        const Failure half = failureOf(document.location, document.text, error, false);
+        throw Failure(half.status(), half.location(),
+                      std::string(half.text()) + ", by which keys cannot be told apart");
+    }
+}
+
 void read(const Call& call, const ReadOptions& options, Document& document) {
     document.kept.reset();
     if (call.lines.isOn && !call.layout.isAsked && !keepsText(call, document)) {
@@ -74,9 +92,12 @@ void read(const Call& call, const ReadOptions& options, Document& document) {
         document.kept.emplace(Dom::parse(document.text, options));
     } catch (const ParseException& error) {
         const std::size_t mark = ko::Orvid::text::markLength(document.text);
-        throw withCommentsHint(
-            call, failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn),
-            ", and without an option for the layout they stay");
+        const Failure failure =
+            failureOf(document.location, document.text.substr(mark), error, !call.lines.isOn);
+        if (!options.rejectLoneSurrogates) {
+            refuseHalves(document, options, failure);
+        }
+        throw withCommentsHint(call, failure, ", and without an option for the layout they stay");
     }
     document.root = std::move(**document.kept);
 }
@@ -102,9 +123,15 @@ ReadOptions editOptions(const Call& call) {
     ReadOptions options = ReadOptions::jsonc();
     const bool keepsAll = call.lines.isOn && !call.layout.isAsked;
     options.validateUtf8 = !keepsAll;
-    options.rejectLoneSurrogates = !keepsAll;
+    options.rejectLoneSurrogates = !keepsAll || call.lines.namesMark;
     options.allowComments = !call.isInPlace || !call.layout.isAsked || call.dropsComments;
     return options;
+}
+
+void noteName(Call& call, std::string_view name) {
+    constexpr std::string_view escape = "\\u003";  // a query may have it so
+    call.lines.namesMark = call.lines.namesMark || name.find('?') != std::string_view::npos ||
+                           name.find(escape) != std::string_view::npos;
 }
 
 bool keepsText(const Call& call, const Document& document) {

@@ -21,6 +21,10 @@ Failure withCommentsHint(const Call& call, const Failure& failure, const char* o
 /// Comments that a new layout of the file would lose are refused, unless the call drops them.
 ko::Orvid::ReadOptions editOptions(const Call& call);
 
+/// Notes that a path, key or query of the call is to be looked for. One with a `?` in it could lead
+/// to half of a surrogate pair, which is read as that: halves are refused also of a line then.
+void noteName(Call& call, std::string_view name);
+
 /// Whether what is unchanged of the document is to be copied from its text. It is not where an
 /// option asks for a layout, and need not be for a line that is in the layout of lines already.
 bool keepsText(const Call& call, const Document& document);

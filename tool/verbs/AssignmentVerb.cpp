@@ -51,6 +51,9 @@ void AssignmentVerb::addWords(Words& words, Call& call) {
 void AssignmentVerb::prepare(Call& call) {
     Assignments words = assignmentsOf(m_words, call.isStrict);
     m_assignments = std::move(words.all);
+    for (const Assignment& assignment : m_assignments) {
+        noteName(call, assignment.path.word());
+    }
     call.files = std::move(words.files);
     m_isApart = words.areApart;
     m_mayBePaths = words.areApart && call.files.size() > 1;

@@ -13,6 +13,7 @@
 #include "edit/Spelling.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "input/PathSteps.h"
 #include "verbs/verbs.h"
 
@@ -151,6 +152,8 @@ public:
         requireNoFile("TO", m_toWord, call.files);
         m_from = CallPath(m_fromWord);
         m_to = CallPath(m_toWord);
+        noteName(call, m_from.word());
+        noteName(call, m_to.word());
         if (m_to.isPlain() && m_to.word().substr(0, 1) != "$") {
             static_cast<void>(LastStep(m_to.word()));
         }

@@ -10,6 +10,7 @@
 #include "edit/Kept.h"
 #include "input/Input.h"
 #include "input/located.h"
+#include "output/phrases.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -94,7 +95,9 @@ public:
     void prepare(Call& call) override {
         Change::prepare(call);
         if (!given().isArray()) {
-            throw Failure(ExitStatus::usage, location(), "the patch is no array of operations");
+            throw Failure(ExitStatus::usage, location(),
+                          "the patch must be an array of operations; this is " +
+                              std::string(typePhrase(given())));
         }
     }
 
@@ -135,10 +138,26 @@ private:
     ko::Orvid::PatchOptions m_options;
 };
 
+/// Notes the keys of all objects in it.
+void noteKeys(Call& call, const Element& value) {
+    for (const Element* const element : ko::Orvid::JsonPath("$..*").select(value)) {
+        if (element->parent()->isObject()) {
+            noteName(call, element->memberKey());
+        }
+    }
+}
+
 class Merge : public Change {
 public:
     const char* name() const override { return "merge"; }
     const char* help() const override { return "Merge a merge patch and write the document"; }
+    void prepare(Call& call) override {
+        Change::prepare(call);
+        if (call.lines.isOn) {
+            noteKeys(call, given());
+        }
+    }
+
     const char* examples() const override {
         return "  orvid merge change.json settings.json\n"
                "  echo '{\"debug\": null, \"limits\": {\"cpu\": 4}}' | orvid merge - -i "

@@ -61,6 +61,7 @@ public:
                                  " goes with PATH only");
             }
             m_query.emplace(queryOf(*m_queryText));
+            noteName(call, *m_queryText);
         } else if (m_words.empty()) {
             throw UsageError("PATH is required");
         } else {
@@ -70,6 +71,9 @@ public:
             }
             m_words.erase(m_words.begin());
             requireNoFile("PATH", m_paths.front().word(), m_words);
+        }
+        for (const CallPath& path : m_paths) {
+            noteName(call, path.word());
         }
         call.files = m_words;
     }

@@ -65,6 +65,8 @@ public:
     void prepare(Call& call) override {
         requireNoFile("KEY", m_key, call.files);
         m_path = CallPath(m_word);
+        noteName(call, m_path.word());
+        noteName(call, m_key);
     }
 
 private:

@@ -53,6 +53,7 @@ public:
         }
         if (m_queryText) {
             prepareValue(call);
+            noteName(call, *m_queryText);
             m_query.emplace(queryOf(*m_queryText));
             return;
         }
