@@ -6,7 +6,7 @@ _orvid() {
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
         local verbs
-        verbs=$(orvid --help 2>/dev/null | sed -n '/^Subcommands:/,/^$/s/^  \([a-z-]*\) .*/\1/p')
+        verbs=$(orvid --help 2>/dev/null | sed -n '/^Verbs:/,/^$/s/^  \([a-z-]*\) .*/\1/p')
         mapfile -t COMPREPLY < <(compgen -W "$verbs --help --version" -- "$word")
         return
     fi

@@ -2,7 +2,7 @@
 #
 # Completion of the command orvid in fish. Verbs and options come from the command's own help.
 function __orvid_verbs
-    orvid --help 2>/dev/null | sed -n '/^Subcommands:/,/^$/s/^  \([a-z-]*\)  *\(.*\)/\1\t\2/p'
+    orvid --help 2>/dev/null | sed -n '/^Verbs:/,/^$/s/^  \([a-z-]*\)  *\(.*\)/\1\t\2/p'
 end
 function __orvid_options
     set -l verb (commandline -opc)[2]

@@ -41,6 +41,42 @@ TEST(hints, name_the_option_that_was_meant) {
               failed(2, "there is no option --strange; see orvid print --help"));
 }
 
+TEST(hints, name_an_unknown_option_before_a_missing_word) {
+    const auto refused = [](const std::string& verb, const std::string& text) {
+        return failed(2, "there is no option " + text + "; see orvid " + verb + " --help");
+    };
+    EXPECT_EQ(orvid({"get", "--bogus"}, "1"), refused("get", "--bogus"));
+    EXPECT_EQ(orvid({"diff", "--quite"}), refused("diff", "--quite (did you mean \"--quiet\"?)"));
+    EXPECT_EQ(orvid({"get", "-Z"}, "1"), refused("get", "-Z"));
+    EXPECT_EQ(orvid({"get", "-rZ", ""}, "1"), refused("get", "-Z"));
+    EXPECT_EQ(orvid({"find", "-j4", "a"}, "1"),
+              failed(2, "VALUE is required; see orvid find --help"));
+    EXPECT_EQ(orvid({"get"}), failed(2, "PATH is required; see orvid get --help"));
+}
+
+TEST(hints, say_that_an_option_is_given_twice) {
+    for (const std::string again : {"--jobs=2", "-j2"}) {
+        EXPECT_EQ(orvid({"get", "--lines", "-j", "4", again, "a"}, "1"),
+                  failed(2, "--jobs is given twice; see orvid get --help"));
+    }
+    EXPECT_EQ(orvid({"get", "a", "--lines", "--jobs"}, "1"),
+              failed(2, "a value is required after --jobs; see orvid get --help"));
+}
+
+TEST(hints, take_no_word_after_two_dashes_for_an_option) {
+    const std::string hint = "after -- no word is an option";
+    const ScratchFile file("{\"a\":1}");
+    EXPECT_EQ(orvid({"get", "a", "--", "--raw"}),
+              failed(3, "--raw: No such file or directory; " + hint));
+    EXPECT_EQ(orvid({"remove", "a", "--", "-c"}),
+              failed(3, "-c: No such file or directory; " + hint));
+    const ScratchFolder folder;
+    const std::string named = folder.makeFile("a.json", "{}");
+    EXPECT_EQ(orvid({"keys", "--", named, "--raw"}),
+              failed(2, "PATH is missing before the file \"" + named + "\", and " + hint +
+                            ": --raw; see orvid keys --help"));
+}
+
 TEST(hints, name_the_key_that_was_meant) {
     EXPECT_EQ(
         orvid({"get", "a.colour"}, k_document),

@@ -141,6 +141,15 @@ TEST(move_and_copy, edit_records_and_pass_faulty_ones_on) {
               "{\"c\":1}\n{\"b\":2}\n");
 }
 
+TEST(move, says_how_the_place_after_the_last_item_is_written) {
+    for (const char* const verb : {"move", "copy"}) {
+        EXPECT_EQ(orvid({verb, "[0]", "[3]"}, "[1,2]"),
+                  failed(1,
+                         "(standard input):1:1: at (root): path \"[3]\" not found, there is no "
+                         "\"[3]\"; a new item is written [*]"));
+    }
+}
+
 TEST(copy, makes_new_items_on_the_way) {
     EXPECT_EQ(orvid({"copy", "a", "b[*].c"}, R"({"a":1})"), printed(R"({"a":1,"b":[{"c":1}]})"));
     EXPECT_EQ(orvid({"move", "a", "s[*].b[*].c[*]"}, R"({"a":1,"s":[2,{"b":[]}]})"),

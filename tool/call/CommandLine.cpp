@@ -159,7 +159,9 @@ Words& Words::needs(const char* name) {
 
 struct CommandLine::Impl {
     Impl(int argc, char** argv) : words(argv + 1, argv + argc) {
-        app.formatter(std::make_shared<HelpFormatter>());
+        const auto formatter = std::make_shared<HelpFormatter>();
+        formatter->label("SUBCOMMAND", "VERB");
+        app.formatter(formatter);
         if (!words.empty() && words.front() == "help") {
             words.erase(words.begin());
             const bool isOfVerb = !words.empty() && words.front() != "help";
@@ -194,8 +196,31 @@ struct CommandLine::Impl {
             if (word[1] == '-' && !isKnown) {
                 return "there is no option " + name + meant(name, known);
             }
+            const std::string letter = word[1] == '-' ? "" : unknownLetter(word);
+            if (!letter.empty()) {
+                return "there is no option " + letter;
+            }
         }
         return std::nullopt;
+    }
+
+    /// The first of the letters after one dash that is no option; empty where there is none. What
+    /// begins with a digit is a number.
+    std::string unknownLetter(const std::string& word) const {
+        if (word[1] >= '0' && word[1] <= '9') {
+            return "";
+        }
+        for (std::size_t i = 1; i < word.length(); ++i) {
+            const std::string name{'-', word[i]};
+            const CLI::Option* const option = given->get_option_no_throw(name);
+            if (option == nullptr) {
+                return name;
+            }
+            if (option->get_items_expected_min() > 0) {
+                return "";  // the rest is its value
+            }
+        }
+        return "";
     }
 
     /// What the option may mean that other commands have, or that was misspelt.
@@ -222,6 +247,17 @@ struct CommandLine::Impl {
         }
         word.erase(std::remove(word.begin(), word.end(), k_mark), word.end());
         return "a word too many: " + word;
+    }
+
+    /// How often the option is given, by whichever of its names.
+    std::size_t timesGiven(const std::string& name) const {
+        const CLI::Option* const option = given->get_option_no_throw(name);
+        std::size_t count = 0;
+        for (const std::string& word : optionWords()) {
+            const std::size_t end = word[1] == '-' ? word.find('=') : 2;
+            count += option != nullptr && option->check_name(word.substr(0, end)) ? 1U : 0U;
+        }
+        return count;
     }
 
     /// Throws UsageError where a `=` is in an option that takes none, or nothing follows it: CLI11
@@ -314,7 +350,7 @@ bool CommandLine::isRequest() const {
 }
 
 void CommandLine::list(const char* name, const char* help) {
-    m_impl->app.add_subcommand(name, help);
+    m_impl->app.add_subcommand(name, help)->group("Verbs");
 }
 
 Words CommandLine::take(const char* name, const char* help, const std::string& examples) {
@@ -338,7 +374,14 @@ std::optional<std::string> CommandLine::read() {
         throw UsageError(m_impl->unknownOption().value_or(m_impl->leftOver(error.what())));
     } catch (const CLI::ArgumentMismatch& error) {
         const std::string said = error.what();
-        throw UsageError("a value is required after " + said.substr(0, said.find(':')));
+        const std::string name = said.substr(0, said.find(':'));
+        throw UsageError(m_impl->timesGiven(name) > 1 ? name + " is given twice"
+                                                      : "a value is required after " + name);
+    } catch (const CLI::RequiredError& error) {
+        // An unknown option may be what the missing word was meant to be.
+        const bool isOfVerb = m_impl->given != nullptr;
+        throw UsageError(
+            (isOfVerb ? m_impl->unknownOption() : std::nullopt).value_or(error.what()));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
             throw UsageError(error.what());

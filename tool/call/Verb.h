@@ -72,9 +72,6 @@ private:
     /// What may be meant by a word that was taken for a file and is none, as the end of a message.
     virtual std::string hintForFile(const std::string& word) const;
 
-    /// What may be meant by the index of an item that there is not, as the end of a message.
-    virtual std::string hintForItem() const;
-
     /// The least status of the run, asked for when all documents are done. Notes on the whole run
     /// are written here.
     virtual ExitStatus outcome(const Report& report) const;

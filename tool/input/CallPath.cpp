@@ -202,7 +202,14 @@ const Element& CallPath::get(const Element& root) const {
     if (m_pointer) {
         return m_pointer->get(root);
     }
-    return withPath(in(root), [&](const Path& path) { return std::cref(root.get(path)); });
+    try {
+        return withPath(in(root), [&](const Path& path) { return std::cref(root.get(path)); });
+    } catch (const PathNotFound& error) {
+        if (!m_hasNegative || error.path() == m_word || error.elementPath() == nullptr) {
+            throw;
+        }
+        throw PathNotFound(&root.get(*error.elementPath()), m_word, error.key());
+    }
 }
 
 Element& CallPath::get(Element& root) const {

@@ -68,6 +68,10 @@ void requireNoFile(const char* what, const std::string& word,
     }
     if (files.size() == 1 && files.front() != k_standardInput && !endsAsFile(files.front()) &&
         !isFileThere(files.front())) {
+        if (files.front().rfind('-', 0) == 0) {
+            throw UsageError(std::string(what) + " is missing before the file \"" + word +
+                             "\", and after -- no word is an option: " + files.front());
+        }
         throw UsageError(std::string("the ") + what + " stands before the file: " + files.front() +
                          " " + word);
     }

@@ -140,6 +140,30 @@ std::string withoutEdges(const std::string& key) {
                : key.substr(begin, key.find_last_not_of(k_whitespace) + 1 - begin);
 }
 
+Failure missing(Location location, const Element& root, const PathNotFound& error,
+                const std::string& path, const std::string& itemHint) {
+    location.setElement(error);
+    const std::string holderPath = location.path && error.elementPath() ? *location.path : "";
+    const std::string start = "path \"" + path + "\" not found";
+    const std::string& step = error.key();
+    const Element* const holder = holderIn(root, error);
+    const bool isIndex = !step.empty() && step.front() == '[';
+    std::string text = ", there is no \"" + step + "\"";
+    const bool isPointer = !path.empty() && path.front() == '/';
+    if (holder != nullptr && holder->isArray() && isPointer) {
+        text = isIndex ? noItem(step.substr(1, step.length() - 2)) + itemHint : noItem(step);
+    } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
+        text = ": " + mismatch(*holder, holderPath, location.isPointer, step);
+    } else if (holder != nullptr && holder->isObject()) {
+        text += hint(*holder, holderPath, step, path);
+    } else if (holder != nullptr) {
+        text += itemHint;
+    }
+    const std::string escape =
+        holder == nullptr || isPointer ? "" : escapeHint(root, *holder, holderPath, path);
+    return {ExitStatus::failed, std::move(location), start + (escape.empty() ? text : escape)};
+}
+
 }  // namespace
 
 std::string dottedKeyHint(const Element& root, const std::string& path) {
@@ -175,28 +199,15 @@ std::string unusualKeyHint(const Element& root, const std::string& path) {
                : "";
 }
 
-Failure missingPath(Location location, const Element& root, const PathNotFound& error,
-                    const std::string& itemHint) {
-    location.setElement(error);
-    const std::string holderPath = location.path && error.elementPath() ? *location.path : "";
-    const std::string start = "path \"" + error.path() + "\" not found";
-    const std::string& step = error.key();
-    const Element* const holder = holderIn(root, error);
-    const bool isIndex = !step.empty() && step.front() == '[';
-    std::string text = ", there is no \"" + step + "\"";
-    const bool isPointer = !error.path().empty() && error.path().front() == '/';
-    if (holder != nullptr && holder->isArray() && isPointer) {
-        text = noItem(step);
-    } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
-        text = ": " + mismatch(*holder, holderPath, location.isPointer, step);
-    } else if (holder != nullptr && holder->isObject()) {
-        text += hint(*holder, holderPath, step, error.path());
-    } else if (holder != nullptr) {
-        text += itemHint;
-    }
-    const std::string escape =
-        holder == nullptr || isPointer ? "" : escapeHint(root, *holder, holderPath, error.path());
-    return {ExitStatus::failed, std::move(location), start + (escape.empty() ? text : escape)};
+Failure missingPath(Location location, const Element& root, const PathNotFound& error) {
+    return missing(std::move(location), root, error, error.path(), "");
+}
+
+Failure missingPlace(Location location, const Element& root, const PathNotFound& error,
+                     const CallPath& path) {
+    return missing(std::move(location), root, error, path.isPlain() ? error.path() : path.word(),
+                   path.pointer() != nullptr ? "; the pointer to a new item ends in /-"
+                                             : "; a new item is written [*]");
 }
 
 }  // namespace orvid_tool

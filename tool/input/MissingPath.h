@@ -8,14 +8,19 @@
 
 #include <string>
 
+#include "input/CallPath.h"
 #include "output/Failure.h"
 
 namespace orvid_tool {
 
 /// A step of the path leads nowhere in the document at `location`, whose root that is.
-/// For an item that there is not, the message ends with that hint.
 Failure missingPath(Location location, const ko::Orvid::Element& root,
-                    const ko::Orvid::PathNotFound& error, const std::string& itemHint = "");
+                    const ko::Orvid::PathNotFound& error);
+
+/// The same for a path at which something was to be put: it is named as it was typed, and for an
+/// item that there is not, the message says how a new one is written.
+Failure missingPlace(Location location, const ko::Orvid::Element& root,
+                     const ko::Orvid::PathNotFound& error, const CallPath& path);
 
 /// Where what the path leads to is missing, and a key has dots in it that the path has as well: how
 /// to write the path, as the end of a message. Otherwise nothing.

@@ -72,12 +72,6 @@ std::string AssignmentVerb::hintForFile(const std::string& word) const {
     return isEdit || m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
 
-std::string AssignmentVerb::hintForItem() const {
-    const bool isPointer =
-        !m_assignments.empty() && m_assignments.front().path.pointer() != nullptr;
-    return isPointer ? "; the pointer to a new item ends in /-" : "; a new item is written [*]";
-}
-
 bool AssignmentVerb::mayHaveUnusualKey() const {
     return std::any_of(
         m_assignments.begin(), m_assignments.end(),
@@ -136,7 +130,11 @@ void AssignmentVerb::prepareValue(Call& call) {
 
 void AssignmentVerb::apply(const Call& call, Document& document, Bytes& out) const {
     for (std::size_t i = 0; i < m_assignments.size(); ++i) {
-        assign(document, i);
+        try {
+            assign(document, i);
+        } catch (const ko::Orvid::PathNotFound& error) {
+            throw missingPlace(document.location, document.root, error, m_assignments[i].path);
+        }
     }
     appendEdited(call, document, out);
 }

@@ -36,7 +36,6 @@ private:
     virtual void assign(Document& document, std::size_t index) const = 0;
     void read(const Call& call, Document& document) const final;
     std::string hintForFile(const std::string& word) const final;
-    std::string hintForItem() const final;
     ExitStatus outcome(const Report& report) const final;
     void apply(const Call& call, Document& document, Bytes& out) const final;
 

@@ -205,8 +205,6 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
 
 std::string DocumentVerb::hintForFile(const std::string& /*word*/) const { return ""; }
 
-std::string DocumentVerb::hintForItem() const { return ""; }
-
 /// A file that is not there, or is none, is mostly a slip in the call, which is not to be half done
 /// then.
 void DocumentVerb::requireAllThere(const std::vector<std::string>& files) const {
@@ -226,7 +224,10 @@ void DocumentVerb::requireAllThere(const std::vector<std::string>& files) const 
 Failure DocumentVerb::hinted(const Failure& failure, const std::string& file) const {
     const bool isWord = failure.location().file == file && file.find('/') == std::string::npos &&
                         !endsAsFile(file) && access(file.c_str(), F_OK) != 0;
-    const std::string hint = isWord ? hintForFile(file) : "";
+    std::string hint = isWord ? hintForFile(file) : "";
+    if (!hint.empty() && file.front() == '-') {
+        hint = "; after -- no word is an option";  // nor meant to be anything but one
+    }
     return hint.empty() ? failure
                         : Failure(failure.status(), failure.location(), failure.text() + hint);
 }
@@ -259,8 +260,7 @@ void DocumentVerb::work(const Call& call, Document& document, Bytes& out) const 
         read(call, document);
         apply(call, document, out);
     } catch (const ko::Orvid::PathNotFound& error) {
-        throw located(missingPath(document.location, document.root, error, hintForItem()),
-                      document);
+        throw located(missingPath(document.location, document.root, error), document);
     } catch (const Failure& failure) {
         throw located(failure, document);
     } catch (const ko::Exception& error) {

@@ -161,16 +161,33 @@ public:
 
 protected:
     const CallPath& from() const { return m_from; }
-    const CallPath& to() const { return m_to; }
 
     /// Returns the value in its new place.
     Element& put(Document& document, Element&& value) const {
-        return insertAt(document.root, stepIn(document.root, m_to), std::move(value),
-                        document.location);
+        return namingPlace(document, [&]() -> Element& {
+            return insertAt(document.root, stepIn(document.root, m_to), std::move(value),
+                            document.location);
+        });
+    }
+
+    /// What is to hold the value, if it is there.
+    ko::Orvid::Path holder(const Document& document) const {
+        return namingPlace(document,
+                           [&] { return LastStep(m_to.pathIn(document.root)).holder(); });
     }
 
 private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
+
+    /// Where a place is missing the error names it as it was typed.
+    template<class Action>
+    decltype(auto) namingPlace(const Document& document, const Action& action) const {
+        try {
+            return action();
+        } catch (const ko::Orvid::PathNotFound& error) {
+            throw missingPlace(document.location, document.root, error, m_to);
+        }
+    }
 
     std::string m_fromWord;
     std::string m_toWord;
@@ -199,7 +216,7 @@ private:
         }
         NotedMove move(root, source);
         Element value = taken(source);
-        move.goInto(LastStep(to().pathIn(root)).holder());
+        move.goInto(holder(document));
         const MovedPlaces moved = move.places(put(document, std::move(value)));
         appendEdited(call, document, out, moved);
     }
