@@ -184,6 +184,17 @@ TEST(bad_text, is_shown_with_a_caret_under_the_place) {
               "          ^\n");
 }
 
+TEST(bad_text, that_ends_on_a_blank_line_shows_no_empty_line) {
+    for (const char* const verb : {"print", "check", "split", "join"}) {
+        EXPECT_EQ(orvid({verb}, "[1, 2\n").err,
+                  "orvid: (standard input):2:1: at (root): The text ends before the document is "
+                  "complete (the array that begins at 1:1 is not closed)\n")
+            << verb;
+    }
+    EXPECT_EQ(orvid({"set", "a", "[1,\n  "}, "{}").err.find('^'), std::string::npos);
+    EXPECT_NE(orvid({"print"}, "[1,\n2").err.find("\n2\n ^\n"), std::string::npos);
+}
+
 TEST(loose_text, may_have_a_byte_order_mark_and_trailing_commas) {
     EXPECT_EQ(orvid({"print", "--compact"}, "\xEF\xBB\xBF[1,]"), printed("[1]\n"));
     EXPECT_EQ(orvid({"get", "a"}, "\xEF\xBB\xBF{\"a\":1,}"), printed("1\n"));
@@ -336,6 +347,8 @@ TEST(help, of_the_command_names_every_verb) {
     const CommandResult result = orvid({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
+    EXPECT_NE(result.out.find("Usage: orvid [OPTIONS] VERB\n"), std::string::npos) << result;
+    EXPECT_NE(result.out.find("\nVerbs:\n"), std::string::npos) << result;
     for (const char* const verb :
          {"print", "get", "set", "remove", "paths", "schema-path", "data-path"}) {
         EXPECT_NE(result.out.find("\n  "s + verb + " "), std::string::npos) << verb;

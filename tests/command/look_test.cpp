@@ -3,6 +3,7 @@
 // orvid keys, length and type: what they write, and how path and files are distinguished.
 
 #include "support/Command.h"
+#include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +11,13 @@
 
 namespace {
 
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
 using orvid_test::ScratchFile;
+using orvid_test::ScratchFolder;
+using orvid_test::shell;
 
 const std::string k_document =
     R"({"b":[1,{"x":null,"w":0}],"a":{"c":"h\u00e9"},"x.y":true,"/":1.5})";
@@ -77,6 +81,38 @@ TEST(look_words, are_a_path_and_files) {
     EXPECT_EQ(orvid({"type", "a", second.name()}), printed("array\n"));
     EXPECT_EQ(orvid({"type", "--in", "", first.name(), second.name()}), printed("array\nobject\n"));
     EXPECT_EQ(orvid({"type", "./no-such"}), failed(3, "./no-such: No such file or directory"));
+}
+
+TEST(look_words, tell_of_a_file_that_has_the_name_of_a_path) {
+    const ScratchFolder folder;
+    folder.makeFile("b", "[1]");
+    const std::string json = folder.makeFile("f.json", R"({"b":{},"c":2})");
+    const std::string inFolder = "cd " + folder.path().string() + "; ";
+    EXPECT_EQ(shell(inFolder + R"("$0" type b)", {}, R"({"b":1})"),
+              (CommandResult{"array\n",
+                             "orvid: \"b\" is read, the file of that name; for the path of "
+                             "standard input write --in b\n",
+                             0, 0}));
+    EXPECT_EQ(shell(inFolder + R"("$0" type --in b)", {}, R"({"b":1})"), printed("number\n"));
+    for (const char* const call :
+         {R"("$0" type b </dev/null)", R"("$0" type ./b)", R"("$0" type f.json)"}) {
+        EXPECT_EQ(shell(inFolder + call).err, "") << call;
+    }
+    EXPECT_EQ(shell(inFolder + R"("$0" type b f.json)"), printed("object\n"));
+}
+
+TEST(look_words, tell_of_a_file_that_was_taken_for_a_path) {
+    const ScratchFolder folder;
+    const std::string first = folder.makeFile("first", "[1]");
+    const std::string second = folder.makeFile("second", "{}");
+    const std::string inFolder = "cd " + folder.path().string() + "; ";
+    EXPECT_EQ(
+        shell(inFolder + R"("$0" length first second)"),
+        failed(1,
+               "second:1:1: at (root): path \"first\" not found, there is no \"first\"; it is "
+               "a file too: for the roots of all files write --in ''"));
+    EXPECT_EQ(shell(inFolder + R"("$0" length third second)"),
+              failed(1, "second:1:1: at (root): path \"third\" not found, there is no \"third\""));
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ TEST(misleading, names_do_not_steer_the_terminal) {
               failed(1, shown + ":1:1: at (root): path \"b\" not found, there is no \"b\""));
     EXPECT_EQ(orvid({"get", "\xC2\x9B.b", name}).err.find('\xC2'), std::string::npos);
     EXPECT_EQ(orvid({"print", "--lines", "--stats", name}).err,
-              "orvid: " + shown + ": 1 lines, 1 done, 0 blank, 0 failed\n");
+              "orvid: " + shown + ": 1 line, 1 done, 0 blank, 0 failed\n");
 }
 
 TEST(misleading, errors_as_json_are_utf8) {

@@ -80,6 +80,7 @@ TEST(notations, of_operators_in_queries_are_explained) {
     EXPECT_TRUE(says({"query", "$[?@.a =~ 'b']"}, "search(@.a, 'b')\n"));
     EXPECT_TRUE(says({"query", "$[?@.a & @.b]"}, hint));
     EXPECT_TRUE(says({"query", "$[?not @.b]"}, hint));
+    EXPECT_TRUE(says({"select", "$.a == 1"}, "stands in a filter, as in $[?$.a == 1]\n"));
     EXPECT_TRUE(says({"query", "$.a-b"}, "stands in quotes, as in $['a-b']\n"));
     EXPECT_FALSE(says({"query", "$[?@.a = 'x and y']"}, ";"));
 }

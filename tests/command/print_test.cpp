@@ -262,9 +262,8 @@ TEST(print_in_place, refuses_comments_unless_they_may_go) {
     const ScratchFile file(text);
     EXPECT_EQ(withoutExcerpt(orvid({"print", "-i", file.name()})),
               failed(1, file.name() +
-                            ":2:3: at (root): Comments are not allowed in a file that is written "
-                            "anew, without them; --drop-comments does it, and the verbs that edit "
-                            "keep them"));
+                            ":2:3: at (root): the comments would be lost, as the file is written "
+                            "anew; --drop-comments allows it, and the verbs that edit keep them"));
     EXPECT_EQ(bytesOfFile(file.name()), text);
     EXPECT_EQ(orvid({"print", "-c", file.name()}), printed("{\"a\":\"//\"}\n"));
     EXPECT_EQ(orvid({"print", "-ci", "--drop-comments", file.name()}), printed(""));

@@ -109,8 +109,8 @@ Failure withCommentsHint(const Call& call, const Failure& failure, const char* o
         return failure;
     }
     return {failure.status(), failure.location(),
-            std::string(failure.text()) +
-                " in a file that is written anew, without them; --drop-comments does it" +
+            std::string("the comments would be lost, as the file is written anew; --drop-comments "
+                        "allows it") +
                 otherwise,
             failure.excerpt()};
 }

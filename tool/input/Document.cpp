@@ -13,6 +13,7 @@
 #include "input/Input.h"
 #include "input/SlipHint.h"
 #include "text/byteOrderMark.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -87,11 +88,12 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
     at.column = numberOf(error.firstColumn());
     at.setElement(error);
     std::string message = firstLine(error.message());
-    const std::string nothing = endsWith(message, k_endsEarly) ? nothingHint(text) : "";
+    const bool endsEarly = endsWith(message, k_endsEarly);
+    const std::string nothing = endsEarly ? nothingHint(text) : "";
     if (error.firstLine() > 0 && error.firstColumn() > 0) {
         message +=
             !nothing.empty() ? nothing
-            : endsWith(message, k_endsEarly)
+            : endsEarly
                 ? openHintOf(text, location.line != 0)
                 : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()), message);
     }
@@ -99,7 +101,16 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
         message += k_severalValues;
     }
     return {ExitStatus::failed, std::move(at), message,
-            isShown && nothing.empty() ? ko::Orvid::sourceExcerpt(text, error) : std::string()};
+            isShown && nothing.empty() ? excerptAt(text, error) : std::string()};
+}
+
+std::string excerptAt(std::string_view text, const ParseException& error) {
+    if (error.firstLine() < 1) {
+        return "";
+    }
+    const std::string_view line = text.substr(offsetOf(text, error.firstLine(), 1));
+    const bool isBlank = ko::Orvid::text::isBlankLine(line.substr(0, line.find('\n')));
+    return isBlank ? "" : ko::Orvid::sourceExcerpt(text, error);
 }
 
 void readTree(const Location& location, std::string_view text, Element& root,

@@ -39,6 +39,9 @@ ko::Orvid::ReadOptions documentOptions(bool isStrict);
 void readTree(const Location& location, std::string_view text, ko::Orvid::Element& root,
               const ko::Orvid::ReadOptions& options = wholeOptions());
 
+/// The line of the error with a caret. Nothing where that line is blank, as at the end of a text.
+std::string excerptAt(std::string_view text, const ko::Orvid::ParseException& error);
+
 /// What the library says of a malformed text, with the location: `location` with the column and,
 /// unless it has one, the line. Where it is shown, the line of the text follows, with a caret.
 Failure failureOf(const Location& location, std::string_view text,

@@ -5,6 +5,7 @@
 #include "input/QueryWord.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 #include "output/Failure.h"
@@ -20,6 +21,10 @@ std::string operatorHint(std::string_view rest) {
     const auto isAt = [&](std::string_view word) { return rest.substr(0, word.size()) == word; };
     if (isAt("=~")) {
         return "; a regular expression is asked for by match() or search(), as in search(@.a, 'b')";
+    }
+    const std::size_t next = rest.find_first_not_of(' ');
+    if (isAt(" ") && next < rest.size() && std::strchr("=!<>", rest[next]) != nullptr) {
+        return "; a comparison stands in a filter, as in $[?$.a == 1]";
     }
     if (isAt("-")) {
         return "; a name with such a character stands in quotes, as in $['a-b']";

@@ -185,8 +185,10 @@ void ValueStream::requireTarget() const {
     }
     const Element root = m_sink.way();
     if (m_sink.isNoArray()) {
-        throw Failure(ExitStatus::failed, location,
-                      std::string(typePhrase(root.get(*location.path))) + " has no items to split");
+        const char* const hint = location.path->empty() ? "; --in PATH names an array within" : "";
+        throw Failure(
+            ExitStatus::failed, location,
+            std::string(typePhrase(root.get(*location.path))) + " has no items to split" + hint);
     }
     try {
         static_cast<void>(root.get(*location.path));
@@ -225,8 +227,7 @@ Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const 
     const ParseException error("", 1, column, 1, column + static_cast<int>(length) - 1);
     Location location{m_input.name(), static_cast<std::size_t>(at.line),
                       static_cast<std::size_t>(at.column), path};
-    return {ExitStatus::failed, std::move(location), text,
-            ko::Orvid::sourceExcerpt(from(shown), error)};
+    return {ExitStatus::failed, std::move(location), text, excerptAt(from(shown), error)};
 }
 
 /// The tree of what there is of the value, or else of the root, knows the path of the error.

@@ -30,10 +30,10 @@ void runInOneThread(LineRun& run) {
 }
 
 void writeStats(const LineCounts& counts, const std::string& name, const Report& report) {
-    report.note(name + ": " + std::to_string(counts.lines) + " lines, " +
-                std::to_string(counts.lines - counts.blank - counts.failed) + " done, " +
-                std::to_string(counts.blank) + " blank, " + std::to_string(counts.failed) +
-                " failed");
+    report.note(
+        name + ": " + std::to_string(counts.lines) + (counts.lines == 1 ? " line, " : " lines, ") +
+        std::to_string(counts.lines - counts.blank - counts.failed) + " done, " +
+        std::to_string(counts.blank) + " blank, " + std::to_string(counts.failed) + " failed");
 }
 
 }  // namespace

@@ -4,11 +4,16 @@
 
 #include "verbs/LookVerb.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <utility>
 
 #include "call/Options.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "output/phrases.h"
+#include "output/Report.h"
 
 namespace orvid_tool {
 
@@ -39,6 +44,18 @@ void requirePath(const std::string& word) {
     }
 }
 
+/// Whether the word would be a path, were there no file of that name.
+bool isLikeKey(const std::string& word) {
+    return word != k_standardInput && word.find('/') == std::string::npos && !endsAsFile(word);
+}
+
+/// Whether standard input is a pipe or a file that holds something, as for a call that reads it.
+bool isInputGiven() {
+    struct stat status = {};
+    return fstat(STDIN_FILENO, &status) == 0 &&
+           (S_ISFIFO(status.st_mode) || (S_ISREG(status.st_mode) && status.st_size > 0));
+}
+
 }  // namespace
 
 const char* typeName(const Element& value) {
@@ -61,6 +78,10 @@ void LookVerb::prepare(Call& call) {
     if (isPathFirst) {
         requireNoFile("PATH", m_words.front(), {m_words.begin() + 1, m_words.end()});
         requirePath(m_words.front());
+        m_isPathFileToo = isFileThere(m_words.front());
+    } else if (!m_in && m_words.size() == 1 && isLikeKey(m_words.front()) && isInputGiven()) {
+        m_note = "\"" + m_words.front() + "\" is read, the file of that name; for the path of " +
+                 "standard input write --in " + m_words.front();
     }
     m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
     call.files.assign(m_words.begin() + (isPathFirst ? 1 : 0), m_words.end());
@@ -75,7 +96,25 @@ Failure LookVerb::failureAt(const Document& document, const Element& element,
 
 void LookVerb::apply(const Call& call, Document& document, Bytes& out) const {
     const Element& root = document.root;
-    report(call, document, m_path.get(root), out);
+    try {
+        report(call, document, m_path.get(root), out);
+    } catch (const ko::Orvid::PathNotFound& error) {
+        if (!m_isPathFileToo) {
+            throw;
+        }
+        const Failure failure = missingPath(document.location, root, error);
+        throw Failure(failure.status(), failure.location(),
+                      std::string(failure.text()) +
+                          "; it is a file too: for the roots of all "
+                          "files write --in ''");
+    }
+}
+
+ExitStatus LookVerb::outcome(const Report& report) const {
+    if (!m_note.empty()) {
+        report.note(m_note);
+    }
+    return ExitStatus::done;
 }
 
 }  // namespace orvid_tool

@@ -106,8 +106,9 @@ private:
         if (!array.isArray()) {
             Location location = document.location;
             location.setElement(array);
+            const char* const hint = &array == &root ? "; --in PATH names an array within" : "";
             throw Failure(ExitStatus::failed, location,
-                          std::string(typePhrase(array)) + " has no items to split");
+                          std::string(typePhrase(array)) + " has no items to split" + hint);
         }
         for (const Element& item : array.array()) {
             out.append(jsonLine(item, call.layout));
