@@ -57,8 +57,9 @@ public:
     [[gnu::always_inline]] Element& number(std::string_view text, TokenSpan /*span*/) {
         Element& element = next();
         static_cast<void>(lengthOf(text));
+        const detail::JsonNumber number{text};
         element.data().value.number =
-            m_nodes == nullptr ? new Number(text) : newIn<Number>(*m_nodes, text);
+            m_nodes == nullptr ? new Number(number) : newIn<Number>(*m_nodes, number);
         element.data().type = etNumber;
         return element;
     }

@@ -82,16 +82,24 @@ void TreeWriter::writeScalar(const Element::SData& data) {
 }
 
 void TreeWriter::writeNumber(const Number& number) {
+    const std::string_view text = number.m_store.jsonText();
+    if (text.empty()) {
+        writeOtherNumber(number);
+    } else {
+        m_writer.number(text.data(), text.size());
+    }
+}
+
+/// One whose text was not read as JSON. The text of a binary value is JSON unless it is a word.
+void TreeWriter::writeOtherNumber(const Number& number) {
     NumberBuffer buffer;
     const std::string_view text = number.textIn(buffer);
     if (m_checksValues) {
-        check(text);
+        const bool isDerived = text.data() == buffer.data();
+        m_wroteJson =
+            m_wroteJson && (isDerived ? text::isDigit(text.back()) : text::isNumber(text));
     }
     m_writer.number(text.data(), text.size());
-}
-
-void TreeWriter::check(std::string_view number) {
-    m_wroteJson = m_wroteJson && text::isNumber(number);
 }
 
 // A container is noted as open at the first container in it: those that hold scalars only, half of

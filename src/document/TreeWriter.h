@@ -57,7 +57,7 @@ private:
     void writeValue(const Element& element);
     void writeScalar(const Element::SData& data);
     void writeNumber(const Number& number);
-    [[gnu::noinline]] void check(std::string_view number);
+    [[gnu::noinline]] void writeOtherNumber(const Number& number);
     std::size_t writeScalars(const Element::TArray& array, std::size_t position);
     bool writeScalars(Level& level);
     void open(const Element::TArray& array);

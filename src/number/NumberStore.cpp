@@ -184,9 +184,10 @@ void NumberStore::steal(NumberStore& other) noexcept {
     if (isWide()) {
         std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
     } else {
-        layOut(other.heap(), other.binary(), other.m_length);
+        ::new (m_bytes) HeapPointer(other.heap());
         std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
     }
+    m_kind.store(other.m_kind.load(std::memory_order_relaxed), std::memory_order_relaxed);
     other.layOut(nullptr, {}, k_noText);
 }
 

@@ -112,6 +112,7 @@ public:
     Number(const char* text);
     Number(const char* text, unsigned int length);
     explicit Number(std::string_view text) : m_store(text) {}
+    explicit Number(detail::JsonNumber number) : m_store(number) {}
     explicit Number(const std::wstring& text);
     explicit Number(const wchar_t* text);
     Number(const wchar_t* text, unsigned int length);
@@ -266,6 +267,7 @@ public:
 private:
     friend bool operator==(const Number& a, const Number& b);
     friend struct std::hash<Number>;
+    friend class TreeWriter;
     friend struct NumberProbe;  // lets the tests make the kind that no operation produces
 
     using Binary = NumberStore::Binary;

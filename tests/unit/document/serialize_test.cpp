@@ -113,6 +113,25 @@ TEST(serialize, refuses_the_text_of_a_number_that_is_none) {
     }
 }
 
+TEST(serialize, checks_a_number_that_was_read_and_then_set) {
+    for (const char* const text : {"1", "1.25e+1", "-65.613616999999977"}) {
+        Element root = parse(text);
+        EXPECT_EQ(serialize(root), text);
+        EXPECT_NE(root.to<double>(), 0);
+        EXPECT_EQ(serialize(Element(root)), text);
+        root.number().set("1x");
+        EXPECT_THROW(serialize(root), Exception) << text;
+        root = parse(text);
+        root.number() = Number("0x1");
+        EXPECT_THROW(serialize(root), Exception) << text;
+        root = parse(text);
+        root.number().set(std::numeric_limits<double>::quiet_NaN());
+        EXPECT_THROW(serialize(root), Exception) << text;
+        root.number().set(-1e+20);
+        EXPECT_EQ(serialize(root), "-1e+20");
+    }
+}
+
 TEST(serialize, refuses_what_is_no_utf8_unless_that_is_allowed) {
     Element root;
     ko::Orvid::DomParser().parse(root, "{\"a\":[{\"k\xC3\":1}]}");

@@ -191,6 +191,45 @@ TEST(NumberText, is_the_same_beside_a_string) {
     }
 }
 
+using ko::Orvid::detail::JsonNumber;
+
+TEST(NumberText, that_is_json_is_remembered_as_such) {
+    for (const std::string& text : k_texts) {
+        const std::string_view known =
+            text.size() <= NumberStore::k_capacity ? text : std::string_view();
+        NumberStore store(JsonNumber{text});
+        EXPECT_EQ(store.givenText(), text);
+        EXPECT_EQ(store.jsonText(), known);
+        EXPECT_EQ(store.binary().kind, Number::ebNone);
+        store.keep({0x4000000000000000, Number::ebDouble, true});
+        EXPECT_EQ(store.jsonText(), known);
+        EXPECT_EQ(store.binary().kind, Number::ebDouble);
+        EXPECT_EQ(NumberStore(store).jsonText(), known);
+        EXPECT_EQ(NumberStore(std::move(store)).jsonText(), known);
+        EXPECT_EQ(NumberStore(std::string_view(text)).jsonText(), "");
+    }
+}
+
+TEST(NumberText, that_is_json_is_forgotten_with_the_text) {
+    for (const std::string& text : k_texts) {
+        for (const std::string& other : k_texts) {
+            NumberStore store(JsonNumber{text});
+            store.assign(other, {});
+            EXPECT_EQ(store.jsonText(), "") << text << ' ' << other;
+            NumberStore taken(JsonNumber{text});
+            taken.take(store);
+            EXPECT_EQ(taken.jsonText(), "") << text << ' ' << other;
+        }
+        NumberStore set(JsonNumber{text});
+        set.assign({1, Number::ebULongLong, true});
+        EXPECT_EQ(set.jsonText(), "") << text;
+        const NumberStore derived(JsonNumber{text});
+        derived.keep({1, Number::ebULongLong, true});
+        derived.derive();
+        EXPECT_EQ(derived.jsonText(), "") << text;
+    }
+}
+
 TEST(NumberText, of_a_copy_needs_no_string_of_its_own) {
     for (const std::string& text : k_texts) {
         const NumberStore asked{std::string_view(text)};

@@ -23,6 +23,15 @@ namespace ko::Orvid {
 /// Room for the text of any binary value.
 using NumberBuffer = std::array<char, 32>;
 
+namespace detail {
+
+/// A text that is known to be a JSON number.
+struct JsonNumber {
+    std::string_view text;
+};
+
+}  // namespace detail
+
 /// Both sides of a number. A text was given, and then the binary value is a cache; or the binary
 /// value was set, and then the text is derived from it.
 ///
@@ -34,7 +43,8 @@ using NumberBuffer = std::array<char, 32>;
 /// pointer to the heap text and then the text itself, of up to k_small bytes. A wide text, of up to
 /// k_capacity bytes, fills the place of the pointer too. Then m_word holds either the binary value,
 /// packed, or the pointer, and on the heap there is room for bits and kind. Where there is a heap
-/// text, it is the number's text. What a text in m_bytes leaves free of them is zero.
+/// text, it is the number's text. What a text in m_bytes leaves free of them is zero. In both
+/// layouts m_kind also says whether the text in m_bytes is known to be a JSON number.
 class KO_API NumberStore {
 public:
     /// The kind is a Number::EBinaryType. Without a kind, the bits are those of the binary value
@@ -60,6 +70,12 @@ public:
             constructLong(text, {});
         }
     }
+    /// The same. Remembers where there is room for the text that it is a JSON number.
+    explicit NumberStore(detail::JsonNumber number) : NumberStore(number.text) {
+        if (number.text.size() <= k_capacity) {
+            m_kind.store(k_json, std::memory_order_relaxed);
+        }
+    }
     NumberStore(std::string_view text, const Binary& binary);
     /// Without a given text.
     explicit NumberStore(const Binary& binary) noexcept { layOut(nullptr, binary, k_noText); }
@@ -69,7 +85,7 @@ public:
             const std::uint64_t word = other.m_word.load(std::memory_order_acquire);
             if (heapOf(word) == nullptr) {
                 std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
-                layOutAs(word, 0, other.m_length);
+                layOutAs(word, other.m_kind.load(std::memory_order_relaxed), other.m_length);
                 return;
             }
         } else if (other.heap() == nullptr) {
@@ -110,6 +126,12 @@ public:
         const Heap* const held = heap();
         return held == nullptr ? heldText() : givenOnHeap(held);
     }
+    /// The number's text where it was given as a JSON number; empty where it is another one, or
+    /// where that is not known. Lives until the next change.
+    std::string_view jsonText() const noexcept {
+        const bool isKnown = (m_kind.load(std::memory_order_relaxed) & k_json) != 0;
+        return isKnown && heap() == nullptr ? heldText() : std::string_view();
+    }
     Binary binary() const noexcept {
         if (isWide()) {
             return wideBinary();
@@ -137,7 +159,9 @@ public:
             keepWide(binary);
         } else {
             m_word.store(binary.bits, std::memory_order_relaxed);
-            m_kind.store(kindByte(binary), std::memory_order_release);
+            const unsigned char json = m_kind.load(std::memory_order_relaxed) & k_json;
+            m_kind.store(static_cast<unsigned char>(kindByte(binary) | json),
+                         std::memory_order_release);
         }
     }
 
@@ -159,7 +183,8 @@ private:
     static constexpr std::size_t k_lastWord = k_capacity - sizeof(std::uint64_t);
     static constexpr unsigned char k_noText = 0xFF;
     static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
-    static constexpr unsigned char k_kinds = 0x7F;
+    static constexpr unsigned char k_json = 0x40;   ///< in m_kind
+    static constexpr unsigned char k_kinds = 0x3F;
     static constexpr std::uint64_t k_tag = 3;  ///< in m_word: the packed kind, 0 for a pointer
 
     static void release(Heap* heap) noexcept;
@@ -275,7 +300,7 @@ private:
 
     mutable std::atomic<std::uint64_t> m_word;
     alignas(8) mutable unsigned char m_bytes[k_capacity];
-    mutable std::atomic<unsigned char> m_kind;  ///< of no use in the wide layout
+    mutable std::atomic<unsigned char> m_kind;  ///< in the wide layout only k_json counts
     unsigned char m_length;                     ///< of the text in here; k_noText if none was given
 };
 
