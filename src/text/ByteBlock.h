@@ -131,14 +131,12 @@ public:
     Marks above(unsigned char limit) const noexcept {
         return bits(_mm_cmpgt_epi8(m_bytes, _mm_set1_epi8(static_cast<char>(limit))));
     }
-    /// A first byte in UTF-8 that not every second byte may follow, or none at all.
+    /// A first byte in UTF-8 of two or three that not every second byte may follow, or none at all.
     Marks narrow() const noexcept {
-        const __m128i four = _mm_set1_epi8(static_cast<char>(0xF0));
-        const __m128i isFour = _mm_cmpeq_epi8(_mm_max_epu8(m_bytes, four), m_bytes);
         const __m128i isThree = _mm_or_si128(compare('\xE0'), compare('\xED'));
         const __m128i even = _mm_and_si128(m_bytes, _mm_set1_epi8(static_cast<char>(0xFE)));
         const __m128i isNone = _mm_cmpeq_epi8(even, _mm_set1_epi8(static_cast<char>(0xC0)));
-        return bits(_mm_or_si128(_mm_or_si128(isFour, isThree), isNone));
+        return bits(_mm_or_si128(isThree, isNone));
     }
     Marks equal(char c) const noexcept { return bits(compare(c)); }
     Marks notEqual(char c) const noexcept { return equal(c) ^ k_all; }

@@ -16,7 +16,8 @@ namespace ko::Orvid::text {
 /// Of the `count` bytes at `at`, which lie within the block at `base`, how many are whole valid
 /// characters before one that is cut off. 0 where anything else is wrong.
 template<class Block>
-std::ptrdiff_t wholeUtf8Length(const char* base, const char* at, std::ptrdiff_t count) noexcept {
+[[gnu::always_inline]] inline std::ptrdiff_t wholeUtf8Length(const char* base, const char* at,
+                                                             std::ptrdiff_t count) noexcept {
     constexpr std::ptrdiff_t k_bits = Block::k_length;
     const Block block(base);
     const std::uint64_t all = ~std::uint64_t{0} >> (64 - count);
@@ -34,7 +35,7 @@ std::ptrdiff_t wholeUtf8Length(const char* base, const char* at, std::ptrdiff_t 
     }
     const bool isCut = (expected & ~all) != 0;
     const std::ptrdiff_t length = isCut ? 63 - __builtin_clzll(first) : count;
-    std::uint64_t narrow = marked(block.narrow()) & (all >> (count - length));
+    std::uint64_t narrow = (marked(block.narrow()) | ofFour) & (all >> (count - length));
     while (narrow != 0) {
         if (Utf8Sequence::validLength(at + __builtin_ctzll(narrow), at + length) == 0) {
             return 0;
