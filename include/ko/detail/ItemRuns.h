@@ -63,8 +63,7 @@ public:
         return {m_more.runs[spot.run], spot.begin, 2 * spot.begin};
     }
 
-    /// Room for so many items in the first run. No effect once there was an item. Throws
-    /// std::bad_alloc.
+    /// Room for so many items in the first run, unless there was one. Throws std::bad_alloc.
     void reserve(std::size_t count) {
         if (m_first == nullptr && !m_shape.isLoose && count != 0) {
             openFirst(std::min(count, k_longestFirst));
@@ -89,11 +88,8 @@ public:
         if (position == m_size) {
             return append(std::forward<Arguments>(arguments)...);
         }
-        requireNumber();
         loosen();
-        T& item = m_more.loose->insert(position, std::forward<Arguments>(arguments)...);
-        ++m_size;
-        return item;
+        return addApart(position, std::forward<Arguments>(arguments)...);
     }
 
     /// Removes the last item. Constant cost.
@@ -160,6 +156,7 @@ private:
 
     /// Of a first run whose length is not known: most arrays are empty or shorter.
     static constexpr std::size_t k_firstLength = 2;
+    static constexpr std::uint32_t k_mostItems = std::numeric_limits<std::uint32_t>::max() - 1;
     static constexpr unsigned k_firstBits = 25;
     static constexpr std::size_t k_longestFirst = (std::size_t{1} << k_firstBits) - 1;
     /// How many addresses of further runs m_more.runs has room for, at first and in the end.
@@ -167,10 +164,9 @@ private:
     static constexpr unsigned k_mostRuns = 31;
 
     struct Shape {
-        std::uint32_t firstLength
-            : k_firstBits;         ///< of the first run, in items; 0 where there is none
-        std::uint32_t runs : 5;    ///< how many more there are
-        std::uint32_t isWide : 1;  ///< m_more.runs has room for k_mostRuns
+        std::uint32_t firstLength : k_firstBits;  ///< of the first run, in items; 0 for none
+        std::uint32_t runs : 5;                   ///< how many more there are
+        std::uint32_t isWide : 1;                 ///< m_more.runs has room for k_mostRuns
         std::uint32_t isLoose : 1;
     };
 
@@ -186,8 +182,7 @@ private:
     };
 
     static unsigned width(std::size_t number) noexcept {
-        constexpr unsigned bits = std::numeric_limits<unsigned long long>::digits;
-        return bits - static_cast<unsigned>(__builtin_clzll(number));
+        return 64U - static_cast<unsigned>(__builtin_clzll(number));
     }
 
     Spot spotOf(std::size_t position) const noexcept {
@@ -205,24 +200,36 @@ private:
     /// so adding and removing an item by turns costs no run each time.
     std::size_t leastFor(unsigned runs) const noexcept { return runs < 2 ? 0 : lengthOf(runs - 2); }
 
-    /// Where the first run is full, or there is none.
+    /// Where the first run is full, or there is none. Usual is room in the last one.
     template<class... Arguments>
     [[gnu::noinline]] T& appendFurther(Arguments&&... arguments) {
-        requireNumber();
-        if (m_shape.isLoose) {
-            T& item = m_more.loose->insert(m_size, std::forward<Arguments>(arguments)...);
+        if (T* const place = m_shape.runs == 0 ? nullptr : placeInLastRun()) {
+            T* const item = new (place) T(std::forward<Arguments>(arguments)...);
             ++m_size;
-            return item;
+            return *item;
         }
-        T* const item = new (room()) T(std::forward<Arguments>(arguments)...);
-        ++m_size;
-        return *item;
+        return addApart(m_size, std::forward<Arguments>(arguments)...);
     }
 
-    void requireNumber() const {
-        if (m_size >= std::numeric_limits<std::uint32_t>::max() - 1) {
+    /// Null where the run is full, or is not the one to be filled.
+    T* placeInLastRun() const noexcept {
+        const unsigned last = m_shape.runs - 1U;
+        const std::size_t position = m_size - lengthOf(last);
+        return position < lengthOf(last) && m_size < k_mostItems ? m_more.runs[last] + position
+                                                                 : nullptr;
+    }
+
+    /// At the end, or anywhere among loose items.
+    template<class... Arguments>
+    [[gnu::noinline]] T& addApart(std::size_t position, Arguments&&... arguments) {
+        if (m_size >= k_mostItems) {
             throw std::length_error("IndexList: too many items");
         }
+        T& item = m_shape.isLoose
+                      ? m_more.loose->insert(position, std::forward<Arguments>(arguments)...)
+                      : *new (room()) T(std::forward<Arguments>(arguments)...);
+        ++m_size;
+        return item;
     }
 
     void openFirst(std::size_t length) {

@@ -106,6 +106,30 @@ TEST(IndexList, items_keep_their_addresses_while_others_come_and_go) {
     EXPECT_EQ(*middle, 1);
 }
 
+// The run that is filled next is not always the last one.
+TEST(IndexList, items_are_added_in_order_after_any_number_was_removed_from_the_end) {
+    constexpr int k_most = 40;
+    for (int first = 0; first <= k_most; ++first) {
+        for (int left = 0; left <= first; ++left) {
+            Numbers list;
+            Values expected;
+            for (int i = 0; i < first; ++i) {
+                list.push_back(i);
+            }
+            while (list.size() > static_cast<std::size_t>(left)) {
+                list.pop_back();
+            }
+            for (int i = left; i < k_most; ++i) {
+                list.push_back(i);
+            }
+            for (int i = 0; i < k_most; ++i) {
+                expected.push_back(i);
+            }
+            ASSERT_EQ(itemsOf(list), expected) << first << ' ' << left;
+        }
+    }
+}
+
 TEST(IndexList, push_back_takes_an_item_of_its_own) {
     Numbers list;
     fill(list, {5, 6});
