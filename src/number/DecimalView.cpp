@@ -13,6 +13,8 @@
 #include <limits>
 #include <system_error>
 
+#include "core/HashMix.h"
+
 namespace ko::Orvid {
 
 namespace {
@@ -66,22 +68,6 @@ DecimalPower powerOf(std::string_view exponent, bool isNegative, long long shift
         power.value = 0;
     }
     return power;
-}
-
-std::size_t mixed(std::size_t hash, std::size_t value) {
-    // The multiplier spreads every bit: 2^64 divided by the golden ratio.
-    constexpr auto multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
-    hash = (hash ^ value) * multiplier;
-    return hash ^ hash >> (sizeof hash * 4);
-}
-
-/// All 64 bits, also where std::size_t has fewer.
-std::size_t mixedWhole(std::size_t hash, unsigned long long value) {
-    hash = mixed(hash, static_cast<std::size_t>(value));
-    if constexpr (sizeof hash < sizeof value) {
-        hash = mixed(hash, static_cast<std::size_t>(value >> 32U));
-    }
-    return hash;
 }
 
 /// Of a value that is no integer of few digits, and whose significant digits, without zeros around
@@ -200,10 +186,6 @@ int DecimalView::compare(const DecimalView& other) const noexcept {
     }
     const int byPower = m_power.compare(other.m_power);
     return sign * (byPower != 0 ? byPower : compareDigits(other));
-}
-
-std::size_t DecimalView::hashOf(long long value) noexcept {
-    return mixedWhole(0, static_cast<unsigned long long>(value));
 }
 
 std::size_t DecimalView::hash() const {

@@ -5,8 +5,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "core/HashMix.h"
 
 namespace ko::Orvid {
 
@@ -48,7 +51,9 @@ public:
     /// The most digits of which every number is within 64 bits.
     static constexpr long long k_fewDigits = 18;
     /// The hash of a whole number of up to k_fewDigits digits.
-    static std::size_t hashOf(long long value) noexcept;
+    static std::size_t hashOf(long long value) noexcept {
+        return mixedWhole(0, static_cast<std::uint64_t>(value));
+    }
 
 private:
     enum class Rank { below, number, above, notANumber, text };

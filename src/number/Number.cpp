@@ -68,27 +68,6 @@ Number::EBinaryType kindOf(std::string_view text) {
     return !text.empty() && text.front() == '-' ? Number::ebLongLong : Number::ebULongLong;
 }
 
-/// Makes the text of that binary value, to which a given text converts, the number's text. Some are
-/// kept only beside a heap text.
-void derive(const NumberStore& store, const Binary& value) {
-    static_cast<void>(store.string());
-    store.keep(value);
-    store.derive();
-}
-
-/// Takes over a text that another one, derived from the binary value, has taken the place of.
-/// Throws std::bad_alloc, leaving everything unchanged.
-void setReplaced(NumberStore& store, const NumberStore& other) {
-    NumberStore former(store);
-    store.assign(other.givenText(), other.binary());
-    try {
-        derive(store, other.binary());
-    } catch (...) {
-        store.take(former);
-        throw;
-    }
-}
-
 }  // namespace
 
 const Number::Limits Number::k_limits = {};
@@ -193,7 +172,7 @@ void Number::set(const Number& other) {
     if (!other.m_store.hasGivenText()) {
         m_store.assign(other.m_store.binary());
     } else if (other.m_store.hasHeapText() && other.toString() != other.m_store.givenText()) {
-        setReplaced(m_store, other.m_store);
+        m_store.assignDerived(other.m_store.givenText(), other.m_store.binary());
     } else {
         m_store.assign(other.m_store.givenText(), other.m_store.binary());
     }
@@ -252,7 +231,7 @@ void Number::syncToString() const {
         Binary value = probe.m_store.binary();
         const bool isConverted = probe.convertGivenText(value) == Refusal::none;
         if (isConverted && probe.m_store.binary().kind == ebNone) {
-            return derive(m_store, value);
+            return m_store.derive(value);
         }
     }
     m_store.derive();

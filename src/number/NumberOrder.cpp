@@ -23,6 +23,20 @@ bool isSmallInteger(const NumberStore::Binary& binary) noexcept {
            (binary.kind == Number::ebLongLong && value > -beyond && value < beyond);
 }
 
+/// Of what is no small integer. Not compiled into its callers, which would save registers for it.
+[[gnu::noinline]] std::size_t hashOfOther(std::string_view text) {
+    return DecimalView(text).hash();
+}
+
+/// The text was not given.
+[[gnu::noinline]] std::size_t hashOfBinary(const NumberStore::Binary& binary) {
+    if (isSmallInteger(binary)) {
+        return DecimalView::hashOf(signedOf(binary));
+    }
+    NumberBuffer buffer;
+    return hashOfOther(exactText(binary, buffer));
+}
+
 }  // namespace
 
 std::string_view Number::exactTextIn(NumberBuffer& buffer) const noexcept {
@@ -60,15 +74,10 @@ DecNumber Number::decimal() const {
 std::size_t std::hash<ko::Orvid::Number>::operator()(const ko::Orvid::Number& number) const {
     using namespace ko::Orvid;
     const NumberStore& store = number.m_store;
-    NumberBuffer buffer;
-    std::string_view text;
-    if (store.hasGivenText()) {
-        text = store.givenText();
-    } else if (isSmallInteger(store.binary())) {
-        return DecimalView::hashOf(signedOf(store.binary()));
-    } else {
-        text = exactText(store.binary(), buffer);
+    if (!store.hasGivenText()) {
+        return hashOfBinary(store.binary());
     }
+    const std::string_view text = store.givenText();
     SmallInteger small;
-    return small.read(text) ? DecimalView::hashOf(small.value()) : DecimalView(text).hash();
+    return small.read(text) ? DecimalView::hashOf(small.value()) : hashOfOther(text);
 }

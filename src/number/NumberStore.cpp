@@ -6,29 +6,12 @@
 
 #include <ko/Orvid/Number.h>
 
+#include <memory>
 #include <utility>
 
 #include "number/NumberText.h"
 
 namespace ko::Orvid {
-
-struct NumberStore::Heap {
-    Heap(std::string_view content, bool derived, Heap* before)
-        : text(content), former(before), isDerived(derived) {}
-
-    void keep(const Binary& binary) noexcept {
-        bits.store(binary.bits, std::memory_order_relaxed);
-        kind.store(kindByte(binary), std::memory_order_release);
-    }
-
-    std::string text;
-    Heap* former;  ///< what was handed out before this text took its place
-    // Of the wide layout, which has no other place for them.
-    std::atomic<std::uint64_t> bits{0};
-    std::atomic<unsigned char> kind{0};
-    bool isDerived;
-    bool isLost = false;  ///< empty for want of memory
-};
 
 namespace {
 
@@ -168,9 +151,7 @@ void NumberStore::constructLike(const NumberStore& other) {
         made.m_length = k_noText;
     } else if (const Heap* const held = other.heap();
                held != nullptr && held->isDerived && !held->isLost) {
-        static_cast<void>(made.string());  // beside a heap text there is room for any value
-        made.keep(binary);
-        made.derive();
+        made.replaceText(binary);
     }
     steal(made);
 }
@@ -191,19 +172,34 @@ void NumberStore::steal(NumberStore& other) noexcept {
     other.layOut(nullptr, {}, k_noText);
 }
 
-/// The number's text is on the heap from now on, where it was assigned already.
-void NumberStore::useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept {
-    release(std::exchange(heap.former, nullptr));
-    heap.isDerived = isDerived;
-    heap.isLost = false;
-    layOut(&heap, binary, isDerived ? k_noText : 0);
+/// The string that stays as long as the number does.
+NumberStore::Heap* NumberStore::keptHeap() const noexcept {
+    Heap* kept = heap();
+    while (kept != nullptr && !kept->isKept) {
+        kept = kept->former;
+    }
+    return kept;
+}
+
+/// The number's text is there from now on, where it was assigned already, and there alone.
+void NumberStore::useHeap(Heap& kept, const Binary& binary, bool isDerived) noexcept {
+    Heap* next = heap();
+    while (next != nullptr) {
+        Heap* const held = std::exchange(next, next->former);
+        if (held != &kept) {
+            delete held;
+        }
+    }
+    kept.former = nullptr;
+    kept.isDerived = isDerived;
+    kept.isLost = false;
+    layOut(&kept, binary, isDerived ? k_noText : 0);
 }
 
 void NumberStore::assign(std::string_view text, const Binary& binary) {
-    if (Heap* const held = heap()) {
-        const Binary kept = binary;
-        held->text.assign(text);
-        useHeap(*held, kept, false);
+    if (Heap* const kept = keptHeap()) {
+        kept->text.assign(text);
+        useHeap(*kept, binary, false);
     } else {
         NumberStore made(text, binary);
         steal(made);
@@ -211,56 +207,138 @@ void NumberStore::assign(std::string_view text, const Binary& binary) {
 }
 
 void NumberStore::assign(const Binary& binary) {
-    if (Heap* const held = heap()) {
+    if (Heap* const kept = keptHeap()) {
         NumberBuffer buffer;
-        held->text.assign(derivedText(binary, buffer));
-        useHeap(*held, binary, true);
+        kept->text.assign(derivedText(binary, buffer));
+        useHeap(*kept, binary, true);
     } else {
         layOut(nullptr, binary, k_noText);
     }
 }
 
+void NumberStore::assignDerived(std::string_view given, const Binary& binary) {
+    Heap* const kept = keptHeap();
+    if (kept == nullptr) {
+        NumberStore made(given, binary);
+        made.replaceText(binary);
+        return steal(made);
+    }
+    auto beside = std::make_unique<Heap>(given, false, nullptr);
+    NumberBuffer buffer;
+    kept->text.assign(derivedText(binary, buffer));
+    useHeap(*kept, binary, true);
+    putBeside(*kept, beside.release());
+}
+
+/// Of a store that nobody else has seen: the string with the derived text is its first one.
+void NumberStore::replaceText(const Binary& binary) {
+    NumberBuffer buffer;
+    auto* const kept = new Heap(derivedText(binary, buffer), true, nullptr);
+    kept->keep(binary);
+    if (Heap* const given = heap()) {
+        putBeside(*kept, given);
+    }
+    if (isWide()) {
+        m_word.store(wordOf(*kept), std::memory_order_relaxed);
+    } else {
+        pointer().store(kept, std::memory_order_relaxed);
+    }
+}
+
+// Beside a heap text there is room for any binary value.
+void NumberStore::derive(const Binary& binary) const {
+    static_cast<void>(string());
+    keep(binary);
+    derive();
+}
+
+/// The derived text is in `kept`, and `given` holds the one that was given; null for an empty one.
+void NumberStore::putBeside(Heap& kept, Heap* given) noexcept {
+    if (given != nullptr) {
+        given->isKept = false;
+        given->isDerived = false;
+        given->former = nullptr;
+    }
+    kept.former = given;
+    m_length = 0;
+}
+
 void NumberStore::take(NumberStore& other) noexcept {
-    Heap* const held = heap();
-    if (held == nullptr) {
+    Heap* const kept = keptHeap();
+    Heap* const theirs = other.heap();
+    if (kept == nullptr) {
         steal(other);
-        return;
+    } else if (theirs == nullptr || theirs->text.empty()) {
+        takeWithoutString(*kept, other);
+    } else {
+        takeString(*kept, *theirs, other);
     }
-    const bool isGiven = other.hasGivenText();
-    Heap* theirs = other.heap();
-    while (isGiven && theirs != nullptr && theirs->isDerived) {
-        theirs = theirs->former;
-    }
-    if (theirs != nullptr && !theirs->text.empty()) {
-        held->text.swap(theirs->text);
-        useHeap(*held, other.binary(), !isGiven);
-        return;
-    }
+}
+
+void NumberStore::takeWithoutString(Heap& kept, const NumberStore& other) noexcept {
     try {
-        if (isGiven) {
+        if (other.hasGivenText()) {
             assign(other.heldText(), other.binary());
         } else {
             assign(other.binary());
         }
     } catch (const std::bad_alloc&) {
-        takeBeside(*held, other);
+        // There is no memory for a text in `kept`, which is empty from now on: string() makes
+        // another one.
+        kept.text.clear();
+        takeBytes(kept, other);
+        kept.isLost = true;
     }
 }
 
-/// There is no memory for a text in `held`, which is empty from now on: string() makes another one.
-void NumberStore::takeBeside(Heap& held, const NumberStore& other) noexcept {
+/// `theirs` holds the other number's text, given or derived.
+void NumberStore::takeString(Heap& kept, Heap& theirs, NumberStore& other) noexcept {
+    kept.text.swap(theirs.text);
+    if (!theirs.isDerived || !other.hasGivenText()) {
+        useHeap(kept, other.binary(), theirs.isDerived);
+    } else if (other.m_length != 0) {
+        takeBytes(kept, other);
+    } else {
+        const Binary binary = other.binary();
+        Heap* const given = other.takeGiven();
+        useHeap(kept, binary, true);
+        putBeside(kept, given);
+    }
+}
+
+/// What is in m_bytes comes to be beside `kept`.
+void NumberStore::takeBytes(Heap& kept, const NumberStore& other) noexcept {
     const Binary binary = other.binary();
-    held.text.clear();
-    useHeap(held, binary, true);
-    held.isLost = true;
+    useHeap(kept, binary, true);
     m_length = other.m_length;
     if (isWide()) {
         std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
-        held.keep(binary);
-        m_word.store(wordOf(held), std::memory_order_relaxed);
+        kept.keep(binary);
+        m_word.store(wordOf(kept), std::memory_order_relaxed);
     } else {
         std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
     }
+}
+
+/// Takes a string with the given text out of those on the heap, of which a derived one is the
+/// first. The one that is kept stays. Null if there is none, since the given text is empty.
+NumberStore::Heap* NumberStore::takeGiven() noexcept {
+    Heap* const first = heap();
+    Heap* before = first;
+    while (before->former != nullptr && before->former->isDerived) {
+        before = before->former;
+    }
+    Heap* const given = before->former;
+    if (given == nullptr) {
+        return nullptr;
+    }
+    if (!given->isKept) {
+        before->former = given->former;
+        return given;
+    }
+    first->text.swap(given->text);
+    pointer().store(first->former, std::memory_order_relaxed);
+    return first;
 }
 
 NumberStore::Binary NumberStore::wideBinary() const noexcept {
@@ -288,7 +366,8 @@ void NumberStore::keepWide(const Binary& binary) const noexcept {
 }
 
 /// Takes the binary value along, whose place the pointer takes.
-bool NumberStore::publishWide(Heap& made, Heap* former) const noexcept {
+inline bool NumberStore::publishWide(Heap& made) const noexcept {
+    Heap* const former = made.former;
     std::uint64_t word = m_word.load(std::memory_order_acquire);
     while (heapOf(word) == former) {
         if (word != 0) {
@@ -302,19 +381,17 @@ bool NumberStore::publishWide(Heap& made, Heap* former) const noexcept {
     return false;
 }
 
-/// Null if another thread came first.
-inline const std::string* NumberStore::publish(std::string_view text, bool isDerived,
-                                               Heap* former) const {
-    Heap* const made = new Heap(text, isDerived, former);
+/// In the place of the one before it. Returns whether no other thread came first; then it is gone.
+inline bool NumberStore::publish(Heap* made) const noexcept {
+    Heap* former = made->former;
     const bool isPublished =
-        isWide() ? publishWide(*made, former)
+        isWide() ? publishWide(*made)
                  : pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
                                                      std::memory_order_acquire);
     if (!isPublished) {
         delete made;
-        return nullptr;
     }
-    return &made->text;
+    return isPublished;
 }
 
 /// Whether the heap text is the number's. One that was given empty gives way to a derived one as
@@ -324,23 +401,35 @@ bool NumberStore::isCurrent(const Heap& held) const noexcept {
            (!held.isLost && (held.isDerived || binary().kind == Number::ebNone));
 }
 
-const std::string& NumberStore::string() const {
-    const Heap* const held = heap();
-    if (held == nullptr) {
-        return firstString();
+// What is asked for most: the first string of a text in here, which takes one request for memory,
+// and a second one for a wide text. They are kept free of whatever is rare.
+
+[[gnu::noinline]] const std::string& NumberStore::copySmall() const {
+    auto* const made = new Heap(m_bytes + k_textOffset, RoomFor<k_small>{m_length});
+    Heap* former = nullptr;
+    if (pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
+                                          std::memory_order_acquire)) {
+        return made->text;
     }
-    return held->text.empty() ? makeString() : held->text;
+    return publishedAfterAll(made);
 }
 
-/// Most often a copy of a text in here. Not compiled into string(), which would save registers for
-/// its calls then.
-[[gnu::noinline]] const std::string& NumberStore::firstString() const {
-    if (const std::string_view given = heldText(); !given.empty()) {
-        if (const std::string* const made = publish(given, false, nullptr)) {
-            return *made;
-        }
+[[gnu::noinline]] const std::string& NumberStore::copyWide() const {
+    if (m_length == k_inString) {
+        return makeString();  // where one request is enough
     }
-    return makeString();
+    auto* const made = new Heap(m_bytes, RoomFor<k_capacity>{m_length});
+    std::uint64_t word = 0;
+    if (m_word.compare_exchange_strong(word, wordOf(*made), std::memory_order_acq_rel,
+                                       std::memory_order_acquire)) {
+        return made->text;
+    }
+    return publishedAfterAll(made);
+}
+
+/// There is a binary value, or another thread came first.
+[[gnu::noinline]] const std::string& NumberStore::publishedAfterAll(Heap* made) const {
+    return publish(made) ? made->text : makeString();
 }
 
 const std::string& NumberStore::makeString() const {
@@ -350,20 +439,19 @@ const std::string& NumberStore::makeString() const {
             return held->text;
         }
         const std::string_view given = held == nullptr ? heldText() : givenOnHeap(held);
-        const std::string* const made =
-            given.empty() ? publishDerived(held) : publish(given, false, held);
-        if (made != nullptr) {
-            return *made;
+        Heap* const made = given.empty() ? newDerived(held) : new Heap(given, false, held);
+        if (publish(made)) {
+            return made->text;
         }
     }
 }
 
 /// There is no given text, or an empty one.
-const std::string* NumberStore::publishDerived(Heap* former) const {
+NumberStore::Heap* NumberStore::newDerived(Heap* former) const {
     NumberBuffer buffer;
     const Binary value = binary();
     const bool isDerived = value.kind != Number::ebNone || !hasGivenText();
-    return publish(derivedText(value, buffer), isDerived, former);
+    return new Heap(derivedText(value, buffer), isDerived, former);
 }
 
 std::string_view NumberStore::textIn(NumberBuffer& buffer) const noexcept {
@@ -381,7 +469,7 @@ void NumberStore::derive() const {
     for (;;) {
         Heap* const held = heap();
         const std::string_view derived = derivedText(binary(), derivedBuffer);
-        if (textIn(buffer) == derived || publish(derived, true, held) != nullptr) {
+        if (textIn(buffer) == derived || publish(new Heap(derived, true, held))) {
             return;
         }
     }

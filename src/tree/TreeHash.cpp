@@ -6,24 +6,15 @@
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/Object.h>
 
-#include <string>
 #include <variant>
 #include <vector>
 
+#include "core/HashMix.h"
 #include "tree/Tree.h"
 
 namespace ko::Orvid {
 
 namespace {
-
-std::size_t mixed(std::size_t hash, std::size_t value) {
-    // The multiplier spreads every bit: 2^64 divided by the golden ratio.
-    constexpr auto multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
-    hash = (hash ^ value) * multiplier;
-    return hash ^ hash >> (sizeof hash * 4);
-}
-
-std::size_t hashOf(const std::string& text) { return std::hash<std::string>()(text); }
 
 /// An array on the way, with the hash of the items so far.
 struct OpenItems {
@@ -52,7 +43,7 @@ struct OpenMembers {
 
     const Element& front() const { return next->second; }
     void add(std::size_t value) {
-        hash += mixed(mixed(1, hashOf(next->first)), value);
+        hash += mixed(mixed(1, hashOfText(next->first)), value);
         ++next;
     }
 
@@ -65,16 +56,16 @@ std::size_t typed(EType type, std::size_t hash) {
     return mixed(mixed(0, static_cast<std::size_t>(type) + 2), hash);
 }
 
-std::size_t hashOfScalar(const Element& element) {
-    switch (element.type()) {
+std::size_t hashOfScalar(const Element::SData& data) {
+    switch (data.type) {
         case etBoolean:
-            return typed(etBoolean, element.boolean() ? 1 : 0);
+            return typed(etBoolean, data.value.boolean ? 1 : 0);
         case etNumber:
-            return typed(etNumber, std::hash<Number>()(element.number()));
+            return typed(etNumber, std::hash<Number>()(*data.value.number));
         case etString:
-            return typed(etString, hashOf(element.string()));
+            return typed(etString, hashOfText(*data.value.string));
         default:
-            return typed(element.type(), 0);
+            return typed(data.type, 0);
     }
 }
 
@@ -82,7 +73,7 @@ class TreeHash {
 public:
     std::size_t of(const Element& root) {
         if (!isContainer(root.data())) {
-            return hashOfScalar(root);
+            return hashOfScalar(root.data());
         }
         open(root);
         std::size_t result = 0;
@@ -105,7 +96,8 @@ private:
     /// `result`, which its parent takes.
     template<class Container>
     void step(Container& container, std::size_t& result) {
-        for (; container.next != container.end; container.add(hashOfScalar(container.front()))) {
+        for (; container.next != container.end;
+             container.add(hashOfScalar(container.front().data()))) {
             if (isContainer(container.front().data())) {
                 return open(container.front());
             }

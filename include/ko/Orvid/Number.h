@@ -92,8 +92,9 @@ public:
     Number(Number&& other) noexcept;
     /// As set(const Number&).
     Number& operator=(const Number& other);
-    /// Where memory is refused, the value is taken over all the same, but what toString() had
-    /// returned of this number is left empty, and is to be asked for again.
+    /// Takes both sides over; `other` is zero afterwards. Where memory is refused, that is so all
+    /// the same, but what toString() had returned of this number is left empty until the next
+    /// change, and is to be asked for again. Linear in the length of the text.
     Number& operator=(Number&& other) noexcept;
     ~Number() = default;
     template<class T, class = std::enable_if_t<k_isArithmetic<T>>>
@@ -169,10 +170,14 @@ public:
     /// does. Linear in the length of the text the first time, then O(1).
     EBinaryType type() const;
 
-    /// The text; a double that was set has six significant digits. The reference lives as long as
-    /// the number does, or until it is moved from or swapped; what is set afterwards is to be seen
-    /// there. The first call makes a copy on the heap. toWString() returns another copy. Throw
-    /// std::bad_alloc.
+    /// The text; a double that was set has six significant digits. The first call makes a copy on
+    /// the heap, and the reference to it stays as long as the number lives: whatever is set
+    /// afterwards is to be seen there. There are three times at which another string is returned,
+    /// which is gone with the next change, when the first one shows the text again: after a
+    /// syncToString() that made another text; after a move to this number for which memory was
+    /// refused; and once an empty text was converted. A number that is moved from may give its
+    /// strings to the one that it is moved to, and numbers that are swapped exchange them:
+    /// a reference is valid as long as both live. Throws std::bad_alloc.
     const std::string& toString() const;
     /// The same, until the next change, without a copy on the heap where a text was given.
     std::string_view textView() const;
@@ -181,6 +186,7 @@ public:
     /// The text that stands for the value: the one that was given or, written into `buffer`, the
     /// shortest one. Needs no memory.
     std::string_view exactTextIn(NumberBuffer& buffer) const noexcept;
+    /// A copy of the text. Throws std::bad_alloc.
     std::wstring toWString() const;
     std::ostream& writeAt(std::ostream& out) const;
     std::wostream& writeAt(std::wostream& out) const;

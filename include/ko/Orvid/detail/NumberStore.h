@@ -107,16 +107,19 @@ public:
         }
     }
 
-    // The heap text, once there is one, stays the same object in all of these.
+    // The heap text that was made first stays the same object in all of these, and has the number's
+    // text afterwards.
 
     ///@{
     /// `text` may lie within the present one. Without a heap text, a binary value needs no memory.
     /// Throw std::bad_alloc, leaving everything unchanged.
     void assign(std::string_view text, const Binary& binary);
     void assign(const Binary& binary);
+    /// Assigns both, and makes the text that is derived from the binary value the number's text.
+    void assignDerived(std::string_view given, const Binary& binary);
     ///@}
     /// Takes over what the other holds, which is left with any value. Where memory is refused, the
-    /// heap text is left empty, and string() returns another one.
+    /// heap text is left empty, and string() returns another one until the next change.
     void take(NumberStore& other) noexcept;
 
     bool hasGivenText() const noexcept { return m_length != k_noText; }
@@ -167,19 +170,63 @@ public:
 
     /// The number's text: the given one or, where that is missing or empty, the one derived from
     /// the binary value, if that has a kind. Throws std::bad_alloc.
-    const std::string& string() const;
+    const std::string& string() const {
+        if (isWide()) {
+            const Heap* const held = heapOf(m_word.load(std::memory_order_acquire));
+            return held == nullptr ? copyWide() : textOf(*held);
+        }
+        const Heap* const held = pointer().load(std::memory_order_acquire);
+        if (held != nullptr) {
+            return textOf(*held);
+        }
+        return m_length - 1U < k_small ? copySmall() : makeString();
+    }
     /// The same where it is, or in `buffer`.
     std::string_view textIn(NumberBuffer& buffer) const noexcept;
     /// Makes the text that is derived from the binary value the number's text, even where another
     /// one was given; that remains givenText(). Throws std::bad_alloc.
     void derive() const;
+    /// The same after keeping the binary value, to which the given text converts.
+    void derive(const Binary& binary) const;
 
 private:
-    struct Heap;
+    template<std::size_t room>
+    struct RoomFor {
+        const unsigned char& length;
+    };
+    struct Heap {
+        Heap(std::string_view content, bool derived, Heap* before)
+            : text(content), former(before), isDerived(derived), isKept(before == nullptr) {}
+        /// The first one, of a given text that is in the store. All bytes that may be the text's
+        /// are copied, since their number is known when this is compiled.
+        template<std::size_t room>
+        Heap(const unsigned char* bytes, RoomFor<room> content)
+            : text(reinterpret_cast<const char*>(bytes), room) {
+            if (text.size() < content.length) {
+                __builtin_unreachable();  // so that erase() need not check
+            }
+            text.erase(content.length);
+        }
+
+        void keep(const Binary& binary) noexcept {
+            bits.store(binary.bits, std::memory_order_relaxed);
+            kind.store(kindByte(binary), std::memory_order_release);
+        }
+
+        std::string text;
+        Heap* former = nullptr;  ///< what was handed out before this text took its place
+        // Of the wide layout, which has no other place for them.
+        std::atomic<std::uint64_t> bits{0};
+        std::atomic<unsigned char> kind{0};
+        bool isDerived = false;
+        bool isLost = false;  ///< empty for want of memory
+        bool isKept = true;   ///< for as long as the number lives
+    };
     using HeapPointer = std::atomic<Heap*>;
 
     static constexpr std::size_t k_textOffset = 8;
     static constexpr std::size_t k_small = k_capacity - k_textOffset;
+    static constexpr std::size_t k_inString = 15;  ///< bytes that need no memory in a std::string
     static constexpr std::size_t k_lastWord = k_capacity - sizeof(std::uint64_t);
     static constexpr unsigned char k_noText = 0xFF;
     static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
@@ -287,16 +334,27 @@ private:
     void constructLong(std::string_view text, const Binary& binary);
     void constructLike(const NumberStore& other);
     void steal(NumberStore& other) noexcept;
-    void takeBeside(Heap& held, const NumberStore& other) noexcept;
-    void useHeap(Heap& heap, const Binary& binary, bool isDerived) noexcept;
+    void takeWithoutString(Heap& kept, const NumberStore& other) noexcept;
+    void takeString(Heap& kept, Heap& theirs, NumberStore& other) noexcept;
+    void takeBytes(Heap& kept, const NumberStore& other) noexcept;
+    Heap* takeGiven() noexcept;
+    Heap* keptHeap() const noexcept;
+    void putBeside(Heap& kept, Heap* given) noexcept;
+    void replaceText(const Binary& binary);
+    void useHeap(Heap& kept, const Binary& binary, bool isDerived) noexcept;
     Binary wideBinary() const noexcept;
     void keepWide(const Binary& binary) const noexcept;
     bool isCurrent(const Heap& held) const noexcept;
-    const std::string& firstString() const;
+    const std::string& textOf(const Heap& held) const {
+        return held.text.empty() ? makeString() : held.text;
+    }
+    const std::string& copySmall() const;
+    const std::string& copyWide() const;
+    const std::string& publishedAfterAll(Heap* made) const;
     const std::string& makeString() const;
-    const std::string* publishDerived(Heap* former) const;
-    const std::string* publish(std::string_view text, bool isDerived, Heap* former) const;
-    bool publishWide(Heap& made, Heap* former) const noexcept;
+    Heap* newDerived(Heap* former) const;
+    bool publish(Heap* made) const noexcept;
+    bool publishWide(Heap& made) const noexcept;
 
     mutable std::atomic<std::uint64_t> m_word;
     alignas(8) mutable unsigned char m_bytes[k_capacity];
