@@ -12,11 +12,12 @@
 
 namespace ko::Orvid {
 
+/// Spreads every bit: 2^64 divided by the golden ratio.
+constexpr auto k_multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
+
 /// Different for different values, with the same `hash` before.
 inline std::size_t mixed(std::size_t hash, std::size_t value) noexcept {
-    // The multiplier spreads every bit: 2^64 divided by the golden ratio.
-    constexpr auto multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
-    hash = (hash ^ value) * multiplier;
+    hash = (hash ^ value) * k_multiplier;
     return hash ^ hash >> (sizeof hash * 4);
 }
 
@@ -53,7 +54,7 @@ inline std::uint64_t shortWord(const char* bytes, std::size_t length) noexcept {
 inline std::size_t hashOfText(std::string_view text) noexcept {
     const char* next = text.data();
     std::size_t left = text.size();
-    std::size_t hash = left;
+    std::size_t hash = left * k_multiplier;  // a length must not make up for a byte
     for (std::uint64_t word = 0; left > sizeof word; left -= sizeof word, next += sizeof word) {
         std::memcpy(&word, next, sizeof word);
         hash = mixedWhole(hash, word);
