@@ -87,8 +87,7 @@ public:
         if (m_name == "add") {
             add(path, value());
         } else if (m_name == "remove") {
-            Element removed = take(path);
-            m_target.discard(removed);
+            remove(path);
         } else if (m_name == "replace") {
             replace(path);
         } else if (m_name == "move") {
@@ -157,7 +156,17 @@ private:
         const Element& element = put(pointer, copied);
         if (m_moves != nullptr && !isThere) {
             m_moves->add(element);
+            m_moves->mixUp(element.parent(), element);
         }
+    }
+
+    void remove(const JsonPointer& pointer) {
+        Element removed = take(pointer);
+        if (m_moves != nullptr) {
+            m_target.closeWithin(removed);
+            m_moves->mixUp(&at(above(pointer)), removed);
+        }
+        m_target.discard(removed);
     }
 
     void noteNew(const Element& copied) {
@@ -220,7 +229,13 @@ private:
         Element replacement;
         copyValue(replacement, value());
         noteNew(replacement);
-        m_target.replace(at(pointer), replacement);
+        Element& element = at(pointer);
+        if (m_moves != nullptr) {
+            m_target.closeWithin(element);
+            m_moves->mixUp(element.parent(), element);
+            m_moves->mixUp(element.parent(), replacement);
+        }
+        m_target.replace(element, replacement);
     }
 
     void move(const JsonPointer& pointer) {
@@ -282,14 +297,6 @@ private:
     std::string m_path;
 };
 
-bool hasMove(const Element& patch) {
-    const auto& operations = patch.array();
-    return std::any_of(operations.begin(), operations.end(), [](const Element& operation) {
-        const Element* const name = operation.member("op");
-        return name != nullptr && name->isString() && name->string() == "move";
-    });
-}
-
 /// Says that it is the patch, and not the document, that has another type.
 class PatchTypeException : public TypeException<EType> {
 public:
@@ -323,9 +330,7 @@ void applyPatch(Element& target, const Element& patch, const PatchOptions& optio
         std::optional<PatchMoves> moves;
         if (options.moved != nullptr) {
             options.moved->clear();
-            if (hasMove(before.get())) {
-                moves.emplace(target);
-            }
+            moves.emplace(target);
         }
         PatchMoves* const noted = moves ? &*moves : nullptr;
         PatchTarget changed(target, noted);

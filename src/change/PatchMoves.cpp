@@ -63,6 +63,26 @@ void PatchMoves::keep(const Element* container) {
     }
 }
 
+void PatchMoves::mixUp(const Element* container, const Element& value) {
+    if (container != nullptr && container->isArray()) {
+        m_hashes[&container->array()].insert(std::hash<Element>()(value));
+    }
+}
+
+void PatchMoves::keepMixedUp(const Element& root) {
+    forEachElement(root, [this](const Element& element) {
+        const auto found = element.isArray() ? m_hashes.find(&element.array()) : m_hashes.end();
+        if (found == m_hashes.end()) {
+            return;
+        }
+        for (const Element& item : element.array()) {
+            if (found->second.count(std::hash<Element>()(item)) > 0) {
+                keep(&item);
+            }
+        }
+    });
+}
+
 const Element* PatchMoves::originOf(const Element& element) const { return at(element).element; }
 
 void PatchMoves::reorder(const std::vector<const Element*>& from, const Element::TArray& array) {
@@ -77,7 +97,8 @@ void PatchMoves::reorder(const std::vector<const Element*>& from, const Element:
     }
 }
 
-MovedPlaces PatchMoves::places(const Element& former, const Element& root) const {
+MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
+    keepMixedUp(root);
     std::unordered_map<const Element*, const Element*> nowByFirst;
     forEachElement(root, [&](const Element& element) {
         const Origin origin = at(element);

@@ -233,5 +233,56 @@ TEST(KeepsKnownMoves, gives_the_first_bytes_when_items_are_moved_there_and_back)
     EXPECT_GT(count, 300U);
 }
 
+bool isItem(Dom& dom, const JsonPointer& place) { return place.get(*dom).parent()->isArray(); }
+
+TEST(KeepsKnownMoves, removes_with_an_item_its_own_comments_alone) {
+    unsigned count = 0;
+    forEachSubject([&](Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = Dom::parse(subject.document.text);
+            const std::string place = pointerTo(value).str();
+            const std::string text = patched(dom, R"({"op":"remove","path":")" + place + R"("})");
+            EXPECT_EQ(CommentedJson::commentsIn(text), commentsWithout(subject, value))
+                << place << "\n"
+                << text;
+            ++count;
+        }
+    });
+    EXPECT_GT(count, 800U);
+}
+
+TEST(KeepsKnownMoves, gives_an_item_that_is_added_no_comments_of_its_equals) {
+    unsigned count = 0;
+    forEachSubject([&](Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            Dom dom = Dom::parse(subject.document.text);
+            const JsonPointer place = pointerTo(value);
+            if (!isItem(dom, place)) {
+                continue;
+            }
+            const std::string added =
+                patched(dom, R"({"op":"add","path":")" + place.str() + R"(","value":)" +
+                                 compact(place.get(*dom)) + "}");
+            Dom back = Dom::parse(added);
+            Element& item = place.get(*back);
+            Element::TArray& array = item.parent()->array();
+            array.erase(array.begin() + item.index());
+            EXPECT_EQ(CommentedJson::commentsIn(back.text()),
+                      CommentedJson::commentsIn(subject.document.text))
+                << place.str() << "\n"
+                << added;
+            ++count;
+        }
+    });
+    EXPECT_GT(count, 300U);
+}
+
+TEST(KeepsKnownMoves, gives_a_value_in_the_place_of_an_item_its_comments) {
+    Dom dom = Dom::parse("[\n  1, // a\n  1, // b\n  2 // c\n]");
+    const char* const operations =
+        R"({"op":"replace","path":"/0","value":2},{"op":"replace","path":"/2","value":1})";
+    EXPECT_EQ(patched(dom, operations), "[\n  2, // a\n  1, // b\n  1 // c\n]");
+}
+
 }  // namespace
 }  // namespace orvid_test

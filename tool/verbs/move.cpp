@@ -172,8 +172,7 @@ protected:
 
     /// What is to hold the value, if it is there.
     ko::Orvid::Path holder(const Document& document) const {
-        return namingPlace(document,
-                           [&] { return LastStep(m_to.pathIn(document.root)).holder(); });
+        return namingPlace(document, [&] { return LastStep(m_to.pathIn(document.root)).holder(); });
     }
 
 private:

@@ -26,10 +26,11 @@ struct PatchOptions {
     /// each byte of keys, strings and numbers. A few of them can double a document again and again.
     /// 0 is no limit.
     std::uint64_t maxGrowth = k_inProportion;
-    /// Where it is not null, and the patch succeeds, it gets what the operations "move" have moved,
-    /// for Dom::text(): where each such value stood in the target, and where it stands afterwards;
-    /// with the containers that they were moved out of and into. Values that were removed again, or
-    /// that the patch itself added, are left out.
+    /// Where it is not null, and the patch succeeds, it gets what comparing does not show, for
+    /// Dom::text(): where each value that was moved stood in the target, and where it stands
+    /// afterwards; the same of items that equal one which was added to their array or removed from
+    /// it; and the containers around them. Values that were removed again, or that the patch itself
+    /// added, are left out.
     MovedPlaces* moved = nullptr;
 };
 
