@@ -57,7 +57,8 @@ inline std::size_t hashOfText(std::string_view text) noexcept {
     std::size_t hash = left * k_multiplier;  // a length must not make up for a byte
     for (std::uint64_t word = 0; left > sizeof word; left -= sizeof word, next += sizeof word) {
         std::memcpy(&word, next, sizeof word);
-        hash = mixedWhole(hash, word);
+        // Once more, or what the top byte changes could be undone by the next word.
+        hash = mixedWhole(hash, word) * k_multiplier;
     }
     return mixedWhole(hash, shortWord(next, left));
 }
