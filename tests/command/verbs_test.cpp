@@ -318,7 +318,7 @@ TEST(check, names_the_line_among_lines) {
 std::vector<std::string> verbsOfHelp() {
     std::istringstream help(orvid({"--help"}).out);
     std::string line;
-    while (std::getline(help, line) && line != "Subcommands:") {
+    while (std::getline(help, line) && line != "Verbs:") {
     }
     std::vector<std::string> verbs;
     while (std::getline(help, line) && line.rfind("  ", 0) == 0) {

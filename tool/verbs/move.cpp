@@ -180,7 +180,7 @@ private:
 
     /// Where a place is missing the error names it as it was typed.
     template<class Action>
-    decltype(auto) namingPlace(const Document& document, const Action& action) const {
+    auto namingPlace(const Document& document, const Action& action) const -> decltype(action()) {
         try {
             return action();
         } catch (const ko::Orvid::PathNotFound& error) {
