@@ -66,9 +66,9 @@ std::size_t PatchTarget::sizeOf(Element& array) {
 
 Element& PatchTarget::insert(Element& array, std::size_t position, Element& value) {
     const bool isPlainEnd = openOf(array) == nullptr && position == array.array().size();
-    Element& item = isPlainEnd ? array.array().appendNull() : open(array).insert(position);
-    swapValues(item, value);
-    return item;
+    Element* const item = isPlainEnd ? &array.array().appendNull() : &open(array).insert(position);
+    swapValues(*item, value);
+    return *item;
 }
 
 Element& PatchTarget::set(Element& object, const std::string& key, Element& value) {
