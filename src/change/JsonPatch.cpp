@@ -156,15 +156,16 @@ private:
         const Element& element = put(pointer, copied);
         if (m_moves != nullptr && !isThere) {
             m_moves->add(element);
-            m_moves->mixUp(element.parent(), element);
+        }
+        if (m_moves != nullptr) {
+            m_moves->edit(element.parent(), element);
         }
     }
 
     void remove(const JsonPointer& pointer) {
         Element removed = take(pointer);
         if (m_moves != nullptr) {
-            m_target.closeWithin(removed);
-            m_moves->mixUp(&at(above(pointer)), removed);
+            m_moves->edit(&at(above(pointer)), removed);
         }
         m_target.discard(removed);
     }
@@ -231,9 +232,8 @@ private:
         noteNew(replacement);
         Element& element = at(pointer);
         if (m_moves != nullptr) {
-            m_target.closeWithin(element);
-            m_moves->mixUp(element.parent(), element);
-            m_moves->mixUp(element.parent(), replacement);
+            m_moves->edit(element.parent(), element);
+            m_moves->edit(element.parent(), replacement);
         }
         m_target.replace(element, replacement);
     }
@@ -249,12 +249,13 @@ private:
         }
         const Element* const origin = m_moves == nullptr ? nullptr : m_moves->originOf(former);
         if (m_moves != nullptr) {
-            m_moves->keep(former.parent());
+            m_moves->edit(former.parent(), former);
         }
         Element moved = take(source);
         const Element& element = put(pointer, moved);
         if (m_moves != nullptr) {
             m_moves->move(origin, element);
+            m_moves->edit(element.parent(), element);
         }
     }
 

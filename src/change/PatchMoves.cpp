@@ -5,8 +5,10 @@
 #include "change/PatchMoves.h"
 
 #include <ko/Orvid/Array.h>
+#include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>
 
+#include <string_view>
 #include <utility>
 
 namespace ko::Orvid {
@@ -33,6 +35,35 @@ void forEachElement(const Element& root, const Visit& visit) {
     }
 }
 
+/// The same for equal values, and mostly another for others. Constant cost: no more than the first
+/// levels of small containers and the beginning of strings are looked at.
+std::size_t likeness(const Element& value, int levels = 2) {
+    constexpr std::size_t k_few = 8;
+    constexpr std::size_t k_shortText = 64;
+    const std::size_t size = value.size();
+    const auto textHash = [](std::string_view text) {
+        return std::hash<std::string_view>()(text.substr(0, k_shortText));
+    };
+    std::size_t result = size * 8 + static_cast<std::size_t>(value.type());
+    if (value.isString()) {
+        return result ^ textHash(value.string());
+    }
+    if (value.isNumber()) {
+        const bool isShort = value.number().textView().size() <= k_shortText;
+        return isShort ? std::hash<ko::Orvid::Number>()(value.number()) : result;
+    }
+    if (levels > 0 && size <= k_few && value.isArray()) {
+        for (const Element& item : value.array()) {
+            result = result * 31 + likeness(item, levels - 1);
+        }
+    } else if (levels > 0 && size <= k_few && value.isObject()) {
+        for (const auto& [key, member] : value.object()) {
+            result += textHash(key) ^ likeness(member, levels - 1);
+        }
+    }
+    return result;
+}
+
 }  // namespace
 
 PatchMoves::PatchMoves(const Element& root) {
@@ -50,12 +81,12 @@ PatchMoves::Origin PatchMoves::at(const Element& element) const {
 
 void PatchMoves::move(const Element* origin, const Element& element) {
     m_origins[&element] = {origin, true};
-    keep(element.parent());
 }
 
-void PatchMoves::keep(const Element* container) {
-    for (; container != nullptr; container = container->parent()) {
-        Origin& origin = m_origins.emplace(container, Origin{container, false}).first->second;
+/// The element, and what holds it, is what it was before.
+void PatchMoves::keep(const Element* element) {
+    for (; element != nullptr; element = element->parent()) {
+        Origin& origin = m_origins.emplace(element, Origin{element, false}).first->second;
         if (origin.isKnown) {
             break;
         }
@@ -63,20 +94,21 @@ void PatchMoves::keep(const Element* container) {
     }
 }
 
-void PatchMoves::mixUp(const Element* container, const Element& value) {
+void PatchMoves::edit(const Element* container, const Element& value) {
+    keep(container);
     if (container != nullptr && container->isArray()) {
-        m_hashes[&container->array()].insert(std::hash<Element>()(value));
+        m_edits[&container->array()].insert(likeness(value));
     }
 }
 
-void PatchMoves::keepMixedUp(const Element& root) {
+void PatchMoves::keepEqualItems(const Element& root) {
     forEachElement(root, [this](const Element& element) {
-        const auto found = element.isArray() ? m_hashes.find(&element.array()) : m_hashes.end();
-        if (found == m_hashes.end()) {
+        const auto found = element.isArray() ? m_edits.find(&element.array()) : m_edits.end();
+        if (found == m_edits.end()) {
             return;
         }
         for (const Element& item : element.array()) {
-            if (found->second.count(std::hash<Element>()(item)) > 0) {
+            if (found->second.count(likeness(item)) > 0) {
                 keep(&item);
             }
         }
@@ -98,7 +130,7 @@ void PatchMoves::reorder(const std::vector<const Element*>& from, const Element:
 }
 
 MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
-    keepMixedUp(root);
+    keepEqualItems(root);
     std::unordered_map<const Element*, const Element*> nowByFirst;
     forEachElement(root, [&](const Element& element) {
         const Origin origin = at(element);

@@ -28,16 +28,14 @@ public:
     const Element* originOf(const Element& element) const;
     /// The value with that origin has come into the element.
     void move(const Element* origin, const Element& element);
-    /// Something is moved into the container, or out of it, or was: it is the same nevertheless.
-    void keep(const Element* container);
-    /// The value was added to that container, or removed from it: in an array, it is not the same
-    /// as the items that equal it. Null is no container. Linear in the size of the value.
-    void mixUp(const Element* container, const Element& value);
+    /// The value comes into that container, or leaves it: the container is the same nevertheless,
+    /// and no item that equals the value is it. Null is no container.
+    void edit(const Element* container, const Element& value);
     /// The values of the elements `from` have come into those of the same positions of the array.
     void reorder(const std::vector<const Element*>& from, const Element::TArray& array);
 
-    /// What was moved or could be mixed up, and the containers around it, from the former tree,
-    /// which is as the first was, to the one there is now.
+    /// What was moved or equals what was edited, and the containers around it, from the former
+    /// tree, which is as the first was, to the one there is now.
     MovedPlaces places(const Element& former, const Element& root);
 
 private:
@@ -47,12 +45,13 @@ private:
     };
 
     Origin at(const Element& element) const;
-    void keepMixedUp(const Element& root);
+    void keep(const Element* element);
+    void keepEqualItems(const Element& root);
 
     std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
     std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own
-    /// Of what was added and removed, by array: the address of an array stays as it moves.
-    std::unordered_map<const Element::TArray*, std::unordered_set<std::size_t>> m_hashes;
+    /// What came and left is like, by array: the address of an array stays as it moves.
+    std::unordered_map<const Element::TArray*, std::unordered_set<std::size_t>> m_edits;
 };
 
 }  // namespace ko::Orvid

@@ -140,6 +140,7 @@ private:
     bool isAdded(std::uint32_t element) const;
     bool hadContents(std::uint32_t value) const;
     bool mayBecome(std::uint32_t value, std::uint32_t element) const;
+    bool mayBecomeByValue(std::uint32_t value, std::uint32_t element) const;
     Numbers addedBySize() const;
     std::uint32_t movedFrom(std::uint32_t element) const;
     std::uint32_t ownerOfChildren(std::uint32_t element) const;

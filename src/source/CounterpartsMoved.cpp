@@ -38,6 +38,14 @@ bool Counterparts::mayBecome(std::uint32_t value, std::uint32_t element) const {
            (areLeft || (hadContents(value) && isSameContainer(value, element)));
 }
 
+/// The same where no address shows it. What held a container and now has the values of that one is
+/// what it was: its children were replaced.
+bool Counterparts::mayBecomeByValue(std::uint32_t value, std::uint32_t element) const {
+    const std::uint32_t before = m_new[element].counterpart;
+    const bool wasWithin = wasContainer(element) && before < value && value < m_map[before].next();
+    return !wasWithin && mayBecome(value, element);
+}
+
 /// Whether the value is a container in which a value or a comment stands.
 bool Counterparts::hadContents(std::uint32_t value) const {
     return m_map.isContainer(value) &&
@@ -140,7 +148,8 @@ std::uint32_t Counterparts::changedOnItsWay(std::uint32_t element) const {
     const std::uint64_t keys = keysNow(element);
     const auto found = m_lostByKeys.find(keys);
     const bool isOnly = found != m_lostByKeys.end() && found->second.size() == 1 &&
-                        m_addedByKeys.at(keys) == 1 && mayBecome(found->second.front(), element);
+                        m_addedByKeys.at(keys) == 1 &&
+                        mayBecomeByValue(found->second.front(), element);
     return isOnly ? found->second.front() : k_none;
 }
 
@@ -171,7 +180,7 @@ std::uint32_t Counterparts::sharingMost(std::uint32_t element) const {
     };
     for (const auto& [owner, count] : shared) {
         const bool isBetter = best == k_none || rank(owner, count) > rank(best, shared[best]);
-        if (isBetter && 2 * count >= children.size() && mayBecome(owner, element) &&
+        if (isBetter && 2 * count >= children.size() && mayBecomeByValue(owner, element) &&
             isSameContainer(owner, element) && m_addedByHash.count(m_old[owner].hash) == 0 &&
             !hadMoreChildren(owner, 2 * count)) {
             best = owner;
@@ -201,7 +210,7 @@ std::uint32_t Counterparts::ownerOfChildren(std::uint32_t element) const {
 
 /// Small values are everywhere: they must have kept their key, or be the only ones of their kind.
 bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) const {
-    if (!mayBecome(value, element) || m_old[value].hash != m_new[element].hash) {
+    if (!mayBecomeByValue(value, element) || m_old[value].hash != m_new[element].hash) {
         return false;
     }
     if (m_map.hasChildren(value)) {

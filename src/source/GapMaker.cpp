@@ -129,21 +129,33 @@ std::string GapMaker::tail(const Frame& frame, const Sides& sides) const {
     return frame.self.before == k_none ? Text() : frame.reindent.apply(m_former.at(frame, 0).tail);
 }
 
-/// The comments of a container that was empty come first.
+/// The comments of a container that was empty come first, and so do those after the opening bracket
+/// where all children are replaced.
 StayingLines GapMaker::lines(const Frame& frame, const Sides& sides) const {
-    const bool needsComma = frame.siblings.empty()
-                                ? sides.left == nullptr && frame.self.before != k_none
-                                : sides.right == nullptr || staysHere(frame, *sides.right);
-    if (!needsComma) {
+    if (frame.siblings.empty()) {
+        const bool comeFirst = sides.left == nullptr && frame.self.before != k_none;
+        return comeFirst ? linesOf(frame, 0, 0) : StayingLines(false);
+    }
+    const bool isReplaced =
+        !frame.items.empty() &&
+        std::find(frame.stays.begin(), frame.stays.end(), true) == frame.stays.end();
+    if (isReplaced && sides.left == nullptr) {
+        return linesOf(frame, 0, 0);
+    }
+    if (sides.right != nullptr && !staysHere(frame, *sides.right)) {
         return StayingLines(false);
     }
-    const std::size_t last = sides.right == nullptr || frame.siblings.empty()
-                                 ? frame.siblings.size()
-                                 : positionOf(*sides.right);
+    const std::size_t last =
+        sides.right == nullptr ? frame.siblings.size() : positionOf(*sides.right);
     std::size_t first = last;
-    while (first > 0 && !frame.stays[first - 1]) {
+    while (first > (isReplaced ? 1 : 0) && !frame.stays[first - 1]) {
         --first;
     }
+    return linesOf(frame, first, last);
+}
+
+/// Those of the gaps with these numbers.
+StayingLines GapMaker::linesOf(const Frame& frame, std::size_t first, std::size_t last) const {
     StayingLines staying(first == 0);
     for (std::size_t number = first; number <= last; ++number) {
         staying.add(m_former.at(frame, number), number == frame.siblings.size());

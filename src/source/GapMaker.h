@@ -49,6 +49,7 @@ private:
     Text madeGap(const Frame& frame, const Sides& sides);
     Text tail(const Frame& frame, const Sides& sides) const;
     StayingLines lines(const Frame& frame, const Sides& sides) const;
+    StayingLines linesOf(const Frame& frame, std::size_t first, std::size_t last) const;
     Text lead(const Frame& frame, const Sides& sides);
     Text breakLeft(const Frame& frame, const Sides& sides) const;
     Text closingLead(const Frame& frame);

@@ -284,5 +284,34 @@ TEST(KeepsKnownMoves, gives_a_value_in_the_place_of_an_item_its_comments) {
     EXPECT_EQ(patched(dom, operations), "[\n  2, // a\n  1, // b\n  1 // c\n]");
 }
 
+struct KnownCase {
+    const char* text;
+    const char* operations;
+    const char* expected;
+};
+
+TEST(KeepsKnownMoves, tells_equal_items_apart_when_one_moves_among_them) {
+    const char* const three = "[1 /*a*/, 1 /*b*/, 1 /*c*/]";
+    const char* const inner = "{\"l\": [{\"k\": 1} /*a*/, {\"k\": 1} /*b*/, {\"k\": 1} /*c*/]}";
+    const char* const text = "[\n  // a\n  true,\n  // b\n  true,\n  // c\n  true\n]";
+    const KnownCase cases[] = {
+        {three, R"({"op":"move","from":"/0","path":"/2"})", "[1 /*b*/, 1 /*c*/, 1 /*a*/]"},
+        {three, R"({"op":"move","from":"/2","path":"/0"})", "[1 /*c*/, 1 /*a*/, 1 /*b*/]"},
+        {inner, R"({"op":"move","from":"/l/0","path":"/l/-"})",
+         "{\"l\": [{\"k\": 1} /*b*/, {\"k\": 1} /*c*/, {\"k\": 1} /*a*/]}"},
+        {text, R"({"op":"move","from":"/0","path":"/-"})",
+         "[\n  // b\n  true,\n  // c\n  true,\n  // a\n  true\n]"},
+        {R"({"l":[1 /*a*/, 1 /*b*/, 1 /*c*/]})",
+         R"({"op":"move","from":"/l/1","path":"/z"},{"op":"remove","path":"/z"})",
+         R"({"l":[1 /*a*/, 1 /*c*/]})"},
+        {R"([{"k": 5} /*b*/, 1 /*d*/])",
+         R"({"op":"remove","path":"/0/k"},{"op":"remove","path":"/1"})", R"([{} /*b*/])"},
+    };
+    for (const KnownCase& known : cases) {
+        Dom dom = Dom::parse(known.text);
+        EXPECT_EQ(patched(dom, known.operations), known.expected) << known.operations;
+    }
+}
+
 }  // namespace
 }  // namespace orvid_test

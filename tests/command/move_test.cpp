@@ -156,6 +156,15 @@ TEST(copy, makes_new_items_on_the_way) {
               printed(R"({"s":[2,{"b":[]},{"b":[{"c":[1]}]}]})"));
 }
 
+TEST(move, tells_equal_items_apart) {
+    EXPECT_EQ(orvid({"move", "[0]", "[2]"}, "[1 /*a*/, 1 /*b*/, 1 /*c*/]"),
+              printed("[1 /*b*/, 1 /*c*/, 1 /*a*/]"));
+    EXPECT_EQ(orvid({"move", "[2]", "[0]"}, "[1 /*a*/, 1 /*b*/, 1 /*c*/]"),
+              printed("[1 /*c*/, 1 /*a*/, 1 /*b*/]"));
+    EXPECT_EQ(orvid({"move", "a", "l[1]"}, R"({"a": [] /*a*/, "l": [[] /*b*/, [] /*c*/]})"),
+              printed(R"({"l": [[] /*b*/, [] /*a*/, [] /*c*/]})"));
+}
+
 TEST(copy, spells_strings_as_they_stand) {
     EXPECT_EQ(orvid({"copy", "a", "z"}, R"({"a": "\u00e9\/x", "b": 1})"),
               printed(R"({"a": "\u00e9\/x", "b": 1, "z": "\u00e9\/x"})"));

@@ -83,7 +83,7 @@ LastStep stepIn(Element& root, const CallPath& path) {
 /// An element, and where it stood before the edit.
 using FormerPlace = std::pair<JsonPointer, const Element*>;
 
-/// Where what stands at the pointer stood before the value at `taken` was taken out of `holder`.
+/// Where what stands at the pointer stood before the value at `taken` was taken out.
 JsonPointer beforeTaking(const JsonPointer& pointer, const JsonPointer& taken, bool isItem) {
     const std::size_t last = taken.steps().size() - 1;
     JsonPointer above = taken;
@@ -110,16 +110,24 @@ public:
             m_kept.emplace_back(JsonPointer::of(*above), above);
             above = above->parent();
         }
+        for (const Element* const item : itemsLike(source, *source.parent())) {
+            m_kept.emplace_back(JsonPointer::of(*item), item);
+        }
     }
 
     /// The value was taken out, and is to be put into what is at the path, as far as that is there.
-    void goInto(const ko::Orvid::Path& holder) {
+    void goInto(const ko::Orvid::Path& holder, const Element& value) {
         const JsonPointer all = JsonPointer::fromPath(holder);
         JsonPointer above;
         for (const std::string& step : all.steps()) {
             above.push_back(step);
             if (const Element* const element = above.find(m_root)) {
-                m_kept.emplace_back(beforeTaking(above, m_from, m_isItem), element);
+                keep(*element);
+            }
+        }
+        if (const Element* const container = all.find(m_root)) {
+            for (const Element* const item : itemsLike(value, *container)) {
+                keep(*item);
             }
         }
     }
@@ -133,6 +141,23 @@ public:
     }
 
 private:
+    /// Other items that equal the value, which are not to be taken for it.
+    static std::vector<const Element*> itemsLike(const Element& value, const Element& container) {
+        std::vector<const Element*> items;
+        if (container.isArray()) {
+            for (const Element& item : container.array()) {
+                if (&item != &value && item == value) {
+                    items.push_back(&item);
+                }
+            }
+        }
+        return items;
+    }
+
+    void keep(const Element& element) {
+        m_kept.emplace_back(beforeTaking(JsonPointer::of(element), m_from, m_isItem), &element);
+    }
+
     const Element& m_root;
     const JsonPointer m_from;
     const bool m_isItem;
@@ -215,7 +240,7 @@ private:
         }
         NotedMove move(root, source);
         Element value = taken(source);
-        move.goInto(holder(document));
+        move.goInto(holder(document), value);
         const MovedPlaces moved = move.places(put(document, std::move(value)));
         appendEdited(call, document, out, moved);
     }

@@ -220,5 +220,38 @@ TEST(DomSourceMoved, keeps_comments_with_the_rest_of_equal_items_when_one_is_rep
               "[2 /* a */, 7, 2 /* c */]");
 }
 
+TEST(DomSourceMoved, keeps_what_stands_in_the_root_when_its_only_member_gives_way_to_its_contents) {
+    const char* const text = "{ // at\n  // head\n\n  \"x\": {\"q\": \"abc\"}\n\n  // tail\n}";
+    const char* const expected = "{ // at\n  // head\n\n  \"q\": \"abc\"\n\n  // tail\n}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/x/q", "path": "/q"},
+                                        {"op": "remove", "path": "/x"}])")),
+              expected);
+    EXPECT_EQ(edited(text,
+                     [](Element& root) {
+                         root.object().erase("x");
+                         root.create("q", "abc");
+                     }),
+              expected);
+}
+
+TEST(DomSourceMoved, takes_comments_along_in_what_becomes_the_root) {
+    EXPECT_EQ(edited("{ // at\n  \"x\": { // in\n    \"q\": 1\n  }\n}",
+                     [](Element& root) {
+                         Element inner = std::move(root.get("x"));
+                         root = std::move(inner);
+                     }),
+              "{ // in\n  \"q\": 1\n}");
+}
+
+TEST(DomSourceMoved,
+     leaves_comments_after_the_opening_bracket_first_when_all_children_are_replaced) {
+    EXPECT_EQ(edited("{\n  // head\n\n  // x\n  \"x\": 1\n\n  // tail\n}",
+                     [](Element& root) {
+                         root.object().erase("x");
+                         root.create("y", 2);
+                     }),
+              "{\n  // head\n\n  \"y\": 2\n\n  // tail\n}");
+}
+
 }  // namespace
 }  // namespace orvid_test
