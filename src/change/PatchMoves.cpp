@@ -8,6 +8,7 @@
 #include <ko/Orvid/Number.h>
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -64,6 +65,29 @@ std::size_t likeness(const Element& value, int levels = 2) {
     return result;
 }
 
+/// How many steps of places are noted at least. Deep in a document each place has many of them, and
+/// all together could take the square of its size.
+constexpr std::size_t k_mostSteps = 100000;
+
+class Allowance {
+public:
+    explicit Allowance(std::size_t steps) : m_steps(steps) {}
+
+    bool isUsedUp() const { return m_steps == 0; }
+    void use(const MovedPlaces::value_type& place) {
+        m_steps -= std::min(m_steps, place.first.steps().size() + place.second.steps().size());
+    }
+
+private:
+    std::size_t m_steps;
+};
+
+/// An element that has a value from before the patch, and whether that came from elsewhere.
+struct Found {
+    const Element* element;
+    bool isMoved;
+};
+
 }  // namespace
 
 PatchMoves::PatchMoves(const Element& root) {
@@ -76,21 +100,23 @@ void PatchMoves::addWithin(const Element& value) {
 
 PatchMoves::Origin PatchMoves::at(const Element& element) const {
     const auto found = m_origins.find(&element);
-    return found == m_origins.end() ? Origin{&element, false} : found->second;
+    return found == m_origins.end() ? Origin{&element} : found->second;
 }
 
 void PatchMoves::move(const Element* origin, const Element& element) {
-    m_origins[&element] = {origin, true};
+    m_origins[&element] = {origin, true, true};
 }
 
-/// The element, and what holds it, is what it was before.
+/// The element, and what holds it, is what it was before. Not up to the root, which may be far.
 void PatchMoves::keep(const Element* element) {
-    for (; element != nullptr; element = element->parent()) {
-        Origin& origin = m_origins.emplace(element, Origin{element, false}).first->second;
+    constexpr int k_levels = 32;
+    for (int level = 0; element != nullptr && level < k_levels; ++level) {
+        Origin& origin = m_origins.emplace(element, Origin{element}).first->second;
         if (origin.isKnown) {
             break;
         }
         origin.isKnown = true;
+        element = element->parent();
     }
 }
 
@@ -131,21 +157,28 @@ void PatchMoves::reorder(const std::vector<const Element*>& from, const Element:
 
 MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
     keepEqualItems(root);
-    std::unordered_map<const Element*, const Element*> nowByFirst;
+    std::unordered_map<const Element*, Found> foundByFirst;
     forEachElement(root, [&](const Element& element) {
         const Origin origin = at(element);
         if (origin.isKnown && origin.element != nullptr) {
-            nowByFirst.emplace(origin.element, &element);
+            foundByFirst.emplace(origin.element, Found{&element, origin.isMoved});
         }
     });
+    Allowance forMoved(k_mostSteps + 4 * m_first.size());
+    Allowance forKept(k_mostSteps);
     MovedPlaces places;
     auto first = m_first.begin();
     forEachElement(former, [&](const Element& element) {
-        const auto now = nowByFirst.find(*first++);
-        if (now != nowByFirst.end()) {
-            const bool isRoot = now->second == &root;
+        const auto found = foundByFirst.find(*first++);
+        if (found == foundByFirst.end()) {
+            return;
+        }
+        const auto [now, isMoved] = found->second;
+        Allowance& allowance = isMoved ? forMoved : forKept;
+        if (!allowance.isUsedUp()) {
             places.emplace_back(JsonPointer::of(element),
-                                isRoot ? JsonPointer() : JsonPointer::of(*now->second, &root));
+                                now == &root ? JsonPointer() : JsonPointer::of(*now, &root));
+            allowance.use(places.back());
         }
     });
     return places;

@@ -42,6 +42,7 @@ private:
     struct Origin {
         const Element* element = nullptr;
         bool isKnown = false;
+        bool isMoved = false;  ///< known since it was moved itself
     };
 
     Origin at(const Element& element) const;

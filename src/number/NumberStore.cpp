@@ -268,7 +268,7 @@ void NumberStore::take(NumberStore& other) noexcept {
     Heap* const theirs = other.heap();
     if (kept == nullptr) {
         steal(other);
-    } else if (theirs == nullptr || theirs->text.empty()) {
+    } else if (theirs == nullptr || theirs->isLost) {
         takeWithoutString(*kept, other);
     } else {
         takeString(*kept, *theirs, other);
@@ -291,7 +291,7 @@ void NumberStore::takeWithoutString(Heap& kept, const NumberStore& other) noexce
     }
 }
 
-/// `theirs` holds the other number's text, given or derived.
+/// `theirs` holds the other number's text, given or derived; that may be empty.
 void NumberStore::takeString(Heap& kept, Heap& theirs, NumberStore& other) noexcept {
     kept.text.swap(theirs.text);
     if (!theirs.isDerived || !other.hasGivenText()) {

@@ -313,5 +313,23 @@ TEST(KeepsKnownMoves, tells_equal_items_apart_when_one_moves_among_them) {
     }
 }
 
+/// All places together would take the square of the depth.
+TEST(KeepsKnownMoves, notes_no_more_places_than_a_deep_document_is_worth) {
+    constexpr std::size_t depth = 20000;
+    Dom dom = Dom::parse(std::string(depth, '[') + "1 /* a */, 2" + std::string(depth, ']'));
+    std::string above;
+    for (std::size_t level = 1; level < depth; ++level) {
+        above += "/0";
+    }
+    MovedPlaces moved;
+    ko::Orvid::PatchOptions options;
+    options.moved = &moved;
+    const std::string operation =
+        R"([{"op":"move","from":")" + above + R"(/0","path":")" + above + R"(/1"}])";
+    ko::Orvid::applyPatch(*dom, *Dom::parse(operation), options);
+    EXPECT_LT(moved.size(), 20U);
+    EXPECT_NE(dom.text(moved).find("2, 1 /* a */"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace orvid_test

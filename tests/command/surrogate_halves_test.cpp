@@ -233,8 +233,18 @@ TEST_F(SurrogateHalves, are_no_question_marks_that_an_edit_could_mean) {
         EXPECT_EQ(orvid(call, "{\"\\ud800\":1,\"b\":2}\n"), refused)
             << testing::PrintToString(call);
     }
-    EXPECT_EQ(orvid({"set", "--lines", "b", "\"?\""}, "{\"\\ud800\":1,\"b\":2}\n"),
-              printed("{\"\\ud800\":1,\"b\":\"?\"}\n"));
+}
+
+TEST_F(SurrogateHalves, are_no_question_marks_that_a_call_writes) {
+    const std::string merge = folder().makeFile("MARK", R"({"a":["?"]})");
+    for (const Call& call : std::vector<Call>{{"set", "--lines", "a[0]=\"?\""},
+                                              {"set", "--lines", "a=[\"?\"]", "b=2"},
+                                              {"set", "--lines", "--query", "$.a", "[\"?\"]"},
+                                              {"merge", "--lines", merge}}) {
+        EXPECT_EQ(withoutExcerpt(orvid(call, "{\"a\":[\"\\ud83d\"]}\n")),
+                  failed(1, "(standard input):1:8: at a: The escape of half a surrogate pair"))
+            << testing::PrintToString(call);
+    }
 }
 
 TEST_F(SurrogateHalves, are_no_repeated_keys) {

@@ -211,7 +211,7 @@ struct CommandLine::Impl {
             return "";
         }
         for (std::size_t i = 1; i < word.length(); ++i) {
-            const std::string name{'-', word[i]};
+            std::string name{'-', word[i]};
             const CLI::Option* const option = given->get_option_no_throw(name);
             if (option == nullptr) {
                 return name;

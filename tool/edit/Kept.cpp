@@ -134,6 +134,17 @@ void noteName(Call& call, std::string_view name) {
                            name.find(escape) != std::string_view::npos;
 }
 
+void noteNames(Call& call, const ko::Orvid::Element& value) {
+    if (!call.lines.isOn) {
+        return;
+    }
+    for (const ko::Orvid::Element* const element : ko::Orvid::JsonPath("$..*").select(value)) {
+        noteName(call, element->memberKey());
+        noteName(call, element->isString() ? element->string() : std::string());
+    }
+    noteName(call, value.isString() ? value.string() : std::string());
+}
+
 bool keepsText(const Call& call, const Document& document) {
     return !call.layout.isAsked && !(call.lines.isOn && isAsWritten(document.text));
 }

@@ -24,6 +24,9 @@ ko::Orvid::ReadOptions editOptions(const Call& call);
 /// Notes that a path, key or query of the call is to be looked for. One with a `?` in it could lead
 /// to half of a surrogate pair, which is read as that: halves are refused also of a line then.
 void noteName(Call& call, std::string_view name);
+/// The same of all keys and strings of a value that the call puts into documents: half a surrogate
+/// pair is not to be taken for what is there already.
+void noteNames(Call& call, const ko::Orvid::Element& value);
 
 /// Whether what is unchanged of the document is to be copied from its text. It is not where an
 /// option asks for a layout, and need not be for a line that is in the layout of lines already.

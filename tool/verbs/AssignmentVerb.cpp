@@ -53,6 +53,7 @@ void AssignmentVerb::prepare(Call& call) {
     m_assignments = std::move(words.all);
     for (const Assignment& assignment : m_assignments) {
         noteName(call, assignment.path.word());
+        noteNames(call, assignment.value);
     }
     call.files = std::move(words.files);
     m_isApart = words.areApart;
@@ -126,6 +127,7 @@ void AssignmentVerb::prepareValue(Call& call) {
     }
     m_assignments.emplace_back();
     readValueWord(m_words.front(), m_assignments.back().value, call.isStrict);
+    noteNames(call, m_assignments.back().value);
 }
 
 void AssignmentVerb::apply(const Call& call, Document& document, Bytes& out) const {

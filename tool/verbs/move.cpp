@@ -106,29 +106,35 @@ class NotedMove {
 public:
     NotedMove(const Element& root, const Element& source)
         : m_root(root), m_from(JsonPointer::of(source)), m_isItem(source.parent()->isArray()) {
-        for (const Element* above = source.parent(); above->parent() != nullptr;) {
-            m_kept.emplace_back(JsonPointer::of(*above), above);
+        const Element* above = source.parent();
+        for (int level = 0; above->parent() != nullptr && level < k_levels; ++level) {
+            keep(JsonPointer::of(*above), *above);
             above = above->parent();
         }
         for (const Element* const item : itemsLike(source, *source.parent())) {
-            m_kept.emplace_back(JsonPointer::of(*item), item);
+            keep(JsonPointer::of(*item), *item);
         }
     }
 
     /// The value was taken out, and is to be put into what is at the path, as far as that is there.
     void goInto(const ko::Orvid::Path& holder, const Element& value) {
+        const Element* above = &m_root;
         const JsonPointer all = JsonPointer::fromPath(holder);
-        JsonPointer above;
-        for (const std::string& step : all.steps()) {
-            above.push_back(step);
-            if (const Element* const element = above.find(m_root)) {
-                keep(*element);
+        for (const std::string& key : all.steps()) {
+            JsonPointer step;
+            step.push_back(key);
+            const Element* const next = step.find(*above);
+            if (next == nullptr) {
+                break;
             }
+            above = next;
         }
-        if (const Element* const container = all.find(m_root)) {
-            for (const Element* const item : itemsLike(value, *container)) {
-                keep(*item);
-            }
+        for (const Element* const item : itemsLike(value, *above)) {
+            keepNow(*item);
+        }
+        for (int level = 0; above->parent() != nullptr && level < k_levels; ++level) {
+            keepNow(*above);
+            above = above->parent();
         }
     }
 
@@ -154,9 +160,20 @@ private:
         return items;
     }
 
-    void keep(const Element& element) {
-        m_kept.emplace_back(beforeTaking(JsonPointer::of(element), m_from, m_isItem), &element);
+    void keep(const JsonPointer& before, const Element& element) {
+        if (m_steps > 0) {
+            m_steps -= std::min(m_steps, before.steps().size());
+            m_kept.emplace_back(before, &element);
+        }
     }
+
+    void keepNow(const Element& element) {
+        keep(beforeTaking(JsonPointer::of(element), m_from, m_isItem), element);
+    }
+
+    /// So many levels above the value, and steps of all places: the document may be deep.
+    static constexpr int k_levels = 32;
+    std::size_t m_steps = 100000;
 
     const Element& m_root;
     const JsonPointer m_from;

@@ -138,24 +138,13 @@ private:
     ko::Orvid::PatchOptions m_options;
 };
 
-/// Notes the keys of all objects in it.
-void noteKeys(Call& call, const Element& value) {
-    for (const Element* const element : ko::Orvid::JsonPath("$..*").select(value)) {
-        if (element->parent()->isObject()) {
-            noteName(call, element->memberKey());
-        }
-    }
-}
-
 class Merge : public Change {
 public:
     const char* name() const override { return "merge"; }
     const char* help() const override { return "Merge a merge patch and write the document"; }
     void prepare(Call& call) override {
         Change::prepare(call);
-        if (call.lines.isOn) {
-            noteKeys(call, given());
-        }
+        noteNames(call, given());
     }
 
     const char* examples() const override {

@@ -88,7 +88,7 @@ TEST(FileLock, keeps_all_edits_of_several_writers) {
     for (const pid_t child : children) {
         EXPECT_EQ(statusOf(child), 0);
     }
-    EXPECT_EQ(contentOf(name).size(), std::size_t{writers * edits});
+    EXPECT_EQ(contentOf(name).size(), std::size_t{writers} * std::size_t{edits});
     EXPECT_EQ(folder.names(), Names{"a"});
 }
 

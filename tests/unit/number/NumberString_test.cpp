@@ -241,4 +241,26 @@ TEST(NumberString, is_exchanged_by_a_swap) {
     }
 }
 
+TEST(NumberString, shows_what_a_number_whose_text_was_lost_says_for_itself) {
+    for (const std::string& given : k_texts) {
+        for (const bool isOnHeap : {false, true}) {
+            Number number(isOnHeap ? "1" : given);
+            if (isOnHeap) {
+                (void)number.toString();
+                number.set(given);
+            }
+            number.syncToString();  // there is no binary value, and no text is derived from none
+            const Number copy(number);
+            Number target;
+            const std::string& text = target.toString();
+            target = std::move(number);
+            EXPECT_EQ(target.toString(), copy.toString()) << given;
+            EXPECT_EQ(target, copy) << given;
+            EXPECT_EQ(target.textView(), copy.textView()) << given;
+            target.set(5);
+            EXPECT_EQ(text, "5");
+        }
+    }
+}
+
 }  // namespace
