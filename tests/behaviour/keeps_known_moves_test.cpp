@@ -7,6 +7,8 @@
 #include <ko/Orvid.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -266,7 +268,7 @@ TEST(KeepsKnownMoves, gives_an_item_that_is_added_no_comments_of_its_equals) {
             Dom back = Dom::parse(added);
             Element& item = place.get(*back);
             Element::TArray& array = item.parent()->array();
-            array.erase(array.begin() + item.index());
+            array.erase(std::next(array.begin(), static_cast<std::ptrdiff_t>(item.index())));
             EXPECT_EQ(CommentedJson::commentsIn(back.text()),
                       CommentedJson::commentsIn(subject.document.text))
                 << place.str() << "\n"
