@@ -39,10 +39,20 @@ def spread(values):
     return {"p10": tenths[0], "median": statistics.median(values), "p90": tenths[-1]}
 
 
-def compile_command(folder, header):
+def compile_command(folder, source):
+    return [COMPILER, "-std=c++17", "-O3", "-DNDEBUG", *INCLUDES, "-c", source, "-o", f"{folder}/program.o"]
+
+
+def include_only(folder, header):
     source = Path(folder) / (header.replace("/", "_") + ".cpp")
     source.write_text(f"#include <{header}>\nint main() {{}}\n")
-    return [COMPILER, "-std=c++17", "-O3", "-DNDEBUG", *INCLUDES, "-c", source, "-o", f"{source}.o"]
+    return source
+
+
+def compile_cost(folder, orvid_source, nlohmann_source):
+    orvid, nlohmann = in_turns([compile_command(folder, s) for s in (orvid_source, nlohmann_source)], 7)
+    return {"orvid": spread(orvid), "nlohmann": spread(nlohmann),
+            "ratio": spread([a / b for a, b in zip(orvid, nlohmann)])}
 
 
 def stripped_size(library):
@@ -55,10 +65,10 @@ build = Path(sys.argv[1])
 starts = [[build / f"bench/orvid_bench_start_{program}"] for program in ("empty", "stdlib", "linked")]
 empty, stdlib, linked = in_turns(starts, 300)
 with tempfile.TemporaryDirectory() as folder:
-    orvid, nlohmann = in_turns([compile_command(folder, h) for h in ("ko/Orvid.h", "nlohmann/json.hpp")], 7)
+    include = compile_cost(folder, *(include_only(folder, h) for h in ("ko/Orvid.h", "nlohmann/json.hpp")))
+    convert = compile_cost(folder, *(ROOT / f"bench/start/struct_{library}.cpp" for library in ("orvid", "nlohmann")))
 print(json.dumps({
     "start": {"empty": spread(empty), "stdlib": spread(stdlib), "linked": spread(linked),
               "difference": spread([a - b for a, b in zip(linked, empty)])},
-    "compile": {"ko/Orvid.h": spread(orvid), "nlohmann/json.hpp": spread(nlohmann),
-                "ratio": spread([a / b for a, b in zip(orvid, nlohmann)])},
+    "compile": {"include": include, "struct": convert},
     "strippedBytes": stripped_size((build / "src/liborvid.so").resolve())}, indent=4))

@@ -69,15 +69,19 @@ def linked_table(linked):
     def row(name, spread):
         return [name, time(spread["median"]), f"{time(spread['p10'])} – {time(spread['p90'])}"]
 
-    ratio = linked["compile"]["ratio"]
+    def compile_rows(what, cost):
+        ratio = cost["ratio"]
+        return [row(f"compiling {what} with `<ko/Orvid.h>`", cost["orvid"]),
+                row(f"compiling {what} with `<nlohmann/json.hpp>`", cost["nlohmann"]),
+                ["ratio of the two, in pairs", f"{ratio['median']:.2f}", f"{ratio['p10']:.2f} – {ratio['p90']:.2f}"]]
+
     return table([("What", 0), ("Median", 1), ("p10 – p90", 1)], [
         row("start-up of an empty program", linked["start"]["empty"]),
         row("start-up of one that needs the C++ library", linked["start"]["stdlib"]),
         row("start-up of one linked with liborvid.so", linked["start"]["linked"]),
         row("that minus the empty one, in pairs", linked["start"]["difference"]),
-        row("compiling a file that includes `<ko/Orvid.h>`", linked["compile"]["ko/Orvid.h"]),
-        row("compiling a file that includes `<nlohmann/json.hpp>`", linked["compile"]["nlohmann/json.hpp"]),
-        ["ratio of the two, in pairs", f"{ratio['median']:.2f}", f"{ratio['p10']:.2f} – {ratio['p90']:.2f}"],
+        *compile_rows("an empty program", linked["compile"]["include"]),
+        *compile_rows("one that reads and writes a struct", linked["compile"]["struct"]),
         ["size of liborvid.so, stripped", f"{linked['strippedBytes'] / 1e3:.0f} kB", ""]])
 
 
