@@ -18,8 +18,12 @@ class KeyHashes {
 public:
     /// An object begins, in the one that is open.
     void open() {
-        m_outer.push_back(m_level);
-        m_level = {m_hashes.size(), 0};
+        if (m_words.capacity() == 0) {
+            m_words.reserve(k_usual);
+        }
+        m_words.push_back(m_level.start);
+        m_words.push_back(m_level.seen);
+        m_level = {m_words.size(), 0};
     }
     /// A key of the object that is open. Returns false where its hash is there already: it is most
     /// likely the same key. Beyond a few keys only close() looks.
@@ -30,16 +34,16 @@ public:
             return false;
         }
         m_level.seen |= bit;
-        m_hashes.push_back(hash);
+        m_words.push_back(hash);
         return true;
     }
     /// The object ends. Returns whether its keys are all different: true is certain. Linear cost,
     /// except for many keys n log n.
     bool close() {
-        const bool areDifferent = m_hashes.size() - m_level.start <= k_few || areManyDifferent();
-        m_hashes.resize(m_level.start);
-        m_level = m_outer.back();
-        m_outer.pop_back();
+        const bool areDifferent = m_words.size() - m_level.start <= k_few || areManyDifferent();
+        const std::size_t outer = m_level.start - k_levelWords;
+        m_level = {static_cast<std::size_t>(m_words[outer]), m_words[outer + 1]};
+        m_words.resize(outer);
         return areDifferent;
     }
     /// Forgets all objects.
@@ -47,6 +51,9 @@ public:
 
 private:
     static constexpr std::size_t k_few = 64;
+    /// The words that a record of a few objects needs, so that they are asked for once.
+    static constexpr std::size_t k_usual = 48;
+    static constexpr std::size_t k_levelWords = 2;
 
     /// An object that is open.
     struct Level {
@@ -91,9 +98,9 @@ private:
     bool isAmongFew(std::uint64_t hash) const noexcept;
     bool areManyDifferent() noexcept;
 
-    std::vector<std::uint64_t> m_hashes;  ///< of the keys of all open objects
-    std::vector<Level> m_outer;
-    Level m_level;
+    /// For each open object the level around it, in k_levelWords words, and the hashes of its keys.
+    std::vector<std::uint64_t> m_words;
+    Level m_level;  ///< of the innermost one
 };
 
 }  // namespace ko::Orvid::text
