@@ -107,6 +107,10 @@ lines() {
         "orvid -j 1" "$orvid set --lines -j 1 user.name=1 $records" \
         "orvid -j 2" "$orvid set --lines -j 2 user.name=1 $records" \
         jq "jq -c .user.name=1 $records" gojq "gojq -c .user.name=1 $records"
+    row "$line_runs" "remove, $megabytes MB of records" \
+        "orvid -j 1" "$orvid remove --lines -j 1 user.name $records" \
+        "orvid -j 2" "$orvid remove --lines -j 2 user.name $records" \
+        jq "jq -c 'del(.user.name)' $records" gojq "gojq -c 'del(.user.name)' $records"
 }
 
 prepare

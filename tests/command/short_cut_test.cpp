@@ -147,6 +147,36 @@ TEST(short_cut, says_the_same_of_children_in_every_layout) {
     }
 }
 
+TEST(short_cut, says_the_same_of_records_in_every_layout) {
+    const std::vector<std::string> gaps{"", " ", "  ", "\t", "\r", "/*c*/"};
+    std::string objects;
+    std::string arrays;
+    for (const std::string& comma : gaps) {
+        for (const std::string& bracket : gaps) {
+            for (const std::string before : {"", " "}) {
+                const std::string next = before + "," + comma;
+                const std::string inner = "{" + bracket + "\"d\": 1" + next + "\"e\":\"\\u00e9\"}";
+                objects += "{" + bracket + "\"a\":" + comma + "1" + next + "\"b\":" + comma + "[]" +
+                           next + "\"c\":" + comma + inner + bracket + "}" + before + "\n";
+                arrays += "[" + bracket + "1" + next + "\"[,\"" + next + inner + bracket + "]\n";
+            }
+        }
+    }
+    std::vector<std::vector<std::string>> calls = k_edits;
+    calls.push_back({"set", "new=1.50"});
+    calls.push_back({"set", "c.x=\"\"", "c.y=null"});
+    calls.push_back({"set", "[*]=1"});
+    calls.push_back({"set", "[3]=1"});
+    calls.push_back({"remove", "a", "--also", "c.d"});
+    calls.push_back({"insert", "[0]=1", "[*]=2"});
+    for (std::vector<std::string> call : calls) {
+        const bool isOfArrays = call[1].front() == '[';
+        call.emplace_back("--lines");
+        call.emplace_back("--on-error=passthrough");
+        expectSameWithoutShortCut(call, isOfArrays ? arrays : objects);
+    }
+}
+
 TEST(short_cut, says_the_same_of_deep_texts_and_of_objects_with_many_keys) {
     std::string many = "{\"k0\":0";
     for (int i = 1; i < 200; ++i) {

@@ -134,4 +134,15 @@ std::optional<ValueSteps> stepsInText(std::string_view text, const CallPath& pat
     }
 }
 
+ValueSteps plainSteps(const CallPath& path) {
+    if (!path.isPlain() || path.word().substr(0, 1) == "$") {
+        return {};
+    }
+    try {
+        return stepsOf(path.word());
+    } catch (const Failure&) {
+        return {};
+    }
+}
+
 }  // namespace orvid_tool

@@ -21,4 +21,8 @@ namespace orvid_tool {
 std::optional<ValueSteps> stepsInText(std::string_view text, const CallPath& path,
                                       const ko::Orvid::ReadOptions& options);
 
+/// The steps of a path that are the same for every text; none for other paths, for malformed ones,
+/// and for the empty one.
+ValueSteps plainSteps(const CallPath& path);
+
 }  // namespace orvid_tool

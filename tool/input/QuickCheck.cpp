@@ -16,6 +16,7 @@
 #include "input/Input.h"
 #include "text/byteOrderMark.h"
 #include "text/KeyHashes.h"
+#include "text/scanWhole.h"
 #include "text/TextScannerRun.h"
 
 namespace orvid_tool {
@@ -126,6 +127,11 @@ std::optional<Bytes> malformedText(const std::string& file, const ko::Orvid::Rea
     Bytes text;
     Scan::readTo(input, text, scan.needed());
     return text;
+}
+
+bool isCertainlyRight(std::string_view text, const ko::Orvid::ReadOptions& options) {
+    KeyWatcher keys;
+    return ko::Orvid::text::scanWhole(text, options, keys) && !keys.isAnyRepeated();
 }
 
 }  // namespace orvid_tool

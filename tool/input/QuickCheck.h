@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "output/Bytes.h"
 
@@ -19,5 +20,9 @@ namespace orvid_tool {
 /// held while it is right, of others, such as a pipe, the text, besides eight bytes for each key of
 /// the objects that are open at once. Throws Failure where it cannot be opened or read.
 std::optional<Bytes> malformedText(const std::string& file, const ko::Orvid::ReadOptions& options);
+
+/// Whether the text is certainly right as the options say. Where it is not, reading it says what is
+/// wrong, if anything is. Holds eight bytes for each key of the objects that are open at once.
+bool isCertainlyRight(std::string_view text, const ko::Orvid::ReadOptions& options);
 
 }  // namespace orvid_tool

@@ -64,9 +64,17 @@ private:
         return options;
     }
 
+    static std::string_view withoutMark(std::string_view text) {
+        return text.substr(ko::Orvid::text::markLength(text));
+    }
+
+    bool applyToText(const Call& /*call*/, const Document& document,
+                     Bytes& /*out*/) const override {
+        return isCertainlyRight(withoutMark(document.text), options());
+    }
+
     void read(const Call& call, Document& document) const override {
-        const std::string_view text =
-            document.text.substr(ko::Orvid::text::markLength(document.text));
+        const std::string_view text = withoutMark(document.text);
         ko::Orvid::DomParser parser(options());
         try {
             parser.begin(document.root);

@@ -10,6 +10,8 @@
 #include "edit/ExcerptEdit.h"
 #include "edit/Insertion.h"
 #include "edit/Kept.h"
+#include "edit/RecordEdit.h"
+#include "edit/StepsInText.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -32,6 +34,7 @@ public:
         AssignmentVerb::prepare(call);
         for (const Assignment& assignment : assignments()) {
             requirePlace(assignment.path);
+            m_textSteps.push_back(plainSteps(assignment.path));
             m_steps.emplace_back();
             if (assignment.path.isPlain() && assignment.path.word().substr(0, 1) != "$") {
                 m_steps.back().emplace(assignment.path.word());
@@ -51,7 +54,17 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || mayHaveUnusualKey() || !mayTakeShortCut(call, m_steps.size())) {
+        if (isNew() || mayHaveUnusualKey()) {
+            return false;
+        }
+        if (mayEditRecord(call)) {
+            const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
+                return insertIntoRecord(text, m_textSteps[index], assignments()[index].value,
+                                        edited);
+            };
+            return editRecord(document, m_textSteps.size(), edit, out);
+        }
+        if (!mayTakeShortCut(call, m_steps.size())) {
             return false;
         }
         const auto edit = [&](std::string_view text, std::size_t index) {
@@ -82,6 +95,7 @@ private:
         noteNew(step.path(), hint);
     }
 
+    std::vector<ValueSteps> m_textSteps;           ///< none where only the document knows them
     std::vector<std::optional<LastStep>> m_steps;  ///< nothing where only the document says
 };
 

@@ -8,6 +8,8 @@
 #include "call/Options.h"
 #include "edit/ExcerptEdit.h"
 #include "edit/Kept.h"
+#include "edit/RecordEdit.h"
+#include "edit/StepsInText.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
 #include "input/QueryWord.h"
@@ -74,6 +76,7 @@ public:
         }
         for (const CallPath& path : m_paths) {
             noteName(call, path.word());
+            m_steps.push_back(plainSteps(path));
         }
         call.files = m_words;
     }
@@ -86,6 +89,12 @@ private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
+        if (mayEditRecord(call) && !m_query) {
+            const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
+                return removeFromRecord(text, m_steps[index], edited);
+            };
+            return editRecord(document, m_steps.size(), edit, out);
+        }
         if (m_query || !mayTakeShortCut(call, m_paths.size())) {
             return false;
         }
@@ -113,7 +122,8 @@ private:
 
     std::vector<std::string> m_words;
     std::vector<std::string> m_also;
-    std::vector<CallPath> m_paths;  ///< all of them, in order
+    std::vector<CallPath> m_paths;    ///< all of them, in order
+    std::vector<ValueSteps> m_steps;  ///< theirs; none where only the document knows them
     bool m_isMissingRight = false;
     std::optional<std::string> m_queryText;
     std::optional<ko::Orvid::JsonPath> m_query;

@@ -11,6 +11,7 @@
 
 #include "edit/ExcerptEdit.h"
 #include "edit/Kept.h"
+#include "edit/RecordEdit.h"
 #include "edit/rewrite.h"
 #include "edit/TextSplice.h"
 #include "input/MissingPath.h"
@@ -144,7 +145,10 @@ private:
         if (m_isOnlyForAbsent || !isPlain(call.layout) || m_textEdits.size() > mostPasses) {
             return false;
         }
-        if (!call.layout.isAsked && spliceAll(call, document, out)) {
+        const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
+            return setInRecord(call, text, index, edited);
+        };
+        if (mayEditRecord(call) && editRecord(document, m_textEdits.size(), edit, out)) {
             return true;
         }
         if (keepsText(call, document)) {
@@ -172,32 +176,12 @@ private:
         return {PlaceEdit::set, value.isObject() || value.isArray(), set};
     }
 
-    /// All but the last of the edits go through a text of their own.
-    bool spliceAll(const Call& call, const Document& document, Bytes& out) const {
-        Bytes edited;
-        std::string_view text = document.text;
-        for (std::size_t i = 0; i + 1 < m_textEdits.size(); ++i) {
-            Bytes next;
-            if (!spliceOne(call, text, i, next)) {
-                return false;
-            }
-            edited = std::move(next);
-            text = edited.view();
-        }
-        const std::size_t start = out.length();
-        out.append(call.lines.isOn ? document.mark : std::string_view());
-        if (!spliceOne(call, text, m_textEdits.size() - 1, out)) {
-            out.cut(start);
-            return false;
-        }
-        out.append(call.lines.isOn ? "\n" : "");
-        return true;
-    }
-
-    bool spliceOne(const Call& call, std::string_view text, std::size_t index, Bytes& out) const {
-        const std::string_view line = m_textEdits[index].value;
+    bool setInRecord(const Call& call, std::string_view text, std::size_t index, Bytes& out) const {
+        const TextEdit& edit = m_textEdits[index];
+        const std::string_view line = edit.value;
         const Scalar value{assignments()[index].value, line.substr(0, line.length() - 1)};
-        return splice(text, m_textEdits[index].steps, value, editOptions(call), out);
+        return splice(text, edit.steps, value, editOptions(call), out) ||
+               appendToRecord(text, edit.steps, value.element, out);
     }
 
     bool rewriteAll(const Call& call, const Document& document, Bytes& out) const {
