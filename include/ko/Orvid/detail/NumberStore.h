@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <ko/detail/copyShort.h>
 #include <ko/detail/sameBytes.h>
 #include <ko/export.h>
 
@@ -43,7 +44,7 @@ struct JsonNumber {
 /// pointer to the heap text and then the text itself, of up to k_small bytes. A wide text, of up to
 /// k_capacity bytes, fills the place of the pointer too. Then m_word holds either the binary value,
 /// packed, or the pointer, and on the heap there is room for bits and kind. Where there is a heap
-/// text, it is the number's text. What a text in m_bytes leaves free of them is zero. In both
+/// text, it is the number's text. The bytes of m_bytes that a text does not fill are zero. In both
 /// layouts m_kind also says whether the text in m_bytes is known to be a JSON number.
 class KO_API NumberStore {
 public:
@@ -70,7 +71,7 @@ public:
             constructLong(text, {});
         }
     }
-    /// The same. Remembers where there is room for the text that it is a JSON number.
+    /// The same. Remembers that it is a JSON number, if the text is not too long for that.
     explicit NumberStore(detail::JsonNumber number) : NumberStore(number.text) {
         if (number.text.size() <= k_capacity) {
             m_kind.store(k_json, std::memory_order_relaxed);
@@ -143,9 +144,9 @@ public:
         return {m_word.load(std::memory_order_relaxed), static_cast<unsigned char>(kind & k_kinds),
                 (kind & k_whole) != 0};
     }
-    /// Whether both were given the same text, and have it in here. False says nothing. A heap text
-    /// besides that does not matter: it is a copy, or derived, and then the value is that of the
-    /// given text all the same.
+    /// Whether both were given the same text, and have it in here. False means undecided. A heap
+    /// text besides does not matter: it is a copy, or derived, and the value is that of the given
+    /// text even then.
     bool hasSameTextAs(const NumberStore& other) const noexcept {
         if (m_length != other.m_length || m_length - 1U >= k_capacity) {
             return false;
@@ -267,10 +268,7 @@ private:
     }
     /// The given text where it is not on the heap.
     std::string_view heldText() const noexcept {
-        if (m_length == k_noText) {
-            return {};
-        }
-        return {heldBytes(), m_length};
+        return m_length == k_noText ? std::string_view() : std::string_view(heldBytes(), m_length);
     }
     const char* heldBytes() const noexcept {
         return reinterpret_cast<const char*>(m_bytes) + (isWide() ? 0 : k_textOffset);
@@ -297,28 +295,11 @@ private:
         m_kind.store(kind, std::memory_order_relaxed);
         m_length = length;
     }
-    /// At most k_small bytes, in words that overlap.
+    /// At most k_small bytes.
     void copyBytes(std::string_view text) noexcept {
         clearWord(k_textOffset);
         clearWord(k_lastWord);
-        unsigned char* const to = m_bytes + k_textOffset;
-        const char* const from = text.data();
-        const std::size_t length = text.size();
-        const auto copyEnds = [=](auto word) {
-            const auto last = ko::detail::wordAt<decltype(word)>(from + length - sizeof word);
-            word = ko::detail::wordAt<decltype(word)>(from);
-            std::memcpy(to, &word, sizeof word);
-            std::memcpy(to + length - sizeof last, &last, sizeof last);
-        };
-        if (length >= sizeof(std::uint64_t)) {
-            copyEnds(std::uint64_t());
-        } else if (length >= sizeof(std::uint32_t)) {
-            copyEnds(std::uint32_t());
-        } else {
-            for (std::size_t i = 0; i < length; ++i) {
-                to[i] = static_cast<unsigned char>(from[i]);
-            }
-        }
+        ko::detail::copyShort(m_bytes + k_textOffset, text);
     }
     /// A wide text without a binary value.
     void layOutWide(std::string_view text) noexcept {
