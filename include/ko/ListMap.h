@@ -21,9 +21,9 @@
 namespace ko {
 
 /// Members (key, value) with unique keys in insertion order. References and iterators to a member
-/// live until it is removed. Callers may change a
-/// member's value through an iterator, never its key. An operation that throws while it adds a
-/// member leaves the map as it was. An operation that states no cost is O(1).
+/// live until it is removed. Callers may change a member's value through an iterator, never its
+/// key. An operation that throws while it adds a member leaves the map as it was. An operation that
+/// states no cost is O(1).
 template<class Key, class Value, class Compare>
 class ListMap : public detail::PlacesOf<Value> {
 public:

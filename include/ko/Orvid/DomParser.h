@@ -76,12 +76,12 @@ public:
     /// The element must live, and its tree be left alone, until finish(). The pieces may not lie in
     /// the value that it replaces.
     void begin(Element& root);
-    /// Reads the next piece. Throws ParseException for what is malformed in the text so far; then
-    /// the document is over. Exception without a begin() before it.
+    /// Reads the next piece. Throws ParseException for an error in the text so far, which ends the
+    /// document, and Exception without a begin() before it.
     void feed(std::string_view piece);
-    /// Says that the text is over, so that a number at its end is complete. Where whole documents
-    /// are required it throws ParseException if the document is not complete; otherwise state()
-    /// says.
+    /// Ends the text, so that a number at its end is complete. Where whole documents are required,
+    /// throws ParseException if the document is not complete; otherwise state() says whether it is.
+    ///
     void finish();
     ///@}
 

@@ -30,8 +30,7 @@ namespace ko::Orvid {
 /// removed; a parent link never owns. Copying and assigning copy the value, deeply, and never the
 /// place: a copy is free-standing, a target of an assignment stays where it is. No operation needs
 /// more stack for a deeper tree. An operation that states no cost is O(1). While nobody changes a
-/// tree, any number of threads may read it: const operations, those of numbers too, are free of
-/// data races.
+/// tree, any number of threads may read it: const operations are free of data races.
 class KO_API Element {
 public:
     using TObject = Object<std::string, Element, std::less<std::string>>;
@@ -142,8 +141,8 @@ public:
     std::string toOr(PathView path, const char* fallback) const;  ///< the same
     /// -1, 0 or 1 as this value is below, equal to or above the other's: the total order of `==` to
     /// `>=`. Types as in compare(), numbers by Number::order(), strings by their bytes, arrays item
-    /// by item, objects by their members in the order of their keys; what begins the other is the
-    /// smaller. Linear, with a logarithm for members. Throws nothing but std::bad_alloc.
+    /// by item, objects by their members in the order of their keys; a prefix is below the whole.
+    /// Linear, with a logarithm for members. Throws nothing but std::bad_alloc.
     int order(const Element& other) const;
     ///@}
 

@@ -33,7 +33,7 @@ public:
     Exception(const std::string& message, const Element* element,
               const ko::Exception* cause = nullptr);
     Exception(const Exception& other);
-    /// What elementPath() returned before stays readable until this exception ends.
+    /// What elementPath() returned before stays valid until this exception is destroyed.
     Exception& operator=(const Exception& other);
     ~Exception() override;
 

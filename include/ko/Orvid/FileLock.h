@@ -38,8 +38,7 @@ struct KO_API FileStamp {
 /// The lock is on a file of its own in the same folder, named `.orvid-lock-` and digits, which is
 /// removed at the end. A process that is killed leaves it there, unlocked; the next one takes it
 /// over. All symbolic links to a file share its lock, other hard links do not. Taking it costs a
-/// few calls of the system, and as many for each time that it is asked for again; giving it back
-/// costs a few too, and all else is O(1).
+/// few calls of the system for each attempt; giving it back costs a few too, and all else is O(1).
 class KO_API FileLock {
 public:
     static constexpr std::chrono::milliseconds k_patience{60000};

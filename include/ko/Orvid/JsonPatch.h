@@ -26,11 +26,10 @@ struct PatchOptions {
     /// each byte of keys, strings and numbers. A few of them can double a document again and again.
     /// 0 is no limit.
     std::uint64_t maxGrowth = k_inProportion;
-    /// Where it is not null, and the patch succeeds, it gets what comparing does not show, for
-    /// Dom::text(): where each value that was moved stood in the target, and where it stands
-    /// afterwards; the same of items that equal one which was added to their array or removed from
-    /// it; and the containers around them. Values that were removed again, or that the patch itself
-    /// added, are left out.
+    /// Unless it is null, and when the patch succeeds, it gets what Dom::text() cannot find out by
+    /// comparing: the place of each value that was moved, before and afterwards; the same for items
+    /// that equal one which was added to their array or removed from it; and for the containers
+    /// around them. Values that were removed again, or that the patch itself added, are left out.
     MovedPlaces* moved = nullptr;
 };
 

@@ -32,8 +32,9 @@ struct QueryOptions {
     std::size_t maxResults = 10'000'000;
     /// How often an evaluation may look at an element: what bounds its time. Long texts that are
     /// compared or searched count once for each piece of 64 or 8 bytes, and regular expressions by
-    /// what they become when they are compiled. The default takes some seconds, half a minute of
-    /// comparisons, and some minutes of the slowest regular expressions.
+    /// what they become when they are compiled. With the default, a query that reaches the bound
+    /// has run for some seconds, for half a minute where it compares, and for some minutes with the
+    /// slowest regular expressions.
     unsigned long long maxVisits = 1'000'000'000;
     /// How deep filters, parentheses and calls of functions may be nested in the text. More than
     /// k_mostNesting count as that many.
@@ -105,7 +106,7 @@ public:
 
     /// @name Editing
     /// An element that is selected twice counts once, and one within another that is removed or
-    /// overwritten goes with it. Each returns how many distinct elements were selected.
+    /// overwritten is lost with that. Each returns how many distinct elements were selected.
     ///@{
 
     /// Removes all matches. Throws Exception, with nothing changed, where the root itself is one.

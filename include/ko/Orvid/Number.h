@@ -92,9 +92,9 @@ public:
     Number(Number&& other) noexcept;
     /// As set(const Number&).
     Number& operator=(const Number& other);
-    /// Takes both sides over; `other` is zero afterwards. Where memory is refused, that is so all
-    /// the same, but what toString() had returned of this number is left empty until the next
-    /// change, and is to be asked for again. Linear in the length of the text.
+    /// Takes both sides over; `other` is zero afterwards. Where memory is refused it still does,
+    /// but the string that toString() returned for this number before is empty until the next
+    /// change; toString() then returns another one. Linear in the length of the text.
     Number& operator=(Number&& other) noexcept;
     ~Number() = default;
     template<class T, class = std::enable_if_t<k_isArithmetic<T>>>
@@ -171,13 +171,13 @@ public:
     EBinaryType type() const;
 
     /// The text; a double that was set has six significant digits. The first call makes a copy on
-    /// the heap, and the reference to it stays as long as the number lives: whatever is set
-    /// afterwards is to be seen there. There are three times at which another string is returned,
-    /// which is gone with the next change, when the first one shows the text again: after a
-    /// syncToString() that made another text; after a move to this number for which memory was
-    /// refused; and once an empty text was converted. A number that is moved from may give its
-    /// strings to the one that it is moved to, and numbers that are swapped exchange them:
-    /// a reference is valid as long as both live. Throws std::bad_alloc.
+    /// the heap, and the reference to it is valid as long as the number lives: the string shows
+    /// whatever is set afterwards. In three cases another string is returned, which is valid until
+    /// the next change; then the first one shows the text again. They are: after a syncToString()
+    /// that made another text, after a move to this number for which memory was refused, and after
+    /// the conversion of an empty text. A number that is moved from may give its strings to the one
+    /// that it is moved to, and numbers that are swapped exchange theirs: there a reference is
+    /// valid as long as both live. Throws std::bad_alloc.
     const std::string& toString() const;
     /// The same, until the next change, without a copy on the heap where a text was given.
     std::string_view textView() const;
@@ -206,13 +206,12 @@ public:
     template<class T>
     T& getValue(T& out) const;
 
-    /// Reads the value as T, one of the types of k_isReadable, if it is one: for an integral type a
-    /// whole number from T's smallest to its largest value; for a floating type any number whose
-    /// nearest T is finite, which is the result. Zero is any T's, and a floating T's keeps its
-    /// sign, as in the texts `-0` and `-0.0`; a NaN that was set is a floating type's. Returns
-    /// whether it is, with `out` unchanged where it is not. Throws ko::RuntimeError for text that
-    /// is no number. No heap memory is used unless it throws or the text is longer than
-    /// NumberStore::k_capacity.
+    /// Reads the value as T, one of the types of k_isReadable, into `out`. Returns false, with
+    /// `out` unchanged, unless it fits: an integral T holds the whole numbers from its smallest to
+    /// its largest value; a floating T holds any number whose nearest T is finite, which is the
+    /// result, the zeros `-0` and `-0.0` with their sign, and a NaN that was set. Throws
+    /// ko::RuntimeError for text that is no number. No heap memory is used unless it throws or the
+    /// text is longer than NumberStore::k_capacity.
     template<class T>
     bool convertTo(T& out) const;
     /// Whether this is a number, and one without a fraction, as `1`, `1.0` and `10e-1` are.
@@ -263,7 +262,7 @@ public:
     /// Computes the binary value from a text that was given. A text without any of ".eE" is
     /// unsigned, or signed after a '-'; any other is a double. Throws
     /// ValueOutOfRange<std::string, std::string> when the text is beyond its kind; the kind is set
-    /// all the same and the binary value is left as it was. Text that is no number is converted as
+    /// even then, and the binary value is left as it was. Text that is no number is converted as
     /// far as it goes, without an error.
     void syncToBinary() const;
     /// Makes the text that is computed from the binary value the number's text; there is none while

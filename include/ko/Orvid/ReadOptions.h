@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// ReadOptions says what a DomParser takes and what it refuses. docs/reading-and-writing.md says
+// ReadOptions says what a DomParser accepts and what it refuses. docs/reading-and-writing.md says
 // more of each.
 
 #pragma once
@@ -10,7 +10,7 @@
 
 namespace ko::Orvid {
 
-/// What becomes of a key that its object holds already.
+/// What happens to a key that its object has already.
 enum class RepeatedKeys {
     replace,  ///< the key keeps its first place and its last value
     reject,   ///< it is an error; the first value stays
@@ -27,7 +27,7 @@ struct ReadOptions {
     /// Strings, keys and comments must be UTF-8.
     bool validateUtf8 = false;
     /// A `\u` escape of half a surrogate pair is an error when the other half does not stand beside
-    /// it. Otherwise it is read as something else.
+    /// it. Otherwise it is read as other characters, which docs/reading-and-writing.md lists.
     bool rejectLoneSurrogates = false;
     /// Whether `/* */` and `//` comments are whitespace, or errors.
     bool allowComments = true;

@@ -20,9 +20,10 @@ namespace ko::Orvid {
 ///
 /// A symbolic link is followed: the file it leads to is replaced, or made where it is missing. The
 /// mode, the access control list and the extended attributes stay, and the owner and group where
-/// the system permits; where the group cannot stay, it gets no more than all others may do. Where a
-/// list or an attribute of the user cannot stay, nothing is replaced. A new file has the mode that
-/// the umask leaves of 0666. Other hard links to the file keep the old content.
+/// the system permits; where the group cannot stay, the new group gets no more rights than all
+/// others have. Where a list or an attribute of the user cannot stay, nothing is replaced. A new
+/// file has the mode 0666 without the bits of the umask. Other hard links to the file keep the old
+/// content.
 ///
 /// Two programs that edit a file at the same time lose no edit when each holds a FileLock from
 /// before it reads to after commit(), and says by expect() what it has read.

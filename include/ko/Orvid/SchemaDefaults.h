@@ -36,8 +36,8 @@ struct FillOptions {
 /// completed in the same way. The items of arrays are completed, none is added. What is there
 /// stays, a null too, and so does the root's member `meta` with all that it holds.
 ///
-/// Returns how many defaults were written. Terminates, since each step down goes down in the schema
-/// too, and nothing is made without one: the cost is linear in the size of the schema, of the data
+/// Returns how many defaults were written. Terminates: each level that is made consumes a level of
+/// the schema. The cost is linear in the size of the schema, of the data
 /// that it describes, and of what is written. Does not recurse. Throws LimitExceeded, which names
 /// the element that was to get a default, or std::bad_alloc; the data is unchanged then.
 KO_API std::size_t fillDefaults(Element& element, const FillOptions& options = FillOptions());
@@ -55,7 +55,7 @@ struct ValueOrigin {
     /// The value or default, in the document; null for ValueSource::nowhere.
     const Element* value = nullptr;
     std::string path;        ///< what was asked for, from the root
-    std::string schemaPath;  ///< where the schema describes it, whether it does or not
+    std::string schemaPath;  ///< where the schema would describe it
 
     /// What it says, as a sentence. Linear in its length.
     KO_API std::string text() const;

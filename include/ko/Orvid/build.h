@@ -28,7 +28,7 @@ public:
              detail::IfConverted<T> = 0>
     BuildValue(const T& value) : m_element(Element::from(value)) {}
 
-    /// The items of a std::initializer_list are constant; this one may be moved from all the same.
+    /// Although the items of a std::initializer_list are constant, this one may be moved from.
     Element&& take() const noexcept { return std::move(m_element); }
 
 private:

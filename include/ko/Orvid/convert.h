@@ -42,7 +42,7 @@
     ORVID_DETAIL_JOIN(ORVID_DETAIL_FIELDS_, ORVID_DETAIL_OTHERS(__VA_ARGS__)) \
     (__VA_ARGS__)
 
-// Describes the type all the same, so that its conversions are no further errors.
+// Describes the type even so: this is then the only error, and not its conversions as well.
 #define ORVID_DETAIL_FIELDS_0(Type)                                                             \
     static_assert(sizeof(Type*) == 0, "ORVID_FIELDS names no field: ORVID_FIELDS(Type, a, b)"); \
     struct ORVID_DETAIL_NAME(OrvidFields, 0)                                                    \

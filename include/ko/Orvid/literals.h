@@ -19,8 +19,8 @@ inline namespace literals {
 /// the place of the error. Linear cost.
 KO_API Element operator""_json(const char* text, std::size_t length);
 
-/// The path. Throws ParseException with the 0-based column of the error when it is malformed, which
-/// a Path made in other ways does not look at. Linear cost.
+/// The path. Throws ParseException with the 0-based column of the error when it is malformed; the
+/// constructors of Path do not check that. Linear cost.
 KO_API Path operator""_path(const char* text, std::size_t length);
 
 }  // namespace literals

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // serialize() makes JSON text of an element or a document, in one step, or throws: what it returns
-// can be read back. docs/reading-and-writing.md says more; Generator writes to streams, and
-// whatever it is given.
+// can be read back. docs/reading-and-writing.md says more; Generator writes to streams, and also
+// what cannot be read back.
 
 #pragma once
 
