@@ -187,7 +187,7 @@ TEST(WriteOptions, replace_what_is_no_utf8_and_tell_so) {
     EXPECT_EQ(raw.state(), 0);
 }
 
-TEST(WriteOptions, go_together) {
+TEST(WriteOptions, may_all_be_set_at_once) {
     WriteOptions options = WriteOptions::tab();
     options.sortKeys = true;
     options.asciiOnly = true;

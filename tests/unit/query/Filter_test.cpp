@@ -30,7 +30,7 @@ constexpr Selection k_tests[] = {
     {"$[?@]", R"({"a":0,"b":false})", "0 false", "$['a'] $['b']", "every member exists"},
 };
 
-TEST(Filter, tests) {
+TEST(Filter, selects_where_its_condition_is_true) {
     for (const Selection& row : k_tests) {
         check(row);
     }
@@ -70,7 +70,7 @@ constexpr Selection k_comparisons[] = {
     {"$[?@[-1] == 2]", "[[1,2],[2,1]]", "[1,2]", "$[0]", "an index from the end"},
 };
 
-TEST(Filter, comparisons) {
+TEST(Filter, compares_by_value) {
     for (const Selection& row : k_comparisons) {
         check(row);
     }
@@ -102,7 +102,7 @@ constexpr Selection k_functions[] = {
     {"$[?match('abc', 'a.*') && @ > 1]", "[1,2]", "2", "$[1]", "a literal"},
 };
 
-TEST(Filter, functions) {
+TEST(Filter, calls_functions) {
     for (const Selection& row : k_functions) {
         check(row);
     }

@@ -43,7 +43,7 @@ constexpr Edit k_removals[] = {
     {"$['b','a'][*]", R"({"a":[1],"b":[2,3]})", R"({"a":[],"b":[]})", 3},
 };
 
-TEST(JsonPathEdit, remove) {
+TEST(JsonPathEdit, remove_takes_away_all_matches) {
     for (const Edit& row : k_removals) {
         SCOPED_TRACE(row.query);
         Document doc(row.before);
@@ -62,7 +62,7 @@ TEST(JsonPathEdit, remove_leaves_the_others_where_they_are) {
     CHECK_LINKS(doc.root);
 }
 
-TEST(JsonPathEdit, remove_many_members_of_a_large_object) {
+TEST(JsonPathEdit, removes_many_members_of_a_large_object) {
     std::string text = "{";
     for (int i = 0; i < 500; ++i) {
         text += "\"" + std::to_string(i) + "\":" + std::to_string(i) + ",";
@@ -89,7 +89,7 @@ constexpr Edit k_updates[] = {
     {"$.x", R"({"a":1})", R"({"a":1})", 0},
 };
 
-TEST(JsonPathEdit, update) {
+TEST(JsonPathEdit, update_gives_each_match_the_value) {
     for (const Edit& row : k_updates) {
         SCOPED_TRACE(row.query);
         Document doc(row.before);
@@ -100,7 +100,7 @@ TEST(JsonPathEdit, update) {
     }
 }
 
-TEST(JsonPathEdit, update_with_a_part_of_the_same_tree) {
+TEST(JsonPathEdit, update_takes_a_part_of_the_same_tree) {
     Document doc(R"({"a":{"b":1},"c":2})");
     EXPECT_EQ(JsonPath("$.*").update(doc.root, doc.root.get("a")), 2u);
     EXPECT_EQ(dense(doc.root), R"({"a":{"b":1},"c":{"b":1}})");

@@ -51,7 +51,7 @@ constexpr Selection k_names[] = {
     {"$ .a\n[ 'b' ]", R"({"a":{"b":1}})", "1", "$['a']['b']", "whitespace between segments"},
 };
 
-TEST(JsonPath, names) {
+TEST(JsonPath, selects_members_by_name) {
     for (const Selection& row : k_names) {
         check(row);
     }
@@ -85,7 +85,7 @@ constexpr Selection k_positions[] = {
     {"$[ 0 : 2 : 1 ]", "[5,6]", "5 6", "$[0] $[1]", "whitespace within"},
 };
 
-TEST(JsonPath, positions) {
+TEST(JsonPath, selects_items_by_position) {
     for (const Selection& row : k_positions) {
         check(row);
     }
@@ -110,7 +110,7 @@ constexpr Selection k_several[] = {
     {"$..a", "5", "", "", "nothing below a number"},
 };
 
-TEST(JsonPath, several_at_once) {
+TEST(JsonPath, selects_several_at_once) {
     for (const Selection& row : k_several) {
         check(row);
     }
@@ -156,7 +156,7 @@ TEST(JsonPath, is_singular_with_one_name_or_index_in_each_segment) {
     }
 }
 
-TEST(JsonPath, of_a_path) {
+TEST(JsonPath, is_made_of_a_path) {
     EXPECT_EQ(JsonPath::fromPath("a\\.b[3].c'd").str(), R"($['a.b'][3]['c\'d'])");
     EXPECT_EQ(JsonPath::fromPath("").str(), "$");
     try {
@@ -169,7 +169,7 @@ TEST(JsonPath, of_a_path) {
     EXPECT_THROW(JsonPath::fromPath("a["), ParseException);
 }
 
-TEST(JsonPath, of_a_pointer) {
+TEST(JsonPath, is_made_of_a_pointer) {
     EXPECT_EQ(JsonPath::fromPointer(JsonPointer("/a/0/01/")).str(), "$['a'][0]['01']['']");
     EXPECT_THROW(JsonPath::fromPointer(JsonPointer("/a/-")), Exception);
     const Document doc(R"({"0":["x"],"-":{"0":1}})");

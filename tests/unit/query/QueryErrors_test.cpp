@@ -17,13 +17,13 @@ namespace {
 using ko::Orvid::JsonPath;
 using ko::Orvid::ParseException;
 
-struct Faulty {
+struct BadQuery {
     const char* query;
     const char* carets;
     const char* message;
 };
 
-void check(const Faulty& row) {
+void check(const BadQuery& row) {
     SCOPED_TRACE(row.query);
     const auto error = thrownBy<ParseException>([&row] { JsonPath query(row.query); });
     const auto first = static_cast<std::size_t>(error.firstColumn());
@@ -34,7 +34,7 @@ void check(const Faulty& row) {
     EXPECT_EQ(error.lastLine(), 1);
 }
 
-constexpr Faulty k_syntax[] = {
+constexpr BadQuery k_syntax[] = {
     // clang-format off
     {"",
      "^", R"-(Expected "$" at the beginning, found the end)-"},
@@ -99,13 +99,13 @@ constexpr Faulty k_syntax[] = {
     // clang-format on
 };
 
-TEST(QueryErrors, of_syntax) {
-    for (const Faulty& row : k_syntax) {
+TEST(QueryErrors, mark_the_characters_of_an_error_of_syntax) {
+    for (const BadQuery& row : k_syntax) {
         check(row);
     }
 }
 
-constexpr Faulty k_filters[] = {
+constexpr BadQuery k_filters[] = {
     // clang-format off
     {"$[?]",
      "   ^", R"-(Expected a condition: a query that begins with "@" or "$", a literal, a function, "!" or "(", found "]")-"},
@@ -162,8 +162,8 @@ constexpr Faulty k_filters[] = {
     // clang-format on
 };
 
-TEST(QueryErrors, of_filters_and_types) {
-    for (const Faulty& row : k_filters) {
+TEST(QueryErrors, mark_the_part_of_a_filter_that_does_not_fit) {
+    for (const BadQuery& row : k_filters) {
         check(row);
     }
 }

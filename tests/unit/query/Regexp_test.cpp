@@ -85,7 +85,7 @@ constexpr Pattern k_patterns[] = {
     {"~!@#%&=:;\"'<>,`/_ ", "~!@#%&=:;\"'<>,`/_ ", "x"},
 };
 
-TEST(Regexp, matches) {
+TEST(Regexp, matches_one_text_of_each_pattern_and_not_another) {
     for (const Pattern& row : k_patterns) {
         EXPECT_TRUE(matches(row.matched, row.pattern)) << row.pattern;
         EXPECT_FALSE(matches(row.other, row.pattern)) << row.pattern;
@@ -100,7 +100,7 @@ TEST(Regexp, is_found_anywhere_unless_it_is_tied_down) {
     EXPECT_FALSE(isFound("a\nb", "a$"));
 }
 
-TEST(Regexp, refuses_what_the_standard_has_not) {
+TEST(Regexp, refuses_what_the_standard_does_not_have) {
     for (const char* const pattern :
          {"(",       ")",        "(a",      "a)",         "[",          "]",           "[]",
           "[^]",     "{",        "}",       "a{",         "a{}",        "a{1",         "a{,2}",

@@ -44,7 +44,7 @@ TEST(Build, the_last_of_a_repeated_key_counts_in_the_first_place) {
     EXPECT_EQ(compact(makeObject({{"a", 1}, {"b", 2}, {"a", 3}})), R"({"a": 3,"b": 2})");
 }
 
-TEST(Build, of_nothing) {
+TEST(Build, makes_empty_containers_of_empty_lists) {
     EXPECT_TRUE(makeArray({}).isArray());
     EXPECT_TRUE(makeObject({}).isObject());
 }
