@@ -10,7 +10,6 @@
 #include <ko/Orvid/PatchException.h>
 #include <ko/Orvid/TypeException.h>
 
-#include <algorithm>
 #include <limits>
 #include <optional>
 #include <string>

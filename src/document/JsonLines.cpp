@@ -13,7 +13,6 @@
 #include <limits>
 #include <new>
 #include <string>
-#include <string_view>
 
 #include "text/byteOrderMark.h"
 #include "text/whitespace.h"

@@ -10,7 +10,6 @@
 #include <charconv>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <system_error>
 
 #include "core/HashMix.h"

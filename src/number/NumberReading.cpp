@@ -12,7 +12,6 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <type_traits>
 

@@ -5,6 +5,7 @@
 #include "source/GapMaker.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace ko::Orvid {
 

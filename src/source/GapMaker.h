@@ -7,7 +7,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "source/Counterparts.h"
 #include "source/FormerGaps.h"

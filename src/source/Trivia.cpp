@@ -4,8 +4,6 @@
 
 #include "source/Trivia.h"
 
-#include <algorithm>
-
 namespace ko::Orvid {
 
 namespace {

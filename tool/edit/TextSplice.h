@@ -8,7 +8,6 @@
 #include <ko/Orvid.h>
 
 #include <string_view>
-#include <vector>
 
 #include "input/PathSteps.h"
 #include "output/Bytes.h"

@@ -2,7 +2,6 @@
 //
 // orvid get: the values at paths.
 
-#include <functional>
 #include <optional>
 
 #include "call/Options.h"

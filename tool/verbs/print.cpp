@@ -3,7 +3,6 @@
 // orvid print: the document in another layout.
 
 #include <string>
-#include <string_view>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
