@@ -64,7 +64,7 @@ private:
     std::optional<std::uint64_t> m_left;  ///< worked out when it is first asked for
 };
 
-/// One operation of a patch, and its way of failing.
+/// One operation of a patch; all of its errors are made here.
 class Operation {
 public:
     /// `moves` may be null.
@@ -130,7 +130,7 @@ private:
         }
     }
 
-    /// The pointer in "from". What fails until the next use of the path fails there.
+    /// The pointer in "from", which errors name until the path is used again.
     JsonPointer from() { return pointer("from"); }
 
     Element& at(const JsonPointer& pointer) {

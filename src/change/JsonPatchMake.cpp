@@ -122,7 +122,7 @@ private:
         return from.type() == to.type() && isContainer(from.data()) && shareAnything(from, to);
     }
 
-    /// Whether it is worth while to look into two containers. An empty one is filled or emptied.
+    /// Whether to look into two containers. An empty one is filled or emptied as a whole.
     static bool shareAnything(const Element& from, const Element& to) {
         if (from.isArray()) {
             return true;
@@ -243,8 +243,7 @@ private:
     }
 
     void emitEdits(std::size_t pair) {
-        // The pointer is worked out only where it is written: a deep one may hold thousands of
-        // pairs.
+        // The pointer is made only where it is written: on its way down may be thousands of pairs.
         const std::vector<Edit>& edits = m_pairs[pair].edits;
         JsonPointer pointer = edits.empty() ? JsonPointer() : placeOf(pair);
         for (const Edit& edit : edits) {

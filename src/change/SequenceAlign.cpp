@@ -28,7 +28,7 @@ struct Box {
     bool isEmpty() const { return fromBegin == fromEnd || toBegin == toEnd; }
 };
 
-/// Steps of an alignment's own, and those that it shares.
+/// The steps that an alignment may take: some of its own, and some that it shares with others.
 class Steps {
 public:
     Steps(std::uint64_t own, std::uint64_t& shared) : m_own(own), m_shared(shared) {}

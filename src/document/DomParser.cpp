@@ -37,7 +37,7 @@ constexpr std::size_t k_shownPieceSize = 255;
 constexpr std::size_t k_longestArea = (std::size_t{1} << 20U) * k_shownPieceSize;
 /// How much of a token that a piece of a stream cuts off is finished in place, in bytes.
 constexpr std::size_t k_room = 256;
-/// What the nodes of a small document take, in bytes: so much, and more for a byte of its text.
+/// What the nodes of a small document take, in bytes: at least, and for each byte of its text.
 constexpr std::size_t k_leastNodes = 160;
 constexpr std::size_t k_nodesPerByte = 6;
 
@@ -86,7 +86,7 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     }
     const bool isChecked = !m_reading->isLenient && m_reading->isBroken;
     if (m_isUsed && m_parser == nullptr && !isChecked && state() != k_complete) {
-        // The text goes on, though in another tree: only the events can say what becomes of it.
+        // The rest of the text goes into another tree: only the events can say what it means there.
         handOver({}, m_reading->scanner->offset());
     }
     start(root);
@@ -210,7 +210,7 @@ void DomParser::end() {
     m_current = nullptr;
 }
 
-/// All of the stream, for which it is waited. The stream's own exceptions are kept out of it.
+/// Reads the stream to its end, waiting for it, and without the exceptions that it may throw.
 void DomParser::readToEnd(std::istream& in) {
     if (!in.good()) {
         throw Exception("The stream cannot be read!", m_root);
@@ -250,8 +250,8 @@ void DomParser::readAvailable(std::istream& in, std::size_t pieceSize) {
     }
 }
 
-/// Scans what the stream's buffer holds in place, and what a file has beyond that in long pieces.
-/// Returns false where there is nothing to scan, or YAJL reads.
+/// Scans what the stream's buffer holds, in place, and the rest of a file in long pieces. Returns
+/// false where there is nothing to scan, or YAJL reads.
 bool DomParser::readInPlace(std::streambuf& buffer, FileChunks& chunks) {
     if (m_parser != nullptr || !m_reading->isLenient || m_reading->isBroken) {
         return false;
@@ -281,8 +281,8 @@ bool DomParser::readArea(std::streambuf& buffer) {
     return true;
 }
 
-/// Returns false where the stream has none. One with an error is scanned again by what the buffer
-/// would have held, whose pieces are those that YAJL's reader goes on with.
+/// Returns false where the stream has no chunk. One with an error is scanned again, in the pieces
+/// that the buffer would have held: with these YAJL's reader goes on.
 bool DomParser::readChunk(std::streambuf& buffer, FileChunks& chunks) {
     if (!m_reading->scanner->isShort()) {
         return false;
@@ -310,8 +310,9 @@ bool DomParser::readChunk(std::streambuf& buffer, FileChunks& chunks) {
     return true;
 }
 
-/// YAJL's reader begins with the piece, as if they had been read one by one, of the token that it
-/// decides about. The stream stands at that byte of the area, and at the end of the piece then.
+/// YAJL's reader begins with the piece that holds the token in error, as if all pieces had been
+/// read one by one. `at` is where the stream stands in the area; afterwards it stands after the
+/// piece.
 void DomParser::handOverFrom(std::streambuf& buffer, std::string_view area, std::size_t at) {
     const std::uint64_t begin = m_reading->scanner->offset() - area.size();
     const std::uint64_t token = std::max(begin, m_reading->scanner->tokenBegin()) - begin;
@@ -330,7 +331,7 @@ void DomParser::readText(std::string_view text) {
     } while (!text.empty());
 }
 
-/// `room` is how many bytes before the piece are a buffer's too.
+/// `room` is how many bytes before the piece may be written to.
 void DomParser::read(std::string_view piece, std::size_t room) {
     if (m_reading->isBroken && !m_reading->isLenient) {
         throw Exception("An error has ended the document!", m_root);
@@ -368,15 +369,15 @@ void DomParser::scan(std::string_view piece, std::size_t room) {
 template<class Sink>
 void DomParser::scan(std::string_view piece, std::size_t room, Sink& sink) {
     if (room > 0) {
-        // A buffer of a reading from a stream, which may be written to.
+        // The piece is in a buffer of readToEnd() or readAvailable(), which may be written to.
         m_reading->scanner->scan(const_cast<char*>(piece.data()), piece.size(), room, sink);
     } else {
         m_reading->scanner->scan(piece, sink);
     }
 }
 
-/// YAJL's reader goes on with the token that is malformed in the piece, or cut off before it. The
-/// piece begins at that offset.
+/// YAJL's reader goes on with the token that is malformed in the piece, or cut off before it.
+/// `begin` is the offset of the piece in the text.
 void DomParser::handOver(std::string_view piece, std::uint64_t begin) {
     const TextScanner& scanner = *m_reading->scanner;
     const std::uint64_t token = std::max(begin, scanner.tokenBegin());

@@ -90,7 +90,7 @@ void TreeWriter::writeNumber(const Number& number) {
     }
 }
 
-/// One whose text was not read as JSON. The text of a binary value is JSON unless it is a word.
+/// A number whose text was not read as JSON. That of a binary value is JSON unless it is a word.
 void TreeWriter::writeOtherNumber(const Number& number) {
     NumberBuffer buffer;
     const std::string_view text = number.textIn(buffer);
@@ -182,7 +182,7 @@ void TreeWriter::finishLevels() {
     }
 }
 
-/// Returns whether a container was opened, so that the level may have moved.
+/// Returns whether a container was opened, in which case the level may have moved.
 bool TreeWriter::writeItems(Level& level) {
     const std::size_t depth = m_open.size();
     const Element::TArray& array = *level.array;

@@ -132,7 +132,7 @@ void FileAttributes::giveTo(int file, bool isGroupKept) const {
         set(file, attribute, value);
     }
     if (m_accessList.empty()) {
-        // A list that the folder gave would come to count with the file's own mode.
+        // A list inherited from the folder would take effect with the file's own mode.
         const int result = untilDone([&] { return ::fremovexattr(file, k_accessList); });
         if (result != 0 && errno != ENODATA && !meansNoAttributes(errno)) {
             failWith(m_name, k_keepAccessList, errno);

@@ -50,7 +50,7 @@ SafeFile::SafeFile(const std::string& name) : m_name(name), m_target(linkTarget(
     if (!isNew && !S_ISREG(status.st_mode)) {
         throw FileException(name, k_write, "Not a regular file");
     }
-    // A rename asks no leave of the file that it replaces.
+    // A rename succeeds even where the file that it replaces is read-only.
     if (!isNew && ::faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0) {
         fail(k_write, errno);
     }
@@ -218,7 +218,7 @@ std::string readFile(const std::string& name, FileStamp& stamp) {
         failWith(name, k_read, errno);
     }
     stamp = FileStamp::of(file.get(), name);
-    // One byte more than the file is said to have shows its end without another round.
+    // Asking for one byte more than the file's size shows its end without a further call.
     const bool isRegular = S_ISREG(status.st_mode) && status.st_size > 0;
     std::string content(isRegular ? static_cast<std::size_t>(status.st_size) + 1 : firstRoom, '\0');
     std::size_t length = 0;

@@ -27,8 +27,8 @@ namespace {
 
 using Binary = NumberStore::Binary;
 
-/// The formatted extraction of a stream decides what becomes of the texts that are no plain
-/// integer; the plain ones are read without a stream, which is what makes typed reads cheap.
+/// A text that is no plain integer is converted as a stream extracts it. Plain integers are read
+/// without a stream, which is what makes typed reads cheap.
 template<class T>
 Binary readInteger(std::string_view text, T before) {
     T value = before;
@@ -224,8 +224,8 @@ void Number::syncToBinary() const {
 
 void Number::syncToString() const {
     if (m_store.hasGivenText() && m_store.binary().kind == ebNone) {
-        // Beside some long texts the binary value is not kept, so that nobody knows whether there
-        // was one: it counts as converted.
+        // For some long texts there is no room to keep the binary value, so it is not known whether
+        // there was one: it counts as converted.
         const Number probe(*this);
         Binary value = probe.m_store.binary();
         const bool isConverted = probe.convertGivenText(value) == Refusal::none;
@@ -236,8 +236,8 @@ void Number::syncToString() const {
     m_store.derive();
 }
 
-/// Replaces the bits from before in `value`, and keeps the result. A text that is beyond its kind
-/// has the kind alone, and that is not kept.
+/// Replaces the former bits in `value`, and keeps the result. A text beyond its kind has only the
+/// kind, and that is not kept.
 Number::Refusal Number::convertGivenText(Binary& value) const {
     const std::string_view text = m_store.givenText();
     SmallInteger small;

@@ -181,7 +181,7 @@ NumberStore::Heap* NumberStore::keptHeap() const noexcept {
     return kept;
 }
 
-/// The number's text is there from now on, where it was assigned already, and there alone.
+/// From now on `kept`, to which the text was assigned already, alone holds the number's text.
 void NumberStore::useHeap(Heap& kept, const Binary& binary, bool isDerived) noexcept {
     Heap* next = heap();
     while (next != nullptr) {
@@ -306,7 +306,7 @@ void NumberStore::takeString(Heap& kept, Heap& theirs, NumberStore& other) noexc
     }
 }
 
-/// What is in m_bytes comes to be beside `kept`.
+/// Takes the bytes of the other one, beside `kept`.
 void NumberStore::takeBytes(Heap& kept, const NumberStore& other) noexcept {
     const Binary binary = other.binary();
     useHeap(kept, binary, true);
@@ -381,7 +381,8 @@ inline bool NumberStore::publishWide(Heap& made) const noexcept {
     return false;
 }
 
-/// In the place of the one before it. Returns whether no other thread came first; then it is gone.
+/// Puts `made` in the place of the one before it. Where another thread came first, deletes `made`
+/// and returns false.
 inline bool NumberStore::publish(Heap* made) const noexcept {
     Heap* former = made->former;
     const bool isPublished =
@@ -401,8 +402,8 @@ bool NumberStore::isCurrent(const Heap& held) const noexcept {
            (!held.isLost && (held.isDerived || binary().kind == Number::ebNone));
 }
 
-// What is asked for most: the first string of a text in here, which takes one request for memory,
-// and a second one for a wide text. They are kept free of whatever is rare.
+// The common case: the first string of a text in here, which takes one allocation, and a second
+// one for a wide text. Rare cases are kept out of these functions.
 
 [[gnu::noinline]] const std::string& NumberStore::copySmall() const {
     auto* const made = new Heap(m_bytes + k_textOffset, RoomFor<k_small>{m_length});

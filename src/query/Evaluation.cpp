@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Segments and selectors at work.
+// Carries out the segments and selectors of a query.
 
 #include "query/Evaluation.h"
 
@@ -143,7 +143,7 @@ std::vector<const Element*> Evaluation::run(std::size_t most) {
     return std::move(results.nodes);
 }
 
-/// One more than there may be shows that there are too many.
+/// The limit and one: the one more shows that there are too many.
 std::size_t Evaluation::mostNodes() const {
     const std::size_t most = m_query.options.maxResults;
     return most == k_noBound ? most : most + 1;

@@ -24,7 +24,7 @@ Condition conditionOf(Test&& test, bool isNegated = false) {
     return condition;
 }
 
-/// What the parts make together; a single one is that by itself.
+/// Joins the parts; a single part stays as it is.
 Condition joined(std::vector<Condition>&& parts, bool isAll) {
     if (parts.size() == 1) {
         return std::move(parts.front());
@@ -58,7 +58,7 @@ Condition QueryParser::takeConjunction() {
     return joined(std::move(parts), true);
 }
 
-/// Takes the operator with the whitespace around it; leaves that where there is no such operator.
+/// Consumes the operator with the whitespace around it; without such an operator, nothing.
 bool QueryParser::takeOperator(std::string_view mark) {
     const std::size_t end = m_reader.position();
     m_reader.skipWhitespace();

@@ -59,7 +59,7 @@ void appendCharacter(std::string& text, char32_t c) {
     text += '}';
 }
 
-/// A pattern of which more and more is taken away from the front.
+/// A pattern that is consumed from the front.
 class Rest {
 public:
     explicit Rest(std::string_view text) : m_text(text) {}

@@ -38,7 +38,7 @@ bool isInMeta(const Element& element) {
     return false;
 }
 
-/// The descriptions below a member of which, reached through objects alone, a default stands.
+/// The descriptions that have a default below them, reached through objects only.
 std::unordered_set<const Element*> promisingBelow(const Element& schema) {
     std::vector<std::pair<const Element*, const Element*>> found{{&schema, nullptr}};
     for (std::size_t i = 0; i < found.size(); ++i) {

@@ -153,7 +153,7 @@ void renameHolder(const Holder& from, const Holder& to) {
     }
 }
 
-/// What is noted of the children of the one is true of the other's from now on.
+/// What is noted for the children of the one is noted for those of the other from now on.
 void exchangeOrigins(const Holder& a, const Holder& b) {
     renameHolder(a, b);
     renameHolder(b, a);

@@ -33,7 +33,7 @@ class Equality {
 public:
     Equality(NumberRule rule, unsigned long long budget) : m_rule(rule), m_budget(budget) {}
 
-    /// Nothing where the budget is too small.
+    /// nullopt where the budget is too small.
     std::optional<bool> holds(const Element& a, const Element& b) {
         bool result = sameValue(a.data(), b.data(), k_levels);
         while (result && !m_putOff.empty()) {
@@ -66,7 +66,7 @@ private:
         return a.type != etBoolean || a.value.boolean == b.value.boolean;
     }
 
-    /// `levels` is how many may be gone down.
+    /// `levels` is how many levels it may recurse.
     [[gnu::always_inline]] bool sameContainer(const SData& a, const SData& b, unsigned levels) {
         if (a.type != b.type) {
             return false;
