@@ -9,6 +9,7 @@
 #include "text/codePoints.h"
 #include "text/Utf8Block.h"
 #include "text/Utf8Sequence.h"
+#include "text/Utf8Wide.h"
 
 namespace ko::Orvid::text {
 
@@ -16,6 +17,8 @@ namespace {
 
 constexpr std::ptrdiff_t k_hexDigits = 4;
 constexpr std::ptrdiff_t k_unitLength = 2 + k_hexDigits;  // of \uXXXX
+/// From as many on the widest vectors are asked for.
+constexpr std::ptrdiff_t k_manyBytes = 64;
 
 /// The value of a hexadecimal digit; -1 for any other byte.
 int hexValue(char c) noexcept {
@@ -137,41 +140,22 @@ const char* appendEscape(std::string& out, const char* at, const char* end) {
     return at + k_unitLength;
 }
 
-/// After the whole valid characters at `at`, as far as blocks show them.
-const char* utf8BlocksEnd(const char* at, const char* end) noexcept {
+/// After the whole valid characters at `at`, as far as more than a byte at once shows them.
+const char* quickUtf8End(const char* at, const char* end) noexcept {
+    const char* const begin = at;
+    if (end - at >= k_manyBytes && hasWideUtf8()) {
+        at = wideUtf8End(at, end);
+    }
     if constexpr (WideBlock::k_marksAreBits) {
-        constexpr std::ptrdiff_t k_length = WideBlock::k_length;
-        if (end - at < k_length) {
-            return at;
-        }
-        while (end - at >= k_length) {
-            const bool isAscii = WideBlock(at).high() == 0;
-            const std::ptrdiff_t length =
-                isAscii ? k_length : wholeUtf8Length<WideBlock>(at, at, k_length);
-            if (length == 0) {
-                return at;
-            }
-            at += length;
-        }
-        if (at != end) {
-            at += wholeUtf8Length<WideBlock>(end - k_length, at, end - at);
-        }
+        at = utf8BlocksEnd<WideBlock>(begin, at, end);
     }
     return at;
 }
 
 }  // namespace
 
-bool isUtf8InBlock(const char* at, std::ptrdiff_t count) noexcept {
-    if constexpr (WideBlock::k_marksAreBits) {
-        return wholeUtf8Length<WideBlock>(at, at, count) == count;
-    } else {
-        return scanUtf8(at, at + count).at == at + count;
-    }
-}
-
 Utf8Scan scanUtf8(const char* at, const char* end) noexcept {
-    at = utf8BlocksEnd(at, end);
+    at = quickUtf8End(at, end);
     while (true) {
         at = Utf8Sequence::skip(asciiEnd(at, end), end);
         if (at == end || isHigh(*at)) {

@@ -48,10 +48,6 @@ struct Utf8Scan {
     std::size_t length;  ///< of a malformed sequence; 0 otherwise
 };
 
-/// Whether all of a few bytes are UTF-8: at least one, and no more than a wide block has, which may
-/// be read whole.
-bool isUtf8InBlock(const char* at, std::ptrdiff_t count) noexcept;
-
 /// Looks for the first byte that is no UTF-8.
 Utf8Scan scanUtf8(const char* at, const char* end) noexcept;
 

@@ -81,26 +81,63 @@ const char* TextScanner::cut(const char* at, const char* verified) noexcept {
     return nullptr;
 }
 
+void TextScanner::beginWindow(std::string_view window, std::uint64_t offset) noexcept {
+    m_window = window.data();
+    m_windowOffset = offset;
+    m_utf8End = window.data() + (m_rules.validateUtf8 ? 0 : window.size());
+}
+
+/// Whether the string from `at` to `stop` is UTF-8, as far as that is asked for. Long runs of text
+/// are looked at much faster than each of their strings, so what follows the string is looked at
+/// together with it: about as much as was read already, since not all of it may be read later.
+bool TextScanner::isUtf8Until(const char* at, const char* stop, const char* end) noexcept {
+    constexpr std::ptrdiff_t k_mostAhead = 32768;
+    if (stop > m_utf8End) {
+        const std::ptrdiff_t ahead = std::min({end - stop, stop - m_window, k_mostAhead});
+        m_utf8End = text::scanUtf8(std::max(at, m_utf8End), stop + ahead).at;
+    }
+    return stop <= m_utf8End;
+}
+
 /// A string that does not end within a wide block, or has more than plain characters.
 const char* TextScanner::takeLongText(const char* at, const char* end, std::string_view& text,
                                       bool isRead) {
+    if (m_verified > 0) {
+        return takeOddText(at, at + m_verified, end, text, isRead);
+    }
     bool hasHigh = false;
-    const char* const stop = m_verified == 0 ? text::plainEnd(at + 1, end, hasHigh) : end;
-    const bool isUnsure = m_verified > 0 || (hasHigh && m_rules.validateUtf8);
-    const auto isFaulty = [&] { return isUnsure && text::scanUtf8(at + 1, stop).at != stop; };
-    if (stop == end || *stop != '"' || isFaulty()) {
-        return takeOddText(at, isUnsure ? at + std::max<std::size_t>(m_verified, 1) : stop, end,
-                           text, isRead);
+    const char* const stop = text::plainEnd(at + 1, end, hasHigh);
+    if (stop != end && *stop == '\\') {
+        return takeEscapedText(at, stop, end, text, isRead);
+    }
+    if (stop == end || *stop != '"' || (hasHigh && !isUtf8Until(at + 1, stop, end))) {
+        return takeOddText(at, hasHigh ? at + 1 : stop, end, text, isRead);
     }
     text = between(at + 1, stop);
     return stop + 1;
 }
 
-/// A string that the quick look leaves to this: with escapes, with errors, in pieces.
-/// What lies before `from` has been looked at.
+/// A string with escapes, the first of which is at `from`. Its UTF-8 is looked at when its end is
+/// known, and not from escape to escape.
+const char* TextScanner::takeEscapedText(const char* at, const char* from, const char* end,
+                                         std::string_view& text, bool isRead) {
+    const text::StringScan scan =
+        text::scanString(from, end, {false, m_rules.rejectLoneSurrogates});
+    if (scan.end != text::StringEnd::quote || !isUtf8Until(at + 1, scan.at, end)) {
+        return takeOddText(at, at + 1, end, text, isRead);
+    }
+    text = between(at + 1, scan.at);
+    if (isRead) {
+        m_text.clear();
+        text::appendUnescaped(m_text, at + 1, scan.at);
+        text = m_text;
+    }
+    return scan.at + 1;
+}
+
+/// A string with errors, or in pieces. What lies before `from` has been looked at.
 const char* TextScanner::takeOddText(const char* at, const char* from, const char* end,
                                      std::string_view& text, bool isRead) {
-    const bool isResumed = m_verified > 1;
     const text::StringScan scan = text::scanString(from, end, m_rules);
     if (scan.end == text::StringEnd::text) {
         return cut(at, scan.at);
@@ -110,7 +147,7 @@ const char* TextScanner::takeOddText(const char* at, const char* from, const cha
     }
     m_verified = 0;
     text = between(at + 1, scan.at);
-    if (isRead && (scan.hasEscape || isResumed)) {
+    if (isRead) {
         m_text.clear();
         text::appendUnescaped(m_text, at + 1, scan.at);
         text = m_text;

@@ -158,8 +158,12 @@ private:
     template<class Sink>
     const char* close(const char* at, Sink& sink);
 
+    void beginWindow(std::string_view window, std::uint64_t offset) noexcept;
+    bool isUtf8Until(const char* at, const char* stop, const char* end) noexcept;
     const char* takeText(const char* at, const char* end, std::string_view& text, bool isRead);
     const char* takeLongText(const char* at, const char* end, std::string_view& text, bool isRead);
+    const char* takeEscapedText(const char* at, const char* from, const char* end,
+                                std::string_view& text, bool isRead);
     const char* takeOddText(const char* at, const char* from, const char* end,
                             std::string_view& text, bool isRead);
     const char* takeOdd(const char* at, const char* end);
@@ -208,6 +212,8 @@ private:
     std::uint64_t m_end = 0;     ///< after the value
     const char* m_window = nullptr;
     std::uint64_t m_windowOffset = 0;
+    /// What is before it in the window need not be looked at for UTF-8.
+    const char* m_utf8End = nullptr;
 
     text::OpenBrackets m_open;
     Next m_next = Next::value;

@@ -53,8 +53,7 @@ void TextScanner::scanWindow(std::string_view window, std::uint64_t offset, Sink
     if (isOver()) {
         return;
     }
-    m_window = window.data();
-    m_windowOffset = offset;
+    beginWindow(window, offset);
     const char* const end = window.data() + window.size();
     const char* const stop = run(window.data(), end, sink);
     if (stop == end || isOver()) {
@@ -75,8 +74,7 @@ void TextScanner::scanHeld(std::string_view& piece, Sink& sink) {
         const std::size_t step = std::min(piece.size() - added, std::max(k_step, m_held.size()));
         m_held.append(piece, added, step);
         added += step;
-        m_window = m_held.data();
-        m_windowOffset = begin;
+        beginWindow(m_held, begin);
         const char* const end = m_held.data() + m_held.size();
         const char* const stop = run(m_held.data(), end, sink);
         if (m_error) {

@@ -163,9 +163,8 @@ inline void TextScanner::setLevel(Level level) noexcept {
         const text::WideBlock block(at + 1);
         const auto stops = block.special();
         const char* const stop = at + 1 + (stops == 0 ? 0 : text::WideBlock::first(stops));
-        const bool isUnsure = m_rules.validateUtf8 && text::isMarkedBefore(stops, block.high());
-        if (stops != 0 && *stop == '"' &&
-            !(isUnsure && !text::isUtf8InBlock(at + 1, stop - at - 1))) {
+        const bool isUnsure = stop > m_utf8End && text::isMarkedBefore(stops, block.high());
+        if (stops != 0 && *stop == '"' && !(isUnsure && !isUtf8Until(at + 1, stop, end))) {
             text = {at + 1, static_cast<std::size_t>(stop - at) - 1};
             return stop + 1;
         }

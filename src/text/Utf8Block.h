@@ -45,4 +45,23 @@ template<class Block>
     return length;
 }
 
+/// After the whole valid characters at `at`, as far as blocks show them. `begin` is before them, or
+/// the same, and may be read from.
+template<class Block>
+const char* utf8BlocksEnd(const char* begin, const char* at, const char* end) noexcept {
+    constexpr std::ptrdiff_t k_length = Block::k_length;
+    while (end - at >= k_length) {
+        const bool isAscii = Block(at).high() == 0;
+        const std::ptrdiff_t length = isAscii ? k_length : wholeUtf8Length<Block>(at, at, k_length);
+        if (length == 0) {
+            return at;
+        }
+        at += length;
+    }
+    if (at != end && end - begin >= k_length) {
+        at += wholeUtf8Length<Block>(end - k_length, at, end - at);
+    }
+    return at;
+}
+
 }  // namespace ko::Orvid::text

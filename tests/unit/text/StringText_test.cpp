@@ -6,12 +6,14 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <random>
 #include <string>
 #include <string_view>
+
+#include "text/Utf8Block.h"
+#include "text/Utf8Wide.h"
 
 namespace {
 
@@ -245,16 +247,48 @@ TEST(StringText, is_utf8_where_all_bytes_are) {
     EXPECT_TRUE(text::isUtf8(std::string_view("\xC3\xA9\xFF").substr(0, 2)));
 }
 
-TEST(StringText, knows_of_less_than_a_block_whether_it_is_utf8) {
+/// Whether a quick look ended where `plain` bytes are UTF-8 in no character, and not long before.
+void expectQuickEnd(const std::string& bytes, std::size_t plain, const char* quickEnd) {
+    constexpr std::size_t k_most = 70;
+    const auto end = static_cast<std::size_t>(quickEnd - bytes.data());
+    ASSERT_LE(end, plain) << testing::PrintToString(bytes);
+    EXPECT_LT(plain - end, k_most) << testing::PrintToString(bytes);
+    EXPECT_EQ(plainEndOf(bytes.substr(0, end)), end) << testing::PrintToString(bytes);
+}
+
+TEST(StringText, quick_looks_at_utf8_end_at_a_character_and_not_long_before_an_error) {
     std::mt19937 random(8);
-    for (int round = 0; round < 20000; ++round) {
-        const std::string bytes = randomText(random, 4 + random() % 24);
-        const std::string padded = bytes + std::string(text::WideBlock::k_length, '\x80');
-        const auto count = std::min(static_cast<std::ptrdiff_t>(bytes.size()),
-                                    std::ptrdiff_t{text::WideBlock::k_length});
-        const std::string looked = bytes.substr(0, static_cast<std::size_t>(count));
-        ASSERT_EQ(text::isUtf8InBlock(padded.data(), count), plainEndOf(looked) == looked.size())
-            << testing::PrintToString(looked);
+    for (int round = 0; round < 5000; ++round) {
+        const std::string bytes = randomText(random, 64 + random() % 200);
+        const char* const end = bytes.data() + bytes.size();
+        const std::size_t plain = plainEndOf(bytes);
+        if (text::hasWideUtf8()) {
+            expectQuickEnd(bytes, plain, text::wideUtf8End(bytes.data(), end));
+        }
+        if constexpr (text::WideBlock::k_marksAreBits) {
+            expectQuickEnd(bytes, plain,
+                           text::utf8BlocksEnd<text::WideBlock>(bytes.data(), bytes.data(), end));
+        }
+    }
+}
+
+TEST(StringText, wide_vectors_know_every_sequence_across_their_ends) {
+    if (!text::hasWideUtf8()) {
+        GTEST_SKIP() << "for processors that have them";
+    }
+    const char* const tails[] = {"", "\x80", "\xBF", "\x80\x80", "\xBF\xBF", "\x80\x7F"};
+    for (unsigned int pair = 0; pair < 0x10000; ++pair) {
+        for (const std::string tail : tails) {
+            const std::string sequence{static_cast<char>(pair >> 8U), static_cast<char>(pair)};
+            const bool isValid = text::isUtf8(sequence + tail + "a");
+            for (const std::size_t before : {31U, 62U, 63U}) {
+                std::string bytes(256, 'a');
+                bytes.replace(before, 2 + tail.size(), sequence + tail);
+                const char* const end = bytes.data() + bytes.size();
+                ASSERT_EQ(text::wideUtf8End(bytes.data(), end) == end, isValid)
+                    << testing::PrintToString(sequence + tail) << " after " << before;
+            }
+        }
     }
 }
 

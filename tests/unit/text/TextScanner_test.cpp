@@ -173,6 +173,29 @@ TEST(TextScanner, a_token_of_many_pieces_costs_no_more_than_a_whole_one) {
     }
 }
 
+/// Long enough for all ways to look at UTF-8: with and without escapes, short and long.
+std::string stringsOfManyScripts() {
+    std::string text = "[";
+    for (int i = 0; i < 6; ++i) {
+        text += "\"plain\",\"caf\xC3\xA9\",\"\\\"\xE4\xBB\x8A\xE6\x97\xA5\\n\\u00e9\",";
+        text += "\"\xF0\x9F\x98\x80 and \xD0\xB4\xD0\xBE\xD0\xBC in more than a block\",";
+    }
+    return text + "0]";
+}
+
+TEST(TextScanner, finds_the_first_byte_that_is_no_utf8_wherever_it_is) {
+    const std::string valid = stringsOfManyScripts();
+    for (const char wrong : {'\x80', '\xC3', '\xED', '\xF4', '\xFF'}) {
+        for (std::size_t at = 0; at < valid.size(); ++at) {
+            std::string text = valid;
+            text[at] = wrong;
+            // By single bytes no more than one character is looked at.
+            ASSERT_EQ(whole(text), logOf(text, ReadOptions::strict(), 1))
+                << testing::PrintToString(text);
+        }
+    }
+}
+
 /// What brings another reader to where the scanner is after the text.
 std::string entryAfter(const std::string& text) {
     TextScanner scanner{ReadOptions()};
