@@ -18,6 +18,9 @@ namespace ko::Orvid::text {
 namespace {
 
 constexpr std::size_t k_escapeLength = 6;
+/// More than any number needs: twenty digits with a sign, a decimal point and an exponent, or four
+/// zeros before.
+constexpr std::size_t k_numberRoom = 40;
 /// What copyLoosely() reads beyond the end.
 constexpr std::size_t k_padding = 16;
 
@@ -162,15 +165,31 @@ Writer::Writer(const Layout& layout)
       m_hasFinalNewline(layout.hasFinalNewline),
       m_isAscii(layout.isAscii),
       m_closesEmpty(layout.closesEmpty),
-      m_indent(acceptedIndent(layout.indent)) {
-    if (m_isIndented) {
-        m_leadLength = 1;
-    }
+      m_indent(acceptedIndent(layout.indent)),
+      m_leadKinds(leadsOf(layout)) {
+    restart();
     deepen();
 }
 
+const Writer::Lead* Writer::leadsOf(const Layout& layout) noexcept {
+    constexpr std::size_t k_deep = ~std::size_t{0};
+    constexpr Lead k_none{0, 0, 0};
+    constexpr Lead k_next{k_comma, k_deep, 0};
+    constexpr Lead k_line{k_comma + 1, k_deep, -1};    // without the comma
+    constexpr Lead k_margin{k_comma + 2, k_deep, -2};  // without the newline too
+    constexpr Lead k_colon{0, 0, 1};
+    constexpr Lead k_colonAndSpace{0, 0, 2};
+    static constexpr Lead k_compact[] = {k_none, k_line, k_next, k_colon,
+                                         k_line, k_next, k_none, k_none};
+    static constexpr Lead k_indented[] = {k_none,   k_margin, k_next, k_colonAndSpace,
+                                          k_margin, k_next,   k_none, k_none};
+    static constexpr Lead k_closesEmpty[] = {k_none, k_line, k_next, k_colonAndSpace,
+                                             k_line, k_next, k_none, k_none};
+    return !layout.isIndented ? k_compact : layout.closesEmpty ? k_closesEmpty : k_indented;
+}
+
 WriteStatus Writer::integer(long value) {
-    char text[24];
+    char text[k_numberRoom];
     const char* const end = std::to_chars(text, text + sizeof text, value).ptr;
     return literal(text, static_cast<std::size_t>(end - text));
 }
@@ -180,7 +199,7 @@ WriteStatus Writer::real(double value) {
         return takesValue() ? keep(WriteStatus::invalidNumber) : refuse();
     }
     constexpr int k_digits = 20;
-    char text[k_digits + 12];  // with a sign, a decimal point and an exponent, or four zeros before
+    char text[k_numberRoom];
     const char* const end =
         std::to_chars(text, text + sizeof text, value, std::chars_format::general, k_digits).ptr;
     return literal(text, static_cast<std::size_t>(end - text));
@@ -228,7 +247,7 @@ void Writer::swapText(Bytes& bytes) noexcept {
 void Writer::restart() noexcept {
     clear();
     m_outer.clear();
-    m_leadLength = m_isIndented ? 1 : 0;
+    m_leadLength = m_isIndented ? 2 : 1;
     m_state = State::start;
     m_first = WriteStatus::ok;
 }
@@ -328,14 +347,12 @@ void Writer::deepen() {
     try {
         m_outer.reserve(std::max<std::size_t>(2 * m_outer.size(), k_padding));
         const std::size_t levels = m_outer.capacity();
-        if (m_isIndented) {
-            std::string leads = "\n";
-            leads.reserve(1 + levels * m_indent.size() + k_padding);
-            for (std::size_t i = 0; i < levels; ++i) {
-                leads += m_indent;
-            }
-            m_leads = leads.append(k_padding, ' ');
+        std::string leads = m_isIndented ? ": ,\n" : ": ,";
+        leads.reserve(leads.size() + levels * m_indent.size() + k_padding);
+        for (std::size_t i = 0; m_isIndented && i < levels; ++i) {
+            leads += m_indent;
         }
+        m_leads = leads.append(k_padding, ' ');
     } catch (...) {
         m_state = State::broken;
         throw;

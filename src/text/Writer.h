@@ -101,6 +101,15 @@ private:
     /// a copy.
     static constexpr std::size_t k_slack = 32;
 
+    /// What separates a value or a key from what is before it: bytes of m_leads, in a form that
+    /// leaves nothing to decide for a token.
+    struct Lead {
+        std::size_t from;      ///< where they begin
+        std::size_t deep;      ///< all bits where m_leadLength counts, or else none
+        std::ptrdiff_t added;  ///< to that, for how many there are
+    };
+    static constexpr std::size_t k_comma = 2;  ///< where it stands in m_leads
+
     static State after(State state) noexcept;
     bool takesValue() const noexcept;
     WriteStatus literal(const char* text, std::size_t length);
@@ -121,8 +130,7 @@ private:
     [[gnu::noinline]] char* grow(const char* at, std::size_t needed);
     [[gnu::noinline]] void deepen();
     char* lead(char* at) const noexcept;
-    char* margin(char* at) const noexcept;
-    char* newLine(char* at, std::size_t from) const noexcept;
+    static const Lead* leadsOf(const Layout& layout) noexcept;
     void finish(char* at) noexcept;
 
     Bytes m_bytes;         ///< the text, but its length is that of an earlier one
@@ -135,8 +143,11 @@ private:
     const bool m_closesEmpty;
     WriteStatus m_first = WriteStatus::ok;
     const std::string m_indent;
-    std::string m_leads;           ///< a newline and the indents of as many levels as were needed
-    std::size_t m_leadLength = 0;  ///< what of it stands before the next member or item
+    const Lead* const m_leadKinds;  ///< for each state
+    /// A colon and a space, a comma, and in the indented layout a newline and the indents of as
+    /// many levels as were needed; then as many bytes as copyLoosely() may read.
+    std::string m_leads;
+    std::size_t m_leadLength = 0;  ///< what of it stands between a member or item and the next
     std::vector<State> m_outer;    ///< what comes after each open container
 };
 
@@ -148,8 +159,11 @@ inline void copyLoosely(char* to, const char* from, std::size_t length) noexcept
     }
 }
 
-/// Copies `length` bytes, most often few, without a call.
+/// Copies `length` bytes, most often few, without a call: two words that overlap.
 inline void copyShort(char* to, const char* from, std::size_t length) noexcept {
+    struct Pair {
+        std::uint64_t words[2];
+    };
     const auto copyEnds = [=](auto word) {
         auto last = word;
         std::memcpy(&word, from, sizeof word);
@@ -157,23 +171,27 @@ inline void copyShort(char* to, const char* from, std::size_t length) noexcept {
         std::memcpy(to, &word, sizeof word);
         std::memcpy(to + length - sizeof last, &last, sizeof last);
     };
-    if (length > 16) {
+    if (length > 2 * sizeof(Pair)) {
         std::memcpy(to, from, length);
+    } else if (length >= sizeof(Pair)) {
+        copyEnds(Pair());
     } else if (length >= sizeof(std::uint64_t)) {
         copyEnds(std::uint64_t());
     } else if (length >= sizeof(std::uint32_t)) {
         copyEnds(std::uint32_t());
-    } else {
-        for (std::size_t i = 0; i < length; ++i) {
-            to[i] = from[i];
-        }
+    } else if (length != 0) {
+        const char middle = from[length / 2];
+        const char last = from[length - 1];
+        to[0] = from[0];
+        to[length / 2] = middle;
+        to[length - 1] = last;
     }
 }
 
 inline Writer::State Writer::after(State state) noexcept {
-    constexpr State k_after[] = {State::complete, State::mapValue, State::mapValue,
-                                 State::mapKey,   State::inArray,  State::inArray,
-                                 State::complete, State::complete};
+    static constexpr State k_after[] = {State::complete, State::mapValue, State::mapValue,
+                                        State::mapKey,   State::inArray,  State::inArray,
+                                        State::complete, State::complete};
     return k_after[static_cast<unsigned char>(state)];
 }
 
@@ -182,36 +200,12 @@ inline bool Writer::takesValue() const noexcept {
            m_state == State::arrayStart || m_state == State::start;
 }
 
-/// Writes the line end and the indent, from the byte `from` of both on.
-inline char* Writer::newLine(char* at, std::size_t from) const noexcept {
-    copyLoosely(at, m_leads.data() + from, m_leadLength - from);
-    return at + m_leadLength - from;
-}
-
 /// Writes what separates a value or a key from what is before it.
 inline char* Writer::lead(char* at) const noexcept {
-    constexpr char k_separators[] = {0, 0, ',', ':', 0, ',', 0, 0};
-    const char separator = k_separators[static_cast<unsigned char>(m_state)];
-    *at = separator;
-    at += separator != 0 ? 1 : 0;
-    return m_isIndented ? margin(at) : at;
-}
-
-/// Writes the whitespace between the separator and a value or a key.
-inline char* Writer::margin(char* at) const noexcept {
-    switch (m_state) {
-        case State::inArray:
-        case State::mapKey:
-            return newLine(at, 0);
-        case State::mapValue:
-            *at = ' ';
-            return at + 1;
-        case State::mapStart:
-        case State::arrayStart:
-            return newLine(at, m_closesEmpty ? 0 : 1);
-        default:
-            return at;
-    }
+    const Lead& lead = m_leadKinds[static_cast<unsigned char>(m_state)];
+    const std::size_t length = (m_leadLength & lead.deep) + static_cast<std::size_t>(lead.added);
+    copyLoosely(at, m_leads.data() + lead.from, length);
+    return at + length;
 }
 
 inline void Writer::finish(char* at) noexcept {
@@ -275,7 +269,8 @@ inline WriteStatus Writer::close(char bracket) {
     if (m_isIndented) {
         m_leadLength -= m_indent.size();
         if (!isEmpty || !m_closesEmpty) {
-            at = newLine(at, 0);
+            copyLoosely(at, m_leads.data() + k_comma + 1, m_leadLength - 1);
+            at += m_leadLength - 1;
         }
     }
     *at++ = bracket;

@@ -367,6 +367,20 @@ TEST(Writer, writes_plain_strings_like_others_of_every_length) {
     }
 }
 
+TEST(Writer, writes_numbers_of_every_length_between_others) {
+    std::string digits;
+    for (int i = 1; i <= 70; ++i) {
+        digits += static_cast<char>('0' + i % 10);
+        Writer writer(layout(true, "  "));
+        writer.openArray();
+        writer.integer(1);
+        writeNumber(writer, digits);
+        writer.integer(2);
+        writer.closeArray();
+        EXPECT_EQ(writer.text(), "[\n  1,\n  " + digits + ",\n  2\n]\n");
+    }
+}
+
 TEST(Writer, begins_anew_after_a_document_and_within_one) {
     for (const bool isWhole : {false, true}) {
         Writer writer(layout(true, "  "));
