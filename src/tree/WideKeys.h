@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// WideKeys: the keys of wide objects while they are read. A table of their hashes takes a
-// tenth of the time of an index in the order of the keys, and is gone when the object ends.
+// WideKeys: the keys of wide objects while they are read. A few bits for each of them say of nearly
+// every key that it is new. For the others their hashes are searched, in the order of the members
+// at first; where that is often needed, in a table. It takes less than a tenth of the time of an
+// index in the order of the keys, and all is gone when the object ends.
 
 #pragma once
 
@@ -11,18 +13,26 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <new>
 #include <string_view>
 #include <vector>
 
+#include "core/HashMix.h"
+
 namespace ko::Orvid {
+
+/// Without a secret: of keys that were made to have one hash, WideKeys takes only so many.
+struct WideKeyHash {
+    std::size_t operator()(std::string_view key) const noexcept {
+        return mixed(1, hashOfText(key));
+    }
+};
 
 /// The keys of one object, each of whose members was added. Gives up for good where many keys have
 /// similar hashes, which may be an attack, or where memory runs out: so each operation has constant
 /// cost (amortised), and none throws.
-template<class Hash = std::hash<std::string_view>>
+template<class Hash = WideKeyHash>
 class WideKeys {
 public:
     using Member = Element::TObject::value_type;
@@ -33,94 +43,190 @@ public:
     /// The member with that key; null where there is none, or where this has given up.
     Member* find(std::string_view key) noexcept {
         m_hash = static_cast<std::uint32_t>(Hash()(key));
-        const bool isKnown = seek([&](std::uint32_t number) {
-            const std::string_view present = m_members[number - 1]->first;
-            return present.size() == key.size() &&
-                   ko::detail::sameBytes(present.data(), key.data(), key.size());
-        });
-        return isKnown ? m_members[m_slots[m_slot].number - 1] : nullptr;
+        m_bits = bitsOf(m_hash);
+        const bool isNew = m_seen.empty() || (m_seen[wordOf(m_hash)] & m_bits) != m_bits;
+        return isNew ? nullptr : seek(key);
     }
 
     /// Its key was looked up last, and not found.
     void add(Member& member) noexcept {
-        try {
-            if (!m_hasGivenUp && 2 * (m_members.size() + 1) > m_slots.size()) {
-                grow();
-            }
-            if (!m_hasGivenUp) {
-                m_members.push_back(&member);
-                m_slots[m_slot] = {m_hash, static_cast<std::uint32_t>(m_members.size())};
-            }
-        } catch (const std::bad_alloc&) {
-            giveUp();
+        if (m_hashes.size() == m_room && !widen()) {
+            return;
         }
+        m_hashes.push_back(m_hash);
+        m_members.push_back(&member);
+        m_seen[wordOf(m_hash)] |= m_bits;
     }
 
 private:
     /// Half of the table is free, so that nearly all runs of taken slots are shorter.
     static constexpr std::size_t k_mostSteps = 128;
     static constexpr std::size_t k_fewestSlots = 512;
+    /// So of ten thousand new keys, a few are searched for in vain.
+    static constexpr std::size_t k_keysOfWord = 2;
+    static constexpr std::size_t k_fewestWords = 64;
+    static constexpr std::size_t k_widening = 4;
+    /// How many hashes, for each member, are compared one by one before there is a table.
+    static constexpr std::size_t k_mostCompared = 32;
+    static constexpr std::size_t k_block = 256;  ///< of hashes that are compared together
 
     struct Slot {
         std::uint32_t hash;
         std::uint32_t number;  ///< of the member, from 1; 0 for none
     };
 
-    /// Goes to the slot of the member with m_hash that `isMeant`, or to the free one for it.
-    /// Returns whether there is such a member.
-    template<class IsMeant>
-    bool seek(const IsMeant& isMeant) noexcept {
-        for (std::size_t step = 0; step < k_mostSteps && !m_slots.empty(); ++step) {
-            m_slot = (m_hash + step) & (m_slots.size() - 1);
-            const Slot slot = m_slots[m_slot];
-            if (slot.number == 0) {
-                return false;
-            }
-            if (slot.hash == m_hash && isMeant(slot.number)) {
-                return true;
-            }
-        }
-        if (!m_slots.empty()) {
-            giveUp();
-        }
-        return false;
+    std::size_t wordOf(std::uint32_t hash) const noexcept { return hash & m_mask; }
+    static std::uint64_t bitsOf(std::uint32_t hash) noexcept {
+        constexpr std::uint64_t k_factor = 0x9E3779B97F4A7C15;
+        const std::uint64_t spread = hash * k_factor;
+        const auto bit = [=](unsigned shift) {
+            return std::uint64_t{1} << (spread >> shift & 63U);
+        };
+        return bit(58) | bit(52) | bit(46) | bit(40);
     }
 
-    /// Makes the table twice as large, and goes to the slot for m_hash in it.
-    void grow() {
+    /// Makes room for further members. Returns whether there is any.
+    [[gnu::noinline]] bool widen() noexcept {
+        try {
+            if (!m_hasGivenUp) {
+                widenTo(std::max(k_fewestWords, k_widening * m_seen.size()));
+            }
+        } catch (const std::bad_alloc&) {
+            giveUp();
+        }
+        return !m_hasGivenUp;
+    }
+    void widenTo(std::size_t words) {
+        m_hashes.reserve(k_keysOfWord * words);
+        m_members.reserve(k_keysOfWord * words);
+        m_seen = std::vector<std::uint64_t>(words);
+        m_mask = words - 1;
+        m_room = k_keysOfWord * words;
+        for (const std::uint32_t hash : m_hashes) {
+            m_seen[wordOf(hash)] |= bitsOf(hash);
+        }
+    }
+
+    /// The member with that key and m_hash, which may be there.
+    [[gnu::noinline]] Member* seek(std::string_view key) noexcept {
+        if (m_compared / k_mostCompared >= m_hashes.size()) {
+            return seekInTable(key);
+        }
+        m_compared += m_hashes.size();
+        return seekInOrder(key);
+    }
+
+    Member* seekInOrder(std::string_view key) const noexcept {
+        for (std::size_t begin = 0; begin < m_hashes.size(); begin += k_block) {
+            const std::size_t end = std::min(begin + k_block, m_hashes.size());
+            if (isAmong(begin, end)) {
+                if (Member* const member = memberAmong(begin, end, key)) {
+                    return member;
+                }
+            }
+        }
+        return nullptr;
+    }
+    Member* memberAmong(std::size_t begin, std::size_t end, std::string_view key) const noexcept {
+        for (std::size_t at = begin; at != end; ++at) {
+            if (m_hashes[at] == m_hash && isKeyOf(*m_members[at], key)) {
+                return m_members[at];
+            }
+        }
+        return nullptr;
+    }
+    /// Without a branch for each of them, so that it is compiled to vectors.
+    bool isAmong(std::size_t begin, std::size_t end) const noexcept {
+        std::uint32_t found = 0;
+        for (std::size_t at = begin; at != end; ++at) {
+            found |= m_hashes[at] == m_hash ? 1U : 0U;
+        }
+        return found != 0;
+    }
+
+    Member* seekInTable(std::string_view key) noexcept {
+        try {
+            enterAll();
+        } catch (const std::bad_alloc&) {
+            giveUp();
+        }
+        const std::uint32_t number =
+            walk(m_hash, [&](const Slot& slot) {
+                return slot.hash == m_hash && isKeyOf(*m_members[slot.number - 1], key);
+            }).number;
+        return number == 0 ? nullptr : m_members[number - 1];
+    }
+
+    static bool isKeyOf(const Member& member, std::string_view key) noexcept {
+        return member.first.size() == key.size() &&
+               ko::detail::sameBytes(member.first.data(), key.data(), key.size());
+    }
+
+    /// Enters the members that were added since the last time.
+    void enterAll() {
+        makeRoom();
+        for (; m_entered != m_hashes.size(); ++m_entered) {
+            const std::uint32_t hash = m_hashes[m_entered];
+            Slot& slot = walk(hash, [](const Slot& /*slot*/) { return false; });
+            if (m_hasGivenUp) {
+                return;
+            }
+            slot = {hash, static_cast<std::uint32_t>(m_entered + 1)};
+        }
+    }
+
+    /// Makes the table large enough for all members, which are to be entered again then.
+    void makeRoom() {
         if (m_members.size() > std::numeric_limits<std::uint32_t>::max() / 4) {
             throw std::bad_alloc();
         }
-        std::vector<Slot> former(std::max(k_fewestSlots, 2 * m_slots.size()));
-        former.swap(m_slots);
-        const auto none = [](std::uint32_t /*number*/) { return false; };
-        const std::uint32_t wanted = m_hash;
-        for (const Slot& slot : former) {
-            if (slot.number != 0) {
-                m_hash = slot.hash;
-                static_cast<void>(seek(none));
-                if (m_hasGivenUp) {
-                    return;
-                }
-                m_slots[m_slot] = slot;
+        std::size_t slots = std::max(k_fewestSlots, m_slots.size());
+        while (slots < 2 * (m_members.size() + 1)) {
+            slots *= 2;
+        }
+        if (slots != m_slots.size()) {
+            m_slots = std::vector<Slot>(slots);
+            m_entered = 0;
+        }
+    }
+
+    /// The slot of that hash that `isMeant`, or the free one for it. Gives up where there is
+    /// neither, and returns one of no member then.
+    template<class IsMeant>
+    Slot& walk(std::uint32_t hash, const IsMeant& isMeant) noexcept {
+        for (std::size_t step = 0; step < k_mostSteps && !m_slots.empty(); ++step) {
+            Slot& slot = m_slots[(hash + step) & (m_slots.size() - 1)];
+            if (slot.number == 0 || isMeant(slot)) {
+                return slot;
             }
         }
-        m_hash = wanted;
-        static_cast<void>(seek(none));
+        giveUp();
+        return m_none;
     }
 
     void giveUp() noexcept {
         m_hasGivenUp = true;
         m_members = {};
+        m_hashes = {};
+        m_seen = {};
         m_slots = {};
+        m_room = 0;
     }
 
     std::vector<Member*> m_members;
-    std::vector<Slot> m_slots;  ///< their number is a power of two
+    std::vector<std::uint32_t> m_hashes;  ///< of their keys
+    /// Some bits of one word for each hash. Small enough for a fast cache, where the table is not.
+    std::vector<std::uint64_t> m_seen;
+    std::size_t m_mask = 0;      ///< the number of these words, a power of two, less one
+    std::size_t m_room = 0;      ///< how many members these words are for
+    std::size_t m_compared = 0;  ///< hashes, one by one
+    std::vector<Slot> m_slots;   ///< their number is a power of two
+    std::size_t m_entered = 0;   ///< how many members the table knows
     bool m_hasGivenUp = false;
+    Slot m_none{0, 0};
     // Of the key that was looked up last.
     std::uint32_t m_hash = 0;
-    std::size_t m_slot = 0;
+    std::uint64_t m_bits = 0;
 };
 
 /// The tables of the objects that are open in each other.

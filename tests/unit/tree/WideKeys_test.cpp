@@ -24,9 +24,10 @@ struct PoorHash {
     std::size_t operator()(std::string_view key) const { return key.size(); }
 };
 
+/// Adds keys up to so many.
 template<class Hash>
 void fill(WideKeys<Hash>& keys, Element::TObject& object, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = object.size(); i < count; ++i) {
         const std::string key = std::to_string(i);
         ASSERT_EQ(keys.find(key), nullptr) << key;
         keys.add(Place::append(object, key));
@@ -44,6 +45,38 @@ TEST(WideKeys, finds_each_of_many_keys_and_no_other) {
     }
     EXPECT_EQ(keys.find("20000"), nullptr);
     EXPECT_EQ(keys.find(""), nullptr);
+}
+
+TEST(WideKeys, finds_what_was_added_between_many_lookups) {
+    Element::TObject object;
+    WideKeys<> keys;
+    for (const std::size_t count : {100U, 1000U, 1001U, 5000U}) {
+        fill(keys, object, count);
+        for (auto& member : object) {
+            ASSERT_EQ(keys.find(member.first), &member) << member.first << " of " << count;
+        }
+        EXPECT_EQ(keys.find(std::to_string(count)), nullptr);
+    }
+    EXPECT_FALSE(keys.hasGivenUp());
+}
+
+TEST(WideKeys, finds_a_key_of_each_length_among_keys_that_differ_in_one_byte) {
+    for (std::size_t length = 1; length != 40; ++length) {
+        Element::TObject object;
+        WideKeys<> keys;
+        for (std::size_t at = 0; at != length; ++at) {
+            for (const char byte : {'\0', '\x80', 'z'}) {
+                std::string key(length, 'a');
+                key[at] = byte;
+                ASSERT_EQ(keys.find(key), nullptr) << key;
+                keys.add(Place::append(object, key));
+            }
+        }
+        for (auto& member : object) {
+            ASSERT_EQ(keys.find(member.first), &member) << member.first;
+        }
+        EXPECT_EQ(keys.find(std::string(length, 'a')), nullptr);
+    }
 }
 
 TEST(WideKeys, distinguishes_keys_of_one_hash) {
