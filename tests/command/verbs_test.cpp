@@ -207,6 +207,32 @@ TEST(defaults, are_filled_in_and_then_nothing_lacks) {
     EXPECT_EQ(orvid({"defaults", "--lines"}).status, 2);
 }
 
+TEST(defaults, of_what_has_no_schema_are_none_and_a_note_says_so) {
+    const std::string input = "orvid: (standard input): ";
+    const std::string lack =
+        input + "there is no meta.schema, so no defaults; --schema FILE names a schema\n";
+    EXPECT_EQ(orvid({"defaults"}, "{}"), (CommandResult{"", lack, 0, 0}));
+    EXPECT_EQ(orvid({"defaults", "--fill"}, "{}"), (CommandResult{"{}", lack, 0, 0}));
+    EXPECT_EQ(orvid({"defaults"}, R"({"meta":{"schema":{}}})"), printed(""));
+    const ScratchFile schema(R"({"properties":{"b":{"default":1}}})");
+    const std::vector<std::string> given{"defaults", "--schema", schema.name()};
+    EXPECT_EQ(orvid(given, R"({"b":2})"), printed(""));
+    EXPECT_EQ(orvid(given, "[{}]"),
+              (CommandResult{"", input + "the root is an array, and only an object has defaults\n",
+                             0, 0}));
+}
+
+TEST(defaults, of_records_are_noted_as_missing_where_no_record_has_a_schema) {
+    const std::string with = R"({"meta":{"schema":{}}})";
+    EXPECT_EQ(orvid({"defaults", "--fill", "--lines", "-j2"}, "{}\n{}\n"),
+              (CommandResult{"{}\n{}\n",
+                             "orvid: no record has a schema: meta.schema is missing; --schema FILE "
+                             "names one\n",
+                             0, 0}));
+    EXPECT_EQ(orvid({"defaults", "--fill", "--lines"}, "{}\n" + with + "\n"),
+              printed("{}\n" + with + "\n"));
+}
+
 TEST(diff, makes_the_patch_that_patch_applies) {
     const ScratchFile from(R"({"a":[1,2,3],"b":{"c":1.0}})");
     const ScratchFile to(R"({"a":[1,3],"b":{"c":1.00,"d":null}})");

@@ -38,6 +38,10 @@ bool Schema::isNeededBy(const Element& root) const {
 
 const Element& Schema::of(const Element& root) const { return isNeededBy(root) ? m_root : root; }
 
+bool Schema::isFor(const Element& root) const {
+    return root.isObject() && (!m_root.isNull() || root.pathExists(k_schemaPath));
+}
+
 Schema::Loan::Loan(const Schema& schema, Element& root) {
     if (schema.isNeededBy(root) && root.isObject()) {
         m_hadMeta = root.pathExists(Path::k_meta);

@@ -21,6 +21,9 @@ public:
     /// or none was loaded, or else one that holds the loaded schema alone.
     const ko::Orvid::Element& of(const ko::Orvid::Element& root) const;
 
+    /// Whether Loan's root has a schema then: its own, or where it is an object the loaded one.
+    bool isFor(const ko::Orvid::Element& root) const;
+
     /// Gives a root without a schema of its own the loaded one, in meta.schema, while this lives.
     class Loan {
     public:

@@ -2,13 +2,16 @@
 //
 // orvid defaults: what the schema supplies and the data lacks.
 
+#include <atomic>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
+#include "output/phrases.h"
 #include "output/placeWord.h"
+#include "output/Report.h"
 #include "verbs/Leaves.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
@@ -60,6 +63,12 @@ std::vector<const Element*> added(const Element& filled, const Element& before) 
     return result;
 }
 
+std::string whyNone(const Element& root) {
+    return root.isObject() ? "there is no meta.schema, so no defaults; --schema FILE names a schema"
+                           : std::string("the root is ") + typePhrase(root) +
+                                 ", and only an object has defaults";
+}
+
 class Defaults : public DocumentVerb {
 public:
     const char* name() const override { return "defaults"; }
@@ -86,6 +95,7 @@ public:
             throw UsageError("--in-place and --lines need --fill");
         }
         m_schema.load(call);
+        m_areRecords = call.lines.isOn;
     }
 
 private:
@@ -98,6 +108,7 @@ private:
     }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
+        noteSchema(document);
         Element before;
         if (!m_isFilling) {
             before = document.root;
@@ -127,7 +138,32 @@ private:
         }
     }
 
+    /// What has no schema is listed as complete, and written as it is, whatever it lacks.
+    void noteSchema(const Document& document) const {
+        const bool isThere = m_schema.isFor(document.root);
+        (isThere ? m_wasThere : m_wasMissing).store(true, std::memory_order_relaxed);
+        // A file that another program changes meanwhile is worked on again.
+        const std::string note = document.location.file + ": " + whyNone(document.root);
+        if (!isThere && !m_areRecords && (m_notes.empty() || m_notes.back() != note)) {
+            m_notes.push_back(note);
+        }
+    }
+
+    ExitStatus outcome(const Report& report) const override {
+        for (const std::string& note : m_notes) {
+            report.note(note);
+        }
+        if (m_areRecords && m_wasMissing && !m_wasThere) {
+            report.note("no record has a schema: meta.schema is missing; --schema FILE names one");
+        }
+        return ExitStatus::done;
+    }
+
     bool m_isFilling = false;
+    bool m_areRecords = false;
+    mutable std::vector<std::string> m_notes;  ///< on files, where they are no records
+    mutable std::atomic<bool> m_wasThere{false};
+    mutable std::atomic<bool> m_wasMissing{false};
     ko::Orvid::FillOptions m_options;
     Schema m_schema;
 };
