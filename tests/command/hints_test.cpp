@@ -138,6 +138,14 @@ TEST(help_verb, is_the_same_as_the_option) {
     EXPECT_EQ(orvid({"help", "nope"}).status, 2);
 }
 
+TEST(help_verb, is_the_same_as_the_option_before_the_verb) {
+    for (const std::string option : {"--help", "-h"}) {
+        EXPECT_EQ(orvid({option, "keys"}), orvid({"keys", "--help"}));
+        EXPECT_EQ(orvid({option, "nope"}), orvid({"help", "nope"}));
+        EXPECT_EQ(orvid({option, "help"}), orvid({"--help"}));
+    }
+}
+
 TEST(short_options, are_those_that_people_know) {
     EXPECT_EQ(orvid({"print", "-cS"}, R"({"b":[ ],"a":1})"), printed("{\"a\":1,\"b\":[]}\n"));
     EXPECT_EQ(orvid({"get", "-r", ""}, "\"x\""), printed("x\n"));

@@ -162,11 +162,18 @@ struct CommandLine::Impl {
         const auto formatter = std::make_shared<HelpFormatter>();
         formatter->label("SUBCOMMAND", "VERB");
         app.formatter(formatter);
-        if (!words.empty() && words.front() == "help") {
+        if (asksForHelp()) {
             words.erase(words.begin());
             const bool isOfVerb = !words.empty() && words.front() != "help";
             words.insert(words.begin() + (isOfVerb ? 1 : 0), "--help");
         }
+    }
+
+    /// Whether the first word is the verb `help`, or the option with a verb after it.
+    bool asksForHelp() const {
+        const std::string first = words.empty() ? "" : words.front();
+        const bool isVerbNext = words.size() > 1 && words[1].substr(0, 1) != "-";
+        return first == "help" || ((first == "--help" || first == "-h") && isVerbNext);
     }
 
     CLI::App app{"Read, edit and write JSON documents in which nothing may be lost", "orvid"};
