@@ -92,12 +92,12 @@ TEST(hints, name_the_key_that_was_meant) {
 TEST(hints, say_how_keys_with_dots_are_written) {
     const std::string document = R"({"x":{"a.b":1,"c[0]":{"d":2}},"a.b":3,"a":{}})";
     EXPECT_EQ(orvid({"get", "x.a.b"}, document),
-              missing("1:6: at x: path \"x.a.b\" not found; for the key \"a.b\" write x.a\\.b"));
+              missing("1:6: at x: path \"x.a.b\" not found; for the key \"a.b\" write 'x.a\\.b'"));
     EXPECT_EQ(orvid({"get", "x.c[0].d"}, document),
               missing("1:6: at x: path \"x.c[0].d\" not found; for the key \"c[0]\" write "
-                      "x.c\\[0\\].d"));
+                      "'x.c\\[0\\].d'"));
     EXPECT_EQ(orvid({"remove", "a.b"}, document),
-              missing("1:43: at a: path \"a.b\" not found; for the key \"a.b\" write a\\.b"));
+              missing("1:43: at a: path \"a.b\" not found; for the key \"a.b\" write 'a\\.b'"));
     EXPECT_EQ(orvid({"get", "a.bc"}, document),
               missing("1:43: at a: path \"a.bc\" not found, there is no \"bc\""));
 }
@@ -119,9 +119,45 @@ TEST(hints, understand_the_notations_of_others) {
     EXPECT_EQ(
         orvid({"get", "files.0"}, k_document),
         missing(
-            "1:26: at files: path \"files.0\" not found: \"files\" is an array; write files[0]"));
+            "1:26: at files: path \"files.0\" not found: \"files\" is an array; write 'files[0]'"));
     EXPECT_EQ(orvid({"get", ".a.color"}, k_document), printed("1\n"));
     EXPECT_EQ(orvid({"get", "$x"}, k_document), printed("3\n"));
+}
+
+TEST(hints, quote_for_the_shell_what_they_say_to_type) {
+    const auto in = [](const std::string& word, const std::string& quoted) {
+        EXPECT_EQ(orvid({"keys", word}, "{}"),
+                  failed(3, word + ": there is no such file; for a path of standard input write " +
+                                "--in " + quoted));
+    };
+    in("x.json", "x.json");
+    in("x\\.json", "'x\\.json'");
+    in("it's.json", "'it'\\''s.json'");
+    EXPECT_EQ(orvid({"get", "$.a[0]"}, "{}"),
+              missing("1:1: at (root): path \"$.a[0]\" not found, there is no \"$\"; a path has "
+                      "no $, write 'a[0]'"));
+    EXPECT_EQ(orvid({"get", "a/b c"}, "{}"),
+              missing("1:1: at (root): path \"a/b c\" not found, there is no \"a/b c\"; steps are "
+                      "separated by dots, or all begin with a slash: '/a/b c'"));
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("my settings", "{}");
+    EXPECT_EQ(orvid({file}), failed(2, "there is no verb \"" + file +
+                                           "\": to look into that file, write orvid print '" +
+                                           file + "'; see orvid --help"));
+}
+
+TEST(hints, say_the_query_for_a_path_with_all_items) {
+    const auto hint = [](const std::string& path, const std::string& query) {
+        const std::string text = R"({"a-b":[],"a.b":[],"it's":[],"\u00E9":[]})";
+        EXPECT_EQ(orvid({"get", path}, path[0] == '[' ? "[]" : text),
+                  failed(2, "path \"" + path + "\": [*] names no item that could be looked up; " +
+                                "for all items: orvid query " + query));
+    };
+    hint("[*].a", "'$[*].a'");
+    hint("a-b[*].c", "'$[\"a-b\"][*].c'");
+    hint("a\\.b[*]", "'$[\"a.b\"][*]'");
+    hint("it's[*][2]", "'$[\"it'\\''s\"][*][2]'");
+    hint("\xC3\xA9[*]", "'$.\xC3\xA9[*]'");
 }
 
 TEST(hints, tell_that_a_terminal_is_read) {
@@ -171,7 +207,7 @@ TEST(hints, refuse_to_make_a_member_of_the_sign_that_begins_queries) {
     for (const char* const verb : {"set", "insert"}) {
         EXPECT_EQ(
             orvid({verb, "$.a", "1"}, "{}"),
-            failed(2, R"(path "$.a": a path has no $, write a; the key "$.a" is written $\.a)"));
+            failed(2, R"(path "$.a": a path has no $, write a; the key "$.a" is written '$\.a')"));
         EXPECT_EQ(orvid({verb, "$.a", "1"}, R"({"$":{}})"), printed("{\"$\":{\"a\":1}}"));
     }
     EXPECT_EQ(orvid({"copy", "a", "$[0]"}, R"({"a":1})").status, 2);
@@ -306,7 +342,7 @@ TEST(hints, note_a_new_member_beside_a_key_of_its_path) {
               (CommandResult{
                   R"({"o": {"a.b": {"c": 1}, "a": {"b": {"c": 2}}}})",
                   "orvid: path \"o.a.b.c\" was not there and is new; for the key \"a.b\" write "
-                  "o.a\\.b.c\n",
+                  "'o.a\\.b.c'\n",
                   0, 0}));
     EXPECT_EQ(orvid({"set", "o.a.c=2"}, text),
               printed(R"({"o": {"a.b": {"c": 1}, "a": {"c": 2}}})"));

@@ -139,7 +139,7 @@ TEST(pointers, are_no_schema_paths) {
     EXPECT_EQ(
         orvid({"schema-path", "/servers/0/port"}),
         failed(2,
-               "a path is expected here, not a JSON Pointer; write servers[0].port; see orvid "
+               "a path is expected here, not a JSON Pointer; write 'servers[0].port'; see orvid "
                "schema-path --help"));
     EXPECT_EQ(orvid({"data-path", "//a"}),
               failed(2, "a path is expected here, not a JSON Pointer; see orvid data-path --help"));

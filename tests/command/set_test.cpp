@@ -227,10 +227,10 @@ TEST(set, notes_a_dotted_key_however_it_is_spelled) {
     for (const char* const key : {"a.b", "a\\u002eb", "\\u0061.b", "a.\\u0062"}) {
         EXPECT_EQ(
             orvid({"set", "a.b", "2"}, std::string("{\"") + key + "\": 1}").err,
-            "orvid: path \"a.b\" was not there and is new; for the key \"a.b\" write a\\.b\n");
+            "orvid: path \"a.b\" was not there and is new; for the key \"a.b\" write 'a\\.b'\n");
     }
     EXPECT_EQ(orvid({"set", "a./", "2"}, R"({"a.\/": 1})").err,
-              "orvid: path \"a./\" was not there and is new; for the key \"a./\" write a\\./\n");
+              "orvid: path \"a./\" was not there and is new; for the key \"a./\" write 'a\\./'\n");
     EXPECT_EQ(orvid({"set", "-c", "a.b", "2"}, R"({"c": "\u0041\u00e9"})"),
               printed("{\"c\":\"Aé\",\"a\":{\"b\":2}}\n"));
 }

@@ -140,11 +140,12 @@ TEST(call_paths, have_escapes_for_equals_signs_where_values_follow) {
 }
 
 TEST(call_paths, with_a_dollar_say_how_a_key_is_written) {
-    EXPECT_EQ(orvid({"set", "$.x", "9"}, "{}"),
-              failed(2, R"(path "$.x": a path has no $, write x; the key "$.x" is written $\.x)"));
+    EXPECT_EQ(
+        orvid({"set", "$.x", "9"}, "{}"),
+        failed(2, R"(path "$.x": a path has no $, write x; the key "$.x" is written '$\.x')"));
     EXPECT_EQ(orvid({"set", "-c", R"($\.x)", "9"}, "{}"), printed("{\"$.x\":9}\n"));
     EXPECT_EQ(orvid({"set", "$", "9"}, "{}"),
-              failed(2, R"(path "$": a path has no $, write ''; the key "$" is written \$)"));
+              failed(2, R"(path "$": a path has no $, write ''; the key "$" is written '\$')"));
     EXPECT_EQ(orvid({"set", "-c", R"(\$)", "9"}, "{}"), printed("{\"$\":9}\n"));
     const std::string missing = orvid({"get", R"(\$.x)"}, "{}").err;
     EXPECT_EQ(missing.find("write"), std::string::npos) << missing;

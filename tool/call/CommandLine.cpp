@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "output/Failure.h"
+#include "output/shellWord.h"
 #include "output/Similar.h"
 
 namespace orvid_tool {
@@ -282,7 +283,8 @@ struct CommandLine::Impl {
                 throw UsageError("no value goes with " + name + ": write it alone");
             }
             if (word[1] != '-') {
-                throw UsageError("write " + name + " " + word.substr(mark + 1) + ", without =");
+                throw UsageError("write " + name + " " + shellWord(word.substr(mark + 1)) +
+                                 ", without =");
             }
             if (mark + 1 == word.length()) {
                 throw UsageError("a value is required after " + word);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "input/Input.h"
+#include "output/shellWord.h"
 #include "output/Similar.h"
 
 namespace orvid_tool {
@@ -21,7 +22,7 @@ std::string verbHint(const std::string& word, const std::vector<std::string>& ve
         {"slurp", "join"},       {"update", "set"},    {"validate", "check"}, {"view", "print"},
         {"version", "--version"}};
     if (isFileThere(word)) {
-        return ": to look into that file, write orvid print " + word;
+        return ": to look into that file, write orvid print " + shellWord(word);
     }
     if (!word.empty() && std::string_view(".[/$").find(word.front()) != std::string_view::npos) {
         return word.front() == '$' ? " (did you mean \"query\"?)" : " (did you mean \"get\"?)";

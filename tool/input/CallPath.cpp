@@ -10,6 +10,7 @@
 #include "input/Document.h"
 #include "input/PathSteps.h"
 #include "input/withPath.h"
+#include "output/shellWord.h"
 
 namespace orvid_tool {
 
@@ -110,7 +111,7 @@ std::string withoutQuotes(const std::string& word) {
 void refuseFragment(const std::string& word) {
     if (word.rfind("#/", 0) == 0) {
         throw Failure(ExitStatus::usage, "path \"" + word + "\": a JSON Pointer has no #, write " +
-                                             word.substr(1) +
+                                             shellWord(word.substr(1)) +
                                              "; a key that begins so is written \\#/");
     }
 }
@@ -186,8 +187,8 @@ std::string CallPath::pathIn(const Element& root) const {
     if (isQuery && !(root.isObject() && root.object().contains("$"))) {
         const std::string rest = m_word.substr(m_word.substr(1, 1) == "." ? 2 : 1);
         throw Failure(ExitStatus::usage, "path \"" + m_word + "\": a path has no $, write " +
-                                             (rest.empty() ? "''" : rest) + "; the key \"" +
-                                             m_word + "\" is written " + keyText(m_word));
+                                             shellWord(rest) + "; the key \"" + m_word +
+                                             "\" is written " + shellWord(keyText(m_word)));
     }
     return in(root);
 }

@@ -15,6 +15,7 @@
 
 #include "output/Failure.h"
 #include "output/Progress.h"
+#include "output/shellWord.h"
 
 namespace orvid_tool {
 
@@ -72,8 +73,8 @@ void requireNoFile(const char* what, const std::string& word,
             throw UsageError(std::string(what) + " is missing before the file \"" + word +
                              "\", and after -- no word is an option: " + files.front());
         }
-        throw UsageError(std::string("the ") + what + " stands before the file: " + files.front() +
-                         " " + word);
+        throw UsageError(std::string("the ") + what + " stands before the file: " +
+                         shellWord(files.front()) + " " + shellWord(word));
     }
     if (files.empty()) {
         throw UsageError(std::string(what) + " is missing before the file \"" + word +

@@ -12,6 +12,7 @@
 
 #include "input/PathSteps.h"
 #include "output/phrases.h"
+#include "output/shellWord.h"
 #include "output/Similar.h"
 #include "text/whitespace.h"
 
@@ -73,8 +74,9 @@ bool goesOnWith(const std::string& path, std::size_t start, const std::string& k
 std::string escapeHint(const Element& object, const std::string& path, std::size_t start) {
     for (const std::string& key : keysOf(object)) {
         if (key.find_first_of(".[") != std::string::npos && goesOnWith(path, start, key)) {
-            return "; for the key \"" + key + "\" write " + path.substr(0, start) + keyText(key) +
-                   path.substr(start + key.length());
+            return "; for the key \"" + key + "\" write " +
+                   shellWord(path.substr(0, start) + keyText(key) +
+                             path.substr(start + key.length()));
         }
     }
     return "";
@@ -95,7 +97,7 @@ std::string mismatch(const Element& holder, const std::string& holderPath, bool 
                      const std::string& step) {
     const std::string text = placePhrase(holderPath) + " is " + typePhrase(holder);
     return holder.isArray() && isNumber(step) && !isPointer
-               ? text + "; write " + holderPath + "[" + step + "]"
+               ? text + "; write " + shellWord(holderPath + "[" + step + "]")
                : text;
 }
 
@@ -112,17 +114,18 @@ std::string noItem(const std::string& step) {
 std::string hint(const Element& object, const std::string& holderPath, const std::string& step,
                  const std::string& path) {
     if (step == "$" && holderPath.empty() && path.size() > 1 && path.front() == '$') {
-        return "; a path has no $, write " + path.substr(path[1] == '.' ? 2 : 1);
+        return "; a path has no $, write " + shellWord(path.substr(path[1] == '.' ? 2 : 1));
     }
     if (step == "$" && path == step) {
         return "; for the whole document write ''";
     }
     if (step == "*") {
-        return "; for all members: orvid query '$." + path + "'";
+        const std::string call = queryCall(path);
+        return call.empty() ? call : "; for all members: " + call;
     }
     std::string similar = suggestion(step, keysOf(object));
     if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
-        return "; steps are separated by dots, or all begin with a slash: /" + path;
+        return "; steps are separated by dots, or all begin with a slash: " + shellWord("/" + path);
     }
     const std::size_t dot = step.find('.');
     if (dot != std::string::npos && path.front() == '/' &&

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "output/Failure.h"
+#include "output/shellWord.h"
 
 namespace orvid_tool {
 
@@ -47,7 +48,7 @@ std::string hint(const std::string& text, int column) {
         return "; a filter stands in brackets, as in '$[?@.a > 1]'";
     }
     const bool isStep = text.front() == '.' || text.front() == '[';
-    return "; write '$" + std::string(isStep ? "" : ".") + text + "'";
+    return "; write " + shellWord((isStep ? "$" : "$.") + text);
 }
 
 }  // namespace

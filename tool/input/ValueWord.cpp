@@ -11,6 +11,7 @@
 
 #include "input/Document.h"
 #include "input/Input.h"
+#include "output/shellWord.h"
 #include "text/byteOrderMark.h"
 #include "text/StringText.h"
 
@@ -48,21 +49,6 @@ void readTextFile(const std::string& file, Element& value) {
     const Bytes ended = input.readAll();
     const std::string_view text = ended.view().substr(0, ended.length() - 1);
     setText(text.substr(ko::Orvid::text::markLength(text)), input.name(), value);
-}
-
-/// The word as a shell takes it for one.
-std::string forShell(const std::string& word) {
-    const bool isPlain = word.find_first_not_of(
-                             "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                             "0123456789_-./:=@%+,") == std::string::npos;
-    if (isPlain) {
-        return word;
-    }
-    std::string quoted = "'";
-    for (const char c : word) {
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return quoted + "'";
 }
 
 /// Whether the word looks like a text and not like JSON with an error in it.
@@ -103,7 +89,7 @@ void readJson(const std::string& word, Element& value, const ReadOptions& option
         const bool isAddress = before.find_first_of("/?&") != std::string::npos;
         throw Failure(ExitStatus::usage,
                       "\"" + word + "\" is no JSON" + meant(word) + "; for the text write " +
-                          forShell(before + "string:" + word) + (isAddress ? k_escapeHint : ""));
+                          shellWord(before + "string:" + word) + (isAddress ? k_escapeHint : ""));
     }
 }
 
@@ -133,7 +119,8 @@ void readValueWord(const std::string& word, Element& value, bool isStrict,
 }
 
 std::string missingValue(const std::string& file) {
-    return "VALUE is missing before the file \"" + file + "\"; for that text write string:" + file;
+    return "VALUE is missing before the file \"" + file + "\"; for that text write " +
+           shellWord("string:" + file);
 }
 
 bool looksLikeValue(const std::string& word) {

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <utility>
 
+#include "output/shellWord.h"
+
 namespace orvid_tool {
 
 namespace {
@@ -41,8 +43,8 @@ const char* pathProblem(const ParseException& error) {
 /// What to write instead of the path, which is malformed.
 std::string pathHint(const std::string& path, ParseErrorCode code) {
     if (code == ParseErrorCode::pathNoIndex) {
-        return "; for all items: orvid query '$" + std::string(path[0] == '[' ? "" : ".") + path +
-               "'";
+        const std::string call = queryCall(path);
+        return call.empty() ? call : "; for all items: " + call;
     }
     if (path.find("[]") != std::string::npos) {
         return "; for all items write [*] in a query, as in orvid query '$.a[*]', and for a new "

@@ -14,6 +14,7 @@
 #include "input/MissingPath.h"
 #include "output/phrases.h"
 #include "output/Report.h"
+#include "output/shellWord.h"
 
 namespace orvid_tool {
 
@@ -29,8 +30,9 @@ bool isFile(const std::string& word) {
         return true;
     }
     if (endsAsFile(word)) {
-        throw Failure(ExitStatus::inputOutput, {word, 0, 0, {}},
-                      "there is no such file; for a path of standard input write --in " + word);
+        throw Failure(
+            ExitStatus::inputOutput, {word, 0, 0, {}},
+            "there is no such file; for a path of standard input write --in " + shellWord(word));
     }
     return false;
 }
@@ -40,7 +42,8 @@ void requirePath(const std::string& word) {
     if (endsAsFile(word) && isFileThere(word)) {
         throw UsageError(
             "PATH is missing before the file \"" + word +
-            "\": for the roots of all files write --in '', where it is the path --in " + word);
+            "\": for the roots of all files write --in '', where it is the path --in " +
+            shellWord(word));
     }
 }
 
@@ -81,7 +84,7 @@ void LookVerb::prepare(Call& call) {
         m_isPathFileToo = isFileThere(m_words.front());
     } else if (!m_in && m_words.size() == 1 && isLikeKey(m_words.front()) && isInputGiven()) {
         m_note = "\"" + m_words.front() + "\" is read, the file of that name; for the path of " +
-                 "standard input write --in " + m_words.front();
+                 "standard input write --in " + shellWord(m_words.front());
     }
     m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
     call.files.assign(m_words.begin() + (isPathFirst ? 1 : 0), m_words.end());

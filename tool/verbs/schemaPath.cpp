@@ -6,6 +6,7 @@
 #include "input/PathWords.h"
 #include "output/Output.h"
 #include "output/placeWord.h"
+#include "output/shellWord.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -21,7 +22,7 @@ void refusePointer(const std::string& word) {
     }
     std::string hint;
     try {
-        hint = "; write " + pathWord(ko::Orvid::JsonPointer(word).toPath().str());
+        hint = "; write " + shellWord(pathWord(ko::Orvid::JsonPointer(word).toPath().str()));
     } catch (const ko::Exception&) {
         // It is malformed, or has an empty key.
     }

@@ -11,6 +11,7 @@
 #include "input/ValueStream.h"
 #include "output/Output.h"
 #include "output/phrases.h"
+#include "output/shellWord.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -77,7 +78,8 @@ private:
     }
 
     std::string hintForFile(const std::string& word) const override {
-        return m_in || m_isOfValues ? "" : "; the array at a path is split by --in " + word;
+        return m_in || m_isOfValues ? ""
+                                    : "; the array at a path is split by --in " + shellWord(word);
     }
 
     bool streams(const Call& call, const std::string& file, Output& out) const override {

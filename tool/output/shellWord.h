@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+//
+// Words of calls that a hint says to type, as a shell takes them.
+
+#pragma once
+
+#include <string>
+
+namespace orvid_tool {
+
+/// The word, in single quotes where it has anything in it that means something to a shell.
+std::string shellWord(const std::string& word);
+
+/// The call of the verb `query` that selects what the path does, of which `[*]` and the key `*` are
+/// all items and all members; empty for a path that is malformed or no UTF-8.
+std::string queryCall(const std::string& path);
+
+}  // namespace orvid_tool
