@@ -146,6 +146,30 @@ TEST(hints, quote_for_the_shell_what_they_say_to_type) {
                                            file + "'; see orvid --help"));
 }
 
+TEST(hints, quote_a_further_path_or_column_that_was_taken_for_a_file) {
+    const std::string absent = ": No such file or directory; a ";
+    for (const char* const verb : {"get", "remove"}) {
+        EXPECT_EQ(orvid({verb, "a", "b[0]"}),
+                  failed(3, "b[0]" + absent + "further path is written --also 'b[0]'"));
+    }
+    EXPECT_EQ(orvid({"csv", "-f", "a", "b c"}),
+              failed(3, "b c" + absent + "column is written --field 'b c'"));
+}
+
+TEST(hints, say_to_write_a_query_only_where_it_is_one) {
+    const auto hint = [](const std::string& text, const std::string& end) {
+        const std::string said = orvid({"query", text}, "{}").err;
+        const std::string line = said.substr(0, said.find('\n'));
+        EXPECT_EQ(line.substr(line.find("found ") + 9), end);
+    };
+    hint(".a[0]", "; write '$.a[0]'");
+    hint("a['b c']", "; write '$.a['\\''b c'\\'']'");
+    hint(".a | length",
+         "; a query has no |: what it writes is handed to another program by the "
+         "shell");
+    hint("a-b", "");
+}
+
 TEST(hints, say_the_query_for_a_path_with_all_items) {
     const auto hint = [](const std::string& path, const std::string& query) {
         const std::string text = R"({"a-b":[],"a.b":[],"it's":[],"\u00E9":[]})";

@@ -35,6 +35,18 @@ std::string operatorHint(std::string_view rest) {
                : "";
 }
 
+/// Says to write the text, where it is a query.
+std::string writeHint(const std::string& text) {
+    try {
+        static_cast<void>(ko::Orvid::JsonPath(text));
+    } catch (const ParseException&) {
+        return text.find(" | ") == std::string::npos
+                   ? ""
+                   : "; a query has no |: what it writes is handed to another program by the shell";
+    }
+    return "; write " + shellWord(text);
+}
+
 /// What to write of a path that was taken for a query, and of other languages.
 std::string hint(const std::string& text, int column) {
     if (text.empty()) {
@@ -48,7 +60,7 @@ std::string hint(const std::string& text, int column) {
         return "; a filter stands in brackets, as in '$[?@.a > 1]'";
     }
     const bool isStep = text.front() == '.' || text.front() == '[';
-    return "; write " + shellWord((isStep ? "$" : "$.") + text);
+    return writeHint((isStep ? "$" : "$.") + text);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "input/ValueStream.h"
 #include "output/Csv.h"
 #include "output/Output.h"
+#include "output/shellWord.h"
 #include "verbs/TableWords.h"
 #include "verbs/verbs.h"
 
@@ -166,7 +167,7 @@ private:
     }
 
     std::string hintForFile(const std::string& word) const override {
-        return "; a column is written --field " + word;
+        return "; a column is written --field " + shellWord(word);
     }
 
     void beginLines(const Call& /*call*/, Output& out) const override { begin(out); }

@@ -12,6 +12,7 @@
 #include "input/PathSteps.h"
 #include "input/ValueWord.h"
 #include "input/withPath.h"
+#include "output/shellWord.h"
 #include "text/TextLookup.h"
 #include "verbs/Schema.h"
 #include "verbs/verbs.h"
@@ -71,7 +72,7 @@ public:
 
 private:
     std::string hintForFile(const std::string& word) const override {
-        return "; a further path is written --also " + word;
+        return "; a further path is written --also " + shellWord(word);
     }
 
     static constexpr const char* k_schemaDefault = "schema";

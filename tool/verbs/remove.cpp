@@ -13,6 +13,7 @@
 #include "input/CallPath.h"
 #include "input/Input.h"
 #include "input/QueryWord.h"
+#include "output/shellWord.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -83,7 +84,7 @@ public:
 
 private:
     std::string hintForFile(const std::string& word) const override {
-        return m_query ? "" : "; a further path is written --also " + word;
+        return m_query ? "" : "; a further path is written --also " + shellWord(word);
     }
 
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
