@@ -146,6 +146,18 @@ TEST(hints, quote_for_the_shell_what_they_say_to_type) {
                                            file + "'; see orvid --help"));
 }
 
+TEST(hints, say_how_all_items_and_all_members_are_removed) {
+    const std::string text = R"({"a": [1, 2], "o": {"b": 3}})";
+    EXPECT_EQ(orvid({"remove", "a[*]"}, text),
+              failed(2,
+                     "path \"a[*]\": [*] names no item that could be looked up; for all items: "
+                     "orvid remove --query '$.a[*]'"));
+    EXPECT_EQ(orvid({"remove", "o.*"}, text),
+              missing("1:20: at o: path \"o.*\" not found, there is no \"*\"; for all members: "
+                      "orvid remove --query '$.o.*'"));
+    EXPECT_EQ(orvid({"remove", "--query", "$.a[*]"}, text), printed(R"({"a": [], "o": {"b": 3}})"));
+}
+
 TEST(hints, quote_a_further_path_or_column_that_was_taken_for_a_file) {
     const std::string absent = ": No such file or directory; a ";
     for (const char* const verb : {"get", "remove"}) {

@@ -69,12 +69,11 @@ TEST(remove, refuses_the_root) {
 }
 
 TEST(remove, refuses_a_malformed_path_and_a_star_as_usage_errors) {
-    EXPECT_EQ(
-        orvid({"remove", "b[*]"}, k_document),
-        failed(
-            2,
-            "path \"b[*]\": [*] names no item that could be looked up; for all items: orvid query "
-            "'$.b[*]'"));
+    EXPECT_EQ(orvid({"remove", "b[*]"}, k_document),
+              failed(2,
+                     "path \"b[*]\": [*] names no item that could be looked up; for all items: "
+                     "orvid remove --query "
+                     "'$.b[*]'"));
     EXPECT_EQ(orvid({"remove", "b[-]"}, k_document),
               failed(2,
                      "path \"b[-]\": this character may not stand here, except after a backslash\n"

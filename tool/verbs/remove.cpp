@@ -12,6 +12,7 @@
 #include "edit/StepsInText.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
+#include "input/MissingPath.h"
 #include "input/QueryWord.h"
 #include "output/shellWord.h"
 #include "verbs/verbs.h"
@@ -113,12 +114,33 @@ private:
         if (m_query) {
             m_query->remove(document.root);
         }
+        try {
+            removePaths(document);
+        } catch (const ko::Orvid::PathNotFound& error) {
+            throw removing(missingPath(document.location, document.root, error));
+        } catch (const Failure& failure) {
+            throw removing(failure);
+        }
+        appendEdited(call, document, out);
+    }
+
+    void removePaths(Document& document) const {
         for (const CallPath& path : m_paths) {
             if (!m_isMissingRight || path.find(document.root) != nullptr) {
                 removeElement(path.get(document.root), document.location);
             }
         }
-        appendEdited(call, document, out);
+    }
+
+    /// The query that a hint offers to write all items removes them here.
+    static Failure removing(const Failure& failure) {
+        const std::string writing = "orvid query ";
+        std::string text = failure.text();
+        const std::size_t at = text.rfind(writing);
+        if (at != std::string::npos) {
+            text.replace(at, writing.length(), "orvid remove --query ");
+        }
+        return {failure.status(), failure.location(), text, failure.excerpt()};
     }
 
     std::vector<std::string> m_words;
