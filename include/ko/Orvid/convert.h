@@ -71,12 +71,13 @@
 
 #define ORVID_DETAIL_READ_FIELD(field) orvidFields.read(#field, orvidValue.field);
 #define ORVID_DETAIL_WRITE_FIELD(field) orvidFields.write(#field, orvidValue.field);
-// The line and the first field distinguish the classes of one namespace: the name of the type may
-// have colons in it. Their size is asked for because nothing else instantiates those of a class
-// template, and the function stands at the end because a semicolon may follow it.
-#define ORVID_DETAIL_NAME(name, ...)                                           \
-    ORVID_DETAIL_JOIN(ORVID_DETAIL_JOIN(ORVID_DETAIL_JOIN(name, __LINE__), _), \
-                      ORVID_DETAIL_FIRST(__VA_ARGS__))
+// The line and the first fields distinguish the classes of one namespace, which may come from
+// several headers: the name of the type may have colons in it. Their size is asked for because
+// nothing else instantiates those of a class template, and the function stands at the end because a
+// semicolon may follow it.
+#define ORVID_DETAIL_NAME(name, ...) ORVID_DETAIL_NAME_OF(name, __LINE__, __VA_ARGS__, 0, 0, 0, 0)
+#define ORVID_DETAIL_NAME_OF(name, line, ...) ORVID_DETAIL_NAME_MADE(name, line, __VA_ARGS__)
+#define ORVID_DETAIL_NAME_MADE(name, line, a, b, c, d, ...) name##line##F##a##F##b##F##c##F##d
 
 /// Describes an enumeration by the strings that stand for its enumerators, in its namespace. Of
 /// several strings for one enumerator the first is written, and all are read. Reading another

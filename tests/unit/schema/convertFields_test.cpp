@@ -77,7 +77,20 @@ struct Derived : Base {
 };
 ORVID_FIELDS(Derived, inherited, own)
 
-struct Config {
+/// Described on one line, as classes of two headers may be.
+struct Small {
+    int id = 0;
+    int size = 0;
+};
+struct Placed {
+    int id = 0;
+    int place = 0;
+};
+// clang-format off
+ORVID_FIELDS(Small, id, size) ORVID_FIELDS(Placed, id, place)
+    // clang-format on
+
+    struct Config {
     Server server;
     std::vector<Server> more;
     double ratio = 0;
@@ -144,6 +157,11 @@ TEST(convertFields, are_described_for_nested_local_and_derived_classes_and_templ
         ORVID_FIELDS(Local, q)
     };
     EXPECT_EQ(through<Local>(R"({"q":3})"), R"({"q":3})");
+}
+
+TEST(convertFields, may_be_described_on_the_same_line_of_two_headers) {
+    EXPECT_EQ(through<described::Small>(R"({"id":1,"size":2})"), R"({"id":1,"size":2})");
+    EXPECT_EQ(through<described::Placed>(R"({"id":1,"place":2})"), R"({"id":1,"place":2})");
 }
 
 TEST(convertFields, may_be_a_hundred) {

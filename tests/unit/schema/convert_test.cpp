@@ -142,6 +142,22 @@ TEST(convert, refuses_what_the_type_cannot_hold_and_names_the_element) {
     EXPECT_EQ((pathOfRefusal<std::vector<std::string>>("[0]")), "[0]");
 }
 
+TEST(convert, reads_a_constant_type_as_the_type) {
+    const int port = 0;
+    EXPECT_EQ(parse("80").to<decltype(port)>(), 80);
+    EXPECT_EQ(parse("0.5").to<const double>(), 0.5);
+    EXPECT_EQ(parse("\"x\"").to<const std::string>(), "x");
+    EXPECT_EQ(parse("\"low\"").to<const Level>(), Level::low);
+    EXPECT_EQ((parse("[1,2]").to<const std::vector<int>>()), (std::vector<int>{1, 2}));
+    EXPECT_EQ(parse("1.5").to<std::optional<const double>>(), 1.5);
+    EXPECT_EQ((parse("[1.5]").to<std::tuple<const double>>()), std::tuple<double>(1.5));
+    EXPECT_EQ((std::get<1>(parse("1.5").to<std::variant<const int, const double>>())), 1.5);
+    using Choice = const std::variant<std::monostate, int>;
+    EXPECT_EQ((parse("7").to<std::optional<Choice>>()), (std::variant<std::monostate, int>(7)));
+    using Constants = std::map<std::string, const std::pair<const double, const Level>>;
+    EXPECT_EQ((parse(R"({"a":[1.5,"high"]})").to<Constants>().at("a").first), 1.5);
+}
+
 TEST(convert, reads_and_writes_texts) {
     EXPECT_EQ(through<std::string>(R"("a\u0000b")"), R"("a\u0000b")");
     EXPECT_EQ(through<std::string_view>(R"("x")"), R"("x")");

@@ -69,17 +69,19 @@ T numberAs(const AnyElement& element) {
 }
 
 template<class T, class AnyElement>
-T valueAs(const AnyElement& element) {
-    if constexpr (std::is_same_v<T, bool>) {
+std::remove_cv_t<T> valueAs(const AnyElement& element) {
+    using Value = std::remove_cv_t<T>;
+    if constexpr (std::is_same_v<Value, bool>) {
         return element.boolean();
-    } else if constexpr (Number::k_isReadable<T> || std::is_same_v<T, DecNumber>) {
-        return numberAs<T>(element);
-    } else if constexpr (std::is_same_v<T, Number>) {
+    } else if constexpr (Number::k_isReadable<Value> || std::is_same_v<Value, DecNumber>) {
+        return numberAs<Value>(element);
+    } else if constexpr (std::is_same_v<Value, Number>) {
         return element.number();
-    } else if constexpr (std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
-        return T(element.string());
+    } else if constexpr (std::is_same_v<Value, std::string> ||
+                         std::is_same_v<Value, std::string_view>) {
+        return Value(element.string());
     } else {
-        return Converter<T>::read(element);  // #include <ko/Orvid/convert.h>
+        return Converter<Value>::read(element);  // #include <ko/Orvid/convert.h>
     }
 }
 

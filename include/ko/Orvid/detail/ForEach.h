@@ -124,8 +124,6 @@
     23, 22, 21, 20, 19, 18, 17, 16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0)
 // clang-format on
 
-#define ORVID_DETAIL_FIRST(...) ORVID_DETAIL_FIRST_OF(__VA_ARGS__, 0)
-#define ORVID_DETAIL_FIRST_OF(a, ...) a
 #define ORVID_DETAIL_SECOND(...) ORVID_DETAIL_SECOND_OF(__VA_ARGS__, 0)
 #define ORVID_DETAIL_SECOND_OF(a, b, ...) b
 

@@ -33,24 +33,27 @@ template<class T>
 constexpr bool k_isSimple = std::is_same_v<T, bool> || Number::k_isReadable<T> ||
                             std::is_same_v<T, Number> || std::is_same_v<T, DecNumber> ||
                             std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>;
-
-/// The value as T. There is one, except where canBeMade() says that none is needed.
 template<class T>
-T readValue(const ReadContext& context) {
+constexpr bool k_isSimple<const T> = k_isSimple<T>;
+
+/// The value as T, which may be constant, as in std::optional<const int>. There is one, except
+/// where canBeMade() says that none is needed.
+template<class T>
+std::remove_cv_t<T> readValue(const ReadContext& context) {
     if constexpr (k_isSimple<T>) {
         return context.value()->to<T>();
     } else {
-        return Converter<T>::readAt(context);
+        return Converter<std::remove_cv_t<T>>::readAt(context);
     }
 }
 
 /// An item or member of the value.
 template<class T>
-T readPart(const ReadContext& whole, const Element& part) {
+std::remove_cv_t<T> readPart(const ReadContext& whole, const Element& part) {
     if constexpr (k_isSimple<T>) {
         return part.to<T>();
     } else {
-        return Converter<T>::readAt(ReadContext(whole, part));
+        return Converter<std::remove_cv_t<T>>::readAt(ReadContext(whole, part));
     }
 }
 
@@ -58,13 +61,14 @@ T readPart(const ReadContext& whole, const Element& part) {
 /// members the schema has a default for one.
 template<class T>
 bool canBeMade([[maybe_unused]] const ReadContext& context) {
-    constexpr Kind kind = kindOf<T>();
+    using Value = std::remove_cv_t<T>;
+    constexpr Kind kind = kindOf<Value>();
     if constexpr (kind == Kind::fields) {
         return context.isPromising();
     } else if constexpr (kind == Kind::optional) {
         return canBeMade<typename T::value_type>(context);
     } else if constexpr (kind == Kind::variant) {
-        return VariantReader<T, T>::canBeMade(context);
+        return VariantReader<Value, Value>::canBeMade(context);
     } else {
         return false;
     }
@@ -218,7 +222,7 @@ private:
 
     template<class First>
     static bool mayBe(const ReadContext& context) {
-        constexpr EType type = k_isNothing<First> ? etNull : typeOf<First>();
+        constexpr EType type = k_isNothing<First> ? etNull : typeOf<std::remove_cv_t<First>>();
         return context.value() == nullptr ? detail::canBeMade<First>(context)
                                           : type == etEmpty || type == context.value()->type();
     }
