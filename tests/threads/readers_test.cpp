@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Const operations on one tree, by four threads at once, while nothing in the tree was read before.
-// elements_test.cpp and documents_test.cpp have the others.
+// elements_test.cpp, documents_test.cpp and others_test.cpp have the others.
 
 #include <ko/Orvid.h>
 
