@@ -241,6 +241,17 @@ void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
     }
 }
 
+/// A value of the same key, or in the same position of an equal container. Where another one is
+/// known to have been moved onto a member, that and all that was left in it is gone.
+void Counterparts::pairMember(std::uint32_t value, std::uint32_t element) {
+    if (!isPaired(value) && m_known.count(element) > 0 && wasMember(value)) {
+        for (std::uint32_t gone = value; gone < m_map[value].next(); ++gone) {
+            m_overwritten.insert(gone);
+        }
+    }
+    pair(value, element);
+}
+
 void Counterparts::pairContents(std::uint32_t value, std::uint32_t element) {
     if (m_old[value].contents == k_none && m_new[element].contents == k_none) {
         m_old[value].contents = element;
@@ -283,7 +294,7 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
     const Numbers now = childrenNow(element);
     if (m_old[value].hash == m_new[element].hash && before.size() == now.size()) {
         for (std::size_t i = 0; i < now.size(); ++i) {
-            pair(before[i], now[i]);
+            pairMember(before[i], now[i]);
         }
         if (isKnownToDiffer(value, element)) {
             matchByHash(before, now);
@@ -312,7 +323,7 @@ void Counterparts::matchMembers(const Numbers& before, const Numbers& now) {
     for (const std::uint32_t element : now) {
         const auto found = byKey.find(m_new[element].element->memberKey());
         if (found != byKey.end()) {
-            pair(found->second, element);
+            pairMember(found->second, element);
         }
     }
 }
@@ -321,7 +332,7 @@ void Counterparts::matchMembers(const Numbers& before, const Numbers& now) {
 void Counterparts::matchByHash(const Numbers& before, const Numbers& now) {
     std::unordered_map<std::uint64_t, Numbers> left;
     for (auto value = before.rbegin(); value != before.rend(); ++value) {
-        if (!isPaired(*value)) {
+        if (isOpen(*value)) {
             left[m_old[*value].hash].push_back(*value);
         }
     }

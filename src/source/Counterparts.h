@@ -102,11 +102,16 @@ private:
     Numbers unpaired(const Numbers& before) const;
     Numbers unmatched(const Numbers& now) const;
     void pair(std::uint32_t value, std::uint32_t element);
+    void pairMember(std::uint32_t value, std::uint32_t element);
     void pairContents(std::uint32_t value, std::uint32_t element);
     void releaseContents(std::uint32_t value, std::uint32_t element);
     void pairReleased();
     bool isPaired(std::uint32_t value) const {
         return m_old[value].counterpart != SourceMap::k_none;
+    }
+    /// Whether it may still be found to be something in the tree.
+    bool isOpen(std::uint32_t value) const {
+        return !isPaired(value) && m_overwritten.count(value) == 0;
     }
     void matchAll();
     void matchChildren(std::uint32_t value, std::uint32_t element);
@@ -167,8 +172,10 @@ private:
     std::vector<NewValue> m_new;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_released;
-    std::unordered_set<std::uint32_t> m_movedOutOf;  ///< values, by what is known
-    std::unordered_set<std::uint32_t> m_movedInto;   ///< elements
+    std::unordered_set<std::uint32_t> m_movedOutOf;   ///< values, by what is known
+    std::unordered_set<std::uint32_t> m_movedInto;    ///< elements
+    std::unordered_set<std::uint32_t> m_known;        ///< elements that were moved or stayed
+    std::unordered_set<std::uint32_t> m_overwritten;  ///< values that one of these was moved onto
     std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;

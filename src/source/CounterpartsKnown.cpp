@@ -81,6 +81,7 @@ void Counterparts::pairKnown(const MovedPlaces& moved) {
 void Counterparts::pairKnown(std::uint32_t value, std::uint32_t element) {
     if (element != 0) {
         pair(value, element);
+        m_known.insert(element);
     } else if (isSameContainer(value, element)) {
         pairContents(value, element);
     }

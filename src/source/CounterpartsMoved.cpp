@@ -21,8 +21,9 @@ constexpr std::size_t k_mostCandidates = 16;
 
 /// Whether it is not known what became of the value, or of its children.
 bool Counterparts::isLost(std::uint32_t value) const {
-    const bool isOpen = !isPaired(value) || (hadContents(value) && m_old[value].contents == k_none);
-    return isOpen && m_map[value].element() != nullptr;
+    const bool isUnknown =
+        !isPaired(value) || (hadContents(value) && m_old[value].contents == k_none);
+    return isUnknown && m_map[value].element() != nullptr && m_overwritten.count(value) == 0;
 }
 
 /// Whether it is not known what the element was, or where its children were.

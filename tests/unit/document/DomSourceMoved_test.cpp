@@ -114,6 +114,23 @@ TEST(DomSourceMoved, takes_comments_along_with_values_that_are_known_to_have_mov
               "[true /* b */, true /* a */]");
 }
 
+TEST(DomSourceMoved, gives_no_new_value_the_comments_of_one_that_another_was_moved_onto) {
+    const char* const text = "{\"a\": 1 /* a */, \"b\": 2 /* b */, \"c\": [5 /* c */]}";
+    EXPECT_EQ(patchedKnowing(text, R"([{"op": "move", "from": "/b", "path": "/a"},
+                                       {"op": "add", "path": "/d", "value": 1}])"),
+              "{\"a\": 2 /* b */, \"c\": [5 /* c */], \"d\": 1}");
+    EXPECT_EQ(patchedKnowing(text, R"([{"op": "move", "from": "/b", "path": "/a"},
+                                       {"op": "add", "path": "/c/-", "value": 1}])"),
+              "{\"a\": 2 /* b */, \"c\": [5 /* c */, 1]}");
+    EXPECT_EQ(patchedKnowing(text, R"([{"op": "move", "from": "/b", "path": "/c"},
+                                       {"op": "add", "path": "/d", "value": [5]}])"),
+              "{\"a\": 1 /* a */, \"c\": 2 /* b */, \"d\": [5]}");
+    EXPECT_EQ(patchedKnowing("{\"a\": 1 /* a */, \"b\": 1 /* b */}",
+                             R"([{"op": "move", "from": "/b", "path": "/a"},
+                                 {"op": "add", "path": "/b", "value": 1}])"),
+              "{\"a\": 1 /* b */, \"b\": 1}");
+}
+
 TEST(DomSourceMoved, has_no_use_for_places_that_lead_nowhere) {
     const Dom dom = Dom::parse("{\"a\": 1 /* a */, \"b\": [2]}");
     const auto place = [](const char* text) { return JsonPointer(text); };
