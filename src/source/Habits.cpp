@@ -107,7 +107,7 @@ private:
             const ChildSpan second = m_map.nextChild(container, first);
             const std::string_view text = m_map.text(second.gapBegin, second.begin);
             const Gap gap = gapOf(text, GapKind::between);
-            if (!hasComment(text) && !hasNewline(text)) {
+            if (!hasComment(gap.lead) && !hasNewline(text)) {
                 (m_map.isObject(container) ? m_memberCommas : m_itemCommas).add(gap.lead);
             }
         }

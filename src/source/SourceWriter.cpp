@@ -123,12 +123,6 @@ void SourceWriter::writeItem(const Item& item) {
     writeValue(item, indent, reindent);
 }
 
-std::string_view SourceWriter::colonBefore(std::uint32_t value) const {
-    const std::size_t keyEnd =
-        m_counterparts.before(value).begin + m_counterparts.keyBefore(value).size();
-    return m_map.text(keyEnd, m_map[value].begin());
-}
-
 void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
     const bool wasMember = item.before != k_none && m_counterparts.wasMember(item.before);
     if (!m_counterparts.isMember(item.now)) {
@@ -143,16 +137,23 @@ void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
     } else {
         appendQuoted(m_out, key);
     }
-    if (wasMember) {
-        copy(colonBefore(item.before), reindent);
+    if (wasMember && keepsColon(item)) {
+        copy(m_gaps.usual().colonOf(item.before), reindent);
     } else {
         m_out += m_gaps.usual().colon(m_open.back());
     }
 }
 
+/// Whether what stands around the colon of a member stays: of one that comes from elsewhere, the
+/// comments.
+bool SourceWriter::keepsColon(const Item& item) {
+    return m_counterparts.before(item.before).parent == m_open.back().self.before ||
+           hasComment(m_gaps.usual().colonOf(item.before));
+}
+
 /// A member that becomes an item has no colon, but may have comments around it.
 void SourceWriter::writeColonComments(const Item& item, const Reindent& reindent) {
-    TriviaReader reader(colonBefore(item.before));
+    TriviaReader reader(m_gaps.usual().colonOf(item.before));
     for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
         if (isComment(piece.kind)) {
             copy(piece.text, reindent);

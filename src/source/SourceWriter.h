@@ -29,7 +29,7 @@ private:
     void writeItem(const Item& item);
     void writeKey(const Item& item, const Reindent& reindent);
     void writeColonComments(const Item& item, const Reindent& reindent);
-    std::string_view colonBefore(std::uint32_t value) const;
+    bool keepsColon(const Item& item);
     void writeValue(const Item& item, const std::string& indent, const Reindent& reindent);
     void open(const Item& item, const std::string& indent, const Reindent& reindent);
     void listItems(Frame& frame) const;

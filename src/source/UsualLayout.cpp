@@ -21,18 +21,25 @@ const Habits& UsualLayout::habits() {
     return *m_habits;
 }
 
+/// Of the nearest sibling that has no comment there.
 std::string UsualLayout::colon(const Frame& frame) {
-    if (!frame.siblings.empty()) {
-        const std::uint32_t sibling =
-            frame.siblings[std::min(frame.nearest, frame.siblings.size() - 1)];
-        const std::size_t keyEnd =
-            m_counterparts.before(sibling).begin + m_counterparts.keyBefore(sibling).size();
-        const std::string_view text = m_map.text(keyEnd, m_map[sibling].begin());
-        if (!hasComment(text)) {
-            return std::string(text);
+    constexpr std::size_t mostLookedAt = 64;
+    const std::size_t count = frame.siblings.size();
+    for (std::size_t distance = 0; distance < std::min(count, mostLookedAt); ++distance) {
+        for (const std::size_t position : {frame.nearest - distance, frame.nearest + distance}) {
+            const std::string_view text = position < count ? colonOf(frame.siblings[position]) : "";
+            if (!text.empty() && !hasComment(text)) {
+                return std::string(text);
+            }
         }
     }
     return habits().colon;
+}
+
+std::string_view UsualLayout::colonOf(std::uint32_t member) const {
+    const std::size_t keyEnd =
+        m_counterparts.before(member).begin + m_counterparts.keyBefore(member).size();
+    return m_map.text(keyEnd, m_map[member].begin());
 }
 
 std::string UsualLayout::breakBefore(const Frame& frame, bool isFirst) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "source/Counterparts.h"
 #include "source/FilledSiblings.h"
@@ -26,6 +27,8 @@ public:
     const Habits& habits();
     /// The colon after a new key, with the whitespace around it.
     std::string colon(const Frame& frame);
+    /// The one after the key of a member of the text, with all that stands around it.
+    std::string_view colonOf(std::uint32_t member) const;
     /// What stands before a child: what stands before the neighbours that the text has, or what the
     /// document does elsewhere.
     std::string breakBefore(const Frame& frame, bool isFirst);

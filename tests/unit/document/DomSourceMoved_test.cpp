@@ -131,6 +131,18 @@ TEST(DomSourceMoved, gives_no_new_value_the_comments_of_one_that_another_was_mov
               "{\"a\": 1 /* b */, \"b\": 1}");
 }
 
+TEST(DomSourceMoved, writes_the_colon_of_a_member_from_elsewhere_as_its_new_siblings_have_it) {
+    const char* const text = R"({"x" : {"a":1, "b" /* b */ :2}, "y" : {"c"  :  3}})";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/x/a", "path": "/y/a"}])")),
+              R"({"x" : {"b" /* b */ :2}, "y" : {"c"  :  3, "a"  :  1}})");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/x/b", "path": "/y/b"}])")),
+              R"({"x" : {"a":1}, "y" : {"c"  :  3, "b" /* b */ :2}})");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/x/a", "path": "/x/d"}])")),
+              R"({"x" : {"b" /* b */ :2, "d":1}, "y" : {"c"  :  3}})");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/x", "path": "/y/x"}])")),
+              R"({"y" : {"c"  :  3, "x"  :  {"a":1, "b" /* b */ :2}}})");
+}
+
 TEST(DomSourceMoved, has_no_use_for_places_that_lead_nowhere) {
     const Dom dom = Dom::parse("{\"a\": 1 /* a */, \"b\": [2]}");
     const auto place = [](const char* text) { return JsonPointer(text); };

@@ -203,6 +203,20 @@ TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind)
               "[[1,\n   2], {\"x\": 1, \"y\": 2}]");
 }
 
+TEST(DomSource, learns_the_blank_after_a_comma_with_a_comment_before_it) {
+    EXPECT_EQ(edited(R"({"a":1 /*x*/, "b": {"x": 5}})", setting("b.c", 2)),
+              R"({"a":1 /*x*/, "b": {"x": 5, "c": 2}})");
+    EXPECT_EQ(edited(R"({"a": [1 /*x*/,  2], "b": [3]})", setting("b[*]", 4)),
+              R"({"a": [1 /*x*/,  2], "b": [3,  4]})");
+}
+
+TEST(DomSource, takes_the_blanks_around_a_colon_from_the_nearest_member_without_comments_there) {
+    EXPECT_EQ(edited(R"([{"a": 1}, {"a": 1}, {"a" :1, "b"/**/:/**/2}, {}])", setting("[2].c", 3)),
+              R"([{"a": 1}, {"a": 1}, {"a" :1, "b"/**/:/**/2, "c" :3}, {}])");
+    EXPECT_EQ(edited(R"([{"a": 1}, {"a"/**/:/**/2}])", setting("[1].c", 3)),
+              R"([{"a": 1}, {"a"/**/:/**/2, "c": 3}])");
+}
+
 TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
     const Document value(R"({"x": [1, {"y": []}], "z": {}})");
     EXPECT_EQ(edited("{\r\n  \"a\": 1\r\n}", [&](Element& root) { root.insert("b", value.root); }),
