@@ -329,7 +329,6 @@ void applyPatch(Element& target, const Element& patch, const PatchOptions& optio
     try {
         std::optional<PatchMoves> moves;
         if (options.moved != nullptr) {
-            options.moved->clear();
             moves.emplace(target);
         }
         PatchMoves* const noted = moves ? &*moves : nullptr;

@@ -57,6 +57,37 @@ const Prepared k_mergePatch(
     R"({"a":{"list":null,"new name that is not held in place":{"x":[1]}},)"
     R"("s":{"a":{"b":"a string that is not held in place"}},"n":[{"x":null}]})");
 
+void append(std::string& text, const JsonPointer& place) {
+    for (const std::string& step : place.steps()) {
+        text.append(1, '/').append(step);
+    }
+    text.append(1, ' ');
+}
+
+/// Applies the patch and asks for its moves, in a list that another patch has filled. Returns them,
+/// and asks for no memory after success.
+std::string movesOf(Element& root, const Element& patch) {
+    std::string text;
+    text.reserve(1000);
+    ko::Orvid::MovedPlaces moved(2, {JsonPointer(), JsonPointer()});
+    ko::Orvid::PatchOptions options;
+    options.moved = &moved;
+    try {
+        applyPatch(root, patch, options);
+    } catch (const ko::Orvid::PatchException& error) {
+        EXPECT_EQ(moved.size(), 2U);
+        return error.reason();
+    } catch (const std::bad_alloc&) {
+        EXPECT_EQ(moved.size(), 2U) << "although memory was refused";
+        throw;
+    }
+    for (const auto& [from, to] : moved) {
+        append(text, from);
+        append(text, to);
+    }
+    return text;
+}
+
 const std::vector<Operation> k_patches = {
     {"apply_patch", Leaves::everything,
      [](Trees& trees) {
@@ -72,6 +103,19 @@ const std::vector<Operation> k_patches = {
          }
          return nothing();
      }},
+    {"apply_patch_and_note_what_moves", Leaves::everything,
+     [](Trees& trees) {
+         const Element& array = trees.root.get("a.list");
+         const Element* const first = &array.array().front();
+         try {
+             return movesOf(trees.root, k_patch);
+         } catch (const std::bad_alloc&) {
+             EXPECT_EQ(&array.array().front(), first) << "references stay valid";
+             throw;
+         }
+     }},
+    {"apply_a_failing_patch_and_note_nothing", Leaves::everything,
+     [](Trees& trees) { return movesOf(trees.root, k_failingPatch); }},
     {"apply_a_patch_that_lies_in_its_target", Leaves::everything,
      [](Trees&) {
          Element target(k_withPatch);

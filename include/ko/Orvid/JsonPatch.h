@@ -30,6 +30,7 @@ struct PatchOptions {
     /// comparing: the place of each value that was moved, before and afterwards; the same for items
     /// that equal one which was added to their array or removed from it; and for the containers
     /// around them. Values that were removed again, or that the patch itself added, are left out.
+    /// Where the patch fails, or memory is refused, it is as it was.
     MovedPlaces* moved = nullptr;
 };
 
@@ -40,7 +41,8 @@ struct PatchOptions {
 /// except for each operation in an array, which costs about the square root of its length.
 ///
 /// Throws TypeException<EType> for a patch that is no array and PatchException for an operation
-/// that fails or copies too much; the target is unchanged then, and references into it stay valid.
+/// that fails or copies too much, and std::bad_alloc where memory is refused; the target and
+/// PatchOptions::moved are unchanged then, and references into the target stay valid.
 /// After success they are not, and Dom::placeOf() knows no places below the target.
 KO_API void applyPatch(Element& target, const Element& patch,
                        const PatchOptions& options = PatchOptions());
