@@ -153,9 +153,11 @@ std::string Dom::sourceText(const MovedPlaces& moved) const {
                                                               : generated(*this, WriteOptions());
 }
 
-void Dom::save(const std::string& file) const {
+void Dom::save(const std::string& file) const { saveMoved(file, {}); }
+
+void Dom::saveMoved(const std::string& file, const MovedPlaces& moved) const {
     requireWritable(*this, optionsFor(m_source.get()), file);
-    const std::string content = m_source ? sourceText({}) : generated(*this, WriteOptions());
+    const std::string content = m_source ? sourceText(moved) : generated(*this, WriteOptions());
     if (isLoadedFrom(file)) {
         m_version->replace(file, content, m_source->text());
     } else if (!holds(file, content)) {

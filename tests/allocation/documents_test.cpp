@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <new>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -21,7 +23,9 @@ using ko::Orvid::Element;
 using ko::Orvid::Exception;
 using ko::Orvid::JsonLines;
 using ko::Orvid::JsonPath;
+using ko::Orvid::MovedPlaces;
 using ko::Orvid::parse;
+using ko::Orvid::PatchOptions;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::serialize;
 using ko::Orvid::WriteOptions;
@@ -30,6 +34,13 @@ constexpr const char* k_lines =
     "{\"id\":1,\"name\":\"a name that is not held in place\"}\n\n[2] x\n[3,[4]]\n";
 constexpr const char* k_source =
     "{ // a comment\n  \"a name that is not held in place\": [1, 2.50,],\n  \"b\": true\n}\n";
+constexpr const char* k_moved =
+    "{ \"a name that is not held in place\": [1 /* a comment of the first */, 1 /* b */, 1],\n"
+    "  \"b\": {\"c\": true /* c */}, \"on\": true /* on */, \"off\": true /* off */ }\n";
+constexpr const char* k_moves =
+    R"([{"op":"move","from":"/a name that is not held in place/0",)"
+    R"("path":"/a name that is not held in place/2"},)"
+    R"({"op":"move","from":"/on","path":"/b/d"},{"op":"move","from":"/off","path":"/b/c"}])";
 
 /// The records, and the line of the one in error.
 std::string readLines() {
@@ -55,6 +66,30 @@ std::string editedText() {
     list.array().insert(std::size_t{1}, Element("an item that is not held in place"));
     dom.root()->get("b").set(false);
     return dom.text() + std::to_string(dom.placeOf(list)->key.column);
+}
+
+/// The text of a document in which these values are known to have been moved.
+std::string movedText(Dom& dom, const MovedPlaces& moved) {
+    const Element* const root = dom.root();
+    const std::size_t places = moved.size();
+    try {
+        return dom.text(moved);
+    } catch (const std::bad_alloc&) {
+        EXPECT_EQ(dom.root(), root);
+        EXPECT_EQ((*root).get("b").size(), 2U);
+        EXPECT_EQ(moved.size(), places);
+        throw;
+    }
+}
+
+/// Where equal values moved past each other, and one onto another.
+std::string textWithMoves() {
+    Dom dom = Dom::parse(k_moved);
+    MovedPlaces moved;
+    PatchOptions options;
+    options.moved = &moved;
+    applyPatch(*dom, parse(k_moves), options);
+    return movedText(dom, moved);
 }
 
 std::string refused(const Element& element) {
@@ -85,6 +120,7 @@ const std::vector<Operation> k_documents = {
      }},
     {"read_lines", Leaves::everything, [](Trees&) { return readLines(); }},
     {"edit_a_source", Leaves::everything, [](Trees&) { return editedText(); }},
+    {"move_in_a_source", Leaves::everything, [](Trees&) { return textWithMoves(); }},
     {"describe_with_a_place", Leaves::everything,
      [](Trees&) {
          const Dom dom = Dom::parse(k_source);

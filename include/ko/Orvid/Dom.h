@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace ko::Orvid {
 
@@ -69,7 +70,8 @@ public:
     /// The same for a tree in which these values are known to have been moved, from where they
     /// stood in the text to where they stand in the tree: text() alone compares, and so cannot
     /// follow a value that others equal. Places that lead nowhere have no effect, and a value is
-    /// moved once: the first of its places counts. PatchOptions::moved gets them of a patch.
+    /// moved once: the first of its places counts. PatchOptions::moved gets them of a patch. Where
+    /// memory is refused, std::bad_alloc is thrown, and document, text and places are as they were.
     std::string text(const MovedPlaces& moved) const;
 
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content
@@ -81,6 +83,13 @@ public:
     /// ESTALE as its error(). A FileLock, from before load() to after save(), keeps others waiting
     /// who take it too.
     void save(const std::string& file) const;
+
+    /// The same with text(moved): the places count from the text that was read, also where the
+    /// document was saved since. Braces alone, `save(file, {})`, are WriteOptions.
+    template<class Moves, std::enable_if_t<std::is_same_v<Moves, MovedPlaces>, int> = 0>
+    void save(const std::string& file, const Moves& moved) const {
+        saveMoved(file, moved);
+    }
 
     /// The same with the document laid out anew, without its comments. Throws also where the
     /// generator refuses a value (see Generator::state()). Linear cost.
@@ -119,6 +128,7 @@ private:
     static Dom read(std::string text, const ReadOptions& options, const std::string& file);
     void release() noexcept;
     std::string sourceText(const MovedPlaces& moved) const;
+    void saveMoved(const std::string& file, const MovedPlaces& moved) const;
     bool isLoadedFrom(const std::string& file) const;
 
     Element* m_root = nullptr;

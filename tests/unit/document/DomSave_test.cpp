@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/FileException.h>
+#include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/SafeFile.h>
 #include <sys/stat.h>
 
@@ -27,6 +28,8 @@ namespace {
 
 using ko::Orvid::Dom;
 using ko::Orvid::FileException;
+using ko::Orvid::MovedPlaces;
+using ko::Orvid::PatchOptions;
 using ko::Orvid::replaceFile;
 using ko::Orvid::WriteOptions;
 
@@ -66,6 +69,27 @@ TEST_F(SharedFile, is_not_saved_when_another_has_written_into_it) {
     std::ofstream(m_name) << R"({"a": 7})";
     expectRefusal(m_name);
     expectContent(R"({"a": 7})");
+}
+
+TEST_F(SharedFile, is_saved_with_what_is_known_to_have_moved) {
+    const std::string name =
+        m_folder.makeFile("b.json", R"({"on": true /* new */, "b": {"c": true}})");
+    Dom dom = Dom::load(name);
+    MovedPlaces moved;
+    PatchOptions options;
+    options.moved = &moved;
+    applyPatch(*dom, Document(R"([{"op": "move", "from": "/on", "path": "/b/d"}])").root, options);
+    for (int time = 0; time < 2; ++time) {
+        dom.save(name, moved);
+        EXPECT_EQ(contentOf(name), R"({"b": {"c": true, "d": true /* new */}})");
+    }
+    replaceFile(name, "{}");
+    EXPECT_EQ(thrownBy<FileException>([&] { dom.save(name, moved); }).error(), ESTALE);
+}
+
+TEST_F(SharedFile, is_laid_out_anew_with_braces_for_options) {
+    m_dom.save(m_name, {});
+    expectContent("{\n    \"a\": 1\n}\n");
 }
 
 TEST_F(SharedFile, is_saved_again_after_further_edits) {
