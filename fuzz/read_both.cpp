@@ -32,7 +32,7 @@ ReadOptions chooseOptions(Input& input) {
         options.rejectLoneSurrogates = (bits & 4U) != 0;
         options.allowComments = (bits & 8U) != 0;
         options.allowTrailingCommas = (bits & 16U) != 0;
-        options.allowOtherBlanks = (bits & 32U) != 0;
+        options.allowOtherWhitespace = (bits & 32U) != 0;
         options.repeatedKeys =
             (bits & 64U) != 0 ? ko::Orvid::RepeatedKeys::reject : ko::Orvid::RepeatedKeys::replace;
         options.maxDepth = (bits & 128U) != 0 ? input.byte() : 0;

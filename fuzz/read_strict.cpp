@@ -93,7 +93,7 @@ ReadOptions chooseOptions(Input& input) {
     options.validateUtf8 ^= (bits & 2U) != 0;
     options.rejectLoneSurrogates ^= (bits & 4U) != 0;
     options.allowComments ^= (bits & 8U) != 0;
-    options.allowOtherBlanks ^= (bits & 16U) != 0;
+    options.allowOtherWhitespace ^= (bits & 16U) != 0;
     options.allowTrailingCommas = options.requireWholeDocument && (bits & 24U) == 24U;
     if ((bits & 32U) != 0) {
         options.repeatedKeys = ko::Orvid::RepeatedKeys::reject;

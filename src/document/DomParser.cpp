@@ -53,7 +53,7 @@ void failAtEnd(std::istream& in, const DomParser& parser) {
 bool isLenient(const ReadOptions& options) {
     return !options.requireWholeDocument && !options.validateUtf8 &&
            !options.rejectLoneSurrogates && options.allowComments && !options.allowTrailingCommas &&
-           options.allowOtherBlanks && options.repeatedKeys == RepeatedKeys::replace &&
+           options.allowOtherWhitespace && options.repeatedKeys == RepeatedKeys::replace &&
            options.maxDepth == 0 && options.maxLength == 0 && options.maxLineLength == 0;
 }
 

@@ -181,7 +181,7 @@ const char* TextScanner::stopWord(const char* at, const char* end, std::string_v
 const char* TextScanner::skipOddMargin(const char* at, const char* end) const noexcept {
     const auto isOther = [&] { return at == end || static_cast<unsigned char>(*at) > ' '; };
     at = text::whitespaceEnd<text::WideBlock>(at, end);
-    if (!isOther() && m_options.allowOtherBlanks) {
+    if (!isOther() && m_options.allowOtherWhitespace) {
         while (at != end && (text::isWhitespace(*at) || *at == '\v' || *at == '\f')) {
             ++at;
         }

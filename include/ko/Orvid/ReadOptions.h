@@ -34,7 +34,7 @@ struct ReadOptions {
     /// Whether a comma may stand after the last item or member; otherwise it is an error.
     bool allowTrailingCommas = false;
     /// Whether vertical tab and form feed are whitespace, or errors.
-    bool allowOtherBlanks = true;
+    bool allowOtherWhitespace = true;
     RepeatedKeys repeatedKeys = RepeatedKeys::replace;
     /// How many arrays and objects may be open at once; 0 is no limit.
     std::size_t maxDepth = 0;
@@ -51,7 +51,7 @@ struct ReadOptions {
         options.validateUtf8 = true;
         options.rejectLoneSurrogates = true;
         options.allowComments = false;
-        options.allowOtherBlanks = false;
+        options.allowOtherWhitespace = false;
         options.repeatedKeys = RepeatedKeys::reject;
         return options;
     }

@@ -43,7 +43,7 @@ TEST(ReadOptions, are_lenient_unless_asked) {
     EXPECT_FALSE(k_lenient.rejectLoneSurrogates);
     EXPECT_TRUE(k_lenient.allowComments);
     EXPECT_FALSE(k_lenient.allowTrailingCommas);
-    EXPECT_TRUE(k_lenient.allowOtherBlanks);
+    EXPECT_TRUE(k_lenient.allowOtherWhitespace);
     EXPECT_EQ(k_lenient.repeatedKeys, RepeatedKeys::replace);
     EXPECT_EQ(k_lenient.maxDepth, 0U);
     EXPECT_EQ(k_lenient.maxLength, 0U);
@@ -214,7 +214,7 @@ TEST(ReadOptions, comments_are_whitespace_or_errors) {
 }
 
 TEST(ReadOptions, vertical_tab_and_form_feed_are_whitespace_or_errors) {
-    const ReadOptions none = with(&ReadOptions::allowOtherBlanks, false);
+    const ReadOptions none = with(&ReadOptions::allowOtherWhitespace, false);
     EXPECT_EQ(errorOf(none, "[\v1]"), "1,2-1,2 @: Unexpected byte 0x0B: expected a value or ']'");
     EXPECT_EQ(errorOf(none, "[1\f]"), "1,3-1,3 @: Unexpected byte 0x0C: expected ',' or ']'");
     EXPECT_EQ(errorOf(none, "[ \t\r\n1]"), "");
