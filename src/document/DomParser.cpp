@@ -390,18 +390,17 @@ void DomParser::handOver(std::string_view piece, std::uint64_t begin) {
     }
 }
 
-void DomParser::failScan(std::string_view piece) {
-    const TextError& error = *m_reading->scanner->error();
-    failAt(piece, error.message, error.code, {error.begin, error.begin + error.length});
-}
+void DomParser::failScan(std::string_view piece) { failAs(piece, *m_reading->scanner->error()); }
 
-void DomParser::failAt(std::string_view piece, const std::string& message, ParseErrorCode code,
-                       TokenSpan span) {
-    m_reading->errorBegin = span.begin;
-    const LineAndColumn first = m_reading->scanner->position(piece, span.begin);
-    const LineAndColumn last = m_reading->scanner->position(piece, span.end - 1);
-    throw ParseException(context(), message, first.line, first.column, last.line, last.column)
-        .withCode(code);
+void DomParser::failAs(std::string_view piece, const TextError& error) {
+    m_reading->errorBegin = error.begin;
+    const LineAndColumn first = m_reading->scanner->position(piece, error.begin);
+    const LineAndColumn last = m_reading->scanner->position(piece, error.begin + error.length - 1);
+    ParseException thrown =
+        ParseException(context(), error.message, first.line, first.column, last.line, last.column)
+            .withCode(error.code);
+    thrown.addFound(error.found, error.expected);
+    throw thrown;
 }
 
 Element* DomParser::current() const {

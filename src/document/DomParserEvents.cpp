@@ -78,8 +78,9 @@ void DomParser::handOn(std::string_view piece, std::size_t length) {
         const std::vector<TokenSpan>& keys = m_reading->events.keys();
         const bool isKey = m_reading->isRepeated && m_reading->keys <= keys.size();
         const std::uint64_t stop = position();
-        failAt(piece, error.message(), isKey ? ParseErrorCode::repeatedKey : error.code(),
-               isKey ? keys[m_reading->keys - 1] : TokenSpan{stop, stop + 1});
+        const TokenSpan span = isKey ? keys[m_reading->keys - 1] : TokenSpan{stop, stop + 1};
+        failAs(piece, {isKey ? ParseErrorCode::repeatedKey : error.code(), error.message(),
+                       span.begin, span.end - span.begin, error.found(), error.expected()});
     }
 }
 

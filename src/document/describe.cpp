@@ -99,12 +99,6 @@ std::string describeKey(const KeyNotFound& error) {
     return sentence(elementText(error, "the object") + " has no member " + quoted(error.key()));
 }
 
-/// The character, in quotes, that the message of a path's error shows.
-std::string shownCharacter(const std::string& message) {
-    const std::size_t quote = message.find('\'');
-    return quote == std::string::npos ? "a character" : message.substr(quote, 3);
-}
-
 /// What is wrong with a path, without the parser's own state; empty when the error is none of a
 /// path.
 std::string pathError(const ParseException& error) {
@@ -112,7 +106,8 @@ std::string pathError(const ParseException& error) {
         case ParseErrorCode::pathTruncated:
             return "it ends where a key or an index is expected";
         case ParseErrorCode::pathCharacter:
-            return shownCharacter(error.message()) + " may not stand there";
+            return (error.found() ? std::string("'") + *error.found() + '\'' : "a character") +
+                   " may not stand there";
         case ParseErrorCode::pathIndexRange:
             return "an index does not fit 32 bits";
         case ParseErrorCode::pathNoIndex:
@@ -192,7 +187,7 @@ std::string describeParse(const ParseException& error) {
     const std::string element = elementText(error, "");
     const std::string hint = error.code() == ParseErrorCode::commentNotClosed
                                  ? "A comment is not closed."
-                                 : syntaxHint(error.message());
+                                 : syntaxHint(error);
     return "The text has an error" + (position.empty() ? "" : " in " + position) +
            (element.empty() ? "" : ", where " + element + " is read") + ": " +
            sentence(trimmed(error.message())) + (hint.empty() ? "" : " " + hint);

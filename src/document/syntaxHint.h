@@ -4,12 +4,14 @@
 
 #pragma once
 
+#include <ko/Orvid/fwd.h>
+
 #include <string>
 
 namespace ko::Orvid {
 
-/// A sentence for the message of a syntax error, of either reader: which rule of JSON was probably
-/// overlooked. Empty where nothing is to be guessed from it. Linear.
-std::string syntaxHint(const std::string& message);
+/// A sentence for a syntax error, of either reader: which rule of JSON was probably overlooked.
+/// Empty where nothing is to be guessed from it. Linear in the length of the message.
+std::string syntaxHint(const ParseException& error);
 
 }  // namespace ko::Orvid

@@ -8,6 +8,7 @@
 #include <ko/Orvid/Exception.h>
 
 #include <istream>
+#include <optional>
 
 #include "core/EnumNames.h"
 #include "core/TextStream.h"
@@ -85,13 +86,15 @@ bool readIndex(const std::string& digits, unsigned int& index) {
     return !digits.empty() && isDigit(digits.front());
 }
 
-/// Reports an error to the listener; an exception that it throws of it gets the error's code.
+/// Reports an error to the listener; an exception that it throws of it gets the error's code, and
+/// the character where there is one.
 template<class Report>
-bool reportAs(ParseErrorCode code, const Report& report) {
+bool reportAs(ParseErrorCode code, std::optional<char> found, const Report& report) {
     try {
         return report();
     } catch (ParseException& error) {
         error.addCode(code);
+        error.addFound(found);
         throw;
     }
 }
@@ -256,8 +259,8 @@ bool PathParser::emitIndex(ParseWork& s) {
     unsigned int index = k_noIndex;
     const bool isStar = s.position - s.tokenStart == 1 && s.token.front() == '*';
     if (!isStar && !readIndex(s.token, index)) {
-        std::string message = "Unreadable index";
-        reportAs(ParseErrorCode::pathIndexRange, [&] { return report(s, message); });
+        reportAs(ParseErrorCode::pathIndexRange, std::nullopt,
+                 [&] { return report(s, std::string("Unreadable index")); });
     }
     s.tokenStart = s.position;
     s.token.clear();
@@ -291,15 +294,12 @@ bool PathParser::report(ParseWork& s, const std::string& message) {
 }
 
 bool PathParser::report(ParseWork& s, char c) {
-    std::string message = "Unexpexced EOF";
-    if (c != k_pathEnd) {
-        message = "Unexpected character '";
-        message += c;
-        message += '\'';
+    if (c == k_pathEnd) {
+        return reportAs(ParseErrorCode::pathTruncated, std::nullopt,
+                        [&] { return report(s, std::string("Unexpexced EOF")); });
     }
-    const bool isEnd = c == k_pathEnd;
-    return reportAs(isEnd ? ParseErrorCode::pathTruncated : ParseErrorCode::pathCharacter,
-                    [&] { return report(s, message); });
+    return reportAs(ParseErrorCode::pathCharacter, c,
+                    [&] { return report(s, std::string("Unexpected character '") + c + '\''); });
 }
 
 namespace {

@@ -159,7 +159,7 @@ const char* TextScanner::takeOddText(const char* at, const char* from, const cha
 const char* TextScanner::stopNumber(const char* at, const char* stop, const char* end,
                                     text::NumberPart part) {
     if (stop != end) {
-        return failUnexpected(stop, "expected a digit");
+        return failUnexpected(stop, {ExpectedToken::number, "expected a digit"});
     }
     cut(at, stop);
     m_part = part;
@@ -174,7 +174,8 @@ const char* TextScanner::stopWord(const char* at, const char* end, std::string_v
     static_cast<void>(expected);
     return wrong == there.end()
                ? cut(at, at)
-               : failUnexpected(at + (wrong - there.begin()), "expected " + std::string(word));
+               : failUnexpected(at + (wrong - there.begin()),
+                                {ExpectedToken::word, "expected " + std::string(word)});
 }
 
 /// Whitespace of any kind and length.
@@ -197,11 +198,11 @@ const char* TextScanner::takeOdd(const char* at, const char* end) {
     const bool isTrailing =
         (*at == ']' && m_next == Next::item) || (*at == '}' && m_next == Next::key);
     if (isTrailing) {
-        return fail(
-            "Unexpected " + byteText(*at) + " after a comma: trailing commas are not allowed",
-            offsetOf(at));
+        return failByte(
+            at, "Unexpected " + byteText(*at) + " after a comma: trailing commas are not allowed",
+            expectation().token);
     }
-    return failUnexpected(at, expectedText());
+    return failUnexpected(at, expectation());
 }
 
 const char* TextScanner::takeComment(const char* at, const char* end) {
@@ -214,7 +215,7 @@ const char* TextScanner::takeComment(const char* at, const char* end) {
     }
     const bool isLine = at[1] == '/';
     if (!isLine && at[1] != '*') {
-        return failUnexpected(at + 1, "a comment begins with /* or //");
+        return failUnexpected(at + 1, {ExpectedToken::unknown, "a comment begins with /* or //"});
     }
     const char* const from = at + std::max<std::size_t>(k_opening, m_verified);
     const std::string_view closing = isLine ? "\n" : "*/";
@@ -261,13 +262,13 @@ const char* TextScanner::fail(std::string message, std::uint64_t begin, std::uin
 const char* TextScanner::failString(const text::StringScan& scan) {
     switch (scan.end) {
         case text::StringEnd::control:
-            return fail(
-                "Control character " + hexText(*scan.at) + " in a string: it must be escaped",
-                offsetOf(scan.at));
+            return failByte(scan.at, "Control character " + hexText(*scan.at) +
+                                         " in a string: it must be escaped");
         case text::StringEnd::escape:
-            return failUnexpected(scan.at, "no escape begins so");
+            return failUnexpected(scan.at, {ExpectedToken::unknown, "no escape begins so"});
         case text::StringEnd::hexDigit:
-            return failUnexpected(scan.at, "expected a hexadecimal digit");
+            return failUnexpected(scan.at,
+                                  {ExpectedToken::unknown, "expected a hexadecimal digit"});
         case text::StringEnd::surrogate:
             return fail("The escape of half a surrogate pair", offsetOf(scan.at), scan.length);
         default:
@@ -275,12 +276,17 @@ const char* TextScanner::failString(const text::StringScan& scan) {
     }
 }
 
-const char* TextScanner::failUnexpected(const char* at, const std::string& expected) {
-    const std::uint64_t offset = offsetOf(at);
-    const bool isMark = *at == '\xEF' && offset == 0;
-    return fail("Unexpected " + byteText(*at) + (isMark ? ", as of a byte order mark" : "") + ": " +
-                    expected,
-                offset);
+const char* TextScanner::failByte(const char* at, std::string message, ExpectedToken expected) {
+    m_error = {ParseErrorCode::strictSyntax, std::move(message), offsetOf(at), 1, *at, expected};
+    return nullptr;
+}
+
+const char* TextScanner::failUnexpected(const char* at, const Expectation& expected) {
+    const bool isMark = *at == '\xEF' && offsetOf(at) == 0;
+    return failByte(at,
+                    "Unexpected " + byteText(*at) + (isMark ? ", as of a byte order mark" : "") +
+                        ": " + expected.text,
+                    expected.token);
 }
 
 const char* TextScanner::failDepth(const char* at) {
@@ -295,25 +301,26 @@ const char* TextScanner::failRepeated(std::string_view key, TokenSpan span) {
                 span.end - span.begin, ParseErrorCode::repeatedKey);
 }
 
-const char* TextScanner::expectedText() const noexcept {
+TextScanner::Expectation TextScanner::expectation() const {
     switch (m_next) {
         case Next::value:
         case Next::item:
-            return "expected a value";
+            return {ExpectedToken::value, "expected a value"};
         case Next::valueOrEnd:
-            return "expected a value or ']'";
+            return {ExpectedToken::value, "expected a value or ']'"};
         case Next::key:
-            return "expected a key";
+            return {ExpectedToken::key, "expected a key"};
         case Next::keyOrEnd:
-            return "expected a key or '}'";
+            return {ExpectedToken::key, "expected a key or '}'"};
         case Next::colon:
-            return "expected ':'";
+            return {ExpectedToken::colon, "expected ':'"};
         case Next::commaOrEnd:
-            return m_level == Level::object ? "expected ',' or '}'" : "expected ',' or ']'";
+            return {ExpectedToken::comma,
+                    m_level == Level::object ? "expected ',' or '}'" : "expected ',' or ']'"};
         case Next::nothing:
             break;
     }
-    return "the document is complete";
+    return {ExpectedToken::unknown, "the document is complete"};
 }
 
 /// The same containers with as little in them as there must be, and then the same token is next.

@@ -23,12 +23,14 @@
 namespace ko::Orvid {
 
 /// What is wrong, and where in the whole text: an offset from 0 and a number of bytes, which stand
-/// on one line.
+/// on one line. Where a single byte is wrong, that byte and what could have stood in its place.
 struct TextError {
     ParseErrorCode code;
     std::string message;
     std::uint64_t begin;
     std::uint64_t length;
+    std::optional<char> found = std::nullopt;
+    ExpectedToken expected = ExpectedToken::unknown;
 };
 
 /// Where a token stands in the whole text, from 0; `end` is after it. Strings and keys count with
@@ -122,6 +124,10 @@ private:
     /// What has become of a token: it was taken, the loop must look elsewhere, or the scanning
     /// pauses there.
     enum class Step { done, odd, stopped };
+    struct Expectation {
+        ExpectedToken token;
+        std::string text;
+    };
 
     template<class Sink>
     void scanHeld(std::string_view& piece, Sink& sink);
@@ -195,11 +201,13 @@ private:
     const char* fail(std::string message, std::uint64_t begin, std::uint64_t length = 1,
                      ParseErrorCode code = ParseErrorCode::strictSyntax);
     const char* failString(const text::StringScan& scan);
-    const char* failUnexpected(const char* at, const std::string& expected);
+    const char* failByte(const char* at, std::string message,
+                         ExpectedToken expected = ExpectedToken::unknown);
+    const char* failUnexpected(const char* at, const Expectation& expected);
     const char* failDepth(const char* at);
     const char* failRepeated(std::string_view key, TokenSpan span);
     void failMissing();
-    const char* expectedText() const noexcept;
+    Expectation expectation() const;
 
     const ReadOptions m_options;
     const text::StringRules m_rules;

@@ -6,6 +6,8 @@
 #include <ko/Orvid.h>
 
 #include <functional>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,7 @@ namespace {
 
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
+using ko::Orvid::ExpectedToken;
 using ko::Orvid::JsonPath;
 using ko::Orvid::JsonPointer;
 using ko::Orvid::ParseErrorCode;
@@ -117,6 +120,77 @@ TEST(ErrorTexts, are_set_once_and_stay_with_copies) {
     error.addText("other");
     error.init("another", 1, 2, 3, 4);
     EXPECT_EQ(ParseException(error).text(), "a..b");
+}
+
+struct FoundRow {
+    const char* text;
+    std::optional<char> found;
+    ExpectedToken expected;
+};
+
+const FoundRow k_foundRows[] = {
+    {"[x]", 'x', ExpectedToken::value},
+    {"[1,x]", 'x', ExpectedToken::value},
+    {"[1,]", ']', ExpectedToken::value},
+    {"{\"a\":}", '}', ExpectedToken::value},
+    {"{x", 'x', ExpectedToken::key},
+    {"{\"a\":1,}", '}', ExpectedToken::key},
+    {"{\"a\" 1}", '1', ExpectedToken::colon},
+    {"[1 2]", '2', ExpectedToken::comma},
+    {"{\"a\":1 2}", '2', ExpectedToken::comma},
+    {"[nul]", ']', ExpectedToken::word},
+    {"[tr\xC3\xBC]", '\xC3', ExpectedToken::word},
+    {"[-]", ']', ExpectedToken::number},
+    {"[1.e]", 'e', ExpectedToken::number},
+    {"[\"\\x\"]", 'x', ExpectedToken::unknown},
+    {"[\"\n\"]", '\n', ExpectedToken::unknown},
+    {"[1] 2", '2', ExpectedToken::unknown},
+    {"[1", std::nullopt, ExpectedToken::unknown},
+    {"[\"\xFF\"]", std::nullopt, ExpectedToken::unknown},
+    {"{\"a\":1,\"a\":2}", std::nullopt, ExpectedToken::unknown},
+};
+
+/// The error of strict reading, which is the same in single bytes.
+ParseException strictErrorOf(const std::string& text) {
+    return thrownBy<ParseException>([&] {
+        Element root;
+        DomParser parser(ko::Orvid::ReadOptions::strict());
+        parser.begin(root);
+        for (const char c : text) {
+            parser.feed({&c, 1});
+        }
+        parser.finish();
+    });
+}
+
+TEST(ErrorFound, is_the_byte_that_strict_reading_did_not_expect) {
+    for (const FoundRow& row : k_foundRows) {
+        const auto whole =
+            thrownBy<ParseException>([&] { parseAs(row.text, ko::Orvid::ReadOptions::strict()); });
+        for (const ParseException& error : {whole, strictErrorOf(row.text)}) {
+            EXPECT_EQ(error.found(), row.found) << row.text;
+            EXPECT_EQ(error.expected(), row.expected) << row.text;
+        }
+    }
+}
+
+TEST(ErrorFound, is_unknown_in_lenient_reading) {
+    const auto error = thrownBy<ParseException>([] { parseAs("[x]", {}); });
+    EXPECT_EQ(error.found(), std::nullopt);
+    EXPECT_EQ(error.expected(), ExpectedToken::unknown);
+}
+
+TEST(ErrorFound, is_that_of_the_record_in_a_stream_of_lines) {
+    std::istringstream in("[1]\n[x]\n");
+    ko::Orvid::JsonLines lines(in);
+    const auto error = thrownBy<ParseException>([&] {
+        for (const Element& record : lines) {
+            static_cast<void>(record);
+        }
+    });
+    EXPECT_EQ(error.firstLine(), 2);
+    EXPECT_EQ(error.found(), 'x');
+    EXPECT_EQ(error.expected(), ExpectedToken::value);
 }
 
 TEST(ErrorCodes, are_set_once) {

@@ -23,7 +23,7 @@
 
 namespace ko::Orvid {
 
-struct TokenSpan;
+struct TextError;
 class FileChunks;
 class SpanTable;
 
@@ -151,8 +151,7 @@ private:
     void finishNumber(std::uint64_t end);
     void refuseRepeated(std::string_view key);
     [[noreturn]] void failScan(std::string_view piece);
-    [[noreturn]] void failAt(std::string_view piece, const std::string& message,
-                             ParseErrorCode code, TokenSpan span);
+    [[noreturn]] void failAs(std::string_view piece, const TextError& error);
     Element* current() const;
     const Element* context() const;
     template<class Set>

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -85,6 +86,18 @@ enum class ParseErrorCode : int {
     commentNotClosed,   ///< the text ends within a comment
 };
 
+/// What could have stood where strict reading found another byte. Values are only ever added at the
+/// end.
+enum class ExpectedToken : int {
+    unknown,  ///< none of the others, or not known
+    value,    ///< a value, or where there is none yet the end of an array
+    key,      ///< a key, or where there is none yet the end of an object
+    colon,    ///< the colon after a key
+    comma,    ///< a comma, or the end of the array or object
+    word,     ///< the rest of true, false or null
+    number,   ///< a digit of a number that has begun
+};
+
 /// An error in a text: its code, a message and the span of the text that it concerns. Costs are
 /// those of its base; what returns or sets a code, a line or a column is O(1).
 class KO_API ParseException : public Exception {
@@ -116,12 +129,25 @@ public:
     /// Sets text() unless there is one already. Throws std::bad_alloc, leaving everything
     /// unchanged.
     void addText(std::string_view text);
+    /// The byte that may not stand where the error is, in a path or in a text that is read
+    /// strictly; empty where the text ends or the error is of another kind.
+    std::optional<char> found() const { return m_found; }
+    /// What could have stood in its place.
+    ExpectedToken expected() const { return m_expected; }
+    /// Sets both unless found() is known already.
+    void addFound(std::optional<char> found,
+                  ExpectedToken expected = ExpectedToken::unknown) noexcept {
+        if (!m_found) {
+            m_found = found;
+            m_expected = expected;
+        }
+    }
     int firstLine() const { return m_firstLine; }
     int firstColumn() const { return m_firstColumn; }
     int lastLine() const { return m_lastLine; }
     int lastColumn() const { return m_lastColumn; }
 
-    /// Sets the message and the span anew; the element context and the code stay.
+    /// Sets the message and the span anew; all else stays.
     void init(const std::string& message, int firstLine, int firstColumn, int lastLine,
               int lastColumn);
 
@@ -133,6 +159,8 @@ private:
     int m_lastLine;
     int m_lastColumn;
     ParseErrorCode m_code = ParseErrorCode::unspecified;
+    ExpectedToken m_expected = ExpectedToken::unknown;
+    std::optional<char> m_found;
 };
 
 }  // namespace ko::Orvid

@@ -32,6 +32,7 @@ class Element;
 class ElementCreator;
 class ElementGetter;
 class Exception;
+enum class ExpectedToken : int;
 class FileException;
 class FileLock;
 struct FileStamp;

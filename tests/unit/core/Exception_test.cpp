@@ -9,6 +9,7 @@
 #include <ko/Orvid/TypeException.h>
 
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -21,6 +22,7 @@ namespace {
 
 using ko::Orvid::Element;
 using ko::Orvid::Exception;
+using ko::Orvid::ExpectedToken;
 using ko::Orvid::ParseException;
 using orvid_test::addressPart;
 using orvid_test::Document;
@@ -263,6 +265,48 @@ TEST(ParseException, takes_another_message_and_span_and_keeps_its_element) {
     EXPECT_EQ(error.lastLine(), 7);
     EXPECT_EQ(error.lastColumn(), 8);
     EXPECT_EQ(*error.elementPath(), "a");
+}
+
+TEST(ParseException, has_found_and_expected_nothing_that_is_known_at_first) {
+    const ParseException error("Message", 1, 2, 3, 4);
+    EXPECT_EQ(error.found(), std::nullopt);
+    EXPECT_EQ(error.expected(), ExpectedToken::unknown);
+}
+
+TEST(ParseException, keeps_what_was_found_first_and_expected_there) {
+    ParseException error("Message", 1, 2, 3, 4);
+    error.addFound(std::nullopt);
+    error.addFound('\0', ExpectedToken::key);
+    error.addFound('b', ExpectedToken::comma);
+    error.addFound(std::nullopt);
+    EXPECT_EQ(error.found(), '\0');
+    EXPECT_EQ(error.expected(), ExpectedToken::key);
+    EXPECT_STREQ(error.what(), "Parse error at 1,2-3,4Message");
+}
+
+/// What was found and expected.
+std::string factsOf(const ParseException& error) {
+    return std::string(1, error.found().value_or('-')) +
+           std::to_string(static_cast<int>(error.expected()));
+}
+
+TEST(ParseException, takes_along_what_was_found_and_expected) {
+    ParseException error("Message", 1, 2, 3, 4);
+    error.addFound('a', ExpectedToken::key);
+    const std::unique_ptr<ko::Exception> clone(error.clone());
+    ParseException assigned("Old", 9, 9, 9, 9);
+    assigned.addFound('b', ExpectedToken::comma);
+    assigned = error;
+    ParseException again(error);
+    again.init("new", 5, 6, 7, 8);
+    EXPECT_EQ(factsOf(error), "a2");
+    EXPECT_EQ(factsOf(ParseException(error)), "a2");
+    EXPECT_EQ(factsOf(dynamic_cast<const ParseException&>(*clone)), "a2");
+    EXPECT_EQ(factsOf(assigned), "a2");
+    EXPECT_EQ(factsOf(again), "a2");
+    EXPECT_EQ(factsOf(error.withCode(ko::Orvid::ParseErrorCode::syntax)), "a2");
+    assigned = ParseException("Message", 1, 2, 3, 4);
+    EXPECT_EQ(factsOf(assigned), "-0");
 }
 
 TEST(ParseException, prints_the_address_of_its_path_in_place_of_the_path) {

@@ -160,6 +160,25 @@ TEST(Describe, says_that_a_comment_is_not_closed) {
               "The text ends before the document is complete. A comment is not closed.");
 }
 
+TEST(Describe, takes_the_facts_of_an_error_and_not_its_text) {
+    ParseException error("Unexpected 'x': expected a value", 1, 1, 1, 1);
+    EXPECT_EQ(describe(error),
+              "The text has an error in line 1, column 1: Unexpected 'x': expected a value.");
+    error.addFound('.', ko::Orvid::ExpectedToken::value);
+    EXPECT_EQ(describe(error),
+              "The text has an error in line 1, column 1: Unexpected 'x': expected a value. "
+              "A number begins with a digit, or with \"-\" and a digit.");
+    ParseException ofPath("of 'x'", 1, 0, 1, 2);
+    ofPath.addCode(ko::Orvid::ParseErrorCode::pathCharacter);
+    EXPECT_EQ(describe(ofPath),
+              "The path has an error: a character may not stand there, at "
+              "column 2 (counted from 0).");
+    ofPath.addFound('\'');
+    EXPECT_EQ(describe(ofPath),
+              "The path has an error: ''' may not stand there, at column 2 "
+              "(counted from 0).");
+}
+
 TEST(Describe, calls_a_patch_of_its_own_no_root) {
     Document document(R"({"patch": {}})");
     EXPECT_EQ(sentenceOf([&] { ko::Orvid::applyPatch(document.root, {}); }),
@@ -190,7 +209,11 @@ TEST(Describe, hints_at_the_rule_that_faulty_text_overlooks) {
         EXPECT_TRUE(endsSo(lenient, hint)) << lenient;
     }
     EXPECT_TRUE(endsSo(sentenceOf([] { ko::Orvid::parse("{a:1}"); }), quotes));
-    for (const char* const text : {"[1,]", "[\"a\" \"b\"]", "[-]", "[1", "[1] 2", "[\"\\x\"]"}) {
+    EXPECT_TRUE(endsSo(sentenceOf([] { ko::Orvid::parse("{+1:1}"); }), digit));
+    EXPECT_TRUE(endsSo(sentenceOf([] { ko::Orvid::parse("[1 'a']"); }), quotes));
+    EXPECT_TRUE(endsSo(sentenceOf([] { ko::Orvid::parse("[nul']"); }), words));
+    for (const char* const text : {"[1,]", "[tr\xC3\xBC]", "[1 a]", "{\"a\" b}", "[\"a\" \"b\"]",
+                                   "[-]", "[1", "[1] 2", "[\"\\x\"]"}) {
         const std::string sentence = sentenceOf([&] { ko::Orvid::parse(text); });
         EXPECT_EQ(sentence.find(". "), std::string::npos) << sentence;
     }

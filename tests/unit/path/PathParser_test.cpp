@@ -195,6 +195,20 @@ TEST(PathParserListener, throws_a_parse_error_with_the_columns_of_the_error) {
                  "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit");
 }
 
+TEST(PathParserListener, throws_a_parse_error_that_has_the_character) {
+    Plain listener;
+    const auto errorOf = [&](const char* path) {
+        return thrownBy<ParseException>([&] { PathParser(&listener).parse(path); });
+    };
+    EXPECT_EQ(errorOf("a..b").found(), '.');
+    EXPECT_EQ(errorOf("a[']").found(), '\'');
+    EXPECT_EQ(errorOf("a[\xC3\xA9]").found(), '\xC3');
+    EXPECT_EQ(errorOf("a[\\x]").found(), 'x');
+    EXPECT_EQ(errorOf("a[1").found(), std::nullopt);
+    EXPECT_EQ(errorOf("a[4294967296]").found(), std::nullopt);
+    EXPECT_EQ(errorOf("a..b").expected(), ko::Orvid::ExpectedToken::unknown);
+}
+
 TEST(PathParserListener, does_not_read_the_token_of_an_error) {
     Plain listener;
     PathParserListener& base = listener;
