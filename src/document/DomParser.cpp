@@ -57,6 +57,15 @@ bool isLenient(const ReadOptions& options) {
            options.maxDepth == 0 && options.maxLength == 0 && options.maxLineLength == 0;
 }
 
+ParseException exceptionOf(const TextError& error, const Element* context, LineAndColumn first,
+                           LineAndColumn last) {
+    ParseException exception =
+        ParseException(context, error.message, first.line, first.column, last.line, last.column)
+            .withCode(error.code);
+    exception.addFound(error.found, error.expected);
+    return exception;
+}
+
 }  // namespace
 
 void TreeBuilder::failLength() {
@@ -396,11 +405,7 @@ void DomParser::failAs(std::string_view piece, const TextError& error) {
     m_reading->errorBegin = error.begin;
     const LineAndColumn first = m_reading->scanner->position(piece, error.begin);
     const LineAndColumn last = m_reading->scanner->position(piece, error.begin + error.length - 1);
-    ParseException thrown =
-        ParseException(context(), error.message, first.line, first.column, last.line, last.column)
-            .withCode(error.code);
-    thrown.addFound(error.found, error.expected);
-    throw thrown;
+    throw exceptionOf(error, context(), first, last);
 }
 
 Element* DomParser::current() const {
