@@ -16,6 +16,7 @@
 
 #include "change/PatchMoves.h"
 #include "change/PatchTarget.h"
+#include "change/PatchTypeException.h"
 #include "change/PointerStep.h"
 #include "tree/Snapshot.h"
 #include "tree/TreeEqual.h"
@@ -295,18 +296,6 @@ private:
     PatchMoves* m_moves;
     std::string m_name;
     std::string m_path;
-};
-
-/// Says that it is the patch, and not the document, that has another type.
-class PatchTypeException : public TypeException<EType> {
-public:
-    using TypeException<EType>::TypeException;
-
-    void generateWhat(std::string& out) const override {
-        TypeException<EType>::generateWhat(out);
-        out.insert(0, "The patch must be an array of operations: ");
-    }
-    ko::Exception* clone() const override { return new PatchTypeException(*this); }
 };
 
 /// A patch of its own is no part of a document, whose path the error could give.

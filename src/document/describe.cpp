@@ -17,6 +17,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "change/PatchTypeException.h"
 #include "document/syntaxHint.h"
 #include "text/NumberText.h"
 
@@ -75,8 +76,10 @@ const char* nameOf(EType type) {
 }
 
 std::string describeType(const TypeException<EType>& error) {
-    return sentence(elementText(error, "the element") + " is " + nameOf(error.got()) +
-                    ", but should be " + nameOf(error.requested()));
+    const bool isOfPatch = dynamic_cast<const PatchTypeException*>(&error) != nullptr;
+    const std::string rule = isOfPatch ? std::string(PatchTypeException::k_rule) + ". " : "";
+    return rule + sentence(elementText(error, "the element") + " is " + nameOf(error.got()) +
+                           ", but should be " + nameOf(error.requested()));
 }
 
 /// What the element where the walk stopped is, if it cannot have such a step at all.

@@ -15,10 +15,18 @@ namespace ko::Orvid {
 
 namespace {
 
-/// The element that the error concerns; null where it concerns none of the document.
+/// Whether it is an error in a JSON text that has a line of its own: not in a path.
+bool isInText(const std::exception& error) {
+    const auto* const inText = dynamic_cast<const ParseException*>(&error);
+    return inText != nullptr && inText->text().empty() && inText->firstLine() >= 0;
+}
+
+/// The element that the error concerns; null where it concerns none of the document, as where a
+/// text could not be read.
 const Element* elementOf(const std::exception& error, const Dom& dom) {
     const auto* const known = dynamic_cast<const Exception*>(&error);
-    if (known == nullptr || known->elementPath() == nullptr || dom.root() == nullptr) {
+    if (known == nullptr || known->elementPath() == nullptr || dom.root() == nullptr ||
+        isInText(error)) {
         return nullptr;
     }
     if (known->elementPointer() != nullptr) {

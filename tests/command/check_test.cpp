@@ -30,6 +30,31 @@ void expectSame(const std::string& document) {
     EXPECT_EQ(named, piped) << document.substr(0, 100);
 }
 
+TEST(check_lines, accepts_a_byte_order_mark_before_the_first_line_alone) {
+    const std::string mark = "\xEF\xBB\xBF";
+    EXPECT_EQ(orvid({"check", "--lines"}, mark + "{\"b\":1}\n{\"b\":2}\n"), printed(""));
+    for (const std::string& lines :
+         {mark + "{\"b\":1}\n" + mark + "{\"b\":2}\n", mark + mark + "{\"b\":1}\n"}) {
+        const orvid_test::CommandResult checked = orvid({"check", "--lines"}, lines);
+        EXPECT_EQ(checked.status, 1);
+        EXPECT_NE(checked.err.find("0xEF"), std::string::npos) << checked.err;
+        EXPECT_EQ(checked.err, orvid({"get", "--lines", "b"}, lines).err);
+    }
+}
+
+TEST(check_lines, says_of_each_line_what_reading_it_says) {
+    const std::string lines =
+        "{\"a\":1,\"a\":2}\n[1 2]\n\"\\ud800\"\n{\"a\":{\"a\":1}}\n[1,]\n// c\n1 // c\n";
+    const orvid_test::CommandResult all = orvid({"check", "--lines", "--on-error=skip"}, lines);
+    EXPECT_EQ(all.status, 1);
+    for (const char* const place : {":1:", ":2:", ":3:", ":5:", ":6:"}) {
+        EXPECT_NE(all.err.find("(standard input)" + std::string(place)), std::string::npos)
+            << place << all.err;
+    }
+    EXPECT_EQ(all.err.find("(standard input):4:"), std::string::npos);
+    EXPECT_EQ(all.err.find("(standard input):7:"), std::string::npos);
+}
+
 TEST(check_in_pieces, says_what_a_reading_at_once_says) {
     const std::string many = repeated(R"({"id":123,"text":"some é text"},)", 20000);
     for (const std::string& document :

@@ -64,17 +64,17 @@ private:
         return options;
     }
 
-    static std::string_view withoutMark(std::string_view text) {
-        return text.substr(ko::Orvid::text::markLength(text));
+    /// Of lines only the first may begin with a mark, which is not in its text.
+    static std::string_view withoutMark(const Call& call, std::string_view text) {
+        return text.substr(call.lines.isOn ? 0 : ko::Orvid::text::markLength(text));
     }
 
-    bool applyToText(const Call& /*call*/, const Document& document,
-                     Bytes& /*out*/) const override {
-        return isCertainlyRight(withoutMark(document.text), options());
+    bool applyToText(const Call& call, const Document& document, Bytes& /*out*/) const override {
+        return isCertainlyRight(withoutMark(call, document.text), options());
     }
 
     void read(const Call& call, Document& document) const override {
-        const std::string_view text = withoutMark(document.text);
+        const std::string_view text = withoutMark(call, document.text);
         ko::Orvid::DomParser parser(options());
         try {
             parser.begin(document.root);

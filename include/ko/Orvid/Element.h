@@ -131,8 +131,8 @@ public:
     T to() const {
         return detail::valueAs<T>(*this);
     }
-    /// The element at the path as T, or `fallback` where there is none. An element that is there
-    /// but is no T is not skipped: throws as to() does. Costs get() and to().
+    /// The element at the path as T, or `fallback` where there is none, whatever the schema has.
+    /// One that is there but is no T is not skipped: throws as to() does. Costs get() and to().
     template<class T>
     T toOr(PathView path, T fallback) const {
         const Element* const found = elementAt(path);

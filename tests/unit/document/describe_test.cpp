@@ -182,9 +182,11 @@ TEST(Describe, takes_the_facts_of_an_error_and_not_its_text) {
 TEST(Describe, calls_a_patch_of_its_own_no_root) {
     Document document(R"({"patch": {}})");
     EXPECT_EQ(sentenceOf([&] { ko::Orvid::applyPatch(document.root, {}); }),
-              "The element is null, but should be an array.");
+              "The patch must be an array of operations. The element is null, but should be an "
+              "array.");
     EXPECT_EQ(sentenceOf([&] { ko::Orvid::applyPatch(document.root, document.root.get("patch")); }),
-              "The element \"patch\" is an object, but should be an array.");
+              "The patch must be an array of operations. The element \"patch\" is an object, but "
+              "should be an array.");
 }
 
 TEST(Describe, hints_at_the_rule_that_faulty_text_overlooks) {
@@ -316,6 +318,17 @@ TEST(Describe, follows_the_path_of_an_error_in_the_document_that_is_given) {
     } catch (const Exception& error) {
         EXPECT_EQ(describe(error, dom).substr(0, 5), "2:2: ");
         EXPECT_EQ(describe(error, other).substr(0, 5), "3:2: ");
+    }
+}
+
+TEST(Describe, gives_no_place_in_a_document_for_an_error_in_another_text) {
+    const Dom dom = Dom::parse("{\"a\":\n{\"b\": 1}}");
+    try {
+        static_cast<void>(ko::Orvid::parse(R"({"a": {"b": x}})"));
+        FAIL();
+    } catch (const Exception& error) {
+        EXPECT_EQ(*error.elementPath(), "a.b");
+        EXPECT_EQ(describe(error, dom), describe(error));
     }
 }
 
