@@ -37,13 +37,6 @@ std::optional<FileStamp> stampOf(const std::string& file) {
     }
 }
 
-/// The stamp of what was written, not of what another program may have put in its place by now.
-FileStamp committed(SafeFile& file, const std::string& name) {
-    const Descriptor written(::open(file.temporary().c_str(), O_RDONLY | O_CLOEXEC));
-    file.commit();
-    return written.isOpen() ? FileStamp::of(written.get(), name) : FileStamp::of(name);
-}
-
 }  // namespace
 
 FileVersion::FileVersion(const std::string& file, const FileStamp& stamp)
@@ -74,7 +67,26 @@ void FileVersion::replace(const std::string& file, std::string_view content,
         written.expect(m_stamp);
     }
     written.write(content);
-    m_stamp = committed(written, file);
+    commit(written, file);
+}
+
+/// Where commit() throws although the file was replaced, the file is known all the same.
+void FileVersion::commit(SafeFile& written, const std::string& file) {
+    const Descriptor opened(::open(written.temporary().c_str(), O_RDONLY | O_CLOEXEC));
+    try {
+        written.commit();
+    } catch (...) {
+        if (written.temporary().empty()) {
+            noteReplaced(opened.get(), file);
+        }
+        throw;
+    }
+    noteReplaced(opened.get(), file);
+}
+
+/// Notes what was written, not what another program may have put in its place by now.
+void FileVersion::noteReplaced(int written, const std::string& file) {
+    m_stamp = written >= 0 ? FileStamp::of(written, file) : FileStamp::of(file);
     m_isAsRead = false;
 }
 

@@ -13,6 +13,8 @@
 
 namespace ko::Orvid {
 
+class SafeFile;
+
 /// The state of one file, as it was read or saved last. May be used from several threads.
 class FileVersion {
 public:
@@ -27,6 +29,8 @@ public:
     void replace(const std::string& file, std::string_view content, std::string_view read);
 
 private:
+    void commit(SafeFile& written, const std::string& file);
+    void noteReplaced(int written, const std::string& file);
     bool needsChange(const std::string& file, std::string_view content, std::string_view read);
 
     const std::string m_name;  ///< from the root folder, with its symbolic links

@@ -158,6 +158,8 @@ void SafeFile::commit() {
     if (m_expected && *m_expected != FileStamp::of(m_target)) {
         throw FileException(m_name, k_replace, "It has changed since it was read", ESTALE);
     }
+    // Opened before, since nothing may fail after the renaming but the flushing itself.
+    m_file = ::open(folderOf(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
         fail(k_replace, errno);
     }
@@ -187,12 +189,9 @@ void SafeFile::discard() noexcept {
 /// A folder that may be written to but not read cannot be opened for this, and some file systems
 /// flush no folders.
 void SafeFile::flushFolder() {
-    const Descriptor folder(::open(folderOf(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.isOpen()) {
-        return;
-    }
-    if (untilDone([&] { return ::fsync(folder.get()); }) != 0 && errno != EINVAL &&
-        errno != EROFS) {
+    const Descriptor folder(std::exchange(m_file, -1));
+    if (folder.isOpen() && untilDone([&] { return ::fsync(folder.get()); }) != 0 &&
+        errno != EINVAL && errno != EROFS) {
         fail("flush the folder of", errno);
     }
 }

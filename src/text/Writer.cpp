@@ -342,17 +342,22 @@ char* Writer::grow(const char* at, std::size_t needed) {
     return m_bytes.data() + used;
 }
 
-/// Makes room for what one level more needs.
+/// Makes room for what one level more needs. Room for levels and their indents comes together: a
+/// writer that begins anew after a refusal has as much of both.
 void Writer::deepen() {
     try {
-        m_outer.reserve(std::max<std::size_t>(2 * m_outer.size(), k_padding));
-        const std::size_t levels = m_outer.capacity();
+        std::vector<State> outer;
+        outer.reserve(std::max<std::size_t>(2 * m_outer.size(), k_padding));
+        const std::size_t levels = outer.capacity();
         std::string leads = m_isIndented ? ": ,\n" : ": ,";
         leads.reserve(leads.size() + levels * m_indent.size() + k_padding);
         for (std::size_t i = 0; m_isIndented && i < levels; ++i) {
             leads += m_indent;
         }
-        m_leads = leads.append(k_padding, ' ');
+        leads.append(k_padding, ' ');
+        outer.assign(m_outer.begin(), m_outer.end());  // within the capacity
+        m_outer.swap(outer);
+        m_leads.swap(leads);
     } catch (...) {
         m_state = State::broken;
         throw;

@@ -37,7 +37,7 @@ std::size_t openDescriptors() {
 }
 
 /// Does it with a file of the old content, once for each request that can be refused. Afterwards
-/// the file must hold the old content, or the new one, which it must hold when nothing was thrown.
+/// the file must hold the old content when something was thrown, and otherwise the new one.
 void failEachAllocation(const std::string& expected,
                         const std::function<void(const std::string&)>& action) {
     for (const Refusal refusal : {Refusal::once, Refusal::forGood}) {
@@ -60,7 +60,7 @@ void failEachAllocation(const std::string& expected,
             EXPECT_EQ(openDescriptors(), descriptors);
             EXPECT_EQ(folder.names().size(), 1U) << "a temporary file is left";
             const std::string content = contentOf(name);
-            EXPECT_TRUE(content == expected || (isThrown && content == k_old)) << content;
+            EXPECT_EQ(content, isThrown ? k_old : expected);
             ASSERT_LT(number, 10000U) << "no end of requests";
         }
     }

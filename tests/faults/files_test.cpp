@@ -6,6 +6,7 @@
 #include <ko/Orvid/SafeFile.h>
 
 #include <gtest/gtest.h>
+#include <ko/Orvid/Dom.h>
 #include <ko/Orvid/FileException.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -94,6 +95,21 @@ TEST_F(ReplacedFile, stays_as_it_was_when_it_cannot_be_renamed) {
 
 TEST_F(ReplacedFile, has_the_new_content_when_only_its_folder_cannot_be_flushed) {
     failsBy(Call::fsync, {0, EIO}, "flush the folder of", "new content");
+}
+
+TEST(SavedDocument, is_saved_again_where_only_its_folder_could_not_be_flushed) {
+    const ScratchFolder folder;
+    const std::string name = folder.makeFile("a.json", "{\"a\": 1}");
+    ko::Orvid::Dom dom = ko::Orvid::Dom::load(name);
+    (*dom).create("a", 2);
+    failCalls(Call::fsync, {0, EIO});
+    const auto error = thrownBy<FileException>([&] { dom.save(name); });
+    EXPECT_EQ(error.action(), "flush the folder of");
+    EXPECT_EQ(contentOf(name), "{\"a\": 2}");
+    EXPECT_TRUE(failNoCalls());
+    (*dom).create("a", 3);
+    dom.save(name);
+    EXPECT_EQ(contentOf(name), "{\"a\": 3}");
 }
 
 TEST_F(ReplacedFile, needs_no_file_system_that_flushes_folders) {

@@ -70,7 +70,7 @@ private:
     std::string m_name;
     std::string m_target;
     std::string m_temporary;  ///< empty when there is none
-    int m_file = -1;          ///< the temporary file's descriptor, or -1
+    int m_file = -1;          ///< of the temporary file, then of its folder, or -1
     std::optional<FileStamp> m_expected;
 };
 
