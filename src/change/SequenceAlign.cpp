@@ -149,30 +149,6 @@ private:
     std::uint64_t m_steps = 0;
 };
 
-/// A longest subsequence of ascending pairs; the first parts ascend already.
-Positions ascending(const Positions& pairs) {
-    std::vector<std::size_t> tails;  // by length: the pair that ends such a sequence lowest
-    std::vector<std::size_t> before(pairs.size());
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-        const auto tail = std::lower_bound(
-            tails.begin(), tails.end(), pairs[i].second,
-            [&](std::size_t pair, std::size_t second) { return pairs[pair].second < second; });
-        before[i] = tail == tails.begin() ? pairs.size() : *std::prev(tail);
-        if (tail == tails.end()) {
-            tails.push_back(i);
-        } else {
-            *tail = i;
-        }
-    }
-    Positions result;
-    for (std::size_t i = tails.empty() ? pairs.size() : tails.back(); i < pairs.size();
-         i = before[i]) {
-        result.push_back(pairs[i]);
-    }
-    std::reverse(result.begin(), result.end());
-    return result;
-}
-
 class Alignment {
 public:
     /// The items are numbers below `count`.
@@ -234,7 +210,7 @@ private:
 
     void cutAtUnique(const Box& box) {
         Box part{box.fromBegin, 0, box.toBegin, 0, box.cuts + 1};
-        for (const auto& [i, j] : ascending(uniquePairs(box))) {
+        for (const auto& [i, j] : ascendingPairs(uniquePairs(box))) {
             m_result.emplace_back(i, j);
             part.fromEnd = i;
             part.toEnd = j;
@@ -317,6 +293,29 @@ private:
 };
 
 }  // namespace
+
+Positions ascendingPairs(const Positions& pairs) {
+    std::vector<std::size_t> tails;  // by length: the pair that ends such a sequence lowest
+    std::vector<std::size_t> before(pairs.size());
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        const auto tail = std::lower_bound(
+            tails.begin(), tails.end(), pairs[i].second,
+            [&](std::size_t pair, std::size_t second) { return pairs[pair].second < second; });
+        before[i] = tail == tails.begin() ? pairs.size() : *std::prev(tail);
+        if (tail == tails.end()) {
+            tails.push_back(i);
+        } else {
+            *tail = i;
+        }
+    }
+    Positions result;
+    for (std::size_t i = tails.empty() ? pairs.size() : tails.back(); i < pairs.size();
+         i = before[i]) {
+        result.push_back(pairs[i]);
+    }
+    std::reverse(result.begin(), result.end());
+    return result;
+}
 
 Positions alignSequences(const Sequence& from, const Sequence& to, std::uint64_t& sharedSteps) {
     const CommonItems common(from, to);

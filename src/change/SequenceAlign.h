@@ -25,4 +25,9 @@ std::vector<std::pair<std::size_t, std::size_t>> alignSequences(
     const std::vector<std::size_t>& from, const std::vector<std::size_t>& to,
     std::uint64_t& sharedSteps);
 
+/// A longest subsequence of pairs that ascend in their second numbers, which differ. Those of
+/// `pairs` ascend in their first ones already. Of several, one that ends lowest.
+std::vector<std::pair<std::size_t, std::size_t>> ascendingPairs(
+    const std::vector<std::pair<std::size_t, std::size_t>>& pairs);
+
 }  // namespace ko::Orvid

@@ -133,8 +133,10 @@ private:
     void alignRange(const Numbers& before, const Numbers& now, ItemRange range,
                     std::uint64_t& sharedSteps, Positions& result) const;
     Positions alignItems(const Numbers& before, const Numbers& now, const Positions& pairs) const;
-    void matchChanged(Numbers& lost, Numbers& added);
-    void pairByAddress(Numbers& lost, Numbers& added);
+    Positions pairedInOrder(const Numbers& before, const Numbers& now) const;
+    void matchChanged(const Numbers& lost, const Numbers& added);
+    void matchReplaced(Numbers lost, Numbers added);
+    Positions changedInPlace(const Numbers& lost, const Numbers& added) const;
     template<class Matches>
     void pairInOrder(Numbers& lost, Numbers& added, const Matches& matches);
     bool areAlike(std::uint32_t value, std::uint32_t element) const;
@@ -155,6 +157,7 @@ private:
     std::uint64_t keysBefore(std::uint32_t object) const;
     std::uint64_t keysNow(std::uint32_t object) const;
     std::uint32_t changedOnItsWay(std::uint32_t element) const;
+    bool areOfOneArray(std::uint32_t value, std::uint32_t element) const;
     bool hadMoreChildren(std::uint32_t value, std::size_t count) const;
     std::uint32_t sharingMost(std::uint32_t element) const;
     bool mayHaveMoved(std::uint32_t value, std::uint32_t element) const;

@@ -3,7 +3,6 @@
 // The match of the items of one array.
 
 #include <algorithm>
-#include <iterator>
 #include <unordered_set>
 
 #include "change/SequenceAlign.h"
@@ -30,6 +29,12 @@ void forEachInterval(const Positions& pairs, std::size_t fromEnd, std::size_t to
         to = j + 1;
     }
     look({from, fromEnd, to, toEnd});
+}
+
+std::vector<std::uint32_t> part(const std::vector<std::uint32_t>& numbers, std::size_t from,
+                                std::size_t end) {
+    return {numbers.begin() + static_cast<std::ptrdiff_t>(from),
+            numbers.begin() + static_cast<std::ptrdiff_t>(end)};
 }
 
 void forgetPaired(std::vector<std::uint32_t>& lost, std::vector<std::uint32_t>& added) {
@@ -108,26 +113,46 @@ void Counterparts::matchItems(const Numbers& allBefore, const Numbers& allNow) {
     for (const auto& [i, j] : pairs) {
         pair(before[i], now[j]);
     }
+    const Positions stayed = pairedInOrder(allBefore, allNow);
     matchByHash(before, now);
-    const auto match = [&](const ItemRange& range) {
-        Numbers lost;
-        Numbers added;
-        std::copy_if(before.begin() + static_cast<std::ptrdiff_t>(range.from),
-                     before.begin() + static_cast<std::ptrdiff_t>(range.fromEnd),
-                     std::back_inserter(lost),
-                     [&](std::uint32_t value) { return !isPaired(value); });
-        std::copy_if(now.begin() + static_cast<std::ptrdiff_t>(range.to),
-                     now.begin() + static_cast<std::ptrdiff_t>(range.toEnd),
-                     std::back_inserter(added),
-                     [&](std::uint32_t element) { return m_new[element].counterpart == k_none; });
-        matchChanged(lost, added);
-    };
-    forEachInterval(pairs, before.size(), now.size(), match);
+    forEachInterval(stayed, allBefore.size(), allNow.size(), [&](const ItemRange& range) {
+        matchChanged(unpaired(part(allBefore, range.from, range.fromEnd)),
+                     unmatched(part(allNow, range.to, range.toEnd)));
+    });
 }
 
-/// Items between the same two neighbours, none of which has its former value.
-void Counterparts::matchChanged(Numbers& lost, Numbers& added) {
-    pairByAddress(lost, added);
+/// As many items that are known to be the same, from where they were to where they are, as did not
+/// move past each other.
+Counterparts::Positions Counterparts::pairedInOrder(const Numbers& before,
+                                                    const Numbers& now) const {
+    std::unordered_map<std::uint32_t, std::size_t> positions;
+    for (std::size_t j = 0; j < now.size(); ++j) {
+        positions.emplace(now[j], j);
+    }
+    Positions pairs;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const auto found = positions.find(m_old[before[i]].counterpart);
+        if (found != positions.end()) {
+            pairs.emplace_back(i, found->second);
+        }
+    }
+    return ascendingPairs(pairs);
+}
+
+/// Items between the same two neighbours, none of which has its former value. What has its address
+/// still is such a neighbour as well.
+void Counterparts::matchChanged(const Numbers& lost, const Numbers& added) {
+    const Positions pairs = changedInPlace(lost, added);
+    for (const auto& [i, j] : pairs) {
+        pair(lost[i], added[j]);
+    }
+    forEachInterval(pairs, lost.size(), added.size(), [&](const ItemRange& range) {
+        matchReplaced(part(lost, range.from, range.fromEnd), part(added, range.to, range.toEnd));
+    });
+}
+
+/// Items between the same two neighbours that have neither their former value nor their address.
+void Counterparts::matchReplaced(Numbers lost, Numbers added) {
     if (lost.size() == added.size()) {
         pairInOrder(lost, added, [](std::uint32_t, std::uint32_t) { return true; });
     } else if (lost.size() <= k_mostCompared / std::max<std::size_t>(added.size(), 1)) {
@@ -142,23 +167,23 @@ void Counterparts::matchChanged(Numbers& lost, Numbers& added) {
     }
 }
 
-/// Pairs what has the same address, without crossing, and takes it off the lists.
-void Counterparts::pairByAddress(Numbers& lost, Numbers& added) {
+/// What has the same address, without crossing: as many as can be. Of two that cross, the address
+/// is more likely to have been used again for what now stands further back, as an item is that was
+/// added at the end.
+Counterparts::Positions Counterparts::changedInPlace(const Numbers& lost,
+                                                     const Numbers& added) const {
     std::unordered_map<const Element*, std::size_t> positions;
-    for (std::size_t position = 0; position < added.size(); ++position) {
-        positions.emplace(m_new[added[position]].element, position);
+    for (std::size_t j = 0; j < added.size(); ++j) {
+        positions.emplace(m_new[added[j]].element, j);
     }
-    std::size_t from = 0;
-    for (std::uint32_t& value : lost) {
-        const auto found = positions.find(m_map[value].element());
-        if (found != positions.end() && found->second >= from) {
-            pair(value, added[found->second]);
-            from = found->second + 1;
-            added[found->second] = k_none;
-            value = k_none;
+    Positions pairs;
+    for (std::size_t i = 0; i < lost.size(); ++i) {
+        const auto found = positions.find(m_map[lost[i]].element());
+        if (found != positions.end()) {
+            pairs.emplace_back(i, found->second);
         }
     }
-    forgetPaired(lost, added);
+    return ascendingPairs(pairs);
 }
 
 /// Pairs what matches, without crossing, and takes it off the lists.

@@ -140,7 +140,7 @@ void Counterparts::listLostChildren() {
 }
 
 /// The lost container that was changed as well: the one that shares most children, or else, of an
-/// object, the only one of the same keys.
+/// object, the only one of the same keys: the items of one array have the same keys anyway.
 std::uint32_t Counterparts::changedOnItsWay(std::uint32_t element) const {
     const std::uint32_t owner = sharingMost(element);
     if (owner != k_none || !m_new[element].element->isObject()) {
@@ -150,8 +150,16 @@ std::uint32_t Counterparts::changedOnItsWay(std::uint32_t element) const {
     const auto found = m_lostByKeys.find(keys);
     const bool isOnly = found != m_lostByKeys.end() && found->second.size() == 1 &&
                         m_addedByKeys.at(keys) == 1 &&
-                        mayBecomeByValue(found->second.front(), element);
+                        mayBecomeByValue(found->second.front(), element) &&
+                        !areOfOneArray(found->second.front(), element);
     return isOnly ? found->second.front() : k_none;
+}
+
+/// Whether both are items of the same array, whose items were compared with each other.
+bool Counterparts::areOfOneArray(std::uint32_t value, std::uint32_t element) const {
+    const std::uint32_t parent = m_old[value].parent;
+    return parent != k_none && !m_map.isObject(parent) &&
+           m_old[parent].contents == m_new[element].parent;
 }
 
 bool Counterparts::hadMoreChildren(std::uint32_t value, std::size_t count) const {

@@ -7,6 +7,7 @@
 #include <ko/Orvid/Dom.h>
 
 #include <gtest/gtest.h>
+#include <ko/Orvid/JsonPath.h>
 
 #include <string>
 #include <utility>
@@ -280,6 +281,39 @@ TEST(DomSourceMoved,
                          root.create("y", 2);
                      }),
               "{\n  // head\n\n  \"y\": 2\n\n  // tail\n}");
+}
+
+TEST(DomSourceMoved, gives_comments_of_a_removed_item_to_none_that_is_added_past_a_changed_one) {
+    const char* const numbers = "[\n  1, // one\n  2, // two\n  3 // three\n]";
+    const char* const patch = R"([{"op": "remove", "path": "/1"},
+        {"op": "replace", "path": "/1", "value": 13}, {"op": "add", "path": "/-", "value": 9}])";
+    const char* const expected = "[\n  1, // one\n  13, // three\n  9\n]";
+    EXPECT_EQ(patchedKnowing(numbers, patch), expected);
+    EXPECT_EQ(edited(numbers,
+                     [](Element& root) {
+                         ko::Orvid::JsonPath("$[1]").remove(root);
+                         root.array()[1].set(13);
+                         root.create("[*]", 9);
+                     }),
+              expected);
+}
+
+TEST(DomSourceMoved, gives_comments_of_a_removed_object_to_none_that_is_added_past_a_changed_one) {
+    const char* const objects =
+        "[\n  {\"n\": 1}, // one\n  {\"n\": 2}, // two\n  {\"n\": 3} // three\n]";
+    const char* const patch = R"([{"op": "remove", "path": "/1"},
+        {"op": "replace", "path": "/1/n", "value": 13},
+        {"op": "add", "path": "/-", "value": {"n": 9}}])";
+    const char* const expected =
+        "[\n  {\"n\": 1}, // one\n  {\"n\": 13}, // three\n  {\"n\": 9}\n]";
+    EXPECT_EQ(patchedKnowing(objects, patch), expected);
+    EXPECT_EQ(edited(objects,
+                     [](Element& root) {
+                         root.array().erase(root.array().begin() + 1);
+                         root.array()[1].create("n", 13);
+                         root.create("[*].n", 9);
+                     }),
+              expected);
 }
 
 }  // namespace
