@@ -4,11 +4,18 @@
 
 #include <ko/Exception.h>
 
+#include <mutex>
 #include <utility>
 
 namespace ko {
 
 namespace {
+
+/// Guards the texts that what() has made, of all exceptions: several threads may have caught one.
+std::mutex& textMutex() noexcept {
+    static std::mutex mutex;
+    return mutex;
+}
 
 std::unique_ptr<const Exception> copyOf(const Exception* cause) {
     return std::unique_ptr<const Exception>(cause == nullptr ? nullptr : cause->clone());
@@ -37,7 +44,13 @@ Exception::~Exception() = default;
 
 const char* Exception::what() const noexcept {
     try {
-        generateWhat(m_what);
+        std::string text;
+        generateWhat(text);
+        // Among threads that only read, the first stores the text, which the others then leave.
+        const std::lock_guard<std::mutex> lock(textMutex());
+        if (m_what != text) {
+            m_what.swap(text);
+        }
         return m_what.c_str();
     } catch (...) {
         return "ko::Exception (its text could not be made)";

@@ -27,8 +27,8 @@ public:
     ~Exception() override;
 
     /// The text that the most derived generateWhat() writes. Never throws: when generateWhat()
-    /// does, such as for lack of memory, it is a fixed text. Valid until the next call on the same
-    /// object, and no longer than the object. Not for two threads on one object at the same time.
+    /// does, such as for lack of memory, it is a fixed text. Valid until a later call finds another
+    /// text, and no longer than the object. Any number of threads may call it on one object.
     const char* what() const noexcept override;
 
     /// Replaces `out` by the whole text of this error: here the message, followed by

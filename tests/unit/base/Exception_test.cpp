@@ -102,6 +102,12 @@ TEST(Exception, generates_anew_on_each_call_of_what) {
     EXPECT_STREQ(error.what(), "#2 base text");
 }
 
+TEST(Exception, keeps_the_text_that_was_returned_while_it_is_the_same) {
+    const ko::Exception error("a text that is too long to be stored inside the string object");
+    const char* const text = error.what();
+    EXPECT_EQ(error.what(), text);
+}
+
 TEST(Exception, leaves_the_text_of_one_object_alone_when_another_is_asked) {
     const ko::Exception one("one, with a text too long to be stored inside the string object");
     const ko::Exception other("other, with a text too long to be stored inside the string");
