@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -133,6 +134,11 @@ const std::vector<ReaderOf<Element>> k_elements = {
      }},
 };
 
+template<class T>
+std::string castTo(const DecNumber& d) {
+    return outcomeOf([&] { return std::to_string(static_cast<T>(d)); });
+}
+
 const std::vector<ReaderOf<DecNumber>> k_decimals = {
     {"compare", [](const DecNumber& d) { return orders(d, DecNumber(2)) + orders(d, d); }},
     {"calculate",
@@ -146,6 +152,18 @@ const std::vector<ReaderOf<DecNumber>> k_decimals = {
                 std::to_string(static_cast<long long>(d)) +
                 std::to_string(static_cast<unsigned long long>(d)) + Number(d).toString() +
                 compact(Element(d));
+     }},
+    {"convert to short types",
+     [](const DecNumber& d) {
+         return castTo<char>(d) + castTo<unsigned char>(d) + castTo<short>(d) +
+                castTo<unsigned short>(d) + castTo<int>(d) + castTo<unsigned int>(d) +
+                castTo<long>(d) + castTo<unsigned long>(d);
+     }},
+    {"write",
+     [](const DecNumber& d) {
+         std::ostringstream out;
+         out << d;
+         return out.str();
      }},
 };
 
