@@ -4,6 +4,8 @@
 
 #include <ko/Orvid/PatchException.h>
 
+#include "core/assignWhole.h"
+
 namespace ko::Orvid {
 
 PatchException::PatchException(const Element* element, std::size_t number,
@@ -19,7 +21,10 @@ PatchException::PatchException(const Element* element, std::size_t number,
 
 PatchException::PatchException(const PatchException& other) = default;
 
-PatchException& PatchException::operator=(const PatchException& other) = default;
+PatchException& PatchException::operator=(const PatchException& other) {
+    return assignWhole(*this, other, &PatchException::m_number, &PatchException::m_operation,
+                       &PatchException::m_path, &PatchException::m_reason);
+}
 
 PatchException::~PatchException() = default;
 

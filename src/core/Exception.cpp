@@ -6,6 +6,7 @@
 
 #include <utility>
 
+#include "core/assignWhole.h"
 #include "core/elementPath.h"
 #include "core/TextStream.h"
 
@@ -85,7 +86,13 @@ ParseException::ParseException(const std::string& message, int firstLine, int fi
 
 ParseException::ParseException(const ParseException&) = default;
 
-ParseException& ParseException::operator=(const ParseException&) = default;
+ParseException& ParseException::operator=(const ParseException& other) {
+    return assignWhole(*this, other, &ParseException::m_message, &ParseException::m_text,
+                       &ParseException::m_firstLine, &ParseException::m_firstColumn,
+                       &ParseException::m_lastLine, &ParseException::m_lastColumn,
+                       &ParseException::m_code, &ParseException::m_expected,
+                       &ParseException::m_found);
+}
 
 ParseException::~ParseException() = default;
 

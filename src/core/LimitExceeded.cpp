@@ -4,6 +4,8 @@
 
 #include <ko/Orvid/LimitExceeded.h>
 
+#include "core/assignWhole.h"
+
 namespace ko::Orvid {
 
 LimitExceeded::LimitExceeded(const Element* element, const std::string& what,
@@ -15,7 +17,9 @@ LimitExceeded::LimitExceeded(const Element* element, const std::string& what,
 
 LimitExceeded::LimitExceeded(const LimitExceeded& other) = default;
 
-LimitExceeded& LimitExceeded::operator=(const LimitExceeded& other) = default;
+LimitExceeded& LimitExceeded::operator=(const LimitExceeded& other) {
+    return assignWhole(*this, other, &LimitExceeded::m_option, &LimitExceeded::m_limit);
+}
 
 LimitExceeded::~LimitExceeded() = default;
 

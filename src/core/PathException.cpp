@@ -4,6 +4,7 @@
 
 #include <ko/Orvid/PathException.h>
 
+#include "core/assignWhole.h"
 #include "core/elementType.h"
 #include "core/TextStream.h"
 
@@ -15,7 +16,9 @@ KeyNotFound::KeyNotFound(const Element* element, const std::string& key,
 
 KeyNotFound::KeyNotFound(const KeyNotFound&) = default;
 
-KeyNotFound& KeyNotFound::operator=(const KeyNotFound&) = default;
+KeyNotFound& KeyNotFound::operator=(const KeyNotFound& other) {
+    return assignWhole(*this, other, &KeyNotFound::m_key);
+}
 
 KeyNotFound::~KeyNotFound() = default;
 
@@ -37,7 +40,10 @@ PathNotFound::PathNotFound(const Element* element, const std::string& path, cons
 
 PathNotFound::PathNotFound(const PathNotFound&) = default;
 
-PathNotFound& PathNotFound::operator=(const PathNotFound&) = default;
+PathNotFound& PathNotFound::operator=(const PathNotFound& other) {
+    return assignWhole(*this, other, &PathNotFound::m_path, &PathNotFound::m_key,
+                       &PathNotFound::m_stoppedAt);
+}
 
 PathNotFound::~PathNotFound() = default;
 

@@ -4,6 +4,8 @@
 
 #include <ko/Orvid/FileException.h>
 
+#include "core/assignWhole.h"
+
 namespace ko::Orvid {
 
 FileException::FileException(const std::string& file, const std::string& action,
@@ -16,7 +18,10 @@ FileException::FileException(const std::string& file, const std::string& action,
 
 FileException::FileException(const FileException& other) = default;
 
-FileException& FileException::operator=(const FileException& other) = default;
+FileException& FileException::operator=(const FileException& other) {
+    return assignWhole(*this, other, &FileException::m_file, &FileException::m_action,
+                       &FileException::m_reason, &FileException::m_error);
+}
 
 FileException::~FileException() = default;
 

@@ -7,6 +7,7 @@
 
 #include <type_traits>
 
+#include "core/assignWhole.h"
 #include "core/TextStream.h"
 
 namespace ko::Orvid {
@@ -45,8 +46,11 @@ template<class Value, class Limit>
 ValueOutOfRange<Value, Limit>::ValueOutOfRange(const ValueOutOfRange&) = default;
 
 template<class Value, class Limit>
-ValueOutOfRange<Value, Limit>& ValueOutOfRange<Value, Limit>::operator=(const ValueOutOfRange&) =
-    default;
+ValueOutOfRange<Value, Limit>& ValueOutOfRange<Value, Limit>::operator=(
+    const ValueOutOfRange& other) {
+    return assignWhole(*this, other, &ValueOutOfRange::m_value, &ValueOutOfRange::m_min,
+                       &ValueOutOfRange::m_max);
+}
 
 template<class Value, class Limit>
 ValueOutOfRange<Value, Limit>::~ValueOutOfRange() = default;

@@ -119,6 +119,15 @@ const std::vector<Operation> k_documents = {
          return refused(element);
      }},
     {"read_lines", Leaves::everything, [](Trees&) { return readLines(); }},
+    {"find_a_place_in_a_record", Leaves::everything,
+     [](Trees&) {
+         std::istringstream in(k_lines);
+         JsonLines lines(in);
+         lines.next();
+         const auto place = lines.placeOf("name");
+         return std::to_string(place->key.column) + std::to_string(place->line) +
+                (lines.placeOf("a name that is not there") ? "somewhere" : "nowhere");
+     }},
     {"edit_a_source", Leaves::everything, [](Trees&) { return editedText(); }},
     {"move_in_a_source", Leaves::everything, [](Trees&) { return textWithMoves(); }},
     {"describe_with_a_place", Leaves::everything,

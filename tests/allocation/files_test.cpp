@@ -77,6 +77,49 @@ TEST(FilesWithoutMemory, save_whole_documents_or_leave_the_file) {
     });
 }
 
+/// The document of the file, with its first item at the end: loaded, changed, and saved by `save`.
+void loadMoveAndSave(const std::string& name,
+                     const std::function<void(const Dom&, const ko::Orvid::MovedPlaces&)>& save) {
+    Dom dom = Dom::load(name);
+    ko::Orvid::MovedPlaces moved;
+    ko::Orvid::PatchOptions options;
+    options.moved = &moved;
+    const auto move = ko::Orvid::makeArray(
+        {ko::Orvid::makeObject({{"op", "move"}, {"from", "/old/0"}, {"path", "/old/2"}})});
+    applyPatch(*dom, move, options);
+    save(dom, moved);
+}
+
+TEST(FilesWithoutMemory, save_a_loaded_document_with_its_source_or_leave_the_file) {
+    failEachAllocation(
+        R"({"old":[2,"a string that is not held in place",1]})", [](const std::string& name) {
+            loadMoveAndSave(name, [&](const Dom& dom, const auto&) { dom.save(name); });
+        });
+}
+
+TEST(FilesWithoutMemory, save_a_loaded_document_with_what_moved_or_leave_the_file) {
+    failEachAllocation(
+        R"({"old":[2,"a string that is not held in place",1]})", [](const std::string& name) {
+            loadMoveAndSave(name,
+                            [&](const Dom& dom, const auto& moved) { dom.save(name, moved); });
+        });
+}
+
+TEST(FilesWithoutMemory, get_the_new_content_of_a_file_that_is_as_it_was_read) {
+    failEachAllocation("the new content", [](const std::string& name) {
+        const ko::Orvid::FileLock lock(name);
+        ko::Orvid::FileStamp stamp;
+        const std::string content = ko::Orvid::readFile(name, stamp);
+        EXPECT_EQ(content, k_old);
+        EXPECT_EQ(ko::Orvid::FileStamp::of(name), stamp);
+        ko::Orvid::SafeFile file(name);
+        file.expect(stamp);
+        file.write("the new ");
+        file.write("content");
+        file.commit();
+    });
+}
+
 TEST(FilesWithoutMemory, refuse_a_document_that_is_no_json_or_leave_the_file) {
     failEachAllocation(k_old, [](const std::string& name) {
         Document document(R"({"a name that is not held in place":[1]})");

@@ -11,6 +11,7 @@
 #include <new>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/EachAllocation.h"
@@ -185,7 +186,7 @@ const std::vector<Operation> k_pointers = {
 };
 
 const std::vector<Operation> k_defaults = {
-    {"fill_defaults", Leaves::wholeTrees,
+    {"fill_defaults", Leaves::everything,
      [](Trees& trees) { return std::to_string(fillDefaults(trees.root)); }},
     {"explain_default", Leaves::everything,
      [](Trees& trees) {
@@ -215,6 +216,14 @@ WriteOptions sortedAscii() {
     return options;
 }
 
+Element nested(int levels) {
+    Element element("a string that is not held in place");
+    for (; levels > 0; --levels) {
+        element = ko::Orvid::makeArray({std::move(element)});
+    }
+    return element;
+}
+
 const std::vector<Operation> k_options = {
     {"write_compactly", Leaves::everything,
      [](Trees& trees) { return written(trees.root, WriteOptions::compact()); }},
@@ -222,6 +231,8 @@ const std::vector<Operation> k_options = {
      [](Trees& trees) {
          return written(trees.root, sortedAscii()) + written(k_beyondAscii, sortedAscii());
      }},
+    {"write_nested_deeply", Leaves::everything,
+     [](Trees&) { return written(nested(300), WriteOptions()); }},
     {"change_the_indent", Leaves::everything,
      [](Trees& trees) {
          Generator generator(nullptr, std::string(20, ' '));

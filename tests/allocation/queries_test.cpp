@@ -39,6 +39,11 @@ const std::vector<Operation> k_queries = {
      [](Trees& trees) {
          return valuesOf(trees.root, R"($['long name, not held in place'].x["y"])");
      }},
+    {"first_of_several", Leaves::everything,
+     [](Trees& trees) {
+         return compact(*JsonPath("$..[?@.name == 'second']").first(trees.root)) +
+                std::to_string(JsonPath("$..nothing").first(trees.root) == nullptr);
+     }},
     {"a_faulty_query", Leaves::everything,
      [](Trees&) {
          try {

@@ -106,7 +106,8 @@ public:
 
     /// @name Editing
     /// An element that is selected twice counts once, and one within another that is removed or
-    /// overwritten is lost with that. Each returns how many distinct elements were selected.
+    /// overwritten is lost with that. Each returns how many distinct elements were selected. Where
+    /// memory is refused, std::bad_alloc is thrown, when some may have been removed or changed.
     ///@{
 
     /// Removes all matches. Throws Exception, with nothing changed, where the root itself is one.
@@ -114,7 +115,6 @@ public:
     std::size_t remove(Element& root) const;
     /// Gives each match the value, which may lie in the same tree: what it was before counts. The
     /// cost is that of select(), and a copy of `value` for each match.
-    /// Throws std::bad_alloc, when some may have been changed.
     std::size_t update(Element& root, const Element& value) const;
     /// The same of a value that converts (see Element::set()).
     std::size_t update(Element& root, const detail::Converted& value) const {
