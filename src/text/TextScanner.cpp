@@ -126,13 +126,7 @@ const char* TextScanner::takeEscapedText(const char* at, const char* from, const
     if (scan.end != text::StringEnd::quote || !isUtf8Until(at + 1, scan.at, end)) {
         return takeOddText(at, at + 1, end, text, isRead);
     }
-    text = between(at + 1, scan.at);
-    if (isRead) {
-        m_text.clear();
-        text::appendUnescaped(m_text, at + 1, scan.at);
-        text = m_text;
-    }
-    return scan.at + 1;
+    return endEscapedText(at, scan.at, text, isRead);
 }
 
 /// A string with errors, or in pieces. What lies before `from` has been looked at.
@@ -146,13 +140,21 @@ const char* TextScanner::takeOddText(const char* at, const char* from, const cha
         return failString(scan);
     }
     m_verified = 0;
-    text = between(at + 1, scan.at);
+    const bool hasEscape =
+        scan.hasEscape || between(at + 1, from).find('\\') != std::string_view::npos;
+    return endEscapedText(at, scan.at, text, isRead && hasEscape);
+}
+
+/// The string ends at `stop`. Its escapes are resolved unless nobody reads it.
+const char* TextScanner::endEscapedText(const char* at, const char* stop, std::string_view& text,
+                                        bool isRead) {
+    text = between(at + 1, stop);
     if (isRead) {
         m_text.clear();
-        text::appendUnescaped(m_text, at + 1, scan.at);
+        text::appendUnescaped(m_text, at + 1, stop);
         text = m_text;
     }
-    return scan.at + 1;
+    return stop + 1;
 }
 
 /// A number that goes up to the end of the text, or is malformed.

@@ -170,6 +170,8 @@ private:
     const char* takeLongText(const char* at, const char* end, std::string_view& text, bool isRead);
     const char* takeEscapedText(const char* at, const char* from, const char* end,
                                 std::string_view& text, bool isRead);
+    const char* endEscapedText(const char* at, const char* stop, std::string_view& text,
+                               bool isRead);
     const char* takeOddText(const char* at, const char* from, const char* end,
                             std::string_view& text, bool isRead);
     const char* takeOdd(const char* at, const char* end);

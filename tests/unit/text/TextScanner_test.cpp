@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -81,6 +82,50 @@ TEST(TextScanner, reports_each_token_with_its_place) {
               "complete at 44\n");
     EXPECT_EQ(whole("[null,true,\n\tfalse]"),
               "0-1 [\n1-5 null\n5-6 ,\n6-10 true\n10-11 ,\n13-18 false\n18-19 ]\ncomplete at 19\n");
+}
+
+/// Notes whether the texts of strings and keys lie in the buffer that is read.
+struct Placement : TokenSink {
+    std::string_view buffer;
+    std::string inside;
+
+    void note(std::string_view text) {
+        const std::less_equal<const char*> isUpTo;
+        const char* const end = text.data() + text.size();
+        const bool isInside =
+            isUpTo(buffer.data(), text.data()) && isUpTo(end, buffer.data() + buffer.size());
+        inside += isInside ? 'i' : 'o';
+    }
+    void string(std::string_view text, TokenSpan /*span*/) { note(text); }
+    bool key(std::string_view text, TokenSpan /*span*/) {
+        note(text);
+        return true;
+    }
+};
+
+/// The text is given in two pieces, the second of which has room before it.
+std::string placesInPieces(const std::string& text, std::size_t first) {
+    constexpr std::size_t k_room = 64;
+    TextScanner scanner(ReadOptions::strict());
+    Placement places;
+    const std::string begin = text.substr(0, first);
+    scanner.scan(begin, places);
+    scanner.leave(begin);
+    std::string buffer = std::string(k_room, ' ') + text.substr(first);
+    places.buffer = buffer;
+    scanner.scan(buffer.data() + k_room, buffer.size() - k_room, k_room, places);
+    scanner.finish(places);
+    EXPECT_FALSE(scanner.error()) << text;
+    return places.inside;
+}
+
+TEST(TextScanner, a_string_in_pieces_is_copied_only_for_its_escapes) {
+    EXPECT_EQ(placesInPieces(R"(["one two"])", 5), "i");
+    EXPECT_EQ(placesInPieces(R"({"one two":1})", 5), "i");
+    EXPECT_EQ(placesInPieces("[\"\xC3\xA4 \xC3\xB6\"]", 3), "i");
+    EXPECT_EQ(placesInPieces(R"(["a\tone two"])", 9), "o");
+    EXPECT_EQ(placesInPieces(R"(["one\ttwo"])", 4), "o");
+    EXPECT_EQ(placesInPieces(R"(["one\ttwo"])", 6), "o");
 }
 
 TEST(TextScanner, a_number_is_over_at_the_end_of_the_text) {
