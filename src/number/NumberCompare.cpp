@@ -11,6 +11,8 @@
 #include <ko/Exception.h>
 
 #include <limits>
+#include <string>
+#include <type_traits>
 
 #include "number/NumberBinary.h"
 #include "number/NumberRounding.h"
@@ -30,6 +32,34 @@ int orderOf(T x, T y) {
 int sign(int result) { return orderOf(result, 0); }
 
 [[noreturn]] void throwUnknownType() { throw RuntimeError("Unknown type, implementation missing"); }
+
+/// Number::compare() has each pair of two types in one order only.
+template<class X, class Y>
+int order(X x, Y y) {
+    if constexpr (std::is_same_v<X, Y>) {
+        return orderOf(x, y);
+    } else if constexpr (std::is_same_v<X, double> || std::is_same_v<Y, long long>) {
+        return -Number::compare(y, x);
+    } else {
+        return Number::compare(x, y);
+    }
+}
+
+template<class T>
+int orderTo(const NumberStore& store, const NumberStore::Binary& own, T other) {
+    switch (own.kind) {
+        case Number::ebLongLong:
+            return order(signedOf(own), other);
+        case Number::ebULongLong:
+            return order(unsignedOf(own), other);
+        case Number::ebDouble:
+            return order(realOf(own), other);
+        case Number::ebBigDecimal:
+            return -Number::compare(other, std::string(store.givenText()));
+        default:
+            throwUnknownType();
+    }
+}
 
 }  // namespace
 
@@ -81,48 +111,15 @@ int Number::compareConverted(const Number& other) const {
 }
 
 int Number::compareTo(const Binary& own, long long other) const {
-    switch (own.kind) {
-        case ebLongLong:
-            return orderOf(signedOf(own), other);
-        case ebULongLong:
-            return -compare(other, unsignedOf(own));
-        case ebDouble:
-            return -compare(other, realOf(own));
-        case ebBigDecimal:
-            return -compare(other, std::string(m_store.givenText()));
-        default:
-            throwUnknownType();
-    }
+    return orderTo(m_store, own, other);
 }
 
 int Number::compareTo(const Binary& own, unsigned long long other) const {
-    switch (own.kind) {
-        case ebLongLong:
-            return compare(signedOf(own), other);
-        case ebULongLong:
-            return orderOf(unsignedOf(own), other);
-        case ebDouble:
-            return -compare(other, realOf(own));
-        case ebBigDecimal:
-            return -compare(other, std::string(m_store.givenText()));
-        default:
-            throwUnknownType();
-    }
+    return orderTo(m_store, own, other);
 }
 
 int Number::compareTo(const Binary& own, double other) const {
-    switch (own.kind) {
-        case ebLongLong:
-            return compare(signedOf(own), other);
-        case ebULongLong:
-            return compare(unsignedOf(own), other);
-        case ebDouble:
-            return orderOf(realOf(own), other);
-        case ebBigDecimal:
-            return -compare(other, std::string(m_store.givenText()));
-        default:
-            throwUnknownType();
-    }
+    return orderTo(m_store, own, other);
 }
 
 }  // namespace ko::Orvid
