@@ -63,9 +63,10 @@ Counterparts::Counterparts(const SourceMap& map, const Element& root, const std:
     listNew(root, leftOut);
     hashNew();
     pairKnown(moved);
-    pair(0, 0);
+    pairRoot();
     matchAll();
     matchMoved();
+    bringRoot();
     pairReleased();
 }
 

@@ -60,6 +60,8 @@ public:
     Counterparts(const SourceMap& map, const Element& root, const std::string* leftOut,
                  const MovedPlaces& moved);
 
+    /// The counterpart of the root is the root. That of the root's element is the root as well, or
+    /// the value that became it.
     const OldValue& before(std::uint32_t value) const noexcept { return m_old[value]; }
     const NewValue& now(std::uint32_t element) const noexcept { return m_new[element]; }
 
@@ -101,6 +103,10 @@ private:
     Numbers valuesAt(const MovedPlaces& moved) const;
     Numbers unpaired(const Numbers& before) const;
     Numbers unmatched(const Numbers& now) const;
+    void pairRoot();
+    void bringRoot();
+    std::uint32_t movedToRoot() const;
+    std::uint32_t arrayBefore(const Element& array) const;
     void pair(std::uint32_t value, std::uint32_t element);
     void pairMember(std::uint32_t value, std::uint32_t element);
     void pairContents(std::uint32_t value, std::uint32_t element);
@@ -161,6 +167,7 @@ private:
     bool hadMoreChildren(std::uint32_t value, std::size_t count) const;
     std::uint32_t sharingMost(std::uint32_t element) const;
     bool mayHaveMoved(std::uint32_t value, std::uint32_t element) const;
+    bool isTelling(std::uint32_t value) const;
     bool mayBringComments(std::uint32_t value, std::uint32_t element) const;
     bool isStillContainer(std::uint32_t value) const;
     bool wasContainer(std::uint32_t element) const;

@@ -77,13 +77,14 @@ void Counterparts::pairKnown(const MovedPlaces& moved) {
     }
 }
 
-/// What becomes the root has no more than its contents along.
+/// Where a value is moved onto the root, all else that is left of the former one is gone.
 void Counterparts::pairKnown(std::uint32_t value, std::uint32_t element) {
-    if (element != 0) {
-        pair(value, element);
-        m_known.insert(element);
-    } else if (isSameContainer(value, element)) {
-        pairContents(value, element);
+    pair(value, element);
+    m_known.insert(element);
+    for (std::uint32_t gone = 0; element == 0 && gone < m_map.size(); ++gone) {
+        if (gone < value || gone >= m_map[value].next()) {
+            m_overwritten.insert(gone);
+        }
     }
     for (value = m_old[value].parent; value != k_none && m_movedOutOf.insert(value).second;) {
         value = m_old[value].parent;

@@ -231,11 +231,15 @@ bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) cons
     if (wasMember(value) && isMember(element) && haveSameKey(value, element)) {
         return true;
     }
-    const EType type = typeOfToken(m_map.text(value).front());
-    const bool isTelling = type == etNumber || (type == etString && m_map.text(value).size() > 2) ||
-                           hadContents(value);
-    return isTelling && m_lostByHash.at(m_old[value].hash).size() == 1 &&
+    return isTelling(value) && m_lostByHash.at(m_old[value].hash).size() == 1 &&
            m_addedByHash.at(m_new[element].hash) == 1;
+}
+
+/// Whether there are few values that it equals by chance.
+bool Counterparts::isTelling(std::uint32_t value) const {
+    const EType type = typeOfToken(m_map.text(value).front());
+    return type == etNumber || (type == etString && m_map.text(value).size() > 2) ||
+           hadContents(value);
 }
 
 /// Whether a container in which only comments stand may have come there. They do not leave one that

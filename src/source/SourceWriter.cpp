@@ -10,6 +10,7 @@
 #include "source/isAsRead.h"
 #include "source/Token.h"
 #include "source/Trivia.h"
+#include "text/byteOrderMark.h"
 
 namespace ko::Orvid {
 
@@ -82,12 +83,49 @@ std::string SourceWriter::run() {
     const std::string_view text = m_map.text();
     m_out.reserve(text.size() + text.size() / 8);
     m_out = text.substr(0, m_map[0].begin());
-    writeValue({0, 0}, {}, {});
+    const Item root{m_counterparts.now(0).counterpart, 0};
+    const Reindent reindent{m_gaps.former().indentBefore(root.before), {}};
+    writeRootLead(root, reindent);
+    writeValue(root, {}, reindent);
     while (!m_open.empty()) {
         step();
     }
-    m_out += text.substr(m_map[0].end());
+    writeEnd(root, reindent);
     return std::move(m_out);
+}
+
+/// The comments before a value that became the root: comment lines stay such.
+void SourceWriter::writeRootLead(const Item& root, const Reindent& reindent) {
+    if (root.before == 0) {
+        return;
+    }
+    const std::string_view own = m_gaps.former().before(root.before).lead;
+    if (!hasNewline(own)) {
+        m_out += leadAfter({}, own);
+    } else if (hasComment(own)) {
+        const std::string lead = withoutComma(reindent.apply(own));
+        m_out.erase(m_out.find_last_not_of(" \t") + 1);
+        const bool isAtLineBegin = m_out.size() == text::markLength(m_out) || m_out.back() == '\n';
+        m_out += lead.substr(isAtLineBegin ? newlineOf(lead).size() : 0);
+    }
+    if (m_counterparts.wasMember(root.before)) {
+        writeColonComments(root, reindent, {});
+    }
+}
+
+/// What follows the root, after the comments of a value that became it.
+void SourceWriter::writeEnd(const Item& root, const Reindent& reindent) {
+    std::string_view end = m_map.text().substr(m_map[0].end());
+    const std::string_view tail =
+        root.before == 0 ? std::string_view() : m_gaps.former().after(root.before).tail;
+    if (hasComment(tail)) {
+        m_out += withoutComma(reindent.apply(tail));
+        if (endsInLineComment(tail) && hasComment(end) && newlineOf(end).empty()) {
+            m_out += m_gaps.usual().habits().newline;
+            end.remove_prefix(end.find_first_not_of(" \t"));
+        }
+    }
+    m_out += end;
 }
 
 void SourceWriter::step() {
@@ -127,7 +165,7 @@ void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
     const bool wasMember = item.before != k_none && m_counterparts.wasMember(item.before);
     if (!m_counterparts.isMember(item.now)) {
         if (wasMember) {
-            writeColonComments(item, reindent);
+            writeColonComments(item, reindent, m_open.back().itemIndent);
         }
         return;
     }
@@ -151,15 +189,15 @@ bool SourceWriter::keepsColon(const Item& item) {
            hasComment(m_gaps.usual().colonOf(item.before));
 }
 
-/// A member that becomes an item has no colon, but may have comments around it.
-void SourceWriter::writeColonComments(const Item& item, const Reindent& reindent) {
+/// A member that becomes an item, or the root, has no colon, but may have comments around it.
+void SourceWriter::writeColonComments(const Item& item, const Reindent& reindent,
+                                      const std::string& indent) {
     TriviaReader reader(m_gaps.usual().colonOf(item.before));
     for (Piece piece = reader.next(); piece.kind != PieceKind::end; piece = reader.next()) {
         if (isComment(piece.kind)) {
             copy(piece.text, reindent);
-            m_out += piece.kind == PieceKind::lineComment
-                         ? m_gaps.usual().habits().newline + m_open.back().itemIndent
-                         : " ";
+            m_out += piece.kind == PieceKind::lineComment ? m_gaps.usual().habits().newline + indent
+                                                          : " ";
         }
     }
 }

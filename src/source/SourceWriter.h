@@ -25,10 +25,12 @@ public:
     std::string run();
 
 private:
+    void writeRootLead(const Item& root, const Reindent& reindent);
+    void writeEnd(const Item& root, const Reindent& reindent);
     void step();
     void writeItem(const Item& item);
     void writeKey(const Item& item, const Reindent& reindent);
-    void writeColonComments(const Item& item, const Reindent& reindent);
+    void writeColonComments(const Item& item, const Reindent& reindent, const std::string& indent);
     bool keepsColon(const Item& item);
     void writeValue(const Item& item, const std::string& indent, const Reindent& reindent);
     void open(const Item& item, const std::string& indent, const Reindent& reindent);

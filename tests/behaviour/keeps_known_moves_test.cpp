@@ -170,6 +170,32 @@ TEST(KeepsKnownMoves, brings_the_comments_with_the_value_and_not_beside_it) {
     EXPECT_GT(same, 200U);
 }
 
+TEST(KeepsKnownMoves, takes_the_comments_of_any_value_to_the_root_between_those_of_the_file) {
+    unsigned count = 0;
+    forEachSubject([&](Subject& subject) {
+        for (const CommentedValue& value : subject.document.values) {
+            const std::string& before = subject.document.text;
+            Dom dom = Dom::parse(before);
+            const auto root = *dom.placeOf(*dom);
+            std::vector<int> expected = CommentedJson::commentsIn(before.substr(0, root.offset));
+            for (const int number : CommentedJson::commentsIn(before)) {
+                if (value.comments.count(number) > 0) {
+                    expected.push_back(number);
+                }
+            }
+            const std::string end = before.substr(root.offset + root.length);
+            for (const int number : CommentedJson::commentsIn(end)) {
+                expected.push_back(number);
+            }
+            const std::string text = patched(dom, moving(pointerTo(value), JsonPointer()));
+            EXPECT_EQ(CommentedJson::commentsIn(text), expected) << pointerTo(value).str() << "\n"
+                                                                 << text;
+            ++count;
+        }
+    });
+    EXPECT_GT(count, 800U);
+}
+
 TEST(KeepsKnownMoves, takes_comments_along_a_chain_of_moves) {
     unsigned count = 0;
     forEachSubject([&](Subject& subject) {

@@ -273,6 +273,59 @@ TEST(DomSourceMoved, takes_comments_along_in_what_becomes_the_root) {
               "{ // in\n  \"q\": 1\n}");
 }
 
+TEST(DomSourceMoved, takes_comments_along_with_what_is_known_to_become_the_root) {
+    const struct {
+        const char* text;
+        const char* from;
+        const char* expected;
+    } cases[] = {
+        {"[1 /* a */, 1 /* b */]", "/1", "1 /* b */"},
+        {"[/* a */ 1 /* z */, 1]", "/0", "/* a */ 1 /* z */"},
+        {"// head\n[\n  // a\n  1, // z\n  2 // y\n] // end\n", "/0",
+         "// head\n// a\n1 // z\n// end\n"},
+        {"// head\r\n[\r\n  1,\r\n  // b\r\n\r\n  // a\r\n  1 // z\r\n]\r\n// end", "/1",
+         "// head\r\n// a\r\n1 // z\r\n// end"},
+        {"[1 // z\n]", "/0", "1 // z"},
+        {"/* head */ [\n  // a\n  1\n]", "/0", "/* head */\n// a\n1"},
+        {"{\"a\" /* k */ : /* l */ 1, \"b\": 1}", "/a", "/* k */ /* l */ 1"},
+        {"{\n  \"a\": // k\n    1 /* z */\n}\n", "/a", "// k\n1 /* z */\n"},
+        {"\xEF\xBB\xBF[\n  // a\n  true\n]\n", "/0", "\xEF\xBB\xBF// a\ntrue\n"},
+        {"{\n  // a\n  \"a\": {\n    // x\n    \"x\": 1\n  }, // z\n  \"b\": {\"x\": 1}\n}\n", "/a",
+         "// a\n{\n  // x\n  \"x\": 1\n} // z\n"},
+    };
+    for (const auto& moved : cases) {
+        EXPECT_EQ(patchedKnowing(moved.text, (R"([{"op": "move", "from": ")" +
+                                              std::string(moved.from) + R"(", "path": ""}])")
+                                                 .c_str()),
+                  moved.expected);
+    }
+}
+
+TEST(DomSourceMoved, takes_comments_along_with_what_is_assigned_to_the_root) {
+    const auto assigning = [](const char* place) {
+        return [place](Element& root) {
+            Element moved = std::move(JsonPointer(place).get(root));
+            root = std::move(moved);
+        };
+    };
+    EXPECT_EQ(edited("// head\n[1001 /* a */, 7 /* b */] // end", assigning("/0")),
+              "// head\n1001 /* a */ // end");
+    EXPECT_EQ(edited("{\n  // a\n  \"a\": {\"x\": 1}, // z\n  \"b\": 2 // y\n}\n", assigning("/a")),
+              "// a\n{\"x\": 1} // z\n");
+    EXPECT_EQ(edited("{\n  // a\n  \"a\": [1, 2], // z\n  \"b\": 2 // y\n}\n", assigning("/a")),
+              "// a\n[1, 2] // z\n");
+}
+
+TEST(DomSourceMoved, gives_a_new_root_no_comments_of_what_it_may_not_be) {
+    const auto becoming = [](const Element& value) {
+        return [value](Element& root) { root = value; };
+    };
+    EXPECT_EQ(edited("[1 /* a */, 1 /* b */] // end", becoming(1)), "1 // end");
+    EXPECT_EQ(edited("{\"a\": true /* a */} // end", becoming(true)), "true // end");
+    EXPECT_EQ(edited("1 // end", becoming(2)), "2 // end");
+    EXPECT_EQ(edited("{\"a\": {/* in */} /* a */} // end", removing("a")), "{} // end");
+}
+
 TEST(DomSourceMoved,
      leaves_comments_after_the_opening_bracket_first_when_all_children_are_replaced) {
     EXPECT_EQ(edited("{\n  // head\n\n  // x\n  \"x\": 1\n\n  // tail\n}",
