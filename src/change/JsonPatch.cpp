@@ -163,6 +163,9 @@ private:
     }
 
     void remove(const JsonPointer& pointer) {
+        if (m_moves != nullptr) {
+            m_moves->leave(m_moves->originOf(at(pointer)));
+        }
         Element removed = take(pointer);
         if (m_moves != nullptr) {
             m_moves->edit(&at(above(pointer)), removed);
@@ -249,6 +252,7 @@ private:
         }
         const Element* const origin = m_moves == nullptr ? nullptr : m_moves->originOf(former);
         if (m_moves != nullptr) {
+            m_moves->leave(origin);
             m_moves->edit(former.parent(), former);
         }
         Element moved = take(source);

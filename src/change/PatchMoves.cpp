@@ -134,9 +134,44 @@ void PatchMoves::keepEqualItems(const Element& root) {
             return;
         }
         for (const Element& item : element.array()) {
+            if (at(item).element == nullptr) {
+                found->second.insert(likeness(item));  // it may have changed since it came
+            }
+        }
+        for (const Element& item : element.array()) {
             if (found->second.count(likeness(item)) > 0) {
                 keep(&item);
             }
+        }
+    });
+}
+
+/// The same for the value that an item had at first which left its array: it may have changed
+/// before.
+void PatchMoves::keepFormerEquals(const Element& former, const Element& root) {
+    std::unordered_map<const Element*, std::unordered_set<std::size_t>> leftByArray;
+    auto first = m_first.begin();
+    forEachElement(former, [&](const Element& element) {
+        const bool hasLeft = m_left.count(*first++) > 0;
+        if (hasLeft && element.parent() != nullptr && element.parent()->isArray()) {
+            leftByArray[element.parent()].insert(likeness(element));
+        }
+    });
+    if (leftByArray.empty()) {
+        return;
+    }
+    std::unordered_set<const Element*> equals;
+    first = m_first.begin();
+    forEachElement(former, [&](const Element& element) {
+        const auto left = leftByArray.find(element.parent());
+        if (left != leftByArray.end() && left->second.count(likeness(element)) > 0) {
+            equals.insert(*first);
+        }
+        ++first;
+    });
+    forEachElement(root, [&](const Element& element) {
+        if (equals.count(at(element).element) > 0) {
+            keep(&element);
         }
     });
 }
@@ -157,6 +192,7 @@ void PatchMoves::reorder(const std::vector<const Element*>& from, const Element:
 
 MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
     keepEqualItems(root);
+    keepFormerEquals(former, root);
     std::unordered_map<const Element*, Found> foundByFirst;
     forEachElement(root, [&](const Element& element) {
         const Origin origin = at(element);

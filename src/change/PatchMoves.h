@@ -31,6 +31,8 @@ public:
     /// The value comes into that container, or leaves it: the container is the same nevertheless,
     /// and no item that equals the value is it. Null is no container.
     void edit(const Element* container, const Element& value);
+    /// The value with that origin has left its container, which edit() says as well.
+    void leave(const Element* origin) { m_left.insert(origin); }
     /// The values of the elements `from` have come into those of the same positions of the array.
     void reorder(const std::vector<const Element*>& from, const Element::TArray& array);
 
@@ -48,11 +50,13 @@ private:
     Origin at(const Element& element) const;
     void keep(const Element* element);
     void keepEqualItems(const Element& root);
+    void keepFormerEquals(const Element& former, const Element& root);
 
     std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
     std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own
     /// What came and left is like, by array: the address of an array stays as it moves.
     std::unordered_map<const Element::TArray*, std::unordered_set<std::size_t>> m_edits;
+    std::unordered_set<const Element*> m_left;  ///< origins
 };
 
 }  // namespace ko::Orvid

@@ -293,6 +293,7 @@ void Counterparts::matchAll() {
 void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
     const Numbers before = boundChildren(value);
     const Numbers now = childrenNow(element);
+    const bool isKnown = m_known.count(element) > 0 && m_old[value].counterpart == element;
     if (m_old[value].hash == m_new[element].hash && before.size() == now.size()) {
         for (std::size_t i = 0; i < now.size(); ++i) {
             pairMember(before[i], now[i]);
@@ -300,13 +301,13 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
         if (isKnownToDiffer(value, element)) {
             matchByHash(before, now);
         }
-    } else if (before.empty()) {
+    } else if (before.empty() && !isKnown) {
         releaseContents(value, element);
     } else if (m_map.isObject(value)) {
         matchMembers(before, now);
         const bool isAnyHere = std::any_of(before.begin(), before.end(),
                                            [&](std::uint32_t child) { return isPaired(child); });
-        if (isAnyHere) {
+        if (isAnyHere || isKnown) {
             matchByHash(before, now);
         } else {
             releaseContents(value, element);

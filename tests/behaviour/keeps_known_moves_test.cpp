@@ -334,11 +334,27 @@ TEST(KeepsKnownMoves, tells_equal_items_apart_when_one_moves_among_them) {
          R"({"l":[1 /*a*/, 1 /*c*/]})"},
         {R"([{"k": 5} /*b*/, 1 /*d*/])",
          R"({"op":"remove","path":"/0/k"},{"op":"remove","path":"/1"})", R"([{} /*b*/])"},
+        {"[{ /*a*/ } /*b*/]",
+         R"({"op":"add","path":"/0","value":{"n":5}},{"op":"move","from":"/0/n","path":"/1"})",
+         "[{}, 5, { /*a*/ } /*b*/]"},
+        {"[1 /*a*/, [] /*b*/, [] /*c*/]",
+         R"({"op":"move","from":"/0","path":"/1/0"},{"op":"remove","path":"/1"})", "[[] /*b*/]"},
     };
     for (const KnownCase& known : cases) {
         Dom dom = Dom::parse(known.text);
         EXPECT_EQ(patched(dom, known.operations), known.expected) << known.operations;
     }
+}
+
+TEST(KeepsKnownMoves, leaves_comments_in_a_container_that_is_filled_while_one_like_it_goes) {
+    Dom object = Dom::parse(R"({"a": { /*a*/ }, "b": {"c": { /*c*/ "k": 6 }, "d": 7}})");
+    EXPECT_EQ(patched(object, R"({"op":"add","path":"/a/k","value":5},
+                                 {"op":"remove","path":"/b/c"})"),
+              R"({"a": { /*a*/ "k": 5 }, "b": {"d": 7}})");
+    Dom array = Dom::parse(R"({"a": [ /*a*/ ], "b": [/*b*/ 1 /*c*/, 2], "d": 1 /*d*/})");
+    EXPECT_EQ(patched(array, R"({"op":"move","from":"/d","path":"/a/0"},
+                                {"op":"remove","path":"/b"})"),
+              R"({"a": [ /*a*/ 1 /*d*/ ]})");
 }
 
 /// All places together would take the square of the depth.
