@@ -18,17 +18,23 @@ public:
     NotingBuilder(TreeBuilder& builder, std::uint64_t first) noexcept
         : m_builder(builder), m_first(first) {}
 
-    void null(TokenSpan span) { note(m_builder.null(span), span); }
-    void boolean(bool value, TokenSpan span) { note(m_builder.boolean(value, span), span); }
-    void number(std::string_view text, TokenSpan span) { note(m_builder.number(text, span), span); }
-    void string(std::string_view text, TokenSpan span) { note(m_builder.string(text, span), span); }
+    void null(TokenSpan span) { add(span).setElement(&m_builder.null(span)); }
+    void boolean(bool value, TokenSpan span) {
+        add(span).setElement(&m_builder.boolean(value, span));
+    }
+    [[gnu::always_inline]] void number(std::string_view text, TokenSpan span) {
+        add(span).setElement(&m_builder.number(text, span));
+    }
+    void string(std::string_view text, TokenSpan span) {
+        add(span).setElement(&m_builder.string(text, span));
+    }
     bool key(std::string_view text, TokenSpan span) { return m_builder.key(text, span); }
-    void openObject(TokenSpan span) { m_open.push_back(note(m_builder.openObject(span), span)); }
+    void openObject(TokenSpan span) { open(span).setElement(&m_builder.openObject(span)); }
     void closeObject(TokenSpan span) {
         m_builder.closeObject(span);
         close(span);
     }
-    void openArray(TokenSpan span) { m_open.push_back(note(m_builder.openArray(span), span)); }
+    void openArray(TokenSpan span) { open(span).setElement(&m_builder.openArray(span)); }
     void closeArray(TokenSpan span) {
         m_builder.closeArray(span);
         close(span);
@@ -37,11 +43,14 @@ public:
     SpanTable& spans() noexcept { return m_spans; }
 
 private:
-    std::uint32_t note(const Element& element, TokenSpan span) {
-        return m_spans.add(&element, m_first + span.begin, m_first + span.end);
+    /// The row comes before the element, so that the span need not be kept while that is built.
+    ValueSpan& add(TokenSpan span) { return m_spans.add(m_first + span.begin, m_first + span.end); }
+    ValueSpan& open(TokenSpan span) {
+        m_open.push_back(m_spans.size());
+        return add(span);
     }
     void close(TokenSpan span) noexcept {
-        m_spans[m_open.back()].close(m_first + span.end, m_spans.size());
+        m_spans.close(m_open.back(), m_first + span.end);
         m_open.pop_back();
     }
 

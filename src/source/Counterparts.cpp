@@ -191,8 +191,7 @@ std::string_view Counterparts::keyBefore(std::uint32_t value) const {
 
 Counterparts::Numbers Counterparts::childrenBefore(std::uint32_t value) const {
     Numbers children;
-    for (std::uint32_t child = value + 1; child < m_map[value].next();
-         child = m_map[child].next()) {
+    for (std::uint32_t child = value + 1; child < m_map.next(value); child = m_map.next(child)) {
         children.push_back(child);
     }
     return children;
@@ -246,7 +245,7 @@ void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
 /// known to have been moved onto a member, that and all that was left in it is gone.
 void Counterparts::pairMember(std::uint32_t value, std::uint32_t element) {
     if (!isPaired(value) && m_known.count(element) > 0 && wasMember(value)) {
-        for (std::uint32_t gone = value; gone < m_map[value].next(); ++gone) {
+        for (std::uint32_t gone = value; gone < m_map.next(value); ++gone) {
             m_overwritten.insert(gone);
         }
     }

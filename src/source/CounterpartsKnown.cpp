@@ -82,7 +82,7 @@ void Counterparts::pairKnown(std::uint32_t value, std::uint32_t element) {
     pair(value, element);
     m_known.insert(element);
     for (std::uint32_t gone = 0; element == 0 && gone < m_map.size(); ++gone) {
-        if (gone < value || gone >= m_map[value].next()) {
+        if (gone < value || gone >= m_map.next(value)) {
             m_overwritten.insert(gone);
         }
     }

@@ -43,7 +43,7 @@ bool Counterparts::mayBecome(std::uint32_t value, std::uint32_t element) const {
 /// what it was: its children were replaced.
 bool Counterparts::mayBecomeByValue(std::uint32_t value, std::uint32_t element) const {
     const std::uint32_t before = m_new[element].counterpart;
-    const bool wasWithin = wasContainer(element) && before < value && value < m_map[before].next();
+    const bool wasWithin = wasContainer(element) && before < value && value < m_map.next(before);
     return !wasWithin && mayBecome(value, element);
 }
 
@@ -164,11 +164,11 @@ bool Counterparts::areOfOneArray(std::uint32_t value, std::uint32_t element) con
 
 bool Counterparts::hadMoreChildren(std::uint32_t value, std::size_t count) const {
     std::uint32_t child = value + 1;
-    while (count > 0 && child < m_map[value].next()) {
-        child = m_map[child].next();
+    while (count > 0 && child < m_map.next(value)) {
+        child = m_map.next(child);
         --count;
     }
-    return child < m_map[value].next();
+    return child < m_map.next(value);
 }
 
 /// Of the lost containers, none of which is there unchanged, the one that has most of the children,

@@ -26,8 +26,8 @@ const FilledSiblings::Kinds& FilledSiblings::kindsIn(std::uint32_t parent) {
     const auto [known, isNew] = m_kinds.try_emplace(parent);
     if (isNew) {
         std::size_t position = 0;
-        for (std::uint32_t child = parent + 1; child < m_map[parent].next();
-             child = m_map[child].next()) {
+        for (std::uint32_t child = parent + 1; child < m_map.next(parent);
+             child = m_map.next(child)) {
             if (m_map.isContainer(child) && m_map.hasChildren(child)) {
                 const auto kind = static_cast<std::size_t>(kindOf(m_map, child));
                 known->second[kind].push_back({position, child});

@@ -31,8 +31,8 @@ Gap FormerGaps::before(std::uint32_t value) const {
 
 Gap FormerGaps::after(std::uint32_t value) const {
     const std::uint32_t parent = m_counterparts.before(value).parent;
-    const std::uint32_t next = m_map[value].next();
-    const bool isLast = next == m_map[parent].next();
+    const std::uint32_t next = m_map.next(value);
+    const bool isLast = next == m_map.next(parent);
     const std::size_t end = isLast ? m_map[parent].end() - 1 : m_counterparts.before(next).begin;
     return gapOf(m_map.text(m_map[value].end(), end), isLast ? GapKind::close : GapKind::between);
 }

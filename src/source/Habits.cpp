@@ -151,7 +151,7 @@ std::string_view openGap(const SourceMap& map, std::uint32_t value) {
 
 std::string_view closeGap(const SourceMap& map, std::uint32_t value) {
     std::size_t begin = map[value].begin() + 1;
-    for (std::uint32_t child = value + 1; child < map[value].next(); child = map[child].next()) {
+    for (std::uint32_t child = value + 1; child < map.next(value); child = map.next(child)) {
         begin = map[child].end();
     }
     return map.text(begin, map[value].end() - 1);

@@ -44,7 +44,7 @@ bool SourceMap::scan(std::size_t at) {
             if (open.empty()) {
                 return false;
             }
-            m_values[open.back().value].close(++at, size());
+            m_values.close(open.back().value, ++at);
             open.pop_back();
             continue;
         }
@@ -65,14 +65,15 @@ std::size_t SourceMap::scanValue(std::size_t at, std::vector<Open>& open) {
     }
     const char byte = m_text[at];
     if (byte == '{' || byte == '[') {
-        open.push_back({m_values.add(nullptr, at, at), byte == '{'});
+        open.push_back({size(), byte == '{'});
+        m_values.add(at, at).setElement(nullptr);
         return at + 1;
     }
     const std::size_t end = byte == '"' ? skipString(m_text, at) : skipWord(m_text, at);
     if (end == at || end == std::string_view::npos) {
         return std::string_view::npos;
     }
-    m_values.add(nullptr, at, end);
+    m_values.add(at, end).setElement(nullptr);
     return end;
 }
 
@@ -98,23 +99,23 @@ bool SourceMap::bindChildren(std::uint32_t container) {
 bool SourceMap::bindItems(std::uint32_t array) {
     std::uint32_t value = array + 1;
     for (const Element& item : m_values[array].element()->array()) {
-        if (value == m_values[array].next() || !bindTo(value, item)) {
+        if (value == m_values.next(array) || !bindTo(value, item)) {
             return false;
         }
-        value = m_values[value].next();
+        value = m_values.next(value);
     }
-    return value == m_values[array].next();
+    return value == m_values.next(array);
 }
 
 bool SourceMap::bindMembers(std::uint32_t object) {
     std::uint32_t value = object + 1;
     for (const auto& member : m_values[object].element()->object()) {
-        if (value == m_values[object].next() || !bindTo(value, member.second)) {
+        if (value == m_values.next(object) || !bindTo(value, member.second)) {
             return false;
         }
-        value = m_values[value].next();
+        value = m_values.next(value);
     }
-    return value == m_values[object].next();
+    return value == m_values.next(object);
 }
 
 /// The last value of a repeated key is the one that was kept.
@@ -143,7 +144,7 @@ ChildSpan SourceMap::firstChild(std::uint32_t container) const noexcept {
 }
 
 ChildSpan SourceMap::nextChild(std::uint32_t container, const ChildSpan& child) const noexcept {
-    return childAt(container, m_values[child.value].next(), m_values[child.value].end());
+    return childAt(container, m_values.next(child.value), m_values[child.value].end());
 }
 
 std::vector<ChildSpan> SourceMap::children(std::uint32_t container) const {
@@ -166,11 +167,11 @@ std::uint32_t SourceMap::find(const Element& element) const {
     std::uint32_t end = empty() ? 0 : 1;
     while (!way.empty() && value < end) {
         while (value < end && m_values[value].element() != way.back()) {
-            value = m_values[value].next();
+            value = m_values.next(value);
         }
         way.pop_back();
         if (value < end && !way.empty()) {
-            end = m_values[value].next();
+            end = m_values.next(value);
             ++value;
         }
     }
@@ -181,7 +182,7 @@ std::pair<std::uint32_t, ChildSpan> SourceMap::parentOf(std::uint32_t value) con
     std::uint32_t container = 0;
     ChildSpan child = firstChild(0);
     while (child.value != value) {
-        if (m_values[child.value].next() > value) {
+        if (m_values.next(child.value) > value) {
             container = child.value;
             child = firstChild(container);
         } else {

@@ -42,6 +42,7 @@ public:
     bool empty() const noexcept { return m_values.size() == 0; }
     std::uint32_t size() const noexcept { return m_values.size(); }
     const ValueSpan& operator[](std::uint32_t value) const noexcept { return m_values[value]; }
+    std::uint32_t next(std::uint32_t value) const noexcept { return m_values.next(value); }
     std::string_view text() const noexcept { return m_text; }
     std::string_view text(std::uint32_t value) const noexcept {
         return m_text.substr(m_values[value].begin(),
@@ -56,16 +57,14 @@ public:
         return isObject(value) || firstByte(value) == '[';
     }
     /// Whether it holds a value.
-    bool hasChildren(std::uint32_t value) const noexcept {
-        return m_values[value].next() > value + 1;
-    }
+    bool hasChildren(std::uint32_t value) const noexcept { return m_values[value].count() > 1; }
 
     /// The first child of a container, which must have one.
     ChildSpan firstChild(std::uint32_t container) const noexcept;
     /// The child that follows `child`, unless that is the last: see hasNext().
     ChildSpan nextChild(std::uint32_t container, const ChildSpan& child) const noexcept;
     bool hasNext(std::uint32_t container, const ChildSpan& child) const noexcept {
-        return m_values[child.value].next() < m_values[container].next();
+        return m_values.next(child.value) < m_values.next(container);
     }
     /// All children, in the order of the text.
     std::vector<ChildSpan> children(std::uint32_t container) const;

@@ -10,14 +10,15 @@
 namespace ko::Orvid {
 
 void SpanTable::grow() {
-    if (m_size > k_none - 1 - k_blockSize) {
+    const std::uint32_t size = this->size();
+    if (size > k_none - 1 - k_blockSize) {
         throw Exception("The text holds too many values to note their places");
     }
-    const std::uint32_t length = m_size == 0 ? k_firstSize : k_blockSize;
+    const std::uint32_t length = size == 0 ? k_firstSize : k_blockSize;
     Block block(new ValueSpan[length]);
     ValueSpan* const rows = block.get();
     std::uint32_t used = 0;
-    if (m_size == k_firstSize) {
+    if (size == k_firstSize) {
         used = k_firstSize;
         std::copy_n(m_blocks.front().get(), used, rows);
         m_blocks.front() = std::move(block);
@@ -26,12 +27,13 @@ void SpanTable::grow() {
     }
     m_row = rows + used;
     m_blockEnd = rows + length;
+    m_blockEndNumber = size - used + length;
 }
 
 void SpanTable::clear() noexcept {
     m_blocks.clear();
     m_row = m_blockEnd = nullptr;
-    m_size = 0;
+    m_blockEndNumber = 0;
 }
 
 }  // namespace ko::Orvid

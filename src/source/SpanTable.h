@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace ko::Orvid {
@@ -20,44 +21,46 @@ public:
     /// Sets nothing, so that a block of rows is touched only when they are added.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init,modernize-use-equals-default)
     ValueSpan() noexcept {}
-    ValueSpan(const Element* element, std::uint64_t begin, std::uint64_t end,
-              std::uint32_t next) noexcept
-        : m_element(element),
-          m_begin(static_cast<std::uint32_t>(begin)),
-          m_end(static_cast<std::uint32_t>(end)),
-          m_beginHigh(static_cast<std::uint16_t>(begin >> k_lowBits)),
-          m_endHigh(static_cast<std::uint16_t>(end >> k_lowBits)),
-          m_next(next) {}
+    ValueSpan(std::uint64_t begin, std::uint64_t end) noexcept
+        : m_beginAndEnd(begin | end << k_beginBits), m_endAndCount(joined(end, 1)) {}
 
     /// The offsets of its first byte and of the byte after its last.
-    std::size_t begin() const noexcept { return joined(m_beginHigh, m_begin); }
-    std::size_t end() const noexcept { return joined(m_endHigh, m_end); }
-    /// The number of the first value that neither is this one nor lies in it.
-    std::uint32_t next() const noexcept { return m_next; }
+    std::size_t begin() const noexcept {
+        return static_cast<std::size_t>(m_beginAndEnd & k_beginMask);
+    }
+    std::size_t end() const noexcept {
+        const auto high = static_cast<std::uint32_t>(m_endAndCount);
+        return static_cast<std::size_t>(m_beginAndEnd >> k_beginBits | std::uint64_t{high}
+                                                                           << k_endBits);
+    }
+    /// How many values it is, together with those that lie in it.
+    std::uint32_t count() const noexcept {
+        return static_cast<std::uint32_t>(m_endAndCount >> k_countShift);
+    }
     /// The element that was read from here; null for a value that a repeated key has replaced, and
     /// for all that lies in it.
     const Element* element() const noexcept { return m_element; }
 
     void setElement(const Element* element) noexcept { m_element = element; }
-    void close(std::uint64_t end, std::uint32_t next) noexcept {
-        m_end = static_cast<std::uint32_t>(end);
-        m_endHigh = static_cast<std::uint16_t>(end >> k_lowBits);
-        m_next = next;
+    void close(std::uint64_t end, std::uint32_t count) noexcept {
+        m_beginAndEnd = (m_beginAndEnd & k_beginMask) | end << k_beginBits;
+        m_endAndCount = joined(end, count);
     }
 
 private:
-    static constexpr unsigned int k_lowBits = 32;
+    static constexpr unsigned int k_beginBits = 48;
+    static constexpr std::uint64_t k_beginMask = (std::uint64_t{1} << k_beginBits) - 1;
+    static constexpr unsigned int k_endBits = 64 - k_beginBits;  ///< beside the begin
+    static constexpr unsigned int k_countShift = 32;
 
-    static std::size_t joined(std::uint16_t high, std::uint32_t low) noexcept {
-        return static_cast<std::size_t>(std::uint64_t{high} << k_lowBits | low);
+    static std::uint64_t joined(std::uint64_t end, std::uint32_t count) noexcept {
+        return end >> k_endBits | std::uint64_t{count} << k_countShift;
     }
 
+    // Three whole words, so that a value is noted by three stores.
     const Element* m_element;
-    std::uint32_t m_begin;
-    std::uint32_t m_end;
-    std::uint16_t m_beginHigh;
-    std::uint16_t m_endHigh;
-    std::uint32_t m_next;
+    std::uint64_t m_beginAndEnd;  ///< and the low bits of the end
+    std::uint64_t m_endAndCount;  ///< the other bits of the end
 };
 
 /// The values of a text in its order, each before those that lie in it.
@@ -66,7 +69,13 @@ public:
     /// The number of no value.
     static constexpr std::uint32_t k_none = 0xFFFFFFFFU;
 
-    std::uint32_t size() const noexcept { return m_size; }
+    std::uint32_t size() const noexcept {
+        return m_blockEndNumber - static_cast<std::uint32_t>(m_blockEnd - m_row);
+    }
+    /// The number of the first value that neither is that one nor lies in it.
+    std::uint32_t next(std::uint32_t value) const noexcept {
+        return value + (*this)[value].count();
+    }
     const ValueSpan& operator[](std::uint32_t value) const noexcept {
         return m_blocks[value / k_blockSize][value % k_blockSize];
     }
@@ -74,14 +83,18 @@ public:
         return m_blocks[value / k_blockSize][value % k_blockSize];
     }
 
-    /// Adds a value that stands at those offsets, and returns its number. Constant cost. Throws
+    /// Adds a value that stands at those offsets, whose element must be set, and whose number is
+    /// size() before. The reference lives until the next one is added. Constant cost. Throws
     /// Exception beyond 4,294,967,294 values.
-    std::uint32_t add(const Element* element, std::uint64_t begin, std::uint64_t end) {
+    ValueSpan& add(std::uint64_t begin, std::uint64_t end) {
         if (m_row == m_blockEnd) {
             grow();
         }
-        *m_row++ = {element, begin, end, m_size + 1};
-        return m_size++;
+        return *new (m_row++) ValueSpan(begin, end);
+    }
+    /// The value, a container, ends there, and those added after it lie in it.
+    void close(std::uint32_t value, std::uint64_t end) noexcept {
+        (*this)[value].close(end, size() - value);
     }
     void clear() noexcept;
 
@@ -97,7 +110,7 @@ private:
     std::vector<Block> m_blocks;
     ValueSpan* m_row = nullptr;  ///< the next one
     ValueSpan* m_blockEnd = nullptr;
-    std::uint32_t m_size = 0;
+    std::uint32_t m_blockEndNumber = 0;  ///< of the value that would stand there
 };
 
 }  // namespace ko::Orvid
