@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "edit/ChildSink.h"
 #include "output/Layout.h"
 #include "text/ByteRuns.h"
 #include "text/scanWhole.h"
@@ -24,24 +25,25 @@ using ko::Orvid::TokenSpan;
 using ko::Orvid::text::isWhitespace;
 using ko::Orvid::text::lookUp;
 
-constexpr std::string_view k_blanks = " \t";
+/// Spaces, which here are tabs as well.
+constexpr std::string_view k_spaces = " \t";
 
-/// The offset after the blanks that begin there.
-std::size_t blanksEnd(std::string_view text, std::size_t offset) {
-    return std::min(text.find_first_not_of(k_blanks, offset), text.length());
+/// The offset after the spaces that begin there.
+std::size_t spacesEnd(std::string_view text, std::size_t offset) {
+    return std::min(text.find_first_not_of(k_spaces, offset), text.length());
 }
 
-/// The offset of the blanks that end there. A bracket stands before all children.
-std::size_t blanksBegin(std::string_view text, std::size_t offset) {
-    return text.find_last_not_of(k_blanks, offset - 1) + 1;
+/// The offset of the spaces that end there. A bracket stands before all children.
+std::size_t spacesBegin(std::string_view text, std::size_t offset) {
+    return text.find_last_not_of(k_spaces, offset - 1) + 1;
 }
 
-/// A child in its text, and the blanks around it.
+/// A child in its text, and the spaces around it.
 struct Neighborhood {
     std::size_t begin;  ///< with its key
     std::size_t end;
-    std::string_view lead;  ///< the blanks before it
-    std::string_view tail;  ///< the blanks after it, and after the comma where there is one
+    std::string_view lead;  ///< the spaces before it
+    std::string_view tail;  ///< the spaces after it, and after the comma where there is one
     bool hasBefore;         ///< whether another child stands there
     bool hasAfter;
 };
@@ -50,11 +52,11 @@ bool isEscaped(std::string_view text, std::size_t offset) {
     return (offset - 1 - text.find_last_not_of('\\', offset - 1)) % 2 != 0;
 }
 
-/// The offset of the key of the member whose value begins there. Nothing where more than blanks
+/// The offset of the key of the member whose value begins there. Nothing where more than spaces
 /// stand beside the colon.
 std::optional<std::size_t> keyBegin(std::string_view text, std::size_t value) {
-    const std::size_t colon = blanksBegin(text, value) - 1;
-    const std::size_t quote = blanksBegin(text, colon) - 1;
+    const std::size_t colon = spacesBegin(text, value) - 1;
+    const std::size_t quote = spacesBegin(text, colon) - 1;
     if (text[colon] != ':' || text[quote] != '"') {
         return std::nullopt;
     }
@@ -65,21 +67,21 @@ std::optional<std::size_t> keyBegin(std::string_view text, std::size_t value) {
     return begin;
 }
 
-/// Nothing where more than blanks stand around the child, or blanks before a comma.
+/// Nothing where more than spaces stand around the child, or spaces before a comma.
 std::optional<Neighborhood> around(std::string_view text, std::size_t begin, std::size_t end) {
-    const std::size_t lead = blanksBegin(text, begin);
-    const std::size_t after = blanksEnd(text, end);
+    const std::size_t lead = spacesBegin(text, begin);
+    const std::size_t after = spacesEnd(text, end);
     const char before = text[lead - 1];
     const char next = text[after];
     Neighborhood child{begin, end, text.substr(lead, begin - lead), {}, before == ',', next == ','};
     const std::size_t tail = child.hasAfter ? after + 1 : end;
-    child.tail = text.substr(tail, blanksEnd(text, tail) - tail);
+    child.tail = text.substr(tail, spacesEnd(text, tail) - tail);
     const bool isFirst = before == '{' || before == '[';
     const bool isLast = next == '}' || next == ']';
     const bool isSpaced =
         (child.hasAfter && after != end) || (child.hasBefore && isWhitespace(text[lead - 2]));
     const bool isPlain = (child.hasBefore || isFirst) && (child.hasAfter || isLast) && !isSpaced;
-    const char beyond = text[blanksEnd(text, tail)];
+    const char beyond = text[spacesEnd(text, tail)];
     return isPlain && beyond != '\r' && beyond != '\n' ? std::optional<Neighborhood>(child)
                                                        : std::nullopt;
 }
@@ -117,68 +119,39 @@ std::string jsonOf(const Element& value) {
 }
 
 /// Goes through a container, which is the whole text, and finds how its children are laid out.
-class ChildrenLayout : public ko::Orvid::KeySink {
+class ChildrenLayout : public ChildSink<ChildrenLayout> {
 public:
     /// `key` is looked for; null in an array.
     ChildrenLayout(std::string_view text, const std::string* key) : m_text(text), m_key(key) {}
 
-    std::size_t count() const { return m_count; }
     bool hasKey() const { return m_hasKey; }
     std::size_t lastEnd() const { return m_end; }
-    /// The comma and the blanks between two children, where all are separated by the same.
+    /// The comma and the spaces between two children, where all are separated by the same.
     std::optional<std::string_view> gap() const {
-        return m_isUniform && m_count > 1 ? std::optional<std::string_view>(m_gap) : std::nullopt;
+        return m_isUniform && count() > 1 ? std::optional<std::string_view>(m_gap) : std::nullopt;
     }
     /// What stands between key and value.
     std::string_view colon() const { return m_colon; }
 
-    void null(TokenSpan span) { scalar(span); }
-    void boolean(bool /*value*/, TokenSpan span) { scalar(span); }
-    void number(std::string_view /*text*/, TokenSpan span) { scalar(span); }
-    void string(std::string_view /*text*/, TokenSpan span) { scalar(span); }
     bool key(std::string_view text, TokenSpan span) {
-        if (m_depth == 1) {
+        if (isAmongChildren()) {
             m_hasKey = m_hasKey || (m_key != nullptr && text == *m_key);
             m_keySpan = span;
         }
         return true;
     }
-    void openObject(TokenSpan span) { open(span); }
-    void closeObject(TokenSpan span) { close(span); }
-    void openArray(TokenSpan span) { open(span); }
-    void closeArray(TokenSpan span) { close(span); }
+    void beginChild(TokenSpan span) {
+        if (m_key != nullptr) {
+            note(m_colon, between(m_keySpan.end, span.begin), count() > 0);
+        }
+        if (count() > 0) {
+            note(m_gap, between(m_end, m_key != nullptr ? m_keySpan.begin : span.begin),
+                 count() > 1);
+        }
+    }
+    void endChild(TokenSpan span) { m_end = static_cast<std::size_t>(span.end); }
 
 private:
-    void scalar(TokenSpan span) {
-        begin(span);
-        end(span);
-    }
-    void open(TokenSpan span) {
-        begin(span);
-        ++m_depth;
-    }
-    void close(TokenSpan span) {
-        --m_depth;
-        end(span);
-    }
-    void begin(TokenSpan span) {
-        if (m_depth != 1) {
-            return;
-        }
-        if (m_key != nullptr) {
-            note(m_colon, between(m_keySpan.end, span.begin), m_count > 0);
-        }
-        if (m_count > 0) {
-            note(m_gap, between(m_end, m_key != nullptr ? m_keySpan.begin : span.begin),
-                 m_count > 1);
-        }
-        ++m_count;
-    }
-    void end(TokenSpan span) {
-        if (m_depth == 1) {
-            m_end = static_cast<std::size_t>(span.end);
-        }
-    }
     void note(std::string_view& known, std::string_view seen, bool isKnown) {
         m_isUniform = m_isUniform && (!isKnown || known == seen);
         known = seen;
@@ -190,8 +163,6 @@ private:
 
     std::string_view m_text;
     const std::string* m_key;
-    std::size_t m_depth = 0;
-    std::size_t m_count = 0;
     bool m_hasKey = false;
     bool m_isUniform = true;
     TokenSpan m_keySpan{};

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "edit/ChildSink.h"
 #include "output/Failure.h"
 #include "text/scanWhole.h"
 #include "text/TextLookup.h"
@@ -20,37 +21,12 @@ namespace {
 
 using ko::Orvid::JsonPointer;
 using ko::Orvid::ReadOptions;
-using ko::Orvid::TokenSpan;
 
 /// How many times the text is looked through for one path; each costs a pass. A tree, which the
 /// caller falls back on, is cheaper than more.
 constexpr std::ptrdiff_t k_mostLookups = 8;
 
-/// Counts the values that stand right within the outermost brackets.
-class ItemCounter : public ko::Orvid::KeySink {
-public:
-    void null(TokenSpan /*span*/) { count(); }
-    void boolean(bool /*value*/, TokenSpan /*span*/) { count(); }
-    void number(std::string_view /*text*/, TokenSpan /*span*/) { count(); }
-    void string(std::string_view /*text*/, TokenSpan /*span*/) { count(); }
-    bool key(std::string_view /*text*/, TokenSpan /*span*/) { return true; }
-    void openObject(TokenSpan /*span*/) { open(); }
-    void closeObject(TokenSpan /*span*/) { --m_depth; }
-    void openArray(TokenSpan /*span*/) { open(); }
-    void closeArray(TokenSpan /*span*/) { --m_depth; }
-
-    std::size_t items() const noexcept { return m_items; }
-
-private:
-    void count() noexcept { m_items += m_depth == 1 ? 1 : 0; }
-    void open() noexcept {
-        count();
-        ++m_depth;
-    }
-
-    std::size_t m_depth = 0;
-    std::size_t m_items = 0;
-};
+struct ItemCounter : ChildSink<ItemCounter> {};
 
 class Resolver {
 public:
@@ -84,7 +60,7 @@ public:
             !ko::Orvid::text::scanWhole(*array, m_options, counter)) {
             return std::nullopt;
         }
-        return counter.items();
+        return counter.count();
     }
 
 private:
