@@ -141,7 +141,10 @@ private:
     Positions alignItems(const Numbers& before, const Numbers& now, const Positions& pairs) const;
     Positions pairedInOrder(const Numbers& before, const Numbers& now) const;
     void matchChanged(const Numbers& lost, const Numbers& added);
-    void matchReplaced(Numbers lost, Numbers added);
+    void matchReplaced(const Numbers& lost, const Numbers& added);
+    void matchUnlike(Numbers lost, Numbers added);
+    static bool areFew(const Numbers& lost, const Numbers& added);
+    Positions alikeInOrder(const Numbers& lost, const Numbers& added) const;
     Positions changedInPlace(const Numbers& lost, const Numbers& added) const;
     template<class Matches>
     void pairInOrder(Numbers& lost, Numbers& added, const Matches& matches);

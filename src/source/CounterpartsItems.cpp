@@ -152,18 +152,44 @@ void Counterparts::matchChanged(const Numbers& lost, const Numbers& added) {
 }
 
 /// Items between the same two neighbours that have neither their former value nor their address.
-void Counterparts::matchReplaced(Numbers lost, Numbers added) {
+/// Those that are alike are neighbours of the rest.
+void Counterparts::matchReplaced(const Numbers& lost, const Numbers& added) {
+    const Positions pairs = alikeInOrder(lost, added);
+    for (const auto& [i, j] : pairs) {
+        pair(lost[i], added[j]);
+    }
+    forEachInterval(pairs, lost.size(), added.size(), [&](const ItemRange& range) {
+        matchUnlike(part(lost, range.from, range.fromEnd), part(added, range.to, range.toEnd));
+    });
+}
+
+bool Counterparts::areFew(const Numbers& lost, const Numbers& added) {
+    return lost.size() <= k_mostCompared / std::max<std::size_t>(added.size(), 1);
+}
+
+/// Pairs that do not cross, none where there is too much to compare.
+Counterparts::Positions Counterparts::alikeInOrder(const Numbers& lost,
+                                                   const Numbers& added) const {
+    Positions pairs;
+    auto from = added.begin();
+    for (std::size_t i = 0; i < lost.size() && areFew(lost, added); ++i) {
+        const auto found = std::find_if(
+            from, added.end(), [&](std::uint32_t element) { return areAlike(lost[i], element); });
+        if (found != added.end()) {
+            pairs.emplace_back(i, static_cast<std::size_t>(found - added.begin()));
+            from = found + 1;
+        }
+    }
+    return pairs;
+}
+
+void Counterparts::matchUnlike(Numbers lost, Numbers added) {
     if (lost.size() == added.size()) {
         pairInOrder(lost, added, [](std::uint32_t, std::uint32_t) { return true; });
-    } else if (lost.size() <= k_mostCompared / std::max<std::size_t>(added.size(), 1)) {
+    } else if (lost.size() < added.size() && areFew(lost, added)) {
         pairInOrder(lost, added, [&](std::uint32_t value, std::uint32_t element) {
-            return areAlike(value, element);
+            return isSameKind(value, element);
         });
-        if (lost.size() <= added.size()) {
-            pairInOrder(lost, added, [&](std::uint32_t value, std::uint32_t element) {
-                return isSameKind(value, element);
-            });
-        }
     }
 }
 

@@ -351,6 +351,17 @@ TEST(DomSourceMoved, gives_comments_of_a_removed_item_to_none_that_is_added_past
               expected);
 }
 
+TEST(DomSourceMoved, gives_comments_of_a_removed_item_to_none_that_was_there_and_changed) {
+    const auto becoming = [](const char* text) {
+        return [text](Element& root) { root = ko::Orvid::parse(text); };
+    };
+    EXPECT_EQ(edited("[\n  1, // one\n  {\"k\": 1, \"l\": 2} // object\n]",
+                     becoming(R"([{"k": 1, "l": 3}, 4])")),
+              "[\n  {\"k\": 1, \"l\": 3}, // object\n  4\n]");
+    EXPECT_EQ(edited("[[7] /* a */, [8, 9] /* b */, 5 /* c */]", becoming("[[8], 6, [1]]")),
+              "[[8] /* b */, 6 /* c */, [1]]");
+}
+
 TEST(DomSourceMoved, gives_comments_of_a_removed_object_to_none_that_is_added_past_a_changed_one) {
     const char* const objects =
         "[\n  {\"n\": 1}, // one\n  {\"n\": 2}, // two\n  {\"n\": 3} // three\n]";
