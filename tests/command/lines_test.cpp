@@ -77,6 +77,18 @@ TEST(lines, that_are_edited_keep_what_is_not_changed) {
               "orvid: (standard input):1:15: at (root): Comments are not allowed\n");
 }
 
+TEST(lines, that_get_a_suspicious_new_key_are_edited_without_a_note) {
+    const std::string record = R"({"a.b":1,"server":{}})";
+    for (const char* const path : {"rate ", " rate", "server.rate:", "a.b"}) {
+        EXPECT_NE(orvid({"set", path, "2"}, record).err, "") << "a note for a document: " << path;
+        EXPECT_EQ(orvid({"set", "--lines", path, "2"}, record + "\n").err, "") << path;
+    }
+    EXPECT_NE(orvid({"insert", "rate =2"}, record).err, "") << "a note for a document";
+    EXPECT_EQ(orvid({"insert", "--lines", "rate =2"}, record + "\n").err, "");
+    EXPECT_EQ(orvid({"set", "--lines", "rate ", "2"}, record + "\n" + record + "\n"),
+              printed(repeated("{\"a.b\":1,\"server\":{},\"rate \":2}\n", 2)));
+}
+
 TEST(lines, that_were_empty_keep_the_whitespace_around_them) {
     EXPECT_EQ(orvid({"set", "--lines", "a=1"}, "{}\r\n {} \r\n{ /* c */ }\r\n"),
               printed("{\"a\":1}\r\n {\"a\":1} \r\n{ /* c */\"a\": 1}\r\n"));

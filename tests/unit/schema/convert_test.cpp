@@ -48,6 +48,18 @@ void fromElement(const ko::Orvid::Element& element, Age& age) {
 }
 void toElement(ko::Orvid::Element& element, const Age& age) { element.set(age.years * 365); }
 
+/// A class whose member has another name than the field.
+struct Editor {
+    int m_tabSize = 0;
+};
+
+void fromElement(const ko::Orvid::Element& element, Editor& editor) {
+    editor.m_tabSize = element.tryGetUsingDefault("tab-size", 4).to<int>();
+}
+void toElement(ko::Orvid::Element& element, const Editor& editor) {
+    element = ko::Orvid::makeObject({{"tab-size", editor.m_tabSize}});
+}
+
 /// A class that is a sequence as well: its functions come first.
 struct Tags : std::vector<std::string> {};
 
@@ -394,6 +406,25 @@ TEST(convert, happens_where_a_container_takes_an_element) {
               R"([[1],"low",1,null])");
     EXPECT_EQ(serialize(ko::Orvid::makeObject({{"a", numbers}, {"b", Age{1}}})),
               R"({"a":[1],"b":365})");
+}
+
+TEST(convert, fields_of_other_names_take_the_defaults_of_the_schema) {
+    const Element root = parse(R"({"meta":{"schema":{"properties":{"editors":{"items":{
+        "properties":{"tab-size":{"default":8}}}}}}},"editors":[{"tab-size":2},{}]})");
+    const auto editors = root.get("editors").to<std::vector<converted::Editor>>();
+    EXPECT_EQ(editors.at(0).m_tabSize, 2);
+    EXPECT_EQ(editors.at(1).m_tabSize, 8);
+    EXPECT_EQ(parse("{}").to<converted::Editor>().m_tabSize, 4) << "there is no schema";
+    EXPECT_EQ(serialize(Element::from(editors)), R"([{"tab-size":2},{"tab-size":8}])");
+}
+
+TEST(convert, toOr_takes_its_fallback_and_no_default_of_the_schema) {
+    const Element root =
+        parse(R"({"meta":{"schema":{"properties":{"a":{"default":1},"b":{"default":2}}}},"a":3})");
+    EXPECT_EQ(root.toOr("b", 7), 7);
+    EXPECT_EQ(serialize(root.getOr("b", 7)), "7");
+    EXPECT_EQ(root.toOr("a", 7), 3);
+    EXPECT_EQ(root.getUsingDefault("b").to<int>(), 2);
 }
 
 TEST(convert, toOr_takes_every_type_that_converts) {
