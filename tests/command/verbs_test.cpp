@@ -217,9 +217,32 @@ TEST(defaults, of_what_has_no_schema_are_none_and_a_note_says_so) {
     const ScratchFile schema(R"({"properties":{"b":{"default":1}}})");
     const std::vector<std::string> given{"defaults", "--schema", schema.name()};
     EXPECT_EQ(orvid(given, R"({"b":2})"), printed(""));
-    EXPECT_EQ(orvid(given, "[{}]"),
-              (CommandResult{"", input + "the root is an array, and only an object has defaults\n",
-                             0, 0}));
+    EXPECT_EQ(orvid(given, "[{}]"), printed(""));
+    EXPECT_EQ(orvid({"defaults"}, "[{}]"), (CommandResult{"", lack, 0, 0}));
+    EXPECT_EQ(orvid(given, "5"),
+              (CommandResult{
+                  "", input + "the root is a number, and only objects and arrays have defaults\n",
+                  0, 0}));
+}
+
+TEST(defaults, of_a_root_that_is_an_array_are_those_of_its_items) {
+    const ScratchFile schema(
+        R"({"items":{"properties":{"a":{"default":5},"in":{"properties":{"c":{"default":[]}}}}}})");
+    const std::string document = "[{\"a\": 1}, // first\n {\"b\": 2}, 3]\n";
+    const std::vector<std::string> listing{"defaults", "--schema", schema.name()};
+    EXPECT_EQ(orvid(listing, document),
+              printed("[0].in\t{\"c\":[]}\n[1].a\t5\n[1].in\t{\"c\":[]}\n"));
+    EXPECT_EQ(orvid({"get", "--default", "--schema", schema.name(), "[1].a"}, document),
+              printed("5\n"));
+    EXPECT_EQ(orvid({"defaults", "--fill", "--schema", schema.name()}, document),
+              printed("[{\"a\": 1, \"in\": {\"c\": []}}, // first\n {\"b\": 2, \"a\": 5, \"in\": "
+                      "{\"c\": []}}, 3]\n"));
+    EXPECT_EQ(orvid({"defaults", "--fill", "--lines", "--schema", schema.name()}, "[{\"in\":1}]\n"),
+              printed("[{\"in\":1,\"a\":5}]\n"));
+    EXPECT_EQ(
+        orvid({"defaults", "--max-elements", "1", "--schema", schema.name()}, document).err,
+        "orvid: (standard input):2:2: at [1]: the schema's defaults add more than 1 elements; "
+        "--max-elements sets another limit\n");
 }
 
 TEST(defaults, of_records_are_noted_as_missing_where_no_record_has_a_schema) {

@@ -4,6 +4,9 @@
 
 #include "verbs/Schema.h"
 
+#include <string>
+#include <utility>
+
 #include "input/Document.h"
 #include "input/Input.h"
 
@@ -15,6 +18,7 @@ using ko::Orvid::Element;
 using ko::Orvid::Path;
 
 constexpr const char* k_schemaPath = "meta.schema";
+const std::string k_array = "array";  ///< the key of an array in its holder
 
 }  // namespace
 
@@ -39,20 +43,38 @@ bool Schema::isNeededBy(const Element& root) const {
 const Element& Schema::of(const Element& root) const { return isNeededBy(root) ? m_root : root; }
 
 bool Schema::isFor(const Element& root) const {
-    return root.isObject() && (!m_root.isNull() || root.pathExists(k_schemaPath));
+    return (!m_root.isNull() && (root.isObject() || root.isArray())) ||
+           root.pathExists(k_schemaPath);
 }
 
-Schema::Loan::Loan(const Schema& schema, Element& root) {
-    if (schema.isNeededBy(root) && root.isObject()) {
+Schema::Loan::Loan(const Schema& schema, Element& root) : m_root(root) {
+    if (!schema.isNeededBy(root)) {
+        return;
+    }
+    const Element& lent = schema.m_root.get(k_schemaPath);
+    if (root.isObject()) {
         m_hadMeta = root.pathExists(Path::k_meta);
-        root.create(k_schemaPath, schema.m_root.get(k_schemaPath));
-        m_root = &root;
+        root.create(k_schemaPath, lent);
+        m_isLent = true;
+    } else if (root.isArray()) {
+        m_holder = ko::Orvid::makeObject({{k_array, nullptr}});
+        m_holder.create(Path::toSchemaPath(k_array), lent);
+        m_array = m_holder.member(k_array);
+        *m_array = std::move(root);
+    }
+}
+
+void Schema::Loan::correct(Location& location) const {
+    if (m_array != nullptr && location.path) {
+        location.path->erase(0, k_array.length() + (location.isPointer ? 1 : 0));
     }
 }
 
 Schema::Loan::~Loan() {
-    if (m_root != nullptr) {
-        Element& holder = m_hadMeta ? m_root->get(Path::k_meta) : *m_root;
+    if (m_array != nullptr) {
+        m_root = std::move(*m_array);
+    } else if (m_isLent) {
+        Element& holder = m_hadMeta ? m_root.get(Path::k_meta) : m_root;
         holder.object().erase(m_hadMeta ? Path::k_schema : Path::k_meta);
     }
 }

@@ -7,6 +7,7 @@
 #include <ko/Orvid.h>
 
 #include "call/Call.h"
+#include "output/Failure.h"
 
 namespace orvid_tool {
 
@@ -21,10 +22,12 @@ public:
     /// or none was loaded, or else one that holds the loaded schema alone.
     const ko::Orvid::Element& of(const ko::Orvid::Element& root) const;
 
-    /// Whether Loan's root has a schema then: its own, or where it is an object the loaded one.
+    /// Whether Loan's root has a schema then: its own, or where it is an object or array the loaded
+    /// one.
     bool isFor(const ko::Orvid::Element& root) const;
 
     /// Gives a root without a schema of its own the loaded one, in meta.schema, while this lives.
+    /// An array, which has no place for it, becomes a member of an object that has.
     class Loan {
     public:
         Loan(const Schema& schema, ko::Orvid::Element& root);
@@ -32,9 +35,17 @@ public:
         Loan& operator=(const Loan&) = delete;
         ~Loan();
 
+        /// What was the root, wherever it is now.
+        ko::Orvid::Element& described() { return m_array == nullptr ? m_root : *m_array; }
+        /// Makes the path of an error in it start at the root.
+        void correct(Location& location) const;
+
     private:
-        ko::Orvid::Element* m_root = nullptr;  ///< null when nothing was lent
+        ko::Orvid::Element& m_root;
+        bool m_isLent = false;
         bool m_hadMeta = false;
+        ko::Orvid::Element m_holder;            ///< of an array
+        ko::Orvid::Element* m_array = nullptr;  ///< in the holder; null where the root is no array
     };
 
 private:

@@ -64,9 +64,10 @@ std::vector<const Element*> added(const Element& filled, const Element& before) 
 }
 
 std::string whyNone(const Element& root) {
-    return root.isObject() ? "there is no meta.schema, so no defaults; --schema FILE names a schema"
-                           : std::string("the root is ") + typePhrase(root) +
-                                 ", and only an object has defaults";
+    return root.isObject() || root.isArray()
+               ? "there is no meta.schema, so no defaults; --schema FILE names a schema"
+               : std::string("the root is ") + typePhrase(root) +
+                     ", and only objects and arrays have defaults";
 }
 
 class Defaults : public DocumentVerb {
@@ -114,8 +115,8 @@ private:
             before = document.root;
         }
         {
-            const Schema::Loan loan(m_schema, document.root);
-            fill(document);
+            Schema::Loan loan(m_schema, document.root);
+            fill(loan, document.location);
         }
         if (m_isFilling) {
             appendEdited(call, document, out);
@@ -126,12 +127,12 @@ private:
         }
     }
 
-    void fill(Document& document) const {
+    void fill(Schema::Loan& loan, Location location) const {
         try {
-            ko::Orvid::fillDefaults(document.root, m_options);
+            ko::Orvid::fillDefaults(loan.described(), m_options);
         } catch (const ko::Orvid::LimitExceeded& error) {
-            Location location = document.location;
             location.setElement(error);
+            loan.correct(location);
             throw Failure(ExitStatus::failed, location,
                           "the schema's defaults add more than " + std::to_string(error.limit()) +
                               " elements; --max-elements sets another limit");
