@@ -154,17 +154,19 @@ TEST(uncsv, reads_a_table_wherever_its_pieces_end) {
 }
 
 TEST(uncsv, names_the_line_in_error) {
+    EXPECT_EQ(orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),
+              (CommandResult{
+                  "{\"a\":\"x\\ny\",\"b\":1}\n",
+                  "orvid: (standard input):4:1: the row has 1 field, the header 2\n1\n^\n", 1, 0}));
+    EXPECT_EQ(orvid({"uncsv"}, "a\n\"x"),
+              failed(1, "(standard input):2:1: a quote is not closed\n\"x\n^"));
     EXPECT_EQ(
-        orvid({"uncsv"}, "a,b\n\"x\ny\",1\n1\n"),
-        (CommandResult{"{\"a\":\"x\\ny\",\"b\":1}\n",
-                       "orvid: (standard input):4: the row has 1 field, the header 2\n", 1, 0}));
-    EXPECT_EQ(orvid({"uncsv"}, "a\n\"x"), failed(1, "(standard input):2: a quote is not closed"));
-    EXPECT_EQ(orvid({"uncsv"}, "a\n\"x\"y\n"),
-              failed(1, "(standard input):2: text follows the quote that ends a field"));
+        orvid({"uncsv"}, "a\n\"x\"y\n"),
+        failed(1, "(standard input):2:4: text follows the quote that ends a field\n\"x\"y\n   ^"));
     EXPECT_EQ(orvid({"uncsv"}, "a,a\n1,2\n"),
-              failed(1, "(standard input):1: two columns are called \"a\""));
+              failed(1, "(standard input):1:1: two columns are called \"a\"\na,a\n^"));
     EXPECT_EQ(orvid({"uncsv"}, "a\nx\n\xFF\n").err,
-              "orvid: (standard input):3: the row is no UTF-8\n");
+              "orvid: (standard input):3:1: Invalid UTF-8\n?\n^\n");
 }
 
 TEST(uncsv, skips_blank_rows_unless_they_may_be_a_field) {
@@ -173,7 +175,7 @@ TEST(uncsv, skips_blank_rows_unless_they_may_be_a_field) {
     EXPECT_EQ(orvid({"uncsv"}, "a\n1\n\n3\n"), printed("{\"a\":1}\n{\"a\":\"\"}\n{\"a\":3}\n"));
     EXPECT_EQ(orvid({"uncsv", "--no-header"}, "1,2\n\n3\n"), printed("[1,2]\n[\"\"]\n[3]\n"));
     EXPECT_EQ(orvid({"uncsv"}, "a,b\n1,2,3\n"),
-              failed(1, "(standard input):2: the row has 3 fields, the header 2"));
+              failed(1, "(standard input):2:1: the row has 3 fields, the header 2\n1,2,3\n^"));
 }
 
 TEST(uncsv, is_the_way_back) {
@@ -193,7 +195,7 @@ TEST(uncsv, reads_rows_longer_than_a_piece) {
     EXPECT_TRUE(orvid({"uncsv"}, "a,b\n" + rows) ==
                 printed(repeated("{\"a\":1,\"b\":\"\"}\n", 100000)));
     EXPECT_EQ(orvid({"uncsv"}, "a,b\n" + rows + "1\n").err,
-              "orvid: (standard input):100002: the row has 1 field, the header 2\n");
+              "orvid: (standard input):100002:1: the row has 1 field, the header 2\n1\n^\n");
 }
 
 }  // namespace

@@ -115,7 +115,7 @@ TEST(move_verb, overwrites_nothing_and_leaves_the_file_alone_then) {
     EXPECT_EQ(orvid({"move", "-i", "port", "servers[5]", file.name()}).status, 1);
     EXPECT_EQ(orvid({"move", "-i", "nope", "x", file.name()}).status, 1);
     EXPECT_EQ(orvid({"move", "-i", "", "x", file.name()}),
-              failed(1, file.name() + ": the root cannot be moved"));
+              failed(1, file.name() + ":1:1: at (root): the root cannot be moved"));
     EXPECT_EQ(bytesOfFile(file.name()), k_settings);
 }
 

@@ -102,9 +102,10 @@ TEST(places, are_named_as_they_were_typed) {
     EXPECT_EQ(orvid({"set", "b=2", "/a/0/c=1"}, R"({"a":1})").status, 3);
     EXPECT_EQ(orvid({"set", "/a/0", "1"}, R"({"a":1})"),
               failed(1, "(standard input):1:6: at a: path \"/a/0\" not found: \"a\" is a number"));
-    EXPECT_EQ(
-        orvid({"insert", "/a/b", "1"}, "{}"),
-        failed(1, "(standard input):1:1: at (root): path \"/a/b\" not found, there is no \"a\""));
+    EXPECT_EQ(orvid({"insert", "/a/b", "1"}, "{}"),
+              failed(1,
+                     "(standard input):1:1: at (root): path \"/a/b\" not found, there is no \"a\"; "
+                     "set makes what is missing"));
     EXPECT_EQ(
         orvid({"set", "a[-1].b.c", "1"}, R"({"a":[{"b":2}]})"),
         failed(1,

@@ -181,7 +181,7 @@ TEST(remove_query, removes_all_that_is_selected) {
     EXPECT_EQ(orvid({"remove", "--lines", "--query", "$[?@ < 0]"}, "[1,-1]\n[2]\n"),
               printed("[1]\n[2]\n"));
     EXPECT_EQ(orvid({"remove", "--query", "$"}, "1"),
-              failed(1, "(standard input): The whole document cannot be removed"));
+              failed(1, "(standard input):1:1: at (root): The whole document cannot be removed"));
     EXPECT_EQ(orvid({"remove", "--query", "$.a", "--also", "b"}, "{}"),
               failed(2, "--also goes with PATH only; see orvid remove --help"));
     EXPECT_EQ(orvid({"remove"}, "{}"), failed(2, "PATH is required; see orvid remove --help"));

@@ -65,7 +65,7 @@ TEST(remove, names_the_missing_step) {
 
 TEST(remove, refuses_the_root) {
     EXPECT_EQ(orvid({"remove", ""}, k_document),
-              failed(1, "(standard input): the root cannot be removed"));
+              failed(1, "(standard input):1:1: at (root): the root cannot be removed"));
 }
 
 TEST(remove, refuses_a_malformed_path_and_a_star_as_usage_errors) {

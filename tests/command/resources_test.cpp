@@ -139,13 +139,39 @@ TEST_F(Resources, thousands_of_edits_are_made_in_one_pass) {
     EXPECT_LT(result.out.size(), std::size_t{15} * edits);
 }
 
+TEST_F(Resources, thousands_of_edits_of_a_record_are_made_in_one_pass) {
+    constexpr int edits = 5000;
+    std::string document = "{\"k\":0";
+    std::string removed;
+    std::string inserted;
+    for (int i = 0; i < edits; ++i) {
+        const std::string key = "k" + std::to_string(i);
+        document += ",\"" + key + "\":\"" + std::string(300, 'x') + "\"";
+        removed += "--also\n" + key + "\n";
+        inserted += "n" + key + "=1\n";
+    }
+    const ScratchFile file(document + "}\n");
+    const ScratchFile removals(removed);
+    const ScratchFile insertions(inserted);
+    const std::string limit = "ulimit -t 4; \"$0\" ";
+    EXPECT_EQ(
+        shell(limit + "remove --lines k $(cat \"$2\") \"$1\"", {file.name(), removals.name()}),
+        orvid_test::printed("{}\n"));
+    const CommandResult result =
+        shell(limit + "insert --lines $(cat \"$2\") \"$1\"", {file.name(), insertions.name()});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_GT(result.out.size(), document.size());
+}
+
 TEST(unpaths, gaps_are_bounded_in_all) {
     std::string lines;
     for (int i = 0; i < 9; ++i) {
         lines += "a" + std::to_string(i) + "[200000]\t1\n";
     }
     EXPECT_EQ(orvid({"unpaths"}, lines),
-              failed(1, "(standard input):6: [200000] is too far after the item before it"));
+              failed(1,
+                     "(standard input):6:1: [200000] is too far after the item before it\n"
+                     "a5[200000] 1\n^"));
     EXPECT_EQ(orvid({"unpaths", "--max-gap", "1", "--compact"}, "a[1]\t1\n").out,
               "{\"a\":[null,1]}\n");
     EXPECT_EQ(orvid({"unpaths", "--max-gap", "1"}, "a[1]\t1\nb[1]\t1\n").status, 1);

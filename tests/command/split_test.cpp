@@ -39,7 +39,7 @@ TEST(split, refuses_what_has_no_items) {
     EXPECT_EQ(
         orvid({"split"}, "{}"),
         failed(1,
-               "(standard input): at (root): an object has no items to split; --in PATH names "
+               "(standard input):1:1: at (root): an object has no items to split; --in PATH names "
                "an array within"));
     EXPECT_EQ(orvid({"split", "--in", "a", "--values"}, "{}"),
               failed(2, "--in and --values exclude each other; see orvid split --help"));
@@ -97,12 +97,15 @@ TEST(split, names_the_place_of_an_error_in_an_item) {
 TEST(split, reports_a_way_that_leads_nowhere_or_twice) {
     EXPECT_EQ(orvid({"split", "--in", "servrs"}, R"({"servers":[1]})"),
               failed(1,
-                     "(standard input): at (root): path \"servrs\" not found, there is no "
+                     "(standard input):1:1: at (root): path \"servrs\" not found, there is no "
                      "\"servrs\" (did you mean \"servers\"?)"));
     EXPECT_EQ(orvid({"split", "--in", "a.b.c"}, R"({"a":{"b":1}})"),
-              failed(1, "(standard input): at a.b: path \"a.b.c\" not found: \"a.b\" is a number"));
-    EXPECT_EQ(orvid({"split", "--in", "a[2]"}, R"({"a":[[],[]]})"),
-              failed(1, "(standard input): at a: path \"a[2]\" not found, there is no \"[2]\""));
+              failed(1,
+                     "(standard input):1:11: at a.b: path \"a.b.c\" not found: \"a.b\" is a "
+                     "number"));
+    EXPECT_EQ(
+        orvid({"split", "--in", "a[2]"}, R"({"a":[[],[]]})"),
+        failed(1, "(standard input):1:6: at a: path \"a[2]\" not found, there is no \"[2]\""));
     EXPECT_EQ(orvid({"split", "--in", "a"}, R"({"a":[1],"a":[2]})"),
               (CommandResult{"1\n",
                              "orvid: (standard input): at a: a key on the way is there twice, so "

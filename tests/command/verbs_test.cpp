@@ -61,9 +61,10 @@ TEST(insert, adds_members_but_overwrites_none) {
               printed("{\"a\":{\"x.y\":1},\"b\":0}\n"));
     EXPECT_EQ(orvid({"insert", "b", "1"}, R"({"a":{},"b":0})"),
               failed(1, "(standard input):1:1: at (root): there is \"b\" already"));
-    EXPECT_EQ(
-        orvid({"insert", "c.d", "1"}, "{}"),
-        failed(1, "(standard input):1:1: at (root): path \"c\" not found, there is no \"c\""));
+    EXPECT_EQ(orvid({"insert", "c.d", "1"}, "{}"),
+              failed(1,
+                     "(standard input):1:1: at (root): path \"c.d\" not found, there is no \"c\"; "
+                     "set makes what is missing, and as one key with a dot it is written 'c\\.d'"));
     EXPECT_EQ(orvid({"insert", "a.b", "1"}, R"({"a":[]})"),
               failed(1, "(standard input):1:6: at a: path \"a.b\" not found: \"a\" is an array"));
     EXPECT_EQ(orvid({"insert", "", "1"}, "{}"),
@@ -165,28 +166,40 @@ TEST(unpaths, fills_gaps_with_null_but_no_large_ones) {
     EXPECT_EQ(orvid({"unpaths", "--compact"}, "a[1].b\t1\r\n\na[3]\t2"),
               printed("{\"a\":[null,{\"b\":1},null,2]}\n"));
     EXPECT_EQ(orvid({"unpaths"}, "[0]\t1\n[4000000000]\t1\n"),
-              failed(1, "(standard input):2: [4000000000] is too far after the item before it"));
+              failed(1,
+                     "(standard input):2:1: [4000000000] is too far after the item before it\n"
+                     "[4000000000] 1\n^"));
 }
 
 TEST(unpaths, names_the_line_that_does_not_fit) {
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\nb 2\n"),
-              failed(1, "(standard input):2: there is no tab after the path"));
+              failed(1, "(standard input):2:4: there is no tab after the path\nb 2\n   ^"));
     EXPECT_EQ(orvid({"unpaths"}, "a\t1\na\t2\n"),
-              failed(1, "(standard input):2: path \"a\" has a value already"));
+              failed(1, "(standard input):2:1: at a: path \"a\" has a value already\na 2\n^"));
     EXPECT_EQ(
         orvid({"unpaths"}, "a\t1\na.b\t2\n"),
-        failed(1, "(standard input):2: \"a\" is no object, so it cannot have a member \"b\""));
-    EXPECT_EQ(orvid({"unpaths"}, "a.b\t1\na[0]\t2\n"),
-              failed(1, "(standard input):2: \"a\" is no array, so it cannot have an item [0]"));
+        failed(1,
+               "(standard input):2:1: at a: \"a\" is no object, so it cannot have a member \"b\"\n"
+               "a.b 2\n^"));
     EXPECT_EQ(
-        orvid({"unpaths"}, "a\ttru\n"),
-        failed(1, "(standard input):1:6: at a: The text ends before the document is complete"));
+        orvid({"unpaths"}, "a.b\t1\na[0]\t2\n"),
+        failed(1,
+               "(standard input):2:1: at a: \"a\" is no array, so it cannot have an item [0]\n"
+               "a[0] 2\n^"));
+    EXPECT_EQ(orvid({"unpaths"}, "a\ttru\n"),
+              failed(1,
+                     "(standard input):1:6: at a: The text ends before the document is complete\n"
+                     "a tru\n     ^"));
     EXPECT_EQ(orvid({"unpaths"}, "\"a.b\"\t{\"c\":[1,tru]}\nb\t[}\n"),
-              failed(1, "(standard input):1:18: at a.b.c: Unexpected ']': expected true"));
+              failed(1,
+                     "(standard input):1:18: at a.b.c: Unexpected ']': expected true\n"
+                     "\"a.b\" {\"c\":[1,tru]}\n                 ^"));
     EXPECT_EQ(orvid({"unpaths", "--json-pointer"}, "/a\t[}\n"),
-              failed(1, "(standard input):1:5: Unexpected '}': expected a value or ']'"));
+              failed(1,
+                     "(standard input):1:5: Unexpected '}': expected a value or ']'\n"
+                     "/a [}\n    ^"));
     EXPECT_EQ(orvid({"unpaths"}, "\n"),
-              failed(1, "(standard input): there is no line with a path"));
+              failed(1, "(standard input):1:1: at (root): there is no line with a path"));
 }
 
 TEST(defaults, are_reported_without_changing_the_document) {
@@ -313,7 +326,11 @@ TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
         const ScratchFile patch("[{\"op\":\"remove\",\"path\":\"/a\"},\n " + operation + "]");
         const std::string err = orvid({"patch", patch.name(), document.name()}).err;
         const std::string start = "orvid: " + patch.name() + ":2:2: at [1]: operation 1 of the ";
-        return err.rfind(start, 0) == 0 ? err.substr(start.length()) : err;
+        const std::string shown = " " + operation + "]\n ^\n";
+        const std::size_t end = err.length() - std::min(shown.length(), err.length());
+        return err.rfind(start, 0) == 0 && err.substr(end) == shown
+                   ? err.substr(start.length(), end - start.length())
+                   : err;
     };
     EXPECT_EQ(said(R"({"op":"cut","path":"/b"})"),
               "patch, \"cut\" of \"/b\": there is no such operation\n");
@@ -323,8 +340,8 @@ TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
               "patch, \"remove\" of \"b\": A JSON Pointer must be empty or begin with \"/\"\n");
     EXPECT_EQ(orvid({"patch", "-", document.name()}, "[7]"),
               failed(1,
-                     "(standard input): at [0]: operation 0 of the patch, \"\" of \"\": it is no "
-                     "object"));
+                     "(standard input):1:2: at [0]: operation 0 of the patch: it is no object\n"
+                     "[7]\n ^"));
 }
 
 TEST(merge, removes_for_null_and_keeps_the_order) {

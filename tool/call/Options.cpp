@@ -110,13 +110,13 @@ void addSchema(Words& words, Call& call) {
                  "the schema for documents that carry none in meta.schema");
 }
 
-void addLines(Words& words, Call& call) {
+void addLines(Words& words, Call& call, const char* help) {
     static const std::map<std::string, OnError> choices{{"stop", OnError::stop},
                                                         {"skip", OnError::skip},
                                                         {"passthrough", OnError::passthrough},
                                                         {"null", OnError::null}};
     LineOptions& lines = call.lines;
-    words.flag("--lines", lines.isOn, "treat every line as a document, write one line for each");
+    words.flag("--lines", lines.isOn, help);
     words
         .number(
             "-j,--jobs",

@@ -21,8 +21,9 @@ void addStrict(Words& words, Call& call);
 void addRaw(Words& words, Call& call);
 /// --schema
 void addSchema(Words& words, Call& call);
-/// --lines and what belongs to it
-void addLines(Words& words, Call& call);
+/// --lines, whose help says what the verb does with the lines, and what belongs to it
+void addLines(Words& words, Call& call,
+              const char* help = "treat every line as a document, write one line for each");
 /// The layout, -i, --strict and --lines, for a verb that keeps the text of what it does not change.
 void addEditing(Words& words, Call& call);
 /// --json-errors

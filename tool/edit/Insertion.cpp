@@ -13,6 +13,18 @@ namespace {
 using ko::Orvid::Element;
 using ko::Orvid::PathNotFound;
 
+/// What the last step leads into. An error names the whole path.
+Element& holderOf(Element& root, const LastStep& step) {
+    try {
+        return root.get(step.holder());
+    } catch (const PathNotFound& error) {
+        if (error.elementPath() == nullptr || error.elementPointer() != nullptr) {
+            throw;
+        }
+        throw PathNotFound(&root.get(*error.elementPath()), step.path(), error.key());
+    }
+}
+
 Element& insertItem(Element& array, const LastStep& step, Element&& value) {
     auto& items = array.array();
     const std::size_t position = step.isStar() ? items.size() : step.index();
@@ -35,7 +47,7 @@ Element& insertMember(Element& object, const LastStep& step, Element&& value,
 }  // namespace
 
 Element& insertAt(Element& root, const LastStep& step, Element&& value, const Location& location) {
-    Element& holder = root.get(step.holder());
+    Element& holder = holderOf(root, step);
     if (holder.isArray() && !step.isKey()) {
         return insertItem(holder, step, std::move(value));
     }

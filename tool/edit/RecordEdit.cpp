@@ -245,8 +245,8 @@ bool appendToRecord(std::string_view text, const ValueSteps& steps, const Elemen
     return appendChild(text, steps, value, ko::Orvid::k_noIndex, out);
 }
 
-bool mayEditRecord(const Call& call) {
-    return call.lines.isOn && !call.layout.isAsked && isPlain(call.layout);
+bool mayEditRecord(const Call& call, std::size_t edits) {
+    return edits <= k_mostPasses && call.lines.isOn && !call.layout.isAsked && isPlain(call.layout);
 }
 
 bool editRecord(const Document& document, std::size_t edits, const RecordEdit& edit, Bytes& out) {

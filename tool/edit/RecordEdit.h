@@ -36,11 +36,15 @@ bool insertIntoRecord(std::string_view text, const ValueSteps& steps,
 bool appendToRecord(std::string_view text, const ValueSteps& steps, const ko::Orvid::Element& value,
                     Bytes& out);
 
+/// The most edits for which a pass each is faster than the tree.
+constexpr std::size_t k_mostPasses = 3;
+
 /// Makes the edit of that number to the text and appends the result; false leaves `out` as it was.
 using RecordEdit = std::function<bool(std::string_view text, std::size_t number, Bytes& out)>;
 
-/// Whether single places of a record may be edited in its text: it is to keep what is not changed.
-bool mayEditRecord(const Call& call);
+/// Whether so many single places of a record may be edited in its text: it is to keep what is not
+/// changed, and each edit is a pass through it, where the tree takes them all in one.
+bool mayEditRecord(const Call& call, std::size_t edits);
 
 /// Appends the record with the edits made, each in what the one before it leaves, and a line break.
 /// Returns false where one of them does, with nothing appended.

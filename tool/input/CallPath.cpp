@@ -57,6 +57,21 @@ Negative firstNegative(const std::string& text, std::size_t from = 0) {
     return {};
 }
 
+/// A path with a negative index is another one in each document, so its errors are found, and shown
+/// as it was typed, before that. Throws Failure.
+void requireWellFormed(const std::string& word) {
+    refuseMisleading(word);
+    std::string path = word;
+    for (Negative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
+        path.replace(step.start + 1, step.end - step.start - 2, step.end - step.start - 2, '0');
+    }
+    try {
+        static_cast<void>(Path(path).steps());
+    } catch (const ko::Orvid::ParseException& error) {
+        throw malformedPath(word, error);
+    }
+}
+
 /// The element at the first `end` bytes of the path, of which the first `from` lead to `holder`.
 /// Throws what Element::get() throws for all of them, and Failure where they are malformed.
 const Element& elementBefore(const Element& root, const Element& holder, const std::string& path,
@@ -140,6 +155,9 @@ CallPath::CallPath(const std::string& word) : m_word(withoutQuotes(word)) {
         m_pointer = pointerOf(m_word);
     } else {
         m_hasNegative = firstNegative(m_word).start != k_none;
+    }
+    if (m_hasNegative) {
+        requireWellFormed(m_word);
     }
 }
 

@@ -19,8 +19,8 @@ public:
     CallPath() = default;
     /// A word that begins with `/` is a JSON Pointer; `\/` begins a key with a slash. A word that
     /// is a JSON string stands for its text, as the verbs write a path with a control character in
-    /// it. Throws Failure for a malformed pointer, for one with a `#` before it, and for a negative
-    /// index that begins with a zero.
+    /// it. Throws Failure for a malformed pointer, for one with a `#` before it, and for a path
+    /// with a negative index that is malformed.
     explicit CallPath(const std::string& word);
 
     /// The path itself, in place of the JSON string that it may have been.

@@ -13,6 +13,7 @@
 #include "input/Input.h"
 #include "input/SlipHint.h"
 #include "text/byteOrderMark.h"
+#include "text/LineCounter.h"
 #include "text/whitespace.h"
 
 namespace orvid_tool {
@@ -111,6 +112,15 @@ std::string excerptAt(std::string_view text, const ParseException& error) {
     const std::string_view line = text.substr(offsetOf(text, error.firstLine(), 1));
     const bool isBlank = ko::Orvid::text::isBlankLine(line.substr(0, line.find('\n')));
     return isBlank ? "" : ko::Orvid::sourceExcerpt(text, error);
+}
+
+Failure failureIn(std::string_view text, std::size_t offset, Location location,
+                  const std::string& message, ExitStatus status) {
+    const auto at = ko::Orvid::LineCounter().position(text, offset);
+    const ParseException error("", at.line, at.column, at.line, at.column);
+    location.line = std::max<std::size_t>(location.line, 1) + numberOf(at.line) - 1;
+    location.column = numberOf(at.column);
+    return {status, std::move(location), message, excerptAt(text, error)};
 }
 
 void readTree(const Location& location, std::string_view text, Element& root,

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "output/Failure.h"
@@ -41,6 +42,11 @@ void readTree(const Location& location, std::string_view text, ko::Orvid::Elemen
 
 /// The line of the error with a caret. Nothing where that line is blank, as at the end of a text.
 std::string excerptAt(std::string_view text, const ko::Orvid::ParseException& error);
+
+/// A failure that concerns the byte at that offset of the text, whose first line is that of the
+/// location, or 1: with its position, and the line of it with a caret.
+Failure failureIn(std::string_view text, std::size_t offset, Location location,
+                  const std::string& message, ExitStatus status = ExitStatus::failed);
 
 /// What the library says of a malformed text, with the location: `location` with the column and,
 /// unless it has one, the line. Where it is shown, the line of the text follows, with a caret.

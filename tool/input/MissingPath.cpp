@@ -143,8 +143,28 @@ std::string withoutEdges(const std::string& key) {
                : key.substr(begin, key.find_last_not_of(k_whitespace) + 1 - begin);
 }
 
+/// What makes a key that is missing on the way, and how the rest of the path, after what holds the
+/// key, is written as one key.
+std::string makeHint(const std::string& path, const std::string& holderPath) {
+    const std::string before = holderPath.empty() ? "" : holderPath + ".";
+    const std::size_t start = before.length();
+    const std::string rest = path.compare(0, start, before) == 0 ? path.substr(start) : "";
+    const bool mayBeKey = rest.find_first_of("[/\\") == std::string::npos && rest.find('.') != 0 &&
+                          rest.find('.') != std::string::npos;
+    return "; set makes what is missing" +
+           (mayBeKey ? ", and as one key with a dot it is written " +
+                           shellWord(path.substr(0, start) + keyText(rest))
+                     : "");
+}
+
+/// What is said beside what is missing, of a path at which something was to be put.
+struct PlaceHints {
+    std::string item;          ///< of an index
+    bool isMadeBySet = false;  ///< of a key: whether another verb would make it
+};
+
 Failure missing(Location location, const Element& root, const PathNotFound& error,
-                const std::string& path, const std::string& itemHint) {
+                const std::string& path, const PlaceHints& hints) {
     location.setElement(error);
     const std::string holderPath = location.path && error.elementPath() ? *location.path : "";
     const std::string start = "path \"" + path + "\" not found";
@@ -154,17 +174,23 @@ Failure missing(Location location, const Element& root, const PathNotFound& erro
     std::string text = ", there is no \"" + step + "\"";
     const bool isPointer = !path.empty() && path.front() == '/';
     if (holder != nullptr && holder->isArray() && isPointer) {
-        text = isIndex ? noItem(step.substr(1, step.length() - 2)) + itemHint : noItem(step);
+        text = isIndex ? noItem(step.substr(1, step.length() - 2)) + hints.item : noItem(step);
     } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
         text = ": " + mismatch(*holder, holderPath, location.isPointer, step);
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, path);
+        text += hints.isMadeBySet ? makeHint(path, holderPath) : "";
     } else if (holder != nullptr) {
-        text += itemHint;
+        text += hints.item;
     }
     const std::string escape =
         holder == nullptr || isPointer ? "" : escapeHint(root, *holder, holderPath, path);
     return {ExitStatus::failed, std::move(location), start + (escape.empty() ? text : escape)};
+}
+
+std::string newItem(const CallPath& path) {
+    return path.pointer() != nullptr ? "; the pointer to a new item ends in /-"
+                                     : "; a new item is written [*]";
 }
 
 }  // namespace
@@ -203,14 +229,19 @@ std::string unusualKeyHint(const Element& root, const std::string& path) {
 }
 
 Failure missingPath(Location location, const Element& root, const PathNotFound& error) {
-    return missing(std::move(location), root, error, error.path(), "");
+    return missing(std::move(location), root, error, error.path(), {});
 }
 
 Failure missingPlace(Location location, const Element& root, const PathNotFound& error,
                      const CallPath& path) {
     return missing(std::move(location), root, error, path.isPlain() ? error.path() : path.word(),
-                   path.pointer() != nullptr ? "; the pointer to a new item ends in /-"
-                                             : "; a new item is written [*]");
+                   {newItem(path), false});
+}
+
+Failure missingHolder(Location location, const Element& root, const PathNotFound& error,
+                      const CallPath& path) {
+    return missing(std::move(location), root, error, path.isPlain() ? error.path() : path.word(),
+                   {newItem(path), true});
 }
 
 }  // namespace orvid_tool

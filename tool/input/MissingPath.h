@@ -22,6 +22,11 @@ Failure missingPath(Location location, const ko::Orvid::Element& root,
 Failure missingPlace(Location location, const ko::Orvid::Element& root,
                      const ko::Orvid::PathNotFound& error, const CallPath& path);
 
+/// The same for a verb that makes nothing on the way: of a key that there is not, the message says
+/// which verb makes it, and how a key with the dots of the path in it is written.
+Failure missingHolder(Location location, const ko::Orvid::Element& root,
+                      const ko::Orvid::PathNotFound& error, const CallPath& path);
+
 /// Where what the path leads to is missing, and a key has dots in it that the path has as well: how
 /// to write the path, as the end of a message. Otherwise nothing.
 std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& path);

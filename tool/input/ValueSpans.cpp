@@ -55,17 +55,18 @@ bool ValueSpans::leads() {
 
 /// A value on the way begins. Where there is a target already, a key on the way is repeated, and
 /// its last value counts, wherever that leads.
-void ValueSpans::follow(const Element& value) {
-    reach(value);
+void ValueSpans::follow(const Element& value, TokenSpan span) {
+    reach(value, span);
     if (m_targets > 0 && m_depth < m_wanted.steps.size()) {
         ++m_targets;
     }
 }
 
-void ValueSpans::reach(const Element& value) {
+void ValueSpans::reach(const Element& value, TokenSpan span) {
     if (m_targets == 0 && m_depth >= m_reached) {
         m_reached = m_depth;
         m_atReach = value;
+        m_reachedAt = m_base + span.begin;
     }
 }
 
@@ -76,9 +77,9 @@ void ValueSpans::target(bool isArray) {
     m_wantedDepth = m_depth + (m_wanted.areItems && isArray ? 1 : 0);
 }
 
-void ValueSpans::followScalar(const Element& value) {
+void ValueSpans::followScalar(const Element& value, TokenSpan span) {
     if (leads()) {
-        follow(value);
+        follow(value, span);
         if (m_depth == m_wanted.steps.size()) {
             target(false);
         }
@@ -87,7 +88,7 @@ void ValueSpans::followScalar(const Element& value) {
 
 void ValueSpans::open(bool isArray, TokenSpan span) {
     if (isAtWay() && leads()) {
-        follow(emptyContainer(isArray));
+        follow(emptyContainer(isArray), span);
         if (m_depth == m_wanted.steps.size()) {
             target(isArray);
         } else {

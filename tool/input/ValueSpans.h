@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,6 +24,8 @@ struct Wanted {
     bool areItems = false;    ///< of the array at the steps; otherwise the value there
     bool mayBeOther = false;  ///< what is no array is wanted itself
     ValueSteps steps;         ///< from the root; without `[*]`
+    std::string word = {};    ///< the steps as they were typed, for errors; empty where they are as
+                              ///< a path writes them
 };
 
 class ValueSpans : public ko::Orvid::TokenSink {
@@ -51,6 +54,8 @@ public:
     /// The way of the steps, as far as it is there, and of what is at its end the type and, of an
     /// object, some keys.
     ko::Orvid::Element way() const;
+    /// The offset of what is at its end.
+    std::uint64_t reachedAt() const { return m_reachedAt; }
 
     void null(ko::Orvid::TokenSpan span) { scalar(ko::Orvid::Element(), span); }
     void boolean(bool value, ko::Orvid::TokenSpan span) { scalar(ko::Orvid::Element(value), span); }
@@ -75,7 +80,7 @@ private:
 
     void scalar(const ko::Orvid::Element& value, ko::Orvid::TokenSpan span) {
         if (isAtWay()) {
-            followScalar(value);
+            followScalar(value, span);
         }
         enter(span);
         leave(span);
@@ -100,9 +105,9 @@ private:
 
     bool isAtWay() const { return m_depth == m_way.size(); }
     bool leads();
-    void follow(const ko::Orvid::Element& value);
-    void followScalar(const ko::Orvid::Element& value);
-    void reach(const ko::Orvid::Element& value);
+    void follow(const ko::Orvid::Element& value, ko::Orvid::TokenSpan span);
+    void followScalar(const ko::Orvid::Element& value, ko::Orvid::TokenSpan span);
+    void reach(const ko::Orvid::Element& value, ko::Orvid::TokenSpan span);
     void target(bool isArray);
 
     Wanted m_wanted;
@@ -121,6 +126,7 @@ private:
     std::vector<OnWay> m_way;
     std::size_t m_reached = 0;     ///< how many steps
     ko::Orvid::Element m_atReach;  ///< what is there
+    std::uint64_t m_reachedAt = 0;
 };
 
 }  // namespace orvid_tool

@@ -167,9 +167,38 @@ void ValueStream::drop() {
     const std::uint64_t needed = m_sink.openOr(isBlank ? end() : rest);
     if (needed > m_start + shown) {
         const auto count = static_cast<std::size_t>(needed - shown - m_start);
+        notePlace(m_start + count);
         m_lines.count(std::string_view(m_buffer).substr(0, count));
         m_buffer.erase(0, count);
         m_start += count;
+    }
+}
+
+/// Keeps the position of what the steps have led to, where that is forgotten.
+void ValueStream::notePlace(std::uint64_t forgotten) {
+    const std::uint64_t at = m_sink.reachedAt();
+    if (at >= m_start && at < forgotten) {
+        m_place = m_lines.position(m_buffer, at);
+    }
+}
+
+/// Where that stands which the steps have led to.
+Location ValueStream::placeReached() const {
+    const std::uint64_t at = m_sink.reachedAt();
+    const auto position = at >= m_start ? m_lines.position(m_buffer, at) : m_place;
+    return {m_input.name(), static_cast<std::size_t>(position.line),
+            static_cast<std::size_t>(position.column), pathOf(m_wanted.steps)};
+}
+
+/// Throws what is reported where the steps lead nowhere.
+void ValueStream::failMissing(const Element& root) const {
+    const Location location = placeReached();
+    try {
+        static_cast<void>(root.get(*location.path));
+    } catch (const ko::Orvid::PathNotFound& error) {
+        const std::string& word = m_wanted.word.empty() ? error.path() : m_wanted.word;
+        throw missingPath({location.file, location.line, location.column, {}}, root,
+                          {&root.get(*error.elementPath()), word, error.key()});
     }
 }
 
@@ -187,14 +216,10 @@ void ValueStream::requireTarget() const {
     if (m_sink.isNoArray()) {
         const char* const hint = location.path->empty() ? "; --in PATH names an array within" : "";
         throw Failure(
-            ExitStatus::failed, location,
+            ExitStatus::failed, placeReached(),
             std::string(typePhrase(root.get(*location.path))) + " has no items to split" + hint);
     }
-    try {
-        static_cast<void>(root.get(*location.path));
-    } catch (const ko::Orvid::PathNotFound& error) {
-        throw missingPath({m_input.name(), 0, 0, {}}, root, error);
-    }
+    failMissing(root);
 }
 
 void ValueStream::read(Element& root) {

@@ -52,6 +52,9 @@ private:
     void restart(std::uint64_t offset);
     bool readPiece();
     void drop();
+    void notePlace(std::uint64_t forgotten);
+    Location placeReached() const;
+    void failMissing(const ko::Orvid::Element& root) const;
     void requireTarget() const;
 
     std::string_view from(std::uint64_t offset) const {
@@ -74,9 +77,10 @@ private:
     ValueSpans m_sink;
     std::string m_buffer;  ///< of the text, from `m_start` on
     std::uint64_t m_start = 0;
-    std::uint64_t m_root = 0;        ///< where the scanner began
-    ko::Orvid::LineCounter m_lines;  ///< before `m_start`
-    std::size_t m_next = 0;          ///< of the sink's spans
+    std::uint64_t m_root = 0;                ///< where the scanner began
+    ko::Orvid::LineCounter m_lines;          ///< before `m_start`
+    ko::Orvid::LineAndColumn m_place{1, 1};  ///< of what the steps have led to before `m_start`
+    std::size_t m_next = 0;                  ///< of the sink's spans
     ValueSpans::Span m_span{};
     std::size_t m_index = 0;  ///< of the value, of its root's
     std::string m_text;

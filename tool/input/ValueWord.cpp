@@ -13,6 +13,7 @@
 #include "input/Input.h"
 #include "output/shellWord.h"
 #include "text/byteOrderMark.h"
+#include "text/codePoints.h"
 #include "text/StringText.h"
 
 namespace orvid_tool {
@@ -48,7 +49,11 @@ void readTextFile(const std::string& file, Element& value) {
     Input input(file);
     const Bytes ended = input.readAll();
     const std::string_view text = ended.view().substr(0, ended.length() - 1);
-    setText(text.substr(ko::Orvid::text::markLength(text)), input.name(), value);
+    const std::size_t valid = ko::Orvid::text::validLength(text);
+    if (valid < text.length()) {
+        throw failureIn(text, valid, {input.name(), 0, 0, {}}, "Invalid UTF-8", ExitStatus::usage);
+    }
+    value.setString(std::string(text.substr(ko::Orvid::text::markLength(text))));
 }
 
 /// Whether the word looks like a text and not like JSON with an error in it.

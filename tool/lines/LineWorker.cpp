@@ -12,6 +12,17 @@
 
 namespace orvid_tool {
 
+namespace {
+
+/// A mark belongs at the beginning of an input. The verbs that edit read texts of their own, before
+/// which one may stand: they are not to keep it in the middle of a file.
+void refuseMark(const Document& document) {
+    ko::Orvid::Element none;
+    readTree(document.location, document.text, none);
+}
+
+}  // namespace
+
 void LineWorker::work(LineBatch& batch) const {
     if (batch.kind == LineBatch::whole) {
         workOnLines(batch);
@@ -51,6 +62,9 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
     try {
         if (line.length() > m_call.lines.longest) {
             throw tooLong();
+        }
+        if (ko::Orvid::text::markLength(document.text) > 0) {
+            refuseMark(document);
         }
         m_verb.work(m_call, document, batch.out);
     } catch (const Failure& failure) {

@@ -5,7 +5,6 @@
 #include "output/Csv.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "text/byteOrderMark.h"
 #include "text/NumberText.h"
@@ -45,7 +44,6 @@ std::string csvRow(const std::vector<CsvField>& fields, char separator) {
 bool CsvReader::next(CsvRow& row) {
     row.fields.clear();
     row.wereQuoted.clear();
-    row.line = m_line;
     if (m_rest.empty()) {
         return false;
     }
@@ -55,7 +53,7 @@ bool CsvReader::next(CsvRow& row) {
         takeField(row);
     }
     if (!m_rest.empty() && !takeLineBreak()) {
-        throw std::runtime_error("text follows the quote that ends a field");
+        throw CsvError("text follows the quote that ends a field", m_rest);
     }
     return true;
 }
@@ -77,12 +75,13 @@ void CsvReader::takeField(CsvRow& row) {
 
 std::string CsvReader::takeQuoted() {
     std::string field;
+    const std::string_view quote = m_rest;
     m_rest.remove_prefix(1);
     while (true) {
         const std::size_t length = m_rest.find('"');
         if (length == std::string_view::npos) {
             m_rest = {};
-            throw std::runtime_error("a quote is not closed");
+            throw CsvError("a quote is not closed", quote);
         }
         field += m_rest.substr(0, length);
         m_line += static_cast<std::size_t>(

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,17 @@ std::string csvRow(const std::vector<CsvField>& fields, char separator);
 struct CsvRow {
     std::vector<std::string> fields;
     std::vector<bool> wereQuoted;  ///< for each field
-    std::size_t line = 0;          ///< where it begins, from 1
+};
+
+/// A row is malformed.
+class CsvError : public std::runtime_error {
+public:
+    CsvError(const char* text, std::string_view rest) : std::runtime_error(text), m_rest(rest) {}
+    /// The text from the error on.
+    std::string_view rest() const { return m_rest; }
+
+private:
+    std::string_view m_rest;
 };
 
 /// Reads rows from a text, which must outlive it. Lines may end in CR LF.
@@ -39,8 +50,8 @@ public:
     CsvReader(std::string_view text, char separator, std::size_t line = 1)
         : m_rest(text), m_separator(separator), m_line(line) {}
 
-    /// The next row, or false at the end. Throws std::runtime_error for a quote that is not closed
-    /// or does not end its field; line() is where. Where more text could change that, none is left.
+    /// The next row, or false at the end. Throws CsvError for a quote that is not closed or does
+    /// not end its field. Where more text could change that, none is left.
     bool next(CsvRow& row);
     std::size_t line() const { return m_line; }
     /// What has not been read.

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
@@ -23,22 +24,40 @@ using ko::Orvid::Element;
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-/// The path itself, or where it is long, as in a document that is nested very deeply, its two ends.
-std::string shortened(const std::string& path) {
-    constexpr std::size_t longest = 300;
-    constexpr std::size_t kept = 120;
-    if (path.length() <= longest) {
-        return path;
+/// The text itself, or where it is longer than `longest`, so much of each of its two ends.
+std::string shortened(const std::string& text, std::size_t longest, std::size_t kept) {
+    if (text.length() <= longest) {
+        return text;
     }
     std::size_t head = kept;
-    while (head > 0 && isContinuation(path[head])) {
+    while (head > 0 && isContinuation(text[head])) {
         --head;
     }
-    std::size_t tail = path.length() - kept;
-    while (tail < path.length() && isContinuation(path[tail])) {
+    std::size_t tail = text.length() - kept;
+    while (tail < text.length() && isContinuation(text[tail])) {
         ++tail;
     }
-    return path.substr(0, head) + " ... " + path.substr(tail);
+    return text.substr(0, head) + " ... " + text.substr(tail);
+}
+
+/// A word of the call may be of any length, and so may a path in a document that is nested deeply.
+std::string shortenedWord(const std::string& word) {
+    constexpr std::size_t longest = 300;
+    constexpr std::size_t kept = 120;
+    return shortened(word, longest, kept);
+}
+
+/// The message with its long words shortened, and as a whole where its words are many.
+std::string shortenedText(const std::string& text) {
+    constexpr std::size_t longest = 1500;
+    constexpr std::size_t kept = 700;
+    std::string result;
+    for (std::size_t begin = 0; begin < text.length();) {
+        const std::size_t end = std::min(text.find(' ', begin), text.length() - 1) + 1;
+        result += shortenedWord(text.substr(begin, end - begin));
+        begin = end;
+    }
+    return shortened(result, longest, kept);
 }
 
 std::string escaped(char kind, int digits, unsigned int number) {
@@ -77,14 +96,14 @@ std::string placeOf(const Location& location) {
 }
 
 std::string locationText(const Location& location) {
-    std::string text = location.file;
+    std::string text = shortenedWord(location.file);
     for (const std::size_t number : {location.line, location.column}) {
         text += number == 0 || location.file.empty() ? "" : ":" + std::to_string(number);
     }
     text += text.empty() ? "" : ":";
     if (location.path) {
         text += (text.empty() ? "at " : " at ");
-        text += location.path->empty() ? std::string("(root)") : shortened(placeOf(location));
+        text += location.path->empty() ? std::string("(root)") : shortenedWord(placeOf(location));
         text += ":";
     }
     return text.empty() ? text : text + " ";
@@ -122,7 +141,7 @@ std::string printable(std::string_view text) {
 }
 
 std::string failureLine(const Failure& failure) {
-    return printable(locationText(failure.location()) + failure.text());
+    return printable(locationText(failure.location()) + shortenedText(failure.text()));
 }
 
 std::string failureJson(const Failure& failure) {
@@ -137,7 +156,7 @@ std::string failureJson(const Failure& failure) {
     if (location.path) {
         error.insert("path", asUtf8(placeOf(location)));
     }
-    error.insert("message", asUtf8(failure.text()));
+    error.insert("message", asUtf8(shortenedText(failure.text())));
     return jsonLine(error, Layout());
 }
 
@@ -151,7 +170,7 @@ void Report::failure(const Failure& failure) const {
 
 void Report::note(const std::string& text) const {
     writeError(m_asJson ? failureJson({ExitStatus::done, text})
-                        : "orvid: " + printable(text) + "\n");
+                        : "orvid: " + printable(shortenedText(text)) + "\n");
 }
 
 }  // namespace orvid_tool

@@ -17,11 +17,12 @@ namespace orvid_tool {
 std::string printable(std::string_view text);
 
 /// The line "FILE:LINE:COLUMN: at PATH: text", without the command's name and without a newline.
-/// The root is named, a very long path is shortened in its middle, and the whole is printable().
+/// The root is named, a very long path, word or text is shortened in its middle, and the whole is
+/// printable().
 std::string failureLine(const Failure& failure);
 
-/// The same as a JSON object on one line, with its newline; what is not known is left out, and
-/// bytes that are no UTF-8 are U+FFFD.
+/// The same as a JSON object on one line, with its newline; what is not known is left out, a long
+/// text is shortened, and bytes that are no UTF-8 are U+FFFD.
 std::string failureJson(const Failure& failure);
 
 class Report {

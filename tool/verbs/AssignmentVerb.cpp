@@ -130,12 +130,17 @@ void AssignmentVerb::prepareValue(Call& call) {
     noteNames(call, m_assignments.back().value);
 }
 
+Failure AssignmentVerb::missingAt(const Document& document, const ko::Orvid::PathNotFound& error,
+                                  const CallPath& path) const {
+    return missingPlace(document.location, document.root, error, path);
+}
+
 void AssignmentVerb::apply(const Call& call, Document& document, Bytes& out) const {
     for (std::size_t i = 0; i < m_assignments.size(); ++i) {
         try {
             assign(document, i);
         } catch (const ko::Orvid::PathNotFound& error) {
-            throw missingPlace(document.location, document.root, error, m_assignments[i].path);
+            throw missingAt(document, error, m_assignments[i].path);
         }
     }
     appendEdited(call, document, out);

@@ -32,6 +32,9 @@ protected:
     void prepareValue(Call& call);
 
 private:
+    /// What is reported where a place of the path is not there.
+    virtual Failure missingAt(const Document& document, const ko::Orvid::PathNotFound& error,
+                              const CallPath& path) const;
     /// Carries out the assignment at that index on the document's root.
     virtual void assign(Document& document, std::size_t index) const = 0;
     void read(const Call& call, Document& document) const final;

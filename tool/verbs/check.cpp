@@ -35,7 +35,7 @@ public:
         words.flag("--jsonc", m_takesCommas,
                    "take commas after the last item or member, as the verbs that edit do");
         words.flag("-q,--quiet", call.isQuiet, "report nothing: only the exit status says");
-        addLines(words, call);
+        addLines(words, call, "read every line as a document of its own");
     }
 
     void prepare(Call& /*call*/) override {

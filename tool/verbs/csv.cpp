@@ -142,7 +142,7 @@ public:
         addFiles(words, call);
         m_table.addTo(words);
         addStrict(words, call);
-        addLines(words, call);
+        addLines(words, call, "treat every line as a document, write a row for each");
     }
 
     void prepare(Call& call) override {

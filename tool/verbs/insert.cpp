@@ -12,6 +12,7 @@
 #include "edit/Kept.h"
 #include "edit/RecordEdit.h"
 #include "edit/StepsInText.h"
+#include "input/MissingPath.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -57,7 +58,7 @@ private:
         if (isNew() || mayHaveUnusualKey()) {
             return false;
         }
-        if (mayEditRecord(call)) {
+        if (mayEditRecord(call, m_textSteps.size())) {
             const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
                 return insertIntoRecord(text, m_textSteps[index], assignments()[index].value,
                                         edited);
@@ -82,6 +83,11 @@ private:
             insertAt(root, LastStep(path), ko::Orvid::Element(value), document.location);
         };
         return {PlaceEdit::insert, value.isObject() || value.isArray(), insert};
+    }
+
+    Failure missingAt(const Document& document, const ko::Orvid::PathNotFound& error,
+                      const CallPath& path) const override {
+        return missingHolder(document.location, document.root, error, path);
     }
 
     void assign(Document& document, std::size_t index) const override {

@@ -81,7 +81,7 @@ public:
         addFiles(words, call);
         addLayout(words, call);
         addStrict(words, call);
-        addLines(words, call);
+        addLines(words, call, "treat every line as a document, an item each");
     }
 
     /// The layout is that of the array: its records stand on a line each.

@@ -253,7 +253,9 @@ private:
         Element& root = document.root;
         Element& source = from().get(root);
         if (source.parent() == nullptr) {
-            throw Failure(ExitStatus::failed, document.location, "the root cannot be moved");
+            Location at = document.location;
+            at.setElement(source);
+            throw Failure(ExitStatus::failed, std::move(at), "the root cannot be moved");
         }
         NotedMove move(root, source);
         Element value = taken(source);

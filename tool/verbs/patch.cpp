@@ -2,9 +2,11 @@
 //
 // orvid patch and orvid merge: changes that are written in a file.
 
-#include <filesystem>
+#include <unistd.h>
+
+#include <new>
 #include <string>
-#include <system_error>
+#include <string_view>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
@@ -25,43 +27,76 @@ using ko::Orvid::ReadOptions;
 class Change : public DocumentVerb {
 public:
     void addWords(Words& words, Call& call) override {
-        words.required("PATCH", m_file, "the change; - is standard input");
+        words.required("PATCH", m_word,
+                       "the change: a file, - for standard input, or JSON text that begins with "
+                       "{ or [");
         addFiles(words, call);
         addEditing(words, call);
     }
 
     void prepare(Call& call) override {
-        if (isStandardInput(m_file) && isInputAmong(call.files)) {
+        const ReadOptions options = call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc();
+        if (isInline()) {
+            m_name = "PATCH";
+            m_text.append(m_word + "\n");
+            readArgument(m_name.c_str(), m_word, m_change, options);
+            return;
+        }
+        const std::string file = m_word.substr(m_word.rfind(k_file, 0) == 0 ? k_file.length() : 0);
+        if (isStandardInput(file) && isInputAmong(call.files)) {
             throw UsageError("PATCH and FILE cannot both be standard input");
         }
-        call.changeFile = m_file;
-        readFile(m_file, m_change, call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc());
+        call.changeFile = file;
+        m_name = inputName(file);
+        readChange(file, options);
     }
 
 protected:
     const Element& given() const { return m_change; }
-    /// The file that holds the change, for errors.
-    Location location() const { return {inputName(m_file), 0, 0, {}}; }
+    /// Where the change stands, for errors.
+    Location location() const { return {m_name, 0, 0, {}}; }
 
-    /// The failure of a value of the change with its place, where the file can be read again.
-    Failure locatedAgain(const Failure& failure) const {
-        std::error_code none;
-        if (isStandardInput(m_file) || !std::filesystem::is_regular_file(m_file, none)) {
-            return failure;
-        }
-        try {
-            Input input(m_file);
-            const Bytes text = input.readAll();
-            Document document;
-            document.location = location();
-            document.text = text.view().substr(0, text.length() - 1);
-            return located(failure, document);
-        } catch (const Failure&) {
-            return failure;
-        }
+    /// The failure of a value of the change with its position, and the line that it stands in.
+    Failure shown(const Failure& failure) const {
+        Document document;
+        document.location = location();
+        document.text = text();
+        const Failure found = located(failure, document);
+        const auto line = static_cast<int>(found.location().line);
+        const auto column = static_cast<int>(found.location().column);
+        const ko::Orvid::ParseException at("", line, column, line, column);
+        return {found.status(), found.location(), found.text(),
+                column > 0 ? excerptAt(text(), at) : std::string()};
     }
 
 private:
+    static constexpr std::string_view k_file = "file:";
+
+    /// No common name of a file begins so; one that does has ./ before it.
+    bool isInline() const { return m_word.find_first_of("{[") == 0; }
+
+    std::string_view text() const { return m_text.view().substr(0, m_text.length() - 1); }
+
+    void readChange(const std::string& file, const ReadOptions& options) {
+        try {
+            Input input(file);
+            m_text = input.readAll();
+            readTree(location(), text(), m_change, options);
+        } catch (const Failure& failure) {
+            const bool isMissing = !file.empty() && access(file.c_str(), F_OK) != 0 &&
+                                   !isStandardInput(file) && !endsAsFile(file);
+            if (!isMissing) {
+                throw;
+            }
+            throw Failure(failure.status(), failure.location(),
+                          failure.text() + std::string("; the change is a file, - for standard "
+                                                       "input, or JSON text that begins with { or "
+                                                       "["));
+        } catch (const std::bad_alloc&) {
+            throw memoryFailure(location());
+        }
+    }
+
     /// Returns what was moved within the document.
     virtual MovedPlaces make(Document& document, const Element& change) const = 0;
 
@@ -72,7 +107,9 @@ private:
         appendEdited(call, document, out, moved);
     }
 
-    std::string m_file;
+    std::string m_word;
+    std::string m_name;  ///< of the file
+    Bytes m_text;        ///< of the change, with a newline after it
     Element m_change;
 };
 
@@ -119,16 +156,21 @@ private:
         return moved;
     }
 
+    static std::string operationText(const PatchException& error) {
+        const std::string number = "operation " + std::to_string(error.number()) + " of the patch";
+        return error.operation().empty() && error.path().empty()
+                   ? number
+                   : number + ", \"" + error.operation() + "\" of \"" + error.path() + "\"";
+    }
+
     /// An operation that is malformed concerns no element of the document. The errors of lines stay
     /// with their lines.
     Failure failure(const Document& document, const PatchException& error) const {
-        const std::string text = "operation " + std::to_string(error.number()) +
-                                 " of the patch, \"" + error.operation() + "\" of \"" +
-                                 error.path() + "\": " + error.reason();
+        const std::string text = operationText(error) + ": " + error.reason();
         if (error.elementPath() == nullptr && document.location.line == 0) {
             Location operation = location();
             operation.path = "[" + std::to_string(error.number()) + "]";
-            return locatedAgain(Failure(ExitStatus::failed, operation, text));
+            return shown(Failure(ExitStatus::failed, operation, text));
         }
         Location element = document.location;
         element.setElement(error);

@@ -63,7 +63,8 @@ public:
         call.layout.options.indent.clear();
         addLayout(words, call);
         addStrict(words, call);
-        addLines(words, call);
+        addLines(words, call,
+                 "treat every line as a document, write a line for each value selected");
     }
 
     void prepare(Call& call) override {

@@ -4,6 +4,7 @@
 
 #include <iterator>
 #include <optional>
+#include <utility>
 
 #include "call/Options.h"
 #include "edit/ExcerptEdit.h"
@@ -26,7 +27,9 @@ using ko::Orvid::Element;
 void removeElement(Element& element, const Location& location) {
     Element* const parent = element.parent();
     if (parent == nullptr) {
-        throw Failure(ExitStatus::failed, location, "the root cannot be removed");
+        Location at = location;
+        at.setElement(element);
+        throw Failure(ExitStatus::failed, std::move(at), "the root cannot be removed");
     }
     if (parent->isObject()) {
         parent->object().erase(element.key());
@@ -91,7 +94,7 @@ private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (mayEditRecord(call) && !m_query) {
+        if (!m_query && mayEditRecord(call, m_steps.size())) {
             const auto edit = [this](std::string_view text, std::size_t index, Bytes& edited) {
                 return removeFromRecord(text, m_steps[index], edited);
             };
@@ -112,7 +115,7 @@ private:
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
         if (m_query) {
-            m_query->remove(document.root);
+            removeSelected(document);
         }
         try {
             removePaths(document);
@@ -122,6 +125,16 @@ private:
             throw removing(failure);
         }
         appendEdited(call, document, out);
+    }
+
+    void removeSelected(Document& document) const {
+        try {
+            m_query->remove(document.root);
+        } catch (const ko::Orvid::Exception& error) {
+            Location at = document.location;
+            at.setElement(error);
+            throw Failure(ExitStatus::failed, std::move(at), error.what());
+        }
     }
 
     void removePaths(Document& document) const {

@@ -42,7 +42,8 @@ public:
         addFiles(words, call);
         words.flag("--not", m_isInverted, "write the others");
         addStrict(words, call);
-        addLines(words, call);
+        addLines(words, call,
+                 "treat every line as a document, write those of which the query is true");
     }
 
     void prepare(Call& call) override {

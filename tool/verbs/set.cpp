@@ -140,15 +140,14 @@ private:
         if (!m_isTextEnough) {
             return false;
         }
-        // Each edit is a pass through the text; the tree takes them all in one.
-        constexpr std::size_t mostPasses = 3;
-        if (m_isOnlyForAbsent || !isPlain(call.layout) || m_textEdits.size() > mostPasses) {
+        if (m_isOnlyForAbsent || !isPlain(call.layout) || m_textEdits.size() > k_mostPasses) {
             return false;
         }
         const auto edit = [&](std::string_view text, std::size_t index, Bytes& edited) {
             return setInRecord(call, text, index, edited);
         };
-        if (mayEditRecord(call) && editRecord(document, m_textEdits.size(), edit, out)) {
+        if (mayEditRecord(call, m_textEdits.size()) &&
+            editRecord(document, m_textEdits.size(), edit, out)) {
             return true;
         }
         if (keepsText(call, document)) {

@@ -47,7 +47,7 @@ public:
         words.flag("--values", m_isOfValues,
                    "the text holds values one after the other: write each, not its items");
         addStrict(words, call);
-        addLines(words, call);
+        addLines(words, call, "treat every line as a document, write a line for each item");
     }
 
     void prepare(Call& call) override {
@@ -68,7 +68,7 @@ private:
             return;
         }
         const std::string path = pointer == nullptr ? m_path.word() : pointer->toPath().str();
-        Wanted wanted{!m_isOfValues, false, stepsOf(path)};
+        Wanted wanted{!m_isOfValues, false, stepsOf(path), m_path.word()};
         const bool hasLocation = std::all_of(
             wanted.steps.begin(), wanted.steps.end(),
             [](const ValueStep& step) { return step.isKey || step.index != ko::Orvid::k_noIndex; });

@@ -3,14 +3,18 @@
 // orvid uncsv: the records of a table.
 
 #include <algorithm>
-#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
+#include "input/Document.h"
 #include "input/Input.h"
 #include "output/Csv.h"
 #include "output/Output.h"
 #include "output/Report.h"
 #include "text/byteOrderMark.h"
+#include "text/codePoints.h"
 #include "text/StringText.h"
 #include "verbs/TableWords.h"
 #include "verbs/verbs.h"
@@ -40,11 +44,15 @@ public:
             try {
                 const bool isRow = m_reader.next(row);
                 if (m_isAtEnd || !m_reader.rest().empty()) {
+                    m_row = before.rest();
+                    m_row.remove_suffix(m_reader.rest().length());
+                    m_line = before.line();
                     return isRow;
                 }
-            } catch (const std::runtime_error& error) {
+            } catch (const CsvError& error) {
                 if (m_isAtEnd || !m_reader.rest().empty()) {
-                    throw Failure(ExitStatus::failed, location(m_reader.line()), error.what());
+                    throw failureIn(before.rest(), before.rest().length() - error.rest().length(),
+                                    {m_input.name(), before.line(), 0, {}}, error.what());
                 }
             }
             // The row may go on after what has been read so far.
@@ -54,7 +62,13 @@ public:
         }
     }
 
-    Location location(std::size_t line) const { return {m_input.name(), line, 0, {}}; }
+    const std::string& name() const { return m_input.name(); }
+    /// The last row, as it stands in the text.
+    std::string_view text() const { return m_row; }
+    /// A failure of the last row, at an offset in it.
+    Failure failure(std::size_t offset, const std::string& message) const {
+        return failureIn(m_row, offset, {m_input.name(), m_line, 0, {}}, message);
+    }
 
 private:
     /// At least as much again as there is, so that a long row is looked at a few times only. A line
@@ -72,6 +86,8 @@ private:
     Input& m_input;
     std::string m_text;
     CsvReader m_reader;
+    std::string_view m_row;  ///< the last one, in `m_text`
+    std::size_t m_line = 1;  ///< where it begins
     char m_separator;
     bool m_isAtEnd = false;
 };
@@ -106,10 +122,10 @@ public:
 
 private:
     /// The common other separators make a table of one column.
-    void noteSeparator(const Location& location, const std::vector<std::string>& keys,
+    void noteSeparator(const std::string& name, const std::vector<std::string>& keys,
                        const Report& report) const {
         if (keys.size() == 1 && keys.front().find_first_of(";\t|") != std::string::npos) {
-            report.note(location.file + ": the only column is \"" + keys.front() +
+            report.note(name + ": the only column is \"" + keys.front() +
                         "\"; --separator says what stands between columns");
         }
     }
@@ -118,43 +134,41 @@ private:
         CsvRow row;
         std::vector<std::string> keys;
         if (!m_table.hasNoHeader && rows.next(row)) {
-            requireKeys(rows.location(row.line), row.fields);
+            requireKeys(rows, row.fields);
             keys = row.fields;
-            noteSeparator(rows.location(row.line), keys, report);
+            noteSeparator(rows.name(), keys, report);
         }
         while (rows.next(row)) {
             const bool isBlank =
                 row.fields.size() == 1 && row.fields[0].empty() && !row.wereQuoted[0];
             if (!isBlank || keys.size() <= 1) {
-                out.write(jsonLine(record(rows.location(row.line), keys, row), Layout()));
+                out.write(jsonLine(record(rows, keys, row), Layout()));
             }
         }
     }
 
-    static void requireKeys(const Location& location, std::vector<std::string> keys) {
-        requireUtf8(location, keys);
+    static void requireKeys(const Rows& rows, std::vector<std::string> keys) {
+        requireUtf8(rows, keys);
         std::sort(keys.begin(), keys.end());
         const auto twice = std::adjacent_find(keys.begin(), keys.end());
         if (twice != keys.end()) {
-            throw Failure(ExitStatus::failed, location,
-                          "two columns are called \"" + *twice + "\"");
+            throw rows.failure(0, "two columns are called \"" + *twice + "\"");
         }
     }
 
-    static void requireUtf8(const Location& location, const std::vector<std::string>& fields) {
+    static void requireUtf8(const Rows& rows, const std::vector<std::string>& fields) {
         if (!std::all_of(fields.begin(), fields.end(), ko::Orvid::text::isUtf8)) {
-            throw Failure(ExitStatus::failed, location, "the row is no UTF-8");
+            throw rows.failure(ko::Orvid::text::validLength(rows.text()), "Invalid UTF-8");
         }
     }
 
-    Element record(const Location& location, const std::vector<std::string>& keys,
+    Element record(const Rows& rows, const std::vector<std::string>& keys,
                    const CsvRow& row) const {
-        requireUtf8(location, row.fields);
+        requireUtf8(rows, row.fields);
         if (!m_table.hasNoHeader && row.fields.size() != keys.size()) {
-            throw Failure(ExitStatus::failed, location,
-                          "the row has " + std::to_string(row.fields.size()) +
-                              (row.fields.size() == 1 ? " field" : " fields") + ", the header " +
-                              std::to_string(keys.size()));
+            throw rows.failure(0, "the row has " + std::to_string(row.fields.size()) +
+                                      (row.fields.size() == 1 ? " field" : " fields") +
+                                      ", the header " + std::to_string(keys.size()));
         }
         Element result;
         Element::create(result.data(),

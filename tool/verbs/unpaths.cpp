@@ -52,7 +52,8 @@ private:
             rest.remove_prefix(std::min(end + 1, rest.length()));
         }
         if (document.root.isEmpty()) {
-            throw Failure(ExitStatus::failed, document.location, "there is no line with a path");
+            throw Failure(ExitStatus::failed, {document.location.file, 1, 1, std::string()},
+                          "there is no line with a path");
         }
     }
 
@@ -63,7 +64,7 @@ private:
         }
         const std::size_t tab = line.find('\t');
         if (tab == std::string_view::npos) {
-            throw Failure(ExitStatus::failed, location, "there is no tab after the path");
+            throw failureIn(line, line.length(), location, "there is no tab after the path");
         }
         Element value;
         readValue(location, line, tab + 1, value);
@@ -73,12 +74,17 @@ private:
             const bool isTaken = !leaf.isEmpty();
             leaf = value;
             if (isTaken) {
-                throw Clash("path \"" + path + "\" has a value already");
+                throw Clash("path \"" + path + "\" has a value already", &leaf);
             }
         } catch (const Clash& problem) {
-            throw Failure(ExitStatus::failed, location, problem.what());
+            Location at = location;
+            if (problem.element() != nullptr) {
+                at.setElement(*problem.element());
+            }
+            throw failureIn(line, 0, std::move(at), problem.what());
         } catch (const Failure& problem) {
-            throw Failure(ExitStatus::failed, location, problem.text());
+            const std::size_t column = problem.location().column;
+            throw failureIn(line, column == 0 ? 0 : column - 1, location, problem.text());
         }
     }
 
@@ -91,7 +97,8 @@ private:
             Location at = failure.location();
             at.column += at.column == 0 ? 0 : start;
             at.path = pathBelow(pathOfLine(line.substr(0, start - 1)), at.path.value_or(""));
-            throw Failure(failure.status(), std::move(at), failure.text());
+            const std::size_t offset = at.column == 0 ? 0 : at.column - 1;
+            throw failureIn(line, offset, std::move(at), failure.text());
         }
     }
 
