@@ -103,6 +103,8 @@ bool isOneLine(ParseErrorCode code) {
         case ParseErrorCode::eventOutOfOrder:
         case ParseErrorCode::repeatedKey:
         case ParseErrorCode::commentNotClosed:
+        case ParseErrorCode::commentNotAllowed:
+        case ParseErrorCode::textTruncated:
             return false;
         default:
             return true;

@@ -210,14 +210,14 @@ const char* TextScanner::takeOdd(const char* at, const char* end) {
 const char* TextScanner::takeComment(const char* at, const char* end) {
     constexpr std::ptrdiff_t k_opening = 2;
     if (!m_options.allowComments) {
-        return fail("Comments are not allowed", offsetOf(at));
+        return fail("Comments are not allowed", offsetOf(at), 1, ParseErrorCode::commentNotAllowed);
     }
     if (end - at < k_opening) {
         return cut(at, at);
     }
     const bool isLine = at[1] == '/';
     if (!isLine && at[1] != '*') {
-        return failUnexpected(at + 1, {ExpectedToken::unknown, "a comment begins with /* or //"});
+        return failUnexpected(at + 1, {ExpectedToken::comment, "a comment begins with /* or //"});
     }
     const char* const from = at + std::max<std::size_t>(k_opening, m_verified);
     const std::string_view closing = isLine ? "\n" : "*/";
@@ -251,7 +251,7 @@ void TextScanner::failMissing() {
                !(isComplete() && (m_held.empty() || isLineComment))) {
         const bool isComment = m_held.size() > 1 && m_held[0] == '/' && !isLineComment;
         fail("The text ends before the document is complete", m_offset, 1,
-             isComment ? ParseErrorCode::commentNotClosed : ParseErrorCode::strictSyntax);
+             isComment ? ParseErrorCode::commentNotClosed : ParseErrorCode::textTruncated);
     }
 }
 
@@ -264,13 +264,15 @@ const char* TextScanner::fail(std::string message, std::uint64_t begin, std::uin
 const char* TextScanner::failString(const text::StringScan& scan) {
     switch (scan.end) {
         case text::StringEnd::control:
-            return failByte(scan.at, "Control character " + hexText(*scan.at) +
-                                         " in a string: it must be escaped");
+            return failByte(
+                scan.at,
+                "Control character " + hexText(*scan.at) + " in a string: it must be escaped",
+                ExpectedToken::character);
         case text::StringEnd::escape:
-            return failUnexpected(scan.at, {ExpectedToken::unknown, "no escape begins so"});
+            return failUnexpected(scan.at, {ExpectedToken::escape, "no escape begins so"});
         case text::StringEnd::hexDigit:
             return failUnexpected(scan.at,
-                                  {ExpectedToken::unknown, "expected a hexadecimal digit"});
+                                  {ExpectedToken::hexDigit, "expected a hexadecimal digit"});
         case text::StringEnd::surrogate:
             return fail("The escape of half a surrogate pair", offsetOf(scan.at), scan.length);
         default:
@@ -322,7 +324,7 @@ TextScanner::Expectation TextScanner::expectation() const {
         case Next::nothing:
             break;
     }
-    return {ExpectedToken::unknown, "the document is complete"};
+    return {ExpectedToken::nothing, "the document is complete"};
 }
 
 /// The same containers with as little in them as there must be, and then the same token is next.

@@ -203,8 +203,7 @@ private:
     const char* fail(std::string message, std::uint64_t begin, std::uint64_t length = 1,
                      ParseErrorCode code = ParseErrorCode::strictSyntax);
     const char* failString(const text::StringScan& scan);
-    const char* failByte(const char* at, std::string message,
-                         ExpectedToken expected = ExpectedToken::unknown);
+    const char* failByte(const char* at, std::string message, ExpectedToken expected);
     const char* failUnexpected(const char* at, const Expectation& expected);
     const char* failDepth(const char* at);
     const char* failRepeated(std::string_view key, TokenSpan span);

@@ -19,6 +19,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Dom;
+using ko::Orvid::ParseErrorCode;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::text::k_whitespaceInLine;
@@ -67,8 +68,8 @@ std::string recordOf(const Document& document, std::string text) {
 /// Keys with halves of surrogate pairs are read as keys with `?`, and so may seem repeated. Throws
 /// Failure for the first half in a record that failed for that.
 void refuseHalves(const Document& document, ReadOptions options, const Failure& failure) {
-    const std::string_view text = failure.text();
-    if (text.rfind("Repeated key", 0) != 0 || text.find('?') == std::string_view::npos) {
+    if (failure.code() != ParseErrorCode::repeatedKey ||
+        std::string_view(failure.text()).find('?') == std::string_view::npos) {
         return;
     }
     options.rejectLoneSurrogates = true;
@@ -105,7 +106,7 @@ void read(const Call& call, const ReadOptions& options, Document& document) {
 }  // namespace
 
 Failure withCommentsHint(const Call& call, const Failure& failure, const char* otherwise) {
-    if (call.isStrict || failure.text() != std::string("Comments are not allowed")) {
+    if (call.isStrict || failure.code() != ParseErrorCode::commentNotAllowed) {
         return failure;
     }
     return {failure.status(), failure.location(),

@@ -22,14 +22,9 @@ namespace {
 
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
+using ko::Orvid::ExpectedToken;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
-
-constexpr std::string_view k_isComplete = ": the document is complete";
-
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.length() >= end.length() && text.substr(text.length() - end.length()) == end;
-}
 
 /// The parser's message shows the position in lines of its own; its first line says what is wrong.
 std::string firstLine(const std::string& message) { return message.substr(0, message.find('\n')); }
@@ -89,20 +84,21 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
     at.column = numberOf(error.firstColumn());
     at.setElement(error);
     std::string message = firstLine(error.message());
-    const bool endsEarly = endsWith(message, k_endsEarly);
-    const std::string nothing = endsEarly ? nothingHint(text) : "";
+    const std::string nothing = endsEarly(error.code()) ? nothingHint(text) : "";
     if (error.firstLine() > 0 && error.firstColumn() > 0) {
-        message +=
-            !nothing.empty() ? nothing
-            : endsEarly
-                ? openHintOf(text, location.line != 0)
-                : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()), message);
+        message += !nothing.empty() ? nothing
+                   : endsEarly(error.code())
+                       ? openHintOf(text, location.line != 0)
+                       : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()),
+                                  error.found(), error.expected());
     }
-    if (isShown && at.line > 1 && at.column == 1 && endsWith(message, k_isComplete)) {
+    if (isShown && at.line > 1 && at.column == 1 && error.expected() == ExpectedToken::nothing) {
         message += k_severalValues;
     }
-    return {ExitStatus::failed, std::move(at), message,
-            isShown && nothing.empty() ? excerptAt(text, error) : std::string()};
+    Failure failure(ExitStatus::failed, std::move(at), message,
+                    isShown && nothing.empty() ? excerptAt(text, error) : std::string());
+    failure.setCode(error.code());
+    return failure;
 }
 
 std::string excerptAt(std::string_view text, const ParseException& error) {

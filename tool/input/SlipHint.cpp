@@ -18,6 +18,9 @@ namespace orvid_tool {
 
 namespace {
 
+using ko::Orvid::ExpectedToken;
+using ko::Orvid::ParseErrorCode;
+
 constexpr std::string_view k_letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_$";
 constexpr std::string_view k_digits = "0123456789";
 
@@ -150,10 +153,6 @@ std::string spaceHint(char c) {
     }
 }
 
-bool contains(std::string_view text, std::string_view part) {
-    return text.find(part) != std::string_view::npos;
-}
-
 /// The offset after the string whose first quote is at `begin`, or npos.
 std::size_t afterString(std::string_view text, std::size_t begin) {
     std::size_t at = begin + 1;
@@ -165,13 +164,18 @@ std::size_t afterString(std::string_view text, std::size_t begin) {
 
 }  // namespace
 
-std::string slipHint(std::string_view text, std::size_t offset, std::string_view message) {
-    const bool isKey = contains(message, "expected a key");
-    const bool isValue = contains(message, "expected a value");
-    if (contains(message, "0x0A in a string")) {
-        return ", or the string lacks its closing quote";
+bool endsEarly(ParseErrorCode code) {
+    return code == ParseErrorCode::textTruncated || code == ParseErrorCode::commentNotClosed;
+}
+
+std::string slipHint(std::string_view text, std::size_t offset, std::optional<char> found,
+                     ExpectedToken expected) {
+    const bool isKey = expected == ExpectedToken::key;
+    const bool isValue = expected == ExpectedToken::value;
+    if (expected == ExpectedToken::character) {
+        return found == '\n' ? ", or the string lacks its closing quote" : "";
     }
-    if (offset >= text.length() || message.rfind("Unexpected", 0) != 0) {
+    if (offset >= text.length() || !found) {
         return "";
     }
     if (offset <= 1) {
@@ -180,23 +184,22 @@ std::string slipHint(std::string_view text, std::size_t offset, std::string_view
         }
     }
     std::string space = spaceHint(text[offset]);
-    if (!space.empty() && contains(message, ": expected")) {
+    const bool isNamed = expected != ExpectedToken::escape && expected != ExpectedToken::comment;
+    if (!space.empty() && isNamed) {
         return space;
     }
     const std::string_view word = wordAt(text, offset);
     const bool isWordHere = !word.empty() && isIn(k_letters, text, offset);
-    if (isWordHere && (isKey || isValue || contains(message, "expected a digit"))) {
+    if (isWordHere && (isKey || isValue || expected == ExpectedToken::number)) {
         return wordHint(word, isKey);
     }
-    const bool isLiteral = contains(message, "expected true") ||
-                           contains(message, "expected false") ||
-                           contains(message, "expected null");
-    if (isWordHere && !isLiteral && isInWord(text, offset - std::min<std::size_t>(offset, 1)) &&
+    if (isWordHere && expected != ExpectedToken::word &&
+        isInWord(text, offset - std::min<std::size_t>(offset, 1)) &&
         !similarTo(lowerCase(word), {"true", "false", "null"}).empty()) {
         return wordHint(word, false);
     }
     const std::string number = numberHint(text, offset, isValue);
-    return number.empty() && (isKey || isValue || contains(message, "expected ':'"))
+    return number.empty() && (isKey || isValue || expected == ExpectedToken::colon)
                ? markHint(text, offset)
                : number;
 }

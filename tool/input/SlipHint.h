@@ -4,6 +4,8 @@
 
 #pragma once
 
+#include <ko/Orvid.h>
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -11,16 +13,20 @@
 
 namespace orvid_tool {
 
-/// The library's message for a text that ends early.
+/// The library's message for a text that ends early, for texts of which only parts are read.
 inline constexpr std::string_view k_endsEarly = "The text ends before the document is complete";
 
 /// What there is for a text that another value follows in.
 inline constexpr const char* k_severalValues =
     " (for values that follow each other there are --lines, split --values and join)";
 
-/// What the message for the error at `offset` of the text lacks, as its end, such as ` (did you
-/// mean null?)`; mostly empty. `message` is the library's.
-std::string slipHint(std::string_view text, std::size_t offset, std::string_view message);
+/// Whether the error is that the text ends before its document is complete.
+bool endsEarly(ko::Orvid::ParseErrorCode code);
+
+/// What is to be appended to the library's message for the error at `offset` of the text, such as
+/// ` (did you mean null?)`; mostly empty.
+std::string slipHint(std::string_view text, std::size_t offset, std::optional<char> found,
+                     ko::Orvid::ExpectedToken expected);
 
 /// The end of the message for a text that ends before its document begins, such as ` (it is
 /// empty)`; empty for any other text.

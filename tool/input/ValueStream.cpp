@@ -22,6 +22,8 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::ExpectedToken;
+using ko::Orvid::ParseErrorCode;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
@@ -77,7 +79,8 @@ bool ValueStream::next() {
             throw scanFailure(*m_scanner->error());
         }
         if (m_isCutOff) {
-            throw scanFailure({{}, std::string(k_endsEarly), end() - m_root, 1});
+            throw scanFailure(
+                {ParseErrorCode::textTruncated, std::string(k_endsEarly), end() - m_root, 1});
         }
         requireTarget();
         m_sink.spans().clear();
@@ -126,7 +129,8 @@ void ValueStream::requireGap() {
             {{},
              std::string("Unexpected '") + both.back() + "': expected whitespace between values",
              m_scanner->position(),
-             1});
+             1,
+             both.back()});
     }
 }
 
@@ -279,19 +283,18 @@ Failure ValueStream::scanFailure(const ko::Orvid::TextError& error) {
 /// What is said of a text that ends before its first root. Of one that is long, not all is held,
 /// but all its comments are.
 std::string ValueStream::nothingHintFor(const ko::Orvid::TextError& error) const {
-    return error.message == k_endsEarly && !m_sink.isBegun() ? nothingHint(m_buffer) : "";
+    return endsEarly(error.code) && !m_sink.isBegun() ? nothingHint(m_buffer) : "";
 }
 
 /// What the message of the error lacks; what is read begins at `open`.
 std::string ValueStream::hint(const ko::Orvid::TextError& error, std::uint64_t open) const {
     const auto at = m_lines.position(m_buffer, m_root + error.begin);
-    constexpr std::string_view complete = ": the document is complete";
-    if (at.line > 1 && at.column == 1 && error.message.find(complete) != std::string::npos) {
+    if (at.line > 1 && at.column == 1 && error.expected == ExpectedToken::nothing) {
         return k_severalValues;
     }
-    if (error.message != k_endsEarly) {
+    if (!endsEarly(error.code)) {
         return slipHint(m_buffer, static_cast<std::size_t>(m_root + error.begin - m_start),
-                        error.message);
+                        error.found, error.expected);
     }
     const std::optional<OpenPart> part = openPartOf(from(open));
     if (!part) {

@@ -50,12 +50,16 @@ public:
     const std::string& excerpt() const { return m_excerpt; }
     /// Moves the location, where there is one, to another line of its file.
     void setLine(std::size_t line) { m_location.line = m_location.file.empty() ? 0 : line; }
+    /// What an error in a text is about; `unspecified` of all others, and where a hint was added.
+    ko::Orvid::ParseErrorCode code() const { return m_code; }
+    void setCode(ko::Orvid::ParseErrorCode code) { m_code = code; }
     void setColumn(std::size_t column) { m_location.column = m_location.file.empty() ? 0 : column; }
 
 private:
     ExitStatus m_status;
     Location m_location;
     std::string m_excerpt;
+    ko::Orvid::ParseErrorCode m_code = ko::Orvid::ParseErrorCode::unspecified;
 };
 
 /// The words of the call are wrong, which its help has more on.

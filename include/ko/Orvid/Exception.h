@@ -84,18 +84,25 @@ enum class ParseErrorCode : int {
     queryType,          ///< what a query compares, calls or tests is not of the type that fits
     queryNesting,       ///< a query is nested more deeply than its options allow
     commentNotClosed,   ///< the text ends within a comment
+    commentNotAllowed,  ///< the text has a comment, which the options refuse
+    textTruncated,      ///< the text, read strictly, ends before the document is complete
 };
 
 /// What could have stood where strict reading found another byte. Values are only ever added at the
 /// end.
 enum class ExpectedToken : int {
-    unknown,  ///< none of the others, or not known
-    value,    ///< a value, or where there is none yet the end of an array
-    key,      ///< a key, or where there is none yet the end of an object
-    colon,    ///< the colon after a key
-    comma,    ///< a comma, or the end of the array or object
-    word,     ///< the rest of true, false or null
-    number,   ///< a digit of a number that has begun
+    unknown,    ///< none of the others, or not known
+    value,      ///< a value, or where there is none yet the end of an array
+    key,        ///< a key, or where there is none yet the end of an object
+    colon,      ///< the colon after a key
+    comma,      ///< a comma, or the end of the array or object
+    word,       ///< the rest of true, false or null
+    number,     ///< a digit of a number that has begun
+    character,  ///< a character of a string, where control characters must be escaped
+    escape,     ///< what may follow a backslash
+    hexDigit,   ///< a hexadecimal digit of an escape
+    comment,    ///< the second character of the opening of a comment
+    nothing,    ///< no byte except whitespace and comments: the document is complete
 };
 
 /// An error in a text: its code, a message and the span of the text that it concerns. Costs are
