@@ -18,9 +18,10 @@ constexpr std::uint64_t k_sharedSteps = std::uint64_t{1} << 24;
 constexpr std::uint64_t k_stepsPerItem = 64;
 
 /// The 0-based positions of items that are the same in both sequences, ascending in both: as many
-/// as can stay. Where that takes more steps than this alignment's own and `sharedSteps`, which are
-/// used up, it is what both have in common at the beginning and at the end, and items that occur
-/// once in each. Uses memory in proportion to the lengths.
+/// as can stay. That may need this alignment's own steps and, beyond them, some of `sharedSteps`,
+/// which is reduced by as many. Where these do not suffice, the result is what both have in common
+/// at the beginning and at the end, and items that occur once in each. Uses memory in proportion to
+/// the lengths.
 std::vector<std::pair<std::size_t, std::size_t>> alignSequences(
     const std::vector<std::size_t>& from, const std::vector<std::size_t>& to,
     std::uint64_t& sharedSteps);

@@ -23,7 +23,7 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-/// Of other bytes, as of another encoding, no slip can be told.
+/// Other bytes, as those of another encoding, show no typing mistake.
 bool isVisible(char c) { return c > ' ' && c < '\x7F'; }
 
 const char* hintFor(char found, ExpectedToken expected) {

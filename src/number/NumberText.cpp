@@ -14,7 +14,7 @@ namespace {
 
 using Binary = NumberStore::Binary;
 
-/// `format` is what std::to_chars() takes after the value.
+/// `format` is what std::to_chars() accepts after the value.
 template<class T, class... Format>
 std::string_view written(NumberBuffer& buffer, T value, Format... format) noexcept {
     char* const begin = buffer.data();

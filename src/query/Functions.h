@@ -11,7 +11,7 @@
 
 namespace ko::Orvid {
 
-/// What a function takes and gives.
+/// The types of a function's parameters and of its result.
 struct FunctionType {
     std::string_view name;
     std::size_t parameters;

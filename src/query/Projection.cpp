@@ -110,7 +110,7 @@ bool isPosition(const Selector& selector) {
     return std::holds_alternative<long long>(selector) || std::holds_alternative<Slice>(selector);
 }
 
-/// Adds where a child is that the selector takes.
+/// Adds the position of a child that the selector selects.
 void addTaken(const Selector& selector, QueryCursor after, Cursors& cursors) {
     cursors.push_back(after);
     if (const auto* const filter = std::get_if<Filter>(&selector)) {

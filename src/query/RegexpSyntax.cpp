@@ -275,7 +275,7 @@ private:
                               : append(bracketed(isPositive(category) ? "[^" : "[", others));
     }
 
-    /// RE2 would take a second one for a modifier of the first.
+    /// RE2 would read a second one as a modifier of the first.
     bool takeQuantifier() {
         if (m_rest.empty() || !isOneOf(k_quantifiers, m_rest.front())) {
             return true;

@@ -114,7 +114,7 @@ StringScan scanEscape(const char* at, const char* end, const StringRules& rules)
     return isHighHalf(unitAt(at + 2)) ? scanSecondHalf(at, end) : unit;
 }
 
-/// YAJL takes whatever unit follows a first half for the second.
+/// YAJL uses whatever unit follows a first half as the second.
 const char* appendPair(std::string& out, const char* at, const char* end) {
     const unsigned int first = unitAt(at + 2);
     at += k_unitLength;

@@ -31,11 +31,11 @@ public:
     explicit TextRewriter(const Layout& layout, bool stopsAtMeta = false)
         : m_writer(layout), m_stopsAtMeta(stopsAtMeta) {}
 
-    /// Appends the document in the text with the edit made, unless that is null: what is written of
-    /// a tree that was read from the text, byte for byte. Returns false, and appends nothing, where
-    /// it cannot say: of text that `options` refuse, which must require a whole document, or that
-    /// is more than a hundred levels deep, of objects that repeat a key, and where there is no
-    /// place for the value. Throws std::bad_alloc.
+    /// Appends the document in the text with the edit made, unless that is null. The result is,
+    /// byte for byte, what would be written of a tree that was read from the text. Returns false
+    /// and appends nothing where that is not certain: for text that `options` refuse or that is
+    /// more than a hundred levels deep, for objects that repeat a key, and where the value cannot
+    /// be put. `options` must require a whole document. Throws std::bad_alloc.
     bool rewrite(std::string_view text, const TextEdit* edit, ReadOptions options, Bytes& out);
 
 private:

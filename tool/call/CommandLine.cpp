@@ -22,7 +22,7 @@ namespace orvid_tool {
 
 namespace {
 
-/// CLI11 takes a word in brackets for a list, and of the words after `--` only those that must be
+/// CLI11 reads a word in brackets as a list, and of the words after `--` only those that must be
 /// there. Such words are marked before it sees them, without the `--`, and the mark is taken away
 /// again when it has.
 constexpr char k_mark = '\x01';
@@ -268,8 +268,8 @@ struct CommandLine::Impl {
         return count;
     }
 
-    /// Throws UsageError where a `=` is in an option that takes none, or nothing follows it: CLI11
-    /// takes the former for a truth value, and for the latter the next word.
+    /// Throws UsageError where a `=` is in an option that has no value, or nothing follows it:
+    /// CLI11 reads the former as a truth value, and for the latter uses the next word.
     void requireValues() const {
         for (const std::string& word : optionWords()) {
             const std::size_t mark = word.find('=');

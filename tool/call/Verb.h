@@ -26,7 +26,7 @@ public:
     virtual const char* help() const = 0;
     /// Calls as a user would type them, one a line.
     virtual const char* examples() const = 0;
-    /// Adds the words and options that the verb takes.
+    /// Adds the words and options of the verb.
     virtual void addWords(Words& words, Call& call) = 0;
     /// Looks at the words before any document is read. Throws UsageError or Failure.
     virtual void prepare(Call& call);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Words, what a verb takes after its name: the words and options are declared here, and filled in
+// Words, what may follow the name of a verb: the words and options are declared here, and filled in
 // when the call is read. The library that reads them is hidden by it, so that only CommandLine.cpp
 // is compiled with that.
 

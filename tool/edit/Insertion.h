@@ -11,11 +11,11 @@
 
 namespace orvid_tool {
 
-/// Puts the value, which is null afterwards, before the item at the step, or after the last one for
-/// `[*]` and the index one past the end, or makes it a new member after the last. Throws
-/// PathNotFound where the holder is not there or has no such position, Failure, which completes
-/// `location`, where the member is there already. The root is unchanged then. Returns the value in
-/// its new place.
+/// Puts the value before the item at the step; for `[*]` and the index one past the end, after the
+/// last item; or as a new member after the last one. `value` is null afterwards. Returns the value
+/// in its new place. Throws PathNotFound where the holder does not exist or has no such position,
+/// and Failure, which completes `location`, where the member exists already. The root is unchanged
+/// then.
 ko::Orvid::Element& insertAt(ko::Orvid::Element& root, const LastStep& step,
                              ko::Orvid::Element&& value, const Location& location);
 

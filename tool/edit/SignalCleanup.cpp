@@ -89,7 +89,7 @@ SignalPause::~SignalPause() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); 
 RemovedBySignal::RemovedBySignal(const std::string& name) {
     const SignalPause pause;
     m_slot = freeSlot();
-    // The system takes no longer names, so such a file cannot be there.
+    // The system accepts no longer names, so such a file cannot be there.
     if (name.size() <= PATH_MAX) {
         std::memcpy(g_names[m_slot], name.c_str(), name.size() + 1);
     }

@@ -47,10 +47,11 @@ struct TextExcerpt {
     bool needsHabits;
 };
 
-/// The excerpt for an edit at the steps. Nothing where the edit cannot be told from an excerpt: for
-/// the root, where steps do not go with what is there, where there is nothing to remove, where a
-/// member that is to be inserted is there, in some layouts of lines of more than 1000 bytes, and of
-/// text that `options`, which refuse repeated keys, do not take. One pass through the text; the
+/// The excerpt for an edit at the steps. Nothing where an excerpt does not determine the edit: for
+/// the root, where a step is a key and there is an array or the other way round, where there is
+/// nothing to remove, where a member that is to be inserted exists, and in some layouts of lines of
+/// more than 1000 bytes. Nothing either for text that `options` refuse, which must refuse repeated
+/// keys. One pass through the text; the
 /// excerpt grows with the depth of the place, and not with the text, except for habits with its
 /// first few thousand containers, unless comments stand between values.
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,

@@ -31,9 +31,9 @@ Failure missingHolder(Location location, const ko::Orvid::Element& root,
 /// to write the path, as the end of a message. Otherwise nothing.
 std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
-/// What is said of a path that has a new key with whitespace at its beginning or end, or that ends
-/// in a new key with a colon at its end, as the end of a note; empty for any other path. Throws
-/// Failure for a malformed path.
+/// The end of a note about a path with an unusual new key: one with whitespace at its beginning or
+/// end, or a last one with a colon at its end. Empty for any other path. Throws Failure for a
+/// malformed path.
 std::string unusualKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
 }  // namespace orvid_tool

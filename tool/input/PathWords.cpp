@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Telling paths, values and files apart.
+// Which words are paths, which values, and which files.
 
 #include "input/PathWords.h"
 

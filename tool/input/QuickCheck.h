@@ -14,11 +14,11 @@
 
 namespace orvid_tool {
 
-/// The text of the file, or of standard input for "-", where it is not certainly right as the
-/// options say: up to the error, and some bytes of its line after it, or the whole where the error
-/// is its end. Nothing where it is right. Of a file that can be read again no more than a piece is
-/// held while it is right, of others, such as a pipe, the text, besides eight bytes for each key of
-/// the objects that are open at once. Throws Failure where it cannot be opened or read.
+/// Nothing where the text of the file, or of standard input for "-", is right as the options say.
+/// Where that is not certain, the text up to the error and some bytes of its line after it, or the
+/// whole text where the error is its end. While the text is right, memory holds one piece of a file
+/// that can be read again, but all of another, such as a pipe; and eight bytes for each key of the
+/// objects that are open at once. Throws Failure where the file cannot be opened or read.
 std::optional<Bytes> malformedText(const std::string& file, const ko::Orvid::ReadOptions& options);
 
 /// Whether the text is certainly right as the options say. Where it is not, reading it says what is

@@ -12,7 +12,7 @@
 
 namespace orvid_tool {
 
-/// Refuses what the path language takes for something else than it seems: a byte 0xFF, which ends a
+/// Refuses what the path language reads as something else than it seems: a byte 0xFF, which ends a
 /// path, and the index 4294967295, which means [*]; and a backslash at the end. Throws Failure.
 void refuseMisleading(const std::string& path);
 

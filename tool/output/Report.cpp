@@ -90,7 +90,7 @@ std::string asUtf8(std::string_view text) {
     return result;
 }
 
-/// The path as the verbs take it.
+/// The path as the verbs accept it.
 std::string placeOf(const Location& location) {
     return location.isPointer ? *location.path : pathWord(*location.path);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Places as the verbs take them: what is written of one leads back to it.
+// Places as the verbs accept them: what is written of one leads back to it.
 
 #pragma once
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What stands outside quotes is what no shell takes for anything but itself.
+// Outside quotes are only characters that mean nothing else to any shell.
 
 #include "output/shellWord.h"
 

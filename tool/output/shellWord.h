@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Words of calls that a hint says to type, as a shell takes them.
+// Words of calls that a hint says to type, quoted for a shell.
 
 #pragma once
 

@@ -12,9 +12,10 @@
 
 namespace orvid_tool {
 
-/// A line `- PATH<TAB>VALUE` for what goes, with its path in `from`, and `+ PATH<TAB>VALUE` for
-/// what comes, with its path in `to`, in the order of the patch, which makePatch() made of the two.
-/// A value that is replaced has both. Throws Unwritable.
+/// A line `- PATH<TAB>VALUE` for each value that is removed, with its path in `from`, and a line
+/// `+ PATH<TAB>VALUE` for each one that is added, with its path in `to`. A value that is replaced
+/// has both. They are in the order of the patch, which makePatch() made of the two. Throws
+/// Unwritable.
 std::string changesText(const ko::Orvid::Element& from, const ko::Orvid::Element& to,
                         const ko::Orvid::Element& patch, const Layout& layout);
 

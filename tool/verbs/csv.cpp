@@ -22,7 +22,7 @@ namespace {
 
 using ko::Orvid::Element;
 
-/// A string as it is, null as nothing, all else as its JSON. What uncsv would take for another
+/// A string as it is, null as nothing, all else as its JSON. What uncsv would read as another
 /// value is put in quotes.
 CsvField fieldOf(const Element& value) {
     if (value.isNull()) {

@@ -248,7 +248,8 @@ public:
     }
 
 private:
-    /// Its comments come along whatever else equals it: the document is told where it went.
+    /// The document gets to know where the value went, so that its comments come along even where
+    /// other values equal it.
     void apply(const Call& call, Document& document, Bytes& out) const override {
         Element& root = document.root;
         Element& source = from().get(root);

@@ -32,7 +32,7 @@ public:
     template<class Integer, class = std::enable_if_t<std::is_integral_v<Integer> &&
                                                      !std::is_same_v<Integer, bool>>>
     explicit DecNumber(Integer value) : DecNumber(widened(value)) {}
-    /// Every finite double is an exact decimal and is taken as such: 0.1 has 55 digits. Both zeros
+    /// Every finite double is an exact decimal and is read as such: 0.1 has 55 digits. Both zeros
     /// are the one zero. Throws RuntimeError for a NaN and for the infinities.
     explicit DecNumber(double value);
     /// Reads the whole of `text` as an optional sign '+' or '-', decimal digits with at most one
@@ -67,9 +67,9 @@ public:
     std::string toString() const;
     /// Writes a JSON number that reads back to an equal one, with every digit of the coefficient:
     /// "1.50" stays "1.50". The form is plain ("100", "-0.00001") where no zeros have to be filled
-    /// in (so the digits of an integer always come back as they are, less leading zeros), and where
-    /// the leading digit's power of ten is from -6 to 18. Otherwise it is d.ddde+NN or d.ddde-NN.
-    /// Zero is "0". The formatting flags, width and locale of `out` have no effect.
+    /// in, and where the leading digit's power of ten is from -6 to 18. So the digits of an integer
+    /// always come back as they are, except for leading zeros. Otherwise the form is d.ddde+NN or
+    /// d.ddde-NN. Zero is "0". The formatting flags, width and locale of `out` have no effect.
     std::ostream& writeTo(std::ostream& out) const;
 
     /// The number as that type, the fraction cut off toward zero: -0.5 is 0 for an unsigned type

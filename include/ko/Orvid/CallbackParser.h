@@ -49,7 +49,7 @@ public:
 /// is not looked at. The end of the text is never announced: a top-level number is delivered only
 /// when a character follows it, and text that stops early is no error but leaves state() at 2.
 ///
-/// There is no reset: each document takes a new parser. One thread at a time. A listener that calls
+/// There is no reset: each document needs a new parser. One thread at a time. A listener that calls
 /// parse() of the parser that is calling it gets an Exception. An operation that states no cost is
 /// O(1).
 class KO_API CallbackParser {

@@ -81,7 +81,7 @@ public:
     /// The file that the document was loaded from must still be as it was then, or as this document
     /// saved it last: otherwise the edits of others would be lost, and FileException is thrown with
     /// ESTALE as its error(). A FileLock, from before load() to after save(), keeps others waiting
-    /// who take it too.
+    /// who lock the file too.
     void save(const std::string& file) const;
 
     /// The same with text(moved): the places count from the text that was read, also where the

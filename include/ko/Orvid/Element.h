@@ -243,7 +243,7 @@ public:
     /// @name Editing: by path
     /// `value` may lie anywhere in the tree that is edited: what it was before the call counts.
     /// Unless stated, the cost is that of the lookup and of a copy of `value`. A detail::Converted
-    /// is a value of any type that set() takes: where its conversion throws, nothing is changed.
+    /// is a value of any type that set() accepts: where its conversion throws, nothing is changed.
     ///@{
     /// Sets the element at the path to `value`, making what is missing (see Path::createElement).
     Element& create(const Path& path, const Element& value);

@@ -32,7 +32,7 @@ struct KO_API FileStamp {
 };
 
 /// A lock on a file, held while the object lives: for the time from reading the file to replacing
-/// it. It is advisory: it keeps out those who take it as well, as the command `orvid` does with -i,
+/// it. It is advisory: it keeps out those who lock it as well, as the command `orvid` does with -i,
 /// and nobody else; FileStamp shows what others did.
 ///
 /// The lock is on a file of its own in the same folder, named `.orvid-lock-` and digits, which is
@@ -51,7 +51,7 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    /// False where there can be no lock: the folder takes no new files, or the file system knows
+    /// False where there can be no lock: the folder allows no new files, or the file system knows
     /// none.
     bool isHeld() const noexcept { return m_file >= 0; }
     /// The name of the file that is locked.

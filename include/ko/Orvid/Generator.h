@@ -21,7 +21,7 @@ namespace ko::Orvid {
 ///
 /// Containers may be nested at any depth; writing takes no stack for it. Each call that is refused
 /// writes nothing, so what is written is balanced. A value written completely ends the document:
-/// another takes another generator. An operation that states no cost is O(1).
+/// another needs another generator. An operation that states no cost is O(1).
 class KO_API Generator {
 public:
     /// Writes to `out`, which is not owned and may be null until an encode() names a stream.

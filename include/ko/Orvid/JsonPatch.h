@@ -37,8 +37,8 @@ struct PatchOptions {
 /// Carries out the operations of the patch, all of them or none. An added member comes last, a
 /// replaced one keeps its place. Values are equal for "test" if they are `==`: numbers of one
 /// value, members in any order. The patch may lie in the target's tree: what it was before the call
-/// counts. The cost is linear in the size of the target, of the patch and of what is copied,
-/// except for each operation in an array, which costs about the square root of its length.
+/// counts. The cost is linear in the size of the target, of the patch and of what is copied. An
+/// operation in an array also costs about the square root of the array's length.
 ///
 /// Throws TypeException<EType> for a patch that is no array and PatchException for an operation
 /// that fails or copies too much, and std::bad_alloc where memory is refused; the target and
@@ -49,10 +49,10 @@ KO_API void applyPatch(Element& target, const Element& patch,
 
 /// How makePatch() chooses its operations.
 struct DiffOptions {
-    /// As long as the operations within a subtree take no more bytes than this as compact text,
-    /// each change stays an operation of its own. Beyond it, they give way to one that replaces the
-    /// subtree where that takes fewer: so no patch is longer than this and than the one that
-    /// replaces the whole document. 0: always what takes fewer.
+    /// A number of bytes of compact text. As long as the operations within a subtree need no more,
+    /// each change stays an operation of its own. Where they need more, one operation replaces the
+    /// subtree if that is shorter. So no patch is longer than both this and the patch that
+    /// replaces the whole document. 0: always the shorter form.
     std::uint64_t fineUpTo = 1024;
 };
 

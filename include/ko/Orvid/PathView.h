@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// PathView, the path text of whoever calls: what operations take that only read a path.
+// PathView, a view of the caller's path text: the parameter of operations that only read a path.
 
 #pragma once
 

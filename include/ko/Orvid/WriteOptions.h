@@ -29,8 +29,8 @@ struct WriteOptions {
     /// Whether `{}` and `[]` are closed where they open; otherwise an empty container takes three
     /// lines. The compact layout always closes them there.
     bool closeEmpty = false;
-    /// Whether serialize() and Dom::save() take strings and keys that are no UTF-8, and write their
-    /// bytes as they are, or refuse them. A Generator takes them.
+    /// Whether serialize() and Dom::save() accept strings and keys that are no UTF-8, and write
+    /// their bytes as they are. Otherwise they refuse them. A Generator always accepts them.
     bool allowInvalidUtf8 = false;
 
     /// Lines after `indent` for each level and a final newline; neither when it is empty.

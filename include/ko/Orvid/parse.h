@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // parse() makes an element of a JSON text, in one step. docs/reading-and-writing.md says what it
-// takes; DomParser reads pieces, and into elements that are there already.
+// accepts. DomParser reads texts in pieces, and reads into elements that exist already.
 
 #pragma once
 

@@ -13,13 +13,13 @@
 
 namespace ko::Orvid {
 
-/// The first malformed line of `text`, the whole JSON text that `error` is about, or the path,
-/// pointer or query, which is one line whatever it holds, and under it carets that mark the error:
-/// two lines of at most 78 characters with a newline after each. Of a longer line it is the part
-/// around the error, with "..." where it is cut. Control characters become spaces and bytes that
-/// are no UTF-8 question marks, one for each. Empty when the error has no line and column, or the
-/// text has no such line. The carets take each character for as wide as a letter. Cost: linear up
-/// to that line's end.
+/// The line of `text` in which the error is, and under it a line with carets that mark the error,
+/// each with a newline at its end. `text` is what `error` is about: a whole JSON text, or a path,
+/// pointer or query, which counts as one line whatever it holds. Of a line of more than 78
+/// characters only the part around the error is shown, with "..." where it is cut. Each control
+/// character becomes a space, and each byte that is no UTF-8 a question mark. Empty when the error
+/// has no line and column, or the text has no such line. The carets assume that each character is
+/// as wide as a letter. Cost: linear up to that line's end.
 KO_API std::string sourceExcerpt(std::string_view text, const ParseException& error);
 
 }  // namespace ko::Orvid

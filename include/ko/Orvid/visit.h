@@ -48,9 +48,9 @@ decltype(auto) visitHeld(Visitor&& visitor, Held& element) {
 ///@{
 /// Calls the visitor with what the element holds: std::nullptr_t, bool, Number, std::string,
 /// Element::TObject or Element::TArray, by a reference to the payload (const for a const element).
-/// An element of type etEmpty is a std::monostate for a visitor that takes one, and else a nullptr.
-/// Returns what the visitor returns; what it returns for nullptr decides the type. Costs the
-/// visitor's call.
+/// An element of type etEmpty is a std::monostate for a visitor that accepts one, and else a
+/// nullptr. Returns what the visitor returns; what it returns for nullptr decides the type. Costs
+/// the visitor's call.
 template<class Visitor>
 decltype(auto) visit(Visitor&& visitor, const Element& element) {
     return detail::visitHeld(std::forward<Visitor>(visitor), element);

@@ -197,7 +197,7 @@ private:
         std::optional<Tree> tree;
     };
 
-    /// Nothing is known of what another order takes for equal.
+    /// Nothing is known of which keys are equal for another order.
     template<class Like>
     static constexpr bool k_isText =
         k_isNatural&& std::is_convertible_v<const Like&, std::string_view>;

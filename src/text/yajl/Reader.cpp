@@ -36,7 +36,7 @@ bool isReal(const char* number, std::size_t length) {
                        [](char c) { return c == '.' || c == 'e' || c == 'E'; });
 }
 
-// strtod needs a NUL after the digits, and takes the decimal point from the locale.
+// strtod needs a NUL after the digits, and expects the locale's decimal point.
 double realOf(const char* digits) {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(digits, nullptr, classic);

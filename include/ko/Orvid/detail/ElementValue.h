@@ -31,8 +31,8 @@ using IfView = std::enable_if_t<std::is_same_v<T, std::string_view>, int>;
 template<class T>
 using IfConverted = std::enable_if_t<!std::is_convertible_v<const T&, Element>, int>;
 
-/// What operations take beside an Element: an element of a value that was converted where they were
-/// called. Defined in Element.h.
+/// What operations accept besides an Element: a value that is converted to an element where they
+/// are called. Defined in Element.h.
 struct Converted;
 
 /// Throws ValueOutOfRange<Number, T> for the element's number. For arithmetic types.
