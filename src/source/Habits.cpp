@@ -103,6 +103,10 @@ private:
         if (!hasComment(pad)) {
             (m_map.isObject(container) ? m_objectPads : m_arrayPads).add(pad);
         }
+        const std::string_view end = closeGap(m_map, container);
+        if (isBlankLine(end)) {
+            (m_map.isObject(container) ? m_objectEnds : m_arrayEnds).add(end);
+        }
         if (m_map.hasNext(container, first)) {
             const ChildSpan second = m_map.nextChild(container, first);
             const std::string_view text = m_map.text(second.gapBegin, second.begin);
@@ -128,6 +132,8 @@ private:
         habits.itemComma = m_itemCommas.best(m_memberCommas.best(comma));
         habits.objectPad = m_objectPads.best("");
         habits.arrayPad = m_arrayPads.best("");
+        habits.objectEnd = m_objectEnds.best(habits.objectPad);
+        habits.arrayEnd = m_arrayEnds.best(habits.arrayPad);
         habits.breaksLines = m_lines.any() ? m_lines.yes > 0 : m_scalarLines.no == 0;
         habits.breaksScalarArrays =
             habits.breaksLines && (!m_scalarLines.any() || m_scalarLines.yes >= m_scalarLines.no);
@@ -136,7 +142,8 @@ private:
     }
 
     const SourceMap& m_map;
-    Tally m_indents, m_colons, m_memberCommas, m_itemCommas, m_objectPads, m_arrayPads;
+    Tally m_indents, m_colons, m_memberCommas, m_itemCommas, m_objectPads, m_arrayPads,
+        m_objectEnds, m_arrayEnds;
     Votes m_lines, m_scalarLines, m_endComma;
 };
 

@@ -28,8 +28,10 @@ struct Habits {
     std::string colon = ": ";       ///< with the whitespace around it
     std::string memberComma = " ";  ///< the whitespace after the comma of an object on a line
     std::string itemComma = " ";    ///< and after that of an array
-    std::string objectPad;          ///< within the braces of an object on one line
+    std::string objectPad;          ///< after the opening brace of an object on one line
     std::string arrayPad;
+    std::string objectEnd;  ///< before the closing one
+    std::string arrayEnd;
     bool breaksLines = true;         ///< members and items stand on lines of their own
     bool breaksScalarArrays = true;  ///< also the items of arrays that hold no containers
     bool endsWithComma = false;      ///< the last of them has a comma

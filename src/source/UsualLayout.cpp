@@ -96,7 +96,10 @@ std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
         const std::string own(m_former.at(frame, 0).lead);
         return isWithin && own.empty() ? " " : own;
     }
-    return isObject(frame) ? habits().objectPad : habits().arrayPad;
+    if (isWithin) {
+        return isObject(frame) ? habits().objectPad : habits().arrayPad;
+    }
+    return isObject(frame) ? habits().objectEnd : habits().arrayEnd;
 }
 
 bool UsualLayout::endsWithComma(const Frame& frame) {

@@ -189,6 +189,14 @@ TEST(DomSource, keeps_the_ends_of_lines_where_they_are_mixed) {
     EXPECT_EQ(edited("[\n\n  1,\r\n  2\n]", removingItem(0)), "[\n\n  2\n]");
 }
 
+TEST(DomSource, learns_the_blanks_within_brackets_from_each_of_the_two) {
+    EXPECT_EQ(edited("[\n  [ 1,  0, 10],\n  [ 0, 20,  3],\n  [10,  0,  1]\n]",
+                     [](Element& root) {
+                         root.create("[*]", ko::Orvid::makeArray({7, 8}));
+                     }),
+              "[\n  [ 1,  0, 10],\n  [ 0, 20,  3],\n  [10,  0,  1],\n  [ 7,  8]\n]");
+}
+
 TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {
     const auto push = [](Element& root) { root.get("list").array().push_back(Element(9)); };
     EXPECT_EQ(edited(R"({"pos": {"x": 1}, "z": 1, "rgb": [1,2,3]})", setting("pos.y", 2)),
