@@ -46,14 +46,16 @@ bool isWithinRange(const TextExcerpt& excerpt, std::string_view text) {
 /// The habits of the document are read only where they matter: they are most of an excerpt.
 std::optional<TextExcerpt> excerptFor(std::string_view text, const ValueSteps& steps,
                                       const ExcerptEdit& edit, const ReadOptions& options) {
+    const bool isReplacement = edit.kind == PlaceEdit::set && !edit.putsContainer;
+    const PlaceEdit kind = isReplacement ? PlaceEdit::replace : edit.kind;
     if (!edit.putsContainer) {
         std::optional<TextExcerpt> excerpt =
-            excerptOf(text, steps, edit.kind, ExcerptRest::none, options);
+            excerptOf(text, steps, kind, ExcerptRest::none, options);
         if (!excerpt || !excerpt->needsHabits) {
             return excerpt;
         }
     }
-    return excerptOf(text, steps, edit.kind, ExcerptRest::habits, options);
+    return excerptOf(text, steps, kind, ExcerptRest::habits, options);
 }
 
 void appendChanged(std::string_view text, const TextChange& change, Bytes& out) {

@@ -281,9 +281,9 @@ private:
     void leavePlace() {
         const bool isContainer =
             m_text[m_open.back().value] == '{' || m_text[m_open.back().value] == '[';
-        m_needsHabits = m_needsHabits || (m_edit == PlaceEdit::set && isContainer);
-        m_open.back().fillsEmpty =
-            m_edit == PlaceEdit::set && isContainer && isEmpty(m_open.back().value);
+        const bool isOther = m_edit == PlaceEdit::set || m_edit == PlaceEdit::replace;
+        m_needsHabits = m_needsHabits || (isOther && isContainer);
+        m_open.back().fillsEmpty = isOther && isContainer && isEmpty(m_open.back().value);
         if (m_phase == Phase::before) {
             m_phase = Phase::after;
         }

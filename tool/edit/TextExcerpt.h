@@ -21,7 +21,8 @@ namespace orvid_tool {
 enum class PlaceEdit {
     remove,  ///< the value goes, whatever it is
     insert,  ///< a value comes before the item there, or is new
-    set      ///< the value becomes another; what it was matters to the layout
+    set,     ///< the value becomes another; what it was matters to the layout
+    replace  ///< the same where the other is a scalar, to which what a container held is nothing
 };
 
 /// What an excerpt has of the text that does not lie around the place.

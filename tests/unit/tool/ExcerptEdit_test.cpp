@@ -168,6 +168,23 @@ TEST(ExcerptEdit, fills_a_container_as_one_that_was_left_out) {
     EXPECT_EQ(count.made, 1U);
 }
 
+TEST(ExcerptEdit, puts_a_scalar_in_place_of_a_long_container) {
+    std::string text = "{\n  \"a\": 1, // first\n  \"all\": [ // open\n   1";
+    for (int i = 0; i < 9000; ++i) {
+        text += ",\n    {\"id\": " + std::to_string(i) + ", \"tags\": [1, 2, {\"x\": {}}]}";
+    }
+    text += " // close\n  ], // after\n  \"last\": {}\n}";
+    Count count;
+    expectSame(text, {PlaceEdit::set, "all", "1"}, count);
+    EXPECT_EQ(count.made, 1U);
+    for (const ExcerptRest rest : {ExcerptRest::none, ExcerptRest::habits}) {
+        const auto excerpt =
+            excerptOf(text, stepsOf("all"), PlaceEdit::replace, rest, ReadOptions::jsonc());
+        ASSERT_TRUE(excerpt);
+        EXPECT_LT(excerpt->text.size(), text.size() / 2);
+    }
+}
+
 TEST(ExcerptEdit, is_short_for_a_long_text) {
     std::string text = "{\"all\": [1";
     for (int i = 0; i < 20000; ++i) {
