@@ -37,9 +37,13 @@ constexpr std::size_t k_shownPieceSize = 255;
 constexpr std::size_t k_longestArea = (std::size_t{1} << 20U) * k_shownPieceSize;
 /// How much of a token that a piece of a stream cuts off is finished in place, in bytes.
 constexpr std::size_t k_room = 256;
-/// What the nodes of a small document take, in bytes: at least, and for each byte of its text.
-constexpr std::size_t k_leastNodes = 160;
-constexpr std::size_t k_nodesPerByte = 6;
+
+/// What the nodes of a small document take, in bytes, by the length of its text.
+constexpr std::size_t nodesFor(std::size_t length) {
+    constexpr std::size_t k_least = 160;
+    constexpr std::size_t k_perByte = 6;
+    return k_least + k_perByte * length;
+}
 
 /// Lets a loop `while (in >> element)` end: a stream from which nothing was read, and in which
 /// nothing more will be, fails.
@@ -86,7 +90,7 @@ void DomParser::fill(Element& root, std::size_t length, const Feed& feed) {
     // The text may lie in the value that it replaces, which therefore goes last.
     Element former;
     std::swap(former.data(), root.data());
-    m_nodes.expect(k_leastNodes + k_nodesPerByte * length);
+    m_nodes.expect(nodesFor(length));
     const SlabArena::Scope scope(m_nodes);
     if (isWhole()) {
         restart(root);
@@ -229,7 +233,9 @@ void DomParser::readToEnd(std::istream& in) {
     char* const piece = buffer.get() + k_room;
     do {
         source.read(piece, static_cast<std::streamsize>(k_pieceSize));
-        read({piece, static_cast<std::size_t>(source.gcount())}, k_room);
+        const auto length = static_cast<std::size_t>(source.gcount());
+        m_nodes.expect(nodesFor(length));
+        read({piece, length}, k_room);
         m_reading->countLines();
     } while (source);
     if (source.bad()) {
@@ -283,6 +289,7 @@ bool DomParser::readArea(std::streambuf& buffer) {
         return false;
     }
     GetArea::move(buffer, static_cast<int>(area.size()));
+    m_nodes.expect(nodesFor(area.size()));
     scan(area, 0);
     if (m_reading->scanner->error()) {
         handOverFrom(buffer, area, area.size());

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -80,6 +81,33 @@ TEST(ReadingInPieces, makes_no_index_of_a_wide_object_in_a_stream) {
     };
     EXPECT_LT(requestsOf(readLenient), k_few);
     EXPECT_LT(requestsOf(readToEnd), k_few);
+}
+
+/// The first slab fits the piece that comes first, so that it is not many small ones.
+TEST(ReadingInPieces, takes_a_small_document_from_a_stream_with_as_few_slabs_as_from_a_text) {
+    std::string text = "[";
+    for (int i = 0; i < 500; ++i) {
+        text += std::to_string(i) + ",";
+    }
+    text += "0]";
+    const auto read = [&](const ko::Orvid::ReadOptions& options, bool isStream) {
+        Element root;
+        std::istringstream in(text);
+        DomParser parser(options);
+        const std::size_t before = allocationCount();
+        if (isStream) {
+            parser.parse(root, in);
+        } else {
+            parser.parse(root, text);
+        }
+        EXPECT_EQ(root.array().size(), 501U);
+        return allocationCount() - before;
+    };
+    ko::Orvid::ReadOptions whole;
+    whole.requireWholeDocument = true;
+    for (const ko::Orvid::ReadOptions& options : {ko::Orvid::ReadOptions(), whole}) {
+        EXPECT_LE(read(options, true), read(options, false) + 1) << "one for pieces";
+    }
 }
 
 }  // namespace
