@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The operations on whole trees of payloads. None of them recurses: documents may be nested deeper
-// than any stack.
+// The operations on whole trees of payloads. None of them recurses for more than 32 levels:
+// documents may be nested deeper than any stack.
 
 #pragma once
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// Destroying a tree, from the leaves up. The way back up is kept in the containers themselves: what
-// a container that is being emptied names as its parent is the element to go on with after it.
+// Destroying a tree: the first levels by recursion, and what lies below without.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -22,10 +22,10 @@ bool hasPayload(const Element::SData& data) noexcept {
            (data.type == etObject && data.value.object != nullptr);
 }
 
-class Demolition {
+/// Of any depth. The way back up is kept in the containers themselves: what a container that is
+/// being emptied names as its parent is the element to go on with after it.
+class DeepDemolition {
 public:
-    explicit Demolition(SlabArena::Freeing& freeing) : m_freeing(freeing) {}
-
     void run(Element& root) noexcept {
         enter(root, nullptr);
         while (m_current != nullptr) {
@@ -48,77 +48,39 @@ private:
         m_current = &element;
     }
 
-    // A container that holds scalars only goes with its siblings, without being entered.
-
     template<class Container>
     void goOn(Container& container) noexcept {
-        if (Element* const child = releaseChildren(container, true)) {
+        if (Element* const child = releaseScalars(container)) {
             enter(*child, m_current);
         } else {
             leave(container);
         }
     }
 
-    /// Releases what is in the children, from the last one on, and returns the container that stops
-    /// it, or null. Where the container `isEntered`, that one becomes its last child.
-    Element* releaseChildren(Element::TArray& array, bool isEntered) noexcept {
-        const bool isLoose = Place::isLoose(array);
-        for (std::size_t size = array.size(); size != 0;) {
+    /// Up to a container, which is returned; null where there is none. What was before it is gone.
+    static Element* releaseScalars(Element::TArray& array) noexcept {
+        for (std::size_t size = array.size(); size != 0; --size) {
             const auto items = Place::stretchAt(array, size - 1);
-            for (; size != items.begin; --size) {
-                Element* const item = items.first + (size - 1 - items.begin);
-                if (!release(item->data(), isEntered)) {
-                    Place::shorten(array, size);
-                    return item;
-                }
-                if (isLoose) {
-                    item->data() = Element::SData();
-                }
+            Element& item = items.first[size - 1 - items.begin];
+            if (hasPayload(item.data())) {
+                Place::shorten(array, size);
+                return &item;
             }
+            releaseLeaf(item.data());
+            item.data() = Element::SData();
         }
         Place::shorten(array, 0);
         return nullptr;
     }
 
-    Element* releaseChildren(Element::TObject& object, bool isEntered) noexcept {
-        for (auto member = object.end(); member != object.begin();) {
-            Element& value = (--member)->second;
-            if (release(value.data(), isEntered)) {
-                value.data() = Element::SData();
-            } else {
-                while (isEntered && &Place::lastOf(object) != &value) {
-                    Place::removeLast(object);
-                }
+    static Element* releaseScalars(Element::TObject& object) noexcept {
+        for (; !object.empty(); Place::removeLast(object)) {
+            Element& value = Place::lastOf(object);
+            if (hasPayload(value.data())) {
                 return &value;
             }
         }
         return nullptr;
-    }
-
-    /// Releases the payload, unless it is a container: of these, only those that hold scalars go,
-    /// and that only with `takesContainers`. Returns whether it is gone; the record stays as it is.
-    bool release(const Element::SData& data, bool takesContainers) noexcept {
-        if (data.type == etNumber) {
-            if (data.value.number != nullptr) {
-                data.value.number->~Number();
-                m_freeing.release(data.value.number, sizeof(Number));
-            }
-        } else if (data.type == etString) {
-            deleteString(data.value.string, m_freeing);
-        } else if (hasPayload(data)) {
-            return takesContainers && (data.type == etArray ? releaseFlat(*data.value.array)
-                                                            : releaseFlat(*data.value.object));
-        }
-        return true;
-    }
-
-    template<class Container>
-    bool releaseFlat(Container& container) noexcept {
-        if (releaseChildren(container, false) != nullptr) {
-            return false;
-        }
-        delete &container;
-        return true;
     }
 
     template<class Container>
@@ -129,8 +91,84 @@ private:
         m_current = after;
     }
 
-    SlabArena::Freeing& m_freeing;
     Element* m_current = nullptr;
+};
+
+/// From the first child on, which is the order in memory of what was read or copied: so the
+/// processor has fetched most of it before it is needed, and the heap can give it out again in that
+/// order. Recurses for the first k_levels levels.
+class Demolition {
+public:
+    explicit Demolition(SlabArena::Freeing& freeing) : m_freeing(freeing) {}
+
+    /// `data` is a container whose payload is there.
+    void run(const Element::SData& data) noexcept { releaseContainer(data, k_levels); }
+
+private:
+    /// The record stays as it is.
+    [[gnu::always_inline]] void release(const Element::SData& data, unsigned levels) noexcept {
+        if (data.type == etNumber) {
+            releaseNumber(data.value.number);
+        } else if (data.type == etString) {
+            deleteString(data.value.string, m_freeing);
+        } else if (hasPayload(data)) {
+            releaseContainer(data, levels);
+        }
+    }
+
+    [[gnu::always_inline]] void releaseNumber(Number* number) noexcept {
+        if (number != nullptr) {
+            number->~Number();
+            m_freeing.release(number, sizeof(Number));
+        }
+    }
+
+    void releaseContainer(const Element::SData& data, unsigned levels) noexcept {
+        if (levels == 0) {
+            Element root;
+            root.data() = data;
+            DeepDemolition().run(root);
+        } else if (data.type == etArray) {
+            releaseArray(data.value.array, levels - 1);
+        } else {
+            releaseObject(data.value.object, levels - 1);
+        }
+    }
+
+    void releaseArray(Element::TArray* array, unsigned levels) noexcept {
+        const std::size_t size = array->size();
+        for (std::size_t position = 0; position != size;) {
+            const auto items = Place::stretchAt(*array, position);
+            const Element* const end = items.first + (std::min(items.end, size) - items.begin);
+            for (const Element* item = items.first + (position - items.begin); item != end;
+                 ++item) {
+                release(item->data(), levels);
+            }
+            position = std::min(items.end, size);
+        }
+        forgetItems(*array);
+        delete array;
+    }
+
+    static void forgetItems(Element::TArray& array) noexcept {
+        if (Place::isLoose(array)) {
+            for (Element& item : array) {
+                item.data() = Element::SData();
+            }
+        }
+        Place::shorten(array, 0);
+    }
+
+    void releaseObject(Element::TObject* object, unsigned levels) noexcept {
+        for (auto& [key, value] : *object) {
+            release(value.data(), levels);
+            value.data() = Element::SData();
+        }
+        delete object;
+    }
+
+    static constexpr unsigned k_levels = 32;
+    SlabArena::Freeing& m_freeing;
 };
 
 }  // namespace
@@ -138,9 +176,7 @@ private:
 void destroyTree(Element::SData& data) noexcept {
     if (hasPayload(data)) {
         SlabArena::Freeing freeing;
-        Element root;
-        std::swap(root.data(), data);
-        Demolition(freeing).run(root);
+        Demolition(freeing).run(std::exchange(data, Element::SData()));
     }
 }
 
