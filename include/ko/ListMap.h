@@ -196,10 +196,10 @@ protected:
 
     // For a map that is being emptied, of which nothing is looked up any more.
 
-    value_type& lastMember() noexcept { return m_list.back(); }
-    void removeLastMember() noexcept {
+    value_type& firstMember() noexcept { return m_list.front(); }
+    void removeFirstMember() noexcept {
         m_map.clear();
-        m_list.pop_back();
+        m_list.pop_front();
     }
 
     /// Exchanges the members with no further effect, whatever a subclass makes of swap().

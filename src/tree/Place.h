@@ -97,12 +97,12 @@ struct Place {
         array.shorten(size);
     }
     template<class Key, class Value, class Compare>
-    static Element& lastOf(Object<Key, Value, Compare>& object) noexcept {
-        return object.lastMember().second;
+    static Element& firstOf(Object<Key, Value, Compare>& object) noexcept {
+        return object.firstMember().second;
     }
     template<class Key, class Value, class Compare>
-    static void removeLast(Object<Key, Value, Compare>& object) noexcept {
-        object.removeLastMember();
+    static void removeFirst(Object<Key, Value, Compare>& object) noexcept {
+        object.removeFirstMember();
     }
 
     /// The element finds its parent there from now on; its key or index stays.
