@@ -15,7 +15,7 @@ namespace {
 void showDocument(const std::string& name) {
     replaceFile(name, R"({"meta": 1, "retries": 3})");
     Dom document = Dom::load(name);
-    (*document).update("retries", 5);
+    document->update("retries", 5);
     document.save(name, WriteOptions::compact());
     std::cout << readFile(name) << "\n";
 }

@@ -30,7 +30,7 @@ const char* const k_settings = R"(
 
 void change(const std::string& file) {
     Dom dom = Dom::load(file);
-    (*dom).update("retries", 5);
+    dom->update("retries", 5);
     dom.save(file);
     std::cout << readFile(file) << "\n";
 }
@@ -48,7 +48,7 @@ void addAndRemove(const std::string& file) {
 
 void rename(const std::string& file) {
     Dom dom = Dom::load(file);
-    auto& members = (*dom).object();
+    auto& members = dom->object();
     Element moved = std::move(members.find("retries")->second);
     members.erase("retries");
     members.resetMember("attempts") = std::move(moved);
@@ -58,7 +58,7 @@ void rename(const std::string& file) {
 void showPlace(const std::string& file) {
     const Dom dom = Dom::load(file);
     try {
-        (*dom).get("servers[1].weight").string();
+        dom->get("servers[1].weight").string();
     } catch (const Exception& error) {
         const std::string text = describe(error, dom);
         std::cout << text.substr(text.rfind('/') + 1) << "\n";

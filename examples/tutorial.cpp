@@ -55,7 +55,7 @@ ko::DecNumber priceOfAll(const Services& services) {
 
 /// Returns whether there is a service of that name.
 bool scale(Dom& dom, const std::string& name, int replicas) {
-    Element* const service = (*dom).get("services").find(name, "name");
+    Element* const service = dom->get("services").find(name, "name");
     if (service == nullptr) {
         return false;
     }
@@ -63,11 +63,11 @@ bool scale(Dom& dom, const std::string& name, int replicas) {
     return true;
 }
 
-void add(Dom& dom, const Service& service) { (*dom).create("services[*]", Element::from(service)); }
+void add(Dom& dom, const Service& service) { dom->create("services[*]", Element::from(service)); }
 
 void loadAndList(const std::string& file) {
     const Dom dom = Dom::load(file);
-    const auto services = (*dom).get("services").to<Services>();
+    const auto services = dom->get("services").to<Services>();
     list(services);
     std::cout << "all together " << priceOfAll(services) << " an hour\n";
     std::cout << explainDefault(*dom, "services[0].replicas").text() << "\n";
@@ -88,14 +88,14 @@ void showErrorOfValue(const std::string& file) {
     Dom dom = Dom::parse(R"({ "services": [
   { "name": "mail", "port": "smtp", "replicas": 1 } ] })");
     try {
-        (*dom).get("services").to<Services>();
+        dom->get("services").to<Services>();
     } catch (const Exception& error) {
         std::cout << describe(error, dom) << "\n";
     }
     try {
         dom = Dom::load(file);
         scale(dom, "mail", 1);
-        (*dom).get("services[7].port");
+        dom->get("services[7].port");
     } catch (const Exception& error) {
         std::cout << withoutFolder(describe(error, dom)) << "\n";
     }

@@ -37,14 +37,14 @@ void editFile() {
     const std::string file = inFolder("settings.json");
     replaceFile(file, "{\n  // not more than 10\n  \"retries\": 3, // was 2\n  \"q\": 1.0\n}\n");
     Dom dom = Dom::load(file);
-    (*dom).get("retries").set(5);
+    dom->get("retries").set(5);
     dom.save(file);
     std::cout << readFile(file);
 }
 
 void showPlace() {
     const Dom dom = Dom::parse("{\n  \"port\": \"80\"\n}");
-    const auto place = dom.placeOf((*dom).get("port"));
+    const auto place = dom.placeOf(dom->get("port"));
     std::cout << "line " << place->line << ", column " << place->column << "; its key in column "
               << place->key.column << "\n";
 }
@@ -52,12 +52,12 @@ void showPlace() {
 void describeErrors() {
     const Dom dom = Dom::parse("{\n  \"port\": \"80\"\n}");
     try {
-        (*dom).get("port").to<int>();
+        dom->get("port").to<int>();
     } catch (const Exception& error) {
         std::cout << describe(error, dom) << "\n";
     }
     try {
-        (*dom).get("host.name");
+        dom->get("host.name");
     } catch (const PathNotFound& error) {
         std::cout << describe(error) << "\n" << error.key() << " is missing\n";
     }

@@ -30,8 +30,8 @@ constexpr const char* k_query = "$[?match(@.a, 'ab.*') && @.a != 'x']";
 /// Parsed, and then changed: both the source and the tree are needed.
 Dom coldDocument() {
     Dom dom = Dom::parse(k_text);
-    (*dom).get("list").array().push_back("new");
-    (*dom).insert("copied", (*dom).get("list"));
+    dom->get("list").array().push_back("new");
+    dom->insert("copied", dom->get("list"));
     return dom;
 }
 
@@ -39,8 +39,8 @@ const std::vector<ReaderOf<Dom>> k_documents = {
     {"text", [](const Dom& dom) { return dom.text(); }},
     {"place",
      [](const Dom& dom) {
-         const auto place = dom.placeOf((*dom).get("list[2].a"));
-         const auto none = dom.placeOf((*dom).get("copied[1]"));
+         const auto place = dom.placeOf(dom->get("list[2].a"));
+         const auto none = dom.placeOf(dom->get("copied[1]"));
          return std::to_string(place->line) + ":" + std::to_string(place->key.column) +
                 (none.has_value() ? "somewhere" : "nowhere");
      }},
@@ -58,7 +58,7 @@ const std::vector<ReaderOf<Dom>> k_documents = {
     {"describe",
      [](const Dom& dom) {
          try {
-             return std::to_string((*dom).get("list[1]").to<int>());
+             return std::to_string(dom->get("list[1]").to<int>());
          } catch (const ko::Orvid::Exception& error) {
              return describe(error, dom);
          }

@@ -172,8 +172,8 @@ struct Shared {
 
 std::string editedWith(const Shared& shared) {
     Dom dom = Dom::parse(shared.text, shared.reading);
-    (*dom).insert("c", (*dom).get("b"));
-    (*dom).remove(shared.value, "", "b");
+    dom->insert("c", dom->get("b"));
+    dom->remove(shared.value, "", "b");
     const std::string kept = dom.text(shared.moved);
     const std::size_t filled = fillDefaults(*dom, shared.filling);
     applyPatch(*dom, makePatch(*dom, shared.value, shared.comparing), shared.patching);

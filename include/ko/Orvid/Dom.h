@@ -116,6 +116,8 @@ public:
     /// The same. Throws Exception where there is none. O(1).
     Element& operator*() KO_LIFETIME_BOUND { return *required(); }
     const Element& operator*() const KO_LIFETIME_BOUND { return *required(); }
+    Element* operator->() KO_LIFETIME_BOUND { return required(); }
+    const Element* operator->() const KO_LIFETIME_BOUND { return required(); }
     bool ownsRoot() const noexcept { return m_ownsRoot; }
 
     bool writeMeta() const noexcept { return m_writeMeta; }

@@ -50,6 +50,8 @@ TEST(Dom, throws_wherever_a_root_is_needed_that_is_not_there) {
         std::istringstream in("[1]");
         EXPECT_THROW(**rootless, Exception);
         EXPECT_THROW(*std::as_const(*rootless), Exception);
+        EXPECT_THROW((*rootless)->type(), Exception);
+        EXPECT_THROW(std::as_const(*rootless)->type(), Exception);
         EXPECT_THROW(out << *rootless, Exception);
         EXPECT_THROW(in >> *rootless, Exception);
         EXPECT_THROW(ko::Orvid::Generator().encode(*rootless), Exception);
@@ -66,6 +68,8 @@ TEST(Dom, hands_out_the_root_it_was_given) {
     EXPECT_EQ(std::as_const(dom).root(), &root);
     EXPECT_EQ(&*dom, &root);
     EXPECT_EQ(&*std::as_const(dom), &root);
+    EXPECT_EQ(dom->string(), "x");
+    EXPECT_EQ(std::as_const(dom)->string(), "x");
     EXPECT_FALSE(dom.ownsRoot());
 }
 
