@@ -80,7 +80,7 @@ public:
     void run() {
         const Element* const name = member("op");
         if (name == nullptr || !name->isString()) {
-            fail("it has no \"op\"");
+            failNoText("op", name);
         }
         m_name = name->string();
         const JsonPointer path = pointer("path");
@@ -118,10 +118,15 @@ private:
         return *found;
     }
 
+    /// `found` is no string, or null where there is no such member.
+    [[noreturn]] void failNoText(const std::string& key, const Element* found) const {
+        fail(found == nullptr ? "it has no \"" + key + "\"" : "its \"" + key + "\" is no string");
+    }
+
     JsonPointer pointer(const char* key) {
         const Element* const text = member(key);
         if (text == nullptr || !text->isString()) {
-            fail(std::string("it has no \"") + key + "\"");
+            failNoText(key, text);
         }
         m_path = text->string();
         try {

@@ -48,6 +48,9 @@ struct JsonLines::State {
 
 /// Returns whether there was one.
 bool JsonLines::State::readLine() {
+    if (number == 0 && in.fail() && !in.eof()) {
+        throw Exception("The stream cannot be read!");
+    }
     ++number;
     try {
         std::getline(source, line);

@@ -71,8 +71,8 @@ TEST(bad_text, without_a_value_shows_no_line_of_it) {
         EXPECT_EQ(orvid({verb}, "// c\n"),
                   failed(1, "(standard input):2:1" + early + " (it has only comments)"));
     }
-    EXPECT_EQ(orvid({"get", "--lines", "a"}, "// c\n"),
-              failed(1, "(standard input):1:5" + early + " (it has only comments)"));
+    EXPECT_EQ(orvid({"check", "--lines"}, "1\n// c\n"),
+              failed(1, "(standard input):2:5" + early + " (it has only comments)"));
     EXPECT_EQ(orvid({"split"}, std::string(1000000, ' ')),
               failed(1, "(standard input):1:1000001" + early + " (it has only whitespace)"));
 }

@@ -77,6 +77,20 @@ TEST(lines, that_are_edited_keep_what_is_not_changed) {
               "orvid: (standard input):1:15: at (root): Comments are not allowed\n");
 }
 
+TEST(lines, of_one_document_get_a_hint_at_the_first) {
+    const std::string hint =
+        "; with --lines every line is a document: for documents of several lines write "
+        "split --values before it";
+    const auto first = [](const std::string& text) {
+        const std::string err = orvid({"get", "--lines", "a"}, text).err;
+        return err.substr(0, err.find('\n'));
+    };
+    const std::string early = ": at (root): The text ends before the document is complete";
+    EXPECT_EQ(first("{\n \"a\": 1\n}\n"), "orvid: (standard input):1:2" + early + hint);
+    EXPECT_EQ(first("{\"a\":1}\n{\n"), "orvid: (standard input):2:2" + early) << "a later line";
+    EXPECT_EQ(first("{\"a\" 1}\n").find(hint), std::string::npos) << "another error";
+}
+
 TEST(lines, that_get_a_suspicious_new_key_are_edited_without_a_note) {
     const std::string record = R"({"a.b":1,"server":{}})";
     for (const char* const path : {"rate ", " rate", "server.rate:", "a.b"}) {

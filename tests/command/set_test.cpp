@@ -270,10 +270,20 @@ TEST(set, notes_a_new_key_with_whitespace_at_its_ends) {
     EXPECT_EQ(orvid({"set", "s. ", "1"}, document).err, noted("s. ", " ", ""));
 }
 
+TEST(set, notes_each_new_key_that_is_suspicious) {
+    const auto result = orvid({"set", "c =2", "d=1", "e:=1", "f:=2", "-c"}, "{}");
+    for (const char* const key : {"\"c \"", "\"e:\"", "\"f:\""}) {
+        EXPECT_NE(result.err.find(key), std::string::npos) << result.err;
+    }
+    EXPECT_EQ(result.err.find("path \"d\""), std::string::npos) << result.err;
+}
+
 TEST(insert, notes_a_new_key_with_whitespace_at_its_ends) {
     const std::string document = R"({"s":{"port ":1},"l":[]})";
     const auto result = orvid({"insert", "s.port = 80", "s.rate = 2"}, R"({"s":{"port":1}})");
     EXPECT_EQ(result.err,
+              "orvid: path \"s.port \" was not there and is new; its key \"port \" begins or ends "
+              "with whitespace (did you mean \"port\"?)\n"
               "orvid: path \"s.rate \" was not there and is new; its key \"rate \" begins or ends "
               "with whitespace (did you mean \"rate\"?)\n");
     EXPECT_EQ(result.out, R"({"s":{"port":1,"port ":80,"rate ":2}})");

@@ -336,6 +336,9 @@ TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
               "patch, \"cut\" of \"/b\": there is no such operation\n");
     EXPECT_EQ(said(R"({"op":"add","path":"/c"})"),
               "patch, \"add\" of \"/c\": it has no \"value\"\n");
+    EXPECT_EQ(said(R"({"op":"add","path":5,"value":1})"),
+              "patch, \"add\" of \"\": its \"path\" is no string\n");
+    EXPECT_EQ(said(R"({"op":1,"path":"/b"})"), "patch: its \"op\" is no string\n");
     EXPECT_EQ(said(R"({"op":"remove","path":"b"})"),
               "patch, \"remove\" of \"b\": A JSON Pointer must be empty or begin with \"/\"\n");
     EXPECT_EQ(orvid({"patch", "-", document.name()}, "[7]"),

@@ -21,6 +21,18 @@ void refuseMark(const Document& document) {
     readTree(document.location, document.text, none);
 }
 
+/// A first line that ends too early is mostly that of a document of several lines.
+Failure withLinesHint(const Failure& failure) {
+    if (failure.code() != ko::Orvid::ParseErrorCode::textTruncated) {
+        return failure;
+    }
+    return {failure.status(), failure.location(),
+            std::string(failure.text()) +
+                "; with --lines every line is a document: for documents of several lines write "
+                "split --values before it",
+            failure.excerpt()};
+}
+
 }  // namespace
 
 void LineWorker::work(LineBatch& batch) const {
@@ -69,7 +81,7 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
         m_verb.work(m_call, document, batch.out);
     } catch (const Failure& failure) {
         batch.out.cut(start);
-        fail(failure, line, batch);
+        fail(isFirst ? withLinesHint(failure) : failure, line, batch);
     } catch (const std::bad_alloc&) {
         // The line is not to blame, and those that follow may fail the same way.
         batch.out.cut(start);

@@ -85,13 +85,13 @@ std::string AssignmentVerb::unusualHint(const ko::Orvid::Element& root, const st
 
 void AssignmentVerb::noteNew(const std::string& path, const std::string& hint) const {
     if (!hint.empty()) {
-        m_note = "path \"" + path + "\" was not there and is new" + hint;
+        m_notes.push_back("path \"" + path + "\" was not there and is new" + hint);
     }
 }
 
 ExitStatus AssignmentVerb::outcome(const Report& report) const {
-    if (!m_note.empty()) {
-        report.note(m_note);
+    for (const std::string& note : m_notes) {
+        report.note(note);
     }
     return ExitStatus::done;
 }

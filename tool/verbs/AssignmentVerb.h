@@ -49,7 +49,7 @@ private:
     bool m_mayBePaths = false;  ///< what was taken for files, after a path and a value
     std::vector<std::string> m_words;
     std::vector<Assignment> m_assignments;
-    mutable std::string m_note;  ///< on whole documents, which one thread edits
+    mutable std::vector<std::string> m_notes;  ///< on whole documents, which one thread edits
 };
 
 }  // namespace orvid_tool

@@ -39,15 +39,15 @@ public:
 
     /// The next record; null after the last one. The element is the same each time: it can be
     /// changed, and moved from, and is read anew by the next call. Throws ParseException as above,
-    /// Exception where the stream fails, and std::bad_alloc, which skips the line too. Linear in
-    /// the length of the line.
+    /// Exception where the stream fails or could not be opened, and std::bad_alloc, which skips the
+    /// line too. Linear in the length of the line.
     Element* next();
     /// The 1-based number of the line that was read last; 0 before the first one.
     unsigned long long number() const noexcept;
     /// Where the element with that path in the record that was read last stood in the stream: on
-    /// the line number(), with offsets and columns in that line. Nothing where there was no such
-    /// element, and before the first record. Parses the line again: linear in its length. Throws
-    /// ParseException for a malformed path.
+    /// the line number(), with offsets and columns in that line, in which no byte order mark
+    /// counts. Nothing where there was no such element, and before the first record. Parses the
+    /// line again: linear in its length. Throws ParseException for a malformed path.
     std::optional<SourcePlace> placeOf(const Path& path) const;
 
     /// Reads the next record. Throws as next(), and costs that.

@@ -52,7 +52,8 @@ struct DiffOptions {
     /// A number of bytes of compact text. As long as the operations within a subtree need no more,
     /// each change stays an operation of its own. Where they need more, one operation replaces the
     /// subtree if that is shorter. So no patch is longer than both this and the patch that
-    /// replaces the whole document. 0: always the shorter form.
+    /// replaces the whole document. 0: always the shorter form. Objects without a common key are
+    /// replaced as a whole.
     std::uint64_t fineUpTo = 1024;
 };
 

@@ -4,6 +4,7 @@
 
 #include <ko/Orvid/JsonLines.h>
 
+#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
@@ -142,6 +143,19 @@ TEST(JsonLines, does_not_take_a_stream_that_fails_for_one_that_ends) {
     EXPECT_EQ(compact(*lines.next()), "1");
     EXPECT_THROW(lines.next(), Exception);
     EXPECT_TRUE(in.bad());
+}
+
+TEST(JsonLines, does_not_take_a_file_that_is_not_there_for_an_empty_one) {
+    std::ifstream in("/no/such/file");
+    JsonLines lines(in);
+    EXPECT_THROW(lines.next(), Exception);
+    EXPECT_THROW(lines.next(), Exception);
+    EXPECT_EQ(lines.number(), 0U);
+    std::istringstream read("1");
+    std::string line;
+    while (std::getline(read, line)) {
+    }
+    EXPECT_EQ(JsonLines(read).next(), nullptr) << "a stream that was read to its end";
 }
 
 }  // namespace
