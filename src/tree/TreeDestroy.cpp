@@ -61,13 +61,13 @@ private:
     static Element* releaseScalars(Element::TArray& array) noexcept {
         for (std::size_t size = array.size(); size != 0; --size) {
             const auto items = Place::stretchAt(array, size - 1);
-            Element& item = items.first[size - 1 - items.begin];
-            if (hasPayload(item.data())) {
+            Element* const item = items.first + (size - 1 - items.begin);
+            if (hasPayload(item->data())) {
                 Place::shorten(array, size);
-                return &item;
+                return item;
             }
-            releaseLeaf(item.data());
-            item.data() = Element::SData();
+            releaseLeaf(item->data());
+            item->data() = Element::SData();
         }
         Place::shorten(array, 0);
         return nullptr;
