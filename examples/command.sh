@@ -49,6 +49,7 @@ try "echo '{\"a\": 1, \"b\": {\"c\": 2}}' | orvid rename b.c rate"
 try "echo '{\"a\": 1, \"b\": {\"c\": 2}}' | orvid move b.c limits.rate --compact"
 try "echo '[1, 2, 3]' | orvid move '[-1]' '[0]'"
 try "orvid copy 'servers[0]' 'servers[*]' data/settings.json | orvid length servers"
+try "echo '{\"a\": 1, \"b\": 2}' | orvid move --if-absent a b"
 try "echo '{\"a\": 1, \"b\": 2}' | orvid move a b"
 
 try "orvid keys 'servers[0]' data/settings.json"

@@ -15,6 +15,7 @@ using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
 using orvid_test::ScratchFile;
+using orvid_test::withoutExcerpt;
 
 const std::string k_settings =
     "{\n"
@@ -187,6 +188,66 @@ TEST(copy, spells_strings_below_an_empty_key_as_they_stand) {
 TEST(copy, spells_anew_in_a_new_layout) {
     EXPECT_EQ(orvid({"copy", "-c", "a", "z"}, R"({"a": "\u0041"})"),
               printed("{\"a\":\"A\",\"z\":\"A\"}\n"));
+}
+
+TEST(rename_verb, leaves_the_document_alone_where_the_call_allows_it) {
+    EXPECT_EQ(orvid({"rename", "--if-present", "nope.x", "p"}, k_settings), printed(k_settings));
+    EXPECT_EQ(orvid({"rename", "--if-present", "servers[7]", "p"}, k_settings),
+              printed(k_settings));
+    EXPECT_EQ(orvid({"rename", "--if-present", "port", "p"}, k_settings),
+              printed(settingsWith("\"port\"", "\"p\"")));
+    EXPECT_EQ(orvid({"rename", "--if-absent", "port", "on"}, k_settings), printed(k_settings));
+    EXPECT_EQ(orvid({"rename", "--if-absent", "port", "p"}, k_settings),
+              printed(settingsWith("\"port\"", "\"p\"")));
+    EXPECT_EQ(orvid({"rename", "--lines", "--if-present", "--if-absent", "a", "b"},
+                    "{\"a\":1}\n{\"c\":1}\n{\"a\":1,\"b\":2}\n"),
+              printed("{\"b\":1}\n{\"c\":1}\n{\"a\":1,\"b\":2}\n"));
+}
+
+TEST(rename_verb, fails_of_what_neither_option_allows) {
+    EXPECT_EQ(withoutExcerpt(orvid({"rename", "--if-present", "on", "port"}, k_settings)),
+              failed(1, "(standard input):1:1: at (root): there is \"port\" already"));
+    EXPECT_EQ(orvid({"rename", "--if-absent", "nope", "p"}, k_settings).status, 1);
+    EXPECT_EQ(
+        orvid({"rename", "--if-present", "--if-absent", "servers[0]", "p"}, k_settings).status, 1);
+}
+
+TEST(move_and_copy, leave_the_document_alone_where_the_call_allows_it) {
+    for (const char* const verb : {"move", "copy"}) {
+        EXPECT_EQ(orvid({verb, "--if-present", "nope", "x"}, k_settings), printed(k_settings));
+        EXPECT_EQ(orvid({verb, "--if-present", "/servers/x", "/y"}, k_settings),
+                  printed(k_settings));
+        EXPECT_EQ(orvid({verb, "--if-absent", "port", "on"}, k_settings), printed(k_settings));
+        EXPECT_EQ(orvid({verb, "--if-absent", "port", "servers[0].host"}, k_settings),
+                  printed(k_settings));
+        EXPECT_EQ(orvid({verb, "--if-absent", "-c", "b", "a"}, R"({"b":1, "a":2, "c":3})"),
+                  printed("{\"b\":1,\"a\":2,\"c\":3}\n"));
+        EXPECT_EQ(orvid({verb, "--if-absent", "--lines", "b", "a"}, "{\"b\":1,\"a\":2,\"c\":3}\n"),
+                  printed("{\"b\":1,\"a\":2,\"c\":3}\n"));
+    }
+    EXPECT_EQ(orvid({"move", "--if-absent", "a", "b"}, R"({"a":1})"), printed(R"({"b":1})"));
+    EXPECT_EQ(orvid({"copy", "--if-absent", "a", "b.c"}, R"({"a":1, "b":{}})"),
+              printed(R"({"a":1, "b":{"c":1}})"));
+}
+
+TEST(move_and_copy, look_at_the_place_as_without_if_absent) {
+    EXPECT_EQ(orvid({"move", "--if-absent", "a", "a.a"}, R"({"a":{"a":1}})"),
+              printed(R"({"a":{"a":{"a":1}}})"));
+    EXPECT_EQ(orvid({"move", "--if-absent", "[0]", "[1].x"}, R"([5, {"x":1}, {"y":2}])"),
+              printed(R"([{"x":1}, {"y":2, "x":5}])"));
+    EXPECT_EQ(orvid({"move", "--if-absent", "[0]", "[0].x"}, R"([5, {"x":1}, {"y":2}])"),
+              printed(R"([5, {"x":1}, {"y":2}])"));
+    EXPECT_EQ(orvid({"copy", "--if-absent", "[0]", "[0]"}, "[1]"), printed("[1, 1]"));
+}
+
+TEST(move_and_copy, fail_of_what_neither_option_allows) {
+    for (const char* const verb : {"move", "copy"}) {
+        EXPECT_EQ(withoutExcerpt(orvid({verb, "--if-present", "port", "on"}, k_settings)),
+                  failed(1, "(standard input):1:1: at (root): there is \"on\" already"));
+        EXPECT_EQ(orvid({verb, "--if-absent", "nope", "x"}, k_settings).status, 1);
+        EXPECT_EQ(orvid({verb, "--if-present", "--if-absent", "port", "on.x"}, k_settings).status,
+                  1);
+    }
 }
 
 }  // namespace

@@ -57,4 +57,12 @@ Element& insertAt(Element& root, const LastStep& step, Element&& value, const Lo
     throw PathNotFound(&holder, step.path(), step.text());
 }
 
+bool isMemberThere(const Element& root, const LastStep& step) {
+    if (!step.isKey() || !root.pathExists(step.holder())) {
+        return false;
+    }
+    const Element& holder = root.get(step.holder());
+    return holder.isObject() && holder.object().contains(step.key());
+}
+
 }  // namespace orvid_tool

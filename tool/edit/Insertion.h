@@ -19,4 +19,7 @@ namespace orvid_tool {
 ko::Orvid::Element& insertAt(ko::Orvid::Element& root, const LastStep& step,
                              ko::Orvid::Element&& value, const Location& location);
 
+/// Whether the step is the key of a member that is there.
+bool isMemberThere(const ko::Orvid::Element& root, const LastStep& step);
+
 }  // namespace orvid_tool

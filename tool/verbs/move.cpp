@@ -187,6 +187,9 @@ public:
         words.required("FROM", m_fromWord, "a path such as a.b[3].c");
         words.required("TO", m_toWord, "the new place, where there is no member yet");
         addFiles(words, call);
+        words.flag("--if-present", m_isMissingRight, "a FROM that is not there is no failure");
+        words.flag("--if-absent", m_isOnlyForAbsent,
+                   "where TO is a member that is there, leave the document alone");
         addEditing(words, call);
     }
 
@@ -204,11 +207,15 @@ public:
 protected:
     const CallPath& from() const { return m_from; }
 
-    /// Returns the value in its new place.
-    Element& put(Document& document, Element&& value) const {
-        return namingPlace(document, [&]() -> Element& {
-            return insertAt(document.root, stepIn(document.root, m_to), std::move(value),
-                            document.location);
+    /// Returns the value in its new place. Or null, and the value is as it was, where there is a
+    /// member and the call says to leave it alone.
+    Element* put(Document& document, Element&& value) const {
+        return namingPlace(document, [&]() -> Element* {
+            const LastStep step = stepIn(document.root, m_to);
+            if (m_isOnlyForAbsent && isMemberThere(document.root, step)) {
+                return nullptr;
+            }
+            return &insertAt(document.root, step, std::move(value), document.location);
         });
     }
 
@@ -218,7 +225,16 @@ protected:
     }
 
 private:
-    void read(const Call& call, Document& document) const override { readForEdit(call, document); }
+    /// Carries the value to its new place and appends the document.
+    virtual void carry(const Call& call, Document& document, Bytes& out) const = 0;
+
+    void apply(const Call& call, Document& document, Bytes& out) const final {
+        if (m_isMissingRight && m_from.find(document.root) == nullptr) {
+            appendEdited(call, document, out);
+        } else {
+            carry(call, document, out);
+        }
+    }
 
     /// Where a place is missing the error names it as it was typed.
     template<class Action>
@@ -234,6 +250,8 @@ private:
     std::string m_toWord;
     CallPath m_from;
     CallPath m_to;
+    bool m_isMissingRight = false;
+    bool m_isOnlyForAbsent = false;
 };
 
 class Move : public Carry {
@@ -248,9 +266,11 @@ public:
     }
 
 private:
+    void read(const Call& call, Document& document) const override { readForEdit(call, document); }
+
     /// The document gets to know where the value went, so that its comments come along even where
     /// other values equal it.
-    void apply(const Call& call, Document& document, Bytes& out) const override {
+    void carry(const Call& call, Document& document, Bytes& out) const override {
         Element& root = document.root;
         Element& source = from().get(root);
         if (source.parent() == nullptr) {
@@ -261,8 +281,14 @@ private:
         NotedMove move(root, source);
         Element value = taken(source);
         move.goInto(holder(document), value);
-        const MovedPlaces moved = move.places(put(document, std::move(value)));
-        appendEdited(call, document, out, moved);
+        const Element* const moved = put(document, std::move(value));
+        if (moved == nullptr) {
+            readForEdit(call, document);  // as it was before the value was taken out
+            appendEdited(call, document, out);
+            return;
+        }
+        const MovedPlaces places = move.places(*moved);
+        appendEdited(call, document, out, places);
     }
 };
 
@@ -283,11 +309,16 @@ private:
     }
 
     /// A value that is moved brings its text along; a copy is a new one, which is spelled here.
-    void apply(const Call& call, Document& document, Bytes& out) const override {
+    void carry(const Call& call, Document& document, Bytes& out) const override {
         const auto source = JsonPointer::of(from().get(document.root));
         const std::string_view spelling = escapedText(call, document, source);
         Element value = from().get(document.root);
-        const auto copy = JsonPointer::of(put(document, std::move(value)));
+        const Element* const put = this->put(document, std::move(value));
+        if (put == nullptr) {
+            appendEdited(call, document, out);
+            return;
+        }
+        const auto copy = JsonPointer::of(*put);
         const std::size_t start = out.length() + (call.lines.isOn ? document.mark.length() : 0);
         appendEdited(call, document, out);
         if (!spelling.empty()) {

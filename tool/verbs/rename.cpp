@@ -24,6 +24,11 @@ Failure failureAt(const Location& location, const Element& element, const std::s
     return {ExitStatus::failed, std::move(at), text};
 }
 
+bool hasSiblingAt(const Element& element, const std::string& key) {
+    const Element* const parent = element.parent();
+    return parent != nullptr && parent->isObject() && parent->object().contains(key);
+}
+
 /// Returns the member.
 Element& renameMember(Element& element, const std::string& key, const Location& location) {
     Element* const parent = element.parent();
@@ -59,6 +64,9 @@ public:
         words.required("PATH", m_word, "a path such as a.b[3].c");
         words.required("KEY", m_key, "the new key, which is no path: no character is special");
         addFiles(words, call);
+        words.flag("--if-present", m_isMissingRight, "what is not there is no failure");
+        words.flag("--if-absent", m_isOnlyForAbsent,
+                   "where KEY is there, leave both members alone");
         addEditing(words, call);
     }
 
@@ -73,7 +81,15 @@ private:
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
+        if (m_isMissingRight && m_path.find(document.root) == nullptr) {
+            appendEdited(call, document, out);
+            return;
+        }
         Element& member = m_path.get(document.root);
+        if (m_isOnlyForAbsent && hasSiblingAt(member, m_key)) {
+            appendEdited(call, document, out);
+            return;
+        }
         const auto former = JsonPointer::of(member);
         const auto renamed = JsonPointer::of(renameMember(member, m_key, document.location));
         appendEdited(call, document, out, {{former, renamed}});
@@ -82,6 +98,8 @@ private:
     std::string m_word;
     CallPath m_path;
     std::string m_key;
+    bool m_isMissingRight = false;
+    bool m_isOnlyForAbsent = false;
 };
 
 }  // namespace
