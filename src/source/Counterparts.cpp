@@ -19,9 +19,10 @@ namespace {
 
 constexpr std::uint32_t k_none = SourceMap::k_none;
 
+/// No value may undo what came before: the hashes of arrays of arrays are made of nothing else.
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;  // odd, with its bits spread
-    hash = (hash ^ value) * factor;
+    hash = ((hash << 27U | hash >> 37U) + value + factor) * factor;
     return hash ^ (hash >> 29U);
 }
 

@@ -316,6 +316,15 @@ TEST(DomSourceMoved, takes_comments_along_with_what_is_assigned_to_the_root) {
               "// a\n[1, 2] // z\n");
 }
 
+TEST(DomSourceMoved, distinguishes_arrays_that_hold_nothing_but_arrays) {
+    EXPECT_EQ(edited("[[[]/*1*/]/*0*/,[[[]/*4*/]/*3*/]/*2*/]",
+                     [](Element& root) {
+                         Element moved = std::move(root.array()[1].array()[0]);
+                         root = std::move(moved);
+                     }),
+              "[[]/*4*/]/*3*/");
+}
+
 TEST(DomSourceMoved, gives_a_new_root_no_comments_of_what_it_may_not_be) {
     const auto becoming = [](const Element& value) {
         return [value](Element& root) { root = value; };
