@@ -106,7 +106,8 @@ private:
     void pairRoot();
     void bringRoot();
     std::uint32_t movedToRoot() const;
-    std::uint32_t arrayBefore(const Element& array) const;
+    std::uint32_t containerMovedToRoot() const;
+    bool hasChildrenOf(std::uint32_t value, std::uint32_t element) const;
     void pair(std::uint32_t value, std::uint32_t element);
     void pairMember(std::uint32_t value, std::uint32_t element);
     void pairContents(std::uint32_t value, std::uint32_t element);

@@ -3,7 +3,7 @@
 // What the root was: mostly the root, whose surroundings stay whatever becomes of it, or else a
 // value that stood below it, whose comments come along beside them.
 
-#include <ko/Orvid/Array.h>
+#include <algorithm>
 
 #include "source/ChildCursor.h"
 #include "source/Counterparts.h"
@@ -16,13 +16,12 @@ constexpr std::uint32_t k_none = SourceMap::k_none;
 
 }  // namespace
 
-/// An array is compared with the one that was the root, so it is looked for before that.
+/// A container is compared with the one that was the root, so it is looked for before that.
 void Counterparts::pairRoot() {
-    const Element& root = *m_new[0].element;
-    if (m_new[0].counterpart == k_none && root.isArray() && m_old[0].hash != m_new[0].hash) {
-        const std::uint32_t array = arrayBefore(root);
-        if (array != k_none && array != 0) {
-            pair(array, 0);
+    if (m_new[0].counterpart == k_none && m_old[0].hash != m_new[0].hash) {
+        const std::uint32_t container = containerMovedToRoot();
+        if (container != k_none) {
+            pair(container, 0);
         }
     }
     m_old[0].counterpart = 0;
@@ -34,17 +33,28 @@ void Counterparts::pairRoot() {
     }
 }
 
-/// The array in the text that has the value of this one, and the same first item; k_none where
-/// there is none.
-std::uint32_t Counterparts::arrayBefore(const Element& array) const {
-    const Element* const first = array.array().empty() ? nullptr : &array.array().front();
+/// The container below the former root that has the value of this one, and its children, which keep
+/// their addresses when it moves; k_none where there is none.
+std::uint32_t Counterparts::containerMovedToRoot() const {
+    const Element* const first = m_new.size() > 1 ? m_new[1].element : nullptr;
     for (std::uint32_t value = 1; first != nullptr && value < m_map.size(); ++value) {
-        const std::uint32_t parent = m_old[value].parent;
-        if (m_map[value].element() == first && m_old[parent].hash == m_new[0].hash) {
-            return parent;
+        if (m_map[value].element() == first) {
+            const std::uint32_t parent = m_old[value].parent;
+            return parent != 0 && hasChildrenOf(parent, 0) ? parent : k_none;
         }
     }
     return k_none;
+}
+
+/// Whether the element has the value of that one, and its children at their addresses.
+bool Counterparts::hasChildrenOf(std::uint32_t value, std::uint32_t element) const {
+    const Numbers before = boundChildren(value);
+    const Numbers now = childrenNow(element);
+    return m_old[value].hash == m_new[element].hash &&
+           std::equal(before.begin(), before.end(), now.begin(), now.end(),
+                      [&](std::uint32_t child, std::uint32_t here) {
+                          return m_map[child].element() == m_new[here].element;
+                      });
 }
 
 /// Of a root that holds what another container held, or is a scalar that is left over.

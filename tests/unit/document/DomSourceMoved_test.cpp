@@ -314,6 +314,9 @@ TEST(DomSourceMoved, takes_comments_along_with_what_is_assigned_to_the_root) {
               "// a\n{\"x\": 1} // z\n");
     EXPECT_EQ(edited("{\n  // a\n  \"a\": [1, 2], // z\n  \"b\": 2 // y\n}\n", assigning("/a")),
               "// a\n[1, 2] // z\n");
+    EXPECT_EQ(edited("{\n  // a\n  \"a\": {\"a\": 1, \"b\": 2}, // z\n  \"b\": 2 // y\n}\n",
+                     assigning("/a")),
+              "// a\n{\"a\": 1, \"b\": 2} // z\n");
 }
 
 TEST(DomSourceMoved, distinguishes_arrays_that_hold_nothing_but_arrays) {
