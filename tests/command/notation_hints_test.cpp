@@ -66,6 +66,35 @@ TEST(notations, of_a_colon_before_the_equals_sign_are_noted) {
     EXPECT_EQ(orvid({"set", "l[*]=1"}, R"({"l":[]})").err, "");
 }
 
+TEST(notations, of_pointers_without_their_first_slash_are_noted) {
+    const std::string document = R"({"window":{"w":1,"/":{}},"list":[1],"n":1,"t":{"x/y":0}})";
+    const auto note = [](const std::string& path, const std::string& pointer) {
+        return "orvid: path \"" + path +
+               "\" was not there and is new; steps are separated by dots, or all begin with a "
+               "slash: " +
+               pointer + "\n";
+    };
+    for (const char* const verb : {"set", "insert"}) {
+        EXPECT_EQ(orvid({verb, "window/w=3"}, document).err, note("window/w", "/window/w"));
+        EXPECT_EQ(orvid({verb, "-n", "window/w=3"}).err, "");
+        EXPECT_EQ(orvid({verb, "list/0=3"}, document).err, note("list/0", "/list/0"));
+        EXPECT_EQ(orvid({verb, "--lines", "window/w=3"}, document).err, "");
+    }
+    EXPECT_EQ(orvid({"set", "a.b/c d.e[*]", "1"}, R"({"a":{"b":{}}})").err,
+              note("a.b/c d.e[*]", "'/a/b/c d/e/-'"));
+    EXPECT_EQ(orvid({"set", "window/w=3"}, document).out,
+              R"({"window":{"w":1,"/":{}},"list":[1],"n":1,"t":{"x/y":0},"window/w":3})");
+}
+
+TEST(notations, of_keys_with_slashes_are_taken_as_they_are) {
+    const std::string document =
+        R"({"application":1,"src":{},"src/a":0,"@a":["x"],".":{},"o":{"f":{}},"p":{"l":[]}})";
+    for (const char* const path : {"application/json", "src/b", R"(\./lib)", "@a/*", "o.g/x",
+                                   "p.l/x", "o.f\\/x", "/o/f~1x", "o.f/", "text/html", "src/a"}) {
+        EXPECT_EQ(orvid({"set", path, "1"}, document).err, "") << path;
+    }
+}
+
 TEST(notations, of_keys_in_brackets_are_explained) {
     const std::string hint = "; a key stands after a dot, without quotes, as in a.b\n";
     EXPECT_TRUE(says({"get", R"(a["b"])"}, hint));

@@ -39,6 +39,8 @@ const Element* holderIn(const Element& root, const PathNotFound& error) {
     }
 }
 
+const std::string k_slashHint = "; steps are separated by dots, or all begin with a slash: ";
+
 std::vector<std::string> keysOf(const Element& object) {
     constexpr std::size_t most = 1000;
     std::vector<std::string> keys;
@@ -125,7 +127,7 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     }
     std::string similar = suggestion(step, keysOf(object));
     if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
-        return "; steps are separated by dots, or all begin with a slash: " + shellWord("/" + path);
+        return k_slashHint + shellWord("/" + path);
     }
     const std::size_t dot = step.find('.');
     if (dot != std::string::npos && path.front() == '/' &&
@@ -141,6 +143,32 @@ std::string withoutEdges(const std::string& key) {
     return begin == std::string::npos
                ? ""
                : key.substr(begin, key.find_last_not_of(k_whitespace) + 1 - begin);
+}
+
+/// Whether a key that the object lacks seems to be several steps of a JSON Pointer. Keys with
+/// slashes are common, and mostly there are several in an object.
+bool seemsPointer(const Element& object, const std::string& key) {
+    const std::string first = key.substr(0, key.find('/'));
+    const std::string rest = key.substr(std::min(first.length() + 1, key.length()));
+    const Element* const part = object.isObject() ? object.member(first) : nullptr;
+    if (part == nullptr || rest.empty() || first == "." || first == "..") {
+        return false;
+    }
+    const std::string step = rest.substr(0, rest.find('/'));
+    const bool isStep = part->isArray() ? step == "-" || isIndex(step) : part->isObject();
+    const std::vector<std::string> keys = keysOf(object);
+    return isStep && std::none_of(keys.begin(), keys.end(), [](const std::string& other) {
+               return other.find('/') != std::string::npos;
+           });
+}
+
+std::string pointerTo(const ValueSteps& steps) {
+    ko::Orvid::JsonPointer pointer;
+    for (const ValueStep& step : steps) {
+        const bool isNewItem = !step.isKey && step.index == ko::Orvid::k_noIndex;
+        pointer.push_back(step.isKey ? step.key : isNewItem ? "-" : std::to_string(step.index));
+    }
+    return pointer.str();
 }
 
 /// What makes a key that is missing on the way, and how the rest of the path, after what holds the
@@ -226,6 +254,21 @@ std::string unusualKeyHint(const Element& root, const std::string& path) {
                ? "; its key \"" + last + "\" ends in a colon (did you mean \"" +
                      last.substr(0, last.length() - 1) + "\"?)"
                : "";
+}
+
+std::string slashedKeyHint(const Element& root, const std::string& path) {
+    const ValueSteps steps = stepsOf(path);
+    const auto isNew = [&](const ValueStep& step) {
+        const ValueSteps before(steps.data(), &step + 1);
+        return !step.isKey || !root.pathExists(pathOf(before));
+    };
+    const auto step = std::find_if(steps.begin(), steps.end(), isNew);
+    const ValueSteps before(steps.begin(), step);
+    if (step == steps.end() || !step->isKey || !seemsPointer(root.get(pathOf(before)), step->key)) {
+        return "";
+    }
+    return k_slashHint +
+           shellWord(pointerTo(before) + "/" + step->key + pointerTo({step + 1, steps.end()}));
 }
 
 Failure missingPath(Location location, const Element& root, const PathNotFound& error) {

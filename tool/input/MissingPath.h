@@ -36,4 +36,8 @@ std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& pat
 /// malformed path.
 std::string unusualKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
+/// The same for a path that seems to be a JSON Pointer without its first slash: its first new key
+/// has a slash after the key of a container that is there, beside no other key with a slash.
+std::string slashedKeyHint(const ko::Orvid::Element& root, const std::string& path);
+
 }  // namespace orvid_tool

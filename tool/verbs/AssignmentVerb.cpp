@@ -37,6 +37,19 @@ bool isUnusual(const std::string& word) {
     return false;
 }
 
+/// What stands before the first slash of a path that is no pointer, in the last step there; empty
+/// where there is nothing, or where a slash has a backslash before it, which says that it is meant.
+std::string beforeSlash(const CallPath& path) {
+    const std::string& word = path.word();
+    const std::size_t slash = word.find('/');
+    if (path.pointer() != nullptr || slash == std::string::npos ||
+        word.find("\\/") != std::string::npos) {
+        return "";
+    }
+    const std::string before = word.substr(0, slash);
+    return before.substr(before.find_last_of(".]") + 1);
+}
+
 }  // namespace
 
 void AssignmentVerb::addWords(Words& words, Call& call) {
@@ -79,8 +92,17 @@ bool AssignmentVerb::mayHaveUnusualKey() const {
         [](const Assignment& assignment) { return isUnusual(assignment.path.word()); });
 }
 
-std::string AssignmentVerb::unusualHint(const ko::Orvid::Element& root, const std::string& path) {
-    return isUnusual(path) ? unusualKeyHint(root, path) : "";
+bool AssignmentVerb::mayLackSlash(std::string_view text) const {
+    return std::any_of(m_assignments.begin(), m_assignments.end(), [&](const auto& assignment) {
+        const std::string key = beforeSlash(assignment.path);
+        return !key.empty() && text.find("\"" + key + "\"") != std::string_view::npos;
+    });
+}
+
+std::string AssignmentVerb::unusualHint(const ko::Orvid::Element& root, const CallPath& typed,
+                                        const std::string& path) {
+    const std::string hint = isUnusual(path) ? unusualKeyHint(root, path) : "";
+    return hint.empty() && !beforeSlash(typed).empty() ? slashedKeyHint(root, path) : hint;
 }
 
 void AssignmentVerb::noteNew(const std::string& path, const std::string& hint) const {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "call/Verb.h"
@@ -24,8 +25,12 @@ protected:
     /// Whether a step of a path may begin or end with whitespace, as in `port = 80`, or the last
     /// one end in a colon, as in `port:=80`.
     bool mayHaveUnusualKey() const;
-    /// What is said of such a key where it is new; empty for any other path.
-    static std::string unusualHint(const ko::Orvid::Element& root, const std::string& path);
+    /// Whether a path may be a pointer without its first slash, as far as the document's text says.
+    bool mayLackSlash(std::string_view text) const;
+    /// What is said of such a key or path where it is new; empty for any other path. `path` is what
+    /// `typed` is in the document.
+    static std::string unusualHint(const ko::Orvid::Element& root, const CallPath& typed,
+                                   const std::string& path);
     /// Says the hint, where there is one, when the run has ended. Not for records.
     void noteNew(const std::string& path, const std::string& hint) const;
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.

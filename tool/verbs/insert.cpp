@@ -55,7 +55,7 @@ private:
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
-        if (isNew() || mayHaveUnusualKey()) {
+        if (isNew() || mayHaveUnusualKey() || (!call.lines.isOn && mayLackSlash(document.text))) {
             return false;
         }
         if (mayEditRecord(call, m_textSteps.size())) {
@@ -96,7 +96,8 @@ private:
         const std::optional<LastStep>& known = m_steps[index];
         const LastStep step = known ? *known : LastStep(assignment.path.pathIn(document.root));
         const bool isRecord = document.location.line != 0;
-        const std::string hint = isRecord ? "" : unusualHint(document.root, step.path());
+        const std::string hint =
+            isRecord ? "" : unusualHint(document.root, assignment.path, step.path());
         insertAt(document.root, step, std::move(value), document.location);
         noteNew(step.path(), hint);
     }

@@ -123,14 +123,16 @@ private:
 
     /// A new member whose path is a key that there is would not be seen beside it, nor would the
     /// whitespace of a key.
-    void noteNewKey(const ko::Orvid::Element& root, const std::string& path) const {
+    void noteNewKey(const ko::Orvid::Element& root, const CallPath& typed,
+                    const std::string& path) const {
         const std::string hint = dottedKeyHint(root, path);
-        noteNew(path, hint.empty() ? unusualHint(root, path) : hint);
+        noteNew(path, hint.empty() ? unusualHint(root, typed, path) : hint);
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
         const bool mayNeedNote =
-            !call.lines.isOn && (mayHaveUnusualKey() || mayHaveDottedKey(document.text));
+            !call.lines.isOn &&
+            (mayHaveUnusualKey() || mayHaveDottedKey(document.text) || mayLackSlash(document.text));
         if (isNew() || m_query || mayNeedNote) {
             return false;
         }
@@ -212,7 +214,7 @@ private:
         }
         const std::string path = assignment.path.pathIn(document.root);
         if (document.location.line == 0) {
-            noteNewKey(document.root, path);
+            noteNewKey(document.root, assignment.path, path);
         }
         setPath(document.root, path, assignment.value);
     }
