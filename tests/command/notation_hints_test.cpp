@@ -151,6 +151,38 @@ TEST(notations, of_records_in_filters_are_explained) {
     EXPECT_FALSE(says({"select", "--lines", "$[?$.n == 3]"}, hint, records));
 }
 
+TEST(notations, of_records_in_filters_of_queries_are_explained) {
+    const std::string hint = "orvid select --lines '$[?$.a == 1]'\n";
+    const std::string records = "{\"n\":1}\n{\"n\":2}\n";
+    EXPECT_EQ(orvid({"query", "--lines", "$[?@.n > 1]"}, records).out, "");
+    EXPECT_TRUE(says({"query", "--lines", "$[?@.n > 1]"}, hint, records));
+    EXPECT_TRUE(says({"query", "--lines", "--count", "-j2", "$[?@.n > 1]"}, hint, records));
+    EXPECT_FALSE(says({"query", "--lines", "$[?@.n > 1]"}, hint, "{\"m\":{\"n\":2}}\n" + records));
+    EXPECT_FALSE(says({"query", "--lines", "$[?@.n > 1]"}, hint, "[{\"n\":1}]\n"));
+    EXPECT_FALSE(says({"query", "--lines", "$[?@.n > 1]"}, hint, ""));
+    EXPECT_FALSE(says({"query", "$[?@.n > 1]"}, hint, "{\"n\":1}"));
+    EXPECT_FALSE(says({"query", "--lines", "$[?$.n == 3]"}, hint, records));
+}
+
+TEST(notations, of_all_items_in_queries_are_explained) {
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {".l[]", "found \".\"; write '$.l[*]'"},
+        {".[]", "found \".\"; write '$[*]'"},
+        {"[]", "found \"[\"; write '$[*]'"},
+        {".l[].a?", "found \".\"; write '$.l[*].a'"},
+        {"l[]", "found \"l\"; write '$.l[*]'"},
+        {".[\"a b\"]", "found \".\"; write '$[\"a b\"]'"},
+        {"$.l[]", "found \"]\"; for all items write '$.l[*]'"},
+        {".l[] | select(.a > 1)", "found \".\"; a filter stands in brackets, as in '$[?@.a > 1]'"},
+        {"map(.a)", "found \"m\""},
+        {"$.l[1,]", "found \"]\""}};
+    for (const auto& [query, end] : rows) {
+        const std::string all = orvid({"query", query}, "{}").err;
+        const std::string line = all.substr(0, all.find('\n'));
+        EXPECT_EQ(line.substr(line.find("found \"")), end) << query;
+    }
+}
+
 TEST(words, that_ask_for_the_version_elsewhere_are_explained) {
     EXPECT_EQ(orvid({"-V"}),
               failed(2, "there is no -V (did you mean --version?); see orvid --help"));

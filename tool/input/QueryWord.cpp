@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "output/Failure.h"
 #include "output/shellWord.h"
@@ -16,6 +17,8 @@ namespace orvid_tool {
 using ko::Orvid::ParseException;
 
 namespace {
+
+constexpr const char* k_filterHint = "; a filter stands in brackets, as in '$[?@.a > 1]'";
 
 /// What to write of the operators of other languages; `rest` begins at the error.
 std::string operatorHint(std::string_view rest) {
@@ -35,16 +38,53 @@ std::string operatorHint(std::string_view rest) {
                : "";
 }
 
-/// Says to write the text, where it is a query.
-std::string writeHint(const std::string& text) {
+bool isQuery(const std::string& text) {
     try {
         static_cast<void>(ko::Orvid::JsonPath(text));
     } catch (const ParseException&) {
-        return text.find(" | ") == std::string::npos
-                   ? ""
-                   : "; a query has no |: what it writes is handed to another program by the shell";
+        return false;
     }
-    return "; write " + shellWord(text);
+    return true;
+}
+
+/// The text with all items written as a query has them, and without the marks of jq that a query
+/// does not need.
+std::string withStars(std::string text) {
+    for (const auto& [part, other] : {std::pair("[]", "[*]"), std::pair(".[", "[")}) {
+        const std::string_view found(part);
+        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at)) {
+            text.replace(at, found.size(), other);
+        }
+    }
+    if (!text.empty() && text.back() == '?') {
+        text.pop_back();
+    }
+    return text;
+}
+
+/// Says to write the text, where it is a query.
+std::string writeHint(const std::string& text) {
+    if (isQuery(text)) {
+        return "; write " + shellWord(text);
+    }
+    if (const std::string query = withStars(text); isQuery(query)) {
+        return "; write " + shellWord(query);
+    }
+    if (text.find("select(") != std::string::npos) {
+        return k_filterHint;
+    }
+    return text.find(" | ") == std::string::npos
+               ? ""
+               : "; a query has no |: what it writes is handed to another program by the shell";
+}
+
+/// What to write of an error in a query that begins as one.
+std::string innerHint(const std::string& text, std::size_t at) {
+    const bool isEmptyStep = at > 0 && text.compare(at - 1, 2, "[]") == 0;
+    if (const std::string query = withStars(text); isEmptyStep && isQuery(query)) {
+        return "; for all items write " + shellWord(query);
+    }
+    return operatorHint(std::string_view(text).substr(at));
 }
 
 /// What to write of a path that was taken for a query, and of other languages.
@@ -54,10 +94,10 @@ std::string hint(const std::string& text, int column) {
     }
     if (text.front() == '$') {
         const auto at = static_cast<std::size_t>(std::max(column, 0));
-        return operatorHint(std::string_view(text).substr(std::min(at, text.size())));
+        return innerHint(text, std::min(at, text.size()));
     }
     if (text.front() == '@') {
-        return "; a filter stands in brackets, as in '$[?@.a > 1]'";
+        return k_filterHint;
     }
     const bool isStep = text.front() == '.' || text.front() == '[';
     return writeHint((isStep ? "$" : "$.") + text);
@@ -73,6 +113,11 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
                       "query: " + error.message() + hint(text, error.firstColumn()),
                       wordExcerpt(text, error));
     }
+}
+
+bool filtersValuesInRoot(const std::string& text) {
+    constexpr std::string_view start = "$[?@.";
+    return text.compare(0, start.size(), start) == 0;
 }
 
 void readFor(const ko::Orvid::JsonPath& query, Document& document,

@@ -16,6 +16,9 @@ namespace orvid_tool {
 /// text that is none.
 ko::Orvid::JsonPath queryOf(const std::string& text);
 
+/// Whether the query filters the values in the root, which is mostly meant to be the record.
+bool filtersValuesInRoot(const std::string& text);
+
 /// readTree() of the document's text into its root, but no more than the query looks at.
 void readFor(const ko::Orvid::JsonPath& query, Document& document,
              const ko::Orvid::ReadOptions& options = wholeOptions());

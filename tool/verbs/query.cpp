@@ -11,6 +11,7 @@
 #include "input/Input.h"
 #include "input/PathSteps.h"
 #include "input/QueryWord.h"
+#include "output/Report.h"
 #include "text/TextLookup.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
@@ -119,6 +120,8 @@ private:
         const std::vector<const Element*> results = resultsIn(document.root);
         if (!results.empty()) {
             m_isAnythingSelected = true;
+        } else if (call.lines.isOn && document.root.isObject()) {
+            m_wasRecordLeftOut = true;
         }
         if (m_form == Form::count) {
             out.append(std::to_string(results.size()) + "\n");
@@ -131,7 +134,12 @@ private:
         }
     }
 
-    ExitStatus outcome(const Report& /*report*/) const override {
+    ExitStatus outcome(const Report& report) const override {
+        if (filtersValuesInRoot(m_text) && m_wasRecordLeftOut && !m_isAnythingSelected) {
+            report.note(
+                "the query selects nothing: in a filter on $, @ is each value in it; for the "
+                "records of which it is true: orvid select --lines '$[?$.a == 1]'");
+        }
         return m_hasStatus && !m_isAnythingSelected ? ExitStatus::failed : ExitStatus::done;
     }
 
@@ -172,6 +180,8 @@ private:
     bool m_isArray = false;
     bool m_hasStatus = false;
     mutable std::atomic<bool> m_isAnythingSelected{false};  ///< by any thread
+    mutable std::atomic<bool> m_wasRecordLeftOut{
+        false};  ///< an object of which nothing is selected
 };
 
 }  // namespace

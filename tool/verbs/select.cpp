@@ -4,7 +4,7 @@
 
 #include <atomic>
 #include <optional>
-#include <string_view>
+#include <string>
 
 #include "call/Options.h"
 #include "input/Input.h"
@@ -81,8 +81,7 @@ private:
 
     /// A filter on the root looks at what is in a record, which is mostly meant to be the record.
     ExitStatus outcome(const Report& report) const override {
-        constexpr std::string_view slip = "$[?@.";
-        if (m_text.substr(0, slip.size()) == slip && m_wasFalse && !m_wasTrue) {
+        if (filtersValuesInRoot(m_text) && m_wasFalse && !m_wasTrue) {
             report.note(
                 "the query is true of nothing: in a filter on $, @ is each value in it; for "
                 "the record itself write $, as in '$[?$.a == 1]'");
