@@ -78,12 +78,15 @@ TEST(bad_text, without_a_value_shows_no_line_of_it) {
 }
 
 TEST(bad_text, that_ends_early_says_where_and_in_which_element) {
+    const std::string object = isOpen("object", "1:1");
     expectLines(
-        {{"{", "1:2: at (root): The text ends before the document is complete"},
-         {"{\"a\"", "1:5: at a: The text ends before the document is complete"},
-         {"{\"a\":", "1:6: at a: The text ends before the document is complete"},
-         {"{\"a\":1", "1:7: at a: The text ends before the document is complete"},
-         {"{\"a\":1,", "1:8: at (root): The text ends before the document is complete"},
+        {{"{", "1:2: at (root): The text ends before the document is complete" + object},
+         {"{\"a\"", "1:5: at a: The text ends before the document is complete" + object},
+         {"{\"a\":", "1:6: at a: The text ends before the document is complete" + object},
+         {"{\"a\":1", "1:7: at a: The text ends before the document is complete" + object},
+         {"{\"a\":1,", "1:8: at (root): The text ends before the document is complete" + object},
+         {"[{}, [1]",
+          "1:9: at (root): The text ends before the document is complete" + isOpen("array", "1:1")},
          {"{\"a\":[1,\n2",
           "2:2: at a: The text ends before the document is complete" + isOpen("array", "1:6")},
          {"{\"a\":[1,\n{\"b\":[\n",
@@ -202,14 +205,15 @@ TEST(loose_text, may_have_a_byte_order_mark_and_trailing_commas) {
 
 TEST(bad_text, shows_the_path_of_the_element_on_one_line) {
     expectLines({{"{\"a\\nb\":{\"x.y\":[0,tru",
-                  "1:22: at a\\u000ab.x\\.y: The text ends before the document is complete"}});
+                  "1:22: at a\\u000ab.x\\.y: The text ends before the document is complete" +
+                      isOpen("array", "1:16")}});
 }
 
 TEST(bad_text, that_breaks_off_below_a_million_levels_is_reported_in_a_short_line) {
     const std::string end = repeated("[0]", 40);
-    const CommandResult expected =
-        failed(1, "(standard input):1:1000001: at " + end + " ... " + end +
-                      ": The text ends before the document is complete");
+    const CommandResult expected = failed(
+        1, "(standard input):1:1000001: at " + end + " ... " + end +
+               ": The text ends before the document is complete" + isOpen("array", "1:1000000"));
     EXPECT_EQ(withoutExcerpt(orvid({"print"}, repeated("[", 1000000))), expected);
 }
 
@@ -218,9 +222,10 @@ TEST(bad_text, shortens_a_long_path_between_characters) {
     const std::string key = "k" + repeated("\xC3\xA4", 200);
     const std::string head = "k" + repeated("\xC3\xA4", 59);
     const std::string tail = repeated("\xC3\xA4", 60);
-    EXPECT_EQ(withoutExcerpt(orvid({"print"}, "{\"" + key + "\":")),
-              failed(1, "(standard input):1:406: at " + head + " ... " + tail +
-                            ": The text ends before the document is complete"));
+    EXPECT_EQ(
+        withoutExcerpt(orvid({"print"}, "{\"" + key + "\":")),
+        failed(1, "(standard input):1:406: at " + head + " ... " + tail +
+                      ": The text ends before the document is complete" + isOpen("object", "1:1")));
 }
 
 /// The same sequence in every run.

@@ -100,7 +100,7 @@ TEST(check, shows_no_excerpts_of_lines) {
     EXPECT_EQ(orvid({"check", "--lines"}, "[1]\n{\"a\":1,\n"),
               failed(1,
                      "(standard input):2:8: at (root): The text ends before the document is "
-                     "complete"));
+                     "complete (the object that begins at column 1 is not closed)"));
 }
 
 TEST(check, takes_json_with_comments_where_it_is_asked_to) {

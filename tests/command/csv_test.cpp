@@ -98,7 +98,8 @@ TEST(csv, writes_what_comes_before_an_error) {
     EXPECT_EQ(orvid({"csv"}, "[{\"a\":1}"),
               (CommandResult{"a\n1\n",
                              "orvid: (standard input):1:9: at (root): The text ends before the "
-                             "document is complete\n[{\"a\":1}\n        ^\n",
+                             "document is complete (the array that begins at 1:1 is not closed)\n"
+                             "[{\"a\":1}\n        ^\n",
                              1, 0}));
     EXPECT_EQ(orvid({"csv", "-f", "a"}, "{\"a\":1}\n  {\"b\": tru}"),
               (CommandResult{"a\n1\n",

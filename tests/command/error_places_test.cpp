@@ -118,7 +118,8 @@ TEST(change, is_given_in_the_call) {
     EXPECT_EQ(orvid({"merge", "file:" + file.name()}, "{\"b\":2}\n"), printed("{\"b\":3}\n"));
     EXPECT_EQ(orvid({"merge", "{\"a\""}, "{}"),
               failed(2,
-                     "PATCH:1:5: at a: The text ends before the document is complete\n{\"a\"\n"
+                     "PATCH:1:5: at a: The text ends before the document is complete (the object "
+                     "that begins at 1:1 is not closed)\n{\"a\"\n"
                      "    ^"));
 }
 

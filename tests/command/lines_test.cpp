@@ -86,8 +86,10 @@ TEST(lines, of_one_document_get_a_hint_at_the_first) {
         return err.substr(0, err.find('\n'));
     };
     const std::string early = ": at (root): The text ends before the document is complete";
-    EXPECT_EQ(first("{\n \"a\": 1\n}\n"), "orvid: (standard input):1:2" + early + hint);
-    EXPECT_EQ(first("{\"a\":1}\n{\n"), "orvid: (standard input):2:2" + early) << "a later line";
+    const std::string open = " (the object that begins at column 1 is not closed)";
+    EXPECT_EQ(first("{\n \"a\": 1\n}\n"), "orvid: (standard input):1:2" + early + open + hint);
+    EXPECT_EQ(first("{\"a\":1}\n{\n"), "orvid: (standard input):2:2" + early + open)
+        << "a later line";
     EXPECT_EQ(first("{\"a\" 1}\n").find(hint), std::string::npos) << "another error";
 }
 

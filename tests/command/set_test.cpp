@@ -134,7 +134,8 @@ TEST(set, spells_what_it_puts_alike_in_every_way) {
 TEST(set, refuses_a_value_that_is_no_json_as_a_usage_error) {
     EXPECT_EQ(orvid({"set", "a", "{\"b\":"}, k_document),
               failed(2,
-                     "JSON:1:6: at b: The text ends before the document is complete\n"
+                     "JSON:1:6: at b: The text ends before the document is complete (the object "
+                     "that begins at 1:1 is not closed)\n"
                      "{\"b\":\n"
                      "     ^"));
     EXPECT_EQ(orvid({"set", "a", "\"x"}, k_document),

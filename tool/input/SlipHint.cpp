@@ -236,7 +236,7 @@ std::optional<OpenPart> openPartOf(std::string_view text) {
         }
         at = text.find_first_of("\"/[]{}", next);
     }
-    if (open.empty() || text.find('\n', open.back()) == std::string_view::npos) {
+    if (open.empty()) {
         return std::nullopt;
     }
     return OpenPart{text[open.back()] == '[' ? "array" : "object", open.back()};

@@ -38,8 +38,7 @@ struct OpenPart {
     std::size_t offset;  ///< of its first byte
 };
 
-/// The innermost part of the text that its end leaves open; nothing where it has none, and where
-/// that is an array or an object of the last line, which the excerpt shows.
+/// The innermost part of the text that its end leaves open; nothing where it has none.
 std::optional<OpenPart> openPartOf(std::string_view text);
 
 /// The same as the end of a message, ` (the string that begins at LINE:COLUMN is not closed)`, or
