@@ -172,7 +172,7 @@ TEST(join_lines, does_with_a_faulty_record_what_is_asked_for) {
         "orvid: (standard input):2:2: at (root): Unexpected 'x': expected a key or '}' (a key "
         "stands "
         "in double quotes: \"x\")\n";
-    EXPECT_EQ(orvid({"join", "--lines", "-c"}, records), (CommandResult{"[1", error, 1, 0}));
+    EXPECT_EQ(orvid({"join", "--lines", "-c"}, records), (CommandResult{"[1\n", error, 1, 0}));
     EXPECT_EQ(orvid({"join", "--lines", "-c", "--on-error=skip"}, records),
               (CommandResult{"[1,3]\n", error, 1, 0}));
     EXPECT_EQ(orvid({"join", "--lines", "-c", "--on-error=null"}, records),
@@ -192,10 +192,15 @@ TEST(join, does_not_part_what_is_one_word) {
               printed("[1,\"a\",[],{},null,2,3]\n"));
 }
 
-TEST(join, leaves_the_array_open_after_an_error) {
+TEST(join, leaves_the_array_open_after_an_error_but_not_the_line) {
     EXPECT_EQ(orvid({"join", "-c", "-", "/no/such/file"}, "1"),
-              (CommandResult{"[1", "orvid: /no/such/file: No such file or directory\n", 3, 0}));
-    EXPECT_EQ(orvid({"join", "-c"}, "1\n{\"a\"}").out, "[1");
+              (CommandResult{"[1\n", "orvid: /no/such/file: No such file or directory\n", 3, 0}));
+    EXPECT_EQ(orvid({"join", "-c"}, "1\n{\"a\"}").out, "[1\n");
+    EXPECT_EQ(orvid({"join"}, "1\n{\"a\"}").out, "[\n    1\n");
+    EXPECT_EQ(orvid({"join", "--lines"}, "1\n{\"a\"}").out, "[\n    1\n");
+    EXPECT_EQ(orvid({"join"}, "x").out, "");
+    EXPECT_EQ(orvid({"join", "--lines"}, "x").out, "");
+    EXPECT_EQ(orvid({"join", "/no/such/file"}).out, "");
 }
 
 TEST(join, lays_out_each_value_as_it_is_reported) {

@@ -27,6 +27,8 @@ void RecordArray::writePart(std::string_view part) {
     m_out.write(part);
 }
 
+void RecordArray::leaveOpen() { m_out.write(m_isEmpty ? "" : "\n"); }
+
 void RecordArray::close() {
     m_out.write(m_isEmpty ? "[" : "");
     m_out.write(m_isEmpty || m_indent.empty() ? "]\n" : "\n]\n");

@@ -23,6 +23,8 @@ public:
     void flush() override { m_out.flush(); }
     /// Ends the array. The last line must have had its newline.
     void close();
+    /// Ends the line of an array that stays open after an error.
+    void leaveOpen();
 
 private:
     void writePart(std::string_view part);

@@ -42,6 +42,9 @@ public:
         m_out.write(hasLines ? "\n]\n" : "]\n");
     }
 
+    /// Ends the line of an array that stays open after an error.
+    void leaveOpen() { m_out.write(m_isEmpty ? "" : "\n"); }
+
 private:
     /// One level deeper. A newline in JSON text always belongs to the layout.
     void writeIndented(std::string_view text) {
@@ -102,25 +105,38 @@ private:
         if (status == ExitStatus::done ||
             (status == ExitStatus::failed && call.lines.onError != OnError::stop)) {
             array.close();
+        } else {
+            array.leaveOpen();
         }
         return status;
     }
 
     static ExitStatus runValues(const Call& call, Output& out) {
         OpenArray all(out, call.layout);
-        for (const std::string& file : call.files) {
-            Input input(file);
-            ValueStream values(input, {}, {call.isStrict, false});
-            try {
-                while (values.next()) {
-                    all.add(values, call.isStrict);
-                }
-            } catch (const Unwritable& error) {
-                throw Failure(ExitStatus::failed, values.location(), error.what());
+        try {
+            for (const std::string& file : call.files) {
+                addValues(call, file, all);
             }
+        } catch (const OutputFailure&) {
+            throw;
+        } catch (const Failure&) {
+            all.leaveOpen();
+            throw;
         }
         all.close();
         return ExitStatus::done;
+    }
+
+    static void addValues(const Call& call, const std::string& file, OpenArray& all) {
+        Input input(file);
+        ValueStream values(input, {}, {call.isStrict, false});
+        try {
+            while (values.next()) {
+                all.add(values, call.isStrict);
+            }
+        } catch (const Unwritable& error) {
+            throw Failure(ExitStatus::failed, values.location(), error.what());
+        }
     }
 
     std::string m_indent;
