@@ -238,6 +238,24 @@ TEST(defaults, of_what_has_no_schema_are_none_and_a_note_says_so) {
                   0, 0}));
 }
 
+TEST(defaults, of_a_file_that_describes_nothing_are_none_and_a_note_says_so) {
+    const std::string why = " has neither properties nor items, so it gives no defaults\n";
+    for (const char* const text :
+         {R"({"a":1})", "[]", "5", R"({"$ref":"#/definitions/a"})", R"({"default":{"a":1}})"}) {
+        const ScratchFile file(text);
+        const std::string note = "orvid: the schema in " + file.name() + why;
+        EXPECT_EQ(orvid({"defaults", "--schema", file.name()}, "{}"),
+                  (CommandResult{"", note, 0, 0}));
+        EXPECT_EQ(orvid({"defaults", "--fill", "--lines", "--schema", file.name()}, "{}\n{}\n"),
+                  (CommandResult{"{}\n{}\n", note, 0, 0}));
+    }
+    const ScratchFile document(R"({"meta":{"schema":{}},"properties":{}})");
+    EXPECT_EQ(orvid({"defaults", "--schema", document.name()}, "{}").err,
+              "orvid: the schema in " + document.name() + why);
+    const ScratchFile schema(R"({"meta":{"schema":{"items":{}}}})");
+    EXPECT_EQ(orvid({"defaults", "--schema", schema.name()}, "{}"), printed(""));
+}
+
 TEST(defaults, of_a_root_that_is_an_array_are_those_of_its_items) {
     const ScratchFile schema(
         R"({"items":{"properties":{"a":{"default":5},"in":{"properties":{"c":{"default":[]}}}}}})");

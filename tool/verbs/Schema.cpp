@@ -47,6 +47,14 @@ bool Schema::isFor(const Element& root) const {
            root.pathExists(k_schemaPath);
 }
 
+bool Schema::describesNothing() const {
+    if (m_root.isNull()) {
+        return false;
+    }
+    const Element& schema = m_root.get(k_schemaPath);
+    return !schema.isObject() || (!schema.contains("properties") && !schema.contains("items"));
+}
+
 Schema::Loan::Loan(const Schema& schema, Element& root) : m_root(root) {
     if (!schema.isNeededBy(root)) {
         return;

@@ -26,6 +26,9 @@ public:
     /// one.
     bool isFor(const ko::Orvid::Element& root) const;
 
+    /// Whether one was loaded that has no place for the defaults of members or items.
+    bool describesNothing() const;
+
     /// Gives a root without a schema of its own the loaded one, in meta.schema, while this lives.
     /// An array, which has no place for it, becomes a member of an object that has.
     class Loan {

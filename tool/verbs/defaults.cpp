@@ -9,6 +9,7 @@
 
 #include "call/Options.h"
 #include "edit/Kept.h"
+#include "input/Input.h"
 #include "output/phrases.h"
 #include "output/placeWord.h"
 #include "output/Report.h"
@@ -96,6 +97,10 @@ public:
             throw UsageError("--in-place and --lines need --fill");
         }
         m_schema.load(call);
+        if (m_schema.describesNothing()) {
+            m_notes.push_back("the schema in " + inputName(*call.schemaFile) +
+                              " has neither properties nor items, so it gives no defaults");
+        }
         m_areRecords = call.lines.isOn;
     }
 
