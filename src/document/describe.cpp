@@ -82,9 +82,20 @@ std::string describeType(const TypeException<EType>& error) {
                            ", but should be " + nameOf(error.requested()));
 }
 
+/// Whether the missing step is a position in an array, as a path or a JSON Pointer writes it.
+bool isIndexOf(const PathNotFound& error) {
+    const std::string& step = error.key();
+    if (step.empty() || error.path().compare(0, 1, "/") != 0 ||
+        error.path().find("/" + step) == std::string::npos) {
+        return !step.empty() && step.front() == '[';
+    }
+    const bool isNumber = step.find_first_not_of("0123456789") == std::string::npos;
+    return step == "-" || (isNumber && (step == "0" || step.front() != '0'));
+}
+
 /// What the element where the walk stopped is, if it cannot have such a step at all.
 std::string describeStop(const PathNotFound& error) {
-    const bool isIndex = !error.key().empty() && error.key().front() == '[';
+    const bool isIndex = isIndexOf(error);
     const EType type = error.stoppedAt();
     if (error.elementPath() == nullptr || type == etObject || (type == etArray && isIndex)) {
         return "";

@@ -88,6 +88,30 @@ TEST(Describe, says_where_a_path_stopped) {
               "The path \"a\" leads nowhere: its start has no \"b\".");
 }
 
+TEST(Describe, says_of_an_index_of_a_pointer_that_it_is_missing_and_not_of_the_wrong_type) {
+    const Document document(R"({"a": [1]})");
+    const auto ofPointer = [&](const char* pointer) {
+        return sentenceOf([&] { ko::Orvid::JsonPointer(pointer).get(document.root); });
+    };
+    EXPECT_EQ(ofPointer("/a/1"),
+              "The path \"/a/1\" leads nowhere: the element \"a\" has no \"1\".");
+    EXPECT_EQ(ofPointer("/a/12345678901234567890"),
+              "The path \"/a/12345678901234567890\" leads nowhere: the element \"a\" has no "
+              "\"12345678901234567890\".");
+    EXPECT_EQ(ofPointer("/a/-"),
+              "The path \"/a/-\" leads nowhere: the element \"a\" has no \"-\".");
+    EXPECT_EQ(ofPointer("/a/01"),
+              "The path \"/a/01\" leads nowhere: the element \"a\" is an array and has no \"01\".");
+    EXPECT_EQ(ofPointer("/a/b"),
+              "The path \"/a/b\" leads nowhere: the element \"a\" is an array and has no \"b\".");
+    EXPECT_EQ(sentenceOf([] {
+                  ko::Orvid::makeObject({{"/a", ko::Orvid::makeArray({})}}).get("/a.1");
+              }),
+              "The path \"/a.1\" leads nowhere: the element \"/a\" is an array and has no \"1\".");
+    EXPECT_EQ(sentenceOf([&] { document.root.get("a.1"); }),
+              "The path \"a.1\" leads nowhere: the element \"a\" is an array and has no \"1\".");
+}
+
 TEST(Describe, says_which_member_an_object_lacks) {
     const Document document(R"({"a": {}})");
     EXPECT_EQ(sentenceOf([&] { throw ko::Orvid::KeyNotFound(&document.root.get("a"), "b"); }),
