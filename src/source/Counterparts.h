@@ -141,6 +141,9 @@ private:
                     std::uint64_t& sharedSteps, Positions& result) const;
     Positions alignItems(const Numbers& before, const Numbers& now, const Positions& pairs) const;
     Positions pairedInOrder(const Numbers& before, const Numbers& now) const;
+    template<class MatchRest>
+    void pairAround(const Numbers& lost, const Numbers& added, const Positions& pairs,
+                    const MatchRest& matchRest);
     void matchChanged(const Numbers& lost, const Numbers& added);
     void matchReplaced(const Numbers& lost, const Numbers& added);
     void matchUnlike(Numbers lost, Numbers added);

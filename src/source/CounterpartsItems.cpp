@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "change/SequenceAlign.h"
 #include "source/ChildCursor.h"
@@ -139,27 +140,30 @@ Counterparts::Positions Counterparts::pairedInOrder(const Numbers& before,
     return ascendingPairs(pairs);
 }
 
-/// Items between the same two neighbours, none of which has its former value. What has its address
-/// still is such a neighbour as well.
-void Counterparts::matchChanged(const Numbers& lost, const Numbers& added) {
-    const Positions pairs = changedInPlace(lost, added);
+/// Pairs the items at these positions, and lets `matchRest` look at those between two of them.
+template<class MatchRest>
+void Counterparts::pairAround(const Numbers& lost, const Numbers& added, const Positions& pairs,
+                              const MatchRest& matchRest) {
     for (const auto& [i, j] : pairs) {
         pair(lost[i], added[j]);
     }
     forEachInterval(pairs, lost.size(), added.size(), [&](const ItemRange& range) {
-        matchReplaced(part(lost, range.from, range.fromEnd), part(added, range.to, range.toEnd));
+        matchRest(part(lost, range.from, range.fromEnd), part(added, range.to, range.toEnd));
     });
+}
+
+/// Items between the same two neighbours, none of which has its former value. What has its address
+/// still is such a neighbour as well.
+void Counterparts::matchChanged(const Numbers& lost, const Numbers& added) {
+    pairAround(lost, added, changedInPlace(lost, added),
+               [this](const Numbers& gone, const Numbers& come) { matchReplaced(gone, come); });
 }
 
 /// Items between the same two neighbours that have neither their former value nor their address.
 /// Those that are alike are neighbours of the rest.
 void Counterparts::matchReplaced(const Numbers& lost, const Numbers& added) {
-    const Positions pairs = alikeInOrder(lost, added);
-    for (const auto& [i, j] : pairs) {
-        pair(lost[i], added[j]);
-    }
-    forEachInterval(pairs, lost.size(), added.size(), [&](const ItemRange& range) {
-        matchUnlike(part(lost, range.from, range.fromEnd), part(added, range.to, range.toEnd));
+    pairAround(lost, added, alikeInOrder(lost, added), [this](Numbers&& gone, Numbers&& come) {
+        matchUnlike(std::move(gone), std::move(come));
     });
 }
 
