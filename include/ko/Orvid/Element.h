@@ -75,8 +75,8 @@ public:
     /// copied, and only then std::bad_alloc may be thrown, leaving this element unchanged.
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): a cycle is avoided by a copy
     Element& operator=(Element&& other);
-    /// Linear cost.
-    ~Element() {
+    /// Linear cost. Exported as well, for programs that were compiled when it was not inline.
+    KO_API ~Element() {
         if (m_data.type > etBoolean) {
             destroy(m_data);
         }
