@@ -42,11 +42,9 @@ std::optional<std::string_view> lineOf(std::string_view text, int number) {
         }
         text.remove_prefix(newline + 1);
     }
-    text = text.substr(0, text.find('\n'));
-    if (!text.empty() && text.back() == '\r') {
-        text.remove_suffix(1);
-    }
-    return text;
+    const std::size_t end = text.find('\n');
+    const bool isCrLf = end != std::string_view::npos && end > 0 && text[end - 1] == '\r';
+    return text.substr(0, isCrLf ? end - 1 : end);
 }
 
 Glyph glyphAt(std::string_view line, std::size_t offset, std::size_t& length, const Span& marked) {

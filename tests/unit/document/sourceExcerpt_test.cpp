@@ -64,6 +64,13 @@ TEST(SourceExcerpt, marks_the_place_after_the_last_character_of_a_text_that_ends
     EXPECT_EQ(excerptOf("[\n"), "\n^\n");
 }
 
+TEST(SourceExcerpt, counts_a_carriage_return_that_ends_no_line) {
+    EXPECT_EQ(excerptOf("[1,\r"), "[1,\n    ^\n");
+    EXPECT_EQ(excerptOf("[1,\r x\r"), "[1,  x\n     ^\n");
+    EXPECT_EQ(excerptOf("\r[\r2 3]\r\n"), " [ 2 3]\n     ^\n");
+    EXPECT_EQ(excerptAt("\r\n[]", 1, 1), "\n^\n");
+}
+
 TEST(SourceExcerpt, counts_characters_and_not_bytes) {
     EXPECT_EQ(excerptOf("[\"\xC3\xA9\xE2\x82\xAC\", x]"),
               "[\"\xC3\xA9\xE2\x82\xAC\", x]\n       ^\n");
