@@ -157,6 +157,19 @@ TEST(lines, begin_with_a_byte_order_mark_in_the_first_only) {
               printed(mark + "{\"a\":2}\n"));
 }
 
+TEST(lines, keep_the_byte_order_mark_of_a_first_line_that_is_not_written) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const std::string records = mark + " \n\n{\"a\": 1}\n";
+    EXPECT_EQ(orvid({"set", "--lines", "a=2"}, records), printed(mark + "{\"a\": 2}\n"));
+    EXPECT_EQ(orvid({"set", "--lines", "n={}", "-S"}, records), printed("{\"a\":1,\"n\":{}}\n"));
+    EXPECT_EQ(orvid({"rename", "--lines", "a", "b"}, records), printed(mark + "{\"b\": 1}\n"));
+    EXPECT_EQ(orvid({"get", "--lines", "a"}, records), printed("1\n"));
+    EXPECT_EQ(orvid({"remove", "--lines", "a"}, mark), printed(mark));
+    EXPECT_EQ(orvid({"remove", "--lines", "a", "--on-error=skip"}, mark + "[]\n{\"a\":1}").out,
+              mark + "{}");
+    EXPECT_EQ(orvid({"remove", "--lines", "a"}, mark + "[]\n{\"a\":1}\n").out, "");
+}
+
 TEST(help, says_what_a_verb_does_with_lines) {
     EXPECT_NE(orvid({"check", "--help"}).out.find("read every line as a document of its own"),
               std::string::npos);

@@ -56,8 +56,12 @@ void LineWorker::workOnLines(LineBatch& batch) const {
         const std::size_t start = batch.out.length();
         workOnLine(rest.substr(0, end), document, batch);
         rest.remove_prefix(end + 1);
-        if (rest.empty() && batch.isOpen && batch.out.length() > start) {
+        const bool isWritten = batch.out.length() > start;
+        if (isWritten && rest.empty() && batch.isOpen) {
             batch.out.cut(batch.out.length() - 1);
+        }
+        if (!isWritten && !batch.isStopped && m_call.isEdit && !m_call.layout.isAsked) {
+            batch.out.append(document.mark);
         }
     }
 }
