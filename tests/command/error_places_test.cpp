@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Every verb names the file, the line, the column and the path of what is wrong, and shows the line
-// where the text itself is malformed.
+// Every verb names the file, the line, the column and the path of what is wrong. Excerpts of the
+// line are in value_excerpt_test.cpp.
 
 #include "support/Command.h"
 
@@ -11,6 +11,7 @@
 
 namespace {
 
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
@@ -20,10 +21,13 @@ using orvid_test::ScratchFile;
 TEST(error_place, of_the_root_is_named) {
     const ScratchFile file("\n {}");
     const std::string place = file.name() + ":2:2: at (root): ";
-    EXPECT_EQ(orvid({"remove", "", file.name()}), failed(1, place + "the root cannot be removed"));
+    const std::string shown = "\n {}\n ^";
+    EXPECT_EQ(orvid({"remove", "", file.name()}),
+              failed(1, place + "the root cannot be removed" + shown));
     EXPECT_EQ(orvid({"remove", "--query", "$", file.name()}),
-              failed(1, place + "The whole document cannot be removed"));
-    EXPECT_EQ(orvid({"move", "", "a", file.name()}), failed(1, place + "the root cannot be moved"));
+              failed(1, place + "The whole document cannot be removed" + shown));
+    EXPECT_EQ(orvid({"move", "", "a", file.name()}),
+              failed(1, place + "the root cannot be moved" + shown));
 }
 
 TEST(error_place, of_an_operation_is_that_in_the_patch) {
@@ -39,18 +43,38 @@ TEST(error_place, of_an_operation_is_that_in_the_patch) {
     EXPECT_EQ(orvid({"patch", patch, document.name()}), failed(1, "PATCH" + line));
     EXPECT_EQ(orvid({"patch", "[5]", document.name()}),
               failed(1, "PATCH:1:2: at [0]: operation 0 of the patch: it is no object\n[5]\n ^"));
+    const ScratchFile onOneLine("\xEF\xBB\xBF[{}]");
+    EXPECT_EQ(orvid({"patch", onOneLine.name(), document.name()}),
+              failed(1, onOneLine.name() +
+                            ":1:2: at [0]: operation 0 of the patch: it has no \"op\"\n[{}]\n ^"));
+}
+
+TEST(error_place, of_an_operation_is_named_for_each_record) {
+    const std::string reason = "operation 0 of the patch, \"ad\" of \"\": it has no \"path\" ";
+    const ScratchFile file("[\n  {\"op\":\"ad\"}]");
+    EXPECT_EQ(orvid({"patch", "--lines", "--on-error=skip", file.name(), "-"}, "{}\n\n[]\n"),
+              (CommandResult{"",
+                             "orvid: (standard input):1: " + reason + "(" + file.name() +
+                                 ":2:3)\norvid: (standard input):3: " + reason + "(" + file.name() +
+                                 ":2:3)\n",
+                             1, 0}));
+    EXPECT_EQ(orvid({"patch", "--lines", "[{\"op\":\"ad\"}]"}, "{}\n"),
+              failed(1, "(standard input):1: " + reason + "(PATCH:1:2)"));
 }
 
 TEST(error_place, of_an_array_to_split_is_that_in_the_stream) {
     const std::string long_text =
         "{\n \"l\": 1,\n \"b\": \"" + repeated("x", 3000000) + "\",\n \"c\": []\n}";
+    const std::string shown = "\n \"l\": 1,\n      ^";
     EXPECT_EQ(orvid({"split", "--in", "l"}, long_text),
-              failed(1, "(standard input):2:7: at l: a number has no items to split"));
+              failed(1, "(standard input):2:7: at l: a number has no items to split" + shown));
     EXPECT_EQ(orvid({"split", "--in", "/l/x"}, long_text),
-              failed(1, "(standard input):2:7: at l: path \"/l/x\" not found: \"l\" is a number"));
+              failed(1, "(standard input):2:7: at l: path \"/l/x\" not found: \"l\" is a number" +
+                            shown));
     EXPECT_EQ(
         orvid({"split", "--in", "n"}, long_text),
-        failed(1, "(standard input):1:1: at (root): path \"n\" not found, there is no \"n\""));
+        failed(1,
+               "(standard input):1:1: at (root): path \"n\" not found, there is no \"n\"\n{\n^"));
 }
 
 TEST(error_place, of_a_text_that_is_no_utf_8_is_shown) {
@@ -63,13 +87,15 @@ TEST(error_place, of_a_path_that_insert_does_not_make_is_named_whole) {
     const std::string at = "(standard input):1:6: at o: path ";
     EXPECT_EQ(orvid({"insert", "o.x.y.z", "1"}, R"({"o":{}})"),
               failed(1, at + "\"o.x.y.z\" not found, there is no \"x\"; set makes what is missing, "
-                             "and as one key with a dot it is written 'o.x\\.y\\.z'"));
+                             "and as one key with a dot it is written 'o.x\\.y\\.z'\n"
+                             "{\"o\":{}}\n     ^"));
     EXPECT_EQ(orvid({"insert", "o.a.b", "1"}, R"({"o":{"a.b":2}})"),
-              failed(1, at + "\"o.a.b\" not found; for the key \"a.b\" write 'o.a\\.b'"));
+              failed(1, at + "\"o.a.b\" not found; for the key \"a.b\" write 'o.a\\.b'\n"
+                             "{\"o\":{\"a.b\":2}}\n     ^"));
     EXPECT_EQ(orvid({"insert", "l[-1].x.y", "1"}, R"({"l":[{}]})"),
               failed(1,
                      "(standard input):1:7: at l[0]: path \"l[-1].x.y\" not found, there is no "
-                     "\"x\"; set makes what is missing"));
+                     "\"x\"; set makes what is missing\n{\"l\":[{}]}\n      ^"));
 }
 
 TEST(error_place, of_a_malformed_path_is_shown_as_it_was_typed) {
@@ -87,7 +113,7 @@ TEST(error_place, of_a_malformed_path_is_shown_as_it_was_typed) {
     EXPECT_EQ(orvid({"get", "l[-9999999999]"}, R"({"l":[]})"),
               failed(1,
                      "(standard input):1:6: at l: path \"l[-9999999999]\" not found, there is no "
-                     "\"[-9999999999]\""));
+                     "\"[-9999999999]\"\n{\"l\":[]}\n     ^"));
 }
 
 TEST(long_words, are_shortened_in_errors) {

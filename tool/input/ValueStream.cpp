@@ -182,46 +182,48 @@ void ValueStream::drop() {
 void ValueStream::notePlace(std::uint64_t forgotten) {
     const std::uint64_t at = m_sink.reachedAt();
     if (at >= m_start && at < forgotten) {
-        m_place = m_lines.position(m_buffer, at);
+        m_place = placeAt(at, 1);
     }
 }
 
 /// Where that stands which the steps have led to.
-Location ValueStream::placeReached() const {
+ValueStream::Place ValueStream::placeReached() {
     const std::uint64_t at = m_sink.reachedAt();
-    const auto position = at >= m_start ? m_lines.position(m_buffer, at) : m_place;
-    return {m_input.name(), static_cast<std::size_t>(position.line),
-            static_cast<std::size_t>(position.column), pathOf(m_wanted.steps)};
+    if (at < m_start) {
+        return m_place;
+    }
+    readShown(at);
+    return placeAt(at, 1);
 }
 
 /// Throws what is reported where the steps lead nowhere.
-void ValueStream::failMissing(const Element& root) const {
-    const Location location = placeReached();
+void ValueStream::failMissing(const Element& root) {
     try {
-        static_cast<void>(root.get(*location.path));
+        static_cast<void>(root.get(pathOf(m_wanted.steps)));
     } catch (const ko::Orvid::PathNotFound& error) {
         const std::string& word = m_wanted.word.empty() ? error.path() : m_wanted.word;
-        throw missingPath({location.file, location.line, location.column, {}}, root,
-                          {&root.get(*error.elementPath()), word, error.key()});
+        const Failure at = failureAt(placeReached(), "", "");
+        const Failure failure =
+            missingPath(at.location(), root, {&root.get(*error.elementPath()), word, error.key()});
+        throw Failure(failure.status(), failure.location(), failure.text(), at.excerpt());
     }
 }
 
 /// Throws Failure where the steps lead to no array, to two values, or, at the end, nowhere.
-void ValueStream::requireTarget() const {
-    const Location location{m_input.name(), 0, 0, pathOf(m_wanted.steps)};
+void ValueStream::requireTarget() {
+    const std::string path = pathOf(m_wanted.steps);
     if (m_sink.targets() > 1) {
-        throw Failure(ExitStatus::failed, location,
-                      "a key on the way is there twice, so this may be the wrong value");
+        throw failureAt(placeReached(), path,
+                        "a key on the way is there twice, so this may be the wrong value");
     }
     if (!m_sink.isNoArray() && !(m_isAtEnd && m_sink.isBegun() && m_sink.targets() == 0)) {
         return;
     }
     const Element root = m_sink.way();
     if (m_sink.isNoArray()) {
-        const char* const hint = location.path->empty() ? "; --in PATH names an array within" : "";
-        throw Failure(
-            ExitStatus::failed, placeReached(),
-            std::string(typePhrase(root.get(*location.path))) + " has no items to split" + hint);
+        const char* const hint = path.empty() ? "; --in PATH names an array within" : "";
+        throw failureAt(placeReached(), path,
+                        std::string(typePhrase(root.get(path))) + " has no items to split" + hint);
     }
     failMissing(root);
 }
@@ -232,7 +234,7 @@ void ValueStream::read(Element& root) {
     } catch (const Failure& failure) {
         const std::string path = failure.location().path.value_or("");
         throw failureAt(m_span.first + offsetOf(text(), failure.location()), 1,
-                        joinedPath(*location().path, path), failure.text());
+                        joinedPath(itemPath(m_index - 1), path), failure.text());
     }
 }
 
@@ -240,23 +242,31 @@ std::string ValueStream::itemPath(std::size_t index) const {
     return pathOf(m_wanted.steps) + (m_sink.areItems() ? "[" + std::to_string(index) + "]" : "");
 }
 
-Location ValueStream::location() const {
-    const auto position = m_lines.position(m_buffer, m_span.first);
-    return {m_input.name(), static_cast<std::size_t>(position.line),
-            static_cast<std::size_t>(position.column), itemPath(m_index - 1)};
+Failure ValueStream::failure(const std::string& text) {
+    return failureAt(m_span.first, 1, itemPath(m_index - 1), text);
 }
 
-Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
-                               const std::string& text) {
-    readShown(begin);
+/// The position of that offset, with carets below so many bytes.
+ValueStream::Place ValueStream::placeAt(std::uint64_t begin, std::uint64_t length) const {
     const auto at = m_lines.position(m_buffer, begin);
     const auto before = static_cast<std::uint64_t>(at.column) - 1;
     const std::uint64_t shown = std::max(m_start, begin - std::min(begin, before));
     const int column = static_cast<int>(begin - shown) + 1;
     const ParseException error("", 1, column, 1, column + static_cast<int>(length) - 1);
-    Location location{m_input.name(), static_cast<std::size_t>(at.line),
-                      static_cast<std::size_t>(at.column), path};
-    return {ExitStatus::failed, std::move(location), text, excerptAt(from(shown), error)};
+    return {at, excerptAt(from(shown), error)};
+}
+
+Failure ValueStream::failureAt(const Place& place, const std::string& path,
+                               const std::string& text) const {
+    Location location{m_input.name(), static_cast<std::size_t>(place.position.line),
+                      static_cast<std::size_t>(place.position.column), path};
+    return {ExitStatus::failed, std::move(location), text, place.excerpt};
+}
+
+Failure ValueStream::failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
+                               const std::string& text) {
+    readShown(begin);
+    return failureAt(placeAt(begin, length), path, text);
 }
 
 /// The tree of what there is of the value, or else of the root, knows the path of the error.

@@ -42,10 +42,16 @@ public:
     std::string_view text() const { return {m_text.data(), m_text.length() - 1}; }
     /// Reads the value. Throws Failure as next() does.
     void read(ko::Orvid::Element& root);
-    /// The position of the value in the text, and its path where it is an item.
-    Location location() const;
+    /// A failure that concerns the value: with its position in the text, the line of it, and its
+    /// path where it is an item.
+    Failure failure(const std::string& text);
 
 private:
+    struct Place {
+        ko::Orvid::LineAndColumn position{1, 1};
+        std::string excerpt;  ///< the line, as far as it is held, with carets
+    };
+
     bool advance();
     void requireGap();
     bool advanceAtEnd();
@@ -53,15 +59,17 @@ private:
     bool readPiece();
     void drop();
     void notePlace(std::uint64_t forgotten);
-    Location placeReached() const;
-    void failMissing(const ko::Orvid::Element& root) const;
-    void requireTarget() const;
+    Place placeReached();
+    void failMissing(const ko::Orvid::Element& root);
+    void requireTarget();
 
     std::string_view from(std::uint64_t offset) const {
         return std::string_view(m_buffer).substr(static_cast<std::size_t>(offset - m_start));
     }
     std::uint64_t end() const { return m_start + m_buffer.length(); }
     std::string itemPath(std::size_t index) const;
+    Place placeAt(std::uint64_t begin, std::uint64_t length) const;
+    Failure failureAt(const Place& place, const std::string& path, const std::string& text) const;
     Failure failureAt(std::uint64_t begin, std::uint64_t length, const std::string& path,
                       const std::string& text);
     Failure scanFailure(const ko::Orvid::TextError& error);
@@ -77,10 +85,10 @@ private:
     ValueSpans m_sink;
     std::string m_buffer;  ///< of the text, from `m_start` on
     std::uint64_t m_start = 0;
-    std::uint64_t m_root = 0;                ///< where the scanner began
-    ko::Orvid::LineCounter m_lines;          ///< before `m_start`
-    ko::Orvid::LineAndColumn m_place{1, 1};  ///< of what the steps have led to before `m_start`
-    std::size_t m_next = 0;                  ///< of the sink's spans
+    std::uint64_t m_root = 0;        ///< where the scanner began
+    ko::Orvid::LineCounter m_lines;  ///< before `m_start`
+    Place m_place;                   ///< of what the steps have led to before `m_start`
+    std::size_t m_next = 0;          ///< of the sink's spans
     ValueSpans::Span m_span{};
     std::size_t m_index = 0;  ///< of the value, of its root's
     std::string m_text;

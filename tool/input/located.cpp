@@ -7,7 +7,10 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
+
+#include "text/byteOrderMark.h"
 
 namespace orvid_tool {
 
@@ -54,19 +57,32 @@ std::optional<SourcePlace> placeOf(const Location& at, Document& document) {
     }
 }
 
+/// The line on which the value begins, with a caret below its first character. Nothing of a record.
+std::string excerptOf(const SourcePlace& span, const Document& document) {
+    if (document.location.line != 0) {
+        return "";
+    }
+    const auto line = static_cast<int>(span.line);
+    const auto column = static_cast<int>(span.column);
+    const std::string_view text = document.text.substr(ko::Orvid::text::markLength(document.text));
+    return excerptAt(text, ko::Orvid::ParseException("", line, column, line, column));
+}
+
 }  // namespace
 
-Failure located(Failure failure, Document& document) {
-    const Location& at = failure.location();
+Failure located(const Failure& failure, Document& document) {
+    Location at = failure.location();
     const bool isHere = at.file == document.location.file && at.line == document.location.line;
     if (!at.path || !isHere || at.column != 0) {
         return failure;
     }
-    if (const auto span = placeOf(at, document)) {
-        failure.setLine(document.location.line == 0 ? span->line : document.location.line);
-        failure.setColumn(span->column);
+    const auto span = placeOf(at, document);
+    if (!span) {
+        return failure;
     }
-    return failure;
+    at.line = at.line == 0 ? span->line : at.line;
+    at.column = span->column;
+    return {failure.status(), std::move(at), failure.text(), excerptOf(*span, document)};
 }
 
 }  // namespace orvid_tool

@@ -189,7 +189,7 @@ private:
             try {
                 addRow(record, out);
             } catch (const Misfit& error) {
-                throw Failure(ExitStatus::failed, records.location(), error.what());
+                throw records.failure(error.what());
             }
         }
         if (m_columns->areKnown()) {

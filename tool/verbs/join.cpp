@@ -135,7 +135,7 @@ private:
                 all.add(values, call.isStrict);
             }
         } catch (const Unwritable& error) {
-            throw Failure(ExitStatus::failed, values.location(), error.what());
+            throw values.failure(error.what());
         }
     }
 

@@ -56,17 +56,12 @@ protected:
     /// Where the change stands, for errors.
     Location location() const { return {m_name, 0, 0, {}}; }
 
-    /// The failure of a value of the change with its position, and the line that it stands in.
-    Failure shown(const Failure& failure) const {
+    /// A failure that concerns the value of that path in the change, with its position.
+    Failure failureIn(const std::string& path, ExitStatus status, const std::string& text) const {
         Document document;
         document.location = location();
-        document.text = text();
-        const Failure found = located(failure, document);
-        const auto line = static_cast<int>(found.location().line);
-        const auto column = static_cast<int>(found.location().column);
-        const ko::Orvid::ParseException at("", line, column, line, column);
-        return {found.status(), found.location(), found.text(),
-                column > 0 ? excerptAt(text(), at) : std::string()};
+        document.text = this->text();
+        return located({status, {m_name, 0, 0, path}, text}, document);
     }
 
 private:
@@ -132,9 +127,9 @@ public:
     void prepare(Call& call) override {
         Change::prepare(call);
         if (!given().isArray()) {
-            throw Failure(ExitStatus::usage, location(),
-                          "the patch must be an array of operations; this is " +
-                              std::string(typePhrase(given())));
+            throw failureIn("", ExitStatus::usage,
+                            "the patch must be an array of operations; this is " +
+                                std::string(typePhrase(given())));
         }
     }
 
@@ -163,18 +158,29 @@ private:
                    : number + ", \"" + error.operation() + "\" of \"" + error.path() + "\"";
     }
 
-    /// An operation that is malformed concerns no element of the document. The errors of lines stay
-    /// with their lines.
     Failure failure(const Document& document, const PatchException& error) const {
         const std::string text = operationText(error) + ": " + error.reason();
-        if (error.elementPath() == nullptr && document.location.line == 0) {
-            Location operation = location();
-            operation.path = "[" + std::to_string(error.number()) + "]";
-            return shown(Failure(ExitStatus::failed, operation, text));
+        if (error.elementPath() == nullptr) {
+            return malformed(document, error, text);
         }
         Location element = document.location;
         element.setElement(error);
         return {ExitStatus::failed, element, text};
+    }
+
+    /// An operation that is malformed concerns no element of the document. The errors of lines stay
+    /// with their lines, and say where it stands.
+    Failure malformed(const Document& document, const PatchException& error,
+                      const std::string& text) const {
+        const Failure operation =
+            failureIn("[" + std::to_string(error.number()) + "]", ExitStatus::failed, text);
+        if (document.location.line == 0) {
+            return operation;
+        }
+        const Location& at = operation.location();
+        const std::string position =
+            at.line == 0 ? "" : ":" + std::to_string(at.line) + ":" + std::to_string(at.column);
+        return {ExitStatus::failed, document.location, text + " (" + at.file + position + ")"};
     }
 
     ko::Orvid::PatchOptions m_options;
