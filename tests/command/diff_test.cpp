@@ -86,4 +86,15 @@ TEST(check_quiet, says_nothing_of_a_faulty_document) {
     EXPECT_EQ(orvid({"check", "-q", "--bogus"}).status, 2);
 }
 
+TEST(diff, names_the_file_and_the_string_that_cannot_be_written) {
+    const ScratchFile good(R"({"a":[1,"x"]})");
+    const ScratchFile bad("{\"a\":[1,\"x\xFF\"]}");
+    const std::string reason =
+        " at a[1]: holds bytes that are no UTF-8, which --ascii cannot write";
+    EXPECT_EQ(orvid({"diff", "--ascii", good.name(), bad.name()}),
+              failed(1, bad.name() + ":" + reason));
+    EXPECT_EQ(orvid({"diff", "--ascii", "--changes", bad.name(), good.name()}),
+              failed(1, bad.name() + ":" + reason));
+}
+
 }  // namespace

@@ -246,4 +246,30 @@ TEST(value_excerpt, of_a_stream_does_not_depend_on_how_the_text_arrives) {
     EXPECT_EQ(excerptIn(orvid({"csv"}, "{\"a\": 1}\n {\"b\": 1}\n")), " {\"b\": 1}\n ^\n");
 }
 
+TEST(value_excerpt, marks_what_cannot_be_written) {
+    const std::string document = "{\n \"a\": [1, \"x\xFF\"]\n}\n";
+    for (const Words& call : std::vector<Words>{
+             {"print"}, {"get", "a"}, {"query", "$.a"}, {"paths"}, {"find", "[1]", "1"}}) {
+        Words words = call;
+        words.emplace_back("--ascii");
+        const bool isFind = call.front() == "find";
+        const CommandResult result = orvid(words, isFind ? "[[0,1,\"\xFF\"]]" : document);
+        EXPECT_EQ(excerptIn(result),
+                  isFind ? "[[0,1,\"?\"]]\n      ^\n" : " \"a\": [1, \"x?\"]\n          ^\n")
+            << result;
+    }
+    EXPECT_EQ(orvid({"get", "--ascii", "a"}, document),
+              failed(1,
+                     "(standard input):2:11: at a[1]: holds bytes that are no UTF-8, which --ascii "
+                     "cannot write\n \"a\": [1, \"x?\"]\n          ^"));
+    EXPECT_EQ(orvid({"print", "--ascii", "--lines"}, "[1, \"x\xFF\"]\n"),
+              failed(1,
+                     "(standard input):1:5: at [1]: holds bytes that are no UTF-8, which --ascii "
+                     "cannot write"));
+    EXPECT_EQ(orvid({"query", "--array", "--ascii", "$.a"}, document),
+              failed(1,
+                     "(standard input): holds bytes that are no UTF-8, which --ascii cannot "
+                     "write"));
+}
+
 }  // namespace

@@ -18,11 +18,35 @@ using ko::Orvid::Element;
 using ko::Orvid::Generator;
 using ko::Orvid::WriteOptions;
 
-void requireWritable(const Generator& generator) {
+const Element& elementOf(const Element& element) { return element; }
+const Element& elementOf(const ko::Orvid::Dom& dom) { return *dom; }
+
+template<class Value>
+void requireWritable(const Generator& generator, const Value& value) {
     constexpr int replacedBytes = 6;
     if (generator.state() == replacedBytes) {
-        throw Unwritable("holds bytes that are no UTF-8, which --ascii cannot write");
+        throw Unwritable("holds bytes that are no UTF-8, which --ascii cannot write",
+                         elementOf(value));
     }
+}
+
+const Element& rootOf(const Element& element) {
+    const Element* root = &element;
+    while (root->parent() != nullptr) {
+        root = root->parent();
+    }
+    return *root;
+}
+
+/// The place of the first value in it that is no JSON.
+Location firstUnwritable(const Element& element) {
+    Location place;
+    try {
+        static_cast<void>(ko::Orvid::serialize(element));
+    } catch (const ko::Orvid::Exception& error) {
+        place.setElement(error);
+    }
+    return place;
 }
 
 WriteOptions ended(WriteOptions options) {
@@ -34,7 +58,7 @@ template<class Value>
 std::string textOf(const Value& value, const WriteOptions& options, bool isColored) {
     Generator generator(nullptr, ended(options));
     std::string text = generator.encode(value);
-    requireWritable(generator);
+    requireWritable(generator, value);
     return isColored ? colored(text) : text;
 }
 
@@ -59,6 +83,9 @@ private:
 
 }  // namespace
 
+Unwritable::Unwritable(const char* why, const Element& element)
+    : m_why(why), m_root(&rootOf(element)), m_place(firstUnwritable(element)) {}
+
 bool isPlain(const Layout& layout) {
     return !layout.options.sortKeys && !layout.options.asciiOnly && !layout.isColored;
 }
@@ -77,7 +104,7 @@ void appendText(const ko::Orvid::Dom& dom, const Layout& layout, Bytes& out) {
     stream.exceptions(std::ios::badbit);  // it catches what is thrown otherwise
     Generator generator(nullptr, ended(layout.options));
     generator.encode(stream, dom);
-    requireWritable(generator);
+    requireWritable(generator, dom);
 }
 
 std::string jsonLine(const Element& element, const Layout& layout) {

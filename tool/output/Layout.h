@@ -11,6 +11,7 @@
 #include <string>
 
 #include "output/Bytes.h"
+#include "output/Failure.h"
 
 namespace orvid_tool {
 
@@ -27,11 +28,19 @@ bool isPlain(const Layout& layout);
 /// A value that cannot be written. what() says why.
 class Unwritable : public std::exception {
 public:
-    explicit Unwritable(const char* why) : m_why(why) {}
+    /// `element` cannot be written.
+    Unwritable(const char* why, const ko::Orvid::Element& element);
     const char* what() const noexcept override { return m_why; }
+
+    /// Whether the element is in the tree of that root.
+    bool isBelow(const ko::Orvid::Element& root) const { return &root == m_root; }
+    /// The first value in the element that cannot be written, by its path alone.
+    const Location& place() const { return m_place; }
 
 private:
     const char* m_why;
+    const ko::Orvid::Element* m_root;  ///< of the element's tree, which may be gone
+    Location m_place;
 };
 
 /// The value with a newline after it. Throws Unwritable.

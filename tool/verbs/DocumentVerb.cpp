@@ -154,6 +154,16 @@ void requireDistinct(const std::vector<std::string>& files) {
     }
 }
 
+/// The place of what cannot be written, if that is in the document and was not made of it.
+Location placeOf(const Unwritable& error, const Document& document) {
+    const bool isThere =
+        error.isBelow(document.root) || (document.kept && error.isBelow(**document.kept));
+    Location at = document.location;
+    at.path = isThere ? error.place().path : std::nullopt;
+    at.isPointer = isThere && error.place().isPointer;
+    return at;
+}
+
 /// Whether a failure ends the run, though further files wait.
 bool isFatal(const Failure& failure) {
     return failure.status() == ExitStatus::usage ||
@@ -266,7 +276,7 @@ void DocumentVerb::work(const Call& call, Document& document, Bytes& out) const 
     } catch (const ko::Exception& error) {
         throw Failure(ExitStatus::failed, document.location, error.what());
     } catch (const Unwritable& error) {
-        throw Failure(ExitStatus::failed, document.location, error.what());
+        throw located({ExitStatus::failed, placeOf(error, document), error.what()}, document);
     }
 }
 

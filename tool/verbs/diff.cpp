@@ -2,6 +2,8 @@
 //
 // orvid diff: the JSON Patch that makes one document the other, or what it changes for people.
 
+#include <utility>
+
 #include "call/Options.h"
 #include "input/Input.h"
 #include "output/Output.h"
@@ -58,7 +60,7 @@ public:
                                         : jsonText(patch, call.layout));
             }
         } catch (const Unwritable& error) {
-            throw Failure(ExitStatus::failed, error.what());
+            throw unwritable(from, to, error);
         } catch (const std::bad_alloc&) {
             throw memoryFailure({inputName(m_from) + ", " + inputName(m_to), 0, 0, {}});
         }
@@ -67,6 +69,15 @@ public:
     }
 
 private:
+    /// The patch holds values of TO; of FROM there are its keys, and in a listing its values too.
+    Failure unwritable(const Element& from, const Element& to, const Unwritable& error) const {
+        const Location ofTo = Unwritable(error.what(), to).place();
+        const bool isOfTo = ofTo.path.has_value();
+        Location at = isOfTo ? ofTo : Unwritable(error.what(), from).place();
+        at.file = inputName(isOfTo ? m_to : m_from);
+        return {ExitStatus::failed, std::move(at), error.what()};
+    }
+
     std::string m_from;
     std::string m_to;
     bool m_isForPeople = false;
