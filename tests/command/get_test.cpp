@@ -226,6 +226,14 @@ TEST(get_default, says_that_its_value_follows_a_mark) {
               failed(2, "a value is required after --default=; see orvid get --help"));
 }
 
+TEST(get_default, names_the_place_that_a_pointer_with_an_empty_key_does_not_find) {
+    EXPECT_EQ(orvid({"get", "--default", "//y"}, "{\n \"\": {\"x\": 1}\n}\n"),
+              failed(1,
+                     "(standard input):2:6: at /: pointer \"//y\": there is no such place, and a "
+                     "schema's default is not looked up by a pointer with an empty key; "
+                     "--default=VALUE gives a value\n \"\": {\"x\": 1}\n     ^"));
+}
+
 TEST(get_default, is_off_unless_asked_for) {
     EXPECT_EQ(withoutExcerpt(orvid({"get", "debug", k_settings})),
               failed(1, k_settings + ":1:1: at (root): path \"debug\" not found, there is no "

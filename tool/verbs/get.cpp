@@ -145,13 +145,14 @@ private:
     /// The schema's default for what `missing` says of the data.
     const Element& schemaDefault(const CallPath& path, const Document& document,
                                  const PathNotFound& missing) const {
+        const Element& root = document.root;
         if (path.onlyPointer() != nullptr) {
-            throw Failure(ExitStatus::failed, document.location,
+            const Failure failure = missingPath(document.location, root, missing);
+            throw Failure(failure.status(), failure.location(),
                           "pointer \"" + path.word() +
                               "\": there is no such place, and a schema's default is not looked "
                               "up by a pointer with an empty key; --default=VALUE gives a value");
         }
-        const Element& root = document.root;
         try {
             return withPath(path.in(root), [&](const Path& parsed) {
                 return std::cref(m_schema.of(root).getDefault(parsed));
