@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "edit/ChildSink.h"
+#include "edit/LineLayout.h"
 #include "output/Layout.h"
 #include "text/ByteRuns.h"
 #include "text/scanWhole.h"
@@ -118,6 +119,19 @@ std::string jsonOf(const Element& value) {
     return json;
 }
 
+bool isContainer(const Element& value) { return value.isObject() || value.isArray(); }
+
+/// The value as it is laid out in the record; nothing where the library has to be asked.
+std::optional<std::string> laidOut(std::string_view record, const Element& value) {
+    if (!isContainer(value)) {
+        return jsonOf(value);
+    }
+    const std::optional<LineLayout> layout = LineLayout::of(record);
+    std::string text;
+    return layout && layout->append(value, text) ? std::optional<std::string>(std::move(text))
+                                                 : std::nullopt;
+}
+
 /// Goes through a container, which is the whole text, and finds how its children are laid out.
 class ChildrenLayout : public ChildSink<ChildrenLayout> {
 public:
@@ -179,7 +193,7 @@ bool isOnOneLine(std::string_view text) {
 /// as the index after the last, if that is `index`.
 bool appendChild(std::string_view text, const ValueSteps& steps, const Element& value,
                  unsigned int index, Bytes& out) {
-    if (steps.empty() || value.isObject() || value.isArray()) {
+    if (steps.empty()) {
         return false;
     }
     const ko::Orvid::text::ValueStep& last = steps.back();
@@ -196,13 +210,17 @@ bool appendChild(std::string_view text, const ValueSteps& steps, const Element& 
     if (!isEnd || children.hasKey() || !gap || gap->front() != ',') {
         return false;
     }
+    const std::optional<std::string> json = laidOut(text, value);
+    if (!json) {
+        return false;
+    }
     std::string added(*gap);
     if (last.isKey) {
         added.append(jsonOf(Element(last.key))).append(children.colon());
     }
     const std::size_t at =
         static_cast<std::size_t>(holder->data() - text.data()) + children.lastEnd();
-    appendWith(text, at, at, added + jsonOf(value), out);
+    appendWith(text, at, at, added + *json, out);
     return true;
 }
 
@@ -232,17 +250,36 @@ bool insertIntoRecord(std::string_view text, const ValueSteps& steps, const Elem
         return appendChild(text, steps, value,
                            mayBeThere ? steps.back().index : ko::Orvid::k_noIndex, out);
     }
-    if (value.isObject() || value.isArray() || !isLaidOutAlike(*child)) {
+    const std::optional<std::string> json =
+        isLaidOutAlike(*child) ? laidOut(text, value) : std::nullopt;
+    if (!json) {
         return false;
     }
     const std::string_view gap = child->hasBefore ? child->lead : child->tail;
-    appendWith(text, child->begin, child->begin, jsonOf(value) + "," + std::string(gap), out);
+    appendWith(text, child->begin, child->begin, *json + "," + std::string(gap), out);
     return true;
 }
 
 bool appendToRecord(std::string_view text, const ValueSteps& steps, const Element& value,
                     Bytes& out) {
     return appendChild(text, steps, value, ko::Orvid::k_noIndex, out);
+}
+
+bool replaceInRecord(std::string_view text, const ValueSteps& steps, const Element& value,
+                     Bytes& out) {
+    const std::optional<std::string_view> found = isContainer(value) && !steps.empty()
+                                                      ? lookUp(text, steps, ReadOptions::strict())
+                                                      : std::nullopt;
+    if (!found || found->front() == '{' || found->front() == '[') {
+        return false;
+    }
+    const std::optional<std::string> json = laidOut(text, value);
+    if (!json) {
+        return false;
+    }
+    const auto begin = static_cast<std::size_t>(found->data() - text.data());
+    appendWith(text, begin, begin + found->length(), *json, out);
+    return true;
 }
 
 bool mayEditRecord(const Call& call, std::size_t edits) {

@@ -26,15 +26,20 @@ namespace orvid_tool {
 /// Takes out the value at the steps.
 bool removeFromRecord(std::string_view text, const ValueSteps& steps, Bytes& out);
 
-/// Puts the scalar before the item at the steps, after the last item, or as a new member after the
-/// last one. False of containers.
+/// Puts the value before the item at the steps, after the last item, or as a new member after the
+/// last one. A container is laid out as those of the record are, which must all be alike.
 bool insertIntoRecord(std::string_view text, const ValueSteps& steps,
                       const ko::Orvid::Element& value, Bytes& out);
 
-/// Puts the scalar after the last child, as the item `[*]` or a member whose key is not there.
-/// False of other steps and of containers.
+/// Puts the value so after the last child, as the item `[*]` or a member whose key is not there.
+/// False of other steps.
 bool appendToRecord(std::string_view text, const ValueSteps& steps, const ko::Orvid::Element& value,
                     Bytes& out);
+
+/// Puts the container in the place of the scalar at the steps. False of scalars to be put, and
+/// where a container is.
+bool replaceInRecord(std::string_view text, const ValueSteps& steps,
+                     const ko::Orvid::Element& value, Bytes& out);
 
 /// The most edits for which a pass each is faster than the tree.
 constexpr std::size_t k_mostPasses = 3;

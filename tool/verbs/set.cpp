@@ -182,7 +182,8 @@ private:
         const std::string_view line = edit.value;
         const Scalar value{assignments()[index].value, line.substr(0, line.length() - 1)};
         return splice(text, edit.steps, value, editOptions(call), out) ||
-               appendToRecord(text, edit.steps, value.element, out);
+               appendToRecord(text, edit.steps, value.element, out) ||
+               replaceInRecord(text, edit.steps, value.element, out);
     }
 
     bool rewriteAll(const Call& call, const Document& document, Bytes& out) const {
