@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <map>
+#include <vector>
 
 #include "source/Gap.h"
 
@@ -52,7 +53,11 @@ public:
         std::uint32_t seen = 0;
         for (std::uint32_t value = 0; value < m_map.size() && seen < k_mostContainers; ++value) {
             if (m_map.isContainer(value) && m_map.hasChildren(value)) {
+                while (!m_open.empty() && value >= m_map.next(m_open.back())) {
+                    m_open.pop_back();
+                }
                 look(value);
+                m_open.push_back(value);
                 ++seen;
             }
         }
@@ -63,11 +68,7 @@ private:
     void look(std::uint32_t container) {
         const bool isMany = isManyLine(m_map, container);
         const bool isObject = m_map.isObject(container);
-        if (isObject || holdsContainer(m_map, container)) {
-            m_lines.add(isMany);
-        } else {
-            m_scalarLines.add(isMany);
-        }
+        addLines(container, isMany);
         const ChildSpan first = m_map.firstChild(container);
         if (isObject) {
             lookAtColon(first);
@@ -76,6 +77,24 @@ private:
             lookAtLines(container);
         } else {
             lookAtLine(container, first);
+        }
+    }
+
+    void addLines(std::uint32_t container, bool isMany) {
+        const bool isFilled = holdsFilled(m_map, container);
+        if (m_map.isObject(container)) {
+            m_lines.add(isMany);
+            if (!isFilled && !m_open.empty()) {
+                (m_map.isObject(m_open.back()) ? m_flatMembers : m_flatItems).add(isMany);
+            }
+        } else if (holdsContainer(m_map, container)) {
+            m_lines.add(isMany);
+            m_lists.add(isMany);
+        } else {
+            m_scalars.add(isMany);
+            if (isFilled) {
+                m_mixed.add(isMany);
+            }
         }
     }
 
@@ -117,13 +136,26 @@ private:
         }
     }
 
+    void setLines(Habits& habits) const {
+        habits.breaksLines = m_lines.any() ? m_lines.yes > 0 : m_scalars.no == 0;
+        const auto breaks = [&](const Votes& lines, bool otherwise) {
+            return habits.breaksLines && (lines.any() ? lines.yes >= lines.no : otherwise);
+        };
+        habits.breaksScalarArrays = breaks(m_scalars, true);
+        habits.breaksLists = breaks(m_lists, true);
+        habits.breaksFlatMembers = breaks(m_flatMembers, true);
+        habits.breaksFlatItems = breaks(m_flatItems, true);
+        habits.breaksMixedArrays =
+            breaks(m_mixed, habits.breaksScalarArrays || habits.breaksFlatItems);
+    }
+
     Habits result() const {
         Habits habits;
         const std::size_t newline = m_map.text().find('\n');
         if (newline != std::string_view::npos && newline > 0 && m_map.text()[newline - 1] == '\r') {
             habits.newline = "\r\n";
         }
-        const bool isKnown = m_lines.any() || m_scalarLines.any();
+        const bool isKnown = m_lines.any() || m_scalars.any();
         const bool isCompact = isKnown && m_colons.best(": ") == ":";
         habits.indent = m_indents.best(habits.indent);
         habits.colon = m_colons.best(habits.colon);
@@ -134,9 +166,7 @@ private:
         habits.arrayPad = m_arrayPads.best("");
         habits.objectEnd = m_objectEnds.best(habits.objectPad);
         habits.arrayEnd = m_arrayEnds.best(habits.arrayPad);
-        habits.breaksLines = m_lines.any() ? m_lines.yes > 0 : m_scalarLines.no == 0;
-        habits.breaksScalarArrays =
-            habits.breaksLines && (!m_scalarLines.any() || m_scalarLines.yes >= m_scalarLines.no);
+        setLines(habits);
         habits.endsWithComma = m_endComma.yes > m_endComma.no;
         return habits;
     }
@@ -144,7 +174,8 @@ private:
     const SourceMap& m_map;
     Tally m_indents, m_colons, m_memberCommas, m_itemCommas, m_objectPads, m_arrayPads,
         m_objectEnds, m_arrayEnds;
-    Votes m_lines, m_scalarLines, m_endComma;
+    Votes m_lines, m_scalars, m_mixed, m_lists, m_flatMembers, m_flatItems, m_endComma;
+    std::vector<std::uint32_t> m_open;  ///< the containers around the one that is looked at
 };
 
 }  // namespace
@@ -166,6 +197,14 @@ std::string_view closeGap(const SourceMap& map, std::uint32_t value) {
 
 bool holdsContainer(const SourceMap& map, std::uint32_t array) {
     return map.hasChildren(array) && map.isContainer(array + 1);
+}
+
+bool holdsFilled(const SourceMap& map, std::uint32_t container) {
+    std::uint32_t child = container + 1;
+    while (child < map.next(container) && !map.hasChildren(child)) {
+        child = map.next(child);
+    }
+    return child < map.next(container);
 }
 
 bool isManyLine(const SourceMap& map, std::uint32_t container) {

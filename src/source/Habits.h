@@ -33,7 +33,11 @@ struct Habits {
     std::string objectEnd;  ///< before the closing one
     std::string arrayEnd;
     bool breaksLines = true;         ///< members and items stand on lines of their own
-    bool breaksScalarArrays = true;  ///< also the items of arrays that hold no containers
+    bool breaksScalarArrays = true;  ///< also the items of arrays that begin with a scalar
+    bool breaksMixedArrays = true;   ///< those of such arrays in which a container is filled
+    bool breaksLists = true;         ///< those of arrays that begin with a container
+    bool breaksFlatMembers = true;   ///< those of members that are objects without a filled one
+    bool breaksFlatItems = true;     ///< those of such items
     bool endsWithComma = false;      ///< the last of them has a comma
 };
 
@@ -46,6 +50,9 @@ std::string_view closeGap(const SourceMap& map, std::uint32_t value);
 
 /// Whether the array begins with a container.
 bool holdsContainer(const SourceMap& map, std::uint32_t array);
+
+/// Whether a child of the container is a container that has children.
+bool holdsFilled(const SourceMap& map, std::uint32_t container);
 
 /// Whether children of the container, which has some, begin on lines of their own, or its bracket
 /// closes on one.

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+#include "source/ChildCursor.h"
+#include "source/Token.h"
+
 namespace ko::Orvid {
 
 namespace {
@@ -155,8 +158,73 @@ bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
     if (outer != nullptr && !breaksLinesIn(*outer)) {
         return false;
     }
-    return kindOf(frame) == ContainerKind::scalars ? habits().breaksScalarArrays
-                                                   : habits().breaksLines;
+    return breaksLinesOfItsKind(frame);
+}
+
+/// Whether the document does that in most of the containers of its kind, if it is short, or in any.
+bool UsualLayout::breaksLinesOfItsKind(const Frame& frame) {
+    if (kindOf(frame) == ContainerKind::scalars) {
+        return habits().breaksScalarArrays;
+    }
+    if (isLong(frame) || bringsLines(frame)) {
+        return habits().breaksLines;
+    }
+    if (isObject(frame)) {
+        return holdsFilled(frame) ? habits().breaksLines : breaksFlatObject(frame);
+    }
+    if (isContainer(*m_counterparts.now(frame.items.front().now).element)) {
+        return habits().breaksLists;
+    }
+    return holdsFilled(frame) ? habits().breaksMixedArrays : habits().breaksScalarArrays;
+}
+
+bool UsualLayout::breaksFlatObject(const Frame& frame) {
+    return m_counterparts.isMember(frame.self.now) ? habits().breaksFlatMembers
+                                                   : habits().breaksFlatItems;
+}
+
+/// Whether a child of the container has children itself.
+bool UsualLayout::holdsFilled(const Frame& frame) const {
+    return std::any_of(frame.items.begin(), frame.items.end(), [&](const Item& item) {
+        return m_counterparts.now(item.now).next > item.now + 1;
+    });
+}
+
+/// Whether a value in the container comes from elsewhere with comments, or on many lines.
+bool UsualLayout::bringsLines(const Frame& frame) const {
+    const std::uint32_t end = m_counterparts.now(frame.self.now).next;
+    for (std::uint32_t i = frame.self.now + 1; i < end; ++i) {
+        const NewValue& value = m_counterparts.now(i);
+        const bool hasComments =
+            value.counterpart != k_none && (hasComment(m_former.before(value.counterpart).lead) ||
+                                            hasComment(m_former.after(value.counterpart).tail));
+        if (hasComments || (value.contents != k_none && hasNewline(m_map.text(value.contents)))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether it takes much of a line, however short the indent is: without whitespace more than 60
+/// bytes.
+bool UsualLayout::isLong(const Frame& frame) const {
+    constexpr std::size_t most = 60;
+    const std::uint32_t end = m_counterparts.now(frame.self.now).next;
+    std::string text = "{}";
+    for (std::uint32_t i = frame.self.now + 1; i < end && text.size() <= most; ++i) {
+        const NewValue& value = m_counterparts.now(i);
+        text += i == value.parent + 1 ? "" : ",";
+        if (m_counterparts.isMember(i)) {
+            appendQuoted(text, value.element->memberKey());
+            text += ':';
+        }
+        if (isContainer(*value.element)) {
+            text += "{}";
+        } else {
+            appendScalar(text, *value.element);
+        }
+    }
+    return text.size() > most;
 }
 
 }  // namespace ko::Orvid

@@ -49,6 +49,11 @@ private:
     std::size_t gapLike(const Frame& frame) const;
     bool breaksLinesIn(const Frame& outer);
     bool holdsContainer(const Frame& frame) const;
+    bool holdsFilled(const Frame& frame) const;
+    bool isLong(const Frame& frame) const;
+    bool bringsLines(const Frame& frame) const;
+    bool breaksLinesOfItsKind(const Frame& frame);
+    bool breaksFlatObject(const Frame& frame);
     ContainerKind kindOf(const Frame& frame) const;
     std::uint32_t modelOf(const Frame& frame, const Frame& outer);
 

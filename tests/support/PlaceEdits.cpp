@@ -30,6 +30,10 @@ const std::vector<std::string>& values() {
         "[1,2]",
         "{\"x\":1,\"y\":[2,{}]}",
         "[[1],{\"b\":2}]",
+        "{\"x\":1,\"y\":[]}",
+        "[\"x\",{\"y\":1}]",
+        "[{\"x\":1}]",
+        "{\"x\":\"a text that is too long for a line with anything else\"}",
         "[1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21]"};
     return all;
 }

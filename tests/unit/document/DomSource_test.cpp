@@ -234,6 +234,51 @@ TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
               "[ { \"a\":1 }, { \"x\":[ 1, { \"y\":[] } ], \"z\":{} } ]");
 }
 
+TEST(DomSource, lays_a_short_container_out_as_most_of_its_kind_are) {
+    const std::string rules =
+        "{\n  \"rules\": {\n    \"indent\": [\"error\", 2],\n"
+        "    \"max-len\": [\"warn\", { \"code\": 100 }]\n  }\n}\n";
+    const Document rule(R"(["error", "always", {"strict": true}])");
+    EXPECT_EQ(edited(rules, setting("rules.curly", rule.root)),
+              "{\n  \"rules\": {\n    \"indent\": [\"error\", 2],\n"
+              "    \"max-len\": [\"warn\", { \"code\": 100 }],\n"
+              "    \"curly\": [\"error\", \"always\", { \"strict\": true }]\n  }\n}\n");
+    const Document list(R"([{"path": "../b"}, {"path": "../c"}])");
+    EXPECT_EQ(edited("{\n  \"a\": [{ \"path\": \"../a\" }]\n}\n", setting("b", list.root)),
+              "{\n  \"a\": [{ \"path\": \"../a\" }],\n"
+              "  \"b\": [{ \"path\": \"../b\" }, { \"path\": \"../c\" }]\n}\n");
+    EXPECT_EQ(
+        edited("{\n  \"a\": [\n    { \"path\": \"../a\" }\n  ]\n}\n", setting("b", list.root)),
+        "{\n  \"a\": [\n    { \"path\": \"../a\" }\n  ],\n"
+        "  \"b\": [\n    { \"path\": \"../b\" },\n    { \"path\": \"../c\" }\n  ]\n}\n");
+    EXPECT_EQ(edited("{\n  \"a\": { \"x\": 1 },\n  \"b\": {\n    \"x\": {}\n  }\n}\n",
+                     setting("c", Document(R"({"y": {}})").root)),
+              "{\n  \"a\": { \"x\": 1 },\n  \"b\": {\n    \"x\": {}\n  },\n"
+              "  \"c\": {\n    \"y\": {}\n  }\n}\n");
+}
+
+TEST(DomSource, lays_a_new_member_out_as_other_members_and_not_as_rows) {
+    EXPECT_EQ(edited("{\n  \"rows\": [\n    { \"x\": 1 }\n  ]\n}\n", setting("limits.rate", 2)),
+              "{\n  \"rows\": [\n    { \"x\": 1 }\n  ],\n"
+              "  \"limits\": {\n    \"rate\": 2\n  }\n}\n");
+}
+
+TEST(DomSource, gives_lines_to_a_new_container_into_which_comments_come) {
+    const char* const text = "{\n  \"a\": { \"x\": 1 },\n  // b\n  \"b\": 2 // too\n}\n";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "add", "path": "/c", "value": {}},
+                                        {"op": "move", "from": "/b", "path": "/c/b"}])")),
+              "{\n  \"a\": { \"x\": 1 },\n  \"c\": {\n    // b\n    \"b\": 2 // too\n  }\n}\n");
+}
+
+TEST(DomSource, gives_lines_to_a_container_that_is_too_long_for_one) {
+    const std::string text = "{\n  \"a\": { \"x\": 1 }\n}\n";
+    const std::string before = "{\n  \"a\": { \"x\": 1 },\n  \"b\": ";
+    const std::string fits(52, 'f');
+    EXPECT_EQ(edited(text, setting("b.y", fits)), before + "{ \"y\": \"" + fits + "\" }\n}\n");
+    EXPECT_EQ(edited(text, setting("b.y", fits + "f")),
+              before + "{\n    \"y\": \"" + fits + "f\"\n  }\n}\n");
+}
+
 TEST(DomSource, writes_the_first_bytes_again_when_an_edit_is_undone) {
     const std::string text = "{\n  // a\n  \"a\": 1,\n\n  \"b\": [1, /* two */ 2,],\n}\n";
     Dom dom = Dom::parse(text);
