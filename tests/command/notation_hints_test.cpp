@@ -110,7 +110,7 @@ TEST(notations, of_operators_in_queries_are_explained) {
     EXPECT_TRUE(says({"query", "$[?@.a =~ 'b']"}, "search(@.a, 'b')\n"));
     EXPECT_TRUE(says({"query", "$[?@.a & @.b]"}, hint));
     EXPECT_TRUE(says({"query", "$[?not @.b]"}, hint));
-    EXPECT_TRUE(says({"select", "$.a == 1"}, "stands in a filter, as in $[?$.a == 1]\n"));
+    EXPECT_TRUE(says({"select", "$.a == 1"}, "stands in a filter, as in '$[?$.a == 1]'\n"));
     EXPECT_TRUE(says({"query", "$.a-b"}, "stands in quotes, as in $['a-b']\n"));
     EXPECT_FALSE(says({"query", "$[?@.a = 'x and y']"}, ";"));
 }
@@ -182,6 +182,77 @@ TEST(notations, of_all_items_in_queries_are_explained) {
         const std::string line = all.substr(0, all.find('\n'));
         EXPECT_EQ(line.substr(line.find("found \"")), end) << query;
     }
+}
+
+TEST(notations, of_several_items_are_explained) {
+    const std::string list = R"({"l":[{"a":1},{"a":2}],"a":1,"b":2})";
+    const std::string hint = "; several items are chosen by a query: orvid ";
+    EXPECT_TRUE(says({"get", "l[1:]"}, hint + "query '$.l[1:]'\n", list));
+    EXPECT_TRUE(says({"get", "l[0,1].a"}, hint + "query '$.l[0,1].a'\n", list));
+    EXPECT_TRUE(says({"remove", "l[0:1]"}, hint + "remove --query '$.l[0:1]'\n", list));
+    EXPECT_TRUE(says({"get", "[:1]"}, hint + "query '$[:1]'\n", "[1]"));
+    EXPECT_FALSE(says({"get", "l[a,b]"}, hint, list));
+    EXPECT_FALSE(says({"get", "l[,]"}, hint, list));
+    EXPECT_TRUE(says({"get", "a,b"},
+                     "there is no \"a,b\"; each path is a word: get and remove have "
+                     "--also for further ones\n",
+                     list));
+    EXPECT_FALSE(says({"get", "a,c"}, "--also", list));
+    EXPECT_TRUE(says({"get", "l.length"}, "\"l\" is an array; its length: orvid length l\n", list));
+    EXPECT_FALSE(says({"get", "l.size"}, "orvid length", list));
+}
+
+TEST(notations, of_new_items_are_explained_to_insert) {
+    const std::string document = R"({"l":[1],"n":1,"o":{"x y":[]}})";
+    const std::string hint = " already; a new item is written ";
+    EXPECT_TRUE(says({"insert", "l", "2"}, "\"l\"" + hint + "'l[*]'\n", document));
+    EXPECT_TRUE(says({"move", "n", "/o/x y"}, "\"x y\"" + hint + "'o.x y[*]'\n", document));
+    EXPECT_FALSE(says({"insert", "n", "2"}, hint, document));
+}
+
+TEST(notations, of_a_sum_before_the_equals_sign_are_noted) {
+    const auto note = [](const std::string& key, const std::string& sign) {
+        return "orvid: path \"" + key + sign + "\" was not there and is new; its key ends in " +
+               sign + ", and there is \"" + key + "\": set puts values in, it does not reckon\n";
+    };
+    EXPECT_EQ(orvid({"set", "n+=1"}, R"({"n":1})").err, note("n", "+"));
+    EXPECT_EQ(orvid({"set", "n-=1"}, R"({"n":1})").err, note("n", "-"));
+    EXPECT_EQ(orvid({"set", "n+=1"}, R"({"m":1})").err, "");
+    EXPECT_EQ(orvid({"set", "n+=1"}, R"({"n":1,"n+":1})").err, "");
+    EXPECT_EQ(orvid({"set", "--lines", "n+=1"}, R"({"n":1})").err, "");
+    EXPECT_EQ(orvid({"set", "n+=1"}, R"({"n":1})").out, R"({"n":1,"n+":1})");
+}
+
+TEST(notations, of_comparisons_without_a_filter_are_explained) {
+    const std::string hint = "; a comparison stands in a filter, as in '$[?$.a == 1]'\n";
+    EXPECT_TRUE(says({"select", "--lines", ".id > 1"}, hint));
+    EXPECT_TRUE(says({"select", "--lines", "id == 2"}, hint));
+    EXPECT_FALSE(says({"select", "--lines", "a-b"}, hint));
+}
+
+TEST(words, of_rename_that_are_paths_are_noted) {
+    const std::string document = R"({"a":{"b":1,"x":{"y":1}},"c":2})";
+    const auto note = [](const std::string& key, const std::string& last) {
+        return "orvid: the new key is \"" + key +
+               "\": KEY is no path, and for the key alone write " + last + "\n";
+    };
+    EXPECT_EQ(orvid({"rename", "a.b", "a.z"}, document).err, note("a.z", "z"));
+    EXPECT_EQ(orvid({"rename", "/a/b", "a.z"}, document).err, note("a.z", "z"));
+    EXPECT_EQ(orvid({"rename", "a.x.y", "a.x.z z"}, document).err, note("a.x.z z", "'z z'"));
+    EXPECT_EQ(orvid({"rename", "a.b", "c.z"}, document).err, "");
+    EXPECT_EQ(orvid({"rename", "c", "c.z"}, document).err, "");
+    EXPECT_EQ(orvid({"rename", "--lines", "a.b", "a.z"}, document).err, "");
+    EXPECT_EQ(orvid({"rename", "a.b", "a.z"}, document).out,
+              R"({"a":{"a.z":1,"x":{"y":1}},"c":2})");
+}
+
+TEST(words, of_merge_in_the_wrong_order_are_explained) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", "{}");
+    for (const char* const change : {R"({"b":1})", "[]"}) {
+        EXPECT_TRUE(says({"merge", file, change}, "; the change stands before the file\n"));
+    }
+    EXPECT_FALSE(says({"merge", file, "nope"}, "; the change stands before the file"));
 }
 
 TEST(words, that_ask_for_the_version_elsewhere_are_explained) {

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+#include "output/shellWord.h"
+
 namespace orvid_tool {
 
 namespace {
@@ -36,10 +38,14 @@ Element& insertItem(Element& array, const LastStep& step, Element&& value) {
 
 Element& insertMember(Element& object, const LastStep& step, Element&& value,
                       const Location& location) {
-    if (object.object().contains(step.key())) {
+    if (const Element* const there = object.member(step.key())) {
         Location at = location;
         at.setElement(object);
-        throw Failure(ExitStatus::failed, at, "there is \"" + step.key() + "\" already");
+        throw Failure(
+            ExitStatus::failed, at,
+            "there is \"" + step.key() + "\" already" +
+                (there->isArray() ? "; a new item is written " + shellWord(step.path() + "[*]")
+                                  : ""));
     }
     return object.object().emplace(step.key(), std::move(value)).first->second;
 }

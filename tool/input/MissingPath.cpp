@@ -98,6 +98,10 @@ std::string escapeHint(const Element& root, const Element& holder, const std::st
 std::string mismatch(const Element& holder, const std::string& holderPath, bool isPointer,
                      const std::string& step) {
     const std::string text = placePhrase(holderPath) + " is " + typePhrase(holder);
+    if (step == "length" && !isPointer && (holder.isArray() || holder.isString())) {
+        return text + "; its length: orvid length" +
+               (holderPath.empty() ? "" : " " + shellWord(holderPath));
+    }
     return holder.isArray() && isNumber(step) && !isPointer
                ? text + "; write " + shellWord(holderPath + "[" + step + "]")
                : text;
@@ -112,6 +116,20 @@ std::string noItem(const std::string& step) {
     return isIndex ? ", there is no item " + step : ": \"" + step + "\" is no index of an array";
 }
 
+/// Whether the words between the commas, of which there is one, are all keys of the object.
+bool areKeysOf(const Element& object, const std::string& words) {
+    std::size_t begin = 0;
+    std::size_t count = 0;
+    for (std::size_t end = 0; end != std::string::npos; begin = end + 1) {
+        end = words.find(',', begin);
+        if (!object.object().contains(words.substr(begin, end - begin))) {
+            return false;
+        }
+        ++count;
+    }
+    return count > 1;
+}
+
 /// What may have been meant by a key that is not there.
 std::string hint(const Element& object, const std::string& holderPath, const std::string& step,
                  const std::string& path) {
@@ -124,6 +142,9 @@ std::string hint(const Element& object, const std::string& holderPath, const std
     if (step == "*") {
         const std::string call = queryCall(path);
         return call.empty() ? call : "; for all members: " + call;
+    }
+    if (areKeysOf(object, step)) {
+        return "; each path is a word: get and remove have --also for further ones";
     }
     std::string similar = suggestion(step, keysOf(object));
     if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
@@ -250,6 +271,13 @@ std::string unusualKeyHint(const Element& root, const std::string& path) {
     }
     const bool isKey = isNew && before.back().isKey && before.back().key.length() > 1;
     const std::string last = isKey ? before.back().key : "";
+    if (!last.empty() && (last.back() == '+' || last.back() == '-')) {
+        before.back().key.pop_back();
+        return !root.pathExists(pathOf(before))
+                   ? ""
+                   : "; its key ends in " + last.substr(last.length() - 1) + ", and there is \"" +
+                         before.back().key + "\": set puts values in, it does not reckon";
+    }
     return !last.empty() && last.back() == ':'
                ? "; its key \"" + last + "\" ends in a colon (did you mean \"" +
                      last.substr(0, last.length() - 1) + "\"?)"

@@ -32,8 +32,8 @@ Failure missingHolder(Location location, const ko::Orvid::Element& root,
 std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
 /// The end of a note about a path with an unusual new key: one with whitespace at its beginning or
-/// end, or a last one with a colon at its end. Empty for any other path. Throws Failure for a
-/// malformed path.
+/// end, or a last one with a colon at its end, or a sign after a key that is there. Empty for any
+/// other path. Throws Failure for a malformed path.
 std::string unusualKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
 /// The same for a path that seems to be a JSON Pointer without its first slash: its first new key

@@ -18,6 +18,7 @@ using ko::Orvid::ParseException;
 
 namespace {
 
+constexpr const char* k_comparisonHint = "; a comparison stands in a filter, as in '$[?$.a == 1]'";
 constexpr const char* k_filterHint = "; a filter stands in brackets, as in '$[?@.a > 1]'";
 
 /// What to write of the operators of other languages; `rest` begins at the error.
@@ -28,7 +29,7 @@ std::string operatorHint(std::string_view rest) {
     }
     const std::size_t next = rest.find_first_not_of(' ');
     if (isAt(" ") && next < rest.size() && std::strchr("=!<>", rest[next]) != nullptr) {
-        return "; a comparison stands in a filter, as in $[?$.a == 1]";
+        return k_comparisonHint;
     }
     if (isAt("-")) {
         return "; a name with such a character stands in quotes, as in $['a-b']";
@@ -72,6 +73,9 @@ std::string writeHint(const std::string& text) {
     }
     if (text.find("select(") != std::string::npos) {
         return k_filterHint;
+    }
+    if (text.find_first_of("=<>") != std::string::npos) {
+        return k_comparisonHint;
     }
     return text.find(" | ") == std::string::npos
                ? ""

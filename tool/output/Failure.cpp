@@ -40,6 +40,25 @@ const char* pathProblem(const ParseException& error) {
     }
 }
 
+/// The call of the query that chooses several items as the path does, such as `a[1:]`; empty for
+/// any other path.
+std::string severalItemsCall(const std::string& path) {
+    const std::size_t mark = path.find_first_of(":,");
+    const std::size_t begin = mark == std::string::npos ? mark : path.rfind('[', mark);
+    const std::size_t end = mark == std::string::npos ? mark : path.find(']', mark);
+    if (begin == std::string::npos || end == std::string::npos ||
+        path.find_first_not_of("-0123456789:, ", begin + 1) != end) {
+        return "";
+    }
+    const std::string query = (path.front() == '[' ? "$" : "$.") + path;
+    try {
+        static_cast<void>(ko::Orvid::JsonPath(query));
+    } catch (const ParseException&) {
+        return "";
+    }
+    return "orvid query " + shellWord(query);
+}
+
 /// What to write instead of the path, which is malformed.
 std::string pathHint(const std::string& path, ParseErrorCode code) {
     if (code == ParseErrorCode::pathNoIndex) {
@@ -56,6 +75,9 @@ std::string pathHint(const std::string& path, ParseErrorCode code) {
     }
     if (path.find('=') > path.find('[') && path.find('=') != std::string::npos) {
         return "; items are chosen by their values with orvid query, as in '$.a[?@.b == 1]'";
+    }
+    if (const std::string call = severalItemsCall(path); !call.empty()) {
+        return "; several items are chosen by a query: " + call;
     }
     const bool isQuoted =
         path.find("[\"") != std::string::npos || path.find("['") != std::string::npos;

@@ -21,9 +21,16 @@ namespace orvid_tool {
 
 namespace {
 
-/// Whether a step may begin or end with whitespace, or the last end in a colon, as in `port := 80`.
+bool endsWith(const std::string& word, const std::string& end) {
+    return word.length() >= end.length() &&
+           word.compare(word.length() - end.length(), end.length(), end) == 0;
+}
+
+/// Whether a step may begin or end with whitespace, or the last end in a colon, as in `port := 80`,
+/// or in a sign, as in `port+=1`.
 bool isUnusual(const std::string& word) {
-    if (!word.empty() && word.back() == ':') {
+    if (!word.empty() && std::strchr(":+-", word.back()) != nullptr && word != "-" &&
+        !endsWith(word, "/-")) {
         return true;
     }
     const std::string text = "." + word + ".";

@@ -65,6 +65,10 @@ protected:
     }
 
 private:
+    std::string hintForFile(const std::string& word) const override {
+        return word.find_first_of("{[") == 0 ? "; the change stands before the file" : "";
+    }
+
     static constexpr std::string_view k_file = "file:";
 
     /// No common name of a file begins so; one that does has ./ before it.

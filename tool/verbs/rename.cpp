@@ -9,6 +9,8 @@
 #include "edit/Kept.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
+#include "output/Report.h"
+#include "output/shellWord.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -90,9 +92,31 @@ private:
             appendEdited(call, document, out);
             return;
         }
+        if (!call.lines.isOn) {
+            noteKey(member);
+        }
         const auto former = JsonPointer::of(member);
         const auto renamed = JsonPointer::of(renameMember(member, m_key, document.location));
         appendEdited(call, document, out, {{former, renamed}});
+    }
+
+    /// A key that begins as the path to the member does is mostly meant to be that path.
+    void noteKey(const Element& member) const {
+        const std::string holder = member.parent() != nullptr ? member.parent()->path() : "";
+        const std::string start = holder + ".";
+        if (!holder.empty() && m_key.length() > start.length() &&
+            m_key.compare(0, start.length(), start) == 0) {
+            m_note = "the new key is \"" + m_key +
+                     "\": KEY is no path, and for the key alone write " +
+                     shellWord(m_key.substr(start.length()));
+        }
+    }
+
+    ExitStatus outcome(const Report& report) const override {
+        if (!m_note.empty()) {
+            report.note(m_note);
+        }
+        return ExitStatus::done;
     }
 
     std::string m_word;
@@ -100,6 +124,7 @@ private:
     std::string m_key;
     bool m_isMissingRight = false;
     bool m_isOnlyForAbsent = false;
+    mutable std::string m_note;  ///< on a whole document, which one thread edits
 };
 
 }  // namespace
