@@ -202,6 +202,28 @@ TEST(notations, of_several_items_are_explained) {
     EXPECT_FALSE(says({"get", "l.size"}, "orvid length", list));
 }
 
+TEST(notations, of_any_depth_and_of_lengths_are_explained) {
+    EXPECT_TRUE(says({"get", "..b"}, "; at any depth: orvid query '$..b'\n"));
+    EXPECT_TRUE(says({"remove", "..b"}, "; at any depth: orvid remove --query '$..b'\n"));
+    EXPECT_FALSE(says({"get", "..."}, "any depth"));
+    const std::string hint = "; orvid length writes how many there are\n";
+    for (const char* const query : {"length($.a)", "$.a.length()", ".a | length()", "count($.a)"}) {
+        EXPECT_TRUE(says({"query", query}, hint)) << query;
+    }
+    EXPECT_FALSE(says({"query", "$[?length(@.a) = 1]"}, hint));
+}
+
+TEST(options, of_one_letter_that_others_have_are_explained) {
+    EXPECT_TRUE(says({"print", "-s"}, "-s (the verb join makes an array of all values);"));
+    EXPECT_TRUE(says({"get", "-e", "a"}, "-e (the status is 1 where nothing is found);"));
+}
+
+TEST(words, that_are_split_at_the_equals_sign_are_explained_after_others) {
+    const std::string hint = "; PATH=VALUE is one word, without spaces around the =";
+    EXPECT_TRUE(says({"set", "a=1", "c", "=", "3"}, "=: No such file or directory" + hint));
+    EXPECT_TRUE(says({"insert", "a=1", "c", "=3"}, "=3: No such file or directory" + hint));
+}
+
 TEST(notations, of_new_items_are_explained_to_insert) {
     const std::string document = R"({"l":[1],"n":1,"o":{"x y":[]}})";
     const std::string hint = " already; a new item is written ";

@@ -206,7 +206,7 @@ struct CommandLine::Impl {
             }
             const std::string letter = word[1] == '-' ? "" : unknownLetter(word);
             if (!letter.empty()) {
-                return "there is no option " + letter;
+                return "there is no option " + letter + meant(letter, {});
             }
         }
         return std::nullopt;
@@ -240,6 +240,8 @@ struct CommandLine::Impl {
             {"--pretty", "--indent N lays out"},
             {"--in", "orvid split --in PATH writes the items of an array within"},
             {"--slurp", "the verb join makes an array of all values"},
+            {"-s", "the verb join makes an array of all values"},
+            {"-e", "the status is 1 where nothing is found"},
             {"--raw-output", "it is --raw"},
             {"--compact-output", "it is --compact"},
             {"--null-input", "set --new begins with nothing"}};

@@ -91,10 +91,18 @@ std::string innerHint(const std::string& text, std::size_t at) {
     return operatorHint(std::string_view(text).substr(at));
 }
 
+bool startsWith(const std::string& text, std::string_view start) {
+    return text.compare(0, start.size(), start) == 0;
+}
+
 /// What to write of a path that was taken for a query, and of other languages.
 std::string hint(const std::string& text, int column) {
     if (text.empty()) {
         return "";
+    }
+    if (text.find("length()") != std::string::npos || startsWith(text, "length(") ||
+        startsWith(text, "count(")) {
+        return "; orvid length writes how many there are";
     }
     if (text.front() == '$') {
         const auto at = static_cast<std::size_t>(std::max(column, 0));
@@ -119,10 +127,7 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
     }
 }
 
-bool filtersValuesInRoot(const std::string& text) {
-    constexpr std::string_view start = "$[?@.";
-    return text.compare(0, start.size(), start) == 0;
-}
+bool filtersValuesInRoot(const std::string& text) { return startsWith(text, "$[?@."); }
 
 void readFor(const ko::Orvid::JsonPath& query, Document& document,
              const ko::Orvid::ReadOptions& options) {

@@ -40,6 +40,15 @@ const char* pathProblem(const ParseException& error) {
     }
 }
 
+bool isQuery(const std::string& text) {
+    try {
+        static_cast<void>(ko::Orvid::JsonPath(text));
+    } catch (const ParseException&) {
+        return false;
+    }
+    return true;
+}
+
 /// The call of the query that chooses several items as the path does, such as `a[1:]`; empty for
 /// any other path.
 std::string severalItemsCall(const std::string& path) {
@@ -51,12 +60,7 @@ std::string severalItemsCall(const std::string& path) {
         return "";
     }
     const std::string query = (path.front() == '[' ? "$" : "$.") + path;
-    try {
-        static_cast<void>(ko::Orvid::JsonPath(query));
-    } catch (const ParseException&) {
-        return "";
-    }
-    return "orvid query " + shellWord(query);
+    return isQuery(query) ? "orvid query " + shellWord(query) : "";
 }
 
 /// What to write instead of the path, which is malformed.
@@ -75,6 +79,9 @@ std::string pathHint(const std::string& path, ParseErrorCode code) {
     }
     if (path.find('=') > path.find('[') && path.find('=') != std::string::npos) {
         return "; items are chosen by their values with orvid query, as in '$.a[?@.b == 1]'";
+    }
+    if (path.compare(0, 2, "..") == 0 && isQuery("$" + path)) {
+        return "; at any depth: orvid query " + shellWord("$" + path);
     }
     if (const std::string call = severalItemsCall(path); !call.empty()) {
         return "; several items are chosen by a query: " + call;

@@ -89,6 +89,9 @@ std::string AssignmentVerb::hintForFile(const std::string& word) const {
     if (!m_isApart && m_assignments.size() == 1 && looksLikeValue(word)) {
         return k_escapeHint;
     }
+    if (word.find('=') == 0) {
+        return "; PATH=VALUE is one word, without spaces around the =";
+    }
     const bool isEdit = m_isApart && word.find('=') != std::string::npos;
     return isEdit || m_mayBePaths ? "; several edits are written PATH=VALUE, in one word each" : "";
 }
