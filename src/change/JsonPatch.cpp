@@ -153,14 +153,19 @@ private:
         return result;
     }
 
-    void add(const JsonPointer& pointer, const Element& added) {
-        Element copied;
-        copyValue(copied, added);
-        noteNew(copied);
+    void add(const JsonPointer& pointer, const Element& given) {
+        Element added;
+        copyValue(added, given);
+        noteNew(added);
+        putNew(pointer, added);
+    }
+
+    /// A value in the place of another one has the origin of that.
+    void putNew(const JsonPointer& pointer, Element& added) {
         const bool isThere = m_moves != nullptr && isReplaced(pointer);
-        const Element& element = put(pointer, copied);
+        const Element& element = put(pointer, added);
         if (m_moves != nullptr && !isThere) {
-            m_moves->add(element);
+            m_moves->add(m_moves->originOf(added), element);
         }
         if (m_moves != nullptr) {
             m_moves->edit(element.parent(), element);
@@ -255,12 +260,17 @@ private:
         if (source.contains(pointer)) {
             fail("it cannot be moved into itself", &source);
         }
-        const Element* const origin = m_moves == nullptr ? nullptr : m_moves->originOf(former);
+        const PatchMoves::Origin origin =
+            m_moves == nullptr ? PatchMoves::Origin() : m_moves->originOf(former);
         if (m_moves != nullptr) {
             m_moves->leave(origin);
             m_moves->edit(former.parent(), former);
         }
         Element moved = take(source);
+        if (m_moves != nullptr && isReplaced(pointer)) {
+            m_target.closeWithin(at(pointer));
+            m_moves->overwrite(at(pointer));
+        }
         const Element& element = put(pointer, moved);
         if (m_moves != nullptr) {
             m_moves->move(origin, element);
@@ -275,7 +285,14 @@ private:
         if (!m_growth.allows(copied)) {
             fail("the patch copies more than maxGrowth allows", &source);
         }
-        add(pointer, copied);
+        Element added;
+        copyValue(added, copied);
+        if (m_moves != nullptr && !isReplaced(pointer)) {
+            m_moves->copyWithin(copied, added);
+        } else {
+            noteNew(added);
+        }
+        putNew(pointer, added);
     }
 
     void test(const JsonPointer& pointer) {

@@ -9,6 +9,8 @@
 #include <ko/Orvid/Object.h>
 
 #include <algorithm>
+#include <iterator>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -69,23 +71,49 @@ std::size_t likeness(const Element& value, int levels = 2) {
 /// all together could take the square of its size.
 constexpr std::size_t k_mostSteps = 100000;
 
-class Allowance {
-public:
-    explicit Allowance(std::size_t steps) : m_steps(steps) {}
+/// Where nothing is.
+JsonPointer nowhereIn(const Element& root) {
+    std::string step = "-";
+    while (root.isObject() && root.object().contains(step)) {
+        step += '-';
+    }
+    JsonPointer nowhere;
+    nowhere.push_back(step);
+    return nowhere;
+}
 
-    bool isUsedUp() const { return m_steps == 0; }
-    void use(const MovedPlaces::value_type& place) {
-        m_steps -= std::min(m_steps, place.first.steps().size() + place.second.steps().size());
+/// Places of values, as long as they have no more steps than are allowed.
+class PlaceList {
+public:
+    PlaceList(const Element& root, std::size_t steps)
+        : m_root(root), m_nowhere(nowhereIn(root)), m_steps(steps) {}
+
+    /// Null for a value that is nowhere now.
+    void add(const Element& before, const Element* now) {
+        m_isCut = m_isCut || m_steps == 0;
+        if (m_isCut) {
+            return;
+        }
+        m_places.emplace_back(JsonPointer::of(before), now == nullptr ? m_nowhere : placeOf(*now));
+        const auto& [from, to] = m_places.back();
+        m_steps -= std::min(m_steps, from.steps().size() + to.steps().size());
+    }
+    /// Whether there were more.
+    bool isCut() const { return m_isCut; }
+    void appendTo(MovedPlaces& places) {
+        std::move(m_places.begin(), m_places.end(), std::back_inserter(places));
     }
 
 private:
-    std::size_t m_steps;
-};
+    JsonPointer placeOf(const Element& element) const {
+        return &element == &m_root ? JsonPointer() : JsonPointer::of(element, &m_root);
+    }
 
-/// An element that has a value from before the patch, and whether that came from elsewhere.
-struct Found {
-    const Element* element;
-    bool isMoved;
+    const Element& m_root;
+    const JsonPointer m_nowhere;
+    std::size_t m_steps;
+    bool m_isCut = false;
+    MovedPlaces m_places;
 };
 
 }  // namespace
@@ -95,16 +123,37 @@ PatchMoves::PatchMoves(const Element& root) {
 }
 
 void PatchMoves::addWithin(const Element& value) {
-    forEachElement(value, [this](const Element& element) { add(element); });
+    forEachElement(value, [this](const Element& element) { add({}, element); });
 }
 
-PatchMoves::Origin PatchMoves::at(const Element& element) const {
+void PatchMoves::copyWithin(const Element& source, const Element& copy) {
+    std::vector<const Element*> copied;
+    forEachElement(source, [&](const Element& element) {
+        const Origin origin = originOf(element);
+        copied.push_back(origin.element == nullptr ? origin.copied : origin.element);
+    });
+    ++m_copies;
+    auto from = copied.begin();
+    forEachElement(copy, [&](const Element& element) {
+        m_origins[&element] = {nullptr, false, false, *from++, m_copies, &element == &copy};
+    });
+}
+
+PatchMoves::Origin PatchMoves::originOf(const Element& element) const {
     const auto found = m_origins.find(&element);
     return found == m_origins.end() ? Origin{&element} : found->second;
 }
 
-void PatchMoves::move(const Element* origin, const Element& element) {
-    m_origins[&element] = {origin, true, true};
+void PatchMoves::move(const Origin& origin, const Element& element) {
+    m_origins[&element] = {origin.element, true, true, origin.copied, origin.copy, true};
+    m_moved.insert(origin.element);
+}
+
+void PatchMoves::overwrite(const Element& element) {
+    m_overwritten.insert(originOf(element).element);
+    forEachElement(element, [this](const Element& within) {
+        m_overwrittenWithin.insert(originOf(within).element);
+    });
 }
 
 /// The element, and what holds it, is what it was before. Not up to the root, which may be far.
@@ -134,7 +183,7 @@ void PatchMoves::keepEqualItems(const Element& root) {
             return;
         }
         for (const Element& item : element.array()) {
-            if (at(item).element == nullptr) {
+            if (originOf(item).element == nullptr) {
                 found->second.insert(likeness(item));  // it may have changed since it came
             }
         }
@@ -170,19 +219,17 @@ void PatchMoves::keepFormerEquals(const Element& former, const Element& root) {
         ++first;
     });
     forEachElement(root, [&](const Element& element) {
-        if (equals.count(at(element).element) > 0) {
+        if (equals.count(originOf(element).element) > 0) {
             keep(&element);
         }
     });
 }
 
-const Element* PatchMoves::originOf(const Element& element) const { return at(element).element; }
-
 void PatchMoves::reorder(const std::vector<const Element*>& from, const Element::TArray& array) {
     std::vector<Origin> origins;
     origins.reserve(from.size());
     for (const Element* const element : from) {
-        origins.push_back(at(*element));
+        origins.push_back(originOf(*element));
     }
     auto origin = origins.begin();
     for (const Element& item : array) {
@@ -190,33 +237,98 @@ void PatchMoves::reorder(const std::vector<const Element*>& from, const Element:
     }
 }
 
+PatchMoves::FoundByFirst PatchMoves::known(const Element& former, const Element& root) const {
+    FoundByFirst found;
+    forEachElement(root, [&](const Element& element) {
+        const Origin origin = originOf(element);
+        if (origin.isKnown && origin.element != nullptr) {
+            found.emplace(origin.element, Found{&element, origin.isMoved});
+        }
+    });
+    findCopies(former, root, found);
+    return found;
+}
+
+/// The first copy of a value that was removed is that value. What lay in a value that was copied,
+/// and is in the copy where it was, is found there by comparing.
+void PatchMoves::findCopies(const Element& former, const Element& root, FoundByFirst& found) const {
+    const Copies copies = copiesOfRemoved(root);
+    if (copies.empty()) {
+        return;
+    }
+    std::unordered_map<const Element*, const Element*> formers;
+    auto first = m_first.begin();
+    forEachElement(former, [&](const Element& element) {
+        if (copies.count(*first) > 0) {
+            formers.emplace(*first, &element);
+        }
+        ++first;
+    });
+    for (const auto& [origin, before] : formers) {
+        const Element* const copy = copies.at(origin);
+        const Element* const parent = copy->parent();
+        const Element* const above = parent == nullptr ? nullptr : originOf(*parent).copied;
+        const auto aboveBefore = formers.find(above);
+        const bool isWithin = aboveBefore != formers.end() && copies.at(above) == parent &&
+                              before->parent() == aboveBefore->second &&
+                              m_moved.count(origin) == 0 &&
+                              (!parent->isArray() || before->index() == copy->index());
+        const Origin ofCopy = originOf(*copy);
+        if (ofCopy.isCopyItself || ofCopy.isKnown || !isWithin) {
+            found.emplace(origin, Found{copy, true});
+        }
+    }
+}
+
+/// The first copy of each value that is no more, unless another was moved onto it.
+PatchMoves::Copies PatchMoves::copiesOfRemoved(const Element& root) const {
+    Copies copies;
+    if (m_copies == 0) {
+        return copies;
+    }
+    std::unordered_set<const Element*> others = m_overwrittenWithin;
+    others.insert(nullptr);
+    forEachElement(root, [&](const Element& element) { others.insert(originOf(element).element); });
+    forEachElement(root, [&](const Element& element) {
+        const Origin origin = originOf(element);
+        if (others.count(origin.copied) == 0) {
+            const Element*& first = copies.emplace(origin.copied, &element).first->second;
+            first = originOf(*first).copy <= origin.copy ? first : &element;
+        }
+    });
+    return copies;
+}
+
+/// Those that are gone, and that there are no others, are said only where all moves are.
 MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
     keepEqualItems(root);
     keepFormerEquals(former, root);
-    std::unordered_map<const Element*, Found> foundByFirst;
-    forEachElement(root, [&](const Element& element) {
-        const Origin origin = at(element);
-        if (origin.isKnown && origin.element != nullptr) {
-            foundByFirst.emplace(origin.element, Found{&element, origin.isMoved});
-        }
-    });
-    Allowance forMoved(k_mostSteps + 4 * m_first.size());
-    Allowance forKept(k_mostSteps);
-    MovedPlaces places;
+    const FoundByFirst foundByFirst = known(former, root);
+    PlaceList moved(root, k_mostSteps + 4 * m_first.size());
+    PlaceList kept(root, k_mostSteps);
+    PlaceList gone(root, k_mostSteps);
     auto first = m_first.begin();
     forEachElement(former, [&](const Element& element) {
-        const auto found = foundByFirst.find(*first++);
-        if (found == foundByFirst.end()) {
+        const Element* const origin = *first++;
+        const auto found = foundByFirst.find(origin);
+        if (origin == m_first.front()) {
             return;
         }
-        const auto [now, isMoved] = found->second;
-        Allowance& allowance = isMoved ? forMoved : forKept;
-        if (!allowance.isUsedUp()) {
-            places.emplace_back(JsonPointer::of(element),
-                                now == &root ? JsonPointer() : JsonPointer::of(*now, &root));
-            allowance.use(places.back());
+        if (found != foundByFirst.end()) {
+            (found->second.isMoved ? moved : kept).add(element, found->second.element);
+        } else if (m_moved.count(origin) > 0 || m_overwritten.count(origin) > 0) {
+            gone.add(element, nullptr);
         }
     });
+    MovedPlaces places;
+    moved.appendTo(places);
+    kept.appendTo(places);
+    if (!moved.isCut()) {
+        gone.appendTo(places);
+        if (originOf(root).element == m_first.front()) {
+            places.emplace_back();
+        }
+    }
     return places;
 }
 

@@ -17,46 +17,68 @@ namespace ko::Orvid {
 
 class PatchMoves {
 public:
+    /// Where the value of an element came from.
+    struct Origin {
+        const Element* element = nullptr;  ///< where it began; null for one that is new
+        bool isKnown = false;
+        bool isMoved = false;             ///< known since it was moved itself
+        const Element* copied = nullptr;  ///< where the value began that a new one is a copy of
+        std::size_t copy = 0;             ///< which of the patch's copies that is, from 1
+        bool isCopyItself = false;  ///< whether it is not only within the value that was copied
+    };
+
     /// The tree before the patch. Linear cost.
     explicit PatchMoves(const Element& root);
 
     /// Everything within the value is new.
     void addWithin(const Element& value);
-    /// A new element, with a value that was not there before.
-    void add(const Element& element) { m_origins[&element] = {}; }
-    /// The element where the value that moves began; null for one that is new.
-    const Element* originOf(const Element& element) const;
+    /// The same of a copy.
+    void copyWithin(const Element& source, const Element& copy);
+    Origin originOf(const Element& element) const;
+    /// A new value with that origin has come into the element.
+    void add(const Origin& origin, const Element& element) { m_origins[&element] = origin; }
     /// The value with that origin has come into the element.
-    void move(const Element* origin, const Element& element);
+    void move(const Origin& origin, const Element& element);
+    /// A value is to be moved onto the element, whose own is gone then. No array in it is open.
+    void overwrite(const Element& element);
     /// The value comes into that container, or leaves it: the container is the same nevertheless,
     /// and no item that equals the value is it. Null is no container.
     void edit(const Element* container, const Element& value);
     /// The value with that origin has left its container, which edit() says as well.
-    void leave(const Element* origin) { m_left.insert(origin); }
+    void leave(const Origin& origin) { m_left.insert(origin.element); }
     /// The values of the elements `from` have come into those of the same positions of the array.
     void reorder(const std::vector<const Element*>& from, const Element::TArray& array);
 
-    /// What was moved or equals what was edited, and the containers around it, from the former
-    /// tree, which is as the first was, to the one there is now.
+    /// What was moved or equals what was edited, the containers around it, and what is gone after
+    /// it was moved or another was moved onto it, from the former tree, which is as the first was,
+    /// to the one there is now.
     MovedPlaces places(const Element& former, const Element& root);
 
 private:
-    struct Origin {
-        const Element* element = nullptr;
-        bool isKnown = false;
-        bool isMoved = false;  ///< known since it was moved itself
+    /// An element that has a value from before the patch, and whether that came from elsewhere.
+    struct Found {
+        const Element* element;
+        bool isMoved;
     };
+    using FoundByFirst = std::unordered_map<const Element*, Found>;
+    using Copies = std::unordered_map<const Element*, const Element*>;
 
-    Origin at(const Element& element) const;
     void keep(const Element* element);
     void keepEqualItems(const Element& root);
     void keepFormerEquals(const Element& former, const Element& root);
+    FoundByFirst known(const Element& former, const Element& root) const;
+    void findCopies(const Element& former, const Element& root, FoundByFirst& found) const;
+    Copies copiesOfRemoved(const Element& root) const;
 
     std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
     std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own
     /// What came and left is like, by array: the address of an array stays as it moves.
     std::unordered_map<const Element::TArray*, std::unordered_set<std::size_t>> m_edits;
-    std::unordered_set<const Element*> m_left;  ///< origins
+    std::unordered_set<const Element*> m_left;         ///< origins
+    std::unordered_set<const Element*> m_moved;        ///< origins
+    std::unordered_set<const Element*> m_overwritten;  ///< origins
+    std::unordered_set<const Element*> m_overwrittenWithin;
+    std::size_t m_copies = 0;
 };
 
 }  // namespace ko::Orvid

@@ -232,8 +232,8 @@ Counterparts::Numbers Counterparts::boundChildren(std::uint32_t value) const {
 }
 
 void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
-    if (isPaired(value) || m_new[element].counterpart != k_none) {
-        return;  // it was found elsewhere before its container was
+    if (!isOpen(value) || m_new[element].counterpart != k_none) {
+        return;  // it is gone, or was found elsewhere before its container was
     }
     m_old[value].counterpart = element;
     m_new[element].counterpart = value;
@@ -243,12 +243,10 @@ void Counterparts::pair(std::uint32_t value, std::uint32_t element) {
 }
 
 /// A value of the same key, or in the same position of an equal container. Where another one is
-/// known to have been moved onto a member, that and all that was left in it is gone.
+/// known to have been moved onto a member, that is gone.
 void Counterparts::pairMember(std::uint32_t value, std::uint32_t element) {
     if (!isPaired(value) && m_known.count(element) > 0 && wasMember(value)) {
-        for (std::uint32_t gone = value; gone < m_map.next(value); ++gone) {
-            m_overwritten.insert(gone);
-        }
+        setGoneWithin(value);
     }
     pair(value, element);
 }

@@ -79,8 +79,9 @@ public:
     bool wasMember(std::uint32_t value) const noexcept {
         return m_old[value].parent != SourceMap::k_none && m_map.isObject(m_old[value].parent);
     }
-    /// Whether it is known that a value was moved out of the one in the text, or into the element,
-    /// however deep: then equal values do not say that the same stand there.
+    /// Whether it is known that a value was moved out of the one in the text, or is gone from
+    /// there, or was moved into the element, however deep: then equal values do not say that the
+    /// same stand there.
     bool isKnownToDiffer(std::uint32_t value, std::uint32_t element) const {
         return m_movedOutOf.count(value) > 0 || m_movedInto.count(element) > 0;
     }
@@ -98,9 +99,15 @@ private:
     std::uint64_t hashOldContainer(std::uint32_t value) const;
     std::uint64_t hashNewContainer(std::uint32_t element) const;
 
+    /// What is known to have become of a value, and so of those in it that nothing is known of.
+    enum class Fate : std::uint8_t { unknown, there, gone };
+
     void pairKnown(const MovedPlaces& moved);
     void pairKnown(std::uint32_t value, std::uint32_t element);
     Numbers valuesAt(const MovedPlaces& moved) const;
+    void setGone(std::vector<Fate> fates);
+    void setMovedOut(std::uint32_t value);
+    void setGoneWithin(std::uint32_t value);
     Numbers unpaired(const Numbers& before) const;
     Numbers unmatched(const Numbers& now) const;
     void pairRoot();
@@ -117,9 +124,7 @@ private:
         return m_old[value].counterpart != SourceMap::k_none;
     }
     /// Whether it may still be found to be something in the tree.
-    bool isOpen(std::uint32_t value) const {
-        return !isPaired(value) && m_overwritten.count(value) == 0;
-    }
+    bool isOpen(std::uint32_t value) const { return !isPaired(value) && !m_isGone[value]; }
     void matchAll();
     void matchChildren(std::uint32_t value, std::uint32_t element);
     void matchMembers(const Numbers& before, const Numbers& now);
@@ -189,10 +194,11 @@ private:
     std::vector<NewValue> m_new;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_released;
-    std::unordered_set<std::uint32_t> m_movedOutOf;   ///< values, by what is known
-    std::unordered_set<std::uint32_t> m_movedInto;    ///< elements
-    std::unordered_set<std::uint32_t> m_known;        ///< elements that were moved or stayed
-    std::unordered_set<std::uint32_t> m_overwritten;  ///< values that one of these was moved onto
+    std::unordered_set<std::uint32_t> m_movedOutOf;  ///< values, by what is known
+    std::unordered_set<std::uint32_t> m_movedInto;   ///< elements
+    std::unordered_set<std::uint32_t> m_known;       ///< elements that were moved or stayed
+    std::vector<bool> m_isGone;  ///< by value: whether it is known to be gone for good
+    bool m_areAllKnown = false;  ///< whether nothing was moved besides these
     std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;

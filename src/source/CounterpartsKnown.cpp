@@ -58,17 +58,28 @@ Counterparts::Numbers Counterparts::valuesAt(const MovedPlaces& moved) const {
 }
 
 void Counterparts::pairKnown(const MovedPlaces& moved) {
+    m_isGone.resize(m_old.size());
     if (moved.empty()) {
         return;
     }
     const Numbers values = valuesAt(moved);
     std::unordered_map<const Element*, std::uint32_t> known;
+    std::vector<Fate> fates(m_old.size());
     for (std::size_t i = 0; i < moved.size(); ++i) {
+        const std::uint32_t value = values[i];
         const Element* const element = moved[i].second.find(*m_new[0].element);
-        if (element != nullptr && values[i] != k_none && values[i] != 0) {
-            known.emplace(element, values[i]);
+        if (value == 0) {
+            m_areAllKnown = m_areAllKnown || element == m_new[0].element;
+        } else if (value != k_none && fates[value] == Fate::unknown) {
+            if (element == nullptr) {
+                fates[value] = Fate::gone;
+            } else if (known.emplace(element, value).second) {
+                fates[value] = Fate::there;
+                fates[0] = element == m_new[0].element ? Fate::gone : fates[0];
+            }
         }
     }
+    setGone(std::move(fates));
     for (std::uint32_t element = 0; element < m_new.size(); ++element) {
         const auto found = known.find(m_new[element].element);
         if (found != known.end()) {
@@ -77,18 +88,37 @@ void Counterparts::pairKnown(const MovedPlaces& moved) {
     }
 }
 
-/// Where a value is moved onto the root, all else that is left of the former one is gone.
-void Counterparts::pairKnown(std::uint32_t value, std::uint32_t element) {
-    pair(value, element);
-    m_known.insert(element);
-    for (std::uint32_t gone = 0; element == 0 && gone < m_map.size(); ++gone) {
-        if (gone < value || gone >= m_map.next(value)) {
-            m_overwritten.insert(gone);
+/// What held a value that is gone differs from what it was, whatever is in it now.
+void Counterparts::setGone(std::vector<Fate> fates) {
+    for (std::uint32_t value = 1; value < fates.size(); ++value) {
+        if (fates[value] == Fate::unknown) {
+            fates[value] = fates[m_old[value].parent];
+        } else if (fates[value] == Fate::gone) {
+            setMovedOut(value);
         }
+        m_isGone[value] = fates[value] == Fate::gone;
     }
+}
+
+void Counterparts::setMovedOut(std::uint32_t value) {
     for (value = m_old[value].parent; value != k_none && m_movedOutOf.insert(value).second;) {
         value = m_old[value].parent;
     }
+}
+
+/// Another value was moved onto this one, which is gone with all that was not moved out of it.
+void Counterparts::setGoneWithin(std::uint32_t value) {
+    for (std::uint32_t gone = value; gone < m_map.next(value);) {
+        const bool isElsewhere = isPaired(gone);
+        m_isGone[gone] = !isElsewhere;
+        gone = isElsewhere ? m_map.next(gone) : gone + 1;
+    }
+}
+
+void Counterparts::pairKnown(std::uint32_t value, std::uint32_t element) {
+    pair(value, element);
+    m_known.insert(element);
+    setMovedOut(value);
     for (element = m_new[element].parent;
          element != k_none && m_movedInto.insert(element).second;) {
         element = m_new[element].parent;
@@ -98,7 +128,7 @@ void Counterparts::pairKnown(std::uint32_t value, std::uint32_t element) {
 Counterparts::Numbers Counterparts::unpaired(const Numbers& before) const {
     Numbers left;
     std::copy_if(before.begin(), before.end(), std::back_inserter(left),
-                 [this](std::uint32_t value) { return !isPaired(value); });
+                 [this](std::uint32_t value) { return isOpen(value); });
     return left;
 }
 

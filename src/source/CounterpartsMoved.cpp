@@ -23,7 +23,7 @@ constexpr std::size_t k_mostCandidates = 16;
 bool Counterparts::isLost(std::uint32_t value) const {
     const bool isUnknown =
         !isPaired(value) || (hadContents(value) && m_old[value].contents == k_none);
-    return isUnknown && m_map[value].element() != nullptr && m_overwritten.count(value) == 0;
+    return isUnknown && m_map[value].element() != nullptr && !m_isGone[value];
 }
 
 /// Whether it is not known what the element was, or where its children were.
@@ -35,7 +35,8 @@ bool Counterparts::isAdded(std::uint32_t element) const {
 /// Whether neither is known: the value and the element, or the children of both.
 bool Counterparts::mayBecome(std::uint32_t value, std::uint32_t element) const {
     const bool areLeft = !isPaired(value) && m_new[element].counterpart == k_none;
-    return m_old[value].contents == k_none && m_new[element].contents == k_none &&
+    return !m_isGone[value] && m_old[value].contents == k_none &&
+           m_new[element].contents == k_none &&
            (areLeft || (hadContents(value) && isSameContainer(value, element)));
 }
 
@@ -235,8 +236,12 @@ bool Counterparts::mayHaveMoved(std::uint32_t value, std::uint32_t element) cons
            m_addedByHash.at(m_new[element].hash) == 1;
 }
 
-/// Whether there are few values that it equals by chance.
+/// Whether there are few values that it equals by chance. Where it is known what was moved, it was
+/// not: then a value that equals it elsewhere is another one.
 bool Counterparts::isTelling(std::uint32_t value) const {
+    if (m_areAllKnown) {
+        return false;
+    }
     const EType type = typeOfToken(m_map.text(value).front());
     return type == etNumber || (type == etString && m_map.text(value).size() > 2) ||
            hadContents(value);

@@ -25,8 +25,8 @@ std::string Source::textOf(const Element& root, const std::string* leftOut,
                            const MovedPlaces& moved) const {
     const bool isWhole =
         leftOut == nullptr || !root.isObject() || !root.object().contains(*leftOut);
-    const bool isNoneElsewhere = std::all_of(moved.begin(), moved.end(), [](const auto& places) {
-        return places.first == places.second;
+    const bool isNoneElsewhere = std::all_of(moved.begin(), moved.end(), [&](const auto& places) {
+        return places.first == places.second || places.second.find(root) == nullptr;
     });
     if (isWhole && isNoneElsewhere && isAsRead(m_map, 0, root)) {
         return m_text;

@@ -56,6 +56,15 @@ TEST(keeps_text, when_items_and_members_are_inserted) {
     expectEdit({"insert", "d", "0"}, replaced(k_document, "],\r\n}", "],\r\n\t\"d\": 0,\r\n}"));
 }
 
+TEST(keeps_text, gives_no_comment_of_a_removed_value_to_an_equal_one) {
+    const std::string before = "{ \"port\": 8080, // main port\n  \"limits\": {\"rate\": 1} }";
+    const std::string after = "{ \"limits\": {\"rate\": 1, \"burst\": 8080} }";
+    expectEdit({"merge", R"({"port": null, "limits": {"burst": 8080}})"}, after, before);
+    expectEdit({"patch", R"([{"op": "remove", "path": "/port"},
+                             {"op": "add", "path": "/limits/burst", "value": 8080}])"},
+               after, before);
+}
+
 TEST(keeps_text, refuses_a_layout_in_place_that_loses_comments) {
     const ScratchFile file("{\"a\": 1} // end\n");
     for (const std::string layout : {"-c", "-S", "--indent=2", "--ascii"}) {

@@ -20,6 +20,7 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
+using ko::Orvid::JsonPointer;
 using ko::Orvid::MovedPlaces;
 using ko::Orvid::PatchException;
 using ko::Orvid::ReadOptions;
@@ -96,7 +97,7 @@ private:
         }
     }
 
-    /// Returns what was moved within the document.
+    /// Returns all that was moved within the document.
     virtual MovedPlaces make(Document& document, const Element& change) const = 0;
 
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
@@ -208,7 +209,7 @@ public:
 private:
     MovedPlaces make(Document& document, const Element& change) const override {
         ko::Orvid::mergePatch(document.root, change);
-        return {};
+        return {{JsonPointer(), JsonPointer()}};
     }
 };
 

@@ -29,8 +29,10 @@ struct PatchOptions {
     /// Unless it is null, and when the patch succeeds, it gets what Dom::text() cannot find out by
     /// comparing: the place of each value that was moved, before and afterwards; the same for items
     /// that equal one which was added to their array or removed from it; and for the containers
-    /// around them. Values that were removed again, or that the patch itself added, are left out.
-    /// Where the patch fails, or memory is refused, it is as it was.
+    /// around them. A copy of a value that is removed is that value, moved. A value that was moved,
+    /// or that another was moved onto, and is there no more has a new place that leads nowhere. The
+    /// root is among them, for these are all. What the patch itself added is left out. Where the
+    /// patch fails, or memory is refused, it is as it was.
     MovedPlaces* moved = nullptr;
 };
 

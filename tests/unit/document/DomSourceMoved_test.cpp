@@ -7,7 +7,9 @@
 #include <ko/Orvid/Dom.h>
 
 #include <gtest/gtest.h>
+#include <ko/Orvid/JsonPatch.h>
 #include <ko/Orvid/JsonPath.h>
+#include <ko/Orvid/MergePatch.h>
 
 #include <string>
 #include <utility>
@@ -130,6 +132,83 @@ TEST(DomSourceMoved, gives_no_new_value_the_comments_of_one_that_another_was_mov
                              R"([{"op": "move", "from": "/b", "path": "/a"},
                                  {"op": "add", "path": "/b", "value": 1}])"),
               "{\"a\": 1 /* b */, \"b\": 1}");
+}
+
+const char* const k_port =
+    "{ \"port\": 8080, // main port\n  \"limits\": {\"rate\": 1}, \"l\": [7 /* l */] }";
+
+TEST(DomSourceMoved, gives_comments_of_a_removed_scalar_to_no_equal_one_elsewhere) {
+    const char* const expected =
+        "{ \"limits\": {\"rate\": 1, \"burst\": 8080}, \"l\": [7 /* l */] }";
+    EXPECT_EQ(patchedKnowing(k_port, R"([{"op": "remove", "path": "/port"},
+        {"op": "add", "path": "/limits/burst", "value": 8080}])"),
+              expected);
+    EXPECT_EQ(patchedKnowing(k_port, R"([{"op": "add", "path": "/limits/burst", "value": 8080},
+        {"op": "remove", "path": "/port"}])"),
+              expected);
+    EXPECT_EQ(patchedKnowing(k_port, R"([{"op": "remove", "path": "/l/0"},
+        {"op": "add", "path": "/limits/burst", "value": 7}])"),
+              "{ \"port\": 8080, // main port\n  \"limits\": {\"rate\": 1, \"burst\": 7}, "
+              "\"l\": [] }");
+    Dom merged = Dom::parse(k_port);
+    mergePatch(*merged, *Dom::parse(R"({"port": null, "limits": {"burst": 8080}})"));
+    EXPECT_EQ(merged.text({{JsonPointer(), JsonPointer()}}), expected);
+}
+
+TEST(DomSourceMoved, takes_comments_along_with_a_scalar_that_a_patch_renames_or_moves_by_removing) {
+    EXPECT_EQ(patchedKnowing("{\"a\": 1 /* a */, \"b\": 0}", R"([{"op": "remove", "path": "/a"},
+        {"op": "add", "path": "/c", "value": 1}])"),
+              "{\"b\": 0, \"c\": 1 /* a */}");
+    EXPECT_EQ(patchedKnowing("{\"a\": 1 /* a */, \"b\": {}}", R"([{"op": "remove", "path": "/a"},
+        {"op": "add", "path": "/b/a", "value": 1}])"),
+              "{\"b\": {\"a\": 1 /* a */}}");
+    EXPECT_EQ(patchedKnowing("{\"a\": {\"x\": 1 /* x */} /* a */, \"b\": {}}",
+                             R"([{"op": "remove", "path": "/a"},
+        {"op": "add", "path": "/b/c", "value": {"x": 1}}])"),
+              "{\"b\": {\"c\": {\"x\": 1 /* x */} /* a */}}");
+}
+
+TEST(DomSourceMoved, takes_comments_along_with_a_copy_of_what_is_removed) {
+    EXPECT_EQ(patchedKnowing("{\"a\": 1 /* a */, \"b\": {}}",
+                             R"([{"op": "copy", "from": "/a", "path": "/b/x"},
+                                 {"op": "copy", "from": "/a", "path": "/b/y"},
+                                 {"op": "add", "path": "/b/z", "value": 1},
+                                 {"op": "remove", "path": "/a"}])"),
+              "{\"b\": {\"x\": 1 /* a */, \"y\": 1, \"z\": 1}}");
+    EXPECT_EQ(patchedKnowing("{\"a\": [1 /* 0 */, 1 /* 1 */] /* a */, \"b\": {}}",
+                             R"([{"op": "copy", "from": "/a", "path": "/b/x"},
+                                 {"op": "remove", "path": "/a/1"}])"),
+              "{\"a\": [1 /* 0 */] /* a */, \"b\": {\"x\": [1, 1 /* 1 */]}}");
+}
+
+TEST(DomSourceMoved, removes_comments_of_what_was_moved_and_then_removed_or_overwritten) {
+    const char* const text = "{\"a\": 1 /* a */, \"b\": 2 /* b */, \"c\": [5 /* c */]}";
+    const char* const operations[] = {
+        R"([{"op": "move", "from": "/a", "path": "/d"}, {"op": "remove", "path": "/d"},
+            {"op": "add", "path": "/e", "value": 1}])",
+        R"([{"op": "move", "from": "/a", "path": "/e"}, {"op": "remove", "path": "/e"},
+            {"op": "add", "path": "/e", "value": 1}])",
+        R"([{"op": "move", "from": "/a", "path": "/c/0"}, {"op": "add", "path": "/d", "value": 0},
+            {"op": "remove", "path": "/c/0"}, {"op": "move", "from": "/d", "path": "/e"},
+            {"op": "replace", "path": "/e", "value": 1}])",
+        R"([{"op": "move", "from": "/a", "path": "/d"}, {"op": "add", "path": "/e", "value": 1},
+            {"op": "move", "from": "/e", "path": "/d"}, {"op": "move", "from": "/d", "path": "/e"}])",
+    };
+    for (const char* const each : operations) {
+        EXPECT_EQ(patchedKnowing(text, each), "{\"b\": 2 /* b */, \"c\": [5 /* c */], \"e\": 1}");
+    }
+    EXPECT_EQ(patchedKnowing(text, R"([{"op": "move", "from": "/a", "path": "/b"},
+                                       {"op": "move", "from": "/c", "path": "/b"},
+                                       {"op": "add", "path": "/a", "value": 1},
+                                       {"op": "add", "path": "/c", "value": 2}])"),
+              "{\"b\": [5 /* c */], \"a\": 1, \"c\": 2}");
+}
+
+TEST(DomSourceMoved, leaves_the_text_as_it_is_where_what_was_moved_and_removed_is_put_back) {
+    const char* const text = "{\"a\": 1 /* a */, \"b\": 2}";
+    EXPECT_EQ(patchedKnowing(text, R"([{"op": "move", "from": "/b", "path": "/c"},
+        {"op": "remove", "path": "/c"}, {"op": "add", "path": "/b", "value": 2}])"),
+              text);
 }
 
 TEST(DomSourceMoved, writes_the_colon_of_a_member_from_elsewhere_as_its_new_siblings_have_it) {
