@@ -269,10 +269,10 @@ void PatchMoves::findCopies(const Element& former, const Element& root, FoundByF
         const Element* const parent = copy->parent();
         const Element* const above = parent == nullptr ? nullptr : originOf(*parent).copied;
         const auto aboveBefore = formers.find(above);
-        const bool isWithin = aboveBefore != formers.end() && copies.at(above) == parent &&
-                              before->parent() == aboveBefore->second &&
-                              m_moved.count(origin) == 0 &&
-                              (!parent->isArray() || before->index() == copy->index());
+        const bool isWithin =
+            parent != nullptr && aboveBefore != formers.end() && copies.at(above) == parent &&
+            before->parent() == aboveBefore->second && m_moved.count(origin) == 0 &&
+            (!parent->isArray() || before->index() == copy->index());
         const Origin ofCopy = originOf(*copy);
         if (ofCopy.isCopyItself || ofCopy.isKnown || !isWithin) {
             found.emplace(origin, Found{copy, true});
