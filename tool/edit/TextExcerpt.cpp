@@ -219,7 +219,9 @@ private:
         level.colon = level.isArray ? value : offset(m_key.end);
         level.value = value;
         m_isOnWay = level.isOnWay && m_phase == Phase::before && isNext(level);
-        m_isNeeded = m_isOnWay || m_phase == Phase::after || level.count < 2 || isCommented();
+        // A new member goes by the nearest without comments, a new item by the last two.
+        const bool mayBeLookedPast = level.isOnWay && !level.isArray && isCommented();
+        m_isNeeded = m_isOnWay || m_phase == Phase::after || level.count < 2 || mayBeLookedPast;
         if (level.count++ == 0) {
             ++m_containers;
             level.breaksLines = m_child.breaksLine;

@@ -197,6 +197,20 @@ TEST(ExcerptEdit, is_short_for_a_long_text) {
     EXPECT_LT(excerpt->text.size(), text.size() / 5);
 }
 
+TEST(ExcerptEdit, is_short_for_a_long_text_with_a_comment_at_each_item) {
+    std::string text = "{\"all\": [1";
+    for (int i = 0; i < 20000; ++i) {
+        text += ", // item\n  {\"id\": " + std::to_string(i) + "}";
+    }
+    text += "\n], \"last\": 1}";
+    for (const char* const path : {"all[12345].id", "last"}) {
+        const auto excerpt =
+            excerptOf(text, stepsOf(path), PlaceEdit::set, ExcerptRest::none, ReadOptions::jsonc());
+        ASSERT_TRUE(excerpt);
+        EXPECT_LT(excerpt->text.size(), 200U) << path;
+    }
+}
+
 TEST(ExcerptEdit, makes_each_edit_in_what_the_one_before_it_leaves) {
     const std::vector<PlaceChange> edits{{PlaceEdit::set, "a", R"("a much longer value")"},
                                          {PlaceEdit::insert, "b[1]", "22"},
