@@ -111,7 +111,7 @@ def number_text(number):
         return string_text(heap)
     if 0 < length <= 22:
         return text(held if is_wide else held + 8, length)
-    kind = BINARIES.get(memory(int(store["m_kind"].address), 1)[0] % 64)
+    kind = BINARIES.get(memory(int(store["m_kind"].address), 1)[0] % 32)
     return str(struct.unpack(kind, bits)[0]) if kind else "<number without text>"
 
 

@@ -117,10 +117,10 @@ SlabArena::Freeing::~Freeing() {
     }
 }
 
-void SlabArena::Freeing::drop(Slab* slab) noexcept {
+void SlabArena::Freeing::drop(Slab* slab, std::size_t blocks) noexcept {
     flush();
     m_slab = slab;
-    m_count = 1;
+    m_count = blocks;
 }
 
 void SlabArena::Freeing::flush() noexcept {
@@ -135,6 +135,12 @@ void* SlabArena::allocate(std::size_t size) {
     SlabArena* const current = t_current;
     return current != nullptr && size <= k_largestCut ? current->cut(size)
                                                       : Header::allocate(size, current);
+}
+
+void* SlabArena::allocateMarked(std::size_t size) {
+    void* const block = allocate(size);
+    mark(block);
+    return block;
 }
 
 void SlabArena::release(void* block, std::size_t size) noexcept {

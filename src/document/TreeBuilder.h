@@ -59,7 +59,8 @@ public:
         static_cast<void>(lengthOf(text));
         const detail::JsonNumber number{text};
         element.data().value.number =
-            m_nodes == nullptr ? new Number(number) : newIn<Number>(*m_nodes, number);
+            m_nodes == nullptr ? newNumber(text)
+                               : newIn<Number>(*m_nodes, number, detail::NumberPlace::arena);
         element.data().type = etNumber;
         return element;
     }
@@ -114,6 +115,12 @@ private:
             value.setNull();
         }
         return value;
+    }
+
+    /// Out of the loop over the tokens, whose functions must stay small enough to become part of
+    /// it.
+    [[gnu::noinline]] static Number* newNumber(std::string_view text) {
+        return new Number(detail::JsonNumber{text});
     }
 
     [[gnu::noinline]] bool wideKey(Element::TObject& object, std::string_view text) {

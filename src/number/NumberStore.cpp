@@ -139,7 +139,10 @@ void NumberStore::constructLong(std::string_view text, const Binary& binary) {
 
 /// A text on the heap, or one that came there just now: most often a copy of the one in here, made
 /// by string(), of which the new number needs none.
-void NumberStore::constructLike(const NumberStore& other) {
+void NumberStore::constructLike(const NumberStore& other, detail::NumberPlace place) {
+    if (place == detail::NumberPlace::arena) {
+        SlabArena::mark(this);
+    }
     const Binary binary = other.binary();
     if (other.m_length - 1U < k_small && !other.heap()->isDerived) {
         layOut(nullptr, binary, other.m_length);
@@ -160,6 +163,7 @@ NumberStore::NumberStore(NumberStore&& other) noexcept { steal(other); }
 
 /// This store holds nothing that needs to be released.
 void NumberStore::steal(NumberStore& other) noexcept {
+    other.markPage();
     m_length = other.m_length;
     m_word.store(other.m_word.load(std::memory_order_relaxed), std::memory_order_relaxed);
     if (isWide()) {
@@ -168,7 +172,8 @@ void NumberStore::steal(NumberStore& other) noexcept {
         ::new (m_bytes) HeapPointer(other.heap());
         std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
     }
-    m_kind.store(other.m_kind.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    m_kind.store(placed(other.m_kind.load(std::memory_order_relaxed), {}),
+                 std::memory_order_relaxed);
     other.layOut(nullptr, {}, k_noText);
 }
 
@@ -197,6 +202,7 @@ void NumberStore::useHeap(Heap& kept, const Binary& binary, bool isDerived) noex
 }
 
 void NumberStore::assign(std::string_view text, const Binary& binary) {
+    markPage();
     if (Heap* const kept = keptHeap()) {
         kept->text.assign(text);
         useHeap(*kept, binary, false);
@@ -207,6 +213,7 @@ void NumberStore::assign(std::string_view text, const Binary& binary) {
 }
 
 void NumberStore::assign(const Binary& binary) {
+    markPage();
     if (Heap* const kept = keptHeap()) {
         NumberBuffer buffer;
         kept->text.assign(derivedText(binary, buffer));
@@ -217,6 +224,7 @@ void NumberStore::assign(const Binary& binary) {
 }
 
 void NumberStore::assignDerived(std::string_view given, const Binary& binary) {
+    markPage();
     Heap* const kept = keptHeap();
     if (kept == nullptr) {
         NumberStore made(given, binary);
@@ -234,7 +242,7 @@ void NumberStore::assignDerived(std::string_view given, const Binary& binary) {
 void NumberStore::replaceText(const Binary& binary) {
     NumberBuffer buffer;
     auto* const kept = new Heap(derivedText(binary, buffer), true, nullptr);
-    kept->keep(binary);
+    kept->keep(binary.bits, kindByte(binary));
     if (Heap* const given = heap()) {
         putBeside(*kept, given);
     }
@@ -264,6 +272,7 @@ void NumberStore::putBeside(Heap& kept, Heap* given) noexcept {
 }
 
 void NumberStore::take(NumberStore& other) noexcept {
+    markPage();
     Heap* const kept = keptHeap();
     Heap* const theirs = other.heap();
     if (kept == nullptr) {
@@ -313,7 +322,7 @@ void NumberStore::takeBytes(Heap& kept, const NumberStore& other) noexcept {
     m_length = other.m_length;
     if (isWide()) {
         std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
-        kept.keep(binary);
+        kept.keep(binary.bits, kindByte(binary));
         m_word.store(wordOf(kept), std::memory_order_relaxed);
     } else {
         std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
@@ -355,7 +364,7 @@ NumberStore::Binary NumberStore::wideBinary() const noexcept {
 void NumberStore::keepWide(const Binary& binary) const noexcept {
     std::uint64_t word = m_word.load(std::memory_order_acquire);
     if (Heap* const held = heapOf(word)) {
-        held->keep(binary);
+        held->keep(binary.bits, kindByte(binary));
         return;
     }
     // The place may become the pointer's at any time.
@@ -371,7 +380,8 @@ inline bool NumberStore::publishWide(Heap& made) const noexcept {
     std::uint64_t word = m_word.load(std::memory_order_acquire);
     while (heapOf(word) == former) {
         if (word != 0) {
-            made.keep(former == nullptr ? unpacked(word) : wideBinary());
+            const Binary binary = former == nullptr ? unpacked(word) : wideBinary();
+            made.keep(binary.bits, kindByte(binary));
         }
         if (m_word.compare_exchange_weak(word, wordOf(made), std::memory_order_acq_rel,
                                          std::memory_order_acquire)) {
@@ -384,6 +394,7 @@ inline bool NumberStore::publishWide(Heap& made) const noexcept {
 /// Puts `made` in the place of the one before it. Where another thread came first, deletes `made`
 /// and returns false.
 inline bool NumberStore::publish(Heap* made) const noexcept {
+    markPage();
     Heap* former = made->former;
     const bool isPublished =
         isWide() ? publishWide(*made)
@@ -406,7 +417,8 @@ bool NumberStore::isCurrent(const Heap& held) const noexcept {
 // one for a wide text. Rare cases are kept out of these functions.
 
 [[gnu::noinline]] const std::string& NumberStore::copySmall() const {
-    auto* const made = new Heap(m_bytes + k_textOffset, RoomFor<k_small>{m_length});
+    auto* const made = new Heap(m_bytes + k_textOffset, Heap::RoomFor<k_small>{m_length});
+    markPage();
     Heap* former = nullptr;
     if (pointer().compare_exchange_strong(former, made, std::memory_order_acq_rel,
                                           std::memory_order_acquire)) {
@@ -419,7 +431,8 @@ bool NumberStore::isCurrent(const Heap& held) const noexcept {
     if (m_length == k_inString) {
         return makeString();  // where one request is enough
     }
-    auto* const made = new Heap(m_bytes, RoomFor<k_capacity>{m_length});
+    auto* const made = new Heap(m_bytes, Heap::RoomFor<k_capacity>{m_length});
+    markPage();
     std::uint64_t word = 0;
     if (m_word.compare_exchange_strong(word, wordOf(*made), std::memory_order_acq_rel,
                                        std::memory_order_acquire)) {

@@ -30,13 +30,14 @@ inline std::string* newString(SlabArena* nodes, std::string_view text) {
     }
 }
 
-/// As `new T(source)` in a Scope of that memory, for a T that is InSlabArena.
-template<class T, class Source>
-[[gnu::always_inline]] inline T* newIn(SlabArena& nodes, const Source& source) {
+/// As `new T(sources...)` in a Scope of that memory, for a T that is InSlabArena. The page is not
+/// marked.
+template<class T, class... Sources>
+[[gnu::always_inline]] inline T* newIn(SlabArena& nodes, const Sources&... sources) {
     static_assert(sizeof(T) <= SlabArena::k_largestCut);
     void* const block = nodes.cut(sizeof(T));
     try {
-        return new (block) T(source);
+        return new (block) T(sources...);
     } catch (...) {
         SlabArena::release(block, sizeof(T));
         throw;

@@ -116,7 +116,7 @@ private:
     }
 
     void copyNumber(SData& target, const Number& source) {
-        target.value.number = newIn<Number>(m_nodes, source);
+        target.value.number = newIn<Number>(m_nodes, source, detail::NumberPlace::arena);
         target.type = etNumber;
     }
 

@@ -100,6 +100,9 @@ private:
 class Demolition {
 public:
     explicit Demolition(SlabArena::Freeing& freeing) : m_freeing(freeing) {}
+    ~Demolition() { releasePage(); }
+    Demolition(const Demolition&) = delete;
+    Demolition& operator=(const Demolition&) = delete;
 
     /// `data` is a container whose payload is there.
     void run(const Element::SData& data) noexcept { releaseContainer(data, k_levels); }
@@ -116,10 +119,46 @@ private:
         }
     }
 
+    /// Where its page is quiet, the number owns nothing and need not be fetched from memory.
     [[gnu::always_inline]] void releaseNumber(Number* number) noexcept {
-        if (number != nullptr) {
+        if (m_page.has(number)) {
+            ++m_numbers;
+        } else {
+            releaseElsewhere(number);
+        }
+    }
+
+    [[gnu::noinline]] void releaseElsewhere(Number* number) noexcept {
+        if (const auto page = SlabArena::QuietPage::of(number)) {
+            releasePage();
+            m_page = page;
+            m_numbers = 1;
+            m_first = number;
+        } else if (number != nullptr) {
             number->~Number();
             m_freeing.release(number, sizeof(Number));
+        }
+    }
+
+    /// The number at `item`, and those after it in m_page. Returns the item after them.
+    [[gnu::always_inline]] const Element* releaseNumbers(const Element* item,
+                                                         const Element* end) noexcept {
+        const auto page = m_page;
+        const Element* const first = item;
+        while (item != end && item->type() == etNumber && page.has(item->data().value.number)) {
+            ++item;
+        }
+        m_numbers += static_cast<std::size_t>(item - first);
+        if (item == first) {
+            releaseElsewhere(item->data().value.number);
+            ++item;
+        }
+        return item;
+    }
+
+    void releasePage() noexcept {
+        if (m_page) {
+            m_freeing.releaseInPage(m_first, m_numbers);
         }
     }
 
@@ -140,9 +179,13 @@ private:
         for (std::size_t position = 0; position != size;) {
             const auto items = Place::stretchAt(*array, position);
             const Element* const end = items.first + (std::min(items.end, size) - items.begin);
-            for (const Element* item = items.first + (position - items.begin); item != end;
-                 ++item) {
-                release(item->data(), levels);
+            const Element* item = items.first + (position - items.begin);
+            while (item != end) {
+                if (item->type() == etNumber) {
+                    item = releaseNumbers(item, end);
+                } else {
+                    release((item++)->data(), levels);
+                }
             }
             position = std::min(items.end, size);
         }
@@ -183,6 +226,10 @@ private:
     static constexpr unsigned k_levels = 32;
     static constexpr std::size_t k_manyMembers = 256;
     SlabArena::Freeing& m_freeing;
+    // Numbers that are not counted yet; they keep their slab until then.
+    SlabArena::QuietPage m_page;
+    std::size_t m_numbers = 0;
+    const Number* m_first = nullptr;  ///< the first of them
 };
 
 }  // namespace

@@ -87,7 +87,7 @@ public:
 
     /// Zero: signed, with the text "0". Constant cost.
     Number();
-    Number(const Number& other) = default;
+    Number(const Number& other, detail::NumberPlace place = {}) : m_store(other.m_store, place) {}
     /// Takes both sides over, in constant time; `other` is zero afterwards.
     Number(Number&& other) noexcept;
     /// As set(const Number&).
@@ -113,7 +113,8 @@ public:
     Number(const char* text);
     Number(const char* text, unsigned int length);
     explicit Number(std::string_view text) : m_store(text) {}
-    explicit Number(detail::JsonNumber number) : m_store(number) {}
+    explicit Number(detail::JsonNumber number, detail::NumberPlace place = {})
+        : m_store(number, place) {}
     explicit Number(const std::wstring& text);
     explicit Number(const wchar_t* text);
     Number(const wchar_t* text, unsigned int length);

@@ -13,7 +13,9 @@
 #include <cstring>
 #include <list>
 #include <memory>
+#include <new>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -152,6 +154,95 @@ TEST(SlabArena, serves_new_and_delete_through_a_base) {
     Base* const placed = new (where) Base;
     EXPECT_EQ(placed, static_cast<void*>(where));
     placed->~Base();
+}
+
+/// Without the address sanitizer, which must learn of each block that is freed, and so without
+/// quiet pages.
+constexpr bool k_hasQuietPages =
+#if defined(__SANITIZE_ADDRESS__)
+    false;
+#elif defined(__has_feature)
+    !__has_feature(address_sanitizer);
+#else
+    true;
+#endif
+
+struct Page {
+    SlabArena::QuietPage page;
+    std::vector<void*> blocks;
+};
+
+/// The blocks that lie in quiet pages, by page, and those that lie in none.
+std::pair<std::vector<Page>, std::vector<void*>> byPage(const std::vector<void*>& blocks) {
+    std::pair<std::vector<Page>, std::vector<void*>> result;
+    for (void* const block : blocks) {
+        const auto page = SlabArena::QuietPage::of(block);
+        if (!page) {
+            result.second.push_back(block);
+        } else if (result.first.empty() || !result.first.back().page.has(block)) {
+            result.first.push_back({page, {block}});
+        } else {
+            result.first.back().blocks.push_back(block);
+        }
+    }
+    return result;
+}
+
+std::vector<void*> cutBlocks(std::size_t count) {
+    SlabArena memory(4096);
+    std::vector<void*> blocks(count);
+    std::generate(blocks.begin(), blocks.end(), [&] { return memory.cut(32); });
+    return blocks;
+}
+
+TEST(SlabArena, frees_the_blocks_of_quiet_pages_together) {
+    const auto [pages, others] = byPage(cutBlocks(5000));
+    EXPECT_EQ(pages.size() > 50, k_hasQuietPages);
+    SlabArena::Freeing freeing;
+    for (const Page& each : pages) {
+        EXPECT_GT(each.blocks.size(), 1u);
+        freeing.releaseInPage(each.blocks.back(), each.blocks.size());
+    }
+    for (void* const block : others) {
+        freeing.release(block, 32);
+    }
+}
+
+TEST(SlabArena, a_mark_concerns_the_page_of_its_block) {
+    const std::vector<void*> blocks = cutBlocks(5000);
+    const auto before = byPage(blocks);
+    for (const Page& each : before.first) {
+        SlabArena::mark(each.blocks.back());
+        for (void* const block : each.blocks) {
+            EXPECT_FALSE(SlabArena::QuietPage::of(block));
+        }
+        EXPECT_LT(byPage(blocks).first.size(), before.first.size());
+        break;
+    }
+    for (void* const block : blocks) {
+        SlabArena::release(block, 32);
+    }
+}
+
+TEST(SlabArena, what_new_makes_lies_in_no_quiet_page) {
+    SlabArena memory(4096);
+    const SlabArena::Scope scope(memory);
+    for (int i = 0; i != 500; ++i) {
+        const auto made = std::make_unique<Base>();
+        EXPECT_FALSE(SlabArena::QuietPage::of(made.get()));
+        const std::unique_ptr<Base> without(new (std::nothrow) Base);
+        EXPECT_FALSE(SlabArena::QuietPage::of(without.get()));
+    }
+}
+
+TEST(SlabArena, a_block_of_its_own_and_none_lie_in_no_quiet_page) {
+    const Block block = makeBlock(32, 1);
+    SlabArena::mark(block.bytes);
+    EXPECT_TRUE(isIntact(block));
+    EXPECT_FALSE(SlabArena::QuietPage::of(block.bytes));
+    EXPECT_FALSE(SlabArena::QuietPage::of(nullptr));
+    EXPECT_FALSE(SlabArena::QuietPage().has(nullptr));
+    SlabArena::release(block.bytes, block.size);
 }
 
 TEST(SlabArena, serves_lists_that_exchange_nodes) {

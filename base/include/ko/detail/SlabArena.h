@@ -8,6 +8,7 @@
 
 #include <ko/export.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -20,6 +21,14 @@ namespace ko {
 /// of what was there, up to k_largestSlab. Used by one thread at a time.
 class KO_API SlabArena {
     struct Slab;
+    /// What stands at the begin of a page.
+    struct Page {
+        Slab* slab;
+        std::atomic<bool> isMarked{false};
+    };
+
+    static constexpr std::size_t k_grain = 16;
+    static constexpr std::size_t k_page = 2048;  ///< in bytes
 
 public:
     static constexpr std::size_t k_usualSlab = 16384;    ///< in bytes
@@ -50,6 +59,28 @@ public:
         SlabArena* const m_outer;
     };
 
+    /// A page of small blocks none of which was marked (see mark()), or none: an object there that
+    /// would have marked its block before it owned anything can be freed without a look at it.
+    class QuietPage {
+    public:
+        QuietPage() = default;
+        /// The one with that block, which may be null, if there is one.
+        static QuietPage of(const void* block) noexcept;
+
+        explicit operator bool() const noexcept { return m_address != k_none; }
+        /// Whether the block, which may be null, lies in it.
+        bool has(const void* block) const noexcept {
+            return (addressOf(block) & k_place) == m_address;
+        }
+
+    private:
+        /// What the address of a block has in common with that of its page.
+        static constexpr std::uintptr_t k_place = ~std::uintptr_t{k_page - 1} | (k_grain - 1);
+        static constexpr std::uintptr_t k_none = 1;
+
+        std::uintptr_t m_address = k_none;
+    };
+
     /// While one lives, what its thread frees is counted slab by slab, so that a whole tree is
     /// freed at little cost, though the slabs may go only with this. May be nested; the outermost
     /// one counts.
@@ -64,13 +95,15 @@ public:
         void release(void* block, std::size_t size) noexcept;
         /// As SlabArena::releaseCell().
         void releaseCell(void* cell) noexcept;
+        /// `block` and others of its page, so many in all.
+        void releaseInPage(const void* block, std::size_t count) noexcept;
 
     private:
         friend class SlabArena;
 
-        void count(SlabArena::Slab* slab) noexcept;
-        /// A block of a slab other than the last one.
-        void drop(SlabArena::Slab* slab) noexcept;
+        void count(SlabArena::Slab* slab, std::size_t blocks = 1) noexcept;
+        /// Blocks of a slab other than the last one.
+        void drop(SlabArena::Slab* slab, std::size_t blocks) noexcept;
         void flush() noexcept;
 
         SlabArena::Slab* m_slab = nullptr;  ///< of the blocks that were freed last
@@ -81,6 +114,8 @@ public:
     /// A block of `size` bytes, aligned for everything up to k_alignment: from the slabs of the
     /// outermost Scope of this thread, or else on its own. Throws std::bad_alloc.
     static void* allocate(std::size_t size);
+    /// The same, and marks it.
+    static void* allocateMarked(std::size_t size);
     /// Frees a block that allocate() gave out for that size, in any thread. Null is no block.
     static void release(void* block, std::size_t size) noexcept;
 
@@ -88,6 +123,13 @@ public:
     static SlabArena* current() noexcept;
     /// As allocate() in a Scope of this memory, for a loop. At most k_largestCut bytes.
     void* cut(std::size_t size);
+
+    /// Notes that the object in the block may own something. In any thread.
+    static void mark(const void* block) noexcept {
+        if (addressOf(block) % k_grain == 0) {
+            pageOf(block)->isMarked.store(true, std::memory_order_relaxed);
+        }
+    }
 
     // Cells, for objects that may come from plain `new` as well: the address says which it was.
 
@@ -106,10 +148,6 @@ public:
 
 private:
     struct Header;
-    /// What stands at the begin of a page.
-    struct Page {
-        Slab* slab;
-    };
 
     static constexpr std::size_t k_largestFirst = 4096;                      ///< slab, in bytes
     static constexpr std::size_t k_smallestShown = std::size_t{128} * 1024;  ///< in bytes
@@ -117,9 +155,7 @@ private:
     static constexpr std::size_t k_largestShown =
         sizeof(void*) >= 8 ? std::size_t{31} << 20U : std::size_t{480} << 10U;  ///< in bytes
 
-    static constexpr std::size_t k_grain = 16;
-    static constexpr std::size_t k_page = 2048;  ///< in bytes
-    static constexpr std::size_t k_header = 8;   ///< in bytes
+    static constexpr std::size_t k_header = 8;  ///< in bytes
     /// Whether a sanitizer learns which bytes of a slab may be used.
 #if defined(__SANITIZE_ADDRESS__)
     static constexpr bool k_isWatched = true;
@@ -136,10 +172,11 @@ private:
         return (size + k_grain - 1) / k_grain * k_grain;
     }
     /// Of a block without a header.
-    static Slab* slabOf(const void* block) noexcept {
+    static Page* pageOf(const void* block) noexcept {
         const char* const page = static_cast<const char*>(block) - addressOf(block) % k_page;
-        return reinterpret_cast<const Page*>(page)->slab;
+        return reinterpret_cast<Page*>(const_cast<char*>(page));
     }
+    static Slab* slabOf(const void* block) noexcept { return pageOf(block)->slab; }
     static void drop(Slab* slab) noexcept;
 
     std::size_t strideOf(std::size_t size) const noexcept;
@@ -168,12 +205,27 @@ private:
     char* m_cellEnd = nullptr;  ///< of the page of cells
 };
 
-inline void SlabArena::Freeing::count(Slab* slab) noexcept {
-    if (m_slab == slab) {
-        ++m_count;
-    } else {
-        drop(slab);
+inline SlabArena::QuietPage SlabArena::QuietPage::of(const void* block) noexcept {
+    QuietPage result;
+    if (!k_isWatched && block != nullptr && addressOf(block) % k_grain == 0) {
+        const Page* const page = pageOf(block);
+        if (!page->isMarked.load(std::memory_order_relaxed)) {
+            result.m_address = addressOf(page);
+        }
     }
+    return result;
+}
+
+inline void SlabArena::Freeing::count(Slab* slab, std::size_t blocks) noexcept {
+    if (m_slab == slab) {
+        m_count += blocks;
+    } else {
+        drop(slab, blocks);
+    }
+}
+
+inline void SlabArena::Freeing::releaseInPage(const void* block, std::size_t count) noexcept {
+    m_outer->count(slabOf(block), count);
 }
 
 inline void SlabArena::Freeing::release(void* block, std::size_t size) noexcept {
@@ -225,13 +277,13 @@ struct NodeAllocator {
     friend bool operator!=(const NodeAllocator& /*a*/, const NodeAllocator& /*b*/) { return false; }
 };
 
-/// A base of what `new` makes in node memory.
+/// A base of what `new` makes in node memory, in a page that is marked.
 struct InSlabArena {
     // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): the delete that knows the size fits
-    static void* operator new(std::size_t size) { return SlabArena::allocate(size); }
+    static void* operator new(std::size_t size) { return SlabArena::allocateMarked(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& /*none*/) noexcept {
         try {
-            return SlabArena::allocate(size);
+            return SlabArena::allocateMarked(size);
         } catch (const std::bad_alloc&) {
             return nullptr;
         }

@@ -7,7 +7,9 @@
 
 #include <ko/detail/copyShort.h>
 #include <ko/detail/sameBytes.h>
+#include <ko/detail/SlabArena.h>
 #include <ko/export.h>
+#include <ko/Orvid/detail/NumberHeap.h>
 
 #include <array>
 #include <atomic>
@@ -25,6 +27,9 @@ namespace ko::Orvid {
 using NumberBuffer = std::array<char, 32>;
 
 namespace detail {
+
+/// Where a number is made: in a block that SlabArena::cut() gave out, or in another.
+enum class NumberPlace : bool { anywhere, arena };
 
 /// A text that is known to be a JSON number.
 struct JsonNumber {
@@ -46,6 +51,9 @@ struct JsonNumber {
 /// packed, or the pointer, and on the heap there is room for bits and kind. Where there is a heap
 /// text, it is the number's text. The bytes of m_bytes that a text does not fill are zero. In both
 /// layouts m_kind also says whether the text in m_bytes is known to be a JSON number.
+///
+/// A store that was made in node memory without a heap text says so in m_kind, and marks its page
+/// before it changes, gets a heap text, or goes: in a page without a mark no number owns anything.
 class KO_API NumberStore {
 public:
     /// The kind is a Number::EBinaryType. Without a kind, the bits are those of the binary value
@@ -72,37 +80,44 @@ public:
         }
     }
     /// The same. Remembers that it is a JSON number, if the text is not too long for that.
-    explicit NumberStore(detail::JsonNumber number) : NumberStore(number.text) {
+    [[gnu::always_inline]] explicit NumberStore(detail::JsonNumber number,
+                                                detail::NumberPlace place = {})
+        : NumberStore(number.text) {
         if (number.text.size() <= k_capacity) {
-            m_kind.store(k_json, std::memory_order_relaxed);
+            m_kind.store(placed(k_json, place), std::memory_order_relaxed);
+        } else if (place == detail::NumberPlace::arena) {
+            SlabArena::mark(this);
         }
     }
     NumberStore(std::string_view text, const Binary& binary);
     /// Without a given text.
     explicit NumberStore(const Binary& binary) noexcept { layOut(nullptr, binary, k_noText); }
-    NumberStore(const NumberStore& other) {
+    [[gnu::always_inline]] NumberStore(const NumberStore& other, detail::NumberPlace place = {}) {
         // Each word is read once: another thread may add a heap text meanwhile.
         if (other.isWide()) {
             const std::uint64_t word = other.m_word.load(std::memory_order_acquire);
             if (heapOf(word) == nullptr) {
                 std::memcpy(m_bytes, other.m_bytes, sizeof m_bytes);
-                layOutAs(word, other.m_kind.load(std::memory_order_relaxed), other.m_length);
+                const unsigned char kind = other.m_kind.load(std::memory_order_relaxed);
+                layOutAs(word, placed(kind, place), other.m_length);
                 return;
             }
         } else if (other.heap() == nullptr) {
             const unsigned char kind = other.m_kind.load(std::memory_order_acquire);
             ::new (m_bytes) HeapPointer(nullptr);
             std::memcpy(m_bytes + k_textOffset, other.m_bytes + k_textOffset, k_small);
-            layOutAs(other.m_word.load(std::memory_order_relaxed), kind, other.m_length);
+            layOutAs(other.m_word.load(std::memory_order_relaxed), placed(kind, place),
+                     other.m_length);
             return;
         }
-        constructLike(other);
+        constructLike(other, place);
     }
     /// `other` is left with neither text nor kind.
     NumberStore(NumberStore&& other) noexcept;
     NumberStore& operator=(const NumberStore&) = delete;
     NumberStore& operator=(NumberStore&&) = delete;
     ~NumberStore() {
+        markPage();
         if (Heap* const held = heap()) {
             release(held);
         }
@@ -163,8 +178,8 @@ public:
             keepWide(binary);
         } else {
             m_word.store(binary.bits, std::memory_order_relaxed);
-            const unsigned char json = m_kind.load(std::memory_order_relaxed) & k_json;
-            m_kind.store(static_cast<unsigned char>(kindByte(binary) | json),
+            const unsigned char rest = m_kind.load(std::memory_order_relaxed) & (k_json | k_arena);
+            m_kind.store(static_cast<unsigned char>(kindByte(binary) | rest),
                          std::memory_order_release);
         }
     }
@@ -191,38 +206,7 @@ public:
     void derive(const Binary& binary) const;
 
 private:
-    template<std::size_t room>
-    struct RoomFor {
-        const unsigned char& length;
-    };
-    struct Heap {
-        Heap(std::string_view content, bool derived, Heap* before)
-            : text(content), former(before), isDerived(derived), isKept(before == nullptr) {}
-        /// The first one, of a given text that is in the store. All bytes that may be the text's
-        /// are copied, since their number is known when this is compiled.
-        template<std::size_t room>
-        Heap(const unsigned char* bytes, RoomFor<room> content)
-            : text(reinterpret_cast<const char*>(bytes), room) {
-            if (text.size() < content.length) {
-                __builtin_unreachable();  // so that erase() need not check
-            }
-            text.erase(content.length);
-        }
-
-        void keep(const Binary& binary) noexcept {
-            bits.store(binary.bits, std::memory_order_relaxed);
-            kind.store(kindByte(binary), std::memory_order_release);
-        }
-
-        std::string text;
-        Heap* former = nullptr;  ///< what was handed out before this text took its place
-        // Of the wide layout, which has no other place for them.
-        std::atomic<std::uint64_t> bits{0};
-        std::atomic<unsigned char> kind{0};
-        bool isDerived = false;
-        bool isLost = false;  ///< empty for want of memory
-        bool isKept = true;   ///< for as long as the number lives
-    };
+    using Heap = detail::NumberHeap;
     using HeapPointer = std::atomic<Heap*>;
 
     static constexpr std::size_t k_textOffset = 8;
@@ -232,7 +216,8 @@ private:
     static constexpr unsigned char k_noText = 0xFF;
     static constexpr unsigned char k_whole = 0x80;  ///< in m_kind
     static constexpr unsigned char k_json = 0x40;   ///< in m_kind
-    static constexpr unsigned char k_kinds = 0x3F;
+    static constexpr unsigned char k_arena = 0x20;  ///< in m_kind: see markPage()
+    static constexpr unsigned char k_kinds = 0x1F;
     static constexpr std::uint64_t k_tag = 3;  ///< in m_word: the packed kind, 0 for a pointer
 
     static void release(Heap* heap) noexcept;
@@ -295,6 +280,16 @@ private:
         m_kind.store(kind, std::memory_order_relaxed);
         m_length = length;
     }
+    static unsigned char placed(unsigned char kind, detail::NumberPlace place) noexcept {
+        return place == detail::NumberPlace::arena ? kind | k_arena
+                                                   : kind & static_cast<unsigned char>(~k_arena);
+    }
+    /// To be called before what the class comment names.
+    void markPage() const noexcept {
+        if ((m_kind.load(std::memory_order_relaxed) & k_arena) != 0) {
+            SlabArena::mark(this);
+        }
+    }
     /// At most k_small bytes.
     void copyBytes(std::string_view text) noexcept {
         clearWord(k_textOffset);
@@ -313,7 +308,7 @@ private:
     }
     void construct(std::string_view text, const Binary& binary);
     void constructLong(std::string_view text, const Binary& binary);
-    void constructLike(const NumberStore& other);
+    void constructLike(const NumberStore& other, detail::NumberPlace place);
     void steal(NumberStore& other) noexcept;
     void takeWithoutString(Heap& kept, const NumberStore& other) noexcept;
     void takeString(Heap& kept, Heap& theirs, NumberStore& other) noexcept;
