@@ -81,6 +81,14 @@ struct Place {
         inArray(item, array.parentLink(), position);
         return item;
     }
+    /// The same, with the position that all items of a copied array report.
+    template<class T>
+    static T& appendWithoutPosition(Array<T>& array) {
+        T& item = array.emplaceBack();
+        relink(item, &array.parentLink());
+        withoutPosition(item);
+        return item;
+    }
     /// Appends a member with a key that is not there yet and a null value.
     template<class Key, class Value, class Compare, class Text>
     static auto& append(Object<Key, Value, Compare>& object, const Text& key) {

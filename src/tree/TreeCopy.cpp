@@ -84,20 +84,21 @@ private:
         while (position != source.size()) {
             const auto items = Place::stretchAt(source, position);
             const std::size_t end = std::min(items.end, source.size());
-            for (; position != end; ++position) {
-                const SData& item = items.first[position - items.begin].data();
-                Element& copied = Place::append(target);
-                Place::withoutPosition(copied);
-                if (item.type == etNumber) {
-                    copyNumber(copied.data(), *item.value.number);
+            const Element* const last = items.first + (end - items.begin);
+            for (const Element* item = items.first + (position - items.begin); item != last;
+                 ++item) {
+                Element& copied = Place::appendWithoutPosition(target);
+                if (item->type() == etNumber) {
+                    copyNumber(copied.data(), *item->data().value.number);
                     continue;
                 }
-                m_open.done = position + 1;
-                copyChild(copied, item);
+                m_open.done = items.begin + static_cast<std::size_t>(item - items.first) + 1;
+                copyChild(copied, item->data());
                 if (m_isInterrupted) {
                     return;
                 }
             }
+            position = end;
         }
         close();
     }
