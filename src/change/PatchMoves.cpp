@@ -325,9 +325,8 @@ MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
     kept.appendTo(places);
     if (!moved.isCut()) {
         gone.appendTo(places);
-        if (originOf(root).element == m_first.front()) {
-            places.emplace_back();
-        }
+        const bool isSameRoot = originOf(root).element == m_first.front();
+        places.emplace_back(JsonPointer(), isSameRoot ? JsonPointer() : nowhereIn(root));
     }
     return places;
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 
 #include "source/ChildCursor.h"
 #include "source/Token.h"
@@ -306,7 +307,7 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
         const bool isAnyHere = std::any_of(before.begin(), before.end(),
                                            [&](std::uint32_t child) { return isPaired(child); });
         if (isAnyHere || isKnown) {
-            matchByHash(before, now);
+            matchByHash(m_areAllKnown ? filled(before) : before, now);
         } else {
             releaseContents(value, element);
         }
@@ -326,6 +327,15 @@ void Counterparts::matchMembers(const Numbers& before, const Numbers& now) {
             pairMember(found->second, element);
         }
     }
+}
+
+/// Those that are containers with values. Where all moves are known, no other value was renamed:
+/// one that equals a new member does so by chance.
+Counterparts::Numbers Counterparts::filled(const Numbers& values) const {
+    Numbers result;
+    std::copy_if(values.begin(), values.end(), std::back_inserter(result),
+                 [this](std::uint32_t value) { return m_map.hasChildren(value); });
+    return result;
 }
 
 /// What is left over of both and has the same value, in order.

@@ -128,6 +128,7 @@ private:
     void matchAll();
     void matchChildren(std::uint32_t value, std::uint32_t element);
     void matchMembers(const Numbers& before, const Numbers& now);
+    Numbers filled(const Numbers& values) const;
     void matchByHash(const Numbers& before, const Numbers& now);
 
     void matchItems(const Numbers& allBefore, const Numbers& allNow);
@@ -174,6 +175,7 @@ private:
     std::uint64_t traceNow(std::uint32_t element) const;
     std::uint64_t keysBefore(std::uint32_t object) const;
     std::uint64_t keysNow(std::uint32_t object) const;
+    bool mayHaveChanged(std::uint32_t element) const;
     std::uint32_t changedOnItsWay(std::uint32_t element) const;
     bool areOfOneArray(std::uint32_t value, std::uint32_t element) const;
     bool hadMoreChildren(std::uint32_t value, std::size_t count) const;

@@ -69,7 +69,8 @@ void Counterparts::pairKnown(const MovedPlaces& moved) {
         const std::uint32_t value = values[i];
         const Element* const element = moved[i].second.find(*m_new[0].element);
         if (value == 0) {
-            m_areAllKnown = m_areAllKnown || element == m_new[0].element;
+            m_areAllKnown = m_areAllKnown || element == nullptr || element == m_new[0].element;
+            fates[0] = element == nullptr ? Fate::gone : fates[0];
         } else if (value != k_none && fates[value] == Fate::unknown) {
             if (element == nullptr) {
                 fates[value] = Fate::gone;

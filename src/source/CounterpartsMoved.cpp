@@ -106,7 +106,7 @@ std::uint32_t Counterparts::movedFrom(std::uint32_t element) const {
     }
     const auto found = m_lostByHash.find(m_new[element].hash);
     if (found == m_lostByHash.end()) {
-        return isContainer(*m_new[element].element) ? changedOnItsWay(element) : k_none;
+        return mayHaveChanged(element) ? changedOnItsWay(element) : k_none;
     }
     const Numbers& lost = found->second;
     const auto end =
@@ -138,6 +138,12 @@ void Counterparts::listLostChildren() {
             ++m_addedByKeys[keysNow(element)];
         }
     }
+}
+
+/// Whether it may be a container that was moved and changed. Where it is known what was moved, one
+/// that stood there before was not.
+bool Counterparts::mayHaveChanged(std::uint32_t element) const {
+    return isContainer(*m_new[element].element) && !(m_areAllKnown && wasContainer(element));
 }
 
 /// The lost container that was changed as well: the one that shares most children, or else, of an

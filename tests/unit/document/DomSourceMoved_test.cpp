@@ -150,15 +150,15 @@ TEST(DomSourceMoved, gives_comments_of_a_removed_scalar_to_no_equal_one_elsewher
         {"op": "add", "path": "/limits/burst", "value": 7}])"),
               "{ \"port\": 8080, // main port\n  \"limits\": {\"rate\": 1, \"burst\": 7}, "
               "\"l\": [] }");
+    EXPECT_EQ(patchedKnowing("{\"a\": 8080 /* a */, \"b\": 0}", R"([{"op": "remove", "path": "/a"},
+        {"op": "add", "path": "/c", "value": 8080}])"),
+              "{\"b\": 0, \"c\": 8080}");
     Dom merged = Dom::parse(k_port);
     mergePatch(*merged, *Dom::parse(R"({"port": null, "limits": {"burst": 8080}})"));
     EXPECT_EQ(merged.text({{JsonPointer(), JsonPointer()}}), expected);
 }
 
-TEST(DomSourceMoved, takes_comments_along_with_a_scalar_that_a_patch_renames_or_moves_by_removing) {
-    EXPECT_EQ(patchedKnowing("{\"a\": 1 /* a */, \"b\": 0}", R"([{"op": "remove", "path": "/a"},
-        {"op": "add", "path": "/c", "value": 1}])"),
-              "{\"b\": 0, \"c\": 1 /* a */}");
+TEST(DomSourceMoved, takes_comments_along_with_what_a_patch_moves_by_removing_and_adding) {
     EXPECT_EQ(patchedKnowing("{\"a\": 1 /* a */, \"b\": {}}", R"([{"op": "remove", "path": "/a"},
         {"op": "add", "path": "/b/a", "value": 1}])"),
               "{\"b\": {\"a\": 1 /* a */}}");
@@ -166,6 +166,30 @@ TEST(DomSourceMoved, takes_comments_along_with_a_scalar_that_a_patch_renames_or_
                              R"([{"op": "remove", "path": "/a"},
         {"op": "add", "path": "/b/c", "value": {"x": 1}}])"),
               "{\"b\": {\"c\": {\"x\": 1 /* x */} /* a */}}");
+}
+
+TEST(DomSourceMoved, leaves_its_comments_to_a_container_that_a_merge_fills) {
+    const auto merged = [](const char* text, const char* patch) {
+        Dom dom = Dom::parse(text);
+        mergePatch(*dom, *Dom::parse(patch));
+        return dom.text({{JsonPointer(), JsonPointer()}});
+    };
+    EXPECT_EQ(merged("{\"c\": {/* own */}, \"d\": {/* in */ \"a\": 1 /* gone */}}",
+                     R"({"c": {"a": 5}, "d": null})"),
+              "{\"c\": {/* own */ \"a\": 5}}");
+    EXPECT_EQ(merged("{\"c\": {\"z\": 1}, \"d\": {\"a\": null /* gone */}}",
+                     R"({"c": {"a": 5, "z": null}, "d": null})"),
+              "{\"c\": {\"a\": 5}}");
+}
+
+TEST(DomSourceMoved, gives_no_comments_to_what_a_patch_adds_and_moves_to_the_root) {
+    const auto atRoot = [](const char* text, const char* value) {
+        const std::string patch = R"([{"op": "add", "path": "/z", "value": )" + std::string(value) +
+                                  R"(}, {"op": "move", "from": "/z", "path": ""}])";
+        return patchedKnowing(text, patch.c_str());
+    };
+    EXPECT_EQ(atRoot("{\"x\": 1 /* one */, \"y\": 2}", "1"), "1");
+    EXPECT_EQ(atRoot("{\"x\": 1 /* one */, \"y\": 2}", R"({"x": 1})"), "{\"x\": 1}");
 }
 
 TEST(DomSourceMoved, takes_comments_along_with_a_copy_of_what_is_removed) {
