@@ -218,6 +218,7 @@ TEST(move_and_copy, leave_the_document_alone_where_the_call_allows_it) {
         EXPECT_EQ(orvid({verb, "--if-present", "/servers/x", "/y"}, k_settings),
                   printed(k_settings));
         EXPECT_EQ(orvid({verb, "--if-absent", "port", "on"}, k_settings), printed(k_settings));
+        EXPECT_EQ(orvid({verb, "--if-absent", "port", "port"}, k_settings), printed(k_settings));
         EXPECT_EQ(orvid({verb, "--if-absent", "port", "servers[0].host"}, k_settings),
                   printed(k_settings));
         EXPECT_EQ(orvid({verb, "--if-absent", "-c", "b", "a"}, R"({"b":1, "a":2, "c":3})"),

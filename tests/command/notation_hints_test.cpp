@@ -153,7 +153,8 @@ TEST(notations, of_records_in_filters_are_explained) {
 }
 
 TEST(notations, of_records_in_filters_of_queries_are_explained) {
-    const std::string hint = "orvid select --lines '$[?$.a == 1]'\n";
+    const std::string hint =
+        "orvid select --lines QUERY, with $ for the record, as in '$[?$.a == 1]'\n";
     const std::string records = "{\"n\":1}\n{\"n\":2}\n";
     EXPECT_EQ(orvid({"query", "--lines", "$[?@.n > 1]"}, records).out, "");
     EXPECT_TRUE(says({"query", "--lines", "$[?@.n > 1]"}, hint, records));

@@ -40,6 +40,18 @@ TEST(slip_hint, says_what_was_meant) {
         {"[\xE2\x80\x9C"
          "a\"]",
          "(this is no straight quote: \")"},
+        {"[\xC2\xA0"
+         "1]",
+         "(this is a no-break space)"},
+        {"[\xE2\x80\x8B"
+         "1]",
+         "(this is a space of no width)"},
+        {"[\xEF\xBB\xBF"
+         "1]",
+         "(this is a byte order mark, which stands at the very beginning only)"},
+        {"{\"a\"\xEF\xBC\x9A"
+         "2}",
+         "(this is no plain colon: :)"},
         {"[1, # 2\n]", "(comments begin with // or /*)"},
         {"{\"a\"=1}", "(a colon follows a key)"},
         {"[1, -007]", "(no number begins with 0 and a digit)"},

@@ -158,6 +158,19 @@ TEST(unpaths, is_the_way_back) {
         printed(empty + "\n"));
 }
 
+TEST(unpaths, skips_a_byte_order_mark) {
+    EXPECT_EQ(orvid({"unpaths", "-c"},
+                    "\xEF\xBB\xBF"
+                    "a\t1\n")
+                  .out,
+              "{\"a\":1}\n");
+    EXPECT_EQ(withoutExcerpt(orvid({"unpaths"},
+                                   "\xEF\xBB\xBF"
+                                   "zz\n"))
+                  .err,
+              "orvid: (standard input):1:3: there is no tab after the path\n");
+}
+
 TEST(unpaths, skips_blank_lines) {
     EXPECT_EQ(orvid({"unpaths", "--compact"}, "\n \t\r\na\t1\n\t\n  \nb\t2"),
               printed("{\"a\":1,\"b\":2}\n"));

@@ -103,6 +103,10 @@ std::string markHint(std::string_view text, std::size_t offset) {
         {"\xE2\x80\x9D", " (this is no straight quote: \")"},
         {"\xE2\x80\x98", " (this is no straight quote: \")"},
         {"\xE2\x80\x99", " (this is no straight quote: \")"},
+        {"\xC2\xA0", " (this is a no-break space)"},
+        {"\xE2\x80\x8B", " (this is a space of no width)"},
+        {"\xEF\xBB\xBF", " (this is a byte order mark, which stands at the very beginning only)"},
+        {"\xEF\xBC\x9A", " (this is no plain colon: :)"},
         {"#", " (comments begin with // or /*)"},
         {"--", " (comments begin with // or /*)"},
         {"=", " (a colon follows a key)"}};

@@ -229,11 +229,19 @@ private:
     virtual void carry(const Call& call, Document& document, Bytes& out) const = 0;
 
     void apply(const Call& call, Document& document, Bytes& out) const final {
-        if (m_isMissingRight && m_from.find(document.root) == nullptr) {
+        const Element* const from = m_from.find(document.root);
+        const bool staysThere = from == nullptr ? m_isMissingRight : isAlreadyAtTo(*from, document);
+        if (staysThere) {
             appendEdited(call, document, out);
         } else {
             carry(call, document, out);
         }
+    }
+
+    /// Whether it is the member that TO names, and such a one is to be left alone.
+    bool isAlreadyAtTo(const Element& from, const Document& document) const {
+        return m_isOnlyForAbsent && from.parent() != nullptr && from.parent()->isObject() &&
+               m_to.find(document.root) == &from;
     }
 
     /// Where a place is missing the error names it as it was typed.

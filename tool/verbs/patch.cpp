@@ -177,7 +177,7 @@ private:
     /// with their lines, and say where it stands.
     Failure malformed(const Document& document, const PatchException& error,
                       const std::string& text) const {
-        const Failure operation =
+        Failure operation =
             failureIn("[" + std::to_string(error.number()) + "]", ExitStatus::failed, text);
         if (document.location.line == 0) {
             return operation;

@@ -138,7 +138,9 @@ private:
         if (filtersValuesInRoot(m_text) && m_wasRecordLeftOut && !m_isAnythingSelected) {
             report.note(
                 "the query selects nothing: in a filter on $, @ is each value in it; for the "
-                "records of which it is true: orvid select --lines '$[?$.a == 1]'");
+                "records of which it is true: orvid select --lines QUERY, with $ for the record, "
+                "as "
+                "in '$[?$.a == 1]'");
         }
         return m_hasStatus && !m_isAnythingSelected ? ExitStatus::failed : ExitStatus::done;
     }

@@ -9,6 +9,7 @@
 
 #include "call/Options.h"
 #include "input/PathSteps.h"
+#include "text/byteOrderMark.h"
 #include "text/whitespace.h"
 #include "verbs/Leaves.h"
 #include "verbs/verbs.h"
@@ -44,6 +45,7 @@ private:
         document.root = Element::k_emptyElement;
         Location location = document.location;
         std::string_view rest = document.text;
+        rest.remove_prefix(ko::Orvid::text::markLength(rest));
         Gaps gaps(m_mostInGaps);
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('\n'), rest.length());
