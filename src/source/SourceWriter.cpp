@@ -234,9 +234,10 @@ void SourceWriter::open(const Item& item, const std::string& indent, const Reind
                              : Reindent{m_gaps.former().indentBefore(contents), indent};
     }
     listItems(frame);
-    frame.breaksLines =
-        frame.siblings.empty() && !frame.items.empty() &&
-        m_gaps.usual().breaksLines(frame, m_open.empty() ? nullptr : &m_open.back());
+    const Frame* const outer = m_open.empty() ? nullptr : &m_open.back();
+    const bool isFilled = frame.siblings.empty() && !frame.items.empty();
+    frame.breaksLines = isFilled && m_gaps.usual().breaksLines(frame, outer);
+    frame.lineModel = isFilled ? m_gaps.usual().lineModel(frame, outer) : k_none;
     m_out += type == etObject ? '{' : '[';
     m_open.push_back(std::move(frame));
 }

@@ -36,6 +36,11 @@ std::string UsualLayout::colon(const Frame& frame) {
             }
         }
     }
+    if (count == 0 && frame.lineModel != k_none && m_map.isObject(frame.lineModel)) {
+        const ChildSpan member = m_map.firstChild(frame.lineModel);
+        const std::string_view text = m_map.text(member.keyEnd, m_map[member.value].begin());
+        return hasComment(text) ? habits().colon : std::string(text);
+    }
     return habits().colon;
 }
 
@@ -77,6 +82,9 @@ std::size_t UsualLayout::gapLike(const Frame& frame) const {
 }
 
 std::string UsualLayout::comma(const Frame& frame) {
+    if (frame.lineModel != k_none && !inside(frame.lineModel).comma.empty()) {
+        return std::string(inside(frame.lineModel).comma.substr(1));
+    }
     return isObject(frame) ? habits().memberComma : habits().itemComma;
 }
 
@@ -98,6 +106,10 @@ std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
     if (frame.self.before != k_none && hasComment(m_former.textAt(frame, 0))) {
         const std::string own(m_former.at(frame, 0).lead);
         return isWithin && own.empty() ? " " : own;
+    }
+    if (frame.lineModel != k_none) {
+        const Inside& model = inside(frame.lineModel);
+        return std::string(isWithin ? model.open : model.close);
     }
     if (isWithin) {
         return isObject(frame) ? habits().objectPad : habits().arrayPad;
@@ -147,13 +159,65 @@ std::uint32_t UsualLayout::modelOf(const Frame& frame, const Frame& outer) {
     return isModel ? sibling : k_none;
 }
 
+/// What stands within the container, which has children.
+const UsualLayout::Inside& UsualLayout::inside(std::uint32_t container) {
+    const auto [found, isNew] = m_insides.try_emplace(container);
+    Inside& result = found->second;
+    if (!isNew) {
+        return result;
+    }
+    result.open = openGap(m_map, container);
+    result.close = closeGap(m_map, container);
+    result.isManyLine = hasNewline(result.open) || hasNewline(result.close);
+    const ChildSpan first = m_map.firstChild(container);
+    if (m_map.hasNext(container, first)) {
+        const ChildSpan second = m_map.nextChild(container, first);
+        const std::string_view gap = m_map.text(second.gapBegin, second.begin);
+        const bool isPlain = gap.front() == ',' && !hasComment(gap) && !hasNewline(gap);
+        result.comma = isPlain ? gap : "";
+    }
+    return result;
+}
+
+/// Whether it is of the frame's type, and its children stand on one line without comments around
+/// them all.
+bool UsualLayout::isLineLike(const Frame& frame, std::uint32_t value) {
+    if (!m_map.isContainer(value) || !m_map.hasChildren(value) ||
+        m_map.isObject(value) != isObject(frame)) {
+        return false;
+    }
+    const Inside& found = inside(value);
+    return !found.isManyLine && !hasComment(found.open) && !hasComment(found.close);
+}
+
+/// The one that it is laid out as anyway, or else the nearest sibling, if that is of its type.
+/// Where the siblings beside that one differ, as in aligned columns, the habits say more.
+std::uint32_t UsualLayout::lineModel(const Frame& frame, const Frame* outer) {
+    if (frame.breaksLines || outer == nullptr || outer->siblings.empty()) {
+        return k_none;
+    }
+    const std::uint32_t model = modelOf(frame, *outer);
+    const std::uint32_t like = model == k_none ? outer->siblings[outer->nearest] : model;
+    if (!isLineLike(frame, like)) {
+        return k_none;
+    }
+    for (const std::size_t beside : {outer->nearest - 1, outer->nearest + 1}) {
+        const bool isThere = beside < outer->siblings.size();
+        if (isThere && isLineLike(frame, outer->siblings[beside]) &&
+            inside(like).differsFrom(inside(outer->siblings[beside]))) {
+            return k_none;
+        }
+    }
+    return like;
+}
+
 bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
     if (frame.self.before != k_none && hasNewline(m_former.textAt(frame, 0))) {
         return true;
     }
     const std::uint32_t model = outer == nullptr ? k_none : modelOf(frame, *outer);
     if (model != k_none) {
-        return isManyLine(m_map, model);
+        return inside(model).isManyLine;
     }
     if (outer != nullptr && !breaksLinesIn(*outer)) {
         return false;

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "source/Counterparts.h"
 #include "source/FilledSiblings.h"
@@ -41,7 +42,27 @@ public:
     /// `outer` is the frame in which it stands; null for the root.
     bool breaksLines(const Frame& frame, const Frame* outer);
 
+    /// The container of the text whose whitespace one that is filled has on one line; k_none where
+    /// there is none, and the document's habits hold.
+    std::uint32_t lineModel(const Frame& frame, const Frame* outer);
+
 private:
+    /// What stands within a container that has children.
+    struct Inside {
+        bool isManyLine = false;
+        std::string_view open;   ///< before the first child
+        std::string_view comma;  ///< between the first two; empty if they are not plainly on a line
+        std::string_view close;  ///< before the bracket
+
+        bool differsFrom(const Inside& other) const {
+            const bool haveCommas = !comma.empty() && !other.comma.empty();
+            return open != other.open || close != other.close ||
+                   (haveCommas && comma != other.comma);
+        }
+    };
+
+    const Inside& inside(std::uint32_t container);
+    bool isLineLike(const Frame& frame, std::uint32_t value);
     /// The whitespace after a comma on a line: of other containers of its kind where there are
     /// some.
     std::string comma(const Frame& frame);
@@ -62,6 +83,7 @@ private:
     const FormerGaps m_former;
     FilledSiblings m_filled;
     std::optional<Habits> m_habits;
+    std::unordered_map<std::uint32_t, Inside> m_insides;  ///< often many are added beside one
 };
 
 }  // namespace ko::Orvid

@@ -197,6 +197,24 @@ TEST(DomSource, learns_the_blanks_within_brackets_from_each_of_the_two) {
               "[\n  [ 1,  0, 10],\n  [ 0, 20,  3],\n  [10,  0,  1],\n  [ 7,  8]\n]");
 }
 
+TEST(DomSource, gives_a_new_container_the_whitespace_within_its_siblings) {
+    const auto addItem = [](Element& root) {
+        root.create("l[*]", Element());
+        root.get("l").array().back() = *Dom::parse(R"({"x": 3, "y": 4})");
+    };
+    const std::string compact = R"("a": {"p":1,"q":2}, "b": {"p":1,"q":2}, "c": {"p":1,"q":2})";
+    EXPECT_EQ(
+        edited("{\n  " + compact + ",\n  \"l\": [\n    { \"x\" : 1,  \"y\" : 2 }\n  ]\n}", addItem),
+        "{\n  " + compact +
+            ",\n  \"l\": [\n    { \"x\" : 1,  \"y\" : 2 },\n    { \"x\" : 3,  \"y\" : 4 }\n  ]\n}");
+    EXPECT_EQ(edited("{\n  \"l\": [[1,2], [1,2], [1,2]],\n  \"m\": {\n    \"a\": [ 1 ]\n  }\n}",
+                     [](Element& root) {
+                         root.create("m.b", ko::Orvid::makeArray({7, 8}));
+                     }),
+              "{\n  \"l\": [[1,2], [1,2], [1,2]],\n  \"m\": {\n    \"a\": [ 1 ],\n    \"b\": [ 7,8 "
+              "]\n  }\n}");
+}
+
 TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {
     const auto push = [](Element& root) { root.get("list").array().push_back(Element(9)); };
     EXPECT_EQ(edited(R"({"pos": {"x": 1}, "z": 1, "rgb": [1,2,3]})", setting("pos.y", 2)),
