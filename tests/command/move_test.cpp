@@ -241,6 +241,16 @@ TEST(move_and_copy, look_at_the_place_as_without_if_absent) {
     EXPECT_EQ(orvid({"copy", "--if-absent", "[0]", "[0]"}, "[1]"), printed("[1, 1]"));
 }
 
+TEST(move_and_copy, name_the_column_of_an_error_in_a_record) {
+    for (const char* const verb : {"move", "copy"}) {
+        EXPECT_EQ(orvid({verb, "--lines", "a", "b"}, "{\"a\":1,\"b\":2}\n"),
+                  failed(1, "(standard input):1:1: at (root): there is \"b\" already"));
+        EXPECT_EQ(
+            orvid({verb, "--lines", "x.a", "y.k"}, "{\"x\":{\"a\":1},\"y\":3}\n"),
+            failed(1, "(standard input):1:18: at y: path \"y.k\" not found: \"y\" is a number"));
+    }
+}
+
 TEST(move_and_copy, fail_of_what_neither_option_allows) {
     for (const char* const verb : {"move", "copy"}) {
         EXPECT_EQ(withoutExcerpt(orvid({verb, "--if-present", "port", "on"}, k_settings)),

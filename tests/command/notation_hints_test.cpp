@@ -36,6 +36,10 @@ TEST(notations, of_all_members_and_of_slashes_are_explained) {
                      "(standard input):1:1: at (root): path \"a/b\" not found, there is no "
                      "\"a/b\"; steps are separated by dots, or all begin with a slash: /a/b"));
     EXPECT_FALSE(says({"get", "/a/c"}, "slash"));
+    EXPECT_TRUE(says({"get", "deps/a"},
+                     "\"deps/a\"; steps are separated by dots, or all begin with a slash: /deps/a",
+                     R"({"deps":{"a":1}})"));
+    EXPECT_TRUE(says({"get", "deps/a"}, "(did you mean \"deps\"?)", R"({"deps":1})"));
     EXPECT_EQ(withoutExcerpt(orvid({"get", "/a.b"}, R"({"a":{"b":1}})")),
               failed(1,
                      "(standard input):1:1: at (root): path \"/a.b\" not found, there is no "

@@ -57,8 +57,8 @@ TEST(data_path, refuses_what_is_no_schema_path_as_a_usage_error) {
               failed(2, "path \"a.b\": it does not begin with meta.schema"));
     EXPECT_EQ(orvid({"data-path", "meta.schema.wrong"}),
               failed(2,
-                     "path \"meta.schema.wrong\": \"properties\" and a key, or \"items\", are "
-                     "expected after meta.schema"));
+                     "path \"meta.schema.wrong\": only \"properties\" with a key, and "
+                     "\"items\", lead from meta.schema to data"));
     EXPECT_EQ(orvid({"data-path", "meta.schema[0]"}),
               failed(2,
                      "path \"meta.schema[0]\": an index is not expected: the items of an array "

@@ -130,6 +130,23 @@ bool areKeysOf(const Element& object, const std::string& words) {
     return count > 1;
 }
 
+/// Whether a key that the object lacks seems to be several steps of a JSON Pointer. Keys with
+/// slashes are common, and mostly there are several in an object.
+bool seemsPointer(const Element& object, const std::string& key) {
+    const std::string first = key.substr(0, key.find('/'));
+    const std::string rest = key.substr(std::min(first.length() + 1, key.length()));
+    const Element* const part = object.isObject() ? object.member(first) : nullptr;
+    if (part == nullptr || rest.empty() || first == "." || first == "..") {
+        return false;
+    }
+    const std::string step = rest.substr(0, rest.find('/'));
+    const bool isStep = part->isArray() ? step == "-" || isIndex(step) : part->isObject();
+    const std::vector<std::string> keys = keysOf(object);
+    return isStep && std::none_of(keys.begin(), keys.end(), [](const std::string& other) {
+               return other.find('/') != std::string::npos;
+           });
+}
+
 /// What may have been meant by a key that is not there.
 std::string hint(const Element& object, const std::string& holderPath, const std::string& step,
                  const std::string& path) {
@@ -147,7 +164,8 @@ std::string hint(const Element& object, const std::string& holderPath, const std
         return "; each path is a word: get and remove have --also for further ones";
     }
     std::string similar = suggestion(step, keysOf(object));
-    if (similar.empty() && step.find('/') != std::string::npos && path.front() != '/') {
+    const bool isPointer = similar.empty() || seemsPointer(object, step);
+    if (isPointer && step.find('/') != std::string::npos && path.front() != '/') {
         return k_slashHint + shellWord("/" + path);
     }
     const std::size_t dot = step.find('.');
@@ -164,23 +182,6 @@ std::string withoutEdges(const std::string& key) {
     return begin == std::string::npos
                ? ""
                : key.substr(begin, key.find_last_not_of(k_whitespace) + 1 - begin);
-}
-
-/// Whether a key that the object lacks seems to be several steps of a JSON Pointer. Keys with
-/// slashes are common, and mostly there are several in an object.
-bool seemsPointer(const Element& object, const std::string& key) {
-    const std::string first = key.substr(0, key.find('/'));
-    const std::string rest = key.substr(std::min(first.length() + 1, key.length()));
-    const Element* const part = object.isObject() ? object.member(first) : nullptr;
-    if (part == nullptr || rest.empty() || first == "." || first == "..") {
-        return false;
-    }
-    const std::string step = rest.substr(0, rest.find('/'));
-    const bool isStep = part->isArray() ? step == "-" || isIndex(step) : part->isObject();
-    const std::vector<std::string> keys = keysOf(object);
-    return isStep && std::none_of(keys.begin(), keys.end(), [](const std::string& other) {
-               return other.find('/') != std::string::npos;
-           });
 }
 
 std::string pointerTo(const ValueSteps& steps) {

@@ -39,15 +39,6 @@ std::string operatorHint(std::string_view rest) {
                : "";
 }
 
-bool isQuery(const std::string& text) {
-    try {
-        static_cast<void>(ko::Orvid::JsonPath(text));
-    } catch (const ParseException&) {
-        return false;
-    }
-    return true;
-}
-
 /// The text with all items written as a query has them, and without the marks of jq that a query
 /// does not need.
 std::string withStars(std::string text) {

@@ -32,21 +32,12 @@ const char* pathProblem(const ParseException& error) {
         case ParseErrorCode::schemaPathPrefix:
             return "it does not begin with meta.schema";
         case ParseErrorCode::schemaPathKeyword:
-            return "\"properties\" and a key, or \"items\", are expected after meta.schema";
+            return "only \"properties\" with a key, and \"items\", lead from meta.schema to data";
         case ParseErrorCode::schemaPathIndex:
             return "an index is not expected: the items of an array are \"items\" in a schema";
         default:
             return "";
     }
-}
-
-bool isQuery(const std::string& text) {
-    try {
-        static_cast<void>(ko::Orvid::JsonPath(text));
-    } catch (const ParseException&) {
-        return false;
-    }
-    return true;
 }
 
 /// The call of the query that chooses several items as the path does, such as `a[1:]`; empty for

@@ -74,4 +74,13 @@ std::string queryCall(const std::string& path) {
     return "orvid query " + shellWord(query);
 }
 
+bool isQuery(const std::string& text) {
+    try {
+        static_cast<void>(ko::Orvid::JsonPath(text));
+    } catch (const ko::Orvid::ParseException&) {
+        return false;
+    }
+    return true;
+}
+
 }  // namespace orvid_tool

@@ -15,4 +15,7 @@ std::string shellWord(const std::string& word);
 /// all items and all members; empty for a path that is malformed or no UTF-8.
 std::string queryCall(const std::string& path);
 
+/// Whether the text is a query.
+bool isQuery(const std::string& text);
+
 }  // namespace orvid_tool

@@ -288,15 +288,31 @@ private:
         }
         NotedMove move(root, source);
         Element value = taken(source);
-        move.goInto(holder(document), value);
-        const Element* const moved = put(document, std::move(value));
+        const Element* const moved = putOrRestore(call, document, move, std::move(value));
         if (moved == nullptr) {
-            readForEdit(call, document);  // as it was before the value was taken out
             appendEdited(call, document, out);
             return;
         }
         const MovedPlaces places = move.places(*moved);
         appendEdited(call, document, out, places);
+    }
+
+    /// As put(). The document is as it was before the value was taken out, where that returns null
+    /// or fails, so that an error finds its place in it.
+    const Element* putOrRestore(const Call& call, Document& document, NotedMove& move,
+                                Element&& value) const {
+        const Element* moved = nullptr;
+        try {
+            move.goInto(holder(document), value);
+            moved = put(document, std::move(value));
+        } catch (const Failure&) {
+            readForEdit(call, document);
+            throw;
+        }
+        if (moved == nullptr) {
+            readForEdit(call, document);
+        }
+        return moved;
     }
 };
 
