@@ -46,9 +46,6 @@ TEST(slip_hint, says_what_was_meant) {
         {"[\xE2\x80\x8B"
          "1]",
          "(this is a space of no width)"},
-        {"[\xEF\xBB\xBF"
-         "1]",
-         "(this is a byte order mark, which stands at the very beginning only)"},
         {"{\"a\"\xEF\xBC\x9A"
          "2}",
          "(this is no plain colon: :)"},

@@ -12,7 +12,6 @@
 
 #include "input/skipWhitespace.h"
 #include "output/Similar.h"
-#include "text/byteOrderMark.h"
 #include "text/whitespace.h"
 
 namespace orvid_tool {
@@ -106,8 +105,6 @@ std::string markHint(std::string_view text, std::size_t offset) {
         {"\xE2\x80\x99", " (this is no straight quote: \")"},
         {"\xC2\xA0", " (this is a no-break space)"},
         {"\xE2\x80\x8B", " (this is a space of no width)"},
-        {ko::Orvid::text::k_byteOrderMark,
-         " (this is a byte order mark, which stands at the very beginning only)"},
         {"\xEF\xBC\x9A", " (this is no plain colon: :)"},
         {"#", " (comments begin with // or /*)"},
         {"--", " (comments begin with // or /*)"},
