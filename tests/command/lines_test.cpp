@@ -248,10 +248,33 @@ TEST(lines, tell_of_a_folder) {
     EXPECT_EQ(orvid({"print", "--lines", "-j2", "/"}), failed(3, "/: Is a directory"));
 }
 
-TEST(lines, keep_the_byte_order_mark_of_a_record_that_is_selected) {
-    const std::string records = "\xEF\xBB\xBF{\"a\":1}\n{\"b\":2}\n";
-    EXPECT_EQ(orvid({"select", "--lines", "$.a"}, records), printed("\xEF\xBB\xBF{\"a\":1}\n"));
-    EXPECT_EQ(orvid({"select", "--lines", "$.b"}, records), printed("{\"b\":2}\n"));
+TEST(lines, keep_their_byte_order_mark_whatever_is_selected) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const std::string records = mark + "{\"a\":1}\n{\"b\":2}\n";
+    EXPECT_EQ(orvid({"select", "--lines", "$.a"}, records), printed(mark + "{\"a\":1}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "$.b"}, records), printed(mark + "{\"b\":2}\n"));
+    EXPECT_EQ(orvid({"select", "--lines", "--not", "-j2", "$.a"}, records),
+              printed(mark + "{\"b\":2}\n"));
+}
+
+TEST(lines, keep_their_byte_order_mark_whatever_becomes_of_the_first_that_fails) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const std::string records = mark + "[1\n{}\n";
+    const auto out = [&](std::vector<std::string> words, const std::string& onError) {
+        words.insert(words.end(), {"--lines", "--on-error=" + onError});
+        return orvid(words, records).out;
+    };
+    for (const auto& call :
+         {std::vector<std::string>{"set", "n=1"}, {"select", "$[?$.n]", "--not"}}) {
+        const std::string second = call.front() == "set" ? "{\"n\":1}\n" : "{}\n";
+        EXPECT_EQ(out(call, "null"), mark + "null\n" + second);
+        EXPECT_EQ(out(call, "passthrough"), mark + "[1\n" + second);
+        EXPECT_EQ(out(call, "skip"), mark + second);
+        EXPECT_EQ(out(call, "stop"), "");
+    }
+    EXPECT_EQ(out({"type"}, "null"), "null\nobject\n");
+    EXPECT_EQ(out({"set", "n=1", "--max-line=2"}, "null"), mark + "null\n{\"n\":1}\n");
+    EXPECT_EQ(out({"set", "n=1", "--max-line=1"}, "null"), mark + "null\nnull\n");
 }
 
 }  // namespace

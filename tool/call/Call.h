@@ -38,6 +38,7 @@ struct Call {
     std::optional<std::string> changeFile;  ///< of a patch or a merge patch
     bool isInPlace = false;
     bool isEdit = false;         ///< the verb keeps the text of what it does not change
+    bool isChoice = false;       ///< the verb writes some of the documents, as they are
     bool dropsComments = false;  ///< with --in-place, and a new layout
     bool isStrict = false;       ///< text is read as ReadOptions::strict() says
     bool isRaw = false;

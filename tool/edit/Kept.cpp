@@ -161,7 +161,6 @@ void readForCopying(const Call& call, Document& document) {
 void appendEdited(const Call& call, Document& document, Bytes& out,
                   const ko::Orvid::MovedPlaces& moved) {
     if (call.layout.isAsked || !document.kept) {
-        out.append(call.layout.isAsked ? std::string_view() : document.mark);
         out.append(jsonText(document.root, call.layout));
         return;
     }
@@ -170,17 +169,8 @@ void appendEdited(const Call& call, Document& document, Bytes& out,
     if (call.lines.isOn) {
         text = recordOf(document, std::move(text));
     }
-    appendKept(call, document, call.layout.isColored ? colored(text) : text, out);
-}
-
-void appendKept(const Call& call, const Document& document, std::string_view text, Bytes& out) {
-    if (!call.lines.isOn) {
-        out.append(text);
-        return;
-    }
-    out.append(document.mark);
-    out.append(text);
-    out.append("\n");
+    out.append(call.layout.isColored ? colored(text) : text);
+    out.append(call.lines.isOn ? "\n" : "");
 }
 
 }  // namespace orvid_tool

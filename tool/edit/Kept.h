@@ -44,7 +44,4 @@ void readForCopying(const Call& call, Document& document);
 void appendEdited(const Call& call, Document& document, Bytes& out,
                   const ko::Orvid::MovedPlaces& moved = {});
 
-/// Appends the text that the document has become; with --lines as the line that it was.
-void appendKept(const Call& call, const Document& document, std::string_view text, Bytes& out);
-
 }  // namespace orvid_tool

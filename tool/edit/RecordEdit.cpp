@@ -298,7 +298,6 @@ bool editRecord(const Document& document, std::size_t edits, const RecordEdit& e
         text = edited.view();
     }
     const std::size_t start = out.length();
-    out.append(document.mark);
     if (!edit(text, edits - 1, out)) {
         out.cut(start);
         return false;

@@ -21,7 +21,6 @@ namespace orvid_tool {
 struct Document {
     Location location;  ///< the file, and where the text is one of many lines, the line
     std::string_view text;
-    std::string_view mark;  ///< the byte order mark that stood before the text of a line
     ko::Orvid::Element root;
     std::optional<ko::Orvid::Dom> kept;  ///< where the text is to be kept: its root is `root`
 };

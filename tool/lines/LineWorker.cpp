@@ -14,6 +14,10 @@ namespace orvid_tool {
 
 namespace {
 
+/// Whether the mark at the beginning of the input stands at that of the output too, whatever
+/// becomes of its line.
+bool keepsMark(const Call& call) { return call.isChoice || (call.isEdit && !call.layout.isAsked); }
+
 /// A mark belongs at the beginning of an input. The verbs that edit read texts of their own, before
 /// which one may stand: they are not to keep it in the middle of a file.
 void refuseMark(const Document& document) {
@@ -36,19 +40,27 @@ Failure withLinesHint(const Failure& failure) {
 }  // namespace
 
 void LineWorker::work(LineBatch& batch) const {
+    std::string_view text = batch.text.view();
+    const std::string_view mark =
+        text.substr(0, batch.isFirst ? ko::Orvid::text::markLength(text) : 0);
+    text.remove_prefix(mark.length());
+    const std::string_view kept = keepsMark(m_call) ? mark : std::string_view();
+    batch.out.append(kept);
     if (batch.kind == LineBatch::whole) {
-        workOnLines(batch);
+        workOnLines(text, batch);
     } else if (batch.kind == LineBatch::head) {
-        workOnHead(batch);
+        workOnHead(text, batch);
     } else {
         workOnPart(batch);
     }
+    if (batch.isStopped && batch.out.length() == kept.length()) {
+        batch.out.cut(0);
+    }
 }
 
-void LineWorker::workOnLines(LineBatch& batch) const {
+void LineWorker::workOnLines(std::string_view rest, LineBatch& batch) const {
     Document document;
     document.location.file = m_name;
-    std::string_view rest = batch.text.view();
     while (!rest.empty() && !batch.isStopped) {
         const std::size_t end = rest.find('\n');
         ++batch.counts.lines;
@@ -60,16 +72,11 @@ void LineWorker::workOnLines(LineBatch& batch) const {
         if (isWritten && rest.empty() && batch.isOpen) {
             batch.out.cut(batch.out.length() - 1);
         }
-        if (!isWritten && !batch.isStopped && m_call.isEdit && !m_call.layout.isAsked) {
-            batch.out.append(document.mark);
-        }
     }
 }
 
 void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch& batch) const {
-    const bool isFirst = batch.isFirst && batch.counts.lines == 1;
-    document.mark = line.substr(0, isFirst ? ko::Orvid::text::markLength(line) : 0);
-    document.text = line.substr(document.mark.length());
+    document.text = line;
     if (ko::Orvid::text::isBlankLine(document.text)) {
         ++batch.counts.blank;
         return;
@@ -85,6 +92,7 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
         m_verb.work(m_call, document, batch.out);
     } catch (const Failure& failure) {
         batch.out.cut(start);
+        const bool isFirst = batch.isFirst && batch.counts.lines == 1;
         fail(isFirst ? withLinesHint(failure) : failure, line, batch);
     } catch (const std::bad_alloc&) {
         // The line is not to blame, and those that follow may fail the same way.
@@ -94,11 +102,11 @@ void LineWorker::workOnLine(std::string_view line, Document& document, LineBatch
     }
 }
 
-void LineWorker::workOnHead(LineBatch& batch) const {
+void LineWorker::workOnHead(std::string_view line, LineBatch& batch) const {
     ++batch.counts.lines;
     Failure failure = tooLong();
     failure.setLine(1);
-    fail(failure, batch.text.view(), batch);
+    fail(failure, line, batch);
     // The line goes on in the batches that follow.
     if (m_call.lines.onError == OnError::passthrough) {
         batch.out.cut(batch.out.length() - 1);

@@ -24,9 +24,9 @@ public:
     void work(LineBatch& batch) const;
 
 private:
-    void workOnLines(LineBatch& batch) const;
+    void workOnLines(std::string_view rest, LineBatch& batch) const;
     void workOnLine(std::string_view line, Document& document, LineBatch& batch) const;
-    void workOnHead(LineBatch& batch) const;
+    void workOnHead(std::string_view line, LineBatch& batch) const;
     void workOnPart(LineBatch& batch) const;
     void fail(const Failure& failure, std::string_view line, LineBatch& batch) const;
     Failure tooLong() const;

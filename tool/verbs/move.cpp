@@ -343,7 +343,7 @@ private:
             return;
         }
         const auto copy = JsonPointer::of(*put);
-        const std::size_t start = out.length() + (call.lines.isOn ? document.mark.length() : 0);
+        const std::size_t start = out.length();
         appendEdited(call, document, out);
         if (!spelling.empty()) {
             spellAs(spelling, call, copy, start, out);

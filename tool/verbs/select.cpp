@@ -44,6 +44,7 @@ public:
         addStrict(words, call);
         addLines(words, call,
                  "treat every line as a document, write those of which the query is true");
+        call.isChoice = true;
     }
 
     void prepare(Call& call) override {
@@ -73,7 +74,6 @@ private:
         const bool isTrue = isTrueOf(document.root);
         (isTrue ? m_wasTrue : m_wasFalse).store(true, std::memory_order_relaxed);
         if (isTrue != m_isInverted) {
-            out.append(document.mark);
             out.append(document.text);
             out.append(call.lines.isOn ? "\n" : "");
         }

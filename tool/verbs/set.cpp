@@ -155,7 +155,6 @@ private:
         if (keepsText(call, document)) {
             return false;
         }
-        out.append(call.layout.isAsked ? std::string_view() : document.mark);
         return rewriteAll(call, document, out);
     }
 
