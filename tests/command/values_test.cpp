@@ -230,6 +230,25 @@ TEST(remove_if_present, skips_what_is_not_there) {
               failed(2, "--if-present goes with PATH only; see orvid remove --help"));
 }
 
+TEST(if_present, refuses_a_path_that_no_document_has_whatever_the_document) {
+    const std::string start =
+        "path \"l[*]\": [*] names no item that could be looked up; for all items: orvid ";
+    for (const char* const document : {"{}", R"({"l":[]})", R"({"l":[1]})", R"({"l":2})"}) {
+        EXPECT_EQ(orvid({"rename", "l[*]", "b", "--if-present"}, document),
+                  failed(2, start + "query '$.l[*]'"));
+        EXPECT_EQ(orvid({"move", "l[*]", "b", "--if-present"}, document),
+                  failed(2, start + "query '$.l[*]'"));
+        EXPECT_EQ(orvid({"copy", "l[*]", "b", "--if-present"}, document),
+                  failed(2, start + "query '$.l[*]'"));
+        EXPECT_EQ(orvid({"get", "l[*]", "--default=0"}, document),
+                  failed(2, start + "query '$.l[*]'"));
+        EXPECT_EQ(orvid({"remove", "x", "--also", "l[*]", "--if-present"}, document),
+                  failed(2, start + "remove --query '$.l[*]'"));
+        EXPECT_EQ(orvid({"remove", "l[-1].x[*]", "--if-present"}, document).status, 2);
+        EXPECT_EQ(orvid({"rename", "l..x", "b", "--if-present"}, document).status, 2);
+    }
+}
+
 TEST(values, of_text_files_have_no_byte_order_mark) {
     const ScratchFile file("\xEF\xBB\xBFhello\n");
     EXPECT_EQ(orvid({"set", "-c", "a", "text-file:" + file.name()}, "{}"),

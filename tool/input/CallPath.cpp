@@ -57,16 +57,20 @@ Negative firstNegative(const std::string& text, std::size_t from = 0) {
     return {};
 }
 
+/// The path with each negative index made 0, and of the same length.
+std::string withoutNegatives(std::string path) {
+    for (Negative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
+        path.replace(step.start + 1, step.end - step.start - 2, step.end - step.start - 2, '0');
+    }
+    return path;
+}
+
 /// A path with a negative index is another one in each document, so its errors are found, and shown
 /// as it was typed, before that. Throws Failure.
 void requireWellFormed(const std::string& word) {
     refuseMisleading(word);
-    std::string path = word;
-    for (Negative step = firstNegative(path); step.start != k_none; step = firstNegative(path)) {
-        path.replace(step.start + 1, step.end - step.start - 2, step.end - step.start - 2, '0');
-    }
     try {
-        static_cast<void>(Path(path).steps());
+        static_cast<void>(Path(withoutNegatives(word)).steps());
     } catch (const ko::Orvid::ParseException& error) {
         throw malformedPath(word, error);
     }
@@ -233,6 +237,18 @@ const Element& CallPath::get(const Element& root) const {
 
 Element& CallPath::get(Element& root) const {
     return const_cast<Element&>(get(const_cast<const Element&>(root)));
+}
+
+void CallPath::requireLookup() const {
+    if (m_pointer) {
+        return;
+    }
+    for (const ValueStep& step : stepsOf(withoutNegatives(m_word))) {
+        if (!step.isKey && step.index == ko::Orvid::k_noIndex) {
+            throw malformedPath(m_word, ko::Orvid::ParseException("", -1, -1, -1, -1)
+                                            .withCode(ko::Orvid::ParseErrorCode::pathNoIndex));
+        }
+    }
 }
 
 const Element* CallPath::find(const Element& root) const {

@@ -50,8 +50,13 @@ public:
     /// The element at the path. Throw PathNotFound, and Failure for a malformed path.
     ko::Orvid::Element& get(ko::Orvid::Element& root) const;
     const ko::Orvid::Element& get(const ko::Orvid::Element& root) const;
-    /// The same; null where there is none.
+    /// The same; null where there is none. Before documents are read that may lack the element:
+    /// requireLookup().
     const ko::Orvid::Element* find(const ko::Orvid::Element& root) const;
+
+    /// Throws Failure for a path that is malformed or has a [*], which get() finds only where the
+    /// document leads so far.
+    void requireLookup() const;
 
 private:
     std::string m_word;

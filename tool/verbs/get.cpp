@@ -66,6 +66,9 @@ public:
                 throw UsageError("--default and FILE cannot both be standard input");
             }
             readValueWord(m_default, *m_value, call.isStrict, "--default=");
+            for (const CallPath& path : m_paths) {
+                path.requireLookup();
+            }
         }
         prepareText(call);
     }

@@ -196,6 +196,9 @@ public:
     void prepare(Call& call) override {
         requireNoFile("TO", m_toWord, call.files);
         m_from = CallPath(m_fromWord);
+        if (m_isMissingRight) {
+            m_from.requireLookup();
+        }
         m_to = CallPath(m_toWord);
         noteName(call, m_from.word());
         noteName(call, m_to.word());

@@ -79,6 +79,9 @@ public:
             m_words.erase(m_words.begin());
             requireNoFile("PATH", m_paths.front().word(), m_words);
         }
+        if (m_isMissingRight) {
+            requireLookups();
+        }
         for (const CallPath& path : m_paths) {
             noteName(call, path.word());
             m_steps.push_back(plainSteps(path));
@@ -134,6 +137,16 @@ private:
             Location at = document.location;
             at.setElement(error);
             throw Failure(ExitStatus::failed, std::move(at), error.what());
+        }
+    }
+
+    void requireLookups() const {
+        try {
+            for (const CallPath& path : m_paths) {
+                path.requireLookup();
+            }
+        } catch (const Failure& failure) {
+            throw removing(failure);
         }
     }
 

@@ -75,6 +75,9 @@ public:
     void prepare(Call& call) override {
         requireNoFile("KEY", m_key, call.files);
         m_path = CallPath(m_word);
+        if (m_isMissingRight) {
+            m_path.requireLookup();
+        }
         noteName(call, m_path.word());
         noteName(call, m_key);
     }
