@@ -156,6 +156,19 @@ TEST(join, is_the_way_back_from_split) {
               printed("[{\"b\":1e5,\"a\":[]},null,\"é\",[[0.10]]]\n"));
 }
 
+TEST(join_lines, write_an_error_on_a_line_of_its_own) {
+    const std::string records = "1\n2 2\n3\n";
+    const std::string error =
+        "orvid: (standard input):2:3: at (root): Unexpected '2': the document is complete\n";
+    EXPECT_EQ(shell(R"("$0" join --lines -c 2>&1)", {}, records).out, "[1\n" + error + "\n");
+    EXPECT_EQ(shell(R"("$0" join --lines -c --on-error=skip 2>&1)", {}, records).out,
+              "[1,3\n" + error + "]\n");
+    EXPECT_EQ(shell(R"("$0" join --lines -c --on-error=skip 2>&1)", {}, records + "2 2\n").out,
+              "[1,3\n" + error + "orvid: (standard input):4" + error.substr(25) + "]\n");
+    EXPECT_EQ(shell(R"("$0" join --lines -c --on-error=skip)", {}, records),
+              (CommandResult{"[1,3]\n", error, 1, 0}));
+}
+
 TEST(join_lines, makes_an_array_of_records) {
     const std::string records = "{\"a\": 1.0}\n\n[2 ]\n3";
     EXPECT_EQ(orvid({"join", "--lines"}, records),

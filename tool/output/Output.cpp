@@ -4,6 +4,7 @@
 
 #include "output/Output.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -52,8 +53,24 @@ void writeBytes(std::string_view text) {
     }
 }
 
+/// Whether the last byte that was written is no newline.
+bool& hasOpenLine() {
+    static bool isOpen = false;
+    return isOpen;
+}
+
+bool areSame(int descriptor, int other) {
+    struct stat first = {};
+    struct stat second = {};
+    return fstat(descriptor, &first) == 0 && fstat(other, &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 void writeAll(std::string_view text) {
     static const bool isTerminal = isatty(STDOUT_FILENO) != 0;
+    if (!text.empty()) {
+        hasOpenLine() = text.back() != '\n';
+    }
     if (isTerminal) {
         writeBytes(shown(text));
     } else {
@@ -64,6 +81,12 @@ void writeAll(std::string_view text) {
 }  // namespace
 
 Output::~Output() = default;
+
+std::string endOfOpenLine() {
+    const bool isEnded = hasOpenLine() && areSame(STDOUT_FILENO, STDERR_FILENO);
+    hasOpenLine() = hasOpenLine() && !isEnded;
+    return isEnded ? "\n" : "";
+}
 
 void StandardOutput::write(std::string_view text) {
     constexpr std::size_t mostHeld = 65536;

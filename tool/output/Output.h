@@ -20,6 +20,10 @@ public:
     virtual void flush() = 0;
 };
 
+/// What is to be written to standard error before a line: a newline where it goes to the same place
+/// as standard output, which was left within a line. The line counts as ended then.
+std::string endOfOpenLine();
+
 /// Standard output. Small texts are gathered until there are many of them or input is waited for.
 class StandardOutput : public Output {
 public:

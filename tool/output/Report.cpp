@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "output/Layout.h"
+#include "output/Output.h"
 #include "output/placeWord.h"
 #include "output/Progress.h"
 #include "text/codePoints.h"
@@ -115,8 +116,7 @@ void addNumber(Element& object, const char* key, std::size_t number) {
     }
 }
 
-void writeError(std::string_view text) {
-    const Progress::Pause pause;
+void writeBytes(std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = write(STDERR_FILENO, text.data(), text.length());
         if (count <= 0) {
@@ -124,6 +124,12 @@ void writeError(std::string_view text) {
         }
         text.remove_prefix(static_cast<std::size_t>(count));
     }
+}
+
+/// A line of its own, also where a line of the output stands before it.
+void writeError(const std::string& text) {
+    const Progress::Pause pause;
+    writeBytes(endOfOpenLine() + text);
 }
 
 }  // namespace
