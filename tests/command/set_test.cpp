@@ -272,6 +272,30 @@ TEST(set, notes_a_new_key_with_whitespace_at_its_ends) {
     EXPECT_EQ(orvid({"set", "s. ", "1"}, document).err, noted("s. ", " ", ""));
 }
 
+TEST(set, notes_a_path_that_seems_to_be_for_all_members_or_items) {
+    const std::string document = R"({"s":[{"p":1}],"e":[],"o":{"*":{}}})";
+    const auto notes = [&](const char* path) { return orvid({"set", path, "1"}, document).err; };
+    const auto noted = [](const std::string& path, const std::string& what,
+                          const std::string& query) {
+        return "orvid: path \"" + path + "\" was not there and is new; " + what +
+               ": orvid set --query '" + query + "' VALUE\n";
+    };
+    const std::string members = "its key is \"*\", and for all members";
+    EXPECT_EQ(notes("*"), noted("*", members, "$.*"));
+    EXPECT_EQ(notes("s[-1].*"), noted("s[0].*", members, "$.s[0].*"));
+    EXPECT_EQ(notes("n.*.x"), noted("n.*.x", members, "$.n.*.x"));
+    EXPECT_EQ(notes("*[*]"), noted("*[*]", members, "$.*[*]"));
+    const std::string items = "[*] is a new item, and for all items";
+    EXPECT_EQ(notes("s[*].p"), noted("s[*].p", items, "$.s[*].p"));
+    EXPECT_EQ(notes("s[*][*]"), noted("s[*][*]", items, "$.s[*][*]"));
+    for (const char* const path :
+         {"s[*]", "e[*].p", "n[*].p", "o.*", "o.*.x", "\\*", "/*", "/s/-/p", "x*.y", "s[0].p"}) {
+        EXPECT_EQ(notes(path), "") << path;
+    }
+    EXPECT_EQ(orvid({"set", "--lines", "*", "1"}, "{}\n").err, "");
+    EXPECT_EQ(orvid({"insert", "*", "1"}, "{}").err, noted("*", members, "$.*"));
+}
+
 TEST(set, notes_each_new_key_that_is_suspicious) {
     const auto result = orvid({"set", "c =2", "d=1", "e:=1", "f:=2", "-c"}, "{}");
     for (const char* const key : {"\"c \"", "\"e:\"", "\"f:\""}) {

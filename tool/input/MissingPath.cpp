@@ -238,6 +238,15 @@ Failure missing(Location location, const Element& root, const PathNotFound& erro
     return {ExitStatus::failed, std::move(location), start + (escape.empty() ? text : escape)};
 }
 
+bool lacks(const Element& holder, const std::string& key) {
+    return holder.isObject() && !holder.object().contains(key);
+}
+
+/// The call that sets what is there at all members and items of the path.
+std::string setCall(const std::string& path) {
+    return "orvid set --query " + queryWord(path) + " VALUE";
+}
+
 std::string newItem(const CallPath& path) {
     return path.pointer() != nullptr ? "; the pointer to a new item ends in /-"
                                      : "; a new item is written [*]";
@@ -283,6 +292,25 @@ std::string unusualKeyHint(const Element& root, const std::string& path) {
                ? "; its key \"" + last + "\" ends in a colon (did you mean \"" +
                      last.substr(0, last.length() - 1) + "\"?)"
                : "";
+}
+
+std::string globHint(const Element& root, const std::string& path) {
+    const ValueSteps steps = stepsOf(path);
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        const std::string before = pathOf({steps.begin(), step});
+        const Element* const holder = ko::Orvid::Path::tryGetElement(before, root);
+        const bool isNewItem = !step->isKey && step->index == ko::Orvid::k_noIndex;
+        if (step->isKey && step->key == "*" && (holder == nullptr || lacks(*holder, step->key))) {
+            return "; its key is \"*\", and for all members: " + setCall(path);
+        }
+        if (isNewItem) {
+            const bool areItems = holder != nullptr && holder->isArray() && holder->size() > 0;
+            return areItems && step + 1 != steps.end()
+                       ? "; [*] is a new item, and for all items: " + setCall(path)
+                       : "";
+        }
+    }
+    return "";
 }
 
 std::string slashedKeyHint(const Element& root, const std::string& path) {

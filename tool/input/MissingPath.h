@@ -36,6 +36,10 @@ std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& pat
 /// other path. Throws Failure for a malformed path.
 std::string unusualKeyHint(const ko::Orvid::Element& root, const std::string& path);
 
+/// The same for a path with a new key `*`, or with a `[*]` before its end where there are items:
+/// what sets all members or items.
+std::string globHint(const ko::Orvid::Element& root, const std::string& path);
+
 /// The same for a path that seems to be a JSON Pointer without its first slash: its first new key
 /// has a slash after the key of a container that is there, beside no other key with a slash.
 std::string slashedKeyHint(const ko::Orvid::Element& root, const std::string& path);

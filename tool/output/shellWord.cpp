@@ -62,7 +62,7 @@ std::string shellWord(const std::string& word) {
     return quoted + "'";
 }
 
-std::string queryCall(const std::string& path) {
+std::string queryWord(const std::string& path) {
     std::string query = "$";
     try {
         for (const PathStep& step : Path(path).steps()) {
@@ -71,7 +71,12 @@ std::string queryCall(const std::string& path) {
     } catch (const ko::Exception&) {
         return "";  // it is malformed, or no UTF-8
     }
-    return "orvid query " + shellWord(query);
+    return shellWord(query);
+}
+
+std::string queryCall(const std::string& path) {
+    const std::string query = queryWord(path);
+    return query.empty() ? query : "orvid query " + query;
 }
 
 bool isQuery(const std::string& text) {

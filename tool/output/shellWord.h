@@ -11,8 +11,11 @@ namespace orvid_tool {
 /// The word, in single quotes where it has anything in it that means something to a shell.
 std::string shellWord(const std::string& word);
 
-/// The call of the verb `query` that selects what the path does, of which `[*]` and the key `*` are
-/// all items and all members; empty for a path that is malformed or no UTF-8.
+/// The query that selects what the path does, of which `[*]` and the key `*` are all items and all
+/// members, as a word; empty for a path that is malformed or no UTF-8.
+std::string queryWord(const std::string& path);
+
+/// The call of the verb `query` with it; empty as well.
 std::string queryCall(const std::string& path);
 
 /// Whether the text is a query.

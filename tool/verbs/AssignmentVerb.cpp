@@ -44,6 +44,14 @@ bool isUnusual(const std::string& word) {
     return false;
 }
 
+/// Whether the path seems to be for all members or items of what is there.
+bool seemsGlob(const CallPath& path) {
+    const std::string text = "." + path.word() + ".";
+    const auto has = [&text](const char* part) { return text.find(part) != std::string::npos; };
+    const bool isItemWithin = path.word().find("[*].") != std::string::npos || has("[*][");
+    return path.pointer() == nullptr && (has(".*.") || has(".*[") || isItemWithin);
+}
+
 /// What stands before the first slash of a path that is no pointer, in the last step there; empty
 /// where there is nothing, or where a slash has a backslash before it, which says that it is meant.
 std::string beforeSlash(const CallPath& path) {
@@ -97,9 +105,9 @@ std::string AssignmentVerb::hintForFile(const std::string& word) const {
 }
 
 bool AssignmentVerb::mayHaveUnusualKey() const {
-    return std::any_of(
-        m_assignments.begin(), m_assignments.end(),
-        [](const Assignment& assignment) { return isUnusual(assignment.path.word()); });
+    return std::any_of(m_assignments.begin(), m_assignments.end(), [](const auto& assignment) {
+        return isUnusual(assignment.path.word()) || seemsGlob(assignment.path);
+    });
 }
 
 bool AssignmentVerb::mayLackSlash(std::string_view text) const {
@@ -111,7 +119,8 @@ bool AssignmentVerb::mayLackSlash(std::string_view text) const {
 
 std::string AssignmentVerb::unusualHint(const ko::Orvid::Element& root, const CallPath& typed,
                                         const std::string& path) {
-    const std::string hint = isUnusual(path) ? unusualKeyHint(root, path) : "";
+    std::string hint = isUnusual(path) ? unusualKeyHint(root, path) : "";
+    hint = hint.empty() && seemsGlob(typed) ? globHint(root, path) : hint;
     return hint.empty() && !beforeSlash(typed).empty() ? slashedKeyHint(root, path) : hint;
 }
 

@@ -23,7 +23,8 @@ protected:
     bool isNew() const { return m_isNew; }
     const std::vector<Assignment>& assignments() const { return m_assignments; }
     /// Whether a step of a path may begin or end with whitespace, as in `port = 80`, or the last
-    /// one end in a colon, as in `port:=80`, or in a sign, as in `port+=1`.
+    /// one end in a colon, as in `port:=80`, or in a sign, as in `port+=1`, or a path be meant for
+    /// all members or items, as `a.*=1` and `a[*].b=1`.
     bool mayHaveUnusualKey() const;
     /// Whether a path may be a pointer without its first slash, as far as the document's text says.
     bool mayLackSlash(std::string_view text) const;
