@@ -249,6 +249,9 @@ std::optional<Regexp> QueryParser::patternOf(const Operand& operand) {
     }
     Regexp pattern(literal->string());
     m_patternEffort += pattern.effort();
+    if (!pattern.isValid()) {
+        m_malformedPatterns.push_back(literal->string());
+    }
     return pattern;
 }
 

@@ -109,6 +109,10 @@ const std::string& JsonPath::str() const noexcept { return m_compiled->text; }
 
 bool JsonPath::isSingular() const noexcept { return m_compiled->query.isSingular; }
 
+const std::vector<std::string>& JsonPath::malformedPatterns() const noexcept {
+    return m_compiled->malformedPatterns;
+}
+
 Path JsonPath::toPath() const {
     TextStream text;
     PathGenerator generator(text);

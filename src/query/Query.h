@@ -95,6 +95,7 @@ struct CompiledQuery {
     QueryOptions options;
     Query query;
     std::size_t slots = 0;  ///< how many queries have one
+    std::vector<std::string> malformedPatterns;
 };
 
 }  // namespace ko::Orvid

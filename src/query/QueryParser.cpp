@@ -38,6 +38,7 @@ CompiledQuery QueryParser::parse() {
     compiled.text = m_text;
     compiled.options = m_options;
     compiled.slots = m_slots;
+    compiled.malformedPatterns = std::move(m_malformedPatterns);
     return compiled;
 }
 

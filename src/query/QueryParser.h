@@ -8,7 +8,9 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "query/Functions.h"
 #include "query/Query.h"
@@ -69,6 +71,7 @@ private:
     QueryOptions m_options;
     std::size_t m_slots = 0;
     std::size_t m_patternEffort = 0;  ///< Regexp::effort() of all patterns in the text
+    std::vector<std::string> m_malformedPatterns;
     unsigned int m_depth = 0;
     /// Whether the brackets of the query that was taken last hold whitespace, which no singular
     /// query of a comparison may.

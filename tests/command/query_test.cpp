@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -205,6 +207,53 @@ TEST(query, reports_the_column_of_its_error_to_programs) {
               "\\\".\\\", found \\\"[\\\"\"}\n");
     EXPECT_NE(orvid({"get", "--json-errors", "a.."}, R"({"a":1})").err.find("\"column\":3,"),
               std::string::npos);
+}
+
+TEST(query, says_that_a_regular_expression_of_its_own_matches_nothing) {
+    const std::string start = "orvid: the query has ";
+    const std::string end = ", which is no regular expression of RFC 9485 and matches nothing";
+    const auto notes = [](std::vector<std::string> call, const std::string& input) {
+        const CommandResult result = orvid(std::move(call), input);
+        EXPECT_EQ(result.status, 0) << result;
+        return result.err;
+    };
+    const std::string digits = start + R"("\d")" + end + R"(; \d is written [0-9])" + "\n";
+    EXPECT_EQ(notes({"query", "$[?match(@, 'x(')]"}, R"(["x("])"), start + "\"x(\"" + end + "\n");
+    EXPECT_EQ(notes({"query", "--lines", R"($[?search(@, '\\d')])"}, "[\"1\"]\n[\"2\"]\n"), digits);
+    EXPECT_EQ(notes({"select", R"($[?search(@, '\\d')])"}, R"(["1"])"), digits);
+    EXPECT_EQ(notes({"set", "--query", R"($[?search(@, '\\d')])", "1"}, "[]"), digits);
+    EXPECT_EQ(notes({"remove", "--query", R"($[?search(@, '\\d')])"}, "[]"), digits);
+    EXPECT_EQ(notes({"query", "$[?match(@.t, @.p)]"}, R"([{"t":"x(","p":"x("}])"), "");
+}
+
+TEST(query, that_asks_for_a_length_as_for_a_member_gets_a_note) {
+    const auto notes = [](const std::string& query, const std::string& input) {
+        return orvid({"query", query}, input).err;
+    };
+    const std::string start = "orvid: the query selects nothing: ";
+    EXPECT_EQ(notes("$.l.length", R"({"l":[1,2]})"),
+              start + "\"l\" is an array; its length: orvid length l\n");
+    EXPECT_EQ(notes("$.l[1]['a b'].length", R"({"l":[0,{"a b":"x"}]})"),
+              start + "\"l[1].a b\" is a string; its length: orvid length 'l[1].a b'\n");
+    EXPECT_EQ(notes("$.length", "[]"), start + "the root is an array; its length: orvid length\n");
+    EXPECT_EQ(notes("$.l.length", R"({"l":{"length":1}})"), "");
+    EXPECT_EQ(notes("$.l.length", R"({"l":{}})"), "");
+    const std::string inFilter =
+        start +
+        "there is no member \"length\", and the length of an array or a string is "
+        "length(@.a)\n";
+    EXPECT_EQ(notes("$[?@.l.length > 1]", R"([{"l":[1,2]}])"), inFilter);
+    EXPECT_EQ(notes("$[?@.l.length>1]", R"([{"l":[1,2]}])"), inFilter);
+    EXPECT_EQ(notes("$[?@.length > 1]", R"([{"length":1}])"), "");
+    EXPECT_EQ(notes("$[?@.lengths > 1]", "[]"), "");
+    EXPECT_EQ(notes("$[?length(@.l) > 2]", R"([{"l":[1,2]}])"), "");
+}
+
+TEST(query, is_written_on_one_line_in_the_hint_that_it_lacks_its_dollar) {
+    EXPECT_EQ(orvid({"query", "a\n.b"}, "{}").err,
+              "orvid: query: Expected \"$\" at the beginning, found \"a\"; write '$.a .b'\n"
+              "a .b\n"
+              "^\n");
 }
 
 }  // namespace

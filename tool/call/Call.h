@@ -47,6 +47,7 @@ struct Call {
     bool isQuiet = false;  ///< check reports no malformed documents
     Layout layout;
     LineOptions lines;
+    std::vector<std::string> notes;  ///< on its words, said before the first document is read
 };
 
 }  // namespace orvid_tool

@@ -98,9 +98,8 @@ std::string escapeHint(const Element& root, const Element& holder, const std::st
 std::string mismatch(const Element& holder, const std::string& holderPath, bool isPointer,
                      const std::string& step) {
     const std::string text = placePhrase(holderPath) + " is " + typePhrase(holder);
-    if (step == "length" && !isPointer && (holder.isArray() || holder.isString())) {
-        return text + "; its length: orvid length" +
-               (holderPath.empty() ? "" : " " + shellWord(holderPath));
+    if (step == "length" && !isPointer && hasLength(holder)) {
+        return lengthOf(holder, holderPath);
     }
     return holder.isArray() && isNumber(step) && !isPointer
                ? text + "; write " + shellWord(holderPath + "[" + step + "]")
@@ -253,6 +252,13 @@ std::string newItem(const CallPath& path) {
 }
 
 }  // namespace
+
+bool hasLength(const Element& value) { return value.isArray() || value.isString(); }
+
+std::string lengthOf(const Element& value, const std::string& path) {
+    return placePhrase(path) + " is " + typePhrase(value) + "; its length: orvid length" +
+           (path.empty() ? "" : " " + shellWord(path));
+}
 
 std::string dottedKeyHint(const Element& root, const std::string& path) {
     try {

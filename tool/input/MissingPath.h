@@ -27,6 +27,11 @@ Failure missingPlace(Location location, const ko::Orvid::Element& root,
 Failure missingHolder(Location location, const ko::Orvid::Element& root,
                       const ko::Orvid::PathNotFound& error, const CallPath& path);
 
+/// Whether the value has a length, which some languages have as a member.
+bool hasLength(const ko::Orvid::Element& value);
+/// Why a value that has a length has no member of that name, and what writes it.
+std::string lengthOf(const ko::Orvid::Element& value, const std::string& path);
+
 /// Where what the path leads to is missing, and a key has dots in it that the path has as well: how
 /// to write the path, as the end of a message. Otherwise nothing.
 std::string dottedKeyHint(const ko::Orvid::Element& root, const std::string& path);

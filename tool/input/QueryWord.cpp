@@ -5,12 +5,17 @@
 #include "input/QueryWord.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <utility>
 
+#include "input/MissingPath.h"
 #include "output/Failure.h"
+#include "output/placeWord.h"
 #include "output/shellWord.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -73,6 +78,17 @@ std::string writeHint(const std::string& text) {
                : "; a query has no |: what it writes is handed to another program by the shell";
 }
 
+/// What to write of a class of characters that regular expressions have elsewhere.
+std::string classHint(const std::string& pattern) {
+    for (const auto& [name, written] :
+         {std::pair("\\d", "[0-9]"), std::pair("\\w", "[0-9A-Za-z_]")}) {
+        if (pattern.find(name) != std::string::npos) {
+            return std::string("; ") + name + " is written " + written;
+        }
+    }
+    return "";
+}
+
 /// What to write of an error in a query that begins as one.
 std::string innerHint(const std::string& text, std::size_t at) {
     const bool isEmptyStep = at > 0 && text.compare(at - 1, 2, "[]") == 0;
@@ -86,11 +102,16 @@ bool startsWith(const std::string& text, std::string_view start) {
     return text.compare(0, start.size(), start) == 0;
 }
 
-/// What to write of a path that was taken for a query, and of other languages.
-std::string hint(const std::string& text, int column) {
+/// What to write of a path that was taken for a query, and of other languages. A line break is
+/// whitespace in a query, and would be shown as an escape, which is none.
+std::string hint(std::string text, int column) {
     if (text.empty()) {
         return "";
     }
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char c) { return ko::Orvid::text::k_whitespace.find(c) != std::string_view::npos; },
+        ' ');
     if (text.find("length()") != std::string::npos || startsWith(text, "length(") ||
         startsWith(text, "count(")) {
         return "; orvid length writes how many there are";
@@ -106,6 +127,31 @@ std::string hint(const std::string& text, int column) {
     return writeHint((isStep ? "$" : "$.") + text);
 }
 
+/// Whether a filter has the step `.length`.
+bool filtersByLength(const std::string& text) {
+    const std::string step = ".length";
+    const std::size_t at = text.find(step, std::min(text.find('?'), text.size()));
+    if (at == std::string::npos) {
+        return false;
+    }
+    const auto next = static_cast<unsigned char>(text.c_str()[at + step.size()]);
+    return std::isalnum(next) == 0 && next != '_' && next < 0x80;
+}
+
+/// The place above a step `length` at the end of a query for one place.
+std::optional<ko::Orvid::JsonPointer> aboveLength(const ko::Orvid::JsonPath& query) {
+    try {
+        ko::Orvid::JsonPointer pointer = query.toPointer();
+        if (!pointer.empty() && pointer.steps().back() == "length") {
+            pointer.pop_back();
+            return pointer;
+        }
+    } catch (const ko::Orvid::Exception&) {
+        // It has a negative index, or is for several places.
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 ko::Orvid::JsonPath queryOf(const std::string& text) {
@@ -116,6 +162,37 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
                       "query: " + error.message() + hint(text, error.firstColumn()),
                       wordExcerpt(text, error));
     }
+}
+
+std::vector<std::string> patternNotes(const ko::Orvid::JsonPath& query) {
+    std::vector<std::string> notes;
+    for (const std::string& pattern : query.malformedPatterns()) {
+        notes.push_back("the query has \"" + pattern +
+                        "\", which is no regular expression of RFC 9485 and matches nothing" +
+                        classHint(pattern));
+    }
+    return notes;
+}
+
+std::string lengthNote(const ko::Orvid::JsonPath& query, const Document& document) {
+    const std::string start = "the query selects nothing: ";
+    const std::optional<ko::Orvid::JsonPointer> place = aboveLength(query);
+    if (!place && !filtersByLength(query.str())) {
+        return "";
+    }
+    // The tree of the document may hold no more than the query looks at.
+    ko::Orvid::Element root;
+    readTree(document.location, document.text, root);
+    if (place) {
+        const ko::Orvid::Element* const value = place->find(root);
+        return value == nullptr || !hasLength(*value) ? ""
+                                                      : start + lengthOf(*value, placeWord(*value));
+    }
+    return ko::Orvid::JsonPath("$..length").first(root) != nullptr
+               ? ""
+               : start +
+                     "there is no member \"length\", and the length of an array or a string is "
+                     "length(@.a)";
 }
 
 bool filtersValuesInRoot(const std::string& text) { return startsWith(text, "$[?@."); }

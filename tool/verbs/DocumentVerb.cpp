@@ -184,6 +184,9 @@ ExitStatus DocumentVerb::run(const Call& call, const Report& report, Output& out
         requireAllThere(call.files);
         requireDistinct(call.files);
     }
+    for (const std::string& note : call.notes) {
+        report.note(note);
+    }
     ExitStatus highest = ExitStatus::done;
     if (call.lines.isOn) {
         beginLines(call, out);

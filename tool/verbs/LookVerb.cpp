@@ -13,7 +13,6 @@
 #include "input/Input.h"
 #include "input/MissingPath.h"
 #include "output/phrases.h"
-#include "output/Report.h"
 #include "output/shellWord.h"
 
 namespace orvid_tool {
@@ -83,8 +82,10 @@ void LookVerb::prepare(Call& call) {
         requirePath(m_words.front());
         m_isPathFileToo = isFileThere(m_words.front());
     } else if (!m_in && m_words.size() == 1 && isLikeKey(m_words.front()) && isInputGiven()) {
-        m_note = "\"" + m_words.front() + "\" is read, the file of that name; for the path of " +
-                 "standard input write --in " + shellWord(m_words.front());
+        call.notes.push_back("\"" + m_words.front() +
+                             "\" is read, the file of that name; for the path of standard input "
+                             "write --in " +
+                             shellWord(m_words.front()));
     }
     m_path = CallPath(isPathFirst ? m_words.front() : m_in.value_or(""));
     call.files.assign(m_words.begin() + (isPathFirst ? 1 : 0), m_words.end());
@@ -111,13 +112,6 @@ void LookVerb::apply(const Call& call, Document& document, Bytes& out) const {
                           "; it is a file too: for the roots of all "
                           "files write --in ''");
     }
-}
-
-ExitStatus LookVerb::outcome(const Report& report) const {
-    if (!m_note.empty()) {
-        report.note(m_note);
-    }
-    return ExitStatus::done;
 }
 
 }  // namespace orvid_tool

@@ -29,13 +29,11 @@ private:
     virtual void report(const Call& call, const Document& document, const ko::Orvid::Element& value,
                         Bytes& out) const = 0;
     void apply(const Call& call, Document& document, Bytes& out) const final;
-    ExitStatus outcome(const Report& report) const final;
 
     std::vector<std::string> m_words;
     std::optional<std::string> m_in;
     CallPath m_path;
     bool m_isPathFileToo = false;  ///< a file has the name that is taken for the path
-    std::string m_note;
 };
 
 /// The name of the value's type in JSON: "null", "boolean", "number", "string", "array", "object".

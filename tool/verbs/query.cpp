@@ -78,6 +78,7 @@ public:
         }
         requireNoFile("QUERY", m_text, call.files);
         m_query.emplace(queryOf(m_text));
+        call.notes = patternNotes(*m_query);
         if (m_form == Form::values && !m_isArray && m_query->isSingular()) {
             m_steps = stepsFor(*m_query);
         }
@@ -120,7 +121,9 @@ private:
         const std::vector<const Element*> results = resultsIn(document.root);
         if (!results.empty()) {
             m_isAnythingSelected = true;
-        } else if (call.lines.isOn && document.root.isObject()) {
+        } else if (!call.lines.isOn) {
+            m_lengthNote = lengthNote(*m_query, document);
+        } else if (document.root.isObject()) {
             m_wasRecordLeftOut = true;
         }
         if (m_form == Form::count) {
@@ -141,6 +144,9 @@ private:
                 "records of which it is true: orvid select --lines QUERY, with $ for the record, "
                 "as "
                 "in '$[?$.a == 1]'");
+        }
+        if (!m_lengthNote.empty() && !m_isAnythingSelected) {
+            report.note(m_lengthNote);
         }
         return m_hasStatus && !m_isAnythingSelected ? ExitStatus::failed : ExitStatus::done;
     }
@@ -181,6 +187,7 @@ private:
     bool m_isFirstWanted = false;
     bool m_isArray = false;
     bool m_hasStatus = false;
+    mutable std::string m_lengthNote;  ///< on a whole document, which one thread reads
     mutable std::atomic<bool> m_isAnythingSelected{false};  ///< by any thread
     mutable std::atomic<bool> m_wasRecordLeftOut{
         false};  ///< an object of which nothing is selected

@@ -68,6 +68,7 @@ public:
                                  " goes with PATH only");
             }
             m_query.emplace(queryOf(*m_queryText));
+            call.notes = patternNotes(*m_query);
             noteName(call, *m_queryText);
         } else if (m_words.empty()) {
             throw UsageError("PATH is required");

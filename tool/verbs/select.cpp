@@ -50,6 +50,7 @@ public:
     void prepare(Call& call) override {
         requireNoFile("QUERY", m_text, call.files);
         m_query.emplace(queryOf(m_text));
+        call.notes = patternNotes(*m_query);
     }
 
 private:

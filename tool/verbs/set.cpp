@@ -56,6 +56,7 @@ public:
             prepareValue(call);
             noteName(call, *m_queryText);
             m_query.emplace(queryOf(*m_queryText));
+            call.notes = patternNotes(*m_query);
             return;
         }
         AssignmentVerb::prepare(call);

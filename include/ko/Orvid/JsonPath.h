@@ -75,6 +75,9 @@ public:
     const std::string& str() const noexcept;
     /// Whether it names one place: names and indexes only, one in each segment.
     bool isSingular() const noexcept;
+    /// What the text has for the regular expressions of match() and search() that is none, or too
+    /// large for one, and so matches nothing; in its order.
+    const std::vector<std::string>& malformedPatterns() const noexcept;
     ///@{
     /// The same place as path text or pointer. Throw Exception for a query that is not singular, or
     /// has an index that the other language cannot express: a negative one, or one that is not

@@ -8,6 +8,7 @@
 #include <ko/Orvid.h>
 
 #include <string>
+#include <vector>
 
 #include "support/Document.h"
 
@@ -131,6 +132,16 @@ std::string endOf(const std::string& query, const Element& root, unsigned long l
     } catch (const Exception& error) {
         return error.what();
     }
+}
+
+TEST(Regexp, is_reported_where_the_query_has_a_malformed_one) {
+    const auto malformed = [](const char* query) { return JsonPath(query).malformedPatterns(); };
+    using Patterns = std::vector<std::string>;
+    EXPECT_EQ(malformed(R"($[?match(@, "a.*") || search(@, "")])"), Patterns());
+    EXPECT_EQ(malformed(R"($[?match(@, "x(") || @ == "(" || $[?search(@.a, '\\d')]])"),
+              (Patterns{"x(", R"(\d)"}));
+    EXPECT_EQ(malformed(R"($[?match(@, "a{2000}")])"), Patterns{"a{2000}"});
+    EXPECT_EQ(malformed("$[?match(@.t, @.p)]"), Patterns());
 }
 
 TEST(Regexp, counts_a_text_that_is_searched_by_the_size_of_the_pattern) {
