@@ -352,6 +352,34 @@ TEST(patch, names_the_operation_that_failed_and_changes_nothing) {
     EXPECT_EQ(orvid({"patch", "-"}).status, 2);
 }
 
+TEST(patch, names_the_step_that_is_missing_and_what_is_there_instead) {
+    const ScratchFile document(R"({"name":1,"l":[1,2],"o":{"x":"y"}})");
+    const auto reason = [&](const std::string& operations) {
+        const std::string err = orvid({"patch", "[" + operations + "]", document.name()}).err;
+        const std::string start = "\": ";
+        const std::size_t at = err.find(start);
+        return at == std::string::npos
+                   ? err
+                   : err.substr(at + start.length(), err.find('\n') - at - start.length());
+    };
+    EXPECT_EQ(reason(R"({"op":"remove","path":"/nme"})"),
+              "there is no \"nme\" (did you mean \"name\"?)");
+    EXPECT_EQ(reason(R"({"op":"replace","path":"/l/2","value":0})"), "there is no item 2");
+    EXPECT_EQ(reason(R"({"op":"remove","path":"/l/-"})"), "\"-\" is the place after the last item");
+    EXPECT_EQ(reason(R"({"op":"add","path":"/l/x/y","value":0})"), "\"x\" is no index of an array");
+    EXPECT_EQ(reason(R"({"op":"add","path":"/name/y","value":0})"), "\"name\" is a number");
+    EXPECT_EQ(reason(R"({"op":"copy","from":"/l/9","path":"/l/0"})"), "there is no item 9");
+    EXPECT_EQ(reason(R"({"op":"add","path":"/l/9","value":0})"), "it is no index from 0 to 2");
+    EXPECT_EQ(reason(R"({"op":"remove","path":"/o"},{"op":"test","path":"/o/x","value":0})"),
+              "there is no \"o\"");
+    EXPECT_EQ(reason(R"({"op":"add","path":"/n","value":{"a":1}},{"op":"remove","path":"/n/a/b"})"),
+              "\"n.a\" is a number");
+    EXPECT_EQ(reason(R"({"op":"test","path":"/o/x","value":0})"),
+              "the value there is another: \"y\"");
+    EXPECT_EQ(reason(R"({"op":"test","path":"/o","value":0})"),
+              "the value there is another: an object");
+}
+
 TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
     const ScratchFile document(R"({"a":1,"b":2})");
     const auto said = [&](const std::string& operation) {

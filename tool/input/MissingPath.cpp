@@ -12,6 +12,7 @@
 
 #include "input/PathSteps.h"
 #include "output/phrases.h"
+#include "output/placeWord.h"
 #include "output/shellWord.h"
 #include "output/Similar.h"
 #include "text/whitespace.h"
@@ -109,10 +110,15 @@ std::string mismatch(const Element& holder, const std::string& holderPath, bool 
 /// Why an array has no such step of a JSON Pointer.
 std::string noItem(const std::string& step) {
     if (step == "-") {
-        return ": \"-\" is the place after the last item";
+        return "\"-\" is the place after the last item";
     }
     const bool isIndex = isNumber(step) && (step.length() == 1 || step.front() != '0');
-    return isIndex ? ", there is no item " + step : ": \"" + step + "\" is no index of an array";
+    return isIndex ? "there is no item " + step : "\"" + step + "\" is no index of an array";
+}
+
+/// The reason with the mark before it that a sentence has there.
+std::string afterMark(const std::string& reason) {
+    return (reason.rfind("there is no", 0) == 0 ? ", " : ": ") + reason;
 }
 
 /// Whether the words between the commas, of which there is one, are all keys of the object.
@@ -223,7 +229,8 @@ Failure missing(Location location, const Element& root, const PathNotFound& erro
     std::string text = ", there is no \"" + step + "\"";
     const bool isPointer = !path.empty() && path.front() == '/';
     if (holder != nullptr && holder->isArray() && isPointer) {
-        text = isIndex ? noItem(step.substr(1, step.length() - 2)) + hints.item : noItem(step);
+        text = isIndex ? afterMark(noItem(step.substr(1, step.length() - 2))) + hints.item
+                       : afterMark(noItem(step));
     } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
         text = ": " + mismatch(*holder, holderPath, location.isPointer, step);
     } else if (holder != nullptr && holder->isObject()) {
@@ -252,6 +259,14 @@ std::string newItem(const CallPath& path) {
 }
 
 }  // namespace
+
+std::string missingStep(const Element& holder, const std::string& step) {
+    if (holder.isArray()) {
+        return noItem(step);
+    }
+    return holder.isObject() ? "there is no \"" + step + "\"" + suggestion(step, keysOf(holder))
+                             : placePhrase(placeWord(holder)) + " is " + typePhrase(holder);
+}
 
 bool hasLength(const Element& value) { return value.isArray() || value.isString(); }
 

@@ -27,6 +27,9 @@ Failure missingPlace(Location location, const ko::Orvid::Element& root,
 Failure missingHolder(Location location, const ko::Orvid::Element& root,
                       const ko::Orvid::PathNotFound& error, const CallPath& path);
 
+/// Why the value has no such step of a JSON Pointer.
+std::string missingStep(const ko::Orvid::Element& holder, const std::string& step);
+
 /// Whether the value has a length, which some languages have as a member.
 bool hasLength(const ko::Orvid::Element& value);
 /// Why a value that has a length has no member of that name, and what writes it.

@@ -12,6 +12,7 @@
 #include "edit/Kept.h"
 #include "input/Input.h"
 #include "input/located.h"
+#include "input/MissingPath.h"
 #include "output/phrases.h"
 #include "verbs/verbs.h"
 
@@ -164,13 +165,62 @@ private:
     }
 
     Failure failure(const Document& document, const PatchException& error) const {
-        const std::string text = operationText(error) + ": " + error.reason();
+        const std::string start = operationText(error) + ": ";
         if (error.elementPath() == nullptr) {
-            return malformed(document, error, text);
+            return malformed(document, error, start + error.reason());
         }
         Location element = document.location;
         element.setElement(error);
-        return {ExitStatus::failed, element, text};
+        return {ExitStatus::failed, element, start + reason(document.root, error)};
+    }
+
+    /// What the library says, or which step is missing, and what is there: in the document as the
+    /// operations before have left it.
+    std::string reason(const Element& root, const PatchException& error) const {
+        const Element before = beforeOperation(root, error.number());
+        const JsonPointer pointer(error.path());
+        const Element* element = &before;
+        for (const std::string& step : pointer.steps()) {
+            JsonPointer next;
+            next.push_back(step);
+            const Element* const child = next.find(*element);
+            if (child == nullptr) {
+                const bool isPut =
+                    element->isArray() && &step == &pointer.steps().back() && putsAt(error);
+                return isPut ? error.reason() : missingStep(*element, step);
+            }
+            element = child;
+        }
+        return error.operation() == "test" ? error.reason() + thereIs(*element) : error.reason();
+    }
+
+    Element beforeOperation(const Element& root, std::size_t number) const {
+        const auto& all = given().array();
+        Element first = ko::Orvid::makeArray({});
+        for (std::size_t i = 0; i < number; ++i) {
+            first.array().push_back(all[i]);
+        }
+        Element before = root;
+        ko::Orvid::PatchOptions options;
+        options.maxGrowth = 0;
+        ko::Orvid::applyPatch(before, first, options);
+        return before;
+    }
+
+    /// Whether a value was to be put at the place that the error names.
+    bool putsAt(const PatchException& error) const {
+        const std::string& name = error.operation();
+        return (name == "add" || name == "move" || name == "copy") &&
+               given().array()[error.number()].at("path").string() == error.path();
+    }
+
+    /// Of what a test has found there, what fits a line.
+    static std::string thereIs(const Element& value) {
+        std::string text = value.isObject() || value.isArray()
+                               ? std::string(typePhrase(value)) + "\n"
+                               : jsonLine(value, Layout());
+        text.pop_back();
+        return ": " + text;
     }
 
     /// An operation that is malformed concerns no element of the document. The errors of lines stay
