@@ -99,7 +99,7 @@ TEST(places, are_named_as_they_were_typed) {
     EXPECT_EQ(orvid({"set", "/a/0", "1"}, "{}"),
               failed(1,
                      "(standard input): at a: path \"/a/0\" not found, there is no item 0; the "
-                     "pointer to a new item ends in /-"));
+                     "pointer to a new item ends in /-; this call made \"a\""));
     EXPECT_EQ(orvid({"set", "b=2", "/a/0/c=1"}, R"({"a":1})").status, 3);
     EXPECT_EQ(withoutExcerpt(orvid({"set", "/a/0", "1"}, R"({"a":1})")),
               failed(1, "(standard input):1:6: at a: path \"/a/0\" not found: \"a\" is a number"));

@@ -103,7 +103,7 @@ TEST(set, names_the_step_that_cannot_be_made) {
     EXPECT_EQ(orvid({"set", "n[0]", "1"}, k_document),
               failed(1,
                      "(standard input): at n: path \"n[0]\" not found, there is no \"[0]\"; "
-                     "a new item is written [*]"));
+                     "a new item is written [*]; this call made \"n\""));
     EXPECT_EQ(withoutExcerpt(orvid({"set", "a", "1"}, "null")),
               failed(1, "(standard input):1:1: at (root): path \"a\" not found: the root is null"));
 }

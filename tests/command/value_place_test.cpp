@@ -53,6 +53,23 @@ TEST(value_place, is_that_of_the_value_and_not_of_its_path) {
     EXPECT_EQ(placeOf({"remove", "[0]", "--also", "[0].c", "--lines"}, "[1,2]\n"), "1:");
 }
 
+TEST(value_place, is_none_of_what_the_call_has_made_and_the_error_says_so) {
+    const auto failedAt = [](const std::string& text) {
+        return failed(1, "(standard input): at " + text);
+    };
+    EXPECT_EQ(orvid({"set", "n=1", "n.x=2"}, k_document),
+              failedAt("n: path \"n.x\" not found: \"n\" is a number; this call made \"n\""));
+    EXPECT_EQ(orvid({"set", "n={\"a.b\":1}", "n.a\\.b.x=2"}, k_document),
+              failedAt(R"(n.a\.b: path "n.a\.b.x" not found: "n.a\.b" is a number; this call made )"
+                       R"("n.a\.b")"));
+    EXPECT_EQ(
+        orvid({"patch", R"([{"op":"add","path":"/n","value":1},{"op":"remove","path":"/n/x"}])"},
+              k_document),
+        failedAt("n: operation 1 of the patch, \"remove\" of \"/n/x\": \"n\" is a number; "
+                 "this call made \"n\""));
+    EXPECT_EQ(placeOf({"set", "n=1", "text.x=2"}, k_document), "3:17:");
+}
+
 TEST(value_place, is_reported_records) {
     EXPECT_EQ(placeOf({"get", "--lines", "a.b"}, "{\"a\":{\"b\":1}}\n\n{\"a\": 1}\n"), "3:7:");
     EXPECT_EQ(placeOf({"set", "--lines", "a.b", "1"}, "{\"a\":{\"b\":1}}\n\n{\"a\":1}\n"), "3:6:");

@@ -373,7 +373,7 @@ TEST(patch, names_the_step_that_is_missing_and_what_is_there_instead) {
     EXPECT_EQ(reason(R"({"op":"remove","path":"/o"},{"op":"test","path":"/o/x","value":0})"),
               "there is no \"o\"");
     EXPECT_EQ(reason(R"({"op":"add","path":"/n","value":{"a":1}},{"op":"remove","path":"/n/a/b"})"),
-              "\"n.a\" is a number");
+              "\"n.a\" is a number; this call made \"n.a\"");
     EXPECT_EQ(reason(R"({"op":"test","path":"/o/x","value":0})"),
               "the value there is another: \"y\"");
     EXPECT_EQ(reason(R"({"op":"test","path":"/o","value":0})"),

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "output/phrases.h"
 #include "text/byteOrderMark.h"
 
 namespace orvid_tool {
@@ -68,6 +69,13 @@ std::string excerptOf(const SourcePlace& span, const Document& document) {
     return excerptAt(text, ko::Orvid::ParseException("", line, column, line, column));
 }
 
+/// The failure of a value that was not read from the text of a document that keeps it.
+Failure ofMade(const Failure& failure) {
+    return {failure.status(), failure.location(),
+            failure.text() + ("; this call made " + placePhrase(*failure.location().path)),
+            failure.excerpt()};
+}
+
 }  // namespace
 
 Failure located(const Failure& failure, Document& document) {
@@ -78,7 +86,7 @@ Failure located(const Failure& failure, Document& document) {
     }
     const auto span = placeOf(at, document);
     if (!span) {
-        return failure;
+        return document.kept ? ofMade(failure) : failure;
     }
     at.line = at.line == 0 ? span->line : at.line;
     at.column = span->column;
