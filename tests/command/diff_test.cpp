@@ -44,6 +44,24 @@ TEST(diff_changes, have_the_paths_of_the_first_document_and_of_the_second) {
               printed("- \t{\"l\":[[0],[1],[2,2],[3]]}\n+ \t7\n"));
 }
 
+TEST(diff, accepts_json_text_in_place_of_a_file) {
+    const ScratchFile file("[1]");
+    EXPECT_EQ(orvid({"diff", "--changes", R"({"a":1})", R"( {"a":2})"}).status, 3);
+    EXPECT_EQ(orvid({"diff", "--changes", R"({"a":1})", R"({"a":2})"}),
+              printed("- a\t1\n+ a\t2\n"));
+    EXPECT_EQ(orvid({"diff", "-c", file.name(), "[1,2]"}),
+              printed("[{\"op\":\"add\",\"path\":\"/1\",\"value\":2}]\n"));
+    EXPECT_EQ(orvid({"diff", "{}", "[1"}),
+              failed(2,
+                     "TO:1:3: at (root): The text ends before the document is complete (the array "
+                     "that begins at 1:1 is not closed)\n[1\n  ^"));
+    EXPECT_EQ(
+        orvid({"diff", "--ascii", "[\"\xFF\"]", "[]"}),
+        printed("[\n    {\n        \"op\": \"remove\",\n        \"path\": \"/0\"\n    }\n]\n"));
+    EXPECT_EQ(orvid({"diff", "--ascii", "[]", "[\"\xFF\"]"}),
+              failed(1, "TO: at [0]: holds bytes that are no UTF-8, which --ascii cannot write"));
+}
+
 TEST(diff_strict, refuses_what_is_lenient_in_either) {
     const ScratchFile right("[1]");
     const ScratchFile lenient("[1,]");

@@ -255,6 +255,16 @@ TEST(values, of_text_files_have_no_byte_order_mark) {
               printed("{\"a\":\"hello\\n\"}\n"));
 }
 
+TEST(schema, may_be_json_text) {
+    const std::string schema = R"({"properties":{"a":{"default":1}}})";
+    EXPECT_EQ(orvid({"get", "a", "--default", "--schema", schema}, "{}"), printed("1\n"));
+    EXPECT_EQ(orvid({"defaults", "--schema", schema}, "{}"), printed("a\t1\n"));
+    EXPECT_EQ(orvid({"defaults", "--schema", "{}"}, "{}").err,
+              "orvid: the schema in SCHEMA has neither properties nor items, so it gives no "
+              "defaults\n");
+    EXPECT_EQ(orvid({"defaults", "--schema", "{]"}, "{}").status, 2);
+}
+
 TEST(schema, cannot_be_standard_input_beside_the_document) {
     for (const char* const verb : {"get", "defaults"}) {
         const std::string path = std::string(verb) == "get" ? "a" : "-";

@@ -106,8 +106,10 @@ void addRaw(Words& words, Call& call) {
 }
 
 void addSchema(Words& words, Call& call) {
-    words.option("--schema", call.schemaFile, "FILE",
-                 "the schema for documents that carry none in meta.schema");
+    words.option(
+        "--schema", call.schemaFile, "FILE",
+        "the schema for documents that carry none in meta.schema; a file, or JSON text that "
+        "begins with {");
 }
 
 void addLines(Words& words, Call& call, const char* help) {

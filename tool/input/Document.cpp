@@ -142,6 +142,21 @@ void readArgument(const char* name, const std::string& text, Element& root,
     }
 }
 
+bool isJsonText(const std::string& word) { return word.find_first_of("{[") == 0; }
+
+std::string inputOrTextName(const char* name, const std::string& word) {
+    return isJsonText(word) ? name : inputName(word);
+}
+
+void readFileOrText(const char* name, const std::string& word, Element& root,
+                    const ReadOptions& options) {
+    if (isJsonText(word)) {
+        readArgument(name, word, root, options);
+    } else {
+        readFile(word, root, options);
+    }
+}
+
 void readFile(const std::string& file, Element& root, const ReadOptions& options) {
     const Location location{inputName(file), 0, 0, {}};
     try {

@@ -56,6 +56,16 @@ Failure failureOf(const Location& location, std::string_view text,
 void readArgument(const char* name, const std::string& text, ko::Orvid::Element& root,
                   const ko::Orvid::ReadOptions& options = wholeOptions());
 
+/// Whether a word of the call that may be a file is JSON text: no common name begins so, and one
+/// that does has ./ before it.
+bool isJsonText(const std::string& word);
+/// The name for errors of such a word: `name` for JSON text, or else that of the file.
+std::string inputOrTextName(const char* name, const std::string& word);
+
+/// Reads the word if it is JSON text, as readArgument() does, or else the file of that name.
+void readFileOrText(const char* name, const std::string& word, ko::Orvid::Element& root,
+                    const ko::Orvid::ReadOptions& options);
+
 /// Reads a whole file, or standard input for "-", into `root`, as readTree() does.
 void readFile(const std::string& file, ko::Orvid::Element& root,
               const ko::Orvid::ReadOptions& options = wholeOptions());

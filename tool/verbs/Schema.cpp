@@ -30,7 +30,7 @@ void Schema::load(const Call& call) {
         throw UsageError("--schema and FILE cannot both be standard input");
     }
     Element text;
-    readFile(*call.schemaFile, text, documentOptions(call.isStrict));
+    readFileOrText("SCHEMA", *call.schemaFile, text, documentOptions(call.isStrict));
     const Element* const own = Path::tryGetElement(k_schemaPath, text);
     m_root = Element::k_emptyElement;
     m_root.create(k_schemaPath, own != nullptr ? *own : text);

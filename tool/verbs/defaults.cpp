@@ -98,7 +98,7 @@ public:
         }
         m_schema.load(call);
         if (m_schema.describesNothing()) {
-            m_notes.push_back("the schema in " + inputName(*call.schemaFile) +
+            m_notes.push_back("the schema in " + inputOrTextName("SCHEMA", *call.schemaFile) +
                               " has neither properties nor items, so it gives no defaults");
         }
         m_areRecords = call.lines.isOn;

@@ -29,8 +29,10 @@ public:
     }
 
     void addWords(Words& words, Call& call) override {
-        words.required("FROM", m_from, "the first document; - is standard input");
-        words.required("TO", m_to, "the second document; - is standard input");
+        words.required("FROM", m_from,
+                       "the first document: a file, - for standard input, or JSON text that begins "
+                       "with { or [");
+        words.required("TO", m_to, "the second document");
         words.number("--fine-up-to", m_options.fineUpTo, "BYTES",
                      "keep single changes up to so many bytes, 1024 by default, and beyond it what "
                      "is shorter");
@@ -51,8 +53,8 @@ public:
     ExitStatus run(const Call& call, const Report& /*report*/, Output& out) const override {
         Element from;
         Element to;
-        readFile(m_from, from, documentOptions(call.isStrict));
-        readFile(m_to, to, documentOptions(call.isStrict));
+        readFileOrText("FROM", m_from, from, documentOptions(call.isStrict));
+        readFileOrText("TO", m_to, to, documentOptions(call.isStrict));
         const Element patch = ko::Orvid::makePatch(from, to, m_options);
         try {
             if (!m_isQuiet) {
@@ -62,7 +64,8 @@ public:
         } catch (const Unwritable& error) {
             throw unwritable(from, to, error);
         } catch (const std::bad_alloc&) {
-            throw memoryFailure({inputName(m_from) + ", " + inputName(m_to), 0, 0, {}});
+            throw memoryFailure(
+                {inputOrTextName("FROM", m_from) + ", " + inputOrTextName("TO", m_to), 0, 0, {}});
         }
         const bool isTold = (m_hasExitCode || m_isQuiet) && patch.size() > 0;
         return isTold ? ExitStatus::failed : ExitStatus::done;
@@ -74,7 +77,7 @@ private:
         const Location ofTo = Unwritable(error.what(), to).place();
         const bool isOfTo = ofTo.path.has_value();
         Location at = isOfTo ? ofTo : Unwritable(error.what(), from).place();
-        at.file = inputName(isOfTo ? m_to : m_from);
+        at.file = isOfTo ? inputOrTextName("TO", m_to) : inputOrTextName("FROM", m_from);
         return {ExitStatus::failed, std::move(at), error.what()};
     }
 

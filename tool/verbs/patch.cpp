@@ -38,7 +38,7 @@ public:
 
     void prepare(Call& call) override {
         const ReadOptions options = call.isStrict ? ReadOptions::strict() : ReadOptions::jsonc();
-        if (isInline()) {
+        if (isJsonText(m_word)) {
             m_name = "PATCH";
             m_text.append(m_word + "\n");
             readArgument(m_name.c_str(), m_word, m_change, options);
@@ -68,13 +68,10 @@ protected:
 
 private:
     std::string hintForFile(const std::string& word) const override {
-        return word.find_first_of("{[") == 0 ? "; the change stands before the file" : "";
+        return isJsonText(word) ? "; the change stands before the file" : "";
     }
 
     static constexpr std::string_view k_file = "file:";
-
-    /// No common name of a file begins so; one that does has ./ before it.
-    bool isInline() const { return m_word.find_first_of("{[") == 0; }
 
     std::string_view text() const { return m_text.view().substr(0, m_text.length() - 1); }
 
