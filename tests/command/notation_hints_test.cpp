@@ -316,4 +316,37 @@ TEST(words, that_join_columns_are_explained) {
     EXPECT_EQ(orvid({"csv", "-f", R"(id\,name)"}, R"({"id,name":1})"), printed("\"id,name\"\n1\n"));
 }
 
+TEST(notations, of_a_member_of_all_items_are_explained) {
+    const std::string document = R"({"s":[{"p":1},{"q":2}],"n":[1]})";
+    const auto text = [&](const std::vector<std::string>& call, const std::string& input) {
+        const std::string err = withoutExcerpt(orvid(call, input)).err;
+        return err.substr(err.find("not found"));
+    };
+    const std::string start = "not found: \"s\" is an array; for all items: orvid ";
+    EXPECT_EQ(text({"get", "s.p"}, document), start + "query '$.s[*].p'\n");
+    EXPECT_EQ(text({"get", "s.*.q"}, document), start + "query '$.s[*].q'\n");
+    EXPECT_EQ(text({"remove", "s.p.x"}, document), start + "remove --query '$.s[*].p.x'\n");
+    EXPECT_EQ(text({"type", "p"}, R"([{"p":1}])"),
+              "not found: the root is an array; for all items: orvid query '$[*].p'\n");
+    EXPECT_EQ(text({"get", "*.p"}, R"([{"p":1}])"),
+              "not found: the root is an array; for all items: orvid query '$[*].p'\n");
+    EXPECT_EQ(text({"get", "s.q"}, document), "not found: \"s\" is an array\n");
+    EXPECT_EQ(text({"get", "n.*"}, document), "not found: \"n\" is an array\n");
+    EXPECT_EQ(text({"get", "s.p..x"}, document), "not found: \"s\" is an array\n");
+}
+
+TEST(notations, of_a_filter_in_a_path_to_set_are_explained) {
+    EXPECT_EQ(orvid({"set", R"(s[?@.h=="b"].p=1)"}, "{}"),
+              failed(2, R"("="b"].p=1" is no JSON; items are chosen by a query: orvid set --query )"
+                        R"('$.s[?@.h=="b"].p' 1)"));
+    EXPECT_EQ(orvid({"set", R"([?@.h=="b"].p)", "1"}, "[]"),
+              failed(2, R"("="b"].p" is no JSON; items are chosen by a query: orvid set --query )"
+                        R"('$[?@.h=="b"].p' VALUE; a = in a key is written \=)"));
+}
+
+TEST(notations, of_a_regular_expression_have_two_backslashes_in_a_query) {
+    EXPECT_TRUE(says({"query", R"($[?search(@, "\w")])"},
+                     "found \"w\"; a backslash, as of a regular expression, is written \\\\\n"));
+}
+
 }  // namespace

@@ -107,6 +107,24 @@ std::string mismatch(const Element& holder, const std::string& holderPath, bool 
                : text;
 }
 
+/// What writes the step below all items, where the array has items with such a member.
+std::string itemsHint(const Element& array, const std::string& holderPath, const std::string& step,
+                      const std::string& path) {
+    const bool isBelow = path.compare(0, holderPath.length(), holderPath) == 0;
+    if (!array.isArray() || array.size() == 0 || !isBelow || !array.item(0)->isObject() ||
+        (step != "*" && !array.item(0)->contains(step))) {
+        return "";
+    }
+    std::string rest = path.substr(holderPath.length());
+    if (step == "*") {
+        rest.erase(0, rest.find('*') + 1);
+    } else if (rest.front() != '.') {
+        rest.insert(0, ".");
+    }
+    const std::string call = queryCall(holderPath + "[*]" + rest);
+    return call.empty() ? call : "; for all items: " + call;
+}
+
 /// Why an array has no such step of a JSON Pointer.
 std::string noItem(const std::string& step) {
     if (step == "-") {
@@ -233,6 +251,7 @@ Failure missing(Location location, const Element& root, const PathNotFound& erro
                        : afterMark(noItem(step));
     } else if (holder != nullptr && (isIndex ? !holder->isArray() : !holder->isObject())) {
         text = ": " + mismatch(*holder, holderPath, location.isPointer, step);
+        text += hints.item.empty() ? itemsHint(*holder, holderPath, step, path) : "";
     } else if (holder != nullptr && holder->isObject()) {
         text += hint(*holder, holderPath, step, path);
         text += hints.isMadeBySet ? makeHint(path, holderPath) : "";

@@ -95,7 +95,9 @@ std::string innerHint(const std::string& text, std::size_t at) {
     if (const std::string query = withStars(text); isEmptyStep && isQuery(query)) {
         return "; for all items write " + shellWord(query);
     }
-    return operatorHint(std::string_view(text).substr(at));
+    return at > 0 && text[at - 1] == '\\'
+               ? "; a backslash, as of a regular expression, is written \\\\"
+               : operatorHint(std::string_view(text).substr(at));
 }
 
 bool startsWith(const std::string& text, std::string_view start) {

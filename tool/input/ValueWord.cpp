@@ -4,6 +4,7 @@
 
 #include "input/ValueWord.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <string>
@@ -82,6 +83,19 @@ std::string whose(std::string before) {
     return ", in the value for \"" + before + "\"";
 }
 
+/// The call that sets what a filter in the path chooses, where the word began with such a path: the
+/// `=` of its comparison was taken for the end of the path.
+std::string filterHint(const std::string& word) {
+    const std::size_t mark = word.find('=', std::min(word.rfind(']'), word.length()));
+    const std::string path = word.substr(0, mark);
+    const std::string query = (path.rfind('[', 0) == 0 ? "$" : "$.") + path;
+    if (path.find("[?") == std::string::npos || !isQuery(query)) {
+        return "";
+    }
+    return "; items are chosen by a query: orvid set --query " + shellWord(query) + " " +
+           (mark == std::string::npos ? "VALUE" : shellWord(word.substr(mark + 1)));
+}
+
 void readJson(const std::string& word, Element& value, const ReadOptions& options,
               const std::string& before) {
     try {
@@ -90,6 +104,9 @@ void readJson(const std::string& word, Element& value, const ReadOptions& option
         if (!looksLikeText(word)) {
             throw Failure(failure.status(), failure.location(), failure.text() + whose(before),
                           failure.excerpt());
+        }
+        if (const std::string hint = filterHint(before + word); !hint.empty()) {
+            throw Failure(ExitStatus::usage, "\"" + word + "\" is no JSON" + hint);
         }
         const bool isAddress = before.find_first_of("/?&") != std::string::npos;
         throw Failure(ExitStatus::usage,
