@@ -257,6 +257,18 @@ TEST(lines, keep_their_byte_order_mark_whatever_is_selected) {
               printed(mark + "{\"b\":2}\n"));
 }
 
+TEST(lines, keep_the_byte_order_mark_of_the_first_file_alone) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const ScratchFile first(mark + "{\"a\":1}\n");
+    const ScratchFile second(mark + "{\"a\":2}\n");
+    const std::string records = mark + "{\"a\":1}\n{\"a\":2}\n";
+    EXPECT_EQ(orvid({"select", "--lines", "$.a", first.name(), second.name()}), printed(records));
+    EXPECT_EQ(orvid({"remove", "--lines", "--if-present", "b", first.name(), second.name()}),
+              printed(records));
+    EXPECT_EQ(orvid({"set", "-i", "--lines", "a=3", first.name(), second.name()}), printed(""));
+    EXPECT_EQ(bytesOfFile(second.name()), mark + "{\"a\":3}\n");
+}
+
 TEST(lines, keep_their_byte_order_mark_whatever_becomes_of_the_first_that_fails) {
     const std::string mark = "\xEF\xBB\xBF";
     const std::string records = mark + "[1\n{}\n";

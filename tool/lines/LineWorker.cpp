@@ -14,10 +14,6 @@ namespace orvid_tool {
 
 namespace {
 
-/// Whether the mark at the beginning of the input stands at that of the output too, whatever
-/// becomes of its line.
-bool keepsMark(const Call& call) { return call.isChoice || (call.isEdit && !call.layout.isAsked); }
-
 /// A mark belongs at the beginning of an input. The verbs that edit read texts of their own, before
 /// which one may stand: they are not to keep it in the middle of a file.
 void refuseMark(const Document& document) {
@@ -44,7 +40,7 @@ void LineWorker::work(LineBatch& batch) const {
     const std::string_view mark =
         text.substr(0, batch.isFirst ? ko::Orvid::text::markLength(text) : 0);
     text.remove_prefix(mark.length());
-    const std::string_view kept = keepsMark(m_call) ? mark : std::string_view();
+    const std::string_view kept = m_keepsMark ? mark : std::string_view();
     batch.out.append(kept);
     if (batch.kind == LineBatch::whole) {
         workOnLines(text, batch);

@@ -15,9 +15,10 @@ namespace orvid_tool {
 /// Used by several threads at once, each with a batch of its own.
 class LineWorker {
 public:
-    /// `name` is that of the input. All must outlive the worker.
-    LineWorker(const DocumentVerb& verb, const Call& call, const std::string& name)
-        : m_verb(verb), m_call(call), m_name(name) {}
+    /// `name` is that of the input. All must outlive the worker. `keepsMark` says that a byte order
+    /// mark before the first line is to stand before its result too.
+    LineWorker(const DocumentVerb& verb, const Call& call, const std::string& name, bool keepsMark)
+        : m_verb(verb), m_call(call), m_name(name), m_keepsMark(keepsMark) {}
 
     /// Fills in the results. Stops at a line that fails where the call says so, or when the call's
     /// own words turn out to be wrong.
@@ -34,6 +35,7 @@ private:
     const DocumentVerb& m_verb;
     const Call& m_call;
     const std::string& m_name;
+    bool m_keepsMark;
 };
 
 }  // namespace orvid_tool

@@ -38,15 +38,15 @@ void writeStats(const LineCounts& counts, const std::string& name, const Report&
 
 }  // namespace
 
-LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, bool keepsEnd,
+LinesEnd runLines(const DocumentVerb& verb, const Call& call, Input& input, KeptEnds kept,
                   const Report& report, Output& out) {
     std::optional<AppendedFile> rejects;
     if (call.lines.rejects) {
         rejects.emplace(*call.lines.rejects);
         requireApart(*rejects, input);
     }
-    LineRun run{{input, call.lines.longest, keepsEnd},
-                {verb, call, input.name()},
+    LineRun run{{input, call.lines.longest, kept.noNewline},
+                {verb, call, input.name(), kept.mark},
                 {report, out, rejects ? &*rejects : nullptr}};
     if (call.lines.threads > 1) {
         runInThreads(run, call.lines.threads);

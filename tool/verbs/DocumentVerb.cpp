@@ -98,23 +98,25 @@ LinesEnd runWhole(const DocumentVerb& verb, const Call& call, const std::string&
     return {ExitStatus::done, true};
 }
 
-/// Whether a last record that lacks its newline goes without one: in an edit that keeps the text,
-/// unless the records of another file follow.
-bool keepsEnd(const Call& call, const std::string& file) {
-    return call.isEdit && !call.layout.isAsked && (call.isInPlace || &file == &call.files.back());
+/// In an edit that keeps the text a last record that lacks its newline goes without one, unless the
+/// records of another file follow. A mark goes only before all other records.
+KeptEnds keptEnds(const Call& call, const std::string& file) {
+    const bool keepsText = call.isEdit && !call.layout.isAsked;
+    return {(keepsText || call.isChoice) && (call.isInPlace || &file == &call.files.front()),
+            keepsText && (call.isInPlace || &file == &call.files.back())};
 }
 
 LinesEnd runLinesOf(const DocumentVerb& verb, const Call& call, const std::string& file,
                     const Report& report, Output& out) {
-    const bool isOpen = keepsEnd(call, file);
+    const KeptEnds kept = keptEnds(call, file);
     if (!call.isInPlace) {
         Input input(file);
-        return runLines(verb, call, input, isOpen, report, out);
+        return runLines(verb, call, input, kept, report, out);
     }
     const EditLock lock(file);
     Input input(file);
     InPlace edited(file);
-    const LinesEnd end = runLines(verb, call, input, isOpen, report, edited);
+    const LinesEnd end = runLines(verb, call, input, kept, report, edited);
     if (end.isComplete) {
         edited.finish(input.stamp());
     }
