@@ -20,6 +20,7 @@ using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
+using orvid_test::repeated;
 using orvid_test::ScratchFile;
 using orvid_test::shell;
 using orvid_test::withoutExcerpt;
@@ -378,6 +379,10 @@ TEST(patch, names_the_step_that_is_missing_and_what_is_there_instead) {
               "the value there is another: \"y\"");
     EXPECT_EQ(reason(R"({"op":"test","path":"/o","value":0})"),
               "the value there is another: an object");
+    const std::string longText = "\"" + repeated("x", 200) + "\"";
+    EXPECT_EQ(reason(R"({"op":"add","path":"/t","value":)" + longText +
+                     R"(},{"op":"test","path":"/t","value":0})"),
+              "the value there is another: a string; this call made \"t\"");
 }
 
 TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {

@@ -211,14 +211,15 @@ private:
                given().array()[error.number()].at("path").string() == error.path();
     }
 
-    /// Of what a test has found there, what fits a line.
+    /// What a test has found there: the value, or its type where that is too long for a line.
     static std::string thereIs(const Element& value) {
-        std::string text = value.isObject() || value.isArray()
-                               ? std::string(typePhrase(value)) + "\n"
-                               : jsonLine(value, Layout());
-        text.pop_back();
-        return ": " + text;
+        constexpr std::size_t longest = 100;
+        const std::string line = isContainer(value) ? "" : jsonLine(value, Layout());
+        return ": " + (line.empty() || line.length() > longest ? typePhrase(value)
+                                                               : line.substr(0, line.length() - 1));
     }
+
+    static bool isContainer(const Element& value) { return value.isObject() || value.isArray(); }
 
     /// An operation that is malformed concerns no element of the document. The errors of lines stay
     /// with their lines, and say where it stands.
