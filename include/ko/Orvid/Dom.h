@@ -70,11 +70,10 @@ public:
     /// The same for a tree in which these values are known to have been moved, from where they
     /// stood in the text to where they stand in the tree: text() alone compares, and so cannot
     /// follow a value that others equal. A former place that leads nowhere has no effect, and a
-    /// value is moved once: the first of its places counts. One that is gone by them, with a new
-    /// place that leads nowhere, takes its comments with it. PatchOptions::moved gets the places of
-    /// a patch; for a merge patch `{{JsonPointer(), JsonPointer()}}` says that nothing was moved.
-    /// Where memory is refused, std::bad_alloc is thrown, and document, text and places are as they
-    /// were.
+    /// value is moved once: the first of its places counts. A value whose new place leads nowhere
+    /// is gone, and its comments with it. PatchOptions::moved gets the places of a patch; for a
+    /// merge patch `{{JsonPointer(), JsonPointer()}}` says that nothing was moved. Where memory is
+    /// refused, std::bad_alloc is thrown, and document, text and places are as they were.
     std::string text(const MovedPlaces& moved) const;
 
     /// Gives the file text() as its content, at once (see SafeFile); a file that has that content

@@ -27,12 +27,13 @@ struct PatchOptions {
     /// 0 is no limit.
     std::uint64_t maxGrowth = k_inProportion;
     /// Unless it is null, and when the patch succeeds, it gets what Dom::text() cannot find out by
-    /// comparing: the place of each value that was moved, before and afterwards; the same for items
-    /// that equal one which was added to their array or removed from it; and for the containers
-    /// around them. A copy of a value that is removed is that value, moved. A value that was moved,
-    /// or that another was moved onto, and is there no more has a new place that leads nowhere. The
-    /// root is among them, for these are all. What the patch itself added is left out. Where the
-    /// patch fails, or memory is refused, it is as it was.
+    /// comparing: for each value that was moved, its place before and after the patch; the same for
+    /// items that equal one which was added to their array or removed from it, and for the
+    /// containers around them. Where a value is copied and then removed, its first copy is that
+    /// value, moved. A value that was moved, or that another was moved onto, and is no longer there
+    /// has a new place that leads nowhere. The root is listed as well, which says that nothing else
+    /// was moved, unless the list is so long that it was cut. Values that the patch itself added
+    /// are left out. Where the patch fails, or memory is refused, the list is as it was.
     MovedPlaces* moved = nullptr;
 };
 

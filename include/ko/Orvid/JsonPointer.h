@@ -80,8 +80,8 @@ private:
 };
 
 /// Values that were moved within a document: where each stood before, and where it stands now. One
-/// whose new place leads nowhere is gone for good. With the root among them, from "" to "" or to
-/// nowhere, they are all that was moved: what else is no longer at its place was removed.
+/// whose new place leads nowhere is gone. A pair for the root, from "" to "" or to nowhere, says
+/// that nothing else was moved: a value that is not listed either stayed or was removed.
 using MovedPlaces = std::vector<std::pair<JsonPointer, JsonPointer>>;
 
 }  // namespace ko::Orvid

@@ -21,7 +21,7 @@ namespace ko {
 /// of what was there, up to k_largestSlab. Used by one thread at a time.
 class KO_API SlabArena {
     struct Slab;
-    /// What stands at the begin of a page.
+    /// What stands at the beginning of a page.
     struct Page {
         Slab* slab;
         std::atomic<bool> isMarked{false};
@@ -59,24 +59,24 @@ public:
         SlabArena* const m_outer;
     };
 
-    /// A page of small blocks none of which was marked (see mark()), or none: an object there that
-    /// would have marked its block before it owned anything can be freed without a look at it.
+    /// A page of small blocks of which none is marked, or no page. An object that marks its block
+    /// (see mark()) before it owns anything owns nothing here: it can be freed without a look.
     class QuietPage {
     public:
         QuietPage() = default;
-        /// The one with that block, which may be null, if there is one.
+        /// The one in which the block, which may be null, lies; no page where there is none.
         static QuietPage of(const void* block) noexcept;
 
         explicit operator bool() const noexcept { return m_address != k_none; }
         /// Whether the block, which may be null, lies in it.
         bool has(const void* block) const noexcept {
-            return (addressOf(block) & k_place) == m_address;
+            return (addressOf(block) & k_pageBits) == m_address;
         }
 
     private:
-        /// What the address of a block has in common with that of its page.
-        static constexpr std::uintptr_t k_place = ~std::uintptr_t{k_page - 1} | (k_grain - 1);
-        static constexpr std::uintptr_t k_none = 1;
+        /// The bits that the address of a small block shares with that of its page.
+        static constexpr std::uintptr_t k_pageBits = ~std::uintptr_t{k_page - 1} | (k_grain - 1);
+        static constexpr std::uintptr_t k_none = 1;  ///< which no page has as its address
 
         std::uintptr_t m_address = k_none;
     };

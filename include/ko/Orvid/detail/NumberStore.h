@@ -53,7 +53,7 @@ struct JsonNumber {
 /// layouts m_kind also says whether the text in m_bytes is known to be a JSON number.
 ///
 /// A store that was made in node memory without a heap text says so in m_kind, and marks its page
-/// before it changes, gets a heap text, or goes: in a page without a mark no number owns anything.
+/// before it changes, gets a heap text, or goes: in a page without a mark no store owns anything.
 class KO_API NumberStore {
 public:
     /// The kind is a Number::EBinaryType. Without a kind, the bits are those of the binary value
@@ -280,11 +280,12 @@ private:
         m_kind.store(kind, std::memory_order_relaxed);
         m_length = length;
     }
+    /// The kind with k_arena as the place says.
     static unsigned char placed(unsigned char kind, detail::NumberPlace place) noexcept {
         return place == detail::NumberPlace::arena ? kind | k_arena
                                                    : kind & static_cast<unsigned char>(~k_arena);
     }
-    /// To be called before what the class comment names.
+    /// To be called before each of the changes that the class comment names.
     void markPage() const noexcept {
         if ((m_kind.load(std::memory_order_relaxed) & k_arena) != 0) {
             SlabArena::mark(this);
