@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // As read_both, for a file: a text that lies where a DomParser's pieces of a file end, which inputs
-// of a fuzzer would be too short for. Before it comes the begin of a document and a filler.
+// of a fuzzer would be too short for. Before it stand the beginning of a document and a filler.
 
 #include <ko/Orvid.h>
 

@@ -26,7 +26,7 @@ struct Frame {
     std::vector<std::uint32_t> siblings;  ///< the children that the text has, in its order
     std::vector<bool> stays;              ///< which of these kept their order here
     bool breaksLines;                     ///< where no siblings say whether
-    std::uint32_t lineModel;              ///< in the text: what it is like on a line, or k_none
+    std::uint32_t lineModel;              ///< whose whitespace it has on one line, or k_none
     std::string lineIndent;               ///< of the line on which the container begins
     Reindent reindent;                    ///< of what is copied from the container's own text
 

@@ -15,7 +15,7 @@ namespace ko::Orvid {
 namespace {
 
 constexpr std::uint32_t k_mostContainers = 4000;
-/// How far the begin of a line is looked for, in bytes.
+/// How far back the beginning of a line is looked for, in bytes.
 constexpr std::size_t k_farthestLine = 1000;
 
 /// Texts and how often each was seen.

@@ -179,8 +179,8 @@ const UsualLayout::Inside& UsualLayout::inside(std::uint32_t container) {
     return result;
 }
 
-/// Whether it is of the frame's type, and its children stand on one line without comments around
-/// them all.
+/// Whether the value is a container of the frame's type with children, all on one line, and has no
+/// comment after its opening or before its closing bracket.
 bool UsualLayout::isLineLike(const Frame& frame, std::uint32_t value) {
     if (!m_map.isContainer(value) || !m_map.hasChildren(value) ||
         m_map.isObject(value) != isObject(frame)) {
@@ -190,8 +190,9 @@ bool UsualLayout::isLineLike(const Frame& frame, std::uint32_t value) {
     return !found.isManyLine && !hasComment(found.open) && !hasComment(found.close);
 }
 
-/// The one that it is laid out as anyway, or else the nearest sibling, if that is of its type.
-/// Where the siblings beside that one differ, as in aligned columns, the habits say more.
+/// The model of its line breaks, or else the nearest sibling, if that is on one line and of its
+/// type. Where the siblings beside that one differ from it, as in aligned columns, the habits are
+/// the better model.
 std::uint32_t UsualLayout::lineModel(const Frame& frame, const Frame* outer) {
     if (frame.breaksLines || outer == nullptr || outer->siblings.empty()) {
         return k_none;

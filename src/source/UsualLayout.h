@@ -42,8 +42,8 @@ public:
     /// `outer` is the frame in which it stands; null for the root.
     bool breaksLines(const Frame& frame, const Frame* outer);
 
-    /// The container of the text whose whitespace one that is filled has on one line; k_none where
-    /// there is none, and the document's habits hold.
+    /// For a container that gets its first children on one line: the container of the text whose
+    /// whitespace it takes. k_none where there is none, so that the document's habits hold.
     std::uint32_t lineModel(const Frame& frame, const Frame* outer);
 
 private:

@@ -94,8 +94,8 @@ public:
         }
     }
 
-    /// How many bytes at `at`, where no valid sequence is, belong to the longest begin of one: at
-    /// least the first byte.
+    /// How many bytes at `at`, where no valid sequence is, belong to the longest beginning of one:
+    /// at least the first byte.
     static unsigned int begunLength(const char* at, const char* end) noexcept {
         Utf8Sequence sequence;
         sequence.begin(static_cast<unsigned char>(*at));

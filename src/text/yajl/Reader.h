@@ -72,8 +72,8 @@ public:
     /// How many bytes of the document, over all pieces, were read when the last parse() ended: all
     /// of them, or up to the end of the complete value, or up to where error() sets its marker.
     /// That is: an offending byte within a token; the first byte of a number that does not fit; the
-    /// end of a token that was not expected or whose callback stopped, but the begin of one that
-    /// follows a member's value (of a string: two bytes on). A marker cannot leave the last
+    /// end of a token that was not expected or whose callback stopped, but the beginning of one
+    /// that follows a member's value (of a string: two bytes on). A marker cannot leave the last
     /// piece; only for numbers that do not fit does the position, when they began in an earlier
     /// one. Pieces after the end or the error do not move it, nor does a std::bad_alloc of YAJL.
     std::uint64_t position() const;
