@@ -20,7 +20,7 @@ using ko::Orvid::Element;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::TokenSpan;
 
-/// So many containers the library looks at.
+/// The library learns its habits from no more containers.
 constexpr std::size_t k_mostContainers = 4000;
 constexpr unsigned int k_mostDepth = 32;
 

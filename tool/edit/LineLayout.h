@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// LineLayout, how the containers of a record are laid out that is one line, and a new value laid
-// out so. The library goes by what most containers do; here all must do the same.
+// LineLayout, how the containers of a record on one line are laid out, for a new value that is put
+// into it. The library goes by what most containers do; here all must do the same.
 
 #pragma once
 
@@ -15,12 +15,13 @@ namespace orvid_tool {
 
 class LineLayout {
 public:
-    /// That of the containers in the text, which strict reading accepts. Nothing where they are not
-    /// all laid out alike, where the text has several lines, and where there are very many.
+    /// The layout of the containers in the text, which strict reading accepts. Nothing where they
+    /// are not all laid out alike, where the text has several lines, and where there are very many
+    /// containers.
     static std::optional<LineLayout> of(std::string_view text);
 
-    /// Appends the value as the library would lay it out where there was no container. Returns
-    /// false for one that is deep, with a part of it appended.
+    /// Appends the value as the library would lay it out where no container stood before. Returns
+    /// false for a value that is deep, with a part of it appended.
     bool append(const ko::Orvid::Element& value, std::string& out) const;
 
 private:

@@ -31,13 +31,13 @@ bool removeFromRecord(std::string_view text, const ValueSteps& steps, Bytes& out
 bool insertIntoRecord(std::string_view text, const ValueSteps& steps,
                       const ko::Orvid::Element& value, Bytes& out);
 
-/// Puts the value so after the last child, as the item `[*]` or a member whose key is not there.
-/// False of other steps.
+/// Puts the value after the last child, in the same layout, as the item `[*]` or as a member whose
+/// key is not there. Returns false for other steps.
 bool appendToRecord(std::string_view text, const ValueSteps& steps, const ko::Orvid::Element& value,
                     Bytes& out);
 
-/// Puts the container in the place of the scalar at the steps. False of scalars to be put, and
-/// where a container is.
+/// Puts a container in the place of the scalar at the steps. Returns false for a scalar to be put,
+/// and where a container stands.
 bool replaceInRecord(std::string_view text, const ValueSteps& steps,
                      const ko::Orvid::Element& value, Bytes& out);
 

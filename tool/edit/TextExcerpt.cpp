@@ -28,7 +28,7 @@ using ko::Orvid::TokenSpan;
 
 /// How many containers with children are looked at for the habits of a document.
 constexpr std::size_t k_mostContainers = 4000;
-/// How far the begin of a line is looked for, in bytes.
+/// How far back the beginning of a line is looked for, in bytes.
 constexpr std::size_t k_farthestLine = 1000;
 /// How many members before a new one are looked at for one on a line of its own, and one more.
 constexpr std::size_t k_mostMembers = 66;

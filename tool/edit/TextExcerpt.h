@@ -2,8 +2,8 @@
 //
 // TextExcerpt, the part of a JSON text that an edit of one place concerns, as a short text of its
 // own. The library edits the short one as it would edit the long one: it has the same children
-// around the place, the same begin and end of each container that the place lies in, and the same
-// habits. What else there is has been left out.
+// around the place, the same beginning and end of each container that the place lies in, and the
+// same habits. Everything else has been left out.
 
 #pragma once
 
@@ -52,9 +52,9 @@ struct TextExcerpt {
 /// the root, where a step is a key and there is an array or the other way round, where there is
 /// nothing to remove, where a member that is to be inserted exists, and in some layouts of lines of
 /// more than 1000 bytes. Nothing either for text that `options` refuse, which must refuse repeated
-/// keys. One pass through the text; the
-/// excerpt grows with the depth of the place, and not with the text, except for habits with its
-/// first few thousand containers, unless comments stand between values.
+/// keys. One pass through the text. The excerpt grows with the depth of the place and not with the
+/// text, except for habits with its first few thousand containers, unless comments stand between
+/// values.
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
                                      ExcerptRest rest, const ko::Orvid::ReadOptions& options);
 

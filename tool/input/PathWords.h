@@ -30,9 +30,8 @@ struct Assignments {
 /// Takes words apart that are `PATH VALUE FILE...` or `PATH=VALUE... FILE...`. It is the second
 /// where the first word has a `=` without a backslash before it; the files begin then at the first
 /// word without one, or at one that begins with `/`, unless the first does too, `./` or `../`.
-/// Values are read as readValueWord()
-/// says. Throws UsageError where a word is missing, Failure for a value that is none (see
-/// ValueWord.h) or a malformed pointer.
+/// Values are read as readValueWord() says. Throws UsageError where a word is missing, Failure for
+/// a value that is none (see ValueWord.h) or a malformed pointer.
 Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict);
 
 }  // namespace orvid_tool

@@ -30,7 +30,7 @@ struct Wanted {
 
 class ValueSpans : public ko::Orvid::TokenSink {
 public:
-    /// Offsets from the begin of the text to the value's first byte, and after its last.
+    /// Offsets from the beginning of the text to the value's first byte, and after its last.
     using Span = std::pair<std::uint64_t, std::uint64_t>;
 
     explicit ValueSpans(Wanted wanted) : m_wanted(std::move(wanted)) {}

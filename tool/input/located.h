@@ -10,10 +10,10 @@
 namespace orvid_tool {
 
 /// The failure with the line and the column at which the value of its path begins in the document's
-/// text, and unless that is a record, the line with a caret. Or the failure as it is, where it has
-/// a position already or none is known: for a value that was not read from there, and in a record
-/// that was changed before. The tree may be used up by this, and the text is read once more unless
-/// the document keeps it.
+/// text and, except in a record, with that line and a caret. The failure stays as it is where it
+/// has a position already, and where none is known: for a value that was not read from the text,
+/// and in a record that was changed before. The tree may be used up by this, and the text is read
+/// once more unless the document keeps it.
 Failure located(const Failure& failure, Document& document);
 
 }  // namespace orvid_tool

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Failure, what one document, or the whole run, of the command failed of: the exit status, the
-// location, and the text that a line on standard error says.
+// Failure, why one document or the whole run of the command failed: the exit status, the location,
+// and the text of the line on standard error.
 
 #pragma once
 

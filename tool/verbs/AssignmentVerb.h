@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// AssignmentVerb, what the verbs share whose words are paths with values.
+// AssignmentVerb, what the verbs whose words are paths with values share.
 
 #pragma once
 
@@ -19,7 +19,7 @@ public:
     void prepare(Call& call) override;
 
 protected:
-    /// Whether the document is a new one, which no text is read for.
+    /// Whether the document is a new one, for which no text is read.
     bool isNew() const { return m_isNew; }
     const std::vector<Assignment>& assignments() const { return m_assignments; }
     /// Whether a step of a path may begin or end with whitespace, as in `port = 80`, or the last

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// LookVerb, what the verbs share that report something of the value at a path, the root by default.
+// LookVerb, what the verbs that report something about the value at a path share. Without a path it
+// is the root.
 
 #pragma once
 
