@@ -47,7 +47,7 @@ struct Group {
     void limit(const std::string& against, double atMost);
 };
 
-/// Keeps the optimizer from dropping a result.
+/// Keeps the optimiser from dropping a result.
 void keep(const void* result);
 
 // The groups of each file. They own what their jobs use.

@@ -19,7 +19,7 @@ std::vector<std::pair<std::string, std::string>> provenance();
 std::string allocator();
 bool isMimalloc();
 
-/// Why this build's figures must not be kept: assertions, sanitizers, no optimization. Empty when
+/// Why this build's figures must not be kept: assertions, sanitizers, no optimisation. Empty when
 /// they may.
 std::string obstacle();
 

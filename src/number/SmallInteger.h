@@ -85,7 +85,7 @@ private:
 #endif
     }
 
-    /// The number of eight digits, the first in the lowest byte: neighbors become pairs, and these
+    /// The number of eight digits, the first in the lowest byte: neighbours become pairs, and these
     /// again.
     static std::uint64_t joined(std::uint64_t digits) noexcept {
         const std::uint64_t pairs = (digits * (10U << 8U | 1U)) >> 8U & 0x00FF00FF00FF00FF;

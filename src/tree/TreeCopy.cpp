@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Copying a tree, in the order of the document, so that neighbors become neighbors in memory.
+// Copying a tree, in the order of the document, so that neighbours become neighbours in memory.
 
 #include <ko/Orvid/Array.h>
 #include <ko/Orvid/Object.h>

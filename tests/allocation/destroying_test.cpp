@@ -116,7 +116,7 @@ const std::string k_longText = "123456789012345678901234567890.5";
 
 struct NumberEdit {
     const char* name;
-    std::function<void(Number& number, Number& neighbor)> make;
+    std::function<void(Number& number, Number& neighbour)> make;
 };
 
 const std::vector<NumberEdit> k_numberEdits = {
@@ -155,16 +155,16 @@ const std::vector<NumberEdit> k_numberEdits = {
          const Number taken(std::move(number));
          number.set(k_longText);
      }},
-    {"move to the neighbor and set both",
-     [](Number& number, Number& neighbor) {
-         neighbor = std::move(number);
+    {"move to the neighbour and set both",
+     [](Number& number, Number& neighbour) {
+         neighbour = std::move(number);
          number.set(k_longText);
-         neighbor.set(k_longText);
+         neighbour.set(k_longText);
      }},
-    {"swap and ask the neighbor",
-     [](Number& number, Number& neighbor) {
-         std::swap(number, neighbor);
-         (void)neighbor.toString();
+    {"swap and ask the neighbour",
+     [](Number& number, Number& neighbour) {
+         std::swap(number, neighbour);
+         (void)neighbour.toString();
      }},
     {"make it anew in its place",
      [](Number& number, Number&) {

@@ -20,7 +20,7 @@ namespace orvid_tool {
 
 // Each appends the changed text, all other bytes as they are: what the library would write, byte
 // for byte. Where the library has to be asked it returns false, with nothing appended: of text that
-// strict reading refuses, where there is no such place, and where the neighbors are laid out on
+// strict reading refuses, where there is no such place, and where the neighbours are laid out on
 // several lines or unlike each other, or are too few to show how.
 
 /// Takes out the value at the steps.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // ko::SlabArena, memory for the many small objects that a tree is made of. What is made together,
-// when a tree is read or copied, is cut from slabs: neighbors in the tree are neighbors in memory,
-// and cost little to make and to free. bench/performance.md says what it gives.
+// when a tree is read or copied, is cut from slabs: neighbours in the tree are neighbours in
+// memory, and cost little to make and to free. bench/performance.md says what it gives.
 
 #pragma once
 
