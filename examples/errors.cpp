@@ -21,7 +21,7 @@ std::string textOf(const ko::Exception& error) {
 
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
-void faultyDocument() {
+void malformedDocument() {
     Element root;
     DomParser parser;
     try {
@@ -35,7 +35,7 @@ void faultyDocument() {
     }
 }
 
-void faultyPath() {
+void malformedPath() {
     try {
         Path::toSchemaPath("a..b");
     } catch (const ParseException& error) {
@@ -144,8 +144,8 @@ void runtimeError() {
 
 int main() {
     Element root = parse(R"({"list": [{"name": "x"}]})");
-    faultyDocument();
-    faultyPath();
+    malformedDocument();
+    malformedPath();
     faultBehindMissingStep();
     missingPath(root);
     missingKey(root);

@@ -20,7 +20,7 @@ void showDocument(const std::string& name) {
     std::cout << readFile(name) << "\n";
 }
 
-void showFaultyText(const std::string& name) {
+void showMalformedText(const std::string& name) {
     replaceFile(name, "{\n    \"retries\":\n}\n");
     try {
         Dom::load(name);
@@ -56,7 +56,7 @@ void showFailure() {
 int main(int, char** arguments) {
     const std::string name = std::string(arguments[1]) + "/files.json";
     showDocument(name);
-    showFaultyText(name);
+    showMalformedText(name);
     showReplace(name);
     showPieces(name, false);
     std::cout << "without commit(): " << readFile(name);

@@ -54,7 +54,7 @@ task 'See what differs' "echo '{\"name\": \"billing\", \"rate\": 1}' | orvid dif
 task 'Ask whether documents differ' "echo '{\"rate\": 0.10, \"name\": \"billing\"}' | orvid diff -q rate.json - && echo same"
 task 'Make a patch and apply it' "echo '{\"name\": \"new\", \"rate\": 0.10}' | orvid diff rate.json - | orvid patch - rate.json -c"
 task 'Check a document' "printf '{\"a\": 1,\\n \"b\": [1, 2,]}' | orvid check"
-task 'Check many in a script' "echo '[1' | orvid check -q || echo faulty"
+task 'Check many in a script' "echo '[1' | orvid check -q || echo malformed"
 task 'Turn an array into records' 'orvid split --in servers settings.json'
 task 'Turn records into an array' "printf '{\"a\":1}\\n{\"a\":2}\\n' | orvid join -c"
 task 'Make records of values that take several lines' 'orvid print rate.json rate.json | orvid split --values'

@@ -103,10 +103,10 @@ void checkWithin(const Element& from) {
     if (target.isArray() && !target.array().empty()) {
         const Element patch = target.array().front();
         Element other(from);
-        const bool isFaulty =
+        const bool isMalformed =
             orvid_fuzz::throws<Exception>([&] { ko::Orvid::applyPatch(other, patch); });
-        require(isFaulty == orvid_fuzz::throws<Exception>(
-                                [&] { ko::Orvid::applyPatch(target, target.array().front()); }),
+        require(isMalformed == orvid_fuzz::throws<Exception>(
+                                   [&] { ko::Orvid::applyPatch(target, target.array().front()); }),
                 "a patch from within the target counts as it was");
         require(SameTree::compare(target, other), "and gives the same");
     }

@@ -144,10 +144,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     PathParser(&steps).parse(text);
     compareWithStream(text, steps, errorsToSkip);
     checkAsSchemaPath(text);
-    const bool isFaulty = !steps.errors.empty();
-    require(isFaulty == throws<ParseException>([&] { Path::toSchemaPath(text); }),
+    const bool isMalformed = !steps.errors.empty();
+    require(isMalformed == throws<ParseException>([&] { Path::toSchemaPath(text); }),
             "a schema path can be had of every path without an error");
-    if (isFaulty) {
+    if (isMalformed) {
         return 0;
     }
     checkCreation(text, steps.list);

@@ -35,7 +35,7 @@ struct Outcome {
     std::string events;
     int state = 0;
     unsigned long long position = 0;
-    bool isFaulty = false;
+    bool isMalformed = false;
 };
 
 /// `sizes` gives the length of each piece in turn; empty feeds the text whole.
@@ -44,7 +44,7 @@ Outcome eventsOf(const std::string& text, const std::string& sizes, bool numbers
     listener.numbersAsText = numbersAsText;
     CallbackParser parser(&listener);
     Outcome outcome;
-    outcome.isFaulty = throws<Exception>([&] {
+    outcome.isMalformed = throws<Exception>([&] {
         std::size_t piece = 0;
         for (std::size_t fed = 0; fed < text.size();) {
             const auto wanted =
@@ -71,15 +71,15 @@ void comparePieces(const std::string& text, const std::string& sizes, bool numbe
         eventsOf(text, sizes.empty() ? std::string(1, '\0') : sizes, numbersAsText);
     require(whole.events == pieces.events, "pieces give the events of the whole text");
     require(whole.state == pieces.state, "pieces give the state of the whole text");
-    require(whole.isFaulty == pieces.isFaulty, "pieces are faulty when the whole text is");
-    require(whole.isFaulty || whole.position == pieces.position,
+    require(whole.isMalformed == pieces.isMalformed, "pieces are malformed when the whole text is");
+    require(whole.isMalformed || whole.position == pieces.position,
             "pieces stop where the whole text does");
 }
 
 void readTree(const std::string& text, Element& root) {
     DomParser parser;
-    const bool isFaulty = throws<ParseException>([&] { parser.parse(root, text); });
-    require(isFaulty == (parser.state() == 3), "only text that is no JSON is refused");
+    const bool isMalformed = throws<ParseException>([&] { parser.parse(root, text); });
+    require(isMalformed == (parser.state() == 3), "only text that is no JSON is refused");
     require((parser.openElement() != nullptr) == (parser.state() == 2),
             "the open element is known when the text ends early");
     requireNone(orvid_test::brokenLink(root));
@@ -98,11 +98,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     readTree(text, whole);
     Element streamed;
     std::istringstream in(text);
-    const bool isFaulty = throws<ParseException>([&] { DomParser().parse(streamed, in); });
+    const bool isMalformed = throws<ParseException>([&] { DomParser().parse(streamed, in); });
     requireNone(orvid_test::brokenLink(streamed));
     require(Generator().encode(whole) == Generator().encode(streamed),
             "a stream gives the tree of the text");
-    require(isFaulty == throws<ParseException>([&] { DomParser().parse(whole, text); }),
-            "a stream is faulty when its text is");
+    require(isMalformed == throws<ParseException>([&] { DomParser().parse(whole, text); }),
+            "a stream is malformed when its text is");
     return 0;
 }

@@ -22,9 +22,9 @@ using orvid_fuzz::require;
 
 bool isComplete(Element& root, const std::string& text) {
     DomParser parser;
-    const bool isFaulty =
+    const bool isMalformed =
         orvid_fuzz::throws<ParseException>([&] { parser.parse(root, text + "\n"); });
-    return !isFaulty && parser.state() == 0;
+    return !isMalformed && parser.state() == 0;
 }
 
 }  // namespace

@@ -151,7 +151,7 @@ const std::vector<Operation> k_pointers = {
          pointer.pop_back();
          return pointer.str() + copy.str();
      }},
-    {"a_faulty_pointer", Leaves::everything,
+    {"a_malformed_pointer", Leaves::everything,
      [](Trees&) {
          try {
              const JsonPointer pointer("/a name that is not held in place/~2");
@@ -262,15 +262,15 @@ const std::vector<Operation> k_options = {
      }},
 };
 
-const std::string k_faulty = "{\"a name that is not held in place\": [1,\n 2, 3 4]}";
+const std::string k_malformed = "{\"a name that is not held in place\": [1,\n 2, 3 4]}";
 
 const std::vector<Operation> k_people = {
     {"describe_and_show_a_fault", Leaves::wholeTrees,
      [](Trees& trees) {
          try {
-             DomParser(ReadOptions::strict()).parse(trees.root, k_faulty);
+             DomParser(ReadOptions::strict()).parse(trees.root, k_malformed);
          } catch (const ParseException& error) {
-             return describe(error) + sourceExcerpt(k_faulty, error);
+             return describe(error) + sourceExcerpt(k_malformed, error);
          }
          return nothing();
      }},

@@ -44,7 +44,7 @@ const std::vector<Operation> k_queries = {
          return compact(*JsonPath("$..[?@.name == 'second']").first(trees.root)) +
                 std::to_string(JsonPath("$..nothing").first(trees.root) == nullptr);
      }},
-    {"a_faulty_query", Leaves::everything,
+    {"a_malformed_query", Leaves::everything,
      [](Trees&) {
          try {
              const JsonPath query("$[?@['a name that is not held in place'] = 1]");

@@ -169,7 +169,7 @@ const std::vector<Operation> k_texts = {
          DomParser().parse(trees.other, in);
          return std::string();
      }},
-    {"parse_faulty_text", Leaves::wholeTrees,
+    {"parse_malformed_text", Leaves::wholeTrees,
      [](Trees& trees) {
          const std::string text = R"({"key that is not held in place":{"k":[1,2,}]})";
          return messageOf([&] { DomParser().parse(trees.root, text); });

@@ -121,7 +121,7 @@ TEST(ChunkedReading, gives_the_same_as_one_strict_parse_of_a_text_or_a_stream) {
 }
 
 /// A text of that length or a little more, with the error of `text` far back.
-std::string behindLongText(const std::string& text, std::size_t length) {
+std::string afterLongText(const std::string& text, std::size_t length) {
     std::string result = "[\n";
     while (result.size() < length) {
         result += "\"" + std::string(1000 + result.size() % 7, 'x') + "\",\n  {\"k\": -12.5e3},\n";
@@ -132,14 +132,14 @@ std::string behindLongText(const std::string& text, std::size_t length) {
 TEST(ChunkedReading, gives_the_same_in_long_texts) {
     const ReadOptions options = ReadOptions::jsonc();
     for (const std::string& short_text : k_texts) {
-        const std::string text = behindLongText(short_text, 40000);
+        const std::string text = afterLongText(short_text, 40000);
         const Reading whole = readWhole(options, text);
         for (const std::size_t size : {1U, 255U, 16383U, 16384U, 16385U, 39999U}) {
             EXPECT_EQ(whole, readPieces(options, text, size)) << short_text << "\n by " << size;
         }
         // A stream is read by 65,536 bytes.
         for (const std::size_t length : {65500U, 131072U}) {
-            const std::string longer = behindLongText(short_text, length);
+            const std::string longer = afterLongText(short_text, length);
             EXPECT_EQ(readWhole(options, longer), readStream(options, longer)) << short_text;
         }
     }
@@ -149,8 +149,8 @@ TEST(ChunkedReading, gives_the_same_in_long_texts) {
 /// at its first byte, the lenient reading when the token that is out of place is over.
 testing::AssertionResult isSameExceptForErrors(const Reading& lenient, const Reading& checked) {
     const bool isEarly = lenient.error.empty() && lenient.state == 2 && !checked.error.empty();
-    const bool isFaulty = !lenient.error.empty() && !checked.error.empty();
-    if (isEarly || isFaulty ? lenient.tree == checked.tree : lenient == checked) {
+    const bool isMalformed = !lenient.error.empty() && !checked.error.empty();
+    if (isEarly || isMalformed ? lenient.tree == checked.tree : lenient == checked) {
         return testing::AssertionSuccess();
     }
     return testing::AssertionFailure() << lenient << "\n" << checked;

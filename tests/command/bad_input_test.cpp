@@ -298,7 +298,7 @@ TEST(bad_file, that_may_not_be_read_is_reported_with_the_reason) {
     EXPECT_EQ(orvid({"print", file.name()}), failed(3, file.name() + ": Permission denied"));
 }
 
-TEST(bad_file, with_faulty_text_is_reported_with_its_name) {
+TEST(bad_file, with_malformed_text_is_reported_with_its_name) {
     const ScratchFile file("[1,\n 2 3]\n");
     EXPECT_EQ(withoutExcerpt(orvid({"print", file.name()})),
               failed(1, file.name() + ":2:4: at (root): Unexpected '3': expected ',' or ']'"));

@@ -96,7 +96,7 @@ TEST(diff_status, reports_a_difference_where_asked_to) {
     EXPECT_EQ(orvid({"diff", "--exit-code", from.name(), "-"}, "{\"a\":1}"), printed("[]\n"));
 }
 
-TEST(check_quiet, says_nothing_of_a_faulty_document) {
+TEST(check_quiet, says_nothing_of_a_malformed_document) {
     EXPECT_EQ(orvid({"check", "--quiet"}, "[1,]"), (CommandResult{"", "", 1, 0}));
     EXPECT_EQ(orvid({"check", "-q"}, "[1]"), printed(""));
     EXPECT_EQ(orvid({"check", "-q", "/no/such/file"}),

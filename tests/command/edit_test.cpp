@@ -37,7 +37,7 @@ TEST(edit, replaces_the_file_by_what_the_editor_leaves) {
     EXPECT_EQ(bytesOfFile(file.name()), "{ \"a\": 2 } // kept\n");
 }
 
-TEST(edit, leaves_the_file_and_keeps_the_copy_where_that_is_faulty) {
+TEST(edit, leaves_the_file_and_keeps_the_copy_where_that_is_malformed) {
     const ScratchFile file("{\"a\":1}");
     const CommandResult result = editWith("sed -i s/1/tru/", file);
     EXPECT_EQ(result.status, 1);

@@ -108,7 +108,7 @@ TEST(keeps_text, when_defaults_are_filled_in) {
     expectEdit({"defaults", "--fill"}, replaced(document, "1\n}", "1,\n  \"d\": 7\n}"), document);
 }
 
-TEST(keeps_text, and_a_mark_at_its_begin) {
+TEST(keeps_text, and_a_mark_at_its_beginning) {
     expectEdit({"set", "[0]", "2"}, "\xEF\xBB\xBF[ 2 ]\n", "\xEF\xBB\xBF[ 1 ]\n");
 }
 

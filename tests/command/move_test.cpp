@@ -134,7 +134,7 @@ TEST(copy_verb, leaves_the_source_where_it_is) {
                      "copy --help"));
 }
 
-TEST(move_and_copy, edit_records_and_pass_faulty_ones_on) {
+TEST(move_and_copy, edit_records_and_pass_malformed_ones_on) {
     const std::string records = "{\"a\":1}\n{\"b\":2}\n";
     EXPECT_EQ(orvid({"copy", "--lines", "--on-error=passthrough", "a", "c"}, records).out,
               "{\"a\":1,\"c\":1}\n{\"b\":2}\n");

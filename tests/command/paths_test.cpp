@@ -86,7 +86,7 @@ TEST(paths, can_be_cut_by_tools) {
               printed("\"billing\"\n9000\n2048\n"));
 }
 
-TEST(paths, writes_nothing_of_a_faulty_document) {
+TEST(paths, writes_nothing_of_a_malformed_document) {
     EXPECT_EQ(orvid({"paths"}, "{\"a\":1,\"b\":[2,}"),
               failed(1,
                      "(standard input):1:15: at b: Unexpected '}': expected a value or ']'\n"

@@ -21,7 +21,7 @@ using orvid_test::ScratchFile;
 using orvid_test::VerbReads;
 
 /// What neither strict nor lenient reading takes, and both say the same of.
-const std::vector<std::string> k_faulty{
+const std::vector<std::string> k_malformed{
     "",
     " \n",
     "[01]",
@@ -73,7 +73,7 @@ std::vector<std::vector<std::string>> callsOfDocuments(const std::string& change
 
 TEST(same_error, is_reported_by_every_verb_that_reads_documents) {
     const ScratchFile change("[]");
-    for (const std::string& text : k_faulty) {
+    for (const std::string& text : k_malformed) {
         const CommandResult expected = orvid({"check"}, text);
         EXPECT_EQ(expected.status, 1) << text;
         EXPECT_EQ(expected.out, "") << text;

@@ -176,7 +176,7 @@ TEST(set, refuses_a_value_before_it_reads_the_document) {
               failed(2, "\"x\" is no JSON; for the text write string:x"));
 }
 
-TEST(set, refuses_a_faulty_document) {
+TEST(set, refuses_a_malformed_document) {
     EXPECT_EQ(orvid({"set", "a", "1"}, "{\"a\" 1}"),
               CommandResult({"",
                              "orvid: (standard input):1:6: at a: Unexpected '1': expected ':'\n"

@@ -182,7 +182,7 @@ TEST(join_lines, makes_an_array_of_records) {
               printed("[{\"a\":1.0},[2],3,{\"a\":1.0},[2],3]\n"));
 }
 
-TEST(join_lines, does_with_a_faulty_record_what_is_asked_for) {
+TEST(join_lines, does_with_a_malformed_record_what_is_asked_for) {
     const std::string records = "1\n{x\n3\n";
     const std::string error =
         "orvid: (standard input):2:2: at (root): Unexpected 'x': expected a key or '}' (a key "

@@ -314,7 +314,7 @@ TEST(diff, makes_the_patch_that_patch_applies) {
     EXPECT_EQ(orvid({"diff", from.name()}), failed(2, "TO is required; see orvid diff --help"));
 }
 
-TEST(patch, ends_with_2_for_another_file_and_with_1_for_a_faulty_patch) {
+TEST(patch, ends_with_2_for_another_file_and_with_1_for_a_malformed_patch) {
     const ScratchFile another(R"({"op":"remove","path":"/a"})");
     EXPECT_EQ(orvid({"patch", another.name()}, R"({"a":1})"),
               failed(2, another.name() +

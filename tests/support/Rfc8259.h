@@ -16,7 +16,7 @@ namespace orvid_test {
 class Rfc8259 {
 public:
     /// The offset of the first error: of the first byte that cannot go on what stands before it, of
-    /// the first byte of a faulty UTF-8 sequence or of half a surrogate pair's escape, or the
+    /// the first byte of an invalid UTF-8 sequence or of half a surrogate pair's escape, or the
     /// length of a text that ends early. Nothing for a JSON text.
     static std::optional<std::size_t> errorIn(std::string_view text) {
         Rfc8259 recogniser(text);
@@ -41,7 +41,7 @@ private:
         return m_at < m_text.size() ? static_cast<unsigned char>(m_text[m_at]) : k_end;
     }
     [[noreturn]] void fail() const { throw Invalid{m_at}; }
-    /// The next byte, if it is in the range; faulty otherwise.
+    /// The next byte, if it is in the range; an error otherwise.
     int range(int low, int high) {
         const int byte = peek();
         if (byte < low || byte > high) {

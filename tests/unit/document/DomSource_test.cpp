@@ -103,7 +103,7 @@ TEST(DomSource, removes_a_member_with_its_comments) {
               "  \"b\": 2 /* b */ // b too\n\n  // of no one\n\n  // last\n}\n");
 }
 
-TEST(DomSource, leaves_no_blank_hole_and_no_broken_comma) {
+TEST(DomSource, leaves_no_hole_of_blank_lines_and_no_broken_comma) {
     EXPECT_EQ(edited("[\n  1,\n\n  2,\n\n  3\n]", removingItem(1)), "[\n  1,\n\n  3\n]");
     EXPECT_EQ(edited("[\n  1,\n\n  2,\n\n  3\n]", removingItem(0)), "[\n  2,\n\n  3\n]");
     EXPECT_EQ(edited("[\n  1,\n\n  2,\n\n  3\n]", removingItem(2)), "[\n  1,\n\n  2\n]");
@@ -175,7 +175,7 @@ TEST(DomSource, fills_an_empty_container_as_the_nearest_of_its_kind_beside_it) {
               "  \"c\": [1]\n}");
 }
 
-TEST(DomSource, keeps_blanks_between_a_comment_and_what_fills_its_container) {
+TEST(DomSource, keeps_whitespace_between_a_comment_and_what_fills_its_container) {
     EXPECT_EQ(edited("{\"a\": { /* c */ }, \"b\": 1}", setting("a.x", 2)),
               "{\"a\": { /* c */ \"x\": 2 }, \"b\": 1}");
     EXPECT_EQ(edited("[ 1, [/* c */] ]", setting("[1][*]", 2)), "[ 1, [/* c */ 2] ]");
@@ -189,7 +189,7 @@ TEST(DomSource, keeps_the_ends_of_lines_where_they_are_mixed) {
     EXPECT_EQ(edited("[\n\n  1,\r\n  2\n]", removingItem(0)), "[\n\n  2\n]");
 }
 
-TEST(DomSource, learns_the_blanks_within_brackets_from_each_of_the_two) {
+TEST(DomSource, learns_the_whitespace_within_brackets_from_each_of_the_two) {
     EXPECT_EQ(edited("[\n  [ 1,  0, 10],\n  [ 0, 20,  3],\n  [10,  0,  1]\n]",
                      [](Element& root) {
                          root.create("[*]", ko::Orvid::makeArray({7, 8}));
@@ -215,7 +215,7 @@ TEST(DomSource, gives_a_new_container_the_whitespace_within_its_siblings) {
               "]\n  }\n}");
 }
 
-TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind) {
+TEST(DomSource, learns_the_whitespace_after_a_comma_from_containers_of_the_same_kind) {
     const auto push = [](Element& root) { root.get("list").array().push_back(Element(9)); };
     EXPECT_EQ(edited(R"({"pos": {"x": 1}, "z": 1, "rgb": [1,2,3]})", setting("pos.y", 2)),
               R"({"pos": {"x": 1, "y": 2}, "z": 1, "rgb": [1,2,3]})");
@@ -229,7 +229,7 @@ TEST(DomSource, learns_the_blank_after_a_comma_from_containers_of_the_same_kind)
               "[[1,\n   2], {\"x\": 1, \"y\": 2}]");
 }
 
-TEST(DomSource, learns_the_blank_after_a_comma_with_a_comment_before_it) {
+TEST(DomSource, learns_the_whitespace_after_a_comma_with_a_comment_before_it) {
     EXPECT_EQ(edited(R"({"a":1 /*x*/, "b": {"x": 5}})", setting("b.c", 2)),
               R"({"a":1 /*x*/, "b": {"x": 5, "c": 2}})");
     EXPECT_EQ(edited(R"({"a": [1 /*x*/,  2], "b": [3]})", setting("b[*]", 4)),
@@ -431,7 +431,7 @@ TEST(DomSource, counts_columns_as_errors_of_the_text_do) {
         expectSpan(dom.placeOf((*dom).get("a")).value().key, mark.size() + 1, 3, 1, 2);
         try {
             Dom::parse(mark + begin + "@]}");
-            ADD_FAILURE() << "the text is faulty";
+            ADD_FAILURE() << "the text is malformed";
         } catch (const ko::Orvid::ParseException& error) {
             EXPECT_EQ(static_cast<std::size_t>(error.firstColumn()), place.column);
         }

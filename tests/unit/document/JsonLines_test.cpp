@@ -53,7 +53,7 @@ TEST(JsonLines, takes_the_line_ends_and_the_mark_of_other_systems) {
               (Records{"1:1", "2:[2]"}));
 }
 
-TEST(JsonLines, names_a_faulty_line_and_goes_on_after_it) {
+TEST(JsonLines, names_a_malformed_line_and_goes_on_after_it) {
     std::istringstream in("1\n[2,]\n\n3 4\n5\n");
     JsonLines lines(in);
     std::vector<std::string> seen;

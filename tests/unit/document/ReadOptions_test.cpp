@@ -166,7 +166,7 @@ TEST(ReadOptions, utf8_of_comments_is_checked_to_the_byte) {
     EXPECT_EQ(errorOf(whole, "1 //"), "");
 }
 
-TEST(ReadOptions, a_byte_order_mark_is_named_at_the_begin_only) {
+TEST(ReadOptions, a_byte_order_mark_is_named_at_the_beginning_only) {
     const std::string wanted = ": expected a value";
     EXPECT_EQ(errorOf(k_whole, "\xEF\xBB\xBF[1]"),
               "1,1-1,1 @: Unexpected byte 0xEF, as of a byte order mark" + wanted);
@@ -174,7 +174,7 @@ TEST(ReadOptions, a_byte_order_mark_is_named_at_the_begin_only) {
     EXPECT_EQ(errorOf(k_whole, "\xFE\xFF[1]"), "1,1-1,1 @: Unexpected byte 0xFE" + wanted);
 }
 
-TEST(ReadOptions, limits_count_from_the_begin_of_the_text_in_pieces_too) {
+TEST(ReadOptions, limits_count_from_the_beginning_of_the_text_in_pieces_too) {
     const ReadOptions five = with(&ReadOptions::maxLength, std::uint64_t(5));
     const ReadOptions line = with(&ReadOptions::maxLineLength, std::uint64_t(4));
     for (std::size_t size = 1; size < 8; ++size) {

@@ -158,7 +158,7 @@ TEST(Describe, says_what_is_wrong_with_a_path) {
               "The query \"$.a[\" has an error at column 4 (co");
 }
 
-TEST(Describe, names_the_place_and_the_element_of_faulty_text) {
+TEST(Describe, names_the_place_and_the_element_of_malformed_text) {
     Element root;
     const auto ofText = [&](const char* text, const ko::Orvid::ReadOptions& options) {
         return sentenceOf([&] { ko::Orvid::DomParser(options).parse(root, std::string(text)); });
@@ -213,7 +213,7 @@ TEST(Describe, calls_a_patch_of_its_own_no_root) {
               "should be an array.");
 }
 
-TEST(Describe, hints_at_the_rule_that_faulty_text_overlooks) {
+TEST(Describe, hints_at_the_rule_that_malformed_text_overlooks) {
     const auto endsSo = [](const std::string& text, const std::string& end) {
         return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
     };

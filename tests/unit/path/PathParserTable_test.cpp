@@ -125,7 +125,7 @@ std::vector<Row> endingTooEarly() {
     };
 }
 
-std::vector<Row> faultyBetweenSteps() {
+std::vector<Row> malformedBetweenSteps() {
     return {
         {"]", {R"(error Unexpected character ']' in path at "" 0,0 parser state esInit)"}},
         {"]a",
@@ -152,7 +152,7 @@ std::vector<Row> faultyBetweenSteps() {
     };
 }
 
-std::vector<Row> faultyIndexes() {
+std::vector<Row> malformedIndexes() {
     return {
         {"a[]",
          {"key a", R"(error Unexpected character ']' in path at "" 1,2 parser state esArrayInit)",
@@ -237,7 +237,7 @@ std::vector<Row> unreadableIndexes() {
 std::vector<Row> allRows() {
     std::vector<Row> rows;
     for (const auto& table : {wellFormed(), escaped(), endedByByteFF(), endingTooEarly(),
-                              faultyBetweenSteps(), faultyIndexes(), unreadableIndexes()}) {
+                              malformedBetweenSteps(), malformedIndexes(), unreadableIndexes()}) {
         rows.insert(rows.end(), table.begin(), table.end());
     }
     return rows;
@@ -287,7 +287,8 @@ class StepLog : public PathLog {
     }
 };
 
-TEST(PathParserTable, throws_the_first_error_of_each_faulty_path_when_the_listener_has_no_own_way) {
+TEST(PathParserTable,
+     throws_the_first_error_of_each_malformed_path_when_the_listener_has_no_own_way) {
     for (const Row& row : allRows()) {
         Lines expected;
         std::string thrown;

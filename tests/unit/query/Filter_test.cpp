@@ -97,8 +97,8 @@ constexpr Selection k_functions[] = {
     {"$[?search(@, 'b+')]", R"(["abbc","ac"])", R"("abbc")", "$[0]", "a part of it"},
     {"$[?!search(@, 'b')]", R"(["b","c",5])", R"("c" 5)", "$[1] $[2]", "negated"},
     {"$[?match(@.t, @.p)]", R"([{"t":"x1","p":"x[0-9]"},{"t":"x","p":"["},{"t":"x","p":1}])",
-     R"({"t":"x1","p":"x[0-9]"})", "$[0]", "patterns from the document, faulty ones too"},
-    {"$[?match(@, '[')]", R"(["["])", "", "", "a faulty pattern matches nothing"},
+     R"({"t":"x1","p":"x[0-9]"})", "$[0]", "patterns from the document, malformed ones too"},
+    {"$[?match(@, '[')]", R"(["["])", "", "", "a malformed pattern matches nothing"},
     {"$[?match('abc', 'a.*') && @ > 1]", "[1,2]", "2", "$[1]", "a literal"},
 };
 

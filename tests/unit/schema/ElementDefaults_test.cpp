@@ -231,7 +231,7 @@ TEST(ElementDefaults, escape_the_keys_of_the_element_they_start_from) {
     EXPECT_EQ(compact(start.getUsingDefault("k")), "1");
 }
 
-TEST(ElementDefaults, pass_on_the_error_of_a_faulty_path_in_every_form) {
+TEST(ElementDefaults, pass_on_the_error_of_a_malformed_path_in_every_form) {
     const ReadDocument document(k_nested);
     const Element& start = document.root.get("a");
     const auto error = thrownBy<ParseException>([&] { start.getDefault("b..c"); });

@@ -375,10 +375,10 @@ TEST(convert, happens_in_every_operation_by_path) {
 
 TEST(convert, changes_nothing_by_path_where_a_value_does_not_convert) {
     Document doc(R"({"a":1})");
-    const auto faulty = static_cast<Level>(7);
-    EXPECT_THROW(doc.root.update("a", faulty), Exception);
-    EXPECT_THROW(doc.root.tryUpdate("b", faulty), Exception);
-    EXPECT_THROW(doc.root.insert("a", faulty), Exception);
+    const auto malformed = static_cast<Level>(7);
+    EXPECT_THROW(doc.root.update("a", malformed), Exception);
+    EXPECT_THROW(doc.root.tryUpdate("b", malformed), Exception);
+    EXPECT_THROW(doc.root.insert("a", malformed), Exception);
     EXPECT_THROW(doc.root.update("none", std::vector<int>{1}), ko::Orvid::PathNotFound);
     EXPECT_EQ(serialize(doc.root), R"({"a":1})");
 }

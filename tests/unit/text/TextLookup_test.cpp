@@ -76,7 +76,7 @@ TEST(TextLookup, takes_the_last_of_repeated_keys_unless_they_are_refused) {
     EXPECT_EQ(found(R"({"a":1,"b":{"a":0}})", {member("a")}, ReadOptions::strict()), "1");
 }
 
-TEST(TextLookup, finds_nothing_in_text_that_is_faulty_or_not_over) {
+TEST(TextLookup, finds_nothing_in_text_that_is_malformed_or_not_over) {
     for (const char* const text :
          {"", " ", "{\"a\":1", "{\"a\":1}}", "{\"a\":1} 2", "{\"a\":01}", "{\"a\":1,}", "nul"}) {
         EXPECT_EQ(found(text, {}), "nothing") << text;

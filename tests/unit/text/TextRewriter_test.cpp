@@ -72,7 +72,7 @@ TEST(TextRewriter, cannot_say_where_there_is_no_place) {
     EXPECT_EQ(edited(R"({"a":1})", {member("a")}, "[2"), "nothing");
 }
 
-TEST(TextRewriter, cannot_say_of_faulty_text_and_of_repeated_keys) {
+TEST(TextRewriter, cannot_say_of_malformed_text_and_of_repeated_keys) {
     for (const char* const text : {"", "[1", "[1]]", R"({"a":1,"a":1})", R"({"b":{"a":1,"a":1}})",
                                    R"({"a":1,"\u0061":1})", "[\"\xFF\"]", R"(["\ud800"])"}) {
         EXPECT_EQ(rewritten(text, compact()), "nothing") << text;

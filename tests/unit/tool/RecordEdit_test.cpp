@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // An edit of a record's text must leave the bytes that an edit of its document leaves: for records
-// whose tokens have all kinds of blanks between them, and now and then a comment or a line break.
+// whose tokens have all kinds of whitespace between them, and now and then a comment or a line
+// break.
 
 #include "edit/RecordEdit.h"
 
@@ -27,14 +28,14 @@ class RecordMaker {
 public:
     explicit RecordMaker(const Choice& choose) : m_choose(choose) {
         for (std::string* gap : {&m_comma, &m_colon, &m_bracket}) {
-            *gap = blanks();
+            *gap = whitespace();
         }
     }
 
     std::string record() { return odd("") + container(0) + odd(""); }
 
 private:
-    std::string blanks() {
+    std::string whitespace() {
         const char* const all[] = {"", " ", "", " ", "  ", "\t"};
         return all[m_choose(6)];
     }
@@ -42,7 +43,7 @@ private:
     std::string odd(const std::string& gap) {
         const char* const others[] = {"\r", "\n", "/*c*/", " /*c*/ ", " // c\n", "\n  "};
         const unsigned turn = m_choose(150);
-        return turn < 5 ? blanks() : turn == 5 ? others[m_choose(6)] : gap;
+        return turn < 5 ? whitespace() : turn == 5 ? others[m_choose(6)] : gap;
     }
     std::string value(unsigned depth) {
         const char* const scalars[] = {

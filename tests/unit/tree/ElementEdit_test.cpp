@@ -147,7 +147,7 @@ TEST(ElementEdit, tryCreate_names_the_absolute_path_of_the_element_it_started_fr
     EXPECT_EQ(*error.elementPath(), R"(a\.b[0])");
 }
 
-TEST(ElementEdit, throws_the_parse_error_of_a_faulty_path_in_every_form) {
+TEST(ElementEdit, throws_the_parse_error_of_a_malformed_path_in_every_form) {
     for (const Edit edit : {&Element::create, &Element::tryCreate, &Element::tryUpdate}) {
         Document document("{}");
         const auto error =

@@ -132,9 +132,9 @@ TEST(ElementLookup, names_indexes_the_same_in_every_global_locale) {
     const auto missing = thrownBy<PathNotFound>([&] { document.root.get("[1234567]"); });
     EXPECT_EQ(missing.key(), "[1234567]");
     const std::string longKey(1500, 'k');
-    const auto faulty = thrownBy<ParseException>([&] { document.root.get(longKey + "]"); });
-    EXPECT_EQ(faulty.message(), "Unexpected character ']' in path at \"" + longKey +
-                                    "\" 0,1500 parser state esObject");
+    const auto malformed = thrownBy<ParseException>([&] { document.root.get(longKey + "]"); });
+    EXPECT_EQ(malformed.message(), "Unexpected character ']' in path at \"" + longKey +
+                                       "\" 0,1500 parser state esObject");
 }
 
 // By content.
@@ -209,7 +209,7 @@ TEST(ElementFind, skips_items_that_raise_an_exception) {
 TEST(ElementFind, finds_nothing_in_an_empty_array) {
     Document document("[]");
     EXPECT_EQ(found(document.root, Element(1)), "-");
-    EXPECT_EQ(found(document.root, Element(1), "..faulty"), "-");
+    EXPECT_EQ(found(document.root, Element(1), "..malformed"), "-");
 }
 
 TEST(ElementFind, accepts_a_value_of_the_tree_itself) {
@@ -220,7 +220,7 @@ TEST(ElementFind, accepts_a_value_of_the_tree_itself) {
     EXPECT_EQ(found(root, root.get("l"), "", "l"), "-");
 }
 
-TEST(ElementFind, throws_when_the_array_is_missing_or_the_array_path_faulty) {
+TEST(ElementFind, throws_when_the_array_is_missing_or_the_array_path_malformed) {
     Document document(R"({"l": [1]})");
     Element& root = document.root;
     const auto error = thrownBy<PathNotFound>([&] { root.find(Element(1), "", "x"); });
@@ -257,7 +257,7 @@ TEST(ElementTryFind, gives_the_fallback_when_there_is_no_such_item_or_no_such_ar
     EXPECT_EQ(&root.get("list").tryFind(Element(1), fallback, "id"), &root.get("list[0]"));
 }
 
-TEST(ElementTryFind, does_not_suppress_a_faulty_array_path) {
+TEST(ElementTryFind, does_not_suppress_a_malformed_array_path) {
     const Document document(R"({"l": [1]})");
     const Element fallback;
     EXPECT_THROW(document.root.tryFind(Element(1), fallback, "", "l[*]"), ParseException);

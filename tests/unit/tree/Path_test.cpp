@@ -130,7 +130,7 @@ Lookup found(const std::string& path, const std::string& text) { return {path, t
 Lookup missing(const std::string& path, const std::string& element, const std::string& step) {
     return {path, "", element + " " + step, ""};
 }
-Lookup faulty(const std::string& path, const std::string& message) {
+Lookup malformed(const std::string& path, const std::string& message) {
     return {path, "", "", message};
 }
 
@@ -168,18 +168,18 @@ std::vector<Lookup> lookups() {
         missing("l[0]", "l", "[0]"),
         missing("m[1][1]", "m[1]", "[1]"),
         missing("a.*", "a", "*"),
-        faulty("a.b[*]", "Index must be set!"),
-        faulty(R"(a.b[\*])", "Index must be set!"),
-        faulty("[*]", "Index must be set!"),
-        faulty("a.b[4294967295]", "Index must be set!"),
-        faulty("a..b", "Unexpected character '.' in path at \"\" 1,2 parser state esObjectInit"),
-        faulty("a.", "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit"),
-        faulty("a.b[1", "Unexpexced EOF in path at \"1\" 4,5 parser state esArray"),
-        faulty("a.b[99999999999]",
-               "Unreadable index in path at \"99999999999\" 4,15 parser state esInit"),
+        malformed("a.b[*]", "Index must be set!"),
+        malformed(R"(a.b[\*])", "Index must be set!"),
+        malformed("[*]", "Index must be set!"),
+        malformed("a.b[4294967295]", "Index must be set!"),
+        malformed("a..b", "Unexpected character '.' in path at \"\" 1,2 parser state esObjectInit"),
+        malformed("a.", "Unexpexced EOF in path at \"\" 1,2 parser state esObjectInit"),
+        malformed("a.b[1", "Unexpexced EOF in path at \"1\" 4,5 parser state esArray"),
+        malformed("a.b[99999999999]",
+                  "Unreadable index in path at \"99999999999\" 4,15 parser state esInit"),
         // The first thing that is wrong counts.
         missing("x..y", "", "x"),
-        faulty("n[*].x[", "Index must be set!"),
+        malformed("n[*].x[", "Index must be set!"),
     };
 }
 
@@ -193,7 +193,7 @@ Lookup outcome(const std::string& path, const Get& get) {
         EXPECT_EQ(typeid(error), typeid(PathNotFound));
         return missing(path, *error.elementPath(), error.key());
     } catch (const ParseException& error) {
-        return faulty(path, error.message());
+        return malformed(path, error.message());
     }
 }
 
@@ -232,7 +232,7 @@ Lookup tryOutcome(const Lookup& row, const Find& find) {
         return element == nullptr ? Lookup{row.path, "", row.error, ""}
                                   : found(row.path, compact(*element));
     } catch (const ParseException& error) {
-        return faulty(row.path, error.message());
+        return malformed(row.path, error.message());
     }
 }
 

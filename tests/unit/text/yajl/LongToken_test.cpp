@@ -56,7 +56,7 @@ TEST(LongToken, may_be_a_string_with_every_escape) {
     expectSameInAnyPieces("\"" + k_long + "/*'[{,:\x7F\xFF" + k_long + "\"");
 }
 
-TEST(LongToken, ends_where_a_string_is_faulty) {
+TEST(LongToken, ends_where_a_string_is_malformed) {
     for (const std::string row : {"\\x", "\\u12G4", "\\u123\"", "\n", "\x1F", "\\", "\\u", "\\u1",
                                   "\\u12", "\\uG", "\\\n"}) {
         expectSameInAnyPieces("[\"" + k_long + row + k_long + "\"]");
@@ -76,7 +76,7 @@ TEST(LongToken, may_be_a_number_of_any_form) {
     }
 }
 
-TEST(LongToken, ends_where_a_number_is_faulty) {
+TEST(LongToken, ends_where_a_number_is_malformed) {
     const std::string digits(100, '7');
     const std::vector<std::string> numbers = {
         "00" + digits, "0" + digits, "-0" + digits,   digits + "." + digits + ".",

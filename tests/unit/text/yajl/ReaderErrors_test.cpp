@@ -140,7 +140,7 @@ TEST(ReaderErrors, show_only_the_last_piece) {
     EXPECT_EQ(reader.position(), 10U);
 }
 
-TEST(ReaderErrors, set_the_marker_to_the_begin_of_a_later_piece) {
+TEST(ReaderErrors, set_the_marker_to_the_beginning_of_a_later_piece) {
     EventLog log;
     Reader reader(k_textual, &log);
     feed(reader, "[1,,");
