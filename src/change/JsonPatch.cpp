@@ -222,7 +222,7 @@ private:
         const std::string& step = pointer.steps().back();
         const std::size_t end = m_target.sizeOf(parent);
         const std::size_t index =
-            step == k_behindLast ? end : pointerIndex(step).value_or(k_noIndex);
+            step == k_afterLast ? end : pointerIndex(step).value_or(k_noIndex);
         if (index > end) {
             const JsonPointer parentPointer = above(pointer);
             fail("it is no index from 0 to " + std::to_string(end), &parentPointer);

@@ -97,7 +97,7 @@ void appendKey(std::string& path, const std::string& key) {
 
 /// The text of the step as an index; empty when it cannot be one.
 std::string indexStep(const std::string& step) {
-    if (step == k_behindLast) {
+    if (step == k_afterLast) {
         return "[*]";
     }
     return pointerIndex(step) ? "[" + step + "]" : std::string();
@@ -146,7 +146,7 @@ JsonPointer JsonPointer::fromPath(const Path& path) {
     JsonPointer pointer;
     for (PathStep& step : path.steps()) {
         pointer.m_steps.push_back(step.key                  ? std::move(*step.key)
-                                  : step.index == k_noIndex ? std::string(k_behindLast)
+                                  : step.index == k_noIndex ? std::string(k_afterLast)
                                                             : std::to_string(step.index));
     }
     return pointer;

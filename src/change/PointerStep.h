@@ -13,7 +13,7 @@
 namespace ko::Orvid {
 
 /// The step to the position after an array's last item.
-constexpr std::string_view k_behindLast = "-";
+constexpr std::string_view k_afterLast = "-";
 
 /// The 0-based index that the step stands for in an array: nothing for digits after a zero, and
 /// for what reaches k_noIndex.

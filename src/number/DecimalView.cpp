@@ -141,8 +141,8 @@ void DecimalView::trim(std::string_view whole, std::string_view fraction, std::s
 }
 
 bool DecimalView::isWhole() const noexcept {
-    const long long behindPoint = static_cast<long long>(digitCount()) - 1;
-    return isZero() || (isNumber() && (m_power.beyond.empty() ? m_power.value >= behindPoint
+    const long long afterPoint = static_cast<long long>(digitCount()) - 1;
+    return isZero() || (isNumber() && (m_power.beyond.empty() ? m_power.value >= afterPoint
                                                               : !m_power.isNegative));
 }
 

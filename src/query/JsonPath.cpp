@@ -28,7 +28,7 @@ void appendStep(std::string& query, const std::string& step, bool mayBeIndex) {
     const std::optional<unsigned int> index = mayBeIndex ? pointerIndex(step) : std::nullopt;
     if (index) {
         appendNormalized(query, *index);
-    } else if (mayBeIndex && step == k_behindLast) {
+    } else if (mayBeIndex && step == k_afterLast) {
         throw Exception("A JSON Pointer with a step \"-\" names no element that a query could");
     } else {
         appendNormalized(query, step);
