@@ -1,43 +1,46 @@
 // SPDX-License-Identifier: MIT
 //
-// The parts that the hashes of values are made of. Without a secret: tables whose keys come from a
-// document use KeyedHash.
+// The parts that the hashes of values are made of, of so many bits as Word has. Without a secret:
+// tables whose keys come from a document use KeyedHash.
 
 #pragma once
 
+#include <ko/detail/sameBytes.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+#include <type_traits>
 
 namespace ko::Orvid {
 
 /// Spreads every bit: 2^64 divided by the golden ratio.
-constexpr auto k_multiplier = static_cast<std::size_t>(0x9E3779B97F4A7C15ULL);
+constexpr std::uint64_t k_multiplier = 0x9E3779B97F4A7C15U;
 
 /// Different for different values, with the same `hash` before.
-inline std::size_t mixed(std::size_t hash, std::size_t value) noexcept {
-    hash = (hash ^ value) * k_multiplier;
+template<class Word = std::size_t>
+Word mixed(Word hash, Word value) noexcept {
+    static_assert(std::is_unsigned_v<Word> && sizeof(Word) >= sizeof(std::uint32_t));
+    hash = (hash ^ value) * static_cast<Word>(k_multiplier);
     return hash ^ hash >> (sizeof hash * 4);
 }
 
-/// All 64 bits, also where std::size_t has fewer.
-inline std::size_t mixedWhole(std::size_t hash, std::uint64_t value) noexcept {
-    hash = mixed(hash, static_cast<std::size_t>(value));
+/// All 64 bits, also where Word has fewer.
+template<class Word = std::size_t>
+Word mixedWhole(Word hash, std::uint64_t value) noexcept {
+    hash = mixed(hash, static_cast<Word>(value));
     if constexpr (sizeof hash < sizeof value) {
-        hash = mixed(hash, static_cast<std::size_t>(value >> 32U));
+        hash = mixed(hash, static_cast<Word>(value >> 32U));
     }
     return hash;
 }
 
 /// The bytes as one number, of at most eight; different for different bytes of the same length.
 inline std::uint64_t shortWord(const char* bytes, std::size_t length) noexcept {
-    std::uint32_t first = 0;
-    if (length >= sizeof first) {
-        std::uint32_t last = 0;
-        std::memcpy(&first, bytes, sizeof first);
-        std::memcpy(&last, bytes + length - sizeof last, sizeof last);
-        return std::uint64_t{last} << 32U | first;
+    constexpr std::size_t half = sizeof(std::uint32_t);
+    if (length >= half) {
+        const std::uint64_t last = ko::detail::wordAt<std::uint32_t>(bytes + length - half);
+        return last << 32U | ko::detail::wordAt<std::uint32_t>(bytes);
     }
     if (length == 0) {
         return 0;
@@ -51,14 +54,16 @@ inline std::uint64_t shortWord(const char* bytes, std::size_t length) noexcept {
 
 /// The hash of a text, a word at a time. One more mixed() is to follow, which spreads its last
 /// bytes over all bits.
-inline std::size_t hashOfText(std::string_view text) noexcept {
+template<class Word = std::size_t>
+Word hashOfText(std::string_view text) noexcept {
+    constexpr std::size_t word = sizeof(std::uint64_t);
+    constexpr auto multiplier = static_cast<Word>(k_multiplier);
     const char* next = text.data();
     std::size_t left = text.size();
-    std::size_t hash = left * k_multiplier;  // a length must not make up for a byte
-    for (std::uint64_t word = 0; left > sizeof word; left -= sizeof word, next += sizeof word) {
-        std::memcpy(&word, next, sizeof word);
+    Word hash = left * multiplier;  // a length must not make up for a byte
+    for (; left > word; left -= word, next += word) {
         // Once more, or what the top byte changes could be undone by the next word.
-        hash = mixedWhole(hash, word) * k_multiplier;
+        hash = mixedWhole(hash, ko::detail::wordAt<std::uint64_t>(next)) * multiplier;
     }
     return mixedWhole(hash, shortWord(next, left));
 }

@@ -72,8 +72,8 @@ DecimalPower powerOf(std::string_view exponent, bool isNegative, long long shift
 /// Of a value that is no integer of few digits, and whose significant digits, without zeros around
 /// them, are a number of 64 bits.
 std::size_t hashOfFew(bool isNegative, long long power, unsigned long long digits) {
-    const std::size_t hash = mixedWhole(isNegative ? 1 : 2, static_cast<unsigned long long>(power));
-    return mixedWhole(hash, digits);
+    const std::size_t sign = isNegative ? 1 : 2;
+    return mixedWhole(mixedWhole(sign, static_cast<unsigned long long>(power)), digits);
 }
 
 constexpr unsigned long long k_base = 10;

@@ -52,7 +52,7 @@ public:
     static constexpr long long k_fewDigits = 18;
     /// The hash of a whole number of up to k_fewDigits digits.
     static std::size_t hashOf(long long value) noexcept {
-        return mixedWhole(0, static_cast<std::uint64_t>(value));
+        return mixedWhole(std::size_t{0}, static_cast<std::uint64_t>(value));
     }
 
 private:

@@ -8,9 +8,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <vector>
+
+#include "core/HashMix.h"
 
 namespace ko::Orvid::text {
 
@@ -28,7 +29,7 @@ public:
     /// A key of the object that is open. Returns false where its hash is there already: it is most
     /// likely the same key. Beyond a few keys only close() looks.
     bool add(std::string_view key) {
-        const std::uint64_t hash = hashOf(key);
+        const auto hash = hashOfText<std::uint64_t>(key);
         const std::uint64_t bit = std::uint64_t(1) << (hash % 64U);
         if ((m_level.seen & bit) != 0 && isAmongFew(hash)) {
             return false;
@@ -60,40 +61,6 @@ private:
         std::size_t start = 0;   ///< of its hashes
         std::uint64_t seen = 0;  ///< a bit for each hash
     };
-
-    static std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) noexcept {
-        constexpr std::uint64_t k_odd = 0x9E3779B97F4A7C15U;
-        hash = (hash ^ word) * k_odd;
-        return hash ^ (hash >> 32U);
-    }
-    template<class Word>
-    static std::uint64_t wordAt(const char* at) noexcept {
-        Word word = 0;
-        std::memcpy(&word, at, sizeof word);
-        return word;
-    }
-    /// Of at most eight bytes.
-    static std::uint64_t shortWord(const char* at, std::size_t length) noexcept {
-        constexpr std::size_t k_half = sizeof(std::uint32_t);
-        if (length >= k_half) {
-            return wordAt<std::uint32_t>(at) | wordAt<std::uint32_t>(at + length - k_half) << 32U;
-        }
-        std::uint64_t word = 0;
-        for (std::size_t i = 0; i < length; ++i) {
-            word = word << 8U | static_cast<unsigned char>(at[i]);
-        }
-        return word;
-    }
-    static std::uint64_t hashOf(std::string_view key) noexcept {
-        constexpr std::size_t k_word = sizeof(std::uint64_t);
-        const char* at = key.data();
-        std::size_t left = key.size();
-        std::uint64_t hash = left;
-        for (; left > k_word; left -= k_word, at += k_word) {
-            hash = mixed(hash, wordAt<std::uint64_t>(at));
-        }
-        return mixed(hash, shortWord(at, left));
-    }
 
     bool isAmongFew(std::uint64_t hash) const noexcept;
     bool areManyDifferent() noexcept;

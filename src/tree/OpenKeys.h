@@ -15,6 +15,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/HashMix.h"
+
 namespace ko::Orvid {
 
 class OpenKeys {
@@ -94,9 +96,8 @@ private:
                 first = first << 8U | static_cast<unsigned char>(c);
             }
         }
-        constexpr std::uint64_t k_factor = 0x9E3779B97F4A7C15;
-        const std::uint64_t mixed = (first ^ key.size()) * k_factor ^ last;
-        return static_cast<std::size_t>(mixed * k_factor >> 56U);
+        const std::uint64_t spread = (first ^ key.size()) * k_multiplier ^ last;
+        return static_cast<std::size_t>(spread * k_multiplier >> 56U);
     }
 
     Seen m_seen = allSeen();    ///< of the object that is being filled

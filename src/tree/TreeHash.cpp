@@ -43,7 +43,7 @@ struct OpenMembers {
 
     const Element& front() const { return next->second; }
     void add(std::size_t value) {
-        hash += mixed(mixed(1, hashOfText(next->first)), value);
+        hash += mixed(mixed(std::size_t{1}, hashOfText(next->first)), value);
         ++next;
     }
 
@@ -53,7 +53,7 @@ struct OpenMembers {
 };
 
 std::size_t typed(EType type, std::size_t hash) {
-    return mixed(mixed(0, static_cast<std::size_t>(type) + 2), hash);
+    return mixed(mixed(std::size_t{0}, static_cast<std::size_t>(type) + 2), hash);
 }
 
 std::size_t hashOfScalar(const Element::SData& data) {

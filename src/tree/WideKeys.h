@@ -25,7 +25,7 @@ namespace ko::Orvid {
 /// Without a secret: of keys that were made to have one hash, WideKeys takes only so many.
 struct WideKeyHash {
     std::size_t operator()(std::string_view key) const noexcept {
-        return mixed(1, hashOfText(key));
+        return mixed(std::size_t{1}, hashOfText(key));
     }
 };
 
@@ -77,8 +77,7 @@ private:
 
     std::size_t wordOf(std::uint32_t hash) const noexcept { return hash & m_mask; }
     static std::uint64_t bitsOf(std::uint32_t hash) noexcept {
-        constexpr std::uint64_t k_factor = 0x9E3779B97F4A7C15;
-        const std::uint64_t spread = hash * k_factor;
+        const std::uint64_t spread = hash * k_multiplier;
         const auto bit = [=](unsigned shift) {
             return std::uint64_t{1} << (spread >> shift & 63U);
         };
