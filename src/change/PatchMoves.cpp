@@ -71,7 +71,7 @@ std::size_t likeness(const Element& value, int levels = 2) {
 /// all together could take the square of its size.
 constexpr std::size_t k_mostSteps = 100000;
 
-/// Where nothing is.
+/// A place that leads nowhere in the document.
 JsonPointer nowhereIn(const Element& root) {
     std::string step = "-";
     while (root.isObject() && root.object().contains(step)) {
@@ -82,13 +82,13 @@ JsonPointer nowhereIn(const Element& root) {
     return nowhere;
 }
 
-/// Places of values, as long as they have no more steps than are allowed.
+/// Places of values: a list that is cut where they have more steps than are allowed.
 class PlaceList {
 public:
     PlaceList(const Element& root, std::size_t steps)
         : m_root(root), m_nowhere(nowhereIn(root)), m_steps(steps) {}
 
-    /// Null for a value that is nowhere now.
+    /// `now` is null for a value that is gone.
     void add(const Element& before, const Element* now) {
         m_isCut = m_isCut || m_steps == 0;
         if (m_isCut) {
@@ -98,7 +98,7 @@ public:
         const auto& [from, to] = m_places.back();
         m_steps -= std::min(m_steps, from.steps().size() + to.steps().size());
     }
-    /// Whether there were more.
+    /// Whether more were added than are in it.
     bool isCut() const { return m_isCut; }
     void appendTo(MovedPlaces& places) {
         std::move(m_places.begin(), m_places.end(), std::back_inserter(places));
@@ -252,11 +252,24 @@ PatchMoves::FoundByFirst PatchMoves::known(const Element& former, const Element&
 /// The first copy of a value that was removed is that value. What lay in a value that was copied,
 /// and is in the copy where it was, is found there by comparing.
 void PatchMoves::findCopies(const Element& former, const Element& root, FoundByFirst& found) const {
-    const Copies copies = copiesOfRemoved(root);
-    if (copies.empty()) {
-        return;
+    const ByOrigin copies = copiesOfRemoved(root);
+    const ByOrigin formers = formersOf(copies, former);
+    for (const auto& [origin, before] : formers) {
+        const Element& copy = *copies.at(origin);
+        const Origin ofCopy = originOf(copy);
+        if (ofCopy.isCopyItself || ofCopy.isKnown || m_moved.count(origin) > 0 ||
+            !liesAsBefore(*before, copy, copies, formers)) {
+            found.emplace(origin, Found{&copy, true});
+        }
     }
-    std::unordered_map<const Element*, const Element*> formers;
+}
+
+/// Where the values that were copied stood in the former tree.
+PatchMoves::ByOrigin PatchMoves::formersOf(const ByOrigin& copies, const Element& former) const {
+    ByOrigin formers;
+    if (copies.empty()) {
+        return formers;
+    }
     auto first = m_first.begin();
     forEachElement(former, [&](const Element& element) {
         if (copies.count(*first) > 0) {
@@ -264,25 +277,25 @@ void PatchMoves::findCopies(const Element& former, const Element& root, FoundByF
         }
         ++first;
     });
-    for (const auto& [origin, before] : formers) {
-        const Element* const copy = copies.at(origin);
-        const Element* const parent = copy->parent();
-        const Element* const above = parent == nullptr ? nullptr : originOf(*parent).copied;
-        const auto aboveBefore = formers.find(above);
-        const bool isWithin =
-            parent != nullptr && aboveBefore != formers.end() && copies.at(above) == parent &&
-            before->parent() == aboveBefore->second && m_moved.count(origin) == 0 &&
-            (!parent->isArray() || before->index() == copy->index());
-        const Origin ofCopy = originOf(*copy);
-        if (ofCopy.isCopyItself || ofCopy.isKnown || !isWithin) {
-            found.emplace(origin, Found{copy, true});
-        }
+    return formers;
+}
+
+/// Whether the copy lies in the copy of the container in which its value lay, at the same index.
+bool PatchMoves::liesAsBefore(const Element& before, const Element& copy, const ByOrigin& copies,
+                              const ByOrigin& formers) const {
+    const Element* const parent = copy.parent();
+    if (parent == nullptr) {
+        return false;
     }
+    const Element* const container = originOf(*parent).copied;
+    const auto found = formers.find(container);
+    return found != formers.end() && found->second == before.parent() &&
+           copies.at(container) == parent && (!parent->isArray() || before.index() == copy.index());
 }
 
 /// The first copy of each value that is no more, unless another was moved onto it.
-PatchMoves::Copies PatchMoves::copiesOfRemoved(const Element& root) const {
-    Copies copies;
+PatchMoves::ByOrigin PatchMoves::copiesOfRemoved(const Element& root) const {
+    ByOrigin copies;
     if (m_copies == 0) {
         return copies;
     }
@@ -299,7 +312,8 @@ PatchMoves::Copies PatchMoves::copiesOfRemoved(const Element& root) const {
     return copies;
 }
 
-/// Those that are gone, and that there are no others, are said only where all moves are.
+/// Values that are gone, and the root, are listed only after a complete list of what was moved: the
+/// root says that it is complete.
 MovedPlaces PatchMoves::places(const Element& former, const Element& root) {
     keepEqualItems(root);
     keepFormerEquals(former, root);

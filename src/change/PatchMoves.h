@@ -23,8 +23,8 @@ public:
         bool isKnown = false;
         bool isMoved = false;             ///< known since it was moved itself
         const Element* copied = nullptr;  ///< where the value began that a new one is a copy of
-        std::size_t copy = 0;             ///< which of the patch's copies that is, from 1
-        bool isCopyItself = false;  ///< whether it is not only within the value that was copied
+        std::size_t copy = 0;             ///< the number of that copy in the patch, from 1
+        bool isCopyItself = false;        ///< and not only a value within the one that was copied
     };
 
     /// The tree before the patch. Linear cost.
@@ -32,14 +32,14 @@ public:
 
     /// Everything within the value is new.
     void addWithin(const Element& value);
-    /// The same of a copy.
+    /// The same, where the value is a copy of another one.
     void copyWithin(const Element& source, const Element& copy);
     Origin originOf(const Element& element) const;
     /// A new value with that origin has come into the element.
     void add(const Origin& origin, const Element& element) { m_origins[&element] = origin; }
     /// The value with that origin has come into the element.
     void move(const Origin& origin, const Element& element);
-    /// A value is to be moved onto the element, whose own is gone then. No array in it is open.
+    /// A value will be moved onto the element, whose own is gone then. No array in it is open.
     void overwrite(const Element& element);
     /// The value comes into that container, or leaves it: the container is the same nevertheless,
     /// and no item that equals the value is it. Null is no container.
@@ -49,9 +49,7 @@ public:
     /// The values of the elements `from` have come into those of the same positions of the array.
     void reorder(const std::vector<const Element*>& from, const Element::TArray& array);
 
-    /// What was moved or equals what was edited, the containers around it, and what is gone after
-    /// it was moved or another was moved onto it, from the former tree, which is as the first was,
-    /// to the one there is now.
+    /// PatchOptions::moved, from `former`, a tree that is as the one before the patch, to `root`.
     MovedPlaces places(const Element& former, const Element& root);
 
 private:
@@ -61,14 +59,17 @@ private:
         bool isMoved;
     };
     using FoundByFirst = std::unordered_map<const Element*, Found>;
-    using Copies = std::unordered_map<const Element*, const Element*>;
+    using ByOrigin = std::unordered_map<const Element*, const Element*>;
 
     void keep(const Element* element);
     void keepEqualItems(const Element& root);
     void keepFormerEquals(const Element& former, const Element& root);
     FoundByFirst known(const Element& former, const Element& root) const;
     void findCopies(const Element& former, const Element& root, FoundByFirst& found) const;
-    Copies copiesOfRemoved(const Element& root) const;
+    ByOrigin formersOf(const ByOrigin& copies, const Element& former) const;
+    bool liesAsBefore(const Element& before, const Element& copy, const ByOrigin& copies,
+                      const ByOrigin& formers) const;
+    ByOrigin copiesOfRemoved(const Element& root) const;
 
     std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
     std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own
