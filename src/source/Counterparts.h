@@ -99,12 +99,15 @@ private:
     std::uint64_t hashOldContainer(std::uint32_t value) const;
     std::uint64_t hashNewContainer(std::uint32_t element) const;
 
-    /// What is known to have become of a value, and so of those in it that nothing is known of.
+    /// What is known to have become of a value, and so of the values in it of which nothing else is
+    /// known.
     enum class Fate : std::uint8_t { unknown, there, gone };
+    using ByAddress = std::unordered_map<const Element*, std::uint32_t>;
 
     void pairKnown(const MovedPlaces& moved);
     void pairKnown(std::uint32_t value, std::uint32_t element);
     Numbers valuesAt(const MovedPlaces& moved) const;
+    std::vector<Fate> fatesOf(const MovedPlaces& moved, ByAddress& known);
     void setGone(std::vector<Fate> fates);
     void setMovedOut(std::uint32_t value);
     void setGoneWithin(std::uint32_t value);
@@ -201,7 +204,7 @@ private:
     std::unordered_set<std::uint32_t> m_known;       ///< elements that were moved or stayed
     std::vector<bool> m_isGone;  ///< by value: whether it is known to be gone for good
     bool m_areAllKnown = false;  ///< whether nothing was moved besides these
-    std::unordered_map<const Element*, std::uint32_t> m_lostByAddress;
+    ByAddress m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;
     std::unordered_map<std::uint64_t, Numbers> m_ownersByChild;  ///< lost containers

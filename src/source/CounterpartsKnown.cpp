@@ -62,8 +62,20 @@ void Counterparts::pairKnown(const MovedPlaces& moved) {
     if (moved.empty()) {
         return;
     }
+    ByAddress known;
+    setGone(fatesOf(moved, known));
+    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
+        const auto found = known.find(m_new[element].element);
+        if (found != known.end()) {
+            pairKnown(found->second, element);
+        }
+    }
+}
+
+/// What the places say has become of the values of the text. Those that are there still are noted
+/// in `known`. Of places that contradict each other the first counts.
+std::vector<Counterparts::Fate> Counterparts::fatesOf(const MovedPlaces& moved, ByAddress& known) {
     const Numbers values = valuesAt(moved);
-    std::unordered_map<const Element*, std::uint32_t> known;
     std::vector<Fate> fates(m_old.size());
     for (std::size_t i = 0; i < moved.size(); ++i) {
         const std::uint32_t value = values[i];
@@ -80,13 +92,7 @@ void Counterparts::pairKnown(const MovedPlaces& moved) {
             }
         }
     }
-    setGone(std::move(fates));
-    for (std::uint32_t element = 0; element < m_new.size(); ++element) {
-        const auto found = known.find(m_new[element].element);
-        if (found != known.end()) {
-            pairKnown(found->second, element);
-        }
-    }
+    return fates;
 }
 
 /// What held a value that is gone differs from what it was, whatever is in it now.
