@@ -40,8 +40,6 @@ const Element* holderIn(const Element& root, const PathNotFound& error) {
     }
 }
 
-const std::string k_slashHint = "; steps are separated by dots, or all begin with a slash: ";
-
 std::vector<std::string> keysOf(const Element& object) {
     constexpr std::size_t most = 1000;
     std::vector<std::string> keys;
@@ -152,6 +150,9 @@ bool areKeysOf(const Element& object, const std::string& words) {
     }
     return count > 1;
 }
+
+/// What to write in place of a path with a slash; the word to write follows.
+constexpr const char* k_slashHint = "; steps are separated by dots, or all begin with a slash: ";
 
 /// Whether a key that the object lacks seems to be several steps of a JSON Pointer. Keys with
 /// slashes are common, and mostly there are several in an object.

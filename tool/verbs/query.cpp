@@ -142,8 +142,7 @@ private:
             report.note(
                 "the query selects nothing: in a filter on $, @ is each value in it; for the "
                 "records of which it is true: orvid select --lines QUERY, with $ for the record, "
-                "as "
-                "in '$[?$.a == 1]'");
+                "as in '$[?$.a == 1]'");
         }
         if (!m_lengthNote.empty() && !m_isAnythingSelected) {
             report.note(m_lengthNote);
@@ -189,8 +188,8 @@ private:
     bool m_hasStatus = false;
     mutable std::string m_lengthNote;  ///< on a whole document, which one thread reads
     mutable std::atomic<bool> m_isAnythingSelected{false};  ///< by any thread
-    mutable std::atomic<bool> m_wasRecordLeftOut{
-        false};  ///< an object of which nothing is selected
+    /// Whether nothing is selected of some record that is an object.
+    mutable std::atomic<bool> m_wasRecordLeftOut{false};
 };
 
 }  // namespace
