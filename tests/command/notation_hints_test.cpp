@@ -240,7 +240,7 @@ TEST(notations, of_new_items_are_explained_to_insert) {
 TEST(notations, of_a_sum_before_the_equals_sign_are_noted) {
     const auto note = [](const std::string& key, const std::string& sign) {
         return "orvid: path \"" + key + sign + "\" was not there and is new; its key ends in " +
-               sign + ", and there is \"" + key + "\": set puts values in, it does not reckon\n";
+               sign + ", and there is \"" + key + "\": set puts values in, it does not calculate\n";
     };
     EXPECT_EQ(orvid({"set", "n+=1"}, R"({"n":1})").err, note("n", "+"));
     EXPECT_EQ(orvid({"set", "n-=1"}, R"({"n":1})").err, note("n", "-"));

@@ -327,7 +327,7 @@ std::string unusualKeyHint(const Element& root, const std::string& path) {
         return !root.pathExists(pathOf(before))
                    ? ""
                    : "; its key ends in " + last.substr(last.length() - 1) + ", and there is \"" +
-                         before.back().key + "\": set puts values in, it does not reckon";
+                         before.back().key + "\": set puts values in, it does not calculate";
     }
     return !last.empty() && last.back() == ':'
                ? "; its key \"" + last + "\" ends in a colon (did you mean \"" +
