@@ -108,12 +108,15 @@ bool isIndexIn(const Element* parent) { return parent == nullptr || parent->isAr
 
 }  // namespace
 
+bool isPointerIndex(std::string_view step) {
+    return !step.empty() && step.find_first_not_of("0123456789") == std::string_view::npos &&
+           (step.size() == 1 || step.front() != '0');
+}
+
 std::optional<unsigned int> pointerIndex(std::string_view step) {
     constexpr std::size_t mostDigits = 10;  // of a number of 32 bits
     constexpr unsigned int base = 10;
-    const bool hasDigits =
-        !step.empty() && step.find_first_not_of("0123456789") == std::string_view::npos;
-    if (!hasDigits || step.size() > mostDigits || (step.size() > 1 && step.front() == '0')) {
+    if (step.size() > mostDigits || !isPointerIndex(step)) {
         return std::nullopt;
     }
     unsigned long long index = 0;

@@ -18,6 +18,7 @@
 #include <type_traits>
 
 #include "change/PatchTypeException.h"
+#include "change/PointerStep.h"
 #include "document/syntaxHint.h"
 #include "text/NumberText.h"
 
@@ -85,12 +86,9 @@ std::string describeType(const TypeException<EType>& error) {
 /// Whether the missing step is a position in an array, as a path or a JSON Pointer writes it.
 bool isIndexOf(const PathNotFound& error) {
     const std::string& step = error.key();
-    if (step.empty() || error.path().compare(0, 1, "/") != 0 ||
-        error.path().find("/" + step) == std::string::npos) {
-        return !step.empty() && step.front() == '[';
-    }
-    const bool isNumber = step.find_first_not_of("0123456789") == std::string::npos;
-    return step == "-" || (isNumber && (step == "0" || step.front() != '0'));
+    const bool isOfPointer =
+        error.path().compare(0, 1, "/") == 0 && error.path().find("/" + step) != std::string::npos;
+    return isOfPointer ? step == k_afterLast || isPointerIndex(step) : step.compare(0, 1, "[") == 0;
 }
 
 /// What the element where the walk stopped is, if it cannot have such a step at all.

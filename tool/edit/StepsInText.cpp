@@ -64,12 +64,7 @@ public:
     }
 
 private:
-    static bool mayBeIndex(const std::string& word) {
-        constexpr std::size_t mostDigits = 9;
-        return word == "-" || (!word.empty() && word.length() <= mostDigits &&
-                               word.find_first_not_of("0123456789") == std::string::npos &&
-                               (word == "0" || word.front() != '0'));
-    }
+    static bool mayBeIndex(const std::string& word) { return word == "-" || isIndex(word); }
 
     /// A step that may be an index is one below an array, and a key below an object.
     std::optional<ValueStep> stepBelow(const ValueSteps& holder, const std::string& word) const {
