@@ -157,11 +157,19 @@ private:
     void matchReplaced(const Numbers& lost, const Numbers& added);
     void matchUnlike(Numbers lost, Numbers added);
     static bool areFew(const Numbers& lost, const Numbers& added);
+    /// Which positions hold the children of added containers, in ascending order.
+    struct AddedChildren {
+        std::unordered_map<std::uint64_t, std::vector<std::size_t>> byTrace;
+        std::unordered_map<const Element*, std::size_t> byAddress;
+    };
+
     Positions alikeInOrder(const Numbers& lost, const Numbers& added) const;
+    AddedChildren childrenOf(const Numbers& added) const;
+    std::size_t firstAlike(std::uint32_t value, const Numbers& added, std::size_t from,
+                           const AddedChildren& children) const;
     Positions changedInPlace(const Numbers& lost, const Numbers& added) const;
     template<class Matches>
     void pairInOrder(Numbers& lost, Numbers& added, const Matches& matches);
-    bool areAlike(std::uint32_t value, std::uint32_t element) const;
     bool isSameKind(std::uint32_t value, std::uint32_t element) const;
 
     void matchMoved();

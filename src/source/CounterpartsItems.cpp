@@ -3,7 +3,7 @@
 // The match of the items of one array.
 
 #include <algorithm>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 
 #include "change/SequenceAlign.h"
@@ -175,16 +175,56 @@ bool Counterparts::areFew(const Numbers& lost, const Numbers& added) {
 Counterparts::Positions Counterparts::alikeInOrder(const Numbers& lost,
                                                    const Numbers& added) const {
     Positions pairs;
-    auto from = added.begin();
-    for (std::size_t i = 0; i < lost.size() && areFew(lost, added); ++i) {
-        const auto found = std::find_if(
-            from, added.end(), [&](std::uint32_t element) { return areAlike(lost[i], element); });
-        if (found != added.end()) {
-            pairs.emplace_back(i, static_cast<std::size_t>(found - added.begin()));
-            from = found + 1;
+    if (!areFew(lost, added)) {
+        return pairs;
+    }
+    const AddedChildren children = childrenOf(added);
+    std::size_t from = 0;
+    for (std::size_t i = 0; i < lost.size() && from < added.size(); ++i) {
+        const std::size_t j = firstAlike(lost[i], added, from, children);
+        if (j < added.size()) {
+            pairs.emplace_back(i, j);
+            from = j + 1;
         }
     }
     return pairs;
+}
+
+/// Listed once, for each may be compared with many that are lost.
+Counterparts::AddedChildren Counterparts::childrenOf(const Numbers& added) const {
+    AddedChildren children;
+    for (std::size_t j = 0; j < added.size(); ++j) {
+        for (const std::uint32_t child : childrenNow(added[j])) {
+            children.byTrace[traceNow(child)].push_back(j);
+            children.byAddress.emplace(m_new[child].element, j);
+        }
+    }
+    return children;
+}
+
+/// The first position, `from` or greater, of a container of the same type that has a child in
+/// common with that one: a member by key and value, an item by value, or either by its address,
+/// which it keeps when the container moves. The number of the added where there is none.
+std::size_t Counterparts::firstAlike(std::uint32_t value, const Numbers& added, std::size_t from,
+                                     const AddedChildren& children) const {
+    std::size_t first = added.size();
+    const auto look = [&](std::size_t position) {
+        if (position >= from && position < first && isSameContainer(value, added[position])) {
+            first = position;
+        }
+    };
+    for (const std::uint32_t child : childrenBefore(value)) {
+        const auto atAddress = children.byAddress.find(m_map[child].element());
+        if (atAddress != children.byAddress.end()) {
+            look(atAddress->second);
+        }
+        const auto equals = children.byTrace.find(traceBefore(child));
+        if (equals != children.byTrace.end()) {
+            const auto next = std::lower_bound(equals->second.begin(), equals->second.end(), from);
+            look(next == equals->second.end() ? added.size() : *next);
+        }
+    }
+    return first;
 }
 
 void Counterparts::matchUnlike(Numbers lost, Numbers added) {
@@ -237,26 +277,6 @@ void Counterparts::pairInOrder(Numbers& lost, Numbers& added, const Matches& mat
 bool Counterparts::isSameKind(std::uint32_t value, std::uint32_t element) const {
     return isContainer(*m_new[element].element) ? isSameContainer(value, element)
                                                 : !m_map.isContainer(value);
-}
-
-/// Whether both are containers of one type with at least one child in common: a member by key and
-/// value, an item by value, or either by its address, which it keeps when the container moves.
-bool Counterparts::areAlike(std::uint32_t value, std::uint32_t element) const {
-    if (!isSameContainer(value, element)) {
-        return false;
-    }
-    std::unordered_map<std::uint64_t, std::uint32_t> known;
-    std::unordered_set<const Element*> addresses;
-    for (const std::uint32_t child : childrenBefore(value)) {
-        known.emplace(m_old[child].hash, child);
-        addresses.insert(m_map[child].element());
-    }
-    const Numbers children = childrenNow(element);
-    return std::any_of(children.begin(), children.end(), [&](std::uint32_t child) {
-        const auto found = known.find(m_new[child].hash);
-        return addresses.count(m_new[child].element) > 0 ||
-               (found != known.end() && (!isMember(child) || haveSameKey(found->second, child)));
-    });
 }
 
 }  // namespace ko::Orvid

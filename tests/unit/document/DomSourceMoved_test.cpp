@@ -344,6 +344,15 @@ TEST(DomSourceMoved, keeps_comments_within_an_item_that_changes_while_others_com
               "[2 /* a */, 3]");
 }
 
+TEST(DomSourceMoved, keeps_comments_of_an_item_by_any_of_its_equal_members) {
+    EXPECT_EQ(edited("[\n  {\"a\": true, \"b\": true}, // one\n  {\"x\": 1, \"y\": 2} // two\n]",
+                     [](Element& root) {
+                         root = *Dom::parse(R"([{"q": 1}, {"b": true, "c": 3}, {"y": 2, "r": 5}])");
+                     }),
+              "[\n  {\"q\": 1},\n  {\"b\": true, \"c\": 3}, // one\n"
+              "  {\"y\": 2, \"r\": 5} // two\n]");
+}
+
 TEST(DomSourceMoved, keeps_comments_with_the_rest_of_equal_items_when_one_is_replaced) {
     EXPECT_EQ(
         edited("[2, 2 /* b */]", patching(R"([{"op": "replace", "path": "/0", "value": 7}])")),
