@@ -25,6 +25,7 @@ struct Frame {
     std::vector<Item> items;              ///< as they are written
     std::vector<std::uint32_t> siblings;  ///< the children that the text has, in its order
     std::vector<bool> stays;              ///< which of these kept their order here
+    bool isReplaced;                      ///< whether it has items, and none of these stays
     bool breaksLines;                     ///< where no siblings say whether
     std::uint32_t lineModel;              ///< whose whitespace it has on one line, or k_none
     std::string lineIndent;               ///< of the line on which the container begins

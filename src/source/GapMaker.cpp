@@ -137,10 +137,7 @@ StayingLines GapMaker::lines(const Frame& frame, const Sides& sides) const {
         const bool comeFirst = sides.left == nullptr && frame.self.before != k_none;
         return comeFirst ? linesOf(frame, 0, 0) : StayingLines(false);
     }
-    const bool isReplaced =
-        !frame.items.empty() &&
-        std::find(frame.stays.begin(), frame.stays.end(), true) == frame.stays.end();
-    if (isReplaced && sides.left == nullptr) {
+    if (frame.isReplaced && sides.left == nullptr) {
         return linesOf(frame, 0, 0);
     }
     if (sides.right != nullptr && !staysHere(frame, *sides.right)) {
@@ -149,7 +146,7 @@ StayingLines GapMaker::lines(const Frame& frame, const Sides& sides) const {
     const std::size_t last =
         sides.right == nullptr ? frame.siblings.size() : positionOf(*sides.right);
     std::size_t first = last;
-    while (first > (isReplaced ? 1 : 0) && !frame.stays[first - 1]) {
+    while (first > (frame.isReplaced ? 1 : 0) && !frame.stays[first - 1]) {
         --first;
     }
     return linesOf(frame, first, last);

@@ -258,6 +258,8 @@ void SourceWriter::listItems(Frame& frame) const {
         }
         frame.stays.assign(frame.siblings.size(), true);
     }
+    frame.isReplaced = !frame.items.empty() &&
+                       std::find(frame.stays.begin(), frame.stays.end(), true) == frame.stays.end();
 }
 
 /// As many of the siblings that are still here as keep their order: first of the items and of those
