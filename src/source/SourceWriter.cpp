@@ -294,6 +294,9 @@ bool SourceWriter::isInTextOrder(const Frame& frame) const {
     }
     std::vector<std::uint32_t> now;
     for (const Item& item : frame.items) {
+        if (item.before == k_none || !hasItsKey(item)) {
+            return false;
+        }
         now.push_back(item.before);
     }
     return now == m_counterparts.boundChildren(frame.self.before);

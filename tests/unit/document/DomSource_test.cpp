@@ -320,6 +320,14 @@ TEST(DomSource, keeps_repeated_keys_while_only_values_change) {
     EXPECT_EQ(edited(text, removing("a"), options), "{\"b\": 2}");
 }
 
+TEST(DomSource, drops_values_of_repeated_keys_when_the_last_one_is_renamed) {
+    const auto rename = patching(R"([{"op": "move", "from": "/a", "path": "/b"}])");
+    ReadOptions options = ReadOptions::jsonc();
+    options.repeatedKeys = ko::Orvid::RepeatedKeys::replace;
+    EXPECT_EQ(edited("{\n  \"a\": [1], // old\n  \"a\": 2 // new\n}", rename, options),
+              "{\n  \"b\": 2 // new\n}");
+}
+
 TEST(DomSource, keeps_a_text_that_is_no_whole_document_until_it_changes) {
     for (const char* const text : {"", "[1, 2", "{\"a\""}) {
         EXPECT_EQ(Dom::parse(text, ReadOptions()).text(), text);
