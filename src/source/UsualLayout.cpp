@@ -131,7 +131,7 @@ bool UsualLayout::holdsContainer(const Frame& frame) const {
 }
 
 bool UsualLayout::breaksLinesIn(const Frame& outer) {
-    return outer.siblings.empty() ? outer.breaksLines : isManyLine(m_map, outer.self.before);
+    return outer.siblings.empty() ? outer.breaksLines : inside(outer.self.before).isManyLine;
 }
 
 ContainerKind UsualLayout::kindOf(const Frame& frame) const {
@@ -260,14 +260,25 @@ bool UsualLayout::bringsLines(const Frame& frame) const {
     const std::uint32_t end = m_counterparts.now(frame.self.now).next;
     for (std::uint32_t i = frame.self.now + 1; i < end; ++i) {
         const NewValue& value = m_counterparts.now(i);
-        const bool hasComments =
-            value.counterpart != k_none && (hasComment(m_former.before(value.counterpart).lead) ||
-                                            hasComment(m_former.after(value.counterpart).tail));
-        if (hasComments || (value.contents != k_none && hasNewline(m_map.text(value.contents)))) {
+        if ((value.counterpart != k_none && bringsComment(value.counterpart)) ||
+            (value.contents != k_none && bringsLines(value.contents))) {
             return true;
         }
     }
     return false;
+}
+
+/// Whether comments around the value come along.
+bool UsualLayout::bringsComment(std::uint32_t value) const {
+    return hasComment(m_former.before(value).lead) || hasComment(m_former.after(value).tail) ||
+           (m_counterparts.wasMember(value) && hasComment(colonOf(value)));
+}
+
+/// Whether lines within the container come along, or, where nothing else is in it, comments.
+bool UsualLayout::bringsLines(std::uint32_t container) const {
+    const std::string_view text = m_map.text(container);
+    const char* const odd = m_map.hasChildren(container) ? "\n" : "/\n";
+    return text.find_first_of(odd) != std::string_view::npos;
 }
 
 /// Whether it takes much of a line, however short the indent is: without whitespace more than 60

@@ -73,6 +73,8 @@ private:
     bool holdsFilled(const Frame& frame) const;
     bool isLong(const Frame& frame) const;
     bool bringsLines(const Frame& frame) const;
+    bool bringsLines(std::uint32_t container) const;
+    bool bringsComment(std::uint32_t value) const;
     bool breaksLinesOfItsKind(const Frame& frame);
     bool breaksFlatObject(const Frame& frame);
     ContainerKind kindOf(const Frame& frame) const;

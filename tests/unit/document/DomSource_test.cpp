@@ -288,6 +288,18 @@ TEST(DomSource, gives_lines_to_a_new_container_into_which_comments_come) {
               "{\n  \"a\": { \"x\": 1 },\n  \"c\": {\n    // b\n    \"b\": 2 // too\n  }\n}\n");
 }
 
+TEST(DomSource, gives_lines_to_a_new_array_into_which_lines_come) {
+    const auto put = patching(R"([{"op": "add", "path": "/d", "value": []},
+                                  {"op": "move", "from": "/c", "path": "/d/0"}])");
+    const std::string lists = "{\n  \"a\": [{ \"x\": 1 }],\n  \"b\": [{ \"x\": 1 }],\n";
+    EXPECT_EQ(edited(lists + "  \"c\": {\n    \"y\": 2\n  }\n}\n", put),
+              lists + "  \"d\": [\n    {\n      \"y\": 2\n    }\n  ]\n}\n");
+    EXPECT_EQ(edited(lists + "  \"c\": {\n    // none\n  }\n}\n", put),
+              lists + "  \"d\": [\n    {\n      // none\n    }\n  ]\n}\n");
+    EXPECT_EQ(edited(lists + "  \"c\": { \"y\": 2 }\n}\n", put),
+              lists + "  \"d\": [{ \"y\": 2 }]\n}\n");
+}
+
 TEST(DomSource, gives_lines_to_a_container_that_is_too_long_for_one) {
     const std::string text = "{\n  \"a\": { \"x\": 1 }\n}\n";
     const std::string before = "{\n  \"a\": { \"x\": 1 },\n  \"b\": ";
