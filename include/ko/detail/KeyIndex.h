@@ -34,10 +34,9 @@ namespace ko {
 template<class List, class Key, class Compare>
 class KeyIndex {
     struct Entry;
-    struct HashOrder;
-    struct KeyOrder;
+    struct Order;
     using Vector = std::vector<Entry>;
-    using Tree = std::set<Entry, KeyOrder>;
+    using Tree = std::set<Entry, Order>;
 
 public:
     using Iterator = typename List::iterator;
@@ -49,7 +48,6 @@ public:
     private:
         friend class KeyIndex;
 
-        std::size_t m_hash = 0;
         std::ptrdiff_t m_inVector = 0;
         typename Tree::const_iterator m_inTree{};
     };
@@ -68,12 +66,11 @@ public:
     Spot find(List& list, const Like& key) const {
         Spot spot;
         const Large* const index = indexFor(list);
-        if (index == nullptr) {
+        if (index == nullptr || (!index->tree && !k_hasWord<Like>)) {
             spot.position = scan(list, key);
             return spot;
         }
-        spot.m_hash = hashOf(key);
-        const Probe<Like> probe{spot.m_hash, key};
+        const Probe<Like> probe{wordOf(key, index->tree.has_value()), key};
         if (index->tree) {
             spot.m_inTree = index->tree->lower_bound(probe);
             const bool isThere =
@@ -81,10 +78,9 @@ public:
             spot.position = isThere ? spot.m_inTree->position : list.end();
         } else {
             const Vector& entries = index->entries;
-            const HashOrder byHash{order()};
-            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, byHash);
+            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, order());
             spot.m_inVector = entry - entries.begin();
-            const bool isThere = entry != entries.end() && !byHash(probe, *entry);
+            const bool isThere = entry != entries.end() && !order()(probe, *entry);
             spot.position = isThere ? entry->position : list.end();
         }
         return spot;
@@ -97,14 +93,17 @@ public:
         if (index == nullptr) {
             return;
         }
-        const Entry entry{spot.m_hash, position};
         if (index->tree) {
-            index->tree->insert(spot.m_inTree, entry);
+            index->tree->insert(spot.m_inTree, entryOf(position, true));
         } else if (index->entries.size() < k_largestVector) {
-            index->entries.insert(index->entries.begin() + spot.m_inVector, entry);
+            index->entries.insert(index->entries.begin() + spot.m_inVector,
+                                  entryOf(position, false));
         } else {
-            Tree tree(index->entries.begin(), index->entries.end(), order());
-            tree.insert(entry);
+            Tree tree(order());
+            for (const Entry& entry : index->entries) {
+                tree.insert(entryOf(entry.position, true));
+            }
+            tree.insert(entryOf(position, true));
             index->tree = std::move(tree);
             index->entries = {};
         }
@@ -140,15 +139,25 @@ private:
     /// Up to here looking at every key, which mostly compares lengths, beats the binary search.
     static constexpr std::size_t k_largestScan = 8;
     /// How often that is done in a larger map before the index is made, since most documents are
-    /// only asked a few times. Sorting 100,000 keys costs as much as 190 looks at all of them.
+    /// only asked a few times. An index of 100,000 keys costs as much as 73 looks at all of them.
     static constexpr std::uintptr_t k_scans = 16;
     /// Up to here moving the entries after a new one costs less than the nodes of a tree.
     static constexpr std::size_t k_largestVector = 64;
     static constexpr bool k_isNatural = std::is_same_v<Compare, std::less<Key>>;
 
-    /// A pair, and the hash of its key.
+    /// Nothing is known of which keys are equal for another order.
+    template<class Like>
+    static constexpr bool k_isText =
+        k_isNatural&& std::is_convertible_v<const Like&, std::string_view>;
+    /// Not what compares with texts but is none.
+    template<class Like>
+    static constexpr bool k_hasWord = k_isText<Like> || !k_isText<Key>;
+
+    /// A pair, and a word of its key, which is compared before the key.
     struct Entry {
-        std::size_t hash;
+        static constexpr bool hasWord = true;
+
+        std::size_t word;
         Iterator position;
 
         const Key& key() const { return position->first; }
@@ -157,19 +166,23 @@ private:
     /// What is looked for among the entries.
     template<class Like>
     struct Probe {
-        std::size_t hash;
+        static constexpr bool hasWord = k_hasWord<Like>;
+
+        std::size_t word;
         const Like& wanted;
 
         const Like& key() const { return wanted; }
     };
 
-    /// What follows in the text often follows in this order too, which spares a large tree the
-    /// jumps through memory that hashes would cost it.
-    struct KeyOrder {
+    /// By the words first, so that few keys need be fetched from memory.
+    struct Order {
         using is_transparent = void;
 
         template<class Left, class Right>
         bool operator()(const Left& left, const Right& right) const {
+            if (Left::hasWord && Right::hasWord && left.word != right.word) {
+                return left.word < right.word;
+            }
             if constexpr (k_isNatural) {
                 return left.key() < right.key();
             } else {
@@ -180,35 +193,35 @@ private:
         Compare compare;
     };
 
-    /// By the hash first, so that few keys need be looked at; keys whose hashes agree by
-    /// themselves.
-    struct HashOrder {
-        template<class Left, class Right>
-        bool operator()(const Left& left, const Right& right) const {
-            return left.hash != right.hash ? left.hash < right.hash : byKey(left, right);
-        }
-
-        KeyOrder byKey;
-    };
-
-    /// The vector up to k_largestVector entries, the tree above.
+    /// The vector up to k_largestVector entries, in the order of hashes; the tree above, in that of
+    /// the keys. What follows in the text often follows in that order too, which spares a large
+    /// tree the jumps through memory that hashes would cost it.
     struct Large {
         Vector entries;
         std::optional<Tree> tree;
     };
 
-    /// Nothing is known of which keys are equal for another order.
+    /// The hash or, in a tree, the first bytes, whose order is that of the keys.
     template<class Like>
-    static constexpr bool k_isText =
-        k_isNatural&& std::is_convertible_v<const Like&, std::string_view>;
-
-    template<class Like>
-    static std::size_t hashOf(const Like& key) {
+    static std::size_t wordOf(const Like& key, bool isInTree) {
         if constexpr (k_isText<Like>) {
-            return std::hash<std::string_view>()(key);
+            return isInTree ? firstBytes(key) : std::hash<std::string_view>()(key);
         } else {
             return 0;
         }
+    }
+
+    /// As a number; a shorter key ends with zeros.
+    static std::size_t firstBytes(std::string_view key) noexcept {
+        std::size_t bytes = 0;
+        for (std::size_t i = 0; i != sizeof bytes; ++i) {
+            bytes = bytes << 8U | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
+        }
+        return bytes;
+    }
+
+    static Entry entryOf(Iterator position, bool isInTree) {
+        return {wordOf(position->first, isInTree), position};
     }
 
     template<class Like>
@@ -227,7 +240,7 @@ private:
         });
     }
 
-    KeyOrder order() const { return KeyOrder{compare()}; }
+    Order order() const { return Order{compare()}; }
 
     /// The index, made where it is missed; null for few pairs or lookups, and without memory.
     const Large* indexFor(List& list) const {
@@ -270,19 +283,28 @@ private:
 
     std::unique_ptr<Large> indexOf(List& list) const {
         auto made = std::make_unique<Large>();
-        made->entries.reserve(list.size());
-        for (Iterator position = list.begin(); position != list.end(); ++position) {
-            made->entries.push_back({hashOf(position->first), position});
-        }
         if (list.size() > k_largestVector) {
-            // A tree is made of entries in its own order without a search for each.
-            std::sort(made->entries.begin(), made->entries.end(), order());
-            made->tree.emplace(made->entries.begin(), made->entries.end(), order());
-            made->entries = {};
+            fillTree(made->tree.emplace(order()), list);
         } else {
-            std::sort(made->entries.begin(), made->entries.end(), HashOrder{order()});
+            fillVector(made->entries, list);
         }
         return made;
+    }
+
+    /// In the order of the list and not of the keys, in which the nodes of the upper levels would
+    /// lie powers of two apart in memory and push each other out of the processor's caches.
+    static void fillTree(Tree& tree, List& list) {
+        for (Iterator position = list.begin(); position != list.end(); ++position) {
+            tree.insert(tree.end(), entryOf(position, true));
+        }
+    }
+
+    void fillVector(Vector& entries, List& list) const {
+        entries.reserve(list.size());
+        for (Iterator position = list.begin(); position != list.end(); ++position) {
+            entries.push_back(entryOf(position, false));
+        }
+        std::sort(entries.begin(), entries.end(), order());
     }
 
     // One word: the address of the index or, while there is none, an odd number that counts

@@ -321,6 +321,58 @@ TEST(ListMap, finds_each_key_while_it_grows_and_shrinks) {
     EXPECT_EQ(membersOf(map), (Members{{"a", 1}}));
 }
 
+/// Keys that begin alike, for as long as a word or less, end with NUL, or have bytes over 0x7F.
+std::vector<std::string> similarKeys() {
+    std::vector<std::string> keys;
+    for (std::size_t length = 0; length != 12; ++length) {
+        const std::string beginning = std::string("abcdefghijkl").substr(0, length);
+        for (const char* const end : {"", "z", "\x7F", "\x80", "\xFF"}) {
+            keys.push_back(beginning + end);
+        }
+        for (std::size_t zeros = 1; zeros != 4; ++zeros) {
+            keys.push_back(beginning + std::string(zeros, '\0'));
+        }
+    }
+    return keys;
+}
+
+TEST(ListMap, finds_each_of_many_keys_that_begin_alike) {
+    const std::vector<std::string> keys = similarKeys();
+    Map grown;
+    Map looked;
+    for (std::size_t i = 0; i != keys.size(); ++i) {
+        ASSERT_TRUE(grown.insert({keys[i], static_cast<int>(i)}).second);
+        EXPECT_EQ(membersOf(grown).size(), i + 1);
+    }
+    looked = grown;  // without the index, which is made as a whole then
+    EXPECT_EQ(membersOf(looked), membersOf(grown));
+    for (const std::string& key : keys) {
+        EXPECT_FALSE(looked.contains(key + "\x01"));
+        EXPECT_EQ(looked.erase(key), 1u);
+        EXPECT_FALSE(looked.contains(key));
+    }
+}
+
+/// Compares with a key, and is no text.
+struct Name {
+    std::string text;
+
+    friend bool operator==(const std::string& key, const Name& name) { return key == name.text; }
+    friend bool operator<(const std::string& key, const Name& name) { return key < name.text; }
+    friend bool operator<(const Name& name, const std::string& key) { return name.text < key; }
+};
+
+TEST(ListMap, finds_by_what_only_compares_with_keys_at_every_size) {
+    Map map;
+    for (int i = 0; i < 100; ++i) {
+        const std::string key = std::to_string(i * 37 % 100);
+        map.insert({key, i});
+        EXPECT_EQ(membersOf(map).size(), static_cast<std::size_t>(i) + 1);
+        ASSERT_TRUE(map.contains(Name{key})) << i;
+        ASSERT_FALSE(map.contains(Name{key + "."})) << i;
+    }
+}
+
 TEST(ListMap, swap_exchanges_a_small_and_a_large_one) {
     Map small = makeMap({{"x", 1}});
     Map large;
