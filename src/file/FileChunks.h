@@ -81,15 +81,16 @@ private:
         return isPlain ? static_cast<std::filebuf*>(&buffer) : nullptr;
     }
 
-    /// Fills the buffer, if so much is left that this shows its size.
+    /// Fills the buffer, which shows its size where so much is left.
     void measureArea(std::size_t left) {
-        if (left < k_least || position() == std::streampos(std::streamoff(-1))) {
-            m_file = nullptr;
-            return;
+        if (left != 0) {
+            GetArea::fill(*m_file);
         }
-        GetArea::fetch(*m_file);
-        m_areaLength = GetArea::of(*m_file).size();
-        if (m_areaLength == 0 || m_areaLength > k_least / k_fewest) {
+        const std::size_t length = GetArea::of(*m_file).size();
+        const bool isLong = left >= k_least && length != 0 && length <= k_least / k_fewest;
+        if (isLong && position() != std::streampos(std::streamoff(-1))) {
+            m_areaLength = length;
+        } else {
             m_file = nullptr;
         }
     }

@@ -19,10 +19,19 @@ namespace ko::Orvid {
 
 namespace {
 
+/// From the root folder, as long as the present one is known.
 std::string fullName(const std::string& file) {
+    if (!file.empty() && file.front() == '/') {
+        return file;
+    }
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(file, error);
-    return error ? file : path.lexically_normal().string();
+    return error ? file : path.string();
+}
+
+/// Without `.`, `..` and repeated slashes. Making it costs as much as reading a small file does.
+std::filesystem::path normalized(const std::string& fullName) {
+    return std::filesystem::path(fullName).lexically_normal();
 }
 
 /// Nothing where there is no file.
@@ -43,7 +52,8 @@ FileVersion::FileVersion(const std::string& file, const FileStamp& stamp)
     : m_name(fullName(file)), m_stamp(stamp) {}
 
 bool FileVersion::isOf(const std::string& file) const {
-    if (fullName(file) == m_name) {
+    const std::string name = fullName(file);
+    if (name == m_name || normalized(name) == normalized(m_name)) {
         return true;
     }
     std::error_code error;

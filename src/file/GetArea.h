@@ -25,8 +25,16 @@ public:
     static void fetch(std::streambuf& buffer) noexcept {
         try {
             if (buffer.in_avail() > 0) {
-                buffer.sgetc();
+                fill(buffer);
             }
+        } catch (...) {
+            return;
+        }
+    }
+    /// The same, where that is known to need no waiting.
+    static void fill(std::streambuf& buffer) noexcept {
+        try {
+            buffer.sgetc();
         } catch (...) {
             return;
         }

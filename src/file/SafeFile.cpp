@@ -212,14 +212,13 @@ std::string readFile(const std::string& name) {
 std::string readFile(const std::string& name, FileStamp& stamp) {
     constexpr std::size_t firstRoom = 65536;
     const Descriptor file(untilDone([&] { return ::open(name.c_str(), O_RDONLY | O_CLOEXEC); }));
-    struct stat status {};
-    if (!file.isOpen() || ::fstat(file.get(), &status) != 0) {
+    if (!file.isOpen()) {
         failWith(name, k_read, errno);
     }
     stamp = FileStamp::of(file.get(), name);
     // Asking for one byte more than the file's size shows its end without a further call.
-    const bool isRegular = S_ISREG(status.st_mode) && status.st_size > 0;
-    std::string content(isRegular ? static_cast<std::size_t>(status.st_size) + 1 : firstRoom, '\0');
+    std::string content(stamp.size > 0 ? static_cast<std::size_t>(stamp.size) + 1 : firstRoom,
+                        '\0');
     std::size_t length = 0;
     for (;;) {
         const ssize_t got = untilDone(
