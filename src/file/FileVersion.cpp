@@ -69,7 +69,9 @@ void FileVersion::replace(const std::string& file, std::string_view content,
                           std::string_view read) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const bool isThere = stampOf(file).has_value();
-    if (isThere && !needsChange(file, content, read)) {
+    std::error_code error;
+    // Reading what is no file may wait for ever. SafeFile refuses it.
+    if (std::filesystem::is_regular_file(file, error) && !needsChange(file, content, read)) {
         return;
     }
     SafeFile written(file);

@@ -57,6 +57,14 @@ protected:
     Dom m_dom = Dom::load(m_name);
 };
 
+TEST_F(SharedFile, is_not_waited_for_when_it_has_become_a_pipe) {
+    setTo(2);
+    std::filesystem::remove(m_name);
+    ASSERT_EQ(mkfifo(m_name.c_str(), 0600), 0);
+    const auto error = thrownBy<FileException>([&] { m_dom.save(m_name); });
+    EXPECT_STREQ(error.what(), ("Cannot write \"" + m_name + "\": Not a regular file").c_str());
+}
+
 TEST_F(SharedFile, is_not_saved_when_another_has_replaced_it) {
     setTo(2);
     replaceFile(m_name, R"({"a": 1, "b": 1})");
