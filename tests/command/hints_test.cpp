@@ -373,6 +373,17 @@ TEST(options_of_other_commands, get_a_hint_at_what_does_it_here) {
         failed(2, "there is no option --pretty (--indent N lays out); see orvid print --help"));
 }
 
+TEST(options_of_other_verbs, get_a_hint_at_what_does_it) {
+    EXPECT_EQ(orvid({"set", "--if-present", "a=1"}),
+              failed(2,
+                     "there is no option --if-present (set --query QUERY VALUE changes only what "
+                     "is there); see orvid set --help"));
+    EXPECT_EQ(orvid({"insert", "--if-absent", "a", "1"}),
+              failed(2,
+                     "there is no option --if-absent (set --if-absent makes only what is not "
+                     "there); see orvid insert --help"));
+}
+
 TEST(hints, note_a_new_member_beside_a_key_of_its_path) {
     const std::string text = R"({"o": {"a.b": {"c": 1}}})";
     EXPECT_EQ(orvid({"set", "o.a.b.c=2"}, text),

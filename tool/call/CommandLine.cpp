@@ -244,7 +244,9 @@ struct CommandLine::Impl {
             {"-e", "the status is 1 where nothing is found"},
             {"--raw-output", "it is --raw"},
             {"--compact-output", "it is --compact"},
-            {"--null-input", "set --new begins with nothing"}};
+            {"--null-input", "set --new begins with nothing"},
+            {"--if-present", "set --query QUERY VALUE changes only what is there"},
+            {"--if-absent", "set --if-absent makes only what is not there"}};
         const auto found = elsewhere.find(name);
         return found == elsewhere.end() ? suggestion(name, known) : " (" + found->second + ")";
     }
