@@ -223,6 +223,8 @@ TEST(query, says_that_a_regular_expression_of_its_own_matches_nothing) {
     EXPECT_EQ(notes({"select", R"($[?search(@, '\\d')])"}, R"(["1"])"), digits);
     EXPECT_EQ(notes({"set", "--query", R"($[?search(@, '\\d')])", "1"}, "[]"), digits);
     EXPECT_EQ(notes({"remove", "--query", R"($[?search(@, '\\d')])"}, "[]"), digits);
+    EXPECT_EQ(notes({"query", "$[?match(@.a, 'x(') || search(@.b, 'x(')]"}, "[]"),
+              start + "\"x(\"" + end + "\n");
     EXPECT_EQ(notes({"query", "$[?match(@.t, @.p)]"}, R"([{"t":"x(","p":"x("}])"), "");
 }
 

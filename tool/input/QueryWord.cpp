@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstring>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -168,7 +169,8 @@ ko::Orvid::JsonPath queryOf(const std::string& text) {
 
 std::vector<std::string> patternNotes(const ko::Orvid::JsonPath& query) {
     std::vector<std::string> notes;
-    for (const std::string& pattern : query.malformedPatterns()) {
+    const std::vector<std::string>& all = query.malformedPatterns();
+    for (const std::string& pattern : std::set<std::string>(all.begin(), all.end())) {
         notes.push_back("the query has \"" + pattern +
                         "\", which is no regular expression of RFC 9485 and matches nothing" +
                         classHint(pattern));
