@@ -59,6 +59,8 @@ public:
                 look(value);
                 m_open.push_back(value);
                 ++seen;
+            } else if (m_map.isContainer(value)) {
+                lookAtComments(value);
             }
         }
         return result();
@@ -107,8 +109,21 @@ private:
 
     void lookAtLines(std::uint32_t container) {
         m_endComma.add(hasComma(closeGap(m_map, container)));
-        const Gap gap = gapOf(openGap(m_map, container), GapKind::open);
-        const std::string lineBreak = breakOf(gap.lead);
+        addIndent(container, breakOf(gapOf(openGap(m_map, container), GapKind::open).lead));
+    }
+
+    /// Comment lines in a container without children.
+    void lookAtComments(std::uint32_t container) {
+        const std::string_view text = m_map.text(container);
+        const Gap gap = gapOf(text.substr(1, text.size() - 2), GapKind::only);
+        const auto comment = std::find_if(gap.lines.begin(), gap.lines.end(), hasComment);
+        if (comment != gap.lines.end()) {
+            addIndent(container, breakOf(*comment));
+        }
+    }
+
+    /// That of a line within the container, which begins so.
+    void addIndent(std::uint32_t container, const std::string& lineBreak) {
         const std::string_view indent = indentOf(lineBreak);
         const std::string_view outer = lineIndent(m_map.text(), m_map[container].begin());
         if (hasNewline(lineBreak) && indent.size() > outer.size() &&

@@ -217,7 +217,7 @@ bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
         return true;
     }
     const std::uint32_t model = outer == nullptr ? k_none : modelOf(frame, *outer);
-    if (model != k_none) {
+    if (model != k_none && (inside(model).isManyLine || !bringsLines(frame))) {
         return inside(model).isManyLine;
     }
     if (outer != nullptr && !breaksLinesIn(*outer)) {

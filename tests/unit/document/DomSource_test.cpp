@@ -300,6 +300,24 @@ TEST(DomSource, gives_lines_to_a_new_array_into_which_lines_come) {
               lists + "  \"d\": [{ \"y\": 2 }]\n}\n");
 }
 
+TEST(DomSource, gives_lines_to_an_empty_container_into_which_lines_come) {
+    const auto put = patching(R"([{"op": "move", "from": "/b", "path": "/e/b"}])");
+    const std::string model = "{\n\t\"o\": { \"x\": 1 },\n\t\"e\": {";
+    EXPECT_EQ(edited("{\n\t// two\n\t\"b\": [\n\t\t1\n\t],\n" + model.substr(2) + "}\n}", put),
+              model + "\n\t\t// two\n\t\t\"b\": [\n\t\t\t1\n\t\t]\n\t}\n}");
+    EXPECT_EQ(edited("{\n\t\"b\": [\n\t\t1\n\t],\n" + model.substr(2) + "}\n}", put),
+              model + "\n\t\t\"b\": [\n\t\t\t1\n\t\t]\n\t}\n}");
+    EXPECT_EQ(edited("{\n\t\"b\": [1],\n" + model.substr(2) + "}\n}", put),
+              model + " \"b\": [1] }\n}");
+}
+
+TEST(DomSource, learns_the_indent_from_comments_where_nothing_else_has_one) {
+    const auto put = patching(R"([{"op": "add", "path": "/a", "value": {"b": 1}}])");
+    EXPECT_EQ(edited("{\n\t// c\n}", put), "{\n\t// c\n\t\"a\": {\n\t\t\"b\": 1\n\t}\n}");
+    EXPECT_EQ(edited("{\n  // c\n  // d\n}", put),
+              "{\n  // c\n  // d\n  \"a\": {\n    \"b\": 1\n  }\n}");
+}
+
 TEST(DomSource, gives_lines_to_a_container_that_is_too_long_for_one) {
     const std::string text = "{\n  \"a\": { \"x\": 1 }\n}\n";
     const std::string before = "{\n  \"a\": { \"x\": 1 },\n  \"b\": ";
