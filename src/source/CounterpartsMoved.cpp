@@ -76,6 +76,7 @@ void Counterparts::matchMoved() {
             if (isSameContainer(value, element)) {
                 pairContents(value, element);
             }
+            setMovedOut(value);
             matchAll();
         }
     }

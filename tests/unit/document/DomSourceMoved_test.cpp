@@ -344,6 +344,18 @@ TEST(DomSourceMoved, keeps_comments_within_an_item_that_changes_while_others_com
               "[2 /* a */, 3]");
 }
 
+TEST(DomSourceMoved, writes_no_comment_twice_where_a_copy_is_within_what_moved) {
+    EXPECT_EQ(edited(R"({"c": [[/*k*/ 1]]})",
+                     [](Element& root) {
+                         const Element copy = root.get("c");
+                         root.get("c[0]").array().push_back(copy);
+                         Element moved = std::move(root.get("c"));
+                         root.object().erase(std::string("c"));
+                         root.object().resetMember("d") = std::move(moved);
+                     }),
+              R"({"d": [[/*k*/ 1, [[1]]]]})");
+}
+
 TEST(DomSourceMoved, keeps_comments_of_an_item_by_any_of_its_equal_members) {
     EXPECT_EQ(edited("[\n  {\"a\": true, \"b\": true}, // one\n  {\"x\": 1, \"y\": 2} // two\n]",
                      [](Element& root) {
