@@ -168,9 +168,11 @@ TEST(bad_text, with_bytes_that_are_no_text_is_refused_at_the_first_one) {
 
 TEST(bad_text, after_the_value_is_refused) {
     const std::string complete = "the document is complete";
+    const std::string several =
+        " (for values that follow each other there are --lines, split --values and join)";
     expectLines(
         {{"[1] x", "1:5: at (root): Unexpected 'x': " + complete},
-         {"[1]\n// note\n/* note */ []", "3:12: at (root): Unexpected '[': " + complete},
+         {"[1]\n// note\n/* note */ []", "3:12: at (root): Unexpected '[': " + complete + several},
          {"true false", "1:6: at (root): Unexpected 'f': " + complete},
          {"1 2", "1:3: at (root): Unexpected '2': " + complete},
          {"\"a\"b", "1:4: at (root): Unexpected 'b': " + complete},

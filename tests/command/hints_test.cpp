@@ -291,6 +291,13 @@ TEST(hints, tell_of_records_that_were_read_as_one_document) {
         "values that follow each other there are --lines, split --values and join)\n2\n^\n";
     for (const char* const verb : {"print", "check"}) {
         EXPECT_EQ(orvid({verb}, "1\n2\n").err, hint);
+        EXPECT_EQ(orvid({verb}, "{}{}").err,
+                  "orvid: (standard input):1:3: at (root): Unexpected '{': the document is "
+                  "complete (for values that follow each other there are --lines, split --values "
+                  "and join)\n{}{}\n  ^\n");
+        EXPECT_EQ(orvid({verb}, "{}\n}\n").err,
+                  "orvid: (standard input):2:1: at (root): Unexpected '}': the document is "
+                  "complete\n}\n^\n");
     }
 }
 

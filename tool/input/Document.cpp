@@ -22,7 +22,6 @@ namespace {
 
 using ko::Orvid::DomParser;
 using ko::Orvid::Element;
-using ko::Orvid::ExpectedToken;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
 
@@ -92,8 +91,9 @@ Failure failureOf(const Location& location, std::string_view text, const ParseEx
                        : slipHint(text, offsetOf(text, error.firstLine(), error.firstColumn()),
                                   error.found(), error.expected());
     }
-    if (isShown && at.line > 1 && at.column == 1 && error.expected() == ExpectedToken::nothing) {
-        message += k_severalValues;
+    if (isShown) {
+        const bool isOwnLine = at.line > 1 && at.column == 1;
+        message += severalValuesHint(error.found(), error.expected(), isOwnLine);
     }
     Failure failure(ExitStatus::failed, std::move(at), message,
                     isShown && nothing.empty() ? excerptAt(text, error) : std::string());

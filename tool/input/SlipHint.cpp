@@ -167,6 +167,14 @@ std::size_t afterString(std::string_view text, std::size_t begin) {
 
 }  // namespace
 
+std::string severalValuesHint(std::optional<char> found, ExpectedToken expected, bool isOwnLine) {
+    const std::string_view beginnings = isOwnLine ? "{[\"0123456789" : "{[";
+    return expected == ExpectedToken::nothing && found &&
+                   beginnings.find(*found) != std::string_view::npos
+               ? " (for values that follow each other there are --lines, split --values and join)"
+               : "";
+}
+
 bool endsEarly(ParseErrorCode code) {
     return code == ParseErrorCode::textTruncated || code == ParseErrorCode::commentNotClosed;
 }

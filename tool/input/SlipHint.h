@@ -16,9 +16,10 @@ namespace orvid_tool {
 /// The library's message for a text that ends early, for texts of which only parts are read.
 inline constexpr std::string_view k_endsEarly = "The text ends before the document is complete";
 
-/// What there is for a text that another value follows in.
-inline constexpr const char* k_severalValues =
-    " (for values that follow each other there are --lines, split --values and join)";
+/// What there is for a text in which another value follows the document: what was `found` after it
+/// begins one, an object or an array, or whatever value on a line of its own.
+std::string severalValuesHint(std::optional<char> found, ko::Orvid::ExpectedToken expected,
+                              bool isOwnLine);
 
 /// Whether the error is that the text ends before its document is complete.
 bool endsEarly(ko::Orvid::ParseErrorCode code);

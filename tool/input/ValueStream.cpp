@@ -22,7 +22,6 @@ namespace orvid_tool {
 namespace {
 
 using ko::Orvid::Element;
-using ko::Orvid::ExpectedToken;
 using ko::Orvid::ParseErrorCode;
 using ko::Orvid::ParseException;
 using ko::Orvid::ReadOptions;
@@ -299,8 +298,10 @@ std::string ValueStream::nothingHintFor(const ko::Orvid::TextError& error) const
 /// What the message of the error lacks; what is read begins at `open`.
 std::string ValueStream::hint(const ko::Orvid::TextError& error, std::uint64_t open) const {
     const auto at = m_lines.position(m_buffer, m_root + error.begin);
-    if (at.line > 1 && at.column == 1 && error.expected == ExpectedToken::nothing) {
-        return k_severalValues;
+    const std::string several =
+        severalValuesHint(error.found, error.expected, at.line > 1 && at.column == 1);
+    if (!several.empty()) {
+        return several;
     }
     if (!endsEarly(error.code)) {
         return slipHint(m_buffer, static_cast<std::size_t>(m_root + error.begin - m_start),
