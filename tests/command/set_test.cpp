@@ -292,6 +292,7 @@ TEST(set, notes_a_path_that_seems_to_be_for_all_members_or_items) {
          {"s[*]", "e[*].p", "n[*].p", "o.*", "o.*.x", "\\*", "/*", "/s/-/p", "x*.y", "s[0].p"}) {
         EXPECT_EQ(notes(path), "") << path;
     }
+    EXPECT_EQ(notes("s[*][0].*").find("is new"), std::string::npos);
     EXPECT_EQ(orvid({"set", "--lines", "*", "1"}, "{}\n").err, "");
     EXPECT_EQ(orvid({"insert", "*", "1"}, "{}").err, noted("*", members, "$.*"));
 }

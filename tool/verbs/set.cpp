@@ -124,10 +124,10 @@ private:
 
     /// A new member whose path is a key that there is would not be seen beside it, nor would the
     /// whitespace of a key.
-    void noteNewKey(const ko::Orvid::Element& root, const CallPath& typed,
-                    const std::string& path) const {
+    static std::string newKeyHint(const ko::Orvid::Element& root, const CallPath& typed,
+                                  const std::string& path) {
         const std::string hint = dottedKeyHint(root, path);
-        noteNew(path, hint.empty() ? unusualHint(root, typed, path) : hint);
+        return hint.empty() ? unusualHint(root, typed, path) : hint;
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
@@ -214,10 +214,10 @@ private:
             return;
         }
         const std::string path = assignment.path.pathIn(document.root);
-        if (document.location.line == 0) {
-            noteNewKey(document.root, assignment.path, path);
-        }
+        const bool isRecord = document.location.line != 0;
+        const std::string hint = isRecord ? "" : newKeyHint(document.root, assignment.path, path);
         setPath(document.root, path, assignment.value);
+        noteNew(path, hint);
     }
 
     void setPath(ko::Orvid::Element& root, const std::string& path,
