@@ -14,29 +14,11 @@
 #include <string_view>
 #include <utility>
 
+#include "change/forEachElement.h"
+
 namespace ko::Orvid {
 
 namespace {
-
-/// Visits an element and all below it, trees of one shape in one order.
-template<class Visit>
-void forEachElement(const Element& root, const Visit& visit) {
-    std::vector<const Element*> open{&root};
-    while (!open.empty()) {
-        const Element& element = *open.back();
-        open.pop_back();
-        visit(element);
-        if (element.isArray()) {
-            for (const Element& item : element.array()) {
-                open.push_back(&item);
-            }
-        } else if (element.isObject()) {
-            for (const auto& member : element.object()) {
-                open.push_back(&member.second);
-            }
-        }
-    }
-}
 
 /// The same for equal values, and mostly another for others. Constant cost: no more than the first
 /// levels of small containers and the beginning of strings are looked at.
@@ -249,53 +231,23 @@ PatchMoves::FoundByFirst PatchMoves::known(const Element& former, const Element&
     return found;
 }
 
-/// The first copy of a value that was removed is that value. What lay in a value that was copied,
-/// and is in the copy where it was, is found there by comparing.
+/// The first copy of a value that was removed is that value. What lies in a container as it did
+/// before is listed only where that has changed, and so after what was moved.
 void PatchMoves::findCopies(const Element& former, const Element& root, FoundByFirst& found) const {
-    const ByOrigin copies = copiesOfRemoved(root);
-    const ByOrigin formers = formersOf(copies, former);
-    for (const auto& [origin, before] : formers) {
-        const Element& copy = *copies.at(origin);
-        const Origin ofCopy = originOf(copy);
-        if (ofCopy.isCopyItself || ofCopy.isKnown || m_moved.count(origin) > 0 ||
-            !liesAsBefore(*before, copy, copies, formers)) {
-            found.emplace(origin, Found{&copy, true});
+    const CopiedValues copied(copiesOfRemoved(root), m_first, former);
+    for (const CopiedValues::Value& value : copied) {
+        const Origin ofCopy = originOf(*value.copy);
+        const bool isMoved = ofCopy.isCopyItself || ofCopy.isKnown ||
+                             m_moved.count(value.first) > 0 || !copied.liesAsBefore(*value.copy);
+        if (isMoved || copied.hasChanged(*value.copy->parent())) {
+            found.emplace(value.first, Found{value.copy, isMoved});
         }
     }
-}
-
-/// Where the values that were copied stood in the former tree.
-PatchMoves::ByOrigin PatchMoves::formersOf(const ByOrigin& copies, const Element& former) const {
-    ByOrigin formers;
-    if (copies.empty()) {
-        return formers;
-    }
-    auto first = m_first.begin();
-    forEachElement(former, [&](const Element& element) {
-        if (copies.count(*first) > 0) {
-            formers.emplace(*first, &element);
-        }
-        ++first;
-    });
-    return formers;
-}
-
-/// Whether the copy lies in the copy of the container in which its value lay, at the same index.
-bool PatchMoves::liesAsBefore(const Element& before, const Element& copy, const ByOrigin& copies,
-                              const ByOrigin& formers) const {
-    const Element* const parent = copy.parent();
-    if (parent == nullptr) {
-        return false;
-    }
-    const Element* const container = originOf(*parent).copied;
-    const auto found = formers.find(container);
-    return found != formers.end() && found->second == before.parent() &&
-           copies.at(container) == parent && (!parent->isArray() || before.index() == copy.index());
 }
 
 /// The first copy of each value that is no more, unless another was moved onto it.
-PatchMoves::ByOrigin PatchMoves::copiesOfRemoved(const Element& root) const {
-    ByOrigin copies;
+CopiedValues::ByFirst PatchMoves::copiesOfRemoved(const Element& root) const {
+    CopiedValues::ByFirst copies;
     if (m_copies == 0) {
         return copies;
     }

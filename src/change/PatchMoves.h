@@ -13,6 +13,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "change/CopiedValues.h"
+
 namespace ko::Orvid {
 
 class PatchMoves {
@@ -59,17 +61,13 @@ private:
         bool isMoved;
     };
     using FoundByFirst = std::unordered_map<const Element*, Found>;
-    using ByOrigin = std::unordered_map<const Element*, const Element*>;
 
     void keep(const Element* element);
     void keepEqualItems(const Element& root);
     void keepFormerEquals(const Element& former, const Element& root);
     FoundByFirst known(const Element& former, const Element& root) const;
     void findCopies(const Element& former, const Element& root, FoundByFirst& found) const;
-    ByOrigin formersOf(const ByOrigin& copies, const Element& former) const;
-    bool liesAsBefore(const Element& before, const Element& copy, const ByOrigin& copies,
-                      const ByOrigin& formers) const;
-    ByOrigin copiesOfRemoved(const Element& root) const;
+    CopiedValues::ByFirst copiesOfRemoved(const Element& root) const;
 
     std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
     std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own

@@ -346,6 +346,29 @@ TEST(KeepsKnownMoves, tells_equal_items_apart_when_one_moves_among_them) {
     }
 }
 
+TEST(KeepsKnownMoves, finds_each_value_in_the_copy_of_a_container_that_has_changed_and_is_removed) {
+    const std::string copied =
+        R"({"op":"copy","from":"/0","path":"/0"},{"op":"remove","path":"/1"})";
+    const KnownCase cases[] = {
+        {"[[1 /*a*/, {\"b\": 2 /*b*/} /*c*/]]",
+         R"({"op":"replace","path":"/0/1","value":3},{"op":"add","path":"/0/2","value":[2]},)",
+         "[[1 /*a*/, 3 /*c*/, [2]]]"},
+        {"[[[1] /*a*/, [2] /*b*/]]",
+         R"({"op":"remove","path":"/0/0/0"},{"op":"replace","path":"/0/1/0","value":1},)",
+         "[[[] /*a*/, [1] /*b*/]]"},
+        {"[{\"k\": [1 /*a*/, 2 /*b*/]}]",
+         R"({"op":"replace","path":"/0/k/0","value":2},{"op":"replace","path":"/0/k/1","value":1},)",
+         "[{\"k\": [2 /*a*/, 1 /*b*/]}]"},
+        {"[[7, 1 /*a*/, 1.0 /*b*/, 1.0 /*c*/]]",
+         R"({"op":"replace","path":"/0/1","value":1.0},{"op":"replace","path":"/0/2","value":2},)",
+         "[[7, 1.0 /*a*/, 2 /*b*/, 1.0 /*c*/]]"},
+    };
+    for (const KnownCase& known : cases) {
+        Dom dom = Dom::parse(known.text);
+        EXPECT_EQ(patched(dom, known.operations + copied), known.expected) << known.operations;
+    }
+}
+
 TEST(KeepsKnownMoves, leaves_comments_in_a_container_that_is_filled_while_one_like_it_goes) {
     Dom object = Dom::parse(R"({"a": { /*a*/ }, "b": {"c": { /*c*/ "k": 6 }, "d": 7}})");
     EXPECT_EQ(patched(object, R"({"op":"add","path":"/a/k","value":5},
