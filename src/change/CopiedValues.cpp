@@ -52,8 +52,10 @@ bool CopiedValues::liesAsBefore(const Element& copy) const {
         return false;
     }
     const Element& former = *m_formers.at(&copy);
-    return container->second == former.parent() &&
-           (!parent->isArray() || former.index() == copy.index());
+    const bool isSamePlace =
+        parent->isArray() ? former.index() == copy.index() : former.memberKey() == copy.memberKey();
+    return container->second == former.parent() && former.parent()->type() == parent->type() &&
+           isSamePlace;
 }
 
 /// Of containers in it no more than that they are the same ones.

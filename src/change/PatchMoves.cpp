@@ -164,11 +164,13 @@ void PatchMoves::keepEqualItems(const Element& root) {
         if (found == m_edits.end()) {
             return;
         }
+        Likenesses& added = m_added[originOf(element).element];
         for (const Element& item : element.array()) {
             if (originOf(item).element == nullptr) {
-                found->second.insert(likeness(item));  // it may have changed since it came
+                added.insert(likeness(item));  // it may have changed since it came
             }
         }
+        found->second.insert(added.begin(), added.end());
         for (const Element& item : element.array()) {
             if (found->second.count(likeness(item)) > 0) {
                 keep(&item);
@@ -178,33 +180,62 @@ void PatchMoves::keepEqualItems(const Element& root) {
 }
 
 /// The same for the value that an item had at first which left its array: it may have changed
-/// before.
+/// before. Where a new item is like it, any items that are alike are kept: the new one may be taken
+/// for it, and then they would be taken for each other.
 void PatchMoves::keepFormerEquals(const Element& former, const Element& root) {
-    std::unordered_map<const Element*, std::unordered_set<std::size_t>> leftByArray;
+    FormerArrays arrays;
     auto first = m_first.begin();
     forEachElement(former, [&](const Element& element) {
         const bool hasLeft = m_left.count(*first++) > 0;
         if (hasLeft && element.parent() != nullptr && element.parent()->isArray()) {
-            leftByArray[element.parent()].insert(likeness(element));
+            arrays[element.parent()].left.insert(likeness(element));
         }
     });
-    if (leftByArray.empty()) {
+    if (arrays.empty()) {
         return;
     }
-    std::unordered_set<const Element*> equals;
-    first = m_first.begin();
-    forEachElement(former, [&](const Element& element) {
-        const auto left = leftByArray.find(element.parent());
-        if (left != leftByArray.end() && left->second.count(likeness(element)) > 0) {
-            equals.insert(*first);
-        }
-        ++first;
-    });
+    const std::unordered_set<const Element*> equals = equalItems(former, arrays);
     forEachElement(root, [&](const Element& element) {
         if (equals.count(originOf(element).element) > 0) {
             keep(&element);
         }
     });
+}
+
+/// By their first elements.
+std::unordered_set<const Element*> PatchMoves::equalItems(const Element& former,
+                                                          FormerArrays& arrays) const {
+    std::unordered_set<const Element*> equals;
+    auto first = m_first.begin();
+    forEachElement(former, [&](const Element& element) {
+        const Element* const origin = *first++;
+        const auto array = arrays.find(&element);
+        if (array != arrays.end()) {
+            array->second.isRefilled = isRefilled(origin, array->second.left);
+        }
+        const auto holder = arrays.find(element.parent());
+        if (holder == arrays.end()) {
+            return;
+        }
+        const std::size_t value = likeness(element);
+        if (holder->second.left.count(value) > 0) {
+            equals.insert(origin);
+        } else if (holder->second.isRefilled) {
+            const auto [earlier, isFirst] = holder->second.items.emplace(value, origin);
+            if (!isFirst) {
+                equals.insert({earlier->second, origin});
+            }
+        }
+    });
+    return equals;
+}
+
+/// Whether an item that was added to the array is like one that left it.
+bool PatchMoves::isRefilled(const Element* array, const Likenesses& left) const {
+    const auto added = m_added.find(array);
+    return added != m_added.end() &&
+           std::any_of(added->second.begin(), added->second.end(),
+                       [&](std::size_t value) { return left.count(value) > 0; });
 }
 
 void PatchMoves::reorder(const std::vector<const Element*>& from, const Element::TArray& array) {

@@ -62,9 +62,22 @@ private:
     };
     using FoundByFirst = std::unordered_map<const Element*, Found>;
 
+    using Likenesses = std::unordered_set<std::size_t>;
+
+    /// An array in the former tree which items have left.
+    struct FormerArray {
+        Likenesses left;
+        bool isRefilled = false;
+        std::unordered_map<std::size_t, const Element*> items;  ///< by likeness, the first of each
+    };
+    using FormerArrays = std::unordered_map<const Element*, FormerArray>;
+
     void keep(const Element* element);
     void keepEqualItems(const Element& root);
     void keepFormerEquals(const Element& former, const Element& root);
+    std::unordered_set<const Element*> equalItems(const Element& former,
+                                                  FormerArrays& arrays) const;
+    bool isRefilled(const Element* array, const Likenesses& left) const;
     FoundByFirst known(const Element& former, const Element& root) const;
     void findCopies(const Element& former, const Element& root, FoundByFirst& found) const;
     CopiedValues::ByFirst copiesOfRemoved(const Element& root) const;
@@ -72,7 +85,9 @@ private:
     std::vector<const Element*> m_first;  ///< all elements before the patch, in the order of a walk
     std::unordered_map<const Element*, Origin> m_origins;  ///< of those that are not their own
     /// What came and left is like, by array: the address of an array stays as it moves.
-    std::unordered_map<const Element::TArray*, std::unordered_set<std::size_t>> m_edits;
+    std::unordered_map<const Element::TArray*, Likenesses> m_edits;
+    /// What new items are like, by the origin of their array.
+    std::unordered_map<const Element*, Likenesses> m_added;
     std::unordered_set<const Element*> m_left;         ///< origins
     std::unordered_set<const Element*> m_moved;        ///< origins
     std::unordered_set<const Element*> m_overwritten;  ///< origins

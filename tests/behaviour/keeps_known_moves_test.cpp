@@ -337,6 +337,14 @@ TEST(KeepsKnownMoves, tells_equal_items_apart_when_one_moves_among_them) {
         {"[{ /*a*/ } /*b*/]",
          R"({"op":"add","path":"/0","value":{"n":5}},{"op":"move","from":"/0/n","path":"/1"})",
          "[{}, 5, { /*a*/ } /*b*/]"},
+        {"[3, 0 /*a*/, 1 /*c*/, 0 /*b*/]",
+         R"({"op":"remove","path":"/2"},{"op":"add","path":"/3","value":1},
+            {"op":"add","path":"/0","value":1})",
+         "[1, 3, 0 /*a*/, 0 /*b*/, 1 /*c*/]"},
+        {"[9, 0 /*a*/, 1, 0 /*b*/]",
+         R"({"op":"replace","path":"/2","value":5},{"op":"remove","path":"/2"},
+            {"op":"add","path":"/3","value":1},{"op":"add","path":"/0","value":1})",
+         "[1, 9, 0 /*a*/, 0 /*b*/, 1]"},
         {"[1 /*a*/, [] /*b*/, [] /*c*/]",
          R"({"op":"move","from":"/0","path":"/1/0"},{"op":"remove","path":"/1"})", "[[] /*b*/]"},
     };
@@ -367,6 +375,15 @@ TEST(KeepsKnownMoves, finds_each_value_in_the_copy_of_a_container_that_has_chang
         Dom dom = Dom::parse(known.text);
         EXPECT_EQ(patched(dom, known.operations + copied), known.expected) << known.operations;
     }
+}
+
+TEST(KeepsKnownMoves,
+     finds_a_value_that_was_copied_to_another_key_before_its_container_was_copied) {
+    Dom dom = Dom::parse(R"([{"a": 2 /*a*/}])");
+    EXPECT_EQ(patched(dom, R"({"op":"copy","from":"/0/a","path":"/0/e"},
+                              {"op":"copy","from":"/0","path":"/0"},
+                              {"op":"remove","path":"/1"},{"op":"remove","path":"/0/a"})"),
+              R"([{"e": 2 /*a*/}])");
 }
 
 TEST(KeepsKnownMoves, leaves_comments_in_a_container_that_is_filled_while_one_like_it_goes) {
