@@ -174,12 +174,9 @@ private:
 
     void remove(const JsonPointer& pointer) {
         if (m_moves != nullptr) {
-            m_moves->leave(m_moves->originOf(at(pointer)));
+            m_moves->leave(at(pointer));
         }
         Element removed = take(pointer);
-        if (m_moves != nullptr) {
-            m_moves->edit(&at(above(pointer)), removed);
-        }
         m_target.discard(removed);
     }
 
@@ -263,8 +260,7 @@ private:
         const PatchMoves::Origin origin =
             m_moves == nullptr ? PatchMoves::Origin() : m_moves->originOf(former);
         if (m_moves != nullptr) {
-            m_moves->leave(origin);
-            m_moves->edit(former.parent(), former);
+            m_moves->leave(former);
         }
         Element moved = take(source);
         if (m_moves != nullptr && isReplaced(pointer)) {

@@ -158,7 +158,17 @@ void PatchMoves::edit(const Element* container, const Element& value) {
     }
 }
 
+void PatchMoves::leave(const Element& value) {
+    edit(value.parent(), value);
+    if (value.parent() != nullptr && value.parent()->isArray()) {
+        m_left.insert(originOf(value).element);
+    }
+}
+
 void PatchMoves::keepEqualItems(const Element& root) {
+    if (m_edits.empty()) {
+        return;
+    }
     forEachElement(root, [this](const Element& element) {
         const auto found = element.isArray() ? m_edits.find(&element.array()) : m_edits.end();
         if (found == m_edits.end()) {
@@ -183,6 +193,9 @@ void PatchMoves::keepEqualItems(const Element& root) {
 /// before. Where a new item is like it, any items that are alike are kept: the new one may be taken
 /// for it, and then they would be taken for each other.
 void PatchMoves::keepFormerEquals(const Element& former, const Element& root) {
+    if (m_left.empty()) {
+        return;
+    }
     FormerArrays arrays;
     auto first = m_first.begin();
     forEachElement(former, [&](const Element& element) {

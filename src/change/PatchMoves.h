@@ -43,11 +43,11 @@ public:
     void move(const Origin& origin, const Element& element);
     /// A value will be moved onto the element, whose own is gone then. No array in it is open.
     void overwrite(const Element& element);
-    /// The value comes into that container, or leaves it: the container is the same nevertheless,
-    /// and no item that equals the value is it. Null is no container.
+    /// The value comes into that container: the container is the same nevertheless, and no item
+    /// that equals the value is it. Null is no container.
     void edit(const Element* container, const Element& value);
-    /// The value with that origin has left its container, which edit() says as well.
-    void leave(const Origin& origin) { m_left.insert(origin.element); }
+    /// The same where the value leaves its container, in which it is still.
+    void leave(const Element& value);
     /// The values of the elements `from` have come into those of the same positions of the array.
     void reorder(const std::vector<const Element*>& from, const Element::TArray& array);
 
@@ -88,7 +88,7 @@ private:
     std::unordered_map<const Element::TArray*, Likenesses> m_edits;
     /// What new items are like, by the origin of their array.
     std::unordered_map<const Element*, Likenesses> m_added;
-    std::unordered_set<const Element*> m_left;         ///< origins
+    std::unordered_set<const Element*> m_left;         ///< origins of what left an array
     std::unordered_set<const Element*> m_moved;        ///< origins
     std::unordered_set<const Element*> m_overwritten;  ///< origins
     std::unordered_set<const Element*> m_overwrittenWithin;
