@@ -109,6 +109,9 @@ private:
 
     void lookAtLines(std::uint32_t container) {
         m_endComma.add(hasComma(closeGap(m_map, container)));
+        if (!m_open.empty() && m_map.isObject(m_open.back())) {
+            lookAtBracket(container);
+        }
         addIndent(container, breakOf(gapOf(openGap(m_map, container), GapKind::open).lead));
     }
 
@@ -129,6 +132,17 @@ private:
         if (hasNewline(lineBreak) && indent.size() > outer.size() &&
             indent.substr(0, outer.size()) == outer) {
             m_indents.add(indent.substr(outer.size()));
+        }
+    }
+
+    /// Whether the bracket of a member stands on a line of its own, with the indent of the keys.
+    void lookAtBracket(std::uint32_t member) {
+        const std::string_view before = m_map.text(0, m_map[member].begin());
+        const std::size_t colon = before.find_last_not_of(" \t\r\n");
+        const std::string_view gap = before.substr(colon + 1);
+        if (before[colon] == ':') {
+            const std::string_view keys = gapOf(openGap(m_map, m_open.back()), GapKind::open).lead;
+            m_ownBrackets.add(hasNewline(gap) && indentOf(gap) == indentOf(breakOf(keys)));
         }
     }
 
@@ -182,6 +196,7 @@ private:
         habits.objectEnd = m_objectEnds.best(habits.objectPad);
         habits.arrayEnd = m_arrayEnds.best(habits.arrayPad);
         setLines(habits);
+        habits.opensOnLine = m_ownBrackets.yes > m_ownBrackets.no;
         habits.endsWithComma = m_endComma.yes > m_endComma.no;
         return habits;
     }
@@ -189,7 +204,8 @@ private:
     const SourceMap& m_map;
     Tally m_indents, m_colons, m_memberCommas, m_itemCommas, m_objectPads, m_arrayPads,
         m_objectEnds, m_arrayEnds;
-    Votes m_lines, m_scalars, m_mixed, m_lists, m_flatMembers, m_flatItems, m_endComma;
+    Votes m_lines, m_scalars, m_mixed, m_lists, m_flatMembers, m_flatItems, m_ownBrackets,
+        m_endComma;
     std::vector<std::uint32_t> m_open;  ///< the containers around the one that is looked at
 };
 

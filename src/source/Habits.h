@@ -38,6 +38,7 @@ struct Habits {
     bool breaksLists = true;         ///< those of arrays that begin with a container
     bool breaksFlatMembers = true;   ///< those of members that are objects without a filled one
     bool breaksFlatItems = true;     ///< those of such items
+    bool opensOnLine = false;        ///< the bracket of a member on lines stands below its key
     bool endsWithComma = false;      ///< the last of them has a comma
 };
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "source/ChildCursor.h"
 #include "source/isAsRead.h"
 #include "source/Token.h"
 #include "source/Trivia.h"
@@ -178,15 +179,51 @@ void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
     if (wasMember && keepsColon(item)) {
         copy(m_gaps.usual().colonOf(item.before), reindent);
     } else {
-        m_out += m_gaps.usual().colon(m_open.back());
+        m_out += newColon(item);
     }
+}
+
+/// The colon of a member that has none of its own, or whose bracket comes to another line.
+std::string SourceWriter::newColon(const Item& item) {
+    const Frame& frame = m_open.back();
+    const bool isHere = item.before != k_none && frame.self.before != k_none &&
+                        m_counterparts.before(item.before).parent == frame.self.before;
+    const std::string onLine =
+        isHere ? m_gaps.usual().colonOnLine(item.before) : m_gaps.usual().colon(frame);
+    return opensOnLine(item) ? m_gaps.usual().colonBelow(frame, onLine) : onLine;
+}
+
+/// Whether the value of a new member begins on a line of its own.
+bool SourceWriter::opensOnLine(const Item& item) {
+    const NewValue& now = m_counterparts.now(item.now);
+    if (now.next == item.now + 1 || !m_gaps.usual().opensOnLine(m_open.back())) {
+        return false;
+    }
+    const bool hadValues = now.contents != k_none && m_map.hasChildren(now.contents);
+    return hadValues ? m_gaps.usual().isManyLine(now.contents) : frameOf(item).breaksLines;
 }
 
 /// Whether what stands around the colon of a member stays: of one that comes from elsewhere, the
 /// comments.
 bool SourceWriter::keepsColon(const Item& item) {
-    return m_counterparts.before(item.before).parent == m_open.back().self.before ||
-           hasComment(m_gaps.usual().colonOf(item.before));
+    return hasComment(m_gaps.usual().colonOf(item.before)) ||
+           (m_counterparts.before(item.before).parent == m_open.back().self.before &&
+            keepsBracketLine(item));
+}
+
+/// Whether a bracket after the colon stays on its line, or none was or is there. Where brackets
+/// have lines of their own, one that is new gets one as well, and one that goes takes it along.
+bool SourceWriter::keepsBracketLine(const Item& item) {
+    const NewValue& now = m_counterparts.now(item.now);
+    const bool isNoBracket = !isContainer(*now.element) && !m_map.isContainer(item.before);
+    const bool isSame =
+        now.contents == item.before && (m_map.hasChildren(item.before) || now.next == item.now + 1);
+    if (isNoBracket || isSame || !m_gaps.usual().opensOnLine(m_open.back())) {
+        return true;
+    }
+    const bool wasBelow =
+        m_map.isContainer(item.before) && hasNewline(m_gaps.usual().colonOf(item.before));
+    return wasBelow == opensOnLine(item);
 }
 
 /// A member that becomes an item, or the root, has no colon, but may have comments around it.
@@ -224,8 +261,7 @@ void SourceWriter::writeValue(const Item& item, const std::string& indent,
 void SourceWriter::open(const Item& item, const std::string& indent, const Reindent& reindent) {
     const EType type = m_counterparts.now(item.now).element->type();
     const std::uint32_t contents = m_counterparts.now(item.now).contents;
-    Frame frame{};
-    frame.self = {contents, item.now};
+    Frame frame = frameOf(item);
     frame.lineIndent = indent;
     frame.itemIndent = indent;
     if (contents != k_none) {
@@ -233,13 +269,20 @@ void SourceWriter::open(const Item& item, const std::string& indent, const Reind
                              ? reindent
                              : Reindent{m_gaps.former().indentBefore(contents), indent};
     }
+    m_out += type == etObject ? '{' : '[';
+    m_open.push_back(std::move(frame));
+}
+
+/// What the container is written of, and how, except for indents.
+Frame SourceWriter::frameOf(const Item& item) {
+    Frame frame{};
+    frame.self = {m_counterparts.now(item.now).contents, item.now};
     listItems(frame);
     const Frame* const outer = m_open.empty() ? nullptr : &m_open.back();
     const bool isFilled = frame.siblings.empty() && !frame.items.empty();
     frame.breaksLines = isFilled && m_gaps.usual().breaksLines(frame, outer);
     frame.lineModel = isFilled ? m_gaps.usual().lineModel(frame, outer) : k_none;
-    m_out += type == etObject ? '{' : '[';
-    m_open.push_back(std::move(frame));
+    return frame;
 }
 
 void SourceWriter::listItems(Frame& frame) const {

@@ -32,8 +32,12 @@ private:
     void writeKey(const Item& item, const Reindent& reindent);
     void writeColonComments(const Item& item, const Reindent& reindent, const std::string& indent);
     bool keepsColon(const Item& item);
+    bool keepsBracketLine(const Item& item);
+    std::string newColon(const Item& item);
+    bool opensOnLine(const Item& item);
     void writeValue(const Item& item, const std::string& indent, const Reindent& reindent);
     void open(const Item& item, const std::string& indent, const Reindent& reindent);
+    Frame frameOf(const Item& item);
     void listItems(Frame& frame) const;
     std::vector<bool> stayingSiblings(const Frame& frame) const;
     bool hasItsKey(const Item& item) const;

@@ -24,14 +24,16 @@ const Habits& UsualLayout::habits() {
     return *m_habits;
 }
 
-/// Of the nearest sibling that has no comment there.
+/// Of the nearest sibling that has no comment there, nor the line break before a bracket.
 std::string UsualLayout::colon(const Frame& frame) {
     constexpr std::size_t mostLookedAt = 64;
     const std::size_t count = frame.siblings.size();
     for (std::size_t distance = 0; distance < std::min(count, mostLookedAt); ++distance) {
         for (const std::size_t position : {frame.nearest - distance, frame.nearest + distance}) {
             const std::string_view text = position < count ? colonOf(frame.siblings[position]) : "";
-            if (!text.empty() && !hasComment(text)) {
+            const bool isBracketLeft =
+                hasNewline(text) && m_map.isContainer(frame.siblings[position]);
+            if (!text.empty() && !hasComment(text) && !isBracketLeft) {
                 return std::string(text);
             }
         }
@@ -42,6 +44,16 @@ std::string UsualLayout::colon(const Frame& frame) {
         return hasComment(text) ? habits().colon : std::string(text);
     }
     return habits().colon;
+}
+
+std::string UsualLayout::colonBelow(const Frame& frame, const std::string& colon) {
+    return colon.substr(0, colon.find(':') + 1) + habits().newline + frame.itemIndent;
+}
+
+std::string UsualLayout::colonOnLine(std::uint32_t member) {
+    const std::string own(colonOf(member));
+    const std::string& usual = habits().colon;
+    return own.substr(0, own.find(':')) + usual.substr(usual.find(':'));
 }
 
 std::string_view UsualLayout::colonOf(std::uint32_t member) const {

@@ -28,6 +28,15 @@ public:
     const Habits& habits();
     /// The colon after a new key, with the whitespace around it.
     std::string colon(const Frame& frame);
+    /// The same where a bracket follows on a line of its own.
+    std::string colonBelow(const Frame& frame, const std::string& colon);
+    /// The colon of a member of the text whose value comes to the line of the key.
+    std::string colonOnLine(std::uint32_t member);
+    /// Whether members of the frame whose values stand on several lines have their brackets on
+    /// lines of their own.
+    bool opensOnLine(const Frame& frame) { return habits().opensOnLine && breaksLinesIn(frame); }
+    /// Whether the children of the container, which has some in the text, have lines of their own.
+    bool isManyLine(std::uint32_t container) { return inside(container).isManyLine; }
     /// The one after the key of a member of the text, with all that stands around it.
     std::string_view colonOf(std::uint32_t member) const;
     /// What stands before a child: what stands before the neighbours that the text has, or what the

@@ -35,6 +35,7 @@ struct Style {
     std::string arrayPad;
     bool isOneLine;
     bool hasTrailingCommas;
+    bool opensOnLine;  ///< whether the bracket of a member on several lines begins a line
 };
 
 bool holdsContainer(const Element& array) {
@@ -63,7 +64,7 @@ private:
             return;
         }
         const bool isObject = element.isObject();
-        const bool isOnLine = m_style.isOneLine || (!isObject && !holdsContainer(element));
+        const bool isOnLine = isOnOneLine(element);
         m_text += isObject ? '{' : '[';
         for (std::size_t i = 0; i < element.size(); ++i) {
             const std::string pad = isObject ? m_style.objectPad : m_style.arrayPad;
@@ -83,8 +84,20 @@ private:
         }
         const auto member =
             std::next(parent.object().begin(), static_cast<std::ptrdiff_t>(position));
-        m_text += ko::Orvid::serialize(Element(member->first)) + m_style.colon;
+        m_text += ko::Orvid::serialize(Element(member->first)) + colon(member->second, depth);
         value(member->second, depth);
+    }
+
+    bool isOnOneLine(const Element& element) const {
+        const bool isContainer = element.isArray() || element.isObject();
+        return m_style.isOneLine || !isContainer || element.size() == 0 ||
+               (element.isArray() && !holdsContainer(element));
+    }
+
+    std::string colon(const Element& value, unsigned depth) const {
+        return m_style.opensOnLine && !isOnOneLine(value)
+                   ? m_style.colon.substr(0, m_style.colon.find(':') + 1) + lineBreak(depth)
+                   : m_style.colon;
     }
 
     std::string lineBreak(unsigned depth) const {
@@ -156,7 +169,8 @@ private:
         return {one({"\n", "\r\n"}),     one({"  ", "\t", "    ", " "}),
                 one({": ", ":", " : "}), one({" ", ""}),
                 one({"", " "}),          one({"", " "}),
-                choose(4) == 0,          choose(2) == 0};
+                choose(4) == 0,          choose(2) == 0,
+                choose(4) == 0};
     }
 
     /// With an object and a list of more than one scalar, so that there are habits to follow.

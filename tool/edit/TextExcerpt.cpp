@@ -389,8 +389,9 @@ private:
             m_result.steps[m_way - 1].index -= static_cast<unsigned int>(level.count - level.kept);
         }
         m_isNew = true;
-        m_needsHabits = m_needsHabits || m_way < m_steps.size() ||
-                        part(level.colon, level.value).find('/') != std::string_view::npos;
+        m_needsHabits =
+            m_needsHabits || m_way < m_steps.size() ||
+            part(level.colon, level.value).find_first_of("/\n") != std::string_view::npos;
         beginRange(level.lastEnd);
     }
     /// What is new goes by two siblings.

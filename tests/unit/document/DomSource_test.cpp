@@ -252,6 +252,17 @@ TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
               "[ { \"a\":1 }, { \"x\":[ 1, { \"y\":[] } ], \"z\":{} } ]");
 }
 
+TEST(DomSource, puts_brackets_of_members_on_lines_of_their_own_as_most_are) {
+    const std::string text = "{\n  \"n\": 1,\n  \"a\" :\n  {\n    \"x\": 1\n  }\n}\n";
+    const std::string member = "{\n  \"n\": 1,\n  \"a\" :\n  {\n    \"x\": 1\n  },\n";
+    EXPECT_EQ(edited(text, setting("b.y", 2)), member + "  \"b\":\n  {\n    \"y\": 2\n  }\n}\n");
+    EXPECT_EQ(edited(text, setting("b", 2)), member + "  \"b\": 2\n}\n");
+    EXPECT_EQ(edited(text, setting("b", ko::Orvid::makeArray({}))), member + "  \"b\": []\n}\n");
+    EXPECT_EQ(edited(text, setting("n", Document(R"({"y": 2})").root)),
+              "{\n  \"n\":\n  {\n    \"y\": 2\n  },\n  \"a\" :\n  {\n    \"x\": 1\n  }\n}\n");
+    EXPECT_EQ(edited(text, setting("a", 2)), "{\n  \"n\": 1,\n  \"a\" : 2\n}\n");
+}
+
 TEST(DomSource, lays_a_short_container_out_as_most_of_its_kind_are) {
     const std::string rules =
         "{\n  \"rules\": {\n    \"indent\": [\"error\", 2],\n"

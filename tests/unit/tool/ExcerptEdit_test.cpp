@@ -101,6 +101,35 @@ TEST(ExcerptEdit, edits_as_the_whole_is_edited_whatever_stands_between_tokens) {
     EXPECT_GE(count.made * 10, count.all * 9);
 }
 
+/// A document in which most brackets of members stand below the keys.
+std::string makeBelow(const Choice& choose, unsigned depth) {
+    const std::string indent = "\n" + std::string(2 * depth, ' ');
+    const unsigned count = choose(depth == 1 ? 150 : 4);
+    const bool isArray = depth > 1 && choose(4) == 0;
+    std::string text(1, isArray ? '[' : '{');
+    for (unsigned i = 0; i <= count; ++i) {
+        const bool isContainer = depth < 5 && choose(3) == 0;
+        text += (i == 0 ? "" : ",") + indent;
+        text += isArray ? "" : "\"k" + std::to_string(i) + (choose(3) == 0 ? "\" :" : "\":");
+        text += isContainer && !isArray && choose(9) > 0 ? indent : choose(3) == 0 ? "" : " ";
+        text += isContainer ? makeBelow(choose, depth + 1) : choose(9) == 0 ? "{}" : "1";
+    }
+    return text + indent.substr(0, indent.size() - 2) + (isArray ? "]" : "}");
+}
+
+TEST(ExcerptEdit, edits_as_the_whole_is_edited_where_brackets_stand_below_keys) {
+    const Count count =
+        compareAll(100, 8, [](const Choice& choose) { return makeBelow(choose, 1); });
+    EXPECT_GE(count.made * 10, count.all * 9);
+}
+
+TEST(ExcerptEdit, takes_a_colon_from_elsewhere_where_brackets_stand_below_all_keys) {
+    Count count;
+    expectSame("{\n\"a\":\n{\n\"x\" : 1\n},\n\"b\":\n{\n\"x\" : 1\n}\n}",
+               {PlaceEdit::set, "c", "1"}, count);
+    EXPECT_EQ(count.made, 1U);
+}
+
 TEST(ExcerptEdit, leaves_children_out_that_do_not_matter) {
     const Count count = compareAll(200, 10, makeWideJson);
     EXPECT_GE(count.made * 10, count.all * 9);
