@@ -27,6 +27,7 @@ struct Frame {
     std::vector<bool> stays;              ///< which of these kept their order here
     bool isReplaced;                      ///< whether it has items, and none of these stays
     bool breaksLines;                     ///< where no siblings say whether
+    bool leavesLine;                      ///< whether it was on one line, but gets lines
     std::uint32_t lineModel;              ///< whose whitespace it has on one line, or k_none
     std::string lineIndent;               ///< of the line on which the container begins
     Reindent reindent;                    ///< of what is copied from the container's own text

@@ -134,6 +134,10 @@ bool hasNewline(std::string_view gap) {
 
 bool hasComment(std::string_view gap) { return holds(gap, isComment); }
 
+bool hasLineComment(std::string_view gap) {
+    return holds(gap, [](PieceKind kind) { return kind == PieceKind::lineComment; });
+}
+
 bool hasComma(std::string_view gap) {
     return holds(gap, [](PieceKind kind) { return kind == PieceKind::comma; });
 }
@@ -200,9 +204,7 @@ std::string leadAfter(std::string_view lineBreak, std::string_view lead) {
         return std::string(lineBreak);
     }
     const bool hasLines = hasNewline(lead);
-    const bool mayJoin = !hasNewline(lineBreak) && !holds(lead, [](PieceKind kind) {
-        return kind == PieceKind::lineComment;
-    });
+    const bool mayJoin = !hasNewline(lineBreak) && !hasLineComment(lead);
     if (hasLines && !mayJoin) {
         return withoutComma(lead);
     }

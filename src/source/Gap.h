@@ -35,6 +35,7 @@ Gap gapOf(std::string_view text, GapKind kind);
 /// Whether the text holds a newline outside comments.
 bool hasNewline(std::string_view gap);
 bool hasComment(std::string_view gap);
+bool hasLineComment(std::string_view gap);
 bool hasComma(std::string_view gap);
 /// Whether what follows the text would belong to a comment.
 bool endsInLineComment(std::string_view gap);

@@ -43,7 +43,7 @@ std::size_t GapMaker::positionOf(const Item& item) const {
 }
 
 bool GapMaker::areNeighbours(const Frame& frame, const Sides& sides) const {
-    const bool areHere = frame.self.before != k_none &&
+    const bool areHere = frame.self.before != k_none && !frame.leavesLine &&
                          (sides.left == nullptr || isHere(frame, *sides.left)) &&
                          (sides.right == nullptr || isHere(frame, *sides.right));
     if (!areHere) {
@@ -171,7 +171,7 @@ std::string GapMaker::lead(const Frame& frame, const Sides& sides) {
         return m_usual.breakBefore(frame, isFirst);
     }
     const Gap own = m_former.before(item.before);
-    if (isHere(frame, item) && isFirst == (positionOf(item) == 0)) {
+    if (!frame.leavesLine && isHere(frame, item) && isFirst == (positionOf(item) == 0)) {
         const Text left = breakLeft(frame, sides);
         return frame.reindent.apply(left.empty() ? Text(own.lead) : leadAfter(left, own.lead));
     }
@@ -198,7 +198,7 @@ std::string GapMaker::breakLeft(const Frame& frame, const Sides& sides) const {
 }
 
 std::string GapMaker::closingLead(const Frame& frame) {
-    if (frame.self.before != k_none) {
+    if (frame.self.before != k_none && !frame.leavesLine) {
         const std::size_t last = frame.siblings.size();
         const bool isOwn =
             last > 0 || frame.items.empty() || hasNewline(m_former.textAt(frame, last));

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "source/ChildCursor.h"
 #include "source/isAsRead.h"
@@ -87,7 +88,7 @@ std::string SourceWriter::run() {
     const Item root{m_counterparts.now(0).counterpart, 0};
     const Reindent reindent{m_gaps.former().indentBefore(root.before), {}};
     writeRootLead(root, reindent);
-    writeValue(root, {}, reindent);
+    writeValue(root, openedBy(root), {}, reindent);
     while (!m_open.empty()) {
         step();
     }
@@ -158,11 +159,13 @@ void SourceWriter::writeItem(const Item& item) {
              reindent);
         return;
     }
-    writeKey(item, reindent);
-    writeValue(item, indent, reindent);
+    std::optional<Frame> opened = openedBy(item);
+    writeKey(item, opened, reindent);
+    writeValue(item, std::move(opened), indent, reindent);
 }
 
-void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
+void SourceWriter::writeKey(const Item& item, const std::optional<Frame>& opened,
+                            const Reindent& reindent) {
     const bool wasMember = item.before != k_none && m_counterparts.wasMember(item.before);
     if (!m_counterparts.isMember(item.now)) {
         if (wasMember) {
@@ -176,54 +179,55 @@ void SourceWriter::writeKey(const Item& item, const Reindent& reindent) {
     } else {
         appendQuoted(m_out, key);
     }
-    if (wasMember && keepsColon(item)) {
+    if (wasMember && keepsColon(item, opened)) {
         copy(m_gaps.usual().colonOf(item.before), reindent);
     } else {
-        m_out += newColon(item);
+        m_out += newColon(item, opened);
     }
 }
 
 /// The colon of a member that has none of its own, or whose bracket comes to another line.
-std::string SourceWriter::newColon(const Item& item) {
+std::string SourceWriter::newColon(const Item& item, const std::optional<Frame>& opened) {
     const Frame& frame = m_open.back();
     const bool isHere = item.before != k_none && frame.self.before != k_none &&
                         m_counterparts.before(item.before).parent == frame.self.before;
     const std::string onLine =
         isHere ? m_gaps.usual().colonOnLine(item.before) : m_gaps.usual().colon(frame);
-    return opensOnLine(item) ? m_gaps.usual().colonBelow(frame, onLine) : onLine;
+    return opensOnLine(item, opened) ? m_gaps.usual().colonBelow(frame, onLine) : onLine;
 }
 
 /// Whether the value of a new member begins on a line of its own.
-bool SourceWriter::opensOnLine(const Item& item) {
+bool SourceWriter::opensOnLine(const Item& item, const std::optional<Frame>& opened) {
     const NewValue& now = m_counterparts.now(item.now);
     if (now.next == item.now + 1 || !m_gaps.usual().opensOnLine(m_open.back())) {
         return false;
     }
     const bool hadValues = now.contents != k_none && m_map.hasChildren(now.contents);
-    return hadValues ? m_gaps.usual().isManyLine(now.contents) : frameOf(item).breaksLines;
+    return (opened && opened->breaksLines) ||
+           (hadValues && m_gaps.usual().isManyLine(now.contents));
 }
 
 /// Whether what stands around the colon of a member stays: of one that comes from elsewhere, the
 /// comments.
-bool SourceWriter::keepsColon(const Item& item) {
+bool SourceWriter::keepsColon(const Item& item, const std::optional<Frame>& opened) {
     return hasComment(m_gaps.usual().colonOf(item.before)) ||
            (m_counterparts.before(item.before).parent == m_open.back().self.before &&
-            keepsBracketLine(item));
+            keepsBracketLine(item, opened));
 }
 
 /// Whether a bracket after the colon stays on its line, or none was or is there. Where brackets
 /// have lines of their own, one that is new gets one as well, and one that goes takes it along.
-bool SourceWriter::keepsBracketLine(const Item& item) {
+bool SourceWriter::keepsBracketLine(const Item& item, const std::optional<Frame>& opened) {
     const NewValue& now = m_counterparts.now(item.now);
     const bool isNoBracket = !isContainer(*now.element) && !m_map.isContainer(item.before);
-    const bool isSame =
-        now.contents == item.before && (m_map.hasChildren(item.before) || now.next == item.now + 1);
+    const bool isSame = now.contents == item.before && !(opened && opened->leavesLine) &&
+                        (m_map.hasChildren(item.before) || now.next == item.now + 1);
     if (isNoBracket || isSame || !m_gaps.usual().opensOnLine(m_open.back())) {
         return true;
     }
     const bool wasBelow =
         m_map.isContainer(item.before) && hasNewline(m_gaps.usual().colonOf(item.before));
-    return wasBelow == opensOnLine(item);
+    return wasBelow == opensOnLine(item, opened);
 }
 
 /// A member that becomes an item, or the root, has no colon, but may have comments around it.
@@ -239,29 +243,45 @@ void SourceWriter::writeColonComments(const Item& item, const Reindent& reindent
     }
 }
 
-void SourceWriter::writeValue(const Item& item, const std::string& indent,
-                              const Reindent& reindent) {
-    const NewValue& now = m_counterparts.now(item.now);
-    const bool isContainer = now.element->isObject() || now.element->isArray();
-    const bool wasRead = item.before != k_none;
-    if (wasRead && isContainer && item.before != 0 && item.before == now.contents &&
-        m_counterparts.before(item.before).hash == now.hash &&
-        !m_counterparts.isKnownToDiffer(item.before, item.now) &&
-        isAsRead(m_map, item.before, *now.element)) {
+void SourceWriter::writeValue(const Item& item, std::optional<Frame>&& opened,
+                              const std::string& indent, const Reindent& reindent) {
+    const Element& now = *m_counterparts.now(item.now).element;
+    if (opened) {
+        open(item, std::move(*opened), indent, reindent);
+    } else if (isContainer(now)) {
         copy(m_map.text(item.before), reindent);
-    } else if (isContainer) {
-        open(item, indent, reindent);
-    } else if (wasRead && tokenSays(m_map.text(item.before), *now.element)) {
+    } else if (item.before != k_none && tokenSays(m_map.text(item.before), now)) {
         m_out += m_map.text(item.before);
     } else {
-        appendScalar(m_out, *now.element);
+        appendScalar(m_out, now);
     }
 }
 
-void SourceWriter::open(const Item& item, const std::string& indent, const Reindent& reindent) {
-    const EType type = m_counterparts.now(item.now).element->type();
-    const std::uint32_t contents = m_counterparts.now(item.now).contents;
-    Frame frame = frameOf(item);
+/// The frame of the value, indents left aside, if it is a container that is not copied whole.
+std::optional<Frame> SourceWriter::openedBy(const Item& item) {
+    const NewValue& now = m_counterparts.now(item.now);
+    const bool isCopied = item.before != k_none && item.before != 0 &&
+                          item.before == now.contents &&
+                          m_counterparts.before(item.before).hash == now.hash &&
+                          !m_counterparts.isKnownToDiffer(item.before, item.now) &&
+                          isAsRead(m_map, item.before, *now.element);
+    if (!isContainer(*now.element) || isCopied) {
+        return std::nullopt;
+    }
+    Frame frame{};
+    frame.self = {now.contents, item.now};
+    listItems(frame);
+    const Frame* const outer = m_open.empty() ? nullptr : &m_open.back();
+    const bool isFilled = frame.siblings.empty() && !frame.items.empty();
+    frame.leavesLine = !frame.siblings.empty() && m_gaps.usual().leavesLine(frame);
+    frame.breaksLines = frame.leavesLine || (isFilled && m_gaps.usual().breaksLines(frame, outer));
+    frame.lineModel = isFilled ? m_gaps.usual().lineModel(frame, outer) : k_none;
+    return frame;
+}
+
+void SourceWriter::open(const Item& item, Frame&& frame, const std::string& indent,
+                        const Reindent& reindent) {
+    const std::uint32_t contents = frame.self.before;
     frame.lineIndent = indent;
     frame.itemIndent = indent;
     if (contents != k_none) {
@@ -269,20 +289,11 @@ void SourceWriter::open(const Item& item, const std::string& indent, const Reind
                              ? reindent
                              : Reindent{m_gaps.former().indentBefore(contents), indent};
     }
-    m_out += type == etObject ? '{' : '[';
+    if (frame.leavesLine) {
+        frame.reindent.to += m_gaps.usual().habits().indent;
+    }
+    m_out += m_counterparts.now(item.now).element->isObject() ? '{' : '[';
     m_open.push_back(std::move(frame));
-}
-
-/// What the container is written of, and how, except for indents.
-Frame SourceWriter::frameOf(const Item& item) {
-    Frame frame{};
-    frame.self = {m_counterparts.now(item.now).contents, item.now};
-    listItems(frame);
-    const Frame* const outer = m_open.empty() ? nullptr : &m_open.back();
-    const bool isFilled = frame.siblings.empty() && !frame.items.empty();
-    frame.breaksLines = isFilled && m_gaps.usual().breaksLines(frame, outer);
-    frame.lineModel = isFilled ? m_gaps.usual().lineModel(frame, outer) : k_none;
-    return frame;
 }
 
 void SourceWriter::listItems(Frame& frame) const {

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,15 +30,16 @@ private:
     void writeEnd(const Item& root, const Reindent& reindent);
     void step();
     void writeItem(const Item& item);
-    void writeKey(const Item& item, const Reindent& reindent);
+    void writeKey(const Item& item, const std::optional<Frame>& opened, const Reindent& reindent);
     void writeColonComments(const Item& item, const Reindent& reindent, const std::string& indent);
-    bool keepsColon(const Item& item);
-    bool keepsBracketLine(const Item& item);
-    std::string newColon(const Item& item);
-    bool opensOnLine(const Item& item);
-    void writeValue(const Item& item, const std::string& indent, const Reindent& reindent);
-    void open(const Item& item, const std::string& indent, const Reindent& reindent);
-    Frame frameOf(const Item& item);
+    bool keepsColon(const Item& item, const std::optional<Frame>& opened);
+    bool keepsBracketLine(const Item& item, const std::optional<Frame>& opened);
+    std::string newColon(const Item& item, const std::optional<Frame>& opened);
+    bool opensOnLine(const Item& item, const std::optional<Frame>& opened);
+    void writeValue(const Item& item, std::optional<Frame>&& opened, const std::string& indent,
+                    const Reindent& reindent);
+    std::optional<Frame> openedBy(const Item& item);
+    void open(const Item& item, Frame&& frame, const std::string& indent, const Reindent& reindent);
     void listItems(Frame& frame) const;
     std::vector<bool> stayingSiblings(const Frame& frame) const;
     bool hasItsKey(const Item& item) const;

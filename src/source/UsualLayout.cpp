@@ -64,7 +64,7 @@ std::string_view UsualLayout::colonOf(std::uint32_t member) const {
 
 std::string UsualLayout::breakBefore(const Frame& frame, bool isFirst) {
     const std::size_t count = frame.siblings.size();
-    if (count == 0) {
+    if (count == 0 || frame.leavesLine) {
         return isFirst || frame.breaksLines ? lineBreak(frame, true) : comma(frame);
     }
     const std::string first = breakOf(m_former.at(frame, 0).lead);
@@ -105,7 +105,7 @@ bool UsualLayout::isObject(const Frame& frame) const {
 }
 
 std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
-    if (frame.breaksLines && isWithin && frame.self.before != k_none) {
+    if (frame.breaksLines && isWithin && frame.siblings.empty() && frame.self.before != k_none) {
         for (const std::string_view line : m_former.at(frame, 0).lines) {
             if (hasComment(line)) {
                 return frame.reindent.apply(breakOf(line));
@@ -131,8 +131,8 @@ std::string UsualLayout::lineBreak(const Frame& frame, bool isWithin) {
 
 bool UsualLayout::endsWithComma(const Frame& frame) {
     const std::size_t last = frame.siblings.size();
-    return last > 0 ? hasComma(m_former.textAt(frame, last))
-                    : frame.breaksLines && habits().endsWithComma;
+    return (last > 0 && hasComma(m_former.textAt(frame, last))) ||
+           (frame.breaksLines && habits().endsWithComma);
 }
 
 bool UsualLayout::holdsContainer(const Frame& frame) const {
@@ -143,7 +143,8 @@ bool UsualLayout::holdsContainer(const Frame& frame) const {
 }
 
 bool UsualLayout::breaksLinesIn(const Frame& outer) {
-    return outer.siblings.empty() ? outer.breaksLines : inside(outer.self.before).isManyLine;
+    return outer.siblings.empty() || outer.leavesLine ? outer.breaksLines
+                                                      : inside(outer.self.before).isManyLine;
 }
 
 ContainerKind UsualLayout::kindOf(const Frame& frame) const {
@@ -225,7 +226,8 @@ std::uint32_t UsualLayout::lineModel(const Frame& frame, const Frame* outer) {
 }
 
 bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
-    if (frame.self.before != k_none && hasNewline(m_former.textAt(frame, 0))) {
+    if (bringsLineComment(frame) ||
+        (frame.self.before != k_none && hasNewline(m_former.textAt(frame, 0)))) {
         return true;
     }
     const std::uint32_t model = outer == nullptr ? k_none : modelOf(frame, *outer);
@@ -236,6 +238,34 @@ bool UsualLayout::breaksLines(const Frame& frame, const Frame* outer) {
         return false;
     }
     return breaksLinesOfItsKind(frame);
+}
+
+bool UsualLayout::leavesLine(const Frame& frame) {
+    const bool mayLeave =
+        bringsLineComment(frame) || (bringsLinedItem(frame) && habits().breaksLines);
+    return mayLeave && m_map.text(frame.self.before).find('\n') == std::string_view::npos;
+}
+
+/// Whether an item comes from elsewhere with a comment that ends its line.
+bool UsualLayout::bringsLineComment(const Frame& frame) const {
+    return std::any_of(frame.items.begin(), frame.items.end(), [&](const Item& item) {
+        const std::uint32_t value = item.before;
+        return value != k_none && m_counterparts.before(value).parent != frame.self.before &&
+               (hasLineComment(m_former.before(value).lead) ||
+                hasLineComment(m_former.after(value).tail) ||
+                (m_counterparts.wasMember(value) && hasLineComment(colonOf(value))));
+    });
+}
+
+/// Whether an item is a container of several lines that comes from elsewhere.
+bool UsualLayout::bringsLinedItem(const Frame& frame) const {
+    const std::uint32_t self = frame.self.before;
+    return std::any_of(frame.items.begin(), frame.items.end(), [&](const Item& item) {
+        const std::uint32_t contents =
+            item.now == k_none ? k_none : m_counterparts.now(item.now).contents;
+        return contents != k_none && (contents < self || contents >= m_map.next(self)) &&
+               m_map.text(contents).find('\n') != std::string_view::npos;
+    });
 }
 
 /// Whether the document does that in most of the containers of its kind, if it is short, or in any.

@@ -50,6 +50,9 @@ public:
     /// Whether the children of a container that has none in the text get lines of their own.
     /// `outer` is the frame in which it stands; null for the root.
     bool breaksLines(const Frame& frame, const Frame* outer);
+    /// Whether they do in a container with children in the text, all on one line: what comes into
+    /// it brings lines.
+    bool leavesLine(const Frame& frame);
 
     /// For a container that gets its first children on one line: the container of the text whose
     /// whitespace it takes. k_none where there is none, so that the document's habits hold.
@@ -81,6 +84,8 @@ private:
     bool holdsContainer(const Frame& frame) const;
     bool holdsFilled(const Frame& frame) const;
     bool isLong(const Frame& frame) const;
+    bool bringsLineComment(const Frame& frame) const;
+    bool bringsLinedItem(const Frame& frame) const;
     bool bringsLines(const Frame& frame) const;
     bool bringsLines(std::uint32_t container) const;
     bool bringsComment(std::uint32_t value) const;

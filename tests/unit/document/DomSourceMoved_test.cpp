@@ -101,8 +101,9 @@ TEST(DomSourceMoved, takes_comments_along_with_values_that_are_known_to_have_mov
     const char* const text =
         "{\n  \"a\": true, // a\n  \"t\": true, // t\n  \"b\": {\"c\": true}\n}\n";
     const auto knowing = [&](const char* patch) { return patchedKnowing(text, patch); };
-    EXPECT_EQ(knowing(R"([{"op": "move", "from": "/a", "path": "/b/x"}])"),
-              "{\n  \"t\": true, // t\n  \"b\": {\"c\": true, \"x\": true // a\n  }\n}\n");
+    EXPECT_EQ(
+        knowing(R"([{"op": "move", "from": "/a", "path": "/b/x"}])"),
+        "{\n  \"t\": true, // t\n  \"b\": {\n    \"c\": true,\n    \"x\": true // a\n  }\n}\n");
     EXPECT_EQ(knowing(R"([{"op": "move", "from": "/a", "path": "/b/x"},
                           {"op": "move", "from": "/b", "path": "/n"},
                           {"op": "move", "from": "/n/x", "path": "/y"}])"),
@@ -136,6 +137,45 @@ TEST(DomSourceMoved, gives_no_new_value_the_comments_of_one_that_another_was_mov
 
 const char* const k_port =
     "{ \"port\": 8080, // main port\n  \"limits\": {\"rate\": 1}, \"l\": [7 /* l */] }";
+
+TEST(DomSourceMoved, gives_lines_to_a_container_on_one_line_into_which_a_line_comment_comes) {
+    const std::string rest = "  \"n\": [/* a */ 1, /* b */ 2 /* c */]\n}\n";
+    const std::string text = "{\n  \"z\": 7, // seven\n  // about y\n  \"y\": 8,\n" + rest;
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/z", "path": "/n/-"}])")),
+              "{\n  // about y\n  \"y\": 8,\n  \"n\": [\n    /* a */ 1,\n"
+              "    /* b */ 2, /* c */\n    7 // seven\n  ]\n}\n");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/y", "path": "/n/0"}])")),
+              "{\n  \"z\": 7, // seven\n  \"n\": [\n    // about y\n    8,\n    /* a */ 1,\n"
+              "    /* b */ 2 /* c */\n  ]\n}\n");
+    EXPECT_EQ(edited("[\n  [1, // one\n  2],\n  [[3]]\n]",
+                     patching(R"([{"op": "move", "from": "/0/0", "path": "/1/0/0"}])")),
+              "[\n  [2],\n  [[\n    1, // one\n    3\n  ]]\n]");
+    EXPECT_EQ(edited("{\n  \"a\": 1, /* a */\n  \"b\": [2]\n}",
+                     patching(R"([{"op": "move", "from": "/a", "path": "/b/0"}])")),
+              "{\n  \"b\": [1, /* a */ 2]\n}");
+}
+
+TEST(DomSourceMoved, gives_lines_to_a_container_on_one_line_into_which_lines_come) {
+    const char* const text = "{\n  \"a\": {\n    \"x\": [1]\n  },\n  \"b\": [[2, {}], 3]\n}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b/1"}])")),
+              "{\n  \"b\": [\n    [2, {}],\n    {\n      \"x\": [1]\n    },\n    3\n  ]\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b/0/1"}])")),
+              "{\n  \"b\": [[\n    2,\n    {\n      \"x\": [1]\n    },\n    {}\n  ], 3]\n}");
+    EXPECT_EQ(edited("[{\"m\": [1,\n 2]}, {\"k\": 1}]",
+                     patching(R"([{"op": "move", "from": "/0/m", "path": "/1/m"}])")),
+              "[{}, {\"k\": 1, \"m\": [1,\n 2]}]");
+}
+
+TEST(DomSourceMoved, gives_lines_to_a_new_array_into_which_a_line_comment_comes) {
+    const char* const text = "{\n  \"z\": 7, // seven\n  \"y\": 8, /* eight */\n  \"n\": [1, 2]\n}";
+    EXPECT_EQ(edited(text, patching(R"([{"op": "add", "path": "/m", "value": [1]},
+                                        {"op": "move", "from": "/z", "path": "/m/0"}])")),
+              "{\n  \"y\": 8, /* eight */\n  \"n\": [1, 2],\n  \"m\": [\n    7, // seven\n"
+              "    1\n  ]\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "add", "path": "/m", "value": [1]},
+                                        {"op": "move", "from": "/y", "path": "/m/0"}])")),
+              "{\n  \"z\": 7, // seven\n  \"n\": [1, 2],\n  \"m\": [8, /* eight */ 1]\n}");
+}
 
 TEST(DomSourceMoved, gives_comments_of_a_removed_scalar_to_no_equal_one_elsewhere) {
     const char* const expected =
