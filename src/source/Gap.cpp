@@ -222,11 +222,13 @@ std::string Reindent::apply(std::string_view text) const {
         }
         result.append(text, at, newline + 1 - at);
         at = newline + 1;
-        const bool isIndented = text.substr(at, from.size()) == from;
-        const bool isBlank = at < text.size() && (text[at] == '\n' || text[at] == '\r');
-        if (isIndented && !isBlank) {
+        const std::size_t end = std::min(text.find_first_not_of(" \t", at), text.size());
+        const bool isBlank = end < text.size() && (text[end] == '\n' || text[end] == '\r');
+        if (text.substr(at, from.size()) == from && !(isBlank && at == end)) {
             result += to;
             at += from.size();
+        } else if (isBlank && from.compare(0, end - at, text, at, end - at) == 0) {
+            at = end;  // or each move from here to a deeper place would make it longer
         }
     }
     return result.append(text.substr(at));

@@ -129,8 +129,11 @@ private:
     void addIndent(std::uint32_t container, const std::string& lineBreak) {
         const std::string_view indent = indentOf(lineBreak);
         const std::string_view outer = lineIndent(m_map.text(), m_map[container].begin());
-        if (hasNewline(lineBreak) && indent.size() > outer.size() &&
-            indent.substr(0, outer.size()) == outer) {
+        if (!hasNewline(lineBreak)) {
+            return;
+        }
+        m_hasFlat = m_hasFlat || indent == outer;
+        if (indent.size() > outer.size() && indent.substr(0, outer.size()) == outer) {
             m_indents.add(indent.substr(outer.size()));
         }
     }
@@ -186,7 +189,7 @@ private:
         }
         const bool isKnown = m_lines.any() || m_scalars.any();
         const bool isCompact = isKnown && m_colons.best(": ") == ":";
-        habits.indent = m_indents.best(habits.indent);
+        habits.indent = m_indents.best(m_hasFlat ? "" : habits.indent);
         habits.colon = m_colons.best(habits.colon);
         const std::string comma = isCompact ? "" : " ";
         habits.memberComma = m_memberCommas.best(m_itemCommas.best(comma));
@@ -206,6 +209,7 @@ private:
         m_objectEnds, m_arrayEnds;
     Votes m_lines, m_scalars, m_mixed, m_lists, m_flatMembers, m_flatItems, m_ownBrackets,
         m_endComma;
+    bool m_hasFlat = false;             ///< whether lines in a container have no indent
     std::vector<std::uint32_t> m_open;  ///< the containers around the one that is looked at
 };
 

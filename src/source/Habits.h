@@ -21,7 +21,8 @@ struct Votes {
     bool any() const noexcept { return yes + no > 0; }
 };
 
-/// The defaults are those of a document that shows no habit: four spaces for each level.
+/// The defaults are those of a document that shows no habit: four spaces for each level. One with
+/// values on lines, and no indent before any, has none.
 struct Habits {
     std::string newline = "\n";
     std::string indent = "    ";    ///< for each level

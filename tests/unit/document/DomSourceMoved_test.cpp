@@ -166,6 +166,20 @@ TEST(DomSourceMoved, gives_lines_to_a_container_on_one_line_into_which_lines_com
               "[{}, {\"k\": 1, \"m\": [1,\n 2]}]");
 }
 
+TEST(DomSourceMoved, makes_no_blank_line_longer_when_a_value_moves_to_and_fro) {
+    const char* const text =
+        "{\n    \"b\": {\n        \"v\": [\n    \n            \n\n            1\n        ],\n"
+        "        \"c\": 2\n    }\n}";
+    const std::string out =
+        edited(text, patching(R"([{"op": "move", "from": "/b/v", "path": "/v"}])"));
+    EXPECT_EQ(out,
+              "{\n    \"b\": {\n        \"c\": 2\n    },\n"
+              "    \"v\": [\n\n        \n\n        1\n    ]\n}");
+    EXPECT_EQ(edited(out, patching(R"([{"op": "move", "from": "/v", "path": "/b/v"}])")),
+              "{\n    \"b\": {\n        \"c\": 2,\n"
+              "        \"v\": [\n\n            \n\n            1\n        ]\n    }\n}");
+}
+
 TEST(DomSourceMoved, gives_lines_to_a_new_array_into_which_a_line_comment_comes) {
     const char* const text = "{\n  \"z\": 7, // seven\n  \"y\": 8, /* eight */\n  \"n\": [1, 2]\n}";
     EXPECT_EQ(edited(text, patching(R"([{"op": "add", "path": "/m", "value": [1]},

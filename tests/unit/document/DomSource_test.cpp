@@ -252,6 +252,14 @@ TEST(DomSource, lays_a_new_value_out_as_the_document_is) {
               "[ { \"a\":1 }, { \"x\":[ 1, { \"y\":[] } ], \"z\":{} } ]");
 }
 
+TEST(DomSource, indents_nothing_in_a_document_without_indents) {
+    const Document value(R"({"x": [{"y": 1}]})");
+    EXPECT_EQ(edited("{\n\"a\": {\n\"x\": 1\n}\n}", setting("b", value.root)),
+              "{\n\"a\": {\n\"x\": 1\n},\n\"b\": {\n\"x\": [\n{\n\"y\": 1\n}\n]\n}\n}");
+    EXPECT_EQ(edited("{\n\"a\": {\n\t\"x\": 1\n}\n}", setting("b.c", 1)),
+              "{\n\"a\": {\n\t\"x\": 1\n},\n\"b\": {\n\t\"c\": 1\n}\n}");
+}
+
 TEST(DomSource, puts_brackets_of_members_on_lines_of_their_own_as_most_are) {
     const std::string text = "{\n  \"n\": 1,\n  \"a\" :\n  {\n    \"x\": 1\n  }\n}\n";
     const std::string member = "{\n  \"n\": 1,\n  \"a\" :\n  {\n    \"x\": 1\n  },\n";
