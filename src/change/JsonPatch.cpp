@@ -17,6 +17,7 @@
 #include "change/PatchMoves.h"
 #include "change/PatchTarget.h"
 #include "change/PatchTypeException.h"
+#include "change/PlaceBefore.h"
 #include "change/PointerStep.h"
 #include "tree/Snapshot.h"
 #include "tree/TreeEqual.h"
@@ -68,10 +69,11 @@ private:
 /// One operation of a patch; all of its errors are made here.
 class Operation {
 public:
-    /// `moves` may be null.
-    Operation(PatchTarget& target, const Element& operation, std::size_t number, Growth& growth,
-              PatchMoves* moves)
+    /// `operation` is that of the number in `patch`, and `moves` may be null.
+    Operation(PatchTarget& target, const Element& patch, const Element& operation,
+              std::size_t number, Growth& growth, PatchMoves* moves)
         : m_target(target),
+          m_patch(patch),
           m_operation(operation),
           m_number(number),
           m_growth(growth),
@@ -308,10 +310,18 @@ private:
     [[noreturn]] void fail(const std::string& reason, const JsonPointer* pointer = nullptr) const {
         m_target.closeAll();
         const Element* const element = pointer == nullptr ? nullptr : &m_target.deepest(*pointer);
-        throw PatchException(element, m_number, m_name, m_path, reason);
+        throw PatchException(element, m_number, m_name, m_path, reason, formerPlace(element));
+    }
+
+    std::optional<std::string> formerPlace(const Element* element) const {
+        const auto place = element == nullptr
+                               ? std::nullopt
+                               : placeBefore(*element, m_target.root(), m_patch, m_number);
+        return place ? std::optional(place->str()) : std::nullopt;
     }
 
     PatchTarget& m_target;
+    const Element& m_patch;
     const Element& m_operation;
     std::size_t m_number;
     Growth& m_growth;
@@ -347,7 +357,7 @@ void applyPatch(Element& target, const Element& patch, const PatchOptions& optio
         Growth growth(options, former, before.get());
         std::size_t number = 0;
         for (const Element& operation : before.get().array()) {
-            Operation(changed, operation, number++, growth, noted).run();
+            Operation(changed, before.get(), operation, number++, growth, noted).run();
         }
         changed.closeAll();
         if (moves) {

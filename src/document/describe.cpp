@@ -225,10 +225,12 @@ std::string describeFile(const FileException& error) {
 
 std::string describePatch(const PatchException& error) {
     const std::string element = elementText(error, "");
+    const char* const state =
+        error.number() == 0 ? "." : ", as the operations before it had left the document.";
     return "Operation " + std::to_string(error.number()) + " of the patch (counted from 0), " +
            quoted(error.operation()) + " at " + quoted(error.path()) +
            ", cannot be carried out: " + sentence(error.reason()) +
-           (element.empty() ? "" : " The place was followed down to " + element + ".");
+           (element.empty() ? "" : " The place was followed down to " + element + state);
 }
 
 /// A limit as a number, of the character types too.

@@ -8,6 +8,7 @@
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/JsonLines.h>
 #include <ko/Orvid/JsonPointer.h>
+#include <ko/Orvid/PatchException.h>
 
 #include <optional>
 
@@ -22,12 +23,16 @@ bool isInText(const std::exception& error) {
 }
 
 /// The element that the error concerns; null where it concerns none of the document, as where a
-/// text could not be read.
+/// text could not be read, or a patch has put it there.
 const Element* elementOf(const std::exception& error, const Dom& dom) {
     const auto* const known = dynamic_cast<const Exception*>(&error);
     if (known == nullptr || known->elementPath() == nullptr || dom.root() == nullptr ||
         isInText(error)) {
         return nullptr;
+    }
+    if (const auto* const ofPatch = dynamic_cast<const PatchException*>(known)) {
+        const std::string* const former = ofPatch->formerPlace();
+        return former == nullptr ? nullptr : JsonPointer(*former).find(*dom);
     }
     if (known->elementPointer() != nullptr) {
         return JsonPointer(*known->elementPointer()).find(*dom);
@@ -39,13 +44,28 @@ const Element* elementOf(const std::exception& error, const Dom& dom) {
     }
 }
 
+/// Nothing where the error is of a patch that has put the element there.
+std::optional<Path> pathInRecord(const Exception& error) {
+    const auto* const ofPatch = dynamic_cast<const PatchException*>(&error);
+    if (ofPatch == nullptr) {
+        return *error.elementPath();
+    }
+    if (ofPatch->formerPlace() == nullptr) {
+        return std::nullopt;
+    }
+    const JsonPointer former(*ofPatch->formerPlace());
+    const bool isWhereItWas = former == JsonPointer::fromPath(*error.elementPath());
+    return isWhereItWas ? Path(*error.elementPath()) : former.toPath();
+}
+
 std::optional<SourcePlace> placeIn(const JsonLines& lines, const Exception& error) {
     if (error.elementPointer() != nullptr) {
         return std::nullopt;
     }
     try {
-        return lines.placeOf(*error.elementPath());
-    } catch (const ParseException&) {
+        const std::optional<Path> path = pathInRecord(error);
+        return path ? lines.placeOf(*path) : std::nullopt;
+    } catch (const Exception&) {
         return std::nullopt;  // path text cannot express every key
     }
 }

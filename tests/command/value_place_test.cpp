@@ -13,6 +13,7 @@ namespace {
 
 using orvid_test::failed;
 using orvid_test::orvid;
+using orvid_test::withoutExcerpt;
 
 constexpr const char* k_document =
     "{ // own\n"
@@ -66,8 +67,48 @@ TEST(value_place, is_none_of_what_the_call_has_made_and_the_error_says_so) {
         orvid({"patch", R"([{"op":"add","path":"/n","value":1},{"op":"remove","path":"/n/x"}])"},
               k_document),
         failedAt("n: operation 1 of the patch, \"remove\" of \"/n/x\": \"n\" is a number; "
-                 "this call made \"n\""));
+                 "an operation before it put \"n\" there"));
     EXPECT_EQ(placeOf({"set", "n=1", "text.x=2"}, k_document), "3:17:");
+}
+
+TEST(value_place, is_that_before_the_patch_of_what_later_operations_concern) {
+    const std::string document = "[{\"a\":1},\n{\"b\":2},\n{\"c\":3}]";
+    const auto failedAfter = [&](const std::string& operation, const char* last, bool isLaidOut) {
+        std::vector<std::string> words = {"patch", "[" + operation + "," + last + "]"};
+        if (isLaidOut) {
+            words.push_back("--compact");
+        }
+        return withoutExcerpt(orvid(words, document));
+    };
+    const auto failedAt = [](const std::string& place, const std::string& operation,
+                             const std::string& reason) {
+        return failed(1, "(standard input):" + place + ": operation 1 of the patch, " + operation +
+                             ": " + reason);
+    };
+    const char* const removeX = R"({"op":"remove","path":"/0/x"})";
+    for (const bool isLaidOut : {false, true}) {
+        EXPECT_EQ(failedAfter(R"({"op":"remove","path":"/0"})", removeX, isLaidOut),
+                  failedAt("2:1: at [1]", R"("remove" of "/0/x")", "there is no \"x\""));
+        EXPECT_EQ(failedAfter(R"({"op":"add","path":"/0","value":{}})", removeX, isLaidOut),
+                  failedAt(" at [0]", R"("remove" of "/0/x")",
+                           "there is no \"x\"; an operation before it put \"[0]\" there"));
+        EXPECT_EQ(failedAfter(R"({"op":"move","from":"/2","path":"/0"})", removeX, isLaidOut),
+                  failedAt(" at [0]", R"("remove" of "/0/x")",
+                           "there is no \"x\"; an operation before it put \"[0]\" there"));
+        EXPECT_EQ(failedAfter(R"({"op":"remove","path":"/0/a"})",
+                              R"({"op":"remove","path":"/0/a"})", isLaidOut),
+                  failedAt("1:2: at [0]", R"("remove" of "/0/a")",
+                           "there is no \"a\"; operations before it changed \"[0]\""));
+        EXPECT_EQ(failedAfter(R"({"op":"remove","path":"/0"})",
+                              R"({"op":"test","path":"","value":0})", isLaidOut),
+                  failedAt("1:1: at (root)", R"("test" of "")",
+                           "the value there is another: an array; operations before it changed the "
+                           "root"));
+    }
+    EXPECT_EQ(placeOf({"patch", R"([{"op":"remove","path":"/0"},{"op":"remove","path":"/0/x"}])",
+                       "--lines"},
+                      "[1, {}]\n"),
+              "1:5:");
 }
 
 TEST(value_place, is_reported_records) {

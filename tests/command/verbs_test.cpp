@@ -372,9 +372,9 @@ TEST(patch, names_the_step_that_is_missing_and_what_is_there_instead) {
     EXPECT_EQ(reason(R"({"op":"copy","from":"/l/9","path":"/l/0"})"), "there is no item 9");
     EXPECT_EQ(reason(R"({"op":"add","path":"/l/9","value":0})"), "it is no index from 0 to 2");
     EXPECT_EQ(reason(R"({"op":"remove","path":"/o"},{"op":"test","path":"/o/x","value":0})"),
-              "there is no \"o\"");
+              "there is no \"o\"; operations before it changed the root");
     EXPECT_EQ(reason(R"({"op":"add","path":"/n","value":{"a":1}},{"op":"remove","path":"/n/a/b"})"),
-              "\"n.a\" is a number; this call made \"n.a\"");
+              "\"n.a\" is a number; an operation before it put \"n.a\" there");
     EXPECT_EQ(reason(R"({"op":"test","path":"/o/x","value":0})"),
               "the value there is another: \"y\"");
     EXPECT_EQ(reason(R"({"op":"test","path":"/o","value":0})"),
@@ -382,7 +382,7 @@ TEST(patch, names_the_step_that_is_missing_and_what_is_there_instead) {
     const std::string longText = "\"" + repeated("x", 200) + "\"";
     EXPECT_EQ(reason(R"({"op":"add","path":"/t","value":)" + longText +
                      R"(},{"op":"test","path":"/t","value":0})"),
-              "the value there is another: a string; this call made \"t\"");
+              "the value there is another: a string; an operation before it put \"t\" there");
 }
 
 TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {

@@ -81,7 +81,7 @@ Failure ofMade(const Failure& failure) {
 Failure located(const Failure& failure, Document& document) {
     Location at = failure.location();
     const bool isHere = at.file == document.location.file && at.line == document.location.line;
-    if (!at.path || !isHere || at.column != 0) {
+    if (!at.path || !isHere || at.column != 0 || at.isMade) {
         return failure;
     }
     const auto span = placeOf(at, document);

@@ -29,6 +29,7 @@ struct Location {
     std::size_t column = 0;           ///< from 1, in bytes; without a line, of a word of the call
     std::optional<std::string> path;  ///< of the element concerned
     bool isPointer = false;           ///< the path is a JSON Pointer, as no path leads there
+    bool isMade = false;              ///< the text has nothing of the element: there is no line
 
     /// Names the element that the error concerns, if there is one.
     void setElement(const ko::Orvid::Exception& error);

@@ -5,8 +5,10 @@
 #include <unistd.h>
 
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
@@ -166,29 +168,61 @@ private:
         if (error.elementPath() == nullptr) {
             return malformed(document, error, start + error.reason());
         }
-        Location element = document.location;
-        element.setElement(error);
-        return {ExitStatus::failed, element, start + reason(document.root, error)};
+        const Element before = beforeOperation(document.root, error.number());
+        const std::string reason = start + this->reason(before, error);
+        Location at = document.location;
+        at.setElement(error);
+        if (error.formerPlace() == nullptr) {
+            at.isMade = true;
+            return {ExitStatus::failed, at,
+                    reason + "; an operation before it put " + placePhrase(*at.path) + " there"};
+        }
+        const Element& former = JsonPointer(*error.formerPlace()).get(document.root);
+        at.setElement(former);
+        return {ExitStatus::failed, at,
+                reason + (isOtherThan(former, before, error)
+                              ? "; operations before it changed " + placePhrase(*at.path)
+                              : std::string())};
+    }
+
+    /// Whether the error is none in what stands in the text: the operations before have changed its
+    /// element there.
+    static bool isOtherThan(const Element& former, const Element& before,
+                            const PatchException& error) {
+        const auto [element, missing] = walk(before, JsonPointer(error.path()));
+        const bool isOfChange = missing ? !former.isObject() || former.object().contains(*missing)
+                                        : error.operation() == "test";
+        return isOfChange && former != *element;
     }
 
     /// What the library says, or which step is missing, and what is there: in the document as the
     /// operations before have left it.
-    std::string reason(const Element& root, const PatchException& error) const {
-        const Element before = beforeOperation(root, error.number());
+    std::string reason(const Element& before, const PatchException& error) const {
         const JsonPointer pointer(error.path());
-        const Element* element = &before;
+        const auto [element, missing] = walk(before, pointer);
+        if (!missing) {
+            return error.operation() == "test" ? error.reason() + thereIs(*element)
+                                               : error.reason();
+        }
+        const bool isLast = JsonPointer::of(*element).steps().size() + 1 == pointer.steps().size();
+        const bool isPut = element->isArray() && isLast && putsAt(error);
+        return isPut ? error.reason() : missingStep(*element, *missing);
+    }
+
+    /// The last element on the way, and the step that it does not have, if one is missing.
+    static std::pair<const Element*, std::optional<std::string>> walk(const Element& root,
+                                                                      const JsonPointer& pointer) {
+        const Element* element = &root;
         for (const std::string& step : pointer.steps()) {
             JsonPointer next;
             next.push_back(step);
             const Element* const child = next.find(*element);
             if (child == nullptr) {
-                const bool isPut =
-                    element->isArray() && &step == &pointer.steps().back() && putsAt(error);
-                return isPut ? error.reason() : missingStep(*element, step);
+                return {element, step};
             }
             element = child;
         }
-        return error.operation() == "test" ? error.reason() + thereIs(*element) : error.reason();
+        return {element, std::nullopt};
     }
 
     Element beforeOperation(const Element& root, std::size_t number) const {

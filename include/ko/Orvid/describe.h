@@ -28,7 +28,8 @@ KO_API std::string describe(const std::exception& error);
 /// place for an element that was not in the text, and for a document that was not read. `dom` must
 /// be the document that the error is about, as it was when the error was thrown: the error holds
 /// only the path of its element, so another document gives the place of what stands at that path
-/// there. Costs Dom::placeOf() besides.
+/// there. For an operation of a patch it is the place that the element had before the patch.
+/// Costs Dom::placeOf() besides.
 KO_API std::string describe(const std::exception& error, const Dom& dom);
 
 /// The same of an error that concerns an element of the record that `lines` has read last, after

@@ -241,7 +241,7 @@ TEST(JsonPatch, may_lie_in_the_document_that_it_changes) {
 
 TEST(PatchException, is_copied_with_all_that_it_says) {
     const Element element;
-    const PatchException first(&element, 3, "add", "/a", "why");
+    const PatchException first(&element, 3, "add", "/a", "why", "/b");
     const std::unique_ptr<const ko::Exception> copy(first.clone());
     PatchException second(nullptr, 0, "", "", "");
     second = first;
@@ -249,6 +249,7 @@ TEST(PatchException, is_copied_with_all_that_it_says) {
     EXPECT_STREQ(second.what(), "Operation 3 of the patch (\"add\") failed at \"/a\": why");
     EXPECT_EQ(second.number(), 3U);
     EXPECT_EQ(*second.elementPath(), "");
+    EXPECT_EQ(*second.formerPlace(), "/b");
     EXPECT_NE(dynamic_cast<const PatchException*>(copy.get()), nullptr);
 }
 

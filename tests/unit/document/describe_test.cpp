@@ -345,6 +345,38 @@ TEST(Describe, follows_the_path_of_an_error_in_the_document_that_is_given) {
     }
 }
 
+TEST(Describe, gives_for_a_later_operation_of_a_patch_the_place_before_the_patch) {
+    Dom dom = Dom::parse("[{\"a\":1},\n{\"b\":2},\n{\"c\":3}]");
+    std::istringstream in("[{\"a\":1},{\"b\":2},{\"c\":3}]\n");
+    ko::Orvid::JsonLines lines(in);
+    Element& record = *lines.next();
+    const auto description = [&](const std::string& operations) {
+        const Document patch("[" + operations + R"(, {"op": "remove", "path": "/0/x"}])");
+        std::vector<std::string> places;
+        try {
+            applyPatch(*dom, patch.root);
+        } catch (const Exception& error) {
+            places.push_back(describe(error, dom));
+        }
+        try {
+            applyPatch(record, patch.root);
+        } catch (const Exception& error) {
+            places.push_back(describe(error, lines));
+        }
+        return places.at(0).substr(0, places[0].find('O')) + "and " +
+               places.at(1).substr(0, places[1].find('O')) +
+               places[0].substr(places[0].find(" The place"));
+    };
+    const std::string end =
+        " The place was followed down to the element \"[0]\", as the operations before it had "
+        "left the document.";
+    EXPECT_EQ(description(R"({"op": "test", "path": "/1/b", "value": 2})"), "1:2: and 1:2: " + end);
+    EXPECT_EQ(description(R"({"op": "remove", "path": "/0"})"), "2:1: and 1:10: " + end);
+    EXPECT_EQ(description(R"({"op": "remove", "path": "/0/a"})"), "1:2: and 1:2: " + end);
+    EXPECT_EQ(description(R"({"op": "add", "path": "/0", "value": {}})"), "and 1: " + end);
+    EXPECT_EQ(description(R"({"op": "move", "from": "/2", "path": "/0"})"), "and 1: " + end);
+}
+
 TEST(Describe, gives_no_place_in_a_document_for_an_error_in_another_text) {
     const Dom dom = Dom::parse("{\"a\":\n{\"b\": 1}}");
     try {
