@@ -7,10 +7,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
 using orvid_test::bytesOfFile;
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
@@ -149,6 +151,67 @@ TEST(move, says_how_the_place_after_the_last_item_is_written) {
                          "(standard input):1:1: at (root): path \"[3]\" not found, there is no "
                          "\"[3]\"; a new item is written [*]"));
     }
+}
+
+TEST(move, says_that_the_value_is_taken_out_before_its_place_is_looked_up) {
+    const auto reason = [](const char* from, const char* to, const char* document) {
+        const std::string err = orvid({"move", from, to}, document).err;
+        return err.substr(0, err.find('\n'));
+    };
+    const std::string start = "orvid: (standard input):";
+    const std::string end = "; TO is looked up after FROM was taken out";
+    const std::string newItem = "; a new item is written [*]";
+    EXPECT_EQ(
+        reason("[0]", "[1].x", "[1,{}]"),
+        start + "1:1: at (root): path \"[1]\" not found, there is no \"[1]\"" + newItem + end);
+    EXPECT_EQ(reason("a[0]", "a[2]", R"({"a":[1,2]})"),
+              start + "1:6: at a: path \"a[2]\" not found, there is no \"[2]\"" + newItem + end);
+    EXPECT_EQ(
+        reason("[0]", "[-2][*]", "[[],[]]"),
+        start + "1:1: at (root): path \"[-2][*]\" not found, there is no \"[-2]\"" + newItem + end);
+    EXPECT_EQ(reason("a[0]", "a[3]", R"({"a":[1,2]})"),
+              start + "1:6: at a: path \"a[3]\" not found, there is no \"[3]\"" + newItem);
+}
+
+TEST(move, shows_the_place_that_a_container_had_before_the_value_was_taken_out) {
+    const std::string end = "; TO is looked up after FROM was taken out";
+    EXPECT_EQ(orvid({"move", "[0]", "[0][5]"}, "[[1],\n[2]]"),
+              failed(1,
+                     "(standard input):2:1: at [1]: path \"[0][5]\" not found, there is no "
+                     "\"[5]\"; a new item is written [*]" +
+                         end + "\n[2]]\n^"));
+    EXPECT_EQ(orvid({"move", "[0]", "[0].a"}, "[1,\n{\"a\":2}]"),
+              failed(1, "(standard input):2:1: at [1]: there is \"a\" already" + end +
+                            "\n{\"a\":2}]\n^"));
+}
+
+TEST(move_and_copy, print_notes_on_new_keys_that_seem_to_be_something_else) {
+    const auto note = [](const char* to, const std::vector<const char*>& options = {}) {
+        std::string notes;
+        for (const char* const verb : {"move", "copy"}) {
+            std::vector<std::string> words{verb, "b", to};
+            words.insert(words.end(), options.begin(), options.end());
+            const CommandResult result = orvid(words, "{\"a\":{\"x\":1},\"b\":2,\"c.d\":3}\n");
+            EXPECT_EQ(result.status, 0) << result;
+            EXPECT_TRUE(notes.empty() || notes == result.err) << result;
+            notes = result.err;
+        }
+        return notes;
+    };
+    const auto isNew = [](const std::string& path) {
+        return "orvid: path \"" + path + "\" was not there and is new; ";
+    };
+    EXPECT_EQ(note("a/n"),
+              isNew("a/n") + "steps are separated by dots, or all begin with a slash: /a/n\n");
+    EXPECT_EQ(
+        note("*"),
+        isNew("*") + "its key is \"*\", and for all members: orvid set --query '$.*' VALUE\n");
+    EXPECT_EQ(note("c.d"), isNew("c.d") + "for the key \"c.d\" write 'c\\.d'\n");
+    EXPECT_EQ(note("n:"), isNew("n:") + "its key \"n:\" ends in a colon (did you mean \"n\"?)\n");
+    for (const char* const plain : {"a.n", "a\\/n", "\\*", "n", "l[*].x", "b+", "/a/n"}) {
+        EXPECT_EQ(note(plain), "") << plain;
+    }
+    EXPECT_EQ(note("a/n", {"--lines"}), "");
 }
 
 TEST(copy, makes_new_items_on_the_way) {

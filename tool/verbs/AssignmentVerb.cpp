@@ -5,67 +5,17 @@
 #include "verbs/AssignmentVerb.h"
 
 #include <algorithm>
-#include <cstring>
-#include <string_view>
 #include <utility>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "input/Input.h"
 #include "input/MissingPath.h"
+#include "input/NewPath.h"
 #include "input/ValueWord.h"
 #include "output/Report.h"
-#include "text/whitespace.h"
 
 namespace orvid_tool {
-
-namespace {
-
-bool endsWith(const std::string& word, const std::string& end) {
-    return word.length() >= end.length() &&
-           word.compare(word.length() - end.length(), end.length(), end) == 0;
-}
-
-/// Whether a step may begin or end with whitespace, or the last end in a colon, as in `port := 80`,
-/// or in a sign, as in `port+=1`.
-bool isUnusual(const std::string& word) {
-    if (!word.empty() && std::strchr(":+-", word.back()) != nullptr && word != "-" &&
-        !endsWith(word, "/-")) {
-        return true;
-    }
-    const std::string text = "." + word + ".";
-    for (std::size_t i = 1; i + 1 < text.length(); ++i) {
-        const bool isSpace = ko::Orvid::text::k_whitespace.find(text[i]) != std::string_view::npos;
-        if (isSpace && (std::strchr("./]", text[i - 1]) != nullptr ||
-                        std::strchr("./[", text[i + 1]) != nullptr)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Whether the path seems to be for all members or items of what is there.
-bool seemsGlob(const CallPath& path) {
-    const std::string text = "." + path.word() + ".";
-    const auto has = [&text](const char* part) { return text.find(part) != std::string::npos; };
-    const bool isItemWithin = path.word().find("[*].") != std::string::npos || has("[*][");
-    return path.pointer() == nullptr && (has(".*.") || has(".*[") || isItemWithin);
-}
-
-/// What stands before the first slash of a path that is no pointer, in the last step there; empty
-/// where there is nothing, or where a slash has a backslash before it, which says that it is meant.
-std::string beforeSlash(const CallPath& path) {
-    const std::string& word = path.word();
-    const std::size_t slash = word.find('/');
-    if (path.pointer() != nullptr || slash == std::string::npos ||
-        word.find("\\/") != std::string::npos) {
-        return "";
-    }
-    const std::string before = word.substr(0, slash);
-    return before.substr(before.find_last_of(".]") + 1);
-}
-
-}  // namespace
 
 void AssignmentVerb::addWords(Words& words, Call& call) {
     words.several(
@@ -105,28 +55,19 @@ std::string AssignmentVerb::hintForFile(const std::string& word) const {
 }
 
 bool AssignmentVerb::mayHaveUnusualKey() const {
-    return std::any_of(m_assignments.begin(), m_assignments.end(), [](const auto& assignment) {
-        return isUnusual(assignment.path.word()) || seemsGlob(assignment.path);
-    });
+    return std::any_of(m_assignments.begin(), m_assignments.end(),
+                       [](const auto& assignment) { return mayNeedNote(assignment.path); });
 }
 
 bool AssignmentVerb::mayLackSlash(std::string_view text) const {
     return std::any_of(m_assignments.begin(), m_assignments.end(), [&](const auto& assignment) {
-        const std::string key = beforeSlash(assignment.path);
-        return !key.empty() && text.find("\"" + key + "\"") != std::string_view::npos;
+        return mayLackItsSlash(assignment.path, text);
     });
-}
-
-std::string AssignmentVerb::unusualHint(const ko::Orvid::Element& root, const CallPath& typed,
-                                        const std::string& path) {
-    std::string hint = isUnusual(path) ? unusualKeyHint(root, path) : "";
-    hint = hint.empty() && seemsGlob(typed) ? globHint(root, path) : hint;
-    return hint.empty() && !beforeSlash(typed).empty() ? slashedKeyHint(root, path) : hint;
 }
 
 void AssignmentVerb::noteNew(const std::string& path, const std::string& hint) const {
     if (!hint.empty()) {
-        m_notes.push_back("path \"" + path + "\" was not there and is new" + hint);
+        m_notes.push_back(newPathNote(path, hint));
     }
 }
 

@@ -22,16 +22,10 @@ protected:
     /// Whether the document is a new one, for which no text is read.
     bool isNew() const { return m_isNew; }
     const std::vector<Assignment>& assignments() const { return m_assignments; }
-    /// Whether a step of a path may begin or end with whitespace, as in `port = 80`, or the last
-    /// one end in a colon, as in `port:=80`, or in a sign, as in `port+=1`, or a path be meant for
-    /// all members or items, as `a.*=1` and `a[*].b=1`.
+    /// Whether newPathHint() may have one for a path, but for one that may lack its slash.
     bool mayHaveUnusualKey() const;
     /// Whether a path may be a pointer without its first slash, as far as the document's text says.
     bool mayLackSlash(std::string_view text) const;
-    /// What is said of such a key or path where it is new; empty for any other path. `path` is what
-    /// `typed` is in the document.
-    static std::string unusualHint(const ko::Orvid::Element& root, const CallPath& typed,
-                                   const std::string& path);
     /// Says the hint, where there is one, when the run has ended. Not for records.
     void noteNew(const std::string& path, const std::string& hint) const;
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.

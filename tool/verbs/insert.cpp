@@ -13,6 +13,7 @@
 #include "edit/RecordEdit.h"
 #include "edit/StepsInText.h"
 #include "input/MissingPath.h"
+#include "input/NewPath.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -97,7 +98,7 @@ private:
         const LastStep step = known ? *known : LastStep(assignment.path.pathIn(document.root));
         const bool isRecord = document.location.line != 0;
         const std::string hint =
-            isRecord ? "" : unusualHint(document.root, assignment.path, step.path());
+            isRecord ? "" : newPathHint(document.root, assignment.path, step.path());
         insertAt(document.root, step, std::move(value), document.location);
         noteNew(step.path(), hint);
     }

@@ -3,7 +3,10 @@
 // orvid move and orvid copy: a value at another path as well, or instead.
 
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 #include <sstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -14,7 +17,9 @@
 #include "input/CallPath.h"
 #include "input/Input.h"
 #include "input/MissingPath.h"
+#include "input/NewPath.h"
 #include "input/PathSteps.h"
+#include "output/Report.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -79,6 +84,18 @@ LastStep stepIn(Element& root, const CallPath& path) {
     }
     return isNewOnWay ? LastStep(withLastItems(root, to)) : step;
 }
+
+/// There is no place for the value: what is at the failure's place has no such step.
+class MissingTo : public Failure {
+public:
+    MissingTo(const Failure& failure, std::string step)
+        : Failure(failure), m_step(std::move(step)) {}
+
+    const std::string& step() const { return m_step; }
+
+private:
+    std::string m_step;
+};
 
 /// An element, and where it stood before the edit.
 using FormerPlace = std::pair<JsonPointer, const Element*>;
@@ -146,7 +163,26 @@ public:
         return places;
     }
 
+    /// The failure with its place before the edit, where that is not the new place of the value.
+    Failure before(const Failure& failure, const Element& root) const {
+        const std::optional<JsonPointer> now = placeOf(failure.location());
+        const Element* const former =
+            now ? beforeTaking(*now, m_from, m_isItem).find(root) : nullptr;
+        if (former == nullptr) {
+            return failure;
+        }
+        Location at = failure.location();
+        at.setElement(*former);
+        return {failure.status(), std::move(at), failure.text(), failure.excerpt()};
+    }
+
 private:
+    static std::optional<JsonPointer> placeOf(const Location& at) {
+        return !at.path       ? std::nullopt
+               : at.isPointer ? std::optional(JsonPointer(*at.path))
+                              : std::optional(JsonPointer::fromPath(*at.path));
+    }
+
     /// Other items that equal the value, which are not to be taken for it.
     static std::vector<const Element*> itemsLike(const Element& value, const Element& container) {
         std::vector<const Element*> items;
@@ -214,11 +250,16 @@ protected:
     /// member and the call says to leave it alone.
     Element* put(Document& document, Element&& value) const {
         return namingPlace(document, [&]() -> Element* {
+            const std::string hint = document.location.line == 0 ? hintFor(document.root) : "";
             const LastStep step = stepIn(document.root, m_to);
             if (m_isOnlyForAbsent && isMemberThere(document.root, step)) {
                 return nullptr;
             }
-            return &insertAt(document.root, step, std::move(value), document.location);
+            Element& put = insertAt(document.root, step, std::move(value), document.location);
+            if (!hint.empty()) {
+                m_notes.push_back(newPathNote(step.path(), hint));
+            }
+            return &put;
         });
     }
 
@@ -228,6 +269,24 @@ protected:
     }
 
 private:
+    /// What may have been meant by a new place. A sum is not, and a new item on the way is.
+    std::string hintFor(const Element& root) const {
+        const std::string path = m_to.pathIn(root);
+        const bool isSum = !path.empty() && (path.back() == '+' || path.back() == '-');
+        if (isSum || hasNewItem(stepsOf(path))) {
+            return "";
+        }
+        const std::string hint = dottedKeyHint(root, path);
+        return hint.empty() ? newPathHint(root, m_to, path) : hint;
+    }
+
+    ExitStatus outcome(const Report& report) const final {
+        for (const std::string& note : m_notes) {
+            report.note(note);
+        }
+        return ExitStatus::done;
+    }
+
     /// Carries the value to its new place and appends the document.
     virtual void carry(const Call& call, Document& document, Bytes& out) const = 0;
 
@@ -253,7 +312,8 @@ private:
         try {
             return action();
         } catch (const ko::Orvid::PathNotFound& error) {
-            throw missingPlace(document.location, document.root, error, m_to);
+            throw MissingTo(missingPlace(document.location, document.root, error, m_to),
+                            error.key());
         }
     }
 
@@ -263,6 +323,7 @@ private:
     CallPath m_to;
     bool m_isMissingRight = false;
     bool m_isOnlyForAbsent = false;
+    mutable std::vector<std::string> m_notes;  ///< on whole documents, which one thread edits
 };
 
 class Move : public Carry {
@@ -308,14 +369,37 @@ private:
         try {
             move.goInto(holder(document), value);
             moved = put(document, std::move(value));
-        } catch (const Failure&) {
+        } catch (const Failure& failure) {
             readForEdit(call, document);
-            throw;
+            throw explained(failure, move.before(failure, document.root), document.root);
         }
         if (moved == nullptr) {
             readForEdit(call, document);
         }
         return moved;
+    }
+
+    /// Says why the place is another one, or there is none, where there was one before.
+    static Failure explained(const Failure& failure, const Failure& before, const Element& root) {
+        const auto* const missing = dynamic_cast<const MissingTo*>(&failure);
+        const Location& at = before.location();
+        if (at.path == failure.location().path &&
+            (missing == nullptr || !at.path || at.isPointer ||
+             !hasPlace(root.get(*at.path), missing->step()))) {
+            return before;
+        }
+        return {before.status(), at,
+                before.text() + std::string("; TO is looked up after FROM was taken out"),
+                before.excerpt()};
+    }
+
+    /// Whether there is an item at the step, or could be a new one.
+    static bool hasPlace(const Element& array, const std::string& step) {
+        if (!array.isArray() || step.front() != '[') {
+            return false;
+        }
+        const std::string number = step.substr(step[1] == '-' ? 2 : 1);
+        return std::strtoull(number.c_str(), nullptr, 10) <= array.size();
     }
 };
 

@@ -15,6 +15,7 @@
 #include "edit/rewrite.h"
 #include "edit/TextSplice.h"
 #include "input/MissingPath.h"
+#include "input/NewPath.h"
 #include "input/PathSteps.h"
 #include "input/QueryWord.h"
 #include "verbs/AssignmentVerb.h"
@@ -127,7 +128,7 @@ private:
     static std::string newKeyHint(const ko::Orvid::Element& root, const CallPath& typed,
                                   const std::string& path) {
         const std::string hint = dottedKeyHint(root, path);
-        return hint.empty() ? unusualHint(root, typed, path) : hint;
+        return hint.empty() ? newPathHint(root, typed, path) : hint;
     }
 
     bool applyToText(const Call& call, const Document& document, Bytes& out) const override {
