@@ -213,6 +213,9 @@ std::string GapMaker::closingLead(const Frame& frame) {
 void GapMaker::placeComma(const Frame& frame, const Sides& sides, Text& tail, Text& lead,
                           bool isOneLine) {
     const bool leads = hasComma(lead);
+    if (leads && frame.leavesLine) {
+        tail = withoutComma(tail);
+    }
     const bool follows = hasComma(tail);
     const bool isBetween = sides.left != nullptr && sides.right != nullptr;
     const bool needsComma = isBetween || (sides.left != nullptr && m_usual.endsWithComma(frame));

@@ -45,6 +45,14 @@ std::string_view lineIndent(std::string_view text, std::size_t offset) {
     return indentOf(text.substr(begin, offset - begin));
 }
 
+/// Whether the line on which the byte at `offset` stands begins with a comma.
+bool beginsWithComma(std::string_view text, std::size_t offset) {
+    const std::size_t from = offset - std::min(offset, k_farthestLine);
+    const std::size_t newline = text.substr(from, offset - from).rfind('\n');
+    return newline != std::string_view::npos &&
+           text[text.find_first_not_of(" \t", from + newline + 1)] == ',';
+}
+
 class Survey {
 public:
     explicit Survey(const SourceMap& map) : m_map(map) {}
@@ -113,6 +121,44 @@ private:
             lookAtBracket(container);
         }
         addIndent(container, breakOf(gapOf(openGap(m_map, container), GapKind::open).lead));
+        lookAtLineComma(container);
+    }
+
+    /// The indent of the line on which the container begins; where that begins with a comma, the
+    /// one of its closing bracket.
+    std::string_view baseOf(std::uint32_t container) {
+        const std::size_t begin = m_map[container].begin();
+        const std::string_view indent = lineIndent(m_map.text(), begin);
+        if (!beginsWithComma(m_map.text(), begin)) {
+            return indent;
+        }
+        const std::string_view close = gapOf(closeGap(m_map, container), GapKind::close).lead;
+        const std::string_view own = indentOf(close);
+        if (!hasNewline(close) || own.substr(0, indent.size()) != indent) {
+            return indent;
+        }
+        m_commaBases.add(own.substr(indent.size()));
+        return own;
+    }
+
+    void lookAtLineComma(std::uint32_t container) {
+        const ChildSpan first = m_map.firstChild(container);
+        if (!m_map.hasNext(container, first)) {
+            return;
+        }
+        const ChildSpan second = m_map.nextChild(container, first);
+        const Gap gap = gapOf(m_map.text(second.gapBegin, second.begin), GapKind::between);
+        const std::string lineBreak = breakOf(gap.lead);
+        const std::string_view outer = baseOf(container);
+        if (hasNewline(lineBreak)) {
+            const std::string_view line =
+                std::string_view(lineBreak).substr(lineBreak.find('\n') + 1);
+            const bool leads = hasComma(line) && line.substr(0, outer.size()) == outer;
+            m_leadCommas.add(leads);
+            if (leads) {
+                m_leadingCommas.add(line.substr(outer.size()));
+            }
+        }
     }
 
     /// Comment lines in a container without children.
@@ -128,7 +174,7 @@ private:
     /// That of a line within the container, which begins so.
     void addIndent(std::uint32_t container, const std::string& lineBreak) {
         const std::string_view indent = indentOf(lineBreak);
-        const std::string_view outer = lineIndent(m_map.text(), m_map[container].begin());
+        const std::string_view outer = baseOf(container);
         if (!hasNewline(lineBreak)) {
             return;
         }
@@ -194,21 +240,25 @@ private:
         const std::string comma = isCompact ? "" : " ";
         habits.memberComma = m_memberCommas.best(m_itemCommas.best(comma));
         habits.itemComma = m_itemCommas.best(m_memberCommas.best(comma));
-        habits.objectPad = m_objectPads.best("");
+        habits.objectPad = m_objectPads.best(m_arrayPads.best(""));
         habits.arrayPad = m_arrayPads.best("");
         habits.objectEnd = m_objectEnds.best(habits.objectPad);
         habits.arrayEnd = m_arrayEnds.best(habits.arrayPad);
         setLines(habits);
         habits.opensOnLine = m_ownBrackets.yes > m_ownBrackets.no;
+        if (m_leadCommas.yes > m_leadCommas.no) {
+            habits.leadingComma = m_leadingCommas.best("");
+            habits.commaIndent = m_commaBases.best("");
+        }
         habits.endsWithComma = m_endComma.yes > m_endComma.no;
         return habits;
     }
 
     const SourceMap& m_map;
     Tally m_indents, m_colons, m_memberCommas, m_itemCommas, m_objectPads, m_arrayPads,
-        m_objectEnds, m_arrayEnds;
+        m_objectEnds, m_arrayEnds, m_leadingCommas, m_commaBases;
     Votes m_lines, m_scalars, m_mixed, m_lists, m_flatMembers, m_flatItems, m_ownBrackets,
-        m_endComma;
+        m_endComma, m_leadCommas;
     bool m_hasFlat = false;             ///< whether lines in a container have no indent
     std::vector<std::uint32_t> m_open;  ///< the containers around the one that is looked at
 };

@@ -41,6 +41,9 @@ struct Habits {
     bool breaksFlatItems = true;     ///< those of such items
     bool opensOnLine = false;        ///< the bracket of a member on lines stands below its key
     bool endsWithComma = false;      ///< the last of them has a comma
+    std::string leadingComma;        ///< of all lines but the first, after the bracket's indent;
+                                     ///< empty where commas end lines
+    std::string commaIndent;         ///< of a bracket that closes what begins after a leading one
 };
 
 /// The habits of a document, by its first few thousand containers.

@@ -141,6 +141,7 @@ void SourceWriter::step() {
     }
     if (hasNewline(gap)) {
         frame.itemIndent = indentOf(breakOf(gap));
+        frame.hasCommaBefore = hasComma(breakOf(gap));
     }
     const Item item = frame.items[frame.written++];
     frame.itemReindent = m_gaps.reindentOf(frame, item, frame.itemIndent);
@@ -283,14 +284,17 @@ void SourceWriter::open(const Item& item, Frame&& frame, const std::string& inde
                         const Reindent& reindent) {
     const std::uint32_t contents = frame.self.before;
     frame.lineIndent = indent;
-    frame.itemIndent = indent;
+    if (frame.breaksLines && !m_open.empty() && m_open.back().hasCommaBefore) {
+        frame.lineIndent += m_gaps.usual().habits().commaIndent;
+    }
+    frame.itemIndent = frame.lineIndent;
     if (contents != k_none) {
         frame.reindent = contents == item.before
                              ? reindent
-                             : Reindent{m_gaps.former().indentBefore(contents), indent};
+                             : Reindent{m_gaps.former().indentBefore(contents), frame.lineIndent};
     }
     if (frame.leavesLine) {
-        frame.reindent.to += m_gaps.usual().habits().indent;
+        frame.reindent.to = frame.lineIndent + m_gaps.usual().habits().indent;
     }
     m_out += m_counterparts.now(item.now).element->isObject() ? '{' : '[';
     m_open.push_back(std::move(frame));

@@ -65,17 +65,30 @@ std::string_view UsualLayout::colonOf(std::uint32_t member) const {
 std::string UsualLayout::breakBefore(const Frame& frame, bool isFirst) {
     const std::size_t count = frame.siblings.size();
     if (count == 0 || frame.leavesLine) {
-        return isFirst || frame.breaksLines ? lineBreak(frame, true) : comma(frame);
+        return isFirst             ? lineBreak(frame, true)
+               : frame.breaksLines ? breakAfterFirst(frame.lineIndent, lineBreak(frame, true))
+                                   : comma(frame);
     }
     const std::string first = breakOf(m_former.at(frame, 0).lead);
-    if (isFirst || (count == 1 && hasNewline(first))) {
+    if (isFirst) {
         return frame.reindent.apply(first);
     }
     if (count == 1) {
-        return comma(frame);
+        const std::string close = frame.reindent.apply(breakOf(m_former.at(frame, 1).lead));
+        return !hasNewline(first)
+                   ? comma(frame)
+                   : breakAfterFirst(hasNewline(close) ? indentOf(close) : frame.lineIndent,
+                                     frame.reindent.apply(first));
     }
     const std::size_t number = gapLike(frame);
     return frame.reindent.apply(breakOf(m_former.at(frame, number).lead));
+}
+
+/// Before another child than the first, which has that before it, of a container whose bracket
+/// closes at the indent.
+std::string UsualLayout::breakAfterFirst(std::string_view indent, const std::string& first) {
+    const std::string& comma = habits().leadingComma;
+    return comma.empty() ? first : habits().newline + std::string(indent) + comma;
 }
 
 /// The gap between siblings after which others are made: the nearest; that of an object whose

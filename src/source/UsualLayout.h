@@ -79,6 +79,7 @@ private:
     /// some.
     std::string comma(const Frame& frame);
     bool isObject(const Frame& frame) const;
+    std::string breakAfterFirst(std::string_view indent, const std::string& first);
     std::size_t gapLike(const Frame& frame) const;
     bool breaksLinesIn(const Frame& outer);
     bool holdsContainer(const Frame& frame) const;

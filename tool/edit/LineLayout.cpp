@@ -65,8 +65,8 @@ public:
         LineLayout layout;
         layout.m_colon = m_colon.textOr(": ");
         const std::string_view comma = m_containers > 0 && layout.m_colon == ":" ? "" : " ";
-        layout.m_object = gaps(m_object, m_array.comma.textOr(comma));
-        layout.m_array = gaps(m_array, m_object.comma.textOr(comma));
+        layout.m_object = gaps(m_object, m_array.pad.textOr(""), m_array.comma.textOr(comma));
+        layout.m_array = gaps(m_array, "", m_object.comma.textOr(comma));
         return layout;
     }
 
@@ -90,8 +90,9 @@ private:
         std::size_t count = 0;
     };
 
-    static Gaps gaps(const CommonGaps& seen, const std::string& comma) {
-        const std::string pad = seen.pad.textOr("");
+    static Gaps gaps(const CommonGaps& seen, const std::string& otherPad,
+                     const std::string& comma) {
+        const std::string pad = seen.pad.textOr(otherPad);
         return {pad, seen.comma.textOr(comma), seen.end.textOr(pad)};
     }
 

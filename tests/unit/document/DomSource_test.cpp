@@ -260,6 +260,29 @@ TEST(DomSource, indents_nothing_in_a_document_without_indents) {
               "{\n\"a\": {\n\t\"x\": 1\n},\n\"b\": {\n\t\"c\": 1\n}\n}");
 }
 
+TEST(DomSource, begins_lines_with_commas_as_the_document_does) {
+    const std::string text =
+        "{\n    \"a\": 1 // one\n  , \"b\": {\n        \"c\": 2\n    }\n  , \"s\": [1, 2]\n";
+    const Document value(R"({"x": [{}, 2], "y": []})");
+    EXPECT_EQ(edited(text + "}", setting("d", value.root)),
+              text +
+                  "  , \"d\": {\n        \"x\": [\n            {}\n          , 2\n        ]\n"
+                  "      , \"y\": []\n    }\n}");
+    EXPECT_EQ(edited(text + "}", setting("b.d", 3)),
+              "{\n    \"a\": 1 // one\n  , \"b\": {\n        \"c\": 2\n      , \"d\": 3\n    }\n"
+              "  , \"s\": [1, 2]\n}");
+    EXPECT_EQ(edited(text + "}", patching(R"([{"op": "move", "from": "/a", "path": "/s/1"}])")),
+              "{\n    \"b\": {\n        \"c\": 2\n    }\n  , \"s\": [\n        1\n"
+              "      , 1 // one\n      , 2\n    ]\n}");
+}
+
+TEST(DomSource, lays_an_object_on_one_line_out_as_arrays_are_where_there_is_none) {
+    EXPECT_EQ(edited("[ 1, 2 ]", setting("[*]", Document(R"({"a": 1})").root)),
+              "[ 1, 2, { \"a\": 1 } ]");
+    EXPECT_EQ(edited("{ \"a\": 1 }", setting("b", Document("[1]").root)),
+              "{ \"a\": 1, \"b\": [1] }");
+}
+
 TEST(DomSource, puts_brackets_of_members_on_lines_of_their_own_as_most_are) {
     const std::string text = "{\n  \"n\": 1,\n  \"a\" :\n  {\n    \"x\": 1\n  }\n}\n";
     const std::string member = "{\n  \"n\": 1,\n  \"a\" :\n  {\n    \"x\": 1\n  },\n";

@@ -123,6 +123,29 @@ TEST(ExcerptEdit, edits_as_the_whole_is_edited_where_brackets_stand_below_keys) 
     EXPECT_GE(count.made * 10, count.all * 9);
 }
 
+/// A document in which most lines begin with a comma.
+std::string makeLeading(const Choice& choose, unsigned depth) {
+    const std::string indent = "\n" + std::string(4 * depth, ' ');
+    const bool isArray = depth > 1 && choose(3) == 0;
+    std::string text(1, isArray ? '[' : '{');
+    for (unsigned i = 0, count = choose(depth == 1 ? 90 : 4); i <= count; ++i) {
+        const bool ends = choose(20) == 0;
+        const std::string line = i == 0 || ends ? indent : indent.substr(0, indent.size() - 2);
+        text += (ends && i > 0 ? "," : "") + line + (i == 0 || ends ? "" : ", ");
+        text += isArray ? "" : "\"k" + std::to_string(i) + "\": ";
+        text += depth < 5 && choose(3) == 0 ? makeLeading(choose, depth + 1)
+                : choose(9) == 0            ? "[]"
+                                            : "1";
+    }
+    return text + indent.substr(0, indent.size() - 4) + (isArray ? "]" : "}");
+}
+
+TEST(ExcerptEdit, edits_as_the_whole_is_edited_where_lines_begin_with_commas) {
+    const Count count =
+        compareAll(100, 8, [](const Choice& choose) { return makeLeading(choose, 1); });
+    EXPECT_GE(count.made * 10, count.all * 9);
+}
+
 TEST(ExcerptEdit, takes_a_colon_from_elsewhere_where_brackets_stand_below_all_keys) {
     Count count;
     expectSame("{\n\"a\":\n{\n\"x\" : 1\n},\n\"b\":\n{\n\"x\" : 1\n}\n}",
