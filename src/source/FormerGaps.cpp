@@ -37,12 +37,12 @@ Gap FormerGaps::after(std::uint32_t value) const {
     return gapOf(m_map.text(m_map[value].end(), end), isLast ? GapKind::close : GapKind::between);
 }
 
-std::string FormerGaps::indentBefore(std::uint32_t value) const {
+std::string FormerGaps::lineBreakBefore(std::uint32_t value) const {
     while (m_counterparts.before(value).parent != SourceMap::k_none) {
         const OldValue& old = m_counterparts.before(value);
         const std::string_view text = m_map.text(old.gapBegin, old.begin);
         if (hasNewline(text)) {
-            return std::string(indentOf(breakOf(text)));
+            return breakOf(text);
         }
         value = old.parent;
     }

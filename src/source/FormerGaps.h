@@ -32,8 +32,9 @@ public:
     Gap before(std::uint32_t value) const;
     Gap after(std::uint32_t value) const;
 
-    /// The indent of the line on which the value of the text begins.
-    std::string indentBefore(std::uint32_t value) const;
+    /// What begins the line on which the value of the text begins, from the newline before it on;
+    /// nothing for the first line.
+    std::string lineBreakBefore(std::uint32_t value) const;
 
 private:
     const SourceMap& m_map;

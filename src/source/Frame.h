@@ -32,11 +32,10 @@ struct Frame {
     std::string lineIndent;               ///< of the line on which the container begins
     Reindent reindent;                    ///< of what is copied from the container's own text
 
-    std::size_t written = 0;      ///< how many items
-    std::size_t nearest = 0;      ///< the position in the text of the last that stayed
-    std::string itemIndent;       ///< of the line on which the last item begins
-    bool hasCommaBefore = false;  ///< whether that line begins with a comma
-    Reindent itemReindent{};      ///< of what is copied with that item
+    std::size_t written = 0;  ///< how many items
+    std::size_t nearest = 0;  ///< the position in the text of the last that stayed
+    std::string itemIndent;   ///< of the line on which the last item begins
+    Reindent itemReindent{};  ///< of what is copied with that item
 };
 
 }  // namespace ko::Orvid

@@ -206,7 +206,12 @@ std::string leadAfter(std::string_view lineBreak, std::string_view lead) {
     const bool hasLines = hasNewline(lead);
     const bool mayJoin = !hasNewline(lineBreak) && !hasLineComment(lead);
     if (hasLines && !mayJoin) {
-        return withoutComma(lead);
+        const std::string own = withoutComma(lead);
+        const std::string last = breakOf(own);
+        const std::size_t before = own.size() - last.size();
+        const bool isFree =
+            last.size() <= own.size() && own.compare(before, last.size(), last) == 0;
+        return hasComma(lineBreak) && isFree ? own.substr(0, before) + std::string(lineBreak) : own;
     }
     return std::string(lineBreak) +
            (hasLines ? commentsOf(lead) + " " : std::string(fromComments(lead)));

@@ -176,7 +176,7 @@ std::string GapMaker::lead(const Frame& frame, const Sides& sides) {
         return frame.reindent.apply(left.empty() ? Text(own.lead) : leadAfter(left, own.lead));
     }
     const Text usual = m_usual.breakBefore(frame, isFirst);
-    const std::string indent = hasNewline(usual) ? std::string(indentOf(usual)) : frame.itemIndent;
+    const std::string indent = hasNewline(usual) ? m_usual.baseOf(usual) : frame.itemIndent;
     return leadAfter(usual, reindentOf(frame, item, indent).apply(own.lead));
 }
 
@@ -229,13 +229,11 @@ void GapMaker::placeComma(const Frame& frame, const Sides& sides, Text& tail, Te
     }
 }
 
-Reindent GapMaker::reindentOf(const Frame& frame, const Item& item,
-                              const std::string& indent) const {
+Reindent GapMaker::reindentOf(const Frame& frame, const Item& item, const std::string& indent) {
     if (item.before == k_none) {
         return {};
     }
-    return isHere(frame, item) ? frame.reindent
-                               : Reindent{m_former.indentBefore(item.before), indent};
+    return isHere(frame, item) ? frame.reindent : Reindent{m_usual.baseBefore(item.before), indent};
 }
 
 }  // namespace ko::Orvid

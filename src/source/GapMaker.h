@@ -27,7 +27,7 @@ public:
     std::string gap(const Frame& frame);
     /// How the text of the item that is expected changes when it is moved. Where it goes has the
     /// indent `indent`.
-    Reindent reindentOf(const Frame& frame, const Item& item, const std::string& indent) const;
+    Reindent reindentOf(const Frame& frame, const Item& item, const std::string& indent);
 
     const FormerGaps& former() const { return m_former; }
     UsualLayout& usual() { return m_usual; }

@@ -86,7 +86,7 @@ std::string SourceWriter::run() {
     m_out.reserve(text.size() + text.size() / 8);
     m_out = text.substr(0, m_map[0].begin());
     const Item root{m_counterparts.now(0).counterpart, 0};
-    const Reindent reindent{m_gaps.former().indentBefore(root.before), {}};
+    const Reindent reindent{m_gaps.usual().baseBefore(root.before), {}};
     writeRootLead(root, reindent);
     writeValue(root, openedBy(root), {}, reindent);
     while (!m_open.empty()) {
@@ -140,8 +140,7 @@ void SourceWriter::step() {
         return;
     }
     if (hasNewline(gap)) {
-        frame.itemIndent = indentOf(breakOf(gap));
-        frame.hasCommaBefore = hasComma(breakOf(gap));
+        frame.itemIndent = m_gaps.usual().baseOf(breakOf(gap));
     }
     const Item item = frame.items[frame.written++];
     frame.itemReindent = m_gaps.reindentOf(frame, item, frame.itemIndent);
@@ -284,17 +283,14 @@ void SourceWriter::open(const Item& item, Frame&& frame, const std::string& inde
                         const Reindent& reindent) {
     const std::uint32_t contents = frame.self.before;
     frame.lineIndent = indent;
-    if (frame.breaksLines && !m_open.empty() && m_open.back().hasCommaBefore) {
-        frame.lineIndent += m_gaps.usual().habits().commaIndent;
-    }
-    frame.itemIndent = frame.lineIndent;
+    frame.itemIndent = indent;
     if (contents != k_none) {
         frame.reindent = contents == item.before
                              ? reindent
-                             : Reindent{m_gaps.former().indentBefore(contents), frame.lineIndent};
+                             : Reindent{m_gaps.usual().baseBefore(contents), indent};
     }
     if (frame.leavesLine) {
-        frame.reindent.to = frame.lineIndent + m_gaps.usual().habits().indent;
+        frame.reindent.to = indent + m_gaps.usual().habits().indent;
     }
     m_out += m_counterparts.now(item.now).element->isObject() ? '{' : '[';
     m_open.push_back(std::move(frame));

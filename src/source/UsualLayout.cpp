@@ -62,6 +62,11 @@ std::string_view UsualLayout::colonOf(std::uint32_t member) const {
     return m_map.text(keyEnd, m_map[member].begin());
 }
 
+std::string UsualLayout::baseOf(const std::string& lineBreak) {
+    const std::string indent(indentOf(lineBreak));
+    return hasComma(lineBreak) ? indent + habits().commaIndent : indent;
+}
+
 std::string UsualLayout::breakBefore(const Frame& frame, bool isFirst) {
     const std::size_t count = frame.siblings.size();
     if (count == 0 || frame.leavesLine) {

@@ -39,6 +39,11 @@ public:
     bool isManyLine(std::uint32_t container) { return inside(container).isManyLine; }
     /// The one after the key of a member of the text, with all that stands around it.
     std::string_view colonOf(std::uint32_t member) const;
+    /// The indent of what begins after the line break; that of its closing bracket where a comma is
+    /// between, as the document has it.
+    std::string baseOf(const std::string& lineBreak);
+    /// That of the line on which the value of the text begins.
+    std::string baseBefore(std::uint32_t value) { return baseOf(m_former.lineBreakBefore(value)); }
     /// What stands before a child: what stands before the neighbours that the text has, or what the
     /// document does elsewhere.
     std::string breakBefore(const Frame& frame, bool isFirst);

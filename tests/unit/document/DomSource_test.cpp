@@ -276,6 +276,20 @@ TEST(DomSource, begins_lines_with_commas_as_the_document_does) {
               "      , 1 // one\n      , 2\n    ]\n}");
 }
 
+TEST(DomSource, keeps_commas_at_the_beginnings_of_lines_when_values_move) {
+    const std::string text =
+        "{\n    // about a\n    \"a\": {\n        \"x\": 1\n      , \"y\": 2\n    }\n"
+        "  , \"b\": {\n        \"c\": 2\n    }\n}";
+    const std::string rest = "{\n    \"b\": {\n        \"c\": 2\n";
+    EXPECT_EQ(
+        edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/z"}])")),
+        rest + "    }\n    // about a\n  , \"z\": {\n        \"x\": 1\n      , \"y\": 2\n    }\n}");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "move", "from": "/a", "path": "/b/z"}])")),
+              rest +
+                  "        // about a\n      , \"z\": {\n            \"x\": 1\n          , \"y\": "
+                  "2\n        }\n    }\n}");
+}
+
 TEST(DomSource, lays_an_object_on_one_line_out_as_arrays_are_where_there_is_none) {
     EXPECT_EQ(edited("[ 1, 2 ]", setting("[*]", Document(R"({"a": 1})").root)),
               "[ 1, 2, { \"a\": 1 } ]");
