@@ -105,6 +105,20 @@ std::string_view fromComments(std::string_view text) {
     return text;
 }
 
+/// The lead, which holds lines, without its comma. Where commas lead lines, its last one begins as
+/// that line break says.
+std::string withLastLine(std::string_view lineBreak, std::string_view lead) {
+    std::string own = withoutComma(lead);
+    const std::string last = breakOf(own);
+    const bool isFree =
+        last.size() <= own.size() && std::string_view(own).substr(own.size() - last.size()) == last;
+    const bool mayLead = hasComma(lineBreak) || hasComma(breakOf(lead));
+    if (mayLead && isFree && hasNewline(lineBreak)) {
+        own.replace(own.size() - last.size(), last.size(), lineBreak);
+    }
+    return own;
+}
+
 }  // namespace
 
 Gap gapOf(std::string_view text, GapKind kind) {
@@ -206,12 +220,7 @@ std::string leadAfter(std::string_view lineBreak, std::string_view lead) {
     const bool hasLines = hasNewline(lead);
     const bool mayJoin = !hasNewline(lineBreak) && !hasLineComment(lead);
     if (hasLines && !mayJoin) {
-        const std::string own = withoutComma(lead);
-        const std::string last = breakOf(own);
-        const std::size_t before = own.size() - last.size();
-        const bool isFree =
-            last.size() <= own.size() && own.compare(before, last.size(), last) == 0;
-        return hasComma(lineBreak) && isFree ? own.substr(0, before) + std::string(lineBreak) : own;
+        return withLastLine(lineBreak, lead);
     }
     return std::string(lineBreak) +
            (hasLines ? commentsOf(lead) + " " : std::string(fromComments(lead)));

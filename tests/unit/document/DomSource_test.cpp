@@ -276,6 +276,21 @@ TEST(DomSource, begins_lines_with_commas_as_the_document_does) {
               "      , 1 // one\n      , 2\n    ]\n}");
 }
 
+TEST(DomSource, keeps_the_comma_before_a_value_that_moves_with_comments_above_it) {
+    EXPECT_EQ(edited("[\n  1\n  // two\n, 2\n, 3\n, 4\n]",
+                     patching(R"([{"op": "move", "from": "/1", "path": "/2"}])")),
+              "[\n  1\n, 3\n  // two\n, 2\n, 4\n]");
+}
+
+TEST(DomSource, writes_no_comma_at_the_beginning_of_what_becomes_the_first_line) {
+    EXPECT_EQ(edited("{\n    \"a\": 1\n    // about b\n  , \"b\": 2\n}",
+                     patching(R"([{"op": "remove", "path": "/a"}])")),
+              "{\n    // about b\n    \"b\": 2\n}");
+    EXPECT_EQ(edited("[\n    1\n    // two\n  , /* 2 */ 2\n]",
+                     patching(R"([{"op": "remove", "path": "/0"}])")),
+              "[\n    // two\n  /* 2 */ 2\n]");
+}
+
 TEST(DomSource, keeps_commas_at_the_beginnings_of_lines_when_values_move) {
     const std::string text =
         "{\n    // about a\n    \"a\": {\n        \"x\": 1\n      , \"y\": 2\n    }\n"
