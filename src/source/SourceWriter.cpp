@@ -220,14 +220,26 @@ bool SourceWriter::keepsColon(const Item& item, const std::optional<Frame>& open
 bool SourceWriter::keepsBracketLine(const Item& item, const std::optional<Frame>& opened) {
     const NewValue& now = m_counterparts.now(item.now);
     const bool isNoBracket = !isContainer(*now.element) && !m_map.isContainer(item.before);
-    const bool isSame = now.contents == item.before && !(opened && opened->leavesLine) &&
-                        (m_map.hasChildren(item.before) || now.next == item.now + 1);
+    const bool isFilled = now.next > item.now + 1;
+    const bool isSame =
+        now.contents == item.before &&
+        !(opened && (isFilled ? opened->siblings.empty() || opened->leavesLine
+                              : !opened->siblings.empty() && !holdsComment(*opened)));
     if (isNoBracket || isSame || !m_gaps.usual().opensOnLine(m_open.back())) {
         return true;
     }
     const bool wasBelow =
         m_map.isContainer(item.before) && hasNewline(m_gaps.usual().colonOf(item.before));
     return wasBelow == opensOnLine(item, opened);
+}
+
+/// Whether comments stand between the values that the container had.
+bool SourceWriter::holdsComment(const Frame& frame) const {
+    std::size_t number = 0;
+    while (number <= frame.siblings.size() && !hasComment(m_gaps.former().textAt(frame, number))) {
+        ++number;
+    }
+    return number <= frame.siblings.size();
 }
 
 /// A member that becomes an item, or the root, has no colon, but may have comments around it.

@@ -34,6 +34,7 @@ private:
     void writeColonComments(const Item& item, const Reindent& reindent, const std::string& indent);
     bool keepsColon(const Item& item, const std::optional<Frame>& opened);
     bool keepsBracketLine(const Item& item, const std::optional<Frame>& opened);
+    bool holdsComment(const Frame& frame) const;
     std::string newColon(const Item& item, const std::optional<Frame>& opened);
     bool opensOnLine(const Item& item, const std::optional<Frame>& opened);
     void writeValue(const Item& item, std::optional<Frame>&& opened, const std::string& indent,

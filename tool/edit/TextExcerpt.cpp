@@ -394,12 +394,17 @@ private:
             part(level.colon, level.value).find_first_of("/\n") != std::string_view::npos;
         beginRange(level.lastEnd);
     }
-    /// What is new goes by two siblings.
+    /// What is new goes by two siblings. The bracket of a container that is left empty may come to
+    /// the line of its key.
     void noteSiblings(const Level& level) {
         const bool mayBeNew = m_isNew || m_edit == PlaceEdit::insert;
         if (mayBeNew && level.isOnWay && m_way == m_steps.size() && level.count < 2) {
             m_needsHabits = true;
         }
+        const bool isBelow =
+            part(level.self.begin, level.self.value).find('\n') != std::string_view::npos;
+        m_isRefused = m_isRefused || (m_edit == PlaceEdit::remove && level.isOnWay && isBelow &&
+                                      m_way == m_steps.size() && level.count == 1);
     }
 
     /// The library looks for the indent of the line on which a container of many lines begins.

@@ -321,6 +321,11 @@ TEST(DomSource, puts_brackets_of_members_on_lines_of_their_own_as_most_are) {
     EXPECT_EQ(edited(text, setting("n", Document(R"({"y": 2})").root)),
               "{\n  \"n\":\n  {\n    \"y\": 2\n  },\n  \"a\" :\n  {\n    \"x\": 1\n  }\n}\n");
     EXPECT_EQ(edited(text, setting("a", 2)), "{\n  \"n\": 1,\n  \"a\" : 2\n}\n");
+    EXPECT_EQ(edited(text, patching(R"([{"op": "remove", "path": "/a/x"}])")),
+              "{\n  \"n\": 1,\n  \"a\" : {}\n}\n");
+    EXPECT_EQ(edited("{\n  \"a\":\n  { // own\n    \"x\": 1\n  }\n}\n",
+                     patching(R"([{"op": "remove", "path": "/a/x"}])")),
+              "{\n  \"a\":\n  { // own\n  }\n}\n");
 }
 
 TEST(DomSource, lays_a_short_container_out_as_most_of_its_kind_are) {

@@ -140,6 +140,16 @@ std::string makeLeading(const Choice& choose, unsigned depth) {
     return text + indent.substr(0, indent.size() - 4) + (isArray ? "]" : "}");
 }
 
+TEST(ExcerptEdit, leaves_a_bracket_below_a_key_to_the_library_where_its_container_gets_empty) {
+    Count count;
+    const std::string member = "{\n  \"a\":\n  {\n    \"x\": 1\n  }\n}";
+    expectSame("{\n  \"b\": " + member + ",\n  \"c\": {\n    \"x\": 1\n  }\n}",
+               {PlaceEdit::remove, "b.a.x", "0"}, count);
+    expectSame(member, {PlaceEdit::remove, "a.x", "0"}, count);
+    EXPECT_EQ(count.all, 2U);
+    EXPECT_EQ(count.made, 0U);
+}
+
 TEST(ExcerptEdit, edits_as_the_whole_is_edited_where_lines_begin_with_commas) {
     const Count count =
         compareAll(100, 8, [](const Choice& choose) { return makeLeading(choose, 1); });
