@@ -159,7 +159,8 @@ TEST(get, shows_where_a_path_is_malformed) {
     EXPECT_EQ(orvid({"get", "a.b[1"}, k_document), malformed("a.b[1", ends, 5));
     EXPECT_EQ(orvid({"get", "a..b"}, k_document), malformed("a..b", character, 2));
     EXPECT_EQ(orvid({"get", "a."}, k_document), malformed("a.", ends, 2));
-    EXPECT_EQ(orvid({"get", "a.b[x]"}, k_document), malformed("a.b[x]", character, 4));
+    EXPECT_EQ(orvid({"get", "a.b[x]"}, k_document),
+              malformed("a.b[x]", character + "; a key stands after a dot: a.b.x", 4));
     EXPECT_EQ(orvid({"get", "]"}, k_document), malformed("]", character, 0));
     EXPECT_EQ(orvid({"get", "a.b[*]"}, k_document),
               failed(2,
@@ -205,9 +206,13 @@ TEST(get_default, says_where_the_schema_has_no_default_either) {
                             ":36:9: at servers[1]: path \"servers[1].user\" not found, "
                             "there is no \"user\"" +
                             hint));
+    const std::string missing =
+        "(standard input):1:1: at (root): path \"z\" not found, there is no \"z\"";
+    EXPECT_EQ(withoutExcerpt(orvid({"get", "--default", "z", "--schema", "{}"}, k_document)),
+              failed(1, missing + hint));
     EXPECT_EQ(withoutExcerpt(orvid({"get", "--default", "z"}, k_document)),
-              failed(1, "(standard input):1:1: at (root): path \"z\" not found, there is no \"z\"" +
-                            hint));
+              failed(1, missing + "; there is no meta.schema, so no default: --schema FILE names a "
+                                  "schema, and --default=VALUE gives a value"));
 }
 
 TEST(get_default, says_that_its_value_follows_a_mark) {

@@ -105,6 +105,13 @@ TEST(notations, of_keys_in_brackets_are_explained) {
     EXPECT_TRUE(says({"get", R"(a["b"])"}, hint));
     EXPECT_TRUE(says({"get", "a['b']"}, hint));
     EXPECT_FALSE(says({"get", "a..b"}, hint));
+    const std::string dotted = "; a key stands after a dot: ";
+    EXPECT_TRUE(says({"get", "a[port]"}, dotted + "a.port\n"));
+    EXPECT_TRUE(says({"set", "a[b_c].d[e f][0]", "1"}, dotted + "'a.b_c.d.e f[0]'\n"));
+    EXPECT_TRUE(says({"get", "[a].[b]"}, dotted + "a.b\n"));
+    for (const char* const path : {"[[a]]", "[a", "[0-]", "[a:]"}) {
+        EXPECT_FALSE(says({"get", path}, dotted)) << path;
+    }
 }
 
 TEST(notations, of_operators_in_queries_are_explained) {
@@ -280,6 +287,30 @@ TEST(words, of_merge_in_the_wrong_order_are_explained) {
         EXPECT_TRUE(says({"merge", file, change}, "; the change stands before the file\n"));
     }
     EXPECT_FALSE(says({"merge", file, "nope"}, "; the change stands before the file"));
+    const std::string noArray = "the patch must be an array of operations; this is an object";
+    EXPECT_TRUE(says({"patch", file, "[]"}, noArray + "; the change stands before the file\n"));
+    EXPECT_TRUE(says({"patch", file, file}, noArray + "\n"));
+}
+
+TEST(words, that_lost_their_quotes_are_explained) {
+    const std::string hint =
+        "; a shell takes double quotes away, except in single quotes: '{\"a\": 1}'";
+    for (const std::vector<std::string>& call : {std::vector<std::string>{"merge", "{b:1}"},
+                                                 {"patch", "[{op:remove,path:/a}]"},
+                                                 {"set", "a", "{b:"},
+                                                 {"diff", "[x]", "{}"}}) {
+        EXPECT_TRUE(says(call, hint)) << call[0];
+    }
+    for (const char* const value : {"{'b':1}", R"({"b":x})", "[1,", "tru"}) {
+        EXPECT_FALSE(says({"set", "a", value}, hint)) << value;
+    }
+}
+
+TEST(words, that_check_accepts_a_trailing_comma_with_are_named) {
+    const std::string refused = "trailing commas are not allowed";
+    EXPECT_TRUE(says({"check"}, refused + "; --jsonc accepts them\n", "[1,]"));
+    EXPECT_TRUE(says({"check", "--lines"}, refused + "; --jsonc accepts them\n", "[1,]"));
+    EXPECT_TRUE(says({"check", "--no-comments"}, refused + "\n", "[1,]"));
 }
 
 TEST(words, that_ask_for_the_version_elsewhere_are_explained) {

@@ -109,7 +109,7 @@ void addSchema(Words& words, Call& call) {
     words.option(
         "--schema", call.schemaFile, "FILE",
         "the schema for documents that carry none in meta.schema; a file, or JSON text that "
-        "begins with {");
+        "begins with { or [");
 }
 
 void addLines(Words& words, Call& call, const char* help) {

@@ -58,6 +58,16 @@ std::string openHintOf(std::string_view text, bool isRecord) {
     return openHint(*part, isRecord ? 0 : lines + 1, part->offset - (before.rfind('\n') + 1) + 1);
 }
 
+/// What may have become of the quotes of a malformed text in the call; empty where it has some.
+std::string quotingHint(const std::string& text) {
+    const bool hasLetter = std::any_of(text.begin(), text.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    });
+    return isJsonText(text) && hasLetter && text.find_first_of("\"'") == std::string::npos
+               ? "; a shell takes double quotes away, except in single quotes: '{\"a\": 1}'"
+               : "";
+}
+
 std::size_t numberOf(int lineOrColumn) {
     return lineOrColumn > 0 ? static_cast<std::size_t>(lineOrColumn) : 0;
 }
@@ -138,7 +148,8 @@ void readArgument(const char* name, const std::string& text, Element& root,
     try {
         readTree({name, 0, 0, {}}, std::string_view(ended).substr(0, text.length()), root, options);
     } catch (const Failure& failure) {
-        throw Failure(ExitStatus::usage, failure.location(), failure.text(), failure.excerpt());
+        throw Failure(ExitStatus::usage, failure.location(), failure.text() + quotingHint(text),
+                      failure.excerpt());
     }
 }
 

@@ -54,6 +54,36 @@ std::string severalItemsCall(const std::string& path) {
     return isQuery(query) ? "orvid query " + shellWord(query) : "";
 }
 
+bool isPath(const std::string& text) {
+    try {
+        static_cast<void>(ko::Orvid::Path::toSchemaPath(text));
+        return true;
+    } catch (const ParseException&) {
+        return false;
+    }
+}
+
+/// The path with each plain key in brackets after a dot, such as `a.b` for `a[b]`; empty where it
+/// has none.
+std::string withDottedKeys(const std::string& path) {
+    constexpr const char* letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
+    constexpr const char* inKeys =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_-0123456789 ";
+    std::string dotted = path;
+    bool isFound = false;
+    for (std::size_t at = dotted.find('['); at != std::string::npos;
+         at = dotted.find('[', at + 1)) {
+        const std::size_t end = dotted.find_first_not_of(inKeys, at + 1);
+        const bool isKey = dotted.find_first_of(letters, at + 1) == at + 1;
+        if (isKey && end != std::string::npos && dotted[end] == ']') {
+            dotted.erase(end, 1);
+            dotted.replace(at, 1, at == 0 || dotted[at - 1] == '.' ? "" : ".");
+            isFound = true;
+        }
+    }
+    return isFound && isPath(dotted) ? dotted : "";
+}
+
 /// What to write instead of the path, which is malformed.
 std::string pathHint(const std::string& path, ParseErrorCode code) {
     if (code == ParseErrorCode::pathNoIndex) {
@@ -76,6 +106,9 @@ std::string pathHint(const std::string& path, ParseErrorCode code) {
     }
     if (const std::string call = severalItemsCall(path); !call.empty()) {
         return "; several items are chosen by a query: " + call;
+    }
+    if (const std::string dotted = withDottedKeys(path); !dotted.empty()) {
+        return "; a key stands after a dot: " + shellWord(dotted);
     }
     const bool isQuoted =
         path.find("[\"") != std::string::npos || path.find("['") != std::string::npos;

@@ -81,11 +81,20 @@ private:
             parser.feed(text);
             parser.finish();
         } catch (const ParseException& error) {
-            throw failureOf(document.location, text, error, !call.lines.isOn);
+            throw withCommaHint(failureOf(document.location, text, error, !call.lines.isOn));
         }
     }
 
     void apply(const Call& /*call*/, Document& /*document*/, Bytes& /*out*/) const override {}
+
+    Failure withCommaHint(const Failure& failure) const {
+        const std::string_view text = failure.text();
+        if (m_refusesComments || text.find("trailing commas are not allowed") == text.npos) {
+            return failure;
+        }
+        return {failure.status(), failure.location(),
+                failure.text() + std::string("; --jsonc accepts them"), failure.excerpt()};
+    }
 
     bool m_refusesComments = false;
     bool m_takesCommas = false;

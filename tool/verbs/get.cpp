@@ -42,9 +42,11 @@ public:
         addFiles(words, call);
         words.repeated("--also", m_also, "PATH",
                        "a further path; with --lines the values of a record are an array then");
-        words.optional("--default", k_schemaDefault, m_default,
-                       "where the data has no value, write the schema's default, or with "
-                       "--default=VALUE that value");
+        words.optional(
+            "--default", k_schemaDefault, m_default,
+            "where the data has no value, write VALUE: JSON text, string:TEXT, file:FILE, "
+            "text-file:FILE or env:NAME, after a = in the same word; without VALUE, write "
+            "the default in meta.schema or in --schema");
         addSchema(words, call);
         addRaw(words, call);
         addLayout(words, call);
@@ -163,9 +165,15 @@ private:
         } catch (const PathNotFound&) {
             const Failure failure = missingPath(document.location, root, missing);
             throw Failure(failure.status(), failure.location(),
-                          std::string(failure.text()) +
-                              "; the schema has no default for it: --default=VALUE gives one");
+                          failure.text() + whyNoDefault(root));
         }
+    }
+
+    std::string whyNoDefault(const Element& root) const {
+        return m_schema.isFor(root)
+                   ? "; the schema has no default for it: --default=VALUE gives one"
+                   : "; there is no meta.schema, so no default: --schema FILE names a schema, and "
+                     "--default=VALUE gives a value";
     }
 
     /// A value that follows `--default` as a word of its own is taken for the path, and the path

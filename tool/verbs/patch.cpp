@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <new>
 #include <optional>
 #include <string>
@@ -134,11 +135,21 @@ public:
         if (!given().isArray()) {
             throw failureIn("", ExitStatus::usage,
                             "the patch must be an array of operations; this is " +
-                                std::string(typePhrase(given())));
+                                std::string(typePhrase(given())) + orderHint(call));
         }
     }
 
 private:
+    /// For words in the wrong order, the patch among the files.
+    static std::string orderHint(const Call& call) {
+        const auto isPatch = [](const std::string& file) {
+            return isJsonText(file) && access(file.c_str(), F_OK) != 0;
+        };
+        return std::any_of(call.files.begin(), call.files.end(), isPatch)
+                   ? "; the change stands before the file"
+                   : "";
+    }
+
     /// A patch may copy, and `test` looks at values.
     void read(const Call& call, Document& document) const override {
         readForCopying(call, document);
