@@ -33,6 +33,8 @@ int main() {
     show("ValueOutOfRange<std::string, std::string>", [] { Number("1e400").type(); });
     show("PatchException",
          [&] { applyPatch(root, parse(R"([{"op": "remove", "path": "/list/1"}])")); });
+    show("PatchException (malformed)",
+         [&] { applyPatch(root, parse(R"([{"op": "add", "path": "/n"}])")); });
     show("FileException", [] { Dom::load("/no/such/file"); });
     show("Exception", [&] { root.get("list").tryCreate("[7]", 1); });
     show("ko::RuntimeError", [] { ko::DecNumber("seven"); });

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <locale>
 #include <new>
+#include <optional>
 #include <sstream>
 #include <string_view>
 #include <type_traits>
@@ -25,6 +26,15 @@
 namespace ko::Orvid {
 
 namespace {
+
+bool isPatchOperation(std::string_view name) {
+    for (const char* const known : {"add", "remove", "replace", "move", "copy", "test"}) {
+        if (name == known) {
+            return true;
+        }
+    }
+    return false;
+}
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
@@ -223,14 +233,28 @@ std::string describeFile(const FileException& error) {
                     (tellsOfCause(error) ? "" : ": " + error.reason()));
 }
 
+/// An operation that concerns no element is none that could be tried.
+std::string describeMalformed(const PatchException& error) {
+    const std::string& name = error.operation();
+    const bool isKnown = name.empty() || isPatchOperation(name);
+    return "Operation " + std::to_string(error.number()) + " of the patch (counted from 0)" +
+           (name.empty() ? "" : ", " + quoted(name)) +
+           (error.path().empty() ? "" : " at " + quoted(error.path())) + (name.empty() ? "" : ",") +
+           " is malformed: " + sentence(error.reason()) +
+           (isKnown ? "" : " There are add, remove, replace, move, copy and test.");
+}
+
 std::string describePatch(const PatchException& error) {
+    if (error.elementPath() == nullptr) {
+        return describeMalformed(error);
+    }
     const std::string element = elementText(error, "");
     const char* const state =
         error.number() == 0 ? "." : ", as the operations before it had left the document.";
     return "Operation " + std::to_string(error.number()) + " of the patch (counted from 0), " +
            quoted(error.operation()) + " at " + quoted(error.path()) +
            ", cannot be carried out: " + sentence(error.reason()) +
-           (element.empty() ? "" : " The place was followed down to " + element + state);
+           " The place was followed down to " + element + state;
 }
 
 /// A limit as a number, of the character types too.
@@ -302,6 +326,24 @@ std::string describeAnyRange(const std::exception& error) {
     return "";
 }
 
+/// The path that a try form could not make; nothing where the text is of another error.
+std::optional<std::string> pathNotMade(const Exception& error, const std::string& text) {
+    if (error.elementPath() == nullptr) {
+        return std::nullopt;
+    }
+    const std::string start =
+        "Error creating element. Parent: " + quoted(*error.elementPath()) + " path: \"";
+    const bool isThat = text.size() > start.size() && text.compare(0, start.size(), start) == 0;
+    return isThat ? std::optional(text.substr(start.size(), text.size() - start.size() - 1))
+                  : std::nullopt;
+}
+
+std::string describeNotMade(const std::string& path, const Exception& error) {
+    return "The path " + quoted(path) + ", followed from " + elementText(error, "its start") +
+           ", leads nowhere and cannot be made: members that are missing are made, and items at "
+           "[*], but no item at an index and nothing below a value of another type.";
+}
+
 /// The text of an error that has no fields besides, without that of its cause.
 std::string describeText(const std::exception& error) {
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
@@ -319,6 +361,9 @@ std::string describeText(const std::exception& error) {
         text.resize(text.size() - (endsSo ? ending.size() : 0));
     }
     const auto* const withElement = dynamic_cast<const Exception*>(&error);
+    if (const auto path = withElement == nullptr ? std::nullopt : pathNotMade(*withElement, text)) {
+        return describeNotMade(*path, *withElement);
+    }
     return sentence(trimmed(text)) + (withElement == nullptr ? "" : concerned(*withElement));
 }
 

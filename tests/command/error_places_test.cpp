@@ -34,7 +34,7 @@ TEST(error_place, of_an_operation_is_that_in_the_patch) {
     const std::string patch =
         "[\n {\"op\":\"test\",\"path\":\"\",\"value\":{}},\n {\"op\":\"ad\"}]";
     const std::string line =
-        ":3:2: at [1]: operation 1 of the patch, \"ad\" of \"\": it has no "
+        ":3:2: at [1]: operation 1 of the patch, \"ad\": it has no "
         "\"path\"\n {\"op\":\"ad\"}]\n ^";
     const ScratchFile document("{}");
     const ScratchFile file(patch);
@@ -50,7 +50,7 @@ TEST(error_place, of_an_operation_is_that_in_the_patch) {
 }
 
 TEST(error_place, of_an_operation_is_named_for_each_record) {
-    const std::string reason = "operation 0 of the patch, \"ad\" of \"\": it has no \"path\" ";
+    const std::string reason = "operation 0 of the patch, \"ad\": it has no \"path\" ";
     const ScratchFile file("[\n  {\"op\":\"ad\"}]");
     EXPECT_EQ(orvid({"patch", "--lines", "--on-error=skip", file.name(), "-"}, "{}\n\n[]\n"),
               (CommandResult{"",

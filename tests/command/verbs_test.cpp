@@ -399,10 +399,15 @@ TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
     };
     EXPECT_EQ(said(R"({"op":"cut","path":"/b"})"),
               "patch, \"cut\" of \"/b\": there is no such operation\n");
+    EXPECT_EQ(said(R"({"op":"delete","path":"/b"})"),
+              "patch, \"delete\" of \"/b\": there is no such operation\n");
+    EXPECT_EQ(said(R"({"op":"Remov","path":"/b"})"),
+              "patch, \"Remov\" of \"/b\": there is no such operation (did you mean "
+              "\"remove\"?)\n");
     EXPECT_EQ(said(R"({"op":"add","path":"/c"})"),
               "patch, \"add\" of \"/c\": it has no \"value\"\n");
     EXPECT_EQ(said(R"({"op":"add","path":5,"value":1})"),
-              "patch, \"add\" of \"\": its \"path\" is no string\n");
+              "patch, \"add\": its \"path\" is no string\n");
     EXPECT_EQ(said(R"({"op":1,"path":"/b"})"), "patch: its \"op\" is no string\n");
     EXPECT_EQ(said(R"({"op":"remove","path":"b"})"),
               "patch, \"remove\" of \"b\": A JSON Pointer must be empty or begin with \"/\"\n");

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "call/Options.h"
 #include "edit/Kept.h"
@@ -17,6 +18,7 @@
 #include "input/located.h"
 #include "input/MissingPath.h"
 #include "output/phrases.h"
+#include "output/Similar.h"
 #include "verbs/verbs.h"
 
 namespace orvid_tool {
@@ -169,15 +171,23 @@ private:
 
     static std::string operationText(const PatchException& error) {
         const std::string number = "operation " + std::to_string(error.number()) + " of the patch";
-        return error.operation().empty() && error.path().empty()
-                   ? number
-                   : number + ", \"" + error.operation() + "\" of \"" + error.path() + "\"";
+        const bool hasPath = error.elementPath() != nullptr || !error.path().empty();
+        return number + (error.operation().empty() ? "" : ", \"" + error.operation() + "\"") +
+               (hasPath ? " of \"" + error.path() + "\"" : "");
+    }
+
+    /// The operation that is meant, where there is none of that name.
+    static std::string operationHint(const std::string& name) {
+        const std::vector<std::string> names{"add", "remove", "replace", "move", "copy", "test"};
+        const bool isKnown = std::find(names.begin(), names.end(), name) != names.end();
+        return name.empty() || isKnown ? "" : suggestion(name, names);
     }
 
     Failure failure(const Document& document, const PatchException& error) const {
         const std::string start = operationText(error) + ": ";
         if (error.elementPath() == nullptr) {
-            return malformed(document, error, start + error.reason());
+            return malformed(document, error,
+                             start + error.reason() + operationHint(error.operation()));
         }
         const Element before = beforeOperation(document.root, error.number());
         const std::string reason = start + this->reason(before, error);

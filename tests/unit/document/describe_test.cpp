@@ -289,13 +289,44 @@ TEST(Describe, writes_the_same_in_every_locale) {
 }
 
 TEST(Describe, names_the_element_that_a_plain_error_concerns) {
+    const std::string notMade =
+        ", leads nowhere and cannot be made: members that are missing are made, and items at [*], "
+        "but no item at an index and nothing below a value of another type.";
     Document document(R"({"list": [1]})");
     EXPECT_EQ(sentenceOf([&] { document.root.get("list").tryCreate("[7]", 1); }),
-              "Error creating element. Parent: \"list\" path: \"[7]\". "
-              "It concerns the element \"list\".");
+              "The path \"[7]\", followed from the element \"list\"" + notMade);
+    EXPECT_EQ(sentenceOf([&] { document.root.tryUpdate("list.a", 1); }),
+              "The path \"list.a\", followed from the root" + notMade);
     EXPECT_EQ(describe(Exception("it failed", &document.root)), "It failed. It concerns the root.");
     EXPECT_EQ(describe(Exception("Why?")), "Why?");
     EXPECT_EQ(describe(Exception(nullptr)), "An error without a text.");
+}
+
+TEST(Describe, says_what_an_operation_of_a_patch_lacks) {
+    const auto description = [](const std::string& operation) {
+        Document document(R"({"a": 1})");
+        const Document patch(R"([{"op": "remove", "path": "/a"}, )" + operation + "]");
+        return sentenceOf([&] { applyPatch(document.root, patch.root); });
+    };
+    const std::string start = "Operation 1 of the patch (counted from 0)";
+    EXPECT_EQ(description("5"), start + " is malformed: It is no object.");
+    EXPECT_EQ(description("{}"), start + " is malformed: It has no \"op\".");
+    EXPECT_EQ(description(R"({"op": 1, "path": "/a"})"),
+              start + " is malformed: Its \"op\" is no string.");
+    EXPECT_EQ(description(R"({"op": "add", "value": 1})"),
+              start + ", \"add\", is malformed: It has no \"path\".");
+    EXPECT_EQ(description(R"({"op": "add", "path": "/b"})"),
+              start + ", \"add\" at \"/b\", is malformed: It has no \"value\".");
+    EXPECT_EQ(description(R"({"op": "move", "path": "/b"})"),
+              start + ", \"move\" at \"/b\", is malformed: It has no \"from\".");
+    EXPECT_EQ(description(R"({"op": "cut", "path": "/b"})"),
+              start +
+                  ", \"cut\" at \"/b\", is malformed: There is no such operation. There are "
+                  "add, remove, replace, move, copy and test.");
+    EXPECT_EQ(description(R"({"op": "test", "path": "b", "value": 1})"),
+              start +
+                  ", \"test\" at \"b\", is malformed: A JSON Pointer must be empty or begin "
+                  "with \"/\".");
 }
 
 TEST(Describe, names_a_patch_and_a_file_that_failed) {
