@@ -326,6 +326,29 @@ TEST(bad_output, that_is_closed_is_reported) {
     EXPECT_EQ(shell(R"("$0" set a 2 "$1" >&-)", {file.name()}), closed);
 }
 
+TEST(bad_words, that_are_too_many_or_empty_are_shown) {
+    const auto usage = [](const std::string& text, const std::string& verb) {
+        return failed(2, text + "; see orvid " + verb + " --help");
+    };
+    EXPECT_EQ(orvid({"edit", "a.json", "b", "c"}), usage("words too many: b c", "edit"));
+    EXPECT_EQ(orvid({"diff", "a", "b", ""}), usage("a word too many: ''", "diff"));
+    EXPECT_EQ(orvid({"schema-path", "-", "-", "-"}), usage("words too many: - -", "schema-path"));
+    EXPECT_EQ(orvid({"schema-path", "a", "--", "-x", "[b]"}),
+              usage("words too many: -x [b]", "schema-path"));
+    EXPECT_EQ(orvid({"print", "--indent", ""}),
+              usage("--indent: no number from 0 to 80: ''", "print"));
+    EXPECT_EQ(orvid({"unpaths", "--max-gap", ""}),
+              usage("--max-gap: no whole number, or too great: ''", "unpaths"));
+    EXPECT_EQ(orvid({"print", "--color", ""}),
+              usage("--color: none of auto, always and never: ''", "print"));
+    EXPECT_EQ(orvid({"get", "a", "--lines", "--max-line", ""}),
+              usage("--max-line: no number of bytes: ''", "get"));
+    EXPECT_EQ(orvid({"get", "a", "--lines", "--rejects", ""}, "{}\n"),
+              failed(3, "\"\": No such file or directory"));
+    EXPECT_EQ(orvid({"query", ""}, "{}"),
+              failed(2, "query: Expected \"$\" at the beginning, found the end"));
+}
+
 TEST(bad_words, are_usage_errors_reported_in_one_line) {
     EXPECT_EQ(orvid({}), failed(2, "a verb is required; see orvid --help"));
     EXPECT_EQ(orvid({"prin", "x.json"}),

@@ -315,6 +315,25 @@ TEST(hints, tell_that_the_path_was_forgotten) {
     EXPECT_EQ(orvid_test::shell(script + "get a.json - <a.json", {folder.path()}), printed("1\n"));
 }
 
+TEST(words_in_the_wrong_order, are_explained_where_there_are_several) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("a.json", R"({"name":1})");
+    const auto missing = [](const std::string& hint) {
+        return failed(3, "b: No such file or directory; " + hint);
+    };
+    for (const char* const verb : {"get", "remove"}) {
+        EXPECT_EQ(orvid({verb, file, "b", "b"}).err,
+                  missing("the PATH stands before the file").err +
+                      missing("the PATH stands before the file").err);
+        EXPECT_EQ(orvid({verb, "a.json", "b"}), missing("a further path is written --also b"));
+    }
+    for (const char* const verb : {"move", "copy"}) {
+        EXPECT_EQ(orvid({verb, file, "a", "b"}), missing("FROM and TO stand before the file"));
+        EXPECT_EQ(orvid({verb, "name", "a", "b"}), failed(3, "b: No such file or directory"));
+    }
+    EXPECT_EQ(orvid({"rename", file, "a", "b"}), missing("PATH and KEY stand before the file"));
+}
+
 TEST(words_in_the_wrong_order, are_explained) {
     const ScratchFolder folder;
     const std::string file = folder.makeFile("a.json", R"({"name":1})");

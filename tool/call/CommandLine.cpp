@@ -37,6 +37,9 @@ std::string unmarked(const std::string& word) {
     return !word.empty() && word.front() == k_mark ? word.substr(1) : word;
 }
 
+/// A word at the end of a message.
+std::string shown(const std::string& word) { return word.empty() ? "''" : word; }
+
 /// Says what an option is given after a = that may stand alone. CLI11 shows what it means alone.
 class HelpFormatter : public CLI::Formatter {
 public:
@@ -52,7 +55,7 @@ std::string numberError(const std::string& text) {
     constexpr std::size_t mostDigits = 19;
     const bool isNumber = !text.empty() && text.length() <= mostDigits &&
                           text.find_first_not_of("0123456789") == std::string::npos;
-    return isNumber ? "" : "no whole number, or too great: " + text;
+    return isNumber ? "" : "no whole number, or too great: " + shown(text);
 }
 
 bool isNumberFrom(std::size_t least, std::size_t most, const std::string& text) {
@@ -128,9 +131,10 @@ Words& Words::number(const char* names, const std::function<void(std::size_t)>& 
                      std::size_t least, std::size_t most, const char* type, const char* help) {
     m_last = m_app->add_option_function<std::size_t>(names, action, help);
     m_last->type_name(type)->check([least, most](const std::string& text) {
-        return isNumberFrom(least, most, text) ? std::string()
-                                               : "no number from " + std::to_string(least) +
-                                                     " to " + std::to_string(most) + ": " + text;
+        return isNumberFrom(least, most, text)
+                   ? std::string()
+                   : "no number from " + std::to_string(least) + " to " + std::to_string(most) +
+                         ": " + shown(text);
     });
     return *this;
 }
@@ -148,7 +152,7 @@ Words& Words::choice(const char* names, std::vector<std::string> choices,
     m_last->check([known = std::move(choices)](const std::string& text) {
         return std::find(known.begin(), known.end(), text) != known.end()
                    ? std::string()
-                   : "none of " + listed(known) + ": " + text;
+                   : "none of " + listed(known) + ": " + shown(text);
     });
     return *this;
 }
@@ -251,14 +255,17 @@ struct CommandLine::Impl {
         return found == elsewhere.end() ? suggestion(name, known) : " (" + found->second + ")";
     }
 
-    /// What CLI11 says of words that are left over, which begins with how many there are.
-    std::string leftOver(const std::string& said) const {
-        std::string word = said.substr(said.rfind(": ") + 2);
-        if (word.rfind('-', 0) == 0 && word != "-") {
-            return "there is no option " + word;
+    /// What is said of words that are left over.
+    std::string leftOver() const {
+        const std::vector<std::string> all = app.remaining(true);
+        if (all.front().rfind('-', 0) == 0 && all.front() != "-") {
+            return "there is no option " + all.front();
         }
-        word.erase(std::remove(word.begin(), word.end(), k_mark), word.end());
-        return "a word too many: " + word;
+        std::string text = all.size() == 1 ? "a word too many:" : "words too many:";
+        for (const std::string& word : all) {
+            text += " " + shown(unmarked(word));
+        }
+        return text;
     }
 
     /// How often the option is given, by whichever of its names.
@@ -383,8 +390,8 @@ std::optional<std::string> CommandLine::read() {
     }
     try {
         m_impl->app.parse(m_impl->markedWords());
-    } catch (const CLI::ExtrasError& error) {
-        throw UsageError(m_impl->unknownOption().value_or(m_impl->leftOver(error.what())));
+    } catch (const CLI::ExtrasError&) {
+        throw UsageError(m_impl->unknownOption().value_or(m_impl->leftOver()));
     } catch (const CLI::ArgumentMismatch& error) {
         const std::string said = error.what();
         const std::string name = said.substr(0, said.find(':'));

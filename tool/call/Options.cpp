@@ -43,7 +43,7 @@ std::size_t byteCount(const std::string& text) {
     constexpr std::size_t mostDigits = 10;
     const std::string number = text.substr(0, digits);
     if (number.empty() || number.length() > mostDigits || (!unit.empty() && found == units.end())) {
-        throw UsageError("--max-line: no number of bytes: " + text);
+        throw UsageError("--max-line: no number of bytes: " + (text.empty() ? "''" : text));
     }
     const std::uint64_t bytes = std::stoull(number) << (unit.empty() ? 0 : found->second);
     constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();

@@ -62,9 +62,11 @@ bool endsAsFile(const std::string& word) {
     return end == ".json" || end == ".jsonc" || end == ".jsonl" || end == ".ndjson";
 }
 
+bool namesFile(const std::string& word) { return endsAsFile(word) && isFileThere(word); }
+
 void requireNoFile(const char* what, const std::string& word,
                    const std::vector<std::string>& files) {
-    if (!endsAsFile(word) || !isFileThere(word)) {
+    if (!namesFile(word)) {
         return;
     }
     if (files.size() == 1 && files.front() != k_standardInput && !endsAsFile(files.front()) &&

@@ -34,6 +34,9 @@ bool isFileThere(const std::string& name);
 /// Whether the word ends as the names of JSON files do.
 bool endsAsFile(const std::string& word);
 
+/// Whether the word ends so and there is a file of that name.
+bool namesFile(const std::string& word);
+
 /// Throws UsageError where the word, which is to be `what`, names a JSON file, and no file is given
 /// or one that there is not.
 void requireNoFile(const char* what, const std::string& word,

@@ -48,7 +48,7 @@ AppendedFile::AppendedFile(std::string file)
       m_descriptor(open(m_file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666)),
       m_isLineOpen(endsWithinLine(m_file)) {
     if (m_descriptor < 0) {
-        throw systemFailure(m_file);
+        throw systemFailure(m_file.empty() ? "\"\"" : m_file);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "output/shellWord.h"
+#include "text/whitespace.h"
 
 namespace orvid_tool {
 
@@ -141,6 +142,9 @@ Failure::Failure(ExitStatus status, const std::string& text) : Failure(status, L
 std::string wordExcerpt(std::string word, const ParseException& error) {
     const auto isBreak = [](char c) { return c == '\n' || c == '\r'; };
     std::replace_if(word.begin(), word.end(), isBreak, ' ');
+    if (ko::Orvid::text::isBlankLine(word)) {
+        return "";
+    }
     const ParseException fromOne(error.message(), 1, error.firstColumn() + 1, 1,
                                  error.lastColumn() + 1);
     return ko::Orvid::sourceExcerpt(word, fromOne);

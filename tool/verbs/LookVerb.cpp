@@ -38,7 +38,7 @@ bool isFile(const std::string& word) {
 
 /// Of several files the first is taken for the path.
 void requirePath(const std::string& word) {
-    if (endsAsFile(word) && isFileThere(word)) {
+    if (namesFile(word)) {
         throw UsageError(
             "PATH is missing before the file \"" + word +
             "\": for the roots of all files write --in '', where it is the path --in " +

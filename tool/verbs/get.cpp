@@ -77,7 +77,8 @@ public:
 
 private:
     std::string hintForFile(const std::string& word) const override {
-        return "; a further path is written --also " + shellWord(word);
+        return namesFile(m_word) ? "; the PATH stands before the file"
+                                 : "; a further path is written --also " + shellWord(word);
     }
 
     static constexpr const char* k_schemaDefault = "schema";

@@ -269,6 +269,10 @@ protected:
     }
 
 private:
+    std::string hintForFile(const std::string& /*word*/) const final {
+        return namesFile(m_fromWord) ? "; FROM and TO stand before the file" : "";
+    }
+
     /// What may have been meant by a new place. A sum is not, and a new item on the way is.
     std::string hintFor(const Element& root) const {
         const std::string path = m_to.pathIn(root);

@@ -92,7 +92,10 @@ public:
 
 private:
     std::string hintForFile(const std::string& word) const override {
-        return m_query ? "" : "; a further path is written --also " + shellWord(word);
+        return m_query ? ""
+               : namesFile(m_paths.front().word())
+                   ? "; the PATH stands before the file"
+                   : "; a further path is written --also " + shellWord(word);
     }
 
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }

@@ -83,6 +83,10 @@ public:
     }
 
 private:
+    std::string hintForFile(const std::string& /*word*/) const override {
+        return namesFile(m_word) ? "; PATH and KEY stand before the file" : "";
+    }
+
     void read(const Call& call, Document& document) const override { readForEdit(call, document); }
 
     void apply(const Call& call, Document& document, Bytes& out) const override {
