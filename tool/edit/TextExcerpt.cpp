@@ -219,9 +219,7 @@ private:
         level.colon = level.isArray ? value : offset(m_key.end);
         level.value = value;
         m_isOnWay = level.isOnWay && m_phase == Phase::before && isNext(level);
-        // A new member goes by the nearest without comments, a new item by the last two.
-        const bool mayBeLookedPast = level.isOnWay && !level.isArray && isCommented();
-        m_isNeeded = m_isOnWay || m_phase == Phase::after || level.count < 2 || mayBeLookedPast;
+        m_isNeeded = m_isOnWay || m_phase == Phase::after || level.count < 2;
         if (level.count++ == 0) {
             ++m_containers;
             level.breaksLines = m_child.breaksLine;
@@ -229,14 +227,6 @@ private:
     }
     bool isNext(const Level& level) const {
         return level.isArray ? !nextStep().isKey && nextStep().index == level.count : m_isMember;
-    }
-    /// Whether more than whitespace and punctuation stands before the child or its value.
-    bool isCommented() const {
-        constexpr std::string_view odd = "/\n";
-        const bool isMember = m_child.begin != m_child.value;
-        return part(m_child.gap, m_child.begin).find('/') != std::string_view::npos ||
-               (isMember && part(offset(m_key.end), m_child.value).find_first_of(odd) !=
-                                std::string_view::npos);
     }
 
     /// The child is known from its begin to its end.

@@ -53,8 +53,7 @@ struct TextExcerpt {
 /// nothing to remove, where a member that is to be inserted exists, and in some layouts of lines of
 /// more than 1000 bytes. Nothing either for text that `options` refuse, which must refuse repeated
 /// keys. One pass through the text. The excerpt grows with the depth of the place and not with the
-/// text, except for habits with its first few thousand containers, unless comments stand between
-/// values.
+/// text, except for habits with its first few thousand containers.
 std::optional<TextExcerpt> excerptOf(std::string_view text, const ValueSteps& steps, PlaceEdit edit,
                                      ExcerptRest rest, const ko::Orvid::ReadOptions& options);
 

@@ -156,6 +156,19 @@ TEST(ExcerptEdit, edits_as_the_whole_is_edited_where_lines_begin_with_commas) {
     EXPECT_GE(count.made * 10, count.all * 9);
 }
 
+TEST(ExcerptEdit, looks_as_far_for_a_colon_as_the_library_does) {
+    Count count;
+    for (const char* const colon : {"/**/:", ": // c\n", ":\n"}) {
+        std::string text = "{\"a\": {\"x\": 1}, \"b\" : 1";
+        for (int i = 0; i < 70 && !testing::Test::HasFatalFailure(); ++i) {
+            text += ", \"k" + std::to_string(i) + "\"" + colon + "{}";
+            expectSame(text + "}", {PlaceEdit::set, "c", "1"}, count);
+            expectSame(text + ", \"z\": [{}]}", {PlaceEdit::set, "z[0].c", "1"}, count);
+        }
+    }
+    EXPECT_EQ(count.made, count.all);
+}
+
 TEST(ExcerptEdit, takes_a_colon_from_elsewhere_where_brackets_stand_below_all_keys) {
     Count count;
     expectSame("{\n\"a\":\n{\n\"x\" : 1\n},\n\"b\":\n{\n\"x\" : 1\n}\n}",
@@ -257,6 +270,22 @@ TEST(ExcerptEdit, is_short_for_a_long_text) {
                                    ExcerptRest::habits, ReadOptions::jsonc());
     ASSERT_TRUE(excerpt);
     EXPECT_LT(excerpt->text.size(), text.size() / 5);
+}
+
+TEST(ExcerptEdit, is_short_for_a_long_text_with_a_comment_or_a_line_at_each_member) {
+    for (const char* const gap : {": // member\n  ", ":\n  "}) {
+        std::string text = "{\n  \"k\": 0";
+        for (int i = 0; i < 20000; ++i) {
+            text += ",\n  \"k" + std::to_string(i) + "\"" + gap + "{\"id\": 1}";
+        }
+        text += "\n}";
+        for (const char* const path : {"k12345.id", "new"}) {
+            const auto excerpt = excerptOf(text, stepsOf(path), PlaceEdit::set, ExcerptRest::none,
+                                           ReadOptions::jsonc());
+            ASSERT_TRUE(excerpt);
+            EXPECT_LT(excerpt->text.size(), 6000U) << path;
+        }
+    }
 }
 
 TEST(ExcerptEdit, is_short_for_a_long_text_with_a_comment_at_each_item) {
