@@ -96,8 +96,9 @@ std::string UsualLayout::breakAfterFirst(std::string_view indent, const std::str
     return comma.empty() ? first : habits().newline + std::string(indent) + comma;
 }
 
-/// The gap between siblings after which others are made: the nearest; that of an object whose
-/// members stand on lines of their own, though some share one, is one of those lines.
+/// The gap between siblings after which others are made: the nearest. That of an object whose
+/// members stand on lines of their own, though some share one, is one of those lines. Between two
+/// rows of an array it is one in the first row.
 std::size_t UsualLayout::gapLike(const Frame& frame) const {
     constexpr std::size_t mostLookedAt = 64;
     const std::size_t nearest = std::min(frame.nearest + 1, frame.siblings.size() - 1);
@@ -107,6 +108,10 @@ std::size_t UsualLayout::gapLike(const Frame& frame) const {
                 return nearest - i;
             }
         }
+    } else if (frame.nearest > 0 && nearest > frame.nearest) {
+        const std::string_view gap = m_former.textAt(frame, nearest);
+        const bool isInRow = !hasNewline(m_former.textAt(frame, frame.nearest));
+        return isInRow && hasNewline(gap) && !hasLineComment(gap) ? frame.nearest : nearest;
     }
     return nearest;
 }

@@ -247,7 +247,8 @@ private:
     /// Appends what stands before the child, which is kept.
     void beginKept() {
         Level& level = m_open.back();
-        flush(level, m_child.breaksLine);
+        // An item before the child may be put on the line of those that are held.
+        flush(level, m_child.breaksLine && !(isPlace() && m_edit == PlaceEdit::insert));
         if (m_isOnWay) {
             m_result.steps.push_back(nextStep());
             m_result.steps.back().index = static_cast<unsigned int>(level.kept);

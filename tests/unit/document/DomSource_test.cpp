@@ -260,6 +260,17 @@ TEST(DomSource, indents_nothing_in_a_document_without_indents) {
               "{\n\"a\": {\n\t\"x\": 1\n},\n\"b\": {\n\t\"c\": 1\n}\n}");
 }
 
+TEST(DomSource, adds_an_item_between_two_rows_to_the_first) {
+    const std::string rows = "[\n  1, 2,\n  3, 4,\n  5\n]";
+    const auto inserting = [&](std::size_t index) {
+        return edited(rows, [&](Element& root) { root.array().insert(index, 9); });
+    };
+    EXPECT_EQ(inserting(2), "[\n  1, 2, 9,\n  3, 4,\n  5\n]");
+    EXPECT_EQ(inserting(3), "[\n  1, 2,\n  3, 9, 4,\n  5\n]");
+    EXPECT_EQ(inserting(4), "[\n  1, 2,\n  3, 4, 9,\n  5\n]");
+    EXPECT_EQ(inserting(5), "[\n  1, 2,\n  3, 4,\n  5,\n  9\n]");
+}
+
 TEST(DomSource, begins_lines_with_commas_as_the_document_does) {
     const std::string text =
         "{\n    \"a\": 1 // one\n  , \"b\": {\n        \"c\": 2\n    }\n  , \"s\": [1, 2]\n";

@@ -208,6 +208,23 @@ TEST(ExcerptEdit, removes_from_rows_as_the_whole_does) {
     EXPECT_GE(count.made * 10, count.all * 9);
 }
 
+TEST(ExcerptEdit, inserts_into_rows_as_the_whole_does) {
+    Count count;
+    for (unsigned seed = 0; seed < 300 && !testing::Test::HasFatalFailure(); ++seed) {
+        const RandomChoices random(seed);
+        const std::string text = makeRows(random.choose, false);
+        const auto size = static_cast<unsigned>((*Dom::parse(text)).size());
+        for (unsigned i = 0; i < 12 && !testing::Test::HasFatalFailure(); ++i) {
+            const std::string index = std::to_string(random.choose(size + 1));
+            expectSame(text,
+                       {PlaceEdit::insert, "[" + index + "]",
+                        random.choose(2) == 0 ? "9" : "[[1],{\"b\":2}]"},
+                       count);
+        }
+    }
+    EXPECT_GE(count.made * 10, count.all * 9);
+}
+
 void expectSameWithout(const std::string& text, const std::string& path) {
     Count count;
     expectSame(text, {PlaceEdit::remove, path, "0"}, count);
