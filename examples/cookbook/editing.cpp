@@ -44,6 +44,15 @@ void moveValue() {
     std::cout << serialize(root) << "\n";
 }
 
+void renameKey() {
+    Dom dom = Dom::parse("{\n  \"retries\": 3, // was 2\n  \"q\": {\"on\": true} // last\n}\n");
+    auto& members = dom->object();
+    const auto member = members.find("retries");
+    members.insert(member, {"attempts", Element()})->second = std::move(member->second);
+    members.erase(member);
+    std::cout << dom.text();
+}
+
 void selectByQuery() {
     const Element root =
         parse(R"({"shops": [{"n": "a", "open": true, "rent": 10}, {"n": "b", "open": false}]})");
@@ -110,6 +119,7 @@ std::vector<Recipe> editing() {
         {"Name a key with a dot in it", escapeKeys},
         {"Find the item that has a value", findItem},
         {"Move a value without copying it", moveValue},
+        {"Rename a key in its place", renameKey},
         {"Select many elements", selectByQuery},
         {"Read only what a query looks at", readPart},
         {"Change or remove many elements", changeByQuery},
