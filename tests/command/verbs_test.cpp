@@ -409,8 +409,16 @@ TEST(patch, names_its_own_file_for_an_operation_that_is_malformed) {
     EXPECT_EQ(said(R"({"op":"add","path":5,"value":1})"),
               "patch, \"add\": its \"path\" is no string\n");
     EXPECT_EQ(said(R"({"op":1,"path":"/b"})"), "patch: its \"op\" is no string\n");
-    EXPECT_EQ(said(R"({"op":"remove","path":"b"})"),
-              "patch, \"remove\" of \"b\": A JSON Pointer must be empty or begin with \"/\"\n");
+    EXPECT_EQ(
+        said(R"({"op":"remove","path":"b"})"),
+        "patch, \"remove\" of \"b\": A JSON Pointer must be empty or begin with \"/\" (did you "
+        "mean \"/b\"?)\n");
+    EXPECT_NE(said(R"({"op":"remove","path":"l[0].x"})").find("(did you mean \"/l/0/x\"?)"),
+              std::string::npos);
+    EXPECT_NE(said(R"({"op":"remove","path":"l/0"})").find("(did you mean \"/l/0\"?)"),
+              std::string::npos);
+    EXPECT_EQ(said(R"({"op":"remove","path":"l["})"),
+              "patch, \"remove\" of \"l[\": A JSON Pointer must be empty or begin with \"/\"\n");
     EXPECT_EQ(orvid({"patch", "-", document.name()}, "[7]"),
               failed(1,
                      "(standard input):1:2: at [0]: operation 0 of the patch: it is no object\n"

@@ -176,18 +176,31 @@ private:
                (hasPath ? " of \"" + error.path() + "\"" : "");
     }
 
-    /// The operation that is meant, where there is none of that name.
-    static std::string operationHint(const std::string& name) {
+    /// The operation that is meant, where there is none of that name, or the pointer, where there
+    /// is a path in its place.
+    static std::string meant(const PatchException& error) {
         const std::vector<std::string> names{"add", "remove", "replace", "move", "copy", "test"};
-        const bool isKnown = std::find(names.begin(), names.end(), name) != names.end();
-        return name.empty() || isKnown ? "" : suggestion(name, names);
+        const std::string& name = error.operation();
+        if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+            return suggestion(name, names);
+        }
+        const std::string& path = error.path();
+        if (path.empty() || path.front() == '/') {
+            return "";
+        }
+        try {
+            const bool lacksSlash = path.find('/') != std::string::npos;
+            return " (did you mean \"" +
+                   (lacksSlash ? "/" + path : JsonPointer::fromPath(path).str()) + "\"?)";
+        } catch (const ko::Orvid::ParseException&) {
+            return "";
+        }
     }
 
     Failure failure(const Document& document, const PatchException& error) const {
         const std::string start = operationText(error) + ": ";
         if (error.elementPath() == nullptr) {
-            return malformed(document, error,
-                             start + error.reason() + operationHint(error.operation()));
+            return malformed(document, error, start + error.reason() + meant(error));
         }
         const Element before = beforeOperation(document.root, error.number());
         const std::string reason = start + this->reason(before, error);
