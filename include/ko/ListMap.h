@@ -68,7 +68,7 @@ public:
     /// member, which keeps its place in the order. Returns the member and whether it is new.
     /// O(log n).
     virtual std::pair<iterator, bool> insert(const value_type& member) {
-        const Spot spot = m_map.find(m_list, member.first);
+        const Spot spot = m_map.spotOf(m_list, member.first);
         if (spot.position != m_list.end()) {
             assign(*spot.position, member);
             return {spot.position, false};
@@ -79,7 +79,7 @@ public:
     /// Inserts a copy of `member` before `position` and returns its position. When its key is there
     /// already, returns that member's position and changes nothing. O(log n).
     virtual iterator insert(iterator position, const value_type& member) {
-        const Spot spot = m_map.find(m_list, member.first);
+        const Spot spot = m_map.spotOf(m_list, member.first);
         return spot.position != m_list.end() ? spot.position : add(spot, position, member);
     }
 
@@ -96,21 +96,21 @@ public:
     ///@{
     /// The member with that key, or end(). O(log n), except that in a map of more than a few
     /// members the first times are O(n), and the one after them O(n log n).
-    iterator find(const Key& key) { return m_map.find(m_list, key).position; }
+    iterator find(const Key& key) { return m_map.find(m_list, key); }
     const_iterator find(const Key& key) const {
         // The index gives positions of a list that may be changed; this one is not.
-        return m_map.find(const_cast<List&>(m_list), key).position;
+        return m_map.find(const_cast<List&>(m_list), key);
     }
     ///@}
     ///@{
     /// The same without a Key, such as by a std::string_view where keys are std::string.
     template<class Like, class = EnableIfLike<Like>>
     iterator find(const Like& key) {
-        return m_map.find(m_list, key).position;
+        return m_map.find(m_list, key);
     }
     template<class Like, class = EnableIfLike<Like>>
     const_iterator find(const Like& key) const {
-        return m_map.find(const_cast<List&>(m_list), key).position;
+        return m_map.find(const_cast<List&>(m_list), key);
     }
     ///@}
     ///@{
@@ -170,11 +170,12 @@ public:
 protected:
     using ItemPlaces = detail::PlacesOf<Value>;
 
-    /// The member with that key, and whether it is new: then it was appended, and Key and Value
-    /// were made of what is given here, which otherwise is left alone.
+    /// The member with that key, which is a Key or, where keys are texts, a text, and whether it is
+    /// new: then it was appended, and Key and Value were made of what is given here, which
+    /// otherwise is left alone.
     template<class Like, class... Arguments>
     std::pair<iterator, bool> findOrAppend(Like&& key, Arguments&&... value) {
-        const Spot spot = m_map.find(m_list, key);
+        const Spot spot = m_map.spotOf(m_list, key);
         if (spot.position != m_list.end()) {
             return {spot.position, false};
         }

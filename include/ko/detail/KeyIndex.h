@@ -59,35 +59,24 @@ public:
 
     const Compare& compare() const noexcept { return std::get<Compare>(m_state); }
 
-    /// `key` is a Key or, where the order is std::less, anything that compares with one. O(log n),
-    /// but O(n) for the first k_scans times, and O(n log n) where the index is made after them;
-    /// without memory for that, O(n).
+    /// Of the pair with that key, or the list's end. `key` is a Key or, where the order is
+    /// std::less, anything that compares with one. O(log n), but O(n) for the first k_scans times,
+    /// and O(n log n) where the index is made after them; without memory for that, O(n).
     template<class Like>
-    Spot find(List& list, const Like& key) const {
-        Spot spot;
-        const Large* const index = indexFor(list);
-        if (index == nullptr || (!index->tree && !k_hasWord<Like>)) {
-            spot.position = scan(list, key);
-            return spot;
-        }
-        const Probe<Like> probe{wordOf(key, index->tree.has_value()), key};
-        if (index->tree) {
-            spot.m_inTree = index->tree->lower_bound(probe);
-            const bool isThere =
-                spot.m_inTree != index->tree->end() && !order()(probe, *spot.m_inTree);
-            spot.position = isThere ? spot.m_inTree->position : list.end();
-        } else {
-            const Vector& entries = index->entries;
-            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, order());
-            spot.m_inVector = entry - entries.begin();
-            const bool isThere = entry != entries.end() && !order()(probe, *entry);
-            spot.position = isThere ? entry->position : list.end();
-        }
-        return spot;
+    Iterator find(List& list, const Like& key) const {
+        return search(list, key).position;
     }
 
-    /// Enters a position that the list has just taken in; its key was looked up before, and not
-    /// found. Throws std::bad_alloc, with the index as it was. O(log n).
+    /// The same for a key that may be entered. The place in a vector follows from a key's hash, so
+    /// what only compares with texts has none.
+    template<class Like>
+    Spot spotOf(List& list, const Like& key) const {
+        static_assert(k_hasWord<Like>, "What is no text cannot be entered among texts.");
+        return search(list, key);
+    }
+
+    /// Enters a position that the list has just taken in; spotOf() its key did not find one. Throws
+    /// std::bad_alloc, with the index as it was. O(log n).
     void enter(Iterator position, const Spot& spot) {
         Large* const index = large();
         if (index == nullptr) {
@@ -115,7 +104,7 @@ public:
         if (index == nullptr) {
             return;
         }
-        const Spot spot = find(list, position->first);
+        const Spot spot = spotOf(list, position->first);
         if (index->tree) {
             index->tree->erase(spot.m_inTree);
         } else {
@@ -180,8 +169,10 @@ private:
 
         template<class Left, class Right>
         bool operator()(const Left& left, const Right& right) const {
-            if (Left::hasWord && Right::hasWord && left.word != right.word) {
-                return left.word < right.word;
+            if constexpr (Left::hasWord && Right::hasWord) {
+                if (left.word != right.word) {
+                    return left.word < right.word;
+                }
             }
             if constexpr (k_isNatural) {
                 return left.key() < right.key();
@@ -220,6 +211,30 @@ private:
         return bytes;
     }
 
+    template<class Like>
+    Spot search(List& list, const Like& key) const {
+        Spot spot;
+        const Large* const index = indexFor(list);
+        if (index == nullptr || (!index->tree && !k_hasWord<Like>)) {
+            spot.position = scan(list, key);
+            return spot;
+        }
+        const Probe<Like> probe{wordOf(key, index->tree.has_value()), key};
+        if (index->tree) {
+            spot.m_inTree = index->tree->lower_bound(probe);
+            const bool isThere =
+                spot.m_inTree != index->tree->end() && !order()(probe, *spot.m_inTree);
+            spot.position = isThere ? spot.m_inTree->position : list.end();
+        } else {
+            const Vector& entries = index->entries;
+            const auto entry = std::lower_bound(entries.begin(), entries.end(), probe, order());
+            spot.m_inVector = entry - entries.begin();
+            const bool isThere = entry != entries.end() && !order()(probe, *entry);
+            spot.position = isThere ? entry->position : list.end();
+        }
+        return spot;
+    }
+
     static Entry entryOf(Iterator position, bool isInTree) {
         return {wordOf(position->first, isInTree), position};
     }
@@ -251,8 +266,7 @@ private:
         return list.size() <= k_largestScan || isFewMore(seen) ? nullptr : makeIndex(list);
     }
 
-    /// Notes one lookup more, unless these were enough. Where threads look up at once, some are not
-    /// noted.
+    /// Notes one lookup more, unless these were enough. Of threads at the same time some note none.
     bool isFewMore(std::uintptr_t seen) const noexcept {
         if (seen >= k_untouched + k_scans * k_oneScan) {
             return false;
@@ -307,9 +321,7 @@ private:
         std::sort(entries.begin(), entries.end(), order());
     }
 
-    // One word: the address of the index or, while there is none, an odd number that counts
-    // lookups.
-
+    // One word: the address of the index or, without one, an odd number that counts lookups.
     using Word = std::atomic<std::uintptr_t>;
     static constexpr std::uintptr_t k_untouched = 1;
     static constexpr std::uintptr_t k_oneScan = 2;
