@@ -81,7 +81,9 @@ public:
 
     using IndexList<T>::swap;
     /// Exchanges the items; each array keeps its parent. Only the items that this array now holds
-    /// learn their new place; for the others call other.setParent(other.parent()). Throws Exception
+    /// learn their new place. Those of `other` keep their index and name the parent of this array,
+    /// or after setParent() its former one, until other.setParent(other.parent()) or
+    /// other.updateVector(); when this array is destroyed, they name their own. Throws Exception
     /// where one array lies within an item of the other, and std::bad_alloc, with no effect. Linear
     /// in the number of items.
     virtual void swap(Array& other);

@@ -104,9 +104,10 @@ public:
 
     using TBase::swap;
     /// Exchanges the members; each object keeps its parent. Only the members that this object now
-    /// holds learn their new place; for the others call other.setParent(other.parent()). Throws
-    /// Exception where one object lies within a member of the other, and std::bad_alloc, with no
-    /// effect. Linear in the number of members.
+    /// holds learn their new place. Those of `other` name the parent of this object, or after
+    /// setParent() its former one, until other.setParent(other.parent()); when this object is
+    /// destroyed, they name their own. Throws Exception where one object lies within a member of
+    /// the other, and std::bad_alloc, with no effect. Linear in the number of members.
     virtual void swap(Object& other);
 
     Value* parent() const noexcept { return this->m_link.parent(); }

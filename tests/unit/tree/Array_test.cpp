@@ -328,6 +328,18 @@ TEST(Array, the_others_items_keep_the_parent_they_had_when_another_one_is_set) {
     CHECK_LINKS(doc.root);
 }
 
+TEST(Array, the_others_items_name_their_own_parent_when_it_is_destroyed) {
+    Document doc(R"({"a":[1],"b":[7,8]})");
+    Element& left = doc.root.get("a");
+    Element& right = doc.root.get("b");
+    left.array().swap(right.array());
+    EXPECT_EQ(parentOf(right.array()), &left);
+    left.setNull();
+    EXPECT_EQ(parentOf(right.array()), &right);
+    EXPECT_EQ(compact(doc.root), R"({"a": null,"b": [1]})");
+    CHECK_LINKS(doc.root);
+}
+
 TEST(Array, swap_with_itself_changes_nothing) {
     Document doc("[1,2]");
     doc.root.array().swap(doc.root.array());

@@ -317,6 +317,17 @@ TEST(Object, the_others_members_keep_the_parent_they_had_when_another_one_is_set
     CHECK_LINKS(doc.root);
 }
 
+TEST(Object, the_others_members_name_their_own_parent_when_it_is_destroyed) {
+    Document doc(R"({"x":{"a":1},"y":{"b":2}})");
+    Element& right = doc.root.get("y");
+    doc.root.get("x").object().swap(right.object());
+    EXPECT_TRUE(allNamed(right.object(), &doc.root.get("x")));
+    doc.root.get("x").setNull();
+    EXPECT_TRUE(allNamed(right.object(), &right));
+    EXPECT_EQ(compact(doc.root), R"({"x": null,"y": {"a": 1}})");
+    CHECK_LINKS(doc.root);
+}
+
 TEST(Object, swap_with_itself_changes_nothing) {
     Document doc(R"({"b":1,"a":2})");
     doc.root.object().swap(doc.root.object());
