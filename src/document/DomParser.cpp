@@ -279,11 +279,8 @@ bool DomParser::readInPlace(std::streambuf& buffer, FileChunks& chunks) {
     }
 }
 
-/// Returns false where the buffer has nothing.
+/// Returns false where the buffer holds nothing. Whether it can get more is asked by readsome().
 bool DomParser::readArea(std::streambuf& buffer) {
-    if (GetArea::of(buffer).empty()) {
-        GetArea::fetch(buffer);
-    }
     const std::string_view area = GetArea::of(buffer).substr(0, k_longestArea);
     if (area.empty()) {
         return false;

@@ -402,6 +402,38 @@ TEST(BadInput, a_stream_with_nothing_available_is_not_waited_for) {
     EXPECT_TRUE(in.good());
 }
 
+/// Has the next piece each time that it is asked, and counts how often that is.
+class Asked : public std::streambuf {
+public:
+    explicit Asked(std::vector<std::string> pieces) : m_pieces(std::move(pieces)) {}
+    std::size_t times = 0;
+
+protected:
+    std::streamsize showmanyc() override {
+        if (times < m_pieces.size()) {
+            std::string& piece = m_pieces[times];
+            setg(piece.data(), piece.data(), piece.data() + piece.size());
+        }
+        ++times;
+        return egptr() - gptr();
+    }
+
+private:
+    std::vector<std::string> m_pieces;
+};
+
+TEST(BadInput, a_stream_that_has_nothing_is_not_asked_again) {
+    Asked asked({"[1,", "2", "", "3]"});
+    std::istream in(&asked);
+    Element root;
+    DomParser parser;
+    parser.parse(root, in);
+    EXPECT_EQ(asked.times, 3u);
+    EXPECT_TRUE(in.good());
+    EXPECT_EQ(parser.state(), 2);
+    EXPECT_EQ(root.array().size(), 1u);
+}
+
 /// A stream whose reading fails.
 class Broken : public std::streambuf {
 protected:
