@@ -15,6 +15,7 @@
 #include <thread>
 #include <tuple>
 
+#include "file/FileState.h"
 #include "file/SystemCall.h"
 
 namespace ko::Orvid {
@@ -60,6 +61,17 @@ FileStamp FileStamp::of(const std::string& name) {
         failWith(name, "read", errno);
     }
     return stampOf(status);
+}
+
+std::optional<FileState> stateOf(const std::string& name) {
+    struct stat status {};
+    if (::stat(name.c_str(), &status) == 0) {
+        return FileState{stampOf(status), S_ISREG(status.st_mode)};
+    }
+    if (errno != ENOENT) {
+        failWith(name, "read", errno);
+    }
+    return std::nullopt;
 }
 
 FileStamp FileStamp::of(int descriptor, const std::string& name) {

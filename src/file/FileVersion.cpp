@@ -13,6 +13,7 @@
 #include <optional>
 #include <system_error>
 
+#include "file/FileState.h"
 #include "file/SystemCall.h"
 
 namespace ko::Orvid {
@@ -32,18 +33,6 @@ std::string fullName(const std::string& file) {
 /// Without `.`, `..` and repeated slashes. Making it costs as much as reading a small file does.
 std::filesystem::path normalized(const std::string& fullName) {
     return std::filesystem::path(fullName).lexically_normal();
-}
-
-/// Nothing where there is no file.
-std::optional<FileStamp> stampOf(const std::string& file) {
-    try {
-        return FileStamp::of(file);
-    } catch (const FileException& error) {
-        if (error.error() != ENOENT) {
-            throw;
-        }
-        return std::nullopt;
-    }
 }
 
 }  // namespace
@@ -68,14 +57,13 @@ bool FileVersion::isOf(const std::string& file) const {
 void FileVersion::replace(const std::string& file, std::string_view content,
                           std::string_view read) {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    const bool isThere = stampOf(file).has_value();
-    std::error_code error;
+    const std::optional<FileState> present = stateOf(file);
     // Reading what is no file may wait for ever. SafeFile refuses it.
-    if (std::filesystem::is_regular_file(file, error) && !needsChange(file, content, read)) {
+    if (present && present->isRegular && !needsChange(file, present->stamp, content, read)) {
         return;
     }
     SafeFile written(file);
-    if (isThere) {
+    if (present) {
         written.expect(m_stamp);
     }
     written.write(content);
@@ -103,9 +91,8 @@ void FileVersion::noteReplaced(int written, const std::string& file) {
 }
 
 /// Brings the stamp up to the present state of a file that has not changed.
-bool FileVersion::needsChange(const std::string& file, std::string_view content,
+bool FileVersion::needsChange(const std::string& file, FileStamp present, std::string_view content,
                               std::string_view read) {
-    FileStamp present = FileStamp::of(file);
     const bool hasChanged = present != m_stamp;
     if (!hasChanged && present.size != content.size()) {
         return true;

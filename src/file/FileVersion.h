@@ -31,7 +31,8 @@ public:
 private:
     void commit(SafeFile& written, const std::string& file);
     void noteReplaced(int written, const std::string& file);
-    bool needsChange(const std::string& file, std::string_view content, std::string_view read);
+    bool needsChange(const std::string& file, FileStamp present, std::string_view content,
+                     std::string_view read);
 
     const std::string m_name;  ///< from the root folder, with its symbolic links
     mutable std::mutex m_mutex;
