@@ -9,14 +9,14 @@
 #include <vector>
 
 #include "source/Gap.h"
+#include "text/layoutBounds.h"
 
 namespace ko::Orvid {
 
 namespace {
 
-constexpr std::uint32_t k_mostContainers = 4000;
-/// How far back the beginning of a line is looked for, in bytes.
-constexpr std::size_t k_farthestLine = 1000;
+using text::k_farthestLine;
+using text::k_mostContainers;
 
 /// Texts and how often each was seen.
 class Tally {
@@ -58,7 +58,7 @@ public:
     explicit Survey(const SourceMap& map) : m_map(map) {}
 
     Habits run() {
-        std::uint32_t seen = 0;
+        std::size_t seen = 0;
         for (std::uint32_t value = 0; value < m_map.size() && seen < k_mostContainers; ++value) {
             if (m_map.isContainer(value) && m_map.hasChildren(value)) {
                 while (!m_open.empty() && value >= m_map.next(m_open.back())) {

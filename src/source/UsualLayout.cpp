@@ -8,10 +8,13 @@
 
 #include "source/ChildCursor.h"
 #include "source/Token.h"
+#include "text/layoutBounds.h"
 
 namespace ko::Orvid {
 
 namespace {
+
+using text::k_farthestSibling;
 
 constexpr std::uint32_t k_none = SourceMap::k_none;
 
@@ -26,9 +29,8 @@ const Habits& UsualLayout::habits() {
 
 /// Of the nearest sibling that has no comment there, nor the line break before a bracket.
 std::string UsualLayout::colon(const Frame& frame) {
-    constexpr std::size_t mostLookedAt = 64;
     const std::size_t count = frame.siblings.size();
-    for (std::size_t distance = 0; distance < std::min(count, mostLookedAt); ++distance) {
+    for (std::size_t distance = 0; distance < std::min(count, k_farthestSibling); ++distance) {
         for (const std::size_t position : {frame.nearest - distance, frame.nearest + distance}) {
             const std::string_view text = position < count ? colonOf(frame.siblings[position]) : "";
             const bool isBracketLeft =
@@ -100,10 +102,9 @@ std::string UsualLayout::breakAfterFirst(std::string_view indent, const std::str
 /// members stand on lines of their own, though some share one, is one of those lines. Between two
 /// rows of an array it is one in the first row.
 std::size_t UsualLayout::gapLike(const Frame& frame) const {
-    constexpr std::size_t mostLookedAt = 64;
     const std::size_t nearest = std::min(frame.nearest + 1, frame.siblings.size() - 1);
     if (m_map.isObject(frame.self.before)) {
-        for (std::size_t i = 0; i <= std::min(nearest, mostLookedAt); ++i) {
+        for (std::size_t i = 0; i <= std::min(nearest, k_farthestSibling); ++i) {
             if (hasNewline(m_former.textAt(frame, nearest - i))) {
                 return nearest - i;
             }

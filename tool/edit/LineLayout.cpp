@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "output/Layout.h"
+#include "text/layoutBounds.h"
 #include "text/scanWhole.h"
 #include "text/TextScanner.h"
 #include "text/whitespace.h"
@@ -20,8 +21,6 @@ using ko::Orvid::Element;
 using ko::Orvid::ReadOptions;
 using ko::Orvid::TokenSpan;
 
-/// The library learns its habits from no more containers.
-constexpr std::size_t k_mostContainers = 4000;
 constexpr unsigned int k_mostDepth = 32;
 
 /// A gap that is the same wherever it was seen.
@@ -58,8 +57,8 @@ public:
     explicit Survey(std::string_view text) : m_text(text) {}
 
     std::optional<LineLayout> result() const {
-        if (!m_areGapsPlain || m_containers > k_mostContainers || !m_colon.isCommon ||
-            !m_object.areCommon() || !m_array.areCommon()) {
+        if (!m_areGapsPlain || m_containers > ko::Orvid::text::k_mostContainers ||
+            !m_colon.isCommon || !m_object.areCommon() || !m_array.areCommon()) {
             return std::nullopt;
         }
         LineLayout layout;

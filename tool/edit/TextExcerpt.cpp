@@ -17,6 +17,7 @@
 #include "input/skipWhitespace.h"
 #include "text/byteOrderMark.h"
 #include "text/KeyHashes.h"
+#include "text/layoutBounds.h"
 #include "text/scanWhole.h"
 
 namespace orvid_tool {
@@ -25,13 +26,12 @@ namespace {
 
 using ko::Orvid::ReadOptions;
 using ko::Orvid::TokenSpan;
+using ko::Orvid::text::k_farthestLine;
+using ko::Orvid::text::k_farthestSibling;
+using ko::Orvid::text::k_mostContainers;
 
-/// How many containers with children are looked at for the habits of a document.
-constexpr std::size_t k_mostContainers = 4000;
-/// How far back the beginning of a line is looked for, in bytes.
-constexpr std::size_t k_farthestLine = 1000;
-/// How many members before a new one are looked at for one on a line of its own, and one more.
-constexpr std::size_t k_mostMembers = 66;
+/// The members before a new one up to the farthest that is looked at, and one more.
+constexpr std::size_t k_mostMembers = k_farthestSibling + 2;
 
 std::size_t offset(std::uint64_t location) { return static_cast<std::size_t>(location); }
 
