@@ -161,10 +161,16 @@ private:
         }
     }
 
-    /// Comment lines in a container without children.
+    /// Comment lines in a container without children. Those that hold none are not counted, since
+    /// an excerpt of the document may leave them out.
     void lookAtComments(std::uint32_t container) {
         const std::string_view text = m_map.text(container);
-        const Gap gap = gapOf(text.substr(1, text.size() - 2), GapKind::only);
+        const std::string_view held = text.substr(1, text.size() - 2);
+        if (m_commented == k_mostContainers || !hasComment(held)) {
+            return;
+        }
+        ++m_commented;
+        const Gap gap = gapOf(held, GapKind::only);
         const auto comment = std::find_if(gap.lines.begin(), gap.lines.end(), hasComment);
         if (comment != gap.lines.end()) {
             addIndent(container, breakOf(*comment));
@@ -261,6 +267,7 @@ private:
         m_endComma, m_leadCommas;
     bool m_hasFlat = false;             ///< whether lines in a container have no indent
     std::vector<std::uint32_t> m_open;  ///< the containers around the one that is looked at
+    std::size_t m_commented = 0;        ///< containers without children that hold comments
 };
 
 }  // namespace

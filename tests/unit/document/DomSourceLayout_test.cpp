@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 
 #include "support/EditedText.h"
@@ -307,6 +308,21 @@ TEST(DomSourceLayout, gives_lines_to_a_container_that_is_too_long_for_one) {
     EXPECT_EQ(edited(text, setting("b.y", fits)), before + "{ \"y\": \"" + fits + "\" }\n}\n");
     EXPECT_EQ(edited(text, setting("b.y", fits + "f")),
               before + "{\n    \"y\": \"" + fits + "f\"\n  }\n}\n");
+}
+
+/// Objects in which there is nothing but a comment, with that indent.
+std::string commented(std::size_t count, const std::string& indent) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        text += "{\n" + indent + "// c\n},\n";
+    }
+    return text;
+}
+
+TEST(DomSourceLayout, learns_the_indent_from_comments_in_the_first_few_thousand_objects) {
+    const std::string before = "[\n" + commented(4000, "   ") + commented(5000, " ");
+    const std::string after = edited(before + "{}\n]", setting("[9000].a", 1));
+    EXPECT_TRUE(after == before + "{\n   \"a\": 1\n}\n]") << after.substr(before.size());
 }
 
 }  // namespace
