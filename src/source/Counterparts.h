@@ -207,7 +207,7 @@ private:
     std::vector<NewValue> m_new;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_due;  ///< containers to look into
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_released;
-    std::unordered_set<std::uint32_t> m_movedOutOf;  ///< values, by what is known
+    std::unordered_set<std::uint32_t> m_movedOutOf;  ///< values that a value below them left
     std::unordered_set<std::uint32_t> m_movedInto;   ///< elements
     std::unordered_set<std::uint32_t> m_known;       ///< elements that were moved or stayed
     std::vector<bool> m_isGone;  ///< by value: whether it is known to be gone for good
