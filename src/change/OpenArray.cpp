@@ -4,7 +4,6 @@
 
 #include "change/OpenArray.h"
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 

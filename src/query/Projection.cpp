@@ -4,7 +4,7 @@
 
 #include "query/Projection.h"
 
-#include <type_traits>
+#include <algorithm>
 
 namespace ko::Orvid {
 

@@ -4,7 +4,6 @@
 
 #include "output/Failure.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>

@@ -6,7 +6,6 @@
 
 #include <ostream>
 #include <streambuf>
-#include <utility>
 
 #include "output/Color.h"
 

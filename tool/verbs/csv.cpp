@@ -2,7 +2,6 @@
 //
 // orvid csv: records to a table.
 
-#include <algorithm>
 #include <optional>
 #include <set>
 #include <stdexcept>

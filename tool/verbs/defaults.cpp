@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "call/Options.h"

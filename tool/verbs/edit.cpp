@@ -13,7 +13,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "call/Options.h"
 #include "edit/InPlace.h"

@@ -2,7 +2,6 @@
 //
 // orvid insert: new members and items, with nothing overwritten.
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>

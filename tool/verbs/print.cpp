@@ -2,8 +2,6 @@
 //
 // orvid print: the document in another layout.
 
-#include <string>
-
 #include "call/Options.h"
 #include "edit/Kept.h"
 #include "edit/rewrite.h"
