@@ -51,7 +51,8 @@ public:
         if (isCopy(id)) {
             return m_copies.at(id).begin()->second.count(place) > 0;
         }
-        return place.empty() || (!isGoneForGood(id) && maySucceed(id, place));
+        return place.empty() || hasContentsOf(id, place) ||
+               (!isGoneForGood(id) && maySucceed(id, place));
     }
 
     bool isWhereItWas() const {
@@ -73,6 +74,12 @@ private:
                (m_model.isGoneForGood(id) || isGoneForGood(former(id).parent));
     }
 
+    /// Whether a copy of the value is there, in something that was put in place of another value.
+    bool hasContentsOf(int id, const std::string& place) const {
+        const auto found = m_all.find(place);
+        return found != m_all.end() && found->second->contentsOf == id;
+    }
+
     /// What was removed may be replaced, or be moved by removing it and adding it elsewhere.
     bool maySucceed(int id, const std::string& place) const {
         const auto found = m_new.find(place);
@@ -84,7 +91,13 @@ private:
         const std::string key = place.substr(place.rfind('/') + 1);
         const bool isSameParent = m_all.at(above)->id == before.parent;
         const bool isSameKey = before.key == key && found->second->token == before.token;
-        return isSameParent || isSameKey || before.isContainer || hasNoneOf(before.parent);
+        return isSameParent || isSameKey || before.isContainer || hasNoneOf(before.parent) ||
+               mayHoldContentsOf(*m_all.at(above), before.parent);
+    }
+
+    /// Whether a new container may have got what was in that one.
+    bool mayHoldContentsOf(const PatchedModel::Node& container, int before) const {
+        return container.id == k_new && container.kind == former(before).token.front();
     }
 
     /// Whether nothing that was in the container is there: what it held may be found elsewhere.

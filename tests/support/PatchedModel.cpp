@@ -217,7 +217,9 @@ PatchedModel::NodePtr PatchedModel::copied(const Node& node, int copy) {
 }
 
 void PatchedModel::forgetCopies(const NodePtr& node) {
-    forEach(node, "", [](const NodePtr& each, const std::string&) { each->copyOf = k_new; });
+    forEach(node, "", [](const NodePtr& each, const std::string&) {
+        each->contentsOf = std::exchange(each->copyOf, k_new);
+    });
 }
 
 void PatchedModel::copy() {

@@ -25,8 +25,9 @@ public:
         int id = k_new;
         int copyOf = k_new;
         int copy = 0;
-        char kind = '1';    ///< or { or [
-        std::string token;  ///< of a scalar
+        int contentsOf = k_new;  ///< what it is a copy of where that was put in place of another
+        char kind = '1';         ///< or { or [
+        std::string token;       ///< of a scalar
         std::vector<std::pair<std::string, std::shared_ptr<Node>>> children;
 
         bool isContainer() const { return kind != '1'; }
