@@ -10,6 +10,8 @@
 #include <ko/Orvid/PathException.h>
 #include <ko/Orvid/TypeException.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <locale>
 #include <new>
@@ -28,12 +30,9 @@ namespace ko::Orvid {
 namespace {
 
 bool isPatchOperation(std::string_view name) {
-    for (const char* const known : {"add", "remove", "replace", "move", "copy", "test"}) {
-        if (name == known) {
-            return true;
-        }
-    }
-    return false;
+    constexpr std::array<std::string_view, 6> names{"add",  "remove", "replace",
+                                                    "move", "copy",   "test"};
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }

@@ -89,7 +89,9 @@ private:
 
     Failure withCommaHint(const Failure& failure) const {
         const std::string_view text = failure.text();
-        if (m_refusesComments || text.find("trailing commas are not allowed") == text.npos) {
+        const bool isOfComma =
+            text.find("trailing commas are not allowed") != std::string_view::npos;
+        if (m_refusesComments || !isOfComma) {
             return failure;
         }
         return {failure.status(), failure.location(),
