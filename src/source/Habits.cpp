@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "source/Gap.h"
@@ -61,11 +64,11 @@ public:
         std::size_t seen = 0;
         for (std::uint32_t value = 0; value < m_map.size() && seen < k_mostContainers; ++value) {
             if (m_map.isContainer(value) && m_map.hasChildren(value)) {
-                while (!m_open.empty() && value >= m_map.next(m_open.back())) {
+                while (!m_open.empty() && value >= m_map.next(m_open.back().container)) {
                     m_open.pop_back();
                 }
                 look(value);
-                m_open.push_back(value);
+                m_open.push_back({value, std::nullopt});
                 ++seen;
             } else if (m_map.isContainer(value)) {
                 lookAtComments(value);
@@ -75,6 +78,11 @@ public:
     }
 
 private:
+    struct Level {
+        std::uint32_t container;
+        std::optional<std::string> keyIndent;
+    };
+
     void look(std::uint32_t container) {
         const bool isMany = isManyLine(m_map, container);
         const bool isObject = m_map.isObject(container);
@@ -95,7 +103,7 @@ private:
         if (m_map.isObject(container)) {
             m_lines.add(isMany);
             if (!isFilled && !m_open.empty()) {
-                (m_map.isObject(m_open.back()) ? m_flatMembers : m_flatItems).add(isMany);
+                (m_map.isObject(m_open.back().container) ? m_flatMembers : m_flatItems).add(isMany);
             }
         } else if (holdsContainer(m_map, container)) {
             m_lines.add(isMany);
@@ -117,7 +125,7 @@ private:
 
     void lookAtLines(std::uint32_t container) {
         m_endComma.add(hasComma(closeGap(m_map, container)));
-        if (!m_open.empty() && m_map.isObject(m_open.back())) {
+        if (!m_open.empty() && m_map.isObject(m_open.back().container)) {
             lookAtBracket(container);
         }
         addIndent(container, breakOf(gapOf(openGap(m_map, container), GapKind::open).lead));
@@ -196,9 +204,17 @@ private:
         const std::size_t colon = before.find_last_not_of(" \t\r\n");
         const std::string_view gap = before.substr(colon + 1);
         if (before[colon] == ':') {
-            const std::string_view keys = gapOf(openGap(m_map, m_open.back()), GapKind::open).lead;
-            m_ownBrackets.add(hasNewline(gap) && indentOf(gap) == indentOf(breakOf(keys)));
+            m_ownBrackets.add(hasNewline(gap) && indentOf(gap) == keyIndent(m_open.back()));
         }
+    }
+
+    /// Read once for each object: many comments may stand before its first key.
+    const std::string& keyIndent(Level& object) {
+        if (!object.keyIndent) {
+            const Gap gap = gapOf(openGap(m_map, object.container), GapKind::open);
+            object.keyIndent = std::string(indentOf(breakOf(gap.lead)));
+        }
+        return *object.keyIndent;
     }
 
     void lookAtLine(std::uint32_t container, const ChildSpan& first) {
@@ -265,9 +281,9 @@ private:
         m_objectEnds, m_arrayEnds, m_leadingCommas, m_commaBases;
     Votes m_lines, m_scalars, m_mixed, m_lists, m_flatMembers, m_flatItems, m_ownBrackets,
         m_endComma, m_leadCommas;
-    bool m_hasFlat = false;             ///< whether lines in a container have no indent
-    std::vector<std::uint32_t> m_open;  ///< the containers around the one that is looked at
-    std::size_t m_commented = 0;        ///< containers without children that hold comments
+    bool m_hasFlat = false;       ///< whether lines in a container have no indent
+    std::vector<Level> m_open;    ///< the containers around the one that is looked at
+    std::size_t m_commented = 0;  ///< containers without children that hold comments
 };
 
 }  // namespace
