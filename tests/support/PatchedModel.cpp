@@ -85,7 +85,7 @@ void PatchedModel::write(const Node& node, const std::string& indent, std::strin
         out += node.token;
         return;
     }
-    const bool breaks = out.empty() ? choose(2) == 0 : indent.size() > 0 && choose(2) == 0;
+    const bool breaks = out.empty() ? choose(2) == 0 : !indent.empty() && choose(2) == 0;
     const std::string inner = indent + "  ";
     out += node.kind;
     for (std::size_t i = 0; i < node.children.size(); ++i) {
