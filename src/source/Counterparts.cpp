@@ -260,8 +260,8 @@ void Counterparts::pairContents(std::uint32_t value, std::uint32_t element) {
     }
 }
 
-/// Two containers in one place of which one was empty, or objects without a common key: one may
-/// have come from elsewhere, and the other gone there.
+/// Two containers in one place of which one was empty, objects without a common key, or an array
+/// with the items of another: one may have come from elsewhere, and the other gone there.
 void Counterparts::releaseContents(std::uint32_t value, std::uint32_t element) {
     m_old[value].contents = k_none;
     m_new[element].contents = k_none;
@@ -275,7 +275,11 @@ void Counterparts::pairReleased() {
         if (m_old[value].contents == k_none && m_new[element].contents == k_none) {
             m_old[value].contents = element;
             m_new[element].contents = value;
-            matchByHash(boundChildren(value), childrenNow(element));
+            if (m_map.isObject(value)) {
+                matchByHash(boundChildren(value), childrenNow(element));
+            } else {
+                matchItems(childrenBefore(value), childrenNow(element));
+            }
             matchAll();
         }
     }
@@ -311,6 +315,8 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
         } else {
             releaseContents(value, element);
         }
+    } else if (!isKnown && !m_areAllKnown && areFromElsewhere(before, now)) {
+        releaseContents(value, element);
     } else {
         matchItems(before, now);
     }

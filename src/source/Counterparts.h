@@ -18,6 +18,7 @@
 #include <ko/Orvid/Element.h>
 #include <ko/Orvid/JsonPointer.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -135,6 +136,29 @@ private:
     void matchByHash(const Numbers& before, const Numbers& now);
 
     void matchItems(const Numbers& allBefore, const Numbers& allNow);
+    using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
+    /// Of one item, the other with which it has most children in common.
+    struct Likest {
+        std::size_t partner = 0;
+        std::size_t count = 0;
+        bool isOnly = false;
+
+        void add(std::size_t other, std::size_t shared) {
+            isOnly = shared > count || (isOnly && shared < count);
+            partner = shared > count ? other : partner;
+            count = std::max(count, shared);
+        }
+    };
+    struct SharedChildren {
+        std::vector<Likest> ofLost;
+        std::vector<Likest> ofAdded;
+    };
+
+    bool areFromElsewhere(const Numbers& before, const Numbers& now);
+    void listItemsByAddress();
+    Pairs alikeItems(const Numbers& lost, const Numbers& added) const;
+    SharedChildren sharedChildren(const Numbers& lost, const Numbers& added) const;
+    bool shareHalf(std::uint32_t value, std::uint32_t element) const;
     Positions unmovedItems(const Numbers& before, const Numbers& now) const;
     /// Positions in an array before and now, each up to an end.
     struct ItemRange {
@@ -201,6 +225,8 @@ private:
 
     /// The greatest product of the numbers of changed items that are compared with each other.
     static constexpr std::size_t k_mostCompared = 10000;
+    /// How many lost values that are alike are looked at for one element.
+    static constexpr std::size_t k_mostCandidates = 16;
 
     const SourceMap& m_map;
     std::vector<OldValue> m_old;
@@ -212,6 +238,7 @@ private:
     std::unordered_set<std::uint32_t> m_known;       ///< elements that were moved or stayed
     std::vector<bool> m_isGone;  ///< by value: whether it is known to be gone for good
     bool m_areAllKnown = false;  ///< whether nothing was moved besides these
+    ByAddress m_itemsByAddress;  ///< those of arrays in the text, when first asked for
     ByAddress m_lostByAddress;
     std::unordered_map<std::uint64_t, Numbers> m_lostByHash;
     std::unordered_map<std::uint64_t, std::size_t> m_addedByHash;

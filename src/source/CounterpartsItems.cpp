@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "change/SequenceAlign.h"
@@ -36,6 +37,12 @@ std::vector<std::uint32_t> part(const std::vector<std::uint32_t>& numbers, std::
                                 std::size_t end) {
     return {numbers.begin() + static_cast<std::ptrdiff_t>(from),
             numbers.begin() + static_cast<std::ptrdiff_t>(end)};
+}
+
+/// Where it is in the ascending numbers, in which it is.
+std::size_t positionIn(const std::vector<std::uint32_t>& numbers, std::uint32_t number) {
+    const auto found = std::lower_bound(numbers.begin(), numbers.end(), number);
+    return static_cast<std::size_t>(found - numbers.begin());
 }
 
 void forgetPaired(std::vector<std::uint32_t>& lost, std::vector<std::uint32_t>& added) {
@@ -114,12 +121,109 @@ void Counterparts::matchItems(const Numbers& allBefore, const Numbers& allNow) {
     for (const auto& [i, j] : pairs) {
         pair(before[i], now[j]);
     }
-    const Positions stayed = pairedInOrder(allBefore, allNow);
+    Positions stayed = pairedInOrder(allBefore, allNow);
     matchByHash(before, now);
-    forEachInterval(stayed, allBefore.size(), allNow.size(), [&](const ItemRange& range) {
-        matchChanged(unpaired(part(allBefore, range.from, range.fromEnd)),
-                     unmatched(part(allNow, range.to, range.toEnd)));
-    });
+    for (const auto& [value, element] : alikeItems(unpaired(before), unmatched(now))) {
+        pair(value, element);
+        stayed.emplace_back(positionIn(allBefore, value), positionIn(allNow, element));
+    }
+    std::sort(stayed.begin(), stayed.end());
+    forEachInterval(ascendingPairs(stayed), allBefore.size(), allNow.size(),
+                    [&](const ItemRange& range) {
+                        matchChanged(unpaired(part(allBefore, range.from, range.fromEnd)),
+                                     unmatched(part(allNow, range.to, range.toEnd)));
+                    });
+}
+
+/// Whether most items of an array that has none of its own left were items of another one.
+bool Counterparts::areFromElsewhere(const Numbers& before, const Numbers& now) {
+    std::unordered_set<const Element*> own;
+    for (const std::uint32_t value : before) {
+        own.insert(m_map[value].element());
+    }
+    if (std::any_of(now.begin(), now.end(),
+                    [&](std::uint32_t element) { return own.count(m_new[element].element) > 0; })) {
+        return false;
+    }
+    if (m_itemsByAddress.empty()) {
+        listItemsByAddress();
+    }
+    std::size_t count = 0;
+    std::uint32_t array = k_none;
+    for (const std::uint32_t element : now) {
+        const auto found = m_itemsByAddress.find(m_new[element].element);
+        if (found != m_itemsByAddress.end() && m_old[found->second].hash == m_new[element].hash) {
+            array = array == k_none ? m_old[found->second].parent : array;
+            count += m_old[found->second].parent == array ? 1U : 0U;
+        }
+    }
+    return count > 0 && 2 * count >= now.size();
+}
+
+void Counterparts::listItemsByAddress() {
+    for (std::uint32_t value = 1; value < m_map.size(); ++value) {
+        if (!m_map.isObject(m_old[value].parent) && m_map[value].element() != nullptr) {
+            m_itemsByAddress.emplace(m_map[value].element(), value);
+        }
+    }
+}
+
+/// Containers that have more children in common with each other than either has with any other,
+/// wherever they are in the array, and at least half of theirs.
+Counterparts::Pairs Counterparts::alikeItems(const Numbers& lost, const Numbers& added) const {
+    const SharedChildren shared = sharedChildren(lost, added);
+    Pairs pairs;
+    for (std::size_t j = 0; j < added.size(); ++j) {
+        const std::size_t i = shared.ofAdded[j].partner;
+        const bool isMutual =
+            shared.ofAdded[j].isOnly && shared.ofLost[i].isOnly && shared.ofLost[i].partner == j;
+        if (isMutual && shareHalf(lost[i], added[j])) {
+            pairs.emplace_back(lost[i], added[j]);
+        }
+    }
+    return pairs;
+}
+
+/// Children that many of the items have say nothing of which item it is.
+Counterparts::SharedChildren Counterparts::sharedChildren(const Numbers& lost,
+                                                          const Numbers& added) const {
+    std::unordered_map<std::uint64_t, std::vector<std::size_t>> byTrace;
+    for (std::size_t i = 0; i < lost.size(); ++i) {
+        for (const std::uint32_t child : childrenBefore(lost[i])) {
+            byTrace[traceBefore(child)].push_back(i);
+        }
+    }
+    SharedChildren shared{std::vector<Likest>(lost.size()), std::vector<Likest>(added.size())};
+    for (std::size_t j = 0; j < added.size(); ++j) {
+        std::unordered_map<std::size_t, std::size_t> counts;
+        for (const std::uint32_t child : childrenNow(added[j])) {
+            const auto owners = byTrace.find(traceNow(child));
+            if (owners != byTrace.end() && owners->second.size() <= k_mostCandidates) {
+                for (const std::size_t i : owners->second) {
+                    counts[i] += isSameContainer(lost[i], added[j]) ? 1U : 0U;
+                }
+            }
+        }
+        for (const auto& [i, count] : counts) {
+            shared.ofAdded[j].add(i, count);
+            shared.ofLost[i].add(j, count);
+        }
+    }
+    return shared;
+}
+
+bool Counterparts::shareHalf(std::uint32_t value, std::uint32_t element) const {
+    const Numbers before = childrenBefore(value);
+    const Numbers now = childrenNow(element);
+    std::unordered_set<std::uint64_t> traces;
+    for (const std::uint32_t child : before) {
+        traces.insert(traceBefore(child));
+    }
+    const auto count =
+        static_cast<std::size_t>(std::count_if(now.begin(), now.end(), [&](std::uint32_t child) {
+            return traces.count(traceNow(child)) > 0;
+        }));
+    return 2 * count >= std::max(before.size(), now.size());
 }
 
 /// As many items that are known to be the same, from where they were to where they are, as did not

@@ -398,6 +398,38 @@ TEST(DomSourceMoved, keeps_comments_within_an_item_that_changes_while_others_com
               "[2 /* a */, 3]");
 }
 
+TEST(DomSourceMoved, finds_changed_items_wherever_they_are_by_what_they_share) {
+    const char* const people =
+        "[\n  // 1\n  {\"n\": \"c\", \"v\": 1, \"w\": 5}, // c\n"
+        "  {\"n\": \"b\", \"v\": 2, \"w\": 6}, // b\n"
+        "  {\"n\": \"a\", \"v\": 3, \"w\": 7} // a\n]";
+    const char* const sorted =
+        "[\n  {\"n\": \"a\", \"v\": 8, \"w\": 7}, // a\n"
+        "  {\"n\": \"b\", \"v\": 2, \"w\": 6}, // b\n"
+        "  // 1\n  {\"n\": \"c\", \"v\": 9, \"w\": 5} // c\n]";
+    EXPECT_EQ(edited(people,
+                     [](Element& root) {
+                         root.get("[0].v").set(9);
+                         root.get("[2].v").set(8);
+                         std::swap(root.get("[0]"), root.get("[2]"));
+                     }),
+              sorted);
+    EXPECT_EQ(edited(people, [&](Element& root) { root = *Dom::parse(sorted); }), sorted);
+}
+
+TEST(DomSourceMoved, takes_comments_along_when_arrays_change_places) {
+    const char* const text =
+        "{\"a\": [1, // 1\n  2 // 2\n], \"b\": [3, // 3\n  4, // 4\n  5 // 5\n]}";
+    EXPECT_EQ(edited(text, [](Element& root) { std::swap(root.get("a"), root.get("b")); }),
+              "{\"a\": [3, // 3\n  4, // 4\n  5 // 5\n], \"b\": [1, // 1\n  2 // 2\n]}");
+    EXPECT_EQ(edited(text,
+                     [](Element& root) {
+                         root.get("a") = std::move(root.get("b"));
+                         root.object().erase(std::string("b"));
+                     }),
+              "{\"a\": [3, // 3\n  4, // 4\n  5 // 5\n]}");
+}
+
 TEST(DomSourceMoved, writes_no_comment_twice_where_a_copy_is_within_what_moved) {
     EXPECT_EQ(edited(R"({"c": [[/*k*/ 1]]})",
                      [](Element& root) {
