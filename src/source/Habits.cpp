@@ -13,6 +13,7 @@
 
 #include "source/Gap.h"
 #include "text/layoutBounds.h"
+#include "text/whitespace.h"
 
 namespace ko::Orvid {
 
@@ -201,7 +202,7 @@ private:
     /// Whether the bracket of a member stands on a line of its own, with the indent of the keys.
     void lookAtBracket(std::uint32_t member) {
         const std::string_view before = m_map.text(0, m_map[member].begin());
-        const std::size_t colon = before.find_last_not_of(" \t\r\n");
+        const std::size_t colon = before.find_last_not_of(text::k_whitespace);
         const std::string_view gap = before.substr(colon + 1);
         if (before[colon] == ':') {
             m_ownBrackets.add(hasNewline(gap) && indentOf(gap) == keyIndent(m_open.back()));
