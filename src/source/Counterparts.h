@@ -154,6 +154,7 @@ private:
         std::vector<Likest> ofAdded;
     };
 
+    bool areInPlace(const Numbers& lost, const Numbers& added) const;
     bool areFromElsewhere(const Numbers& before, const Numbers& now);
     void listItemsByAddress();
     Pairs alikeItems(const Numbers& lost, const Numbers& added) const;
@@ -225,8 +226,6 @@ private:
 
     /// The greatest product of the numbers of changed items that are compared with each other.
     static constexpr std::size_t k_mostCompared = 10000;
-    /// How many lost values that are alike are looked at for one element.
-    static constexpr std::size_t k_mostCandidates = 16;
 
     const SourceMap& m_map;
     std::vector<OldValue> m_old;

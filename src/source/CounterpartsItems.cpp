@@ -45,6 +45,34 @@ std::size_t positionIn(const std::vector<std::uint32_t>& numbers, std::uint32_t 
     return static_cast<std::size_t>(found - numbers.begin());
 }
 
+/// The positions of the items that had a child. One that many of them had says nothing of which
+/// item it is in.
+class ChildOwners {
+public:
+    void add(std::uint64_t trace, std::size_t item) { m_owners.emplace_back(trace, item); }
+    /// Between the last add() and the first forEachOf().
+    void sort() { std::sort(m_owners.begin(), m_owners.end()); }
+
+    template<class Visit>
+    void forEachOf(std::uint64_t trace, const Visit& visit) const {
+        constexpr std::size_t mostOwners = 16;
+        const auto first =
+            std::lower_bound(m_owners.begin(), m_owners.end(), Owner(trace, std::size_t(0)));
+        auto end = first;
+        while (end != m_owners.end() && end->first == trace) {
+            if (static_cast<std::size_t>(++end - first) > mostOwners) {
+                return;
+            }
+        }
+        std::for_each(first, end, [&](const Owner& owner) { visit(owner.second); });
+    }
+
+private:
+    using Owner = std::pair<std::uint64_t, std::size_t>;
+
+    std::vector<Owner> m_owners;
+};
+
 void forgetPaired(std::vector<std::uint32_t>& lost, std::vector<std::uint32_t>& added) {
     lost.erase(std::remove(lost.begin(), lost.end(), k_none), lost.end());
     added.erase(std::remove(added.begin(), added.end(), k_none), added.end());
@@ -123,7 +151,10 @@ void Counterparts::matchItems(const Numbers& allBefore, const Numbers& allNow) {
     }
     Positions stayed = pairedInOrder(allBefore, allNow);
     matchByHash(before, now);
-    for (const auto& [value, element] : alikeItems(unpaired(before), unmatched(now))) {
+    const Numbers lost = unpaired(before);
+    const Numbers added = unmatched(now);
+    for (const auto& [value, element] :
+         areInPlace(lost, added) ? Pairs() : alikeItems(lost, added)) {
         pair(value, element);
         stayed.emplace_back(positionIn(allBefore, value), positionIn(allNow, element));
     }
@@ -133,6 +164,16 @@ void Counterparts::matchItems(const Numbers& allBefore, const Numbers& allNow) {
                         matchChanged(unpaired(part(allBefore, range.from, range.fromEnd)),
                                      unmatched(part(allNow, range.to, range.toEnd)));
                     });
+}
+
+/// Whether each has its element still, and what was first in it as well: nothing was moved.
+bool Counterparts::areInPlace(const Numbers& lost, const Numbers& added) const {
+    return std::equal(lost.begin(), lost.end(), added.begin(), added.end(),
+                      [this](std::uint32_t value, std::uint32_t element) {
+                          return m_map[value].element() == m_new[element].element &&
+                                 m_map.hasChildren(value) && element + 1 < m_new[element].next &&
+                                 m_map[value + 1].element() == m_new[element + 1].element;
+                      });
 }
 
 /// Whether most items of an array that has none of its own left were items of another one.
@@ -184,25 +225,22 @@ Counterparts::Pairs Counterparts::alikeItems(const Numbers& lost, const Numbers&
     return pairs;
 }
 
-/// Children that many of the items have say nothing of which item it is.
 Counterparts::SharedChildren Counterparts::sharedChildren(const Numbers& lost,
                                                           const Numbers& added) const {
-    std::unordered_map<std::uint64_t, std::vector<std::size_t>> byTrace;
+    ChildOwners owners;
     for (std::size_t i = 0; i < lost.size(); ++i) {
         for (const std::uint32_t child : childrenBefore(lost[i])) {
-            byTrace[traceBefore(child)].push_back(i);
+            owners.add(traceBefore(child), i);
         }
     }
+    owners.sort();
     SharedChildren shared{std::vector<Likest>(lost.size()), std::vector<Likest>(added.size())};
     for (std::size_t j = 0; j < added.size(); ++j) {
         std::unordered_map<std::size_t, std::size_t> counts;
         for (const std::uint32_t child : childrenNow(added[j])) {
-            const auto owners = byTrace.find(traceNow(child));
-            if (owners != byTrace.end() && owners->second.size() <= k_mostCandidates) {
-                for (const std::size_t i : owners->second) {
-                    counts[i] += isSameContainer(lost[i], added[j]) ? 1U : 0U;
-                }
-            }
+            owners.forEachOf(traceNow(child), [&](std::size_t i) {
+                counts[i] += isSameContainer(lost[i], added[j]) ? 1U : 0U;
+            });
         }
         for (const auto& [i, count] : counts) {
             shared.ofAdded[j].add(i, count);
@@ -213,15 +251,15 @@ Counterparts::SharedChildren Counterparts::sharedChildren(const Numbers& lost,
 }
 
 bool Counterparts::shareHalf(std::uint32_t value, std::uint32_t element) const {
-    const Numbers before = childrenBefore(value);
-    const Numbers now = childrenNow(element);
-    std::unordered_set<std::uint64_t> traces;
-    for (const std::uint32_t child : before) {
-        traces.insert(traceBefore(child));
+    std::vector<std::uint64_t> before;
+    for (const std::uint32_t child : childrenBefore(value)) {
+        before.push_back(traceBefore(child));
     }
+    std::sort(before.begin(), before.end());
+    const Numbers now = childrenNow(element);
     const auto count =
         static_cast<std::size_t>(std::count_if(now.begin(), now.end(), [&](std::uint32_t child) {
-            return traces.count(traceNow(child)) > 0;
+            return std::binary_search(before.begin(), before.end(), traceNow(child));
         }));
     return 2 * count >= std::max(before.size(), now.size());
 }

@@ -14,6 +14,8 @@ namespace ko::Orvid {
 namespace {
 
 constexpr std::uint32_t k_none = SourceMap::k_none;
+/// How many lost values of the same hash are looked at for one element.
+constexpr std::size_t k_mostCandidates = 16;
 
 }  // namespace
 
