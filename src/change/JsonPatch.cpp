@@ -13,6 +13,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "change/PatchMoves.h"
 #include "change/PatchTarget.h"
@@ -269,6 +270,8 @@ private:
             m_target.closeWithin(at(pointer));
             m_moves->overwrite(at(pointer));
         }
+        m_takenFrom = &source;
+        m_taken = &moved;
         const Element& element = put(pointer, moved);
         if (m_moves != nullptr) {
             m_moves->move(origin, element);
@@ -309,8 +312,22 @@ private:
     /// The error names the deepest element on the way that the pointer takes.
     [[noreturn]] void fail(const std::string& reason, const JsonPointer* pointer = nullptr) const {
         m_target.closeAll();
-        const Element* const element = pointer == nullptr ? nullptr : &m_target.deepest(*pointer);
+        const Element* const element = pointer == nullptr ? nullptr : &deepest(*pointer);
         throw PatchException(element, m_number, m_name, m_path, reason, formerPlace(element));
+    }
+
+    /// In the document as the operations before this one have left it: an item that was taken out
+    /// goes back, so that those after it have their places again.
+    const Element& deepest(const JsonPointer& pointer) const {
+        const Element& element = m_target.deepest(pointer);
+        Element* const array =
+            m_taken == nullptr ? nullptr : above(*m_takenFrom).find(m_target.root());
+        if (array == nullptr || !array->isArray()) {
+            return element;
+        }
+        const JsonPointer place = placeBeforeTaking(element, m_target.root(), *m_takenFrom);
+        array->array().insert(*pointerIndex(m_takenFrom->steps().back()), std::move(*m_taken));
+        return place.get(m_target.root());
     }
 
     std::optional<std::string> formerPlace(const Element* element) const {
@@ -326,6 +343,8 @@ private:
     std::size_t m_number;
     Growth& m_growth;
     PatchMoves* m_moves;
+    const JsonPointer* m_takenFrom = nullptr;  ///< the place of a value that is being moved
+    Element* m_taken = nullptr;                ///< that value, which was taken out
     std::string m_name;
     std::string m_path;
 };

@@ -54,6 +54,17 @@ public:
         return name == "move" ? undoMove(pointerAt(operation, "from"), path) : undoPut(path);
     }
 
+    void undoTake(const JsonPointer& path) {
+        Level* const level = besides(path);
+        if (level == nullptr || !level->isItem) {
+            return;
+        }
+        ++level->arraySize;
+        if (*pointerIndex(path.steps().back()) <= level->index) {
+            ++level->index;
+        }
+    }
+
     void appendTo(JsonPointer& pointer) const {
         for (const Level& level : m_levels) {
             pointer.push_back(level.isItem ? std::to_string(level.index) : level.key);
@@ -115,17 +126,6 @@ private:
         return put != level->index;
     }
 
-    void undoTake(const JsonPointer& path) {
-        Level* const level = besides(path);
-        if (level == nullptr || !level->isItem) {
-            return;
-        }
-        ++level->arraySize;
-        if (*pointerIndex(path.steps().back()) <= level->index) {
-            ++level->index;
-        }
-    }
-
     std::vector<Level> m_levels;
 };
 
@@ -142,6 +142,15 @@ std::optional<JsonPointer> placeBefore(const Element& element, const Element& ta
             return std::nullopt;
         }
     }
+    steps.appendTo(place);
+    return place;
+}
+
+JsonPointer placeBeforeTaking(const Element& element, const Element& target,
+                              const JsonPointer& taken) {
+    StepsBack steps(target, JsonPointer::of(element, &target).steps());
+    steps.undoTake(taken);
+    JsonPointer place;
     steps.appendTo(place);
     return place;
 }

@@ -18,4 +18,9 @@ namespace ko::Orvid {
 std::optional<JsonPointer> placeBefore(const Element& element, const Element& target,
                                        const Element& patch, std::size_t done);
 
+/// The place, from `target`, that the element had in it before the value at `taken` was taken out.
+/// Linear in the depth of both.
+JsonPointer placeBeforeTaking(const Element& element, const Element& target,
+                              const JsonPointer& taken);
+
 }  // namespace ko::Orvid

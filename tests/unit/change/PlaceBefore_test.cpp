@@ -102,6 +102,41 @@ TEST(PlaceBefore, is_none_without_an_element) {
     EXPECT_EQ(error.formerPlace(), nullptr);
 }
 
+/// The place of the element that the error of a move names, and the one before the patch.
+std::string placesOfMove(const char* document, const std::string& before, const char* from,
+                         const char* path) {
+    Document target(document);
+    const std::string operation = move(from, path);
+    const Document patch("[" + before + operation.substr(0, operation.length() - 1) + "]");
+    std::string places;
+    ko::Orvid::MovedPlaces moved;
+    for (ko::Orvid::MovedPlaces* const noted : {&moved, static_cast<decltype(&moved)>(nullptr)}) {
+        ko::Orvid::PatchOptions options;
+        options.moved = noted;
+        const auto error =
+            thrownBy<PatchException>([&] { applyPatch(target.root, patch.root, options); });
+        const std::string former = error.formerPlace() == nullptr ? "none" : *error.formerPlace();
+        const std::string pair = *error.elementPath() + " " + former;
+        EXPECT_TRUE(places.empty() || places == pair) << places << " and " << pair;
+        places = pair;
+    }
+    EXPECT_EQ(compact(target.root), compact(Document(document).root));
+    return places;
+}
+
+TEST(PlaceBefore, counts_an_item_that_the_operation_itself_took_out) {
+    EXPECT_EQ(placesOfMove("[2,[],null]", "", "/0", "/1/0"), "[2] /2");
+    EXPECT_EQ(placesOfMove(R"([1,2,{"k":[]}])", "", "/0", "/1/k/5"), "[2].k /2/k");
+    EXPECT_EQ(placesOfMove(R"([0,1,2,{"k":[]}])", remove("/0"), "/0", "/1/k/5"), "[2].k /3/k");
+    EXPECT_EQ(placesOfMove("[1,2]", "", "/0", "/2"), " ");
+    EXPECT_EQ(placesOfMove("[1,2]", "", "/1", "/0/x"), "[0] /0");
+    EXPECT_EQ(placesOfMove(R"({"a":[[0,1,2]],"0":[3]})", "", "/a/0/0", "/0/0/x"), "0[0] /0/0");
+    EXPECT_EQ(placesOfMove(R"({"a":[[0,1,2]],"0":[3]})", "", "/a/0/0", "/a/0/1/x"),
+              "a[0][2] /a/0/2");
+    EXPECT_EQ(placesOfMove(R"({"a":1,"b":[2]})", "", "/a", "/b/0/x"), "b[0] /b/0");
+    EXPECT_EQ(placesOfMove("[1,2]", add("/-") + add("/0"), "/0", "/2/x"), "[3] none");
+}
+
 /// Patches of random operations on a document in which each string is there once.
 class RandomPatch {
 public:
