@@ -9,8 +9,13 @@
 #include <ko/Orvid/JsonLines.h>
 #include <ko/Orvid/JsonPointer.h>
 #include <ko/Orvid/PatchException.h>
+#include <ko/Orvid/PathGenerator.h>
 
 #include <optional>
+#include <sstream>
+#include <vector>
+
+#include "change/PointerStep.h"
 
 namespace ko::Orvid {
 
@@ -44,6 +49,25 @@ const Element* elementOf(const std::exception& error, const Dom& dom) {
     }
 }
 
+/// The former place, of which a JSON Pointer does not say what is an item. The steps are those to
+/// the element now, except for the indices of items: nothing on the way was put there.
+Path formerPath(const JsonPointer& former, const Path& now) {
+    const std::vector<PathStep> steps = now.steps();
+    if (steps.size() != former.steps().size()) {
+        return former.toPath();
+    }
+    std::ostringstream path;
+    PathGenerator generator(path);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (steps[i].key) {
+            generator.genObjectProperty(*steps[i].key);
+        } else {
+            generator.genListItem(pointerIndex(former.steps()[i]).value_or(k_noIndex));
+        }
+    }
+    return path.str();
+}
+
 /// Nothing where the error is of a patch that has put the element there.
 std::optional<Path> pathInRecord(const Exception& error) {
     const auto* const ofPatch = dynamic_cast<const PatchException*>(&error);
@@ -53,9 +77,7 @@ std::optional<Path> pathInRecord(const Exception& error) {
     if (ofPatch->formerPlace() == nullptr) {
         return std::nullopt;
     }
-    const JsonPointer former(*ofPatch->formerPlace());
-    const bool isWhereItWas = former == JsonPointer::fromPath(*error.elementPath());
-    return isWhereItWas ? Path(*error.elementPath()) : former.toPath();
+    return formerPath(JsonPointer(*ofPatch->formerPlace()), *error.elementPath());
 }
 
 std::optional<SourcePlace> placeIn(const JsonLines& lines, const Exception& error) {

@@ -408,6 +408,52 @@ TEST(Describe, gives_for_a_later_operation_of_a_patch_the_place_before_the_patch
     EXPECT_EQ(description(R"({"op": "move", "from": "/2", "path": "/0"})"), "and 1: " + end);
 }
 
+/// describe() of a patch that fails, of a document and of a record with that text.
+std::pair<std::string, std::string> describedPatch(const std::string& text,
+                                                   const std::string& operations) {
+    const Document patch("[" + operations + "]");
+    Dom dom = Dom::parse(text);
+    std::istringstream in(text + "\n");
+    ko::Orvid::JsonLines lines(in);
+    Element& record = *lines.next();
+    std::pair<std::string, std::string> described;
+    try {
+        applyPatch(*dom, patch.root);
+    } catch (const Exception& error) {
+        described.first = describe(error, dom);
+    }
+    try {
+        applyPatch(record, patch.root);
+    } catch (const Exception& error) {
+        described.second = describe(error, lines);
+    }
+    return described;
+}
+
+TEST(Describe, gives_the_place_that_an_element_had_before_a_move_took_an_item_out) {
+    const std::string description =
+        "1:8: Operation 0 of the patch (counted from 0), \"move\" at \"/1/0\", cannot be carried "
+        "out: Neither an object nor an array is above it. The place was followed down to the "
+        "element \"[2]\".";
+    EXPECT_EQ(describedPatch("[2, [],null]", R"({"op": "move", "from": "/0", "path": "/1/0"})"),
+              std::make_pair(description, description));
+}
+
+TEST(Describe, finds_a_record_s_element_below_a_key_that_looks_like_an_index) {
+    const auto place = [](const std::string& text, const std::string& operations) {
+        const auto [ofDom, ofRecord] = describedPatch(text, operations);
+        EXPECT_EQ(ofDom, ofRecord);
+        return ofRecord.substr(0, ofRecord.find('O'));
+    };
+    EXPECT_EQ(place(R"({"0":[1,[2]]})",
+                    R"({"op":"remove","path":"/0/0"},{"op":"remove","path":"/0/0/5"})"),
+              "1:9: ");
+    EXPECT_EQ(place(R"([0,{"-":[1,{"1":[2]}]}])",
+                    R"({"op":"remove","path":"/0"},{"op":"remove","path":"/0/-/0"},
+                       {"op":"remove","path":"/0/-/0/1/5"})"),
+              "1:17: ");
+}
+
 TEST(Describe, gives_no_place_in_a_document_for_an_error_in_another_text) {
     const Dom dom = Dom::parse("{\"a\":\n{\"b\": 1}}");
     try {
