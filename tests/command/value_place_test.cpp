@@ -11,6 +11,7 @@
 
 namespace {
 
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::withoutExcerpt;
@@ -109,6 +110,47 @@ TEST(value_place, is_that_before_the_patch_of_what_later_operations_concern) {
                        "--lines"},
                       "[1, {}]\n"),
               "1:5:");
+}
+
+/// The error of a patch that moves a value.
+CommandResult failedMove(const std::string& document, const char* from, const char* path,
+                         const std::string& before = "") {
+    return withoutExcerpt(orvid({"patch", "[" + before + R"({"op":"move","from":")" + from +
+                                              R"(","path":")" + path + R"("}])"},
+                                document));
+}
+
+TEST(value_place, counts_an_item_that_a_patch_took_out_to_move_it) {
+    const std::string taken = "; \"path\" is looked up after the value at \"from\" was taken out";
+    const auto failedAt = [](const std::string& place, const std::string& path,
+                             const std::string& reason, int number = 0) {
+        return failed(1, "(standard input):" + place + ": operation " + std::to_string(number) +
+                             " of the patch, \"move\" of \"" + path + "\": " + reason);
+    };
+    EXPECT_EQ(failedMove("[2,\n [],\n null]\n", "/0", "/1/0"),
+              failedAt("3:2: at [2]", "/1/0", "\"[2]\" is null" + taken));
+    EXPECT_EQ(failedMove("[1,\n 2,\n {\"k\": []}]\n", "/0", "/1/k/5"),
+              failedAt("3:8: at [2].k", "/1/k/5", "it is no index from 0 to 0" + taken));
+    EXPECT_EQ(failedMove("[2,[]]", "/0", "/1/0"),
+              failedAt("1:1: at (root)", "/1/0", "there is no item 1" + taken));
+    EXPECT_EQ(failedMove("[1,2]", "/0", "/2"),
+              failedAt("1:1: at (root)", "/2", "it is no index from 0 to 1" + taken));
+    EXPECT_EQ(failedMove("[0,2,\n[],\nnull]", "/0", "/1/0", R"({"op":"remove","path":"/0"},)"),
+              failedAt("3:1: at [3]", "/1/0", "\"[2]\" is null" + taken, 1));
+    EXPECT_EQ(placeOf({"patch", R"([{"op":"move","from":"/0","path":"/1/0"}])", "--lines"},
+                      "[2,[],null]\n"),
+              "1:7:");
+}
+
+TEST(value_place, has_nothing_to_do_with_a_value_that_is_moved_from_elsewhere) {
+    const std::string start = "(standard input):1:";
+    const std::string operation = ": operation 0 of the patch, \"move\" of ";
+    EXPECT_EQ(failedMove("[1,2]", "/0", "/5"),
+              failed(1, start + "1: at (root)" + operation + "\"/5\": it is no index from 0 to 1"));
+    EXPECT_EQ(failedMove(R"({"a":[1],"x":5})", "/x", "/a/1/z"),
+              failed(1, start + "6: at a" + operation + "\"/a/1/z\": there is no item 1"));
+    EXPECT_EQ(failedMove("[1]", "/3", "/0/x"),
+              failed(1, start + "1: at (root)" + operation + "\"/3\": there is no item 3"));
 }
 
 TEST(value_place, is_reported_records) {

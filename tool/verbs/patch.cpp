@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "call/Options.h"
+#include "edit/beforeTaking.h"
 #include "edit/Kept.h"
 #include "input/Input.h"
 #include "input/located.h"
@@ -203,7 +204,8 @@ private:
             return malformed(document, error, start + error.reason() + meant(error));
         }
         const Element before = beforeOperation(document.root, error.number());
-        const std::string reason = start + this->reason(before, error);
+        const std::string reason =
+            start + this->reason(before, error) + (isOfTaking(before, error) ? k_ofTaking : "");
         Location at = document.location;
         at.setElement(error);
         if (error.formerPlace() == nullptr) {
@@ -211,19 +213,22 @@ private:
             return {ExitStatus::failed, at,
                     reason + "; an operation before it put " + placePhrase(*at.path) + " there"};
         }
-        const Element& former = JsonPointer(*error.formerPlace()).get(document.root);
-        at.setElement(former);
+        const Element* const former = JsonPointer(*error.formerPlace()).find(document.root);
+        if (former == nullptr) {
+            return {ExitStatus::failed, document.location, reason};
+        }
+        at.setElement(*former);
         return {ExitStatus::failed, at,
-                reason + (isOtherThan(former, before, error)
+                reason + (isOtherThan(*former, before, error)
                               ? "; operations before it changed " + placePhrase(*at.path)
                               : std::string())};
     }
 
     /// Whether the error is none in what stands in the text: the operations before have changed its
     /// element there.
-    static bool isOtherThan(const Element& former, const Element& before,
-                            const PatchException& error) {
-        const auto [element, missing] = walk(before, JsonPointer(error.path()));
+    bool isOtherThan(const Element& former, const Element& before,
+                     const PatchException& error) const {
+        const auto [element, missing] = stopOf(before, error);
         const bool isOfChange = missing ? !former.isObject() || former.object().contains(*missing)
                                         : error.operation() == "test";
         return isOfChange && former != *element;
@@ -232,20 +237,65 @@ private:
     /// What the library says, or which step is missing, and what is there: in the document as the
     /// operations before have left it.
     std::string reason(const Element& before, const PatchException& error) const {
-        const JsonPointer pointer(error.path());
-        const auto [element, missing] = walk(before, pointer);
+        const auto [element, missing] = stopOf(before, error);
         if (!missing) {
             return error.operation() == "test" ? error.reason() + thereIs(*element)
                                                : error.reason();
         }
-        const bool isLast = JsonPointer::of(*element).steps().size() + 1 == pointer.steps().size();
+        const bool isLast = JsonPointer::of(*element).steps().size() + 1 ==
+                            JsonPointer(error.path()).steps().size();
         const bool isPut = element->isArray() && isLast && putsAt(error);
         return isPut ? error.reason() : missingStep(*element, *missing);
     }
 
-    /// The last element on the way, and the step that it does not have, if one is missing.
-    static std::pair<const Element*, std::optional<std::string>> walk(const Element& root,
-                                                                      const JsonPointer& pointer) {
+    /// An element, and the step that it does not have, if one is missing.
+    using Stop = std::pair<const Element*, std::optional<std::string>>;
+
+    /// Where the operation's way ends in the document before it. The new place of what it moves is
+    /// looked up after that was taken out.
+    Stop stopOf(const Element& before, const PatchException& error) const {
+        const JsonPointer pointer(error.path());
+        if (!movesTo(error)) {
+            return walk(before, pointer);
+        }
+        const JsonPointer from(operation(error).at("from").string());
+        const Element& moved = from.get(before);
+        if (!moved.parent()->isArray()) {
+            return walk(before, pointer);
+        }
+        Stop stop = walk(before, beforeTaking(pointer, from));
+        if (stop.second) {
+            stop.second = pointer.steps()[JsonPointer::of(*stop.first).steps().size()];
+        }
+        return stop;
+    }
+
+    /// Whether there would be no error, or one at another place, with the value that the operation
+    /// moves still in its former place.
+    bool isOfTaking(const Element& before, const PatchException& error) const {
+        if (!movesTo(error)) {
+            return false;
+        }
+        const Element patch = ko::Orvid::makeArray(
+            {ko::Orvid::makeObject({{"op", "add"}, {"path", error.path()}, {"value", nullptr}})});
+        Element tried = before;
+        try {
+            ko::Orvid::applyPatch(tried, patch);
+        } catch (const PatchException& other) {
+            Location at;
+            Location otherAt;
+            at.setElement(error);
+            otherAt.setElement(other);
+            return at.path != otherAt.path;
+        }
+        return true;
+    }
+
+    static constexpr const char* k_ofTaking =
+        "; \"path\" is looked up after the value at \"from\" was taken out";
+
+    /// Walks as far as the pointer leads.
+    static Stop walk(const Element& root, const JsonPointer& pointer) {
         const Element* element = &root;
         for (const std::string& step : pointer.steps()) {
             JsonPointer next;
@@ -272,11 +322,21 @@ private:
         return before;
     }
 
+    const Element& operation(const PatchException& error) const {
+        return *given().item(error.number());
+    }
+
     /// Whether a value was to be put at the place that the error names.
     bool putsAt(const PatchException& error) const {
         const std::string& name = error.operation();
         return (name == "add" || name == "move" || name == "copy") &&
-               given().array()[error.number()].at("path").string() == error.path();
+               operation(error).at("path").string() == error.path();
+    }
+
+    /// The same for one that was taken out of another place before.
+    bool movesTo(const PatchException& error) const {
+        return error.operation() == "move" && putsAt(error) &&
+               operation(error).at("from").string() != error.path();
     }
 
     /// What a test has found there: the value, or its type where that is too long for a line.
