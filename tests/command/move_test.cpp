@@ -185,6 +185,65 @@ TEST(move, shows_the_place_that_a_container_had_before_the_value_was_taken_out) 
                             "\n{\"a\":2}]\n^"));
 }
 
+TEST(move, says_that_it_made_the_container_in_which_there_is_no_place) {
+    const std::string document = R"({"a":1,"b":[2]})";
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{}, {"--compact"}, {"--lines"}, {"--json-errors"}}) {
+        for (const char* const to : {"c[3]", "b[*][5].x", "c.d[3]", "c[0][3]", "/b/-/5"}) {
+            std::vector<std::string> words{"move", "a", to};
+            words.insert(words.end(), options.begin(), options.end());
+            const CommandResult moved = orvid(words, document);
+            words[0] = "copy";
+            EXPECT_EQ(moved, orvid(words, document));
+            EXPECT_EQ(moved.status, 1);
+        }
+    }
+    for (const char* const option : {"--compact", "--if-absent"}) {
+        EXPECT_EQ(orvid({"move", option, "a", "c[3]"}, document),
+                  failed(1,
+                         "(standard input): at c: path \"c[3]\" not found, there is no \"[3]\"; a "
+                         "new item is written [*]; this call made \"c\""));
+    }
+}
+
+TEST(move, shows_no_other_value_for_a_container_that_it_made) {
+    const std::string end = "; TO is looked up after FROM was taken out";
+    EXPECT_EQ(orvid({"move", "/0", "/1/x/5"}, R"([[9],{"x":[7,8]},{"y":1}])"),
+              failed(1,
+                     "(standard input): at [1].x: path \"/1/x/5\" not found, there is no item 5; "
+                     "the pointer to a new item ends in /-; this call made \"[1].x\"" +
+                         end));
+    EXPECT_EQ(orvid({"move", "d", "d[2]"}, R"({"d":3})"),
+              failed(1,
+                     "(standard input): at d: path \"d[2]\" not found, there is no \"[2]\"; a new "
+                     "item is written [*]; this call made \"d\"" +
+                         end));
+    EXPECT_EQ(orvid({"move", "--lines", "d", "d[2]"}, R"({"d":3})"),
+              failed(1,
+                     "(standard input):1: at d: path \"d[2]\" not found, there is no \"[2]\"; a "
+                     "new item is written [*]" +
+                         end));
+}
+
+TEST(move, speaks_of_the_taking_where_it_is_the_cause_and_nowhere_else) {
+    const auto isOfTaking = [](const char* from, const char* to, const char* document) {
+        const CommandResult result = orvid({"move", from, to}, document);
+        EXPECT_EQ(result.status, 1) << result;
+        return result.err.find("TO is looked up after FROM was taken out") != std::string::npos;
+    };
+    EXPECT_FALSE(isOfTaking("x", "arr[2].z", R"({"arr":[1],"x":5})"));
+    EXPECT_FALSE(isOfTaking("x", "arr[0].z", R"({"arr":[],"x":5})"));
+    EXPECT_FALSE(isOfTaking("x", "arr.\\[1", R"({"arr":[],"x":5})"));
+    EXPECT_FALSE(isOfTaking("[0]", "[2].x", "[1,2]"));
+    EXPECT_FALSE(isOfTaking("[0]", "[-0]", "[1,2]"));
+    EXPECT_FALSE(isOfTaking("[0]", "[*][5]", "[1,[2]]"));
+    EXPECT_FALSE(isOfTaking("a", "b", R"({"a":1,"b":2})"));
+    EXPECT_TRUE(isOfTaking("c", "c[-1]", R"({"c":[1]})"));
+    EXPECT_TRUE(isOfTaking("c", "c.d[-1]", R"({"c":{"d":1}})"));
+    EXPECT_TRUE(isOfTaking("[4]", "[-1][-1].d", R"(["a","b","c","d","e"])"));
+    EXPECT_TRUE(isOfTaking("[0]", "[1]", "[1]"));
+}
+
 TEST(move_and_copy, print_notes_on_new_keys_that_seem_to_be_something_else) {
     const auto note = [](const char* to, const std::vector<const char*>& options = {}) {
         std::string notes;

@@ -69,13 +69,6 @@ std::string excerptOf(const SourcePlace& span, const Document& document) {
     return excerptAt(text, ko::Orvid::ParseException("", line, column, line, column));
 }
 
-/// The failure of a value that was not read from the text of a document that keeps it.
-Failure ofMade(const Failure& failure) {
-    return {failure.status(), failure.location(),
-            failure.text() + ("; this call made " + placePhrase(*failure.location().path)),
-            failure.excerpt()};
-}
-
 }  // namespace
 
 Failure located(const Failure& failure, Document& document) {
@@ -91,6 +84,12 @@ Failure located(const Failure& failure, Document& document) {
     at.line = at.line == 0 ? span->line : at.line;
     at.column = span->column;
     return {failure.status(), std::move(at), failure.text(), excerptOf(*span, document)};
+}
+
+Failure ofMade(const Failure& failure) {
+    return {failure.status(), failure.location(),
+            failure.text() + ("; this call made " + placePhrase(*failure.location().path)),
+            failure.excerpt()};
 }
 
 }  // namespace orvid_tool

@@ -16,4 +16,7 @@ namespace orvid_tool {
 /// once more unless the document keeps it.
 Failure located(const Failure& failure, Document& document);
 
+/// The failure of a value that was not read from the text, of a document that keeps it: says so.
+Failure ofMade(const Failure& failure);
+
 }  // namespace orvid_tool

@@ -3,7 +3,7 @@
 // orvid move and orvid copy: a value at another path as well, or instead.
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstddef>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -11,11 +11,13 @@
 #include <vector>
 
 #include "call/Options.h"
+#include "edit/beforeTaking.h"
 #include "edit/Insertion.h"
 #include "edit/Kept.h"
 #include "edit/Spelling.h"
 #include "input/CallPath.h"
 #include "input/Input.h"
+#include "input/located.h"
 #include "input/MissingPath.h"
 #include "input/NewPath.h"
 #include "input/PathSteps.h"
@@ -71,10 +73,24 @@ std::string withLastItems(const Element& root, const std::string& path) {
     return text.str();
 }
 
+/// The last element on the way to a path that is there.
+const Element& lastThere(const Element& root, const ko::Orvid::Path& path) {
+    const Element* last = &root;
+    const JsonPointer all = JsonPointer::fromPath(path);
+    for (const std::string& key : all.steps()) {
+        JsonPointer step;
+        step.push_back(key);
+        const Element* const next = step.find(*last);
+        if (next == nullptr) {
+            break;
+        }
+        last = next;
+    }
+    return *last;
+}
+
 /// The step to the new path, what holds it made where it is missing.
-LastStep stepIn(Element& root, const CallPath& path) {
-    const std::string to = path.pathIn(root);
-    const LastStep step(to);
+LastStep madeStep(Element& root, const LastStep& step) {
     const bool isNewOnWay = hasNewItem(stepsOf(step.holder().str()));
     if (isNewOnWay || !root.pathExists(step.holder())) {
         Element holder;
@@ -82,40 +98,32 @@ LastStep stepIn(Element& root, const CallPath& path) {
         Element::create(holder.data(), type, &holder);
         root.create(step.holder(), holder);
     }
-    return isNewOnWay ? LastStep(withLastItems(root, to)) : step;
+    return isNewOnWay ? LastStep(withLastItems(root, step.path())) : step;
 }
 
 /// There is no place for the value: what is at the failure's place has no such step.
 class MissingTo : public Failure {
 public:
-    MissingTo(const Failure& failure, std::string step)
-        : Failure(failure), m_step(std::move(step)) {}
+    MissingTo(const Failure& failure, std::string step, bool isMade)
+        : Failure(failure), m_step(std::move(step)), m_isMade(isMade) {}
 
     const std::string& step() const { return m_step; }
+    /// Whether this call has made what is there.
+    bool isMade() const { return m_isMade; }
 
 private:
     std::string m_step;
+    bool m_isMade;
 };
+
+std::optional<JsonPointer> placeOf(const Location& at) {
+    return !at.path       ? std::nullopt
+           : at.isPointer ? std::optional(JsonPointer(*at.path))
+                          : std::optional(JsonPointer::fromPath(*at.path));
+}
 
 /// An element, and where it stood before the edit.
 using FormerPlace = std::pair<JsonPointer, const Element*>;
-
-/// Where what stands at the pointer stood before the value at `taken` was taken out.
-JsonPointer beforeTaking(const JsonPointer& pointer, const JsonPointer& taken, bool isItem) {
-    const std::size_t last = taken.steps().size() - 1;
-    JsonPointer above = taken;
-    above.pop_back();
-    if (!isItem || pointer.steps().size() <= last || !above.contains(pointer)) {
-        return pointer;
-    }
-    JsonPointer before;
-    for (std::size_t i = 0; i < pointer.steps().size(); ++i) {
-        const std::string& step = pointer.steps()[i];
-        const bool isShifted = i == last && std::stoull(step) >= std::stoull(taken.steps()[i]);
-        before.push_back(isShifted ? std::to_string(std::stoull(step) + 1) : step);
-    }
-    return before;
-}
 
 /// A move, and the containers that it takes a value out of and puts it into: they are the same
 /// afterwards, even where one of them then equals what another was.
@@ -135,17 +143,7 @@ public:
 
     /// The value was taken out, and is to be put into what is at the path, as far as that is there.
     void goInto(const ko::Orvid::Path& holder, const Element& value) {
-        const Element* above = &m_root;
-        const JsonPointer all = JsonPointer::fromPath(holder);
-        for (const std::string& key : all.steps()) {
-            JsonPointer step;
-            step.push_back(key);
-            const Element* const next = step.find(*above);
-            if (next == nullptr) {
-                break;
-            }
-            above = next;
-        }
+        const Element* above = &lastThere(m_root, holder);
         for (const Element* const item : itemsLike(value, *above)) {
             keepNow(*item);
         }
@@ -163,26 +161,12 @@ public:
         return places;
     }
 
-    /// The failure with its place before the edit, where that is not the new place of the value.
-    Failure before(const Failure& failure, const Element& root) const {
-        const std::optional<JsonPointer> now = placeOf(failure.location());
-        const Element* const former =
-            now ? beforeTaking(*now, m_from, m_isItem).find(root) : nullptr;
-        if (former == nullptr) {
-            return failure;
-        }
-        Location at = failure.location();
-        at.setElement(*former);
-        return {failure.status(), std::move(at), failure.text(), failure.excerpt()};
+    /// Where what is there now stood before the value was taken out.
+    JsonPointer placeBefore(const JsonPointer& now) const {
+        return m_isItem ? beforeTaking(now, m_from) : now;
     }
 
 private:
-    static std::optional<JsonPointer> placeOf(const Location& at) {
-        return !at.path       ? std::nullopt
-               : at.isPointer ? std::optional(JsonPointer(*at.path))
-                              : std::optional(JsonPointer::fromPath(*at.path));
-    }
-
     /// Other items that equal the value, which are not to be taken for it.
     static std::vector<const Element*> itemsLike(const Element& value, const Element& container) {
         std::vector<const Element*> items;
@@ -203,9 +187,7 @@ private:
         }
     }
 
-    void keepNow(const Element& element) {
-        keep(beforeTaking(JsonPointer::of(element), m_from, m_isItem), element);
-    }
+    void keepNow(const Element& element) { keep(placeBefore(JsonPointer::of(element)), element); }
 
     /// So many levels above the value, and steps of all places: the document may be deep.
     static constexpr int k_levels = 32;
@@ -249,23 +231,35 @@ protected:
     /// Returns the value in its new place. Or null, and the value is as it was, where there is a
     /// member and the call says to leave it alone.
     Element* put(Document& document, Element&& value) const {
-        return namingPlace(document, [&]() -> Element* {
-            const std::string hint = document.location.line == 0 ? hintFor(document.root) : "";
-            const LastStep step = stepIn(document.root, m_to);
+        const std::string note =
+            document.location.line == 0
+                ? namingPlace(document, k_all, [&] { return noteFor(document.root); })
+                : "";
+        Element* const put = insert(document, std::move(value));
+        if (put != nullptr && !note.empty()) {
+            m_notes.push_back(note);
+        }
+        return put;
+    }
+
+    /// The same without a note.
+    Element* insert(Document& document, Element&& value) const {
+        std::size_t there = k_all;
+        return namingPlace(document, there, [&]() -> Element* {
+            const LastStep to(m_to.pathIn(document.root));
+            there = JsonPointer::of(lastThere(document.root, to.holder())).steps().size();
+            const LastStep step = madeStep(document.root, to);
             if (m_isOnlyForAbsent && isMemberThere(document.root, step)) {
                 return nullptr;
             }
-            Element& put = insertAt(document.root, step, std::move(value), document.location);
-            if (!hint.empty()) {
-                m_notes.push_back(newPathNote(step.path(), hint));
-            }
-            return &put;
+            return &insertAt(document.root, step, std::move(value), document.location);
         });
     }
 
     /// What is to hold the value, if it is there.
     ko::Orvid::Path holder(const Document& document) const {
-        return namingPlace(document, [&] { return LastStep(m_to.pathIn(document.root)).holder(); });
+        return namingPlace(document, k_all,
+                           [&] { return LastStep(m_to.pathIn(document.root)).holder(); });
     }
 
 private:
@@ -273,15 +267,17 @@ private:
         return namesFile(m_fromWord) ? "; FROM and TO stand before the file" : "";
     }
 
-    /// What may have been meant by a new place. A sum is not, and a new item on the way is.
-    std::string hintFor(const Element& root) const {
+    /// What is said where something else may have been meant by a new place. A sum is not, and a
+    /// new item on the way is.
+    std::string noteFor(const Element& root) const {
         const std::string path = m_to.pathIn(root);
         const bool isSum = !path.empty() && (path.back() == '+' || path.back() == '-');
         if (isSum || hasNewItem(stepsOf(path))) {
             return "";
         }
-        const std::string hint = dottedKeyHint(root, path);
-        return hint.empty() ? newPathHint(root, m_to, path) : hint;
+        const std::string dotted = dottedKeyHint(root, path);
+        const std::string hint = dotted.empty() ? newPathHint(root, m_to, path) : dotted;
+        return hint.empty() ? hint : newPathNote(path, hint);
     }
 
     ExitStatus outcome(const Report& report) const final {
@@ -310,16 +306,21 @@ private:
                m_to.find(document.root) == &from;
     }
 
-    /// Where a place is missing the error names it as it was typed.
+    /// Where a place is missing the error names it as it was typed. What is more than `there` steps
+    /// below the root was made by the action.
     template<class Action>
-    auto namingPlace(const Document& document, const Action& action) const -> decltype(action()) {
+    auto namingPlace(const Document& document, const std::size_t& there, const Action& action) const
+        -> decltype(action()) {
         try {
             return action();
         } catch (const ko::Orvid::PathNotFound& error) {
-            throw MissingTo(missingPlace(document.location, document.root, error, m_to),
-                            error.key());
+            const Failure failure = missingPlace(document.location, document.root, error, m_to);
+            const std::optional<JsonPointer> place = placeOf(failure.location());
+            throw MissingTo(failure, error.key(), place && place->steps().size() > there);
         }
     }
+
+    static constexpr std::size_t k_all = std::string::npos;
 
     std::string m_fromWord;
     std::string m_toWord;
@@ -375,7 +376,7 @@ private:
             moved = put(document, std::move(value));
         } catch (const Failure& failure) {
             readForEdit(call, document);
-            throw explained(failure, move.before(failure, document.root), document.root);
+            throw explained(failure, move, document);
         }
         if (moved == nullptr) {
             readForEdit(call, document);
@@ -383,27 +384,63 @@ private:
         return moved;
     }
 
-    /// Says why the place is another one, or there is none, where there was one before.
-    static Failure explained(const Failure& failure, const Failure& before, const Element& root) {
-        const auto* const missing = dynamic_cast<const MissingTo*>(&failure);
-        const Location& at = before.location();
-        if (at.path == failure.location().path &&
-            (missing == nullptr || !at.path || at.isPointer ||
-             !hasPlace(root.get(*at.path), missing->step()))) {
+    /// The failure with its place in the document as it was, and what the taking has to do with it.
+    Failure explained(const Failure& failure, const NotedMove& move,
+                      const Document& document) const {
+        const Failure before = isOfMade(failure) ? made(failure, document)
+                                                 : withPlaceBefore(failure, move, document.root);
+        if (!isOfTaking(failure, move, document)) {
             return before;
         }
-        return {before.status(), at,
+        return {before.status(), before.location(),
                 before.text() + std::string("; TO is looked up after FROM was taken out"),
                 before.excerpt()};
     }
 
-    /// Whether there is an item at the step, or could be a new one.
-    static bool hasPlace(const Element& array, const std::string& step) {
-        if (!array.isArray() || step.front() != '[') {
-            return false;
+    static bool isOfMade(const Failure& failure) {
+        const auto* const missing = dynamic_cast<const MissingTo*>(&failure);
+        return missing != nullptr && missing->isMade();
+    }
+
+    /// What was made is not there again, but another value may be at its place.
+    static Failure made(const Failure& failure, const Document& document) {
+        Location at = failure.location();
+        at.isMade = true;
+        const Failure ofNothing(failure.status(), at, failure.text(), failure.excerpt());
+        return document.kept ? ofMade(ofNothing) : ofNothing;
+    }
+
+    static Failure withPlaceBefore(const Failure& failure, const NotedMove& move,
+                                   const Element& root) {
+        const std::optional<JsonPointer> now = placeOf(failure.location());
+        const Element* const former = now ? move.placeBefore(*now).find(root) : nullptr;
+        if (former == nullptr) {
+            return failure;
         }
-        const std::string number = step.substr(step[1] == '-' ? 2 : 1);
-        return std::strtoull(number.c_str(), nullptr, 10) <= array.size();
+        Location at = failure.location();
+        at.setElement(*former);
+        return {failure.status(), std::move(at), failure.text(), failure.excerpt()};
+    }
+
+    /// Whether there would be a place for a value, or another error, with FROM still there.
+    bool isOfTaking(const Failure& failure, const NotedMove& move, const Document& document) const {
+        Document tried;
+        tried.location = document.location;
+        tried.root = document.root;
+        try {
+            insert(tried, Element(nullptr));
+        } catch (const Failure& other) {
+            const std::optional<JsonPointer> now = placeOf(failure.location());
+            return (now ? std::optional(move.placeBefore(*now)) : now) !=
+                       placeOf(other.location()) ||
+                   isOfMade(failure) != isOfMade(other) || stepOf(failure) != stepOf(other);
+        }
+        return true;
+    }
+
+    static std::string stepOf(const Failure& failure) {
+        const auto* const missing = dynamic_cast<const MissingTo*>(&failure);
+        return missing == nullptr ? "" : missing->step();
     }
 };
 
