@@ -265,6 +265,7 @@ TEST(move_and_copy, print_notes_on_new_keys_that_seem_to_be_something_else) {
     EXPECT_EQ(
         note("*"),
         isNew("*") + "its key is \"*\", and for all members: orvid set --query '$.*' VALUE\n");
+    EXPECT_EQ(note("n.*"), "orvid: path \"n.*\" was not there and is new; its key is \"*\"\n");
     EXPECT_EQ(note("c.d"), isNew("c.d") + "for the key \"c.d\" write 'c\\.d'\n");
     EXPECT_EQ(note("n:"), isNew("n:") + "its key \"n:\" ends in a colon (did you mean \"n\"?)\n");
     for (const char* const plain : {"a.n", "a\\/n", "\\*", "n", "l[*].x", "b+", "/a/n"}) {

@@ -168,4 +168,31 @@ TEST(paths_of_calls, do_not_end_in_a_backslash) {
     EXPECT_EQ(orvid({"get", "a\\\\"}, R"({"a\\":1})"), printed("1\n"));
 }
 
+TEST(places, quote_a_step_of_a_pointer_that_looks_like_an_index_as_it_was_typed) {
+    const std::string document = R"({"a":[1,2],"o":{}})";
+    for (const std::string step : {"[1", "[1]", "[*]", "01"}) {
+        const auto missingIn = [&](const std::string& path) {
+            return failed(1, "(standard input):1:6: at a: path \"" + path + "\" not found: \"" +
+                                 step + "\" is no index of an array");
+        };
+        const std::string path = "/a/" + step;
+        EXPECT_EQ(withoutExcerpt(orvid({"get", path}, document)), missingIn(path));
+        const std::string below = path + "/y";
+        EXPECT_EQ(withoutExcerpt(orvid({"set", below, "1"}, document)), missingIn(below));
+        EXPECT_EQ(withoutExcerpt(orvid({"insert", below, "1"}, document)), missingIn(below));
+        EXPECT_EQ(withoutExcerpt(orvid({"copy", "o", below}, document)), missingIn(below));
+        EXPECT_EQ(withoutExcerpt(orvid({"move", "o", below}, document)), missingIn(below));
+    }
+    EXPECT_EQ(
+        withoutExcerpt(orvid({"get", "/o/[1"}, document)),
+        failed(1, "(standard input):1:16: at o: path \"/o/[1\" not found, there is no \"[1\""));
+    EXPECT_EQ(withoutExcerpt(orvid({"set", "/a/7/y", "1"}, document)),
+              failed(1,
+                     "(standard input):1:6: at a: path \"/a/7/y\" not found, there is no item 7; "
+                     "the pointer to a new item ends in /-"));
+    EXPECT_EQ(
+        withoutExcerpt(orvid({"get", "a.\\[1"}, document)),
+        failed(1, "(standard input):1:6: at a: path \"a.\\[1\" not found: \"a\" is an array"));
+}
+
 }  // namespace

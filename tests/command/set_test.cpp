@@ -273,7 +273,7 @@ TEST(set, notes_a_new_key_with_whitespace_at_its_ends) {
 }
 
 TEST(set, notes_a_path_that_seems_to_be_for_all_members_or_items) {
-    const std::string document = R"({"s":[{"p":1}],"e":[],"o":{"*":{}}})";
+    const std::string document = R"({"s":[{"p":1}],"e":[],"o":{"*":{}},"m":{}})";
     const auto notes = [&](const char* path) { return orvid({"set", path, "1"}, document).err; };
     const auto noted = [](const std::string& path, const std::string& what,
                           const std::string& query) {
@@ -283,7 +283,10 @@ TEST(set, notes_a_path_that_seems_to_be_for_all_members_or_items) {
     const std::string members = "its key is \"*\", and for all members";
     EXPECT_EQ(notes("*"), noted("*", members, "$.*"));
     EXPECT_EQ(notes("s[-1].*"), noted("s[0].*", members, "$.s[0].*"));
-    EXPECT_EQ(notes("n.*.x"), noted("n.*.x", members, "$.n.*.x"));
+    for (const std::string path : {"n.*.x", "n.*", "m.*"}) {
+        EXPECT_EQ(notes(path.c_str()),
+                  "orvid: path \"" + path + "\" was not there and is new; its key is \"*\"\n");
+    }
     EXPECT_EQ(notes("*[*]"), noted("*[*]", members, "$.*[*]"));
     const std::string items = "[*] is a new item, and for all items";
     EXPECT_EQ(notes("s[*].p"), noted("s[*].p", items, "$.s[*].p"));
@@ -294,7 +297,7 @@ TEST(set, notes_a_path_that_seems_to_be_for_all_members_or_items) {
     }
     EXPECT_EQ(notes("s[*][0].*").find("is new"), std::string::npos);
     EXPECT_EQ(orvid({"set", "--lines", "*", "1"}, "{}\n").err, "");
-    EXPECT_EQ(orvid({"insert", "*", "1"}, "{}").err, noted("*", members, "$.*"));
+    EXPECT_EQ(orvid({"insert", "*", "1"}, R"({"a":0})").err, noted("*", members, "$.*"));
 }
 
 TEST(set, notes_each_new_key_that_is_suspicious) {

@@ -5,6 +5,7 @@
 #include "input/MissingPath.h"
 
 #include <algorithm>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -231,6 +232,27 @@ std::string makeHint(const std::string& path, const std::string& holderPath) {
                      : "");
 }
 
+/// The step from that element as it was typed, where the path is a JSON Pointer.
+std::optional<std::string> stepOfPointer(const Element& holder, const std::string& path) {
+    if (path.empty() || path.front() != '/') {
+        return std::nullopt;
+    }
+    try {
+        const ko::Orvid::JsonPointer pointer(path);
+        const std::size_t depth = ko::Orvid::JsonPointer::of(holder).steps().size();
+        return depth < pointer.steps().size() ? std::optional(pointer.steps()[depth])
+                                              : std::nullopt;
+    } catch (const ko::Orvid::ParseException&) {
+        return std::nullopt;  // a path, whose first key has a slash
+    }
+}
+
+/// Whether the step that is missing is an index, and no key or step of a pointer that looks so.
+bool isIndexStep(const std::string& step, const std::optional<std::string>& typed) {
+    return typed ? step == "[" + *typed + "]"
+                 : step.length() > 2 && step.front() == '[' && step.back() == ']';
+}
+
 /// What is said beside what is missing, of a path at which something was to be put.
 struct PlaceHints {
     std::string item;          ///< of an index
@@ -244,7 +266,8 @@ Failure missing(Location location, const Element& root, const PathNotFound& erro
     const std::string start = "path \"" + path + "\" not found";
     const std::string& step = error.key();
     const Element* const holder = holderIn(root, error);
-    const bool isIndex = !step.empty() && step.front() == '[';
+    const bool isIndex =
+        isIndexStep(step, holder == nullptr ? std::nullopt : stepOfPointer(*holder, path));
     std::string text = ", there is no \"" + step + "\"";
     const bool isPointer = !path.empty() && path.front() == '/';
     if (holder != nullptr && holder->isArray() && isPointer) {
@@ -342,7 +365,9 @@ std::string globHint(const Element& root, const std::string& path) {
         const Element* const holder = ko::Orvid::Path::tryGetElement(before, root);
         const bool isNewItem = !step->isKey && step->index == ko::Orvid::k_noIndex;
         if (step->isKey && step->key == "*" && (holder == nullptr || lacks(*holder, step->key))) {
-            return "; its key is \"*\", and for all members: " + setCall(path);
+            const bool areMembers = holder != nullptr && holder->size() > 0;
+            return "; its key is \"*\"" +
+                   (areMembers ? ", and for all members: " + setCall(path) : std::string());
         }
         if (isNewItem) {
             const bool areItems = holder != nullptr && holder->isArray() && holder->size() > 0;
