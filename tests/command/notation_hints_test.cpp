@@ -14,6 +14,7 @@
 
 namespace {
 
+using orvid_test::CommandResult;
 using orvid_test::failed;
 using orvid_test::orvid;
 using orvid_test::printed;
@@ -278,6 +279,52 @@ TEST(words, of_rename_that_are_paths_are_noted) {
     EXPECT_EQ(orvid({"rename", "--lines", "a.b", "a.z"}, document).err, "");
     EXPECT_EQ(orvid({"rename", "a.b", "a.z"}, document).out,
               R"({"a":{"a.z":1,"x":{"y":1}},"c":2})");
+}
+
+TEST(words, of_rename_with_the_backslashes_of_a_path_are_noted) {
+    const std::string document = R"({"e.t":1,"[go]":2,"n":{"B\\":3},"p":4})";
+    const auto note = [](const std::string& key, const std::string& plain) {
+        return "orvid: the new key is \"" + key + "\": no character of KEY is special, and for \"" +
+               plain + "\" write '" + plain + "'\n";
+    };
+    EXPECT_EQ(orvid({"rename", R"(\[go\])", R"(\[rust\])"}, document).err,
+              note(R"(\[rust\])", "[rust]"));
+    EXPECT_EQ(orvid({"rename", R"(n.B\\)", R"(A\\)"}, document).err, note(R"(A\\)", R"(A\)"));
+    EXPECT_EQ(
+        orvid({"rename", R"(e\.t)", R"(e\.s)"}, document).err,
+        R"(orvid: the new key is "e\.s": no character of KEY is special, and for "e.s" write )"
+        "e.s\n");
+    EXPECT_EQ(orvid({"rename", R"(n.B\\)", R"(n.A\\)"}, document).err,
+              R"(orvid: the new key is "n.A\\": KEY is no path, and for the key alone write 'A\')"
+              "\n");
+    for (const char* const key : {"e.s", "[rust]", R"(App\)", R"(App\Models)", R"(^[a-z]+\.b$)"}) {
+        EXPECT_EQ(orvid({"rename", "p", key}, document).err, "") << key;
+    }
+    EXPECT_EQ(orvid({"rename", "--lines", "p", R"(e\.s)"}, document).err, "");
+    EXPECT_EQ(orvid({"rename", "p", R"(e\.s)"}, R"({"p":1})").out, R"({"e\\.s":1})");
+}
+
+TEST(words, of_rename_that_are_pointers_are_noted) {
+    const std::string document = R"({"f.e":1,"a":{"b":2,"/b":3},"/p":4})";
+    const auto note = [](const std::string& key, const std::string& last) {
+        return "orvid: the new key is \"" + key +
+               "\": KEY is no path, and for the key alone write " + last + "\n";
+    };
+    EXPECT_EQ(orvid({"rename", "/f.e", "/s.e"}, document).err, note("/s.e", "s.e"));
+    EXPECT_EQ(orvid({"rename", "/a/b", "/a/c~1d"}, document).err, note("/a/c~1d", "c/d"));
+    EXPECT_EQ(orvid({"rename", "a.b", "/a/c"}, document).err, note("/a/c", "c"));
+    EXPECT_EQ(orvid({"rename", R"(f\.e)", "/s.e"}, document).err, "");
+    for (const char* const key : {"/c", "/a/c~", "/a/c/d", "/a/", "/"}) {
+        EXPECT_EQ(orvid({"rename", "/a/b", key}, document).err, "") << key;
+    }
+    EXPECT_EQ(orvid({"rename", "/~1p", "/q"}, document).err, "");
+    EXPECT_EQ(orvid({"rename", "/a/~1b", "/a/c"}, document).err, "");
+}
+
+TEST(words, of_rename_that_are_refused_are_not_noted) {
+    const CommandResult refused = orvid({"rename", "a.b", "a.c"}, R"({"a":{"b":1,"a.c":2}})");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err.find("the new key is"), std::string::npos) << refused;
 }
 
 TEST(words, of_merge_in_the_wrong_order_are_explained) {

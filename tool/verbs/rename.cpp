@@ -3,6 +3,8 @@
 // orvid rename: a member under another key, in its place.
 
 #include <iterator>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "call/Options.h"
@@ -29,6 +31,33 @@ Failure failureAt(const Location& location, const Element& element, const std::s
 bool hasSiblingAt(const Element& element, const std::string& key) {
     const Element* const parent = element.parent();
     return parent != nullptr && parent->isObject() && parent->object().contains(key);
+}
+
+/// The key for which a path has that text, where the backslashes are what a path needs; otherwise
+/// empty.
+std::string unescapedKey(const std::string& text) {
+    constexpr std::string_view special = ".[]\\=";
+    std::string key;
+    for (std::size_t i = 0; i < text.length(); ++i) {
+        const bool isEscape = text[i] == '\\';
+        i += isEscape ? 1U : 0U;
+        const bool isSpecial = i < text.length() && special.find(text[i]) != std::string_view::npos;
+        if (isEscape ? !isSpecial : text[i] == '.' || text[i] == '[') {
+            return "";
+        }
+        key += text[i];
+    }
+    return key == text ? "" : key;
+}
+
+/// The step of a pointer that has a single one; otherwise empty.
+std::string onlyStep(const std::string& pointer) {
+    try {
+        const JsonPointer parsed(pointer);
+        return parsed.steps().size() == 1 ? parsed.steps().back() : "";
+    } catch (const ko::Orvid::ParseException&) {
+        return "";
+    }
 }
 
 /// Returns the member.
@@ -99,24 +128,46 @@ private:
             appendEdited(call, document, out);
             return;
         }
-        if (!call.lines.isOn) {
-            noteKey(member);
-        }
+        const std::string note = call.lines.isOn ? "" : keyNote(member);
         const auto former = JsonPointer::of(member);
         const auto renamed = JsonPointer::of(renameMember(member, m_key, document.location));
+        if (!note.empty()) {
+            m_note = note;
+        }
         appendEdited(call, document, out, {{former, renamed}});
     }
 
-    /// A key that begins as the path to the member does is mostly meant to be that path.
-    void noteKey(const Element& member) const {
-        const std::string holder = member.parent() != nullptr ? member.parent()->path() : "";
-        const std::string start = holder + ".";
-        if (!holder.empty() && m_key.length() > start.length() &&
-            m_key.compare(0, start.length(), start) == 0) {
-            m_note = "the new key is \"" + m_key +
-                     "\": KEY is no path, and for the key alone write " +
-                     shellWord(m_key.substr(start.length()));
+    /// What is to be said of a key that seems to be written as a path or a pointer.
+    std::string keyNote(const Element& member) const {
+        const Element* const holder = member.parent();
+        if (holder == nullptr || !holder->isObject() || m_key == member.memberKey()) {
+            return "";
         }
+        const std::string start = "the new key is \"" + m_key + "\": ";
+        if (const std::string alone = keyAlone(*holder, member); !alone.empty()) {
+            return start + "KEY is no path, and for the key alone write " + shellWord(alone);
+        }
+        const std::string plain = unescapedKey(m_key);
+        return plain.empty() ? ""
+                             : start + "no character of KEY is special, and for \"" + plain +
+                                   "\" write " + shellWord(plain);
+    }
+
+    /// The key at the end of what begins as the path to the member does, and is mostly meant to be
+    /// the path of the new one; otherwise empty.
+    std::string keyAlone(const Element& holder, const Element& member) const {
+        const std::string pointer = JsonPointer::of(holder).str() + "/";
+        const bool mayBePointer = m_path.pointer() != nullptr || holder.parent() != nullptr;
+        if (mayBePointer && member.memberKey().rfind('/', 0) != 0 && m_key.rfind(pointer, 0) == 0) {
+            return onlyStep("/" + m_key.substr(pointer.length()));
+        }
+        const std::string path = holder.path() + ".";
+        if (path.length() == 1 || m_key.length() <= path.length() || m_key.rfind(path, 0) != 0) {
+            return "";
+        }
+        const std::string key = m_key.substr(path.length());
+        const std::string plain = unescapedKey(key);
+        return plain.empty() ? key : plain;
     }
 
     ExitStatus outcome(const Report& report) const override {
