@@ -161,7 +161,6 @@ TEST(query, selects_flat_records_whatever_their_other_members_are) {
 TEST(set_query, sets_all_that_is_selected) {
     EXPECT_EQ(orvid({"set", "--compact", "--query", "$..v", "[0]"}, R"({"v":1,"a":{"v":2}})"),
               printed("{\"v\":[0],\"a\":{\"v\":[0]}}\n"));
-    EXPECT_EQ(orvid({"set", "--compact", "--query", "$.none", "0"}, "[1]"), printed("[1]\n"));
     const ScratchFile file(R"([1,2,3])");
     EXPECT_EQ(orvid({"set", "--compact", "--query", "$[?@ > 1]", "null", "-i", file.name()}),
               printed(""));
@@ -169,6 +168,23 @@ TEST(set_query, sets_all_that_is_selected) {
     EXPECT_EQ(orvid({"set", "--query", "$"}, "1"),
               failed(2, "VALUE is required; see orvid set --help"));
     EXPECT_EQ(orvid({"set", "--query", "$.", "1"}, "1").status, 2);
+}
+
+TEST(set_query, notes_that_nothing_is_selected) {
+    const std::string note =
+        "orvid: the query selects nothing, so nothing is set: --query makes nothing new\n";
+    const CommandResult none = orvid({"set", "--compact", "--query", "$.none", "0"}, "[1]");
+    EXPECT_EQ(none.out, "[1]\n");
+    EXPECT_EQ(none.err, note);
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(orvid({"set", "--lines", "--query", "$.a", "0"}, "{}\n{\"b\":1}\n").err, note);
+    EXPECT_EQ(orvid({"set", "--lines", "--query", "$.a", "0"}, "{}\n{\"a\":1}\n{}\n").err, "");
+    EXPECT_EQ(orvid({"set", "--lines", "--query", "$.a", "0"}, "").err, "");
+    const ScratchFile with(R"({"a":1})");
+    const ScratchFile without("{}");
+    EXPECT_EQ(orvid({"set", "--query", "$.a", "0", without.name(), without.name()}).err, note);
+    EXPECT_EQ(orvid({"set", "--query", "$.a", "0", without.name(), with.name()}).err, "");
+    EXPECT_EQ(orvid({"set", "--query", "$.a", "0"}, "{").err.find(note), std::string::npos);
 }
 
 TEST(set_query, keeps_comments_and_layout) {
@@ -185,6 +201,10 @@ TEST(remove_query, removes_all_that_is_selected) {
               printed("[1]\n[2]\n"));
     EXPECT_EQ(withoutExcerpt(orvid({"remove", "--query", "$"}, "1")),
               failed(1, "(standard input):1:1: at (root): The whole document cannot be removed"));
+    const CommandResult none = orvid({"remove", "--query", "$.none"}, "[1]");
+    EXPECT_EQ(none.out, "[1]");
+    EXPECT_EQ(none.err, "orvid: the query selects nothing, so nothing is removed\n");
+    EXPECT_EQ(none.status, 0);
     EXPECT_EQ(orvid({"remove", "--query", "$.a", "--also", "b"}, "{}"),
               failed(2, "--also goes with PATH only; see orvid remove --help"));
     EXPECT_EQ(orvid({"remove"}, "{}"), failed(2, "PATH is required; see orvid remove --help"));

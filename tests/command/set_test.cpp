@@ -287,8 +287,8 @@ TEST(set, notes_a_path_that_seems_to_be_for_all_members_or_items) {
         EXPECT_EQ(notes(path.c_str()),
                   "orvid: path \"" + path + "\" was not there and is new; its key is \"*\"\n");
     }
-    EXPECT_EQ(notes("*[*]"), noted("*[*]", members, "$.*[*]"));
-    const std::string items = "[*] is a new item, and for all items";
+    EXPECT_EQ(notes("*[*]"), noted("*[*]", members + " that have it already", "$.*[*]"));
+    const std::string items = "[*] is a new item, and for all items that have it already";
     EXPECT_EQ(notes("s[*].p"), noted("s[*].p", items, "$.s[*].p"));
     EXPECT_EQ(notes("s[*][*]"), noted("s[*][*]", items, "$.s[*][*]"));
     for (const char* const path :

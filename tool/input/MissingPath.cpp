@@ -296,6 +296,9 @@ std::string setCall(const std::string& path) {
     return "orvid set --query " + queryWord(path) + " VALUE";
 }
 
+/// What the call sets is there already, which a path that goes on after the `*` does not say.
+std::string haveIt(bool goesOn) { return goesOn ? " that have it already: " : ": "; }
+
 std::string newItem(const CallPath& path) {
     return path.pointer() != nullptr ? "; the pointer to a new item ends in /-"
                                      : "; a new item is written [*]";
@@ -367,12 +370,14 @@ std::string globHint(const Element& root, const std::string& path) {
         if (step->isKey && step->key == "*" && (holder == nullptr || lacks(*holder, step->key))) {
             const bool areMembers = holder != nullptr && holder->size() > 0;
             return "; its key is \"*\"" +
-                   (areMembers ? ", and for all members: " + setCall(path) : std::string());
+                   (areMembers
+                        ? ", and for all members" + haveIt(step + 1 != steps.end()) + setCall(path)
+                        : std::string());
         }
         if (isNewItem) {
             const bool areItems = holder != nullptr && holder->isArray() && holder->size() > 0;
             return areItems && step + 1 != steps.end()
-                       ? "; [*] is a new item, and for all items: " + setCall(path)
+                       ? "; [*] is a new item, and for all items" + haveIt(true) + setCall(path)
                        : "";
         }
     }

@@ -199,6 +199,16 @@ std::string lengthNote(const ko::Orvid::JsonPath& query, const Document& documen
                      "length(@.a)";
 }
 
+/// The flags are written once, so that threads do not wait for each other's.
+void Selected::add(std::size_t count) {
+    if (!m_hasDocuments) {
+        m_hasDocuments = true;
+    }
+    if (count > 0 && !m_isAnything) {
+        m_isAnything = true;
+    }
+}
+
 bool filtersValuesInRoot(const std::string& text) { return startsWith(text, "$[?@."); }
 
 void readFor(const ko::Orvid::JsonPath& query, Document& document,

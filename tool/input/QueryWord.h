@@ -6,6 +6,8 @@
 
 #include <ko/Orvid.h>
 
+#include <atomic>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,19 @@ std::vector<std::string> patternNotes(const ko::Orvid::JsonPath& query);
 /// What is to be said of a query that selects nothing in the document, where it asks for the length
 /// of an array or a string as for a member; otherwise nothing. The text may be read once more.
 std::string lengthNote(const ko::Orvid::JsonPath& query, const Document& document);
+
+/// Whether a query has selected anything in the documents of an edit, whichever threads edit them.
+class Selected {
+public:
+    /// Adds that so many values were selected in a document.
+    void add(std::size_t count);
+    /// Whether there were documents, and nothing was selected in any.
+    bool isNothing() const { return m_hasDocuments && !m_isAnything; }
+
+private:
+    std::atomic<bool> m_hasDocuments{false};
+    std::atomic<bool> m_isAnything{false};
+};
 
 /// Whether the query filters the values in the root, which is mostly meant to be the record.
 bool filtersValuesInRoot(const std::string& text);

@@ -28,6 +28,7 @@ protected:
     bool mayLackSlash(std::string_view text) const;
     /// Says the hint, where there is one, when the run has ended. Not for records.
     void noteNew(const std::string& path, const std::string& hint) const;
+    ExitStatus outcome(const Report& report) const override;
     /// Takes the words for `JSON FILE...`, in place of prepare(): one assignment without a path.
     void prepareValue(Call& call);
 
@@ -39,7 +40,6 @@ private:
     virtual void assign(Document& document, std::size_t index) const = 0;
     void read(const Call& call, Document& document) const final;
     std::string hintForFile(const std::string& word) const final;
-    ExitStatus outcome(const Report& report) const final;
     void apply(const Call& call, Document& document, Bytes& out) const final;
 
     void beginNew(Call& call);

@@ -15,6 +15,7 @@
 #include "input/Input.h"
 #include "input/MissingPath.h"
 #include "input/QueryWord.h"
+#include "output/Report.h"
 #include "output/shellWord.h"
 #include "verbs/verbs.h"
 
@@ -136,12 +137,19 @@ private:
 
     void removeSelected(Document& document) const {
         try {
-            m_query->remove(document.root);
+            m_selected.add(m_query->remove(document.root));
         } catch (const ko::Orvid::Exception& error) {
             Location at = document.location;
             at.setElement(error);
             throw Failure(ExitStatus::failed, std::move(at), error.what());
         }
+    }
+
+    ExitStatus outcome(const Report& report) const override {
+        if (m_selected.isNothing() && m_query->malformedPatterns().empty()) {
+            report.note("the query selects nothing, so nothing is removed");
+        }
+        return ExitStatus::done;
     }
 
     void requireLookups() const {
@@ -180,6 +188,7 @@ private:
     bool m_isMissingRight = false;
     std::optional<std::string> m_queryText;
     std::optional<ko::Orvid::JsonPath> m_query;
+    mutable Selected m_selected;
 };
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "input/NewPath.h"
 #include "input/PathSteps.h"
 #include "input/QueryWord.h"
+#include "output/Report.h"
 #include "verbs/AssignmentVerb.h"
 #include "verbs/verbs.h"
 
@@ -207,7 +208,7 @@ private:
     void assign(Document& document, std::size_t index) const override {
         const Assignment& assignment = assignments()[index];
         if (m_query) {
-            m_query->update(document.root, assignment.value);
+            m_selected.add(m_query->update(document.root, assignment.value));
             return;
         }
         if (const auto* const pointer = assignment.path.onlyPointer()) {
@@ -219,6 +220,13 @@ private:
         const std::string hint = isRecord ? "" : newKeyHint(document.root, assignment.path, path);
         setPath(document.root, path, assignment.value);
         noteNew(path, hint);
+    }
+
+    ExitStatus outcome(const Report& report) const override {
+        if (m_selected.isNothing() && m_query->malformedPatterns().empty()) {
+            report.note("the query selects nothing, so nothing is set: --query makes nothing new");
+        }
+        return AssignmentVerb::outcome(report);
     }
 
     void setPath(ko::Orvid::Element& root, const std::string& path,
@@ -270,6 +278,7 @@ private:
 
     std::optional<std::string> m_queryText;
     std::optional<ko::Orvid::JsonPath> m_query;
+    mutable Selected m_selected;
     std::vector<TextEdit> m_textEdits;
     bool m_isTextEnough = true;
     bool m_isOnlyForAbsent = false;
