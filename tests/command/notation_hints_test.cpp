@@ -109,9 +109,16 @@ TEST(notations, of_keys_in_brackets_are_explained) {
     const std::string dotted = "; a key stands after a dot: ";
     EXPECT_TRUE(says({"get", "a[port]"}, dotted + "a.port\n"));
     EXPECT_TRUE(says({"set", "a[b_c].d[e f][0]", "1"}, dotted + "'a.b_c.d.e f[0]'\n"));
-    EXPECT_TRUE(says({"get", "[a].[b]"}, dotted + "a.b\n"));
-    for (const char* const path : {"[[a]]", "[a", "[0-]", "[a:]"}) {
+    const std::string inKey = "with the brackets in the key: ";
+    EXPECT_TRUE(says({"get", "[a].[b]"}, dotted + "a.b, or " + inKey + R"('\[a\].\[b\]')" + "\n"));
+    EXPECT_TRUE(says({"set", "[go].x=1"}, dotted + "go.x, or " + inKey + R"('\[go\].x')" + "\n"));
+    EXPECT_TRUE(says({"remove", "a.[b c][d]"},
+                     dotted + "'a.b c.d', or " + inKey + R"('a.\[b c\]\[d\]')" + "\n"));
+    EXPECT_TRUE(says({"get", "[c++][0]"}, "; " + inKey + R"('\[c++\][0]')" + "\n"));
+    EXPECT_TRUE(says({"get", "[go.x].y"}, "; " + inKey + R"('\[go\.x\].y')" + "\n"));
+    for (const char* const path : {"[[a]]", "[a", "[0-]", "[-]", "[a]b.[", "['a']"}) {
         EXPECT_FALSE(says({"get", path}, dotted)) << path;
+        EXPECT_FALSE(says({"get", path}, inKey)) << path;
     }
 }
 

@@ -4,8 +4,10 @@
 
 #include "output/Failure.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "output/shellWord.h"
@@ -17,6 +19,8 @@ namespace {
 
 using ko::Orvid::ParseErrorCode;
 using ko::Orvid::ParseException;
+
+constexpr const char* k_letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
 
 /// Empty for errors that say it themselves.
 const char* pathProblem(const ParseException& error) {
@@ -66,7 +70,6 @@ bool isPath(const std::string& text) {
 /// The path with each plain key in brackets after a dot, such as `a.b` for `a[b]`; empty where it
 /// has none.
 std::string withDottedKeys(const std::string& path) {
-    constexpr const char* letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
     constexpr const char* inKeys =
         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_-0123456789 ";
     std::string dotted = path;
@@ -74,7 +77,7 @@ std::string withDottedKeys(const std::string& path) {
     for (std::size_t at = dotted.find('['); at != std::string::npos;
          at = dotted.find('[', at + 1)) {
         const std::size_t end = dotted.find_first_not_of(inKeys, at + 1);
-        const bool isKey = dotted.find_first_of(letters, at + 1) == at + 1;
+        const bool isKey = dotted.find_first_of(k_letters, at + 1) == at + 1;
         if (isKey && end != std::string::npos && dotted[end] == ']') {
             dotted.erase(end, 1);
             dotted.replace(at, 1, at == 0 || dotted[at - 1] == '.' ? "" : ".");
@@ -82,6 +85,50 @@ std::string withDottedKeys(const std::string& path) {
         }
     }
     return isFound && isPath(dotted) ? dotted : "";
+}
+
+/// The offset after the brackets at the beginning of a step where they hold a name, such as
+/// `[go]`; where they do not, that offset itself.
+std::size_t afterName(const std::string& path, std::size_t begin) {
+    const std::size_t end = path.find(']', begin);
+    const bool isName = path[begin] == '[' && path.find_first_of(k_letters, begin) == begin + 1 &&
+                        end != std::string::npos && path.find_first_of("[\"'\\", begin + 1) > end;
+    return isName ? end + 1 : begin;
+}
+
+/// The path with the brackets at the beginning of a step as characters of the key, such as
+/// `\[go\].x` for `[go].x`; empty where it has none.
+std::string withBracketsInKeys(const std::string& path) {
+    std::string written;
+    bool isFound = false;
+    for (std::size_t at = 0; at < path.length();) {
+        std::size_t end = at;
+        for (std::size_t next = afterName(path, end); next != end; next = afterName(path, end)) {
+            end = next;
+        }
+        if (end != at) {
+            ko::Orvid::JsonPointer key;
+            key.push_back(std::string_view(path).substr(at, end - at));
+            written += key.toPath().str();
+            isFound = true;
+        }
+        const std::size_t next = std::min(path.find('.', end), path.length() - 1) + 1;
+        written += path.substr(end, next - end);
+        at = next;
+    }
+    return isFound && isPath(written) ? written : "";
+}
+
+/// How keys in brackets are written, and keys that have brackets in them.
+std::string bracketHint(const std::string& path) {
+    const std::string dotted = withDottedKeys(path);
+    const std::string inKeys = withBracketsInKeys(path);
+    std::string hint = dotted.empty() ? "" : "; a key stands after a dot: " + shellWord(dotted);
+    if (!inKeys.empty()) {
+        hint += (dotted.empty() ? "; " : ", or ") + std::string("with the brackets in the key: ") +
+                shellWord(inKeys);
+    }
+    return hint;
 }
 
 /// What to write instead of the path, which is malformed.
@@ -107,8 +154,8 @@ std::string pathHint(const std::string& path, ParseErrorCode code) {
     if (const std::string call = severalItemsCall(path); !call.empty()) {
         return "; several items are chosen by a query: " + call;
     }
-    if (const std::string dotted = withDottedKeys(path); !dotted.empty()) {
-        return "; a key stands after a dot: " + shellWord(dotted);
+    if (std::string hint = bracketHint(path); !hint.empty()) {
+        return hint;
     }
     const bool isQuoted =
         path.find("[\"") != std::string::npos || path.find("['") != std::string::npos;
