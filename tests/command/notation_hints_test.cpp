@@ -393,6 +393,29 @@ TEST(words, that_lack_the_value_are_explained) {
                             "--help"));
 }
 
+TEST(words, in_which_a_backslash_hides_the_equals_sign_are_explained) {
+    const ScratchFolder folder;
+    const std::string file = folder.makeFile("composer.json", "{}");
+    const auto refused = [](const std::string& start, const std::string& word) {
+        return failed(2, start +
+                             R"(; \= is a = in the key, and for a key that ends in a backslash )"
+                             "write '" +
+                             word + "'; see orvid set --help");
+    };
+    const std::string missing = "VALUE is missing before the file \"" + file + "\"";
+    EXPECT_EQ(orvid({"set", R"(p.psr-4.B\="b/")", file}), refused(missing, R"(p.psr-4.B\\="b/")"));
+    EXPECT_EQ(orvid({"set", R"(a\.b.App\Models\="b/")", file}),
+              refused(missing, R"(a\.b.App\\Models\\="b/")"));
+    EXPECT_EQ(orvid({"set", R"(/p/App\B\="b/")", file}), refused(missing, R"(/p/App\B\\="b/")"));
+    EXPECT_EQ(orvid({"set", R"(B\="b/")"}), refused("VALUE is required", R"(B\\="b/")"));
+    EXPECT_TRUE(says({"set", R"(B\="b/")", R"(C\="c/")", file}, R"(write 'B\\="b/"')"));
+    EXPECT_FALSE(says({"set", "b", file}, "backslash"));
+    EXPECT_EQ(orvid({"set", R"(App\\B\\="b/")"}, R"({"a":1})"),
+              printed(R"({"a":1,"App\\B\\":"b/"})"));
+    EXPECT_EQ(orvid({"set", R"(/App\B\\="b/")"}, R"({"a":1})"),
+              printed(R"({"a":1,"App\\B\\":"b/"})"));
+}
+
 TEST(words, that_join_columns_are_explained) {
     EXPECT_EQ(orvid({"csv", "-f", "id,name"}, R"({"id":1,"name":2})"),
               failed(2,

@@ -5,9 +5,11 @@
 #include "input/PathWords.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "input/Input.h"
 #include "input/ValueWord.h"
+#include "output/shellWord.h"
 
 namespace orvid_tool {
 
@@ -75,6 +77,32 @@ Assignment assignment(const std::string& path, const std::string& value, bool is
     return result;
 }
 
+/// The path with each backslash doubled that escapes nothing which has a meaning in a path.
+std::string withDoubled(const std::string& path) {
+    std::string written;
+    for (std::size_t i = 0; i < path.length(); ++i) {
+        written += path[i];
+        if (path[i] == '\\') {
+            const bool isEscape =
+                i + 1 < path.length() && std::strchr(".[]\\", path[i + 1]) != nullptr;
+            written += isEscape ? path[++i] : '\\';
+        }
+    }
+    return written;
+}
+
+/// What to write where a word has no mark as there is a backslash before its `=`, which is mostly
+/// the last character of the key. Empty for other words.
+std::string escapedMarkHint(const std::string& word) {
+    const std::size_t at = word.find("\\=");
+    if (at == std::string::npos || assignmentMark(word) != std::string::npos) {
+        return "";
+    }
+    const std::string path = word.substr(0, at);
+    return "; \\= is a = in the key, and for a key that ends in a backslash write " +
+           shellWord((startsWith(path, "/") ? path : withDoubled(path)) + "\\" + word.substr(at));
+}
+
 UsageError spacedAssignment() {
     return UsageError("PATH=VALUE is one word, without spaces around the =");
 }
@@ -87,14 +115,18 @@ Assignment onlyAssignment(const std::vector<std::string>& words, bool isStrict) 
     }
     try {
         return assignment(pathBefore(words[0], std::string::npos), words[1], isStrict, "");
-    } catch (const Failure&) {
+    } catch (const Failure& failure) {
         if (endsAsFile(words[0]) && isFileThere(words[0])) {
             throw UsageError("the file \"" + words[0] + "\" stands after what is set");
         }
+        const std::string hint = escapedMarkHint(words[0]);
         if (words.size() > 2 || !isFileThere(words[1])) {
-            throw;
+            throw Failure(failure.status(), failure.location(), failure.text() + hint,
+                          failure.excerpt());
         }
-        throw UsageError(missingValue(words[1]));
+        throw UsageError(hint.empty()
+                             ? missingValue(words[1])
+                             : "VALUE is missing before the file \"" + words[1] + "\"" + hint);
     }
 }
 
@@ -126,7 +158,7 @@ Assignments assignmentsOf(const std::vector<std::string>& words, bool isStrict) 
     Word word = words.begin();
     if (assignmentMark(*word) == std::string::npos) {
         if (words.size() == 1) {
-            throw UsageError("VALUE is required");
+            throw UsageError("VALUE is required" + escapedMarkHint(*word));
         }
         result.isInputTaken = readsInput(words[1]);
         result.all.push_back(onlyAssignment(words, isStrict));
