@@ -105,7 +105,12 @@ public:
     }
 
 private:
-    const Element* member(const std::string& key) const {
+    struct Taken {
+        JsonPointer from;
+        Element value;
+    };
+
+    const Element* member(const std::string& key) {
         if (!m_operation.isObject()) {
             fail("it is no object");
         }
@@ -113,7 +118,7 @@ private:
         return found == m_operation.object().end() ? nullptr : &found->second;
     }
 
-    const Element& value() const {
+    const Element& value() {
         const Element* const found = member("value");
         if (found == nullptr) {
             fail("it has no \"value\"");
@@ -122,7 +127,7 @@ private:
     }
 
     /// `found` is no string, or null where there is no such member.
-    [[noreturn]] void failNoText(const std::string& key, const Element* found) const {
+    [[noreturn]] void failNoText(const std::string& key, const Element* found) {
         fail(found == nullptr ? "it has no \"" + key + "\"" : "its \"" + key + "\" is no string");
     }
 
@@ -265,14 +270,12 @@ private:
         if (m_moves != nullptr) {
             m_moves->leave(former);
         }
-        Element moved = take(source);
+        m_taken = Taken{source, take(source)};
         if (m_moves != nullptr && isReplaced(pointer)) {
             m_target.closeWithin(at(pointer));
             m_moves->overwrite(at(pointer));
         }
-        m_takenFrom = &source;
-        m_taken = &moved;
-        const Element& element = put(pointer, moved);
+        const Element& element = put(pointer, m_taken->value);
         if (m_moves != nullptr) {
             m_moves->move(origin, element);
             m_moves->edit(element.parent(), element);
@@ -310,7 +313,7 @@ private:
     }
 
     /// The error names the deepest element on the way that the pointer takes.
-    [[noreturn]] void fail(const std::string& reason, const JsonPointer* pointer = nullptr) const {
+    [[noreturn]] void fail(const std::string& reason, const JsonPointer* pointer = nullptr) {
         m_target.closeAll();
         const Element* const element = pointer == nullptr ? nullptr : &deepest(*pointer);
         throw PatchException(element, m_number, m_name, m_path, reason, formerPlace(element));
@@ -318,15 +321,15 @@ private:
 
     /// In the document as the operations before this one have left it: an item that was taken out
     /// goes back, so that those after it have their places again.
-    const Element& deepest(const JsonPointer& pointer) const {
+    const Element& deepest(const JsonPointer& pointer) {
         const Element& element = m_target.deepest(pointer);
-        Element* const array =
-            m_taken == nullptr ? nullptr : above(*m_takenFrom).find(m_target.root());
+        Element* const array = m_taken ? above(m_taken->from).find(m_target.root()) : nullptr;
         if (array == nullptr || !array->isArray()) {
             return element;
         }
-        const JsonPointer place = placeBeforeTaking(element, m_target.root(), *m_takenFrom);
-        array->array().insert(*pointerIndex(m_takenFrom->steps().back()), std::move(*m_taken));
+        const JsonPointer place = placeBeforeTaking(element, m_target.root(), m_taken->from);
+        const std::optional<unsigned int> index = pointerIndex(m_taken->from.steps().back());
+        array->array().insert(index.value_or(0), std::move(m_taken->value));
         return place.get(m_target.root());
     }
 
@@ -343,8 +346,7 @@ private:
     std::size_t m_number;
     Growth& m_growth;
     PatchMoves* m_moves;
-    const JsonPointer* m_takenFrom = nullptr;  ///< the place of a value that is being moved
-    Element* m_taken = nullptr;                ///< that value, which was taken out
+    std::optional<Taken> m_taken;  ///< by a move
     std::string m_name;
     std::string m_path;
 };
