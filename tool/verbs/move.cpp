@@ -387,8 +387,8 @@ private:
     /// The failure with its place in the document as it was, and what the taking has to do with it.
     Failure explained(const Failure& failure, const NotedMove& move,
                       const Document& document) const {
-        const Failure before = isOfMade(failure) ? made(failure, document)
-                                                 : withPlaceBefore(failure, move, document.root);
+        Failure before = isOfMade(failure) ? made(failure, document)
+                                           : withPlaceBefore(failure, move, document.root);
         if (!isOfTaking(failure, move, document)) {
             return before;
         }
