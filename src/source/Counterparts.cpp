@@ -304,7 +304,7 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
         if (isKnownToDiffer(value, element)) {
             matchByHash(before, now);
         }
-    } else if (before.empty() && !isKnown) {
+    } else if (!isKnown && (before.empty() || areFromElsewhere(value, before, now))) {
         releaseContents(value, element);
     } else if (m_map.isObject(value)) {
         matchMembers(before, now);
@@ -315,8 +315,6 @@ void Counterparts::matchChildren(std::uint32_t value, std::uint32_t element) {
         } else {
             releaseContents(value, element);
         }
-    } else if (!isKnown && !m_areAllKnown && areFromElsewhere(before, now)) {
-        releaseContents(value, element);
     } else {
         matchItems(before, now);
     }

@@ -155,7 +155,7 @@ private:
     };
 
     bool areInPlace(const Numbers& lost, const Numbers& added) const;
-    bool areFromElsewhere(const Numbers& before, const Numbers& now);
+    bool areFromElsewhere(std::uint32_t value, const Numbers& before, const Numbers& now);
     void listItemsByAddress();
     Pairs alikeItems(const Numbers& lost, const Numbers& added) const;
     SharedChildren sharedChildren(const Numbers& lost, const Numbers& added) const;

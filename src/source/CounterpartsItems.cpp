@@ -176,11 +176,16 @@ bool Counterparts::areInPlace(const Numbers& lost, const Numbers& added) const {
                       });
 }
 
-/// Whether most items of an array that has none of its own left were items of another one.
-bool Counterparts::areFromElsewhere(const Numbers& before, const Numbers& now) {
+/// Whether the value is an array that has none of its own items left, but mostly those of another
+/// one. Where all moves are known, they have been found.
+bool Counterparts::areFromElsewhere(std::uint32_t value, const Numbers& before,
+                                    const Numbers& now) {
+    if (m_map.isObject(value) || m_areAllKnown) {
+        return false;
+    }
     std::unordered_set<const Element*> own;
-    for (const std::uint32_t value : before) {
-        own.insert(m_map[value].element());
+    for (const std::uint32_t item : before) {
+        own.insert(m_map[item].element());
     }
     if (std::any_of(now.begin(), now.end(),
                     [&](std::uint32_t element) { return own.count(m_new[element].element) > 0; })) {
