@@ -22,7 +22,7 @@ protected:
     /// Whether the document is a new one, for which no text is read.
     bool isNew() const { return m_isNew; }
     const std::vector<Assignment>& assignments() const { return m_assignments; }
-    /// Whether newPathHint() may have one for a path, but for one that may lack its slash.
+    /// Whether newPathHint() may have one for a path, except one that may lack its slash.
     bool mayHaveUnusualKey() const;
     /// Whether a path may be a pointer without its first slash, as far as the document's text says.
     bool mayLackSlash(std::string_view text) const;
